@@ -1,0 +1,41 @@
+# What every target of this project is compiled with. Flags are set per target, never globally.
+
+option(TARN_ASSERTIONS "Keep assert() in optimised builds" OFF)
+
+find_program(TARN_CCACHE ccache)
+
+# tarn_target(<target>): C++20, warnings as errors, hidden symbols, position-independent code, the repository root on the
+# include path, and the sanitizers of the preset.
+function(tarn_target target)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    set_target_properties(${target} PROPERTIES
+        CXX_EXTENSIONS OFF
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        POSITION_INDEPENDENT_CODE ON)
+    target_include_directories(${target} PUBLIC "${PROJECT_SOURCE_DIR}")
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align)
+    if(TARN_ASSERTIONS)
+        target_compile_options(${target} PRIVATE -UNDEBUG)
+    endif()
+    if(TARN_CCACHE)
+        set_target_properties(${target} PROPERTIES CXX_COMPILER_LAUNCHER "${TARN_CCACHE}")
+    endif()
+    if(TARN_SANITIZE)
+        target_compile_options(${target} PRIVATE -fsanitize=${TARN_SANITIZE} -fno-omit-frame-pointer)
+        target_link_options(${target} PUBLIC -fsanitize=${TARN_SANITIZE})
+    endif()
+endfunction()
+
+# tarn_test(<name> <sources>... LIBS <targets>... [LABELS <labels>...] [ENV <NAME=value>...]): one GoogleTest program, each of
+# its tests known to CTest by name. Tests labelled "display" run under a virtual X server (see tests/).
+function(tarn_test name)
+    cmake_parse_arguments(arg "" "" "LIBS;LABELS;ENV" ${ARGN})
+    add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
+    tarn_target(${name})
+    target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gtest GTest::gtest_main)
+    include(GoogleTest)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 30
+        PROPERTIES LABELS "${arg_LABELS}" ENVIRONMENT "${arg_ENV}" TIMEOUT 120)
+endfunction()
