@@ -1,13 +1,13 @@
-// script/hostinterface.h: everything the component and its host know of each other. The host implements these classes, the
-// component calls them; docs/host-abi.md is the reference of every position.
+// script/hostinterface.h: everything the component and its host know of each other. The host implements these classes,
+// the component calls them; docs/host-abi.md is the reference of every position.
 //
-// The order of the virtual functions is the binary contract: the function at position n (counted from 1) is slot n of the
-// vtable. Each interface is pure virtual functions and nothing else; objects are made and destroyed by the host alone, so the
-// destructors are protected and not virtual. Positions that nobody uses are named reservedN: a host implements them as empty
-// functions. Positions marked "extension" are part of the contract like all others.
+// The order of the virtual functions is the binary contract: the function at position n (counted from 1) is slot n of
+// the vtable. Each interface is pure virtual functions and nothing else; objects are made and destroyed by the host
+// alone, so the destructors are protected and not virtual. Positions that nobody uses are named reservedN: a host
+// implements them as empty functions. Positions marked "extension" are part of the contract like all others.
 //
-// Threads: every function may be called on the script thread and on the GUI thread unless it says otherwise, and never while
-// the component holds its lock.
+// Threads: every function may be called on the script thread and on the GUI thread unless it says otherwise, and never
+// while the component holds its lock.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -22,17 +22,17 @@ class ScriptPump;
 class ScriptRuntime;
 class ScriptValue;
 
-/// The shape of every function that script can call, and of a class's create and destroy handlers. `self` is the `this` object,
-/// `data` its private slot; the result is written into `result`, which starts as null. Script thread.
+/// The shape of every function that script can call, and of a class's create and destroy handlers. `self` is the `this`
+/// object, `data` its private slot; the result is written into `result`, which starts as null. Script thread.
 typedef void (*ScriptMethod)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                              ScriptValue& result);
 
-/// Called by the host when an asynchronous call has ended, exactly once per call, on any thread. `result` is null when the
-/// method was missing, threw, or the host is shutting down. It stays the host's.
+/// Called by the host when an asynchronous call has ended, exactly once per call, on any thread. `result` is null when
+/// the method was missing, threw, or the host is shutting down. It stays the host's.
 typedef void (*ScriptCompletion)(ScriptValue& result, void* context);
 
-/// Asked whether the class has a dynamic property of this name; true accepts it. `isStatic` is set when the property is looked
-/// up on the class itself and clear when it is looked up on an instance.
+/// Asked whether the class has a dynamic property of this name; true accepts it. `isStatic` is set when the property is
+/// looked up on the class itself and clear when it is looked up on an instance.
 typedef bool (*ScriptAddProp)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
                               bool isStatic);
 /// Asked whether the property may be deleted; false refuses.
@@ -57,8 +57,8 @@ inline constexpr char kPrivateKey[] = "tarn";
 class LibManager
 {
 public:
-    /// 1: the service with the identifier that `*guid` points to, as a pointer to its interface, or null. Never owned by the
-    /// caller. All three services must exist.
+    /// 1: the service with the identifier that `*guid` points to, as a pointer to its interface, or null. Never owned
+    /// by the caller. All three services must exist.
     virtual void* getInterface(const char** guid) = 0;
 
 protected:
@@ -105,7 +105,8 @@ protected:
     ~ScriptArgs() = default;
 };
 
-/// A script value: null, boolean, number, string, object or function. Made and destroyed by HostPlatform or ScriptEngine.
+/// A script value: null, boolean, number, string, object or function. Made and destroyed by HostPlatform or
+/// ScriptEngine.
 class ScriptValue
 {
 public:
@@ -131,8 +132,8 @@ public:
     virtual double toNumber(double fallback) const = 0;
     /// 11: the value as text, "" for null. `flags` is always 0.
     virtual sstring toString(int flags) const = 0;
-    /// 12: the object or function, null for anything else. Borrowed: valid as long as this value holds it; ScriptObject::keep
-    /// makes it last. `flags` is always 0.
+    /// 12: the object or function, null for anything else. Borrowed: valid as long as this value holds it;
+    /// ScriptObject::keep makes it last. `flags` is always 0.
     virtual ScriptObject* toObject(int flags) const = 0;
     virtual void reserved13() = 0;
     /// 14
@@ -201,19 +202,19 @@ public:
     virtual void reserved21() = 0;
     virtual void reserved22() = 0;
     virtual void reserved23() = 0;
-    /// 24: calls a script method of this object and waits. Script thread only. `result` is null when the method is missing or
-    /// throws; the host reports the error to the user.
+    /// 24: calls a script method of this object and waits. Script thread only. `result` is null when the method is
+    /// missing or throws; the host reports the error to the user.
     virtual void callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result) = 0;
     virtual void reserved25() = 0;
-    /// 26: starts a call of a script method and returns; the method runs on the script thread, and `done` is called with the
-    /// result and `context` when it has ended. Any thread. `args` may be destroyed as soon as this returns.
+    /// 26: starts a call of a script method and returns; the method runs on the script thread, and `done` is called
+    /// with the result and `context` when it has ended. Any thread. `args` may be destroyed as soon as this returns.
     virtual void callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
                                  void* context) = 0;
     virtual void reserved27() = 0;
     virtual void reserved28() = 0;
     virtual void reserved29() = 0;
-    /// 30: whether the object has a method of this name. Never waits for the script thread: on another thread it answers from
-    /// what the script thread last published.
+    /// 30: whether the object has a method of this name. Never waits for the script thread: on another thread it
+    /// answers from what the script thread last published.
     virtual bool hasMethod(sstring const& name) = 0;
     virtual void reserved31() = 0;
     virtual void reserved32() = 0;
@@ -261,8 +262,8 @@ public:
     virtual void reserved13() = 0;
     /// 14: one step: returns when there was work, when it was woken, or after at most 50 ms. Script thread.
     virtual void step() = 0;
-    /// 15 (extension) makes a step that is waiting, or else the next one, return. Any thread; never blocks. Wakes are not
-    /// counted.
+    /// 15 (extension) makes a step that is waiting, or else the next one, return. Any thread; never blocks. Wakes are
+    /// not counted.
     virtual void wake() = 0;
 
 protected:
@@ -323,9 +324,9 @@ public:
     virtual void reserved3() = 0;
     /// 4: the runtime of this engine.
     virtual ScriptRuntime* getRuntime() = 0;
-    /// 5 (extension) a new instance of the named class, one of the component's ("GuiControl") or one that the application
-    /// registered; its create handler has run. Kept once for the caller (`letGo` ends it); null when there is no such class or
-    /// its constructor throws. Script thread.
+    /// 5 (extension) a new instance of the named class, one of the component's ("GuiControl") or one that the
+    /// application registered; its create handler has run. Kept once for the caller (`letGo` ends it); null when there
+    /// is no such class or its constructor throws. Script thread.
     virtual ScriptObject* createInstance(sstring const& className) = 0;
     virtual void reserved6() = 0;
     virtual void reserved7() = 0;
@@ -382,11 +383,11 @@ public:
     virtual void reserved6() = 0;
     virtual void reserved7() = 0;
     virtual void reserved8() = 0;
-    /// 9: rewrites `path` into the full path of the file, relative to the script that owns `relativeTo` (null: the program's
-    /// own folder). The caller has reserved 1024 units in `path`.
+    /// 9: rewrites `path` into the full path of the file, relative to the script that owns `relativeTo` (null: the
+    /// program's own folder). The caller has reserved 1024 units in `path`.
     virtual void resolvePath(ScriptObject* relativeTo, sstring& path) = 0;
-    /// 10: the bytes of a file: a pointer and a length that stay valid until the same thread's next call of this function. False
-    /// when the file can not be read; nothing is printed then, the caller reports it.
+    /// 10: the bytes of a file: a pointer and a length that stay valid until the same thread's next call of this
+    /// function. False when the file can not be read; nothing is printed then, the caller reports it.
     virtual bool readFile(ScriptObject* relativeTo, sstring path, const void** data, unsigned* length) = 0;
     /// 11: called once when the component starts.
     virtual void attach() = 0;
@@ -397,8 +398,8 @@ protected:
     ~HostLoadFile() = default;
 };
 
-/// The form-property service: the values of a window's controls as properties of its form object. Any thread; backed by a plain
-/// table, so that no call waits for the script thread.
+/// The form-property service: the values of a window's controls as properties of its form object. Any thread; backed by
+/// a plain table, so that no call waits for the script thread.
 class HostFormProp
 {
 public:
@@ -417,15 +418,15 @@ protected:
 
 // The four entry points that libtarn.so exports.
 extern "C" {
-/// Makes the component and starts its GUI thread; returns when that thread runs. The calling thread becomes the script thread.
-/// A second call does nothing. Always 1.
+/// Makes the component and starts its GUI thread; returns when that thread runs. The calling thread becomes the script
+/// thread. A second call does nothing. Always 1.
 __attribute__((visibility("default"))) int Init(LibManager& manager);
-/// Waits until no call into script made for a page is in flight, then ends the component and its GUI thread. The host has
-/// completed every pending asynchronous call before. Script thread. Always 1.
+/// Waits until no call into script made for a page is in flight, then ends the component and its GUI thread. The host
+/// has completed every pending asynchronous call before. Script thread. Always 1.
 __attribute__((visibility("default"))) int Shutdown();
 /// The five class names, in order, and a null pointer at the end. Static; never freed.
 __attribute__((visibility("default"))) const char* const* GetCompNames();
-/// Declares the class called `name` (compared without regard to case) through `scriptClass`. 0 for an unknown name. `context`
-/// is not used.
+/// Declares the class called `name` (compared without regard to case) through `scriptClass`. 0 for an unknown name.
+/// `context` is not used.
 __attribute__((visibility("default"))) int ConfigCompClass(void* context, const char* name, ScriptClass& scriptClass);
 }

@@ -1,0 +1,148 @@
+// runtime/guiefilter.h: what travels to the GUI thread (the events 1000 to 1012), and the filter in front of the
+// application that keeps user input back while script code runs.
+#pragma once
+
+#include "foundation/pmutex.h"
+#include "foundation/vela-string.h"
+#include "script/hostinterface.h"
+
+#include <QEvent>
+#include <QObject>
+#include <atomic>
+
+class guiHtml;
+class guiHtmlBase;
+
+/// Numbers of the component's own events. QEvent::User is 1000.
+enum guiEventID
+{
+    guiEventIdShutdown = 1000,
+    guiEventIdPageOpen = 1001,
+    guiEventIdPageClose = 1002,
+    guiEventIdLoadFile = 1003,
+    guiEventIdLoadBackground = 1004,
+    guiEventIdSetText = 1005,
+    guiEventIdSetCaption = 1006,
+    guiEventIdUpdateLayout = 1007,
+    guiEventIdRepaint = 1008,
+    guiEventIdFunction = 1009,
+    guiEventIdTrigger = 1010,
+    guiEventIdClose = 1011,
+    guiEventIdUpdate = 1012,
+};
+
+/// Swallows user input while its counters say so. The counters change on any thread; the filter itself runs on the GUI
+/// thread.
+class guiEventFilter : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Blocks all key and mouse input until the matching deactivate(). Calls nest; a surplus deactivate() does nothing.
+    void activate();
+    void deactivate();
+    /// The same for mouse moves only.
+    void activateMM();
+    void deactivateMM();
+    /// Lets everything through at once, whatever the counters said.
+    void forceDeactivate();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    std::atomic<unsigned> m_inputBlock{0};
+    std::atomic<unsigned> m_mouseMoveBlock{0};
+};
+
+/// An event for the GUI thread. Allocated by whoever posts it, deleted by Qt after its dispatch.
+class guiEvent : public QEvent
+{
+public:
+    explicit guiEvent(guiEventID id) : QEvent(static_cast<QEvent::Type>(id)) {}
+    /// Called on the GUI thread when the event has been handled.
+    virtual void Finished() {}
+};
+
+/// An event whose poster waits. The poster's flag and result live in its stack frame: nothing is read from the event
+/// later.
+class guiBlockingEvent : public guiEvent
+{
+public:
+    using guiEvent::guiEvent;
+    /// `done` (may be null) is set to 1 at the end; then `waiter` (may be null) is signalled. Neither is owned.
+    void setWaiter(std::atomic<int>* done, pevent* waiter);
+    void Finished() override;
+
+private:
+    std::atomic<int>* m_done = nullptr;
+    pevent* m_waiter = nullptr;
+};
+
+/// A plain event about one node; the node may be gone when it arrives.
+template <int id, class Node>
+struct guiNodeEvent : guiEvent
+{
+    explicit guiNodeEvent(Node* n) : guiEvent(static_cast<guiEventID>(id)), node(n) {}
+    Node* node; // not owned, checked against the registry
+};
+
+/// A blocking event about one node, without a result.
+template <int id, class Node>
+struct guiBlockingNodeEvent : guiBlockingEvent
+{
+    explicit guiBlockingNodeEvent(Node* n) : guiBlockingEvent(static_cast<guiEventID>(id)), node(n) {}
+    Node* node; // not owned
+};
+
+/// A blocking event about one node with an integer argument and a result.
+template <int id, class Node>
+struct guiIntEvent : guiBlockingEvent
+{
+    guiIntEvent(Node* n, int v, int* r) : guiBlockingEvent(static_cast<guiEventID>(id)), node(n), value(v), result(r) {}
+    Node* node; // not owned
+    int value;
+    int* result; // the poster's
+};
+
+/// A blocking event about one node with a text argument and a result.
+template <int id>
+struct guiTextEvent : guiBlockingEvent
+{
+    guiTextEvent(guiHtml* n, sstring const& t, int* r)
+        : guiBlockingEvent(static_cast<guiEventID>(id)), node(n), text(t), result(r)
+    {}
+    guiHtml* node; // not owned
+    sstring text;
+    int* result; // the poster's
+};
+
+struct guiEventShutdown : guiEvent
+{
+    guiEventShutdown() : guiEvent(guiEventIdShutdown) {}
+};
+
+using guiEventPageOpen = guiIntEvent<guiEventIdPageOpen, guiHtmlBase>;
+using guiEventPageClose = guiBlockingNodeEvent<guiEventIdPageClose, guiHtmlBase>;
+using guiEventLoadFile = guiTextEvent<guiEventIdLoadFile>;
+using guiEventLoadBackground = guiTextEvent<guiEventIdLoadBackground>;
+using guiEventSetText = guiTextEvent<guiEventIdSetText>;
+using guiEventSetCaption = guiTextEvent<guiEventIdSetCaption>;
+using guiEventUpdateLayout = guiIntEvent<guiEventIdUpdateLayout, guiHtml>;
+using guiEventRepaint = guiBlockingNodeEvent<guiEventIdRepaint, guiHtml>;
+using guiEventTrigger = guiNodeEvent<guiEventIdTrigger, guiHtml>;
+using guiEventClose = guiNodeEvent<guiEventIdClose, guiHtmlBase>;
+using guiEventUpdate = guiNodeEvent<guiEventIdUpdate, guiHtml>;
+
+/// Runs a ScriptMethod on the GUI thread with the arguments that script gave.
+struct guiEventFunction : guiBlockingEvent
+{
+    guiEventFunction(ScriptMethod m, LibManager& l, ScriptPrivate* d, ScriptObject* s, ScriptArgs& a, ScriptValue& r)
+        : guiBlockingEvent(guiEventIdFunction), method(m), manager(l), data(d), self(s), args(a), result(r)
+    {}
+    ScriptMethod method;
+    LibManager& manager;
+    ScriptPrivate* data;
+    ScriptObject* self;
+    ScriptArgs& args;
+    ScriptValue& result;
+};

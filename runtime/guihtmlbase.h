@@ -1,0 +1,121 @@
+// runtime/guihtmlbase.h: the root node of one window's page. It holds what belongs to the window rather than to any
+// element, and makes and destroys the top-level widget that shows the page.
+#pragma once
+
+#include "page/guihtml.h"
+#include "script/hostinterface.h"
+
+class guiWidget;
+class QAbstractButton;
+class QButtonGroup;
+
+/// Window style bits, see createWidget().
+enum guiWindowStyle : unsigned
+{
+    guiStyleMinimize = 0x01,
+    guiStyleMaximize = 0x02,
+    guiStyleSystemMenu = 0x04,
+    guiStyleContextHelp = 0x08,
+    guiStyleSystemMenuOnly = 0x10,
+    guiStyleStaysOnTop = 0x20,
+    guiStyleDialogBorder = 0x40,
+    guiStyleTitle = 0x80,
+};
+
+/// The page root. May outlive its widget and be opened again. Everything that touches the widget runs on the GUI
+/// thread; setters that only store a value may run on either thread while the window is closed.
+class guiHtmlBase : public guiHtml
+{
+public:
+    /// `page` is the window's script object, `data` its private slot, `form` its form object (none owned; all may be
+    /// null for a page without script). `path`: full name of the page's file, "" when it has none.
+    guiHtmlBase(ScriptObject* page, ScriptPrivate* data, ScriptObject* form, sstring const& path);
+    /// Waits until no call into script made for this page is in flight.
+    ~guiHtmlBase() override;
+
+    ScriptObject* getPageObject() const { return m_page; }
+    ScriptPrivate* getPagePrivate() const { return m_pagePrivate; }
+    ScriptObject* getFormObject() const { return m_form; }
+
+    /// The window's widget, made on the first call, laid out and sized but not shown. It is modal if `modal` is not 0
+    /// and the application has an active window. GUI thread.
+    guiWidget* createWidget(int modal);
+    /// Destroys the widget, if there is one, as soon as it is not painting. GUI thread.
+    void destroyWidget();
+    /// The widget, null while the window is closed.
+    guiWidget* getWidget() const { return m_widget.load(std::memory_order_acquire); }
+    bool isOpen() const { return getWidget() != nullptr; }
+
+    void setTitle(sstring const& title);
+    sstring getTitle() const;
+    /// Limits and default size in pixels. A 0 leaves the old value.
+    void setMinimumSize(int width, int height);
+    void setMaximumSize(int width, int height);
+    void setDefaultSize(int width, int height);
+    /// 0 fixes the window at its default size, which is derived from the limits when it is not set.
+    void setResizable(int resizable);
+    int getMinimumWidth() const { return m_minimumWidth; }
+    int getDefaultWidth() const { return m_defaultWidth; }
+    int getMaximumWidth() const { return m_maximumWidth; }
+    int getMinimumHeight() const { return m_minimumHeight; }
+    int getDefaultHeight() const { return m_defaultHeight; }
+    int getMaximumHeight() const { return m_maximumHeight; }
+    void setStyle(unsigned bits) { m_style = bits; }
+    unsigned getStyle() const { return m_style; }
+
+    /// Names of the controls that Enter and Escape trigger. "X" closes the window.
+    void setEnterControl(sstring const& name) { m_enterControl = name; }
+    void setEscapeControl(sstring const& name) { m_escapeControl = name; }
+    sstring getEnterControl() const { return m_enterControl; }
+    sstring getEscapeControl() const { return m_escapeControl; }
+
+    /// Name of the node whose widget has the keyboard focus in this window, "" when none has.
+    sstring getFocus();
+    /// Gives the focus to the named control; remembered until the control exists.
+    void setFocus(sstring name);
+    sstring const& getPendingFocus() const { return m_pendingFocus; }
+
+    /// What show() gives back to script. Owned by the engine of the page object; null without one.
+    void setReturnCode(ScriptValue& value);
+    ScriptValue* getReturnCode() const { return m_returnCode; }
+
+    /// Radio buttons of one group name exclude each other.
+    void addToGroup(QAbstractButton* button, sstring const& group);
+
+    /// Height in pixels of the window's menu bar, 0 without one.
+    int getMenuHeight();
+
+    /// Brackets a call into script made for this page: the page and the component stay alive in between. Any thread.
+    void shutdownEnter();
+    void shutdownLeave();
+    void shutdownWait();
+
+    int getType() override { return kTypeBase; }
+    QWidget* getTopLevelWidget() override;
+    guiHtmlBase* getBaseHtml() override;
+    int onEnter() override;
+    int onEscape() override;
+
+private:
+    void applyLimits(QWidget* widget) const;
+    int triggerNamed(sstring const& name);
+
+    sstring m_title;
+    sstring m_escapeControl;
+    sstring m_enterControl;
+    ScriptObject* m_page;
+    ScriptPrivate* m_pagePrivate;
+    ScriptObject* m_form;
+    std::atomic<guiWidget*> m_widget{nullptr}; // owned
+    int m_minimumWidth = 0;
+    int m_defaultWidth = 480;
+    int m_maximumWidth = 0;
+    int m_minimumHeight = 0;
+    int m_defaultHeight = 240;
+    int m_maximumHeight = 0;
+    unsigned m_style = 0x87;
+    ScriptValue* m_returnCode = nullptr;
+    std::vector<std::pair<sstring, QButtonGroup*>> m_groups; // the groups are owned
+    unsigned m_shutdownCount = 0;                            // guarded by the component lock
+    sstring m_pendingFocus;
+};

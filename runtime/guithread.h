@@ -1,0 +1,90 @@
+// runtime/guithread.h: the GUI thread. It owns the QApplication and runs its event loop; everybody else sends it events
+// (runtime/guiefilter.h) and, for the blocking ones, waits until they are handled.
+#pragma once
+
+#include "runtime/guiefilter.h"
+
+#include <pthread.h>
+
+class QApplication;
+
+/// Made and destroyed by the component on the script thread. No Qt object exists before it: the first thread that
+/// touches Qt is the one Qt takes for its main thread, and that must be the GUI thread.
+class guiThread
+{
+public:
+    /// Starts the GUI thread and waits until its application object exists.
+    explicit guiThread(pthread_t scriptThread);
+    /// Ends the event loop and waits until the GUI thread has destroyed its application object.
+    ~guiThread();
+    guiThread(guiThread const&) = delete;
+    guiThread& operator=(guiThread const&) = delete;
+
+    pthread_t id() const { return m_f.guiThreadId; }
+    pthread_t idScript() const { return m_f.scriptThreadId; }
+    QApplication* getApp() const { return m_f.app; }
+    bool isGuiThread() const;
+    bool isScriptThread() const;
+
+    /// Blocking calls: each is handled on the GUI thread and returns the handler's result, 0 if it left none. Any
+    /// thread; on the GUI thread they run directly, on the script thread the host's message pump runs meanwhile.
+    int callPageOpen(guiHtmlBase* root, int modal);
+    void callPageClose(guiHtmlBase* root);
+    int callLoadFile(guiHtml* node, sstring const& path);
+    int callLoadBackground(guiHtml* node, sstring const& path);
+    int callSetText(guiHtml* node, sstring const& text);
+    int callSetCaption(guiHtml* node, sstring const& text);
+    int callUpdateLayout(guiHtml* node, int apply);
+    void callRepaint(guiHtml* node);
+    void callFunction(ScriptMethod method, LibManager& manager, ScriptPrivate* data, ScriptObject* self,
+                      ScriptArgs& args, ScriptValue& result);
+
+    /// Posts that return at once. Any thread. The node may be gone when they arrive.
+    void postTrigger(guiHtml* node);
+    void postClose(guiHtmlBase* root);
+    /// Repaints a node soon. While one such request is on its way, further ones are dropped: one pass serves all.
+    void postUpdate(guiHtml* node);
+    /// Hands `event` over to Qt.
+    void postEvent(guiEvent* event);
+    /// Makes a pumpOnce() that is waiting, or else the next one, return.
+    void postNullEvent();
+
+    /// Handles Qt events once, waiting for one when there is none. GUI thread.
+    void pumpOnce();
+
+    /// User input is dropped between disable() and enable(), mouse moves between disableMM() and enableMM(). Calls
+    /// nest.
+    void disable();
+    void enable();
+    void disableMM();
+    void enableMM();
+    void forceEnable();
+
+    /// Handles one event, one of the component's own or (with a log line) any other; true. GUI thread.
+    bool event(QEvent* event);
+    /// Posts `event` and waits until it has been handled. On the GUI thread it is handled directly and stays the
+    /// caller's.
+    void sendEvent(guiBlockingEvent* event);
+
+private:
+    struct fields
+    {
+        pthread_t guiThreadId;
+        pthread_t scriptThreadId;
+        pevent* started;   // owned
+        pevent* finished;  // owned
+        QApplication* app; // owned by the GUI thread
+        QObject* nullReceiver;
+        guiEventFilter* filter;
+        QObject* receiver; // hands the events that are posted to this object over to event()
+    };
+
+    static intptr_t threadMain(intptr_t self);
+    void run();
+    void dispatch(QEvent* event);
+    void waitOnScriptThread(std::atomic<int>& done);
+    template <class Event, class... Arguments>
+    void send(Arguments&&... arguments);
+
+    fields m_f;
+};
