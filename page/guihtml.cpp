@@ -1,0 +1,231 @@
+// page/guihtml.cpp: how nodes are made, copied and destroyed, and what a plain node answers.
+#include "page/guihtml.h"
+
+#include "page/guihtmlrare.h"
+#include "page/guihtmlservices.h"
+#include "runtime/gui.h"
+
+#include <atomic>
+#include <vector>
+
+namespace {
+
+std::atomic<hashlist<guiHtml>*> theRegistry{nullptr};
+
+void enterRegistry(guiHtml* node)
+{
+    if (hashlist<guiHtml>* registry = theRegistry.load(std::memory_order_acquire))
+        registry->insert(node);
+}
+
+void leaveRegistry(guiHtml* node)
+{
+    if (hashlist<guiHtml>* registry = theRegistry.load(std::memory_order_acquire))
+        registry->remove(node);
+}
+
+} // namespace
+
+void guiHtml::setRegistry(hashlist<guiHtml>* registry) { theRegistry.store(registry, std::memory_order_release); }
+
+guiHtml::guiHtml(guiHtml* parent)
+{
+    enterRegistry(this);
+    if (!parent)
+        return;
+    m.parent = parent;
+    m.textColor = parent->m.textColor;
+    m.linkColor = parent->m.linkColor;
+    m.activeLinkColor = parent->m.activeLinkColor;
+    if (guiServices::hasPageObject(parent->getBaseHtml()))
+        guiHtml::buildCustomObject_script();
+}
+
+guiHtml::guiHtml(guiHtml const& other)
+{
+    enterRegistry(this);
+    copyFrom(other);
+}
+
+guiHtml::~guiHtml()
+{
+    guiHtml::destroyChildWidget();
+    destroyTree(m.children, this);
+    if (m.object)
+        guiServices::unbindObject(m.object, this);
+    leaveRegistry(this);
+}
+
+guiHtml& guiHtml::operator=(guiHtml& other)
+{
+    if (&other != this)
+        copyFrom(other);
+    return *this;
+}
+
+guiHtml* guiHtml::Clone(guiHtml* parent)
+{
+    auto* copy = new guiHtml;
+    *copy = *this;
+    copy->setParent(parent);
+    return copy;
+}
+
+void guiHtml::copyFrom(guiHtml const& other)
+{
+    destroyChildren();
+    destroyScrollBars();
+    m.alignX = other.m.alignX;
+    m.alignY = other.m.alignY;
+    m.fixed = other.m.fixed;
+    m.dynamic = other.m.dynamic;
+    m.expandChildren = other.m.expandChildren;
+    m.expandWidth = other.m.expandWidth;
+    m.expandHeight = other.m.expandHeight;
+    m.activeCx = other.m.activeCx;
+    m.activeCy = other.m.activeCy;
+    m.parent = other.m.parent;
+    m.children = other.m.children;
+    m.rect = other.m.rect;
+    m.space = other.m.space;
+    m.divide = other.m.divide;
+    m.border = other.m.border;
+    m.textColor = other.m.textColor;
+    m.linkColor = other.m.linkColor;
+    m.activeLinkColor = other.m.activeLinkColor;
+    m.useSystemFont = other.m.useSystemFont;
+    m.tabOrderDirty = other.m.tabOrderDirty;
+    m.scrollMode = other.m.scrollMode;
+    m.enabled = other.m.enabled;
+    m.visible = other.m.visible;
+    m.current = other.m.current;
+    m.hover = other.m.hover;
+    m.rare = other.m.rare ? std::make_unique<rare_t>(*other.m.rare) : nullptr;
+    m.object = other.m.object;
+}
+
+// Leaves go first, so that a node's parents are whole while it is destroyed; no recursion, since trees may be deep. The
+// last child goes before the first: the registry finds the newest nodes fastest.
+void guiHtml::destroyTree(guiChildList& children, guiHtml* owner)
+{
+    struct level
+    {
+        guiHtml* node;
+        unsigned left; // children not destroyed yet
+    };
+    auto levelOf = [](guiHtml* node) { return level{node, node->m.children.isShared() ? 0 : node->getChildCount()}; };
+
+    if (children.isShared()) {
+        for (guiHtml* entry : children)
+            if (guiChildList::isNode(entry) && entry->m.parent == owner)
+                entry->m.parent = nullptr;
+        children.clear();
+        return;
+    }
+    std::vector<level> path{level{owner, children.size()}};
+    while (!path.empty()) {
+        level& top = path.back();
+        if (top.left > 0) {
+            guiHtml* entry = top.node->m.children[--top.left];
+            top.node->m.children.set(top.left, nullptr);
+            if (guiChildList::isNode(entry))
+                path.push_back(levelOf(entry));
+            continue;
+        }
+        guiHtml* done = top.node;
+        path.pop_back();
+        if (!path.empty())
+            delete done;
+    }
+    children.clear();
+}
+
+void guiHtml::destroyChildren()
+{
+    if (!m.children.isShared())
+        for (guiHtml* child : guiNodesOf(this))
+            child->destroyChildWidget();
+    destroyTree(m.children, this);
+}
+
+guiHtml* guiHtml::append(guiHtml* child)
+{
+    child->setParent(this);
+    m.children.append(child);
+    return child;
+}
+
+sstring guiHtml::getName() { return getString(kStringName); }
+
+ScriptObject* guiHtml::getCustomObject() { return m.object; }
+
+void guiHtml::buildCustomObject_script()
+{
+    m.object = guiServices::buildCustomObject(this);
+    if (!m.object)
+        guiComponent::logError("BuildCustomObject failed for 0x%08lX!\n", reinterpret_cast<unsigned long>(this));
+}
+
+void guiHtml::setEnabled(int enabled)
+{
+    m.enabled = enabled > 0;
+    for (guiHtml* child : guiNodesOf(this))
+        child->setEnabled(enabled);
+}
+
+void guiHtml::setUseSystemFont(int use)
+{
+    m.useSystemFont = use != 0;
+    for (guiHtml* child : guiNodesOf(this))
+        child->setUseSystemFont(use);
+}
+
+void guiHtml::setCaption(sstring const& caption)
+{
+    setString(kStringCaption, caption);
+    updateLayout(1);
+}
+
+void guiHtml::setSizePolicy(guiSizePolicy policy) { m.scrollMode = policy; }
+
+void guiHtml::setCurrent() { m.current = 1; }
+
+void guiHtml::onShow()
+{
+    for (guiHtml* child : guiNodesOf(this))
+        child->onShow();
+}
+
+void guiHtml::readFormProperty(ScriptObject* form)
+{
+    for (guiHtml* child : guiNodesOf(this))
+        child->readFormProperty(form);
+}
+
+void guiHtml::writeFormProperty(ScriptObject* form)
+{
+    for (guiHtml* child : guiNodesOf(this))
+        child->writeFormProperty(form);
+}
+
+void guiHtml::eraseFormProperty(ScriptObject* form)
+{
+    for (guiHtml* child : guiNodesOf(this))
+        child->eraseFormProperty(form);
+}
+
+void guiHtml::triggerNow() {}
+
+QWidget* guiHtml::getChildWidget() { return nullptr; }
+
+void guiHtml::createChildWidget() {}
+
+void guiHtml::destroyChildWidget()
+{
+    destroyScrollBars();
+    guiServices::nodeLosesWidget(this);
+    if (m.children.isShared())
+        return;
+    for (guiHtml* child : guiNodesOf(this))
+        child->destroyChildWidget();
+}

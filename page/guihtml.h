@@ -1,0 +1,345 @@
+// page/guihtml.h: the node that every page element is. A page is a tree of these: the root (runtime/guihtmlbase.h),
+// text runs (guihtmltext.h), images, controls, forms and framesets derive from it; a plain node is a table, a cell or a
+// frame. guihtml.cpp makes, copies and destroys nodes, guihtmltree.cpp walks them, guihtmldump.cpp writes them as text,
+// guihtmlload.cpp gives them content, guihtmlsize.cpp their rectangles, guihtmlpaint.cpp paints them, guihtmllink.cpp
+// follows their links.
+#pragma once
+
+#include "foundation/vela-string.h"
+#include "page/guichildlist.h"
+#include "page/guitypes.h"
+
+#include <QPointer>
+#include <memory>
+
+class guiHtmlBase;
+class guiWidget;
+class QFont;
+class QPainter;
+class QPixmap;
+class QRegion;
+class QScrollBar;
+class QWidget;
+class ScriptObject;
+template <typename T>
+class hashlist;
+
+/// The texts that a node may have. Most nodes have none, so each is stored only when it is not empty.
+enum guiNodeString : unsigned char
+{
+    kStringFont,
+    kStringName,       ///< attribute `name`
+    kStringMouseOver,  ///< handler links of the four mouse attributes
+    kStringMouseOut,   //
+    kStringMouseDown,  //
+    kStringMouseUp,    //
+    kStringSource,     ///< attribute `src` until dynamicLoad() has loaded it
+    kStringFile,       ///< the file that the node's content came from
+    kStringCaption,    ///< title of a group box
+    kStringBookmark,   ///< what "#name" in a link jumps to
+    kStringFace,       ///< font override "face,points", either part may be missing; empty: the parent's font
+    kStringBackground, ///< file name of the background image
+};
+
+/// One page element. Nodes belong to the GUI thread; other threads may only ask the registry whether one exists.
+class guiHtml
+{
+public:
+    /// What getType() returns.
+    enum : int
+    {
+        kTypePlain = 0,
+        kTypeBase = 1,
+        kTypeForm = 2,
+        kTypeImage = 3,
+        kTypeText = 4,
+        kTypeControl = 5,
+        kTypeFrameset = 6,
+        kTypeCustom = 7,
+    };
+
+    /// Minimum and requested size on both axes.
+    struct sizes_t
+    {
+        int cxMin = 0;                    ///< pixels
+        int cyMin = 0;                    //
+        guiSizeUnit unitX = kUnitUnbound; ///< what x and y count
+        guiSizeUnit unitY = kUnitUnbound; //
+        unsigned x = 0;
+        unsigned y = 0;
+    };
+
+    /// Scroll bars and how far the content is scrolled, in pixels subtracted from the children's origin.
+    struct scroll_t
+    {
+        QPointer<QScrollBar> barX; // owned; none while the content fits. Qt may have deleted it with the window.
+        QPointer<QScrollBar> barY; //
+        unsigned posX = 0;
+        unsigned posY = 0;
+        unsigned rangeX = 0; ///< largest position
+        unsigned rangeY = 0; //
+    };
+
+    struct rare_t;
+
+    /// A node's data. What few nodes have lies in `rare`, behind the accessors below.
+    struct m_t
+    {
+        guiAlignment alignX = kAlignLeft;
+        guiAlignment alignY = kAlignCenter;
+        sizes_t fixed;                   ///< static: what the page's attributes ask for
+        sizes_t dynamic;                 ///< what layout computed from that and the content
+        std::uint8_t expandChildren = 0; ///< hands spare space on to its children
+        std::uint8_t expandWidth = 0;    ///< may grow horizontally
+        std::uint8_t expandHeight = 0;   ///< may grow vertically
+        unsigned activeCx = 0;           ///< the size finally given, pixels
+        unsigned activeCy = 0;           //
+        guiHtml* parent = nullptr;       // not owned
+        guiChildList children;           // the nodes in it are owned
+        guiRect rect;                    ///< relative to the parent's top left corner
+        int space = 0;                   ///< pixels between the border and the content
+        int divide = 0;                  ///< pixels between neighbouring children and between layers
+        int border = 0;                  ///< border width
+        guiPackedColor textColor = guiColor::Black;
+        guiPackedColor linkColor = guiColor::BrightBlue;
+        guiPackedColor activeLinkColor = guiColor::BrightRed;
+        std::uint8_t useSystemFont = 0;
+        std::uint8_t tabOrderDirty = 1;
+        guiSizePolicy scrollMode = kPolicyResize;
+        std::uint8_t enabled = 1;
+        std::uint8_t visible = 1;
+        std::uint8_t current = 0;
+        std::uint8_t hover = 0;
+        std::unique_ptr<rare_t> rare;   // null: all defaults
+        ScriptObject* object = nullptr; // not owned; the custom script object
+    };
+
+    /// A node of its own, in no list yet. With a parent (not owned; the node is not appended to it) it starts with the
+    /// parent's text and link colours, and, if the parent's window has a page object, with a script object of its own.
+    explicit guiHtml(guiHtml* parent = nullptr);
+    /// A node with the same fields: see operator=.
+    guiHtml(guiHtml const& other);
+
+    // ---- The virtual operations, in slot order ----
+
+    /// Destroys the node's widgets, then its children (the last one first), then takes the node out of the registry.
+    virtual ~guiHtml();
+    /// Copies every field except the widgets. Shallow: both nodes then list the same children. The children live until
+    /// the last node that lists them is destroyed; appending to one of the two takes them over from the other.
+    virtual guiHtml& operator=(guiHtml& other);
+    /// A new node of the same class, assigned from this one, with the given parent. The caller owns it.
+    virtual guiHtml* Clone(guiHtml* parent);
+    virtual int getType() { return kTypePlain; }
+    virtual guiRect getRect() { return m.rect; }
+    /// The rectangle less the border, relative to the parent like getRect().
+    virtual void getClientRect(guiRect* out);
+    /// This node or the first below it (depth first, in child order) whose name is equal without regard to case.
+    virtual guiHtml* getNamed(sstring const& name);
+    /// The same by bookmark name.
+    virtual guiHtml* getBookmarked(sstring const& bookmark);
+    virtual sstring getName();
+    /// Places the node and, from its active size, everything in it.
+    virtual void setRect(guiRect* rect);
+    /// The rectangle in coordinates of the top-level widget.
+    virtual void getRectInWidget(guiRect* out);
+    /// The part of the rectangle that no ancestor's client rectangle cuts off, in coordinates of the top-level widget;
+    /// width or height 0 when nothing is left.
+    virtual void getClipRect(guiRect* out);
+    /// The window's widget, null while the page is in no open window.
+    virtual QWidget* getTopLevelWidget();
+    /// The page root, null for a node outside a page.
+    virtual guiHtmlBase* getBaseHtml();
+    virtual ScriptObject* getCustomObject();
+    /// Asks the script side for the node's custom object and enters it in the component's map; logs a failure.
+    virtual void buildCustomObject_script();
+    /// The tree from here as text, each line indented by `indent` blanks.
+    virtual sstring toString(unsigned indent);
+    /// Replaces the content by a file's: a page or a picture. "#name" at the end scrolls there. 1 or 0.
+    virtual int loadFile(sstring file);
+    virtual int loadBackground(sstring file);
+    /// Replaces the content by a page or a part of one. `directory`: where the page's relative names start. 1 or 0.
+    virtual int setText(sstring const& content, sstring const& directory);
+    virtual void setCaption(sstring const& caption);
+    /// Starts every pending `src` load from here down. 1 if all succeeded.
+    virtual int dynamicLoad();
+    virtual int setBackgroundImage(sstring const& file);
+    /// Schedules a repaint of the node.
+    virtual void update();
+    /// The page became visible.
+    virtual void onShow();
+    /// Enables or disables the node and everything below it.
+    virtual void setEnabled(int enabled);
+    virtual int isEnabled() { return m.enabled; }
+    /// The font of the node's text and, through `points`, its size.
+    virtual QFont getDefaultFont(int* points);
+    /// Computes the layout anew and, if `apply` is not 0, places everything and repaints. 1 or 0.
+    virtual int updateLayout(int apply);
+    /// Chains the keyboard focus through all widgets by ascending tab index, if the order is out of date.
+    virtual void updateTabOrder();
+    /// The control's own widget, null for all other nodes.
+    virtual QWidget* getChildWidget();
+    /// kNoTabIndex without one.
+    virtual int getTabIndex();
+    /// Form object to controls, controls to form object, and removal of the controls' properties; for the node and
+    /// everything below it.
+    virtual void readFormProperty(ScriptObject* form);
+    virtual void writeFormProperty(ScriptObject* form);
+    virtual void eraseFormProperty(ScriptObject* form);
+    virtual void setCurrent();
+    /// For the node and everything below it.
+    virtual void setUseSystemFont(int use);
+    /// The keys: not 0 when the node used the key up.
+    virtual int onEnter();
+    virtual int onEscape();
+    /// What Enter, Escape or script trigger in a control; nothing here.
+    virtual void triggerNow();
+    /// The node at or below this one that owns the widget, null when there is none.
+    virtual guiHtml* findWidget(QWidget* widget);
+    virtual guiSizePolicy getSizePolicy() { return m.scrollMode; }
+    virtual void setSizePolicy(guiSizePolicy policy);
+    /// Pixels, or a negative number of percent.
+    virtual int getPreferredWidth();
+    /// Height in pixels for a width in pixels.
+    virtual int getHeightEstimate(unsigned long width);
+    /// The next layer: `count` nodes from entry `first`. `pos` is where to read on, 0 at the start. Every output may be
+    /// null. 0 when there is no layer left.
+    virtual int findLayer(unsigned* pos, unsigned* first, unsigned* count, int* endsParagraph, guiAlignment* align);
+    /// Bottom-up sizes; returns the preferred width as getPreferredWidth() gives it.
+    virtual int calcDynamicLayout();
+    virtual void updateActiveWidths();
+    virtual void updateActiveHeights();
+    virtual void updateSpringyHeights();
+    virtual void updateScrollbarRanges();
+    virtual int getChildHeight(unsigned index, unsigned long width, unsigned long available);
+    virtual void paintBorder(QPainter* painter, guiRect* rect, int highlight);
+    /// (x, y): origin of the parent's content in widget coordinates. `region` may be null: no clipping.
+    virtual void paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region);
+    virtual void paintCornerTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region);
+    virtual void paintChildrenTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region);
+    virtual void setCurrentDirectory();
+    virtual void createChildWidget();
+    /// Destroys the widgets of the node and of everything below it.
+    virtual void destroyChildWidget();
+    /// The node under a point given relative to the parent's content; rewrites the point relative to the node found.
+    virtual guiHtml* hitTest(int* x, int* y);
+    virtual int canHitTest();
+    virtual void onMouseOn();
+    virtual void onMouseOff();
+    virtual void onMouseMove(int x, int y);
+    virtual void onMouseUp();
+    virtual void onMouseDown(int x, int y);
+    virtual void onScrollX(int pos);
+    virtual void onScrollY(int pos);
+    /// Not 0 when a handler took the event or the link was followed.
+    virtual int onEvent(sstring name, ScriptObject* object);
+    virtual int onHyperlink(sstring link, ScriptObject* object);
+    virtual int onHyperlinkAction(sstring& link, sstring& target, ScriptObject* object);
+    virtual int onHyperlinkFile(sstring& link, sstring& target);
+
+    // ---- The tree ----
+
+    guiHtml* getParent() const { return m.parent; }
+    void setParent(guiHtml* parent) { m.parent = parent; }
+    unsigned getChildCount() const { return m.children.size(); }
+    /// The raw entry, a marker or a node (guiChildList::isNode).
+    guiHtml* getChild(unsigned index) const { return m.children[index]; }
+    /// The last entry that is a node, null when there is none.
+    guiHtml* getLastChild() const;
+    /// Takes the node over as the last child and becomes its parent. Returns it.
+    guiHtml* append(guiHtml* child);
+    void appendMarker(guiMarker marker) { m.children.append(guiChildList::fromMarker(marker)); }
+    /// Destroys all children and forgets the markers.
+    void destroyChildren();
+    /// Number of nodes above this one.
+    unsigned getDepth() const;
+
+    // ---- What few nodes have ----
+
+    sstring getString(guiNodeString which) const;
+    bool hasString(guiNodeString which) const;
+    /// Whether the string has this value; `fold` compares without regard to case. Costs no copy.
+    bool isString(guiNodeString which, sstring const& value, bool fold = false) const;
+    /// Sets one of the strings; "" is the same as none.
+    void setString(guiNodeString which, sstring const& value);
+
+    guiColor getBorderLight() const;
+    guiColor getBorderColor() const;
+    guiColor getBorderDark() const;
+    void setBorderColors(guiColor light, guiColor color, guiColor dark);
+    guiColor getBackgroundColor() const;
+    /// Whether the page gave the node a background colour.
+    bool hasBackgroundColor() const;
+    void setBackgroundColor(guiColor color);
+    int getFontSize() const;
+    void setFontSize(int size);
+    void setTabIndex(int index);
+
+    /// The loaded background image, null when none is loaded.
+    QPixmap const* getBackgroundPixmap() const;
+    bool isBackgroundLoaded() const { return getBackgroundPixmap() != nullptr; }
+    void setBackgroundPixmap(QPixmap const& image);
+    void clearBackgroundPixmap();
+
+    /// Scroll bars and positions; all 0 for a node that was never scrolled.
+    scroll_t const& getScroll() const;
+    /// The same to write, made on the first call.
+    scroll_t& ensureScroll();
+    /// Destroys the scroll bars and goes back to the top left.
+    void resetScroll();
+
+    /// Measured size of the caption, set by layout.
+    unsigned getCaptionWidth() const;
+    unsigned getCaptionHeight() const;
+    void setCaptionSize(unsigned width, unsigned height);
+
+    /// Where nodes enter themselves while they live; null: nowhere. Set by the component before it makes the first node
+    /// and cleared after the last one. Not owned.
+    static void setRegistry(hashlist<guiHtml>* registry);
+
+    /// The node's data, open to the classes of the page.
+    m_t m;
+
+private:
+    rare_t const& rare() const;
+    rare_t& ensureRare();
+    void copyFrom(guiHtml const& other);
+    void destroyScrollBars();
+    static void destroyTree(guiChildList& children, guiHtml* owner);
+};
+
+/// Every node below `parent`'s level is visited by `for (guiHtml* child : guiNodesOf(parent))`: the children without
+/// the markers. Appending to the parent meanwhile is not allowed.
+class guiNodesOf
+{
+public:
+    explicit guiNodesOf(guiHtml const* parent) : m_list(parent->m.children) {}
+
+    class iterator
+    {
+    public:
+        iterator(guiHtml** at, guiHtml** end) : m_at(at), m_end(end) { skipMarkers(); }
+        guiHtml* operator*() const { return *m_at; }
+        iterator& operator++()
+        {
+            ++m_at;
+            skipMarkers();
+            return *this;
+        }
+        bool operator!=(iterator const& other) const { return m_at != other.m_at; }
+
+    private:
+        void skipMarkers()
+        {
+            while (m_at != m_end && !guiChildList::isNode(*m_at))
+                ++m_at;
+        }
+        guiHtml** m_at;
+        guiHtml** m_end;
+    };
+
+    iterator begin() const { return {m_list.begin(), m_list.end()}; }
+    iterator end() const { return {m_list.end(), m_list.end()}; }
+
+private:
+    guiChildList const& m_list;
+};
