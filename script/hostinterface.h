@@ -198,7 +198,9 @@ public:
     virtual int beginSession(int flags) = 0;
     /// 19: host book-keeping: called once before the session object is destroyed. The result is ignored.
     virtual int endSession() = 0;
-    virtual void reserved20() = 0;
+    /// 20 (extension): the window that this object stands for was opened (1) or has closed (0). A host keeps its
+    /// process alive while a window is open. GUI thread, outside the component lock; the host returns at once.
+    virtual void windowState(int isOpen) = 0;
     virtual void reserved21() = 0;
     virtual void reserved22() = 0;
     virtual void reserved23() = 0;
