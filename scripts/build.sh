@@ -1,0 +1,174 @@
+# shellcheck shell=bash
+# From a fresh clone to something that runs. Demonstration, programs and tests share the one preset `dev` (optimised, with
+# assertions), so that whichever comes first leaves nothing to compile for the others; only benchmarks build `release`.
+
+# prepare PURPOSE...: the packages for the purposes, the npm packages, and the build that the first purpose needs. One at a
+# time: a second caller waits until the first has built.
+prepare() {
+    local preset=dev
+    [ "$1" != bench ] || preset=release
+    lock_build
+    install_step "$@"
+    check_interpreter
+    npm_step
+    configure_step "$preset"
+    step 'building' build "$preset" $(targets_for "$1")
+    exec 9>&-
+}
+
+lock_build() {
+    mkdir -p -- "$root/build" || die "can not write to $root"
+    exec 9>"$root/build/.lock"
+    flock -n 9 || { note 'waiting for another ./tarn that is building' && flock 9; }
+}
+
+# Words for `cmake --build`: the whole tree unless less will do.
+targets_for() {
+    case $1 in
+        page) echo --target tarn_dump ;;
+        program) echo --target tarn_node ;;
+    esac
+}
+
+check_interpreter() {
+    local major
+    major=$(node -p 'process.versions.node.split(".")[0]' 2>/dev/null) || die 'node does not run'
+    [ "$major" -ge 18 ] || die "Node.js 18 or newer is needed; $(command -v node) is $(node --version)"
+}
+
+# What decides a folder's npm packages, as one word.
+npm_fingerprint() {
+    cat "$root/host/node/package.json" "$root/host/node/package-lock.json" 2>/dev/null | cksum | tr ' ' -
+}
+
+npm_step() {
+    local stamp=$root/host/node/node_modules/.tarn-stamp
+    if [ ! -f "$root/host/node/package.json" ] || [ "$(cat "$stamp" 2>/dev/null)" = "$(npm_fingerprint)" ]; then
+        step_ready 'npm packages'
+        return
+    fi
+    step 'fetching npm packages' install_npm_packages
+    npm_fingerprint >"$stamp"
+}
+
+# The addon is compiled by this repository's own build, never by a package's install script.
+install_npm_packages() {
+    cd -- "$root/host/node" || return
+    local verb=install
+    [ ! -f package-lock.json ] || verb=ci
+    npm "$verb" --ignore-scripts --no-audit --no-fund --no-update-notifier </dev/null && mkdir -p node_modules
+}
+
+# What decides whether a build folder must be configured again, besides the files that ninja watches itself.
+configure_fingerprint() {
+    (
+        cd -- "$root" || exit
+        printf '%s\n' "$root" */CMakeLists.txt */*/CMakeLists.txt
+        cat CMakePresets.json
+    ) | cksum | tr ' ' -
+}
+
+configure_step() {
+    local folder=$root/build/$1
+    if [ -f "$folder/build.ninja" ] && [ "$(cat "$folder/.tarn-stamp" 2>/dev/null)" = "$(configure_fingerprint)" ]; then
+        step_ready 'configuration'
+        return
+    fi
+    step 'configuring' configure "$1"
+    configure_fingerprint >"$folder/.tarn-stamp"
+}
+
+# A clone that was moved can not reuse its cache.
+configure() {
+    local fresh=()
+    grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$root/build/$1/CMakeCache.txt" 2>/dev/null || fresh=(--fresh)
+    cd -- "$root" && cmake --preset "$1" "${fresh[@]}"
+}
+
+# build PRESET [--target NAME...]
+build() {
+    mkdir -p -- "$root/build" || die "can not write to $root"
+    exec 9>"$root/build/.lock"
+    flock -n 9 || { note 'waiting for another ./tarn that is building' && flock 9; }
+}
+
+# Words for `cmake --build`: the whole tree unless less will do.
+targets_for() {
+    case $1 in
+        page) echo --target tarn_dump ;;
+        program) echo --target tarn_node ;;
+    esac
+}
+
+check_interpreter() {
+    local major
+    major=$(node -p 'process.versions.node.split(".")[0]' 2>/dev/null) || die 'node does not run'
+    [ "$major" -ge 18 ] || die "Node.js 18 or newer is needed; $(command -v node) is $(node --version)"
+}
+
+# What decides a folder's npm packages, as one word.
+npm_fingerprint() {
+    cat "$root/host/node/package.json" "$root/host/node/package-lock.json" 2>/dev/null | cksum | tr ' ' -
+}
+
+npm_step() {
+    local stamp=$root/host/node/node_modules/.tarn-stamp
+    if [ ! -f "$root/host/node/package.json" ] || [ "$(cat "$stamp" 2>/dev/null)" = "$(npm_fingerprint)" ]; then
+        step_ready 'npm packages'
+        return
+    fi
+    step 'fetching npm packages' install_npm_packages
+    npm_fingerprint >"$stamp"
+}
+
+# The addon is compiled by this repository's own build, never by a package's install script.
+install_npm_packages() {
+    cd -- "$root/host/node" || return
+    local verb=install
+    [ ! -f package-lock.json ] || verb=ci
+    npm "$verb" --ignore-scripts --no-audit --no-fund --no-update-notifier </dev/null && mkdir -p node_modules
+}
+
+# What decides whether a build folder must be configured again, besides the files that ninja watches itself.
+configure_fingerprint() {
+    (
+        cd -- "$root" || exit
+        printf '%s\n' "$root" */CMakeLists.txt */*/CMakeLists.txt
+        cat CMakePresets.json
+    ) | cksum | tr ' ' -
+}
+
+configure_step() {
+    local folder=$root/build/$1
+    if [ -f "$folder/build.ninja" ] && [ "$(cat "$folder/.tarn-stamp" 2>/dev/null)" = "$(configure_fingerprint)" ]; then
+        step_ready 'configuration'
+        return
+    fi
+    step 'configuring' configure "$1"
+    configure_fingerprint >"$folder/.tarn-stamp"
+}
+
+# A clone that was moved can not reuse its cache.
+configure() {
+    local fresh=()
+    grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$root/build/$1/CMakeCache.txt" 2>/dev/null || fresh=(--fresh)
+    cd -- "$root" && cmake --preset "$1" "${fresh[@]}"
+}
+
+# build_step PRESET [--target NAME...]
+build_step() {
+    local preset=$1
+    shift
+    step 'building' build "$preset" "$@"
+}
+
+build() {
+    local preset=$1
+    shift
+    cd -- "$root" && cmake --build --preset "$preset" --parallel "$(nproc)" "$@"
+}
+
+# off_screen COMMAND...: without any display, with the fonts of the tests.
+off_screen() {
+    QT_QPA_PLATFORM=offscreen QT_FONT_DPI=96 FONTCONFIG_FILE=$root/tests/fonts/fonts.conf LC_ALL=C.UTF-8 "$@"
+}

@@ -1,0 +1,76 @@
+# shellcheck shell=bash
+# What the machine must have, by Debian 12's package names, and how missing packages get there.
+
+# packages_for PURPOSE: page (lay pages out), program (run scripts), test, display (windows without a screen), bench, fuzz.
+packages_for() {
+    case $1 in
+        page | program | test) base_packages ;;
+        display) echo xvfb openbox x11-utils xdotool imagemagick ;;
+        bench) base_packages && echo libbenchmark-dev ;;
+        fuzz) base_packages && echo clang ;;
+    esac
+}
+
+# Enough to build everything that the preset `dev` builds.
+base_packages() {
+    echo g++ cmake ninja-build libicu-dev libuv1-dev qt6-base-dev libgtest-dev fonts-dejavu-core
+}
+
+# Node.js may have come from anywhere; Debian's is only fetched where there is none.
+interpreter_packages() {
+    command -v node >/dev/null || echo nodejs
+    command -v npm >/dev/null || echo npm
+}
+
+needed_packages() {
+    local purpose
+    for purpose in "$@"; do packages_for "$purpose"; done | tr ' ' '\n' | sort -u
+    interpreter_packages
+}
+
+# missing_packages PACKAGE...: those that are not installed, one per line.
+missing_packages() {
+    local installed
+    installed=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "$@" 2>/dev/null | sed -n 's/ installed$//p')
+    printf '%s\n' "$@" | grep -vxF "${installed:- }"
+}
+
+install_step() {
+    local missing
+    if ! command -v dpkg-query >/dev/null; then
+        step_ready 'packages: no dpkg here, taken for installed'
+        return
+    fi
+    missing=$(missing_packages $(needed_packages "$@"))
+    if [ -z "$missing" ]; then
+        step_ready 'packages'
+        return
+    fi
+    check_may_install "$missing"
+    step "installing $(wc -l <<<"$missing") packages" install_packages $missing
+}
+
+# Asks for the password here if sudo wants one: later its question would drown in the progress.
+check_may_install() {
+    [ "$(id -u)" -ne 0 ] || return 0
+    command -v sudo >/dev/null && { sudo -n true 2>/dev/null || sudo -v; } && return
+    die "please have these packages installed: $(tr '\n' ' ' <<<"$1")"
+}
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then
+        "$@"
+    else
+        sudo "$@"
+    fi
+}
+
+apt_get() {
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=300 -o APT::Status-Fd=1 "$@" </dev/null
+}
+
+# The package lists are only fetched when an installation fails without them: on a bare machine they are empty, on a used one
+# they may name files that the mirror no longer has.
+install_packages() {
+    apt_get install --no-install-recommends "$@" || { apt_get update && apt_get install --no-install-recommends "$@"; }
+}
