@@ -1,0 +1,9 @@
+'use strict';
+const { GuiWindow } = require('../../host/node');
+
+class Hello extends GuiWindow {
+    onGreet(source, name) { this.setTitle(`Hello, ${name}`); }
+    onLeave() { this.setReturnValue('goodbye'); this.close(); }
+}
+
+console.log(new Hello('hello.html').show());
