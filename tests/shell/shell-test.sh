@@ -1,0 +1,270 @@
+#!/usr/bin/env bash
+# shell-test.sh CASE: runs the function of that name. Anything unexpected prints what was seen and fails.
+set -u
+
+root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/../.." && pwd)
+fixture=$root/tests/e2e/with-display.sh
+work=$(mktemp -d) || exit 1
+trap 'rm -rf -- "$work"' EXIT
+
+fail() {
+    printf '%s\n' "$1"
+    [ ! -s "$work/out" ] || sed 's/^/out: /' "$work/out"
+    [ ! -s "$work/err" ] || sed 's/^/err: /' "$work/err"
+    exit 1
+}
+
+# run COMMAND...: output, error output and exit code go to $work/out, $work/err and $code.
+run() {
+    "$@" >"$work/out" 2>"$work/err"
+    code=$?
+}
+
+expect_code() { [ "$code" -eq "$1" ] || fail "exit code $code, not $1"; }
+expect_out() { [ "$(<"$work/out")" = "$1" ] || fail "expected this output: $1"; }
+expect_err() { [ "$(<"$work/err")" = "$1" ] || fail "expected this error output: $1"; }
+expect_err_end() { [ "$(tail -n 1 "$work/err")" = "$1" ] || fail "expected this last line: $1"; }
+expect_silence() { [ ! -s "$work/out" ] || fail 'expected no output'; }
+
+# The scripts of ./tarn as a library, with their logs in this test's own folder.
+load_scripts() {
+    local real=$root name
+    root=$work
+    die() { printf 'tarn: %s\n' "$1" >&2 && exit "${2:-1}"; }
+    for name in steps packages build test; do . "$real/scripts/$name.sh"; done
+}
+
+# pretend NAME BODY...: puts a program of that name first on the path.
+pretend() {
+    mkdir -p "$work/bin"
+    { echo '#!/bin/sh' && printf '%s\n' "${@:2}"; } >"$work/bin/$1"
+    chmod +x "$work/bin/$1"
+    PATH=$work/bin:$PATH
+    hash -r
+}
+
+UnknownCommandIsNamed() {
+    run "$root/tarn" dance
+    expect_code 2
+    expect_silence
+    expect_err_end 'tarn: unknown command: dance'
+}
+
+HelpNamesEveryCommand() {
+    run "$root/tarn" help
+    expect_code 0
+    local name
+    for name in demo run shot dump test bench fuzz help; do
+        grep -q "^  $name" "$work/out" || fail "help does not name $name"
+    done
+}
+
+WorksFromAnyFolderAndThroughALink() {
+    mkdir -p "$work/a folder"
+    ln -s "$root/tarn" "$work/a folder/t"
+    cd "$work/a folder" || exit
+    run ./t help
+    expect_code 0
+    run ./t dump 'no page.html'
+    expect_err 'tarn: no such file: no page.html'
+}
+
+DumpRefusesWhatIsNoSize() {
+    local size
+    for size in '' x 480 480x 0x240 480x0 -1x240 480x240x2 480X240 100000x1 ' 1x1' 1e3x240; do
+        run "$root/tarn" dump "$root/examples/hello/hello.html" "$size"
+        expect_code 2
+        expect_silence
+        expect_err "tarn: not a window size like 480x240: $size"
+    done
+}
+
+DumpRefusesAMissingPage() {
+    run "$root/tarn" dump "$work/none.html" 480x240
+    expect_code 2
+    expect_silence
+    expect_err "tarn: no such file: $work/none.html"
+}
+
+ShotRefusesAMissingFolder() {
+    run "$root/tarn" shot "$root/examples/hello/app.js" "$work/none/out.png"
+    expect_code 2
+    expect_err "tarn: no such folder: $work/none"
+}
+
+OnlyMissingPackagesAreListed() {
+    load_scripts
+    pretend dpkg-query 'echo "alpha installed"; echo "beta config-files"; echo "gamma installed"'
+    run missing_packages alpha beta gamma delta
+    expect_out $'beta\ndelta'
+    run missing_packages alpha gamma
+    expect_silence
+}
+
+PackagesAreAskedForWithoutTheRightToInstall() {
+    load_scripts
+    pretend id 'echo 1000'
+    pretend sudo 'exit 1'
+    run bash -c "$(declare -f check_may_install die); check_may_install \$'alpha\nbeta'"
+    expect_code 1
+    expect_err 'tarn: please have these packages installed: alpha beta '
+}
+
+FailedStepShowsTheEndOfItsLog() {
+    load_scripts
+    begin_steps 2
+    run_failing() { (step 'baking' bash -c 'seq 100; exit 3'); }
+    run run_failing
+    expect_code 1
+    grep -q '^\[1/2\] baking \.\.\. failed after' "$work/err" || fail 'the step is not named'
+    grep -q '^    100$' "$work/err" || fail 'the end of the log is missing'
+    grep -q '^    60$' "$work/err" && fail 'too much of the log is shown'
+    expect_err_end "tarn: the whole log is in $work/build/log/1.log"
+}
+
+StepNumbersAndTitlesAreShown() {
+    load_scripts
+    begin_steps 2
+    both() { step 'one' true && step_ready 'two'; }
+    run both
+    expect_err $'[1/2] one ... done (0 s)\n[2/2] two ... ready'
+}
+
+QuietStepsSayNothing() {
+    load_scripts
+    begin_steps 2 quiet
+    both() { step 'one' true && step_ready 'two'; }
+    run both
+    expect_code 0
+    expect_err ''
+}
+
+ProgressIsReadFromNinjaCtestAndApt() {
+    load_scripts
+    expect_progress '[12/340] Building CXX object' 12/340
+    expect_progress ' 7/900 Test #12: Layout.ThreeCells ...   Passed' 7/900
+    expect_progress 'dlstatus:3:12.5:Retrieving file 3 of 8' 'fetched 12%'
+    expect_progress 'pmstatus:xvfb:61.25:Unpacking xvfb' 'unpacked 61%'
+    expect_progress 'nothing of the kind' ''
+}
+
+expect_progress() {
+    printf 'before\n%s\n' "$1" >"$work/log"
+    run progress_in "$work/log"
+    expect_out "$2"
+}
+
+write_ctest_results() {
+    cat >"$work/ctest.xml" <<'END'
+<testsuite name="tarn" tests="5" failures="1" disabled="0" skipped="2">
+	<testcase name="A" status="run"></testcase>
+	<testcase name="B" status="run"></testcase>
+	<testcase name="C" status="fail"><failure message=""/></testcase>
+	<testcase name="D" status="notrun">
+		<skipped message="SKIP_REGULAR_EXPRESSION_MATCHED"/>
+	</testcase>
+	<testcase name="E" status="notrun">
+		<skipped message="Unable to find executable"/>
+	</testcase>
+</testsuite>
+END
+    echo 'The following tests FAILED:' >"$work/log"
+    step_log=$work/log
+}
+
+write_node_results() {
+    printf 'not ok 1 - x\n# tests 9\n# pass 5\n# fail 1\n# cancelled 1\n# skipped 2\n# todo 0\n' >"$work/log"
+    step_log=$work/log
+}
+
+CountsOfBothRunnersAreSummed() {
+    load_scripts
+    write_ctest_results
+    count_ctest "$work/ctest.xml" 8 2>"$work/err"
+    write_node_results
+    count_node 1 2>>"$work/err"
+    run report
+    expect_code 1
+    expect_out '7 passed, 4 failed, 3 skipped'
+}
+
+TestThatCouldNotStartHasFailed() {
+    load_scripts
+    write_ctest_results
+    count_ctest "$work/ctest.xml" 8 2>"$work/err"
+    [ "$passed $failed $skipped" = '2 2 1' ] || fail "counted $passed passed, $failed failed, $skipped skipped"
+}
+
+RunnerThatDiesCountsAsAFailedTest() {
+    load_scripts
+    count_ctest "$work/none.xml" 139 2>"$work/err"
+    run report
+    expect_code 1
+    expect_out '0 passed, 1 failed'
+}
+
+NoTestAtAllIsAFailure() {
+    load_scripts
+    run report
+    expect_code 1
+    expect_out '0 passed, 0 failed'
+}
+
+FixtureKeepsTheExitCode() {
+    run "$fixture" sh -c 'exit 7'
+    expect_code 7
+    run "$fixture" sh -c 'kill -TERM $$'
+    expect_code 143
+    run "$fixture"
+    expect_code 125
+}
+
+FixturePassesStandardInputOn() {
+    run "$fixture" cat <<<'a line'
+    expect_out 'a line'
+    run "$fixture" cat <&-
+    expect_code 0
+    expect_silence
+}
+
+FixtureShowsOnlyTheTestFonts() {
+    run "$fixture" sh -c 'fc-list : file | wc -l; fc-match Helvetica family; fc-match monospace family'
+    expect_out $'6\nDejaVu Sans\nDejaVu Sans Mono'
+}
+
+FixturesRunSideBySide() {
+    local i
+    for i in 1 2 3; do "$fixture" sh -c 'echo "$DISPLAY"; sleep 1' >"$work/$i" & done
+    wait
+    [ "$(cat "$work"/[123] | sort -u | wc -l)" = 3 ] || fail "displays: $(cat "$work"/[123] | tr '\n' ' ')"
+}
+
+FixtureLeavesNothingBehind() {
+    mkdir "$work/tmp"
+    TMPDIR=$work/tmp "$fixture" sh -c 'echo "$DISPLAY" >"$1"; exec sleep 60' - "$work/display" &
+    local process=$! display
+    until [ -s "$work/display" ]; do sleep 0.05; done
+    display=$(<"$work/display")
+    kill "$process"
+    wait "$process"
+    [ "$?" = 143 ] || fail 'a terminated fixture does not say so'
+    [ -z "$(ls "$work/tmp")" ] || fail "files remain: $(ls "$work/tmp")"
+    [ ! -e "/tmp/.X${display#:}-lock" ] || fail "the server of $display still runs"
+}
+
+FixtureHidesTheUsersDesktop() {
+    run env QT_SCALE_FACTOR=3 XDG_CONFIG_HOME=/nowhere DISPLAY=:999 "$fixture" \
+        sh -c 'echo "${QT_SCALE_FACTOR-none}"; test -w "$XDG_CONFIG_HOME" && xprop -root _NET_SUPPORTING_WM_CHECK | grep -c "window id"'
+    expect_out $'none\n1'
+}
+
+ShotSaysThatAProgramOpenedNoWindow() {
+    echo 'process.exit(3);' >"$work/app.js"
+    run "$fixture" "$root/scripts/shot.sh" "$work/app.js" "$work/out.png"
+    expect_code 1
+    expect_err 'tarn: the program ended without opening a window'
+    [ ! -e "$work/out.png" ] || fail 'a picture was written'
+}
+
+declare -F "${1-}" >/dev/null || fail "no such case: ${1-}"
+"$1"
