@@ -1,11 +1,13 @@
 // foundation/vela-comtypes.h: the few types and constants that every file of the foundation library shares.
 #pragma once
 
+#include "vela-error.h"
+
 #include <cstdint>
 
 #include <unicode/umachine.h>
 
-/// ICU's text unit is char16_t, the library's is unsigned short: same size and representation. These two functions are the
-/// only place where one pointer becomes the other.
+/// ICU's text unit is char16_t, the library's is unsigned short: same size and representation. These two functions are
+/// the only place where one pointer becomes the other.
 inline const UChar* toUChar(const unsigned short* text) { return reinterpret_cast<const UChar*>(text); }
 inline UChar* toUChar(unsigned short* text) { return reinterpret_cast<UChar*>(text); }

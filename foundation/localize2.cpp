@@ -1,0 +1,219 @@
+// foundation/localize2.cpp: see localize2.h.
+
+#include "localize2.h"
+
+#include <atomic>
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+
+#include <langinfo.h>
+#include <mutex>
+#include <strings.h>
+#include <unicode/uloc.h>
+
+namespace {
+
+const char fallbackLocale[] = "en_US";
+const char fallbackCodeset[] = "IBM-850";
+
+struct CharsetRow
+{
+    const char* charset;
+    const char* locale;
+};
+
+/// Code sets as pages name them, and the locale whose text they carry.
+const CharsetRow charsetTable[] = {
+    {"iso8859-1", "en_US"}, {"iso-8859-1", "en_US"}, {"euc-kr", "ko_KR"},
+    {"shift_jis", "ja_JP"}, {"gb2312", "zh_CN"},     {"big5", "zh_TW"},
+};
+
+struct CodepageRow
+{
+    const char* locale;
+    const char* alias;
+    const char* codeset;
+};
+
+const CodepageRow codepageTable[] = {
+    {"en_US", "en_US", "IBM-850"}, {"es_ES", "es_ES", "IBM-850"},  {"fr_FR", "fr_FR", "IBM-850"},
+    {"de_DE", "de_DE", "IBM-850"}, {"it_IT", "it_IT", "IBM-850"},  {"pt_BR", "pt_BR", "IBM-850"},
+    {"ja_JP", "ja_JP", "IBM-932"}, {"ko_KR", "ko_KR", "ksc_5601"}, {"zh_CN", "zh_CN", "IBM-1381"},
+    {"zh_TW", "zh_TW", "BIG5"},
+};
+
+/// The alias column is asked for the whole table first, then the locale column.
+const CodepageRow* findCodepage(char const* name)
+{
+    for (const CodepageRow& row : codepageTable)
+        if (strcasecmp(name, row.alias) == 0)
+            return &row;
+    for (const CodepageRow& row : codepageTable)
+        if (strcasecmp(name, row.locale) == 0)
+            return &row;
+    return nullptr;
+}
+
+char const* canonicalName(char const* name)
+{
+    for (const CharsetRow& row : charsetTable)
+        if (strcasecmp(name, row.charset) == 0)
+            return row.locale;
+    const CodepageRow* row = findCodepage(name);
+    return row ? row->locale : name;
+}
+
+LOCALE* makeLocale(char const* name)
+{
+    auto* locale = static_cast<LOCALE*>(std::calloc(1, sizeof(LOCALE)));
+    if (locale)
+        std::strncpy(locale->name, canonicalName(name ? name : fallbackLocale), sizeof locale->name - 1);
+    return locale;
+}
+
+LOCALE* systemLocale = nullptr; // made once, never freed
+std::atomic<LOCALE*> defaultLocale{nullptr};
+
+char const* nameFromEnvironment()
+{
+    if (!std::setlocale(LC_ALL, "")) {
+        std::setlocale(LC_ALL, fallbackLocale);
+        return fallbackLocale;
+    }
+    char const* name = uloc_getDefault();
+    return name && *name ? name : fallbackLocale;
+}
+
+void initialise()
+{
+    char const* name = nameFromEnvironment();
+    char const* current = std::setlocale(LC_ALL, nullptr);
+    if (!current || !std::strstr(current, name))
+        std::setlocale(LC_ALL, name);
+    systemLocale = makeLocale(name);
+    defaultLocale = systemLocale;
+}
+
+} // namespace
+
+int Locale_Init()
+{
+    static std::once_flag once;
+    std::call_once(once, initialise);
+    return 1;
+}
+
+LOCALE* Locale_Create(char const* name)
+{
+    Locale_Init();
+    return makeLocale(name);
+}
+
+LOCALE* Locale_Copy(LOCALE* locale)
+{
+    Locale_Init();
+    return !locale || locale == systemLocale ? locale : makeLocale(locale->name);
+}
+
+void Locale_Destroy(LOCALE* locale)
+{
+    Locale_Init();
+    if (!locale)
+        return;
+    LOCALE* expected = locale;
+    defaultLocale.compare_exchange_strong(expected, systemLocale);
+    if (locale == systemLocale)
+        return;
+    std::memset(static_cast<void*>(locale), 0xFE, sizeof *locale);
+    std::free(locale);
+}
+
+LOCALE* Locale_GetFromSystem()
+{
+    Locale_Init();
+    return systemLocale;
+}
+
+LOCALE* Locale_GetDefault()
+{
+    Locale_Init();
+    return defaultLocale;
+}
+
+int Locale_SetDefault(LOCALE* locale)
+{
+    Locale_Init();
+    defaultLocale = locale ? locale : systemLocale;
+    std::setlocale(LC_ALL, defaultLocale.load()->name);
+    return 1;
+}
+
+int Locale_ToString(LOCALE* locale, char* out)
+{
+    Locale_Init();
+    if (!locale || !out)
+        return 0;
+    std::memcpy(out, locale->name, sizeof locale->name);
+    return 1;
+}
+
+namespace {
+
+char const* nameOf(LOCALE* locale)
+{
+    if (locale && locale->name[0])
+        return locale->name;
+    char const* name = uloc_getDefault();
+    return name && *name ? name : fallbackLocale;
+}
+
+/// The C library's idea of the code set, which may carry a ":" and more behind it.
+void copyLibraryCodeset(char* out)
+{
+    char const* name = nl_langinfo(CODESET);
+    const size_t length = name ? std::strcspn(name, ":") : 0;
+    if (length == 0 || length >= maxCodesetName) {
+        std::strcpy(out, fallbackCodeset);
+        return;
+    }
+    std::memcpy(out, name, length);
+    out[length] = 0;
+}
+
+} // namespace
+
+int Locale_GetDefaultCodeset(LOCALE* locale, char* out)
+{
+    Locale_Init();
+    if (!out)
+        return 0;
+    const CodepageRow* row = findCodepage(nameOf(locale));
+    if (row)
+        std::strcpy(out, row->codeset);
+    else
+        copyLibraryCodeset(out);
+    return 1;
+}
+
+unsigned int Locale_GetCodepage(char const* name)
+{
+    Locale_Init();
+    char language[ULOC_LANG_CAPACITY] = {};
+    char country[ULOC_COUNTRY_CAPACITY] = {};
+    UErrorCode error = U_ZERO_ERROR;
+    uloc_getLanguage(name, language, sizeof language, &error);
+    uloc_getCountry(name, country, sizeof country, &error);
+    if (U_FAILURE(error))
+        return 0;
+    for (char const* western : {"de", "en", "es", "fr", "it", "pt"})
+        if (std::strcmp(language, western) == 0)
+            return 1252;
+    if (std::strcmp(language, "ja") == 0)
+        return 932;
+    if (std::strcmp(language, "ko") == 0)
+        return 949;
+    if (std::strcmp(language, "zh") != 0)
+        return 0;
+    return std::strcmp(country, "CN") == 0 ? 936 : std::strcmp(country, "TW") == 0 ? 950 : 0;
+}

@@ -1,0 +1,22 @@
+// foundation/vela-error.h: the exception of the foundation library's classes. The C-style functions report by return
+// value.
+#pragma once
+
+#include "vela-string.h"
+
+/// Thrown and caught by value. Codes are errno numbers; 12 is out of memory, 22 an invalid argument, and 7 a formatted
+/// text that fills its buffer.
+class velaError
+{
+public:
+    explicit velaError(int errorCode) : code(errorCode), message(sstring::NoBuffer{}) {}
+    velaError(int errorCode, sstring const& text) : code(errorCode), message(text) {}
+
+    int getCode() const { return code; }
+    /// Empty unless the thrower said more.
+    sstring const& getMessage() const { return message; }
+
+private:
+    int code;        ///< errno-style number
+    sstring message; ///< one line for a person, or empty
+};

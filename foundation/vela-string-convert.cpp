@@ -1,0 +1,194 @@
+// foundation/vela-string-convert.cpp: see vela-string-convert.h.
+
+#include "vela-string-convert.h"
+
+#include "localize2.h"
+#include "vela-comtypes.h"
+#include "vela-string-c.h"
+#include "vela-string-converters.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+#include <unicode/ucnv.h>
+
+namespace {
+
+/// The code-set name that a conversion works under.
+struct CodesetName
+{
+    char text[maxCodesetName] = {};
+    explicit CodesetName(LOCALE* locale) { Locale_GetDefaultCodeset(locale, text); }
+};
+
+CodesetConverter const& namedOrDefault(char const* charset)
+{
+    if (charset && *charset)
+        return converterFor(charset);
+    return converterFor(CodesetName(Locale_GetDefault()).text);
+}
+
+constexpr unsigned char keptByte[256] = {
+#define TARN_KEPT8 1, 1, 1, 1, 1, 1, 1, 1
+    0,          1,          1,          1,          1,          1,          1,
+    1,          TARN_KEPT8, TARN_KEPT8, 1,          1,          0,          1,
+    0,          1,          1,          1, // 0x1A and 0x1C are not
+    TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, TARN_KEPT8,
+    TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, 1,          1,          1,
+    1,          1,          1,          1,          0, // nor is 0x7F
+#undef TARN_KEPT8
+};
+
+/// Copies plain ASCII between the flavours, zeroing the rest of the output. False, with the output undefined, at the
+/// first other character, or when the text does not fit.
+template <class Out, class In>
+bool copyPlainAscii(Out* out, In const* in, unsigned int capacity)
+{
+    unsigned int i = 0;
+    for (; i < capacity && in[i] < 0x80 && keptByte[in[i]]; ++i)
+        out[i] = static_cast<Out>(in[i]);
+    if (in[i])
+        return false;
+    std::fill(out + i, out + capacity, Out{});
+    return true;
+}
+
+/// Widens or narrows each character, for want of a converter.
+template <class Out, class In>
+void copyEach(Out* out, In const* in, unsigned int capacity)
+{
+    unsigned int i = 0;
+    for (; i < capacity && in[i]; ++i)
+        out[i] = static_cast<Out>(in[i]);
+    std::fill(out + i, out + capacity, Out{});
+}
+
+bool convert(CodesetConverter const& codeset, unsigned short* out, unsigned char const* in, unsigned int capacity)
+{
+    if (codeset.keepsAscii && copyPlainAscii(out, in, capacity))
+        return true;
+    if (!codeset.converter)
+        return false;
+    UErrorCode error = U_ZERO_ERROR;
+    UChar* to = toUChar(out);
+    const char* from = reinterpret_cast<const char*>(in);
+    ucnv_reset(codeset.converter);
+    ucnv_toUnicode(codeset.converter, &to, to + capacity, &from, from + std::strlen(from), nullptr, true, &error);
+    std::fill(to, toUChar(out) + capacity, UChar{});
+    return U_SUCCESS(error);
+}
+
+bool convert(CodesetConverter const& codeset, unsigned char* out, unsigned short const* in, unsigned int capacity)
+{
+    if (codeset.keepsAscii && copyPlainAscii(out, in, capacity))
+        return true;
+    if (!codeset.converter)
+        return false;
+    UErrorCode error = U_ZERO_ERROR;
+    char* to = reinterpret_cast<char*>(out);
+    const UChar* from = toUChar(in);
+    ucnv_reset(codeset.converter);
+    ucnv_fromUnicode(codeset.converter, &to, to + capacity, &from, from + strlen16(in), nullptr, true, &error);
+    std::fill(to, reinterpret_cast<char*>(out) + capacity, '\0');
+    return U_SUCCESS(error);
+}
+
+} // namespace
+
+int ConvertToUnicode(char const* charset, unsigned short* out, unsigned char const* in, unsigned int capacity)
+{
+    return out && in && convert(namedOrDefault(charset), out, in, capacity);
+}
+
+int ConvertToOEM(char const* charset, unsigned char* out, unsigned short const* in, unsigned int capacity)
+{
+    return out && in && convert(namedOrDefault(charset), out, in, capacity);
+}
+
+int AnsiToUnicodeIn(char const* charset, unsigned short* out, unsigned char const* in, unsigned int capacity)
+{
+    if (!out || !in)
+        return 0;
+    if (!ConvertToUnicode(charset, out, in, capacity))
+        copyEach(out, in, capacity);
+    return 1;
+}
+
+int AnsiToUnicode(unsigned short* out, unsigned char const* in, unsigned int capacity, LOCALE* locale)
+{
+    locale = locale ? locale : Locale_GetDefault();
+    return locale && AnsiToUnicodeIn(CodesetName(locale).text, out, in, capacity);
+}
+
+int UnicodeToAnsi(unsigned char* out, unsigned short const* in, unsigned int capacity, LOCALE* locale)
+{
+    locale = locale ? locale : Locale_GetDefault();
+    if (!locale || !out || !in)
+        return 0;
+    if (!ConvertToOEM(CodesetName(locale).text, out, in, capacity))
+        copyEach(out, in, capacity);
+    return 1;
+}
+
+bool keepsPlainAscii(LOCALE* locale)
+{
+    locale = locale ? locale : Locale_GetDefault();
+    return locale && converterFor(CodesetName(locale).text).keepsAscii;
+}
+
+bool isPlainAscii(unsigned char const* text, unsigned int length)
+{
+    return std::all_of(text, text + length, [](unsigned char byte) { return keptByte[byte]; });
+}
+
+bool isPlainAscii(unsigned short const* text, unsigned int length)
+{
+    return std::all_of(text, text + length, [](unsigned short unit) { return unit < 0x80 && keptByte[unit]; });
+}
+
+namespace {
+
+/// A buffer that grows to what a conversion needs and never shrinks; lives as long as the process.
+template <class Unit>
+struct StaticBuffer
+{
+    Unit* units = nullptr;
+    unsigned int capacity = 0;
+
+    void holdAtLeast(unsigned int wanted)
+    {
+        if (wanted <= capacity)
+            return;
+        void* block = std::realloc(units, size_t{wanted} * sizeof(Unit));
+        if (!block)
+            throw velaError(ENOMEM);
+        units = static_cast<Unit*>(block);
+        capacity = wanted;
+    }
+};
+
+} // namespace
+
+unsigned char* ToAnsi16(unsigned short const* text)
+{
+    static StaticBuffer<unsigned char> buffer;
+    if (!text)
+        return nullptr;
+    const unsigned int length = strlen16(text);
+    buffer.holdAtLeast(isPlainAscii(text, length) ? length + 1 : length * 4 + 4);
+    UnicodeToAnsi(buffer.units, text, buffer.capacity);
+    buffer.units[buffer.capacity - 1] = 0;
+    return buffer.units;
+}
+
+unsigned short* ToUnicode8(unsigned char const* text)
+{
+    static StaticBuffer<unsigned short> buffer;
+    if (!text)
+        return nullptr;
+    buffer.holdAtLeast(strlen8(text) + 1);
+    AnsiToUnicode(buffer.units, text, buffer.capacity);
+    buffer.units[buffer.capacity - 1] = 0;
+    return buffer.units;
+}

@@ -1,0 +1,139 @@
+// foundation/vela-string-match.cpp: see vela-string-match.h.
+
+#include "vela-string-match.h"
+
+#include "vela-string-c.h"
+
+#include <algorithm>
+
+UnitSet::UnitSet(unsigned short const* set)
+{
+    for (; *set; ++set) {
+        if (*set < 256)
+            lowBytes[*set] = true;
+        else
+            highUnits.push_back(*set);
+    }
+    std::sort(highUnits.begin(), highUnits.end());
+}
+
+bool UnitSet::contains(unsigned short unit) const
+{
+    if (unit < 256)
+        return lowBytes[unit];
+    return !highUnits.empty() && std::binary_search(highUnits.begin(), highUnits.end(), unit);
+}
+
+namespace {
+
+unsigned int lengthOf(unsigned short const* text) { return strlen16(text); }
+unsigned int lengthOf(unsigned char const* text) { return strlen8(text); }
+
+/// Up to this length a text is compared at every position; beyond, a table keeps repetitive texts linear.
+constexpr unsigned int longestPlainPattern = 32;
+
+template <class Unit>
+bool matchesAt(Unit const* text, Unit const* wanted)
+{
+    while (*wanted && *text == *wanted) {
+        ++text;
+        ++wanted;
+    }
+    return *wanted == 0;
+}
+
+/// Calls onMatch(position) for each match of a short pattern, overlapping ones too, until it returns false.
+template <class Unit, class OnMatch>
+void eachShortMatch(Unit const* text, Unit const* wanted, OnMatch onMatch)
+{
+    for (Unit const* at = text; *at; ++at)
+        if (*at == *wanted && matchesAt(at, wanted) && !onMatch(at))
+            return;
+}
+
+/// Knuth, Morris and Pratt: borders[i] is the length of the longest proper border of the first i + 1 units.
+template <class Unit>
+std::vector<unsigned int> bordersOf(Unit const* wanted, unsigned int length)
+{
+    std::vector<unsigned int> borders(length, 0);
+    for (unsigned int i = 1, border = 0; i < length; ++i) {
+        while (border && wanted[i] != wanted[border])
+            border = borders[border - 1];
+        if (wanted[i] == wanted[border])
+            ++border;
+        borders[i] = border;
+    }
+    return borders;
+}
+
+template <class Unit, class OnMatch>
+void eachLongMatch(Unit const* text, Unit const* wanted, unsigned int length, OnMatch onMatch)
+{
+    const std::vector<unsigned int> borders = bordersOf(wanted, length);
+    unsigned int matched = 0;
+    for (Unit const* at = text; *at; ++at) {
+        while (matched && *at != wanted[matched])
+            matched = borders[matched - 1];
+        if (*at == wanted[matched])
+            ++matched;
+        if (matched < length)
+            continue;
+        if (!onMatch(at + 1 - length))
+            return;
+        matched = borders[length - 1];
+    }
+}
+
+template <class Unit, class OnMatch>
+void eachMatch(Unit const* text, Unit const* wanted, OnMatch onMatch)
+{
+    const unsigned int length = lengthOf(wanted);
+    if (length <= longestPlainPattern)
+        eachShortMatch(text, wanted, onMatch);
+    else
+        eachLongMatch(text, wanted, length, onMatch);
+}
+
+template <class Unit>
+Unit* lastMatch(Unit const* text, Unit const* wanted, unsigned int limit)
+{
+    if (!*wanted)
+        return const_cast<Unit*>(text) + std::min(limit, lengthOf(text));
+    Unit const* last = nullptr;
+    eachMatch(text, wanted, [&](Unit const* at) {
+        const bool accepted = at - text <= static_cast<long>(limit);
+        if (accepted)
+            last = at;
+        return accepted;
+    });
+    return const_cast<Unit*>(last);
+}
+
+} // namespace
+
+unsigned short* lastMatch16(unsigned short const* text, unsigned short const* wanted, unsigned int limit)
+{
+    return lastMatch(text, wanted, limit);
+}
+
+unsigned short* strstr16(unsigned short const* text, unsigned short const* wanted)
+{
+    if (!*wanted)
+        return const_cast<unsigned short*>(text);
+    unsigned short const* first = nullptr;
+    eachMatch(text, wanted, [&](unsigned short const* at) {
+        first = at;
+        return false;
+    });
+    return const_cast<unsigned short*>(first);
+}
+
+unsigned short* strrstr16(unsigned short const* text, unsigned short const* wanted)
+{
+    return lastMatch(text, wanted, 0xFFFFFFFF);
+}
+
+unsigned char* strrstr8(unsigned char const* text, unsigned char const* wanted)
+{
+    return lastMatch(text, wanted, 0xFFFFFFFF);
+}

@@ -1,0 +1,230 @@
+// foundation/vela-string-search.cpp: finding, replacing and comparing inside a string.
+
+#include "vela-string.h"
+
+#include "vela-string-match.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr unsigned int npos = sstring::npos;
+
+/// Position of the first unit from `from` on whose membership in `set` is `member`.
+unsigned int findMember(sstring const& text, sstring const& set, unsigned int from, bool member)
+{
+    const UnitSet units(set.getUnicode());
+    const unsigned short* unit = text.getUnicode();
+    for (unsigned int i = from; i < text.getLength(); ++i)
+        if (units.contains(unit[i]) == member)
+            return i;
+    return npos;
+}
+
+/// Last accepted position at or below `limit`, or npos.
+template <class Accepts>
+unsigned int findBackwards(unsigned int length, unsigned int limit, Accepts accepts)
+{
+    for (unsigned int i = limit < length ? limit + 1 : length; i-- > 0;)
+        if (accepts(i))
+            return i;
+    return npos;
+}
+
+unsigned int rfindMember(sstring const& text, sstring const& set, unsigned int limit, bool member)
+{
+    const UnitSet units(set.getUnicode());
+    const unsigned short* unit = text.getUnicode();
+    return findBackwards(text.getLength(), limit, [&](unsigned int i) { return units.contains(unit[i]) == member; });
+}
+
+} // namespace
+
+unsigned int sstring::find(unsigned short unit, unsigned int from) const
+{
+    for (unsigned int i = from; i < length; ++i)
+        if (wideBuffer[i] == unit)
+            return i;
+    return npos;
+}
+
+unsigned int sstring::find(sstring const& text, unsigned int from) const
+{
+    if (from > length)
+        return npos;
+    const unsigned short* hit = strstr16(wideBuffer + from, text.wideBuffer);
+    return hit ? static_cast<unsigned int>(hit - wideBuffer) : npos;
+}
+
+unsigned int sstring::find_any(sstring const& set, unsigned int from) const
+{
+    return findMember(*this, set, from, true);
+}
+
+unsigned int sstring::find_none(sstring const& set, unsigned int from) const
+{
+    return findMember(*this, set, from, false);
+}
+
+unsigned int sstring::rfind(unsigned short unit, unsigned int limit) const
+{
+    return findBackwards(length, limit, [&](unsigned int i) { return wideBuffer[i] == unit; });
+}
+
+unsigned int sstring::rfind(sstring const& text, unsigned int limit) const
+{
+    const unsigned short* hit = lastMatch16(wideBuffer, text.wideBuffer, limit);
+    return hit ? static_cast<unsigned int>(hit - wideBuffer) : npos;
+}
+
+unsigned int sstring::rfind_any(sstring const& set, unsigned int limit) const
+{
+    return rfindMember(*this, set, limit, true);
+}
+
+unsigned int sstring::rfind_none(sstring const& set, unsigned int limit) const
+{
+    return rfindMember(*this, set, limit, false);
+}
+
+unsigned short* sstring::strchr(unsigned short unit) const
+{
+    for (unsigned int i = 0; i <= length; ++i)
+        if (wideBuffer[i] == unit)
+            return wideBuffer + i;
+    return nullptr;
+}
+
+unsigned short* sstring::strrchr(unsigned short unit) const
+{
+    for (unsigned int i = length + 1; i-- > 0;)
+        if (wideBuffer[i] == unit)
+            return wideBuffer + i;
+    return nullptr;
+}
+
+unsigned short* sstring::strstr(unsigned short const* text, unsigned int count) const
+{
+    const sstring wanted(text);
+    return strstr16(wideBuffer, wanted.subString(0, count).wideBuffer);
+}
+
+unsigned short* sstring::strstr(unsigned char const* text, unsigned int count) const
+{
+    return strstr16(wideBuffer, inMyLocale(text).subString(0, count).wideBuffer);
+}
+
+unsigned short* sstring::strstr(char const* text, unsigned int count) const { return strstr(bytes(text), count); }
+
+unsigned short* sstring::strrstr(unsigned short const* text, unsigned int count) const
+{
+    const sstring wanted(text);
+    return strrstr16(wideBuffer, wanted.subString(0, count).wideBuffer);
+}
+
+unsigned short* sstring::strrstr(unsigned char const* text, unsigned int count) const
+{
+    return strrstr16(wideBuffer, inMyLocale(text).subString(0, count).wideBuffer);
+}
+
+unsigned short* sstring::strrstr(char const* text, unsigned int count) const { return strrstr(bytes(text), count); }
+
+sstring sstring::tailFrom(unsigned int pos) const { return pos == npos ? sstring() : subString(pos); }
+
+namespace {
+
+struct OneCharacter
+{
+    char text[2];
+    explicit OneCharacter(char character) : text{character, 0} {}
+};
+
+} // namespace
+
+sstring sstring::operator%(char character) const { return *this % OneCharacter(character).text; }
+sstring sstring::operator^(char character) const { return *this ^ OneCharacter(character).text; }
+
+// Replacing
+
+unsigned int sstring::replace(unsigned int pos, unsigned int count, sstring const& with)
+{
+    if (&with == this)
+        return replace(pos, count, sstring(with));
+    pos = std::min(pos, length);
+    count = std::min(count, length - pos);
+    growWideFor(with.length);
+    const size_t unit = sizeof(unsigned short);
+    unsigned short* gap = wideBuffer + pos;
+    if (with.length != count)
+        std::memmove(gap + with.length, gap + count, (size_t{length} - pos - count + 1) * unit);
+    std::memcpy(gap, with.wideBuffer, with.length * unit);
+    length = strlen16(wideBuffer);
+    return length;
+}
+
+void sstring::growWideFor(unsigned int more)
+{
+    if (uint64_t{length} + more + headroom > wideCapacity)
+        growWide(uint64_t{length} + more);
+}
+
+/// Builds the text anew, piece by piece, so that many hits cost no more than one copy of the text.
+void sstring::replaceHits(sstring const& from, sstring const& to, unsigned short const* hit)
+{
+    sstring result;
+    const unsigned short* rest = wideBuffer;
+    for (; hit; hit = strstr16(rest, from.wideBuffer)) {
+        result.writeUnits(result.length, rest, static_cast<unsigned int>(hit - rest), true);
+        result.writeUnits(result.length, to.wideBuffer, to.length, true);
+        rest = hit + from.length;
+    }
+    result.append(rest);
+    std::swap(wideBuffer, result.wideBuffer);
+    std::swap(wideCapacity, result.wideCapacity);
+    length = strlen16(wideBuffer);
+}
+
+unsigned int sstring::replace(sstring const& from, sstring const& to, ReplaceHowMany howMany)
+{
+    const unsigned short* hit = from.length ? strstr16(wideBuffer, from.wideBuffer) : nullptr;
+    if (!hit)
+        return length;
+    if (howMany != ReplaceAll)
+        return replace(static_cast<unsigned int>(hit - wideBuffer), from.length, to);
+    replaceHits(from, to, hit);
+    return length;
+}
+
+unsigned int sstring::replace(unsigned char const* from, unsigned char const* to, ReplaceHowMany howMany)
+{
+    return replace(inMyLocale(from), inMyLocale(to), howMany);
+}
+
+unsigned int sstring::replace(unsigned short const* from, unsigned short const* to, ReplaceHowMany howMany)
+{
+    return replace(sstring(from), sstring(to), howMany);
+}
+
+// Comparing
+
+int sstring::compare(unsigned short const* text, unsigned int count) const
+{
+    text = text ? text : emptyText;
+    return count == npos ? strcmp16(wideBuffer, text) : strncmp16(wideBuffer, text, count);
+}
+
+int sstring::compare(unsigned char const* text, unsigned int count) const
+{
+    return sstring::compare(widened(text), count);
+}
+
+int sstring::comparei(unsigned short const* text, unsigned int count) const
+{
+    text = text ? text : emptyText;
+    return count == npos ? stricmp16(wideBuffer, text) : strnicmp16(wideBuffer, text, count);
+}
+
+int sstring::comparei(unsigned char const* text, unsigned int count) const
+{
+    return sstring::comparei(widened(text), count);
+}
