@@ -12,6 +12,7 @@
 namespace {
 
 constexpr unsigned int formatBytes = 2048;
+const char emptyFormat[] = {0};
 constexpr int formattedTextTooLong = 7;
 /// A cache of the usual size is formatted on the stack.
 constexpr unsigned int stackBytes = 4096;
@@ -33,6 +34,8 @@ struct ArgumentsEnd
 /// Formats beside the cache and not into it: an argument may be this string's own 8-bit rendering.
 sformat& sformat::vformat(char const* format, va_list arguments)
 {
+    if (!format)
+        format = emptyFormat;
     const unsigned int capacity = capacityFor(formatBytes, getCapacityA());
     char onStack[stackBytes];
     std::unique_ptr<char, Freed> onHeap(capacity > stackBytes ? static_cast<char*>(std::malloc(capacity)) : nullptr);
@@ -40,7 +43,7 @@ sformat& sformat::vformat(char const* format, va_list arguments)
     if (!result)
         throw velaError(ENOMEM);
     result[0] = 0;
-    const int resultLength = std::vsnprintf(result, capacity, format ? format : "", arguments);
+    const int resultLength = std::vsnprintf(result, capacity, format, arguments);
     if (resultLength >= 0 && static_cast<unsigned int>(resultLength) >= capacity)
         throw velaError(formattedTextTooLong);
     setSizeA(formatBytes);

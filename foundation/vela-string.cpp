@@ -354,3 +354,6 @@ sstring joinedFront(Left const* left, sstring const& right)
 sstring operator+(char const* left, sstring const& right) { return joinedFront(left, right); }
 sstring operator+(unsigned char const* left, sstring const& right) { return joinedFront(left, right); }
 sstring operator+(unsigned short const* left, sstring const& right) { return joinedFront(left, right); }
+sstring operator+(char* left, sstring const& right) { return joinedFront(left, right); }
+sstring operator+(unsigned char* left, sstring const& right) { return joinedFront(left, right); }
+sstring operator+(unsigned short* left, sstring const& right) { return joinedFront(left, right); }

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstring>
 #include <iosfwd>
+#include <type_traits>
 
 struct LOCALE;
 class istring;
@@ -160,6 +161,10 @@ public:
     sstring operator+(char const* text) const { return joined(text); }
     sstring operator+(unsigned char const* text) const { return joined(text); }
     sstring operator+(unsigned short const* text) const { return joined(text); }
+    // Pointers to writable text once more: without them the conversion to int would offer pointer arithmetic as well.
+    sstring operator+(char* text) const { return joined(text); }
+    sstring operator+(unsigned char* text) const { return joined(text); }
+    sstring operator+(unsigned short* text) const { return joined(text); }
     sstring operator+(char character) const { return joined(character); }
     sstring operator+(unsigned char character) const { return joined(character); }
     sstring operator+(unsigned short unit) const { return joined(unit); }
@@ -251,12 +256,15 @@ public:
     virtual int comparei(unsigned short const* text, unsigned int count) const;
 
     /// The six comparison operators: with text through the virtual compare(), with an istring without regard to case,
-    /// with an int as numbers.
+    /// with an int as numbers. Pointers to writable text have their own, or built-in pointer comparison would compete.
 #define TARN_COMPARISON(op)                                                                                            \
     bool operator op(sstring const& other) const { return compare(other.wideBuffer, npos) op 0; }                      \
     bool operator op(char const* text) const { return compare(bytes(text), npos) op 0; }                               \
+    bool operator op(char* text) const { return compare(bytes(text), npos) op 0; }                                     \
     bool operator op(unsigned char const* text) const { return compare(text, npos) op 0; }                             \
+    bool operator op(unsigned char* text) const { return compare(text, npos) op 0; }                                   \
     bool operator op(unsigned short const* text) const { return compare(text, npos) op 0; }                            \
+    bool operator op(unsigned short* text) const { return compare(text, npos) op 0; }                                  \
     bool operator op(int number) const { return static_cast<int>(*this) op number; }                                   \
     inline bool operator op(istring const& other) const;
     TARN_COMPARISON(<)
@@ -367,6 +375,37 @@ public:
 sstring operator+(char const* left, sstring const& right);
 sstring operator+(unsigned char const* left, sstring const& right);
 sstring operator+(unsigned short const* left, sstring const& right);
+sstring operator+(char* left, sstring const& right);
+sstring operator+(unsigned char* left, sstring const& right);
+sstring operator+(unsigned short* left, sstring const& right);
+
+/// Any zero-terminated text that a string compares with.
+template <class Text>
+concept StringText = std::is_same_v < std::remove_const_t<Text>,
+char > || std::is_same_v<std::remove_const_t<Text>, unsigned char> ||
+    std::is_same_v<std::remove_const_t<Text>, unsigned short>;
+
+/// With the text on the left; otherwise the addresses would be compared.
+template <StringText Text>
+bool operator<(Text* left, sstring const& right)
+{
+    return right > left;
+}
+template <StringText Text>
+bool operator>(Text* left, sstring const& right)
+{
+    return right < left;
+}
+template <StringText Text>
+bool operator<=(Text* left, sstring const& right)
+{
+    return right >= left;
+}
+template <StringText Text>
+bool operator>=(Text* left, sstring const& right)
+{
+    return right <= left;
+}
 
 /// Writes the 8-bit rendering.
 std::ostream& operator<<(std::ostream& stream, sstring const& text);

@@ -100,6 +100,37 @@ TEST(StringOperators, PlusJoinsEveryKindOfOperand)
     EXPECT_EQ(text, "s");
 }
 
+TEST(StringOperators, PointersToWritableTextAreTextToo)
+{
+    const sstring text("b");
+    char narrow[] = "a";
+    unsigned char* bytes = text.getAnsi();
+    unsigned short* units = text.getUnicode();
+    EXPECT_EQ(narrow + text, "ab");
+    EXPECT_EQ(text + narrow, "ba");
+    EXPECT_EQ(units + text, "bb");
+    EXPECT_EQ(text + units, "bb");
+    EXPECT_EQ(bytes + text, "bb");
+    EXPECT_EQ(text + bytes, "bb");
+    EXPECT_TRUE(text == units);
+    EXPECT_TRUE(text == bytes);
+    EXPECT_TRUE(text > narrow);
+    EXPECT_TRUE(text != narrow);
+    EXPECT_TRUE(units == text);
+    EXPECT_TRUE(narrow < text);
+}
+
+TEST(StringOperators, TextOnTheLeftIsComparedAsText)
+{
+    const sstring text("b");
+    EXPECT_TRUE("a" < text);
+    EXPECT_TRUE("b" <= text);
+    EXPECT_TRUE("c" > text);
+    EXPECT_TRUE(u8("b") >= text);
+    EXPECT_FALSE("b" != text);
+    EXPECT_TRUE("B" >= istring("b"));
+}
+
 TEST(StringOperators, PlusAssignAppendsEveryKindOfOperand)
 {
     sstring text;

@@ -1,0 +1,210 @@
+// foundation/threading.cpp: the two tables behind managed threads. Time and random helpers are in threading-time.cpp.
+
+#include "threading.h"
+
+#include "pmutex.h"
+#include "vela-error.h"
+#include "vela-memmgr.h"
+
+#include <algorithm>
+#include <csignal>
+
+namespace {
+
+constexpr unsigned int granule = 32;
+
+struct ThreadSlot
+{
+    int inUse; ///< stays set after a failed start: such a slot is never handed out again
+    pthread_t thread;
+    ManagedRoutine routine;
+    intptr_t argument;
+};
+
+struct OnDestroyRecord
+{
+    int active;
+    pthread_t thread;
+    OnDestroyCallback callback;
+    void* data;
+    int priority;
+};
+
+/// Everything below is guarded by tableLock(). Both tables live as long as the process.
+ThreadSlot* slots = nullptr;
+unsigned int slotCount = 0;
+unsigned int freeHint = 0;          // no slot below is free
+OnDestroyRecord* records = nullptr; // active ones by ascending priority
+unsigned int recordCount = 0;
+
+pmutex* tableLock()
+{
+    static pmutex* const lock = pmutex_create();
+    return lock;
+}
+
+class TableLocked
+{
+public:
+    TableLocked() { pmutex_request(tableLock()); }
+    TableLocked(TableLocked const&) = delete;
+    TableLocked& operator=(TableLocked const&) = delete;
+    ~TableLocked() { pmutex_release(tableLock()); }
+};
+
+/// Blocks the signals that belong to the process's main thread, and restores the caller's mask at the end.
+class SignalsBlocked
+{
+public:
+    SignalsBlocked()
+    {
+        sigset_t blocked;
+        sigemptyset(&blocked);
+        for (int number : {SIGHUP, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2, SIGCHLD, SIGIO, 19, 20, 21, 22})
+            sigaddset(&blocked, number);
+        worked = pthread_sigmask(SIG_BLOCK, &blocked, &previous) == 0;
+    }
+    SignalsBlocked(SignalsBlocked const&) = delete;
+    SignalsBlocked& operator=(SignalsBlocked const&) = delete;
+    ~SignalsBlocked()
+    {
+        if (worked)
+            pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+    }
+
+    bool worked = false;
+
+private:
+    sigset_t previous;
+};
+
+template <class Element>
+void ensureCount(Element*& array, unsigned int& count, unsigned int needed)
+{
+    void* block = array;
+    MemReallocArrayFunction(&block, sizeof(Element), &count, needed, granule);
+    array = static_cast<Element*>(block);
+}
+
+unsigned int takeFreeSlot()
+{
+    unsigned int index = freeHint;
+    while (index < slotCount && slots[index].inUse)
+        ++index;
+    ensureCount(slots, slotCount, index + 1);
+    slots[index].inUse = 1;
+    return index;
+}
+
+void runOnDestroyRecords(pthread_t thread)
+{
+    for (unsigned int i = 0; i < recordCount; ++i) {
+        if (!records[i].active || !pthread_equal(records[i].thread, thread))
+            continue;
+        records[i].active = 0;
+        records[i].callback(records[i].data, thread);
+    }
+}
+
+ThreadSlot slotAt(uintptr_t index)
+{
+    const TableLocked lock;
+    return slots[index];
+}
+
+void endThread(uintptr_t index)
+{
+    const TableLocked lock;
+    runOnDestroyRecords(pthread_self());
+    slots[index] = ThreadSlot{};
+    freeHint = std::min(freeHint, static_cast<unsigned int>(index));
+}
+
+void* runManaged(void* slotIndex)
+{
+    const auto index = reinterpret_cast<uintptr_t>(slotIndex);
+    const ThreadSlot slot = slotAt(index);
+    const intptr_t result = slot.routine(slot.argument);
+    endThread(index);
+    return reinterpret_cast<void*>(result);
+}
+
+/// With the table locked.
+pthread_t startInSlot(unsigned int index, pthread_attr_t const* attributes, ManagedRoutine routine, intptr_t argument)
+{
+    ThreadSlot& slot = slots[index];
+    slot.routine = routine;
+    slot.argument = argument;
+    void* slotIndex = reinterpret_cast<void*>(uintptr_t{index});
+    if (pthread_create(&slot.thread, attributes, runManaged, slotIndex) != 0) {
+        freeHint = index;
+        return noThread;
+    }
+    freeHint = index + 1;
+    return slot.thread;
+}
+
+} // namespace
+
+pthread_t pthread_create_managed(ManagedRoutine routine, intptr_t argument)
+{
+    return pthread_create_managed_with_attr(nullptr, routine, argument);
+}
+
+pthread_t pthread_create_managed_with_attr(pthread_attr_t const* attributes, ManagedRoutine routine, intptr_t argument)
+{
+    const SignalsBlocked signals;
+    if (!signals.worked || !routine || !tableLock())
+        return noThread;
+    const TableLocked lock;
+    try {
+        return startInSlot(takeFreeSlot(), attributes, routine, argument);
+    } catch (velaError const&) {
+        return noThread;
+    }
+}
+
+namespace {
+
+/// Behind the last active record whose priority does not exceed the given one.
+unsigned int insertionPoint(int priority)
+{
+    for (unsigned int i = recordCount; i-- > 0;)
+        if (records[i].active && records[i].priority <= priority)
+            return i + 1;
+    return 0;
+}
+
+/// Shifts the records from `at` on up by one, into the first hole that an ended thread has left or else into a new one.
+void openRecord(unsigned int at)
+{
+    unsigned int hole = at;
+    while (hole < recordCount && records[hole].active)
+        ++hole;
+    ensureCount(records, recordCount, hole + 1);
+    std::move_backward(records + at, records + hole, records + hole + 1);
+}
+
+} // namespace
+
+int pthread_ondestroy(pthread_t thread, OnDestroyCallback callback, void* data, int priority)
+{
+    if (!callback || !tableLock())
+        return 0;
+    const TableLocked lock;
+    try {
+        const unsigned int at = insertionPoint(priority);
+        openRecord(at);
+        records[at] = OnDestroyRecord{1, thread, callback, data, priority};
+        return 1;
+    } catch (velaError const&) {
+        return 0;
+    }
+}
+
+ManagedThreadTable pthread_managed_table()
+{
+    const TableLocked lock;
+    const auto inUse = std::count_if(slots, slots + slotCount, [](ThreadSlot const& slot) { return slot.inUse; });
+    return {slotCount, static_cast<unsigned int>(inUse), freeHint};
+}

@@ -1,0 +1,145 @@
+// foundation/vela-fileio-directory.cpp: listings of directories.
+
+#include "vela-fileio-p.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace {
+
+constexpr unsigned int directoryBit = 0x4000; // S_IFDIR
+
+/// A new entry for the listing, owned by the caller; null when there is no memory.
+DIRENTRYDATA* makeEntry(DIR* directory, char const* name)
+{
+    auto* entry = static_cast<DIRENTRYDATA*>(std::calloc(1, sizeof(DIRENTRYDATA)));
+    if (!entry)
+        return nullptr;
+    std::strncpy(entry->name, name, sizeof entry->name - 1);
+    struct stat status;
+    if (fstatat(dirfd(directory), name, &status, 0) == 0 && S_ISDIR(status.st_mode))
+        entry->isDirectory = directoryBit;
+    return entry;
+}
+
+/// 0, or the error that stopped the reading.
+int readEntries(DIR* directory, DIRDATA* listing)
+{
+    DIRENTRYDATA** end = &listing->first;
+    for (;;) {
+        errno = 0;
+        const dirent* found = readdir(directory);
+        if (!found)
+            return errno;
+        *end = makeEntry(directory, found->d_name);
+        if (!*end)
+            return ENOMEM;
+        end = &(*end)->next;
+        ++listing->count;
+    }
+}
+
+} // namespace
+
+int FileIO_EnumerateDirectoryA(char const* path, DIRDATA** listing)
+{
+    beginFileCall();
+    if (!listing)
+        return failFileCall(EINVAL);
+    *listing = nullptr;
+    if (const int error = pathError(path))
+        return failFileCall(error);
+    DIR* directory = opendir(path);
+    if (!directory)
+        return endFileCall(false);
+    auto* result = static_cast<DIRDATA*>(std::calloc(1, sizeof(DIRDATA)));
+    const int error = result ? readEntries(directory, result) : ENOMEM;
+    closedir(directory);
+    if (error) {
+        FileIO_FreeDirectoryEnumeration(result);
+        return failFileCall(error);
+    }
+    result->cursor = result->first;
+    *listing = result;
+    return endFileCall(true);
+}
+
+int FileIO_EnumerateDirectoryW(unsigned short const* path, DIRDATA** listing)
+{
+    if (listing)
+        *listing = nullptr;
+    return withNarrowPath(path, FileIO_EnumerateDirectoryA, listing);
+}
+
+int FileIO_GetFirstDirEntryA(DIRDATA* listing, int* isDirectory, char* name, unsigned int nameSize)
+{
+    if (listing)
+        listing->cursor = listing->first;
+    return FileIO_GetNextDirEntryA(listing, isDirectory, name, nameSize);
+}
+
+int FileIO_GetNextDirEntryA(DIRDATA* listing, int* isDirectory, char* name, unsigned int nameSize)
+{
+    beginFileCall();
+    if (!listing || !isDirectory || !name)
+        return failFileCall(EINVAL);
+    const DIRENTRYDATA* entry = listing->cursor;
+    if (!entry)
+        return failFileCall(ENOENT);
+    if (std::strlen(entry->name) >= nameSize)
+        return failFileCall(ENAMETOOLONG);
+    std::strcpy(name, entry->name);
+    *isDirectory = static_cast<int>(entry->isDirectory);
+    listing->cursor = entry->next;
+    return endFileCall(true);
+}
+
+int FileIO_GetFirstDirEntryW(DIRDATA* listing, int* isDirectory, unsigned short* name, unsigned int nameSize)
+{
+    if (listing)
+        listing->cursor = listing->first;
+    return FileIO_GetNextDirEntryW(listing, isDirectory, name, nameSize);
+}
+
+int FileIO_GetNextDirEntryW(DIRDATA* listing, int* isDirectory, unsigned short* name, unsigned int nameSize)
+{
+    beginFileCall();
+    if (!listing || !isDirectory || !name)
+        return failFileCall(EINVAL);
+    DIRENTRYDATA* entry = listing->cursor;
+    if (!entry)
+        return failFileCall(ENOENT);
+    if (!widenResult(entry->name, name, nameSize))
+        return 0;
+    *isDirectory = static_cast<int>(entry->isDirectory);
+    listing->cursor = entry->next;
+    return endFileCall(true);
+}
+
+int FileIO_GetNumEntries(DIRDATA* listing, unsigned long* count)
+{
+    beginFileCall();
+    if (!listing || !count)
+        return failFileCall(EINVAL);
+    *count = listing->count;
+    return endFileCall(true);
+}
+
+int FileIO_FreeDirectoryEnumeration(DIRDATA* listing)
+{
+    beginFileCall();
+    if (!listing)
+        return failFileCall(EINVAL);
+    for (DIRENTRYDATA* entry = listing->first; entry;) {
+        DIRENTRYDATA* next = entry->next;
+        std::free(entry);
+        entry = next;
+    }
+    std::free(listing);
+    return endFileCall(true);
+}

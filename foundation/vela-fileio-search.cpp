@@ -1,0 +1,157 @@
+// foundation/vela-fileio-search.cpp: finding programs along the "PATH", and cleaning paths.
+
+#include "vela-fileio-p.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+namespace {
+
+/// directory + "/" + name; false when it does not fit into maxPathBytes.
+bool joinPath(std::string_view directory, char const* name, char* result)
+{
+    const char* slash = !directory.empty() && directory.back() == '/' ? "" : "/";
+    const int length = std::snprintf(result, maxPathBytes, "%.*s%s%s", static_cast<int>(directory.size()),
+                                     directory.data(), slash, name);
+    return length >= 0 && static_cast<unsigned int>(length) < maxPathBytes;
+}
+
+/// Takes the first directory off a ":"-separated list.
+std::string_view nextDirectory(std::string_view& list)
+{
+    const size_t colon = list.find(':');
+    const std::string_view directory = list.substr(0, colon);
+    list.remove_prefix(colon == list.npos ? list.size() : colon + 1);
+    return directory;
+}
+
+} // namespace
+
+int FileIO_FindFileInPathA(char const* name, char* result)
+{
+    beginFileCall();
+    if (!name || !*name || !result || std::strchr(name, '/'))
+        return failFileCall(EINVAL);
+    char const* variable = std::getenv("PATH");
+    if (!variable)
+        return failFileCall(ENOENT);
+    char candidate[maxPathBytes];
+    for (std::string_view list(variable); !list.empty();) {
+        const std::string_view directory = nextDirectory(list);
+        if (directory.empty() || !joinPath(directory, name, candidate) || !FileIO_FileExistsA(candidate))
+            continue;
+        std::strcpy(result, candidate);
+        return endFileCall(true);
+    }
+    return failFileCall(ENOENT);
+}
+
+namespace {
+
+/// Puts the current directory before a relative path; `result` may be the path itself.
+int appendToCurrentDirectory(char const* path, char* result)
+{
+    char current[maxPathBytes];
+    char joined[maxPathBytes];
+    if (!FileIO_GetCurrentDirectoryA(current))
+        return 0;
+    if (!joinPath(current, path, joined))
+        return failFileCall(ENAMETOOLONG);
+    std::strcpy(result, joined);
+    return endFileCall(true);
+}
+
+} // namespace
+
+int FileIO_GetCurrentProcessFullPathA(char const* argv0, char* result)
+{
+    beginFileCall();
+    const int error = result ? pathError(argv0) : EINVAL;
+    if (error)
+        return failFileCall(error);
+    if (argv0[0] == '/') {
+        std::strcpy(result, argv0);
+        return endFileCall(true);
+    }
+    if (std::strchr(argv0, '/'))
+        return appendToCurrentDirectory(argv0, result);
+    if (!FileIO_FindFileInPathA(argv0, result))
+        return 0;
+    return result[0] == '.' ? appendToCurrentDirectory(result, result) : 1;
+}
+
+namespace {
+
+using PathFunction = int (*)(char const*, char*);
+
+int widenedResultOf(PathFunction function, unsigned short const* name, unsigned short* result)
+{
+    char narrow[maxPathBytes];
+    if (!result)
+        return failFileCall(EINVAL);
+    return withNarrowPath(name, function, static_cast<char*>(narrow)) && widenResult(narrow, result, maxPathBytes);
+}
+
+} // namespace
+
+int FileIO_FindFileInPathW(unsigned short const* name, unsigned short* result)
+{
+    return widenedResultOf(FileIO_FindFileInPathA, name, result);
+}
+
+int FileIO_GetCurrentProcessFullPathW(unsigned short const* argv0, unsigned short* result)
+{
+    return widenedResultOf(FileIO_GetCurrentProcessFullPathA, argv0, result);
+}
+
+namespace {
+
+sstring absolutePath(sstring path)
+{
+    FileIO_ConvertSlashesToOSTypeA(path);
+    if (path[0] == '/')
+        return path;
+    char current[maxPathBytes] = {};
+    FileIO_GetCurrentDirectoryA(current);
+    FileIO_ConvertSlashesToOSTypeA(current);
+    return current + ("/" + path);
+}
+
+/// Whether "/../" stands at this place of a terminated text.
+bool isParentStep(unsigned short const* at) { return at[0] == '/' && at[1] == '.' && at[2] == '.' && at[3] == '/'; }
+
+/// Removes each "/../" together with the name before it, in one pass: the part already passed is cut back to its last
+/// "/". One at the very front stays, having nothing before it.
+void removeParentSteps(sstring& path)
+{
+    sstring clean;
+    for (unsigned short const* at = path.getUnicode(); *at;) {
+        const bool step = clean.getLength() > 0 && isParentStep(at);
+        const unsigned int slash = step ? clean.rfind('/') : sstring::npos;
+        if (slash == sstring::npos) {
+            clean += *at++;
+            continue;
+        }
+        clean.replace(slash, clean.getLength() - slash, "");
+        at += 3;
+    }
+    path = clean;
+}
+
+} // namespace
+
+sstring FileIO_CanonicalizePath(sstring const& path)
+{
+    sstring result = absolutePath(path);
+    result.replace("/./", "/");
+    result.replace("//", "/");
+    if (result[result.getLength() - 1] != '/')
+        result += "/";
+    removeParentSteps(result);
+    if (result != "/")
+        result = result.subString(0, result.getLength() - 1);
+    return result;
+}

@@ -1,0 +1,85 @@
+// foundation/vela-memmgr.cpp: see vela-memmgr.h.
+
+#include "vela-memmgr.h"
+
+#include "vela-debug.h"
+#include "vela-error.h"
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <mutex>
+
+namespace {
+
+std::mutex accountingLock;
+unsigned int initialisations = 0;
+unsigned char accounting[16384];
+unsigned int accountedBlocks = 0;
+
+} // namespace
+
+int MemMgr_Init()
+{
+    const std::lock_guard<std::mutex> lock(accountingLock);
+    if (initialisations++ == 0) {
+        std::memset(accounting, 0, sizeof accounting);
+        accountedBlocks = 0;
+    }
+    return 1;
+}
+
+void MemMgr_ShutDown()
+{
+    const std::lock_guard<std::mutex> lock(accountingLock);
+    if (initialisations)
+        --initialisations;
+}
+
+int MemMgr_IsVELAMemoryManagerInUse() { return 0; }
+void MemMgr_PrintMemUsage() {}
+void MemMgr_CheckForLeaks() {}
+
+void memMgr_DumpMemUsage()
+{
+    Debug_Print("The memory manager is not active.  The attempt to print current usage failed.");
+}
+
+void MemMgr_VerifyIntegrity()
+{
+    Debug_Print("The memory manager is not active.  The attempt to verify heap integrity failed.");
+}
+
+namespace {
+
+/// `needed` rounded up to a multiple of `granule`; refuses what an unsigned int can not count.
+unsigned int roundedUp(unsigned int needed, unsigned int granule)
+{
+    if (granule == 0)
+        throw velaError(EINVAL);
+    const uint64_t rounded = (uint64_t{needed} + granule - 1) / granule * granule;
+    if (rounded > UINT32_MAX)
+        throw velaError(ENOMEM);
+    return static_cast<unsigned int>(rounded);
+}
+
+} // namespace
+
+void MemReallocArrayFunction(void** array, unsigned int elementSize, unsigned int* capacity, unsigned int needed,
+                             unsigned int granule)
+{
+    if (needed <= *capacity)
+        return;
+    const unsigned int newCapacity = roundedUp(needed, granule);
+    const uint64_t oldBytes = *array ? uint64_t{*capacity} * elementSize : 0;
+    const uint64_t newBytes = uint64_t{newCapacity} * elementSize;
+    void* block = newBytes <= PTRDIFF_MAX ? std::calloc(newCapacity, elementSize ? elementSize : 1) : nullptr;
+    if (!block)
+        throw velaError(ENOMEM);
+    if (oldBytes)
+        std::memcpy(block, *array, oldBytes);
+    std::free(*array);
+    *array = block;
+    *capacity = newCapacity;
+}

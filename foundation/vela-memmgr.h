@@ -1,0 +1,22 @@
+// foundation/vela-memmgr.h: hooks of the memory manager, and the one function that grows arrays. The accounting
+// allocator is not active in this build: operator new and delete go straight to the C library (vela-memmgr-new.cpp).
+#pragma once
+
+/// Counts initialisations; the first one clears the accounting. Always returns 1. Any thread.
+int MemMgr_Init();
+void MemMgr_ShutDown();
+/// Whether the accounting allocator is active: 0.
+int MemMgr_IsVELAMemoryManagerInUse();
+
+/// Nothing to tell without accounting; the last two say so through Debug_Print().
+void MemMgr_PrintMemUsage();
+void MemMgr_CheckForLeaks();
+void memMgr_DumpMemUsage();
+void MemMgr_VerifyIntegrity();
+
+/// Grows `*array`, a block of `*capacity` elements from malloc (null when there is none yet), to `needed` elements,
+/// rounded up to a multiple of `granule`. New elements are zero; elements are moved as bytes. Nothing happens when the
+/// capacity suffices. Throws velaError 22 when the new capacity would be 0 and 12 when there is no memory; the array is
+/// then as it was. The caller frees the block with free().
+void MemReallocArrayFunction(void** array, unsigned int elementSize, unsigned int* capacity, unsigned int needed,
+                             unsigned int granule);
