@@ -28,9 +28,9 @@ int pthread_ondestroy(pthread_t thread, OnDestroyCallback callback, void* data, 
 /// How the thread table is filled at this moment, for diagnostics and tests.
 struct ManagedThreadTable
 {
-    unsigned int slots;    ///< a multiple of 32
-    unsigned int inUse;    ///< running threads, and slots lost to failed starts
-    unsigned int freeHint; ///< lowest slot that may be free
+    unsigned int slotCount; ///< a multiple of 32
+    unsigned int inUse;     ///< running threads, and slots lost to failed starts
+    unsigned int freeHint;  ///< lowest slot that may be free
 };
 ManagedThreadTable pthread_managed_table();
 
