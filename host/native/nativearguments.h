@@ -1,0 +1,34 @@
+// host/native/nativearguments.h: the arguments of one call.
+#pragma once
+
+#include <deque>
+#include <initializer_list>
+
+#include "host/native/nativevalue.h"
+
+/// A list of values. Used by one thread at a time. A value's address stays the same while more are added.
+class NativeArguments final : public ScriptArgs
+{
+public:
+    NativeArguments() = default;
+    NativeArguments(std::initializer_list<NativeValue> values) : values_(values) {}
+
+    /// Number of arguments.
+    size_t size() const { return values_.size(); }
+    /// The argument at `index`, from 0; null beyond the last.
+    NativeValue const& operator[](size_t index) const;
+    void add(NativeValue value) { values_.push_back(std::move(value)); }
+
+    // What the component calls.
+    void reserved1() override {}
+    void reserved2() override {}
+    void reserved3() override {}
+    void reserved4() override {}
+    void reserved5() override {}
+    void append(ScriptValue* value) override;
+    int count() override { return static_cast<int>(values_.size()); }
+    ScriptValue* get(int index) override;
+
+private:
+    std::deque<NativeValue> values_;
+};

@@ -1,0 +1,54 @@
+// host/native/nativecall.h: the asynchronous calls that have not ended, and the promise that each ends exactly once.
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <unordered_set>
+
+#include "host/native/nativearguments.h"
+
+/// What is called: the method `name` of `holder`, with `self` as the `this` object.
+struct NativeCallTarget
+{
+    NativeObjectRef holder;
+    NativeObjectRef self;
+    std::u16string name;
+    NativeArguments args;
+};
+
+/// One asynchronous call of the component. Any thread.
+class NativeCall
+{
+public:
+    NativeCall(ScriptCompletion done, void* context) : done_(done), context_(context) {}
+
+    /// Calls the completion function with `result`, unless that has happened.
+    void end(NativeValue& result);
+    bool hasEnded() const { return ended_; }
+
+private:
+    ScriptCompletion const done_;
+    void* const context_;
+    std::atomic<bool> ended_{false};
+};
+
+/// All calls that have not ended. Any thread. Completion functions run without its lock.
+class NativeCallTable
+{
+public:
+    /// Takes a new call; false when the table is closed, and the call is not in it then.
+    bool add(std::shared_ptr<NativeCall> const& call);
+    /// Takes the call out and ends it with `result`.
+    void end(std::shared_ptr<NativeCall> const& call, NativeValue& result);
+    /// Ends every call with null and takes no more.
+    void close();
+    /// Number of calls that have not ended.
+    size_t size() const;
+
+private:
+    mutable std::mutex mutex_;
+    bool closed_ = false;
+    std::unordered_set<std::shared_ptr<NativeCall>> calls_;
+};

@@ -1,0 +1,193 @@
+#include "host/native/nativeengine.h"
+
+#include "host/native/nativetext.h"
+
+// ---- classes and objects
+
+NativeClass& NativeEngine::addClass(std::string const& name)
+{
+    auto& slot = classes_[name];
+    slot = std::make_unique<NativeClass>(name);
+    return *slot;
+}
+
+NativeClass const* NativeEngine::findClass(std::string_view name) const
+{
+    auto found = classes_.find(name);
+    return found == classes_.end() ? nullptr : found->second.get();
+}
+
+void NativeEngine::addFactory(std::string const& name, NativeFactory factory)
+{
+    factories_.insert_or_assign(name, std::move(factory));
+}
+
+NativeObjectRef NativeEngine::makeObject() { return NativeObject::make(shared_from_this(), nullptr, "Object"); }
+
+NativeObjectRef NativeEngine::construct(std::string const& className, NativeArguments args)
+{
+    if (!onScriptThread()) {
+        nativeReport("an object of class " + className + " was made outside the script thread");
+        return {};
+    }
+    if (NativeClass const* scriptClass = findClass(className))
+        return hasComponent() ? constructOfComponent(*scriptClass, args) : NativeObjectRef();
+    auto factory = factories_.find(className);
+    if (factory == factories_.end())
+        return {};
+    return constructOfApplication(className, NativeFactory(factory->second), args);
+}
+
+NativeObjectRef NativeEngine::constructOfComponent(NativeClass const& scriptClass, NativeArguments& args)
+{
+    NativeObjectRef object = NativeObject::make(shared_from_this(), &scriptClass, scriptClass.name());
+    object->runCreateHandler(args);
+    return object;
+}
+
+NativeObjectRef NativeEngine::constructOfApplication(std::string const& className, NativeFactory const& factory,
+                                                     NativeArguments& args)
+{
+    NativeObjectRef object = NativeObject::make(shared_from_this(), nullptr, className);
+    try {
+        factory(*object, args);
+        return object;
+    } catch (std::exception const& error) {
+        nativeReport("the constructor of " + className + " threw an exception: " + error.what());
+    } catch (...) {
+        nativeReport("the constructor of " + className + " threw an exception: of an unknown type");
+    }
+    return {};
+}
+
+ScriptObject* NativeEngine::createInstance(sstring const& className)
+{
+    return construct(nativeToUtf8(nativeFromSString(className)), {}).release();
+}
+
+NativeObjectRef NativeEngine::classObject(std::string const& className)
+{
+    NativeClass const* scriptClass = findClass(className);
+    if (!scriptClass)
+        return {};
+    NativeObjectRef& object = classObjects_[className];
+    if (!object) {
+        object = NativeObject::make(shared_from_this(), nullptr, className);
+        for (std::string const& name : scriptClass->classMethodNames())
+            object->addMethod(nativeToSString(nativeFromUtf8(name)),
+                              scriptClass->findClassMethod(nativeFromUtf8(name)));
+    }
+    return object;
+}
+
+// ---- values
+
+ScriptValue* NativeEngine::makeValue()
+{
+    auto value = std::make_unique<NativeValue>();
+    ScriptValue* key = value.get();
+    std::lock_guard lock(mutex_);
+    values_.emplace(key, std::move(value));
+    return key;
+}
+
+void NativeEngine::releaseValue(ScriptValue* value)
+{
+    std::unique_lock lock(mutex_);
+    auto released = values_.extract(value);
+    lock.unlock(); // the value goes without the lock: it may hold the last handle of an object
+}
+
+void NativeEngine::dropValues()
+{
+    decltype(values_) values;
+    std::lock_guard lock(mutex_);
+    values.swap(values_);
+}
+
+size_t NativeEngine::ownedValues() const
+{
+    std::lock_guard lock(mutex_);
+    return values_.size();
+}
+
+// ---- the session
+
+NativeObjectRef NativeEngine::session() const
+{
+    std::lock_guard lock(mutex_);
+    return session_;
+}
+
+void NativeEngine::setSession(NativeObjectRef session)
+{
+    std::lock_guard lock(mutex_);
+    std::swap(session_, session);
+}
+
+// ---- calls
+
+NativeValue NativeEngine::wait(NativeResult result)
+{
+    struct Box
+    {
+        NativeValue value;
+        std::atomic<bool> ready{false};
+    };
+    auto box = std::make_shared<Box>();
+    result.whenComplete([box, engine = shared_from_this()](NativeValue& value) {
+        box->value = value;
+        box->ready = true;
+        engine->pump().wake();
+    });
+    result = NativeResult(); // a NativeLater that only we hold is dropped, and gives null
+    while (!box->ready && !stopped_)
+        pump().step();
+    return box->ready ? box->value : NativeValue();
+}
+
+void NativeEngine::startCall(NativeCallTarget target, ScriptCompletion done, void* context)
+{
+    auto call = std::make_shared<NativeCall>(done, context);
+    if (!calls_.add(call)) {
+        NativeValue null;
+        call->end(null);
+        return;
+    }
+    pump().post([this, call, target = std::move(target)]() mutable { runCall(target, call); });
+}
+
+void NativeEngine::runCall(NativeCallTarget& target, std::shared_ptr<NativeCall> const& call)
+{
+    if (call->hasEnded())
+        return;
+    NativeResult result = target.holder->invoke(*target.self, target.name, target.args);
+    result.whenComplete([engine = shared_from_this(), call](NativeValue& value) { engine->calls().end(call, value); });
+}
+
+// ---- the end
+
+void NativeEngine::stopCalls()
+{
+    stopped_ = true;
+    calls_.close();
+    pump().wake();
+}
+
+void NativeEngine::destroyObjects()
+{
+    for (NativeObjectRef const& object : objects_.all())
+        object->runDestroyHandler();
+}
+
+void NativeEngine::clear()
+{
+    windows_.clear();
+    pump().runOnce(0); // objects whose end travelled here
+    setSession(nullptr);
+    dropValues();
+    classObjects_.clear();
+    factories_.clear();
+    for (NativeObjectRef const& object : objects_.all())
+        object->clear();
+}

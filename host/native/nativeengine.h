@@ -1,0 +1,116 @@
+// host/native/nativeengine.h: the heart of the host: it holds the script thread's queue, the services, the classes, the
+// objects and the calls that are under way. Objects keep it, so a handle may outlive the NativeHost.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <map>
+#include <memory>
+#include <thread>
+#include <unordered_set>
+
+#include "host/native/nativecall.h"
+#include "host/native/nativeclass.h"
+#include "host/native/nativelibmanager.h"
+#include "host/native/nativeobject.h"
+#include "host/native/nativeobjecttable.h"
+#include "host/native/nativeopenwindows.h"
+#include "host/native/nativeruntime.h"
+
+/// Makes the parts of an object of a class that the application registered: adds its handlers and properties.
+using NativeFactory = std::function<void(NativeObject& object, NativeArguments const& args)>;
+
+class NativeEngine final : public ScriptEngine, public std::enable_shared_from_this<NativeEngine>
+{
+public:
+    /// The calling thread is the script thread.
+    static std::shared_ptr<NativeEngine> make() { return std::shared_ptr<NativeEngine>(new NativeEngine); }
+    NativeEngine(NativeEngine const&) = delete;
+    NativeEngine& operator=(NativeEngine const&) = delete;
+
+    NativeLibManager& manager() { return manager_; }
+    NativePump& pump() { return runtime_.pump(); }
+    NativeObjectTable& objects() { return objects_; }
+    NativeCallTable& calls() { return calls_; }
+    NativeOpenWindows& windows() { return windows_; }
+    bool onScriptThread() const { return std::this_thread::get_id() == scriptThread_; }
+
+    /// Whether the component is there to be called: from `setComponent(true)` before Init to `setComponent(false)`
+    /// before Shutdown.
+    bool hasComponent() const { return hasComponent_; }
+    void setComponent(bool present) { hasComponent_ = present; }
+
+    /// Takes a class of the component. Script thread, before any object of it is made.
+    NativeClass& addClass(std::string const& name);
+    /// The component's class of this name, or null.
+    NativeClass const* findClass(std::string_view name) const;
+    /// Registers a class of the application. Script thread.
+    void addFactory(std::string const& name, NativeFactory factory);
+    /// A new plain object. Any thread.
+    NativeObjectRef makeObject();
+    /// A new object of a class; empty when there is no such class or its constructor throws. Script thread.
+    NativeObjectRef construct(std::string const& className, NativeArguments args);
+    /// The object that stands for a class of the component itself, empty when there is none of this name. Script
+    /// thread.
+    NativeObjectRef classObject(std::string const& className);
+
+    /// The session object, empty until the first window was made. Any thread.
+    NativeObjectRef session() const;
+    void setSession(NativeObjectRef session);
+
+    /// The value of a result, once it is there; other work of the script thread goes on meanwhile. Null when the host
+    /// stops before. Script thread.
+    NativeValue wait(NativeResult result);
+    /// Runs a method on the script thread soon and then calls `done`. Any thread.
+    void startCall(NativeCallTarget target, ScriptCompletion done, void* context);
+
+    /// Ends every pending call with null; later ones end at once.
+    void stopCalls();
+    /// Runs the destroy handlers of all objects, oldest first: windows go before the controls they made. Script thread.
+    void destroyObjects();
+    /// Breaks all cycles of objects and handlers. Script thread, after the component's end.
+    void clear();
+
+    // What the component calls.
+    void reserved1() override {}
+    void reserved2() override {}
+    void reserved3() override {}
+    ScriptRuntime* getRuntime() override { return &runtime_; }
+    ScriptObject* createInstance(sstring const& className) override;
+    void reserved6() override {}
+    void reserved7() override {}
+    void reserved8() override {}
+    void reserved9() override {}
+    ScriptValue* makeValue() override;
+    void reserved11() override {}
+    void reserved12() override {}
+    void reserved13() override {}
+    void releaseValue(ScriptValue* value) override;
+
+    /// Number of values made by makeValue and not released.
+    size_t ownedValues() const;
+
+private:
+    NativeEngine() : manager_(*this) {}
+
+    void dropValues();
+    void runCall(NativeCallTarget& target, std::shared_ptr<NativeCall> const& call);
+    NativeObjectRef constructOfComponent(NativeClass const& scriptClass, NativeArguments& args);
+    NativeObjectRef constructOfApplication(std::string const& className, NativeFactory const& factory,
+                                           NativeArguments& args);
+
+    std::thread::id const scriptThread_ = std::this_thread::get_id();
+    std::atomic<bool> hasComponent_{false};
+    std::atomic<bool> stopped_{false};
+    NativeRuntime runtime_;
+    NativeLibManager manager_;
+    NativeObjectTable objects_;
+    NativeCallTable calls_;
+    NativeOpenWindows windows_{runtime_.pump()};
+    std::map<std::string, std::unique_ptr<NativeClass>, std::less<>> classes_; // script thread
+    std::map<std::string, NativeObjectRef> classObjects_;                      // script thread
+    std::map<std::string, NativeFactory> factories_;                           // script thread
+    mutable std::mutex mutex_;                                                 // guards everything below
+    NativeObjectRef session_;
+    std::map<ScriptValue*, std::unique_ptr<NativeValue>> values_;
+};

@@ -1,0 +1,53 @@
+// host/native/nativefileservice.h: finds and reads the files that pages and scripts name.
+#pragma once
+
+#include <atomic>
+#include <filesystem>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+
+#include "script/hostinterface.h"
+
+/// Relative names belong to the folder of the object that asks, or else to the folder of the host. "vfs://Name/file"
+/// names a file inside the folder that was added as "Name", and nothing outside of it. Any thread.
+class NativeFileService final : public HostLoadFile
+{
+public:
+    /// The largest file that can be read.
+    static constexpr size_t kSizeLimit = 0x7FFFFFFF;
+
+    /// The folder of relative names; a relative one, like the default ".", belongs to the working directory of the
+    /// moment.
+    void setFolder(std::filesystem::path folder);
+    /// Makes the files of a folder known as "vfs://`name`/...".
+    void addFolder(std::string const& name, std::filesystem::path folder);
+
+    // What the component calls.
+    void reserved1() override {}
+    void reserved2() override {}
+    void reserved3() override {}
+    void reserved4() override {}
+    void reserved5() override {}
+    void reserved6() override {}
+    void reserved7() override {}
+    void reserved8() override {}
+    void resolvePath(ScriptObject* relativeTo, sstring& path) override;
+    bool readFile(ScriptObject* relativeTo, sstring path, const void** data, unsigned* length) override;
+    void attach() override { attached_ = true; }
+    void release() override { attached_ = false; }
+
+    /// Whether the component has attached itself and not released the service since.
+    bool isAttached() const { return attached_; }
+
+private:
+    std::filesystem::path resolve(ScriptObject* relativeTo, std::string const& name) const;
+    std::optional<std::filesystem::path> locate(ScriptObject* relativeTo, std::string const& name) const;
+    std::optional<std::filesystem::path> locateVirtual(std::string const& name) const;
+
+    std::atomic<bool> attached_{false};
+    mutable std::mutex mutex_; // guards everything below
+    std::filesystem::path folder_ = ".";
+    std::map<std::string, std::filesystem::path> folders_;
+};

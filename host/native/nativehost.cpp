@@ -1,0 +1,126 @@
+#include "host/native/nativehost.h"
+
+#include <cstdlib>
+#include <stdexcept>
+
+#include "host/native/nativetext.h"
+
+namespace {
+
+/// The one host, for exit().
+NativeHost* current = nullptr;
+
+/// Static objects of the toolkit are destroyed after this; its thread must have ended by then. A host whose script
+/// thread is not the one that exits can not be ended from here.
+void shutDownAtExit()
+{
+    if (current && current->engine().onScriptThread())
+        current->shutdown();
+}
+
+} // namespace
+
+NativeHost::NativeHost(NativeHostOptions options) : component_(options.component), engine_(NativeEngine::make())
+{
+    if (current)
+        throw std::runtime_error("NativeHost: there is a host in this process already");
+    files().setFolder(std::move(options.folder));
+    current = this;
+    try {
+        start();
+    } catch (...) {
+        shutdown();
+        throw;
+    }
+}
+
+NativeHost::~NativeHost() { shutdown(); }
+
+void NativeHost::start()
+{
+    engine_->setComponent(true);
+    if (!component_.init(engine_->manager()))
+        throw std::runtime_error("NativeHost: the component's Init failed");
+    static const int registered = std::atexit(shutDownAtExit);
+    (void)registered;
+    for (const char* const* name = component_.getCompNames(); *name; ++name) {
+        classNames_.push_back(*name);
+        if (!component_.configCompClass(nullptr, *name, engine_->addClass(*name)))
+            throw std::runtime_error("NativeHost: the component's ConfigCompClass failed for " + classNames_.back());
+    }
+}
+
+void NativeHost::shutdown()
+{
+    if (current != this)
+        return;
+    current = nullptr;
+    engine_->stopCalls();
+    engine_->destroyObjects();
+    engine_->setComponent(false);
+    component_.shutdown();
+    engine_->clear();
+}
+
+NativeObjectRef NativeHost::create(std::string const& className, NativeArguments args)
+{
+    return engine_->construct(className, std::move(args));
+}
+
+NativeValue NativeHost::callClass(std::string const& className, std::string_view method, NativeArguments args)
+{
+    NativeObjectRef object = engine_->classObject(className);
+    return object ? object->call(method, std::move(args)) : NativeValue();
+}
+
+NativeValue NativeHost::classProperty(std::string const& className, std::string_view name)
+{
+    NativeValue out;
+    NativeClass const* scriptClass = engine_->findClass(className);
+    if (scriptClass && engine_->hasComponent() && scriptClass->hasDynamic(engine_->manager(), nullptr, name))
+        scriptClass->getDynamic(engine_->manager(), nullptr, name, out);
+    return out;
+}
+
+NativeValue NativeHost::session(std::string_view property)
+{
+    NativeObjectRef session = engine_->session();
+    return session ? session->get(property) : NativeValue();
+}
+
+void NativeHost::run()
+{
+    while (!quit_.exchange(false) && engine_->windows().any())
+        engine_->pump().turn(std::chrono::nanoseconds::max());
+}
+
+void NativeHost::quit()
+{
+    quit_ = true;
+    engine_->pump().wake();
+}
+
+void NativeHost::post(std::function<void()> work)
+{
+    engine_->pump().post([work = std::move(work)] {
+        try {
+            work();
+        } catch (std::exception const& error) {
+            nativeReport(std::string("posted work threw an exception: ") + error.what());
+        } catch (...) {
+            nativeReport("posted work threw an exception: of an unknown type");
+        }
+    });
+}
+
+bool NativeHost::serveUntil(std::function<bool()> const& done, std::chrono::milliseconds limit)
+{
+    auto end = std::chrono::steady_clock::now() + limit;
+    while (!done()) {
+        auto left = end - std::chrono::steady_clock::now();
+        if (left <= left.zero())
+            return false;
+        engine_->pump().turn(std::min<std::chrono::nanoseconds>(left, NativePump::kStepLimit));
+    }
+    return true;
+}

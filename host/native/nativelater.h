@@ -1,0 +1,47 @@
+// host/native/nativelater.h: the answer of a handler that can not answer yet, and what a handler may return.
+#pragma once
+
+#include <concepts>
+#include <functional>
+#include <memory>
+#include <variant>
+
+#include "host/native/nativevalue.h"
+
+/// A result that comes later. A handler keeps a copy and returns another; the call ends when `complete` is called on
+/// any copy, on any thread, or with null when the last copy the handler kept is gone. The script thread serves other
+/// work meanwhile.
+class NativeLater
+{
+public:
+    NativeLater();
+    /// Ends the call with `value`. Only the first one counts.
+    void complete(NativeValue value) const;
+    /// Whether `complete` has been called.
+    bool isComplete() const;
+
+    /// Runs `next` with the result, at once when it is there already. The host's; called once.
+    void whenComplete(std::function<void(NativeValue&)> next) const;
+
+private:
+    struct State;
+    std::shared_ptr<State> state_;
+};
+
+/// What a handler returns: a value, or the promise of one.
+class NativeResult
+{
+public:
+    NativeResult() = default;
+    NativeResult(NativeLater later) : result_(std::move(later)) {}
+    template <typename Value>
+    requires std::convertible_to<Value, NativeValue> NativeResult(Value&& value)
+        : result_(NativeValue(std::forward<Value>(value)))
+    {}
+
+    /// Runs `next` once with the value: now, or when it is there.
+    void whenComplete(std::function<void(NativeValue&)> next);
+
+private:
+    std::variant<NativeValue, NativeLater> result_;
+};

@@ -1,0 +1,17 @@
+#include "host/native/nativelibmanager.h"
+
+#include <string_view>
+
+/// Each pointer is converted to its interface first: the component converts the void pointer back to that and nothing
+/// else.
+void* NativeLibManager::getInterface(const char** guid)
+{
+    std::string_view wanted = guid && *guid ? *guid : "";
+    if (wanted == kHostLoadFileGuid)
+        return static_cast<HostLoadFile*>(&files_);
+    if (wanted == kHostFormPropGuid)
+        return static_cast<HostFormProp*>(&forms_);
+    if (wanted == kHostPlatformGuid)
+        return static_cast<HostPlatform*>(&platform_);
+    return nullptr;
+}

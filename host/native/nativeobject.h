@@ -1,0 +1,159 @@
+// host/native/nativeobject.h: a script object: a table of properties, a table of methods, and the component's private
+// slot.
+#pragma once
+
+#include <atomic>
+#include <filesystem>
+#include <list>
+#include <map>
+#include <memory>
+#include <mutex>
+
+#include "host/native/nativemethod.h"
+#include "host/native/nativeprivate.h"
+
+class NativeClass;
+class NativeEngine;
+
+/// Made by NativeEngine and NativePlatform, kept by handles, gone with the last. The tables may be used on any thread;
+/// methods run on the script thread. The destroy handler of a component class runs on the script thread too: when the
+/// last handle goes elsewhere, the end of the object travels there.
+class NativeObject final : public ScriptObject
+{
+public:
+    /// A new object that is kept once, for the caller. `scriptClass` is null for a plain object and outlives the
+    /// object; `className` is for messages.
+    static NativeObjectRef make(std::shared_ptr<NativeEngine> engine, NativeClass const* scriptClass,
+                                std::string className);
+    NativeObject(NativeObject const&) = delete;
+    NativeObject& operator=(NativeObject const&) = delete;
+
+    /// Adds a handler: any callable (NativeObject&, NativeArguments const&) that returns a value, a NativeLater or
+    /// nothing. It shadows a method of the class. Any thread.
+    template <typename Callable>
+    void on(std::string_view name, Callable callable)
+    {
+        setHandler(name, nativeWrap<NativeObject>(std::move(callable)));
+    }
+    /// `on` for a handler that is a NativeHandler already; an empty one removes the method.
+    void setHandler(std::string_view name, NativeHandler handler);
+
+    /// Calls a method by name, as a script would, and waits for its result; null when there is none of this name.
+    /// Script thread.
+    NativeValue call(std::string_view name, NativeArguments args = {});
+    /// Whether there is a method of this name. Any thread.
+    bool has(std::string_view name) const;
+
+    /// Reads a property: a dynamic one of the class, or one from the table; null when there is none. Dynamic ones on
+    /// the script thread only.
+    NativeValue get(std::string_view name);
+    /// Sets a property; false when the class refuses it. Dynamic ones on the script thread only.
+    bool set(std::string_view name, NativeValue const& value);
+    /// Removes a property; false when the class refuses. Dynamic ones on the script thread only.
+    bool remove(std::string_view name);
+
+    /// Makes the object a function: its value tests as one, and a call with an empty method name runs `handler`.
+    void makeCallable(NativeHandler handler);
+    bool isCallable() const { return callable_; }
+
+    /// The folder that relative file names of this object belong to; empty (the default) means the host's.
+    void setFolder(std::filesystem::path folder);
+    std::filesystem::path folder() const;
+
+    /// The name of the class, "Object" for a plain object.
+    std::string const& className() const { return className_; }
+    /// "[object Class]" or "[function]".
+    std::string describe() const;
+
+    /// Runs the method `name` with `self` as the `this` object. Errors are reported, never thrown. Script thread.
+    NativeResult invoke(NativeObject& self, std::u16string const& name, NativeArguments& args);
+
+    // For the engine.
+    /// Keeps the object unless its end has begun.
+    bool tryKeep();
+    /// Runs the create handler of the class; the destroy handler will run once from then on. Script thread.
+    void runCreateHandler(NativeArguments& args);
+    /// Runs the destroy handler if it has not run yet. Script thread.
+    void runDestroyHandler();
+    /// Empties both tables, which breaks cycles of objects and handlers.
+    void clear();
+    NativeClass const* scriptClass() const { return class_; }
+
+    // The table of the form service and of the slots below. Any thread.
+    bool readProperty(std::u16string const& name, NativeValue& out) const;
+    void writeProperty(std::u16string const& name, NativeValue value);
+    void eraseProperty(std::u16string const& name);
+    void setPageText(std::u16string text);
+    /// The page text that the component handed over last (HostFormProp::setPageText), in UTF-8.
+    std::string pageText() const;
+
+    // What the component calls.
+    void reserved1() override {}
+    void reserved2() override {}
+    void reserved3() override {}
+    void reserved4() override {}
+    void reserved5() override {}
+    void reserved6() override {}
+    void reserved7() override {}
+    void reserved8() override {}
+    void reserved9() override {}
+    bool getProperty(sstring const& name, ScriptValue* out) override;
+    void setProperty(sstring const& name, ScriptValue* value) override;
+    void deleteProperty(sstring const& name) override;
+    bool hasProperty(sstring const& name) override;
+    void addMethod(sstring const& name, ScriptMethod method) override;
+    ScriptPrivate* getPrivate() override { return &private_; }
+    void keep() override { keeps_.fetch_add(1, std::memory_order_relaxed); }
+    void letGo() override;
+    int beginSession(int flags) override;
+    int endSession() override;
+    void windowState(int isOpen) override;
+    void reserved21() override {}
+    void reserved22() override {}
+    void reserved23() override {}
+    void callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result) override;
+    void reserved25() override {}
+    void callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
+                         void* context) override;
+    void reserved27() override {}
+    void reserved28() override {}
+    void reserved29() override {}
+    bool hasMethod(sstring const& name) override;
+    void reserved31() override {}
+    void reserved32() override {}
+    void reserved33() override {}
+    ScriptEngine* getEngine() override;
+
+private:
+    NativeObject(std::shared_ptr<NativeEngine> engine, NativeClass const* scriptClass, std::string className);
+    ~NativeObject();
+
+    void end();
+    void finishOnScriptThread();
+    NativeMethod findMethod(std::u16string const& name) const;
+    void setMethod(std::u16string name, NativeMethod method);
+    NativeResult run(NativeMethod const& method, NativeObject& self, NativeArguments& args);
+    NativeResult runReported(NativeMethod const& method, NativeObject& self, std::u16string const& name,
+                             NativeArguments& args);
+    NativeValue callAndWait(NativeObject& self, std::u16string const& name, NativeArguments& args);
+
+    enum class Stage
+    {
+        Plain,
+        Created,
+        Destroyed
+    };
+
+    std::shared_ptr<NativeEngine> const engine_;
+    NativeClass const* const class_;
+    std::string const className_;
+    std::atomic<int> keeps_{1};
+    std::atomic<Stage> stage_{Stage::Plain};
+    std::atomic<bool> callable_{false};
+    NativePrivate private_;
+    mutable std::mutex mutex_; // guards everything below
+    std::map<std::u16string, NativeValue> properties_;
+    std::map<std::u16string, NativeMethod> methods_;
+    std::filesystem::path folder_;
+    std::u16string pageText_;
+};

@@ -1,0 +1,35 @@
+#include "host/native/nativeobjecttable.h"
+
+#include "host/native/nativeobject.h"
+
+void NativeObjectTable::add(NativeObject* object)
+{
+    std::lock_guard lock(mutex_);
+    ageOf_[object] = next_;
+    byAge_[next_++] = object;
+}
+
+void NativeObjectTable::remove(NativeObject* object)
+{
+    std::lock_guard lock(mutex_);
+    auto found = ageOf_.find(object);
+    byAge_.erase(found->second);
+    ageOf_.erase(found);
+}
+
+std::vector<NativeObjectRef> NativeObjectTable::all() const
+{
+    std::vector<NativeObjectRef> objects;
+    std::lock_guard lock(mutex_);
+    for (auto& [age, object] : byAge_) {
+        if (object->tryKeep())
+            objects.push_back(NativeObjectRef::adopt(object));
+    }
+    return objects;
+}
+
+size_t NativeObjectTable::size() const
+{
+    std::lock_guard lock(mutex_);
+    return byAge_.size();
+}

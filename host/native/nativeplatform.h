@@ -1,0 +1,44 @@
+// host/native/nativeplatform.h: the factory service, and a count of what the component has not given back.
+#pragma once
+
+#include <atomic>
+
+#include "script/hostinterface.h"
+
+class NativeEngine;
+
+/// Any thread. Everything is made in the one engine, whichever is passed.
+class NativePlatform final : public HostPlatform
+{
+public:
+    explicit NativePlatform(NativeEngine& engine) : engine_(engine) {}
+
+    /// How many were made here and not destroyed.
+    struct Counts
+    {
+        int objects;
+        int args;
+        int values;
+    };
+    Counts counts() const { return {objects_, args_, values_}; }
+
+    // What the component calls.
+    void reserved1() override {}
+    void reserved2() override {}
+    void reserved3() override {}
+    void reserved4() override {}
+    void reserved5() override {}
+    ScriptObject* createObject(ScriptEngine* engine) override;
+    ScriptArgs* createArgs(ScriptEngine* engine) override;
+    ScriptValue* createValue(ScriptEngine* engine) override;
+    void reserved9() override {}
+    void destroyObject(ScriptObject* object) override;
+    void destroyArgs(ScriptArgs* args) override;
+    void destroyValue(ScriptValue* value) override;
+
+private:
+    NativeEngine& engine_;
+    std::atomic<int> objects_{0};
+    std::atomic<int> args_{0};
+    std::atomic<int> values_{0};
+};

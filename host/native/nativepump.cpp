@@ -1,0 +1,132 @@
+// A futex rather than a condition variable: a wake is one exchange, and a system call only when the script thread
+// sleeps.
+#include "host/native/nativepump.h"
+
+#include <climits>
+#include <ctime>
+#include <linux/futex.h>
+#include <sys/syscall.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// A wait is first spent spinning for this long if the last one was that short: a blocking call that the other thread
+/// answers at once is then over before the kernel would have put this thread to sleep. A longer wait ends the habit, so
+/// that nobody who waits for a user spins.
+constexpr std::chrono::microseconds kSpinLimit{25};
+constexpr int kSpinsBetweenClockReads = 32;
+
+static_assert(sizeof(std::atomic<unsigned>) == sizeof(uint32_t), "a futex is a 32-bit word");
+
+void futexWait(std::atomic<unsigned>& word, unsigned expected, std::chrono::nanoseconds limit)
+{
+    timespec timeout{static_cast<time_t>(limit.count() / 1'000'000'000),
+                     static_cast<long>(limit.count() % 1'000'000'000)};
+    syscall(SYS_futex, &word, FUTEX_WAIT_PRIVATE, expected, &timeout, nullptr, 0);
+}
+
+void futexWake(std::atomic<unsigned>& word) { syscall(SYS_futex, &word, FUTEX_WAKE_PRIVATE, 1, nullptr, nullptr, 0); }
+
+void pauseProcessor()
+{
+#if defined(__x86_64__) || defined(__i386__)
+    __builtin_ia32_pause();
+#elif defined(__aarch64__)
+    asm volatile("yield");
+#endif
+}
+
+/// On one processor the other thread can not answer while this one spins.
+bool canSpin()
+{
+    static const bool several = std::thread::hardware_concurrency() > 1;
+    return several;
+}
+
+} // namespace
+
+void NativePump::post(Work work)
+{
+    {
+        std::lock_guard lock(mutex_);
+        queue_.push_back(std::move(work));
+    }
+    wake();
+}
+
+void NativePump::wake()
+{
+    if (signal_.exchange(kWoken) == kAsleep)
+        futexWake(signal_);
+}
+
+void NativePump::runOnce(int)
+{
+    std::unique_lock lock(mutex_);
+    size_t ready = queue_.size();
+    lock.unlock();
+    while (ready-- > 0 && runFront()) {}
+}
+
+bool NativePump::turn(std::chrono::nanoseconds limit)
+{
+    if (runFront())
+        return true;
+    bool woken = waitForSignal(limit);
+    return runFront() || woken;
+}
+
+bool NativePump::runFront()
+{
+    std::unique_lock lock(mutex_);
+    if (queue_.empty())
+        return false;
+    Work work = std::move(queue_.front());
+    queue_.pop_front();
+    lock.unlock();
+    work();
+    return true;
+}
+
+/// True when the signal came; it is consumed then.
+bool NativePump::waitForSignal(std::chrono::nanoseconds limit)
+{
+    if (signal_.exchange(kQuiet) == kWoken)
+        return true;
+    Clock::time_point start = Clock::now();
+    if (shortWaits_ && spinForSignal())
+        return true;
+    bool far = limit > std::chrono::hours(24 * 365);
+    bool woken = sleepForSignal(far ? Clock::time_point::max() : start + limit);
+    shortWaits_ = canSpin() && Clock::now() - start < kSpinLimit;
+    return woken;
+}
+
+bool NativePump::spinForSignal()
+{
+    Clock::time_point end = Clock::now() + kSpinLimit;
+    do {
+        for (int i = 0; i < kSpinsBetweenClockReads; ++i) {
+            if (signal_.load(std::memory_order_relaxed) == kWoken)
+                return signal_.exchange(kQuiet) == kWoken;
+            pauseProcessor();
+        }
+    } while (Clock::now() < end);
+    return false;
+}
+
+bool NativePump::sleepForSignal(Clock::time_point end)
+{
+    unsigned quiet = kQuiet;
+    signal_.compare_exchange_strong(quiet, kAsleep);
+    while (signal_ != kWoken) {
+        auto now = Clock::now();
+        if (now >= end)
+            break;
+        futexWait(signal_, kAsleep, std::min<std::chrono::nanoseconds>(end - now, std::chrono::hours(1)));
+    }
+    return signal_.exchange(kQuiet) == kWoken;
+}

@@ -1,0 +1,59 @@
+// host/native/nativepump.h: the script thread's queue of work, and its sleep between two pieces of it.
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <mutex>
+
+#include "script/hostinterface.h"
+
+/// `post` and `wake` may be called on any thread, everything else on the script thread. Turns may be nested: a piece of
+/// work may take turns itself.
+class NativePump final : public ScriptPump
+{
+public:
+    using Work = std::function<void()>;
+
+    /// The longest time that one step waits.
+    static constexpr std::chrono::milliseconds kStepLimit{50};
+
+    /// Adds a piece of work at the end of the queue. It must not throw.
+    void post(Work work);
+    /// Waits at most `limit` for work or a wake and runs one piece of work if there is one. False when the time was up.
+    bool turn(std::chrono::nanoseconds limit);
+
+    // What the component calls.
+    void reserved1() override {}
+    void reserved2() override {}
+    void reserved3() override {}
+    void reserved4() override {}
+    void reserved5() override {}
+    void reserved6() override {}
+    void reserved7() override {}
+    void reserved8() override {}
+    void reserved9() override {}
+    void runOnce(int flags) override;
+    void reserved11() override {}
+    void reserved12() override {}
+    void reserved13() override {}
+    void step() override { turn(kStepLimit); }
+    void wake() override;
+
+private:
+    bool runFront();
+    bool waitForSignal(std::chrono::nanoseconds limit);
+    bool spinForSignal();
+    bool sleepForSignal(std::chrono::steady_clock::time_point end);
+
+    // What `signal_` says. Asleep is set only by the script thread, and whoever replaces it wakes that thread.
+    static constexpr unsigned kQuiet = 0;
+    static constexpr unsigned kWoken = 1;
+    static constexpr unsigned kAsleep = 2;
+
+    std::atomic<unsigned> signal_{kQuiet};
+    bool shortWaits_ = false; // the last wait was over within the spin limit
+    std::mutex mutex_;        // guards queue_
+    std::deque<Work> queue_;
+};

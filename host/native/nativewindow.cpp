@@ -1,0 +1,14 @@
+#include "host/native/nativewindow.h"
+
+NativeValue NativeWindow::call(std::string_view method, NativeArguments args) const
+{
+    return object_ ? object_->call(method, std::move(args)) : NativeValue();
+}
+
+NativeHandler NativeWindow::forObject(WindowHandler handler)
+{
+    return [handler = std::move(handler)](NativeObject& self, NativeArguments const& args) {
+        NativeWindow window{NativeObjectRef(&self)};
+        return handler(window, args);
+    };
+}
