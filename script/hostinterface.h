@@ -205,7 +205,8 @@ public:
     virtual void reserved22() = 0;
     virtual void reserved23() = 0;
     /// 24: calls a script method of this object and waits. Script thread only. `result` is null when the method is
-    /// missing or throws; the host reports the error to the user.
+    /// missing or throws; the host reports the error to the user. An empty name on a function object calls the function
+    /// itself; position 26 alike.
     virtual void callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result) = 0;
     virtual void reserved25() = 0;
     /// 26: starts a call of a script method and returns; the method runs on the script thread, and `done` is called
