@@ -43,9 +43,14 @@ const CodepageRow codepageTable[] = {
     {"zh_TW", "zh_TW", "BIG5"},
 };
 
-/// The alias column is asked for the whole table first, then the locale column.
+constexpr size_t codepageNameLength = 5; // of every locale and alias above
+
+/// The alias column is asked for the whole table first, then the locale column. Asked by every conversion, so names that can
+/// not be there are sorted out at once.
 const CodepageRow* findCodepage(char const* name)
 {
+    if (std::strlen(name) != codepageNameLength)
+        return nullptr;
     for (const CodepageRow& row : codepageTable)
         if (strcasecmp(name, row.alias) == 0)
             return &row;

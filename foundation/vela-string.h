@@ -128,6 +128,8 @@ public:
     sstring& set(char const* text, unsigned int start = 0, unsigned int count = npos);
     sstring& set(unsigned char const* text, unsigned int start = 0, unsigned int count = npos);
     sstring& set(unsigned short const* text, unsigned int start = 0, unsigned int count = npos);
+    /// Takes the text, not the locale.
+    sstring& set(sstring const& text) { return set(text.wideBuffer); }
 
     /// Writes `count` units of the text, from `start` on, at position `pos`; a gap before `pos` is filled with spaces.
     /// A count of npos writes the rest of the text and ends the string behind it. An explicit count that ends inside
@@ -139,6 +141,7 @@ public:
     sstring& append(char const* text);
     sstring& append(unsigned char const* text);
     inline sstring& append(unsigned short const* text);
+    sstring& append(sstring const& text) { return append(text.wideBuffer); }
     sstring& append(int number);
     sstring& append(void const* address);
     sstring& append(char16_t const* text) = delete;
