@@ -3,6 +3,7 @@
 
 #include "page/guihtmlrare.h"
 #include "page/guihtmlservices.h"
+#include "page/guinodewatch.h"
 #include "runtime/gui.h"
 
 #include <atomic>
@@ -49,6 +50,7 @@ guiHtml::guiHtml(guiHtml const& other)
 
 guiHtml::~guiHtml()
 {
+    guiNodeWatch::nodeDestroyed(this);
     guiHtml::destroyChildWidget();
     destroyTree(m.children, this);
     if (m.object)
