@@ -1,0 +1,32 @@
+// page/guichildspan.h: the children of a node that meet an area, found without looking at all of them: painting, hit
+// testing and scrolling in the middle of a long page cost what they cost at its top.
+#pragma once
+
+#include "page/guitypes.h"
+
+class guiHtml;
+
+/// Visits, in child order, the child nodes whose rectangles meet `area` (in coordinates of the parent's content).
+/// Layout stacks layers from top to bottom, so the first one is found by bisection and the walk ends below the area;
+/// lists of up to `kSmallList` entries are simply walked. Children may be removed during the walk (then some are
+/// skipped), the parent not.
+class guiChildSpan
+{
+public:
+    static constexpr unsigned kSmallList = 32;
+
+    guiChildSpan(guiHtml const* parent, guiRect const& area);
+    /// The next child, null at the end.
+    guiHtml* next();
+
+private:
+    bool isPast(guiHtml const* child) const;
+
+    guiHtml const* m_parent; // not owned
+    guiRect m_area;
+    unsigned m_at = 0;
+    bool m_isSorted;
+};
+
+/// An area that every node meets.
+guiRect guiWholePlane();

@@ -1,0 +1,168 @@
+// page/guihtmlfile.cpp: gives nodes the content of files: pages, pictures, background images, and what `src` attributes
+// name. Parsing is guihtmlload.cpp's. A content filter is a script: after it has run, the node may be gone.
+#include "page/guihtml.h"
+#include "page/guilayouthold.h"
+#include "page/guilinkname.h"
+#include "page/guinodewatch.h"
+#include "page/guipagehost.h"
+#include "runtime/gui.h"
+#include "runtime/guihtmlbase.h"
+
+#include <QPixmap>
+#include <QScrollBar>
+#include <QWidget>
+#include <algorithm>
+
+namespace {
+
+/// Logs what went wrong with a file. The result is that of a failed load.
+int failed(char const* what, sstring const& path)
+{
+    guiComponent::logError("guiHtml::loadFile() - failed to %s %s\n", what, path.c_str());
+    return 0;
+}
+
+/// A page that holds nothing but one picture or movie.
+sstring picturePage(sstring const& path)
+{
+    sstring name = path;
+    name.replace(sstring("&"), sstring("&amp;"));
+    name.replace(sstring("\""), sstring("&quot;"));
+    return sstring("<img src=\"") + name + "\">";
+}
+
+/// The name to load: links and `src` are relative to the page around the node, what script loads into a window to the
+/// script.
+sstring nameToLoad(guiHtml* node, sstring const& file)
+{
+    if (node->getParent())
+        return guiFullName(node, file);
+    guiPageHost* host = guiPageHost::current();
+    return host ? host->resolvePath(node->getBaseHtml(), file) : file;
+}
+
+int loadPage(guiHtml* node, sstring path)
+{
+    guiPageHost* host = guiPageHost::current();
+    guiHtmlBase* root = node->getBaseHtml();
+    sstring text;
+    if (!host || !host->readText(root, path, text))
+        return failed("load file", path);
+    node->setString(kStringFile, path);
+    node->setCurrentDirectory();
+    guiNodeWatch self(node);
+    if (!host->filterText(root, path, text))
+        return failed("filter file", path);
+    if (!self.alive() || !node->setText(text, guiDirectoryOf(path)))
+        return failed("apply content from", path);
+    return 1;
+}
+
+/// Whether the file is already being shown by one of the pages around the node: a page can not contain itself.
+bool isWithin(guiHtml const* node, sstring const& path)
+{
+    for (guiHtml const* above = node->getParent(); above; above = above->getParent())
+        if (above->hasString(kStringFile) && above->isString(kStringFile, path))
+            return true;
+    return false;
+}
+
+int loadInto(guiHtml* node, sstring const& file)
+{
+    guiLoadBudget budget;
+    guiLayoutHold hold;
+    sstring path = nameToLoad(node, file);
+    if (!guiIsPageFile(path))
+        return node->setText(picturePage(path), guiDirectoryOf(path));
+    if (!isWithin(node, path) && !budget.isExhausted())
+        return loadPage(node, path);
+    guiComponent::logError("guiHtml::loadFile() - %s is not loaded: it contains itself, or too many pages\n",
+                           path.c_str());
+    return 0;
+}
+
+/// Top of a node in the content of its root, wherever that is scrolled to.
+int topInRoot(guiHtml const* node)
+{
+    int top = 0;
+    for (; node->getParent(); node = node->getParent())
+        top += node->m.rect.top;
+    return top;
+}
+
+int scrollToBookmark(guiHtml* root, sstring const& bookmark)
+{
+    guiHtml* node = root->getBookmarked(bookmark);
+    if (!node)
+        return 0;
+    QScrollBar* bar = root->getScroll().barY;
+    if (!bar)
+        return 1;
+    int range = static_cast<int>(root->getScroll().rangeY);
+    root->onScrollY(std::clamp(topInRoot(node), 0, range));
+    root->updateScrollbarRanges();
+    root->update();
+    return 1;
+}
+
+} // namespace
+
+int guiHtml::loadFile(sstring file)
+{
+    sstring name;
+    sstring bookmark;
+    guiSplitBookmark(file, name, bookmark);
+    guiNodeWatch root(getBaseHtml());
+    if (name.getLength() != 0 && !loadInto(this, name))
+        return 0;
+    if (bookmark.getLength() == 0 || !root.alive() || guiLayoutHold::isHeld())
+        return name.getLength() != 0;
+    int found = scrollToBookmark(root.get(), bookmark);
+    return name.getLength() != 0 || found;
+}
+
+int guiHtml::loadBackground(sstring file)
+{
+    guiPageHost* host = guiPageHost::current();
+    QPixmap image;
+    guiNodeWatch self(this);
+    if (!host || !host->readImage(getBaseHtml(), guiFullName(this, file), image) || !self.alive())
+        return 0;
+    setString(kStringBackground, file);
+    setBackgroundPixmap(image);
+    update();
+    return 1;
+}
+
+// Only names it: dynamicLoad() reads the file.
+int guiHtml::setBackgroundImage(sstring const& file)
+{
+    setString(kStringBackground, file);
+    clearBackgroundPixmap();
+    return 1;
+}
+
+int guiHtml::dynamicLoad()
+{
+    guiNodeWatch self(this);
+    int result = 1;
+    if (hasString(kStringBackground) && !isBackgroundLoaded())
+        loadBackground(getString(kStringBackground));
+    if (self.alive() && hasString(kStringSource)) {
+        sstring source = getString(kStringSource);
+        setString(kStringSource, sstring());
+        result = loadFile(source);
+    }
+    for (unsigned i = 0; self.alive() && i < getChildCount(); ++i)
+        if (guiChildList::isNode(getChild(i)) && !getChild(i)->dynamicLoad())
+            result = 0;
+    return result;
+}
+
+// Nothing in a library may change the process's directory: the names in a page are completed with that of its file
+// instead.
+void guiHtml::setCurrentDirectory()
+{
+    if (hasString(kStringFile))
+        setString(kStringFile, nameToLoad(this, getString(kStringFile)));
+}

@@ -1,0 +1,110 @@
+// page/guilinkname.cpp: see guilinkname.h.
+#include "page/guilinkname.h"
+
+#include "page/guihtml.h"
+#include "page/guipagehost.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+/// The value of a hexadecimal digit, -1 for any other character.
+int hexValue(unsigned short unit)
+{
+    if (unit >= '0' && unit <= '9')
+        return unit - '0';
+    unsigned lower = unit | 0x20u;
+    return lower >= 'a' && lower <= 'f' ? static_cast<int>(lower - 'a') + 10 : -1;
+}
+
+/// The code at "%XY", 0 when there is none.
+unsigned short percentCode(unsigned short const* at, unsigned short const* end)
+{
+    if (*at != '%' || end - at < 3)
+        return 0;
+    int high = hexValue(at[1]);
+    int low = hexValue(at[2]);
+    return high < 0 || low < 0 ? 0 : static_cast<unsigned short>(high * 16 + low);
+}
+
+bool isScheme(sstring const& text)
+{
+    auto isLetter = [](unsigned short unit) { return (unit | 0x20u) >= 'a' && (unit | 0x20u) <= 'z'; };
+    unsigned short const* units = text.getUnicode();
+    return text.getLength() != 0 && std::all_of(units, units + text.getLength(), isLetter);
+}
+
+sstring extensionOf(sstring const& file)
+{
+    unsigned dot = file.rfind(static_cast<unsigned short>('.'));
+    return dot == sstring::npos ? sstring() : file.subString(dot);
+}
+
+} // namespace
+
+sstring guiDecodePercent(sstring const& link)
+{
+    sstring decoded;
+    unsigned short const* at = link.getUnicode();
+    unsigned short const* end = at + link.getLength();
+    while (at < end) {
+        unsigned short code = percentCode(at, end);
+        decoded += code != 0 ? code : *at;
+        at += code != 0 ? 3 : 1;
+    }
+    return decoded;
+}
+
+void guiSplitTarget(sstring const& link, sstring& target, sstring& rest)
+{
+    sstring whole = link; // the outputs may be the input
+    unsigned close = whole.find(static_cast<unsigned short>('}'));
+    bool hasTarget = whole.getLength() != 0 && whole[0u] == '{' && close != sstring::npos;
+    target = hasTarget ? whole.subString(1, close - 1) : sstring("_self");
+    rest = hasTarget ? whole.subString(close + 1) : whole;
+}
+
+void guiSplitBookmark(sstring const& link, sstring& file, sstring& bookmark)
+{
+    sstring whole = link;
+    unsigned mark = whole.find(static_cast<unsigned short>('#'));
+    bookmark = mark == sstring::npos ? sstring() : whole.subString(mark + 1);
+    file = mark == sstring::npos ? whole : whole.subString(0, mark);
+}
+
+bool guiIsFullName(sstring const& file)
+{
+    if (file.getLength() != 0 && file[0u] == '/')
+        return true;
+    unsigned colon = file.find(sstring("://"));
+    return colon != sstring::npos && isScheme(file.subString(0, colon));
+}
+
+sstring guiDirectoryOf(sstring const& file)
+{
+    unsigned slash = file.rfind(static_cast<unsigned short>('/'));
+    return slash == sstring::npos ? sstring() : file.subString(0, slash + 1);
+}
+
+sstring guiPageDirectory(guiHtml const* node)
+{
+    guiHtml const* page = node->getParent() ? node->getParent() : node;
+    while (page->getParent() && !page->hasString(kStringFile))
+        page = page->getParent();
+    return guiDirectoryOf(page->getString(kStringFile));
+}
+
+sstring guiFullName(guiHtml* node, sstring const& file)
+{
+    sstring name = guiIsFullName(file) ? file : guiPageDirectory(node) + file;
+    guiPageHost* host = guiPageHost::current();
+    return host ? host->resolvePath(node->getBaseHtml(), name) : name;
+}
+
+bool guiIsPageFile(sstring const& file)
+{
+    static char const* const kMedia[] = {".bmp", ".gif", ".jpg", ".jpeg", ".png", ".wav", ".avi", ".avz"};
+    istring extension(extensionOf(file));
+    return std::none_of(std::begin(kMedia), std::end(kMedia), [&](char const* known) { return extension == known; });
+}

@@ -1,0 +1,24 @@
+// page/guipainting.h: the strokes that pages are painted with. All coordinates are logical pixels of the painter, so
+// that a page is sharp on a screen of any density.
+#pragma once
+
+#include "page/guitypes.h"
+
+class QBrush;
+class QColor;
+class QPainter;
+class QPixmap;
+class QRegion;
+
+/// Tiles `tile` over the clip region, one tile's corner at (x, y). `region` may be null: nothing is painted.
+void drawClippedTile(QPainter* painter, QPixmap const& tile, int x, int y, QRegion const* region);
+
+/// Fills the clip region. `region` may be null: nothing is painted.
+void fillClippedRect(QPainter* painter, QBrush const& brush, QRegion const* region);
+
+/// A plain frame of `lineWidth` pixels along the inside of `rect`. A rectangle that has no room for both sides is
+/// filled.
+void drawFrame(QPainter* painter, guiRect const& rect, int lineWidth, QColor const& color);
+
+/// The straight line from (x1, y1) to (x2, y2), both ends included, one pixel thick; horizontal or vertical.
+void drawEdge(QPainter* painter, int x1, int y1, int x2, int y2, QColor const& color);
