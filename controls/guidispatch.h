@@ -1,0 +1,21 @@
+// controls/guidispatch.h: keeps widgets alive while the toolkit is still inside one of their events. Almost every event
+// may end in a script handler, and a handler may close the window or replace the page that the widget belongs to.
+#pragma once
+
+class QWidget;
+
+/// Marks a stretch of code that the toolkit called and that may reach script. GUI thread; nests.
+class guiDispatch
+{
+public:
+    guiDispatch();
+    ~guiDispatch();
+    guiDispatch(guiDispatch const&) = delete;
+    guiDispatch& operator=(guiDispatch const&) = delete;
+
+    static bool isActive();
+};
+
+/// Deletes the widget: at once when nothing of the toolkit may be inside it, else hidden now and deleted by the event
+/// loop as soon as the outermost handler has returned. Null is allowed. The caller forgets the pointer either way.
+void guiDeleteWidget(QWidget* widget);

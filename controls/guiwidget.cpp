@@ -1,0 +1,363 @@
+// controls/guiwidget.cpp: see guiwidget.h. Whatever is called on a node may run script, which may close this window.
+// The widget itself survives until its handlers have returned (guidispatch.h), but its page may be unbound: each step
+// asks again.
+#include "controls/guiwidget.h"
+
+#include "controls/guidispatch.h"
+#include "page/guichildspan.h"
+#include "page/guihtml.h"
+#include "page/guilaterevents.h"
+#include "page/guinodewatch.h"
+#include "runtime/gui.h"
+#include "runtime/guicallback.h"
+#include "runtime/guihtmlbase.h"
+#include "runtime/guithread.h"
+
+#include <QChildEvent>
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+std::vector<guiWidget*> theWindows; // GUI thread
+
+/// Drops mouse moves while it exists, so that they do not pile up behind a slow handler.
+class moveBlock
+{
+public:
+    moveBlock()
+    {
+        if (pGUI)
+            pGUI->getThread()->disableMM();
+    }
+    ~moveBlock()
+    {
+        if (pGUI)
+            pGUI->getThread()->enableMM();
+    }
+    moveBlock(moveBlock const&) = delete;
+    moveBlock& operator=(moveBlock const&) = delete;
+};
+
+/// Whether the page paints every pixel of its rectangle, so that nothing has to be put under it.
+bool isOpaque(guiHtml const* page)
+{
+    return page->hasBackgroundColor() && !page->hasString(kStringBackground) && page->m.border == 0 &&
+           page->m.space == 0;
+}
+
+/// The innermost node under the point that has the scroll bar, null when there is none.
+QScrollBar* barUnder(guiHtml* node, QPoint at, Qt::Orientation orientation)
+{
+    guiRect rect = node->m.rect;
+    if (at.x() < rect.left || at.x() >= rect.right() || at.y() < rect.top || at.y() >= rect.bottom())
+        return nullptr;
+    guiHtml::scroll_t const& scroll = node->getScroll();
+    QPoint inside(at.x() - rect.left + static_cast<int>(scroll.posX),
+                  at.y() - rect.top + static_cast<int>(scroll.posY));
+    guiChildSpan span(node, {inside.x(), 1, inside.y(), 1});
+    while (guiHtml* child = span.next())
+        if (QScrollBar* bar = barUnder(child, inside, orientation))
+            return bar;
+    return orientation == Qt::Vertical ? scroll.barY.data() : scroll.barX.data();
+}
+
+} // namespace
+
+guiWidget::guiWidget(QWidget* parent, char const* name, int modal, Qt::WindowFlags flags) : QDialog(parent, flags)
+{
+    setObjectName(QString::fromUtf8(name));
+    if (modal)
+        setWindowModality(Qt::ApplicationModal);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_NoSystemBackground);
+    setAttribute(Qt::WA_StaticContents);
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    theWindows.push_back(this);
+}
+
+guiWidget::~guiWidget()
+{
+    std::erase(theWindows, this);
+    unbind();
+}
+
+void guiWidget::unbind()
+{
+    guiHtmlBase* bound = htmlBase;
+    htmlBase = nullptr;
+    hoverNode = nullptr;
+    if (bound && pGUI)
+        pGUI->onClose(this);
+}
+
+void guiWidget::deleteWhenSafe()
+{
+    if (paintDepth != 0) {
+        deletePending = 1;
+        return;
+    }
+    if (!guiDispatch::isActive()) {
+        delete this;
+        return;
+    }
+    unbind();
+    hide();
+    deleteLater();
+}
+
+void guiWidget::refresh()
+{
+    guiHtml* old = hoverNode;
+    hoverNode = nullptr;
+    if (!old)
+        return;
+    guiDispatch dispatch;
+    old->onMouseOff();
+    setCursor(Qt::ArrowCursor);
+}
+
+void guiWidget::onHtmlDestroy(guiHtml* node)
+{
+    if (!node || node != hoverNode)
+        return;
+    guiLaterEvents later; // the tree around the node is being taken apart: no handler may look at it now
+    refresh();
+}
+
+void guiWidget::forgetNode(guiHtml* node)
+{
+    auto hovers = [node](guiWidget* window) { return window->hoverNode == node; };
+    auto found = std::find_if(theWindows.begin(), theWindows.end(), hovers);
+    if (found != theWindows.end())
+        (*found)->onHtmlDestroy(node);
+}
+
+int guiWidget::logPixelsY() const { return metric(PdmDpiY); }
+
+void guiWidget::scrollPixels(QRect const& area, int dx, int dy)
+{
+    if (std::abs(dx) < area.width() && std::abs(dy) < area.height())
+        scroll(dx, dy, area);
+    else
+        update(area);
+}
+
+// ---- Mouse ----
+
+void guiWidget::hover(int x, int y)
+{
+    guiHtml* node = htmlBase->hitTest(&x, &y);
+    guiHtml* old = hoverNode;
+    guiNodeWatch found(node);
+    hoverNode = node;
+    if (old && old != node) {
+        old->onMouseOff();
+        setCursor(Qt::ArrowCursor);
+    }
+    if (node && old != node && hoverNode == node && found.alive())
+        node->onMouseOn();
+    if (!node || hoverNode != node || !found.alive())
+        return; // a handler replaced the page, or moved the pointer elsewhere
+    moveBlock block;
+    node->onMouseMove(x, y);
+}
+
+void guiWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    guiDispatch dispatch;
+    if (htmlBase)
+        hover(event->position().toPoint().x(), event->position().toPoint().y());
+    QDialog::mouseMoveEvent(event);
+}
+
+void guiWidget::mousePressEvent(QMouseEvent* event)
+{
+    guiDispatch dispatch;
+    QDialog::mousePressEvent(event);
+    int x = event->position().toPoint().x();
+    int y = event->position().toPoint().y();
+    guiHtml* node = htmlBase ? htmlBase->hitTest(&x, &y) : nullptr;
+    if (node)
+        node->onMouseDown(x, y);
+}
+
+void guiWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    guiDispatch dispatch;
+    if (htmlBase) {
+        int x = event->position().toPoint().x();
+        int y = event->position().toPoint().y();
+        if (guiHtml* node = htmlBase->hitTest(&x, &y))
+            node->onMouseUp();
+        setCursor(Qt::ArrowCursor);
+    }
+    QDialog::mouseReleaseEvent(event);
+}
+
+void guiWidget::leaveEvent(QEvent* event)
+{
+    guiDispatch dispatch;
+    refresh();
+    QDialog::leaveEvent(event);
+}
+
+// The toolkit tells a child that the pointer came, but not its parent that the pointer is on the page no more.
+void guiWidget::childEvent(QChildEvent* event)
+{
+    if (event->added())
+        event->child()->installEventFilter(this);
+    QDialog::childEvent(event);
+}
+
+bool guiWidget::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Enter && watched->parent() == this) {
+        guiDispatch dispatch;
+        refresh();
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void guiWidget::wheelEvent(QWheelEvent* event)
+{
+    bool isHorizontal = std::abs(event->angleDelta().x()) > std::abs(event->angleDelta().y());
+    QPoint at = event->position().toPoint();
+    QScrollBar* bar = htmlBase ? barUnder(htmlBase, at, isHorizontal ? Qt::Horizontal : Qt::Vertical) : nullptr;
+    if (!bar) {
+        QDialog::wheelEvent(event);
+        return;
+    }
+    guiDispatch dispatch;
+    QCoreApplication::sendEvent(bar, event);
+}
+
+// ---- Keys, size, visibility ----
+
+// Not QDialog's own handler: that one rejects the dialog on Escape and presses a default button on Enter.
+void guiWidget::keyPressEvent(QKeyEvent* event)
+{
+    guiDispatch dispatch;
+    if (guiHandleKey(htmlBase, event->key(), true))
+        event->accept();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void guiWidget::resizeEvent(QResizeEvent* event)
+{
+    guiDispatch dispatch;
+    if (htmlBase) {
+        guiRect rect{0, width(), 0, height()};
+        htmlBase->setRect(&rect);
+        update();
+    }
+    if (htmlBase && htmlBase->getPendingFocus().getLength() != 0)
+        htmlBase->setFocus(htmlBase->getPendingFocus());
+    QWidget::resizeEvent(event);
+}
+
+void guiWidget::showEvent(QShowEvent* event)
+{
+    guiDispatch dispatch;
+    QDialog::showEvent(event);
+    refresh();
+    if (htmlBase)
+        htmlBase->onShow();
+}
+
+void guiWidget::closeEvent(QCloseEvent* event)
+{
+    guiDispatch dispatch;
+    event->ignore();
+    hide();
+    if (htmlBase)
+        htmlBase->destroyWidget();
+}
+
+// ---- Painting ----
+
+void guiWidget::paintEvent(QPaintEvent* event)
+{
+    if (!htmlBase) {
+        QDialog::paintEvent(event);
+        return;
+    }
+    guiDispatch dispatch;
+    ++paintDepth;
+    if (paintDepth > 1)
+        m_missed += event->region();
+    else
+        paintRegion(event->region());
+    if (--paintDepth == 0)
+        endPaint();
+}
+
+void guiWidget::paintRegion(QRegion const& region)
+{
+    if (isActiveWindow() && pGUI)
+        pGUI->setCurrentWindow(this);
+    ensureBuffer();
+    if (backBuffer.isNull())
+        paintPage(this, region);
+    else
+        paintThroughBuffer(region);
+}
+
+QPixmap guiWidget::makeBuffer(QSize const& size)
+{
+    QPixmap buffer(size * devicePixelRatio());
+    buffer.setDevicePixelRatio(devicePixelRatio());
+    return buffer;
+}
+
+void guiWidget::ensureBuffer()
+{
+    QSize present = backBuffer.deviceIndependentSize().toSize();
+    bool isSameScale = backBuffer.devicePixelRatio() == devicePixelRatio();
+    if (isSameScale && present.width() >= width() && present.height() >= height())
+        return;
+    QSize wanted = size() + QSize(kBackBufferMargin, kBackBufferMargin);
+    backBuffer = QPixmap(); // first, so that the two never exist together
+    backBuffer = makeBuffer(isSameScale ? wanted.expandedTo(present) : wanted);
+}
+
+void guiWidget::paintPage(QPaintDevice* device, QRegion const& region)
+{
+    QPainter painter(device);
+    painter.setClipRegion(region);
+    if (!htmlBase)
+        return;
+    if (!isOpaque(htmlBase))
+        painter.fillRect(region.boundingRect(), palette().color(QPalette::Window));
+    htmlBase->paintTo(&painter, 0, 0, this, &region);
+}
+
+void guiWidget::paintThroughBuffer(QRegion const& region)
+{
+    paintPage(&backBuffer, region);
+    QPainter painter(this);
+    painter.setClipRegion(region);
+    painter.drawPixmap(QRectF(rect()), backBuffer, QRectF(QPointF(), QSizeF(size()) * backBuffer.devicePixelRatio()));
+}
+
+// The toolkit still holds on to a widget whose paint event returns, so it is deleted right after, by the event loop.
+void guiWidget::endPaint()
+{
+    if (deletePending) {
+        unbind();
+        hide();
+        deleteLater();
+    } else if (!m_missed.isEmpty()) {
+        update(m_missed);
+    }
+    m_missed = QRegion();
+    guiCallback_postNullEvent();
+}

@@ -1,0 +1,20 @@
+// controls/guiwidgetscrollbar.h: the scroll bar of a node whose content is larger than the node.
+#pragma once
+
+#include <QScrollBar>
+
+class guiHtml;
+
+/// Made by layout; scrolls its owner while it is dragged. Only a vertical bar can have the keyboard focus. GUI thread.
+class guiWidgetScrollBar : public QScrollBar
+{
+    Q_OBJECT
+
+public:
+    guiWidgetScrollBar(Qt::Orientation orientation, QWidget* parent, char const* name = nullptr);
+
+    guiHtml* owner = nullptr; ///< the scrolled node; not owned, null until bound
+
+public slots:
+    void onChange(int value);
+};
