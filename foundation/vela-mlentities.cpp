@@ -1,0 +1,118 @@
+// foundation/vela-mlentities.cpp: see the header. The names are HTML 4's (HTMLlat1), in the order of their codes.
+#include "vela-mlentities.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <iterator>
+#include <string_view>
+
+namespace {
+
+struct Reference
+{
+    std::string_view name;
+    unsigned short code;
+};
+
+constexpr Reference commonReferences[] = {{"amp", '&'},   {"lt", '<'},   {"gt", '>'},
+                                          {"apos", '\''}, {"quot", '"'}, {"nbsp", ' '}};
+
+constexpr unsigned short firstLatin1 = 161;
+constexpr std::string_view latin1Names[] = {
+    "iexcl",  "cent",   "pound",  "curren", "yen",    "brvbar", "sect",   "uml",    "copy",   "ordf",   "laquo",
+    "not",    "shy",    "reg",    "macr",   "deg",    "plusmn", "sup2",   "sup3",   "acute",  "micro",  "para",
+    "middot", "cedil",  "sup1",   "ordm",   "raquo",  "frac14", "frac12", "frac34", "iquest", "Agrave", "Aacute",
+    "Acirc",  "Atilde", "Auml",   "Aring",  "AElig",  "Ccedil", "Egrave", "Eacute", "Ecirc",  "Euml",   "Igrave",
+    "Iacute", "Icirc",  "Iuml",   "ETH",    "Ntilde", "Ograve", "Oacute", "Ocirc",  "Otilde", "Ouml",   "times",
+    "Oslash", "Ugrave", "Uacute", "Ucirc",  "Uuml",   "Yacute", "THORN",  "szlig",  "agrave", "aacute", "acirc",
+    "atilde", "auml",   "aring",  "aelig",  "ccedil", "egrave", "eacute", "ecirc",  "euml",   "igrave", "iacute",
+    "icirc",  "iuml",   "eth",    "ntilde", "ograve", "oacute", "ocirc",  "otilde", "ouml",   "divide", "oslash",
+    "ugrave", "uacute", "ucirc",  "uuml",   "yacute", "thorn",  "yuml"};
+static_assert(std::size(latin1Names) == 95);
+
+bool hasPrefix(unsigned short const* text, unsigned int count, std::string_view prefix)
+{
+    return prefix.size() <= count && std::equal(prefix.begin(), prefix.end(), text);
+}
+
+bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
+
+/// What one reference stands for, and how many units behind the "&" it takes; 0 units: it is none.
+struct Decoded
+{
+    unsigned int length = 0;
+    uint32_t code = 0;
+};
+
+constexpr uint32_t lastCode = 0x10FFFF;
+
+Decoded decodeNumber(unsigned short const* text, unsigned int count)
+{
+    Decoded decoded;
+    unsigned int i = 1;
+    for (; i < count && isDigit(text[i]); ++i)
+        decoded.code = std::min<uint32_t>(decoded.code * 10 + (text[i] - '0'), lastCode + 1);
+    decoded.length = i > 1 ? i : 0;
+    return decoded;
+}
+
+bool isLetter(unsigned short unit) { return (unit >= 'a' && unit <= 'z') || (unit >= 'A' && unit <= 'Z'); }
+
+Decoded decodeName(unsigned short const* text, unsigned int count)
+{
+    if (count == 0 || !isLetter(text[0]))
+        return {};
+    for (Reference const& reference : commonReferences)
+        if (hasPrefix(text, count, reference.name))
+            return {static_cast<unsigned int>(reference.name.size()), reference.code};
+    auto const* name = std::find_if(std::begin(latin1Names), std::end(latin1Names),
+                                    [&](std::string_view candidate) { return hasPrefix(text, count, candidate); });
+    if (name == std::end(latin1Names))
+        return {};
+    return {static_cast<unsigned int>(name->size()),
+            firstLatin1 + static_cast<uint32_t>(name - std::begin(latin1Names))};
+}
+
+Decoded decodeOne(unsigned short const* text, unsigned int count)
+{
+    Decoded decoded = count > 0 && text[0] == '#' ? decodeNumber(text, count) : decodeName(text, count);
+    if (decoded.length != 0 && decoded.length < count && text[decoded.length] == ';')
+        ++decoded.length;
+    return decoded;
+}
+
+/// A reference is never shorter than what it stands for, so writing never overtakes reading.
+unsigned short* writeCode(unsigned short* out, uint32_t code)
+{
+    if (code == 0)
+        return out;
+    if (code > lastCode)
+        code = 0xFFFD;
+    if (code > 0xFFFF) {
+        *out++ = static_cast<unsigned short>(0xD7C0 + (code >> 10));
+        code = 0xDC00 | (code & 0x3FF);
+    }
+    *out++ = static_cast<unsigned short>(code);
+    return out;
+}
+
+} // namespace
+
+unsigned int decodeReferences(unsigned short* text, unsigned int count)
+{
+    unsigned short const* const end = text + count;
+    unsigned short const* from = std::find(text, text + count, '&');
+    unsigned short* to = text + (from - text);
+    while (from != end) {
+        Decoded const decoded =
+            *from == '&' ? decodeOne(from + 1, static_cast<unsigned int>(end - from - 1)) : Decoded();
+        if (decoded.length == 0) {
+            *to++ = *from++;
+            continue;
+        }
+        to = writeCode(to, decoded.code);
+        from += 1 + decoded.length;
+    }
+    return static_cast<unsigned int>(to - text);
+}

@@ -1,0 +1,389 @@
+// foundation/vela-mlsection.cpp: see the header. Writing a section out again is in vela-mlwriter.cpp.
+#include "vela-mlsection.h"
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <string_view>
+#include <utility>
+
+#include "vela-error.h"
+#include "vela-mlparser.h"
+#include "vela-mlwriter.h"
+
+namespace {
+
+constexpr int invalidArgument = 22;
+constexpr unsigned int firstAttributes = 2;
+
+bool equalsFolded(mlName const* name, char const* wanted)
+{
+    std::string_view const text(wanted);
+    return name && name->length == text.size() &&
+           std::equal(text.begin(), text.end(), name->units(),
+                      [](char a, unsigned short b) { return mlFold(static_cast<unsigned char>(a)) == mlFold(b); });
+}
+
+bool equalsFolded(mlName const* name, sstring const& text)
+{
+    return name && name->length == text.getLength() &&
+           std::equal(name->units(), name->units() + name->length, text.getUnicode(),
+                      [](unsigned short a, unsigned short b) { return mlFold(a) == mlFold(b); });
+}
+
+} // namespace
+
+/// Attributes stand in blocks that never move, each twice as large as the one before.
+struct mlSection::AttrBlock
+{
+    AttrBlock* next;
+    uint32_t count;
+    uint32_t capacity;
+
+    static size_t bytes(uint32_t capacity) { return sizeof(AttrBlock) + capacity * sizeof(mlAttr); }
+    mlAttr* at(uint32_t index) { return reinterpret_cast<mlAttr*>(this + 1) + index; }
+};
+
+sstring mlAttr::getLHS() const { return name ? pool->makeString(name->units(), name->length) : sstring(); }
+
+sstring mlAttr::getRHS() const { return pool->makeString(value.units(), value.length); }
+
+void mlAttr::set(sstring const& newName, sstring const& newValue)
+{
+    setName(newName.getUnicode(), newName.getLength());
+    pool->setText(value, newValue.getUnicode(), newValue.getLength());
+}
+
+void mlAttr::setName(unsigned short const* units, unsigned int length) { name = pool->name(units, length); }
+
+sstring mlAttr::toString() const
+{
+    mlWriter writer;
+    writer.writeAttr(*this);
+    return writer.result(*pool);
+}
+
+bool mlAttr::isNamed(char const* wanted) const { return equalsFolded(name, wanted); }
+
+mlSection::mlSection(mlParser* parser) : pool(new mlPool(parser)), flags(OwnsPool), tag() {}
+
+/// A section inside a pool needs no end: its pool drops it.
+mlSection::~mlSection()
+{
+    if (hasFlag(OwnsPool))
+        delete pool;
+}
+
+mlSection* mlSection::make(mlPool* home) { return new (home->take(sizeof(mlSection))) mlSection(home); }
+
+void mlSection::destroyAdopted(std::vector<mlSection*>& list)
+{
+    std::vector<mlSection*> waiting = std::exchange(list, {});
+    while (!waiting.empty()) {
+        mlSection* section = waiting.back();
+        waiting.pop_back();
+        std::vector<mlSection*> inner = std::exchange(section->pool->adopted, {});
+        waiting.insert(waiting.end(), inner.begin(), inner.end());
+        delete section;
+    }
+}
+
+void mlSection::requireNoTag() const
+{
+    if (isTag())
+        throw velaError(invalidArgument);
+}
+
+void mlSection::requireNoText() const
+{
+    if (isText())
+        throw velaError(invalidArgument);
+}
+
+sstring mlSection::getName() const
+{
+    return !isText() && tag.name ? pool->makeString(tag.name->units(), tag.name->length) : sstring();
+}
+
+bool mlSection::isNamed(char const* name) const { return isTag() && equalsFolded(tag.name, name); }
+
+mlAttr* mlSection::getAttr(unsigned int index) const
+{
+    AttrBlock* block = isText() ? nullptr : tag.attributes;
+    while (block && index >= block->count) {
+        index -= block->count;
+        block = block->next;
+    }
+    return block ? block->at(index) : nullptr;
+}
+
+unsigned int mlSection::getAttrCount() const
+{
+    unsigned int count = 0;
+    for (AttrBlock* block = isText() ? nullptr : tag.attributes; block; block = block->next)
+        count += block->count;
+    return count;
+}
+
+mlAttr* mlSection::findAttr(char const* name) const
+{
+    for (AttrBlock* block = isText() ? nullptr : tag.attributes; block; block = block->next)
+        for (uint32_t i = 0; i < block->count; ++i)
+            if (block->at(i)->isNamed(name))
+                return block->at(i);
+    return nullptr;
+}
+
+mlAttr* mlSection::nextAttr()
+{
+    requireNoText();
+    AttrBlock** place = &tag.attributes;
+    uint32_t capacity = firstAttributes;
+    while (*place && (*place)->count == (*place)->capacity) {
+        capacity = std::max(firstAttributes, (*place)->capacity * 2);
+        place = &(*place)->next;
+    }
+    if (!*place)
+        *place = new (pool->take(AttrBlock::bytes(capacity))) AttrBlock{nullptr, 0, capacity};
+    return new ((*place)->at((*place)->count++)) mlAttr(pool);
+}
+
+/// Puts these in the place of the attributes, in one block of just their number.
+void mlSection::setAttrs(std::vector<mlAttr> const& attributes)
+{
+    auto const count = static_cast<uint32_t>(attributes.size());
+    tag.attributes = new (pool->take(AttrBlock::bytes(count))) AttrBlock{nullptr, count, count};
+    std::uninitialized_copy(attributes.begin(), attributes.end(), tag.attributes->at(0));
+}
+
+void mlSection::addAttr(sstring const& name, sstring const& value) { nextAttr()->set(name, value); }
+
+void mlSection::removeAttr(sstring const& name)
+{
+    requireNoText();
+    AttrBlock* keptBlock = tag.attributes;
+    uint32_t kept = 0; // in keptBlock
+    for (AttrBlock* block = tag.attributes; block; block = block->next) {
+        for (uint32_t i = 0; i < block->count; ++i) {
+            if (equalsFolded(block->at(i)->name, name))
+                continue;
+            if (kept == keptBlock->capacity) {
+                keptBlock = keptBlock->next;
+                kept = 0;
+            }
+            *keptBlock->at(kept++) = *block->at(i);
+        }
+    }
+    for (; keptBlock; keptBlock = keptBlock->next, kept = 0)
+        keptBlock->count = kept;
+}
+
+unsigned int mlSection::getChildCount() const { return isText() ? 0 : tag.childCount; }
+
+mlSection* mlSection::getChild(unsigned int index) const
+{
+    while (index >= getChildCount())
+        if (!parseChild(index))
+            return nullptr;
+    return childArray()[index];
+}
+
+/// Lets the parser read until the child is there; false when it never will be.
+bool mlSection::parseChild(unsigned int index) const
+{
+    return hasFlag(IsOpen) && pool->parser && pool->parser->parseUntilChild(this, index);
+}
+
+/// The first child stands in the section itself: most elements have no other.
+void mlSection::growChildren()
+{
+    uint32_t const capacity = tag.childCapacity == 0 ? 1 : tag.childCapacity * 2;
+    if (capacity > 1) {
+        auto** grown = static_cast<mlSection**>(pool->take(capacity * sizeof(mlSection*)));
+        std::copy_n(childArray(), tag.childCount, grown);
+        if (tag.childCapacity > 1)
+            pool->give(tag.children, tag.childCapacity * sizeof(mlSection*));
+        tag.children = grown;
+    }
+    tag.childCapacity = capacity;
+}
+
+void mlSection::link(mlSection* child)
+{
+    if (tag.childCount == tag.childCapacity)
+        growChildren();
+    childArray()[tag.childCount++] = child;
+}
+
+mlSection* mlSection::nextSection()
+{
+    requireNoText();
+    mlSection* child = make(pool);
+    link(child);
+    return child;
+}
+
+void mlSection::append(mlSection* child)
+{
+    requireNoText();
+    link(child);
+    pool->adopt(child);
+    child->setParser(pool->parser);
+}
+
+/// Below a section, sections with pools of their own can stand, which were appended.
+void mlSection::setParser(mlParser* parser)
+{
+    std::vector<mlPool*> waiting{pool};
+    while (!waiting.empty()) {
+        mlPool* home = waiting.back();
+        waiting.pop_back();
+        if (std::exchange(home->parser, parser) == parser)
+            continue;
+        for (mlSection* section : home->adopted)
+            waiting.push_back(section->pool);
+    }
+}
+
+mlSection* mlSection::findSection(sstring const& name) const
+{
+    struct Level
+    {
+        mlSection const* section;
+        unsigned int nextChild;
+    };
+    std::vector<Level> path{{this, 0}};
+    while (!path.empty()) {
+        mlSection* child = path.back().section->getChild(path.back().nextChild++);
+        if (!child)
+            path.pop_back();
+        else if (child->isTag() && equalsFolded(child->tag.name, name))
+            return child;
+        else if (!child->isText())
+            path.push_back({child, 0});
+    }
+    return nullptr;
+}
+
+sstring mlSection::getData() const
+{
+    requireNoTag();
+    if (!isText())
+        return sstring();
+    if (hasFlag(Truncated) && pool->parser)
+        pool->parser->readFullText(const_cast<mlSection*>(this));
+    return pool->makeString(text.data.units(), text.data.length);
+}
+
+void mlSection::setTag(sstring const& name, mlTagType type)
+{
+    setTagName(name);
+    setTagType(type);
+}
+
+void mlSection::setTagName(sstring const& name) { setTagName(name.getUnicode(), name.getLength()); }
+
+void mlSection::setTagName(unsigned short const* units, unsigned int length)
+{
+    requireNoText();
+    setFlag(IsTag, true);
+    tag.name = pool->name(units, length);
+}
+
+void mlSection::setTagType(mlTagType type)
+{
+    requireNoText();
+    setFlag(IsTag, true);
+    tagType = static_cast<uint8_t>(type);
+}
+
+void mlSection::becomeText()
+{
+    requireNoTag();
+    if (isText())
+        return;
+    text = TextBody{mlText(), noStart, 0};
+    setFlag(IsText, true);
+}
+
+void mlSection::setData(sstring const& data)
+{
+    becomeText();
+    setFlag(Truncated, false);
+    pool->setText(text.data, data.getUnicode(), data.getLength());
+}
+
+void mlSection::setText(sstring const& data, bookmark const& start, int isLong, int isData, int spaced)
+{
+    placeText(data.getUnicode(), data.getLength(), start, isLong != 0, isData != 0, spaced != 0);
+}
+
+void mlSection::placeText(unsigned short const* units, unsigned int length, bookmark const& start, bool isLong,
+                          bool isData, bool spaced)
+{
+    becomeText();
+    pool->setText(text.data, units, length);
+    text.startOffset = start.isEmpty() ? noStart : start.offset();
+    text.startUnit = start.unit();
+    setFlag(Truncated, isLong);
+    setFlag(IsCData, isData);
+    setFlag(LeadingSpace, spaced);
+}
+
+/// Everything but the children.
+void mlSection::copyItem(mlSection* to) const
+{
+    to->line = line;
+    to->tagType = tagType;
+    to->flags = static_cast<uint8_t>(flags & ~(OwnsPool | IsOpen | IsText));
+    if (isText()) {
+        bookmark const start = text.startOffset == noStart ? bookmark() : bookmark(text.startOffset, text.startUnit);
+        to->placeText(text.data.units(), text.data.length, start, hasFlag(Truncated), isCData(), hasLeadingSpace());
+        return;
+    }
+    if (tag.name)
+        to->tag.name = to->pool->name(tag.name->units(), tag.name->length);
+    for (AttrBlock* block = tag.attributes; block; block = block->next) {
+        for (uint32_t i = 0; i < block->count; ++i) {
+            mlAttr const& from = *block->at(i);
+            mlAttr* copy = to->nextAttr();
+            if (from.name)
+                copy->setName(from.name->units(), from.name->length);
+            copy->pool->setText(copy->value, from.value.units(), from.value.length);
+            copy->line = from.line;
+        }
+    }
+}
+
+/// A copy with all that is parsed below it.
+mlSection* mlSection::copyInto(mlPool* home) const
+{
+    mlSection* result = make(home);
+    copyItem(result);
+    std::vector<std::pair<mlSection const*, mlSection*>> waiting{{this, result}};
+    while (!waiting.empty()) {
+        auto const [from, to] = waiting.back();
+        waiting.pop_back();
+        for (unsigned int i = 0; i < from->getChildCount(); ++i) {
+            mlSection* child = to->nextSection();
+            from->childArray()[i]->copyItem(child);
+            waiting.push_back({from->childArray()[i], child});
+        }
+    }
+    return result;
+}
+
+sstring mlSection::toString() const
+{
+    mlWriter writer;
+    writer.writeTree(*this);
+    return writer.result(*pool);
+}
+
+sstring mlSection::toFormattedString(unsigned int indent) const
+{
+    mlWriter writer;
+    writer.useLines(indent);
+    writer.writeTree(*this);
+    return writer.result(*pool);
+}

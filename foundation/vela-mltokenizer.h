@@ -1,0 +1,82 @@
+// foundation/vela-mltokenizer.h: reads tokens from a text stream. It scans the stream's decoded units where they lie
+// and tells the stream how far it came only when asked to (settle).
+#pragma once
+
+#include <vector>
+
+#include "vela-mltoken.h"
+#include "vela-textstream.h"
+
+/// The stream is not owned and must be open while tokens are read. One thread at a time.
+class mlTokenizer
+{
+public:
+    explicit mlTokenizer(textstream* source) : stream(source) {}
+
+    /// Reads the next token in a context (mlContext bits). With `isLimited` a text run that is longer than
+    /// `lengthLimit` is skipped to its end and reported as truncated. The results below hold until the next call.
+    mlTokenType next(unsigned long flags, bool isLimited);
+    /// The same; comments are passed over. White space before a comment still counts for what follows it.
+    mlTokenType nextSkippingComments(unsigned long flags, bool isLimited);
+    /// The token at the stream's position, -1 when there is none.
+    int tokenAhead(unsigned long flags);
+
+    /// Longest text run, in units before character references are decoded, that a limited read keeps.
+    static constexpr unsigned int lengthLimit = 1024;
+
+    mlTokenType type() const { return tokenType; }
+    /// Units of a text token; not terminated.
+    unsigned short const* text() const { return buffer.data(); }
+    unsigned int length() const { return static_cast<unsigned int>(buffer.size()); }
+    /// The text of the token, whatever its kind.
+    sstring tokenText() const;
+    /// White space stood before the token.
+    bool hasLeadingSpace() const { return leadingSpace; }
+    bool isTruncated() const { return truncated; }
+    /// Whether the token is a text run that is not quoted; then start() is where it begins.
+    bool isRun() const { return run; }
+    bookmark const& start() const { return runStart; }
+
+    /// Current line, from 1: one more than the newlines consumed.
+    unsigned int line() const { return currentLine; }
+    void setLine(unsigned int line) { currentLine = line; }
+    /// The last text run ended in white space, which the next token is told.
+    bool pendingSpace() const { return isSpacePending; }
+    void setPendingSpace(bool isPending) { isSpacePending = isPending; }
+
+    /// Moves the stream to where reading stands. Needed before anybody else uses or closes it.
+    void settle();
+    /// The stream was moved by somebody else: forget what was ahead.
+    void forgetAhead() { base = at = end = nullptr; }
+    void setStream(textstream* source);
+    textstream* getStream() const { return stream; }
+
+private:
+    bool hasUnit() { return at != end || refill(); }
+    bool refill();
+    bool skipSpace();
+    int matchHere(unsigned long flags);
+    void consume(unsigned int count);
+    void readQuoted(unsigned long flags);
+    void readRun(unsigned long flags, bool isLimited);
+    void append(unsigned short const* from, unsigned short const* to, bool afterBlank, bool isLimited);
+    void skipComment();
+    void skipQuoted();
+    void skipToHyphens();
+
+    textstream* stream;
+    // The stretch of decoded units being read: the stream stands at `base`, reading at `at`.
+    unsigned short const* base = nullptr;
+    unsigned short const* at = nullptr;
+    unsigned short const* end = nullptr;
+
+    std::vector<unsigned short> buffer; // the text token
+    mlTokenType tokenType = mlTokenNone;
+    bookmark runStart;
+    bool leadingSpace = false;
+    bool truncated = false;
+    bool run = false;
+    bool hasReference = false; // an "&" was read: references may have to be decoded
+    bool isSpacePending = false;
+    unsigned int currentLine = 1;
+};

@@ -1,0 +1,162 @@
+// foundation/vela-mlwriter.cpp: see the header.
+#include "vela-mlwriter.h"
+
+#include <algorithm>
+
+#include "vela-error.h"
+#include "vela-mltoken.h"
+
+namespace {
+
+constexpr unsigned int blanksPerLevel = 2;
+/// Deeper levels stand no further to the right, or a deep tree would be written in the square of its depth.
+constexpr unsigned int deepestIndent = 40;
+constexpr size_t maxUnits = 0x7FFFFFFF;
+
+constexpr std::string_view openers[] = {"<", "<!", "<?", "<!--#"};
+constexpr std::string_view closers[] = {">", ">", "?>", "-->"};
+
+std::string_view escapeOf(unsigned short unit) { return unit == '<' ? "&lt;" : unit == '>' ? "&gt;" : "&quot;"; }
+
+/// Whether a name reads back as one word; one that was quoted may not.
+bool isPlainWord(mlName const* name)
+{
+    unsigned short const* units = name->units();
+    if (name->length == 0 || units[0] == '"' || units[0] == '\'')
+        return false;
+    for (unsigned int i = 0; i < name->length; ++i) {
+        bool const isBlank = units[i] == ' ' || units[i] == '\t' || units[i] == '\r' || units[i] == '\n';
+        if (isBlank || mlMatchToken(units + i, name->length - i, mlContextTag) >= 0)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+void mlWriter::write(mlName const* name)
+{
+    if (name)
+        units.insert(units.end(), name->units(), name->units() + name->length);
+}
+
+void mlWriter::writeEscaped(unsigned short const* text, unsigned int length, std::string_view special)
+{
+    unsigned short const* const end = text + length;
+    while (text != end) {
+        unsigned short const* stop = std::find_first_of(text, end, special.begin(), special.end());
+        units.insert(units.end(), text, stop);
+        if (stop == end)
+            return;
+        write(escapeOf(*stop));
+        text = stop + 1;
+    }
+}
+
+void mlWriter::writeAttrName(mlName const* name)
+{
+    if (!name || isPlainWord(name))
+        return write(name);
+    write("\"");
+    writeEscaped(name->units(), name->length, "\"");
+    write("\"");
+}
+
+void mlWriter::writeAttr(mlAttr const& attr)
+{
+    writeAttrName(attr.name);
+    write("=\"");
+    writeEscaped(attr.value.units(), attr.value.length, "\"");
+    write("\"");
+}
+
+void mlWriter::writeText(mlSection const& section)
+{
+    sstring const data = section.getData();
+    if (section.hasLeadingSpace())
+        write(" ");
+    if (section.isCData()) {
+        write("<![CDATA[");
+        units.insert(units.end(), data.getUnicode(), data.getUnicode() + data.getLength());
+        write("]]>");
+    } else if (data.getLength() == 1 && data.getUnicode()[0] == ' ')
+        write("&nbsp;");
+    else
+        writeEscaped(data.getUnicode(), data.getLength(), "<>\"");
+}
+
+/// Returns whether the section was written as one that has content, so that its children and its close tag follow.
+bool mlWriter::writeOpening(mlSection const& section)
+{
+    beginLine();
+    bool hasContent = false;
+    if (section.isText())
+        writeText(section);
+    else if (section.isTag()) {
+        write(openers[section.getType()]);
+        write(section.tag.name);
+        for (unsigned int i = 0; mlAttr* attr = section.getAttr(i); ++i) {
+            write(" ");
+            writeAttr(*attr);
+        }
+        hasContent = section.getType() == mlTagOrdinary && section.getChild(0);
+        write(section.getType() == mlTagOrdinary && !hasContent ? "/>" : closers[section.getType()]);
+    }
+    endLine();
+    return hasContent;
+}
+
+void mlWriter::writeClosing(mlSection const& section)
+{
+    beginLine();
+    write("</");
+    write(section.tag.name);
+    write(">");
+    endLine();
+}
+
+void mlWriter::beginLine()
+{
+    if (isFormatted)
+        units.insert(units.end(), std::min(depth, deepestIndent) * blanksPerLevel, ' ');
+    if (units.size() > maxUnits)
+        throw velaError(12);
+}
+
+void mlWriter::endLine()
+{
+    if (isFormatted)
+        write("\n");
+}
+
+void mlWriter::writeTree(mlSection const& top)
+{
+    struct Level
+    {
+        mlSection const* section;
+        unsigned int nextChild;
+    };
+    std::vector<Level> path;
+    if (writeOpening(top))
+        path.push_back({&top, 0});
+    while (!path.empty()) {
+        unsigned int const below = depth + static_cast<unsigned int>(path.size());
+        mlSection const* child = path.back().section->getChild(path.back().nextChild++);
+        unsigned int const outer = depth;
+        depth = child ? below : below - 1;
+        if (child && writeOpening(*child))
+            path.push_back({child, 0});
+        else if (!child) {
+            writeClosing(*path.back().section);
+            path.pop_back();
+        }
+        depth = outer;
+    }
+}
+
+sstring mlWriter::result(mlPool const& pool) const
+{
+    if (units.size() > maxUnits)
+        throw velaError(12);
+    return pool.makeString(units.data(), static_cast<unsigned int>(units.size()));
+}

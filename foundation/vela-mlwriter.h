@@ -1,0 +1,40 @@
+// foundation/vela-mlwriter.h: writes sections as markup again.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "vela-mlsection.h"
+
+/// Collects markup. Reading what was written gives the same sections, as far as the markup can say it: an ampersand is
+/// written as it is.
+class mlWriter
+{
+public:
+    /// One item on a line from now on, the first `level` levels deep.
+    void useLines(unsigned int level)
+    {
+        isFormatted = true;
+        depth = level;
+    }
+    /// The section and everything below it.
+    void writeTree(mlSection const& top);
+    void writeAttr(mlAttr const& attr);
+    /// What was written, in the locale of the pool.
+    sstring result(mlPool const& pool) const;
+
+private:
+    void write(std::string_view text) { units.insert(units.end(), text.begin(), text.end()); }
+    void write(mlName const* name);
+    void writeEscaped(unsigned short const* text, unsigned int length, std::string_view special);
+    void writeAttrName(mlName const* name);
+    void writeText(mlSection const& section);
+    bool writeOpening(mlSection const& section);
+    void writeClosing(mlSection const& section);
+    void beginLine();
+    void endLine();
+
+    std::vector<unsigned short> units;
+    bool isFormatted = false;
+    unsigned int depth = 0; // levels
+};

@@ -1,0 +1,42 @@
+// tests/foundation/markup.h: what a page parses to, as one line that an assertion can compare.
+#pragma once
+
+#include "foundation/vela-mlparser.h"
+#include "streams.h"
+
+/// The section and all below it, such as `<b id=1>[x " y" #data]`: a tag's opener, name and attributes, its children
+/// between brackets, texts in quotation marks with their leading blank, character data behind "#".
+inline std::string dump(mlSection const* section)
+{
+    if (section->isText()) {
+        std::string const text = text8(section->getData());
+        return (section->isCData() ? "#" : "") + ((section->hasLeadingSpace() ? "' " : "'") + text + "'");
+    }
+    static char const* const openers[] = {"<", "<!", "<?", "<!--#"};
+    std::string out = openers[section->getType()] + text8(section->getName());
+    for (unsigned int i = 0; mlAttr* attr = section->getAttr(i); ++i)
+        out += " " + text8(attr->getLHS()) + "=" + text8(attr->getRHS());
+    out += ">";
+    std::string children;
+    for (unsigned int i = 0; mlSection* child = section->getChild(i); ++i)
+        children += (i ? " " : "") + dump(child);
+    return children.empty() ? out : out + "[" + children + "]";
+}
+
+inline std::string dump(mlParser& parser)
+{
+    std::string out;
+    for (unsigned int i = 0; mlSection* section = parser.getSection(i); ++i)
+        out += (i ? " " : "") + dump(section);
+    return out;
+}
+
+/// What a page parses to; `fully` reads it all at once instead of on demand.
+inline std::string dumpOf(std::string const& page, bool fully = true)
+{
+    MemorySource source(page);
+    mlParser parser(source.get());
+    if (fully)
+        parser.fullParse();
+    return dump(parser);
+}
