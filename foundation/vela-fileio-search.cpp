@@ -135,7 +135,7 @@ void removeParentSteps(sstring& path)
             clean += *at++;
             continue;
         }
-        clean.replace(slash, clean.getLength() - slash, "");
+        clean.setAt(slash, ""); // ends the text there
         at += 3;
     }
     path = clean;

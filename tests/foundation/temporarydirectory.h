@@ -1,0 +1,43 @@
+// tests/foundation/temporarydirectory.h: a directory of a test's own, removed with everything in it.
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+class TemporaryDirectory
+{
+public:
+    TemporaryDirectory()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "tarn-test-XXXXXX").string();
+        root = mkdtemp(pattern.data());
+        root = std::filesystem::canonical(root).string();
+    }
+    TemporaryDirectory(TemporaryDirectory const&) = delete;
+    TemporaryDirectory& operator=(TemporaryDirectory const&) = delete;
+    ~TemporaryDirectory()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(root, ignored);
+    }
+
+    std::string const& path() const { return root; }
+    std::string file(std::string const& name) const { return root + "/" + name; }
+
+    std::string write(std::string const& name, std::string const& content) const
+    {
+        std::ofstream(file(name), std::ios::binary) << content;
+        return file(name);
+    }
+    std::string read(std::string const& name) const
+    {
+        std::ifstream stream(file(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+
+private:
+    std::string root;
+};
