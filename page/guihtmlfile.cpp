@@ -58,7 +58,7 @@ int loadPage(guiHtml* node, sstring path)
     return 1;
 }
 
-/// Whether the file is already being shown by one of the pages around the node: a page can not contain itself.
+/// Whether the file is what one of the pages around the node was loaded from.
 bool isWithin(guiHtml const* node, sstring const& path)
 {
     for (guiHtml const* above = node->getParent(); above; above = above->getParent())
@@ -74,10 +74,22 @@ int loadInto(guiHtml* node, sstring const& file)
     sstring path = nameToLoad(node, file);
     if (!guiIsPageFile(path))
         return node->setText(picturePage(path), guiDirectoryOf(path));
-    if (!isWithin(node, path) && !budget.isExhausted())
+    if (!budget.isExhausted())
         return loadPage(node, path);
-    guiComponent::logError("guiHtml::loadFile() - %s is not loaded: it contains itself, or too many pages\n",
-                           path.c_str());
+    guiComponent::logError("guiHtml::loadFile() - %s is not loaded: too many pages within pages\n", path.c_str());
+    return 0;
+}
+
+/// Loads what a `src` attribute names, unless the page would contain itself without end.
+int loadSource(guiHtml* node, sstring const& source)
+{
+    sstring path;
+    sstring bookmark;
+    guiSplitBookmark(source, path, bookmark);
+    path = nameToLoad(node, path);
+    if (!isWithin(node, path))
+        return node->loadFile(source);
+    guiComponent::logError("guiHtml::dynamicLoad() - %s is not loaded: it contains itself\n", path.c_str());
     return 0;
 }
 
@@ -151,7 +163,7 @@ int guiHtml::dynamicLoad()
     if (self.alive() && hasString(kStringSource)) {
         sstring source = getString(kStringSource);
         setString(kStringSource, sstring());
-        result = loadFile(source);
+        result = loadSource(this, source);
     }
     for (unsigned i = 0; self.alive() && i < getChildCount(); ++i)
         if (guiChildList::isNode(getChild(i)) && !getChild(i)->dynamicLoad())

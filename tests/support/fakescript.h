@@ -1,0 +1,131 @@
+// tests/support/fakescript.h: script objects that know which methods they have, and a world outside the page made of a
+// few strings: enough to follow links without an interpreter.
+#pragma once
+
+#include "page/guipagehost.h"
+#include "script/hostinterface.h"
+
+#include <QPixmap>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+/// An engine without values.
+class FakeEngine final : public ScriptEngine
+{
+public:
+    void reserved1() override {}
+    void reserved2() override {}
+    void reserved3() override {}
+    ScriptRuntime* getRuntime() override { return nullptr; }
+    ScriptObject* createInstance(sstring const&) override { return nullptr; }
+    void reserved6() override {}
+    void reserved7() override {}
+    void reserved8() override {}
+    void reserved9() override {}
+    ScriptValue* makeValue() override { return nullptr; }
+    void reserved11() override {}
+    void reserved12() override {}
+    void reserved13() override {}
+    void releaseValue(ScriptValue*) override {}
+};
+
+/// An object whose methods are C++ functions: each gets the event's name and returns the handler's reply.
+class FakeObject final : public ScriptObject
+{
+public:
+    std::map<std::string, std::function<std::string(std::string const& event)>> methods;
+
+    void reserved1() override {}
+    void reserved2() override {}
+    void reserved3() override {}
+    void reserved4() override {}
+    void reserved5() override {}
+    void reserved6() override {}
+    void reserved7() override {}
+    void reserved8() override {}
+    void reserved9() override {}
+    bool getProperty(sstring const&, ScriptValue*) override { return false; }
+    void setProperty(sstring const&, ScriptValue*) override {}
+    void deleteProperty(sstring const&) override {}
+    bool hasProperty(sstring const&) override { return false; }
+    void addMethod(sstring const&, ScriptMethod) override {}
+    ScriptPrivate* getPrivate() override { return nullptr; }
+    void keep() override {}
+    void letGo() override {}
+    int beginSession(int) override { return 0; }
+    int endSession() override { return 0; }
+    void windowState(int) override {}
+    void reserved21() override {}
+    void reserved22() override {}
+    void reserved23() override {}
+    void callMethod(ScriptObject*, sstring const&, ScriptArgs*, ScriptValue*) override {}
+    void reserved25() override {}
+    void callMethodAsync(ScriptObject*, sstring const&, ScriptArgs*, ScriptCompletion, void*) override {}
+    void reserved27() override {}
+    void reserved28() override {}
+    void reserved29() override {}
+    bool hasMethod(sstring const& name) override { return methods.contains(name.c_str()); }
+    void reserved31() override {}
+    void reserved32() override {}
+    void reserved33() override {}
+    ScriptEngine* getEngine() override { return &m_engine; }
+
+private:
+    FakeEngine m_engine;
+};
+
+/// Files by full name, handlers on FakeObjects. Installed while it exists. Names without a leading "/" are completed
+/// with
+/// "/app/", as the host completes what a script in that directory names.
+class FakeHost : public guiPageHost
+{
+public:
+    FakeHost() { install(this); }
+    ~FakeHost() override { install(nullptr); }
+
+    int callHandler(guiHtml*, ScriptObject* target, sstring const& event, sstring& reply) override
+    {
+        auto& methods = static_cast<FakeObject*>(target)->methods;
+        std::string const whole = event.c_str();
+        auto found = methods.find(whole.substr(0, whole.find_first_of("/\\")));
+        if (found == methods.end())
+            return 0;
+        reply = sstring(found->second(whole).c_str());
+        return 1;
+    }
+
+    sstring resolvePath(guiHtmlBase*, sstring const& path) override
+    {
+        std::string const name = path.c_str();
+        bool isFull = name.starts_with("/") || name.find("://") != std::string::npos;
+        return isFull ? path : sstring(("/app/" + name).c_str());
+    }
+
+    int readText(guiHtmlBase*, sstring const& path, sstring& text) override
+    {
+        read.push_back(path.c_str());
+        auto found = files.find(path.c_str());
+        if (found == files.end())
+            return 0;
+        text = sstring(found->second.c_str());
+        return 1;
+    }
+
+    int filterText(guiHtmlBase*, sstring& name, sstring& text) override { return filter ? filter(name, text) : 1; }
+
+    int readImage(guiHtmlBase*, sstring const& path, QPixmap& image) override
+    {
+        read.push_back(path.c_str());
+        if (!files.contains(path.c_str()))
+            return 0;
+        image = QPixmap(4, 4);
+        image.fill(Qt::green);
+        return 1;
+    }
+
+    std::map<std::string, std::string> files;
+    std::vector<std::string> read; ///< every file asked for, in order
+    std::function<int(sstring& name, sstring& text)> filter;
+};
