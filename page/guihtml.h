@@ -7,6 +7,7 @@
 
 #include "foundation/vela-string.h"
 #include "page/guichildlist.h"
+#include "page/guilayoutmemo.h"
 #include "page/guitypes.h"
 
 #include <QPointer>
@@ -110,6 +111,7 @@ public:
         std::uint8_t visible = 1;
         std::uint8_t current = 0;
         std::uint8_t hover = 0;
+        guiLayoutMemo layout;           // what guihtmlsize*.cpp keep while they lay a page out
         std::unique_ptr<rare_t> rare;   // null: all defaults
         ScriptObject* object = nullptr; // not owned; the custom script object
     };

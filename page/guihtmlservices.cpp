@@ -12,3 +12,4 @@ void guiServices::postTrigger(guiHtml*) {}
 sstring guiServices::enterControl(guiHtmlBase*) { return sstring(); }
 sstring guiServices::escapeControl(guiHtmlBase*) { return sstring(); }
 int guiServices::enterOnRoot(guiHtmlBase*) { return 0; }
+int guiServices::menuHeight(guiHtmlBase*) { return 0; }

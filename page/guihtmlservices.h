@@ -25,5 +25,7 @@ sstring enterControl(guiHtmlBase* base);
 sstring escapeControl(guiHtmlBase* base);
 /// Passes an Enter key on to the window root; not 0 when it was used up.
 int enterOnRoot(guiHtmlBase* base);
+/// Height in pixels of the window's menu bar, 0 without one. `base` may be null.
+int menuHeight(guiHtmlBase* base);
 
 } // namespace guiServices

@@ -1,12 +1,53 @@
-// page/guihtmltext.h: a run of page text with in-line codes for its formatting.
+// page/guihtmltext.h: a run of page text with in-line codes for its formatting. One routine, drawText(), measures and
+// paints it. The neighbours guihtmltext-*.h each do one step: codes read the codes, fonts size the faces and measure
+// words, shape cuts a run into words, lines breaks them into lines, measure remembers the results.
 #pragma once
 
 #include "page/guihtml.h"
+
+#include <QFont>
+
+#include <memory>
+#include <vector>
+
+struct guiHotspot;
+class guiTextMeasures;
+class QFontMetrics;
+
+/// What drawText() starts from.
+struct textParams
+{
+    QFont font;                                     ///< without codes
+    int points = 10;                                ///< its size
+    guiColor textColor = guiColor::Black;           //
+    guiColor linkColor = guiColor::BrightBlue;      //
+    guiColor activeLinkColor = guiColor::BrightRed; ///< of the hovered link
+    guiAlignment align = kAlignLeft;                ///< of each line
+};
+
+/// The number of leading units of the text whose width does not exceed `width` pixels.
+int fitTextInBox(QString const& text, QFontMetrics const& metrics, int width);
 
 /// A run of text. Codes between "[[" and "]]" switch its formatting.
 class guiHtmlText : public guiHtml
 {
 public:
+    static constexpr unsigned kNoLink = 0xFFFFFFFF;
+
+    /// The run's text and what it remembers of it.
+    struct mx_t
+    {
+        mx_t();
+        ~mx_t();
+        mx_t(mx_t const&) = delete;
+        mx_t& operator=(mx_t const&) = delete;
+
+        sstring text;
+        unsigned hoveredLink = kNoLink;            ///< position in the text of the hovered link's code
+        std::vector<guiHotspot> hotspots;          ///< of the last height measured
+        std::unique_ptr<guiTextMeasures> measures; ///< made by the first measurement
+    };
+
     explicit guiHtmlText(guiHtml* parent = nullptr) : guiHtml(parent) {}
 
     int getType() override { return kTypeText; }
@@ -15,12 +56,33 @@ public:
     guiHtml& operator=(guiHtml& other) override;
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
+    void setRect(guiRect* rect) override;
+    void paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region) override;
+    /// A run with links takes the pointer, other text lets it through.
+    int canHitTest() override;
+    void onMouseMove(int x, int y) override;
+    void onMouseOff() override;
+    void onMouseDown(int x, int y) override;
 
     /// The text with its codes.
-    sstring const& getText() const { return m_text; }
+    sstring const& getText() const { return mx.text; }
     /// The text to append to: the parser writes into it. The caches of earlier measurements compare it.
-    sstring& editText() { return m_text; }
+    sstring& editText() { return mx.text; }
+
+    /// Lays a text out in `box` and returns the height used, at least 8. With a painter it paints; with `widthOut` and
+    /// no painter it measures the longest line, margins included; with neither it measures the height for the box's
+    /// width and records the links' rectangles in `cache`. `cache` may be null: then nothing is remembered, and faces
+    /// named by codes are sized by the screen's resolution. GUI thread.
+    static int drawText(QPainter* painter, guiRect* box, sstring const& text, textParams const* params, int* widthOut,
+                        mx_t* cache);
+    /// drawText() in the node's own font and colours.
+    int paintText(QPainter* painter, guiRect* box, sstring const& text, int* widthOut);
+
+    /// The text run's record, open to the classes of the page.
+    mx_t mx;
 
 private:
-    sstring m_text;
+    guiRect boxForWidth(unsigned long width) const;
+    unsigned linkAt(int x, int y) const;
+    void setPointer(bool onLink);
 };

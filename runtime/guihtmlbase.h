@@ -90,6 +90,7 @@ public:
     void shutdownLeave();
     void shutdownWait();
 
+    using guiHtml::operator=;
     int getType() override { return kTypeBase; }
     QWidget* getTopLevelWidget() override;
     guiHtmlBase* getBaseHtml() override;

@@ -1,0 +1,65 @@
+// page/guihtmlfont.cpp: the font of a node: its own, if the page names one, otherwise its parent's.
+#include "foundation/vela-qt.h"
+#include "page/guihtml.h"
+#include "page/guihtmlsize.h"
+#include "page/guihtmltext-fonts.h"
+
+#include <QApplication>
+#include <QFontInfo>
+
+namespace {
+
+/// The nearest node from here up that decides about its font itself.
+guiHtml* fontSource(guiHtml* node)
+{
+    while (node->m.parent && !node->hasString(kStringFace) && node->getType() != guiHtml::kTypeBase)
+        node = node->m.parent;
+    return node;
+}
+
+/// The last source asked in a layout: most nodes of a page share one.
+struct rememberedFont
+{
+    guiHtml* source = nullptr;
+    std::uint32_t run = 0;
+    QFont font;
+    int points = 0;
+};
+
+QFont fontFrom(guiHtml* source, int* points)
+{
+    static rememberedFont& last = *new rememberedFont;
+    if (!guiLayoutRun::isActive())
+        return source->getDefaultFont(points);
+    if (last.source != source || last.run != guiLayoutRun::number())
+        last = {source, guiLayoutRun::number(), source->getDefaultFont(&last.points), last.points};
+    if (points)
+        *points = last.points;
+    return last.font;
+}
+
+QFont applicationFont(int* points)
+{
+    QFont const font = QApplication::font();
+    if (points)
+        *points = std::max(1, QFontInfo(font).pointSize());
+    return font;
+}
+
+} // namespace
+
+// The window root overrides this: it supplies the first font.
+QFont guiHtml::getDefaultFont(int* points)
+{
+    if (!m.parent)
+        return applicationFont(points);
+    if (guiHtml* source = fontSource(this); source != this)
+        return fontFrom(source, points);
+    int inherited = 0;
+    QFont const font = m.parent->getDefaultFont(&inherited);
+    guiFontRequest const request = guiReadFontRequest(sstoview(getString(kStringFace)));
+    int const size = request.points ? request.points : inherited;
+    if (points)
+        *points = size;
+    return guiTextFonts::face(request.face.isEmpty() ? font.family() : request.face, size, true).font();
+}

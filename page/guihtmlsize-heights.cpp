@@ -1,0 +1,224 @@
+// page/guihtmlsize-heights.cpp: top-down, how tall every node becomes, once the widths are known.
+#include "page/guihtmlsize-scroll.h"
+#include "page/guihtmlsize-widths.h"
+#include "page/guihtmlsize.h"
+#include "page/guilayoutcounters.h"
+
+namespace {
+
+// ---- The height that a node would like ----
+
+int const* findEstimate(guiLayoutMemo const& memo, int width)
+{
+    if (memo.estimateRun != guiLayoutRun::number())
+        return nullptr;
+    unsigned const kept = std::min<unsigned>(memo.estimates, guiLayoutMemo::kWidths);
+    for (unsigned i = 0; i < kept; ++i)
+        if (memo.estimateWidth[i] == width)
+            return &memo.estimateHeight[i];
+    return nullptr;
+}
+
+void rememberEstimate(guiLayoutMemo& memo, int width, int height)
+{
+    if (memo.estimateRun != guiLayoutRun::number())
+        memo.estimates = 0;
+    memo.estimateRun = guiLayoutRun::number();
+    unsigned const at = memo.estimates % guiLayoutMemo::kWidths;
+    memo.estimateWidth[at] = width;
+    memo.estimateHeight[at] = height;
+    // Counts on within the upper half once all places are taken, so that it never reads as "none".
+    memo.estimates =
+        static_cast<std::uint8_t>(memo.estimates == 0xFF ? guiLayoutMemo::kWidths + 1u : memo.estimates + 1u);
+}
+
+/// A child's own height for a width; a percentage is unknown while its parent's height is.
+int likedHeight(guiHtml* child, int width)
+{
+    int height = 0;
+    if (child->m.dynamic.unitY == kUnitPixels)
+        height = guiClampPixels(child->m.dynamic.y);
+    else
+        height = child->getHeightEstimate(static_cast<unsigned long>(width));
+    return std::max(guiClampPixels(height), child->m.dynamic.cyMin);
+}
+
+/// The largest height in a layer when the node is `width` wide.
+int likedLayerHeight(guiHtml* node, guiLayer const& layer, int width)
+{
+    int largest = 0;
+    if (node->m.layout.widthsRun == guiLayoutRun::number() && guiClampPixels(node->m.activeCx) == width) {
+        for (guiHtml* child : guiLayerNodes(node, layer))
+            largest = std::max(largest, likedHeight(child, guiClampPixels(child->m.activeCx)));
+        return largest;
+    }
+    guiLayerWidths const shares = guiShareWidth(node, layer, guiInnerWidth(node, width));
+    int const* childWidth = shares.widths.data();
+    for (guiHtml* child : guiLayerNodes(node, layer))
+        largest = std::max(largest, likedHeight(child, *childWidth++));
+    return largest;
+}
+
+int computeEstimate(guiHtml* node, int width)
+{
+    std::int64_t height = guiFrameOf(node) + std::int64_t{node->getCaptionHeight()};
+    guiLayerWalk layers(node);
+    bool endedParagraph = false;
+    while (layers.next()) {
+        if (!layers.isFirst())
+            height += node->m.divide;
+        if (endedParagraph)
+            height += kParagraphGap;
+        int const layerHeight = likedLayerHeight(node, layers.layer(), width);
+        height += layerHeight;
+        endedParagraph = layers.layer().endsParagraph && layerHeight != 0;
+    }
+    return guiClampPixels(height);
+}
+
+} // namespace
+
+int guiHtml::getHeightEstimate(unsigned long width)
+{
+    guiLayoutRun const run;
+    ++guiLayoutCounters::heightQueries;
+    int const pixels = guiClampPixels(width);
+    if (int const* known = findEstimate(m.layout, pixels))
+        return *known;
+    ++guiLayoutCounters::heightsComputed;
+    int const height = computeEstimate(this, pixels);
+    rememberEstimate(m.layout, pixels, height);
+    return height;
+}
+
+int guiHtml::getChildHeight(unsigned index, unsigned long width, unsigned long available)
+{
+    guiHtml* child = getChild(index);
+    if (!guiChildList::isNode(child))
+        return 0;
+    switch (child->m.dynamic.unitY) {
+    case kUnitPixels:
+        return guiClampPixels(child->m.dynamic.y);
+    case kUnitPercent:
+        return guiClampPixels(std::uint64_t(guiClampPixels(available)) * child->m.dynamic.y / 100);
+    default:
+        return child->getHeightEstimate(width);
+    }
+}
+
+// ---- The height that a node gets ----
+
+namespace {
+
+// A subtree whose height did not change since it was worked out in this run is as it would become again.
+void updateHeightsBelow(guiHtml* node)
+{
+    guiLayoutMemo const& memo = node->m.layout;
+    if (memo.heightsRun != guiLayoutRun::number() || memo.heightsFor != guiClampPixels(node->m.activeCy))
+        node->updateActiveHeights();
+}
+
+int layerHeight(guiHtml const* node, guiLayer const& layer)
+{
+    int largest = 0;
+    for (guiHtml* child : guiLayerNodes(node, layer))
+        largest = std::max(largest, guiClampPixels(child->m.activeCy));
+    return largest;
+}
+
+} // namespace
+
+void guiHtml::updateActiveHeights()
+{
+    guiLayoutRun const run;
+    ++guiLayoutCounters::heightPasses;
+    int const room = guiInnerHeight(this, guiClampPixels(m.activeCy));
+    auto const available = static_cast<unsigned long>(std::max(room, 0));
+    m.layout.heightsRun = guiLayoutRun::number();
+    m.layout.heightsFor = guiClampPixels(m.activeCy);
+    std::int64_t content = 0;
+    bool endedParagraph = false;
+    guiLayerWalk layers(this);
+    while (layers.next()) {
+        guiLayer const& layer = layers.layer();
+        for (unsigned i = layer.first; i < layer.first + layer.count; ++i) {
+            guiHtml* child = getChild(i);
+            int const height = guiClampPixels(getChildHeight(i, child->m.activeCx, available));
+            child->m.activeCy = static_cast<unsigned>(std::max({height, child->m.dynamic.cyMin, 0}));
+        }
+        content += (layers.isFirst() ? 0 : m.divide) + (endedParagraph ? kParagraphGap : 0) + layerHeight(this, layer);
+        endedParagraph = layer.endsParagraph;
+    }
+    for (guiHtml* child : guiNodesOf(this))
+        updateHeightsBelow(child);
+    guiDecideBar(this, Qt::Vertical, content, room);
+}
+
+namespace {
+
+bool isSpringy(guiHtml const* child) { return child->m.expandHeight != 0; }
+
+struct springs
+{
+    std::int64_t spare = 0;
+    std::int64_t layers = 0; // with at least one node that may grow
+};
+
+springs findSprings(guiHtml* node)
+{
+    springs found;
+    std::int64_t content = 0;
+    bool endedParagraph = false;
+    guiLayerWalk layers(node);
+    while (layers.next()) {
+        guiLayerNodes const nodes(node, layers.layer());
+        int const height = layerHeight(node, layers.layer());
+        content += (layers.isFirst() ? 0 : node->m.divide) + (endedParagraph ? kParagraphGap : 0) + height;
+        endedParagraph = layers.layer().endsParagraph && height != 0;
+        found.layers += std::any_of(nodes.begin(), nodes.end(), isSpringy);
+    }
+    found.spare = guiInnerHeight(node, guiClampPixels(node->m.activeCy)) - content;
+    return found;
+}
+
+// What grew hands its whole new height on to its own children.
+void grow(guiHtml* child, std::int64_t share)
+{
+    child->m.activeCy = static_cast<unsigned>(guiClampPixels(child->m.activeCy + share));
+    for (guiHtml* below : guiNodesOf(child)) {
+        below->m.activeCy = child->m.activeCy;
+        updateHeightsBelow(below);
+    }
+}
+
+void handOutHeight(guiHtml* node)
+{
+    springs const found = findSprings(node);
+    if (found.spare <= 0 || found.layers == 0)
+        return;
+    std::int64_t const share = found.spare / found.layers;
+    std::int64_t left = found.spare;
+    std::int64_t layersLeft = found.layers;
+    guiLayerWalk layers(node);
+    while (layers.next()) {
+        guiLayerNodes const nodes(node, layers.layer());
+        if (std::none_of(nodes.begin(), nodes.end(), isSpringy))
+            continue;
+        std::int64_t const own = --layersLeft == 0 ? left : share;
+        left -= own;
+        for (guiHtml* child : nodes)
+            if (isSpringy(child))
+                grow(child, own);
+    }
+}
+
+} // namespace
+
+void guiHtml::updateSpringyHeights()
+{
+    guiLayoutRun const run;
+    if (m.expandChildren)
+        handOutHeight(this);
+    for (guiHtml* child : guiNodesOf(this))
+        child->updateSpringyHeights();
+}

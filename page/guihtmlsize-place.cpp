@@ -1,0 +1,158 @@
+// page/guihtmlsize-place.cpp: from the sizes that every node got to the rectangles.
+#include "page/guihtmlservices.h"
+#include "page/guihtmlsize-layers.h"
+#include "page/guihtmlsize-scroll.h"
+#include "page/guihtmlsize.h"
+#include "page/guilayoutcounters.h"
+#include "page/guilayouthold.h"
+
+#include <initializer_list>
+
+namespace {
+
+// Each run adds the bars that the one before made necessary. Two settle all but scrolling nodes inside scrolling nodes.
+constexpr int kMaxRuns = 8;
+
+/// Down a node's layers, each below the other.
+class stacking
+{
+public:
+    explicit stacking(guiHtml const* node) : m_divide(node->m.divide) {}
+
+    /// Top of the next layer.
+    std::int64_t place(int height, bool endsParagraph)
+    {
+        if (m_bottom != 0)
+            m_bottom += m_divide;
+        if (m_endedParagraph)
+            m_bottom += kParagraphGap;
+        m_endedParagraph = endsParagraph;
+        std::int64_t const top = m_bottom;
+        m_bottom += height;
+        return top;
+    }
+    std::int64_t bottom() const { return m_bottom; }
+
+private:
+    int m_divide;
+    std::int64_t m_bottom = 0;
+    bool m_endedParagraph = false;
+};
+
+struct layerSize
+{
+    std::int64_t width = 0;
+    int height = 0;
+};
+
+layerSize sizeOf(guiHtml const* node, guiLayer const& layer)
+{
+    layerSize size{guiDividersOf(node, layer), 0};
+    for (guiHtml const* child : guiLayerNodes(node, layer)) {
+        size.width += child->m.activeCx;
+        size.height = std::max(size.height, guiClampPixels(child->m.activeCy));
+    }
+    return size;
+}
+
+std::int64_t offsetFor(guiAlignment align, std::int64_t size, std::int64_t room)
+{
+    if (size >= room || align == kAlignLeft)
+        return 0;
+    return align == kAlignCenter ? (room - size) / 2 : room - size;
+}
+
+std::int64_t contentHeight(guiHtml* node)
+{
+    stacking stack(node);
+    guiLayerWalk layers(node);
+    while (layers.next())
+        stack.place(sizeOf(node, layers.layer()).height, layers.layer().endsParagraph);
+    return stack.bottom();
+}
+
+void placeLayer(guiHtml* node, guiLayer const& layer, std::int64_t left, std::int64_t top)
+{
+    for (guiHtml* child : guiLayerNodes(node, layer)) {
+        guiRect rect{guiClampPixels(left), guiClampPixels(child->m.activeCx), guiClampPixels(top),
+                     guiClampPixels(child->m.activeCy)};
+        child->setRect(&rect);
+        left += std::int64_t{child->m.activeCx} + node->m.divide;
+    }
+}
+
+// The content moves as one block; nodes are not aligned within their layer.
+void placeChildren(guiHtml* node, int height)
+{
+    std::int64_t const inset = guiFrameOf(node) / 2;
+    int const roomX = guiInnerWidth(node, node->m.rect.width);
+    int const roomY = guiInnerHeight(node, height);
+    std::int64_t const blockTop =
+        inset + std::int64_t{node->getCaptionHeight()} + offsetFor(node->m.alignY, contentHeight(node), roomY);
+    stacking stack(node);
+    guiLayerWalk layers(node);
+    while (layers.next()) {
+        guiLayer const& layer = layers.layer();
+        layerSize const size = sizeOf(node, layer);
+        std::int64_t const top = blockTop + stack.place(size.height, layer.endsParagraph);
+        placeLayer(node, layer, inset + offsetFor(layer.align, size.width, roomX), top);
+    }
+}
+
+// Shares out width and height from the root down, until no more scroll bars appear.
+void runPasses(guiHtml* root)
+{
+    auto kind = guiLayoutRun::Kind::First;
+    for (int runs = 0; runs < kMaxRuns; ++runs) {
+        guiLayoutRun const run(kind);
+        root->updateActiveWidths();
+        root->updateActiveHeights();
+        root->updateSpringyHeights();
+        if (!guiLayoutRun::hasNewBars())
+            break;
+        kind = guiLayoutRun::Kind::Again;
+    }
+}
+
+guiHtml* rootOf(guiHtml* node)
+{
+    while (node->m.parent)
+        node = node->m.parent;
+    return node;
+}
+
+} // namespace
+
+void guiHtml::setRect(guiRect* rect)
+{
+    ++guiLayoutCounters::placements;
+    bool const isRoot = getType() == kTypeBase;
+    m.rect = *rect;
+    int height = m.rect.height;
+    if (isRoot) {
+        height -= guiServices::menuHeight(getBaseHtml());
+        m.activeCx = static_cast<unsigned>(std::max(m.rect.width, 0));
+        m.activeCy = static_cast<unsigned>(std::max(height, 0));
+        runPasses(this);
+    }
+    guiSettleBars(this);
+    placeChildren(this, height);
+    if (isRoot) {
+        updateScrollbarRanges();
+        updateTabOrder();
+    }
+}
+
+int guiHtml::updateLayout(int apply)
+{
+    if (apply && guiLayoutHold::postpone(this))
+        return 1;
+    guiHtml* root = rootOf(this);
+    root->calcDynamicLayout();
+    if (apply) {
+        guiRect rect = root->getRect();
+        root->setRect(&rect);
+        root->update();
+    }
+    return 1;
+}

@@ -1,0 +1,185 @@
+// page/guihtmlsize-scroll.cpp: see guihtmlsize-scroll.h.
+#include "page/guihtmlsize-scroll.h"
+
+#include "controls/guiwidgetscrollbar.h"
+#include "page/guihtml.h"
+#include "page/guihtmlservices.h"
+#include "page/guihtmlsize.h"
+
+#include <QSignalBlocker>
+
+namespace {
+
+// Less room than this is not worth a bar: the bar alone would fill it.
+constexpr int kLeastRoom = 31;
+constexpr int kLineStep = 16;
+
+} // namespace
+
+QScrollBar* createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name)
+{
+    QWidget* widget = node->getTopLevelWidget();
+    if (!widget)
+        return nullptr;
+    auto* bar = new guiWidgetScrollBar(orientation, widget, name);
+    bar->owner = node;
+    bar->hide();
+    return bar;
+}
+
+int guiBarWidth(guiHtml const* node)
+{
+    QScrollBar const* bar = node->m.layout.hasBarY ? node->getScroll().barY : nullptr;
+    return bar ? bar->sizeHint().width() : 0;
+}
+
+int guiBarHeight(guiHtml const* node)
+{
+    QScrollBar const* bar = node->m.layout.hasBarX ? node->getScroll().barX : nullptr;
+    return bar ? bar->sizeHint().height() : 0;
+}
+
+void guiStartBars(guiHtml* node)
+{
+    if (guiLayoutRun::kind() == guiLayoutRun::Kind::Again)
+        return;
+    bool const keeps = guiLayoutRun::kind() == guiLayoutRun::Kind::Part;
+    node->m.layout.hasBarX = keeps && node->getScroll().barX;
+    node->m.layout.hasBarY = keeps && node->getScroll().barY;
+}
+
+namespace {
+
+/// One of a node's two bars.
+struct axis
+{
+    bool& has;
+    QPointer<QScrollBar>& bar;
+    unsigned& position;
+    unsigned& range;
+    char const* name;
+};
+
+axis axisOf(guiHtml* node, Qt::Orientation orientation)
+{
+    guiHtml::scroll_t& scroll = node->ensureScroll();
+    if (orientation == Qt::Horizontal)
+        return {node->m.layout.hasBarX, scroll.barX, scroll.posX, scroll.rangeX, "html x-scrollbar"};
+    return {node->m.layout.hasBarY, scroll.barY, scroll.posY, scroll.rangeY, "html y-scrollbar"};
+}
+
+// The bar may be what caused this layout, so it must outlive the call.
+void destroyBar(axis const& along)
+{
+    if (along.bar) {
+        along.bar->hide();
+        along.bar->setObjectName(QString());
+        along.bar->disconnect();
+        along.bar->deleteLater();
+        along.bar = nullptr;
+    }
+    along.position = along.range = 0;
+}
+
+void addBar(guiHtml* node, Qt::Orientation orientation, axis const& along)
+{
+    if (!along.bar)
+        along.bar = createScrollBar(node, orientation, along.name);
+    along.has = along.bar != nullptr;
+    if (along.has)
+        guiLayoutRun::addBar();
+}
+
+} // namespace
+
+void guiDecideBar(guiHtml* node, Qt::Orientation orientation, std::int64_t content, int room)
+{
+    bool const isNeeded = content > room && node->m.scrollMode == kPolicyScroll && room > kLeastRoom;
+    guiHtml::scroll_t const& known = node->getScroll();
+    if (!isNeeded && !known.barX && !known.barY)
+        return;
+    axis const along = axisOf(node, orientation);
+    if (isNeeded && !along.has)
+        addBar(node, orientation, along);
+    // Within a layout a bar once added stays: whether it is needed would otherwise depend on itself.
+    if (!isNeeded && guiLayoutRun::kind() == guiLayoutRun::Kind::Part) {
+        along.has = false;
+        destroyBar(along);
+    }
+    along.range = isNeeded && along.has ? static_cast<unsigned>(guiClampPixels(content - room)) : 0;
+}
+
+void guiSettleBars(guiHtml* node)
+{
+    guiHtml::scroll_t const& known = node->getScroll();
+    if (!known.barX && !known.barY)
+        return;
+    for (Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
+        axis const along = axisOf(node, orientation);
+        if (!along.has)
+            destroyBar(along);
+        along.position = std::min(along.position, along.range);
+    }
+}
+
+namespace {
+
+/// The node's content area and the bars beside it, in coordinates of the window.
+QRect innerRect(guiHtml* node)
+{
+    guiRect rect;
+    node->getRectInWidget(&rect);
+    int const inset = guiClampPixels(guiFrameOf(node) / 2);
+    int const above =
+        rect.height - guiClampPixels(node->getType() == guiHtml::kTypeBase ? node->m.activeCy : unsigned(rect.height));
+    return QRect(rect.left + inset, rect.top + inset + above, rect.width - 2 * inset, rect.height - 2 * inset - above);
+}
+
+// What an ancestor cuts off of the node is cut off of its bars, too.
+void showClipped(guiHtml* node, QScrollBar* bar)
+{
+    guiRect clip;
+    node->getClipRect(&clip);
+    QRect const shown = bar->geometry() & QRect(clip.left, clip.top, clip.width, clip.height);
+    if (shown == bar->geometry())
+        bar->clearMask();
+    else
+        bar->setMask(QRegion(shown.translated(-bar->pos())));
+    bar->setVisible(!shown.isEmpty());
+}
+
+void updateBar(guiHtml* node, QScrollBar* bar, QRect const& place, int page, unsigned range, unsigned position)
+{
+    QSignalBlocker const quiet(bar);
+    bar->setGeometry(place);
+    bar->setRange(0, guiClampPixels(range));
+    bar->setPageStep(std::max(page, 1));
+    bar->setSingleStep(kLineStep);
+    bar->setValue(guiClampPixels(position));
+    showClipped(node, bar);
+}
+
+void updateOwnBars(guiHtml* node)
+{
+    guiHtml::scroll_t const& scroll = node->getScroll();
+    if (!scroll.barX && !scroll.barY)
+        return;
+    QRect const inner = innerRect(node);
+    int const room = inner.width() - guiBarWidth(node);
+    int const roomBelow = inner.height() - guiBarHeight(node);
+    if (scroll.barX)
+        updateBar(node, scroll.barX, QRect(inner.left(), inner.top() + roomBelow, room, inner.height() - roomBelow),
+                  room, scroll.rangeX, scroll.posX);
+    if (scroll.barY)
+        updateBar(node, scroll.barY, QRect(inner.left() + room, inner.top(), inner.width() - room, roomBelow),
+                  roomBelow, scroll.rangeY, scroll.posY);
+}
+
+} // namespace
+
+void guiHtml::updateScrollbarRanges()
+{
+    updateOwnBars(this);
+    for (guiHtml* child : guiNodesOf(this))
+        child->updateScrollbarRanges();
+}

@@ -1,0 +1,73 @@
+// page/guihtmlsize.h: what the files of the layout engine share. guihtmlsize.cpp walks bottom-up and finds what each
+// node needs; guihtmlsize-widths.cpp and guihtmlsize-heights.cpp walk top-down and find what each node gets;
+// guihtmlsize-place.cpp turns that into rectangles. guihtmlsize-layers.h reads a node's child list as rows,
+// guihtmlsize-scroll.h makes scroll bars.
+#pragma once
+
+#include <algorithm>
+#include <concepts>
+#include <cstdint>
+
+class guiHtml;
+
+/// Upper bound of everything that layout computes, in pixels; the toolkit's own bound for a widget. Sums are taken in
+/// 64 bits and clamped when they are stored.
+inline constexpr int kMaxLayoutPixels = 16777215;
+/// Space below a layer that ends a paragraph, in pixels.
+inline constexpr int kParagraphGap = 12;
+
+/// A length that fits, positive or negative.
+template <std::integral T>
+constexpr int guiClampPixels(T pixels)
+{
+    if constexpr (std::unsigned_integral<T>)
+        return pixels > static_cast<unsigned>(kMaxLayoutPixels) ? kMaxLayoutPixels : static_cast<int>(pixels);
+    else
+        return static_cast<int>(std::clamp<std::int64_t>(pixels, -kMaxLayoutPixels, kMaxLayoutPixels));
+}
+
+/// A run of the layout engine: what a node computes in it is remembered until the next one starts. Made on the stack by
+/// the operations that start one; inside another run of the same thread it changes nothing. GUI thread.
+class guiLayoutRun
+{
+public:
+    enum class Kind : std::uint8_t
+    {
+        Part,  ///< an operation that was called by itself
+        First, ///< the first run over a page that gets a rectangle: no scroll bars yet
+        Again, ///< one more, since a scroll bar appeared in the run before
+    };
+
+    guiLayoutRun() : guiLayoutRun(Kind::Part, !s_isActive) {}
+    /// Starts a new run in any case.
+    explicit guiLayoutRun(Kind kind) : guiLayoutRun(kind, true) {}
+    ~guiLayoutRun();
+    guiLayoutRun(guiLayoutRun const&) = delete;
+    guiLayoutRun& operator=(guiLayoutRun const&) = delete;
+
+    static std::uint32_t number() { return s_number; }
+    static bool isActive() { return s_isActive; }
+    static Kind kind() { return s_kind; }
+    /// A scroll bar appeared in this run.
+    static void addBar() { s_hasNewBars = true; }
+    static bool hasNewBars() { return s_hasNewBars; }
+
+private:
+    guiLayoutRun(Kind kind, bool isNew);
+
+    static inline std::uint32_t s_number = 1;
+    static inline bool s_isActive = false;
+    static inline bool s_hasNewBars = false;
+    static inline Kind s_kind = Kind::Part;
+
+    bool m_isNew;
+    bool m_wasActive;
+    Kind m_kindBefore;
+};
+
+/// What a node's border and space take on both sides of an axis together.
+std::int64_t guiFrameOf(guiHtml const* node);
+/// A node's room for content inside a width or height of its own: less the frame, the other axis' scroll bar, and, for
+/// a height, the caption. May be negative.
+int guiInnerWidth(guiHtml const* node, int width);
+int guiInnerHeight(guiHtml const* node, int height);

@@ -1,0 +1,239 @@
+// page/guihtmltext-draw.cpp: the one routine that measures text, paints it and records its links, so that the three
+// agree.
+#include "page/guihtmltext.h"
+
+#include "foundation/vela-qt.h"
+#include "page/guihtmlsize.h"
+#include "page/guihtmltext-lines.h"
+#include "page/guihtmltext-measure.h"
+#include "page/guilayoutcounters.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+constexpr int kMargin = 4;
+constexpr int kSmallestHeight = 8;
+
+/// One call of drawText().
+struct drawing
+{
+    QPainter* painter;
+    guiRect box; ///< the text's own, without the margins
+    QStringView text;
+    textParams const& params;
+    guiTextRun const& run;
+    guiHtmlText::mx_t* cache;
+    bool records; ///< links go into the cache's hotspots
+    int clipTop = std::numeric_limits<int>::min();
+    int clipBottom = std::numeric_limits<int>::max();
+};
+
+bool isShown(drawing const& job, int top, int height)
+{
+    return job.painter && top < job.clipBottom && top + height > job.clipTop;
+}
+
+guiColor inkOf(drawing const& job, guiTextChunk const& chunk)
+{
+    if (chunk.link != guiTextChunk::kNoLink && job.cache && chunk.link == job.cache->hoveredLink)
+        return job.params.activeLinkColor;
+    switch (chunk.ink) {
+    case guiTextInk::Link:
+        return job.params.linkColor;
+    case guiTextInk::Explicit:
+        return chunk.color;
+    default:
+        return job.params.textColor;
+    }
+}
+
+/// The text as it is drawn: tabs and line ends are blanks of the same width.
+QString drawnText(QStringView text)
+{
+    bool const isPlain = std::none_of(text.begin(), text.end(), [](QChar c) { return c < u' '; });
+    if (isPlain)
+        return QString::fromRawData(text.data(), text.size());
+    QString copy = text.toString();
+    std::replace_if(
+        copy.begin(), copy.end(), [](QChar c) { return guiIsBlank(c.unicode()); }, QChar(u' '));
+    return copy;
+}
+
+// In a font that moves letters at blanks, a line drawn in one go would not be as wide as its measured words.
+void drawWordByWord(QPainter& painter, guiTextFont& font, QPointF at, QString const& text)
+{
+    qreal const blank = font.blankAdvance() / 64.0;
+    for (qsizetype start = 0; start < text.size();) {
+        qsizetype end = text.indexOf(u' ', start);
+        if (end < 0)
+            end = text.size();
+        QStringView const word = QStringView(text).mid(start, end - start);
+        if (!word.isEmpty()) {
+            painter.drawText(at, word.toString());
+            at.rx() += font.wordAdvance(word) / 64.0;
+        }
+        at.rx() += blank;
+        start = end + 1;
+    }
+}
+
+void paintPiece(drawing const& job, guiTextPiece const& piece, int left, int baseline)
+{
+    guiTextChunk const& chunk = job.run.chunks()[piece.chunk];
+    QPainter& painter = *job.painter;
+    guiColor const ink = inkOf(job, chunk);
+    painter.setPen(QColor(ink.red, ink.green, ink.blue));
+    painter.setFont(chunk.underline ? chunk.font->underlined() : chunk.font->font());
+    QString const text = drawnText(job.text.mid(piece.start, piece.length));
+    if (chunk.font->kernsBlanks() && !chunk.underline)
+        drawWordByWord(painter, *chunk.font, QPointF(left, baseline), text);
+    else
+        painter.drawText(QPointF(left, baseline), text);
+}
+
+int alignedOffset(drawing const& job, int lineWidth)
+{
+    std::int64_t const spare = std::int64_t{job.box.width} - lineWidth;
+    if (job.params.align == kAlignLeft)
+        return 0;
+    return guiClampPixels(job.params.align == kAlignCenter ? spare / 2 : spare);
+}
+
+void useLine(drawing const& job, guiLineBreaker const& line, int top)
+{
+    int const left = job.box.left + alignedOffset(job, line.width());
+    bool const isPainted = isShown(job, top, line.height());
+    if (!isPainted && !job.records)
+        return;
+    for (guiTextPiece const& piece : line.pieces()) {
+        if (isPainted)
+            paintPiece(job, piece, left + piece.left, top + line.height() - line.descent());
+        unsigned const link = job.run.chunks()[piece.chunk].link;
+        if (job.records && link != guiTextChunk::kNoLink)
+            job.cache->hotspots.push_back({left + piece.left, piece.width, top, line.height(), link});
+    }
+}
+
+guiTextMeasures::extent layOut(drawing const& job)
+{
+    guiLineBreaker line(job.run, job.text, job.box.width);
+    std::int64_t height = 0;
+    int longest = 0;
+    while (line.next()) {
+        useLine(job, line, guiClampPixels(job.box.top + height));
+        height += line.height();
+        longest = std::max(longest, line.width());
+    }
+    return {guiClampPixels(std::int64_t{longest} + 2 * kMargin), std::max(guiClampPixels(height), kSmallestHeight)};
+}
+
+void clipToPainter(drawing& job)
+{
+    if (!job.painter->hasClipping())
+        return;
+    QRectF const clip = job.painter->clipBoundingRect();
+    job.clipTop = static_cast<int>(std::clamp(clip.top(), -1e9, 1e9)) - 1;
+    job.clipBottom = static_cast<int>(std::clamp(clip.bottom(), -1e9, 1e9)) + 1;
+}
+
+int paint(drawing& job, int* widthOut)
+{
+    clipToPainter(job);
+    guiTextMeasures::extent const size = layOut(job);
+    if (widthOut)
+        *widthOut = size.width;
+    return size.height;
+}
+
+int measureWidth(drawing const& job, int* widthOut)
+{
+    guiTextMeasures* measures = job.cache ? job.cache->measures.get() : nullptr;
+    std::optional<guiTextMeasures::extent> size;
+    bool const isUnbroken = job.box.width == std::numeric_limits<int>::max() - 2 * kMargin;
+    if (measures && isUnbroken)
+        size = measures->preferred();
+    if (!size) {
+        size = layOut(job);
+        if (measures && isUnbroken)
+            measures->rememberPreferred(*size);
+    }
+    *widthOut = size->width;
+    return size->height;
+}
+
+int measureHeight(drawing& job)
+{
+    guiTextMeasures* measures = job.cache ? job.cache->measures.get() : nullptr;
+    if (!measures)
+        return layOut(job).height;
+    int const nodeWidth = job.box.width + 2 * kMargin;
+    job.records = job.run.hasLinks() && measures->hotspotWidth != nodeWidth;
+    std::optional<int> height = measures->heightFor(job.box.width);
+    if (height && !job.records)
+        return *height;
+    ++guiLayoutCounters::heightsComputed;
+    job.cache->hotspots.clear();
+    bool const isNew = !height;
+    height = layOut(job).height;
+    if (isNew)
+        measures->rememberHeight(job.box.width, *height);
+    measures->hotspotWidth = nodeWidth;
+    return *height;
+}
+
+int measure(drawing& job, int* widthOut)
+{
+    if (job.painter)
+        return paint(job, widthOut);
+    return widthOut ? measureWidth(job, widthOut) : measureHeight(job);
+}
+
+/// A text that shows nothing has a height of its own and no width.
+int drawNothing(int* widthOut, guiHtmlText::mx_t* cache, bool isHeight)
+{
+    if (widthOut)
+        *widthOut = 0;
+    if (cache && isHeight)
+        cache->hotspots.clear();
+    return kSmallestHeight;
+}
+
+} // namespace
+
+int guiHtmlText::drawText(QPainter* painter, guiRect* box, sstring const& text, textParams const* params, int* widthOut,
+                          mx_t* cache)
+{
+    QStringView const view = sstoview(text);
+    if (view.isEmpty() || view == QLatin1String(" "))
+        return drawNothing(widthOut, cache, !painter && !widthOut);
+    guiRect const inner{box->left + kMargin, box->width - 2 * kMargin, box->top, box->height};
+    guiTextFont& font = guiTextFonts::of(params->font);
+    if (!cache) {
+        guiTextRun const run(view, font, params->points, false);
+        drawing job{painter, inner, view, *params, run, nullptr, false};
+        return measure(job, widthOut);
+    }
+    if (!cache->measures)
+        cache->measures = std::make_unique<guiTextMeasures>();
+    drawing job{painter, inner, view, *params, cache->measures->run(view, font, params->points), cache, false};
+    return measure(job, widthOut);
+}
+
+int fitTextInBox(QString const& text, QFontMetrics const& metrics, int width)
+{
+    int fits = static_cast<int>(text.size());
+    if (metrics.horizontalAdvance(text) <= width)
+        return fits;
+    int tooMany = fits;
+    fits = 0;
+    while (tooMany - fits > 1) {
+        int const middle = fits + (tooMany - fits) / 2;
+        (metrics.horizontalAdvance(text, middle) <= width ? fits : tooMany) = middle;
+    }
+    return fits;
+}

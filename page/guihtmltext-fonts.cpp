@@ -1,0 +1,406 @@
+// page/guihtmltext-fonts.cpp: see guihtmltext-fonts.h.
+#include "page/guihtmltext-fonts.h"
+
+#include "page/guilayoutcounters.h"
+
+#include <QCoreApplication>
+#include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QHash>
+#include <QTextBoundaryFinder>
+#include <QTextLayout>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+// A page may name any number of faces and sizes; beyond these bounds it gets the default one.
+constexpr std::size_t kMaxFonts = 256;
+constexpr std::size_t kMaxFaces = 1024;
+constexpr qsizetype kMaxHeights = 1024;
+constexpr int kMaxFaceUnits = 128;
+constexpr int kMaxPoints = 500;
+constexpr unsigned kMaxWordsPerFont = 16384;
+constexpr std::size_t kMaxCutWords = 1024;
+// Long enough to shape fast, short enough that asking for each character's place stays cheap.
+constexpr qsizetype kSegment = 128;
+constexpr qsizetype kSegmentRightToLeft = 32; // measured prefix by prefix
+
+/// A normalised font is as tall as its bucket allows: points up to `points` give lines of at most `height` pixels.
+struct heightBucket
+{
+    int points;
+    int height;
+};
+constexpr heightBucket kHeights[] = {{8, 11}, {10, 14}, {12, 16}, {14, 20}, {18, 24}, {24, 29}};
+constexpr int kLargestHeight = 37;
+constexpr int kSmallestPixelSize = 5;
+
+int targetHeight(int points)
+{
+    for (heightBucket const& bucket : kHeights)
+        if (points <= bucket.points)
+            return bucket.height;
+    return kLargestHeight;
+}
+
+int heightAt(QString const& family, int pixelSize)
+{
+    QFont probe(family);
+    probe.setPixelSize(pixelSize);
+    ++guiLayoutCounters::fontProbes;
+    return QFontMetrics(probe).height();
+}
+
+// From the top: the first that fits is the largest that fits.
+int searchPixelSize(QString const& family, int points)
+{
+    for (int size = targetHeight(points) - 1; size >= kSmallestPixelSize; --size)
+        if (heightAt(family, size) <= targetHeight(points))
+            return size;
+    return std::clamp(points, 1, kMaxPoints);
+}
+
+using heightKey = std::pair<QString, int>;
+
+/// All process-wide state of this file, so that it can be dropped as one before the application object goes: the
+/// toolkit frees its font engines then.
+struct fontTable
+{
+    QHash<heightKey, int> heights;
+    std::unordered_map<std::uint64_t, guiTextFont*> faces; // by hash of face, points and normalisation; not owned
+    QHash<QFont, guiTextFont*> fonts;
+    std::vector<std::unique_ptr<guiTextFont>> owned;
+    guiTextFont* last = nullptr;
+};
+
+unsigned theGeneration = 1;
+bool theTableIsHooked = false;
+
+// Never destroyed: a process may end without destroying its application object, and then no font may be touched any
+// more.
+fontTable& table()
+{
+    static fontTable& fonts = *new fontTable;
+    if (!theTableIsHooked) {
+        theTableIsHooked = true;
+        qAddPostRoutine(guiTextFonts::clear);
+    }
+    return fonts;
+}
+
+} // namespace
+
+int findFontHeight(QFont const& font, int points)
+{
+    auto& heights = table().heights;
+    QString const family = font.family();
+    // All point sizes of one row of the table give the same result.
+    auto const found = heights.constFind(heightKey(family, targetHeight(points)));
+    if (found != heights.constEnd())
+        return *found;
+    if (heights.size() >= kMaxHeights)
+        return targetHeight(points) * 4 / 5;
+    int const size = searchPixelSize(family, points);
+    heights.insert(heightKey(family, targetHeight(points)), size);
+    return size;
+}
+
+void normalizeFontHeight(QFont& font, int points)
+{
+    int const size = findFontHeight(font, points);
+    font = QFont(font.family());
+    font.setWeight(QFont::Normal);
+    font.setPixelSize(size);
+}
+
+namespace {
+
+int toAdvance(qreal width) { return static_cast<int>(std::lround(std::clamp(width, 0.0, 1e6) * 64)); }
+
+QFont underlinedVariant(QFont font)
+{
+    font.setUnderline(true);
+    return font;
+}
+
+std::uint64_t keyOf(QStringView word)
+{
+    std::uint64_t const hash =
+        qHashBits(word.utf16(), static_cast<std::size_t>(word.size()) * 2, static_cast<std::size_t>(word.size()));
+    return hash ? hash : 1;
+}
+
+// Letters between blanks, in every neighbourhood that plain text has.
+bool movesLettersAtBlanks(QFontMetricsF const& metrics)
+{
+    QString spaced;
+    qreal apart = 0;
+    qreal const blank = metrics.horizontalAdvance(QLatin1Char(' '));
+    for (char16_t letter = u'!'; letter <= u'~'; ++letter) {
+        spaced += QChar(letter);
+        spaced += QLatin1Char(' ');
+        apart += metrics.horizontalAdvance(QChar(letter)) + blank;
+    }
+    return std::abs(metrics.horizontalAdvance(spaced) - apart) > 1.0 / 128;
+}
+
+} // namespace
+
+guiTextFont::guiTextFont(QFont const& font) : m_font(font), m_underlined(underlinedVariant(font)), m_metrics(font)
+{
+    QFontMetrics const metrics(font);
+    m_lineSpacing = metrics.lineSpacing();
+    m_descent = metrics.descent();
+    m_blankAdvance = toAdvance(m_metrics.horizontalAdvance(QLatin1Char(' ')));
+    m_kernsBlanks = movesLettersAtBlanks(m_metrics);
+}
+
+int guiTextFont::measure(QStringView text) const
+{
+    ++guiLayoutCounters::wordsShaped;
+    QString const shared = QString::fromRawData(text.data(), text.size());
+    return toAdvance(m_metrics.horizontalAdvance(shared));
+}
+
+// Keys are 64 random-looking bits: that two words of one page share one is not worth the memory of keeping the words.
+int guiTextFont::wordAdvance(QStringView word)
+{
+    if (m_used * 2 >= m_slots.size())
+        rehash();
+    std::uint64_t const key = keyOf(word);
+    std::size_t const mask = m_slots.size() - 1;
+    std::size_t at = key & mask;
+    while (m_slots[at].key && m_slots[at].key != key)
+        at = (at + 1) & mask;
+    if (!m_slots[at].key) {
+        m_slots[at] = {key, measure(word)};
+        ++m_used;
+    }
+    return m_slots[at].advance;
+}
+
+void guiTextFont::rehash()
+{
+    if (m_used >= kMaxWordsPerFont) {
+        std::fill(m_slots.begin(), m_slots.end(), slot());
+        m_used = 0;
+        return;
+    }
+    std::vector<slot> const old = std::move(m_slots);
+    m_slots.assign(std::max<std::size_t>(64, old.size() * 2), slot());
+    std::size_t const mask = m_slots.size() - 1;
+    for (slot const& entry : old) {
+        if (!entry.key)
+            continue;
+        std::size_t at = entry.key & mask;
+        while (m_slots[at].key)
+            at = (at + 1) & mask;
+        m_slots[at] = entry;
+    }
+}
+
+std::vector<guiTextWord> const& guiTextFont::characters(QStringView word)
+{
+    std::uint64_t const key = keyOf(word);
+    if (auto const found = m_characters.find(key); found != m_characters.end())
+        return found->second;
+    if (m_characters.size() >= kMaxCutWords || word.size() > kMaxWord)
+        m_characters.clear();
+    std::vector<guiTextWord>& characters = m_characters[key];
+    measureCharacters(word, characters);
+    return characters;
+}
+
+namespace {
+
+/// Whether a unit belongs to a script that runs from right to left, or turns the direction of what follows.
+bool turnsDirection(QChar unit)
+{
+    if (unit.unicode() < 0x590)
+        return false;
+    if (unit.isHighSurrogate()) // the supplementary blocks with such scripts: U+10800 to U+10FFF, U+1E800 to U+1EFFF
+        return unit.unicode() == 0xD802 || unit.unicode() == 0xD803 || unit.unicode() == 0xD83A ||
+               unit.unicode() == 0xD83B;
+    switch (unit.direction()) {
+    case QChar::DirR:
+    case QChar::DirAL:
+    case QChar::DirAN:
+    case QChar::DirRLE:
+    case QChar::DirRLO:
+    case QChar::DirRLI:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isRightToLeft(QStringView text) { return std::any_of(text.begin(), text.end(), turnsDirection); }
+
+/// Ends of the characters of a text, in units.
+std::vector<qsizetype> characterEnds(QStringView text)
+{
+    std::vector<qsizetype> ends;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.data(), text.size());
+    while (finder.toNextBoundary() > 0)
+        ends.push_back(finder.position());
+    if (ends.empty() || ends.back() != text.size())
+        ends.push_back(text.size());
+    return ends;
+}
+
+void appendCharacter(std::vector<guiTextWord>& out, qsizetype units, int advance)
+{
+    guiTextWord part;
+    part.advance = static_cast<std::uint16_t>(std::clamp(advance, 0, guiTextWord::kMaxAdvance));
+    part.flags = guiTextWord::kSingle | (out.empty() ? 0 : guiTextWord::kGlued);
+    for (; units > 0; units -= part.units) {
+        part.units = static_cast<std::uint8_t>(std::min<qsizetype>(units, guiTextWord::kMaxUnits));
+        out.push_back(part);
+        part.advance = 0;
+        part.flags = guiTextWord::kSingle | guiTextWord::kGlued | guiTextWord::kSolid;
+    }
+}
+
+/// Distances from the text's start to the end of each character, in 1/64 pixel.
+std::vector<int> distances(QFont const& font, QStringView text, std::vector<qsizetype> const& ends)
+{
+    ++guiLayoutCounters::wordsShaped;
+    std::vector<int> result;
+    QString const shared = QString::fromRawData(text.data(), text.size());
+    if (isRightToLeft(text)) { // places run both ways then: only prefixes have widths that add up
+        QFontMetricsF const metrics(font);
+        for (qsizetype end : ends)
+            result.push_back(toAdvance(metrics.horizontalAdvance(shared, static_cast<int>(end))));
+        return result;
+    }
+    QTextLayout layout(shared, font);
+    layout.beginLayout();
+    QTextLine line = layout.createLine();
+    line.setLineWidth(1e7);
+    layout.endLayout();
+    for (qsizetype end : ends)
+        result.push_back(toAdvance(line.cursorToX(static_cast<int>(end))));
+    return result;
+}
+
+} // namespace
+
+void guiTextFont::measureCharacters(QStringView word, std::vector<guiTextWord>& out) const
+{
+    std::vector<qsizetype> const ends = characterEnds(word);
+    qsizetype const segment = isRightToLeft(word) ? kSegmentRightToLeft : kSegment;
+    for (std::size_t first = 0; first < ends.size();) {
+        qsizetype const start = first ? ends[first - 1] : 0;
+        std::size_t last = first + 1;
+        while (last < ends.size() && ends[last] - start <= segment)
+            ++last;
+        std::vector<qsizetype> segmentEnds;
+        for (std::size_t i = first; i < last; ++i)
+            segmentEnds.push_back(ends[i] - start);
+        int before = 0;
+        std::vector<int> const places = distances(m_font, word.mid(start, segmentEnds.back()), segmentEnds);
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            appendCharacter(out, segmentEnds[i] - (i ? segmentEnds[i - 1] : 0), places[i] - before);
+            before = std::max(before, places[i]);
+        }
+        first = last;
+    }
+}
+
+namespace {
+
+/// The number that a text begins with, 0 when there is none; far larger than any font when it is out of range.
+int leadingNumber(QStringView text)
+{
+    QByteArray const digits = text.left(32).toLatin1();
+    return static_cast<int>(std::clamp(std::strtol(digits.constData(), nullptr, 10), -1000000L, 1000000L));
+}
+
+} // namespace
+
+guiFontRequest guiReadFontRequest(QStringView code)
+{
+    guiFontRequest request;
+    for (qsizetype start = 0; start <= code.size();) {
+        qsizetype end = code.indexOf(QLatin1Char(','), start);
+        if (end < 0)
+            end = code.size();
+        QStringView const part = code.mid(start, end - start).trimmed();
+        if (int const points = leadingNumber(part))
+            request.points = std::clamp(points, 1, kMaxPoints);
+        else if (!part.isEmpty())
+            request.face = part.left(kMaxFaceUnits).toString();
+        start = end + 1;
+    }
+    return request;
+}
+
+unsigned guiTextFonts::generation() { return theGeneration; }
+
+void guiTextFonts::clear()
+{
+    table() = fontTable();
+    theTableIsHooked = false; // the toolkit forgets its routines with each application object
+    ++theGeneration;
+}
+
+guiTextFont& guiTextFonts::of(QFont const& font)
+{
+    fontTable& fonts = table();
+    if (fonts.last && fonts.last->font().isCopyOf(font))
+        return *fonts.last;
+    guiTextFont* entry = fonts.fonts.value(font);
+    if (!entry && fonts.owned.size() >= kMaxFonts)
+        return *fonts.owned.front();
+    if (!entry) {
+        fonts.owned.push_back(std::make_unique<guiTextFont>(font));
+        entry = fonts.owned.back().get();
+        fonts.fonts.insert(font, entry);
+    }
+    fonts.last = entry;
+    return *entry;
+}
+
+guiTextFont& guiTextFonts::styled(guiTextFont& base, bool bold, bool italic)
+{
+    if (!bold && !italic)
+        return base;
+    guiTextFont*& variant = base.variant(bold, italic);
+    if (!variant) {
+        QFont font = base.font();
+        font.setBold(bold || font.bold());
+        font.setItalic(italic || font.italic());
+        variant = &of(font);
+    }
+    return *variant;
+}
+
+namespace {
+
+guiTextFont& makeFace(QString const& family, int points, bool normalize)
+{
+    QFont font(family);
+    if (normalize)
+        normalizeFontHeight(font, points);
+    else
+        font.setPointSize(std::clamp(points, 1, kMaxPoints));
+    return guiTextFonts::of(font);
+}
+
+} // namespace
+
+guiTextFont& guiTextFonts::face(QString const& family, int points, bool normalize)
+{
+    std::uint64_t const key = keyOf(family) * 31 + static_cast<std::uint64_t>(points) * 2 + (normalize ? 1 : 0);
+    fontTable& fonts = table();
+    if (auto const found = fonts.faces.find(key); found != fonts.faces.end())
+        return *found->second;
+    if (fonts.faces.size() >= kMaxFaces)
+        return *fonts.owned.front();
+    guiTextFont& made = makeFace(family, points, normalize);
+    table().faces.emplace(key, &made);
+    return made;
+}

@@ -1,0 +1,127 @@
+// page/guihtmltext-fonts.h: the fonts that text runs use: how large a face is made for a number of points, and how wide
+// words are in it. Every font is set up once for the whole process, and every word measured once per font. GUI thread
+// only. guihtmltext-shape.h cuts a run into words; guihtmltext-codes.h reads the codes that switch fonts.
+#pragma once
+
+#include <QFont>
+#include <QFontMetricsF>
+#include <QString>
+#include <QStringView>
+
+#include <cstdint>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+/// Pixel size at which the font's family is as tall as the table wants for a number of points, whatever the screen's
+/// resolution. Remembered by family and points.
+int findFontHeight(QFont const& font, int points);
+/// Makes the font its family's normal weight, in the pixel size of findFontHeight().
+void normalizeFontHeight(QFont& font, int points);
+
+/// A stretch of text that is never split except where `units` says so: a word, or one character of a long word, with
+/// the blanks behind it. Four bytes, since a page of a megabyte has two hundred thousand of them.
+struct guiTextWord
+{
+    enum : std::uint8_t
+    {
+        kGlued = 1,  ///< continues the word of the entry before; a line may be cut here when nothing else helps
+        kSolid = 2,  ///< continues the character of the entry before: no cut before it
+        kSingle = 4, ///< holds one character, or a part of one: no cut inside
+    };
+
+    static constexpr int kMaxAdvance = 0xFFFF;
+    static constexpr unsigned kMaxUnits = 0xFF;
+    static constexpr unsigned kMaxBlanks = 0x1F;
+
+    std::uint16_t advance = 0; ///< without the blanks, in 1/64 pixel
+    std::uint8_t units = 0;    ///< 16-bit units without the blanks
+    std::uint8_t blanks : 5 = 0;
+    std::uint8_t flags : 3 = 0;
+};
+static_assert(sizeof(guiTextWord) == 4);
+
+/// Width in pixels of an advance in 1/64 pixel, rounded as the toolkit's own metrics are.
+constexpr std::int64_t guiTextPixels(std::int64_t advance) { return (advance + 32) >> 6; }
+
+/// One font, with what measuring text in it has taught so far.
+class guiTextFont
+{
+public:
+    /// Words longer than this are stored character by character.
+    static constexpr qsizetype kMaxWord = 64;
+
+    explicit guiTextFont(QFont const& font);
+    guiTextFont(guiTextFont const&) = delete;
+    guiTextFont& operator=(guiTextFont const&) = delete;
+
+    QFont const& font() const { return m_font; }
+    QFont const& underlined() const { return m_underlined; }
+    /// Pixels from one baseline to the next, and below the baseline.
+    int lineSpacing() const { return m_lineSpacing; }
+    int descent() const { return m_descent; }
+    /// Width of a blank in 1/64 pixel.
+    int blankAdvance() const { return m_blankAdvance; }
+    /// Whether the font moves letters next to a blank, so that a line is not as wide as its words and blanks.
+    bool kernsBlanks() const { return m_kernsBlanks; }
+
+    /// Width of a word (no blanks in it) in 1/64 pixel.
+    int wordAdvance(QStringView word);
+    /// The characters of a word, as a reader sees them: combining marks and surrogate pairs are not taken apart. Valid
+    /// until the next call.
+    std::vector<guiTextWord> const& characters(QStringView word);
+
+    /// The bold (1), italic (2) or bold italic (3) font of the same face and size; null until it is first needed. Not
+    /// owned.
+    guiTextFont*& variant(bool bold, bool italic) { return m_variants[(bold ? 1 : 0) + (italic ? 2 : 0)]; }
+
+private:
+    struct slot
+    {
+        std::uint64_t key = 0; // 0: free
+        int advance = 0;
+    };
+
+    int measure(QStringView text) const;
+    void rehash();
+    void measureCharacters(QStringView word, std::vector<guiTextWord>& out) const;
+
+    QFont m_font;
+    QFont m_underlined;
+    QFontMetricsF m_metrics;
+    int m_lineSpacing;
+    int m_descent;
+    int m_blankAdvance;
+    bool m_kernsBlanks;
+    guiTextFont* m_variants[4] = {};
+    std::vector<slot> m_slots; // open addressing; a power of two
+    unsigned m_used = 0;
+    std::unordered_map<std::uint64_t, std::vector<guiTextWord>> m_characters; // by word, of words that had to be cut
+};
+
+/// What a font code or a node's override asks for: a face, empty for the present one, and a point size, 0 for the
+/// present one.
+struct guiFontRequest
+{
+    QString face;
+    int points = 0;
+};
+
+/// Reads "face,points", in which either part may be missing. A number that is not 0 is the size, any other part the
+/// face.
+guiFontRequest guiReadFontRequest(QStringView code);
+
+namespace guiTextFonts {
+
+/// The shared entry of a font. Lives until clear().
+guiTextFont& of(QFont const& font);
+/// The font itself or its bold, italic or bold italic variant.
+guiTextFont& styled(guiTextFont& base, bool bold, bool italic);
+/// A face in normal weight; `normalize` sizes it by normalizeFontHeight() instead of the screen's resolution.
+guiTextFont& face(QString const& family, int points, bool normalize);
+/// Forgets all fonts. Called by itself when the application object goes.
+void clear();
+/// Changes whenever entries handed out before have become invalid.
+unsigned generation();
+
+} // namespace guiTextFonts

@@ -1,0 +1,194 @@
+// page/guihtmltext-lines.cpp: see guihtmltext-lines.h.
+#include "page/guihtmltext-lines.h"
+
+#include "page/guilayoutcounters.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kSmallestLine = 8;
+constexpr std::int64_t kMaxLine = 1 << 30;
+
+} // namespace
+
+/// How far a line reaches into a chunk.
+struct guiLineBreaker::progress
+{
+    guiTextPlace place;
+    std::int64_t advance = 0; // 1/64 pixel, from where the line entered the chunk
+};
+
+guiLineBreaker::guiLineBreaker(guiTextRun const& run, QStringView text, int width)
+    : m_run(run), m_text(text), m_boxWidth(width)
+{
+    ++guiLayoutCounters::runsBroken;
+    if (!run.chunks().empty())
+        m_place.unit = run.chunks().front().start;
+}
+
+bool guiLineBreaker::next()
+{
+    m_pieces.clear();
+    m_width = m_descent = 0;
+    m_height = kSmallestLine;
+    while (!m_stopped && m_place.chunk < m_run.chunks().size()) {
+        if (takeBreak())
+            return true;
+        if (m_pieces.empty())
+            skipBlanks();
+        if (atChunkEnd()) {
+            enterChunk();
+            continue;
+        }
+        Fit const fit = fitChunk();
+        if (fit == Fit::None)
+            m_stopped = m_pieces.empty();
+        if (fit != Fit::All)
+            break;
+    }
+    return !m_pieces.empty();
+}
+
+// Each break before the chunk ends a line, an empty one included.
+bool guiLineBreaker::takeBreak()
+{
+    if (m_place.breaks >= m_run.chunks()[m_place.chunk].breaks)
+        return false;
+    ++m_place.breaks;
+    return true;
+}
+
+bool guiLineBreaker::atChunkEnd() const { return m_place.word >= m_run.wordsEnd(m_place.chunk); }
+
+void guiLineBreaker::enterChunk()
+{
+    ++m_place.chunk;
+    m_place.breaks = 0;
+    m_place.offset = 0;
+    if (m_place.chunk < m_run.chunks().size())
+        m_place.unit = m_run.chunks()[m_place.chunk].start;
+}
+
+void guiLineBreaker::skipBlanks()
+{
+    while (!atChunkEnd()) {
+        guiTextWord const& word = m_run.words()[m_place.word];
+        if (m_place.offset < word.units)
+            return;
+        m_place.unit += word.units + word.blanks - m_place.offset;
+        m_place.offset = 0;
+        ++m_place.word;
+    }
+}
+
+std::int64_t guiLineBreaker::restOfWord(guiTextPlace const& place, guiTextWord const& word) const
+{
+    if (place.offset == 0)
+        return word.advance;
+    if (place.offset >= word.units)
+        return 0;
+    QStringView const text = m_text.mid(place.unit - place.offset, word.units);
+    std::int64_t advance = word.advance;
+    std::uint32_t offset = 0;
+    for (guiTextWord const& character : m_run.chunks()[place.chunk].font->characters(text)) {
+        if (offset >= place.offset)
+            break;
+        offset += character.units;
+        advance -= character.advance;
+    }
+    return std::max<std::int64_t>(advance, 0);
+}
+
+// Takes the characters of a word that fit into the rest of the line.
+void guiLineBreaker::cutWord(progress& at, guiTextWord const& word) const
+{
+    if (word.flags & guiTextWord::kSingle)
+        return;
+    QStringView const text = m_text.mid(at.place.unit - at.place.offset, word.units);
+    std::uint32_t offset = 0;
+    progress reached = at;
+    for (guiTextWord const& character : m_run.chunks()[at.place.chunk].font->characters(text)) {
+        if (offset >= at.place.offset) {
+            if (!(character.flags & guiTextWord::kSolid)) {
+                at = reached;
+                if (!fits(reached.advance + character.advance))
+                    return;
+            }
+            reached.advance += character.advance;
+            reached.place.offset += character.units;
+            reached.place.unit += character.units;
+        }
+        offset += character.units;
+    }
+}
+
+// Moves over a word without its blanks, if it fits.
+bool guiLineBreaker::takeWord(progress& at, guiTextWord const& word) const
+{
+    std::int64_t const advance = restOfWord(at.place, word);
+    if (!fits(at.advance + advance))
+        return false;
+    at.advance += advance;
+    if (at.place.offset < word.units) {
+        at.place.unit += word.units - at.place.offset;
+        at.place.offset = word.units;
+    }
+    return true;
+}
+
+guiLineBreaker::Fit guiLineBreaker::fitChunk()
+{
+    guiTextChunk const& chunk = m_run.chunks()[m_place.chunk];
+    int const indent = m_pieces.empty() ? chunk.indent : 0;
+    m_room = static_cast<int>(std::max<std::int64_t>(std::int64_t{m_boxWidth} - m_width - indent, -1));
+    int const blank = chunk.font->blankAdvance();
+    std::uint32_t const end = m_run.wordsEnd(m_place.chunk);
+    progress const from{m_place, 0};
+    progress at = from;
+    progress lastBlank = from; // before the last white space passed
+    bool hasBlank = false;
+
+    for (; at.place.word < end; ++at.place.word, at.place.offset = 0) {
+        guiTextWord const& word = m_run.words()[at.place.word];
+        if (!takeWord(at, word)) {
+            if (hasBlank)
+                return endAt(from, lastBlank);
+            if (!m_pieces.empty())
+                return Fit::None;
+            cutWord(at, word);
+            return endAt(from, at);
+        }
+        for (unsigned left = word.units + word.blanks - at.place.offset; left > 0; --left) {
+            lastBlank = at;
+            hasBlank = true;
+            at.advance += blank;
+            if (!fits(at.advance))
+                return endAt(from, lastBlank);
+            ++at.place.offset;
+            ++at.place.unit;
+        }
+    }
+    endAt(from, at);
+    return Fit::All;
+}
+
+// Ends the chunk's part of the line there; a part without any text leaves the line as it is.
+guiLineBreaker::Fit guiLineBreaker::endAt(progress const& from, progress const& to)
+{
+    if (to.place.unit == from.place.unit)
+        return Fit::None;
+    guiTextChunk const& chunk = m_run.chunks()[from.place.chunk];
+    guiTextPiece piece;
+    piece.chunk = from.place.chunk;
+    piece.start = from.place.unit;
+    piece.length = to.place.unit - from.place.unit;
+    piece.left = m_width + (m_pieces.empty() ? chunk.indent : 0);
+    piece.width = static_cast<int>(std::min(guiTextPixels(to.advance), kMaxLine - piece.left));
+    m_pieces.push_back(piece);
+    m_width = piece.left + piece.width;
+    m_height = std::max(m_height, chunk.font->lineSpacing());
+    m_descent = std::max(m_descent, chunk.font->descent());
+    m_place = to.place;
+    return Fit::Some;
+}

@@ -1,0 +1,77 @@
+// page/guihtmltext-lines.h: breaks a run that was made ready (guihtmltext-shape.h) into lines of a given width.
+// Measuring, painting and recording links all walk the lines found here, so what is drawn fills what was measured.
+#pragma once
+
+#include "page/guihtmltext-shape.h"
+
+#include <cstdint>
+#include <vector>
+
+/// A part of a chunk on one line.
+struct guiTextPiece
+{
+    std::uint32_t chunk = 0;
+    std::uint32_t start = 0; ///< first unit in the run's text
+    std::uint32_t length = 0;
+    int left = 0; ///< pixels from the line's left end
+    int width = 0;
+};
+
+/// A place in a run: `offset` units into a word and the blanks behind it.
+struct guiTextPlace
+{
+    std::uint32_t chunk = 0;
+    std::uint32_t word = 0;
+    std::uint32_t offset = 0;
+    std::uint32_t unit = 0;   ///< the same place in the run's text
+    std::uint32_t breaks = 0; ///< breaks before the chunk that were taken already
+};
+
+/// Finds one line after the other. The run and its text must outlive it.
+class guiLineBreaker
+{
+public:
+    /// `width`: pixels; 0 or less leaves no room for anything.
+    guiLineBreaker(guiTextRun const& run, QStringView text, int width);
+
+    /// Finds the next line. False at the end of the run, and when not even one character fits.
+    bool next();
+
+    /// The line found: its parts from left to right, its size, and the largest descent on it.
+    std::vector<guiTextPiece> const& pieces() const { return m_pieces; }
+    int width() const { return m_width; }
+    int height() const { return m_height; }
+    int descent() const { return m_descent; }
+
+private:
+    enum class Fit
+    {
+        All,  ///< the rest of the chunk stands on the line
+        Some, ///< the line ends inside the chunk
+        None, ///< nothing of the chunk fits
+    };
+
+    struct progress;
+
+    bool takeBreak();
+    void skipBlanks();
+    bool atChunkEnd() const;
+    void enterChunk();
+    Fit fitChunk();
+    Fit endAt(progress const& from, progress const& to);
+    bool takeWord(progress& at, guiTextWord const& word) const;
+    void cutWord(progress& at, guiTextWord const& word) const;
+    std::int64_t restOfWord(guiTextPlace const& place, guiTextWord const& word) const;
+    bool fits(std::int64_t advance) const { return guiTextPixels(advance) <= m_room; }
+
+    guiTextRun const& m_run;
+    QStringView m_text;
+    int m_boxWidth;
+    guiTextPlace m_place;
+    bool m_stopped = false;
+    int m_room = 0; // pixels left on the line
+    std::vector<guiTextPiece> m_pieces;
+    int m_width = 0;
+    int m_height = 0;
+    int m_descent = 0;
+};

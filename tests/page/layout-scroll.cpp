@@ -1,0 +1,188 @@
+// tests/page/layout-scroll.cpp: when a node gets scroll bars, and what they change.
+#include "tests/page/pagetree.h"
+
+#include <gtest/gtest.h>
+
+#include <QScrollBar>
+
+namespace {
+
+/// A root with one scrolling node of a fixed size, in which lies one leaf of a fixed size.
+class ScrollBars : public testing::Test
+{
+protected:
+    ScrollBars()
+    {
+        node = addNode(&root);
+        node->m.scrollMode = kPolicyScroll;
+        content = addNode(node);
+    }
+
+    void layOut(unsigned width, unsigned height, int contentWidth, int contentHeight)
+    {
+        requestWidth(node, kUnitPixels, width);
+        requestHeight(node, kUnitPixels, height);
+        content->m.fixed.cxMin = contentWidth;
+        content->m.fixed.cyMin = contentHeight;
+        root.layOut(500, 500);
+    }
+    QScrollBar* barX() const { return node->getScroll().barX; }
+    QScrollBar* barY() const { return node->getScroll().barY; }
+
+    testRoot root;
+    guiHtml* node = nullptr;
+    guiHtml* content = nullptr;
+};
+
+TEST_F(ScrollBars, AreMadeOnlyForContentLargerThanTheNode)
+{
+    layOut(100, 100, 100, 100);
+    EXPECT_EQ(barX(), nullptr);
+    EXPECT_EQ(barY(), nullptr);
+    layOut(100, 100, 101, 20);
+    ASSERT_NE(barX(), nullptr);
+    EXPECT_EQ(barY(), nullptr);
+    EXPECT_EQ(barX()->objectName(), QStringLiteral("html x-scrollbar"));
+    EXPECT_EQ(barX()->orientation(), Qt::Horizontal);
+    EXPECT_EQ(barX()->parentWidget(), root.getTopLevelWidget());
+    EXPECT_EQ(node->getScroll().rangeX, 1u);
+    layOut(100, 100, 20, 150);
+    ASSERT_NE(barY(), nullptr);
+    EXPECT_EQ(barX(), nullptr);
+    EXPECT_EQ(barY()->objectName(), QStringLiteral("html y-scrollbar"));
+    EXPECT_EQ(barY()->orientation(), Qt::Vertical);
+    EXPECT_EQ(node->getScroll().rangeY, 50u);
+}
+
+TEST_F(ScrollBars, NodeOf31PixelsNeverGetsOne)
+{
+    layOut(31, 31, 5000, 5000);
+    EXPECT_EQ(barX(), nullptr);
+    EXPECT_EQ(barY(), nullptr);
+    layOut(32, 31, 5000, 5000);
+    EXPECT_NE(barX(), nullptr);
+    EXPECT_EQ(barY(), nullptr);
+}
+
+TEST_F(ScrollBars, NodeThatDoesNotScrollGrowsToItsContentInstead)
+{
+    node->m.scrollMode = kPolicyResize;
+    layOut(100, 100, 150, 160);
+    EXPECT_EQ(barX(), nullptr);
+    EXPECT_EQ(node->m.rect.width, 150);
+    EXPECT_EQ(node->m.rect.height, 160);
+    node->m.scrollMode = kPolicyScroll;
+    layOut(100, 100, 150, 160);
+    EXPECT_NE(barX(), nullptr);
+    EXPECT_EQ(node->m.rect.width, 100);
+    EXPECT_EQ(node->m.rect.height, 100);
+}
+
+TEST_F(ScrollBars, FixedNodeKeepsItsSizeWithoutBars)
+{
+    node->m.scrollMode = kPolicyFixed;
+    layOut(100, 100, 150, 160);
+    EXPECT_EQ(barX(), nullptr);
+    EXPECT_EQ(barY(), nullptr);
+    EXPECT_EQ(node->m.rect.width, 100);
+    EXPECT_EQ(node->m.rect.height, 100);
+}
+
+TEST_F(ScrollBars, OneBarMayMakeTheOtherNecessary)
+{
+    layOut(100, 100, 100, 150); // exactly as wide as the node, until the vertical bar takes some of it
+    ASSERT_NE(barX(), nullptr);
+    ASSERT_NE(barY(), nullptr);
+    int const extent = barY()->sizeHint().width();
+    EXPECT_EQ(node->getScroll().rangeX, static_cast<unsigned>(extent));
+    EXPECT_EQ(node->getScroll().rangeY, 50u + static_cast<unsigned>(barX()->sizeHint().height()));
+}
+
+TEST_F(ScrollBars, BarThatIsNoLongerNeededGoesAndThePositionWithIt)
+{
+    layOut(100, 100, 150, 150);
+    ASSERT_NE(barX(), nullptr);
+    node->ensureScroll().posX = 30;
+    node->ensureScroll().posY = 40;
+    layOut(200, 100, 150, 150);
+    EXPECT_EQ(barX(), nullptr);
+    EXPECT_EQ(node->getScroll().posX, 0u);
+    EXPECT_EQ(node->getScroll().rangeX, 0u);
+    EXPECT_NE(barY(), nullptr);
+    EXPECT_EQ(node->getScroll().posY, 40u);
+    EXPECT_TRUE(root.getTopLevelWidget()->findChild<QScrollBar*>(QStringLiteral("html x-scrollbar")) == nullptr);
+}
+
+TEST_F(ScrollBars, BothBarsGoWhenNeitherWouldBeNeededWithoutTheOther)
+{
+    layOut(100, 100, 150, 150);
+    ASSERT_NE(barX(), nullptr);
+    layOut(150, 150, 150, 150);
+    EXPECT_EQ(barX(), nullptr);
+    EXPECT_EQ(barY(), nullptr);
+}
+
+TEST_F(ScrollBars, PositionIsCutToTheRange)
+{
+    layOut(100, 100, 50, 300);
+    node->ensureScroll().posY = 200;
+    layOut(100, 100, 50, 150);
+    EXPECT_EQ(node->getScroll().posY, 50u);
+    EXPECT_EQ(barY()->value(), 50);
+    EXPECT_EQ(barY()->maximum(), 50);
+    EXPECT_EQ(barY()->minimum(), 0);
+    EXPECT_EQ(barY()->pageStep(), 100);
+}
+
+TEST_F(ScrollBars, StandInsideTheBorderAndTheSpace)
+{
+    node->m.border = 2;
+    node->m.space = 3;
+    addMarkers(&root, {});
+    layOut(120, 140, 300, 300);
+    ASSERT_NE(barX(), nullptr);
+    ASSERT_NE(barY(), nullptr);
+    int const extentX = barY()->sizeHint().width();
+    int const extentY = barX()->sizeHint().height();
+    EXPECT_EQ(barY()->geometry(), QRect(120 - 5 - extentX, 5, extentX, 140 - 10 - extentY));
+    EXPECT_EQ(barX()->geometry(), QRect(5, 140 - 5 - extentY, 120 - 10 - extentX, extentY));
+}
+
+TEST_F(ScrollBars, TextWrapsBesideTheBar)
+{
+    guiHtmlText* text = addText(node, "one two three four five six seven eight nine ten one two three four five six");
+    layOut(150, 40, 0, 0);
+    ASSERT_NE(barY(), nullptr);
+    int const extent = barY()->sizeHint().width();
+    EXPECT_EQ(text->m.rect.width, 150 - extent);
+    EXPECT_EQ(text->m.rect.height, text->getHeightEstimate(static_cast<unsigned long>(150 - extent)));
+    EXPECT_EQ(node->getScroll().rangeY, static_cast<unsigned>(text->m.rect.height - 40));
+}
+
+TEST_F(ScrollBars, PageInNoWindowHasNone)
+{
+    guiHtml loose;
+    loose.m.scrollMode = kPolicyScroll;
+    addNode(&loose)->m.fixed.cxMin = 500;
+    loose.calcDynamicLayout();
+    loose.m.activeCx = 100;
+    loose.updateActiveWidths();
+    EXPECT_EQ(loose.getScroll().barX, nullptr);
+}
+
+TEST_F(ScrollBars, InnerScrollingNodeSettlesInOneLayout)
+{
+    content->m.scrollMode = kPolicyScroll;
+    requestWidth(content, kUnitPercent, 100);
+    requestHeight(content, kUnitPixels, 200);
+    guiHtmlText* text =
+        addText(content, "one two three four five six seven eight nine ten one two three four five six "
+                         "one two three four five six seven eight nine ten one two three four five six");
+    layOut(130, 100, 0, 0);
+    ASSERT_NE(barY(), nullptr);
+    guiRect const first = text->m.rect;
+    root.layOut(500, 500);
+    EXPECT_EQ(text->m.rect, first);
+}
+
+} // namespace
