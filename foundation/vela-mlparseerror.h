@@ -3,7 +3,7 @@
 
 #include "vela-string.h"
 
-enum mlParseErrorCode : int
+enum mlParseErrorCode
 {
     mlErrorUnexpectedSymbol = 0,
     mlErrorNoTagName = 1,

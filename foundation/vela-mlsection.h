@@ -11,7 +11,7 @@
 class mlParser;
 class mlSection;
 
-enum mlTagType : int
+enum mlTagType
 {
     mlTagOrdinary = 0,    ///< "<"
     mlTagDeclaration = 1, ///< "<!"

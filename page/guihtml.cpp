@@ -52,7 +52,7 @@ guiHtml::~guiHtml()
 {
     guiNodeWatch::nodeDestroyed(this);
     guiHtml::destroyChildWidget();
-    destroyTree(m.children, this);
+    releaseNodes(m.children, this);
     if (m.object)
         guiServices::unbindObject(m.object, this);
     leaveRegistry(this);
@@ -108,46 +108,63 @@ void guiHtml::copyFrom(guiHtml const& other)
 
 // Leaves go first, so that a node's parents are whole while it is destroyed; no recursion, since trees may be deep. The
 // last child goes before the first: the registry finds the newest nodes fastest.
-void guiHtml::destroyTree(guiChildList& children, guiHtml* owner)
+void guiHtml::destroyTree(guiHtml* node)
 {
     struct level
     {
         guiHtml* node;
         unsigned left; // children not destroyed yet
     };
-    auto levelOf = [](guiHtml* node) { return level{node, node->m.children.isShared() ? 0 : node->getChildCount()}; };
+    auto levelOf = [](guiHtml* at) { return level{at, at->m.children.isShared() ? 0 : at->getChildCount()}; };
 
-    if (children.isShared()) {
-        for (guiHtml* entry : children)
-            if (guiChildList::isNode(entry) && entry->m.parent == owner)
-                entry->m.parent = nullptr;
-        children.clear();
-        return;
-    }
-    std::vector<level> path{level{owner, children.size()}};
+    std::vector<level> path{levelOf(node)};
     while (!path.empty()) {
         level& top = path.back();
-        if (top.left > 0) {
-            guiHtml* entry = top.node->m.children[--top.left];
-            top.node->m.children.set(top.left, nullptr);
-            if (guiChildList::isNode(entry))
-                path.push_back(levelOf(entry));
+        if (top.left == 0) {
+            guiHtml* done = top.node;
+            path.pop_back();
+            delete done;
             continue;
         }
-        guiHtml* done = top.node;
-        path.pop_back();
-        if (!path.empty())
-            delete done;
+        guiHtml* entry = top.node->m.children[--top.left];
+        top.node->m.children.set(top.left, nullptr);
+        if (guiChildList::isNode(entry))
+            path.push_back(levelOf(entry));
     }
-    children.clear();
 }
 
+/// Destroys the nodes of a list, or, when another node shares it, only makes them forget `owner`.
+void guiHtml::releaseNodes(guiChildList& list, guiHtml* owner)
+{
+    bool isShared = list.isShared();
+    for (unsigned i = list.size(); i-- > 0;) {
+        guiHtml* entry = list[i];
+        if (!guiChildList::isNode(entry))
+            continue;
+        if (!isShared)
+            destroyTree(entry);
+        else if (entry->m.parent == owner)
+            entry->m.parent = nullptr;
+    }
+    list.clear();
+}
+
+// The widgets go first, and elements written in script hear of it: they may do anything to this node meanwhile.
 void guiHtml::destroyChildren()
 {
-    if (!m.children.isShared())
-        for (guiHtml* child : guiNodesOf(this))
-            child->destroyChildWidget();
-    destroyTree(m.children, this);
+    guiChildList doomed = m.children;
+    m.children.clear();
+    if (!doomed.isShared()) {
+        guiNodeWatch self(this);
+        for (guiHtml* entry : doomed)
+            if (guiChildList::isNode(entry))
+                entry->destroyChildWidget();
+        if (!self.alive())
+            for (guiHtml* entry : doomed)
+                if (guiChildList::isNode(entry))
+                    entry->m.parent = nullptr;
+    }
+    releaseNodes(doomed, this);
 }
 
 guiHtml* guiHtml::append(guiHtml* child)
@@ -226,8 +243,10 @@ void guiHtml::destroyChildWidget()
 {
     destroyScrollBars();
     guiServices::nodeLosesWidget(this);
-    if (m.children.isShared())
+    if (m.children.isShared() || getChildCount() == 0)
         return;
-    for (guiHtml* child : guiNodesOf(this))
-        child->destroyChildWidget();
+    guiNodeWatch self(this);
+    for (unsigned i = 0; self.alive() && i < getChildCount(); ++i)
+        if (guiChildList::isNode(getChild(i)))
+            getChild(i)->destroyChildWidget();
 }

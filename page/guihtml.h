@@ -306,7 +306,8 @@ private:
     rare_t& ensureRare();
     void copyFrom(guiHtml const& other);
     void destroyScrollBars();
-    static void destroyTree(guiChildList& children, guiHtml* owner);
+    static void destroyTree(guiHtml* node);
+    static void releaseNodes(guiChildList& list, guiHtml* owner);
 };
 
 /// Every node below `parent`'s level is visited by `for (guiHtml* child : guiNodesOf(parent))`: the children without
@@ -345,3 +346,14 @@ public:
 private:
     guiChildList const& m_list;
 };
+
+/// What Clone() does for a class whose operator= copies all of it.
+template <typename Node>
+guiHtml* guiCloneNode(Node& node, guiHtml* parent)
+{
+    auto* copy = new Node;
+    guiHtml& target = *copy;
+    target = node;
+    target.setParent(parent);
+    return copy;
+}

@@ -1,5 +1,56 @@
 // page/guihtmlload.cpp: gives a node its content from page text.
 #include "page/guihtml.h"
 
-// FIXME: the parser comes next.
-int guiHtml::setText(sstring const&, sstring const&) { return 0; }
+#include "foundation/vela-mlparser.h"
+#include "foundation/vela-textstream.h"
+#include "page/guihtmlparser.h"
+#include "page/guilayouthold.h"
+#include "page/guinodewatch.h"
+
+#include <QWidget>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+/// The text as UTF-16 in the machine's byte order, behind a byte-order mark: a "charset" that the page names says how
+/// its file was encoded, not this.
+std::vector<unsigned char> toBytes(sstring const& text)
+{
+    constexpr unsigned short kByteOrderMark = 0xFEFF;
+    constexpr std::size_t kUnit = sizeof(unsigned short);
+    std::vector<unsigned char> bytes(kUnit * (std::size_t{text.getLength()} + 1));
+    std::memcpy(bytes.data(), &kByteOrderMark, kUnit);
+    std::memcpy(bytes.data() + kUnit, text.getUnicode(), kUnit * text.getLength());
+    return bytes;
+}
+
+} // namespace
+
+int guiHtml::setText(sstring const& content, sstring const& directory)
+{
+    guiLayoutHold hold;
+    guiNodeWatch self(this);
+    destroyChildren();
+    if (!self.alive())
+        return 0;
+    resetScroll();
+    m.tabOrderDirty = 1;
+
+    // Both a whole page and a part of one then have one element around everything.
+    std::vector<unsigned char> page = toBytes("<html>" + content + "</html>");
+    textstream stream(page.data(), static_cast<unsigned>(page.size()), 0);
+    mlParser markup(&stream);
+    guiHtmlParser parser(&markup, directory);
+    int result = parser.pullPage(this);
+
+    // Files pass content filters, which are scripts, and so are elements that go: this node may not outlive them.
+    dynamicLoad();
+    if (!self.alive())
+        return 0;
+    QWidget* widget = getTopLevelWidget();
+    if (widget && widget->isVisible())
+        onShow();
+    updateLayout(1);
+    return result;
+}

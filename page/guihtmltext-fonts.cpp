@@ -81,25 +81,14 @@ bool theTableIsHooked = false;
 
 // Never destroyed: a process may end without destroying its application object, and then no font may be touched any
 // more.
-fontTable& tableStorage()
-{
-    static fontTable& fonts = *new fontTable;
-    return fonts;
-}
-
-void clearWithApplication()
-{
-    guiTextFonts::clear();
-    theTableIsHooked = false; // the toolkit forgets its routines with each application object
-}
-
 fontTable& table()
 {
+    static fontTable& fonts = *new fontTable;
     if (!theTableIsHooked) {
         theTableIsHooked = true;
-        qAddPostRoutine(clearWithApplication);
+        qAddPostRoutine(guiTextFonts::clear);
     }
-    return tableStorage();
+    return fonts;
 }
 
 } // namespace
@@ -353,7 +342,8 @@ unsigned guiTextFonts::generation() { return theGeneration; }
 
 void guiTextFonts::clear()
 {
-    tableStorage() = fontTable();
+    table() = fontTable();
+    theTableIsHooked = false; // the toolkit forgets its routines with each application object
     ++theGeneration;
 }
 

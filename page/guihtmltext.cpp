@@ -22,13 +22,7 @@ guiHtml& guiHtmlText::operator=(guiHtml& other)
     return *this;
 }
 
-guiHtml* guiHtmlText::Clone(guiHtml* parent)
-{
-    auto* copy = new guiHtmlText;
-    copy->operator=(static_cast<guiHtml&>(*this));
-    copy->setParent(parent);
-    return copy;
-}
+guiHtml* guiHtmlText::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
 int guiHtmlText::paintText(QPainter* painter, guiRect* box, sstring const& text, int* widthOut)
 {

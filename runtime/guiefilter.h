@@ -108,8 +108,8 @@ struct guiIntEvent : guiBlockingEvent
 template <int id>
 struct guiTextEvent : guiBlockingEvent
 {
-    guiTextEvent(guiHtml* n, sstring const& t, int* r)
-        : guiBlockingEvent(static_cast<guiEventID>(id)), node(n), text(t), result(r)
+    guiTextEvent(guiHtml* n, sstring const& content, int* r)
+        : guiBlockingEvent(static_cast<guiEventID>(id)), node(n), text(content), result(r)
     {}
     guiHtml* node; // not owned
     sstring text;

@@ -159,8 +159,7 @@ TEST(StringBuffers, GrowthKeepsTextThatComesFromTheStringItself)
         text.append(text.getUnicode());
     EXPECT_EQ(text.getLength(), 10240u);
     EXPECT_EQ(text.subString(10230), "0123456789");
-    const sstring& itself = text;
-    text = itself;
+    text = text;
     EXPECT_EQ(text.getLength(), 10240u);
 }
 

@@ -20,11 +20,11 @@ int codeOfFormattingLength(unsigned int length)
     return 0;
 }
 
-sformat throughList(sformat& target, char const* format, ...)
+sformat throughList(sformat& target, sstring const& format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    target.vformat(sstring(format), arguments);
+    target.vformat(format, arguments);
     va_end(arguments);
     return target;
 }

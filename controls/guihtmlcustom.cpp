@@ -1,0 +1,15 @@
+// controls/guihtmlcustom.cpp: see guihtmlcustom.h.
+#include "controls/guihtmlcustom.h"
+
+guiHtml& guiHtmlCustom::operator=(guiHtml& other)
+{
+    guiHtml::operator=(other);
+    if (other.getType() != kTypeCustom)
+        return *this;
+    auto& custom = static_cast<guiHtmlCustom&>(other);
+    m_compName = custom.m_compName;
+    m_params = custom.m_params;
+    return *this;
+}
+
+guiHtml* guiHtmlCustom::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }

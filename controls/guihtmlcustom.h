@@ -1,0 +1,29 @@
+// controls/guihtmlcustom.h: an `object` element whose behaviour and drawing live in a script component.
+#pragma once
+
+#include "page/guihtml.h"
+
+#include <utility>
+#include <vector>
+
+class guiHtmlCustom : public guiHtml
+{
+public:
+    explicit guiHtmlCustom(guiHtml* parent = nullptr) : guiHtml(parent) {}
+
+    int getType() override { return kTypeCustom; }
+    using guiHtml::operator=;
+    guiHtml& operator=(guiHtml& other) override;
+    guiHtml* Clone(guiHtml* parent) override;
+
+    /// The component's name; makes its instance.
+    void setCompName(sstring const& name) { m_compName = name; }
+    sstring getCompName() const { return m_compName; }
+    /// Sets a property of the instance. After setCompName.
+    void setParam(sstring const& name, sstring const& value) { m_params.emplace_back(name, value); }
+    std::vector<std::pair<sstring, sstring>> const& getParams() const { return m_params; }
+
+private:
+    sstring m_compName;
+    std::vector<std::pair<sstring, sstring>> m_params;
+};

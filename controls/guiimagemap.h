@@ -1,0 +1,45 @@
+// controls/guiimagemap.h: areas of a picture that are links: the `map` element.
+#pragma once
+
+#include "foundation/vela-string.h"
+
+#include <QRegion>
+#include <memory>
+#include <vector>
+
+/// One `area`: a shape in the picture's own pixels and a link.
+class guiImageMapRegion
+{
+public:
+    /// A rectangle.
+    guiImageMapRegion(sstring const& link, int x, int y, int width, int height);
+    /// A circle around (cx, cy).
+    guiImageMapRegion(sstring const& link, int cx, int cy, int radius);
+    /// A polygon of `count` points, filled by the odd-even rule.
+    guiImageMapRegion(sstring const& link, int const* xs, int const* ys, int count);
+
+    /// The link when the point lies in the shape, else "".
+    sstring hitTest(int x, int y) const { return m_shape.contains(QPoint(x, y)) ? m_link : sstring(); }
+
+private:
+    QRegion m_shape;
+    sstring m_link;
+};
+
+class guiImageMap
+{
+public:
+    explicit guiImageMap(sstring const& name) : m_name(name) {}
+
+    sstring getName() const { return m_name; }
+    /// Stores a copy.
+    void addRegion(guiImageMapRegion const& region) { m_regions.push_back(region); }
+    unsigned getRegionCount() const { return static_cast<unsigned>(m_regions.size()); }
+    std::unique_ptr<guiImageMap> Clone() const { return std::make_unique<guiImageMap>(*this); }
+    /// The link of the first region, in the order of adding, that the point lies in and that has one; else "".
+    sstring hitTest(int x, int y) const;
+
+private:
+    sstring m_name;
+    std::vector<guiImageMapRegion> m_regions;
+};

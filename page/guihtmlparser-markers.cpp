@@ -1,0 +1,119 @@
+// page/guihtmlparser-markers.cpp: appends nodes, breaks and alignments to a child list.
+#include "page/guihtmlparser.h"
+
+#include "foundation/vela-mlparser.h"
+#include "page/guihtml.h"
+#include "page/guihtmltext.h"
+#include "page/guinumbers.h"
+#include "runtime/guihtmlframeset.h"
+
+namespace {
+
+guiHtml* lastEntry(guiHtml* parent)
+{
+    unsigned count = parent->getChildCount();
+    return count ? parent->getChild(count - 1) : nullptr;
+}
+
+/// Whether a break may stand at the end: only behind a node, never in a frameset, whose rows break by themselves.
+bool takesBreak(guiHtml* parent)
+{
+    return guiChildList::isNode(lastEntry(parent)) && parent->getType() != guiHtml::kTypeFrameset;
+}
+
+void placeInFrameset(guiHtmlFrameset* frameset, guiHtml* child)
+{
+    if (child->getType() == guiHtml::kTypeText)
+        return;
+    if (frameset->nextStartsRow() && guiChildList::isNode(lastEntry(frameset)))
+        frameset->appendMarker(kMarkerLineBreak);
+    frameset->placeNext(child);
+}
+
+guiAlignment applyMarker(guiHtml* entry, guiAlignment alignment)
+{
+    if (guiChildList::isNode(entry))
+        return alignment;
+    switch (guiChildList::toMarker(entry)) {
+    case kMarkerAlignLeft:
+        return kAlignLeft;
+    case kMarkerAlignCenter:
+        return kAlignCenter;
+    case kMarkerAlignRight:
+        return kAlignRight;
+    default:
+        return alignment;
+    }
+}
+
+} // namespace
+
+void guiHtmlParser::appendGuiHtml(guiHtml* parent, guiHtml* child)
+{
+    if (parent->getType() == guiHtml::kTypeFrameset)
+        placeInFrameset(static_cast<guiHtmlFrameset*>(parent), child);
+    parent->append(child);
+    child->m.useSystemFont = parent->m.useSystemFont;
+    child->m.textColor = parent->m.textColor;
+    child->m.linkColor = parent->m.linkColor;
+    child->m.activeLinkColor = parent->m.activeLinkColor;
+    if (m_fontCode.getLength())
+        child->setString(kStringFace, m_fontCode);
+    else if (parent->hasString(kStringFace))
+        child->setString(kStringFace, parent->getString(kStringFace));
+}
+
+void guiHtmlParser::appendParagraph(guiHtml* parent)
+{
+    unsigned count = parent->getChildCount();
+    guiHtml* last = lastEntry(parent);
+    if (count && last == guiChildList::fromMarker(kMarkerLineBreak))
+        parent->m.children.set(count - 1, guiChildList::fromMarker(kMarkerParagraph));
+    else if (takesBreak(parent))
+        parent->appendMarker(kMarkerParagraph);
+}
+
+void guiHtmlParser::appendLineBreak(guiHtml* parent)
+{
+    if (takesBreak(parent))
+        parent->appendMarker(kMarkerLineBreak);
+}
+
+void guiHtmlParser::appendAlignment(guiHtml* parent, guiAlignment alignment)
+{
+    parent->appendMarker(static_cast<guiMarker>(kMarkerAlignLeft + unsigned{alignment}));
+}
+
+// The markers that were looked at once are not looked at again: a page may have thousands of paragraphs in one node.
+guiAlignment guiHtmlParser::getCurrentAlignment(guiHtml* parent)
+{
+    for (std::size_t i = m_scopes.size(); i-- > 0;) {
+        scope_t& scope = m_scopes[i];
+        if (scope.parent != parent)
+            continue;
+        for (; scope.scanned < parent->getChildCount(); ++scope.scanned)
+            scope.last = applyMarker(parent->getChild(scope.scanned), scope.last);
+        return scope.last;
+    }
+    guiAlignment alignment = parent->m.alignX;
+    for (guiHtml* entry : parent->m.children)
+        alignment = applyMarker(entry, alignment);
+    return alignment;
+}
+
+void guiHtmlParser::pullLeafAlignment(guiHtml* parent, guiHtml* child)
+{
+    child->m.alignX = getCurrentAlignment(parent);
+}
+
+void guiHtmlParser::pullDivider(guiHtml* parent, mlSection* section)
+{
+    guiAlignment outer = getCurrentAlignment(parent);
+    guiAlignment own = outer;
+    readAlignment(pullAttr(section, "align"), &own);
+    if (own != outer)
+        appendAlignment(parent, own);
+    pullContent(parent, section);
+    if (own != outer)
+        appendAlignment(parent, outer);
+}

@@ -1,0 +1,195 @@
+// page/guihtmlparser-text.cpp: writes text and its formatting codes into text runs.
+#include "page/guihtmlparser.h"
+
+#include "foundation/vela-mlparser.h"
+#include "page/guihtml.h"
+#include "page/guihtmltext.h"
+#include "page/guinumbers.h"
+
+guiHtmlText* guiHtmlParser::getLastIfText(guiHtml* parent)
+{
+    unsigned count = parent->getChildCount();
+    if (count == 0)
+        return nullptr;
+    guiHtml* last = parent->getChild(count - 1);
+    bool isText = guiChildList::isNode(last) && last->getType() == guiHtml::kTypeText;
+    return isText ? static_cast<guiHtmlText*>(last) : nullptr;
+}
+
+guiHtmlText* guiHtmlParser::findOrCreateText(guiHtml* parent)
+{
+    if (guiHtmlText* last = getLastIfText(parent))
+        return last;
+    auto* run = new guiHtmlText;
+    appendGuiHtml(parent, run);
+    pullLeafAlignment(parent, run);
+    if (m_listDepth != 0)
+        run->editText() += sformat("[[>%ld]]", static_cast<long>(m_listDepth));
+    if (m_link.getLength())
+        openLink(parent);
+    return run;
+}
+
+void guiHtmlParser::pullTextItem(guiHtml* parent, mlSection* item)
+{
+    sstring& text = findOrCreateText(parent)->editText();
+    if (text.getLength() && item->hasLeadingSpace() && !m_suppressSpace)
+        appendSpace(text);
+    m_suppressSpace = false;
+    text += item->getData();
+}
+
+namespace {
+
+bool hasPair(unsigned short const* units, unsigned at, char which)
+{
+    return units[at] == which && units[at + 1] == which;
+}
+
+/// Where the opening code begins that ends at `end`; `end` itself when none ends there. Looks back no further than that
+/// code.
+unsigned startOfOpeningCode(unsigned short const* units, unsigned end)
+{
+    if (end < 4 || !hasPair(units, end - 2, ']'))
+        return end;
+    for (unsigned at = end - 3; at-- > 0;) {
+        if (hasPair(units, at, '['))
+            return units[at + 2] == '/' ? end : at;
+        if (hasPair(units, at, ']'))
+            return end;
+    }
+    return end;
+}
+
+} // namespace
+
+void guiHtmlParser::appendSpace(sstring& text)
+{
+    unsigned end = text.getLength();
+    unsigned short const* units = text.getUnicode();
+    unsigned at = end;
+    if (end >= 5)
+        for (unsigned start = startOfOpeningCode(units, at); start != at; start = startOfOpeningCode(units, at))
+            at = start;
+    if (at == end) {
+        text += ' ';
+        return;
+    }
+    sstring codes = text.subString(at);
+    text.setAt(at, (" " + codes).getUnicode());
+}
+
+sstring guiHtmlParser::pullText(mlSection* section)
+{
+    sstring text;
+    std::vector<std::pair<mlSection*, unsigned>> path{{section, 0}};
+    while (!path.empty()) {
+        mlSection* item = path.back().first->getChild(path.back().second++);
+        if (!item) {
+            path.pop_back();
+        } else if (item->isTag()) {
+            path.emplace_back(item, 0);
+        } else {
+            if (text.getLength() && item->hasLeadingSpace())
+                text += ' ';
+            text += item->getData();
+        }
+    }
+    return text;
+}
+
+namespace {
+
+/// The codes that an element writes before its content; each may be empty.
+struct formatting
+{
+    sstring style;
+    sstring font;
+};
+
+formatting readFont(mlSection* section)
+{
+    formatting codes;
+    codes.style = guiHtmlParser::convColorToHex(guiHtmlParser::pullAttr(section, "color"));
+    codes.font = guiHtmlParser::pullAttr(section, "face");
+    sstring size = guiHtmlParser::pullAttr(section, "size");
+    if (size.getLength())
+        codes.font += sformat(",%d", guiHtmlParser::toPointSize(guiToNumber(size)));
+    return codes;
+}
+
+formatting readFormatting(mlSection* section)
+{
+    if (section->isNamed("font"))
+        return readFont(section);
+    if (section->isNamed("sup"))
+        return {"b", ",8"};
+    if (section->isNamed("br"))
+        return {"br", ""};
+    if (section->isNamed("u"))
+        return {"u", ""};
+    bool isBold = section->isNamed("strong") || section->isNamed("b");
+    return {isBold ? "b" : "i", ""};
+}
+
+void writeCode(sstring& text, char const* opening, sstring const& code)
+{
+    if (code.getLength() == 0)
+        return;
+    text += opening;
+    text += code;
+    text += "]]";
+}
+
+} // namespace
+
+void guiHtmlParser::pullFormattingTag(guiHtml* parent, mlSection* section)
+{
+    formatting codes = readFormatting(section);
+    bool isBreak = section->isNamed("br");
+    bool isFont = section->isNamed("font");
+    if (isBreak)
+        m_suppressSpace = true;
+    sstring outerFont;
+    if (isFont) {
+        outerFont = m_fontCode;
+        if (codes.font.getLength())
+            m_fontCode = codes.font;
+    }
+    guiHtmlText* run = nullptr;
+    if (codes.style.getLength() || codes.font.getLength()) {
+        run = findOrCreateText(parent);
+        writeCode(run->editText(), "[[", codes.style);
+        writeCode(run->editText(), "[[", codes.font);
+    }
+    pullContent(parent, section);
+    if (run && !isBreak && getLastIfText(parent) == run) {
+        writeCode(run->editText(), "[[/", codes.font);
+        writeCode(run->editText(), "[[/", codes.style);
+    }
+    if (isFont)
+        m_fontCode = outerFont;
+}
+
+void guiHtmlParser::openLink(guiHtml* parent)
+{
+    if (guiHtmlText* run = getLastIfText(parent))
+        writeCode(run->editText(), "[[a ", m_link);
+}
+
+void guiHtmlParser::pullHyperlink(guiHtml* parent, mlSection* section)
+{
+    m_link = pullAttr(section, "href");
+    sstring target = pullAttr(section, "target");
+    if (target.getLength())
+        m_link = "{" + target + "}" + m_link;
+    openLink(parent);
+    pullContent(parent, section);
+    sstring bookmark = pullAttr(section, "name");
+    guiHtml* last = parent->getLastChild();
+    if (bookmark.getLength() && last)
+        last->setString(kStringBookmark, bookmark);
+    if (guiHtmlText* run = getLastIfText(parent))
+        run->editText() += "[[/a]]";
+    m_link = "";
+}

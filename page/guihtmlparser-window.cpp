@@ -1,0 +1,103 @@
+// page/guihtmlparser-window.cpp: applies a whole page to a node or a window.
+#include "page/guihtmlparser.h"
+
+#include "controls/guiimagemap.h"
+#include "foundation/vela-error.h"
+#include "foundation/vela-mlparser.h"
+#include "page/guinumbers.h"
+#include "runtime/gui.h"
+#include "runtime/guihtmlbase.h"
+
+/// Runs one step over the markup. Markup is parsed as far as it is asked for, so every look at it may meet a syntax
+/// error: it is logged once, and what was parsed before it stays.
+template <typename Step>
+void guiHtmlParser::guarded(Step step)
+{
+    try {
+        step();
+    } catch (mlParseError const& error) {
+        reportError(error.toEnglishString());
+    } catch (velaError const& error) {
+        reportError(error.getMessage() + "\n");
+    }
+}
+
+void guiHtmlParser::reportError(sstring const& message)
+{
+    if (!m_failed)
+        guiComponent::logError("guiHtmlParser::pullPage() - %s", message.c_str());
+    m_failed = true;
+}
+
+int guiHtmlParser::pullPage(guiHtml* node)
+{
+    bool isWindow = node->getType() == guiHtml::kTypeBase;
+    if (mlSection* section = openPage(node, isWindow ? static_cast<guiHtmlBase*>(node) : nullptr)) {
+        guarded([&] { pullBase(node, section); });
+        pullRestrict(node, section);
+        if (isWindow)
+            pullBorder(node, section);
+    }
+    return m_hasContent && !m_failed;
+}
+
+int guiHtmlParser::pullWindow(guiHtmlBase* window)
+{
+    if (mlSection* section = openPage(window, window)) {
+        pullBorder(window, section);
+        pullSizeInfo(window, section);
+        guarded([&] { pullBase(window, section); });
+    }
+    return m_hasContent && !m_failed;
+}
+
+/// Reads the whole markup, the window's title (if `window` is not null) and the node's colours, background and
+/// alignment. The section with the content, null when there is none.
+mlSection* guiHtmlParser::openPage(guiHtml* node, guiHtmlBase* window)
+{
+    guarded([&] { m_parser->fullParse(); });
+    if (window)
+        guarded([&] { pullTitle(window); });
+    mlSection* section = findContent();
+    m_hasContent = section != nullptr;
+    if (!section)
+        return nullptr;
+    pullDefaultColors(node, section);
+    pullBackground(node, section);
+    pullObjectAlignment(node, section);
+    return section;
+}
+
+mlSection* guiHtmlParser::findContent()
+{
+    mlSection* section = nullptr;
+    guarded([&] {
+        section = m_parser->findSection("body");
+        if (!section)
+            section = m_parser->findSection("html");
+    });
+    return section;
+}
+
+void guiHtmlParser::pullTitle(guiHtmlBase* window)
+{
+    if (mlSection* title = m_parser->findSection("title"))
+        window->setTitle(pullText(title));
+}
+
+void guiHtmlParser::pullBase(guiHtml* node, mlSection* section)
+{
+    m_depth = node->getDepth();
+    pullContent(node, section);
+    assignImageMap();
+}
+
+void guiHtmlParser::pullSizeInfo(guiHtmlBase* window, mlSection* section)
+{
+    auto pixels = [section](char const* name) { return guiToPixels(pullAttr(section, name)); };
+    window->setMinimumSize(pixels("minwidth"), pixels("minheight"));
+    window->setMaximumSize(pixels("maxwidth"), pixels("maxheight"));
+    window->setDefaultSize(pixels("width"), pixels("height"));
+    if (hasAttr(section, "noresize"))
+        window->setResizable(0);
+}

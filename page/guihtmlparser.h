@@ -1,0 +1,193 @@
+// page/guihtmlparser.h: builds the nodes of a page from its markup. Block elements become nodes and markers in the
+// child lists, character formatting becomes codes in the text runs. The sources go by idea: guihtmlparser.cpp walks the
+// content, -text.cpp writes runs and codes, -markers.cpp the breaks and alignments, -attributes.cpp reads what elements
+// share, -colors.cpp colours and font sizes, -blocks.cpp tables, rules and framesets, -controls.cpp the form controls,
+// -lists.cpp their entries, -objects.cpp objects, menus, images and maps, -window.cpp what a page says about its
+// window.
+#pragma once
+
+#include "foundation/vela-string.h"
+#include "page/guihtml.h"
+
+#include <memory>
+#include <vector>
+
+class guiHtmlBase;
+class guiHtmlControlFlex;
+class guiHtmlControlList;
+class guiHtmlControlMenu;
+class guiHtmlCustom;
+class guiHtmlForm;
+class guiHtmlFrameset;
+class guiHtmlImage;
+class guiHtmlText;
+class guiImageMap;
+class mlParser;
+class mlSection;
+
+/// Reads one page into one node. Takes time in proportion to the page. GUI thread.
+class guiHtmlParser
+{
+public:
+    /// `parser` (not owned) reads the page; `directory` is where the page's relative names start.
+    guiHtmlParser(mlParser* parser, sstring const& directory);
+    ~guiHtmlParser();
+    guiHtmlParser(guiHtmlParser const&) = delete;
+    guiHtmlParser& operator=(guiHtmlParser const&) = delete;
+
+    // ---- Whole pages ----
+
+    /// Reads the page into a node whose old content is gone: title (of a window), colours, background, alignment,
+    /// content, size and (of a window) border. 1, or 0 when the page has neither a body nor an html element or ends in
+    /// a syntax error, which is logged; what stands before the error is kept.
+    int pullPage(guiHtml* node);
+    /// Reads the page into a new window: title, colours, background, alignment, border, the window's sizes, content.
+    /// Result as above; the missing body or html is the caller's to log, see hasContent().
+    int pullWindow(guiHtmlBase* window);
+    /// Whether the page had a body or html element.
+    bool hasContent() const { return m_hasContent; }
+    /// Reads the content of the section into the node and binds image maps to the images that name them.
+    void pullBase(guiHtml* node, mlSection* section);
+
+    // ---- Content ----
+
+    /// Appends what the section contains to `parent`.
+    void pullContent(guiHtml* parent, mlSection* section);
+    /// The text in a section without any tags, each run of blanks as one.
+    sstring pullText(mlSection* section);
+    /// Whether an element only formats text.
+    static bool isFormattingTag(sstring const& name);
+
+    /// The value of an attribute, compared without regard to case: "" when absent, `bare` when it has no value.
+    static sstring pullAttr(mlSection* section, sstring const& name, sstring const& bare);
+    static sstring pullAttr(mlSection* section, char const* name, char const* bare = "1");
+    static bool hasAttr(mlSection* section, char const* name);
+    /// Stores the alignment that `value` names; 0 and nothing stored for any other word.
+    static bool readAlignment(sstring const& value, guiAlignment* out);
+
+    void appendGuiHtml(guiHtml* parent, guiHtml* child);
+    void appendParagraph(guiHtml* parent);
+    void appendLineBreak(guiHtml* parent);
+    void appendAlignment(guiHtml* parent, guiAlignment alignment);
+    /// The text run that text goes into next: the last entry, or a new one.
+    guiHtmlText* findOrCreateText(guiHtml* parent);
+    /// The last entry if it is a text run, else null.
+    static guiHtmlText* getLastIfText(guiHtml* parent);
+    /// Adds a blank at the end, but before codes that open a formatting there.
+    static void appendSpace(sstring& text);
+    guiAlignment getCurrentAlignment(guiHtml* parent);
+    void pullLeafAlignment(guiHtml* parent, guiHtml* child);
+
+    // ---- What elements share ----
+
+    static void pullName(guiHtml* node, mlSection* section);
+    /// One of the node's texts from the attribute `name`, if it is given.
+    static void pullString(guiHtml* node, mlSection* section, char const* name, guiNodeString which);
+    static void pullBorder(guiHtml* node, mlSection* section);
+    static void pullMouseEvents(guiHtml* node, mlSection* section);
+    static void pullBackground(guiHtml* node, mlSection* section);
+    static void pullRestrict(guiHtml* node, mlSection* section);
+    static void pullObjectAlignment(guiHtml* node, mlSection* section);
+    static void pullDefaultColors(guiHtml* node, mlSection* section);
+    static void pullTabIndex(guiHtml* node, mlSection* section);
+
+    // ---- Colours and sizes ----
+
+    /// "#RRGGBB" for one of the sixteen names, any other text unchanged.
+    static sstring convColorToHex(sstring const& color);
+    /// The colour of a name or of "#" and six hexadecimal digits; Black for anything else.
+    static guiColor convColorToStruct(sstring const& color);
+    /// Whether the text is a colour; stores it then.
+    static bool readColor(sstring const& color, guiColor* out);
+    /// Font size 1 to 7 in points; others count as the nearer end.
+    static int toPointSize(int size);
+
+private:
+    class level;
+    friend struct guiHtmlTags;
+    using reader = void (guiHtmlParser::*)(guiHtml*, mlSection*);
+
+    struct scope_t
+    {
+        guiHtml* parent;
+        unsigned scanned;  // entries of the child list looked at
+        guiAlignment last; // the alignment after those
+    };
+
+    // One element each; the content included.
+    bool pullItem(guiHtml* parent, mlSection* item);
+    void pullTextItem(guiHtml* parent, mlSection* item);
+    void pullUnknown(guiHtml* parent, mlSection* section);
+    void pullFormattingTag(guiHtml* parent, mlSection* section);
+    void pullHeading1(guiHtml* parent, mlSection* section);
+    void pullHeading2(guiHtml* parent, mlSection* section);
+    void pullHeading3(guiHtml* parent, mlSection* section);
+    void pullHeading(guiHtml* parent, mlSection* section, char const* codes);
+    void pullOwnParagraph(guiHtml* parent, mlSection* section);
+    void pullMenuList(guiHtml* parent, mlSection* section);
+    void pullListItem(guiHtml* parent, mlSection* section);
+    void pullParagraph(guiHtml* parent, mlSection* section);
+    void pullDiv(guiHtml* parent, mlSection* section);
+    void pullDivider(guiHtml* parent, mlSection* section);
+    void pullContentAndBreak(guiHtml* parent, mlSection* section);
+    void pullHyperlink(guiHtml* parent, mlSection* section);
+    void pullNothing(guiHtml* parent, mlSection* section);
+    void pullRuleTag(guiHtml* parent, mlSection* section);
+    void pullRule(guiHtml* node, mlSection* section);
+    void appendBlock(guiHtml* parent, guiHtml* block);
+    void pullTableTag(guiHtml* parent, mlSection* section);
+    void pullTable(guiHtml* node, mlSection* section);
+    void pullTableRow(guiHtml* parent, mlSection* section);
+    void pullTableCellTag(guiHtml* parent, mlSection* section);
+    void pullTableCell(guiHtml* node, mlSection* section);
+    void pullFormTag(guiHtml* parent, mlSection* section);
+    void pullTableForm(guiHtmlForm* form, mlSection* section);
+    void pullFrameset(guiHtml* parent, mlSection* section);
+    void pullFrameTag(guiHtml* parent, mlSection* section);
+    void pullFrame(guiHtml* node, mlSection* section);
+    void pullImageTag(guiHtml* parent, mlSection* section);
+    void pullImage(guiHtmlImage* image, mlSection* section);
+    void pullImageMap(guiHtml* parent, mlSection* section);
+    void pullImageMapArea(guiImageMap* map, mlSection* section);
+    void pullInput(guiHtml* parent, mlSection* section);
+    void pullInputButton(guiHtml* parent, mlSection* section);
+    void pullInputEdit(guiHtml* parent, mlSection* section);
+    void pullInputEditField(guiHtml* parent, mlSection* section);
+    void pullInputHidden(guiHtml* parent, mlSection* section);
+    void pullInputImage(guiHtml* parent, mlSection* section);
+    void pullInputList(guiHtml* parent, mlSection* section);
+    void pullInputListEntries(guiHtmlControlList* list, mlSection* section);
+    void pullObject(guiHtml* parent, mlSection* section);
+    void pullInputFlex(guiHtml* parent, mlSection* section, sstring const& kind);
+    void pullInputFlexEntries(guiHtmlControlFlex* flex, mlSection* section);
+    void pullObjectMenu(guiHtml* parent, mlSection* section);
+    void pullMenuItems(guiHtmlControlMenu* menu, mlSection* section);
+    void pullObjectParams(guiHtmlCustom* custom, mlSection* section);
+    void assignImageMap();
+
+    void pullControl(guiHtml* parent, guiHtml* control, mlSection* section);
+    void pullSizeInfo(guiHtmlBase* window, mlSection* section);
+    void openLink(guiHtml* parent);
+    template <typename Step>
+    void guarded(Step step);
+    void reportError(sstring const& message);
+    mlSection* openPage(guiHtml* node, guiHtmlBase* window);
+    mlSection* findContent();
+    void pullTitle(guiHtmlBase* window);
+    void warnOfDepth();
+
+    mlParser* m_parser;
+    sstring m_directory;
+    sstring m_link;     // "" outside a hyperlink
+    sstring m_fontCode; // "" outside a font element
+    unsigned m_listDepth = 0;
+    bool m_suppressSpace = false; // set by a line break, cleared by text
+    bool m_lastWasBlock = false;  // the item before was a block object
+    bool m_hasContent = false;
+    bool m_failed = false; // a syntax error was logged
+    bool m_warnedOfDepth = false;
+    unsigned m_depth = 0; // elements that are open, those around the page's node included
+    std::vector<scope_t> m_scopes;
+    std::vector<std::unique_ptr<guiImageMap>> m_maps;
+    std::vector<guiHtmlImage*> m_mappedImages; // not owned; those that ask for a map
+};

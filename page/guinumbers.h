@@ -1,0 +1,22 @@
+// page/guinumbers.h: numbers as pages write them, limited to what a layout can add up.
+#pragma once
+
+#include "foundation/vela-string.h"
+#include "page/guitypes.h"
+
+/// The number that the text begins with, after blanks; 0 when there is none. Beyond 32 bits it stays at the end of the
+/// range.
+int guiToNumber(sstring const& text);
+/// The same as a length: 0 to kMaxPixels.
+int guiToPixels(sstring const& text);
+
+/// A request as "120" (pixels) or "50%".
+struct guiLength
+{
+    guiSizeUnit unit;
+    unsigned value;
+};
+guiLength guiToLength(sstring const& text);
+
+/// Whether two texts are equal without regard to case; `word` is ASCII.
+bool guiIsWord(sstring const& text, char const* word);
