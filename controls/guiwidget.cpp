@@ -268,9 +268,24 @@ void guiWidget::showEvent(QShowEvent* event)
 {
     guiDispatch dispatch;
     QDialog::showEvent(event);
+    tellVisibility();
     refresh();
     if (htmlBase)
         htmlBase->onShow();
+}
+
+void guiWidget::hideEvent(QHideEvent* event)
+{
+    QDialog::hideEvent(event);
+    if (!event->spontaneous()) // a minimised window is still open to the user
+        tellVisibility();
+}
+
+/// A script that waits for the window to close goes by this.
+void guiWidget::tellVisibility()
+{
+    if (pGUI)
+        pGUI->onVisible(this, isVisible() || isPainting());
 }
 
 void guiWidget::closeEvent(QCloseEvent* event)
@@ -359,5 +374,6 @@ void guiWidget::endPaint()
         update(m_missed);
     }
     m_missed = QRegion();
+    tellVisibility();
     guiCallback_postNullEvent();
 }

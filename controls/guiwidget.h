@@ -53,6 +53,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
     // Beyond the toolkit's defaults: the pointer can leave the page without a move that this widget sees.
     void leaveEvent(QEvent* event) override;
@@ -71,6 +72,7 @@ private:
     void ensureBuffer();
     void paintThroughBuffer(QRegion const& region);
     void endPaint();
+    void tellVisibility();
 
     QRegion m_missed; // damage that arrived while the page was being painted
 };

@@ -1,19 +1,20 @@
-// page/guihtmlservices.cpp: see guihtmlservices.h.
+// page/guihtmlservices.cpp: see guihtmlservices.h. Without a component every answer is the neutral one.
 #include "page/guihtmlservices.h"
 
 #include "controls/guiwidget.h"
+#include "page/guihtml.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 
-bool guiServices::hasPageObject(guiHtmlBase* base) { return base && base->getPageObject(); }
+bool guiServices::hasPageObject(guiHtmlBase* base) { return base != nullptr && base->getPageObject() != nullptr; }
 
-// FIXME: nothing makes an object for a plain node yet; controls make theirs in getCustomObject().
+// FIXME: no class of node makes a script object of its own yet.
 ScriptObject* guiServices::buildCustomObject(guiHtml*) { return nullptr; }
 
-void guiServices::unbindObject(ScriptObject* object, guiHtml* node)
+void guiServices::unbindObject(ScriptObject* object, guiHtml*)
 {
-    if (pGUI && pGUI->findNode(object) == node)
+    if (pGUI != nullptr)
         pGUI->unbindObject(object);
 }
 
@@ -21,11 +22,11 @@ void guiServices::nodeLosesWidget(guiHtml* node) { guiWidget::forgetNode(node); 
 
 void guiServices::postTrigger(guiHtml* node)
 {
-    if (pGUI)
+    if (pGUI != nullptr)
         pGUI->getThread()->postTrigger(node);
 }
 
-sstring guiServices::enterControl(guiHtmlBase* base) { return base ? base->getEnterControl() : sstring(); }
-sstring guiServices::escapeControl(guiHtmlBase* base) { return base ? base->getEscapeControl() : sstring(); }
-int guiServices::enterOnRoot(guiHtmlBase* base) { return base ? base->onEnter() : 0; }
-int guiServices::menuHeight(guiHtmlBase* base) { return base ? base->getMenuHeight() : 0; }
+sstring guiServices::enterControl(guiHtmlBase* base) { return base != nullptr ? base->getEnterControl() : sstring(); }
+sstring guiServices::escapeControl(guiHtmlBase* base) { return base != nullptr ? base->getEscapeControl() : sstring(); }
+int guiServices::enterOnRoot(guiHtmlBase* base) { return base != nullptr ? base->onEnter() : 0; }
+int guiServices::menuHeight(guiHtmlBase* base) { return base != nullptr ? base->getMenuHeight() : 0; }

@@ -55,6 +55,8 @@ public:
     /// A top-level widget was made for the page `root`, or is going. GUI thread.
     void onOpen(guiWidget* widget, guiHtml* root);
     void onClose(guiWidget* widget);
+    /// The window is on the screen or being painted, or is not any more. GUI thread.
+    void onVisible(guiWidget* widget, bool isVisible);
     /// Whether the widget is among the open windows. Any thread.
     bool isWindowOpen(guiWidget* widget);
     /// Whether any window is open. Any thread.
@@ -91,8 +93,15 @@ public:
 
 private:
     bool isWaitedFor(guiWidget* widget);
+    void closeWindows();
 
-    struct runtime
+    struct window_t
+    {
+        guiHtml* root;  // not owned
+        bool isVisible; // shown or painting, see onVisible()
+    };
+
+    struct t_record
     {
         guiThread* thread = nullptr;                // owned
         rmutex* lock = nullptr;                     // owned
@@ -101,13 +110,14 @@ private:
 
     LibManager& m_manager;
     std::map<ScriptObject*, guiHtml*> m_nodes; // guarded by the component lock
-    runtime m_t;
+    t_record m_t;
     HostLoadFile* m_loadFile = nullptr;
     HostFormProp* m_formProp = nullptr;
     HostPlatform* m_platform = nullptr;
     std::atomic<ScriptObject*> m_session{nullptr};
     guiWidget* m_currentWindow = nullptr;     // GUI thread; not owned
-    std::map<guiWidget*, guiHtml*> m_windows; // guarded by the component lock
+    std::map<guiWidget*, window_t> m_windows; // guarded by the component lock
+    pevent* m_idle = nullptr;                 // owned; set when the last call into script has ended
     unsigned m_shutdownCount = 0;             // guarded by the component lock
 };
 

@@ -5,6 +5,10 @@
 #include "page/guihtml.h"
 #include "script/hostinterface.h"
 
+#include <atomic>
+#include <utility>
+#include <vector>
+
 class guiWidget;
 class QAbstractButton;
 class QButtonGroup;
@@ -27,6 +31,10 @@ enum guiWindowStyle : unsigned
 class guiHtmlBase : public guiHtml
 {
 public:
+    /// Size in pixels of a window for which neither page nor script asks for one.
+    static constexpr int kDefaultWidth = 480;
+    static constexpr int kDefaultHeight = 240;
+
     /// `page` is the window's script object, `data` its private slot, `form` its form object (none owned; all may be
     /// null for a page without script). `path`: full name of the page's file, "" when it has none.
     guiHtmlBase(ScriptObject* page, ScriptPrivate* data, ScriptObject* form, sstring const& path);
@@ -55,10 +63,10 @@ public:
     /// 0 fixes the window at its default size, which is derived from the limits when it is not set.
     void setResizable(int resizable);
     int getMinimumWidth() const { return m_minimumWidth; }
-    int getDefaultWidth() const { return m_defaultWidth; }
+    int getDefaultWidth() const { return m_defaultWidth != 0 ? m_defaultWidth : kDefaultWidth; }
     int getMaximumWidth() const { return m_maximumWidth; }
     int getMinimumHeight() const { return m_minimumHeight; }
-    int getDefaultHeight() const { return m_defaultHeight; }
+    int getDefaultHeight() const { return m_defaultHeight != 0 ? m_defaultHeight : kDefaultHeight; }
     int getMaximumHeight() const { return m_maximumHeight; }
     void setStyle(unsigned bits) { m_style = bits; }
     unsigned getStyle() const { return m_style; }
@@ -109,10 +117,10 @@ private:
     ScriptObject* m_form;
     std::atomic<guiWidget*> m_widget{nullptr}; // owned
     int m_minimumWidth = 0;
-    int m_defaultWidth = 480;
+    int m_defaultWidth = 0; // 0: nobody has set it yet, kDefaultWidth counts
     int m_maximumWidth = 0;
     int m_minimumHeight = 0;
-    int m_defaultHeight = 240;
+    int m_defaultHeight = 0; // the same
     int m_maximumHeight = 0;
     unsigned m_style = 0x87;
     ScriptValue* m_returnCode = nullptr;

@@ -82,6 +82,7 @@ private:
     static intptr_t threadMain(intptr_t self);
     void run();
     void dispatch(QEvent* event);
+    void dispatchSafely(QEvent* event);
     void waitOnScriptThread(std::atomic<int>& done);
     template <class Event, class... Arguments>
     void send(Arguments&&... arguments);

@@ -1,0 +1,342 @@
+// runtime/gui.cpp: the exported entry points and the component object.
+#include "runtime/gui.h"
+
+#include "controls/guiimage.h"
+#include "controls/guitoolkit.h"
+#include "controls/guiwidget.h"
+#include "foundation/threading.h"
+#include "foundation/vela-memmgr.h"
+#include "foundation/vela-textstream.h"
+#include "runtime/guicallback.h"
+#include "runtime/guicomponenthost.h"
+#include "runtime/guifilter.h"
+#include "runtime/guihtmlbase.h"
+#include "runtime/guithread.h"
+#include "script/guicontrol.h"
+#include "script/guisizepolicy.h"
+#include "script/guiwindow.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+guiComponent* pGUI = nullptr;
+
+namespace {
+
+struct componentClass
+{
+    const char* name;
+    int (*configure)(ScriptClass& scriptClass);
+};
+
+constexpr componentClass kClasses[] = {
+    {"GuiWindow", guiWindow_onConfigure},         {"GuiControl", guiControl_onConfigure},
+    {"GuiSizePolicy", guiSizePolicy_onConfigure}, {"GuiToolkit", guiToolkit_onConfigure},
+    {"GuiImage", guiImage_onConfigure},
+};
+
+const char* const kClassNames[] = {"GuiWindow", "GuiControl", "GuiSizePolicy", "GuiToolkit", "GuiImage", nullptr};
+
+template <class Service>
+Service* getService(LibManager& manager, const char* guid)
+{
+    return static_cast<Service*>(manager.getInterface(&guid));
+}
+
+void tellWindowState(guiHtml* root, int isOpen)
+{
+    guiHtmlBase* base = root != nullptr ? root->getBaseHtml() : nullptr;
+    if (base != nullptr && base->getPageObject() != nullptr)
+        base->getPageObject()->windowState(isOpen);
+}
+
+/// Holds the component lock for the length of a block.
+class componentLock
+{
+public:
+    explicit componentLock(guiComponent& component) : m_component(component) { m_component.enter(); }
+    ~componentLock() { m_component.leave(); }
+    componentLock(componentLock const&) = delete;
+    componentLock& operator=(componentLock const&) = delete;
+
+private:
+    guiComponent& m_component;
+};
+
+} // namespace
+
+int Init(LibManager& manager)
+{
+    if (pGUI != nullptr)
+        return 1;
+    MemMgr_Init();
+    pGUI = new guiComponent(manager);
+    return 1;
+}
+
+int Shutdown()
+{
+    if (pGUI == nullptr)
+        return 1;
+    pGUI->shutdownWait();
+    delete pGUI;
+    pGUI = nullptr;
+    MemMgr_CheckForLeaks();
+    MemMgr_ShutDown();
+    return 1;
+}
+
+const char* const* GetCompNames() { return kClassNames; }
+
+int ConfigCompClass(void*, const char* name, ScriptClass& scriptClass)
+{
+    if (name == nullptr)
+        return 0;
+    for (componentClass const& known : kClasses) {
+        if (stricmp8(reinterpret_cast<const unsigned char*>(name),
+                     reinterpret_cast<const unsigned char*>(known.name)) == 0)
+            return known.configure(scriptClass) != 0 ? 1 : 0;
+    }
+    return 0;
+}
+
+guiComponent::guiComponent(LibManager& manager) : hashlist<guiHtml>(kBuckets), m_manager(manager)
+{
+    guiHtml::setRegistry(this);
+    guiComponentHost_install();
+    m_t.thread = new guiThread(pthread_self());
+    m_t.lock = rmutex_create();
+    m_idle = pevent_create();
+    m_loadFile = getService<HostLoadFile>(manager, kHostLoadFileGuid);
+    m_formProp = getService<HostFormProp>(manager, kHostFormPropGuid);
+    m_platform = getService<HostPlatform>(manager, kHostPlatformGuid);
+    m_loadFile->attach();
+}
+
+guiComponent::~guiComponent()
+{
+    closeWindows();
+    if (ScriptObject* session = m_session.exchange(nullptr)) {
+        session->endSession();
+        m_platform->destroyObject(session);
+    }
+    m_loadFile->release();
+    rmutex_destroy(m_t.lock);
+    m_t.lock = nullptr; // the GUI thread runs a little longer, but nothing is shared with it any more
+    delete m_t.thread;
+    pevent_destroy(m_idle);
+    guiFilter_destroyAll();
+    guiHtml::setRegistry(nullptr);
+}
+
+/// Windows that the host left open go before the objects that their painting needs. Entered with the component lock
+/// held, which the GUI thread takes to close a window.
+void guiComponent::closeWindows()
+{
+    std::vector<guiHtml*> roots;
+    for (auto const& window : m_windows)
+        roots.push_back(window.second.root);
+    leave();
+    for (guiHtml* root : roots)
+        m_t.thread->callPageClose(static_cast<guiHtmlBase*>(root));
+    enter();
+}
+
+void guiComponent::enter()
+{
+    if (m_t.lock != nullptr)
+        rmutex_request(m_t.lock);
+}
+
+void guiComponent::leave()
+{
+    if (m_t.lock != nullptr)
+        rmutex_release(m_t.lock);
+}
+
+void guiComponent::setEngine(ScriptEngine* engine)
+{
+    m_t.engine.store(engine, std::memory_order_release);
+    if (engine == nullptr || getSession() != nullptr)
+        return;
+    ScriptObject* session = m_platform->createObject(engine);
+    session->beginSession(0);
+    m_session.store(session, std::memory_order_release);
+}
+
+ScriptPump* guiComponent::getPump() const
+{
+    ScriptEngine* engine = getEngine();
+    ScriptRuntime* scriptRuntime = engine != nullptr ? engine->getRuntime() : nullptr;
+    return scriptRuntime != nullptr ? scriptRuntime->getPump(0) : nullptr;
+}
+
+void guiComponent::setCurrentWindow(guiWidget* widget)
+{
+    if (widget == m_currentWindow)
+        return;
+    m_currentWindow = widget;
+    ScriptObject* session = getSession();
+    if (getEngine() == nullptr || session == nullptr)
+        return;
+    guiHtmlBase* root = widget != nullptr ? widget->htmlBase : nullptr;
+    ScriptValue* value = NewScriptValue();
+    if (root != nullptr && root->getPageObject() != nullptr)
+        value->setObject(root->getPageObject());
+    else
+        value->setNull();
+    session->setProperty("currentWindow", value);
+    DeleteScriptValue(value);
+}
+
+void guiComponent::onOpen(guiWidget* widget, guiHtml* root)
+{
+    {
+        componentLock lock(*this);
+        m_windows[widget] = {root, false};
+    }
+    tellWindowState(root, 1);
+}
+
+void guiComponent::onClose(guiWidget* widget)
+{
+    if (widget == m_currentWindow)
+        m_currentWindow = nullptr; // another window may get the same address
+    guiHtml* root = nullptr;
+    {
+        componentLock lock(*this);
+        auto found = m_windows.find(widget);
+        if (found == m_windows.end())
+            return;
+        root = found->second.root;
+        m_windows.erase(found);
+    }
+    tellWindowState(root, 0);
+}
+
+void guiComponent::onVisible(guiWidget* widget, bool isVisible)
+{
+    {
+        componentLock lock(*this);
+        auto found = m_windows.find(widget);
+        if (found == m_windows.end() || found->second.isVisible == isVisible)
+            return;
+        found->second.isVisible = isVisible;
+    }
+    if (!isVisible)
+        guiCallback_postNullEvent(); // whoever waits for the window looks again
+}
+
+bool guiComponent::isWindowOpen(guiWidget* widget)
+{
+    componentLock lock(*this);
+    return m_windows.count(widget) != 0;
+}
+
+bool guiComponent::hasOpenWindow()
+{
+    componentLock lock(*this);
+    return !m_windows.empty();
+}
+
+/// Whether a modal wait for this window goes on.
+bool guiComponent::isWaitedFor(guiWidget* widget)
+{
+    componentLock lock(*this);
+    auto found = m_windows.find(widget);
+    return found != m_windows.end() && found->second.isVisible;
+}
+
+void guiComponent::runPump(guiWidget* widget)
+{
+    if (getEngine() == nullptr)
+        return;
+    m_t.thread->forceEnable();
+    ScriptPump* pump = getPump();
+    if (pump == nullptr)
+        return;
+    if (widget == nullptr) {
+        pump->runOnce(0);
+        return;
+    }
+    while (isWaitedFor(widget))
+        pump->step();
+}
+
+textstream* guiComponent::loadTextStream(ScriptObject* relativeTo, sstring path)
+{
+    const void* data = nullptr;
+    unsigned length = 0;
+    if (!m_loadFile->readFile(relativeTo, path, &data, &length))
+        return nullptr;
+    // The host's bytes are its own and may go with its next read, so the stream gets a copy.
+    auto* copy = static_cast<unsigned char*>(std::malloc(length != 0 ? length : 1));
+    if (copy == nullptr)
+        return nullptr;
+    if (length != 0)
+        std::memcpy(copy, data, length);
+    return new textstream(copy, length, 1);
+}
+
+void guiComponent::bindObject(ScriptObject* object, guiHtml* node)
+{
+    componentLock lock(*this);
+    m_nodes[object] = node;
+}
+
+void guiComponent::unbindObject(ScriptObject* object)
+{
+    componentLock lock(*this);
+    m_nodes.erase(object);
+}
+
+guiHtml* guiComponent::findNode(ScriptObject* object)
+{
+    componentLock lock(*this);
+    auto found = m_nodes.find(object);
+    return found != m_nodes.end() ? found->second : nullptr;
+}
+
+void guiComponent::shutdownEnter()
+{
+    componentLock lock(*this);
+    ++m_shutdownCount;
+}
+
+void guiComponent::shutdownLeave()
+{
+    componentLock lock(*this);
+    if (m_shutdownCount != 0)
+        --m_shutdownCount;
+    if (m_shutdownCount == 0)
+        pevent_set(m_idle);
+}
+
+void guiComponent::shutdownWait()
+{
+    constexpr int kPollMs = 1000;
+    enter();
+    while (m_shutdownCount != 0) {
+        leave();
+        pevent_wait_timeout(m_idle, kPollMs); // a poll that the end of the last call cuts short
+        enter();
+    }
+}
+
+void guiComponent::logError(const char* format, ...)
+{
+    va_list arguments;
+    va_start(arguments, format);
+    std::vfprintf(stderr, format, arguments);
+    va_end(arguments);
+}
+
+ScriptObject* guiComponent::NewScriptObject() { return pGUI->m_platform->createObject(pGUI->getEngine()); }
+ScriptValue* guiComponent::NewScriptValue() { return pGUI->m_platform->createValue(pGUI->getEngine()); }
+ScriptArgs* guiComponent::NewScriptArgs() { return pGUI->m_platform->createArgs(pGUI->getEngine()); }
+void guiComponent::DeleteScriptObject(ScriptObject* object) { pGUI->m_platform->destroyObject(object); }
+void guiComponent::DeleteScriptValue(ScriptValue* value) { pGUI->m_platform->destroyValue(value); }
+void guiComponent::DeleteScriptArgs(ScriptArgs* args) { pGUI->m_platform->destroyArgs(args); }

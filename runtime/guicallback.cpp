@@ -1,0 +1,148 @@
+// runtime/guicallback.cpp: turns an event name into a call of a script method, from either thread.
+#include "runtime/guicallback.h"
+
+#include "foundation/pmutex.h"
+#include "page/guihtml.h"
+#include "runtime/gui.h"
+#include "runtime/guihtmlbase.h"
+#include "runtime/guithread.h"
+
+#include <atomic>
+
+namespace {
+
+/// One asynchronous call while its caller waits; lives in the caller's frame.
+struct asyncCall
+{
+    ScriptValue* result; // not owned
+    pevent* waiter;      // null when the GUI thread waits, in its own event loop
+    std::atomic<int> done{0};
+};
+
+unsigned findSeparator(sstring const& name, unsigned from)
+{
+    static const sstring separators("/\\");
+    return name.find_any(separators, from);
+}
+
+/// Waits for a call that runs on the script thread; the GUI keeps painting meanwhile.
+void waitForCall(asyncCall& call)
+{
+    guiThread* thread = pGUI->getThread();
+    if (call.waiter != nullptr) {
+        pevent_wait(call.waiter);
+        return;
+    }
+    while (call.done.load(std::memory_order_acquire) == 0)
+        thread->pumpOnce();
+}
+
+void callAndWait(ScriptObject* target, sstring const& method, ScriptArgs* args, ScriptValue* result)
+{
+    guiThread* thread = pGUI->getThread();
+    if (thread->isScriptThread()) {
+        target->callMethod(target, method, args, result);
+        return;
+    }
+    asyncCall call{result, thread->isGuiThread() ? nullptr : pevent_create()};
+    target->callMethodAsync(target, method, args, guiCallback_AsyncComplete, &call);
+    waitForCall(call);
+    if (call.waiter != nullptr)
+        pevent_destroy(call.waiter);
+}
+
+/// The argument list of an event: the source object, then what the event name carries. Returns the method's name.
+sstring buildArguments(ScriptEngine* engine, sstring const& name, ScriptObject* source, ScriptArgs* args)
+{
+    HostPlatform* platform = pGUI->getPlatform();
+    ScriptValue* scratch = platform->createValue(engine);
+    scratch->setObject(source);
+    args->append(scratch);
+    sstring method = guiCallback_ProcessEventName(name, args, scratch);
+    platform->destroyValue(scratch);
+    return method;
+}
+
+} // namespace
+
+sstring guiCallback_StripEventName(sstring name)
+{
+    unsigned end = findSeparator(name, 0);
+    return end == sstring::npos ? name : name.subString(0, end);
+}
+
+sstring guiCallback_ProcessEventName(sstring name, ScriptArgs* args, ScriptValue* scratch)
+{
+    unsigned separator = findSeparator(name, 0);
+    while (separator != sstring::npos && separator + 1 < name.getLength()) {
+        unsigned start = separator + 1;
+        separator = findSeparator(name, start);
+        unsigned count = separator == sstring::npos ? sstring::npos : separator - start;
+        scratch->setString(name.subString(start, count));
+        args->append(scratch);
+    }
+    return guiCallback_StripEventName(name);
+}
+
+int guiCallback_ShouldDisable(sstring name)
+{
+    static const char* const kLowLevel[] = {"eCreate",    "eDestroy",  "ePaint",     "eMouseMove",
+                                            "eMouseOver", "eMouseOut", "eMouseDown", "eMouseUp"};
+    for (const char* lowLevel : kLowLevel) {
+        if (istring(lowLevel) == name)
+            return 0;
+    }
+    return 1;
+}
+
+void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source, ScriptValue* result)
+{
+    guiThread* thread = pGUI->getThread();
+    int disable = guiCallback_ShouldDisable(guiCallback_StripEventName(name));
+    if (disable)
+        thread->disable();
+
+    HostPlatform* platform = pGUI->getPlatform();
+    ScriptArgs* args = platform->createArgs(target->getEngine());
+    sstring method = buildArguments(target->getEngine(), name, source, args);
+    guiHtmlBase* root = node != nullptr ? node->getBaseHtml() : nullptr; // its counter keeps it alive across the call
+    if (root != nullptr)
+        root->shutdownEnter();
+    callAndWait(target, method, args, result);
+    if (root != nullptr)
+        root->shutdownLeave();
+    platform->destroyArgs(args);
+
+    if (disable)
+        thread->enable();
+}
+
+sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source)
+{
+    ScriptValue* result = guiComponent::NewScriptValue();
+    guiCallback_CallEvent(node, target, name, source, result);
+    sstring text = result->isString() ? result->toString(0) : sstring();
+    guiComponent::DeleteScriptValue(result);
+    return text;
+}
+
+void guiCallback_AsyncComplete(ScriptValue& value, void* record)
+{
+    auto* call = static_cast<asyncCall*>(record);
+    *call->result = value;
+    if (call->waiter != nullptr) {
+        pevent_set(call->waiter);
+        return;
+    }
+    call->done.store(1, std::memory_order_release); // the record may be gone from here on
+    pGUI->getThread()->postNullEvent();
+}
+
+void guiCallback_postNullEvent()
+{
+    if (pGUI == nullptr)
+        return;
+    if (ScriptPump* pump = pGUI->getPump())
+        pump->wake();
+    pGUI->getThread()->postNullEvent();
+}

@@ -1,0 +1,98 @@
+// runtime/guicomponenthost.cpp: see guicomponenthost.h.
+#include "runtime/guicomponenthost.h"
+
+#include "foundation/vela-error.h"
+#include "foundation/vela-textstream.h"
+#include "page/guipagehost.h"
+#include "runtime/gui.h"
+#include "runtime/guicallback.h"
+#include "runtime/guifilter.h"
+#include "runtime/guihtmlbase.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QPixmap>
+#include <memory>
+
+namespace {
+
+constexpr unsigned kPathUnits = 1024; // room for a full name, which the host may write in place
+constexpr int kMaxImageSide = 16384;  // pixels
+constexpr int kMaxImageMiB = 256;     // decoded
+
+ScriptObject* pageOf(guiHtmlBase* root) { return root ? root->getPageObject() : nullptr; }
+
+/// Decodes the bytes within the limits for pictures of untrusted origin.
+bool decode(void const* data, unsigned length, QPixmap& image)
+{
+    QByteArray bytes = QByteArray::fromRawData(static_cast<char const*>(data), static_cast<qsizetype>(length));
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer);
+    QImageReader::setAllocationLimit(kMaxImageMiB);
+    QSize size = reader.size();
+    if (size.width() > kMaxImageSide || size.height() > kMaxImageSide)
+        return false;
+    image = QPixmap::fromImageReader(&reader);
+    return !image.isNull();
+}
+
+class componentHost : public guiPageHost
+{
+public:
+    int callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply) override
+    {
+        if (!target->hasMethod(guiCallback_StripEventName(event)))
+            return 0;
+        reply = guiCallback_CallEvent(node, target, event, target); // handlers learn which object the event came from
+        return 1;
+    }
+
+    sstring resolvePath(guiHtmlBase* root, sstring const& path) override
+    {
+        sstring full = path;
+        full.setSize(kPathUnits);
+        pGUI->getLoadFile()->resolvePath(pageOf(root), full);
+        return full;
+    }
+
+    int readText(guiHtmlBase* root, sstring const& path, sstring& text) override
+    {
+        try {
+            std::unique_ptr<textstream> stream(pGUI->loadTextStream(pageOf(root), path));
+            if (!stream)
+                return 0;
+            text = stream->toString();
+            return 1;
+        } catch (velaError const&) {
+            return 0; // no memory for it
+        }
+    }
+
+    int filterText(guiHtmlBase* root, sstring& name, sstring& text) override
+    {
+        ScriptObject* page = pageOf(root);
+        return guiFilter_load(page, name, text, page, root ? root->getFormObject() : nullptr);
+    }
+
+    int readImage(guiHtmlBase* root, sstring const& path, QPixmap& image) override
+    {
+        void const* data = nullptr;
+        unsigned length = 0;
+        if (!pGUI->getLoadFile()->readFile(pageOf(root), path, &data, &length)) {
+            guiComponent::logError("guiLoadImage() - failed to load image %s; file not found\n", path.c_str());
+            return 0;
+        }
+        if (decode(data, length, image))
+            return 1;
+        guiComponent::logError("guiLoadImage() - failed to load image %s; bad format\n", path.c_str());
+        return 0;
+    }
+};
+
+} // namespace
+
+void guiComponentHost_install()
+{
+    static componentHost host;
+    guiPageHost::install(&host);
+}

@@ -1,0 +1,86 @@
+// runtime/guiefilter.cpp: the application's input filter, and how a blocking event tells its poster that it is done.
+#include "runtime/guiefilter.h"
+
+#include "runtime/guicallback.h"
+
+namespace {
+
+void decrementAboveZero(std::atomic<unsigned>& counter)
+{
+    unsigned value = counter.load();
+    while (value != 0 && !counter.compare_exchange_weak(value, value - 1)) {}
+}
+
+bool isMouseInput(QEvent::Type type)
+{
+    switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TouchCancel:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isKeyInput(QEvent::Type type)
+{
+    constexpr int kActivateControl = 80;
+    constexpr int kDeactivateControl = 81;
+    switch (static_cast<int>(type)) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case kActivateControl:
+    case kDeactivateControl:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+void guiEventFilter::activate() { ++m_inputBlock; }
+void guiEventFilter::deactivate() { decrementAboveZero(m_inputBlock); }
+void guiEventFilter::activateMM() { ++m_mouseMoveBlock; }
+void guiEventFilter::deactivateMM() { decrementAboveZero(m_mouseMoveBlock); }
+
+void guiEventFilter::forceDeactivate()
+{
+    m_mouseMoveBlock = 0;
+    m_inputBlock = 0;
+}
+
+bool guiEventFilter::eventFilter(QObject* watched, QEvent* event)
+{
+    if (m_inputBlock != 0 && (isMouseInput(event->type()) || isKeyInput(event->type())))
+        return true;
+    if (m_mouseMoveBlock != 0 && event->type() == QEvent::MouseMove)
+        return true;
+    return QObject::eventFilter(watched, event);
+}
+
+void guiBlockingEvent::setWaiter(std::atomic<int>* done, pevent* waiter)
+{
+    m_done = done;
+    m_waiter = waiter;
+}
+
+void guiBlockingEvent::Finished()
+{
+    pevent* waiter = m_waiter; // the poster may return, and its frame be gone, as soon as the flag is set
+    if (m_done != nullptr)
+        m_done->store(1, std::memory_order_release);
+    if (waiter != nullptr)
+        pevent_set(waiter);
+    else
+        guiCallback_postNullEvent();
+}

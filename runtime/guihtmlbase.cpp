@@ -1,0 +1,277 @@
+// runtime/guihtmlbase.cpp: the page root: its window, and what script asks of it.
+#include "runtime/guihtmlbase.h"
+
+#include "controls/guiwidget.h"
+#include "foundation/threading.h"
+#include "foundation/vela-qt.h"
+#include "runtime/gui.h"
+#include "runtime/guicallback.h"
+#include "runtime/guithread.h"
+
+#include <QApplication>
+#include <QButtonGroup>
+#include <algorithm>
+
+namespace {
+
+/// The default size that a pair of limits suggests; `fallback` without limits.
+int middleOf(int minimum, int maximum, int fallback)
+{
+    if (minimum != 0 && maximum != 0)
+        return minimum + (maximum - minimum) / 2;
+    if (minimum != 0)
+        return minimum;
+    return maximum != 0 ? maximum : fallback;
+}
+
+void storeNonZero(int& target, int value)
+{
+    if (value != 0)
+        target = value;
+}
+
+/// What the style bits ask of the window manager, for a window that can be resized.
+Qt::WindowFlags flagsFromStyle(unsigned style)
+{
+    Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint;
+    if (style & guiStyleMinimize)
+        flags |= Qt::WindowMinimizeButtonHint;
+    if (style & guiStyleMaximize)
+        flags |= Qt::WindowMaximizeButtonHint;
+    constexpr unsigned kNeedsSystemMenu =
+        guiStyleMinimize | guiStyleMaximize | guiStyleSystemMenu | guiStyleSystemMenuOnly;
+    if (style & kNeedsSystemMenu)
+        flags |= Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+    if (style & guiStyleContextHelp)
+        flags |= Qt::WindowContextHelpButtonHint;
+    if (style & guiStyleStaysOnTop)
+        flags |= Qt::WindowStaysOnTopHint;
+    if ((flags & Qt::WindowSystemMenuHint) || (style & guiStyleTitle))
+        flags |= Qt::WindowTitleHint;
+    return flags;
+}
+
+/// A window of one size has a dialog frame and no buttons that would change the size.
+Qt::WindowFlags fixedFrame(Qt::WindowFlags flags)
+{
+    flags &= ~(Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint);
+    return flags | Qt::MSWindowsFixedSizeDialogHint;
+}
+
+} // namespace
+
+guiHtmlBase::guiHtmlBase(ScriptObject* page, ScriptPrivate* data, ScriptObject* form, sstring const& path)
+    : m_page(page), m_pagePrivate(data), m_form(form)
+{
+    setString(kStringFile, path);
+    if (m_page != nullptr)
+        m_returnCode = m_page->getEngine()->makeValue();
+}
+
+guiHtmlBase::~guiHtmlBase()
+{
+    shutdownWait();
+    for (auto const& group : m_groups)
+        delete group.second;
+    if (m_returnCode != nullptr)
+        m_page->getEngine()->releaseValue(m_returnCode);
+    destroyChildren(); // while this is still the root that they ask for
+}
+
+guiWidget* guiHtmlBase::createWidget(int modal)
+{
+    if (guiWidget* existing = getWidget())
+        return existing;
+    bool isModal = modal != 0 && QApplication::activeWindow() != nullptr;
+    Qt::WindowFlags flags = flagsFromStyle(m_style);
+    if (isModal)
+        flags |= Qt::Dialog;
+    bool hasOneSize = m_minimumWidth != 0 && m_minimumWidth == m_maximumWidth && m_minimumHeight != 0 &&
+                      m_minimumHeight == m_maximumHeight;
+    if ((m_style & guiStyleDialogBorder) || hasOneSize)
+        flags = fixedFrame(flags);
+
+    auto* widget = new guiWidget(nullptr, "Tarn Components", isModal, flags);
+    widget->htmlBase = this;
+    m_widget.store(widget, std::memory_order_release);
+    if (pGUI != nullptr)
+        pGUI->onOpen(widget, this);
+    updateLayout(0);
+    applyLimits(widget);
+    widget->resize(getDefaultWidth(), getDefaultHeight());
+    return widget;
+}
+
+void guiHtmlBase::destroyWidget()
+{
+    guiWidget* widget = getWidget();
+    if (widget == nullptr)
+        return;
+    destroyChildWidget();
+    m_widget.store(nullptr, std::memory_order_release);
+    widget->deleteWhenSafe(); // tells the component, at the end of the paint if one is going on
+    guiCallback_postNullEvent();
+}
+
+void guiHtmlBase::setTitle(sstring const& title)
+{
+    m_title = title;
+    if (guiWidget* widget = getWidget())
+        widget->setWindowTitle(sstoq(title));
+}
+
+sstring guiHtmlBase::getTitle() const { return m_title; }
+
+void guiHtmlBase::setMinimumSize(int width, int height)
+{
+    storeNonZero(m_minimumWidth, width);
+    storeNonZero(m_minimumHeight, height);
+    if (guiWidget* widget = getWidget())
+        applyLimits(widget);
+}
+
+void guiHtmlBase::setMaximumSize(int width, int height)
+{
+    storeNonZero(m_maximumWidth, width);
+    storeNonZero(m_maximumHeight, height);
+    if (guiWidget* widget = getWidget())
+        applyLimits(widget);
+}
+
+void guiHtmlBase::applyLimits(QWidget* widget) const
+{
+    auto inRange = [](int size) { return std::clamp(size, 1, QWIDGETSIZE_MAX); };
+    if (m_minimumWidth != 0)
+        widget->setMinimumWidth(inRange(m_minimumWidth));
+    if (m_maximumWidth != 0)
+        widget->setMaximumWidth(inRange(m_maximumWidth));
+    if (m_minimumHeight != 0)
+        widget->setMinimumHeight(inRange(m_minimumHeight));
+    if (m_maximumHeight != 0)
+        widget->setMaximumHeight(inRange(m_maximumHeight));
+}
+
+void guiHtmlBase::setDefaultSize(int width, int height)
+{
+    storeNonZero(m_defaultWidth, width);
+    storeNonZero(m_defaultHeight, height);
+    if (guiWidget* widget = getWidget())
+        widget->resize(getDefaultWidth(), getDefaultHeight());
+}
+
+void guiHtmlBase::setResizable(int resizable)
+{
+    if (m_defaultWidth == 0)
+        m_defaultWidth = middleOf(m_minimumWidth, m_maximumWidth, kDefaultWidth);
+    if (m_defaultHeight == 0)
+        m_defaultHeight = middleOf(m_minimumHeight, m_maximumHeight, kDefaultHeight);
+    if (resizable != 0)
+        return;
+    setMinimumSize(m_defaultWidth, m_defaultHeight);
+    setMaximumSize(m_defaultWidth, m_defaultHeight);
+}
+
+sstring guiHtmlBase::getFocus()
+{
+    guiWidget* widget = getWidget();
+    QWidget* focused = widget != nullptr ? widget->focusWidget() : nullptr;
+    guiHtml* node = focused != nullptr ? findWidget(focused) : nullptr;
+    return node != nullptr ? node->getName() : sstring();
+}
+
+void guiHtmlBase::setFocus(sstring name)
+{
+    m_pendingFocus = name;
+    guiHtml* node = name.getLength() != 0 ? getNamed(name) : nullptr;
+    QWidget* control = node != nullptr ? node->getChildWidget() : nullptr;
+    if (control == nullptr)
+        return;
+    control->setFocus();
+    m_pendingFocus = sstring();
+}
+
+void guiHtmlBase::setReturnCode(ScriptValue& value)
+{
+    if (m_returnCode != nullptr)
+        *m_returnCode = value;
+}
+
+void guiHtmlBase::addToGroup(QAbstractButton* button, sstring const& group)
+{
+    istring wanted(group);
+    auto found =
+        std::find_if(m_groups.begin(), m_groups.end(), [&](auto const& known) { return wanted == known.first; });
+    if (found == m_groups.end()) {
+        m_groups.emplace_back(group, new QButtonGroup);
+        found = std::prev(m_groups.end());
+    }
+    found->second->addButton(button);
+}
+
+int guiHtmlBase::getMenuHeight() { return 0; }
+
+void guiHtmlBase::shutdownEnter()
+{
+    if (pGUI == nullptr)
+        return;
+    pGUI->enter();
+    pGUI->shutdownEnter();
+    ++m_shutdownCount;
+    pGUI->leave();
+}
+
+void guiHtmlBase::shutdownLeave()
+{
+    if (pGUI == nullptr)
+        return;
+    pGUI->enter();
+    if (m_shutdownCount != 0)
+        --m_shutdownCount;
+    pGUI->shutdownLeave();
+    pGUI->leave();
+}
+
+void guiHtmlBase::shutdownWait()
+{
+    constexpr unsigned kPollMs = 200;
+    if (pGUI == nullptr)
+        return;
+    pGUI->enter();
+    while (m_shutdownCount != 0) {
+        pGUI->leave();
+        // The call that is waited for may need the script thread, so that one serves it instead of sleeping.
+        ScriptPump* pump = pGUI->getThread()->isScriptThread() ? pGUI->getPump() : nullptr;
+        if (pump != nullptr)
+            pump->step();
+        else
+            millisleep(kPollMs);
+        pGUI->enter();
+    }
+    pGUI->leave();
+}
+
+QWidget* guiHtmlBase::getTopLevelWidget()
+{
+    return getParent() != nullptr ? getParent()->getTopLevelWidget() : getWidget();
+}
+
+guiHtmlBase* guiHtmlBase::getBaseHtml() { return getParent() != nullptr ? getParent()->getBaseHtml() : this; }
+
+/// Enter and Escape: closes the window for the name "X", else triggers the control of that name. Always 1: the key is
+/// used up.
+int guiHtmlBase::triggerNamed(sstring const& name)
+{
+    if (name.getLength() == 0)
+        return 1;
+    if (name == "X") {
+        pGUI->getThread()->postClose(this);
+        return 1;
+    }
+    sstring wanted(name);
+    if (guiHtml* node = getNamed(wanted))
+        pGUI->getThread()->postTrigger(node);
+    return 1;
+}
+
+int guiHtmlBase::onEnter() { return triggerNamed(m_enterControl); }
+int guiHtmlBase::onEscape() { return triggerNamed(m_escapeControl); }

@@ -1,0 +1,17 @@
+// script/guisizepolicy.h: the script class GuiSizePolicy: three constants that name what a node does with content
+// larger than itself.
+#pragma once
+
+#include "foundation/vela-string.h"
+#include "page/guitypes.h"
+#include "script/hostinterface.h"
+
+#include <optional>
+
+/// Declares the class. Always 1.
+int guiSizePolicy_onConfigure(ScriptClass& scriptClass);
+
+/// "SCROLL", "RESIZE" or "FIXED", exactly; nothing for any other word.
+std::optional<guiSizePolicy> guiSizePolicy_fromName(sstring const& name);
+/// The name of a policy, "RESIZE" for any other value.
+const char* guiSizePolicy_toName(guiSizePolicy policy);

@@ -1,0 +1,182 @@
+// script/guiwindow-methods.cpp: what the GuiWindow methods do on the GUI thread: check the arguments, then read or
+// change the page root. A window without a page gives each method's neutral result.
+#include "script/guiwindow-methods.h"
+
+#include "runtime/guihtmlbase.h"
+#include "script/guisizepolicy.h"
+#include "script/guiwindow.h"
+
+#include <optional>
+
+namespace {
+
+guiHtmlBase* rootOf(ScriptPrivate* data) { return GetWindow(guiWindow_getData(data)); }
+
+bool hasOneString(ScriptArgs& args) { return args.count() == 1 && args.get(0)->isString(); }
+
+/// A switch: no argument means on; one boolean or number is taken as it is; anything else is no switch.
+std::optional<int> switchArgument(ScriptArgs& args)
+{
+    if (args.count() == 0)
+        return 1;
+    if (args.count() != 1)
+        return std::nullopt;
+    ScriptValue* value = args.get(0);
+    if (value->isBool())
+        return value->toBool(0);
+    if (value->isNumber())
+        return value->toInt(0);
+    return std::nullopt;
+}
+
+void setSize(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(int width, int height))
+{
+    guiHtmlBase* root = rootOf(data);
+    bool areNumbers = args.count() == 2 && args.get(0)->isNumber() && args.get(1)->isNumber();
+    if (root != nullptr && areNumbers)
+        (root->*setter)(args.get(0)->toInt(0), args.get(1)->toInt(0));
+}
+
+void setName(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(sstring const& name))
+{
+    guiHtmlBase* root = rootOf(data);
+    if (root != nullptr && hasOneString(args))
+        (root->*setter)(args.get(0)->toString(0));
+}
+
+void getName(ScriptPrivate* data, ScriptArgs& args, ScriptValue& result, sstring (guiHtmlBase::*getter)() const)
+{
+    if (args.count() != 0)
+        return;
+    guiHtmlBase* root = rootOf(data);
+    result.setString(root != nullptr ? (root->*getter)() : sstring());
+}
+
+} // namespace
+
+void guiWindow_isOpen_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    guiHtmlBase* root = rootOf(data);
+    result.setBool(args.count() == 0 && root != nullptr && root->isOpen());
+}
+
+void guiWindow_isValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setBool(args.count() == 0 && rootOf(data) != nullptr);
+}
+
+void guiWindow_setReturnValue_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    guiHtmlBase* root = rootOf(data);
+    if (root != nullptr && args.count() == 1)
+        root->setReturnCode(*args.get(0));
+}
+
+void guiWindow_setMinimumSize_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    setSize(data, args, &guiHtmlBase::setMinimumSize);
+}
+
+void guiWindow_setMaximumSize_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    setSize(data, args, &guiHtmlBase::setMaximumSize);
+}
+
+void guiWindow_setDefaultSize_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    setSize(data, args, &guiHtmlBase::setDefaultSize);
+}
+
+void guiWindow_setResizable_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    guiHtmlBase* root = rootOf(data);
+    if (std::optional<int> on = switchArgument(args); on && root != nullptr)
+        root->setResizable(*on);
+}
+
+void guiWindow_useSystemFont_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    guiHtmlBase* root = rootOf(data);
+    if (std::optional<int> on = switchArgument(args); on && root != nullptr)
+        root->setUseSystemFont(*on);
+}
+
+void guiWindow_setTitle_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    setName(data, args, &guiHtmlBase::setTitle);
+}
+
+void guiWindow_getTitle_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    getName(data, args, result, &guiHtmlBase::getTitle);
+}
+
+void guiWindow_setFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    guiHtmlBase* root = rootOf(data);
+    if (root != nullptr && hasOneString(args))
+        root->setFocus(args.get(0)->toString(0));
+}
+
+void guiWindow_getFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    guiHtmlBase* root = rootOf(data);
+    if (args.count() == 0)
+        result.setString(root != nullptr ? root->getFocus() : sstring());
+}
+
+void guiWindow_setEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
+                                  ScriptValue& result)
+{
+    result.setNull();
+    setName(data, args, &guiHtmlBase::setEnterControl);
+}
+
+void guiWindow_getEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
+                                  ScriptValue& result)
+{
+    result.setNull();
+    getName(data, args, result, &guiHtmlBase::getEnterControl);
+}
+
+void guiWindow_setEscapeControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
+                                   ScriptValue& result)
+{
+    result.setNull();
+    setName(data, args, &guiHtmlBase::setEscapeControl);
+}
+
+void guiWindow_getEscapeControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
+                                   ScriptValue& result)
+{
+    result.setNull();
+    getName(data, args, result, &guiHtmlBase::getEscapeControl);
+}
+
+void guiWindow_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    guiHtmlBase* root = rootOf(data);
+    if (root == nullptr || !hasOneString(args))
+        return;
+    if (std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(args.get(0)->toString(0)))
+        root->setSizePolicy(*policy);
+}
+
+void guiWindow_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    guiHtmlBase* root = rootOf(data);
+    if (args.count() == 0)
+        result.setString(guiSizePolicy_toName(root != nullptr ? root->getSizePolicy() : kPolicyResize));
+}

@@ -1,0 +1,31 @@
+// script/guiwindow-methods.h: the GUI-thread halves of those GuiWindow methods that only read or change the page root.
+// Each first sets its result to null and does nothing more when the arguments have another number or type than it
+// takes.
+#pragma once
+
+#include "script/hostinterface.h"
+
+#define TARN_WINDOW_METHOD(name)                                                                                       \
+    void guiWindow_##name##_qt(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,         \
+                               ScriptValue& result)
+
+TARN_WINDOW_METHOD(isOpen);
+TARN_WINDOW_METHOD(isValid);
+TARN_WINDOW_METHOD(setReturnValue);
+TARN_WINDOW_METHOD(setMinimumSize);
+TARN_WINDOW_METHOD(setMaximumSize);
+TARN_WINDOW_METHOD(setDefaultSize);
+TARN_WINDOW_METHOD(setResizable);
+TARN_WINDOW_METHOD(useSystemFont);
+TARN_WINDOW_METHOD(setTitle);
+TARN_WINDOW_METHOD(getTitle);
+TARN_WINDOW_METHOD(setFocus);
+TARN_WINDOW_METHOD(getFocus);
+TARN_WINDOW_METHOD(setEnterControl);
+TARN_WINDOW_METHOD(getEnterControl);
+TARN_WINDOW_METHOD(setEscapeControl);
+TARN_WINDOW_METHOD(getEscapeControl);
+TARN_WINDOW_METHOD(setSizePolicy);
+TARN_WINDOW_METHOD(getSizePolicy);
+
+#undef TARN_WINDOW_METHOD

@@ -1,0 +1,278 @@
+// script/guiwindow.cpp: the GuiWindow class as script sees it: its table of methods, and the life of its record. What
+// the methods do on the GUI thread is in guiwindow-methods.cpp, loading in guiwindow-load.cpp.
+#include "script/guiwindow.h"
+
+#include "foundation/vela-comtypes.h"
+#include "runtime/gui.h"
+#include "runtime/guicallback.h"
+#include "runtime/guifilter.h"
+#include "runtime/guihtmlbase.h"
+#include "runtime/guithread.h"
+#include "script/guiwindow-methods.h"
+
+#include <cstring>
+
+namespace {
+
+/// The script-thread half of a method that only hands its call over.
+template <ScriptMethod onGuiThread>
+void handOver(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    pGUI->getThread()->callFunction(onGuiThread, manager, data, self, args, result);
+}
+
+constexpr ScriptMethod guiWindow_isOpen_script = handOver<guiWindow_isOpen_qt>;
+constexpr ScriptMethod guiWindow_isValid_script = handOver<guiWindow_isValid_qt>;
+constexpr ScriptMethod guiWindow_setReturnValue_script = handOver<guiWindow_setReturnValue_qt>;
+constexpr ScriptMethod guiWindow_setMinimumSize_script = handOver<guiWindow_setMinimumSize_qt>;
+constexpr ScriptMethod guiWindow_setMaximumSize_script = handOver<guiWindow_setMaximumSize_qt>;
+constexpr ScriptMethod guiWindow_setDefaultSize_script = handOver<guiWindow_setDefaultSize_qt>;
+constexpr ScriptMethod guiWindow_setResizable_script = handOver<guiWindow_setResizable_qt>;
+constexpr ScriptMethod guiWindow_useSystemFont_script = handOver<guiWindow_useSystemFont_qt>;
+constexpr ScriptMethod guiWindow_setTitle_script = handOver<guiWindow_setTitle_qt>;
+constexpr ScriptMethod guiWindow_getTitle_script = handOver<guiWindow_getTitle_qt>;
+constexpr ScriptMethod guiWindow_setFocus_script = handOver<guiWindow_setFocus_qt>;
+constexpr ScriptMethod guiWindow_getFocus_script = handOver<guiWindow_getFocus_qt>;
+constexpr ScriptMethod guiWindow_setEnterControl_script = handOver<guiWindow_setEnterControl_qt>;
+constexpr ScriptMethod guiWindow_getEnterControl_script = handOver<guiWindow_getEnterControl_qt>;
+constexpr ScriptMethod guiWindow_setEscapeControl_script = handOver<guiWindow_setEscapeControl_qt>;
+constexpr ScriptMethod guiWindow_getEscapeControl_script = handOver<guiWindow_getEscapeControl_qt>;
+constexpr ScriptMethod guiWindow_setSizePolicy_script = handOver<guiWindow_setSizePolicy_qt>;
+constexpr ScriptMethod guiWindow_getSizePolicy_script = handOver<guiWindow_getSizePolicy_qt>;
+
+// The methods below send blocking events of their own, or make script objects, so they run on the script thread.
+
+bool hasOneString(ScriptArgs& args) { return args.count() == 1 && args.get(0)->isString(); }
+
+void guiWindow_open_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    int modal = args.count() == 1 && args.get(0)->isBool() && args.get(0)->toBool(0);
+    result.setBool(guiWindow_open(data, modal));
+}
+
+/// Tells the page that its window stands; a page without the handler is not asked.
+void raisePostOpen(guiWindowData& record)
+{
+    static const sstring kPostOpen("ePostOpen");
+    if (!record.window->hasMethod(kPostOpen))
+        return;
+    ScriptValue* ignored = guiComponent::NewScriptValue();
+    guiCallback_CallEvent(record.root, record.window, kPostOpen, pGUI->getSession(), ignored);
+    guiComponent::DeleteScriptValue(ignored);
+}
+
+void guiWindow_show_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
+{
+    result.setNull();
+    guiWindowData* record = guiWindow_getData(data);
+    if (record == nullptr || record->root == nullptr || !guiWindow_open(data, 1))
+        return;
+    guiWidget* widget = record->root->getWidget(); // compared with the open windows only, never followed
+    raisePostOpen(*record);
+    if (widget != nullptr)
+        pGUI->runPump(widget);
+    if (ScriptValue* returned = record->root->getReturnCode())
+        result = *returned;
+}
+
+void guiWindow_close_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
+{
+    result.setNull();
+    guiWindow_close(data);
+}
+
+void guiWindow_load_script(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (hasOneString(args))
+        result.setBool(guiWindow_load(data, self, args.get(0)->toString(0)));
+}
+
+void guiWindow_loadFile_script(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                               ScriptValue& result)
+{
+    guiWindow_load_script(*static_cast<LibManager*>(&pGUI->getManager()), data, self, args, result);
+}
+
+void guiWindow_setText_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (!hasOneString(args))
+        return;
+    guiHtmlBase* root = GetWindow(guiWindow_getData(data));
+    result.setBool(root != nullptr && pGUI->getThread()->callSetText(root, args.get(0)->toString(0)));
+}
+
+void guiWindow_loadBackground_script(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                                     ScriptValue& result)
+{
+    result.setNull();
+    if (!hasOneString(args))
+        return;
+    guiHtmlBase* root = GetWindow(guiWindow_getData(data));
+    sstring path = args.get(0)->toString(0);
+    pGUI->getLoadFile()->resolvePath(self, path);
+    result.setBool(root != nullptr && pGUI->getThread()->callLoadBackground(root, path));
+}
+
+void guiWindow_control_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (hasOneString(args))
+        guiWindow_control(data, args.get(0)->toString(0), result);
+}
+
+/// Registers and removes content filters: a pattern alone removes, with a function or an object it adds.
+void guiWindow_onLoad_script(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (self != nullptr)
+        pGUI->setEngine(self->getEngine());
+    if (args.count() < 1 || !args.get(0)->isString())
+        return;
+    sstring pattern = args.get(0)->toString(0);
+    if (args.count() == 1) {
+        guiFilter_remove(pattern);
+    } else if (args.count() == 2 && args.get(1)->isFunction()) {
+        guiFilter_add(pattern, args.get(1));
+    } else if (args.count() == 2 && args.get(1)->isObject()) {
+        guiFilter_add(pattern, args.get(1)->toObject(0));
+    }
+}
+
+void guiWindow_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    pGUI->setEngine(self->getEngine());
+    auto* record = static_cast<guiWindowData*>(std::calloc(1, sizeof(guiWindowData)));
+    if (record == nullptr)
+        throw std::bad_alloc();
+    record->tag = kRecordTag;
+    record->window = self;
+    record->data = data;
+    record->form = guiComponent::NewScriptObject();
+    data->setData(kPrivateKey, record);
+    if (hasOneString(args))
+        guiWindow_load(data, self, args.get(0)->toString(0));
+    result.setBool(1);
+}
+
+/// The page tree belongs to the GUI thread, so it is deleted there. The root is the record's: script is done with it.
+void deleteRoot_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
+{
+    guiWindowData* record = guiWindow_getData(data);
+    record->root->destroyWidget();
+    delete record->root;
+    record->root = nullptr;
+}
+
+void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                         ScriptValue& result)
+{
+    guiWindowData* record = guiWindow_getData(data);
+    result.setBool(1);
+    if (record == nullptr)
+        return;
+    if (record->root != nullptr) {
+        record->root->shutdownWait(); // here, not on the GUI thread, which may be the one that is called from
+        pGUI->getThread()->callFunction(deleteRoot_qt, manager, data, self, args, result);
+    }
+    if (record->control != nullptr)
+        record->control->letGo();
+    guiComponent::DeleteScriptObject(record->form);
+    data->setData(kPrivateKey, nullptr);
+    std::memset(static_cast<void*>(record), 0xFE, sizeof *record); // a use after this shows itself
+    std::free(record);
+}
+
+struct methodEntry
+{
+    const char* name;
+    ScriptMethod method;
+};
+
+constexpr methodEntry kMethods[] = {
+    {"open", guiWindow_open_script},
+    {"show", guiWindow_show_script},
+    {"close", guiWindow_close_script},
+    {"isOpen", guiWindow_isOpen_script},
+    {"load", guiWindow_load_script},
+    {"setReturnValue", guiWindow_setReturnValue_script},
+    {"isValid", guiWindow_isValid_script},
+    {"setMinimumSize", guiWindow_setMinimumSize_script},
+    {"setMaximumSize", guiWindow_setMaximumSize_script},
+    {"setDefaultSize", guiWindow_setDefaultSize_script},
+    {"setResizable", guiWindow_setResizable_script},
+    {"setText", guiWindow_setText_script},
+    {"loadFile", guiWindow_loadFile_script},
+    {"loadBackground", guiWindow_loadBackground_script},
+    {"useSystemFont", guiWindow_useSystemFont_script},
+    {"setTitle", guiWindow_setTitle_script},
+    {"getTitle", guiWindow_getTitle_script},
+    {"setFocus", guiWindow_setFocus_script},
+    {"getFocus", guiWindow_getFocus_script},
+    {"setEnterControl", guiWindow_setEnterControl_script},
+    {"getEnterControl", guiWindow_getEnterControl_script},
+    {"setEscapeControl", guiWindow_setEscapeControl_script},
+    {"getEscapeControl", guiWindow_getEscapeControl_script},
+    {"setSizePolicy", guiWindow_setSizePolicy_script},
+    {"getSizePolicy", guiWindow_getSizePolicy_script},
+    {"control", guiWindow_control_script},
+};
+
+} // namespace
+
+int guiWindow_onConfigure(ScriptClass& scriptClass)
+{
+    scriptClass.setCreateHandler(guiWindow_onCreate);
+    scriptClass.setDestroyHandler(guiWindow_onDestroy);
+    for (methodEntry const& entry : kMethods)
+        scriptClass.addMethod(entry.name, entry.method);
+    scriptClass.addClassMethod("onLoad", guiWindow_onLoad_script);
+    return 1;
+}
+
+guiWindowData* guiWindow_getData(ScriptPrivate* data)
+{
+    if (data == nullptr)
+        return nullptr;
+    try {
+        auto* record = static_cast<guiWindowData*>(data->getData(kPrivateKey));
+        return record != nullptr && record->tag == kRecordTag ? record : nullptr;
+    } catch (...) {
+        return nullptr; // a host's slot that fails holds no record
+    }
+}
+
+guiHtmlBase* GetWindow(void* record)
+{
+    auto* window = static_cast<guiWindowData*>(record);
+    return window != nullptr && window->tag == kRecordTag ? window->root : nullptr;
+}
+
+guiHtml* GetControl(void* record, sstring& name)
+{
+    guiHtmlBase* root = GetWindow(record);
+    if (root == nullptr) {
+        guiComponent::logError("GuiWindow::GetControl() - invalid window data supplied for control %s (0x%08lX)\n",
+                               name.c_str(), static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(record)));
+        return nullptr;
+    }
+    if (name.getLength() == 0)
+        return root;
+    guiHtml* node = root->getNamed(name);
+    if (node == nullptr)
+        guiComponent::logError("GuiWindow::GetControl() - control %s not found in window\n", name.c_str());
+    return node;
+}
+
+int guiWindow_open(ScriptPrivate* data, int modal)
+{
+    guiHtmlBase* root = GetWindow(guiWindow_getData(data));
+    return root != nullptr ? pGUI->getThread()->callPageOpen(root, modal) : 0;
+}
+
+void guiWindow_close(ScriptPrivate* data)
+{
+    if (guiHtmlBase* root = GetWindow(guiWindow_getData(data)))
+        pGUI->getThread()->callPageClose(root);
+}

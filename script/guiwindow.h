@@ -1,0 +1,47 @@
+// script/guiwindow.h: the script class GuiWindow: a window that loads a page, shows it and gives a value back.
+#pragma once
+
+#include "foundation/vela-string.h"
+#include "script/hostinterface.h"
+
+#include <cstdint>
+
+class guiHtml;
+class guiHtmlBase;
+
+/// First word of every record that the component stores in a host's private slot.
+inline constexpr std::uint32_t kRecordTag = 0xfeedc0de;
+
+/// The private record of a GuiWindow object. Made and destroyed with it; script thread, read on the GUI thread during a
+/// call.
+struct guiWindowData
+{
+    std::uint32_t tag;
+    guiHtmlBase* root;           // owned; null until a page is loaded
+    ScriptObject* window;        // not owned: the record lives as long as it
+    ScriptPrivate* data;         // not owned
+    ScriptObject* form;          // owned
+    ScriptObject* control;       // kept; the control object chosen last
+    std::uintptr_t reservedWord; // always 0
+};
+
+/// Declares the class. Always 1.
+int guiWindow_onConfigure(ScriptClass& scriptClass);
+
+/// The record in a private slot, null when there is none or it has no tag.
+guiWindowData* guiWindow_getData(ScriptPrivate* data);
+
+/// The page root of a record, null without a page.
+guiHtmlBase* GetWindow(void* record);
+/// The node of this name in the window's page, the root for an empty name; null with a log line when there is none.
+guiHtml* GetControl(void* record, sstring& name);
+/// Publishes the record's control object as session property "currentControl", under this name.
+void SetCurrentControl(ScriptPrivate* data, sstring& name);
+
+/// Opens the window; 0 without a page. Script thread.
+int guiWindow_open(ScriptPrivate* data, int modal);
+void guiWindow_close(ScriptPrivate* data);
+/// Loads a page file, relative to the script that owns `relativeTo`. 1 or 0, with a log line. Script thread.
+int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path);
+/// Writes the control object of the named control into `out`, null when there is none. Script thread.
+void guiWindow_control(ScriptPrivate* data, sstring name, ScriptValue& out);
