@@ -1,0 +1,235 @@
+// Type definitions of tarn-gui: native windows whose content is a page in a small HTML.
+//
+// All methods run on the script thread and wait for the GUI thread; handlers and timers may run meanwhile. A method that is
+// called with other arguments than declared here does nothing and gives its neutral result. A method of a window or control
+// that is gone gives its neutral result as well.
+
+/** A value that the component hands to a handler or takes from one. `undefined` becomes `null`, a `bigint` a number. */
+export type Value = null | boolean | number | string | object;
+
+/** How an element deals with content larger than itself; also as constants of `GuiSizePolicy`. */
+export type SizePolicy = 'SCROLL' | 'RESIZE' | 'FIXED';
+
+/** Values of a window's controls by name. Assigning changes the control after the running handler has ended. */
+export interface Form {
+    [control: string]: any;
+}
+
+/** What the component says about itself; also the first argument of handlers that no element called. */
+export interface Session {
+    /** The window that was loaded or activated last. */
+    readonly currentWindow: GuiWindow | null;
+    /** The control that was chosen last. */
+    readonly currentControl: GuiControl | null;
+    /** The form of the window that was loaded last. */
+    readonly currentForm: Form | null;
+}
+
+/**
+ * A handler, as a method of a window, of a control or of a custom element: a link `event://onPick/3/red` calls
+ * `onPick(source, '3', 'red')`. A non-empty string that it returns is followed as a link. When it returns a promise, the
+ * call ends when the promise settles; user input other than mouse movements is ignored until then. What it throws is an
+ * uncaught error of the process.
+ */
+export type Handler = (source: any, ...args: string[]) => unknown;
+
+/** Takes the text of a page and returns what replaces it; an empty result leaves the page as it is. */
+export type PageFilter = (window: GuiWindow, text: string) => string | null | undefined | Promise<string | null | undefined>;
+
+/** Texts for the markers `@1`, `@2` and so on in a page. */
+export interface Messages {
+    /** Called with "AUTO" and the number; anything but a value leaves the marker as it is. */
+    getString(key: string): string | null | undefined;
+}
+
+/** A window whose content is a page. Handlers are methods of a subclass, or functions assigned to the object. */
+export class GuiWindow {
+    /**
+     * With a path, loads that page. A relative path starts at the folder of the script that makes the window;
+     * `vfs://name/path` lies in a folder that was registered with `tarn.mount`.
+     */
+    constructor(path?: string);
+
+    /**
+     * Registers a filter for pages whose name matches `pattern`: a function, or an object that knows messages. Without a
+     * filter, removes those of that pattern.
+     */
+    static onLoad(pattern: string, filter?: PageFilter | Messages): null;
+
+    /** Opens the window and returns. True when it is open. */
+    open(modal?: boolean): boolean;
+    /**
+     * Opens the window modally and returns when it is closed: the value set with `setReturnValue`, null without one.
+     * Timers, promises and I/O go on meanwhile.
+     */
+    show(): any;
+    /** Like `show()`, as a promise. */
+    showAsync(): Promise<any>;
+    close(): null;
+    isOpen(): boolean;
+    /** Whether a page was loaded. */
+    isValid(): boolean;
+
+    /** Loads a page into this window. */
+    load(path: string): boolean;
+    loadFile(path: string): boolean;
+    /** Replaces the content by this markup. */
+    setText(markup: string): boolean;
+    /** Replaces the background picture. */
+    loadBackground(path: string): boolean;
+
+    /** What `show()` returns when the window is closed. */
+    setReturnValue(value: Value | undefined): null;
+
+    /** Sizes in pixels; 0 leaves a direction as it was. */
+    setMinimumSize(width: number, height: number): null;
+    setMaximumSize(width: number, height: number): null;
+    setDefaultSize(width: number, height: number): null;
+    setResizable(resizable?: boolean | number): null;
+    useSystemFont(use?: boolean | number): null;
+    setSizePolicy(policy: SizePolicy): null;
+    getSizePolicy(): SizePolicy;
+
+    setTitle(title: string): null;
+    getTitle(): string;
+    /** Names of controls. */
+    setFocus(control: string): null;
+    getFocus(): string;
+    /** The control that the Enter key triggers; "X" closes the window. */
+    setEnterControl(control: string): null;
+    getEnterControl(): string;
+    /** The control that the Escape key triggers; "X" closes the window. */
+    setEscapeControl(control: string): null;
+    getEscapeControl(): string;
+
+    /** The control of that name, null when the page has none. Letters' case does not matter. */
+    control(name: string): GuiControl | null;
+
+    /** Called when `show()` or `showAsync()` has opened the window. */
+    ePostOpen?(session: Session): unknown;
+}
+
+/** What elements of a page have in common: controls, and the instances of custom elements. */
+export interface Element {
+    /** Replaces the background picture. */
+    loadBackground(path: string): boolean;
+    /** A picture: shows another file. Anything else: loads the content from a file. */
+    loadFile(path: string): boolean;
+    setText(text: string): boolean;
+    setCaption(text: string): null;
+    /** A movie: plays it. */
+    play(loop?: boolean | number): null;
+    enable(enabled?: boolean | number): null;
+    disable(): null;
+    isEnabled(): boolean;
+    setSizePolicy(policy: SizePolicy): null;
+    getSizePolicy(): SizePolicy;
+}
+
+/** One named element of a window's page. Survives the page: then its methods give their neutral results. */
+export class GuiControl implements Element {
+    constructor();
+    /** The window that holds the element. */
+    readonly window: GuiWindow;
+    /** The element's name in the page. */
+    readonly name: string;
+    /** The size on the screen, in pixels. */
+    readonly width: number;
+    readonly height: number;
+
+    loadBackground(path: string): boolean;
+    loadFile(path: string): boolean;
+    setText(text: string): boolean;
+    setCaption(text: string): null;
+    play(loop?: boolean | number): null;
+    enable(enabled?: boolean | number): null;
+    disable(): null;
+    isEnabled(): boolean;
+    setSizePolicy(policy: SizePolicy): null;
+    getSizePolicy(): SizePolicy;
+}
+
+/** The size policies. */
+export class GuiSizePolicy {
+    static readonly SCROLL: 'SCROLL';
+    static readonly RESIZE: 'RESIZE';
+    static readonly FIXED: 'FIXED';
+}
+
+/** A rectangle in pixels, from the upper left corner of a custom element. */
+export interface Rect {
+    left: number;
+    top: number;
+    width: number;
+    height: number;
+}
+
+/** Draws into a custom element, inside its `ePaint` only. Colours are names or "#RRGGBB"; "" is `color`, else black. */
+export class GuiToolkit {
+    constructor();
+    /** Alignments for `drawText`. */
+    readonly XLEFT: 0;
+    readonly XCENTER: 1;
+    readonly XRIGHT: 2;
+    /** What an empty colour stands for; black at the start of each `ePaint`. */
+    color: string;
+    /** The element's own area: left and top are 0. */
+    readonly rect: Rect;
+
+    fill(color: string, rect?: Rect): null;
+    drawLine(color: string, x1: number, y1: number, x2: number, y2: number, width: number): null;
+    drawImage(image: GuiImage, x: number, y: number): null;
+    drawImage(image: GuiImage, x: number, y: number, width: number, height: number): null;
+    drawImage(image: GuiImage, x: number, y: number, width: number, height: number, offsetX: number, offsetY: number): null;
+    drawText(text: string, rect?: Rect, align?: 0 | 1 | 2): null;
+    /** Asks for an `ePaint` of a part, or of everything. Also outside `ePaint`. */
+    repaint(rect?: Rect): null;
+    repaint(left: number, top: number, width: number, height: number): null;
+}
+
+/** A picture for `GuiToolkit.drawImage`. */
+export class GuiImage {
+    constructor();
+    /** The size of the picture in pixels, once one was loaded. */
+    readonly width: number;
+    readonly height: number;
+    loadFile(path: string): boolean;
+}
+
+/**
+ * What the instance of a custom element has when its handlers run: `class Gauge { ePaint() { … } }` together with
+ * `interface Gauge extends CustomElement {}`. The attributes `<param name value>` are properties too.
+ */
+export interface CustomElement extends Element {
+    readonly toolkit: GuiToolkit;
+    /** Where the mouse is, in pixels from the element's upper left corner. */
+    readonly mouse: { readonly x: number; readonly y: number };
+    readonly window: GuiWindow;
+    readonly name: string;
+    /** Pixels, or a text such as "50%". */
+    setSize(width: number | string, height?: number | string): null;
+}
+
+/** Handlers that a custom element may have. */
+export interface CustomElementHandlers {
+    eCreate?(session: Session): unknown;
+    eDestroy?(session: Session): unknown;
+    ePaint?(session: Session): unknown;
+    eMouseMove?(session: Session): unknown;
+    eMouseOver?(session: Session): unknown;
+    eMouseOut?(session: Session): unknown;
+    eMouseDown?(session: Session): unknown;
+    eMouseUp?(session: Session): unknown;
+}
+
+/** The session; its properties are null before the first window. */
+export const session: Session;
+
+/** Makes `<object classid="name">` an instance of `Class`. Letters' case does not matter. */
+export function register(name: string, Class: new () => object): void;
+
+/** Makes the files of `folder` readable as `vfs://name/…`. A relative folder starts at that of the calling script. */
+export function mount(name: string, folder: string): void;
+
+/** The text of the page that is being filtered for this form, "" when there was none. */
+export function pageText(form: Form): string;

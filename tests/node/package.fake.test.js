@@ -1,0 +1,90 @@
+'use strict';
+// The package from outside: its types, its lock file, and what it says when something is missing.
+
+const assert = require('node:assert/strict');
+const { execFileSync, spawnSync } = require('node:child_process');
+const fs = require('node:fs');
+const os = require('node:os');
+const path = require('node:path');
+const { test } = require('node:test');
+const { packageFolder, runScript, scratch } = require('./helpers.js');
+const { explain } = require(path.join(packageFolder, 'loader.js'));
+
+const compiler = path.join(packageFolder, 'node_modules', 'typescript', 'bin', 'tsc');
+
+function compile(file) {
+    const types = path.join(packageFolder, 'node_modules', '@types');
+    return spawnSync(process.execPath, [compiler, '--noEmit', '--strict', '--target', 'ES2022', '--module', 'commonjs',
+        '--moduleResolution', 'node', '--types', 'node', '--typeRoots', types, file], { encoding: 'utf8' });
+}
+
+test('the types compile with a sample that uses all of them', () => {
+    const { stdout, status } = compile(path.join(__dirname, 'types', 'sample.ts'));
+    assert.deepEqual([stdout, status], ['', 0]);
+});
+
+test('the types name exactly what the package exports', () => {
+    const text = fs.readFileSync(path.join(packageFolder, 'index.d.ts'), 'utf8');
+    const declared = [...text.matchAll(/^export (?:class|function|const) (\w+)/gm)].map((match) => match[1]);
+    assert.deepEqual(declared.sort(), Object.keys(require(packageFolder)).sort());
+});
+
+test('the lock file pins the packages and names no registry', () => {
+    const lock = fs.readFileSync(path.join(packageFolder, 'package-lock.json'), 'utf8');
+    assert.doesNotMatch(lock, /https?:/);
+    assert.match(lock, /"node-addon-api": "\d+\.\d+\.\d+"/);
+});
+
+test('the package is found from any folder', () => {
+    const out = execFileSync(process.execPath, ['-p', `require(${JSON.stringify(packageFolder)}).GuiWindow.name`],
+        { cwd: os.tmpdir(), encoding: 'utf8' });
+    assert.equal(out, 'GuiWindow\n');
+});
+
+const missing = (library) => `${library}: cannot open shared object file: No such file or directory`;
+
+test('a missing library is named together with its package', () => {
+    const expected = {
+        'libQt6Widgets.so.6': 'libqt6widgets6',
+        'libQt6Gui.so.6': 'libqt6gui6',
+        'libQt6Core.so.6': 'libqt6core6',
+        'libQt6Multimedia.so.6': 'libqt6multimedia6',
+        'libicuuc.so.72': 'libicu72',
+        'libxcb-cursor.so.0': 'libxcb-cursor0',
+        'libxcb.so.1': 'libxcb1',
+        'libstdc++.so.6': 'libstdc++6',
+    };
+    for (const [library, name] of Object.entries(expected)) {
+        assert.equal(explain(missing(library), 'the component'),
+            `tarn: the library ${library} is missing, which the component needs; install it with "apt-get install ${name}"`);
+    }
+    assert.match(explain(missing('libother.so.3'), 'the component'), /libother\.so\.3 is missing.*install the package that holds it/);
+    assert.equal(explain('undefined symbol: x', 'the component'), 'tarn: the component can not be loaded: undefined symbol: x');
+});
+
+test('a component that lacks a library ends the program with one clear sentence', async () => {
+    const source = path.join(scratch, 'lacking.c');
+    fs.writeFileSync(source, 'int answer(void); int Init(void) { return answer(); }');
+    fs.writeFileSync(path.join(scratch, 'answer.c'), 'int answer(void) { return 42; }');
+    const gone = path.join(scratch, 'libQt6Widgets.so.6');
+    execFileSync('cc', ['-shared', '-fPIC', '-Wl,-soname,libQt6Widgets.so.99', '-o', gone, path.join(scratch, 'answer.c')]);
+    const component = path.join(scratch, 'liblacking.so');
+    execFileSync('cc', ['-shared', '-fPIC', '-o', component, source, gone]);
+    const { code, stderr } = await runScript('', { env: { TARN_LIBRARY: component } });
+    assert.equal(code, 1);
+    assert.match(stderr, /Error: tarn: the library libQt6Widgets\.so\.99 is missing, which the component .* needs; install it with "apt-get install libqt6widgets6"/);
+});
+
+test('a component file that is no component is refused', async () => {
+    const { code, stderr } = await runScript('', { env: { TARN_LIBRARY: '/nowhere/libtarn.so' } });
+    assert.equal(code, 1);
+    assert.match(stderr, /Error: tarn: .*\/nowhere\/libtarn\.so/);
+});
+
+test('without a display a window says so', async () => {
+    const source = 'try { new tarn.GuiWindow(); } catch (error) { console.log(error.message); }';
+    const unset = await runScript(source, { env: { QT_QPA_PLATFORM: '', DISPLAY: '' } });
+    assert.equal(unset.stdout, 'new GuiWindow(): there is no display: the environment variable DISPLAY is not set\n');
+    const dead = await runScript(source, { env: { QT_QPA_PLATFORM: 'xcb', DISPLAY: ':93217' } });
+    assert.equal(dead.stdout, 'new GuiWindow(): there is no display: no X server answers at DISPLAY=:93217\n');
+});
