@@ -1,0 +1,97 @@
+// host/node/nodecomponent.cpp: loading, starting and ending the component.
+#include "host/node/nodecomponent.h"
+
+#include "host/node/display.h"
+#include "host/node/nodeclass.h"
+#include "host/node/nodeengine.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+NodeComponent& NodeComponent::the()
+{
+    static NodeComponent& component = *new NodeComponent(); // never destroyed: it is used until the process is gone
+    return component;
+}
+
+namespace {
+
+template <class Function>
+bool find(void* library, const char* name, Function& out)
+{
+    out = reinterpret_cast<Function>(dlsym(library, name));
+    return out != nullptr;
+}
+
+} // namespace
+
+std::string NodeComponent::load(std::string const& path)
+{
+    std::lock_guard lock(m_mutex);
+    if (m_library)
+        return {};
+    void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library)
+        return dlerror();
+    bool complete = find(library, "Init", m_init) && find(library, "Shutdown", m_shutdown) &&
+                    find(library, "GetCompNames", m_getCompNames) &&
+                    find(library, "ConfigCompClass", m_configCompClass);
+    if (!complete)
+        return path + " is not the component library: " + dlerror();
+    m_library = library;
+    return {};
+}
+
+bool NodeComponent::configure(NodeClass& scriptClass)
+{
+    return m_configCompClass(nullptr, scriptClass.name().c_str(), scriptClass) != 0;
+}
+
+std::string NodeComponent::ensureStarted(NodeEngine& engine)
+{
+    std::lock_guard lock(m_mutex);
+    if (isLive() && isOwnedBy(engine))
+        return {};
+    if (isLive())
+        return "another thread of this process has windows; only the thread that made the first one can make more";
+    if (m_state == State::Ended)
+        return "the window system of this process has ended";
+    auto problem = findDisplayProblem();
+    if (!problem.empty())
+        return problem;
+    m_owner = &engine;
+    m_init(engine.services());
+    // Registered after the component's libraries have registered theirs, so that it runs before them.
+    on_exit(onProcessExit, this);
+    m_state = State::Live;
+    return {};
+}
+
+void NodeComponent::end(NodeEngine& engine)
+{
+    if (!isLive() || !isOwnedBy(engine))
+        return;
+    engine.close();
+    if (engine.isInsideCall())
+        return;
+    engine.closeWindows();
+    engine.destroyInstances();
+    m_shutdown();
+    m_state = State::Ended;
+}
+
+/// The process ends and nobody has ended the component: the GUI thread still runs. The destructors of its libraries
+/// must not run beneath it, so the process leaves here, with what was written flushed.
+void NodeComponent::endWithoutComponent() { std::fflush(nullptr); }
+
+void NodeComponent::onProcessExit(int status, void* self)
+{
+    auto component = static_cast<NodeComponent*>(self);
+    if (!component->isLive())
+        return;
+    component->endWithoutComponent();
+    _exit(status);
+}

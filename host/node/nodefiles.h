@@ -1,0 +1,31 @@
+// host/node/nodefiles.h: from the file names of pages and scripts to files.
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <string>
+
+/// Names are UTF-8. Three forms: a full path; a path relative to the folder of the script that made the window; and
+/// "vfs://Name/path", a path inside a folder that was registered under that name. Any thread.
+class NodeFiles
+{
+public:
+    /// Where relative names start when the asking object has no folder of its own.
+    void setDefaultFolder(std::string folder);
+    /// Registers `folder` for names that begin with "vfs://" + `name` + "/".
+    void mount(std::string name, std::string folder);
+
+    /// The full path of a file; "" for a vfs:// name that is not registered or that leads out of its folder, links
+    /// followed.
+    std::string resolve(std::string const& folder, std::string const& name) const;
+
+    /// The whole file. False when it is no regular file, can not be read, or is 4 GiB and more.
+    static bool read(std::string const& path, std::string& bytes);
+
+private:
+    std::string resolveMounted(std::string const& rest) const;
+
+    mutable std::mutex m_mutex; // guards what follows
+    std::string m_defaultFolder;
+    std::map<std::string, std::string> m_mounts;
+};

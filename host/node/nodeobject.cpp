@@ -1,0 +1,334 @@
+// host/node/nodeobject.cpp: handles of script objects. What touches the interpreter is in nodeengine.cpp.
+#include "host/node/nodeobject.h"
+
+#include "host/node/nodeclass.h"
+#include "host/node/nodeengine.h"
+
+#include <utility>
+
+namespace {
+
+constexpr char16_t kWindowProperty[] = u"window"; // on controls and custom elements: the window they belong to
+
+} // namespace
+
+void* NodePrivate::getData(const char* key)
+{
+    std::lock_guard lock(m_mutex);
+    auto found = m_data.find(key);
+    return found == m_data.end() ? nullptr : found->second;
+}
+
+void NodePrivate::setData(const char* key, void* data)
+{
+    std::lock_guard lock(m_mutex);
+    m_data[key] = data;
+}
+
+NodeObject::NodeObject(NodeEngine& engine, Kind kind, NodeClass* scriptClass)
+    : m_engine(engine), m_kind(kind), m_class(scriptClass)
+{}
+
+NodeObject::~NodeObject()
+{
+    if (m_engine.pump().isClosed())
+        m_script.SuppressDestruct(); // the environment is going and takes its references along
+    for (auto& [name, entry] : m_table)
+        clearEntry(entry);
+    if (m_owner)
+        m_owner->unreference();
+}
+
+void NodeObject::unreference()
+{
+    if (m_references.fetch_sub(1, std::memory_order_acq_rel) != 1)
+        return;
+    if (m_engine.isScriptThread() || m_engine.pump().isClosed())
+        delete this;
+    else
+        m_engine.post([this] { delete this; }, [this] { delete this; });
+}
+
+void NodeObject::hold()
+{
+    reference();
+    if (m_holds.fetch_add(1, std::memory_order_acq_rel) != 0)
+        return;
+    settleSoon();
+}
+
+void NodeObject::release()
+{
+    if (m_holds.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        settleSoon();
+    unreference();
+}
+
+void NodeObject::settleSoon()
+{
+    reference();
+    m_engine.runOrPost([this] { settle(), unreference(); }, [this] { unreference(); });
+}
+
+void NodeObject::bind(Napi::Object object)
+{
+    m_script = Napi::ObjectReference::New(object, 0);
+    m_isFunction = object.IsFunction();
+    m_isBound = true;
+    m_isStrong = false;
+    settle();
+}
+
+Napi::Object NodeObject::script() const { return m_isBound ? m_script.Value() : Napi::Object(); }
+
+void NodeObject::unbind()
+{
+    m_isBound = false;
+    m_engine.untrack(*this);
+    settle();
+}
+
+void NodeObject::setOwner(NodeObject* owner)
+{
+    if (m_owner || owner == this)
+        return;
+    owner->reference();
+    {
+        std::lock_guard lock(m_mutex);
+        m_owner = owner;
+    }
+    if (m_isBound)
+        m_engine.tie(*owner, *this);
+    settle();
+}
+
+void NodeObject::settle()
+{
+    if (m_isBound && isStrong() != m_isStrong && !m_engine.pump().isClosed()) {
+        m_isStrong = !m_isStrong;
+        m_isStrong ? m_script.Ref() : m_script.Unref();
+    }
+    if (m_kind == Kind::Instance && !m_isBound && !isHeld())
+        destroyInstance();
+}
+
+void NodeObject::destroyInstance()
+{
+    if (std::exchange(m_isDestroyed, true))
+        return;
+    m_engine.removeInstance(*this);
+    m_class->destroy(*this);
+}
+
+std::string NodeObject::folder() const
+{
+    std::lock_guard lock(m_mutex);
+    if (!m_folder.empty() || !m_owner)
+        return m_folder;
+    return m_owner->folder();
+}
+
+void NodeObject::setFolder(std::string folder)
+{
+    std::lock_guard lock(m_mutex);
+    m_folder = std::move(folder);
+}
+
+bool NodeObject::readTable(std::u16string const& name, NodeValue& out) const
+{
+    std::lock_guard lock(m_mutex);
+    auto found = m_table.find(name);
+    if (found == m_table.end())
+        return false;
+    if (auto unheld = found->second.unheld)
+        out = NodeValue(ObjectHold(unheld));
+    else
+        out = found->second.value;
+    return true;
+}
+
+NodeObject::Entry NodeObject::makeEntry(NodeValue value) const
+{
+    auto object = value.object();
+    bool isWindow = m_kind == Kind::Instance && object && object->kind() == Kind::Instance;
+    if (!isWindow)
+        return {std::move(value), nullptr};
+    object->reference();
+    return {NodeValue(), object};
+}
+
+void NodeObject::clearEntry(Entry& entry)
+{
+    if (entry.unheld)
+        entry.unheld->unreference();
+    entry = Entry();
+}
+
+bool NodeObject::writeTable(std::u16string const& name, NodeValue value)
+{
+    Entry entry = makeEntry(std::move(value));
+    std::unique_lock lock(m_mutex);
+    auto [at, isNew] = m_table.try_emplace(name);
+    std::swap(at->second, entry);
+    lock.unlock();
+    clearEntry(entry); // may end an object: not under the lock
+    return isNew;
+}
+
+bool NodeObject::eraseTable(std::u16string const& name)
+{
+    std::unique_lock lock(m_mutex);
+    auto found = m_table.find(name);
+    if (found == m_table.end())
+        return false;
+    Entry entry = std::exchange(found->second, Entry());
+    m_table.erase(found);
+    lock.unlock();
+    clearEntry(entry);
+    return true;
+}
+
+std::vector<std::u16string> NodeObject::tableNames() const
+{
+    std::lock_guard lock(m_mutex);
+    std::vector<std::u16string> names;
+    for (auto& [name, entry] : m_table)
+        names.push_back(name);
+    return names;
+}
+
+std::u16string NodeObject::pageText() const
+{
+    std::lock_guard lock(m_mutex);
+    return m_pageText;
+}
+
+void NodeObject::setPageText(std::u16string text)
+{
+    std::lock_guard lock(m_mutex);
+    m_pageText = std::move(text);
+}
+
+std::map<std::u16string, ScriptMethod> NodeObject::ownMethods() const
+{
+    std::lock_guard lock(m_mutex);
+    return m_ownMethods;
+}
+
+bool NodeObject::hasOwnMethod(std::u16string const& name) const
+{
+    std::lock_guard lock(m_mutex);
+    return m_ownMethods.contains(name);
+}
+
+void NodeObject::publishMethods(std::shared_ptr<const MethodNames> names)
+{
+    std::lock_guard lock(m_mutex);
+    m_methodNames = std::move(names);
+}
+
+bool NodeObject::getProperty(sstring const& name, ScriptValue* out)
+{
+    auto text = toText(name);
+    auto& value = *static_cast<NodeValue*>(out);
+    if (m_kind != Kind::Script && readTable(text, value))
+        return true;
+    value.setNull();
+    bool found = false;
+    if (m_kind != Kind::Table && m_isBound)
+        m_engine.runAndWait([&] { found = m_engine.readScript(*this, text, value); });
+    return found;
+}
+
+void NodeObject::setProperty(sstring const& name, ScriptValue* value)
+{
+    auto text = toText(name);
+    NodeValue copy = value ? *static_cast<NodeValue*>(value) : NodeValue();
+    adoptWindow(text, copy);
+    if (m_kind != Kind::Script) {
+        if (writeTable(text, std::move(copy)) && m_kind == Kind::Instance)
+            m_engine.runOrPost([hold = ObjectHold(this), text] { hold->m_engine.defineAccessor(*hold.get(), text); });
+        return;
+    }
+    m_engine.runOrPost([hold = ObjectHold(this), text, copy] { hold->m_engine.writeScript(*hold.get(), text, copy); });
+}
+
+void NodeObject::adoptWindow(std::u16string const& name, NodeValue const& value)
+{
+    auto window = value.object();
+    if (name != kWindowProperty || m_kind == Kind::Table || !window || window->kind() != Kind::Instance)
+        return;
+    m_engine.runOrPost([hold = ObjectHold(this), owner = ObjectHold(window)] { hold->setOwner(owner.get()); });
+}
+
+void NodeObject::deleteProperty(sstring const& name)
+{
+    auto text = toText(name);
+    if (m_kind != Kind::Script)
+        eraseTable(text);
+    if (m_kind != Kind::Table)
+        m_engine.runOrPost([hold = ObjectHold(this), text] { hold->m_engine.eraseScript(*hold.get(), text); });
+}
+
+bool NodeObject::hasProperty(sstring const& name)
+{
+    NodeValue ignored;
+    return getProperty(name, &ignored);
+}
+
+void NodeObject::addMethod(sstring const& name, ScriptMethod method)
+{
+    auto text = toText(name);
+    {
+        std::lock_guard lock(m_mutex);
+        m_ownMethods[text] = method;
+    }
+    m_engine.runOrPost(
+        [hold = ObjectHold(this), text, method] { hold->m_engine.defineMethod(*hold.get(), text, method); });
+}
+
+int NodeObject::beginSession(int)
+{
+    m_engine.setSession(this);
+    return 1;
+}
+
+int NodeObject::endSession()
+{
+    m_engine.setSession(nullptr);
+    return 1;
+}
+
+void NodeObject::windowState(int isOpen) { m_engine.windowChanged(*this, isOpen != 0); }
+
+void NodeObject::callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result)
+{
+    auto& receiver = self ? *static_cast<NodeObject*>(self) : *this;
+    auto value = m_engine.callAndWait(*this, receiver, toText(name), static_cast<NodeArgs*>(args)->values());
+    if (result)
+        result->assign(value);
+}
+
+void NodeObject::callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
+                                 void* context)
+{
+    auto call = m_engine.addCall([done, context](NodeValue& value) { done(value, context); });
+    auto receiver = self ? static_cast<NodeObject*>(self) : this;
+    auto run = [hold = ObjectHold(this), receiver = ObjectHold(receiver), text = toText(name),
+                values = static_cast<NodeArgs*>(args)->values(),
+                call] { hold->m_engine.callScript(call, *hold.get(), *receiver.get(), text, values); };
+    m_engine.pump().post({std::move(run), {}, true});
+}
+
+bool NodeObject::hasMethod(sstring const& name)
+{
+    auto text = toText(name);
+    if (hasOwnMethod(text))
+        return true;
+    if (m_engine.isScriptThread() && m_isBound)
+        return m_engine.hasScriptMethod(*this, text);
+    std::lock_guard lock(m_mutex);
+    return m_methodNames && m_methodNames->contains(text);
+}
+
+ScriptEngine* NodeObject::getEngine() { return &m_engine; }

@@ -1,0 +1,177 @@
+// host/node/nodeobject.h: one script object as the component sees it: a handle that lives in C++ and has, for as long
+// as the interpreter cares, a JavaScript object on the other side.
+//
+// Three kinds. A Table is what the component creates for itself (session, form, rectangle): its properties lie here,
+// and script sees them through a proxy. An Instance belongs to one of the component's classes; properties that the
+// component sets lie here too and are accessors on the JavaScript side. A Script object is the application's own: its
+// properties live in the interpreter, and other threads ask the script thread for them.
+#pragma once
+
+#include "host/node/nodevalue.h"
+#include "script/hostinterface.h"
+
+#include <atomic>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <napi.h>
+
+class NodeClass;
+class NodeEngine;
+
+/// The private slot of one object. Any thread.
+class NodePrivate final : public ScriptPrivate
+{
+public:
+    void reserved1() override {}
+    void* getData(const char* key) override;
+    void reserved3() override {}
+    void reserved4() override {}
+    void setData(const char* key, void* data) override;
+
+private:
+    std::mutex m_mutex;
+    std::map<std::string, void*, std::less<>> m_data;
+};
+
+class NodeObject final : public ScriptObject
+{
+public:
+    enum class Kind
+    {
+        Table,
+        Instance,
+        Script
+    };
+    using MethodNames = std::set<std::u16string, std::less<>>;
+
+    /// Starts with one reference, the caller's. `scriptClass` only for an Instance.
+    NodeObject(NodeEngine& engine, Kind kind, NodeClass* scriptClass = nullptr);
+
+    // Lifetime. A reference keeps the handle; a hold is a reference that also keeps the JavaScript object. Any thread;
+    // what the last of them leaves to do travels to the script thread.
+    void reference() { m_references.fetch_add(1, std::memory_order_relaxed); }
+    void unreference();
+    void hold();
+    void release();
+    bool isHeld() const { return m_holds.load(std::memory_order_acquire) > 0; }
+
+    Kind kind() const { return m_kind; }
+    bool isFunction() const { return m_isFunction; }
+    NodeClass* scriptClass() const { return m_class; }
+    NodeEngine& engine() const { return m_engine; }
+
+    // The JavaScript side. Script thread only.
+    /// Ties the handle to `object`; the object must keep one reference of the handle until it is collected.
+    void bind(Napi::Object object);
+    /// The JavaScript object, empty when there is none.
+    Napi::Object script() const;
+    /// The JavaScript object was collected.
+    void unbind();
+    /// From now on `owner`'s JavaScript object keeps this one's, instead of the holds of the component: a window and
+    /// its controls refer to each other, and only the interpreter can tell when nobody else refers to either.
+    void setOwner(NodeObject* owner);
+    NodeObject* owner() const { return m_owner; }
+    /// Brings the strength of the reference to the JavaScript object in line with the holds, and ends an Instance that
+    /// nobody holds and no JavaScript object stands for.
+    void settle();
+    /// Runs the destroy handler of an Instance, once.
+    void destroyInstance();
+
+    /// The folder that relative file names start from: the object's own, its owner's, or "".
+    std::string folder() const;
+    void setFolder(std::string folder);
+
+    // The properties that lie here. Any thread.
+    bool readTable(std::u16string const& name, NodeValue& out) const;
+    /// True when the table had no such name before.
+    bool writeTable(std::u16string const& name, NodeValue value);
+    bool eraseTable(std::u16string const& name);
+    std::vector<std::u16string> tableNames() const;
+    /// The text handed over by HostFormProp::setPageText.
+    std::u16string pageText() const;
+    void setPageText(std::u16string text);
+
+    // Methods. Any thread.
+    std::map<std::u16string, ScriptMethod> ownMethods() const;
+    void publishMethods(std::shared_ptr<const MethodNames> names);
+
+    void reserved1() override {}
+    void reserved2() override {}
+    void reserved3() override {}
+    void reserved4() override {}
+    void reserved5() override {}
+    void reserved6() override {}
+    void reserved7() override {}
+    void reserved8() override {}
+    void reserved9() override {}
+    bool getProperty(sstring const& name, ScriptValue* out) override;
+    void setProperty(sstring const& name, ScriptValue* value) override;
+    void deleteProperty(sstring const& name) override;
+    bool hasProperty(sstring const& name) override;
+    void addMethod(sstring const& name, ScriptMethod method) override;
+    ScriptPrivate* getPrivate() override { return &m_private; }
+    void keep() override { hold(); }
+    void letGo() override { release(); }
+    int beginSession(int flags) override;
+    int endSession() override;
+    void windowState(int isOpen) override;
+    void reserved21() override {}
+    void reserved22() override {}
+    void reserved23() override {}
+    void callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result) override;
+    void reserved25() override {}
+    void callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
+                         void* context) override;
+    void reserved27() override {}
+    void reserved28() override {}
+    void reserved29() override {}
+    bool hasMethod(sstring const& name) override;
+    void reserved31() override {}
+    void reserved32() override {}
+    void reserved33() override {}
+    ScriptEngine* getEngine() override;
+
+private:
+    /// A property value. A window in the table of one of its controls is not held (see setOwner).
+    struct Entry
+    {
+        NodeValue value;
+        NodeObject* unheld = nullptr; // referenced
+    };
+
+    ~NodeObject();
+    Entry makeEntry(NodeValue value) const;
+    static void clearEntry(Entry& entry);
+    void settleSoon();
+    bool isStrong() const { return m_holds.load(std::memory_order_acquire) > 0 && !m_owner; }
+    void adoptWindow(std::u16string const& name, NodeValue const& value);
+    bool hasOwnMethod(std::u16string const& name) const;
+
+    NodeEngine& m_engine;
+    Kind const m_kind;
+    NodeClass* const m_class; // not owned
+    bool m_isFunction = false;
+    std::atomic<int> m_references{1};
+    std::atomic<int> m_holds{0};
+    std::atomic<bool> m_isBound{false}; // has a JavaScript object; changes on the script thread
+    NodePrivate m_private;
+
+    // Script thread.
+    Napi::ObjectReference m_script;
+    bool m_isStrong = false;
+    bool m_isDestroyed = false;
+
+    mutable std::mutex m_mutex; // guards what follows
+    std::string m_folder;
+    NodeObject* m_owner = nullptr; // referenced; set once, on the script thread
+    std::map<std::u16string, Entry> m_table;
+    std::map<std::u16string, ScriptMethod> m_ownMethods;
+    std::shared_ptr<const MethodNames> m_methodNames;
+    std::u16string m_pageText;
+};

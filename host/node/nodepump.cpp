@@ -1,0 +1,273 @@
+// host/node/nodepump.cpp: the queue and the wait.
+//
+// A wait has two stages. The GUI thread answers most calls within some microseconds, so the first stage is a plain
+// signal and the event loop is left alone. Only what takes longer, above all a modal show(), turns the loop: timers,
+// promises and I/O go on then. uv_run is entered again from inside its own callbacks; that is outside of what libuv
+// promises, yet its queues are made for callbacks that change them, and Node's timer lists and immediates expect it.
+// Two things need help: a loop without active handles runs no timers, so our handle counts as active meanwhile; and a
+// timer callback that waits has already disarmed the one timer that Node keeps, so script starts a new one ("kick").
+#include "host/node/nodepump.h"
+
+#include "host/node/nodeengine.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <chrono>
+
+namespace {
+
+constexpr int64_t kSignalWaitUs = 1000; // stage one; a call that the GUI thread answers at once takes 20 to 50
+constexpr int kStepMs = 50;             // a step lasts no longer
+constexpr int kEagerTurns = 64;         // after so many turns without sleep the loop gets kEagerSleepMs each time
+constexpr int kEagerSleepMs = 2;
+
+} // namespace
+
+NodePump::Wait::Wait(NodePump& pump) : m_pump(pump), m_hadKicked(pump.m_hasKicked), m_wasQuiet(pump.m_isQuiet)
+{
+    ++pump.m_waitDepth;
+    pump.m_hasKicked = pump.m_isQuiet = false;
+}
+
+NodePump::Wait::~Wait()
+{
+    --m_pump.m_waitDepth;
+    m_pump.m_hasKicked = m_hadKicked;
+    m_pump.m_isQuiet = m_wasQuiet;
+}
+
+void NodePump::start(uv_loop_t* loop)
+{
+    m_loop = loop;
+    uv_async_init(loop, &m_async, onAsync);
+    uv_prepare_init(loop, &m_prepare);
+    m_async.data = m_prepare.data = this;
+    m_openHandles = 2;
+    uv_unref(reinterpret_cast<uv_handle_t*>(&m_async));
+    uv_prepare_start(&m_prepare, onPrepare);
+    uv_unref(reinterpret_cast<uv_handle_t*>(&m_prepare));
+}
+
+void NodePump::stop(std::function<void()> closed)
+{
+    m_onStopped = std::move(closed);
+    {
+        std::lock_guard lock(m_mutex); // after this nobody sends to the handle
+        m_loop = nullptr;
+    }
+    auto onClosed = [](uv_handle_t* handle) {
+        auto self = static_cast<NodePump*>(handle->data);
+        if (--self->m_openHandles == 0)
+            self->m_onStopped();
+    };
+    uv_close(reinterpret_cast<uv_handle_t*>(&m_async), onClosed);
+    uv_close(reinterpret_cast<uv_handle_t*>(&m_prepare), onClosed);
+}
+
+void NodePump::post(NodeTask task)
+{
+    {
+        std::lock_guard lock(m_mutex);
+        if (!isClosed()) {
+            m_tasks.push_back(std::move(task));
+            rouse();
+            if (m_sleep != Sleep::OnSignal && m_loop)
+                uv_async_send(&m_async);
+            return;
+        }
+    }
+    if (task.cancel)
+        task.cancel();
+}
+
+void NodePump::close()
+{
+    std::deque<NodeTask> left;
+    {
+        std::lock_guard lock(m_mutex);
+        m_isClosed.store(true, std::memory_order_release);
+        left.swap(m_tasks);
+        rouse();
+    }
+    for (auto& task : left)
+        if (task.cancel)
+            task.cancel();
+}
+
+bool NodePump::take(NodeTask& task, bool handlersToo)
+{
+    std::lock_guard lock(m_mutex);
+    if (m_tasks.empty() || (m_tasks.front().callsHandler && !handlersToo))
+        return false;
+    task = std::move(m_tasks.front());
+    m_tasks.pop_front();
+    return true;
+}
+
+bool NodePump::runOne()
+{
+    NodeTask task;
+    if (!take(task, true))
+        return false;
+    task.run();
+    return true;
+}
+
+void NodePump::runBookKeeping()
+{
+    for (NodeTask task; take(task, false);)
+        task.run();
+}
+
+bool NodePump::hasWork() const
+{
+    std::lock_guard lock(m_mutex);
+    return !m_tasks.empty();
+}
+
+void NodePump::setAlive(bool alive)
+{
+    if (alive == m_isAlive || !m_loop)
+        return;
+    m_isAlive = alive;
+    auto handle = reinterpret_cast<uv_handle_t*>(&m_async);
+    alive ? uv_ref(handle) : uv_unref(handle);
+}
+
+/// Idle: each piece of work is a callback of its own for the interpreter, with its promises run behind it. While the
+/// script waits, the step that turned the loop runs the queue itself.
+void NodePump::onAsync(uv_async_t* handle)
+{
+    auto self = static_cast<NodePump*>(handle->data);
+    if (self->isWaiting())
+        return;
+    while (self->hasWork() && self->m_engine.dispatchOne()) {}
+    self->m_engine.updateAlive();
+}
+
+void NodePump::onPrepare(uv_prepare_t* handle)
+{
+    auto self = static_cast<NodePump*>(handle->data);
+    if (!self->isWaiting())
+        self->m_engine.onLoopTurn();
+}
+
+void NodePump::runOnce(int)
+{
+    runReady();
+    takeWake();
+}
+
+void NodePump::step()
+{
+    if (runReady() || takeWake())
+        return;
+    if (isClosed()) {
+        waitForSignal(kStepMs * 1000);
+        return;
+    }
+    if (!m_isQuiet && waitForSignal(kSignalWaitUs)) {
+        runReady();
+        return;
+    }
+    stepInLoop();
+}
+
+void NodePump::stepInLoop()
+{
+    bool wasAlive = m_isAlive;
+    setAlive(true); // a loop without active handles neither runs timers nor sleeps
+    turnLoop();
+    if (!runReady() && !takeWake()) {
+        waitInLoop();
+        turnLoop();
+        bool worked = runReady();
+        m_isQuiet = !takeWake() && !worked;
+    }
+    if (!wasAlive)
+        m_engine.updateAlive();
+}
+
+void NodePump::wake()
+{
+    std::lock_guard lock(m_mutex);
+    m_isWoken = true;
+    rouse();
+}
+
+/// Ends the wait of the script thread, if it waits. Under the lock.
+void NodePump::rouse()
+{
+    if (m_sleep == Sleep::OnSignal)
+        m_signal.notify_one();
+    else if (m_sleep == Sleep::InLoop && m_loop)
+        uv_async_send(&m_async);
+}
+
+bool NodePump::runReady()
+{
+    bool any = false;
+    while (runOne())
+        any = true;
+    m_isQuiet = m_isQuiet && !any;
+    return any;
+}
+
+bool NodePump::takeWake()
+{
+    std::lock_guard lock(m_mutex);
+    bool woken = m_isWoken;
+    m_isWoken = false;
+    m_isQuiet = m_isQuiet && !woken;
+    return woken;
+}
+
+bool NodePump::waitForSignal(int64_t microseconds)
+{
+    std::unique_lock lock(m_mutex);
+    m_sleep = Sleep::OnSignal;
+    bool roused = m_signal.wait_for(lock, std::chrono::microseconds(microseconds),
+                                    [this] { return m_isWoken || !m_tasks.empty(); });
+    m_sleep = Sleep::Awake;
+    m_isWoken = false;
+    return roused;
+}
+
+/// Sleeps until the loop has something to do, somebody wakes us, or the step's time is up.
+void NodePump::waitInLoop()
+{
+    {
+        std::lock_guard lock(m_mutex);
+        if (m_isWoken || !m_tasks.empty())
+            return;
+        m_sleep = Sleep::InLoop;
+    }
+    pollfd descriptor{uv_backend_fd(m_loop), POLLIN, 0};
+    poll(&descriptor, 1, loopTimeout());
+    std::lock_guard lock(m_mutex);
+    m_sleep = Sleep::Awake;
+}
+
+/// How long the loop may sleep now, in milliseconds. Immediates that wait behind a callback which waits itself are
+/// never served, and the loop asks for no sleep as long as there are any.
+int NodePump::loopTimeout()
+{
+    uv_update_time(m_loop);
+    int timeout = uv_backend_timeout(m_loop);
+    m_idleTurns = timeout == 0 ? m_idleTurns + 1 : 0;
+    if (timeout == 0 && m_idleTurns > kEagerTurns)
+        return kEagerSleepMs;
+    return timeout < 0 ? kStepMs : std::min(timeout, kStepMs);
+}
+
+void NodePump::turnLoop()
+{
+    if (isClosed())
+        return;
+    if (!m_hasKicked) {
+        m_hasKicked = true;
+        m_engine.startTimers();
+    }
+    m_engine.turnLoop();
+}

@@ -1,0 +1,87 @@
+// host/node/nodeservices.cpp: the three services.
+#include "host/node/nodeservices.h"
+
+#include "host/node/nodeengine.h"
+
+#include <cstring>
+
+namespace {
+
+NodeObject* own(ScriptObject* object) { return static_cast<NodeObject*>(object); }
+
+} // namespace
+
+ScriptObject* NodePlatform::createObject(ScriptEngine* engine)
+{
+    auto object = new NodeObject(*static_cast<NodeEngine*>(engine), NodeObject::Kind::Table);
+    object->hold();
+    object->unreference();
+    return object;
+}
+
+ScriptArgs* NodePlatform::createArgs(ScriptEngine*) { return new NodeArgs(); }
+
+ScriptValue* NodePlatform::createValue(ScriptEngine*) { return new NodeValue(); }
+
+void NodePlatform::destroyObject(ScriptObject* object)
+{
+    if (object)
+        own(object)->release();
+}
+
+void NodePlatform::destroyArgs(ScriptArgs* args) { delete static_cast<NodeArgs*>(args); }
+
+void NodePlatform::destroyValue(ScriptValue* value) { delete static_cast<NodeValue*>(value); }
+
+std::string NodeLoadFile::resolve(ScriptObject* relativeTo, sstring const& path) const
+{
+    return m_files.resolve(relativeTo ? own(relativeTo)->folder() : std::string(), toUtf8(toText(path)));
+}
+
+void NodeLoadFile::resolvePath(ScriptObject* relativeTo, sstring& path)
+{
+    path = toSstring(fromUtf8(resolve(relativeTo, path)));
+}
+
+bool NodeLoadFile::readFile(ScriptObject* relativeTo, sstring path, const void** data, unsigned* length)
+{
+    thread_local std::string bytes; // valid until this thread's next call, as the interface says
+    bool good = NodeFiles::read(resolve(relativeTo, path), bytes);
+    *data = good ? bytes.data() : nullptr;
+    *length = good ? static_cast<unsigned>(bytes.size()) : 0;
+    return good;
+}
+
+bool NodeFormProp::readProperty(ScriptObject* form, sstring const& name, ScriptValue* out)
+{
+    return form ? form->getProperty(name, out) : (out->setNull(), false);
+}
+
+void NodeFormProp::writeProperty(ScriptObject* form, sstring const& name, ScriptValue* value)
+{
+    if (form)
+        form->setProperty(name, value);
+}
+
+void NodeFormProp::eraseProperty(ScriptObject* form, sstring const& name)
+{
+    if (form)
+        form->deleteProperty(name);
+}
+
+void NodeFormProp::setPageText(ScriptObject* form, sstring const& text)
+{
+    if (form)
+        own(form)->setPageText(toText(text));
+}
+
+void* NodeServices::getInterface(const char** guid)
+{
+    if (std::strcmp(*guid, kHostLoadFileGuid) == 0)
+        return static_cast<HostLoadFile*>(&m_loadFile);
+    if (std::strcmp(*guid, kHostFormPropGuid) == 0)
+        return static_cast<HostFormProp*>(&m_formProp);
+    if (std::strcmp(*guid, kHostPlatformGuid) == 0)
+        return static_cast<HostPlatform*>(&m_platform);
+    return nullptr;
+}

@@ -1,0 +1,75 @@
+// host/node/nodeservices.h: the services that the component asks its host for, of one environment.
+#pragma once
+
+#include "host/node/nodefiles.h"
+#include "script/hostinterface.h"
+
+class NodeEngine;
+
+/// Makes and releases objects, values and argument lists. Any thread.
+class NodePlatform final : public HostPlatform
+{
+public:
+    void reserved1() override {}
+    void reserved2() override {}
+    void reserved3() override {}
+    void reserved4() override {}
+    void reserved5() override {}
+    ScriptObject* createObject(ScriptEngine* engine) override;
+    ScriptArgs* createArgs(ScriptEngine* engine) override;
+    ScriptValue* createValue(ScriptEngine* engine) override;
+    void reserved9() override {}
+    void destroyObject(ScriptObject* object) override;
+    void destroyArgs(ScriptArgs* args) override;
+    void destroyValue(ScriptValue* value) override;
+};
+
+/// Reads pages and pictures for the component. Any thread.
+class NodeLoadFile final : public HostLoadFile
+{
+public:
+    explicit NodeLoadFile(NodeFiles& files) : m_files(files) {}
+
+    void reserved1() override {}
+    void reserved2() override {}
+    void reserved3() override {}
+    void reserved4() override {}
+    void reserved5() override {}
+    void reserved6() override {}
+    void reserved7() override {}
+    void reserved8() override {}
+    void resolvePath(ScriptObject* relativeTo, sstring& path) override;
+    bool readFile(ScriptObject* relativeTo, sstring path, const void** data, unsigned* length) override;
+    void attach() override {}
+    void release() override {}
+
+private:
+    std::string resolve(ScriptObject* relativeTo, sstring const& path) const;
+    NodeFiles& m_files;
+};
+
+/// The values of a window's controls as properties of its form object. Any thread; never waits.
+class NodeFormProp final : public HostFormProp
+{
+public:
+    bool readProperty(ScriptObject* form, sstring const& name, ScriptValue* out) override;
+    void writeProperty(ScriptObject* form, sstring const& name, ScriptValue* value) override;
+    void eraseProperty(ScriptObject* form, sstring const& name) override;
+    void setPageText(ScriptObject* form, sstring const& text) override;
+};
+
+/// The door to the three services.
+class NodeServices final : public LibManager
+{
+public:
+    NodeServices() : m_loadFile(m_files) {}
+    NodeFiles& files() { return m_files; }
+
+    void* getInterface(const char** guid) override;
+
+private:
+    NodeFiles m_files;
+    NodePlatform m_platform;
+    NodeLoadFile m_loadFile;
+    NodeFormProp m_formProp;
+};

@@ -1,0 +1,109 @@
+// host/node/nodevalue.cpp: script values. What becomes of a value in the interpreter is nodeengine.cpp's business.
+#include "host/node/nodevalue.h"
+
+#include "host/node/nodeobject.h"
+
+#include <cmath>
+#include <limits>
+#include <utility>
+
+ObjectHold::ObjectHold(NodeObject* object) : m_object(object)
+{
+    if (m_object)
+        m_object->hold();
+}
+
+ObjectHold& ObjectHold::operator=(ObjectHold other) noexcept
+{
+    std::swap(m_object, other.m_object);
+    return *this;
+}
+
+ObjectHold::~ObjectHold()
+{
+    if (m_object)
+        m_object->release();
+}
+
+NodeObject* NodeValue::object() const
+{
+    auto hold = std::get_if<ObjectHold>(&m_data);
+    return hold ? hold->get() : nullptr;
+}
+
+bool NodeValue::isFunction() const { return object() && object()->isFunction(); }
+
+bool NodeValue::isObject() const { return object() && !object()->isFunction(); }
+
+bool NodeValue::isInt() const
+{
+    auto number = std::get_if<double>(&m_data);
+    using limits = std::numeric_limits<int>;
+    return number && *number >= limits::min() && *number <= limits::max() && std::trunc(*number) == *number;
+}
+
+int NodeValue::toInt(int fallback) const
+{
+    auto number = std::get_if<double>(&m_data);
+    if (!number)
+        return fallback;
+    if (std::isnan(*number))
+        return 0;
+    using limits = std::numeric_limits<int>;
+    double clamped = std::fmin(std::fmax(*number, limits::min()), limits::max());
+    return static_cast<int>(clamped);
+}
+
+bool NodeValue::toBool(int fallback) const
+{
+    if (auto flag = std::get_if<bool>(&m_data))
+        return *flag;
+    auto number = std::get_if<double>(&m_data);
+    return number ? *number != 0 && !std::isnan(*number) : fallback != 0;
+}
+
+double NodeValue::toNumber(double fallback) const
+{
+    auto number = std::get_if<double>(&m_data);
+    return number ? *number : fallback;
+}
+
+namespace {
+
+struct ToText
+{
+    std::u16string operator()(std::monostate) const { return {}; }
+    std::u16string operator()(bool flag) const { return flag ? u"true" : u"false"; }
+    std::u16string operator()(double number) const { return numberToText(number); }
+    std::u16string operator()(std::u16string const& text) const { return text; }
+    std::u16string operator()(ObjectHold const& object) const
+    {
+        return object && object->isFunction() ? u"[function]" : u"[object]";
+    }
+};
+
+} // namespace
+
+sstring NodeValue::toString(int) const { return toSstring(std::visit(ToText(), m_data)); }
+
+ScriptObject* NodeValue::toObject(int) const { return object(); }
+
+void NodeValue::setObject(ScriptObject* value)
+{
+    if (value)
+        m_data = ObjectHold(static_cast<NodeObject*>(value));
+    else
+        setNull();
+}
+
+void NodeValue::assign(ScriptValue const& other) { m_data = Data(static_cast<NodeValue const&>(other).m_data); }
+
+void NodeArgs::append(ScriptValue* value) { add(value ? *static_cast<NodeValue*>(value) : NodeValue()); }
+
+ScriptValue* NodeArgs::get(int index)
+{
+    if (index >= 0 && index < count())
+        return &m_values[static_cast<size_t>(index)];
+    m_null.setNull();
+    return &m_null;
+}

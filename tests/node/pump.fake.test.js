@@ -1,0 +1,194 @@
+'use strict';
+// What goes on while script waits inside the component, above all in a modal show(), from wherever it was called.
+
+const assert = require('node:assert/strict');
+const { test } = require('node:test');
+const { runScript } = require('./helpers.js');
+
+/** `body()` runs in a process where `show()` was reached from the named place; it opens a window for a while. */
+const places = {
+    'the main program': 'body();',
+    'a timer': 'setTimeout(body, 5);',
+    'an interval': 'const again = setInterval(() => { clearInterval(again); body(); }, 5);',
+    'an immediate': 'setImmediate(body);',
+    'a tick': 'process.nextTick(body);',
+    'a microtask': 'queueMicrotask(body);',
+    'a promise': 'Promise.resolve().then(body);',
+    'an async function': '(async () => { await sleep(2); body(); })();',
+    'a file callback': 'fs.readFile(__filename, body);',
+    'a file promise': 'fs.promises.readFile(__filename).then(body);',
+    'a child process': 'cp.execFile("/bin/true", body);',
+    'a handler': `const outer = new (class extends tarn.GuiWindow { onGo() { body(); this.close(); } })('page.html');
+                  outer.open(); outer.testFire(1, 'onGo');`,
+    'an async handler': `const outer = new (class extends tarn.GuiWindow { async onGo() { await sleep(1); body(); this.close(); } })('p');
+                         outer.open(); outer.testFire(1, 'onGo');`,
+    'another show': `const outer = new (class extends tarn.GuiWindow { ePostOpen() { body(); this.close(); } })('page.html');
+                     outer.show();`,
+};
+
+/** Counts what happens until everything has happened, then closes the window; a watchdog in the component closes it else. */
+const everything = `
+    const fs = require('node:fs'), cp = require('node:child_process'), { Worker } = require('node:worker_threads');
+    const sleep = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
+    const missing = new Set(['old timer', 'timer', 'interval', 'immediate', 'immediate in immediate', 'tick', 'promise',
+        'promise chain', 'await', 'await in a row', 'file callback', 'file promise', 'child', 'worker', 'handler', 'microtask']);
+    let window;
+    const happened = (what) => { missing.delete(what); if (missing.size === 0) window.close(); };
+    setTimeout(() => happened('old timer'), 40);
+    class Modal extends tarn.GuiWindow {
+        onPing() { happened('handler'); }
+        ePostOpen() { this.testFire(1, 'onPing'); this.testCloseLater(8000); }
+    }
+    function body() {
+        window = new Modal('page.html');
+        setTimeout(() => happened('timer'), 1);
+        let n = 0;
+        const interval = setInterval(() => { if (++n === 5) { clearInterval(interval); happened('interval'); } }, 2);
+        setImmediate(() => { happened('immediate'); setImmediate(() => happened('immediate in immediate')); });
+        process.nextTick(() => happened('tick'));
+        queueMicrotask(() => happened('microtask'));
+        Promise.resolve().then(() => happened('promise'));
+        Promise.resolve().then(() => sleep(1)).then(() => fs.promises.stat('/')).then(() => happened('promise chain'));
+        (async () => { await sleep(3); happened('await'); })();
+        (async () => { for (let i = 0; i < 10; ++i) await sleep(1); happened('await in a row'); })();
+        fs.readFile(__filename, () => happened('file callback'));
+        fs.promises.readFile(__filename).then(() => happened('file promise'));
+        cp.execFile('/bin/true', () => happened('child'));
+        new Worker('require("worker_threads").parentPort.postMessage(1)', { eval: true }).on('message', () => happened('worker'));
+        window.show();
+        console.log(JSON.stringify([...missing]));
+    }`;
+
+for (const [place, start] of Object.entries(places)) {
+    test(`a modal show() from ${place} keeps timers, promises, files, processes and handlers going`, async () => {
+        const { stdout, stderr, code, signal } = await runScript(`${everything}\n${start}`);
+        assert.deepEqual([stdout, stderr, code, signal], ['[]\n', '', 0, null]);
+    });
+}
+
+test('a timer that was set before goes off during a show() that a timer called', async () => {
+    const { stdout, code } = await runScript(`
+        class Modal extends tarn.GuiWindow { ePostOpen() { this.testCloseLater(3000); } }
+        const window = new Modal('page.html');
+        setTimeout(() => { window.show(); console.log('shown', Date.now() - start < 2000); }, 10);
+        setTimeout(() => { console.log('timer'); window.close(); }, 60);
+        const start = Date.now();`);
+    // The fake user's three seconds keep its thread busy: the close() of the timer waits behind it.
+    assert.match(stdout, /^timer\nshown (true|false)\n$/);
+    assert.equal(code, 0);
+});
+
+test('modal windows nest and return in order', async () => {
+    const { stdout, stderr, code } = await runScript(`
+        class Modal extends tarn.GuiWindow {
+            constructor(depth) { super('page.html'); this.depth = depth; }
+            ePostOpen() {
+                if (this.depth < 5) console.log('inner', new Modal(this.depth + 1).show());
+                this.setReturnValue(this.depth);
+                setTimeout(() => this.close(), 2);
+            }
+        }
+        console.log('outer', new Modal(1).show());`);
+    assert.equal(stderr, '');
+    assert.equal(stdout, 'inner 5\ninner 4\ninner 3\ninner 2\nouter 1\n');
+    assert.equal(code, 0);
+});
+
+test('an error in a timer during show() is an uncaught error, not one of show()', async () => {
+    for (const thrower of ['setTimeout(fail, 2)', 'process.nextTick(fail)', 'queueMicrotask(fail)',
+        'fs.readFile("/", fail)', '(async () => { await sleep(1); fail(); })()']) {
+        const { stdout, stderr, code } = await runScript(`
+            const fs = require('node:fs');
+            const sleep = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
+            const fail = () => { throw new Error('from outside'); };
+            process.on('uncaughtException', (error) => { console.log('uncaught', error.message); setTimeout(() => window.close(), 20); });
+            const window = new tarn.GuiWindow('page.html');
+            window.ePostOpen = () => { ${thrower}; };
+            try { console.log('show', window.show()); } catch (error) { console.log('caught by show', error.message); }`);
+        assert.deepEqual([stdout, stderr, code], ['uncaught from outside\nshow null\n', '', 0], thrower);
+    }
+});
+
+test('an error during show() that nobody listens for ends the program', async () => {
+    for (const thrower of ['setTimeout(fail, 5)', 'setImmediate(fail)', 'queueMicrotask(fail)', 'Promise.reject(new Error("from outside"))']) {
+        const { stdout, stderr, code } = await runScript(`
+            const fail = () => { throw new Error('from outside'); };
+            const window = new tarn.GuiWindow('page.html');
+            ${thrower};
+            window.show();
+            console.log('not reached');`);
+        assert.deepEqual([stdout, code], ['', 1], thrower);
+        assert.match(stderr, /Error: from outside\n\s+at /);
+        assert.doesNotMatch(stderr, /fake:|FATAL/);
+    }
+});
+
+test('immediates that wait behind the one that called show() cost no processor time', async () => {
+    const { stdout, code } = await runScript(`
+        const window = new tarn.GuiWindow('page.html');
+        setImmediate(() => {
+            const before = process.cpuUsage();
+            setTimeout(() => {
+                const { user, system } = process.cpuUsage(before);
+                console.log((user + system) / 1000 < 250);
+                window.close();
+            }, 1000);
+            window.show();
+        });
+        setImmediate(() => console.log('second'));`);
+    assert.deepEqual([stdout, code], ['true\nsecond\n', 0]);
+});
+
+test('a handler that computes for long delays nobody else than script', async () => {
+    const { stdout, code } = await runScript(`
+        const window = new (class extends tarn.GuiWindow {
+            onBusy() { const end = Date.now() + 300; while (Date.now() < end); }
+            onNext() { console.log('next'); this.close(); }
+        })('page.html');
+        window.open();
+        window.testFire(0, 'onBusy');
+        window.testFire(0, 'onNext');`);
+    assert.deepEqual([stdout, code], ['next\n', 0]);
+});
+
+test('a program that waits for its windows takes no processor time', async () => {
+    const { stdout, code } = await runScript(`
+        const window = new (class extends tarn.GuiWindow { onPick() {} })('page.html');
+        window.open();
+        let before;
+        setTimeout(() => { before = process.cpuUsage(); }, 500);
+        setTimeout(() => {
+            const { user, system } = process.cpuUsage(before);
+            console.log((user + system) / 1000 < 20 ? 'idle' : user + system);
+            window.close();
+        }, 2500);`);
+    assert.deepEqual([stdout, code], ['idle\n', 0]);
+});
+
+test('a call that is answered at once does not turn the event loop', async () => {
+    const { stdout } = await runScript(`
+        const window = new tarn.GuiWindow('page.html');
+        let turned = false;
+        setImmediate(() => { turned = true; });
+        for (let i = 0; i < 50; ++i) window.testEcho(i);
+        console.log(turned);`);
+    assert.equal(stdout, 'false\n');
+});
+
+test('where promises can not run inside a promise, the program is told and handlers do not hang', async () => {
+    const { stdout, stderr, code } = await runScript(`
+        const sleep = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
+        (async () => {
+            await sleep(1);
+            const window = new (class extends tarn.GuiWindow {
+                async onAsync() { await sleep(1); return 'settled'; }
+                ePostOpen() { this.testFire(0, 'onAsync'); }
+            })('page.html');
+            const timer = setInterval(() => { if (tarn.session.fires === 1) { clearInterval(timer); window.close(); } }, 5);
+            window.show();
+            console.log(tarn.session.lastResult);
+        })();`, { env: { TARN_NO_REENTRY: '1' } });
+    assert.equal(code, 0);
+    assert.equal(stdout, 'null\n');
+    assert.match(stderr, /TARN_SHOW_IN_PROMISE/);
+});
