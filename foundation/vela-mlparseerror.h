@@ -3,7 +3,7 @@
 
 #include "vela-string.h"
 
-enum mlParseErrorCode
+enum mlParseErrorCode : int
 {
     mlErrorUnexpectedSymbol = 0,
     mlErrorNoTagName = 1,

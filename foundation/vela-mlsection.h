@@ -11,7 +11,7 @@
 class mlParser;
 class mlSection;
 
-enum mlTagType
+enum mlTagType : int
 {
     mlTagOrdinary = 0,    ///< "<"
     mlTagDeclaration = 1, ///< "<!"

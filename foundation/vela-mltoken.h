@@ -2,9 +2,12 @@
 // them from a stream is vela-mltokenizer.h's business.
 #pragma once
 
+#include <iterator>
+#include <string_view>
+
 #include "vela-string.h"
 
-enum mlTokenType
+enum mlTokenType : int
 {
     mlTokenEnd = 0,
     mlTokenOpenCData = 1,         ///< "<![CDATA["
@@ -49,16 +52,83 @@ private:
     sstring text;
 };
 
+/// The texts of tokens 1 to 13, zero-terminated, and their lengths in units; empty for the other kinds.
+constexpr std::string_view mlTokenTexts[] = {"",  "<![CDATA[", "<!--#", "<!--", "<!", "</", "<?",
+                                             "<", "]]>",       "-->",   "/>",   "?>", ">",  "="};
+constexpr std::string_view mlTokenText8(int type)
+{
+    return type > 0 && type < std::ssize(mlTokenTexts) ? mlTokenTexts[type] : std::string_view();
+}
+constexpr unsigned int mlTokenLength(int type) { return static_cast<unsigned int>(mlTokenText8(type).size()); }
 /// The longest token's length in units.
 constexpr unsigned int mlTokenMaxLength = 9;
 
-/// The text of tokens 1 to 13 and its length; empty for the other kinds.
-char const* mlTokenText8(int type);
-unsigned int mlTokenLength(int type);
+namespace mlTokenMatching {
 
-/// The first token in the order of the kinds whose text the units begin with, without regard to case, and which is
-/// recognised in the context; -1 when there is none.
-int mlMatchToken(unsigned short const* units, unsigned int count, unsigned long flags);
+/// Contexts in which a token is plain text: an opener, and what has a meaning only inside a tag.
+constexpr unsigned long notForOpeners = mlContextRaw | mlContextComment;
+constexpr unsigned long notForTagTokens = mlContextRaw | mlContextComment | mlContextContent;
 
-/// Whether a token recognised in the context may begin with `unit`, so that nothing else needs a look.
-bool mlMayBeginToken(unsigned short unit, unsigned long flags);
+constexpr unsigned short unitAt(unsigned short const* units, unsigned int count, unsigned int index)
+{
+    return index < count ? units[index] : static_cast<unsigned short>(0);
+}
+
+constexpr bool beginsCData(unsigned short const* units, unsigned int count)
+{
+    char const* lower = "<![cdata[";
+    for (unsigned int i = 2; i < mlTokenMaxLength; ++i) {
+        unsigned short const unit = unitAt(units, count, i);
+        bool const isUpper = unit >= 'A' && unit <= 'Z';
+        if ((isUpper ? unit + ('a' - 'A') : unit) != lower[i])
+            return false;
+    }
+    return true;
+}
+
+constexpr int matchOpener(unsigned short const* units, unsigned int count)
+{
+    switch (unitAt(units, count, 1)) {
+    case '/':
+        return mlTokenOpenClose;
+    case '?':
+        return mlTokenOpenInstruction;
+    case '!':
+        if (unitAt(units, count, 2) == '-' && unitAt(units, count, 3) == '-')
+            return unitAt(units, count, 4) == '#' ? mlTokenOpenInclude : mlTokenOpenComment;
+        return beginsCData(units, count) ? mlTokenOpenCData : mlTokenOpenDeclaration;
+    default:
+        return mlTokenOpen;
+    }
+}
+
+} // namespace mlTokenMatching
+
+/// The first token in the order of the kinds that the units begin with, without regard to case, and that is recognised
+/// in the context; -1 when there is none. Written out as a decision for each unit, since a page asks this for every
+/// tag.
+constexpr int mlMatchToken(unsigned short const* units, unsigned int count, unsigned long flags)
+{
+    using namespace mlTokenMatching;
+    unsigned short const second = unitAt(units, count, 1);
+    bool const isThirdClosing = unitAt(units, count, 2) == '>';
+    switch (unitAt(units, count, 0)) {
+    case '<':
+        return flags & notForOpeners ? -1 : matchOpener(units, count);
+    case ']':
+        return second == ']' && isThirdClosing && !(flags & mlContextComment) ? mlTokenCloseCData : -1;
+    case '-':
+        return second == '-' && isThirdClosing && !(flags & (mlContextRaw | mlContextContent)) ? mlTokenCloseComment
+                                                                                               : -1;
+    case '/':
+        return second == '>' && !(flags & notForTagTokens) ? mlTokenCloseEmpty : -1;
+    case '?':
+        return second == '>' && !(flags & notForTagTokens) ? mlTokenCloseInstruction : -1;
+    case '>':
+        return flags & notForTagTokens ? -1 : mlTokenClose;
+    case '=':
+        return flags & notForTagTokens ? -1 : mlTokenEquals;
+    default:
+        return -1;
+    }
+}

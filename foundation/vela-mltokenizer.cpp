@@ -2,8 +2,13 @@
 // table marks for the context gets a closer look.
 #include "vela-mltokenizer.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 #include "vela-error.h"
 #include "vela-mlentities.h"
@@ -23,14 +28,26 @@ constexpr size_t maxTextUnits = 0x7FFFFFFF;
 constexpr size_t keptBufferUnits = 65536;
 constexpr unsigned int lookAheadUnits = 20;
 constexpr unsigned int contextCount = 16;
-using ClassTable = std::array<uint8_t, 128>;
+constexpr unsigned int beyondTable = 128; // stands for every unit from here on
+constexpr long groupUnits = 8;
+using ClassTable = std::array<uint8_t, beyondTable + 1>;
 
-std::array<ClassTable, contextCount> makeTables()
+/// Whether any token of the context begins with the unit. The longest way on is one of these.
+constexpr bool mayBeginToken(unsigned short unit, unsigned long flags)
+{
+    unsigned short const alone[] = {unit};
+    unsigned short const closing[] = {unit, '>'};
+    unsigned short const doubled[] = {unit, unit, '>'};
+    return mlMatchToken(alone, 1, flags) >= 0 || mlMatchToken(closing, 2, flags) >= 0 ||
+           mlMatchToken(doubled, 3, flags) >= 0;
+}
+
+constexpr std::array<ClassTable, contextCount> makeTables()
 {
     std::array<ClassTable, contextCount> tables{};
     for (unsigned int flags = 0; flags < contextCount; ++flags) {
-        for (unsigned short unit = 0; unit < 128; ++unit)
-            tables[flags][unit] = mlMayBeginToken(unit, flags) ? TokenBegin : Plain;
+        for (unsigned short unit = 0; unit < beyondTable; ++unit)
+            tables[flags][unit] = mayBeginToken(unit, flags) ? TokenBegin : Plain;
         for (char blank : {' ', '\t', '\r', '\n'})
             tables[flags][static_cast<unsigned char>(blank)] = Space;
         tables[flags]['&'] = Reference;
@@ -38,15 +55,13 @@ std::array<ClassTable, contextCount> makeTables()
     return tables;
 }
 
-ClassTable const& tableFor(unsigned long flags)
-{
-    static std::array<ClassTable, contextCount> const tables = makeTables();
-    return tables[flags % contextCount];
-}
+constexpr std::array<ClassTable, contextCount> classTables = makeTables();
+
+ClassTable const& tableFor(unsigned long flags) { return classTables[flags % contextCount]; }
 
 inline uint8_t classOf(ClassTable const& table, unsigned short unit)
 {
-    return unit < 128 ? table[unit] : uint8_t{Plain};
+    return table[std::min<unsigned int>(unit, beyondTable)];
 }
 
 inline bool isSpace(unsigned short unit) { return unit == ' ' || unit == '\n' || unit == '\r' || unit == '\t'; }
@@ -58,20 +73,56 @@ bool spaceEndsRun(unsigned long flags) { return flags == mlContextNone || (flags
 unsigned short const* plainEnd(unsigned short const* at, unsigned short const* end, ClassTable const& table,
                                bool& hasReference)
 {
+    unsigned int seen = Plain;
     for (; at != end; ++at) {
         uint8_t const kind = classOf(table, *at);
         if (kind & (Space | TokenBegin))
             break;
-        hasReference |= kind == Reference;
+        seen |= kind;
     }
+    hasReference |= seen == Reference;
     return at;
 }
+
+#ifdef __SSE2__
+
+/// Passes over groups of eight units that end no stretch of words whatever the context: no control unit, nothing a
+/// token begins with, no two blanks in a row. Stops before the first other group.
+unsigned short const* skipPlainGroups(unsigned short const* at, unsigned short const* end, bool& hasReference)
+{
+    auto const all = [](short unit) { return _mm_set1_epi16(unit); };
+    __m128i references = _mm_setzero_si128();
+    for (; end - at > groupUnits; at += groupUnits) {
+        __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(at));
+        __m128i const next = _mm_loadu_si128(reinterpret_cast<__m128i const*>(at + 1));
+        // Unsigned units up to 0x1F: saturating subtraction leaves zero.
+        __m128i special = _mm_cmpeq_epi16(_mm_subs_epu16(units, all(0x1F)), _mm_setzero_si128());
+        for (char unit : {'<', ']', '-', '>', '=', '/', '?'})
+            special = _mm_or_si128(special, _mm_cmpeq_epi16(units, all(unit)));
+        __m128i const blanks = _mm_and_si128(_mm_cmpeq_epi16(units, all(' ')), _mm_cmpeq_epi16(next, all(' ')));
+        if (_mm_movemask_epi8(_mm_or_si128(special, blanks)) != 0)
+            break;
+        references = _mm_or_si128(references, _mm_cmpeq_epi16(units, all('&')));
+    }
+    hasReference |= _mm_movemask_epi8(references) != 0;
+    return at;
+}
+
+#else
+
+unsigned short const* skipPlainGroups(unsigned short const* at, unsigned short const*, bool&) { return at; }
+
+#endif
 
 /// The same where white space does not end a run: single blanks between words belong to the stretch.
 unsigned short const* wordsEnd(unsigned short const* at, unsigned short const* end, ClassTable const& table,
                                bool& hasReference)
 {
     for (;;) {
+        unsigned short const* const start = at;
+        at = skipPlainGroups(at, end, hasReference);
+        if (at != start && at[-1] == ' ')
+            --at; // whether it ends the stretch depends on what follows
         at = plainEnd(at, end, table, hasReference);
         if (end - at < 2 || *at != ' ' || (classOf(table, at[1]) & (Space | TokenBegin)))
             return at;
@@ -89,7 +140,7 @@ sstring mlTokenizer::tokenText() const
     if (tokenType == mlTokenText)
         result.set(text(), 0, length());
     else
-        result = mlTokenText8(tokenType);
+        result = mlTokenText8(tokenType).empty() ? "" : mlTokenText8(tokenType).data();
     return result;
 }
 
@@ -132,10 +183,15 @@ bool mlTokenizer::skipSpace()
 }
 
 /// The token at the reading place, which must not be the end.
-int mlTokenizer::matchHere(unsigned long flags)
+inline int mlTokenizer::matchHere(unsigned long flags)
 {
-    if (end - at >= static_cast<long>(mlTokenMaxLength))
-        return mlMatchToken(at, mlTokenMaxLength, flags);
+    bool const isAllHere = end - at >= static_cast<long>(mlTokenMaxLength);
+    return isAllHere ? mlMatchToken(at, mlTokenMaxLength, flags) : matchAcross(flags);
+}
+
+/// The same where a token may go on in the next chunk.
+int mlTokenizer::matchAcross(unsigned long flags)
+{
     settle();
     unsigned short ahead[lookAheadUnits + 1];
     unsigned int const count = stream->peek(ahead, lookAheadUnits);
@@ -143,7 +199,7 @@ int mlTokenizer::matchHere(unsigned long flags)
     return mlMatchToken(ahead, count, flags);
 }
 
-void mlTokenizer::consume(unsigned int count)
+inline void mlTokenizer::consume(unsigned int count)
 {
     while (count != 0 && hasUnit()) {
         unsigned int const step = std::min(count, static_cast<unsigned int>(end - at));

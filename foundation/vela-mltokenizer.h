@@ -56,6 +56,7 @@ private:
     bool refill();
     bool skipSpace();
     int matchHere(unsigned long flags);
+    int matchAcross(unsigned long flags);
     void consume(unsigned int count);
     void readQuoted(unsigned long flags);
     void readRun(unsigned long flags, bool isLimited);

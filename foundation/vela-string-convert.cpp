@@ -29,16 +29,8 @@ CodesetConverter const& namedOrDefault(char const* charset)
     return converterFor(CodesetName(Locale_GetDefault()).text);
 }
 
-constexpr unsigned char keptByte[256] = {
-#define TARN_KEPT8 1, 1, 1, 1, 1, 1, 1, 1
-    0,          1,          1,          1,          1,          1,          1,
-    1,          TARN_KEPT8, TARN_KEPT8, 1,          1,          0,          1,
-    0,          1,          1,          1, // 0x1A and 0x1C are not
-    TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, TARN_KEPT8,
-    TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, TARN_KEPT8, 1,          1,          1,
-    1,          1,          1,          1,          0, // nor is 0x7F
-#undef TARN_KEPT8
-};
+/// Some code sets exchange 0x1A, 0x1C and 0x7F among each other; the terminator is no character.
+constexpr bool isPlain(unsigned int unit) { return unit - 1 < 0x7E && unit != 0x1A && unit != 0x1C; }
 
 /// Copies plain ASCII between the flavours, zeroing the rest of the output. False, with the output undefined, at the
 /// first other character, or when the text does not fit.
@@ -46,7 +38,7 @@ template <class Out, class In>
 bool copyPlainAscii(Out* out, In const* in, unsigned int capacity)
 {
     unsigned int i = 0;
-    for (; i < capacity && in[i] < 0x80 && keptByte[in[i]]; ++i)
+    for (; i < capacity && isPlain(in[i]); ++i)
         out[i] = static_cast<Out>(in[i]);
     if (in[i])
         return false;
@@ -139,12 +131,12 @@ bool keepsPlainAscii(LOCALE* locale)
 
 bool isPlainAscii(unsigned char const* text, unsigned int length)
 {
-    return std::all_of(text, text + length, [](unsigned char byte) { return keptByte[byte]; });
+    return std::all_of(text, text + length, [](unsigned char byte) { return isPlain(byte); });
 }
 
 bool isPlainAscii(unsigned short const* text, unsigned int length)
 {
-    return std::all_of(text, text + length, [](unsigned short unit) { return unit < 0x80 && keptByte[unit]; });
+    return std::all_of(text, text + length, [](unsigned short unit) { return isPlain(unit); });
 }
 
 namespace {

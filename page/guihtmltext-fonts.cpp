@@ -81,14 +81,25 @@ bool theTableIsHooked = false;
 
 // Never destroyed: a process may end without destroying its application object, and then no font may be touched any
 // more.
-fontTable& table()
+fontTable& tableStorage()
 {
     static fontTable& fonts = *new fontTable;
+    return fonts;
+}
+
+void clearWithApplication()
+{
+    guiTextFonts::clear();
+    theTableIsHooked = false; // the toolkit forgets its routines with each application object
+}
+
+fontTable& table()
+{
     if (!theTableIsHooked) {
         theTableIsHooked = true;
-        qAddPostRoutine(guiTextFonts::clear);
+        qAddPostRoutine(clearWithApplication);
     }
-    return fonts;
+    return tableStorage();
 }
 
 } // namespace
@@ -342,8 +353,7 @@ unsigned guiTextFonts::generation() { return theGeneration; }
 
 void guiTextFonts::clear()
 {
-    table() = fontTable();
-    theTableIsHooked = false; // the toolkit forgets its routines with each application object
+    tableStorage() = fontTable();
     ++theGeneration;
 }
 

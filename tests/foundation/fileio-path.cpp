@@ -164,6 +164,9 @@ TEST(FileNames, AWidePathIsNarrowedByTheDefaultLocale)
     FILEDATA* file = nullptr;
     EXPECT_TRUE(FileIO_OpenW(path, FILE_OPEN_CREATE, &file));
     EXPECT_TRUE(FileIO_Close(file));
+    // 4,000 units, but 6,000 bytes.
+    EXPECT_FALSE(FileIO_FileExistsW(sstring(u16(u"/\u3042")) * 1999));
+    EXPECT_EQ(FileIO_GetLastErr(), ENAMETOOLONG);
     Locale_Destroy(japanese);
     EXPECT_TRUE(FileIO_FileExistsA(directory.file("\x82\xa0").c_str()));
 }

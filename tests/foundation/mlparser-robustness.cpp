@@ -1,5 +1,5 @@
 // Pages that are cut, padded, deep, endless or hostile: nothing crashes, hangs or takes more than linear time.
-#include <chrono>
+#include <ctime>
 #include <random>
 
 #include "markup.h"
@@ -32,11 +32,12 @@ unsigned int parseOverErrors(std::string const& page)
     return count;
 }
 
+/// Processor time, which other programs on the machine disturb least.
 double secondsFor(std::string const& page)
 {
-    auto const start = std::chrono::steady_clock::now();
+    std::clock_t const start = std::clock();
     parseOverErrors(page);
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
 /// Four times the page may take eight times as long on a busy machine, but not sixteen times.
@@ -139,7 +140,7 @@ TEST(Robustness, SubtreeCopyOfADeepTree)
     mlSection* top = parser.getSection(0);
     EXPECT_EQ(parser.findSection("span"), nullptr);
     mlParser inner(top);
-    EXPECT_EQ(inner.toString().getLength(), 99999u * 11 + 5 + 6 + 1 - 6 + 6 - 0u);
+    EXPECT_EQ(inner.toString().getLength(), 100000u * 11 + 1);
 }
 
 TEST(Robustness, NothingTakesMoreThanLinearTime)

@@ -20,11 +20,11 @@ int codeOfFormattingLength(unsigned int length)
     return 0;
 }
 
-sformat throughList(sformat& target, sstring const& format, ...)
+sformat throughList(sformat& target, char const* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    target.vformat(format, arguments);
+    target.vformat(sstring(format), arguments);
     va_end(arguments);
     return target;
 }

@@ -1,0 +1,185 @@
+// bench/bench-markup.cpp: how fast a page in memory becomes tokens and sections, beside a plain pass over its text and
+// beside other parsers of HTML that build a tree of the same page. Making and freeing the tree counts on all sides.
+#include <functional>
+#include <numeric>
+#include <string>
+#include <vector>
+
+#include "foundation/vela-mlparser.h"
+#include "ratio.h"
+
+#ifdef TARN_HAVE_GUMBO
+#include <gumbo.h>
+#endif
+#ifdef TARN_HAVE_LIBXML2
+#include <libxml/HTMLparser.h>
+#endif
+
+namespace {
+
+struct PageKind
+{
+    char const* name;
+    std::function<std::string(unsigned int)> item; // of a running number
+};
+
+std::string paragraph(unsigned int i)
+{
+    return "<p>Paragraph " + std::to_string(i) +
+           " holds a few <b>words in bold</b> and an <i>italic</i> end, some caf\xC3\xA9 &amp; t\xC3\xBCr, and runs on "
+           "for a while, as"
+           "\npages of text do, before it comes to its end.</p>\n";
+}
+
+std::string table(unsigned int i)
+{
+    return "<table border=\"1\" width=\"100%\"><tr><td align=\"right\" width=\"40\">" + std::to_string(i) +
+           "</td><td bgcolor=\"#EEEEEE\">Name</td><td>" + std::to_string(i * 7) +
+           "</td></tr>\n<tr><td>left</td><td valign=\"top\">middle</td><td>right</td></tr></table>\n";
+}
+
+std::string form(unsigned int i)
+{
+    std::string const number = std::to_string(i);
+    return "<form action=\"event://onOk\"><input type=\"text\" name=\"field" + number + "\" value=\"value " + number +
+           "\" size=\"20\"/><input type=\"checkbox\" name=\"check" + number + "\" checked/>Check " + number +
+           "\n<select name=\"s" + number + "\"><option selected>One</option><option>Two</option></select></form>\n";
+}
+
+std::vector<PageKind> const& kinds()
+{
+    static std::vector<PageKind> const all = {{"text", paragraph},
+                                              {"table", table},
+                                              {"form", form},
+                                              {"mixed", [](unsigned int i) {
+                                                   return i % 3 == 0 ? paragraph(i) : i % 3 == 1 ? table(i) : form(i);
+                                               }}};
+    return all;
+}
+
+constexpr unsigned int sizes[] = {10 << 10, 100 << 10, 1 << 20};
+
+std::string makePage(PageKind const& kind, size_t bytes)
+{
+    std::string page = "<html><head><meta http-equiv=\"Content-Type\" content=\"text/html; charset=utf-8\"/>"
+                       "<title>Page</title></head><body>";
+    for (unsigned int i = 0; page.size() < bytes; ++i)
+        page += kind.item(i);
+    return page + "</body></html>";
+}
+
+void countBytes(benchmark::State& state, std::string const& page)
+{
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * static_cast<int64_t>(page.size()));
+}
+
+textstream streamOver(std::string const& page)
+{
+    return textstream(reinterpret_cast<unsigned char*>(const_cast<char*>(page.data())),
+                      static_cast<unsigned int>(page.size()), 0);
+}
+
+/// The floor: every unit of the decoded text looked at once.
+void plainPass(benchmark::State& state, std::string const& page)
+{
+    std::vector<unsigned short> const units(page.begin(), page.end());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(std::accumulate(units.begin(), units.end(), 0u));
+    countBytes(state, page);
+}
+
+void decode(benchmark::State& state, std::string const& page)
+{
+    for (auto _ : state) {
+        textstream stream = streamOver(page);
+        unsigned int count = 0;
+        while (stream.peekRun(count))
+            stream.skipRun(count);
+    }
+    countBytes(state, page);
+}
+
+void tokens(benchmark::State& state, std::string const& page)
+{
+    for (auto _ : state) {
+        textstream stream = streamOver(page);
+        mlTokenizer tokenizer(&stream);
+        unsigned long context = mlContextContent;
+        while (tokenizer.nextSkippingComments(context, true) != mlTokenEnd) {
+            mlTokenType const type = tokenizer.type();
+            bool const opens = type >= mlTokenOpenInclude && type <= mlTokenOpen;
+            bool const closes = type >= mlTokenCloseComment && type <= mlTokenClose;
+            context = opens ? mlContextTag : closes ? mlContextContent : context;
+        }
+    }
+    countBytes(state, page);
+}
+
+void sections(benchmark::State& state, std::string const& page)
+{
+    for (auto _ : state) {
+        textstream stream = streamOver(page);
+        mlParser parser(&stream);
+        parser.fullParse();
+        benchmark::DoNotOptimize(parser.getSection(0));
+    }
+    countBytes(state, page);
+}
+
+#ifdef TARN_HAVE_GUMBO
+void gumbo(benchmark::State& state, std::string const& page)
+{
+    for (auto _ : state)
+        gumbo_destroy_output(&kGumboDefaultOptions,
+                             gumbo_parse_with_options(&kGumboDefaultOptions, page.data(), page.size()));
+    countBytes(state, page);
+}
+#endif
+
+#ifdef TARN_HAVE_LIBXML2
+void libxml2(benchmark::State& state, std::string const& page)
+{
+    int const options = HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET;
+    for (auto _ : state)
+        xmlFreeDoc(htmlReadMemory(page.data(), static_cast<int>(page.size()), nullptr, "utf-8", options));
+    countBytes(state, page);
+}
+#endif
+
+using Measure = void (*)(benchmark::State&, std::string const&);
+
+void add(std::string const& step, std::string const& where, Measure measure, std::string const& page)
+{
+    std::string const name = step + "/" + where;
+    benchmark::RegisterBenchmark(name.c_str(), [measure, page](benchmark::State& state) { measure(state, page); });
+}
+
+/// Registers every step for one page; returns what is to be compared.
+void addPage(std::string const& where, std::string const& page, std::vector<Ratio>& ratios)
+{
+    add("plain", where, plainPass, page);
+    add("decode", where, decode, page);
+    add("tokens", where, tokens, page);
+    add("sections", where, sections, page);
+    ratios.push_back({"tokens-to-plain-pass/" + where, "tokens/" + where, "plain/" + where, 0.01});
+    ratios.push_back({"sections-to-plain-pass/" + where, "sections/" + where, "plain/" + where, 0.01});
+#ifdef TARN_HAVE_GUMBO
+    add("gumbo", where, gumbo, page);
+    ratios.push_back({"sections-to-gumbo/" + where, "sections/" + where, "gumbo/" + where, 1.5});
+#endif
+#ifdef TARN_HAVE_LIBXML2
+    add("libxml2", where, libxml2, page);
+    ratios.push_back({"sections-to-libxml2/" + where, "sections/" + where, "libxml2/" + where, 1});
+#endif
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::vector<Ratio> ratios;
+    for (PageKind const& kind : kinds())
+        for (unsigned int size : sizes)
+            addPage(kind.name + std::string("/") + std::to_string(size >> 10) + "KB", makePage(kind, size), ratios);
+    return runWithRatios(argc, argv, ratios);
+}

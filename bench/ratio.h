@@ -1,0 +1,69 @@
+// bench/ratio.h: runs the benchmarks of a program and then says how its measurements stand to each other, one line
+// each:
+//   ratio <name> <value> target <value>
+// Figures of one run on one machine can be compared; absolute times can not. Every benchmark program shares this.
+#pragma once
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+/// How many times as fast `ours` is as `peer`, both names of benchmarks, as the run prints them. A target below 1 says
+/// what part of a limit is to be reached.
+struct Ratio
+{
+    std::string name;
+    std::string ours;
+    std::string peer;
+    double target;
+};
+
+/// Prints as usual and keeps the shortest processor time of each benchmark, which is the one least disturbed by other programs.
+class RatioReporter : public benchmark::ConsoleReporter
+{
+public:
+    void ReportRuns(std::vector<Run> const& runs) override
+    {
+        for (Run const& run : runs)
+            if (run.run_type == Run::RT_Iteration && !run.error_occurred)
+                keep(run.run_name.function_name + (run.run_name.args.empty() ? "" : "/" + run.run_name.args),
+                     run.cpu_accumulated_time / static_cast<double>(run.iterations));
+        ConsoleReporter::ReportRuns(runs);
+    }
+
+    /// Leaves out what was not run, for example because a filter excluded it or the peer is not installed.
+    void print(Ratio const& ratio) const
+    {
+        auto const ours = seconds.find(ratio.ours);
+        auto const peer = seconds.find(ratio.peer);
+        if (ours != seconds.end() && peer != seconds.end())
+            std::printf("ratio %s %.3g target %.3g\n", ratio.name.c_str(), peer->second / ours->second, ratio.target);
+    }
+
+private:
+    void keep(std::string const& name, double time)
+    {
+        auto const [place, isNew] = seconds.try_emplace(name, time);
+        place->second = std::min(place->second, time);
+    }
+
+    std::map<std::string, double> seconds;
+};
+
+/// The body of main(): runs what was registered, then prints the ratios.
+inline int runWithRatios(int argc, char** argv, std::vector<Ratio> const& ratios)
+{
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    for (Ratio const& ratio : ratios)
+        reporter.print(ratio);
+    benchmark::Shutdown();
+    return 0;
+}
