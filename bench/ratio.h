@@ -22,7 +22,8 @@ struct Ratio
     double target;
 };
 
-/// Prints as usual and keeps the shortest processor time of each benchmark, which is the one least disturbed by other programs.
+/// Prints as usual and keeps the shortest processor time of each benchmark, which is the one least disturbed by other
+/// programs.
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
