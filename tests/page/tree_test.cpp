@@ -278,7 +278,8 @@ TEST(Copies, AssignmentDropsTheOldChildren)
     b = a;
     EXPECT_FALSE(nodes.contains(old));
     EXPECT_EQ(b.getChild(0), a.getChild(0));
-    b = b;
+    guiHtml& same = b;
+    b = same;
     EXPECT_EQ(b.getChildCount(), 1u);
 }
 TEST(Copies, AppendingTakesSharedChildrenOver)
