@@ -12,9 +12,10 @@ bool guiServices::hasPageObject(guiHtmlBase* base) { return base != nullptr && b
 // FIXME: no class of node makes a script object of its own yet.
 ScriptObject* guiServices::buildCustomObject(guiHtml*) { return nullptr; }
 
-void guiServices::unbindObject(ScriptObject* object, guiHtml*)
+void guiServices::unbindObject(ScriptObject* object, guiHtml* node)
 {
-    if (pGUI != nullptr)
+    // A copy of a node has the same object, which still stands for the node that was copied.
+    if (pGUI != nullptr && pGUI->findNode(object) == node)
         pGUI->unbindObject(object);
 }
 
