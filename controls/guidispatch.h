@@ -2,6 +2,8 @@
 // may end in a script handler, and a handler may close the window or replace the page that the widget belongs to.
 #pragma once
 
+#include <utility>
+
 class QWidget;
 
 /// Marks a stretch of code that the toolkit called and that may reach script. GUI thread; nests.
@@ -19,3 +21,17 @@ public:
 /// Deletes the widget: at once when nothing of the toolkit may be inside it, else hidden now and deleted by the event
 /// loop as soon as the outermost handler has returned. Null is allowed. The caller forgets the pointer either way.
 void guiDeleteWidget(QWidget* widget);
+
+/// What a node does with a wrapper widget that it no longer wants: unbinds it, so that nothing it still reports reaches
+/// the node, and deletes it as above.
+template <typename Wrapper>
+void guiDestroyWrapper(Wrapper*& wrapper)
+{
+    if (!wrapper)
+        return;
+    if constexpr (requires { wrapper->unbind(); })
+        wrapper->unbind();
+    else
+        wrapper->owner = nullptr;
+    guiDeleteWidget(std::exchange(wrapper, nullptr));
+}

@@ -28,6 +28,11 @@ public:
     void init(guiButtonType type, bool checked);
     int isChecked() { return m_checked; }
 
+    /// The user pressed or checked it, or script did as if: follows the node's link or, without one, a submit button
+    /// its form's.
+    virtual void onClick();
+    void triggerNow() override { onClick(); }
+
 private:
     guiButtonType m_buttonType = kButtonPlain;
     int m_checked = 0;

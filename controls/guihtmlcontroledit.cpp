@@ -10,3 +10,11 @@ guiHtml& guiHtmlControlEdit::operator=(guiHtml& other)
 }
 
 guiHtml* guiHtmlControlEdit::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
+
+void guiHtmlControlEdit::onChange(sstring const& text)
+{
+    if (m_action.getLength() == 0)
+        return;
+    m_text = text;
+    onHyperlink(m_action, getCustomObject());
+}

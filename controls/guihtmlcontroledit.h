@@ -36,6 +36,9 @@ public:
     shape_t const& getShape() const { return m_shape; }
     void init(shape_t const& shape) { m_shape = shape; }
 
+    /// The user changed the text: with a link, the node keeps the text and follows the link.
+    virtual void onChange(sstring const& text);
+
 private:
     shape_t m_shape;
 };

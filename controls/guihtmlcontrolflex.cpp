@@ -33,3 +33,15 @@ void guiHtmlControlFlex::appendEntry(guiHtmlControlFlexEntry const& entry)
     if (m_items.back()->text.getLength() == 0)
         m_items.back()->text = entry.value;
 }
+
+void guiHtmlControlFlex::onSelect()
+{
+    if (m_selectAction.getLength() != 0)
+        onHyperlink(m_selectAction, getCustomObject());
+}
+
+void guiHtmlControlFlex::onChange()
+{
+    if (m_changeAction.getLength() != 0)
+        onHyperlink(m_changeAction, getCustomObject());
+}

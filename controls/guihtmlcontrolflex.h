@@ -55,6 +55,10 @@ public:
     void setSelectAction(sstring const& link) { m_selectAction = link; }
     void setChangeAction(sstring const& link) { m_changeAction = link; }
 
+    /// Other rows are selected, or a row's state changed: follows the link for that.
+    virtual void onSelect();
+    virtual void onChange();
+
     /// Adds a row at the end; an empty text shows the value.
     void appendEntry(guiHtmlControlFlexEntry const& entry);
     unsigned getItemCount() const { return static_cast<unsigned>(m_items.size()); }

@@ -28,3 +28,9 @@ void guiHtmlControlList::appendEntry(sstring const& value, sstring const& text, 
     m_entries.push_back(std::make_unique<guiHtmlControlListEntry>(
         guiHtmlControlListEntry{value, text.getLength() ? text : value, selected}));
 }
+
+void guiHtmlControlList::onChange()
+{
+    if (m_action.getLength() != 0)
+        onHyperlink(m_action, getCustomObject());
+}

@@ -30,6 +30,9 @@ public:
     int isMultiple() const { return m_multiple; }
     int isEditable() const { return m_editable; }
 
+    /// The user chose: follows the node's link, if it has one.
+    virtual void onChange();
+
     /// Adds an entry at the end; an empty text shows the value.
     void appendEntry(sstring const& value, sstring const& text, bool selected);
     unsigned getEntryCount() const { return static_cast<unsigned>(m_entries.size()); }

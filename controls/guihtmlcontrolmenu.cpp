@@ -30,3 +30,6 @@ guiHtml& guiHtmlControlMenu::operator=(guiHtml& other)
 }
 
 guiHtml* guiHtmlControlMenu::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
+
+// Items have ids only while there is a menu bar.
+void guiHtmlControlMenu::activateItem(int) {}

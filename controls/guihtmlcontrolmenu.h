@@ -29,6 +29,9 @@ public:
     guiHtml& operator=(guiHtml& other) override;
     guiHtml* Clone(guiHtml* parent) override;
 
+    /// The user chose the item that has this id while the menu bar exists.
+    virtual void activateItem(int id);
+
     items_t const& getItems() const { return m_items; }
     /// The top-level items, to add to before any widget exists.
     items_t& editItems() { return m_items; }

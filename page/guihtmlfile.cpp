@@ -11,7 +11,6 @@
 #include <QPixmap>
 #include <QScrollBar>
 #include <QWidget>
-#include <algorithm>
 
 namespace {
 
@@ -107,11 +106,9 @@ int scrollToBookmark(guiHtml* root, sstring const& bookmark)
     guiHtml* node = root->getBookmarked(bookmark);
     if (!node)
         return 0;
-    QScrollBar* bar = root->getScroll().barY;
-    if (!bar)
+    if (!root->getScroll().barY)
         return 1;
-    int range = static_cast<int>(root->getScroll().rangeY);
-    root->onScrollY(std::clamp(topInRoot(node), 0, range));
+    root->onScrollY(topInRoot(node));
     root->updateScrollbarRanges();
     root->update();
     return 1;

@@ -3,6 +3,7 @@
 #include "controls/guiwidget.h"
 #include "page/guichildspan.h"
 #include "page/guihtml.h"
+#include "page/guihtmlsize-scroll.h"
 
 #include <QScrollBar>
 #include <algorithm>
@@ -11,17 +12,15 @@ namespace {
 
 QRect toQRect(guiRect const& rect) { return {rect.left, rect.top, rect.width, rect.height}; }
 
-/// Where a node shows its content, relative to its own corner: inside border, space, caption and scroll bars.
-guiRect contentArea(guiHtml const* node)
+/// Where a node shows its content, relative to its own corner: inside border, space and scroll bars; of a window below
+/// its menu.
+guiRect contentArea(guiHtml* node)
 {
-    guiHtml::scroll_t const& scroll = node->getScroll();
     int inset = node->m.border + node->m.space;
-    guiRect area{inset, node->m.rect.width - 2 * inset, inset, node->m.rect.height - 2 * inset};
-    if (scroll.barY)
-        area.width -= scroll.barY->sizeHint().width();
-    if (scroll.barX)
-        area.height -= scroll.barX->sizeHint().height();
-    return area;
+    bool isRoot = node->getType() == guiHtml::kTypeBase;
+    int above = isRoot ? node->m.rect.height - static_cast<int>(node->m.activeCy) : 0;
+    return {inset, node->m.rect.width - 2 * inset - guiBarWidth(node), inset + above,
+            node->m.rect.height - 2 * inset - above - guiBarHeight(node)};
 }
 
 /// The part of the content area that is visible, in widget coordinates.

@@ -1,0 +1,30 @@
+// controls/guiwidgetcheckbox.cpp: see guiwidgetcheckbox.h.
+#include "controls/guiwidgetcheckbox.h"
+
+#include "controls/guidispatch.h"
+#include "controls/guihtmlcontrolbutton.h"
+#include "controls/guiwidget.h"
+
+#include <QKeyEvent>
+
+guiWidgetCheckBox::guiWidgetCheckBox(QWidget* parent) : QCheckBox(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    connect(this, &QCheckBox::clicked, this, &guiWidgetCheckBox::onClick);
+}
+
+void guiWidgetCheckBox::onClick()
+{
+    guiDispatch dispatch;
+    if (owner)
+        owner->onClick();
+}
+
+void guiWidgetCheckBox::keyPressEvent(QKeyEvent* event)
+{
+    guiDispatch dispatch;
+    if (guiHandleKey(owner, event->key(), true))
+        event->accept();
+    else
+        QCheckBox::keyPressEvent(event);
+}

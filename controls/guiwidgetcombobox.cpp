@@ -1,0 +1,39 @@
+// controls/guiwidgetcombobox.cpp: see guiwidgetcombobox.h.
+#include "controls/guiwidgetcombobox.h"
+
+#include "controls/guidispatch.h"
+#include "controls/guihtmlcontrollist.h"
+#include "controls/guiwidget.h"
+
+#include <QKeyEvent>
+
+guiWidgetComboBox::guiWidgetComboBox(QWidget* parent) : QComboBox(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_NoSystemBackground);
+    connect(this, &QComboBox::activated, this, &guiWidgetComboBox::onChange);
+}
+
+void guiWidgetComboBox::setCurrentItem(int index)
+{
+    if (index >= 0 && index < count())
+        setCurrentIndex(index);
+}
+
+QString guiWidgetComboBox::text(int index) const { return index >= 0 && index < count() ? itemText(index) : QString(); }
+
+void guiWidgetComboBox::onChange(int)
+{
+    guiDispatch dispatch;
+    if (owner)
+        owner->onChange();
+}
+
+void guiWidgetComboBox::keyPressEvent(QKeyEvent* event)
+{
+    guiDispatch dispatch;
+    if (guiHandleKey(owner, event->key(), true))
+        event->accept();
+    else
+        QComboBox::keyPressEvent(event);
+}

@@ -1,0 +1,28 @@
+// controls/guiwidgetcombobox.h: the native widget of a `select` element that shows one row.
+#pragma once
+
+#include <QComboBox>
+
+class guiHtmlControlList;
+
+/// Escape and Enter go to the node. GUI thread.
+class guiWidgetComboBox : public QComboBox
+{
+    Q_OBJECT
+
+public:
+    explicit guiWidgetComboBox(QWidget* parent);
+
+    guiHtmlControlList* owner = nullptr; ///< not owned; null until the node binds it
+
+    /// Makes the item current; nothing for an index that is none.
+    void setCurrentItem(int index);
+    /// The item's text, "" for an index that is none.
+    QString text(int index) const;
+
+public slots:
+    void onChange(int index);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+};

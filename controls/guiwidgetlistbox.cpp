@@ -1,0 +1,32 @@
+// controls/guiwidgetlistbox.cpp: see guiwidgetlistbox.h.
+#include "controls/guiwidgetlistbox.h"
+
+#include "controls/guidispatch.h"
+#include "controls/guihtmlcontrollist.h"
+#include "controls/guiwidget.h"
+
+#include <QKeyEvent>
+
+guiWidgetListBox::guiWidgetListBox(QWidget* parent) : QListWidget(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_NoSystemBackground);
+    connect(this, &QListWidget::itemSelectionChanged, this, [this] { emit selectionChanged(); });
+    connect(this, SIGNAL(selectionChanged()), this, SLOT(onChange()));
+}
+
+void guiWidgetListBox::onChange()
+{
+    guiDispatch dispatch;
+    if (owner)
+        owner->onChange();
+}
+
+void guiWidgetListBox::keyPressEvent(QKeyEvent* event)
+{
+    guiDispatch dispatch;
+    if (guiHandleKey(owner, event->key(), true))
+        event->accept();
+    else
+        QListWidget::keyPressEvent(event);
+}

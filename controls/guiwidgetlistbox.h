@@ -1,0 +1,28 @@
+// controls/guiwidgetlistbox.h: the native widget of a `select` element that shows several rows.
+#pragma once
+
+#include <QListWidget>
+
+class guiHtmlControlList;
+
+/// Escape and Enter go to the node. GUI thread.
+class guiWidgetListBox : public QListWidget
+{
+    Q_OBJECT
+
+public:
+    explicit guiWidgetListBox(QWidget* parent);
+
+    guiHtmlControlList* owner = nullptr; ///< not owned; null until the node binds it
+
+public slots:
+    void onChange();
+
+signals:
+    /// Which rows are selected has changed.
+    void selectionChanged();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    using QListWidget::selectionChanged; // the base has a protected function of this name
+};

@@ -1,0 +1,94 @@
+// controls/guiwidgetlistitem.cpp: see guiwidgetlistitem.h.
+#include "controls/guiwidgetlistitem.h"
+
+#include "controls/guidispatch.h"
+#include "controls/guihtmlcontrolflex.h"
+
+#include <QTreeWidget>
+
+guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, QTreeWidget* parent, QString const& text,
+                                   Indicator indicator)
+    : QTreeWidgetItem(parent, UserType), owner(list), m_indicator(indicator)
+{
+    start(text);
+}
+
+guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, QTreeWidgetItem* parent, QString const& text,
+                                   Indicator indicator)
+    : QTreeWidgetItem(parent, UserType), owner(list), m_indicator(indicator)
+{
+    start(text);
+}
+
+guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, QTreeWidget* parent, QTreeWidgetItem* after,
+                                   QString const& text, Indicator indicator)
+    : QTreeWidgetItem(parent, after, UserType), owner(list), m_indicator(indicator)
+{
+    start(text);
+}
+
+guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, QTreeWidgetItem* parent, QTreeWidgetItem* after,
+                                   QString const& text, Indicator indicator)
+    : QTreeWidgetItem(parent, after, UserType), owner(list), m_indicator(indicator)
+{
+    start(text);
+}
+
+guiCheckListItem::~guiCheckListItem()
+{
+    if (m_isGone)
+        *m_isGone = true;
+}
+
+void guiCheckListItem::start(QString const& text)
+{
+    setText(0, text);
+    if (m_indicator != Controller)
+        QTreeWidgetItem::setData(0, Qt::CheckStateRole, Qt::Unchecked);
+}
+
+bool guiCheckListItem::isOn() const { return data(0, Qt::CheckStateRole).toInt() == Qt::Checked; }
+
+void guiCheckListItem::setOn(bool on) { setData(0, Qt::CheckStateRole, on ? Qt::Checked : Qt::Unchecked); }
+
+void guiCheckListItem::setData(int column, int role, QVariant const& value)
+{
+    if (role != Qt::CheckStateRole) {
+        QTreeWidgetItem::setData(column, role, value);
+        return;
+    }
+    if (column != 0 || m_indicator == Controller)
+        return;
+    bool wasOn = isOn();
+    QTreeWidgetItem::setData(column, role, value);
+    if (isOn() != wasOn)
+        stateChange(!wasOn);
+}
+
+/// The row of this group that is on besides this one, null when there is none.
+guiCheckListItem* guiCheckListItem::otherOn() const
+{
+    QTreeWidgetItem* group = parent() ? parent() : treeWidget() ? treeWidget()->invisibleRootItem() : nullptr;
+    for (int i = 0; group && i < group->childCount(); ++i) {
+        auto* row = dynamic_cast<guiCheckListItem*>(group->child(i));
+        if (row && row != this && row->m_indicator == RadioButton && row->isOn())
+            return row;
+    }
+    return nullptr;
+}
+
+void guiCheckListItem::stateChange(bool on)
+{
+    guiDispatch dispatch;
+    bool isGone = false;
+    bool* outer = m_isGone; // a handler may change the row once more
+    m_isGone = &isGone;
+    if (guiCheckListItem* other = on && m_indicator == RadioButton ? otherOn() : nullptr)
+        other->setOn(false);
+    if (!isGone && owner)
+        owner->onChange();
+    if (outer)
+        *outer = *outer || isGone;
+    if (!isGone)
+        m_isGone = outer;
+}

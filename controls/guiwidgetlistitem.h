@@ -1,0 +1,48 @@
+// controls/guiwidgetlistitem.h: a row of a check list, which tells its list node when its state changes.
+#pragma once
+
+#include <QTreeWidgetItem>
+
+class guiHtmlControlFlex;
+
+/// A row of a QTreeWidget with a check box, a radio indicator or neither in its first column. Radio rows under one
+/// parent exclude each other. Owned by the tree. GUI thread.
+class guiCheckListItem : public QTreeWidgetItem
+{
+public:
+    enum Indicator
+    {
+        Controller = 0, ///< none
+        CheckBox = 1,
+        RadioButton = 2,
+    };
+
+    /// At the end of the list, or of the rows under `parent`.
+    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidget* parent, QString const& text, Indicator indicator);
+    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidgetItem* parent, QString const& text, Indicator indicator);
+    /// Right behind the row `after`.
+    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidget* parent, QTreeWidgetItem* after, QString const& text,
+                     Indicator indicator);
+    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidgetItem* parent, QTreeWidgetItem* after, QString const& text,
+                     Indicator indicator);
+    ~guiCheckListItem() override;
+
+    Indicator getIndicator() const { return m_indicator; }
+    bool isOn() const;
+    /// Nothing for a row without an indicator.
+    void setOn(bool on);
+
+    void setData(int column, int role, QVariant const& value) override;
+    /// Called once for each change of the state, whoever made it: unchecks the other radio row of the group, then tells
+    /// the owner. The row may be gone when it returns.
+    virtual void stateChange(bool on);
+
+    guiHtmlControlFlex* owner = nullptr; ///< not owned; may be null
+
+private:
+    void start(QString const& text);
+    guiCheckListItem* otherOn() const;
+
+    Indicator m_indicator;
+    bool* m_isGone = nullptr; // set to true by the destructor
+};

@@ -1,0 +1,20 @@
+// controls/guiwidgetmultiedit.h: the native widget of a `textarea` of several lines.
+#pragma once
+
+#include <QPlainTextEdit>
+
+class guiHtmlControlEdit;
+
+/// Wraps at its own width, between words. All keys are the editor's. GUI thread.
+class guiWidgetMultiEdit : public QPlainTextEdit
+{
+    Q_OBJECT
+
+public:
+    explicit guiWidgetMultiEdit(QWidget* parent);
+
+    guiHtmlControlEdit* owner = nullptr; ///< not owned; null until the node binds it
+
+public slots:
+    void onChange();
+};

@@ -1,0 +1,36 @@
+// controls/guiwidgetpushbutton.cpp: see guiwidgetpushbutton.h.
+#include "controls/guiwidgetpushbutton.h"
+
+#include "controls/guidispatch.h"
+#include "controls/guihtmlcontrolbutton.h"
+#include "controls/guiwidget.h"
+
+#include <QKeyEvent>
+
+// No default button: Enter belongs to the page's own choice of a control, whichever widget has the focus.
+guiWidgetPushButton::guiWidgetPushButton(QWidget* parent) : QPushButton(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAutoDefault(false);
+    connect(this, &QPushButton::clicked, this, &guiWidgetPushButton::onClick);
+}
+
+void guiWidgetPushButton::onClick()
+{
+    guiDispatch dispatch;
+    if (owner)
+        owner->onClick();
+}
+
+// The toolkit presses a focused button on Return only where it may become a dialog's default one.
+void guiWidgetPushButton::keyPressEvent(QKeyEvent* event)
+{
+    guiDispatch dispatch;
+    bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (guiHandleKey(owner, event->key(), false))
+        event->accept();
+    else if (isEnter)
+        click();
+    else
+        QPushButton::keyPressEvent(event);
+}

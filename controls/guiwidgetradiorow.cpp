@@ -1,0 +1,102 @@
+// controls/guiwidgetradiorow.cpp: see guiwidgetradiorow.h. To the style a radio row has a blank picture in the place of
+// its check box, so that text and selection stand where they do in check box rows; the indicator is then drawn over
+// that picture.
+#include "controls/guiwidgetradiorow.h"
+
+#include "controls/guiwidgetlistitem.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionButton>
+#include <QTreeWidget>
+
+namespace {
+
+bool isRadio(QStyleOptionViewItem const& option, QModelIndex const& index)
+{
+    auto const* tree = qobject_cast<QTreeWidget const*>(option.widget);
+    auto const* row =
+        tree && index.column() == 0 ? dynamic_cast<guiCheckListItem*>(tree->itemFromIndex(index)) : nullptr;
+    return row && row->getIndicator() == guiCheckListItem::RadioButton;
+}
+
+QStyle* styleOf(QStyleOptionViewItem const& option)
+{
+    return option.widget ? option.widget->style() : QApplication::style();
+}
+
+QSize indicatorSize(QStyleOptionViewItem const& option)
+{
+    QStyle* style = styleOf(option);
+    return {style->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth, nullptr, option.widget),
+            style->pixelMetric(QStyle::PM_ExclusiveIndicatorHeight, nullptr, option.widget)};
+}
+
+QIcon blankIcon(QSize const& size)
+{
+    QPixmap blank(size);
+    blank.fill(Qt::transparent);
+    return QIcon(blank);
+}
+
+/// Whether the event, in a row that the user may check, means its indicator.
+bool isMeant(QEvent const* event, QRect const& indicator)
+{
+    if (event->type() == QEvent::KeyPress) {
+        int key = static_cast<QKeyEvent const*>(event)->key();
+        return key == Qt::Key_Space || key == Qt::Key_Select;
+    }
+    if (event->type() != QEvent::MouseButtonRelease)
+        return false;
+    auto const* mouse = static_cast<QMouseEvent const*>(event);
+    return mouse->button() == Qt::LeftButton && indicator.contains(mouse->position().toPoint());
+}
+
+} // namespace
+
+void guiWidgetRadioRow::initStyleOption(QStyleOptionViewItem* option, QModelIndex const& index) const
+{
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (!isRadio(*option, index))
+        return;
+    option->features &= ~QStyleOptionViewItem::HasCheckIndicator;
+    option->features |= QStyleOptionViewItem::HasDecoration;
+    option->decorationSize = indicatorSize(*option);
+    option->icon = blankIcon(option->decorationSize);
+}
+
+QRect guiWidgetRadioRow::indicatorRect(QStyleOptionViewItem const& option, QModelIndex const& index) const
+{
+    QStyleOptionViewItem row = option;
+    initStyleOption(&row, index);
+    QStyle::SubElement part =
+        isRadio(row, index) ? QStyle::SE_ItemViewItemDecoration : QStyle::SE_ItemViewItemCheckIndicator;
+    return styleOf(row)->subElementRect(part, &row, row.widget);
+}
+
+void guiWidgetRadioRow::paint(QPainter* painter, QStyleOptionViewItem const& option, QModelIndex const& index) const
+{
+    QStyledItemDelegate::paint(painter, option, index);
+    if (!isRadio(option, index))
+        return;
+    QStyleOptionButton indicator;
+    indicator.rect = indicatorRect(option, index);
+    indicator.palette = option.palette;
+    indicator.state = option.state & QStyle::State_Enabled;
+    bool isOn = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+    indicator.state |= isOn ? QStyle::State_On : QStyle::State_Off;
+    styleOf(option)->drawPrimitive(QStyle::PE_IndicatorRadioButton, &indicator, painter, option.widget);
+}
+
+bool guiWidgetRadioRow::editorEvent(QEvent* event, QAbstractItemModel* model, QStyleOptionViewItem const& option,
+                                    QModelIndex const& index)
+{
+    if (!isRadio(option, index))
+        return QStyledItemDelegate::editorEvent(event, model, option, index);
+    Qt::ItemFlags needed = Qt::ItemIsUserCheckable | Qt::ItemIsEnabled;
+    if ((model->flags(index) & needed) != needed || !isMeant(event, indicatorRect(option, index)))
+        return false;
+    return model->setData(index, Qt::Checked, Qt::CheckStateRole);
+}

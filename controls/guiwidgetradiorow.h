@@ -1,0 +1,23 @@
+// controls/guiwidgetradiorow.h: draws the indicator of radio rows and checks them; all other rows are the toolkit's
+// business.
+#pragma once
+
+#include <QStyledItemDelegate>
+
+/// For trees whose rows are guiCheckListItems. A click checks a radio row and never unchecks it. GUI thread.
+class guiWidgetRadioRow : public QStyledItemDelegate
+{
+    Q_OBJECT
+
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, QStyleOptionViewItem const& option, QModelIndex const& index) const override;
+    bool editorEvent(QEvent* event, QAbstractItemModel* model, QStyleOptionViewItem const& option,
+                     QModelIndex const& index) override;
+    /// Where the indicator of a row stands, in the view's coordinates.
+    QRect indicatorRect(QStyleOptionViewItem const& option, QModelIndex const& index) const;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, QModelIndex const& index) const override;
+};
