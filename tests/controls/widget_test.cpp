@@ -1,7 +1,7 @@
 // tests/controls/widget_test.cpp: how the top-level widget turns what the toolkit reports into calls on the page.
 #include "controls/guidispatch.h"
 #include "controls/guiwidgetscrollbar.h"
-#include "support/pagewindow.h"
+#include "tests/support/pagewindow.h"
 
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -17,6 +17,7 @@ class LogNode : public guiHtml
 {
 public:
     LogNode(List& log, char const* name) : m_log(log), m_name(name) {}
+    using guiHtml::operator=;
 
     int canHitTest() override { return 1; }
     void onMouseOn() override { note("on"); }
@@ -52,6 +53,7 @@ class LogRoot : public guiHtmlBase
 public:
     explicit LogRoot(List& log) : guiHtmlBase(nullptr, nullptr, nullptr, sstring()), m_log(log) {}
 
+    using guiHtmlBase::operator=;
     int onEscape() override { return m_log.push_back("escape"), keyUsed; }
     int onEnter() override { return m_log.push_back("enter"), keyUsed; }
     void onShow() override { m_log.push_back("show"); }
@@ -387,6 +389,7 @@ TEST_F(Widget, ClosingFromInsideAPaintDefersTheDeletionToItsEnd)
         root.destroyWidget();
         ASSERT_FALSE(widget.isNull());
         EXPECT_EQ(widget->deletePending, 1);
+        EXPECT_TRUE(widget->isVisible()) << "not even hidden before its end";
     };
     widget->repaint();
     EXPECT_EQ(painted, 1);

@@ -1,8 +1,8 @@
 // tests/page/links_test.cpp: where links lead, which handlers they call, and what loading a file does to the page.
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
-#include "support/fakescript.h"
-#include "support/pagewindow.h"
+#include "tests/support/fakescript.h"
+#include "tests/support/pagewindow.h"
 
 #include <QScrollBar>
 #include <gtest/gtest.h>
@@ -15,6 +15,7 @@ class Recorder : public Base
 {
 public:
     using Base::Base;
+    using Base::operator=;
 
     int setText(sstring const& content, sstring const& directory) override
     {
@@ -46,12 +47,14 @@ using RecordingRoot = Recorder<guiHtmlBase>;
 class ImageNode : public RecordingNode
 {
 public:
+    using RecordingNode::operator=;
     int getType() override { return kTypeImage; }
 };
 
 class FramesetNode : public guiHtml
 {
 public:
+    using guiHtml::operator=;
     int getType() override { return kTypeFrameset; }
 };
 
@@ -420,12 +423,14 @@ TEST_F(Links, PagesThatPullInEndlesslyManyOthersEnd)
 
 TEST_F(Links, APageWithManyFramesIsLaidOutOnce)
 {
+    std::vector<RecordingNode*> cells;
     for (int i = 0; i < 10; ++i) {
         std::string const file = "f" + std::to_string(i) + ".html";
         host.files["/" + file] = "F";
         auto* cell = add(&root);
         cell->setString(kStringSource, sstring(file.c_str()));
         cell->whileSetting = [](RecordingNode& node) { node.updateLayout(1); };
+        cells.push_back(cell);
     }
     host.files["/all.html"] = "ALL";
     root.whileSetting = [&](RecordingRoot& node) {
@@ -435,6 +440,8 @@ TEST_F(Links, APageWithManyFramesIsLaidOutOnce)
     EXPECT_EQ(root.loadFile(sstring("/all.html")), 1);
     EXPECT_EQ(host.read.size(), 11u);
     EXPECT_EQ(root.layouts, 1);
+    for (RecordingNode* cell : cells)
+        EXPECT_EQ(cell->layouts, 0);
 }
 
 TEST_F(Links, ABackgroundImageIsReadByTheLoadAndAMissingOneLeavesTheOldOne)

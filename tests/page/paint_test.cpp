@@ -1,7 +1,7 @@
 // tests/page/paint_test.cpp: what a plain node paints, pixel by pixel.
 #include "page/guicolor.h"
 #include "page/guipainting.h"
-#include "support/pagewindow.h"
+#include "tests/support/pagewindow.h"
 
 #include <QFontMetrics>
 #include <QPixmap>
@@ -27,6 +27,7 @@ int ringOf(guiRect const& rect, int x, int y)
 class PaintCounter : public guiHtml
 {
 public:
+    using guiHtml::operator=;
     void paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region) override
     {
         ++painted;
