@@ -9,12 +9,30 @@
 
 namespace {
 
-/// The nearest node from here up that decides about its font itself.
+bool decidesAboutFont(guiHtml* node)
+{
+    return !node->m.parent || node->hasString(kStringFace) || node->getType() == guiHtml::kTypeBase;
+}
+
+bool knowsSource(guiHtml const* node)
+{
+    return guiLayoutRun::isActive() && node->m.layout.fontRun == guiLayoutRun::number();
+}
+
+/// The nearest node from here up that decides about its font itself. In a layout every node passed remembers it, so
+/// that a deep page is not climbed again for each of its texts.
 guiHtml* fontSource(guiHtml* node)
 {
-    while (node->m.parent && !node->hasString(kStringFace) && node->getType() != guiHtml::kTypeBase)
-        node = node->m.parent;
-    return node;
+    guiHtml* source = node;
+    while (!knowsSource(source) && !decidesAboutFont(source))
+        source = source->m.parent;
+    if (knowsSource(source))
+        source = source->m.layout.fontSource;
+    for (; node != source && !knowsSource(node) && guiLayoutRun::isActive(); node = node->m.parent) {
+        node->m.layout.fontSource = source;
+        node->m.layout.fontRun = guiLayoutRun::number();
+    }
+    return source;
 }
 
 /// The last source asked in a layout: most nodes of a page share one.

@@ -23,10 +23,9 @@ constexpr qsizetype kMaxHeights = 1024;
 constexpr int kMaxFaceUnits = 128;
 constexpr int kMaxPoints = 500;
 constexpr unsigned kMaxWordsPerFont = 16384;
-constexpr std::size_t kMaxCutWords = 1024;
+constexpr std::size_t kMaxCutWords = 8192;
 // Long enough to shape fast, short enough that asking for each character's place stays cheap.
-constexpr qsizetype kSegment = 128;
-constexpr qsizetype kSegmentRightToLeft = 32; // measured prefix by prefix
+constexpr qsizetype kSegment = 64;
 
 /// A normalised font is as tall as its bucket allows: points up to `points` give lines of at most `height` pixels.
 struct heightBucket
@@ -213,42 +212,34 @@ void guiTextFont::rehash()
     }
 }
 
-std::vector<guiTextWord> const& guiTextFont::characters(QStringView word)
-{
-    std::uint64_t const key = keyOf(word);
-    if (auto const found = m_characters.find(key); found != m_characters.end())
-        return found->second;
-    if (m_characters.size() >= kMaxCutWords || word.size() > kMaxWord)
-        m_characters.clear();
-    std::vector<guiTextWord>& characters = m_characters[key];
-    measureCharacters(word, characters);
-    return characters;
-}
-
 namespace {
 
-/// Whether a unit belongs to a script that runs from right to left, or turns the direction of what follows.
-bool turnsDirection(QChar unit)
+/// Which way a unit runs; neutral ones run with their neighbours.
+enum class Flow
+{
+    Neutral,
+    Right, ///< from left to right
+    Left,
+};
+
+Flow flowOf(QChar unit)
 {
     if (unit.unicode() < 0x590)
-        return false;
-    if (unit.isHighSurrogate()) // the supplementary blocks with such scripts: U+10800 to U+10FFF, U+1E800 to U+1EFFF
-        return unit.unicode() == 0xD802 || unit.unicode() == 0xD803 || unit.unicode() == 0xD83A ||
-               unit.unicode() == 0xD83B;
+        return unit.isLetterOrNumber() ? Flow::Right : Flow::Neutral;
+    if (unit.isHighSurrogate()) // the supplementary blocks that run to the left: U+10800 to U+10FFF, U+1E800 to U+1EFFF
+        return (unit.unicode() & ~1) == 0xD802 || (unit.unicode() & ~1) == 0xD83A ? Flow::Left : Flow::Right;
     switch (unit.direction()) {
     case QChar::DirR:
     case QChar::DirAL:
+        return Flow::Left;
+    case QChar::DirL:
+    case QChar::DirEN:
     case QChar::DirAN:
-    case QChar::DirRLE:
-    case QChar::DirRLO:
-    case QChar::DirRLI:
-        return true;
+        return Flow::Right;
     default:
-        return false;
+        return Flow::Neutral;
     }
 }
-
-bool isRightToLeft(QStringView text) { return std::any_of(text.begin(), text.end(), turnsDirection); }
 
 /// Ends of the characters of a text, in units.
 std::vector<qsizetype> characterEnds(QStringView text)
@@ -262,11 +253,11 @@ std::vector<qsizetype> characterEnds(QStringView text)
     return ends;
 }
 
-void appendCharacter(std::vector<guiTextWord>& out, qsizetype units, int advance)
+void appendCharacter(std::vector<guiTextWord>& out, qsizetype units, int advance, bool isFirst)
 {
     guiTextWord part;
     part.advance = static_cast<std::uint16_t>(std::clamp(advance, 0, guiTextWord::kMaxAdvance));
-    part.flags = guiTextWord::kSingle | (out.empty() ? 0 : guiTextWord::kGlued);
+    part.flags = guiTextWord::kSingle | (isFirst ? 0 : guiTextWord::kGlued);
     for (; units > 0; units -= part.units) {
         part.units = static_cast<std::uint8_t>(std::min<qsizetype>(units, guiTextWord::kMaxUnits));
         out.push_back(part);
@@ -275,50 +266,85 @@ void appendCharacter(std::vector<guiTextWord>& out, qsizetype units, int advance
     }
 }
 
-/// Distances from the text's start to the end of each character, in 1/64 pixel.
-std::vector<int> distances(QFont const& font, QStringView text, std::vector<qsizetype> const& ends)
+/// Places of the ends of characters in a text that runs one way, from where it starts, in 1/64 pixel.
+std::vector<int> placesIn(QFont const& font, QStringView text, std::vector<qsizetype> const& ends, Flow flow)
 {
     ++guiLayoutCounters::wordsShaped;
-    std::vector<int> result;
-    QString const shared = QString::fromRawData(text.data(), text.size());
-    if (isRightToLeft(text)) { // places run both ways then: only prefixes have widths that add up
-        QFontMetricsF const metrics(font);
-        for (qsizetype end : ends)
-            result.push_back(toAdvance(metrics.horizontalAdvance(shared, static_cast<int>(end))));
-        return result;
-    }
-    QTextLayout layout(shared, font);
+    QTextLayout layout(QString::fromRawData(text.data(), text.size()), font);
+    QTextOption option;
+    option.setTextDirection(flow == Flow::Left ? Qt::RightToLeft : Qt::LeftToRight);
+    option.setWrapMode(QTextOption::NoWrap);
+    layout.setTextOption(option);
     layout.beginLayout();
     QTextLine line = layout.createLine();
-    line.setLineWidth(1e7);
     layout.endLayout();
+    qreal const start = line.cursorToX(0);
+    std::vector<int> places;
     for (qsizetype end : ends)
-        result.push_back(toAdvance(line.cursorToX(static_cast<int>(end))));
-    return result;
+        places.push_back(toAdvance(std::abs(line.cursorToX(static_cast<int>(end)) - start)));
+    return places;
+}
+
+/// A part of a word that runs one way, and short.
+struct segment
+{
+    qsizetype start = 0;
+    std::vector<qsizetype> ends; // of its characters, from its start
+    Flow flow = Flow::Neutral;
+
+    qsizetype size() const { return ends.empty() ? 0 : ends.back(); }
+    /// Takes a character over, unless it belongs to the next segment.
+    bool take(qsizetype end, Flow its)
+    {
+        bool const turns = its != Flow::Neutral && flow != Flow::Neutral && its != flow;
+        if (!ends.empty() && (turns || end - start > kSegment))
+            return false;
+        if (its != Flow::Neutral)
+            flow = its;
+        ends.push_back(end - start);
+        return true;
+    }
+};
+
+void appendSegment(QFont const& font, QStringView word, segment const& part, std::vector<guiTextWord>& out)
+{
+    std::vector<int> const places = placesIn(font, word.mid(part.start, part.size()), part.ends, part.flow);
+    int before = 0;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        appendCharacter(out, part.ends[i] - (i ? part.ends[i - 1] : 0), places[i] - before, part.start + i == 0);
+        before = std::max(before, places[i]);
+    }
 }
 
 } // namespace
 
-void guiTextFont::measureCharacters(QStringView word, std::vector<guiTextWord>& out) const
+void guiTextFont::appendCharacters(QStringView word, std::vector<guiTextWord>& out) const
 {
-    std::vector<qsizetype> const ends = characterEnds(word);
-    qsizetype const segment = isRightToLeft(word) ? kSegmentRightToLeft : kSegment;
-    for (std::size_t first = 0; first < ends.size();) {
-        qsizetype const start = first ? ends[first - 1] : 0;
-        std::size_t last = first + 1;
-        while (last < ends.size() && ends[last] - start <= segment)
-            ++last;
-        std::vector<qsizetype> segmentEnds;
-        for (std::size_t i = first; i < last; ++i)
-            segmentEnds.push_back(ends[i] - start);
-        int before = 0;
-        std::vector<int> const places = distances(m_font, word.mid(start, segmentEnds.back()), segmentEnds);
-        for (std::size_t i = 0; i < places.size(); ++i) {
-            appendCharacter(out, segmentEnds[i] - (i ? segmentEnds[i - 1] : 0), places[i] - before);
-            before = std::max(before, places[i]);
+    segment part;
+    qsizetype start = 0;
+    for (qsizetype end : characterEnds(word)) {
+        Flow const flow = flowOf(word[start]);
+        if (!part.take(end, flow)) {
+            appendSegment(m_font, word, part, out);
+            part = segment();
+            part.start = start;
+            part.take(end, flow);
         }
-        first = last;
+        start = end;
     }
+    appendSegment(m_font, word, part, out);
+}
+
+std::vector<guiTextWord> const& guiTextFont::characters(QStringView word)
+{
+    std::uint64_t const key = keyOf(word);
+    if (auto const found = m_characters.find(key); found != m_characters.end())
+        return found->second;
+    if (m_characters.size() >= kMaxCutWords)
+        m_characters.clear();
+    std::vector<guiTextWord>& characters = m_characters[key];
+    appendCharacters(word, characters);
+    return characters;
 }
 
 namespace {

@@ -67,10 +67,10 @@ public:
 
     /// Width of a word (no blanks in it) in 1/64 pixel.
     int wordAdvance(QStringView word);
-    /// The characters of a word, as a reader sees them: combining marks and surrogate pairs are not taken apart. Valid
-    /// until the next call.
+    /// Appends the characters of a word as a reader sees them: combining marks and surrogate pairs are not taken apart.
+    void appendCharacters(QStringView word, std::vector<guiTextWord>& out) const;
+    /// The same of a word of up to kMaxWord units, remembered. Valid until the next call.
     std::vector<guiTextWord> const& characters(QStringView word);
-
     /// The bold (1), italic (2) or bold italic (3) font of the same face and size; null until it is first needed. Not
     /// owned.
     guiTextFont*& variant(bool bold, bool italic) { return m_variants[(bold ? 1 : 0) + (italic ? 2 : 0)]; }
@@ -84,7 +84,6 @@ private:
 
     int measure(QStringView text) const;
     void rehash();
-    void measureCharacters(QStringView word, std::vector<guiTextWord>& out) const;
 
     QFont m_font;
     QFont m_underlined;

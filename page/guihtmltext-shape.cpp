@@ -108,8 +108,7 @@ void guiTextRun::builder::addWord(QStringView word)
             return;
         }
     }
-    std::vector<guiTextWord> const& characters = font.characters(word);
-    words.insert(words.end(), characters.begin(), characters.end());
+    font.appendCharacters(word, words);
 }
 
 void guiTextRun::builder::addBlanks(qsizetype count)

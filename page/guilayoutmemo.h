@@ -4,11 +4,15 @@
 
 #include <cstdint>
 
+class guiHtml;
+
 /// Results of one layout run, known by the run's number; all of them are stale in the next. GUI thread.
 struct guiLayoutMemo
 {
     static constexpr unsigned kWidths = 2;
 
+    guiHtml* fontSource = nullptr; ///< the node above that decides about this node's font; not owned
+    std::uint32_t fontRun = 0;     ///< run in which it was found
     std::uint32_t widthsRun = 0;   ///< run in which the children got their widths
     std::uint32_t heightsRun = 0;  ///< run in which the children got their heights,
     int heightsFor = 0;            ///< and the node's own height then, pixels

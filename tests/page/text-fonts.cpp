@@ -166,7 +166,9 @@ TEST(Characters, CoverTheWordAndAddUpToItsWidth)
     for (QString const& word : {QStringLiteral("office"), longWord, marks, arabic}) {
         int advance = 0;
         qsizetype units = 0;
-        for (guiTextWord const& character : font.characters(word)) {
+        std::vector<guiTextWord> characters;
+        font.appendCharacters(word, characters);
+        for (guiTextWord const& character : characters) {
             EXPECT_TRUE(character.flags & guiTextWord::kSingle);
             if (!(character.flags & guiTextWord::kSolid) && units > 0) {
                 QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, word);
