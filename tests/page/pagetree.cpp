@@ -3,34 +3,7 @@
 
 #include "page/guihtmltext-fonts.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QFontMetrics>
-
-namespace {
-
-/// Made before the first test; the list of tests is had without it.
-class applicationEnvironment : public testing::Environment
-{
-public:
-    void SetUp() override
-    {
-        static int argc = 1;
-        static char name[] = "page-test";
-        static char* argv[] = {name, nullptr};
-        m_application = std::make_unique<QApplication>(argc, argv);
-    }
-    void TearDown() override { m_application.reset(); }
-
-private:
-    std::unique_ptr<QApplication> m_application;
-};
-
-[[maybe_unused]] testing::Environment* const theEnvironment =
-    testing::AddGlobalTestEnvironment(new applicationEnvironment);
-
-} // namespace
 
 testRoot::testRoot() { m.alignY = kAlignTop; }
 

@@ -1,5 +1,5 @@
 // tests/page/pagetree.h: small page trees for tests of text and layout, built by hand: a root with a window of its own,
-// leaves of known size, and an application object that every test of the program shares.
+// and leaves of known size.
 #pragma once
 
 #include "page/guihtml.h"

@@ -440,6 +440,27 @@ TEST(TextMemory, ChangedTextOrFontIsMeasuredAnew)
     EXPECT_EQ(run->getHeightEstimate(1000), QFontMetrics(testFont(24)).lineSpacing());
 }
 
+TEST(TextMemory, WordsTakeLessThanTheTextItself)
+{
+    std::u16string text;
+    for (int i = 0; i < 20000; ++i)
+        text += i % 50 ? u"order " : u"[[b]]total[[/b]] of ";
+    guiTextRun const prose(text, guiTextFonts::of(testFont()), 10, true);
+    EXPECT_LT(prose.words().capacity() * sizeof(guiTextWord) + prose.chunks().capacity() * sizeof(guiTextChunk),
+              text.size());
+    guiTextRun const word(std::u16string(100000, u'x'), guiTextFonts::of(testFont()), 10, true);
+    EXPECT_LE(word.words().capacity() * sizeof(guiTextWord), 400000u);
+}
+
+TEST(TextMemory, NothingIsMeasuredBeforeItIsNeeded)
+{
+    testRoot root;
+    guiHtmlText* run = addText(&root, "one two three");
+    EXPECT_EQ(run->mx.measures, nullptr);
+    run->getPreferredWidth();
+    EXPECT_NE(run->mx.measures, nullptr);
+}
+
 TEST(TextMemory, CloneHasTheTextAndMeasuresForItself)
 {
     testRoot root;
