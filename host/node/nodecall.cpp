@@ -353,8 +353,11 @@ void NodeEngine::windowChanged(NodeObject& window, bool isOpen)
 
 void NodeEngine::windowOpened(NodeObject& window)
 {
-    if (m_openWindows.insert(&window).second)
-        window.hold();
+    if (!m_openWindows.insert(&window).second)
+        return;
+    window.hold();
+    if (!std::exchange(m_hasOpened, true))
+        NodeComponent::the().guardProcessExit();
 }
 
 void NodeEngine::windowClosed(NodeObject& window)

@@ -64,9 +64,8 @@ std::string NodeComponent::ensureStarted(NodeEngine& engine)
         return problem;
     m_owner = &engine;
     m_init(engine.services());
-    // Registered after the component's libraries have registered theirs, so that it runs before them.
-    on_exit(onProcessExit, this);
     m_state = State::Live;
+    guardProcessExit();
     return {};
 }
 
@@ -75,23 +74,26 @@ void NodeComponent::end(NodeEngine& engine)
     if (!isLive() || !isOwnedBy(engine))
         return;
     engine.close();
-    if (engine.isInsideCall())
+    if (engine.isInsideCall()) {
+        guardProcessExit();
         return;
+    }
     engine.closeWindows();
     engine.destroyInstances();
     m_shutdown();
     m_state = State::Ended;
 }
 
+/// The last one registered runs first. The libraries of the toolkit register destructors of their own as they are used,
+/// so this is called again when more of them are in use.
+void NodeComponent::guardProcessExit() { on_exit(onProcessExit, this); }
+
 /// The process ends and nobody has ended the component: the GUI thread still runs. The destructors of its libraries
 /// must not run beneath it, so the process leaves here, with what was written flushed.
-void NodeComponent::endWithoutComponent() { std::fflush(nullptr); }
-
 void NodeComponent::onProcessExit(int status, void* self)
 {
-    auto component = static_cast<NodeComponent*>(self);
-    if (!component->isLive())
+    if (!static_cast<NodeComponent*>(self)->isLive())
         return;
-    component->endWithoutComponent();
+    std::fflush(nullptr);
     _exit(status);
 }

@@ -32,8 +32,12 @@ public:
 
     /// Ends the component that `engine` started: calls in flight are answered with null, windows are closed, objects
     /// destroyed, the GUI thread ended. When the component itself is below us on the stack and waits for a script
-    /// method, this can not be done; the process then ends without it (see endWithoutComponent). Script thread.
+    /// method, this can not be done; the process then ends without it (guardProcessExit). Script thread.
     void end(NodeEngine& engine);
+
+    /// Sees to it that the process, should it end without end(), leaves before any destructor that was registered up to
+    /// now runs. Any thread.
+    void guardProcessExit();
 
 private:
     enum class State
@@ -45,7 +49,6 @@ private:
 
     NodeComponent() = default;
     static void onProcessExit(int status, void* self);
-    void endWithoutComponent();
 
     std::mutex m_mutex;
     void* m_library = nullptr; // never unloaded: its threads and statics live until the process ends

@@ -256,6 +256,7 @@ private:
     NodeObject* m_adopted = nullptr;
     std::string m_nextFolder;
     int m_callDepth = 0;
+    bool m_hasOpened = false;   // a window, ever
     bool m_isAbandoned = false; // the environment was terminated; no call into it succeeds
     std::map<ScriptMethod, std::unique_ptr<ScriptMethod>> m_ownMethods; // what defined methods point to
 
