@@ -64,7 +64,7 @@ configure_fingerprint() {
     (
         cd -- "$root" || exit
         printf '%s\n' "$root" */CMakeLists.txt */*/CMakeLists.txt
-        cat CMakePresets.json
+        cat CMakePresets.json host/node/node_modules/.tarn-stamp 2>/dev/null
     ) | cksum | tr ' ' -
 }
 
@@ -134,7 +134,7 @@ configure_fingerprint() {
     (
         cd -- "$root" || exit
         printf '%s\n' "$root" */CMakeLists.txt */*/CMakeLists.txt
-        cat CMakePresets.json
+        cat CMakePresets.json host/node/node_modules/.tarn-stamp 2>/dev/null
     ) | cksum | tr ' ' -
 }
 
