@@ -7,6 +7,7 @@ step_title=
 step_log=
 step_shown=
 steps_quiet=
+# The caller makes this its own, so that commands that run at the same time do not share logs.
 log_folder=$root/build/log
 
 note() {

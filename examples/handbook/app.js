@@ -53,11 +53,13 @@ function contents(open) {
 }
 
 function here(title) {
-    return `<tr><td height="30" valign="center" bgcolor="#FFFFFF"><b>${title}</b></td></tr>`;
+    return `<tr><td width="14" height="32" bgcolor="#FFFFFF"></td>
+        <td height="32" valign="center" bgcolor="#FFFFFF"><b>${title}</b></td></tr>`;
 }
 
 function link(page, title) {
-    return `<tr><td height="30" valign="center"><a href="event://onOpenPage/${page}">${title}</a></td></tr>`;
+    return `<tr><td width="14" height="32"></td>
+        <td height="32" valign="center"><a href="event://onOpenPage/${page}">${title}</a></td></tr>`;
 }
 
 /** What stands at the right of the footer. */
