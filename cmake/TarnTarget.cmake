@@ -31,13 +31,28 @@ function(tarn_target target)
 endfunction()
 
 # tarn_test(<name> <sources>... LIBS <targets>... [LABELS <labels>...] [ENV <NAME=value>...]): one GoogleTest program, each of
-# its tests known to CTest by name. Tests labelled "display" run under a virtual X server (see tests/).
+# its tests known to CTest by name, and each in a process of its own with the given environment. Tests labelled "display" run on
+# a virtual X server, which each of them has to itself (tests/e2e/run-test.sh).
 function(tarn_test name)
     cmake_parse_arguments(arg "" "" "LIBS;LABELS;ENV" ${ARGN})
     add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
     tarn_target(${name})
     target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gtest GTest::gtest_main)
+
+    # Not by the test property ENVIRONMENT: gtest_discover_tests takes lists of properties apart.
+    set(wrapper)
+    if(arg_ENV)
+        list(APPEND wrapper env ${arg_ENV})
+    endif()
+    if("display" IN_LIST arg_LABELS)
+        list(APPEND wrapper "${PROJECT_SOURCE_DIR}/tests/e2e/run-test.sh")
+    endif()
+    set_target_properties(${name} PROPERTIES CROSSCOMPILING_EMULATOR "${wrapper}")
+
+    set(labels)
+    if(arg_LABELS)
+        set(labels LABELS "${arg_LABELS}")
+    endif()
     include(GoogleTest)
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 30
-        PROPERTIES LABELS "${arg_LABELS}" ENVIRONMENT "${arg_ENV}" TIMEOUT 120)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 30 PROPERTIES ${labels} TIMEOUT 120)
 endfunction()
