@@ -40,6 +40,21 @@ public:
     bool hasComponent() const { return hasComponent_; }
     void setComponent(bool present) { hasComponent_ = present; }
 
+    /// Whether a function of the component is running on the script thread, below the one that asks. Script thread.
+    bool insideComponent() const { return componentDepth_ > 0; }
+    /// Marks that a function of the component is running, while it lives. Script thread.
+    class ComponentCall
+    {
+    public:
+        explicit ComponentCall(NativeEngine& engine) : engine_(engine) { ++engine_.componentDepth_; }
+        ~ComponentCall() { --engine_.componentDepth_; }
+        ComponentCall(ComponentCall const&) = delete;
+        ComponentCall& operator=(ComponentCall const&) = delete;
+
+    private:
+        NativeEngine& engine_;
+    };
+
     /// Takes a class of the component. Script thread, before any object of it is made.
     NativeClass& addClass(std::string const& name);
     /// The component's class of this name, or null.
@@ -102,6 +117,7 @@ private:
     std::thread::id const scriptThread_ = std::this_thread::get_id();
     std::atomic<bool> hasComponent_{false};
     std::atomic<bool> stopped_{false};
+    int componentDepth_ = 0; // script thread
     NativeRuntime runtime_;
     NativeLibManager manager_;
     NativeObjectTable objects_;

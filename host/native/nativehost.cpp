@@ -10,15 +10,15 @@ namespace {
 /// The one host, for exit().
 NativeHost* current = nullptr;
 
-/// Static objects of the toolkit are destroyed after this; its thread must have ended by then. A host whose script
-/// thread is not the one that exits can not be ended from here.
-void shutDownAtExit()
+} // namespace
+
+/// Static objects of the toolkit are destroyed after this; its thread must have ended by then. Calls of the component
+/// that are under way never return here. A host whose script thread is not the one that exits can not be ended.
+void nativeShutDownAtExit()
 {
     if (current && current->engine().onScriptThread())
-        current->shutdown();
+        current->end();
 }
-
-} // namespace
 
 NativeHost::NativeHost(NativeHostOptions options) : component_(options.component), engine_(NativeEngine::make())
 {
@@ -29,19 +29,19 @@ NativeHost::NativeHost(NativeHostOptions options) : component_(options.component
     try {
         start();
     } catch (...) {
-        shutdown();
+        end();
         throw;
     }
 }
 
-NativeHost::~NativeHost() { shutdown(); }
+NativeHost::~NativeHost() { end(); }
 
 void NativeHost::start()
 {
     engine_->setComponent(true);
     if (!component_.init(engine_->manager()))
         throw std::runtime_error("NativeHost: the component's Init failed");
-    static const int registered = std::atexit(shutDownAtExit);
+    static const int registered = std::atexit(nativeShutDownAtExit);
     (void)registered;
     for (const char* const* name = component_.getCompNames(); *name; ++name) {
         classNames_.push_back(*name);
@@ -51,6 +51,14 @@ void NativeHost::start()
 }
 
 void NativeHost::shutdown()
+{
+    if (engine_->insideComponent())
+        nativeReport("NativeHost::shutdown() is refused inside a call of the component");
+    else
+        end();
+}
+
+void NativeHost::end()
 {
     if (current != this)
         return;
@@ -76,6 +84,7 @@ NativeValue NativeHost::callClass(std::string const& className, std::string_view
 NativeValue NativeHost::classProperty(std::string const& className, std::string_view name)
 {
     NativeValue out;
+    NativeEngine::ComponentCall running(*engine_);
     NativeClass const* scriptClass = engine_->findClass(className);
     if (scriptClass && engine_->hasComponent() && scriptClass->hasDynamic(engine_->manager(), nullptr, name))
         scriptClass->getDynamic(engine_->manager(), nullptr, name, out);

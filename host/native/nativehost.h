@@ -80,6 +80,8 @@ public:
     bool serveUntil(std::function<bool()> const& done, std::chrono::milliseconds limit);
 
     /// Ends the component: completes pending calls, destroys every object of its classes, and waits for its GUI thread.
+    /// Refused, with a line on standard error, in a handler that runs inside a call of the component (a modal show(),
+    /// say), since that call would return into what is gone.
     void shutdown();
 
     /// Makes the files of a folder known as "vfs://`name`/...".
@@ -93,7 +95,9 @@ public:
     NativeFileService& files() { return engine_->manager().files(); }
 
 private:
+    friend void nativeShutDownAtExit();
     void start();
+    void end();
 
     NativeEntryPoints const component_;
     std::shared_ptr<NativeEngine> const engine_;

@@ -75,6 +75,7 @@ void NativeObject::finishOnScriptThread()
 void NativeObject::runCreateHandler(NativeArguments& args)
 {
     NativeValue result;
+    NativeEngine::ComponentCall running(*engine_);
     if (class_ && class_->createHandler())
         class_->createHandler()(engine_->manager(), &private_, this, args, result);
     stage_ = Stage::Created;
@@ -149,6 +150,7 @@ NativeResult NativeObject::run(NativeMethod const& method, NativeObject& self, N
     if (auto* handler = std::get_if<std::shared_ptr<const NativeHandler>>(&method))
         return (**handler)(self, args);
     NativeValue result;
+    NativeEngine::ComponentCall running(*engine_);
     if (auto* function = std::get_if<ScriptMethod>(&method); function && engine_->hasComponent())
         (*function)(engine_->manager(), &self.private_, &self, args, result);
     return result;
@@ -213,6 +215,7 @@ void NativeObject::callMethodAsync(ScriptObject* self, sstring const& name, Scri
 
 NativeValue NativeObject::get(std::string_view name)
 {
+    NativeEngine::ComponentCall running(*engine_);
     NativeValue out;
     NativeValue key(name);
     if (class_ && engine_->hasComponent() && class_->hasDynamic(engine_->manager(), this, key))
@@ -224,6 +227,7 @@ NativeValue NativeObject::get(std::string_view name)
 
 bool NativeObject::set(std::string_view name, NativeValue const& value)
 {
+    NativeEngine::ComponentCall running(*engine_);
     NativeValue key(name);
     if (class_ && engine_->hasComponent() && class_->hasDynamic(engine_->manager(), this, key))
         return class_->setDynamic(engine_->manager(), this, key, value);
@@ -233,6 +237,7 @@ bool NativeObject::set(std::string_view name, NativeValue const& value)
 
 bool NativeObject::remove(std::string_view name)
 {
+    NativeEngine::ComponentCall running(*engine_);
     NativeValue key(name);
     if (class_ && engine_->hasComponent() && class_->hasDynamic(engine_->manager(), this, key))
         return class_->removeDynamic(engine_->manager(), this, key);

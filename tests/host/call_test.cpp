@@ -169,6 +169,7 @@ TEST_F(CallTest, AfterTheEndOfTheHostCompletesAtOnce)
     std::thread([this] { start("run"); }).join();
     EXPECT_EQ(completion.count, 1);
     EXPECT_TRUE(completion.value.isNull());
+    EXPECT_EQ(engine->calls().size(), 0u);
 }
 
 TEST_F(CallTest, ABlockingCallServesOthersUntilItsAnswerIsThere)

@@ -211,6 +211,33 @@ TEST_F(HostTest, ShutdownEndsCallsDestroysWindowsAndBreaksCycles)
     EXPECT_EQ(host.engine().objects().size(), 0u);
 }
 
+TEST_F(HostTest, ShutdownIsRefusedInsideACallOfTheComponent)
+{
+    NativeWindow window = host.window();
+    window.on("onEnd", [this](NativeWindow& self, const NativeArguments&) {
+        testing::internal::CaptureStderr();
+        host.shutdown();
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "NativeHost::shutdown() is refused inside a call of the component\n");
+        self.setReturnValue("alive");
+        self.close();
+    });
+    host.post([] { FakeComponent::click("onEnd"); });
+    EXPECT_EQ(window.show(), NativeValue("alive"));
+}
+
+TEST_F(HostTest, ShutdownInAHandlerOfAnOpenWindowEndsRun)
+{
+    NativeWindow window = host.window();
+    window.on("onEnd", [this](NativeWindow&, const NativeArguments&) { host.shutdown(); });
+    window.open();
+    FakeComponent::click("onEnd");
+    FakeComponent::takeLog();
+    host.run();
+    EXPECT_EQ(FakeComponent::takeLog(), "destroy shutdown");
+    EXPECT_EQ(FakeComponent::pendingClicks(), 0);
+}
+
 TEST_F(HostTest, AHandleThatOutlivesTheHostGivesNull)
 {
     NativeWindow window;

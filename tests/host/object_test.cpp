@@ -309,6 +309,18 @@ TEST_F(ObjectTest, EngineValuesAreOwnedUntilReleased)
     EXPECT_EQ(engine->objects().size(), 1u);
 }
 
+TEST_F(ObjectTest, AnOpenWindowIsKeptAndItsCloseEndsAWait)
+{
+    std::thread([this] { face->windowState(1); }).join();
+    object = nullptr;
+    EXPECT_EQ(engine->objects().size(), 1u);
+    std::thread closer([this] { face->windowState(0); });
+    EXPECT_TRUE(engine->pump().turn(std::chrono::seconds(60)));
+    closer.join();
+    EXPECT_FALSE(engine->windows().any());
+    EXPECT_EQ(engine->objects().size(), 0u);
+}
+
 namespace {
 
 bool hasWidth(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValue const& name, bool isStatic)
