@@ -1,5 +1,6 @@
 // page/guihtmlfile.cpp: gives nodes the content of files: pages, pictures, background images, and what `src` attributes
 // name. Parsing is guihtmlload.cpp's. A content filter is a script: after it has run, the node may be gone.
+#include "controls/guihtmlimage.h"
 #include "page/guihtml.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
@@ -28,6 +29,15 @@ sstring picturePage(sstring const& path)
     name.replace(sstring("&"), sstring("&amp;"));
     name.replace(sstring("\""), sstring("&quot;"));
     return sstring("<img src=\"") + name + "\">";
+}
+
+int loadPicture(guiHtml* node, sstring const& path)
+{
+    if (auto* image = dynamic_cast<guiHtmlImage*>(node)) {
+        image->setSource(path);
+        return 1;
+    }
+    return node->setText(picturePage(path), guiDirectoryOf(path));
 }
 
 /// The name to load: links and `src` are relative to the page around the node, what script loads into a window to the
@@ -72,7 +82,7 @@ int loadInto(guiHtml* node, sstring const& file)
     guiLayoutHold hold;
     sstring path = nameToLoad(node, file);
     if (!guiIsPageFile(path))
-        return node->setText(picturePage(path), guiDirectoryOf(path));
+        return loadPicture(node, path);
     if (!budget.isExhausted())
         return loadPage(node, path);
     guiComponent::logError("guiHtml::loadFile() - %s is not loaded: too many pages within pages\n", path.c_str());

@@ -48,7 +48,17 @@ bool hasFixedPicture(guiHtml const* node)
     return false;
 }
 
-/// Bars are opaque, so the toolkit moves their pixels too, from where others lie already: they are painted anew.
+// Of opaque widgets the toolkit moves the pixels too, from where others lie already: what is moved here is painted
+// anew.
+
+void placeControl(guiHtml* node)
+{
+    guiRect rect = node->m.rect;
+    node->setRect(&rect);
+    if (QWidget* widget = node->getChildWidget())
+        widget->update();
+}
+
 void placeBars(guiHtml* node)
 {
     node->updateScrollbarRanges();
@@ -66,8 +76,7 @@ void placeWidgets(guiHtml* parent, guiRect const& area)
     while (guiHtml* child = span.next()) {
         guiHtml::scroll_t const& scroll = child->getScroll();
         if (child->getType() == guiHtml::kTypeControl) {
-            guiRect rect = child->m.rect;
-            child->setRect(&rect);
+            placeControl(child);
             continue;
         }
         if (scroll.barX || scroll.barY)

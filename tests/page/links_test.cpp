@@ -1,4 +1,5 @@
 // tests/page/links_test.cpp: where links lead, which handlers they call, and what loading a file does to the page.
+#include "controls/guihtmlimage.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
 #include "tests/support/fakescript.h"
@@ -337,6 +338,15 @@ TEST_F(Links, APictureFileBecomesAPageWithOnePicture)
     EXPECT_EQ(cell->loadFile(sstring("a&\"b.PNG")), 1);
     EXPECT_EQ(cell->contents, List{"<img src=\"/app/pages/a&amp;&quot;b.PNG\">"});
     EXPECT_TRUE(host.read.empty()) << "the picture is read by its node";
+}
+
+TEST_F(Links, APictureTakesAPictureFileAsItsNewSource)
+{
+    auto* image = add<guiHtmlImage>(&root);
+    EXPECT_EQ(follow(image, "{}b.png"), 1);
+    EXPECT_EQ(image->getSource(), "/app/pages/b.png");
+    EXPECT_EQ(image->getChildCount(), 0u);
+    EXPECT_TRUE(root.contents.empty());
 }
 
 TEST_F(Links, ABookmarkScrollsToItsNodeWithinTheRange)
