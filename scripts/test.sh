@@ -57,8 +57,9 @@ sum_results() {
             isOk = word("status") == "run"
             ownSkip = pass = fail = skip = 0
         }
+        { gsub(/<\/?system-out>/, "") }
         /<skipped message="SKIP_/ { ownSkip = 1 }
-        isNode && /^(#|ℹ) (pass|fail|cancelled|skipped|todo) [0-9]+$/ {
+        isNode && /^[ \t]*(#|ℹ) (pass|fail|cancelled|skipped|todo) [0-9]+$/ {
             if ($2 == "pass") pass += $3
             else if ($2 == "fail" || $2 == "cancelled") fail += $3
             else skip += $3
