@@ -1,16 +1,16 @@
 // bench/ratio.h: runs the benchmarks of a program and then says how its measurements stand to each other, one line
-// each:
-//   ratio <name> <value> target <value>
-// Figures of one run on one machine can be compared; absolute times can not. Every benchmark program shares this.
+// each (bench/ratioline.h). Figures of one run on one machine can be compared; absolute times can not. Every program
+// whose benchmarks run on one thread shares this; bench/alternating.h serves the others.
 #pragma once
 
 #include <algorithm>
-#include <cstdio>
 #include <map>
 #include <string>
 #include <vector>
 
 #include <benchmark/benchmark.h>
+
+#include "ratioline.h"
 
 /// How many times as fast `ours` is as `peer`, both names of benchmarks, as the run prints them. A target below 1 says
 /// what part of a limit is to be reached.
@@ -42,7 +42,7 @@ public:
         auto const ours = seconds.find(ratio.ours);
         auto const peer = seconds.find(ratio.peer);
         if (ours != seconds.end() && peer != seconds.end())
-            std::printf("ratio %s %.3g target %.3g\n", ratio.name.c_str(), peer->second / ours->second, ratio.target);
+            printRatio(ratio.name, ours->second, peer->second, ratio.target);
     }
 
 private:

@@ -27,6 +27,7 @@ targets_for() {
     case $1 in
         page) echo --target tarn_dump ;;
         program) echo --target tarn_node ;;
+        bench) echo --target tarn_bench ;;
     esac
 }
 

@@ -1,0 +1,115 @@
+// bench/bench-string.cpp: how fast a string grows by appending, unit by unit and piece by piece, beside the string of
+// the standard library that holds the same units. Making and freeing the string counts on both sides.
+#include <cstring>
+#include <string>
+
+#include "foundation/vela-string.h"
+#include "ratio.h"
+
+namespace {
+
+constexpr unsigned int sizes[] = {100, 10'000, 1'000'000}; // units in the finished string
+
+/// A word with the blank behind it, as running text has them.
+constexpr char16_t widePiece[] = u"running text ";
+constexpr char narrowPiece[] = "running text ";
+constexpr unsigned int pieceUnits = sizeof narrowPiece - 1;
+
+/// Hides a constant from the compiler: neither side may know how long the piece is.
+template <class Unit>
+Unit const* unknown(Unit const* text)
+{
+    benchmark::DoNotOptimize(text);
+    return text;
+}
+
+struct OurUnits
+{
+    using String = sstring;
+    static constexpr unsigned int step = 1;
+    static void append(String& text, unsigned int i) { text += static_cast<unsigned short>('a' + i % 26); }
+};
+
+struct PeerUnits
+{
+    using String = std::u16string;
+    static constexpr unsigned int step = 1;
+    static void append(String& text, unsigned int i) { text += static_cast<char16_t>('a' + i % 26); }
+};
+
+struct OurWidePieces
+{
+    using String = sstring;
+    static constexpr unsigned int step = pieceUnits;
+    static void append(String& text, unsigned int)
+    {
+        text += unknown(reinterpret_cast<unsigned short const*>(widePiece));
+    }
+};
+
+struct PeerWidePieces
+{
+    using String = std::u16string;
+    static constexpr unsigned int step = pieceUnits;
+    static void append(String& text, unsigned int) { text += unknown(widePiece); }
+};
+
+/// 8-bit text goes through the code set of the string's locale; the peer knows none and only widens.
+struct OurNarrowPieces
+{
+    using String = sstring;
+    static constexpr unsigned int step = pieceUnits;
+    static void append(String& text, unsigned int) { text += unknown(narrowPiece); }
+};
+
+struct PeerNarrowPieces
+{
+    using String = std::u16string;
+    static constexpr unsigned int step = pieceUnits;
+    static void append(String& text, unsigned int)
+    {
+        char const* piece = unknown(narrowPiece);
+        text.append(piece, piece + std::strlen(piece));
+    }
+};
+
+template <class Way>
+void grow(benchmark::State& state)
+{
+    unsigned int const units = static_cast<unsigned int>(state.range(0));
+    for (auto _ : state) {
+        typename Way::String text;
+        for (unsigned int i = 0; i < units; i += Way::step) {
+            Way::append(text, i);
+            benchmark::ClobberMemory();
+        }
+        benchmark::DoNotOptimize(text);
+    }
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations()) * units);
+}
+
+template <class Ours, class Peer>
+void addPair(std::string const& name, std::vector<Ratio>& ratios)
+{
+    std::string const ours = name + "-sstring";
+    std::string const peer = name + "-u16string";
+    auto* const oursRuns = benchmark::RegisterBenchmark(ours.c_str(), grow<Ours>);
+    auto* const peerRuns = benchmark::RegisterBenchmark(peer.c_str(), grow<Peer>);
+    for (unsigned int size : sizes) {
+        std::string const units = std::to_string(size);
+        oursRuns->Arg(size);
+        peerRuns->Arg(size);
+        ratios.push_back({"append-" + name + "/" + units, ours + "/" + units, peer + "/" + units, 0.5});
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::vector<Ratio> ratios;
+    addPair<OurUnits, PeerUnits>("units", ratios);
+    addPair<OurWidePieces, PeerWidePieces>("16-bit-pieces", ratios);
+    addPair<OurNarrowPieces, PeerNarrowPieces>("8-bit-pieces", ratios);
+    return runWithRatios(argc, argv, ratios);
+}

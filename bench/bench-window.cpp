@@ -1,0 +1,118 @@
+// bench/bench-window.cpp: how long it takes from the start of a process until its window shows its text, beside a bare
+// program of the toolkit that paints the same text itself. Both are watched from outside in the same way.
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <exception>
+#include <filesystem>
+#include <stdexcept>
+#include <thread>
+
+#include "alternating.h"
+#include "ratioline.h"
+#include "windowwatch.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int rounds = 25;
+constexpr double target = 1 / 1.25;
+constexpr uint32_t background = 0x336699;
+constexpr uint32_t text = 0xFFFFFF;
+constexpr int width = 320;
+constexpr int height = 160;
+constexpr std::chrono::seconds longestStart{30};
+/// Until the window manager has cleared away the last window.
+constexpr std::chrono::milliseconds rest{60};
+
+/// A program that is started, looked at and killed.
+class Child
+{
+public:
+    explicit Child(std::vector<std::string> const& words)
+    {
+        std::vector<char*> arguments;
+        for (std::string const& word : words)
+            arguments.push_back(const_cast<char*>(word.c_str()));
+        arguments.push_back(nullptr);
+        if (posix_spawn(&process, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0)
+            throw std::runtime_error("can not start " + words[0]);
+    }
+    Child(Child const&) = delete;
+    Child& operator=(Child const&) = delete;
+    ~Child()
+    {
+        if (process != 0)
+            end();
+    }
+
+    /// Processor seconds that it used.
+    double end()
+    {
+        kill(process, SIGKILL);
+        rusage used{};
+        wait4(process, nullptr, 0, &used);
+        process = 0;
+        auto const seconds = [](timeval const& time) {
+            return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
+        };
+        return seconds(used.ru_utime) + seconds(used.ru_stime);
+    }
+
+private:
+    pid_t process = 0;
+};
+
+/// What one program needed, over all its starts.
+struct Program
+{
+    std::vector<std::string> words;
+    std::vector<double> processorSeconds;
+};
+
+/// Seconds until the window is there; a program that fails to show it ends the benchmark.
+double timeOfStart(WindowWatch& watch, Program& program)
+{
+    auto const start = Clock::now();
+    Child child(program.words);
+    auto const seen = watch.waitForContent(background, text, [&] { return Clock::now() - start > longestStart; });
+    double const seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    program.processorSeconds.push_back(child.end());
+    if (!seen)
+        throw std::runtime_error(program.words[0] + " showed no window with its text");
+    if (seen->width != width || seen->height != height)
+        throw std::runtime_error(program.words[0] + " showed a window of another size");
+    watch.waitUntilGone(seen->window);
+    std::this_thread::sleep_for(rest);
+    return seconds;
+}
+
+void measure()
+{
+    std::string const folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
+    Program page{{folder + "/window_page", "window-page.html"}, {}};
+    Program plain{{folder + "/window_plain"}, {}};
+    WindowWatch watch;
+    Medians const medians = measureInTurns(
+        rounds, [&] { return timeOfStart(watch, page); }, [&] { return timeOfStart(watch, plain); });
+    std::printf("processor time up to then: %s, and %s of the bare program\n",
+                timeText(median(page.processorSeconds)).c_str(), timeText(median(plain.processorSeconds)).c_str());
+    printRatio("first-window", medians.ours, medians.peer, target);
+}
+
+} // namespace
+
+int main()
+{
+    try {
+        measure();
+    } catch (std::exception const& error) {
+        std::fprintf(stderr, "bench_window: %s\n", error.what());
+        return 1;
+    }
+}

@@ -1,0 +1,37 @@
+// bench/ratioline.h: how a benchmark program says what it found, one line for each comparison:
+//   ratio <name> <value> target <value> ours <figure> peer <figure>
+// bench/run gathers these lines into its closing table. Figures hold no blanks.
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+/// A duration as a person reads it: three digits and a unit.
+inline std::string timeText(double seconds)
+{
+    struct Unit
+    {
+        char const* name;
+        double seconds;
+    };
+    constexpr Unit units[] = {{"s", 1}, {"ms", 1e-3}, {"us", 1e-6}, {"ns", 1e-9}};
+    Unit unit = units[3];
+    for (Unit const& candidate : units) {
+        if (seconds >= candidate.seconds) {
+            unit = candidate;
+            break;
+        }
+    }
+    char text[32];
+    std::snprintf(text, sizeof text, "%.3g%s", seconds / unit.seconds, unit.name);
+    return text;
+}
+
+/// Prints one comparison of two durations in seconds: how many times as fast `ours` is as `peer`. It is met when that
+/// is at least `target`; a target below 1 says what part of the peer's speed is to be reached.
+inline void printRatio(std::string const& name, double ours, double peer, double target)
+{
+    std::printf("ratio %s %.3g target %.3g ours %s peer %s\n", name.c_str(), peer / ours, target,
+                timeText(ours).c_str(), timeText(peer).c_str());
+    std::fflush(stdout);
+}
