@@ -61,19 +61,11 @@ int likedLayerHeight(guiHtml* node, guiLayer const& layer, int width)
 
 int computeEstimate(guiHtml* node, int width)
 {
-    std::int64_t height = guiFrameOf(node) + std::int64_t{node->getCaptionHeight()};
+    guiLayerSum heights(node, guiLayerSum::Gap::BelowContent);
     guiLayerWalk layers(node);
-    bool endedParagraph = false;
-    while (layers.next()) {
-        if (!layers.isFirst())
-            height += node->m.divide;
-        if (endedParagraph)
-            height += kParagraphGap;
-        int const layerHeight = likedLayerHeight(node, layers.layer(), width);
-        height += layerHeight;
-        endedParagraph = layers.layer().endsParagraph && layerHeight != 0;
-    }
-    return guiClampPixels(height);
+    while (layers.next())
+        heights.add(layers.layer(), likedLayerHeight(node, layers.layer(), width));
+    return guiClampPixels(heights.total() + guiFrameOf(node) + std::int64_t{node->getCaptionHeight()});
 }
 
 } // namespace
@@ -136,8 +128,7 @@ void guiHtml::updateActiveHeights()
     auto const available = static_cast<unsigned long>(std::max(room, 0));
     m.layout.heightsRun = guiLayoutRun::number();
     m.layout.heightsFor = guiClampPixels(m.activeCy);
-    std::int64_t content = 0;
-    bool endedParagraph = false;
+    guiLayerSum content(this, guiLayerSum::Gap::Always);
     guiLayerWalk layers(this);
     while (layers.next()) {
         guiLayer const& layer = layers.layer();
@@ -146,12 +137,11 @@ void guiHtml::updateActiveHeights()
             int const height = guiClampPixels(getChildHeight(i, child->m.activeCx, available));
             child->m.activeCy = static_cast<unsigned>(std::max({height, child->m.dynamic.cyMin, 0}));
         }
-        content += (layers.isFirst() ? 0 : m.divide) + (endedParagraph ? kParagraphGap : 0) + layerHeight(this, layer);
-        endedParagraph = layer.endsParagraph;
+        content.add(layer, layerHeight(this, layer));
     }
     for (guiHtml* child : guiNodesOf(this))
         updateHeightsBelow(child);
-    guiDecideBar(this, Qt::Vertical, content, room);
+    guiDecideBar(this, Qt::Vertical, content.total(), room);
 }
 
 namespace {
@@ -167,17 +157,14 @@ struct springs
 springs findSprings(guiHtml* node)
 {
     springs found;
-    std::int64_t content = 0;
-    bool endedParagraph = false;
+    guiLayerSum content(node, guiLayerSum::Gap::BelowContent);
     guiLayerWalk layers(node);
     while (layers.next()) {
         guiLayerNodes const nodes(node, layers.layer());
-        int const height = layerHeight(node, layers.layer());
-        content += (layers.isFirst() ? 0 : node->m.divide) + (endedParagraph ? kParagraphGap : 0) + height;
-        endedParagraph = layers.layer().endsParagraph && height != 0;
+        content.add(layers.layer(), layerHeight(node, layers.layer()));
         found.layers += std::any_of(nodes.begin(), nodes.end(), isSpringy);
     }
-    found.spare = guiInnerHeight(node, guiClampPixels(node->m.activeCy)) - content;
+    found.spare = guiInnerHeight(node, guiClampPixels(node->m.activeCy)) - content.total();
     return found;
 }
 

@@ -97,14 +97,10 @@ struct contentMinimum
 contentMinimum measureLayers(guiHtml* node)
 {
     contentMinimum minimum;
+    guiLayerSum heights(node, guiLayerSum::Gap::BelowContent);
     guiLayerWalk layers(node);
-    bool endedParagraph = false;
     while (layers.next()) {
         guiLayer const& layer = layers.layer();
-        if (!layers.isFirst())
-            minimum.height += node->m.divide;
-        if (endedParagraph)
-            minimum.height += kParagraphGap;
         std::int64_t width = guiDividersOf(node, layer);
         int height = 0;
         for (guiHtml* child : guiLayerNodes(node, layer)) {
@@ -113,10 +109,10 @@ contentMinimum measureLayers(guiHtml* node)
             height = std::max(height, child->m.dynamic.cyMin);
         }
         normalizePercents(node, layer);
-        endedParagraph = layer.endsParagraph && height != 0;
-        minimum.height += height;
+        heights.add(layer, height);
         minimum.width = std::max(minimum.width, width);
     }
+    minimum.height = heights.total();
     return minimum;
 }
 

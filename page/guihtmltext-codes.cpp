@@ -1,6 +1,9 @@
 // page/guihtmltext-codes.cpp: see guihtmltext-codes.h.
 #include "page/guihtmltext-codes.h"
 
+#include "foundation/vela-qt.h"
+#include "page/guihtmlparser.h"
+
 #include <QByteArray>
 
 #include <algorithm>
@@ -10,6 +13,7 @@ namespace {
 
 constexpr int kIndentPixels = 40;
 constexpr int kMaxIndentLevels = 800;
+constexpr qsizetype kMaxColorUnits = 32;
 
 guiTextCode readClosingCode(QStringView code)
 {
@@ -57,12 +61,7 @@ int guiReadIndent(QStringView code)
 
 guiColor guiReadColorCode(QStringView code)
 {
-    QByteArray const digits = code.mid(1, 6).toLatin1();
-    bool isNumber = false;
-    unsigned const value = digits.toUInt(&isNumber, 16);
-    if (!isNumber || digits.size() != 6)
-        return guiColor::Black;
-    return {static_cast<int>(value >> 16), static_cast<int>(value >> 8 & 0xFF), static_cast<int>(value & 0xFF)};
+    return guiHtmlParser::convColorToStruct(qtoss(code.left(kMaxColorUnits).toString()));
 }
 
 // Looks for brackets from m_end on. Once the text holds no closing pair, none is looked for again: a text of nothing

@@ -30,7 +30,7 @@ enum class guiTextCode : std::uint8_t
 guiTextCode guiReadTextCode(QStringView code);
 /// The indentation that ">" and a number ask for, in pixels: 40 for each level, never negative.
 int guiReadIndent(QStringView code);
-/// "#RRGGBB"; anything else reads as black.
+/// "#RRGGBB", read as the parser reads colours; anything else is black.
 guiColor guiReadColorCode(QStringView code);
 
 /// Walks over a run: stretches of plain text with codes in between. Brackets that are never closed are plain text.

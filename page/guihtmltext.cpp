@@ -70,8 +70,9 @@ void guiHtmlText::setRect(guiRect* rect)
 void guiHtmlText::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region)
 {
     guiHtml::paintTo(painter, x, y, widget, region);
-    guiRect box{x + m.rect.left + m.border, m.rect.width - 2 * m.border, y + m.rect.top + m.border,
-                m.rect.height - 2 * m.border};
+    int const border = guiClampPixels(m.border);
+    guiRect box{x + m.rect.left + border, m.rect.width - 2 * border, y + m.rect.top + border,
+                m.rect.height - 2 * border};
     QRect const inner = QRect(box.left, box.top, box.width, box.height).adjusted(m.space, m.space, -m.space, -m.space);
     QRegion const clip = region ? region->intersected(inner) : QRegion(inner);
     if (clip.isEmpty() || !getTopLevelWidget())

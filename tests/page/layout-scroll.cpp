@@ -148,6 +148,48 @@ TEST_F(ScrollBars, StandInsideTheBorderAndTheSpace)
     EXPECT_EQ(barX()->geometry(), QRect(5, 140 - 5 - extentY, 120 - 10 - extentX, extentY));
 }
 
+TEST_F(ScrollBars, RangeReachesTheEndOfContentWithDividersAndParagraphs)
+{
+    node->m.divide = 5;
+    node->m.alignY = kAlignTop;
+    addMarkers(node, {kMarkerParagraph, kMarkerParagraph});
+    addBox(node, 10, 30);
+    layOut(100, 100, 10, 100);
+    EXPECT_EQ(node->getScroll().rangeY, 100u + 5 + 12 + 5 + 12 + 30 - 100);
+    EXPECT_EQ(node->getLastChild()->m.rect.bottom(), 100 + static_cast<int>(node->getScroll().rangeY));
+}
+
+TEST_F(ScrollBars, HorizontalRangeCountsMinimaAndDividers)
+{
+    node->m.divide = 5;
+    addNode(node)->m.fixed.cxMin = 60;
+    layOut(100, 100, 70, 10);
+    EXPECT_EQ(node->getScroll().rangeX, 60u + 5 + 70 - 100);
+}
+
+TEST_F(ScrollBars, RootScrollsToo)
+{
+    root.m.scrollMode = kPolicyScroll;
+    node->m.fixed.cxMin = 600;
+    layOut(600, 600, 10, 10);
+    ASSERT_NE(root.getScroll().barX, nullptr);
+    ASSERT_NE(root.getScroll().barY, nullptr);
+    int const extent = root.getScroll().barY->sizeHint().width();
+    EXPECT_EQ(root.getScroll().barY->geometry(), QRect(500 - extent, 0, extent, 500 - extent));
+}
+
+TEST_F(ScrollBars, BarInsideAScrolledNodeIsCutOffWithIt)
+{
+    root.m.scrollMode = kPolicyScroll;
+    addBox(&root, 10, 10);
+    node->m.scrollMode = kPolicyScroll;
+    layOut(400, 700, 10, 900);
+    ASSERT_NE(barY(), nullptr);
+    ASSERT_NE(root.getScroll().barY, nullptr);
+    EXPECT_FALSE(barY()->mask().isEmpty());
+    EXPECT_LE(barY()->mask().boundingRect().bottom(), 500);
+}
+
 TEST_F(ScrollBars, TextWrapsBesideTheBar)
 {
     guiHtmlText* text = addText(node, "one two three four five six seven eight nine ten one two three four five six");

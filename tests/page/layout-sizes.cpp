@@ -276,6 +276,23 @@ TEST_F(SpringyHeight, DividersParagraphsAndFrameAreNotSpare)
     EXPECT_EQ(heightsOf(table), (sizes{39, 39})); // 100 - 6 - 4 - 12
 }
 
+TEST_F(SpringyHeight, GapBelowAnEmptyParagraphIsSpare)
+{
+    addRow(20);
+    addMarkers(table, {kMarkerParagraph, kMarkerParagraph});
+    addRow(20);
+    root.layOut(200, 300);
+    EXPECT_EQ(heightsOf(table), (sizes{44, 44})); // 100 - 12: the second gap counts only where nodes are placed
+}
+
+TEST_F(SpringyHeight, NodeThatDoesNotExpandHandsNothingOut)
+{
+    addRow(20);
+    table->m.expandChildren = 0;
+    root.layOut(200, 300);
+    EXPECT_EQ(heightsOf(table), (sizes{20}));
+}
+
 TEST_F(SpringyHeight, CellHandsItsWholeNewHeightToItsChildren)
 {
     guiHtml* cell = addRow(20);
