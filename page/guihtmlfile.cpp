@@ -18,7 +18,7 @@ namespace {
 /// Logs what went wrong with a file. The result is that of a failed load.
 int failed(char const* what, sstring const& path)
 {
-    guiComponent::logError("guiHtml::loadFile() - failed to %s %s\n", what, path.c_str());
+    guiComponent::logError("guiHtml::loadFile() - failed to %s %s\n", what, guiComponent::printable(path).c_str());
     return 0;
 }
 
@@ -85,7 +85,8 @@ int loadInto(guiHtml* node, sstring const& file)
         return loadPicture(node, path);
     if (!budget.isExhausted())
         return loadPage(node, path);
-    guiComponent::logError("guiHtml::loadFile() - %s is not loaded: too many pages within pages\n", path.c_str());
+    guiComponent::logError("guiHtml::loadFile() - %s is not loaded: too many pages within pages\n",
+                           guiComponent::printable(path).c_str());
     return 0;
 }
 
@@ -98,7 +99,8 @@ int loadSource(guiHtml* node, sstring const& source)
     path = nameToLoad(node, path);
     if (!isWithin(node, path))
         return node->loadFile(source);
-    guiComponent::logError("guiHtml::dynamicLoad() - %s is not loaded: it contains itself\n", path.c_str());
+    guiComponent::logError("guiHtml::dynamicLoad() - %s is not loaded: it contains itself\n",
+                           guiComponent::printable(path).c_str());
     return 0;
 }
 

@@ -186,7 +186,7 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
 void guiHtmlParser::pullUnknown(guiHtml* parent, mlSection* section)
 {
     guiComponent::logError("guiHtmlParser::pullContent() - ignoring unrecognized tag <%s> (warning)\n",
-                           section->getName().c_str());
+                           guiComponent::printable(section->getName()).c_str());
     pullContent(parent, section);
 }
 

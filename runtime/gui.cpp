@@ -6,6 +6,7 @@
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
 #include "foundation/vela-memmgr.h"
+#include "foundation/vela-qt.h"
 #include "foundation/vela-textstream.h"
 #include "runtime/guicallback.h"
 #include "runtime/guicomponenthost.h"
@@ -333,6 +334,8 @@ void guiComponent::logError(const char* format, ...)
     std::vfprintf(stderr, format, arguments);
     va_end(arguments);
 }
+
+std::string guiComponent::printable(sstring const& text) { return sstoq(text).toStdString(); }
 
 ScriptObject* guiComponent::NewScriptObject() { return pGUI->m_platform->createObject(pGUI->getEngine()); }
 ScriptValue* guiComponent::NewScriptValue() { return pGUI->m_platform->createValue(pGUI->getEngine()); }

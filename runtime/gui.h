@@ -10,6 +10,7 @@
 
 #include <atomic>
 #include <map>
+#include <string>
 
 class guiHtml;
 class guiThread;
@@ -82,6 +83,10 @@ public:
 
     /// Writes a formatted message to standard error and adds nothing to it. Any thread; needs no component.
     static void logError(const char* format, ...) __attribute__((format(printf, 1, 2)));
+
+    /// A text as it goes into a message: UTF-8 whatever the locale, since names of files and elements are in any
+    /// script.
+    static std::string printable(sstring const& text);
 
     /// Host objects, always with the current engine. Made by one, released by the other.
     static ScriptObject* NewScriptObject();

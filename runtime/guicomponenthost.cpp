@@ -79,12 +79,14 @@ public:
         void const* data = nullptr;
         unsigned length = 0;
         if (!pGUI->getLoadFile()->readFile(pageOf(root), path, &data, &length)) {
-            guiComponent::logError("guiLoadImage() - failed to load image %s; file not found\n", path.c_str());
+            guiComponent::logError("guiLoadImage() - failed to load image %s; file not found\n",
+                                   guiComponent::printable(path).c_str());
             return 0;
         }
         if (decode(data, length, image))
             return 1;
-        guiComponent::logError("guiLoadImage() - failed to load image %s; bad format\n", path.c_str());
+        guiComponent::logError("guiLoadImage() - failed to load image %s; bad format\n",
+                               guiComponent::printable(path).c_str());
         return 0;
     }
 };

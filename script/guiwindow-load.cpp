@@ -45,7 +45,7 @@ bool readText(textstream& stream, sstring const& path, sstring& text)
         text = stream.toString();
         return true;
     } catch (velaError const& error) {
-        guiComponent::logError("GuiWindow::load() - failed to load file %s\n", sstring(path).c_str());
+        guiComponent::logError("GuiWindow::load() - failed to load file %s\n", guiComponent::printable(path).c_str());
         return false;
     }
 }
@@ -60,7 +60,7 @@ int apply(guiHtmlBase& root, sstring& text, sstring const& path)
     int result = page.pullWindow(&root);
     if (!page.hasContent())
         guiComponent::logError("GuiWindow::load() - unable to find <body> or <html> tag in %s; probably not HTML\n",
-                               sstring(path).c_str());
+                               guiComponent::printable(path).c_str());
     return result;
 }
 
@@ -78,7 +78,7 @@ int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path)
     std::unique_ptr<textstream> stream(pGUI->loadTextStream(relativeTo, path));
     sstring text;
     if (stream == nullptr) {
-        guiComponent::logError("GuiWindow::load() - failed to load file %s\n", path.c_str());
+        guiComponent::logError("GuiWindow::load() - failed to load file %s\n", guiComponent::printable(path).c_str());
         return 0;
     }
     if (!readText(*stream, path, text))
@@ -89,7 +89,7 @@ int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path)
     record->root = root;
     publish(*record);
     if (!guiFilter_load(record->window, path, text, record->window, record->form)) {
-        guiComponent::logError("GuiWindow::load() - failed to filter file %s\n", path.c_str());
+        guiComponent::logError("GuiWindow::load() - failed to filter file %s\n", guiComponent::printable(path).c_str());
         return 0;
     }
     return apply(*root, text, path);

@@ -254,14 +254,16 @@ guiHtml* GetControl(void* record, sstring& name)
     guiHtmlBase* root = GetWindow(record);
     if (root == nullptr) {
         guiComponent::logError("GuiWindow::GetControl() - invalid window data supplied for control %s (0x%08lX)\n",
-                               name.c_str(), static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(record)));
+                               guiComponent::printable(name).c_str(),
+                               static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(record)));
         return nullptr;
     }
     if (name.getLength() == 0)
         return root;
     guiHtml* node = root->getNamed(name);
     if (node == nullptr)
-        guiComponent::logError("GuiWindow::GetControl() - control %s not found in window\n", name.c_str());
+        guiComponent::logError("GuiWindow::GetControl() - control %s not found in window\n",
+                               guiComponent::printable(name).c_str());
     return node;
 }
 

@@ -94,6 +94,15 @@ TEST_F(WindowTest, MissingFileIsReportedByName)
     EXPECT_FALSE(window.isValid());
 }
 
+TEST_F(WindowTest, NamesInMessagesAreUtf8)
+{
+    NativeWindow window = host.window();
+    testing::internal::CaptureStderr();
+    window.load("übersicht-目录.html");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "GuiWindow::load() - failed to load file " + (folder / "übersicht-目录.html").string() + "\n");
+}
+
 TEST_F(WindowTest, DirectoryIsReportedByName)
 {
     fs::create_directory(folder / "sub");
