@@ -1,18 +1,45 @@
 // controls/guidispatch.cpp: see guidispatch.h.
 #include "controls/guidispatch.h"
 
+#include <QPointer>
 #include <QWidget>
+#include <vector>
 
 namespace {
 
-unsigned theDepth = 0; // GUI thread
+// GUI thread.
+unsigned theDepth = 0;
+std::vector<QPointer<QWidget>> theDoomed; // to be deleted when theDepth is 0 again
+
+void deleteDoomed()
+{
+    std::vector<QPointer<QWidget>> doomed;
+    doomed.swap(theDoomed);
+    for (QPointer<QWidget> const& widget : doomed) {
+        if (widget)
+            widget->deleteLater(); // the toolkit looks at it once more when our handler has returned
+    }
+}
 
 } // namespace
 
 guiDispatch::guiDispatch() { ++theDepth; }
-guiDispatch::~guiDispatch() { --theDepth; }
+
+guiDispatch::~guiDispatch()
+{
+    if (--theDepth == 0)
+        deleteDoomed();
+}
 
 bool guiDispatch::isActive() { return theDepth != 0; }
+
+void guiDispatch::deleteAfterwards(QWidget* widget)
+{
+    if (isActive())
+        theDoomed.emplace_back(widget);
+    else
+        widget->deleteLater();
+}
 
 void guiDeleteWidget(QWidget* widget)
 {
@@ -23,5 +50,5 @@ void guiDeleteWidget(QWidget* widget)
         return;
     }
     widget->hide();
-    widget->deleteLater();
+    guiDispatch::deleteAfterwards(widget);
 }

@@ -16,6 +16,10 @@ public:
     guiDispatch& operator=(guiDispatch const&) = delete;
 
     static bool isActive();
+    /// Has the event loop delete the widget once the outermost stretch, if there is one, has ended. deleteLater() alone
+    /// does not: a handler waits in an event loop of its own, which would delete a widget that is still in the middle
+    /// of its event.
+    static void deleteAfterwards(QWidget* widget);
 };
 
 /// Deletes the widget: at once when nothing of the toolkit may be inside it, else hidden now and deleted by the event

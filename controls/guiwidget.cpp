@@ -110,7 +110,7 @@ void guiWidget::deleteWhenSafe()
     }
     unbind();
     hide();
-    deleteLater();
+    guiDispatch::deleteAfterwards(this);
 }
 
 void guiWidget::refresh()
@@ -369,7 +369,7 @@ void guiWidget::endPaint()
     if (deletePending) {
         unbind();
         hide();
-        deleteLater();
+        guiDispatch::deleteAfterwards(this);
     } else if (!m_missed.isEmpty()) {
         update(m_missed);
     }

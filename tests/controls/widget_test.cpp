@@ -292,6 +292,25 @@ TEST_F(Widget, AHandlerThatClosesTheWindowLeavesTheToolkitAWidgetUntilItReturns)
     EXPECT_TRUE(widget.isNull());
 }
 
+TEST_F(Widget, AWindowClosedInTheEventLoopOfAWaitingHandlerLivesUntilThatReturns)
+{
+    show();
+    bool alive = false;
+    a->whileTold = [&](std::string const&) {
+        // A handler waits for script; script, meanwhile, closes the window: an event of its own in the loop of the
+        // wait.
+        QMetaObject::invokeMethod(
+            qApp, [this] { root.destroyWidget(); }, Qt::QueuedConnection);
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+        alive = !widget.isNull();
+    };
+    mouse(QEvent::MouseButtonPress, 15, 17);
+    EXPECT_TRUE(alive);
+    PageWindow::settle();
+    EXPECT_TRUE(widget.isNull());
+}
+
 TEST_F(Widget, OutsideOfHandlersDeletionIsAtOnce)
 {
     root.destroyWidget();
