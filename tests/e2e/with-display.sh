@@ -40,7 +40,7 @@ tear_down() {
 require() {
     local program
     for program in "$@"; do
-        command -v "$program" >/dev/null || fail "$program is missing (Debian: xvfb openbox x11-utils)"
+        command -v "$program" >/dev/null || fail "$program is missing (Debian: xvfb openbox)"
     done
 }
 
@@ -62,12 +62,14 @@ start_server() {
     export DISPLAY=:$(<"$work/display")
 }
 
+# The manager is ready when it runs its start command. It says on the root window that it is there long before, but what opens
+# a window between the two may never be shown: requests that came too early wait until something else happens.
 manager_is_up() {
-    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
+    [ -e "$work/manager-ready" ]
 }
 
 start_manager() {
-    openbox --sm-disable >"$work/manager.log" 2>&1 </dev/null &
+    openbox --sm-disable --startup "touch '$work/manager-ready'" >"$work/manager.log" 2>&1 </dev/null &
     manager=$!
     wait_until 20 "$manager" manager_is_up || fail 'openbox did not start' "$work/manager.log"
 }
@@ -84,7 +86,7 @@ isolate() {
 
 { : 4<&0; } 2>/dev/null || exec </dev/null
 [ $# -gt 0 ] || fail 'usage: with-display.sh COMMAND [ARGUMENT...]'
-require Xvfb openbox xprop
+require Xvfb openbox
 trap tear_down EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
