@@ -1,0 +1,34 @@
+// tests/e2e/exitdriver.cpp: a program that ends by exit(7) with a window on the screen, in the way its argument names:
+// inside a handler of a "modal" or an "open" window, or "idle", outside of handlers. Quiet unless something goes wrong.
+#include "tests/e2e/fixture.h"
+
+int main(int, char** argv)
+{
+    std::string how = argv[1];
+    TimeLimit limit(std::chrono::seconds(30));
+    PageFolder pages;
+    pages.write("page.html", linkPage("Exit", "event://onExit"));
+    NativeHost host({.folder = pages.path()});
+    NativeWindow window = host.window("page.html");
+    window.on("onExit", [&pages](NativeWindow&, const NativeArguments&) {
+        std::filesystem::remove_all(pages.path()); // exit() destroys nothing of main()
+        std::exit(7);
+    });
+    auto* user = new std::thread([&] {
+        Desktop desktop;
+        waitForLink(desktop);
+        if (how == "idle")
+            host.quit();
+        else
+            clickLink(desktop);
+    });
+    if (how == "modal") {
+        window.show();
+    } else {
+        window.open();
+        host.run();
+    }
+    user->join();
+    std::filesystem::remove_all(pages.path());
+    std::exit(how == "idle" ? 7 : 1);
+}
