@@ -9,24 +9,32 @@
 #include "runtime/guihtmlbase.h"
 
 /// Runs one step over the markup. Markup is parsed as far as it is asked for, so every look at it may meet a syntax
-/// error: it is logged once, and what was parsed before it stays.
+/// error: the first is kept for the log, and what was parsed before it stays.
 template <typename Step>
 void guiHtmlParser::guarded(Step step)
 {
     try {
         step();
     } catch (mlParseError const& error) {
-        reportError(error.toEnglishString());
+        keepError(error.toEnglishString());
     } catch (velaError const& error) {
-        reportError(error.getMessage() + "\n");
+        keepError(error.getMessage() + "\n");
     }
 }
 
-void guiHtmlParser::reportError(sstring const& message)
+void guiHtmlParser::keepError(sstring const& message)
 {
-    if (!m_failed)
-        guiComponent::logError("guiHtmlParser::pullPage() - %s", message.c_str());
-    m_failed = true;
+    if (m_error.getLength() == 0)
+        m_error = message;
+}
+
+/// Logs the first error, if there was one, and tells whether the page was read whole.
+bool guiHtmlParser::endPage()
+{
+    if (m_error.getLength() == 0)
+        return m_hasContent;
+    guiComponent::logError("guiHtmlParser::pullPage() - %s", m_error.c_str());
+    return false;
 }
 
 int guiHtmlParser::pullPage(guiHtml* node)
@@ -38,7 +46,7 @@ int guiHtmlParser::pullPage(guiHtml* node)
         if (isWindow)
             pullBorder(node, section);
     }
-    return m_hasContent && !m_failed;
+    return endPage();
 }
 
 int guiHtmlParser::pullWindow(guiHtmlBase* window)
@@ -48,7 +56,7 @@ int guiHtmlParser::pullWindow(guiHtmlBase* window)
         pullSizeInfo(window, section);
         guarded([&] { pullBase(window, section); });
     }
-    return m_hasContent && !m_failed;
+    return m_hasContent && endPage(); // what is no page at all is the caller's to say, in one line
 }
 
 /// Reads the whole markup, the window's title (if `window` is not null) and the node's colours, background and

@@ -170,7 +170,8 @@ private:
     void openLink(guiHtml* parent);
     template <typename Step>
     void guarded(Step step);
-    void reportError(sstring const& message);
+    void keepError(sstring const& message);
+    bool endPage();
     mlSection* openPage(guiHtml* node, guiHtmlBase* window);
     mlSection* findContent();
     void pullTitle(guiHtmlBase* window);
@@ -184,7 +185,7 @@ private:
     bool m_suppressSpace = false; // set by a line break, cleared by text
     bool m_lastWasBlock = false;  // the item before was a block object
     bool m_hasContent = false;
-    bool m_failed = false; // a syntax error was logged
+    sstring m_error; // the first syntax error, "" without one
     bool m_warnedOfDepth = false;
     unsigned m_depth = 0; // elements that are open, those around the page's node included
     std::vector<scope_t> m_scopes;

@@ -36,7 +36,8 @@ int main(int count, char** arguments)
         return 2;
     }
     NativeHost host;
-    NativeWindow window = host.window(std::filesystem::absolute(arguments[1]).string());
+    NativeWindow window = host.window();
+    bool isWhole = window.load(std::filesystem::absolute(arguments[1]).string());
     if (!window.isValid())
         return 1; // the component has said why
     NativeArguments size{std::atoi(arguments[2]), std::atoi(arguments[3])};
@@ -45,5 +46,5 @@ int main(int count, char** arguments)
     pGUI->getThread()->callFunction(dumpTree, pGUI->getManager(), object.getPrivate(), &object, size, dump);
     std::string text = dump.text();
     std::fwrite(text.data(), 1, text.size(), stdout);
-    return 0;
+    return isWhole ? 0 : 1; // a page with a fault is printed as far as it was read
 }

@@ -115,7 +115,7 @@ TEST_F(WindowTest, DirectoryIsReportedByName)
 
 TEST_F(WindowTest, PageWithoutBodyIsReported)
 {
-    for (const char* bytes : {"", "just text", "<p>no body</p>"}) {
+    for (const char* bytes : {"", "just text", "<p>no body</p>", "\x7f\x03<\x01\x02=<<>"}) {
         NativeWindow window = host.window();
         write("plain.html", bytes);
         testing::internal::CaptureStderr();
