@@ -48,7 +48,15 @@ void callOnGuiThread(ScriptMethod method, ScriptObject* self)
     pGUI->getThread()->callFunction(method, pGUI->getManager(), nullptr, self, noArguments(), result);
 }
 
-void doNothing(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&) {}
+/// How often each of our two functions was reached, on the thread where it belongs. Read after the measurement.
+int reachedOnGuiThread = 0;
+int reachedOnScriptThread = 0;
+
+/// As good as nothing.
+void arrive(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&)
+{
+    reachedOnGuiThread += pGUI->getThread()->isGuiThread();
+}
 
 /// On the GUI thread: calls the handler `onPing` of an object once for each trip.
 void callHandlers(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs&, ScriptValue& result)
@@ -143,7 +151,7 @@ void destroyGuiEnd(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, Scri
 void callFromScript()
 {
     for (int i = 0; i < tripsPerSample; ++i)
-        callOnGuiThread(doNothing, nullptr);
+        callOnGuiThread(arrive, nullptr);
 }
 
 /// Measures one pair; prints the time of one trip.
@@ -161,7 +169,9 @@ int main()
     NativeHost host;
     NativeWindow window = host.window(); // from now on there is an engine, and so a pump to wait in
     NativeObjectRef object = host.object();
-    object->on("onPing", [](NativeObject&, NativeArguments const&) {});
+    object->on("onPing", [](NativeObject&, NativeArguments const&) {
+        reachedOnScriptThread += pGUI->getThread()->isScriptThread();
+    });
 
     int const core = sched_getcpu();
     pinTo(pthread_self(), core);
@@ -175,4 +185,11 @@ int main()
         "gui-thread-calls-handler", [&] { callOnGuiThread(callHandlers, object.get()); },
         [] { line->script.letOtherPlay(); });
     callOnGuiThread(destroyGuiEnd, nullptr);
+
+    constexpr int expected = (rounds + 1) * tripsPerSample;
+    if (reachedOnGuiThread == expected && reachedOnScriptThread == expected)
+        return 0;
+    std::fprintf(stderr, "bench_roundtrip: %d and %d calls arrived, not %d\n", reachedOnGuiThread,
+                 reachedOnScriptThread, expected);
+    return 1;
 }

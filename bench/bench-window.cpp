@@ -20,7 +20,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int rounds = 25;
+constexpr int rounds = 41;
 constexpr double target = 1 / 1.25;
 constexpr uint32_t background = 0x336699;
 constexpr uint32_t text = 0xFFFFFF;

@@ -27,6 +27,9 @@ struct Ratio
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
+    /// Without colours, whose control characters would stand in the lines that other programs read.
+    RatioReporter() : ConsoleReporter(OO_Tabular) {}
+
     void ReportRuns(std::vector<Run> const& runs) override
     {
         for (Run const& run : runs)

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <langinfo.h>
 #include <unicode/ucnv.h>
 
 namespace {
@@ -123,10 +124,42 @@ int UnicodeToAnsi(unsigned char* out, unsigned short const* in, unsigned int cap
     return 1;
 }
 
+namespace {
+
+/// The last answer of keepsPlainAscii() on this thread, with all that it depends on: the name of the locale and what
+/// the C library says. Every 8-bit text of a string asks, nearly always about the same locale, and finding its code set
+/// takes longer than copying a word.
+struct LastAnswer
+{
+    LOCALE locale{};
+    char libraryCodeset[maxCodesetName] = {};
+    bool keepsAscii = false;
+
+    bool isAbout(LOCALE const& asked, char const* library) const
+    {
+        return std::memcmp(&locale, &asked, sizeof locale) == 0 && std::strcmp(libraryCodeset, library) == 0;
+    }
+};
+
+constinit thread_local LastAnswer lastAnswer;
+
+} // namespace
+
 bool keepsPlainAscii(LOCALE* locale)
 {
     locale = locale ? locale : Locale_GetDefault();
-    return locale && converterFor(CodesetName(locale).text).keepsAscii;
+    if (!locale)
+        return false;
+    char const* library = nl_langinfo(CODESET);
+    if (library && lastAnswer.isAbout(*locale, library))
+        return lastAnswer.keepsAscii;
+    const bool keeps = converterFor(CodesetName(locale).text).keepsAscii;
+    // A nameless locale stands for ICU's default, which may change.
+    if (locale->name[0] && library && std::strlen(library) < maxCodesetName) {
+        lastAnswer = {*locale, {}, keeps};
+        std::strcpy(lastAnswer.libraryCodeset, library);
+    }
+    return keeps;
 }
 
 bool isPlainAscii(unsigned char const* text, unsigned int length)
