@@ -124,6 +124,7 @@ FailedStepShowsTheEndOfItsLog() {
 
 StepNumbersAndTitlesAreShown() {
     load_scripts
+    unset SECONDS && SECONDS=0 # a clock that stands still
     begin_steps 2
     both() { step 'one' true && step_ready 'two'; }
     run both
