@@ -3,6 +3,11 @@
 
 #include "runtime/guicallback.h"
 
+#include <QCoreApplication>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMouseEvent>
+
 namespace {
 
 void decrementAboveZero(std::atomic<unsigned>& counter)
@@ -49,20 +54,56 @@ bool isKeyInput(QEvent::Type type)
 } // namespace
 
 void guiEventFilter::activate() { ++m_inputBlock; }
-void guiEventFilter::deactivate() { decrementAboveZero(m_inputBlock); }
 void guiEventFilter::activateMM() { ++m_mouseMoveBlock; }
 void guiEventFilter::deactivateMM() { decrementAboveZero(m_mouseMoveBlock); }
+
+void guiEventFilter::deactivate()
+{
+    decrementAboveZero(m_inputBlock);
+    catchUpLater();
+}
 
 void guiEventFilter::forceDeactivate()
 {
     m_mouseMoveBlock = 0;
     m_inputBlock = 0;
+    catchUpLater();
+}
+
+void guiEventFilter::catchUpLater()
+{
+    if (m_inputBlock == 0 && m_missedMove)
+        QMetaObject::invokeMethod(this, &guiEventFilter::catchUp, Qt::QueuedConnection);
+}
+
+void guiEventFilter::catchUp()
+{
+    if (m_inputBlock != 0 || !m_missedMove.exchange(false) || !m_pointerWindow)
+        return;
+    QPoint global = QCursor::pos();
+    QPoint local = m_pointerWindow->mapFromGlobal(global);
+    if (!QRect(QPoint(), m_pointerWindow->size()).contains(local))
+        return;
+    QMouseEvent move(QEvent::MouseMove, local, global, Qt::NoButton, QGuiApplication::mouseButtons(),
+                     QGuiApplication::keyboardModifiers());
+    QCoreApplication::sendEvent(m_pointerWindow, &move);
+}
+
+/// A mouse event reaches the window first and then one of its widgets. The window must hear of a button that comes up:
+/// until then it hands the pointer's moves to the widget that the button went down on, in other windows too.
+bool guiEventFilter::holdBack(QObject* watched, QEvent::Type type)
+{
+    if (type == QEvent::MouseMove && watched->isWindowType()) {
+        m_pointerWindow = static_cast<QWindow*>(watched);
+        m_missedMove = true;
+    }
+    return type != QEvent::MouseButtonRelease || !watched->isWindowType();
 }
 
 bool guiEventFilter::eventFilter(QObject* watched, QEvent* event)
 {
     if (m_inputBlock != 0 && (isMouseInput(event->type()) || isKeyInput(event->type())))
-        return true;
+        return holdBack(watched, event->type());
     if (m_mouseMoveBlock != 0 && event->type() == QEvent::MouseMove)
         return true;
     return QObject::eventFilter(watched, event);

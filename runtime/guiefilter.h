@@ -8,6 +8,8 @@
 
 #include <QEvent>
 #include <QObject>
+#include <QPointer>
+#include <QWindow>
 #include <atomic>
 
 class guiHtml;
@@ -39,6 +41,7 @@ class guiEventFilter : public QObject
 
 public:
     /// Blocks all key and mouse input until the matching deactivate(). Calls nest; a surplus deactivate() does nothing.
+    /// If the pointer has moved meanwhile, the window under it hears of its last place afterwards.
     void activate();
     void deactivate();
     /// The same for mouse moves only.
@@ -50,8 +53,14 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool holdBack(QObject* watched, QEvent::Type type);
+    void catchUpLater();
+    void catchUp();
+
     std::atomic<unsigned> m_inputBlock{0};
     std::atomic<unsigned> m_mouseMoveBlock{0};
+    std::atomic<bool> m_missedMove{false};
+    QPointer<QWindow> m_pointerWindow; // where the missed move went; GUI thread
 };
 
 /// An event for the GUI thread. Allocated by whoever posts it, deleted by Qt after its dispatch.
