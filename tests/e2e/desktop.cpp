@@ -221,7 +221,14 @@ std::string Desktop::cursorName() const
 
 void Desktop::activate(std::string const& title) const
 {
-    run("windowactivate --sync " + std::to_string((window(title), x_->find(title))));
+    window(title);
+    run("windowactivate --sync " + std::to_string(x_->find(title)));
+}
+
+void Desktop::place(std::string const& title, int x, int y) const
+{
+    window(title);
+    run("windowmove --sync " + std::to_string(x_->find(title)) + " " + std::to_string(x) + " " + std::to_string(y));
 }
 
 void Desktop::move(int x, int y) const { run("mousemove " + std::to_string(x) + " " + std::to_string(y)); }

@@ -49,6 +49,9 @@ public:
     /// The window becomes the active one and comes to the top.
     void activate(std::string const& title) const;
 
+    /// Puts the window with this title somewhere else.
+    void place(std::string const& title, int x, int y) const;
+
     void move(int x, int y) const;
     void click(DesktopArea const& area) const;
     /// Presses a key with its modifiers, as in "alt+F4".

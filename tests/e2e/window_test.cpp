@@ -184,3 +184,49 @@ TEST_F(WindowTest, DuringASlowHandlerTheWindowPaintsAndTakesNoSecondClick)
     host.run();
     EXPECT_EQ(clicks, 2);
 }
+
+TEST_F(WindowTest, AfterASlowHandlerTheWindowKnowsWhereThePointerWent)
+{
+    NativeWindow window = linkWindow("event://onPick");
+    std::atomic<bool> busy{false};
+    window.on("onPick", [&busy](NativeWindow&, const NativeArguments&) {
+        busy = true;
+        std::this_thread::sleep_for(1s);
+        busy = false;
+    });
+    ASSERT_TRUE(window.open());
+    User user([&] {
+        DesktopArea link = waitForLink(desktop);
+        clickLink(desktop);
+        ASSERT_TRUE(Desktop::waitUntil([&] { return busy.load(); }));
+        desktop.move(link.right + 60, link.bottom + 60);
+        desktop.waitFor(kLink.plain); // without a further move
+        EXPECT_FALSE(busy);
+        desktop.click(desktop.closeButton("Page"));
+    });
+    host.run();
+}
+
+TEST_F(WindowTest, AfterASlowHandlerAnotherWindowSeesThePointer)
+{
+    NativeWindow window = linkWindow("event://onPick");
+    pages.write("other.html", linkPage("Other", "event://onOther", kSecondLink));
+    NativeWindow other = host.window("other.html");
+    std::atomic<int> picked{0};
+    window.on("onPick", [&picked](NativeWindow&, const NativeArguments&) {
+        std::this_thread::sleep_for(500ms); // the button comes up meanwhile
+        ++picked;
+    });
+    other.on("onOther", [this](NativeWindow&, const NativeArguments&) { host.quit(); });
+    ASSERT_TRUE(window.open());
+    ASSERT_TRUE(other.open());
+    User user([&] {
+        desktop.place("Page", 100, 100);
+        desktop.place("Other", 100, 600);
+        clickLink(desktop);
+        ASSERT_TRUE(Desktop::waitUntil([&] { return picked == 1; }));
+        clickLink(desktop, kSecondLink);
+    });
+    host.run();
+    EXPECT_EQ(picked, 1);
+}
