@@ -36,7 +36,7 @@ run_ctest() {
     local choice=()
     [ -z "$quick" ] || choice+=(--label-exclude slow)
     [ -z "$pattern" ] || choice+=(--tests-regex "$pattern" --no-tests=ignore)
-    cd -- "$root" && TARN_QUICK=$quick ctest --preset dev --parallel "$(nproc)" --output-junit "$1" \
+    cd -- "$root" && ctest --preset dev --parallel "$(nproc)" --output-junit "$1" \
         --test-output-size-passed 4000000 --test-output-size-failed 4000000 "${choice[@]}"
 }
 
