@@ -3,6 +3,7 @@
 #include "page/guihtml.h"
 #include "page/guihtmlsize.h"
 #include "page/guihtmltext-fonts.h"
+#include "page/guilayoutcounters.h"
 
 #include <QApplication>
 #include <QFontInfo>
@@ -24,7 +25,7 @@ bool knowsSource(guiHtml const* node)
 guiHtml* fontSource(guiHtml* node)
 {
     guiHtml* source = node;
-    while (!knowsSource(source) && !decidesAboutFont(source))
+    for (; !knowsSource(source) && !decidesAboutFont(source); ++guiLayoutCounters::fontClimbs)
         source = source->m.parent;
     if (knowsSource(source))
         source = source->m.layout.fontSource;

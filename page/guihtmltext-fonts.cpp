@@ -37,14 +37,6 @@ constexpr heightBucket kHeights[] = {{8, 11}, {10, 14}, {12, 16}, {14, 20}, {18,
 constexpr int kLargestHeight = 37;
 constexpr int kSmallestPixelSize = 5;
 
-int targetHeight(int points)
-{
-    for (heightBucket const& bucket : kHeights)
-        if (points <= bucket.points)
-            return bucket.height;
-    return kLargestHeight;
-}
-
 int heightAt(QString const& family, int pixelSize)
 {
     QFont probe(family);
@@ -56,8 +48,8 @@ int heightAt(QString const& family, int pixelSize)
 // From the top: the first that fits is the largest that fits.
 int searchPixelSize(QString const& family, int points)
 {
-    for (int size = targetHeight(points) - 1; size >= kSmallestPixelSize; --size)
-        if (heightAt(family, size) <= targetHeight(points))
+    for (int size = guiLineHeightFor(points) - 1; size >= kSmallestPixelSize; --size)
+        if (heightAt(family, size) <= guiLineHeightFor(points))
             return size;
     return std::clamp(points, 1, kMaxPoints);
 }
@@ -103,18 +95,26 @@ fontTable& table()
 
 } // namespace
 
+int guiLineHeightFor(int points)
+{
+    for (heightBucket const& bucket : kHeights)
+        if (points <= bucket.points)
+            return bucket.height;
+    return kLargestHeight;
+}
+
 int findFontHeight(QFont const& font, int points)
 {
     auto& heights = table().heights;
     QString const family = font.family();
     // All point sizes of one row of the table give the same result.
-    auto const found = heights.constFind(heightKey(family, targetHeight(points)));
+    auto const found = heights.constFind(heightKey(family, guiLineHeightFor(points)));
     if (found != heights.constEnd())
         return *found;
     if (heights.size() >= kMaxHeights)
-        return targetHeight(points) * 4 / 5;
+        return guiLineHeightFor(points) * 4 / 5;
     int const size = searchPixelSize(family, points);
-    heights.insert(heightKey(family, targetHeight(points)), size);
+    heights.insert(heightKey(family, guiLineHeightFor(points)), size);
     return size;
 }
 

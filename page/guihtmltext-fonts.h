@@ -13,6 +13,8 @@
 #include <unordered_map>
 #include <vector>
 
+/// Largest line height in pixels of a font of this many points.
+int guiLineHeightFor(int points);
 /// Pixel size at which the font's family is as tall as the table wants for a number of points, whatever the screen's
 /// resolution. Remembered by family and points.
 int findFontHeight(QFont const& font, int points);

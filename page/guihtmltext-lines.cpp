@@ -32,7 +32,7 @@ bool guiLineBreaker::next()
     m_pieces.clear();
     m_width = m_descent = 0;
     m_height = kSmallestLine;
-    while (!m_stopped && m_place.chunk < m_run.chunks().size()) {
+    while (m_place.chunk < m_run.chunks().size()) {
         if (takeBreak())
             return true;
         if (m_pieces.empty())
@@ -41,10 +41,7 @@ bool guiLineBreaker::next()
             enterChunk();
             continue;
         }
-        Fit const fit = fitChunk();
-        if (fit == Fit::None)
-            m_stopped = m_pieces.empty();
-        if (fit != Fit::All)
+        if (!fitChunk())
             break;
     }
     return !m_pieces.empty();
@@ -107,19 +104,15 @@ void guiLineBreaker::cutWord(progress& at, guiTextWord const& word) const
         return;
     QStringView const text = m_text.mid(at.place.unit - at.place.offset, word.units);
     std::uint32_t offset = 0;
-    progress reached = at;
     for (guiTextWord const& character : m_run.chunks()[at.place.chunk].font->characters(text)) {
-        if (offset >= at.place.offset) {
-            if (!(character.flags & guiTextWord::kSolid)) {
-                at = reached;
-                if (!fits(reached.advance + character.advance))
-                    return;
-            }
-            reached.advance += character.advance;
-            reached.place.offset += character.units;
-            reached.place.unit += character.units;
-        }
         offset += character.units;
+        if (offset <= at.place.offset)
+            continue;
+        if (!fits(at.advance + character.advance))
+            return;
+        at.advance += character.advance;
+        at.place.offset += character.units;
+        at.place.unit += character.units;
     }
 }
 
@@ -137,7 +130,7 @@ bool guiLineBreaker::takeWord(progress& at, guiTextWord const& word) const
     return true;
 }
 
-guiLineBreaker::Fit guiLineBreaker::fitChunk()
+bool guiLineBreaker::fitChunk()
 {
     guiTextChunk const& chunk = m_run.chunks()[m_place.chunk];
     int const indent = m_pieces.empty() ? chunk.indent : 0;
@@ -152,32 +145,35 @@ guiLineBreaker::Fit guiLineBreaker::fitChunk()
     for (; at.place.word < end; ++at.place.word, at.place.offset = 0) {
         guiTextWord const& word = m_run.words()[at.place.word];
         if (!takeWord(at, word)) {
-            if (hasBlank)
-                return endAt(from, lastBlank);
-            if (!m_pieces.empty())
-                return Fit::None;
-            cutWord(at, word);
-            return endAt(from, at);
+            if (hasBlank) {
+                endAt(from, lastBlank);
+            } else if (m_pieces.empty()) {
+                cutWord(at, word);
+                endAt(from, at);
+            }
+            return false;
         }
         for (unsigned left = word.units + word.blanks - at.place.offset; left > 0; --left) {
             lastBlank = at;
             hasBlank = true;
             at.advance += blank;
-            if (!fits(at.advance))
-                return endAt(from, lastBlank);
+            if (!fits(at.advance)) {
+                endAt(from, lastBlank);
+                return false;
+            }
             ++at.place.offset;
             ++at.place.unit;
         }
     }
     endAt(from, at);
-    return Fit::All;
+    return true;
 }
 
 // Ends the chunk's part of the line there; a part without any text leaves the line as it is.
-guiLineBreaker::Fit guiLineBreaker::endAt(progress const& from, progress const& to)
+void guiLineBreaker::endAt(progress const& from, progress const& to)
 {
     if (to.place.unit == from.place.unit)
-        return Fit::None;
+        return;
     guiTextChunk const& chunk = m_run.chunks()[from.place.chunk];
     guiTextPiece piece;
     piece.chunk = from.place.chunk;
@@ -190,5 +186,4 @@ guiLineBreaker::Fit guiLineBreaker::endAt(progress const& from, progress const& 
     m_height = std::max(m_height, chunk.font->lineSpacing());
     m_descent = std::max(m_descent, chunk.font->descent());
     m_place = to.place;
-    return Fit::Some;
 }

@@ -44,21 +44,15 @@ public:
     int descent() const { return m_descent; }
 
 private:
-    enum class Fit
-    {
-        All,  ///< the rest of the chunk stands on the line
-        Some, ///< the line ends inside the chunk
-        None, ///< nothing of the chunk fits
-    };
-
     struct progress;
 
     bool takeBreak();
     void skipBlanks();
     bool atChunkEnd() const;
     void enterChunk();
-    Fit fitChunk();
-    Fit endAt(progress const& from, progress const& to);
+    /// Puts what fits of the rest of the chunk on the line; whether that is all of it.
+    bool fitChunk();
+    void endAt(progress const& from, progress const& to);
     bool takeWord(progress& at, guiTextWord const& word) const;
     void cutWord(progress& at, guiTextWord const& word) const;
     std::int64_t restOfWord(guiTextPlace const& place, guiTextWord const& word) const;
@@ -68,7 +62,6 @@ private:
     QStringView m_text;
     int m_boxWidth;
     guiTextPlace m_place;
-    bool m_stopped = false;
     int m_room = 0; // pixels left on the line
     std::vector<guiTextPiece> m_pieces;
     int m_width = 0;

@@ -17,10 +17,11 @@ struct guiLayoutCounters
     static inline std::uint64_t runsBroken = 0;      ///< walks that broke a run into lines
     static inline std::uint64_t wordsShaped = 0;     ///< texts handed to the toolkit's shaper
     static inline std::uint64_t fontProbes = 0;      ///< fonts tried for a line height
+    static inline std::uint64_t fontClimbs = 0;      ///< steps from a node towards the one that decides about its font
 
     static void reset()
     {
         calcDynamic = heightQueries = heightsComputed = widthPasses = heightPasses = placements = 0;
-        runsShaped = runsBroken = wordsShaped = fontProbes = 0;
+        runsShaped = runsBroken = wordsShaped = fontProbes = fontClimbs = 0;
     }
 };

@@ -157,6 +157,7 @@ TEST(LayoutWork, PerNodeIsBoundedAtEveryDepth)
         EXPECT_LE(guiLayoutCounters::heightQueries, 3 * nodes) << depth;
         EXPECT_LE(guiLayoutCounters::heightsComputed, nodes) << depth;
         EXPECT_EQ(guiLayoutCounters::placements, nodes) << depth;
+        EXPECT_LE(guiLayoutCounters::fontClimbs, 4 * nodes) << depth;
     }
 }
 

@@ -201,6 +201,25 @@ TEST_F(ScrollBars, TextWrapsBesideTheBar)
     EXPECT_EQ(node->getScroll().rangeY, static_cast<unsigned>(text->m.rect.height - 40));
 }
 
+TEST_F(ScrollBars, BarThatAppearsBecauseOfAnotherNarrowsItsTextToo)
+{
+    addMarkers(node, {kMarkerLineBreak});
+    guiHtml* inner = addNode(node);
+    inner->m.scrollMode = kPolicyScroll;
+    requestWidth(inner, kUnitPercent, 100);
+    guiHtmlText* text =
+        addText(inner, "one two three four five six seven eight nine ten one two three four five six one "
+                       "two three four five six seven eight nine ten one two three four five six");
+    auto const exact = static_cast<unsigned>(text->getHeightEstimate(150));
+    ASSERT_GT(text->getHeightEstimate(140), static_cast<int>(exact));
+    requestHeight(inner, kUnitPixels, exact); // fits, until the outer bar takes some of its width
+    layOut(150, 60, 0, 100);
+    int const extent = barY()->sizeHint().width();
+    ASSERT_NE(inner->getScroll().barY, nullptr);
+    EXPECT_EQ(inner->m.rect.width, 150 - extent);
+    EXPECT_EQ(text->m.rect.width, 150 - 2 * extent);
+}
+
 TEST_F(ScrollBars, PageInNoWindowHasNone)
 {
     guiHtml loose;

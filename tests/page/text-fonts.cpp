@@ -11,6 +11,9 @@
 #include <QFontMetrics>
 #include <QTextBoundaryFinder>
 
+#include <utility>
+#include <vector>
+
 namespace {
 
 int heightOf(QString const& family, int pixelSize)
@@ -22,24 +25,27 @@ int heightOf(QString const& family, int pixelSize)
 
 QString const kSans = QStringLiteral("DejaVu Sans");
 
-TEST(FontHeight, IsTheLargestThatTheTableAllows)
+TEST(FontHeight, LineHeightsComeFromTheTable)
 {
-    struct row
-    {
-        int points;
-        int height;
-    };
-    for (row const& expected :
-         {row{1, 11}, row{8, 11}, row{9, 14}, row{10, 14}, row{11, 16}, row{12, 16}, row{13, 20}, row{14, 20},
-          row{15, 24}, row{18, 24}, row{19, 29}, row{24, 29}, row{25, 37}, row{36, 37}, row{400, 37}}) {
+    std::vector<std::pair<int, int>> const table = {{1, 11},  {8, 11},  {9, 14},  {10, 14}, {11, 16},
+                                                    {12, 16}, {13, 20}, {14, 20}, {15, 24}, {18, 24},
+                                                    {19, 29}, {24, 29}, {25, 37}, {36, 37}, {400, 37}};
+    for (auto [points, height] : table)
+        EXPECT_EQ(guiLineHeightFor(points), height) << points;
+}
+
+TEST(FontHeight, IsTheLargestThatTheLineHeightAllows)
+{
+    for (int points : {1, 8, 10, 12, 14, 18, 24, 36}) {
+        int const height = guiLineHeightFor(points);
         for (QString const& family : {kSans, QStringLiteral("DejaVu Serif"), QStringLiteral("DejaVu Sans Mono")}) {
-            int const size = findFontHeight(QFont(family), expected.points);
-            SCOPED_TRACE(testing::Message() << expected.points << " points of " << family.toStdString());
+            int const size = findFontHeight(QFont(family), points);
+            SCOPED_TRACE(testing::Message() << points << " points of " << family.toStdString());
             EXPECT_GE(size, 5);
-            EXPECT_LT(size, expected.height);
-            EXPECT_LE(heightOf(family, size), expected.height);
-            if (size + 1 < expected.height) {
-                EXPECT_GT(heightOf(family, size + 1), expected.height);
+            EXPECT_LT(size, height);
+            EXPECT_LE(heightOf(family, size), height);
+            if (size + 1 < height) {
+                EXPECT_GT(heightOf(family, size + 1), height);
             }
         }
     }
@@ -180,6 +186,23 @@ TEST(Characters, CoverTheWordAndAddUpToItsWidth)
         }
         EXPECT_EQ(units, word.size());
         EXPECT_NEAR(advance / 64.0, QFontMetricsF(testFont()).horizontalAdvance(word), word.size() > 128 ? 20 : 0.02);
+    }
+}
+
+TEST(Characters, RunEitherWayAndHaveTheirOwnWidths)
+{
+    guiTextFont& font = guiTextFonts::of(testFont(24));
+    QFontMetricsF const metrics(testFont(24));
+    for (char16_t const* units : {u"\u05D5\u05E9\u05D9\u05DD\u05D5!",
+                                  u"iml\u05D5\u05E9\u05D9mil"}) { // no joined letters, none that the font moves
+        QString const word = QString::fromUtf16(units);
+        std::vector<guiTextWord> characters;
+        font.appendCharacters(word, characters);
+        ASSERT_EQ(characters.size(), static_cast<std::size_t>(word.size()));
+        for (int i = 0; i < word.size(); ++i)
+            EXPECT_NEAR(characters[static_cast<std::size_t>(i)].advance / 64.0, metrics.horizontalAdvance(word[i]),
+                        0.02)
+                << i;
     }
 }
 

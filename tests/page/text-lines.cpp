@@ -117,6 +117,26 @@ TEST(TextLines, LongWordIsCutAtTheLastCharacterThatFits)
     EXPECT_EQ(linesOf(u"of abcdefgh", widthOf("abcd")), "of|abcd|efgh");
 }
 
+TEST(TextLines, EveryLineOfALongWordHoldsAllThatFits)
+{
+    QString const word = QStringLiteral("iWiiWWWiiiiWlmWMlliiiMWiWlWlWl");
+    std::vector<guiTextWord> characters;
+    guiTextFonts::of(testFont()).appendCharacters(word, characters);
+    for (int width = widthOf("W"); width < widthOf("WWWWWWWWWW"); ++width) {
+        QString expected;
+        std::int64_t line = 0;
+        for (std::size_t i = 0; i < characters.size(); ++i) {
+            line += characters[i].advance;
+            if (guiTextPixels(line) > width) {
+                expected += u'|';
+                line = characters[i].advance;
+            }
+            expected += word[static_cast<qsizetype>(i)];
+        }
+        ASSERT_EQ(linesOf(word.toStdU16String(), width), expected.toStdString()) << width;
+    }
+}
+
 TEST(TextLines, VeryLongWordIsCutEverywhere)
 {
     std::u16string const word(300, u'x');

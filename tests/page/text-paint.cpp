@@ -122,6 +122,15 @@ TEST_F(TextPaint, ColourInForceIsStrongerThanALink)
     EXPECT_FALSE(hasColor(kText));
 }
 
+TEST_F(TextPaint, ColourThatWasClosedIsNotInForceForLinks)
+{
+    paint("[[#010203]][[/#010203]][[a event://x]]HH[[/a]]");
+    EXPECT_TRUE(hasColor(kLink));
+    paint("[[#010203]][[/#010203]][[a event://x]][[/a]]HH");
+    EXPECT_TRUE(hasColor(kText));
+    EXPECT_FALSE(hasColor(kLink));
+}
+
 TEST_F(TextPaint, HoveredLinkHasTheActiveColour)
 {
     guiHtmlText::mx_t cache;
@@ -293,7 +302,10 @@ TEST_F(TextLinks, HotspotsFollowAlignmentAndTheFinalWidth)
     run->getParent()->m.fixed = {0, 0, kUnitPercent, kUnitUnbound, 100, 0};
     root.layOut(500, 100);
     run->getHeightEstimate(60); // asked for another width meanwhile
-    root.layOut(500, 100);
+    ASSERT_GT(spots().size(), 0u);
+    EXPECT_GT(spots().back().top, 0);
+    guiRect rect = run->m.rect;
+    run->setRect(&rect);
     ASSERT_EQ(spots().size(), 1u);
     EXPECT_EQ(spots()[0].left + spots()[0].width, run->m.rect.width - 4);
     EXPECT_EQ(spots()[0].top, 0);
@@ -459,6 +471,17 @@ TEST(TextMemory, NothingIsMeasuredBeforeItIsNeeded)
     EXPECT_EQ(run->mx.measures, nullptr);
     run->getPreferredWidth();
     EXPECT_NE(run->mx.measures, nullptr);
+}
+
+TEST(TextMemory, ForgottenFontsAreMeasuredAgain)
+{
+    testRoot root;
+    guiHtmlText* run = addText(&root, "one two three");
+    int const width = run->getPreferredWidth();
+    guiTextFonts::clear();
+    guiLayoutCounters::reset();
+    EXPECT_EQ(run->getPreferredWidth(), width);
+    EXPECT_EQ(guiLayoutCounters::runsShaped, 1u);
 }
 
 TEST(TextMemory, CloneHasTheTextAndMeasuresForItself)
