@@ -152,8 +152,10 @@ void guiWidget::scrollPixels(QRect const& area, int dx, int dy)
 
 // ---- Mouse ----
 
-void guiWidget::hover(int x, int y)
+void guiWidget::hover(QPoint at)
 {
+    int x = at.x();
+    int y = at.y();
     guiHtml* node = htmlBase->hitTest(&x, &y);
     guiHtml* old = hoverNode;
     guiNodeWatch found(node);
@@ -174,7 +176,7 @@ void guiWidget::mouseMoveEvent(QMouseEvent* event)
 {
     guiDispatch dispatch;
     if (htmlBase)
-        hover(event->position().toPoint().x(), event->position().toPoint().y());
+        hover(event->position().toPoint());
     QDialog::mouseMoveEvent(event);
 }
 
@@ -182,11 +184,17 @@ void guiWidget::mousePressEvent(QMouseEvent* event)
 {
     guiDispatch dispatch;
     QDialog::mousePressEvent(event);
-    int x = event->position().toPoint().x();
-    int y = event->position().toPoint().y();
+    QPoint at = event->position().toPoint();
+    int x = at.x();
+    int y = at.y();
     guiHtml* node = htmlBase ? htmlBase->hitTest(&x, &y) : nullptr;
-    if (node)
-        node->onMouseDown(x, y);
+    if (!node)
+        return;
+    // A window may open, or change its page, beneath a pointer that rests, and moves are dropped while a handler runs:
+    // the run of text learns where the pointer is now. It fires no event for that.
+    if (node->getType() == guiHtml::kTypeText)
+        node->onMouseMove(x, y);
+    node->onMouseDown(x, y);
 }
 
 void guiWidget::mouseReleaseEvent(QMouseEvent* event)
@@ -200,6 +208,14 @@ void guiWidget::mouseReleaseEvent(QMouseEvent* event)
         setCursor(Qt::ArrowCursor);
     }
     QDialog::mouseReleaseEvent(event);
+}
+
+void guiWidget::enterEvent(QEnterEvent* event)
+{
+    guiDispatch dispatch;
+    if (htmlBase)
+        hover(event->position().toPoint());
+    QDialog::enterEvent(event);
 }
 
 void guiWidget::leaveEvent(QEvent* event)

@@ -55,7 +55,8 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
-    // Beyond the toolkit's defaults: the pointer can leave the page without a move that this widget sees.
+    // Beyond the toolkit's defaults: the pointer can come and go without a move that this widget sees.
+    void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void childEvent(QChildEvent* event) override;
@@ -66,7 +67,7 @@ protected:
 
 private:
     void unbind();
-    void hover(int x, int y);
+    void hover(QPoint at);
     void paintRegion(QRegion const& region);
     void paintPage(QPaintDevice* device, QRegion const& region);
     void ensureBuffer();
@@ -74,7 +75,7 @@ private:
     void endPaint();
     void tellVisibility();
 
-    QRegion m_missed; // damage that arrived while the page was being painted
+    QRegion m_missed;         // damage that arrived while the page was being painted
 };
 
 /// The rule that all widgets of a page share for Escape and Enter: the owner's onEscape() or onEnter() is asked, and

@@ -8,13 +8,17 @@ const { sleep } = require('./helpers.js');
 const run = async (program, ...args) => (await promisify(execFile)(program, args.map(String))).stdout.trim();
 const xdotool = (...args) => run('xdotool', ...args);
 
-/** The window with this title, once it is on the screen. */
+/** The window with this title, once it is on the screen and the window manager has stopped moving it. */
 async function findWindow(title) {
-    for (const end = Date.now() + 15000; Date.now() < end; await sleep(20)) {
+    let before = '';
+    for (const end = Date.now() + 15000; Date.now() < end; await sleep(100)) {
         const found = await xdotool('search', '--onlyvisible', '--name', `^${title}$`).catch(() => '');
-        if (found !== '') {
-            return found.split('\n')[0];
+        const window = found.split('\n')[0];
+        const place = window && await xdotool('getwindowgeometry', window).catch(() => '');
+        if (place !== '' && place === before) {
+            return window;
         }
+        before = place;
     }
     throw new Error(`no window called ${title}`);
 }
