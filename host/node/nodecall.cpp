@@ -299,30 +299,38 @@ void NodeEngine::updateAlive() { pump().setAlive(hasOpenWindow() || pump().hasWo
 
 void NodeEngine::track(NodeObject& object)
 {
-    m_tracked.push_back(&object);
-    m_fresh.push_back(&object);
+    m_tracked.insert(&object);
+    m_fresh.insert(&object);
 }
 
 void NodeEngine::untrack(NodeObject& object)
 {
-    std::erase(m_tracked, &object);
-    std::erase(m_fresh, &object);
+    m_tracked.erase(&object);
+    m_fresh.erase(&object);
+}
+
+/// Looking at an object may run script, of a proxy: objects may come and go meanwhile.
+void NodeEngine::publishAll(std::unordered_set<NodeObject*> const& objects)
+{
+    for (auto object : objects)
+        object->reference();
+    for (auto object : objects)
+        publish(*object);
+    for (auto object : objects)
+        object->unreference();
 }
 
 void NodeEngine::publishMethods()
 {
     m_fresh.clear();
-    auto tracked = m_tracked; // looking at an object may run script of a proxy
-    for (auto object : tracked)
-        publish(*object);
+    publishAll(std::unordered_set(m_tracked));
 }
 
 void NodeEngine::publishFresh(NodeObject* self)
 {
     auto fresh = std::exchange(m_fresh, {});
-    for (auto object : fresh)
-        publish(*object);
-    if (self && std::find(fresh.begin(), fresh.end(), self) == fresh.end())
+    publishAll(fresh);
+    if (self && !fresh.contains(self))
         publish(*self);
 }
 

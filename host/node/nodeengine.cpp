@@ -162,10 +162,17 @@ NodeClass* NodeEngine::findClass(std::u16string const& name)
     return nullptr;
 }
 
+void NodeEngine::addInstance(NodeObject& object)
+{
+    if (m_instances.insert(&object).second)
+        object.reference();
+}
+
 void NodeEngine::removeInstance(NodeObject& object)
 {
-    m_instances.erase(&object);
     untrack(object);
+    if (m_instances.erase(&object) > 0)
+        object.unreference();
 }
 
 ObjectHold NodeEngine::makeInstance(NodeClass& scriptClass)

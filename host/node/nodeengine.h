@@ -120,7 +120,8 @@ public:
     NodeClass* findClass(std::u16string const& name);
     /// Set while an object is made for a handle that exists already; the constructor takes it.
     NodeObject* takeAdopted();
-    void addInstance(NodeObject& object) { m_instances.insert(&object); }
+    /// Objects with a destroy handler to run; each is referenced until it has run.
+    void addInstance(NodeObject& object);
     void removeInstance(NodeObject& object);
     /// Its methods are published to the other threads from now on.
     void track(NodeObject& object);
@@ -223,6 +224,7 @@ private:
     Napi::Value projectTable(NodeObject& object);
     Napi::Value projectInstance(NodeObject& object);
     void publish(NodeObject& object);
+    void publishAll(std::unordered_set<NodeObject*> const& objects);
     void publishFresh(NodeObject* self);
     void runOneTask();
     void runLoopOnce();
@@ -249,9 +251,9 @@ private:
     Napi::FunctionReference m_turn;
     std::unique_ptr<Napi::AsyncContext> m_asyncContext;
     std::vector<std::unique_ptr<NodeClass>> m_classes;
-    std::unordered_set<NodeObject*> m_instances;
-    std::vector<NodeObject*> m_tracked;
-    std::vector<NodeObject*> m_fresh;    // tracked, never published
+    std::unordered_set<NodeObject*> m_instances; // each referenced
+    std::unordered_set<NodeObject*> m_tracked;
+    std::unordered_set<NodeObject*> m_fresh;    // tracked, never published
     std::set<NodeObject*> m_openWindows; // each held
     NodeObject* m_adopted = nullptr;
     std::string m_nextFolder;

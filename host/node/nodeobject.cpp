@@ -116,8 +116,8 @@ void NodeObject::destroyInstance()
 {
     if (std::exchange(m_isDestroyed, true))
         return;
-    m_engine.removeInstance(*this);
     m_class->destroy(*this);
+    m_engine.removeInstance(*this);
 }
 
 std::string NodeObject::folder() const

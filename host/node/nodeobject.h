@@ -80,7 +80,7 @@ public:
     /// Brings the strength of the reference to the JavaScript object in line with the holds, and ends an Instance that
     /// nobody holds and no JavaScript object stands for.
     void settle();
-    /// Runs the destroy handler of an Instance, once.
+    /// Runs the destroy handler of an Instance, once. The caller has a reference.
     void destroyInstance();
 
     /// The folder that relative file names start from: the object's own, its owner's, or "".

@@ -24,17 +24,17 @@ constexpr int kEagerSleepMs = 2;
 
 } // namespace
 
-NodePump::Wait::Wait(NodePump& pump) : m_pump(pump), m_hadKicked(pump.m_hasKicked), m_wasQuiet(pump.m_isQuiet)
+NodePump::Wait::Wait(NodePump& pump) : m_pump(pump), m_wasQuiet(pump.m_isQuiet), m_guard(std::move(pump.m_guard))
 {
     ++pump.m_waitDepth;
-    pump.m_hasKicked = pump.m_isQuiet = false;
+    pump.m_isQuiet = false;
 }
 
 NodePump::Wait::~Wait()
 {
     --m_pump.m_waitDepth;
-    m_pump.m_hasKicked = m_hadKicked;
     m_pump.m_isQuiet = m_wasQuiet;
+    m_pump.m_guard = std::move(m_guard);
 }
 
 void NodePump::start(uv_loop_t* loop)
@@ -42,11 +42,14 @@ void NodePump::start(uv_loop_t* loop)
     m_loop = loop;
     uv_async_init(loop, &m_async, onAsync);
     uv_prepare_init(loop, &m_prepare);
-    m_async.data = m_prepare.data = this;
-    m_openHandles = 2;
+    uv_check_init(loop, &m_check);
+    m_async.data = m_prepare.data = m_check.data = this;
+    m_openHandles = 3;
     uv_unref(reinterpret_cast<uv_handle_t*>(&m_async));
     uv_prepare_start(&m_prepare, onPrepare);
     uv_unref(reinterpret_cast<uv_handle_t*>(&m_prepare));
+    startLast(&m_check, onCheck);
+    uv_unref(reinterpret_cast<uv_handle_t*>(&m_check));
 }
 
 void NodePump::stop(std::function<void()> closed)
@@ -63,6 +66,7 @@ void NodePump::stop(std::function<void()> closed)
     };
     uv_close(reinterpret_cast<uv_handle_t*>(&m_async), onClosed);
     uv_close(reinterpret_cast<uv_handle_t*>(&m_prepare), onClosed);
+    uv_close(reinterpret_cast<uv_handle_t*>(&m_check), onClosed);
 }
 
 void NodePump::post(NodeTask task)
@@ -151,6 +155,13 @@ void NodePump::onPrepare(uv_prepare_t* handle)
     auto self = static_cast<NodePump*>(handle->data);
     if (!self->isWaiting())
         self->m_engine.onLoopTurn();
+}
+
+void NodePump::onCheck(uv_check_t* handle)
+{
+    auto self = static_cast<NodePump*>(handle->data);
+    if (self->m_guard)
+        self->m_guard->holdBack();
 }
 
 void NodePump::runOnce(int)
@@ -265,8 +276,8 @@ void NodePump::turnLoop()
 {
     if (isClosed())
         return;
-    if (!m_hasKicked) {
-        m_hasKicked = true;
+    if (!m_guard) {
+        m_guard = std::make_unique<ClosingGuard>(m_loop);
         m_engine.startTimers();
     }
     m_engine.turnLoop();

@@ -2,12 +2,14 @@
 // inside the component (step) and, while it is idle, when the event loop is woken (uv_async_t).
 #pragma once
 
+#include "host/node/closingguard.h"
 #include "script/hostinterface.h"
 
 #include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <mutex>
 
 #include <uv.h>
@@ -62,8 +64,8 @@ public:
 
     private:
         NodePump& m_pump;
-        bool const m_hadKicked;
         bool const m_wasQuiet;
+        std::unique_ptr<ClosingGuard> m_guard; // of the wait below
     };
     bool isWaiting() const { return m_waitDepth > 0; }
 
@@ -93,6 +95,7 @@ private:
 
     static void onAsync(uv_async_t* handle);
     static void onPrepare(uv_prepare_t* handle);
+    static void onCheck(uv_check_t* handle);
     bool take(NodeTask& task, bool handlersToo);
     bool runReady();
     bool takeWake();
@@ -107,13 +110,14 @@ private:
     uv_loop_t* m_loop = nullptr; // not owned
     uv_async_t m_async{};
     uv_prepare_t m_prepare{};
+    uv_check_t m_check{};
     std::function<void()> m_onStopped;
     int m_openHandles = 0;
     int m_waitDepth = 0;
     bool m_isAlive = false;
-    bool m_hasKicked = false; // the timers were started in this wait
-    bool m_isQuiet = false;   // the last step of this wait ended because its time was up
-    int m_idleTurns = 0;      // turns in a row for which the loop wanted no sleep
+    std::unique_ptr<ClosingGuard> m_guard; // of this wait, once it has turned the loop
+    bool m_isQuiet = false;                // the last step of this wait ended because its time was up
+    int m_idleTurns = 0;                   // turns in a row for which the loop wanted no sleep
 
     std::atomic<bool> m_isClosed{false};
     mutable std::mutex m_mutex; // guards what follows

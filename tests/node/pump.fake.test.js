@@ -66,6 +66,44 @@ for (const [place, start] of Object.entries(places)) {
     });
 }
 
+test('a handle that is closed during a show() from its own callback is not destroyed beneath it', async () => {
+    const { stdout, stderr, code } = await runScript(`
+        const net = require('node:net'), { MessageChannel } = require('node:worker_threads');
+        const show = (during) => {
+            const window = new tarn.GuiWindow('page.html');
+            setTimeout(() => { during(); setImmediate(() => setTimeout(() => window.close(), 10)); }, 5);
+            window.show();
+        };
+        let left = 40;
+        const next = () => {
+            if (left-- === 0) return console.log('all');
+            left % 2 ? onPort() : onSocket();
+        };
+        function onPort() {
+            const { port1, port2 } = new MessageChannel();
+            port1.on('message', () => { show(() => setImmediate(() => { port1.close(); port2.close(); })); setImmediate(next); });
+            port2.postMessage(1);
+        }
+        function onSocket() {
+            const server = net.createServer((socket) => {
+                socket.on('data', () => { show(() => { socket.destroy(); client.destroy(); server.close(); }); setImmediate(next); });
+            });
+            const client = new net.Socket();
+            server.listen(0, '127.0.0.1', () => client.connect(server.address().port, () => client.write('x')));
+        }
+        next();`);
+    assert.deepEqual([stdout, stderr, code], ['all\n', '', 0]);
+});
+
+test('a program started before show() is heard of during it', async () => {
+    const { stdout, code } = await runScript(`
+        const window = new tarn.GuiWindow('page.html');
+        require('node:child_process').execFile('/bin/true', () => { console.log('ended'); window.close(); });
+        window.show();
+        console.log('shown');`);
+    assert.deepEqual([stdout, code], ['ended\nshown\n', 0]);
+});
+
 test('a timer that was set before goes off during a show() that a timer called', async () => {
     const { stdout, code } = await runScript(`
         class Modal extends tarn.GuiWindow { ePostOpen() { this.testCloseLater(3000); } }
