@@ -62,13 +62,17 @@ uint64_t mixed(uint64_t a, uint64_t b)
 uint32_t hashOf(unsigned short const* units, unsigned int length)
 {
     constexpr uint64_t multiplier = 0x9E3779B97F4A7C15u;
-    constexpr unsigned int step = 4;
+    constexpr unsigned int step = sizeof(uint64_t) / sizeof *units;
     uint64_t const secret = hashSecret();
     uint64_t hash = secret ^ length;
-    for (unsigned int i = 0; i < length; i += step) {
-        uint64_t word = 0;
-        for (unsigned int j = i; j < std::min(length, i + step); ++j)
-            word = word << 16 | units[j];
+    uint64_t word = 0;
+    for (; length >= step; units += step, length -= step) {
+        std::memcpy(&word, units, sizeof word);
+        hash = mixed(hash ^ word, multiplier ^ secret);
+    }
+    if (length != 0) {
+        for (word = 0; length != 0; --length)
+            word = word << 16 | *units++;
         hash = mixed(hash ^ word, multiplier ^ secret);
     }
     return static_cast<uint32_t>(hash ^ hash >> 32);
