@@ -151,7 +151,8 @@ using Measure = void (*)(benchmark::State&, std::string const&);
 void add(std::string const& step, std::string const& where, Measure measure, std::string const& page)
 {
     std::string const name = step + "/" + where;
-    benchmark::RegisterBenchmark(name.c_str(), [measure, page](benchmark::State& state) { measure(state, page); });
+    repeated(
+        benchmark::RegisterBenchmark(name.c_str(), [measure, page](benchmark::State& state) { measure(state, page); }));
 }
 
 /// Registers every step for one page; returns what is to be compared.

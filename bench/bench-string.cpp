@@ -93,8 +93,8 @@ void addPair(std::string const& name, std::vector<Ratio>& ratios)
 {
     std::string const ours = name + "-sstring";
     std::string const peer = name + "-u16string";
-    auto* const oursRuns = benchmark::RegisterBenchmark(ours.c_str(), grow<Ours>);
-    auto* const peerRuns = benchmark::RegisterBenchmark(peer.c_str(), grow<Peer>);
+    auto* const oursRuns = repeated(benchmark::RegisterBenchmark(ours.c_str(), grow<Ours>));
+    auto* const peerRuns = repeated(benchmark::RegisterBenchmark(peer.c_str(), grow<Peer>));
     for (unsigned int size : sizes) {
         std::string const units = std::to_string(size);
         oursRuns->Arg(size);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
@@ -22,8 +23,14 @@ struct Ratio
     double target;
 };
 
-/// Prints as usual and keeps the shortest processor time of each benchmark, which is the one least disturbed by other
-/// programs.
+/// Has a benchmark measured several times, each time shortly.
+inline benchmark::internal::Benchmark* repeated(benchmark::internal::Benchmark* measurement)
+{
+    return measurement->MinTime(0.1)->Repetitions(5);
+}
+
+/// Prints and keeps, of the repetitions of each benchmark, the one with the shortest processor time: it is the least
+/// disturbed by other programs.
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
@@ -32,11 +39,16 @@ public:
 
     void ReportRuns(std::vector<Run> const& runs) override
     {
-        for (Run const& run : runs)
-            if (run.run_type == Run::RT_Iteration && !run.error_occurred)
-                keep(run.run_name.function_name + (run.run_name.args.empty() ? "" : "/" + run.run_name.args),
-                     run.cpu_accumulated_time / static_cast<double>(run.iterations));
-        ConsoleReporter::ReportRuns(runs);
+        std::vector<Run> measured;
+        std::copy_if(runs.begin(), runs.end(), std::back_inserter(measured),
+                     [](Run const& run) { return run.run_type == Run::RT_Iteration && !run.error_occurred; });
+        if (measured.empty())
+            return;
+        Run const& best = *std::min_element(measured.begin(), measured.end(),
+                                            [](Run const& a, Run const& b) { return secondsOf(a) < secondsOf(b); });
+        std::string const args = best.run_name.args.empty() ? "" : "/" + best.run_name.args;
+        seconds[best.run_name.function_name + args] = secondsOf(best);
+        ConsoleReporter::ReportRuns({best});
     }
 
     /// Leaves out what was not run, for example because a filter excluded it or the peer is not installed.
@@ -49,11 +61,7 @@ public:
     }
 
 private:
-    void keep(std::string const& name, double time)
-    {
-        auto const [place, isNew] = seconds.try_emplace(name, time);
-        place->second = std::min(place->second, time);
-    }
+    static double secondsOf(Run const& run) { return run.cpu_accumulated_time / static_cast<double>(run.iterations); }
 
     std::map<std::string, double> seconds;
 };
