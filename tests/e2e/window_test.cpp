@@ -95,10 +95,8 @@ TEST_F(WindowTest, AWindowCanBeShownAgain)
         });
         EXPECT_TRUE(window.show().isNull());
     }
-    User user([this] {
-        desktop.waitUntilClosed("Page");
-        clickLink(desktop);
-    });
+    desktop.waitUntilClosed("Page"); // before the same window can open again
+    User user([this] { clickLink(desktop); });
     EXPECT_EQ(window.show(), NativeValue("again"));
 }
 
