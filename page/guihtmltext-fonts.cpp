@@ -1,14 +1,13 @@
 // page/guihtmltext-fonts.cpp: see guihtmltext-fonts.h.
 #include "page/guihtmltext-fonts.h"
 
+#include "page/guihtmltext-characters.h"
 #include "page/guilayoutcounters.h"
 
 #include <QCoreApplication>
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QHash>
-#include <QTextBoundaryFinder>
-#include <QTextLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -24,8 +23,6 @@ constexpr int kMaxFaceUnits = 128;
 constexpr int kMaxPoints = 500;
 constexpr unsigned kMaxWordsPerFont = 16384;
 constexpr std::size_t kMaxCutWords = 8192;
-// Long enough to shape fast, short enough that asking for each character's place stays cheap.
-constexpr qsizetype kSegment = 64;
 
 /// A normalised font is as tall as its bucket allows: points up to `points` give lines of at most `height` pixels.
 struct heightBucket
@@ -128,8 +125,6 @@ void normalizeFontHeight(QFont& font, int points)
 
 namespace {
 
-int toAdvance(qreal width) { return static_cast<int>(std::lround(std::clamp(width, 0.0, 1e6) * 64)); }
-
 QFont underlinedVariant(QFont font)
 {
     font.setUnderline(true);
@@ -164,7 +159,7 @@ guiTextFont::guiTextFont(QFont const& font) : m_font(font), m_underlined(underli
     QFontMetrics const metrics(font);
     m_lineSpacing = metrics.lineSpacing();
     m_descent = metrics.descent();
-    m_blankAdvance = toAdvance(m_metrics.horizontalAdvance(QLatin1Char(' ')));
+    m_blankAdvance = guiToAdvance(m_metrics.horizontalAdvance(QLatin1Char(' ')));
     m_kernsBlanks = movesLettersAtBlanks(m_metrics);
 }
 
@@ -172,7 +167,7 @@ int guiTextFont::measure(QStringView text) const
 {
     ++guiLayoutCounters::wordsShaped;
     QString const shared = QString::fromRawData(text.data(), text.size());
-    return toAdvance(m_metrics.horizontalAdvance(shared));
+    return guiToAdvance(m_metrics.horizontalAdvance(shared));
 }
 
 // Keys are 64 random-looking bits: that two words of one page share one is not worth the memory of keeping the words.
@@ -212,129 +207,6 @@ void guiTextFont::rehash()
     }
 }
 
-namespace {
-
-/// Which way a unit runs; neutral ones run with their neighbours.
-enum class Flow
-{
-    Neutral,
-    Right, ///< from left to right
-    Left,
-};
-
-Flow flowOf(QChar unit)
-{
-    if (unit.unicode() < 0x590)
-        return unit.isLetterOrNumber() ? Flow::Right : Flow::Neutral;
-    if (unit.isHighSurrogate()) // the supplementary blocks that run to the left: U+10800 to U+10FFF, U+1E800 to U+1EFFF
-        return (unit.unicode() & ~1) == 0xD802 || (unit.unicode() & ~1) == 0xD83A ? Flow::Left : Flow::Right;
-    switch (unit.direction()) {
-    case QChar::DirR:
-    case QChar::DirAL:
-        return Flow::Left;
-    case QChar::DirL:
-    case QChar::DirEN:
-    case QChar::DirAN:
-        return Flow::Right;
-    default:
-        return Flow::Neutral;
-    }
-}
-
-/// Ends of the characters of a text, in units.
-std::vector<qsizetype> characterEnds(QStringView text)
-{
-    std::vector<qsizetype> ends;
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.data(), text.size());
-    while (finder.toNextBoundary() > 0)
-        ends.push_back(finder.position());
-    if (ends.empty() || ends.back() != text.size())
-        ends.push_back(text.size());
-    return ends;
-}
-
-void appendCharacter(std::vector<guiTextWord>& out, qsizetype units, int advance, bool isFirst)
-{
-    guiTextWord part;
-    part.advance = static_cast<std::uint16_t>(std::clamp(advance, 0, guiTextWord::kMaxAdvance));
-    part.flags = guiTextWord::kSingle | (isFirst ? 0 : guiTextWord::kGlued);
-    for (; units > 0; units -= part.units) {
-        part.units = static_cast<std::uint8_t>(std::min<qsizetype>(units, guiTextWord::kMaxUnits));
-        out.push_back(part);
-        part.advance = 0;
-        part.flags = guiTextWord::kSingle | guiTextWord::kGlued | guiTextWord::kSolid;
-    }
-}
-
-/// Places of the ends of characters in a text that runs one way, from where it starts, in 1/64 pixel.
-std::vector<int> placesIn(QFont const& font, QStringView text, std::vector<qsizetype> const& ends, Flow flow)
-{
-    ++guiLayoutCounters::wordsShaped;
-    QTextLayout layout(QString::fromRawData(text.data(), text.size()), font);
-    QTextOption option;
-    option.setTextDirection(flow == Flow::Left ? Qt::RightToLeft : Qt::LeftToRight);
-    option.setWrapMode(QTextOption::NoWrap);
-    layout.setTextOption(option);
-    layout.beginLayout();
-    QTextLine line = layout.createLine();
-    layout.endLayout();
-    qreal const start = line.cursorToX(0);
-    std::vector<int> places;
-    for (qsizetype end : ends)
-        places.push_back(toAdvance(std::abs(line.cursorToX(static_cast<int>(end)) - start)));
-    return places;
-}
-
-/// A part of a word that runs one way, and short.
-struct segment
-{
-    qsizetype start = 0;
-    std::vector<qsizetype> ends; // of its characters, from its start
-    Flow flow = Flow::Neutral;
-
-    qsizetype size() const { return ends.empty() ? 0 : ends.back(); }
-    /// Takes a character over, unless it belongs to the next segment.
-    bool take(qsizetype end, Flow its)
-    {
-        bool const turns = its != Flow::Neutral && flow != Flow::Neutral && its != flow;
-        if (!ends.empty() && (turns || end - start > kSegment))
-            return false;
-        if (its != Flow::Neutral)
-            flow = its;
-        ends.push_back(end - start);
-        return true;
-    }
-};
-
-void appendSegment(QFont const& font, QStringView word, segment const& part, std::vector<guiTextWord>& out)
-{
-    std::vector<int> const places = placesIn(font, word.mid(part.start, part.size()), part.ends, part.flow);
-    int before = 0;
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        appendCharacter(out, part.ends[i] - (i ? part.ends[i - 1] : 0), places[i] - before, part.start + i == 0);
-        before = std::max(before, places[i]);
-    }
-}
-
-} // namespace
-
-void guiTextFont::appendCharacters(QStringView word, std::vector<guiTextWord>& out) const
-{
-    segment part;
-    qsizetype start = 0;
-    for (qsizetype end : characterEnds(word)) {
-        Flow const flow = flowOf(word[start]);
-        if (!part.take(end, flow)) {
-            appendSegment(m_font, word, part, out);
-            part = segment();
-            part.start = start;
-            part.take(end, flow);
-        }
-        start = end;
-    }
-    appendSegment(m_font, word, part, out);
-}
-
 std::vector<guiTextWord> const& guiTextFont::characters(QStringView word)
 {
     std::uint64_t const key = keyOf(word);
@@ -343,7 +215,7 @@ std::vector<guiTextWord> const& guiTextFont::characters(QStringView word)
     if (m_characters.size() >= kMaxCutWords)
         m_characters.clear();
     std::vector<guiTextWord>& characters = m_characters[key];
-    appendCharacters(word, characters);
+    guiMeasureCharacters(*this, word, characters);
     return characters;
 }
 

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringView>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <unordered_map>
@@ -46,6 +48,9 @@ static_assert(sizeof(guiTextWord) == 4);
 /// Width in pixels of an advance in 1/64 pixel, rounded as the toolkit's own metrics are.
 constexpr std::int64_t guiTextPixels(std::int64_t advance) { return (advance + 32) >> 6; }
 
+/// The same the other way round; a width that no line reaches is cut.
+inline int guiToAdvance(double pixels) { return static_cast<int>(std::lround(std::clamp(pixels, 0.0, 1e6) * 64)); }
+
 /// One font, with what measuring text in it has taught so far.
 class guiTextFont
 {
@@ -69,9 +74,8 @@ public:
 
     /// Width of a word (no blanks in it) in 1/64 pixel.
     int wordAdvance(QStringView word);
-    /// Appends the characters of a word as a reader sees them: combining marks and surrogate pairs are not taken apart.
-    void appendCharacters(QStringView word, std::vector<guiTextWord>& out) const;
-    /// The same of a word of up to kMaxWord units, remembered. Valid until the next call.
+    /// The characters of a word of up to kMaxWord units (guihtmltext-characters.h), remembered. Valid until the next
+    /// call.
     std::vector<guiTextWord> const& characters(QStringView word);
     /// The bold (1), italic (2) or bold italic (3) font of the same face and size; null until it is first needed. Not
     /// owned.

@@ -1,6 +1,7 @@
 // page/guihtmltext-shape.cpp: see guihtmltext-shape.h.
 #include "page/guihtmltext-shape.h"
 
+#include "page/guihtmltext-characters.h"
 #include "page/guihtmltext-codes.h"
 #include "page/guilayoutcounters.h"
 
@@ -108,7 +109,7 @@ void guiTextRun::builder::addWord(QStringView word)
             return;
         }
     }
-    font.appendCharacters(word, words);
+    guiMeasureCharacters(font, word, words);
 }
 
 void guiTextRun::builder::addBlanks(qsizetype count)

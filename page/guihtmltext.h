@@ -1,6 +1,7 @@
 // page/guihtmltext.h: a run of page text with in-line codes for its formatting. One routine, drawText(), measures and
 // paints it. The neighbours guihtmltext-*.h each do one step: codes read the codes, fonts size the faces and measure
-// words, shape cuts a run into words, lines breaks them into lines, measure remembers the results.
+// words, characters measures words that must be cut, shape cuts a run into words, lines breaks them into lines, measure
+// remembers the results.
 #pragma once
 
 #include "page/guihtml.h"

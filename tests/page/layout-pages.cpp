@@ -137,6 +137,16 @@ TEST(WildPage, MegabyteOfTextWithoutABlank)
     EXPECT_EQ(guiLayoutCounters::wordsShaped, 0u);
 }
 
+TEST(WildPage, DataWithoutABlankIsNotShapedPieceByPiece)
+{
+    std::string data;
+    for (unsigned i = 0; i < 200000; ++i)
+        data += static_cast<char>('a' + i * i % 26);
+    guiLayoutCounters::reset();
+    page const p(data);
+    EXPECT_LT(guiLayoutCounters::wordsShaped, 100u);
+}
+
 TEST(WildPage, NestedSpringyTablesAreLinear)
 {
     std::string text = "deep";

@@ -2,7 +2,7 @@
 // measured.
 #include "tests/page/pagetree.h"
 
-#include "page/guihtmltext-fonts.h"
+#include "page/guihtmltext-characters.h"
 #include "page/guilayoutcounters.h"
 
 #include <gtest/gtest.h>
@@ -169,13 +169,17 @@ TEST(Characters, CoverTheWordAndAddUpToItsWidth)
         longWord += QChar(u'a' + i % 26);
     QString const marks = QStringLiteral("e\u0301") + QString(600, QChar(0x0301)) + u'x'; // 601 marks on one letter
     QString const arabic = QStringLiteral("\u0645\u0631\u062D\u0628\u0627").repeated(30);
-    for (QString const& word : {QStringLiteral("office"), longWord, marks, arabic}) {
+    QString const dashes(500, QChar(u'-'));
+    QString const ideographs = QStringLiteral("abc\u6587\u5B57\u304B\u3099\uD55C-").repeated(40);
+    for (QString const& word :
+         {QStringLiteral("office"), longWord, marks, marks.chopped(1).repeated(3), arabic, dashes, ideographs}) {
         int advance = 0;
         qsizetype units = 0;
         std::vector<guiTextWord> characters;
-        font.appendCharacters(word, characters);
+        guiMeasureCharacters(font, word, characters);
         for (guiTextWord const& character : characters) {
             EXPECT_TRUE(character.flags & guiTextWord::kSingle);
+            EXPECT_EQ((character.flags & guiTextWord::kGlued) != 0, units > 0);
             if (!(character.flags & guiTextWord::kSolid) && units > 0) {
                 QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, word);
                 finder.setPosition(units);
@@ -197,7 +201,7 @@ TEST(Characters, RunEitherWayAndHaveTheirOwnWidths)
                                   u"iml\u05D5\u05E9\u05D9mil"}) { // no joined letters, none that the font moves
         QString const word = QString::fromUtf16(units);
         std::vector<guiTextWord> characters;
-        font.appendCharacters(word, characters);
+        guiMeasureCharacters(font, word, characters);
         ASSERT_EQ(characters.size(), static_cast<std::size_t>(word.size()));
         for (int i = 0; i < word.size(); ++i)
             EXPECT_NEAR(characters[static_cast<std::size_t>(i)].advance / 64.0, metrics.horizontalAdvance(word[i]),

@@ -1,7 +1,7 @@
 // tests/page/text-lines.cpp: how a text run breaks into lines, and how large it is.
 #include "tests/page/pagetree.h"
 
-#include "page/guihtmltext-fonts.h"
+#include "page/guihtmltext-characters.h"
 #include "page/guihtmltext-lines.h"
 
 #include <gtest/gtest.h>
@@ -121,7 +121,7 @@ TEST(TextLines, EveryLineOfALongWordHoldsAllThatFits)
 {
     QString const word = QStringLiteral("iWiiWWWiiiiWlmWMlliiiMWiWlWlWl");
     std::vector<guiTextWord> characters;
-    guiTextFonts::of(testFont()).appendCharacters(word, characters);
+    guiMeasureCharacters(guiTextFonts::of(testFont()), word, characters);
     for (int width = widthOf("W"); width < widthOf("WWWWWWWWWW"); ++width) {
         QString expected;
         std::int64_t line = 0;
