@@ -79,11 +79,13 @@ configure_step() {
     configure_fingerprint >"$folder/.tarn-stamp"
 }
 
-# A clone that was moved can not reuse its cache.
+# In a clone that was moved or copied, the old place is written all over the build folder.
 configure() {
-    local fresh=()
-    grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$root/build/$1/CMakeCache.txt" 2>/dev/null || fresh=(--fresh)
-    cd -- "$root" && cmake --preset "$1" "${fresh[@]}"
+    local cache=$root/build/$1/CMakeCache.txt
+    if [ -f "$cache" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$cache"; then
+        rm -rf -- "$root/build/$1"
+    fi
+    cd -- "$root" && cmake --preset "$1"
 }
 
 # build PRESET [--target NAME...]
