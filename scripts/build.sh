@@ -95,7 +95,8 @@ build() {
     cd -- "$root" && cmake --build --preset "$preset" --parallel "$(nproc)" "$@"
 }
 
-# off_screen COMMAND...: without any display, with the fonts of the tests.
+# off_screen COMMAND...: without any display, with the fonts of the tests; their cache needs no home folder.
 off_screen() {
-    QT_QPA_PLATFORM=offscreen QT_FONT_DPI=96 FONTCONFIG_FILE=$root/tests/fonts/fonts.conf LC_ALL=C.UTF-8 "$@"
+    QT_QPA_PLATFORM=offscreen QT_FONT_DPI=96 LC_ALL=C.UTF-8 \
+        FONTCONFIG_FILE=$root/tests/fonts/fonts.conf XDG_CACHE_HOME=$root/build/cache "$@"
 }
