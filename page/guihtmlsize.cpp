@@ -183,6 +183,7 @@ int guiHtml::calcDynamicLayout()
 
 int guiHtml::getPreferredWidth()
 {
+    ++guiLayoutCounters::widthQueries;
     std::int64_t largestFixed = 0;
     std::uint64_t largestPercent = 0;
     guiLayerWalk layers(this);

@@ -37,6 +37,7 @@ int guiHtmlText::paintText(QPainter* painter, guiRect* box, sstring const& text,
 
 int guiHtmlText::getPreferredWidth()
 {
+    ++guiLayoutCounters::widthQueries;
     guiRect box{m.border, std::numeric_limits<int>::max(), m.border, 0};
     int width = 0;
     paintText(nullptr, &box, mx.text, &width);

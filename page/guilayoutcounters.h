@@ -8,6 +8,7 @@
 struct guiLayoutCounters
 {
     static inline std::uint64_t calcDynamic = 0;     ///< nodes whose minimum and preferred width were computed
+    static inline std::uint64_t widthQueries = 0;    ///< how often a node was asked for its preferred width
     static inline std::uint64_t heightQueries = 0;   ///< how often a node was asked for its height at a width
     static inline std::uint64_t heightsComputed = 0; ///< how often it had to be computed
     static inline std::uint64_t widthPasses = 0;     ///< nodes that shared out their width
@@ -21,7 +22,7 @@ struct guiLayoutCounters
 
     static void reset()
     {
-        calcDynamic = heightQueries = heightsComputed = widthPasses = heightPasses = placements = 0;
+        calcDynamic = widthQueries = heightQueries = heightsComputed = widthPasses = heightPasses = placements = 0;
         runsShaped = runsBroken = wordsShaped = fontProbes = fontClimbs = 0;
     }
 };

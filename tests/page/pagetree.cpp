@@ -23,6 +23,14 @@ void testRoot::layOut(int width, int height)
     setRect(&rect);
 }
 
+guiHtml* testBox::Clone(guiHtml* parent)
+{
+    guiHtml* copy = new testBox(m_width, m_height);
+    *copy = *this;
+    copy->setParent(parent);
+    return copy;
+}
+
 testBox* addBox(guiHtml* parent, int width, int height)
 {
     auto* box = new testBox(width, height);

@@ -36,6 +36,7 @@ public:
     testBox(int width, int height) : m_width(width), m_height(height) {}
     using guiHtml::operator=;
     int getType() override { return kTypeControl; }
+    guiHtml* Clone(guiHtml* parent) override;
     int getPreferredWidth() override { return m_width; }
     int getHeightEstimate(unsigned long) override { return m_height; }
 
