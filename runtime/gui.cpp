@@ -21,6 +21,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 guiComponent* pGUI = nullptr;
@@ -125,12 +126,20 @@ guiComponent::~guiComponent()
         m_platform->destroyObject(session);
     }
     m_loadFile->release();
-    rmutex_destroy(m_t.lock);
-    m_t.lock = nullptr; // the GUI thread runs a little longer, but nothing is shared with it any more
+    destroyLock();
     delete m_t.thread;
     pevent_destroy(m_idle);
     guiFilter_destroyAll();
     guiHtml::setRegistry(nullptr);
+}
+
+/// The lock is held since the wait for the last call. The GUI thread runs a little longer, but nothing is shared with
+/// it any more.
+void guiComponent::destroyLock()
+{
+    rmutex* lock = std::exchange(m_t.lock, nullptr);
+    rmutex_release(lock); // a mutex that is held must not be destroyed
+    rmutex_destroy(lock);
 }
 
 /// Windows that the host left open go before the objects that their painting needs. Entered with the component lock

@@ -99,6 +99,7 @@ public:
 private:
     bool isWaitedFor(guiWidget* widget);
     void closeWindows();
+    void destroyLock();
 
     struct window_t
     {

@@ -70,6 +70,14 @@ public:
     explicit guiEvent(guiEventID id) : QEvent(static_cast<QEvent::Type>(id)) {}
     /// Called on the GUI thread when the event has been handled.
     virtual void Finished() {}
+
+    /// What the poster wrote before handOver() the GUI thread sees after takeOver(). Qt's queue orders the two as well,
+    /// but neither a reader nor a race detector can tell that from our code.
+    void handOver() { m_isHandedOver.store(true, std::memory_order_release); }
+    void takeOver() const { static_cast<void>(m_isHandedOver.load(std::memory_order_acquire)); }
+
+private:
+    std::atomic<bool> m_isHandedOver{false};
 };
 
 /// An event whose poster waits. The poster's flag and result live in its stack frame: nothing is read from the event

@@ -90,6 +90,7 @@ guiThread::~guiThread()
 {
     postEvent(new guiEventShutdown);
     pevent_wait(m_f.finished);
+    pthread_join(m_f.guiThreadId, nullptr); // nobody else does; until then it keeps its stack, and uses the event
     pevent_destroy(m_f.started);
     pevent_destroy(m_f.finished);
     std::memset(static_cast<void*>(&m_f), 0xFE, sizeof m_f); // a use after this shows itself
@@ -130,7 +131,11 @@ void guiThread::run()
 bool guiThread::isGuiThread() const { return pthread_equal(pthread_self(), m_f.guiThreadId) != 0; }
 bool guiThread::isScriptThread() const { return pthread_equal(pthread_self(), m_f.scriptThreadId) != 0; }
 
-void guiThread::postEvent(guiEvent* event) { QCoreApplication::postEvent(m_f.receiver, event); }
+void guiThread::postEvent(guiEvent* event)
+{
+    event->handOver();
+    QCoreApplication::postEvent(m_f.receiver, event);
+}
 
 void guiThread::postNullEvent() { QCoreApplication::postEvent(m_f.nullReceiver, new QEvent(QEvent::None)); }
 
@@ -148,8 +153,11 @@ void guiThread::forceEnable() { m_f.filter->forceDeactivate(); }
 bool guiThread::event(QEvent* event)
 {
     disableMM();
+    auto* own = dynamic_cast<guiEvent*>(event);
+    if (own)
+        own->takeOver();
     dispatchSafely(event);
-    if (auto* own = dynamic_cast<guiEvent*>(event))
+    if (own)
         own->Finished();
     enableMM();
     return true;

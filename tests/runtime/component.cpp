@@ -221,11 +221,11 @@ TEST(Component, ShutdownWaitsForTheCallInFlight)
 {
     NativeHost host;
     pGUI->shutdownEnter();
+    auto start = std::chrono::steady_clock::now();
     std::thread call([] {
         std::this_thread::sleep_for(std::chrono::milliseconds(150));
         pGUI->shutdownLeave();
     });
-    auto start = std::chrono::steady_clock::now();
     pGUI->shutdownWait();
     auto waited = std::chrono::steady_clock::now() - start;
     pGUI->leave(); // the wait returns with the lock held
