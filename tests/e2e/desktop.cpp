@@ -3,6 +3,7 @@
 #include <X11/Xatom.h>
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <algorithm>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <mutex>
@@ -49,14 +50,14 @@ struct Desktop::Connection
     Atom atom(const char* name) const { return XInternAtom(display, name, False); }
 
     /// The words of a property, or nothing.
-    std::vector<unsigned long> words(Window window, const char* name) const
+    std::vector<unsigned long> words(Window window, std::string const& name) const
     {
         Atom type;
         int format = 0;
         unsigned long count = 0, left = 0;
         unsigned char* data = nullptr;
-        XGetWindowProperty(display, window, atom(name), 0, 1000, False, AnyPropertyType, &type, &format, &count, &left,
-                           &data);
+        XGetWindowProperty(display, window, atom(name.c_str()), 0, 1000, False, AnyPropertyType, &type, &format, &count,
+                           &left, &data);
         std::vector<unsigned long> result;
         if (data && format == 32)
             result.assign(reinterpret_cast<unsigned long*>(data), reinterpret_cast<unsigned long*>(data) + count);
@@ -200,6 +201,36 @@ DesktopArea Desktop::closeButton(std::string const& title) const
     return {inner.right - bar, inner.top - bar, inner.right, inner.top};
 }
 
+std::vector<unsigned long> Desktop::property(std::string const& title, std::string const& name) const
+{
+    return x_->words(x_->find(title), name);
+}
+
+std::vector<std::string> Desktop::atoms(std::string const& title, std::string const& name) const
+{
+    std::vector<std::string> names;
+    for (unsigned long atom : property(title, name)) {
+        char* text = XGetAtomName(x_->display, atom);
+        names.emplace_back(text ? text : "?");
+        if (text)
+            XFree(text);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::string Desktop::activeWindow() const
+{
+    std::vector<unsigned long> active = x_->words(x_->root, "_NET_ACTIVE_WINDOW");
+    return active.empty() || active[0] == None ? "" : x_->title(active[0]);
+}
+
+void Desktop::waitUntilActive(std::string const& title) const
+{
+    if (!waitUntil([&] { return activeWindow() == title; }))
+        throw std::runtime_error("the window does not become active: " + title);
+}
+
 std::string Desktop::cursorPicture() const
 {
     std::string picture;
@@ -236,6 +267,21 @@ void Desktop::move(int x, int y) const { run("mousemove " + std::to_string(x) + 
 void Desktop::click(DesktopArea const& area) const
 {
     run("mousemove " + std::to_string(area.centerX()) + " " + std::to_string(area.centerY()) + " click 1");
+}
+
+void Desktop::press(int button) const { run("mousedown " + std::to_string(button)); }
+
+void Desktop::release(int button) const { run("mouseup " + std::to_string(button)); }
+
+// In steps: a jump from one end to the other is one move, which a program may take for another thing than a drag.
+void Desktop::drag(int fromX, int fromY, int toX, int toY) const
+{
+    constexpr int kSteps = 8;
+    move(fromX, fromY);
+    press();
+    for (int step = 1; step <= kSteps; ++step)
+        move(fromX + (toX - fromX) * step / kSteps, fromY + (toY - fromY) * step / kSteps);
+    release();
 }
 
 void Desktop::key(std::string const& name) const { run("key " + name); }

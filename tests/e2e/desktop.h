@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 /// A rectangle of the screen, in pixels; right and bottom are outside of it.
 struct DesktopArea
@@ -52,8 +53,22 @@ public:
     /// Puts the window with this title somewhere else.
     void place(std::string const& title, int x, int y) const;
 
+    /// The words of a property of the window with this title, as the window manager reads them; empty without it.
+    std::vector<unsigned long> property(std::string const& title, std::string const& name) const;
+    /// The names of the atoms in such a property, sorted.
+    std::vector<std::string> atoms(std::string const& title, std::string const& name) const;
+    /// The title of the active window, "" when none has one.
+    std::string activeWindow() const;
+    /// Waits until the window with this title is the active one.
+    void waitUntilActive(std::string const& title) const;
+
     void move(int x, int y) const;
     void click(DesktopArea const& area) const;
+    /// Buttons of the pointer: 1 left, 4 and 5 the wheel away from and towards the user, 6 and 7 to the left and right.
+    void press(int button = 1) const;
+    void release(int button = 1) const;
+    /// Presses the left button at the first point, goes to the second one in steps, and lets go.
+    void drag(int fromX, int fromY, int toX, int toY) const;
     /// Presses a key with its modifiers, as in "alt+F4".
     void key(std::string const& name) const;
     /// Another program's window of this colour lies over the area while the returned pointer lives.

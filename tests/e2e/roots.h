@@ -1,0 +1,57 @@
+// tests/e2e/roots.h: windows whose pages a test builds from nodes, below the script classes: for what no page text and
+// no method of a window can ask for yet.
+#pragma once
+
+#include "controls/guiwidget.h"
+#include "runtime/gui.h"
+#include "runtime/guihtmlbase.h"
+#include "runtime/guithread.h"
+#include "tests/e2e/fixture.h"
+
+/// Runs `work` on the GUI thread and waits for it; the script thread serves handlers meanwhile.
+inline void onGuiThread(std::function<void()> work)
+{
+    static std::function<void()> current;
+    current = std::move(work);
+    ScriptMethod run = [](LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&) {
+        auto mine = std::move(current); // the work may lead to another call of this
+        mine();
+    };
+    NativeArguments args;
+    NativeValue result;
+    pGUI->getThread()->callFunction(run, pGUI->getManager(), nullptr, nullptr, args, result);
+}
+
+/// A page root without script objects; its window closes with it. GUI thread.
+struct BareRoot : guiHtmlBase
+{
+    using guiHtml::operator=;
+    BareRoot() : guiHtmlBase(nullptr, nullptr, nullptr, sstring()) {}
+    ~BareRoot() override { destroyWidget(); }
+};
+
+/// A BareRoot for a test's body, made and destroyed on the GUI thread. Needs a NativeHost that outlives it.
+class RootWindow
+{
+public:
+    explicit RootWindow(std::string const& title)
+    {
+        onGuiThread([&] {
+            root_ = std::make_unique<BareRoot>();
+            root_->setTitle(sstring(title.c_str()));
+        });
+    }
+    ~RootWindow()
+    {
+        onGuiThread([this] { root_.reset(); });
+    }
+    RootWindow(RootWindow const&) = delete;
+    RootWindow& operator=(RootWindow const&) = delete;
+
+    BareRoot& root() { return *root_; }
+    void open(bool modal = false) { pGUI->getThread()->callPageOpen(root_.get(), modal); }
+    void close() { pGUI->getThread()->callPageClose(root_.get()); }
+
+private:
+    std::unique_ptr<BareRoot> root_;
+};
