@@ -1,11 +1,11 @@
 // bench/bench-markup.cpp: how fast a page in memory becomes tokens and sections, beside a plain pass over its text and
 // beside other parsers of HTML that build a tree of the same page. Making and freeing the tree counts on all sides.
-#include <functional>
 #include <numeric>
 #include <string>
 #include <vector>
 
 #include "foundation/vela-mlparser.h"
+#include "page-texts.h"
 #include "ratio.h"
 
 #ifdef TARN_HAVE_GUMBO
@@ -17,56 +17,7 @@
 
 namespace {
 
-struct PageKind
-{
-    char const* name;
-    std::function<std::string(unsigned int)> item; // of a running number
-};
-
-std::string paragraph(unsigned int i)
-{
-    return "<p>Paragraph " + std::to_string(i) +
-           " holds a few <b>words in bold</b> and an <i>italic</i> end, some caf\xC3\xA9 &amp; t\xC3\xBCr, and runs on "
-           "for a while, as"
-           "\npages of text do, before it comes to its end.</p>\n";
-}
-
-std::string table(unsigned int i)
-{
-    return "<table border=\"1\" width=\"100%\"><tr><td align=\"right\" width=\"40\">" + std::to_string(i) +
-           "</td><td bgcolor=\"#EEEEEE\">Name</td><td>" + std::to_string(i * 7) +
-           "</td></tr>\n<tr><td>left</td><td valign=\"top\">middle</td><td>right</td></tr></table>\n";
-}
-
-std::string form(unsigned int i)
-{
-    std::string const number = std::to_string(i);
-    return "<form action=\"event://onOk\"><input type=\"text\" name=\"field" + number + "\" value=\"value " + number +
-           "\" size=\"20\"/><input type=\"checkbox\" name=\"check" + number + "\" checked/>Check " + number +
-           "\n<select name=\"s" + number + "\"><option selected>One</option><option>Two</option></select></form>\n";
-}
-
-std::vector<PageKind> const& kinds()
-{
-    static std::vector<PageKind> const all = {{"text", paragraph},
-                                              {"table", table},
-                                              {"form", form},
-                                              {"mixed", [](unsigned int i) {
-                                                   return i % 3 == 0 ? paragraph(i) : i % 3 == 1 ? table(i) : form(i);
-                                               }}};
-    return all;
-}
-
 constexpr unsigned int sizes[] = {10 << 10, 100 << 10, 1 << 20};
-
-std::string makePage(PageKind const& kind, size_t bytes)
-{
-    std::string page = "<html><head><meta http-equiv=\"Content-Type\" content=\"text/html; charset=utf-8\"/>"
-                       "<title>Page</title></head><body>";
-    for (unsigned int i = 0; page.size() < bytes; ++i)
-        page += kind.item(i);
-    return page + "</body></html>";
-}
 
 void countBytes(benchmark::State& state, std::string const& page)
 {
@@ -179,7 +130,7 @@ void addPage(std::string const& where, std::string const& page, std::vector<Rati
 int main(int argc, char** argv)
 {
     std::vector<Ratio> ratios;
-    for (PageKind const& kind : kinds())
+    for (PageKind const& kind : pageKinds())
         for (unsigned int size : sizes)
             addPage(kind.name + std::string("/") + std::to_string(size >> 10) + "KB", makePage(kind, size), ratios);
     return runWithRatios(argc, argv, ratios);

@@ -35,3 +35,10 @@ inline void printRatio(std::string const& name, double ours, double peer, double
                 timeText(ours).c_str(), timeText(peer).c_str());
     std::fflush(stdout);
 }
+
+/// The same for two figures of any unit of which less is better, such as bytes: how many times `ours` goes into `peer`.
+inline void printFigure(std::string const& name, double ours, double peer, double target)
+{
+    std::printf("ratio %s %.3g target %.3g ours %.4g peer %.4g\n", name.c_str(), peer / ours, target, ours, peer);
+    std::fflush(stdout);
+}

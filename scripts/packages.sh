@@ -6,7 +6,7 @@ packages_for() {
     case $1 in
         page | program | test) base_packages ;;
         display) echo xvfb openbox x11-utils xdotool imagemagick ;;
-        bench) base_packages && echo libbenchmark-dev libgumbo-dev libxml2-dev libxcb1-dev pkg-config ;;
+        bench) base_packages && echo libbenchmark-dev libgumbo-dev libxml2-dev libxcb1-dev liblitehtml-dev libwxgtk3.2-dev pkg-config ;;
         fuzz) base_packages && echo clang ;;
     esac
 }
