@@ -171,10 +171,11 @@ void guiHtmlParser::pullFormattingTag(guiHtml* parent, mlSection* section)
         m_fontCode = outerFont;
 }
 
+// Also without a link, for a place that is only named: its code is closed like any other.
 void guiHtmlParser::openLink(guiHtml* parent)
 {
     if (guiHtmlText* run = getLastIfText(parent))
-        writeCode(run->editText(), "[[a ", m_link);
+        run->editText() += "[[a " + m_link + "]]";
 }
 
 void guiHtmlParser::pullHyperlink(guiHtml* parent, mlSection* section)

@@ -99,7 +99,7 @@ void placeChildren(guiHtml* node, int height)
     }
 }
 
-// Shares out width and height from the root down, until no more scroll bars appear.
+// Shares out width and height from the root down, until no more scroll bars appear or go.
 void runPasses(guiHtml* root)
 {
     auto kind = guiLayoutRun::Kind::First;
@@ -108,7 +108,7 @@ void runPasses(guiHtml* root)
         root->updateActiveWidths();
         root->updateActiveHeights();
         root->updateSpringyHeights();
-        if (!guiLayoutRun::hasNewBars())
+        if (!guiLayoutRun::hasOtherBars())
             break;
         kind = guiLayoutRun::Kind::Again;
     }

@@ -41,11 +41,14 @@ int guiBarHeight(guiHtml const* node)
 
 void guiStartBars(guiHtml* node)
 {
-    if (guiLayoutRun::kind() == guiLayoutRun::Kind::Again)
-        return;
-    bool const keeps = guiLayoutRun::kind() == guiLayoutRun::Kind::Part;
-    node->m.layout.hasBarX = keeps && node->getScroll().barX;
-    node->m.layout.hasBarY = keeps && node->getScroll().barY;
+    guiLayoutMemo& memo = node->m.layout;
+    if (guiLayoutRun::kind() != guiLayoutRun::Kind::Again) {
+        bool const keeps = guiLayoutRun::kind() == guiLayoutRun::Kind::Part;
+        memo.hasBarX = keeps && node->getScroll().barX;
+        memo.hasBarY = keeps && node->getScroll().barY;
+    }
+    memo.hadBarX = memo.hasBarX;
+    memo.hadBarY = memo.hasBarY;
 }
 
 namespace {
@@ -54,6 +57,7 @@ namespace {
 struct axis
 {
     bool& has;
+    bool had;
     QPointer<QScrollBar>& bar;
     unsigned& position;
     unsigned& range;
@@ -63,9 +67,10 @@ struct axis
 axis axisOf(guiHtml* node, Qt::Orientation orientation)
 {
     guiHtml::scroll_t& scroll = node->ensureScroll();
+    guiLayoutMemo& memo = node->m.layout;
     if (orientation == Qt::Horizontal)
-        return {node->m.layout.hasBarX, scroll.barX, scroll.posX, scroll.rangeX, "html x-scrollbar"};
-    return {node->m.layout.hasBarY, scroll.barY, scroll.posY, scroll.rangeY, "html y-scrollbar"};
+        return {memo.hasBarX, memo.hadBarX, scroll.barX, scroll.posX, scroll.rangeX, "html x-scrollbar"};
+    return {memo.hasBarY, memo.hadBarY, scroll.barY, scroll.posY, scroll.rangeY, "html y-scrollbar"};
 }
 
 // The bar may be what caused this layout, so it must outlive the call.
@@ -90,6 +95,22 @@ void addBar(guiHtml* node, Qt::Orientation orientation, axis const& along)
         guiLayoutRun::addBar();
 }
 
+// Within a layout a bar that took part in a whole run stays, since whether it is needed would otherwise depend on
+// itself; but not in a node that the other bar left too little room for two.
+void dropBar(axis const& along, int room)
+{
+    bool const isPart = guiLayoutRun::kind() == guiLayoutRun::Kind::Part;
+    if (!along.has || (along.had && !isPart && room > kLeastRoom))
+        return;
+    along.has = false;
+    if (along.had)
+        guiLayoutRun::dropOldBar();
+    else
+        guiLayoutRun::dropNewBar();
+    if (isPart)
+        destroyBar(along);
+}
+
 } // namespace
 
 void guiDecideBar(guiHtml* node, Qt::Orientation orientation, std::int64_t content, int room)
@@ -101,11 +122,8 @@ void guiDecideBar(guiHtml* node, Qt::Orientation orientation, std::int64_t conte
     axis const along = axisOf(node, orientation);
     if (isNeeded && !along.has)
         addBar(node, orientation, along);
-    // Within a layout a bar once added stays: whether it is needed would otherwise depend on itself.
-    if (!isNeeded && guiLayoutRun::kind() == guiLayoutRun::Kind::Part) {
-        along.has = false;
-        destroyBar(along);
-    }
+    if (!isNeeded)
+        dropBar(along, room);
     along.range = isNeeded && along.has ? static_cast<unsigned>(guiClampPixels(content - room)) : 0;
 }
 

@@ -16,7 +16,8 @@ guiLayoutRun::guiLayoutRun(Kind kind, bool isNew) : m_isNew(isNew), m_wasActive(
         return;
     ++s_number;
     s_isActive = true;
-    s_hasNewBars = false;
+    s_newBars = 0;
+    s_hasLostBars = false;
     s_kind = kind;
 }
 

@@ -35,7 +35,7 @@ public:
     {
         Part,  ///< an operation that was called by itself
         First, ///< the first run over a page that gets a rectangle: no scroll bars yet
-        Again, ///< one more, since a scroll bar appeared in the run before
+        Again, ///< one more, since a scroll bar appeared or went in the run before
     };
 
     guiLayoutRun() : guiLayoutRun(Kind::Part, !s_isActive) {}
@@ -48,16 +48,19 @@ public:
     static std::uint32_t number() { return s_number; }
     static bool isActive() { return s_isActive; }
     static Kind kind() { return s_kind; }
-    /// A scroll bar appeared in this run.
-    static void addBar() { s_hasNewBars = true; }
-    static bool hasNewBars() { return s_hasNewBars; }
+    /// A scroll bar appeared or went in this run; one that did both counts for nothing.
+    static void addBar() { ++s_newBars; }
+    static void dropNewBar() { --s_newBars; }
+    static void dropOldBar() { s_hasLostBars = true; }
+    static bool hasOtherBars() { return s_newBars != 0 || s_hasLostBars; }
 
 private:
     guiLayoutRun(Kind kind, bool isNew);
 
     static inline std::uint32_t s_number = 1;
     static inline bool s_isActive = false;
-    static inline bool s_hasNewBars = false;
+    static inline int s_newBars = 0;
+    static inline bool s_hasLostBars = false;
     static inline Kind s_kind = Kind::Part;
 
     bool m_isNew;

@@ -22,4 +22,6 @@ struct guiLayoutMemo
     std::uint8_t estimates = 0; ///< how many were made; the last kWidths of them are kept
     bool hasBarX = false;       ///< whether the layout counts with a horizontal scroll bar
     bool hasBarY = false;       ///< or a vertical one
+    bool hadBarX = false;       ///< whether it did so when the run began
+    bool hadBarY = false;
 };

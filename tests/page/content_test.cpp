@@ -155,6 +155,11 @@ TEST(PageLinks, ALinkContinuesAcrossRuns)
 {
     EXPECT_EQ(outlineOf("<a href=u>a<p>b</p></a>c"), "'[[a u]]a' P '[[a u]]b' P 'c'");
 }
+TEST(PageLinks, APlaceInsideARunIsWrittenAsALinkToNowhere)
+{
+    EXPECT_EQ(outlineOf("x<a name=n>y</a>"), "'x[[a ]]y[[/a]]'");
+    EXPECT_EQ(outlineOf("<a name=n>y</a>"), "'y[[/a]]'");
+}
 TEST(PageLinks, ANameMarksTheLastChild)
 {
     parsedPage page = parsePage("<a name=top>x</a>");

@@ -64,6 +64,34 @@ TEST_F(ScrollBars, NodeOf31PixelsNeverGetsOne)
     EXPECT_EQ(barY(), nullptr);
 }
 
+TEST_F(ScrollBars, BarGoesWhenTheOtherLeavesItTooLittleRoom)
+{
+    layOut(40, 100, 5000, 5000);
+    EXPECT_EQ(barX(), nullptr);
+    ASSERT_NE(barY(), nullptr);
+    EXPECT_EQ(node->getScroll().rangeX, 0u);
+    EXPECT_EQ(node->getScroll().rangeY, 4900u);
+    unsigned const least = 32 + static_cast<unsigned>(barY()->sizeHint().width());
+    layOut(least, 100, 5000, 5000);
+    EXPECT_NE(barX(), nullptr);
+    EXPECT_NE(barY(), nullptr);
+}
+
+TEST_F(ScrollBars, NoneAppearInANodeThatGrowsWithItsCell)
+{
+    guiHtml* table = addNode(&root);
+    table->m.expandChildren = 1;
+    requestHeight(table, kUnitPixels, 200);
+    guiHtml* inner = addNode(addNode(table));
+    inner->m.scrollMode = kPolicyScroll;
+    requestHeight(inner, kUnitPixels, 50);
+    addNode(inner)->m.fixed.cyMin = 80;
+    layOut(100, 100, 10, 10);
+    EXPECT_EQ(inner->m.rect.height, 200);
+    EXPECT_EQ(inner->getScroll().barY, nullptr);
+    EXPECT_EQ(inner->getScroll().rangeY, 0u);
+}
+
 TEST_F(ScrollBars, NodeThatDoesNotScrollGrowsToItsContentInstead)
 {
     node->m.scrollMode = kPolicyResize;

@@ -20,6 +20,8 @@ struct referenceLayout::box
     pixels captionHeight = 0;
     bool barX = false;
     bool barY = false;
+    bool hadBarX = false; // when the run began
+    bool hadBarY = false;
     pixels rangeX = 0;
     pixels rangeY = 0;
     guiRect rect;
@@ -53,12 +55,25 @@ referenceLayout::referenceLayout(guiHtml* root, int width, int height) : m_root(
     of(root).cy = height;
     of(root).rect = {0, width, 0, height};
     do {
-        m_hasNewBar = false;
+        for (auto& [node, own] : m_boxes) {
+            own.hadBarX = own.barX;
+            own.hadBarY = own.barY;
+        }
         giveWidths(root);
         giveHeights(root);
         giveSpareHeight(root);
-    } while (m_hasNewBar);
+    } while (std::any_of(m_boxes.begin(), m_boxes.end(), [](auto const& each) {
+        return each.second.barX != each.second.hadBarX || each.second.barY != each.second.hadBarY;
+    }));
     place(root);
+}
+
+// A bar that took part in a whole run stays while there is room for one.
+void referenceLayout::decideBar(guiHtml const* node, bool* bar, bool had, pixels* range, pixels content, pixels room)
+{
+    bool const isNeeded = content > room && node->m.scrollMode == kPolicyScroll && room > 31;
+    *bar = isNeeded || (had && room > 31);
+    *range = isNeeded ? content - room : 0;
 }
 
 referenceLayout::box& referenceLayout::of(guiHtml const* node) { return m_boxes[node]; }
@@ -284,10 +299,7 @@ void referenceLayout::giveWidths(guiHtml* node)
     }
     for (guiHtml* child : guiNodesOf(node))
         giveWidths(child);
-    bool const isNeeded = content > room && node->m.scrollMode == kPolicyScroll && room > 31;
-    m_hasNewBar = m_hasNewBar || (isNeeded && !of(node).barX);
-    of(node).barX = of(node).barX || isNeeded;
-    of(node).rangeX = isNeeded ? content - room : 0;
+    decideBar(node, &of(node).barX, of(node).hadBarX, &of(node).rangeX, content, room);
 }
 
 referenceLayout::pixels referenceLayout::tallest(row const& layer)
@@ -316,10 +328,7 @@ void referenceLayout::giveHeights(guiHtml* node)
     }
     for (guiHtml* child : guiNodesOf(node))
         giveHeights(child);
-    bool const isNeeded = content.total > room && node->m.scrollMode == kPolicyScroll && room > 31;
-    m_hasNewBar = m_hasNewBar || (isNeeded && !of(node).barY);
-    of(node).barY = of(node).barY || isNeeded;
-    of(node).rangeY = isNeeded ? content.total - room : 0;
+    decideBar(node, &of(node).barY, of(node).hadBarY, &of(node).rangeY, content.total, room);
 }
 
 void referenceLayout::giveSpareHeight(guiHtml* node)

@@ -44,6 +44,7 @@ private:
     pixels preferred(guiHtml* node);
     std::vector<pixels> share(guiHtml* node, row const& layer, pixels room, pixels* least);
     pixels estimate(guiHtml* node, pixels width);
+    static void decideBar(guiHtml const* node, bool* bar, bool had, pixels* range, pixels content, pixels room);
     void giveWidths(guiHtml* node);
     void giveHeights(guiHtml* node);
     void giveSpareHeight(guiHtml* node);
@@ -53,7 +54,6 @@ private:
 
     guiHtml* m_root;
     std::map<guiHtml const*, box> m_boxes;
-    bool m_hasNewBar = false;
     pixels m_barWidth;
     pixels m_barHeight;
 };

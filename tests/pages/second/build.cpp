@@ -1,0 +1,636 @@
+// tests/pages/second/build.cpp: see build.h.
+#include "build.h"
+
+#include "markup.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <algorithm>
+#include <map>
+
+namespace second {
+
+namespace {
+
+constexpr int kMostPixels = 32767;
+constexpr int kMostPercent = 1000;
+constexpr int kMostDepth = 16; // of pages inside pages
+
+int number(QString const& text)
+{
+    QString digits = text.trimmed();
+    int end = digits.startsWith('-') || digits.startsWith('+') ? 1 : 0;
+    while (end < digits.size() && digits[end].isDigit())
+        ++end;
+    return static_cast<int>(std::clamp<long long>(digits.left(end).toLongLong(), INT32_MIN, INT32_MAX));
+}
+
+int pixelCount(QString const& text) { return std::clamp(number(text), 0, kMostPixels); }
+
+bool isWord(QString const& text, std::initializer_list<char const*> words)
+{
+    return std::any_of(words.begin(), words.end(),
+                       [&](char const* word) { return text.compare(QLatin1String(word), Qt::CaseInsensitive) == 0; });
+}
+
+void readLength(QString const& text, unit* which, int* size)
+{
+    if (text.isEmpty())
+        return;
+    *which = text.contains('%') ? percent : pixels;
+    *size = std::clamp(number(text), 0, *which == percent ? kMostPercent : kMostPixels);
+}
+
+void readSizes(node* into, element const& tag)
+{
+    readLength(tag.get(tag.has("width") ? "width" : "minwidth"), &into->fixed.unitX, &into->fixed.x);
+    readLength(tag.get(tag.has("height") ? "height" : "minheight"), &into->fixed.unitY, &into->fixed.y);
+}
+
+/// A size in pixels is also the least of a table or frame.
+void keepSizes(node* of)
+{
+    if (of->fixed.unitX == pixels)
+        of->fixed.minX = of->fixed.x;
+    if (of->fixed.unitY == pixels)
+        of->fixed.minY = of->fixed.y;
+}
+
+void readBorder(node* into, element const& tag)
+{
+    into->border = pixelCount(tag.get("border"));
+    if (into->border == 0)
+        into->border = pixelCount(tag.get("frameborder"));
+    into->divide =
+        pixelCount(tag.get("cellspacing")) + pixelCount(tag.get("framespacing")) + pixelCount(tag.get("cellpadding"));
+    into->space = into->type == 6 ? 0 : into->divide;
+    QString scrolling = tag.get("scrolling", "on");
+    if (isWord(scrolling, {"no", "off", "false", "0"}))
+        into->scrollMode = 1;
+    else if (isWord(scrolling, {"yes", "on", "true", "1"}))
+        into->scrollMode = 0;
+    else if (isWord(scrolling, {"fixed"}))
+        into->scrollMode = 2;
+}
+
+int alignmentOf(element const& tag, int otherwise)
+{
+    QString align = tag.get("align");
+    if (isWord(align, {"left"}))
+        return 0;
+    if (isWord(align, {"center", "middle"}))
+        return 1;
+    return isWord(align, {"right"}) ? 2 : otherwise;
+}
+
+void readAlignment(node* into, element const& tag)
+{
+    into->alignX = alignmentOf(tag, into->alignX);
+    QString vertical = tag.get("valign");
+    if (isWord(vertical, {"top"}))
+        into->alignY = 0;
+    else if (isWord(vertical, {"center", "middle"}))
+        into->alignY = 1;
+    else if (isWord(vertical, {"bottom"}))
+        into->alignY = 2;
+}
+
+void readName(node* into, element const& tag) { into->name = tag.get("name"); }
+
+QString hexOf(QString const& color)
+{
+    static std::map<QString, char const*> const names{
+        {"aqua", "#00FFFF"},   {"black", "#000000"}, {"blue", "#0000FF"},   {"fuchsia", "#FF00FF"},
+        {"gray", "#808080"},   {"green", "#008000"}, {"lime", "#00FF00"},   {"maroon", "#800000"},
+        {"navy", "#000080"},   {"olive", "#808000"}, {"purple", "#800080"}, {"red", "#FF0000"},
+        {"silver", "#C0C0C0"}, {"teal", "#008080"},  {"white", "#FFFFFF"},  {"yellow", "#FFFF00"}};
+    auto found = names.find(color.toLower());
+    return found == names.end() ? color : QString(found->second);
+}
+
+QString code(QString const& text) { return text.isEmpty() ? QString() : "[[" + text + "]]"; }
+
+/// Reads one page; a page in a frame has a builder of its own.
+class builder
+{
+public:
+    builder(QString const& folder, int depth) : m_folder(folder), m_depth(depth) {}
+
+    void pullPage(node* into, element const& page)
+    {
+        element const* content = page.find("body");
+        if (!content)
+            content = page.find("html");
+        if (!content)
+            content = &page;
+        readAlignment(into, *content);
+        if (into->type == 1)
+            readBorder(into, *content);
+        pull(into, *content);
+        if (into->type != 1)
+            readSizes(into, *content);
+    }
+
+private:
+    node* append(node* parent, int type, leaf kind = noLeaf)
+    {
+        auto made = std::make_unique<node>();
+        node* child = made.get();
+        child->type = type;
+        child->kind = kind;
+        child->parent = parent;
+        child->face = m_font.isEmpty() ? parent->face : m_font;
+        if (parent->type == 6 && type != 4)
+            placeFrame(parent, child);
+        parent->children.push_back({std::move(made), 0});
+        return child;
+    }
+
+    void placeFrame(node* set, node* frame)
+    {
+        unsigned columns = std::max<unsigned>(1, static_cast<unsigned>(set->columnList.size()));
+        if (set->frames && set->frames % columns == 0)
+            set->children.push_back({nullptr, lineBreak});
+        unsigned column = set->frames % columns;
+        unsigned row = set->frames / columns;
+        ++set->frames;
+        if (column < set->columnList.size())
+            std::tie(frame->fixed.unitX, frame->fixed.x) = set->columnList[column];
+        if (row < set->rowList.size())
+            std::tie(frame->fixed.unitY, frame->fixed.y) = set->rowList[row];
+    }
+
+    static bool endsInNode(node* parent)
+    {
+        return !parent->children.empty() && parent->children.back().child && parent->type != 6;
+    }
+
+    static void breakLine(node* parent)
+    {
+        if (endsInNode(parent))
+            parent->children.push_back({nullptr, lineBreak});
+    }
+
+    static void breakParagraph(node* parent)
+    {
+        if (!parent->children.empty() && parent->children.back().mark == lineBreak)
+            parent->children.back().mark = paragraph;
+        else if (endsInNode(parent))
+            parent->children.push_back({nullptr, paragraph});
+    }
+
+    static void switchAlignment(node* parent, int from, int to)
+    {
+        if (from != to)
+            parent->children.push_back({nullptr, alignLeft + to});
+    }
+
+    static int currentAlignment(node* parent)
+    {
+        int align = parent->alignX;
+        for (entry const& each : parent->children)
+            if (each.mark >= alignLeft)
+                align = each.mark - alignLeft;
+        return align;
+    }
+
+    static node* lastText(node* parent)
+    {
+        node* last = parent->children.empty() ? nullptr : parent->children.back().child.get();
+        return last && last->type == 4 ? last : nullptr;
+    }
+
+    node* textOf(node* parent)
+    {
+        if (node* last = lastText(parent))
+            return last;
+        int align = currentAlignment(parent);
+        node* text = append(parent, 4, textLeaf);
+        text->alignX = align;
+        if (m_depthOfList)
+            text->text += QString("[[>%1]]").arg(m_depthOfList);
+        if (!m_link.isEmpty())
+            text->text += "[[a " + m_link + "]]";
+        return text;
+    }
+
+    void pullText(node* parent, element const& piece)
+    {
+        QString& text = textOf(parent)->text;
+        if (!text.isEmpty() && piece.leadingSpace && !m_noSpace)
+            addBlank(text);
+        m_noSpace = false;
+        text += piece.text;
+    }
+
+    /// A blank goes before the opening codes at the end.
+    static void addBlank(QString& text)
+    {
+        qsizetype at = text.size();
+        while (text.size() >= 5 && at >= 4 && QStringView(text).left(at).endsWith(u"]]")) {
+            qsizetype start = text.lastIndexOf("[[", at - 3);
+            if (start < 0 || text.mid(start, 3) == "[[/" || text.mid(start, at - start - 2).contains("]]"))
+                break;
+            at = start;
+        }
+        text.insert(at, ' ');
+    }
+
+    void pullFormat(node* parent, element const& tag)
+    {
+        QString style, face;
+        bool isBreak = tag.name == "br";
+        QString outer = m_font;
+        if (isBreak) {
+            style = "br";
+            m_noSpace = true;
+        } else if (tag.name == "sup") {
+            style = "b";
+            face = ",8";
+        } else if (tag.name == "b" || tag.name == "strong") {
+            style = "b";
+        } else if (tag.name == "u") {
+            style = "u";
+        } else if (tag.name == "font") {
+            static int const points[] = {8, 10, 12, 14, 18, 24, 36};
+            style = hexOf(tag.get("color"));
+            face = tag.get("face");
+            if (!tag.get("size").isEmpty())
+                face += QString(",%1").arg(points[std::clamp(number(tag.get("size")), 1, 7) - 1]);
+            if (!face.isEmpty())
+                m_font = face;
+        } else {
+            style = "i";
+        }
+        node* run = style.isEmpty() && face.isEmpty() ? nullptr : textOf(parent);
+        if (run)
+            run->text += code(style) + code(face);
+        pull(parent, tag);
+        if (run && !isBreak && lastText(parent) == run)
+            run->text += code(face.isEmpty() ? "" : "/" + face) + code(style.isEmpty() ? "" : "/" + style);
+        m_font = outer;
+    }
+
+    void pullLink(node* parent, element const& tag)
+    {
+        m_link = tag.get("href");
+        if (!tag.get("target").isEmpty())
+            m_link = "{" + tag.get("target") + "}" + m_link;
+        if (node* text = lastText(parent))
+            text->text += "[[a " + m_link + "]]";
+        pull(parent, tag);
+        if (node* text = lastText(parent))
+            text->text += "[[/a]]";
+        m_link.clear();
+    }
+
+    void pullHeading(node* parent, element const& tag, char const* codes)
+    {
+        breakParagraph(parent);
+        textOf(parent)->text += codes;
+        pull(parent, tag);
+        breakParagraph(parent);
+    }
+
+    void pullMenuList(node* parent, element const& tag)
+    {
+        ++m_depthOfList == 1 ? breakParagraph(parent) : breakLine(parent);
+        pull(parent, tag);
+        --m_depthOfList ? breakLine(parent) : breakParagraph(parent);
+    }
+
+    void pullItem(node* parent, element const& tag, bool indents)
+    {
+        int outer = m_depthOfList;
+        if (indents && outer == 0)
+            m_depthOfList = 1;
+        breakParagraph(parent);
+        pull(parent, tag);
+        breakParagraph(parent);
+        m_depthOfList = outer;
+    }
+
+    void pullDivider(node* parent, element const& tag)
+    {
+        int outer = currentAlignment(parent);
+        int own = alignmentOf(tag, outer);
+        switchAlignment(parent, outer, own);
+        pull(parent, tag);
+        switchAlignment(parent, own, outer);
+    }
+
+    void pullRule(node* parent, element const& tag)
+    {
+        int outer = currentAlignment(parent);
+        int own = alignmentOf(tag, outer);
+        breakParagraph(parent);
+        switchAlignment(parent, outer, own);
+        node* rule = append(parent, 0);
+        rule->fixed.unitX = percent;
+        rule->fixed.x = 100;
+        readLength(tag.get("width"), &rule->fixed.unitX, &rule->fixed.x);
+        rule->fixed.unitY = pixels;
+        rule->fixed.y = rule->fixed.minY = tag.has("size") ? pixelCount(tag.get("size")) : 2;
+        rule->alignY = 2;
+        readName(rule, tag);
+        bool isFlat = !tag.get("color").isEmpty() || tag.has("noshade");
+        if (!isFlat && rule->fixed.y >= 2) { // its lower half is light
+            node* half = append(rule, 0);
+            half->fixed.unitX = percent;
+            half->fixed.x = 100;
+            half->fixed.unitY = pixels;
+            half->fixed.y = half->fixed.minY = rule->fixed.y / 2;
+        }
+        switchAlignment(parent, own, outer);
+        breakParagraph(parent);
+    }
+
+    void loadInto(node* into, element const& tag)
+    {
+        QString source = tag.get("src");
+        QString file = m_folder + "/" + source;
+        QFile page(file);
+        if (source.isEmpty() || m_depth == kMostDepth || !page.open(QIODevice::ReadOnly))
+            return;
+        into->children.clear();
+        auto markup = readMarkup("<html>" + QString::fromUtf8(page.readAll()) + "</html>");
+        builder(QFileInfo(file).path(), m_depth + 1).pullPage(into, *markup);
+    }
+
+    node* appendBlock(node* parent, int type)
+    {
+        m_lastWasBlock ? breakLine(parent) : breakParagraph(parent);
+        return append(parent, type);
+    }
+
+    void pullTable(node* parent, element const& tag)
+    {
+        node* table = appendBlock(parent, 0);
+        table->expandChildren = true;
+        table->caption = tag.get("caption");
+        readSizes(table, tag);
+        keepSizes(table);
+        readBorder(table, tag);
+        readName(table, tag);
+        pull(table, tag);
+        loadInto(table, tag);
+        breakLine(parent);
+    }
+
+    void pullBox(node* box, element const& tag)
+    {
+        readAlignment(box, tag);
+        readSizes(box, tag);
+        readBorder(box, tag);
+        readName(box, tag);
+        pull(box, tag);
+        loadInto(box, tag);
+    }
+
+    static std::vector<std::pair<unit, int>> readTracks(QString const& list)
+    {
+        std::vector<std::pair<unit, int>> tracks;
+        for (QString const& part : list.split(',', Qt::SkipEmptyParts)) {
+            tracks.emplace_back(unbound, 0);
+            if (!part.contains('*'))
+                readLength(part, &tracks.back().first, &tracks.back().second);
+        }
+        return tracks;
+    }
+
+    void pullFrameset(node* parent, element const& tag)
+    {
+        node* set = append(parent, 6);
+        set->columnList = readTracks(tag.get("cols"));
+        set->rowList = readTracks(tag.get("rows"));
+        set->expandChildren = true;
+        readSizes(set, tag);
+        keepSizes(set);
+        readBorder(set, tag);
+        readName(set, tag);
+        if (set->fixed.unitX == unbound)
+            std::tie(set->fixed.unitX, set->fixed.x) = std::pair(percent, 100);
+        if (set->fixed.unitY == unbound)
+            std::tie(set->fixed.unitY, set->fixed.y) = std::pair(percent, 100);
+        pull(set, tag);
+    }
+
+    void pullFrame(node* parent, element const& tag)
+    {
+        node* frame = append(parent, 0);
+        readSizes(frame, tag);
+        keepSizes(frame);
+        readBorder(frame, tag);
+        readName(frame, tag);
+        frame->alignY = 0;
+        loadInto(frame, tag);
+    }
+
+    void readPicture(node* picture, element const& tag)
+    {
+        readName(picture, tag);
+        readAlignment(picture, tag);
+        readSizes(picture, tag);
+        readBorder(picture, tag);
+        QImage image(m_folder + "/" + tag.get("src"));
+        picture->columns = image.width();
+        picture->rows = image.height();
+    }
+
+    void pullImage(node* parent, element const& tag)
+    {
+        breakLine(parent);
+        readPicture(append(parent, 3, pictureLeaf), tag);
+        breakLine(parent);
+    }
+
+    node* appendControl(node* parent, element const& tag, leaf kind, int type = 5)
+    {
+        node* control = append(parent, type, kind);
+        readName(control, tag);
+        if (kind != hiddenLeaf)
+            readSizes(control, tag);
+        return control;
+    }
+
+    static int countOr(QString const& text, int otherwise)
+    {
+        int count = pixelCount(text);
+        return count ? count : otherwise;
+    }
+
+    void pullInput(node* parent, element const& tag)
+    {
+        QString type = tag.get("type");
+        if (isWord(type, {"button", "submit", "reset"})) {
+            appendControl(parent, tag, pushLeaf)->label = tag.get("value");
+        } else if (isWord(type, {"checkbox", "radio"})) {
+            appendControl(parent, tag, markLeaf);
+        } else if (isWord(type, {"text", "file", "password"})) {
+            node* edit = appendControl(parent, tag, editLeaf);
+            edit->columns = countOr(tag.get("size"), 20);
+            edit->rows = 1;
+        } else if (isWord(type, {"hidden"})) {
+            appendControl(parent, tag, hiddenLeaf);
+        } else if (isWord(type, {"image"})) {
+            readPicture(append(parent, 3, pictureLeaf), tag);
+        }
+    }
+
+    void pullTextArea(node* parent, element const& tag)
+    {
+        node* edit = appendControl(parent, tag, editLeaf);
+        edit->columns = countOr(tag.get("cols"), 20);
+        edit->rows = countOr(tag.get("rows"), 2);
+    }
+
+    static void collectOptions(element const& of, QStringList* labels)
+    {
+        for (auto const& child : of.children) {
+            if (child->name == "option") {
+                QString own;
+                for (auto const& piece : child->children)
+                    if (piece->isText)
+                        own += (piece->leadingSpace && !own.isEmpty() ? " " : "") + piece->text;
+                labels->append(own.isEmpty() ? child->get("value") : own);
+            }
+            collectOptions(*child, labels);
+        }
+    }
+
+    void pullSelect(node* parent, element const& tag)
+    {
+        node* list = appendControl(parent, tag, listLeaf);
+        list->rows = tag.has("size") ? pixelCount(tag.get("size")) : 1;
+        collectOptions(tag, &list->labels);
+    }
+
+    void pullObject(node* parent, element const& tag)
+    {
+        QString kind = tag.get("classid");
+        if (isWord(kind, {"menu"})) {
+            appendControl(parent, tag, menuLeaf);
+        } else if (isWord(kind, {"flexlist", "checklist", "listview", "treeview"})) {
+            appendControl(parent, tag, flexLeaf)->rows = countOr(tag.get("size"), 5);
+        } else {
+            node* custom = appendControl(parent, tag, noLeaf, 7);
+            readAlignment(custom, tag);
+            readBorder(custom, tag);
+        }
+    }
+
+    void pull(node* parent, element const& section)
+    {
+        bool outer = m_lastWasBlock;
+        m_lastWasBlock = false;
+        pullInto(parent, section);
+        m_lastWasBlock = outer;
+    }
+
+    /// What stands in a tag that is never closed stands behind it.
+    void pullInto(node* parent, element const& section)
+    {
+        for (auto const& child : section.children) {
+            m_lastWasBlock = pullChild(parent, *child);
+            if (isWord(child->name, {"hr", "img", "input", "frame"}))
+                pullInto(parent, *child);
+        }
+    }
+
+    /// Whether the child is a block object to the table that comes next.
+    bool pullChild(node* parent, element const& tag)
+    {
+        QString const& name = tag.name;
+        if (tag.isText) {
+            pullText(parent, tag);
+        } else if (isWord(name, {"sup", "font", "br", "strong", "em", "b", "u", "cite", "i", "var"})) {
+            pullFormat(parent, tag);
+        } else if (name == "h1") {
+            pullHeading(parent, tag, "[[b]][[,24]]");
+        } else if (name == "h2") {
+            pullHeading(parent, tag, "[[b]][[,18]]");
+        } else if (name == "h3") {
+            pullHeading(parent, tag, "[[b]][[,14]]");
+        } else if (name == "menu") {
+            pullMenuList(parent, tag);
+        } else if (isWord(name, {"dd", "ol", "ul", "li", "dt"})) {
+            pullItem(parent, tag, name != "dt");
+        } else if (name == "p") {
+            breakParagraph(parent);
+            pullDivider(parent, tag);
+            breakParagraph(parent);
+        } else if (name == "div") {
+            breakLine(parent);
+            pullDivider(parent, tag);
+            breakLine(parent);
+        } else if (name == "hr") {
+            pullRule(parent, tag);
+        } else if (name == "tr") {
+            breakLine(parent);
+            pull(parent, tag);
+        } else if (name == "td") {
+            pullBox(append(parent, 0), tag);
+        } else if (name == "form") {
+            pullBox(appendBlock(parent, 2), tag);
+        } else if (name == "input") {
+            pullInput(parent, tag);
+        } else if (name == "textarea") {
+            pullTextArea(parent, tag);
+        } else if (name == "select") {
+            pullSelect(parent, tag);
+        } else if (isWord(name, {"center", "tbody"})) {
+            pull(parent, tag);
+            breakLine(parent);
+        } else if (name == "a") {
+            pullLink(parent, tag);
+        } else if (isWord(name, {"html", "body", "doctype", "messages", "dl"})) {
+            pull(parent, tag);
+        } else if (!isWord(name, {"noframe", "head", "title", "map"})) {
+            pullBlockObject(parent, tag);
+            return true;
+        }
+        return false;
+    }
+
+    void pullBlockObject(node* parent, element const& tag)
+    {
+        if (tag.name == "table")
+            pullTable(parent, tag);
+        else if (tag.name == "img")
+            pullImage(parent, tag);
+        else if (tag.name == "frameset")
+            pullFrameset(parent, tag);
+        else if (tag.name == "frame")
+            pullFrame(parent, tag);
+        else if (tag.name == "object")
+            pullObject(parent, tag);
+        else
+            pull(parent, tag);
+    }
+
+    QString m_folder;
+    int m_depth;
+    QString m_link;
+    QString m_font; ///< code of the font elements around
+    int m_depthOfList = 0;
+    bool m_noSpace = false;
+    bool m_lastWasBlock = false;
+};
+
+} // namespace
+
+std::unique_ptr<node> buildPage(QString const& name)
+{
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly))
+        return nullptr;
+    auto root = std::make_unique<node>();
+    root->type = 1;
+    auto markup = readMarkup(QString::fromUtf8(file.readAll()));
+    builder(QFileInfo(name).absolutePath(), 0).pullPage(root.get(), *markup);
+    return root;
+}
+
+} // namespace second

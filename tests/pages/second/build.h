@@ -1,0 +1,11 @@
+// tests/pages/second/build.h: from markup to nodes.
+#pragma once
+
+#include "node.h"
+
+namespace second {
+
+/// The tree of a page file, not laid out yet. Null when the file can not be read or holds no page.
+std::unique_ptr<node> buildPage(QString const& file);
+
+} // namespace second

@@ -1,0 +1,416 @@
+// tests/pages/second/layout.cpp: see layout.h. Nothing is remembered from one step to the next but the numbers of the
+// nodes; each rule is written where it applies, once for each axis.
+#include "layout.h"
+
+#include "measure.h"
+
+#include <algorithm>
+
+namespace second {
+
+namespace {
+
+constexpr int kParagraphGap = 12;
+constexpr int kLeastForBar = 31;
+
+struct layer
+{
+    std::vector<node*> cells;
+    bool endsParagraph = false;
+    int align = 0;
+};
+
+std::vector<layer> layersOf(node const& parent)
+{
+    std::vector<layer> layers;
+    int align = parent.alignX;
+    std::size_t at = 0;
+    while (true) {
+        for (; at < parent.children.size(); ++at) {
+            entry const& here = parent.children[at];
+            if (here.child || here.mark == paragraph)
+                break;
+            if (here.mark >= alignLeft)
+                align = here.mark - alignLeft;
+        }
+        if (at == parent.children.size())
+            return layers;
+        layer next;
+        next.align = align;
+        for (; at < parent.children.size() && parent.children[at].child; ++at)
+            next.cells.push_back(parent.children[at].child.get());
+        if (at < parent.children.size() && parent.children[at].mark == paragraph) {
+            next.endsParagraph = true;
+            ++at;
+        }
+        layers.push_back(std::move(next));
+    }
+}
+
+int dividers(node const& parent, layer const& row)
+{
+    return row.cells.empty() ? 0 : (static_cast<int>(row.cells.size()) - 1) * parent.divide;
+}
+
+/// The height of stacked layers, with the gap below a paragraph that has any height.
+int stacked(node const& parent, std::vector<int> const& heights)
+{
+    auto layers = layersOf(parent);
+    int total = 0;
+    bool gap = false;
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        total += (i ? parent.divide : 0) + (gap ? kParagraphGap : 0) + heights[i];
+        gap = layers[i].endsParagraph && heights[i] != 0;
+    }
+    return total;
+}
+
+// --- bottom-up -------------------------------------------------------------------------------------------------------
+
+void normalisePercents(layer const& row)
+{
+    int sum = 0;
+    node* last = nullptr;
+    for (node* cell : row.cells)
+        if (cell->dynamic.unitX == percent) {
+            sum += cell->dynamic.x;
+            last = cell;
+        }
+    if (sum <= 100)
+        return;
+    int rest = 100;
+    for (node* cell : row.cells)
+        if (cell->dynamic.unitX == percent && cell != last) {
+            cell->dynamic.x = cell->dynamic.x * 100 / sum;
+            rest -= cell->dynamic.x;
+        }
+    last->dynamic.x = rest;
+}
+
+void readCaption(node& node)
+{
+    node.captionHeight = 0;
+    if (!node.caption.isEmpty() && node.caption != "*EMPTYGROUPBOX*")
+        node.captionHeight = lineSpacing(node) - node.border;
+}
+
+void requestWidth(node& node)
+{
+    if (node.dynamic.unitX == percent)
+        return;
+    int preferred = preferredWidth(node);
+    int share = preferred < 0 ? -preferred : 0;
+    preferred = std::max(preferred, 0);
+    if (node.dynamic.unitX == pixels) {
+        if (!node.expandChildren && !share && node.scrollMode == 1)
+            node.dynamic.x = std::max(node.dynamic.x, preferred);
+        node.dynamic.x = std::max(node.dynamic.x, node.dynamic.minX);
+        return;
+    }
+    node.expandWidth = node.parent && node.parent->expandChildren;
+    node.dynamic.unitX = share ? percent : pixels;
+    node.dynamic.x = share ? share : preferred;
+}
+
+void computeDynamic(node& node)
+{
+    node.dynamic = node.fixed;
+    readCaption(node);
+    if (node.type == 7) {
+        if (node.fixed.unitX == pixels)
+            node.dynamic.minX = node.fixed.x;
+        if (node.fixed.unitY == pixels)
+            node.dynamic.minY = node.fixed.y;
+    }
+    std::vector<int> heights;
+    int widest = 0;
+    for (layer const& row : layersOf(node)) {
+        int width = dividers(node, row);
+        int height = 0;
+        for (second::node* cell : row.cells) {
+            computeDynamic(*cell);
+            width += cell->dynamic.minX;
+            height = std::max(height, cell->dynamic.minY);
+        }
+        normalisePercents(row);
+        heights.push_back(height);
+        widest = std::max(widest, width);
+    }
+    if (node.scrollMode == 1) {
+        node.dynamic.minX = std::max(node.dynamic.minX, widest + node.frame());
+        node.dynamic.minY = std::max(node.dynamic.minY, stacked(node, heights) + node.frame() + node.captionHeight);
+    }
+    node.expandWidth = node.expandHeight = false;
+    requestWidth(node);
+    if (node.fixed.unitY == unbound && node.parent && node.parent->fixed.unitY != unbound)
+        node.expandHeight = node.parent->expandChildren;
+}
+
+// --- top-down: widths ------------------------------------------------------------------------------------------------
+
+/// The first pass over a row: minima and percentages. The result is what they use.
+int grantFirst(layer const& row, int room)
+{
+    int used = 0;
+    int sum = 0;
+    for (node* cell : row.cells) {
+        cell->cx = 0;
+        if (!cell->expandWidth && cell->dynamic.unitX == percent) {
+            sum += cell->dynamic.x;
+            cell->cx = sum <= 99 ? room * cell->dynamic.x / 100 : room - used;
+        }
+        cell->cx = std::max(cell->cx, cell->dynamic.minX);
+        used += cell->cx;
+    }
+    return used;
+}
+
+void shareSpare(layer const& row, int spare)
+{
+    std::vector<node*> wanting, expanding;
+    int want = 0;
+    for (node* cell : row.cells) {
+        if (cell->expandWidth) {
+            expanding.push_back(cell);
+        } else if (cell->dynamic.unitX != percent && cell->dynamic.x > cell->cx) {
+            wanting.push_back(cell);
+            want += cell->dynamic.x - cell->cx;
+        }
+    }
+    if (want > spare) {
+        int given = 0;
+        for (node* cell : wanting) {
+            int deficit = cell->dynamic.x - cell->cx;
+            int share = cell == wanting.back() ? spare - given
+                                               : static_cast<int>(static_cast<long long>(spare) * deficit / want);
+            share = std::min(share, deficit);
+            cell->cx += share;
+            given += share;
+        }
+        return;
+    }
+    for (node* cell : wanting)
+        cell->cx = cell->dynamic.x;
+    int rest = spare - want;
+    int const even = expanding.empty() ? 0 : rest / static_cast<int>(expanding.size());
+    for (node* cell : expanding) {
+        cell->cx += cell == expanding.back() ? rest : even;
+        rest -= even;
+    }
+}
+
+/// The verdict about one scroll bar; true when it appears or goes.
+bool decideBar(node const& node, bool* bar, int* range, int content, int room)
+{
+    bool isNeeded = content > room && node.scrollMode == 0 && room > kLeastForBar;
+    bool changes = isNeeded != *bar;
+    *bar = isNeeded;
+    *range = isNeeded ? content - room : 0;
+    return changes;
+}
+
+bool updateWidths(node& node)
+{
+    bool changes = false;
+    int room = node.cx - node.frame() - (node.barY ? barWidth() : 0);
+    int widest = 0;
+    for (layer const& row : layersOf(node)) {
+        if (row.cells.empty())
+            continue;
+        int rowRoom = room - dividers(node, row);
+        int used = grantFirst(row, rowRoom);
+        if (used < rowRoom)
+            shareSpare(row, rowRoom - used);
+        widest = std::max(widest, used + dividers(node, row));
+        for (second::node* cell : row.cells)
+            changes |= updateWidths(*cell);
+    }
+    return decideBar(node, &node.barX, &node.rangeX, widest, room) || changes;
+}
+
+// --- top-down: heights -----------------------------------------------------------------------------------------------
+
+/// The height of a node as wide as it is now.
+int estimate(node const& node)
+{
+    if (node.kind != noLeaf)
+        return leafHeight(node, node.cx);
+    std::vector<int> heights;
+    for (layer const& row : layersOf(node)) {
+        int height = 0;
+        for (second::node* cell : row.cells) {
+            int own = cell->dynamic.unitY == pixels ? cell->dynamic.y : estimate(*cell);
+            height = std::max({height, own, cell->dynamic.minY});
+        }
+        heights.push_back(height);
+    }
+    return stacked(node, heights) + node.frame() + node.captionHeight;
+}
+
+int heightOf(node const& cell, int available)
+{
+    if (cell.dynamic.unitY == pixels)
+        return cell.dynamic.y;
+    if (cell.dynamic.unitY == percent)
+        return std::max(available, 0) * cell.dynamic.y / 100;
+    return estimate(cell);
+}
+
+int innerHeight(node const& node) { return node.cy - node.frame() - (node.barX ? barWidth() : 0) - node.captionHeight; }
+
+std::vector<int> rowHeights(node const& node)
+{
+    std::vector<int> heights;
+    for (layer const& row : layersOf(node)) {
+        heights.push_back(0);
+        for (second::node* cell : row.cells)
+            heights.back() = std::max(heights.back(), cell->cy);
+    }
+    return heights;
+}
+
+bool updateHeights(node& node)
+{
+    bool changes = false;
+    int room = innerHeight(node);
+    for (entry const& each : node.children)
+        if (each.child) {
+            each.child->cy = std::max(heightOf(*each.child, room), each.child->dynamic.minY);
+            changes |= updateHeights(*each.child);
+        }
+    int content = 0;
+    bool gap = false;
+    auto layers = layersOf(node);
+    auto heights = rowHeights(node);
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        content += (i ? node.divide : 0) + (gap ? kParagraphGap : 0) + heights[i];
+        gap = layers[i].endsParagraph;
+    }
+    return decideBar(node, &node.barY, &node.rangeY, content, room) || changes;
+}
+
+void growWithParent(node& child)
+{
+    for (entry const& each : child.children)
+        if (each.child) {
+            each.child->cy = child.cy;
+            updateHeights(*each.child);
+        }
+}
+
+void shareHeight(node& node)
+{
+    int spare = innerHeight(node) - stacked(node, rowHeights(node));
+    std::vector<layer> springy;
+    for (layer const& row : layersOf(node))
+        if (std::any_of(row.cells.begin(), row.cells.end(), [](second::node* cell) { return cell->expandHeight; }))
+            springy.push_back(row);
+    if (spare <= 0 || springy.empty())
+        return;
+    int const even = spare / static_cast<int>(springy.size());
+    for (std::size_t i = 0; i < springy.size(); ++i) {
+        int share = i + 1 == springy.size() ? spare : even;
+        spare -= share;
+        for (second::node* cell : springy[i].cells)
+            if (cell->expandHeight) {
+                cell->cy += share;
+                growWithParent(*cell);
+            }
+    }
+}
+
+void updateSpringy(node& node)
+{
+    if (node.expandChildren)
+        shareHeight(node);
+    for (entry const& each : node.children)
+        if (each.child)
+            updateSpringy(*each.child);
+}
+
+// --- places ----------------------------------------------------------------------------------------------------------
+
+int offsetFor(int align, int spare)
+{
+    if (spare <= 0 || align == 0)
+        return 0;
+    return align == 1 ? spare / 2 : spare;
+}
+
+/// Top of each layer, and behind them the height of all.
+std::vector<int> layerTops(node const& node)
+{
+    auto layers = layersOf(node);
+    auto heights = rowHeights(node);
+    std::vector<int> tops;
+    int y = 0;
+    bool gap = false;
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        y += (y ? node.divide : 0) + (gap ? kParagraphGap : 0);
+        tops.push_back(y);
+        y += heights[i];
+        gap = layers[i].endsParagraph;
+    }
+    tops.push_back(y);
+    return tops;
+}
+
+void place(node& node)
+{
+    auto layers = layersOf(node);
+    auto tops = layerTops(node);
+    int innerX = node.width - node.frame() - (node.barY ? barWidth() : 0);
+    int innerY = node.height - node.frame() - (node.barX ? barWidth() : 0) - node.captionHeight;
+    int down = offsetFor(node.alignY, innerY - tops.back());
+    for (std::size_t i = 0; i < layers.size(); ++i) {
+        int width = dividers(node, layers[i]);
+        for (second::node* cell : layers[i].cells)
+            width += cell->cx;
+        int x = node.border + node.space + offsetFor(layers[i].align, innerX - width);
+        for (second::node* cell : layers[i].cells) {
+            cell->left = x;
+            cell->top = node.border + node.space + down + tops[i] + node.captionHeight;
+            cell->width = cell->cx;
+            cell->height = cell->cy;
+            x += cell->cx + node.divide;
+            place(*cell);
+        }
+    }
+}
+
+} // namespace
+
+int preferredWidth(node const& node)
+{
+    if (node.kind != noLeaf)
+        return leafWidth(node);
+    int widest = 0;
+    int share = 0;
+    for (layer const& row : layersOf(node)) {
+        int width = dividers(node, row);
+        int percents = 0;
+        for (second::node* cell : row.cells)
+            (cell->dynamic.unitX == percent ? percents : width) += cell->dynamic.x;
+        widest = std::max(widest, width);
+        share = std::max(share, percents);
+    }
+    return share ? -share : node.frame() + widest;
+}
+
+void layOut(node& root, int width, int height)
+{
+    computeDynamic(root);
+    root.width = root.cx = width;
+    root.height = root.cy = height;
+    constexpr int kMostRounds = 4;
+    for (int i = 0; i < kMostRounds; ++i) {
+        bool changes = updateWidths(root);
+        changes |= updateHeights(root);
+        updateSpringy(root);
+        if (!changes)
+            break;
+    }
+    place(root);
+}
+
+} // namespace second
