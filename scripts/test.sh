@@ -16,6 +16,7 @@ run_tests() {
     code=$?
     count_results "$results" "$code"
     [ "$code" -eq 0 ] || list_failures
+    [ -z "${TARN_UPDATE_DUMPS-}" ] || report_dumps "$results"
     report
 }
 
@@ -77,6 +78,19 @@ sum_results() {
 list_failures() {
     sed -n '/The following tests FAILED/,$p' "$step_log" | grep '^\s*[0-9]' >&2
     note "what they printed is in $step_log"
+}
+
+# report_dumps FILE: which stored dumps the run has rewritten, by CTest's report. They count as passed: this says that nothing
+# was compared.
+report_dumps() {
+    local names
+    names=$(sed -n 's/.*rewritten: \(.*\.dump\).*/\1/p' "$1" 2>/dev/null | sed "s|^$root/||" | sort)
+    if [ -z "$names" ]; then
+        note 'no dump was rewritten'
+    else
+        note "dumps rewritten, for review in the diff: $(wc -l <<<"$names")"
+        sed 's/^/    /' <<<"$names" >&2
+    fi
 }
 
 report() {

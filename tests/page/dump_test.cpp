@@ -2,6 +2,7 @@
 #include "pagesupport.h"
 
 #include "controls/guihtmlcontrolbutton.h"
+#include "controls/guihtmlcontrolhidden.h"
 #include "controls/guihtmlcustom.h"
 #include "controls/guihtmlform.h"
 #include "controls/guihtmlimage.h"
@@ -125,6 +126,55 @@ TEST(Dump, ScrollBarsAreNamedWhenTheyExist)
     EXPECT_EQ(lineWith(node, "scroll:"), "scroll: horz=30, vert=40");
     node.resetScroll();
     EXPECT_EQ(lineWith(node, "scroll:"), "scroll: =0, =0");
+}
+TEST(Dump, RequestsSizesAndRangesAreUnsignedTheRestIsSigned)
+{
+    guiHtml node;
+    node.m.rect = {-5, 3, -7, 2};
+    node.m.fixed = {-1, -2, kUnitPixels, kUnitPercent, 4000000000u, 3000000000u};
+    node.m.dynamic = {-3, -4, kUnitPercent, kUnitUnbound, 4000000000u, 3000000000u};
+    node.m.activeCx = 4000000000u;
+    node.m.activeCy = 3000000000u;
+    node.ensureScroll().rangeX = 4000000000u;
+    node.ensureScroll().rangeY = 3000000000u;
+    EXPECT_EQ(lineWith(node, "rect:"), "rect: (-5,-7)-(-2,-5) = 3x2");
+    EXPECT_EQ(lineWith(node, "static:"), "static: X=4000000000 pixels, Y=3000000000%, cxMin=-1, cyMin=-2");
+    EXPECT_EQ(lineWith(node, "dynamic:"),
+              "dynamic: X=4000000000%, Y=3000000000/unbound, cxMin=-3, cyMin=-4, cxPref=0");
+    EXPECT_EQ(lineWith(node, "active:"), "active: cx=4000000000, cy=3000000000");
+    EXPECT_EQ(lineWith(node, "scroll:"), "scroll: =4000000000, =3000000000");
+}
+TEST(Dump, EachExpansionFlagHasItsWord)
+{
+    guiHtml node;
+    node.m.expandChildren = 1;
+    node.m.expandHeight = 1;
+    EXPECT_EQ(lineWith(node, "expansion:"), "expansion: children=yes, width=no, height=yes");
+}
+TEST(Dump, PercentSignsInNamesTextsAndFontsAreWrittenAsTheyAre)
+{
+    guiHtmlText text;
+    text.setString(kStringName, "100%s");
+    text.setString(kStringFace, "%ld,12");
+    text.editText() = "%n%lu";
+    EXPECT_EQ(utf8(text.toString(0)).substr(0, 24), "TEXT: 100%s\ntext: %n%lu\n");
+    EXPECT_EQ(lineWith(text, "font:"), "font: %ld,12");
+}
+TEST(Dump, ControlsImagesFormsFramesetsAndCustomNodesHaveTheLinesOfAnyNode)
+{
+    std::string const lines = " \nrect: (0,0)-(0,0) = 0x0\nborder 0; space 0; divide 0\n"
+                              "static: X=0/unbound, Y=0/unbound, cxMin=0, cyMin=0\n"
+                              "expansion: children=no, width=no, height=no\n"
+                              "dynamic: X=0/unbound, Y=0/unbound, cxMin=0, cyMin=0, cxPref=0\n"
+                              "active: cx=0, cy=0\nscroll: =0, =0\nalign: X=left, Y=center\n"
+                              "font: no override supplied\n{\n}\n";
+    guiHtmlControlHidden hidden;
+    hidden.initText("not shown");
+    EXPECT_EQ(utf8(hidden.toString(0)), "CONTROL:" + lines);
+    EXPECT_EQ(utf8(guiHtmlForm().toString(0)), "FORM:" + lines);
+    EXPECT_EQ(utf8(guiHtmlImage().toString(0)), "IMAGE:" + lines);
+    EXPECT_EQ(utf8(guiHtmlFrameset().toString(0)), "FRAMESET:" + lines);
+    EXPECT_EQ(utf8(guiHtmlCustom().toString(0)), "UNKNOWN:" + lines);
 }
 TEST(Dump, TheFontOverrideIsShown)
 {

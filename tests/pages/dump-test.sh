@@ -17,6 +17,8 @@ export QT_QPA_PLATFORM=offscreen QT_FONT_DPI=96 LC_ALL=C.UTF-8 FONTCONFIG_FILE=$
 
 if [ -n "$update" ]; then
     cmp -s -- "$seen" "$stored" || { cp -- "$seen" "$stored" && chmod 644 -- "$stored" && echo "rewritten: $stored"; }
+elif [ ! -f "$stored" ]; then
+    echo "no such file: $stored; ./tarn test --update-dumps writes it" && exit 1
 else
     diff -u --label stored --label seen -- "$stored" "$seen"
 fi

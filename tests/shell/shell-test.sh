@@ -227,6 +227,99 @@ NoTestAtAllIsAFailure() {
     expect_out '0 passed, 0 failed'
 }
 
+# The whole of ./tarn test on a tree that is built, with a CTest that says what it was asked.
+run_pretended_tests() {
+    declare -F run_tests >/dev/null || load_scripts
+    prepare() { :; }
+    mkdir -p "$work/build/dev"
+    pretend ctest "echo \"\$* update=\${TARN_UPDATE_DUMPS-none}\" >'$work/asked'" \
+        "cp '$work/report.xml' '$work/build/dev/ctest.xml'"
+    log_folder=$work/log
+    (run_tests "$@") >"$work/out" 2>"$work/err"
+    code=$?
+}
+
+UpdateDumpsReachesTheTests() {
+    write_report run Dump.a '' >"$work/report.xml"
+    run_pretended_tests --update-dumps Dump
+    grep -q -e '--tests-regex Dump .*update=1$' "$work/asked" || fail "asked: $(<"$work/asked")"
+    expect_code 0
+    run_pretended_tests Dump
+    grep -q 'update=none$' "$work/asked" || fail "asked: $(<"$work/asked")"
+}
+
+RewrittenDumpsAreNamed() {
+    write_report run Dump.b "rewritten: $work/tests/pages/b.dump" run Dump.c '' run Dump.a "rewritten: $work/tests/pages/a.dump" \
+        fail SecondComputation.a '--- stored' >"$work/report.xml"
+    run_pretended_tests --update-dumps
+    expect_code 1
+    expect_out '3 passed, 1 failed'
+    grep -A2 '^dumps rewritten, for review in the diff: 2$' "$work/err" | tail -n 2 >"$work/named"
+    [ "$(<"$work/named")" = $'    tests/pages/a.dump\n    tests/pages/b.dump' ] || fail "named: $(<"$work/named")"
+    write_report run Dump.c '' >"$work/report.xml"
+    run_pretended_tests --update-dumps
+    expect_err_end 'no dump was rewritten'
+    run_pretended_tests
+    ! grep -q 'rewritten' "$work/err" || fail 'dumps are named without being updated'
+}
+
+# A page with a program that dumps it, and the test of both.
+prepare_dump_test() {
+    unset TARN_UPDATE_DUMPS
+    dump_test=$root/tests/pages/dump-test.sh
+    echo '<html></html>' >"$work/page.html"
+    pretend dumper "cat '$work/tree'"
+    printf 'BASE: \nrect: (0,0)-(480,240) = 480x240\n' >"$work/tree"
+}
+
+DumpTestFailsWithoutAStoredDump() {
+    prepare_dump_test
+    run "$dump_test" dumper "$work/page.html"
+    expect_code 1
+    expect_out "no such file: $work/page.dump; ./tarn test --update-dumps writes it"
+    [ ! -e "$work/page.dump" ] || fail 'a dump was stored'
+}
+
+DumpTestStoresAndCompares() {
+    prepare_dump_test
+    run env TARN_UPDATE_DUMPS=1 "$dump_test" dumper "$work/page.html"
+    expect_code 0
+    expect_out "rewritten: $work/page.dump"
+    cmp -s "$work/tree" "$work/page.dump" || fail 'another dump was stored'
+    run "$dump_test" dumper "$work/page.html"
+    expect_code 0
+    expect_silence
+    run env TARN_UPDATE_DUMPS=1 "$dump_test" dumper "$work/page.html"
+    expect_code 0
+    expect_silence
+}
+
+DumpTestShowsWhatMoved() {
+    prepare_dump_test
+    cp "$work/tree" "$work/page.dump"
+    echo 'rect: (1,0)-(480,240) = 479x240' >"$work/tree"
+    run "$dump_test" dumper "$work/page.html"
+    expect_code 1
+    grep -q '^+rect: (1,0)' "$work/out" || fail 'what was seen is not shown'
+    grep -q '^-rect: (0,0)' "$work/out" || fail 'what was stored is not shown'
+    run env TARN_UPDATE_DUMPS=1 "$dump_test" --no-update dumper "$work/page.html"
+    expect_code 1
+    grep -q '^rect: (0,0)' "$work/page.dump" || fail 'the second computation was stored'
+}
+
+DumpTestStoresNothingOfAProgramThatFails() {
+    prepare_dump_test
+    pretend dumper "cat '$work/tree'" 'exit 3'
+    run env TARN_UPDATE_DUMPS=1 "$dump_test" dumper "$work/page.html"
+    expect_code 1
+    [ ! -e "$work/page.dump" ] || fail 'a dump was stored'
+    pretend dumper ':'
+    run env TARN_UPDATE_DUMPS=1 "$dump_test" dumper "$work/page.html"
+    expect_code 1
+    expect_out 'the dump is empty'
+    [ ! -e "$work/page.dump" ] || fail 'an empty dump was stored'
+}
+
 FixtureKeepsTheExitCode() {
     run "$fixture" sh -c 'exit 7'
     expect_code 7
