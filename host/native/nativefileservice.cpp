@@ -139,7 +139,8 @@ std::optional<std::filesystem::path> NativeFileService::locateVirtual(std::strin
     int depth = 0;
     std::filesystem::path inside = std::filesystem::path(rest.substr(slash + 1)).relative_path();
     for (auto& part : inside) {
-        depth += part == ".." ? -1 : 1;
+        bool const staysHere = part.empty() || part == ".";
+        depth += part == ".." ? -1 : !staysHere;
         if (depth < 0)
             return std::nullopt;
     }

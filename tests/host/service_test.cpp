@@ -134,6 +134,8 @@ TEST_F(FileServiceTest, VirtualNamesStayInsideTheirFolder)
     EXPECT_EQ(read("vfs://GuiWindow/x/../broken.png"), "(none)"); // there is no folder x
     EXPECT_EQ(read("vfs://GuiWindow/../outside.txt"), "(none)");
     EXPECT_EQ(read("vfs://GuiWindow/../package/broken.png"), "(none)");
+    EXPECT_EQ(read("vfs://GuiWindow/./../outside.txt"), "(none)");
+    EXPECT_EQ(read("vfs://GuiWindow/x/..//../outside.txt"), "(none)");
     EXPECT_EQ(read("vfs://GuiWindow//" + (folder / "outside.txt").string()), "(none)");
     EXPECT_EQ(read("vfs://Other/broken.png"), "(none)");
     EXPECT_EQ(read("vfs://GuiWindow"), "(none)");
