@@ -169,8 +169,8 @@ mlName* mlPool::find(unsigned short const* units, unsigned int length, uint32_t 
     if (buckets.empty())
         return nullptr;
     mlName* name = buckets[hash & (buckets.size() - 1)];
-    while (name && !(name->hash == hash && name->length == length &&
-                     std::memcmp(name->units(), units, length * sizeof *units) == 0))
+    // Not memcmp(): an empty name may have no address.
+    while (name && !(name->hash == hash && name->length == length && std::equal(units, units + length, name->units())))
         name = name->nextInBucket;
     return name;
 }

@@ -78,6 +78,8 @@ TEST(Sections, AttributesWithAndWithoutValue)
     EXPECT_EQ(dumpOf("<a \"quoted name\"='v'>"), "<a quoted name=v>");
 }
 
+TEST(Sections, AttributeNamesMayBeEmpty) { EXPECT_EQ(dumpOf("<a \"\" ''=1>x</a>"), "<a = =1>['x']"); }
+
 TEST(Sections, OpenerTellsTheTagType)
 {
     EXPECT_EQ(dumpOf("<!DOCTYPE html PUBLIC \"-//X\"><p>x"), "<!DOCTYPE html= PUBLIC= -//X=> <p>['x']");
