@@ -11,6 +11,7 @@
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QPointingDevice>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -115,6 +116,10 @@ void guiThread::run()
     QtMessageHandler previous = qInstallMessageHandler(startMessageHandler);
     m_f.app = new QApplication(argumentCount, arguments);
     qInstallMessageHandler(previous);
+    // The toolkit makes its table of these when it first needs one, and exit() destroys statics made later than our own
+    // exit handler before that runs; the application object would then end after its devices' table.
+    QPointingDevice::primaryPointingDevice();
+    QInputDevice::primaryKeyboard();
     m_f.app->installEventFilter(m_f.filter);
     QGuiApplication::setQuitOnLastWindowClosed(false); // the thread outlives its windows
 
