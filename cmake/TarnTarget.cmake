@@ -22,9 +22,13 @@ function(tarn_target target)
     if(TARN_CCACHE)
         set_target_properties(${target} PROPERTIES CXX_COMPILER_LAUNCHER "${TARN_CCACHE}")
     endif()
+    if(TARN_FUZZ)
+        target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link) # what the fuzzer watches to find new ways
+    endif()
     if(TARN_SANITIZE)
         # g++ takes the sanitizers' own code for reads of uninitialised members; the plain builds keep the warning.
-        target_compile_options(${target} PRIVATE -fsanitize=${TARN_SANITIZE} -fno-omit-frame-pointer
+        target_compile_options(${target} PRIVATE -fsanitize=${TARN_SANITIZE} -fno-sanitize-recover=all
+            -fno-omit-frame-pointer
             $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
         target_link_options(${target} PUBLIC -fsanitize=${TARN_SANITIZE})
     endif()

@@ -1,0 +1,19 @@
+// fuzz/qtapplication.cpp: see qtapplication.h.
+#include "fuzz/qtapplication.h"
+
+#include "fuzz/finding.h"
+
+#include <QApplication>
+
+#include <cstdlib>
+
+void startQt()
+{
+    static int count = 1;
+    static char name[] = "fuzz";
+    static char* arguments[] = {name, nullptr};
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    silenceLog();
+    static auto* const application = new QApplication(count, arguments);
+    application->setQuitOnLastWindowClosed(false);
+}

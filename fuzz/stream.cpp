@@ -1,0 +1,276 @@
+// fuzz/stream.cpp: a text read in any pieces, with any going back, from memory or from a file, closed and opened in
+// between, gives the units of one straight read; and those are what the bytes mean in their code set.
+//
+// Input: the seed of the moves, code set, whether filling stands before the text so that it meets the end of a chunk,
+// and how near, then the text.
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <sys/mman.h>
+#include <unicode/ucnv.h>
+#include <unistd.h>
+
+#include "foundation/vela-textstream.h"
+#include "fuzz/bytes.h"
+#include "fuzz/finding.h"
+
+namespace {
+
+using Units = std::u16string;
+
+/// Code sets of the locales, and more that pages may declare; "" declares none.
+char const* const kCodeSets[] = {"",       "utf-8",        "iso-8859-1", "shift_jis",   "euc-kr",  "gb2312",
+                                 "big5",   "IBM-850",      "IBM-932",    "ksc_5601",    "GBK",     "koi8-r",
+                                 "euc-jp", "windows-1252", "utf-7",      "iso-2022-jp", "gb18030", "no-such-set"};
+constexpr unsigned kCodeSetCount = sizeof kCodeSets / sizeof *kCodeSets;
+/// Behind the code sets: UTF-16 in both orders.
+constexpr unsigned kEncodingCount = kCodeSetCount + 2;
+
+struct Source
+{
+    std::string bytes;
+    bool isExpected = false; // the units are known beforehand
+    Units expected;
+};
+
+Units withoutZeros(Units units)
+{
+    std::erase(units, u'\0');
+    return units;
+}
+
+Units unitsOfPairs(std::string const& bytes, bool isBig)
+{
+    Units units;
+    for (size_t i = 0; i + 1 < bytes.size(); i += 2) {
+        auto const first = static_cast<unsigned char>(bytes[i]);
+        auto const second = static_cast<unsigned char>(bytes[i + 1]);
+        units += static_cast<char16_t>(isBig ? first << 8 | second : second << 8 | first);
+    }
+    return units;
+}
+
+/// The text in a code set, if ICU can decode all of it without a substitution.
+bool decodeStrictly(std::string const& bytes, char const* codeSet, Units& out)
+{
+    UErrorCode status = U_ZERO_ERROR;
+    UConverter* converter = ucnv_open(codeSet, &status);
+    if (U_FAILURE(status))
+        return false;
+    ucnv_setToUCallBack(converter, UCNV_TO_U_CALLBACK_STOP, nullptr, nullptr, nullptr, &status);
+    out.assign(bytes.size() * 2 + 16, 0);
+    int const length = ucnv_toUChars(converter, out.data(), static_cast<int>(out.size()), bytes.data(),
+                                     static_cast<int>(bytes.size()), &status);
+    ucnv_close(converter);
+    out.resize(U_SUCCESS(status) ? static_cast<size_t>(length) : 0);
+    return U_SUCCESS(status);
+}
+
+/// Code sets whose characters stand for themselves wherever they are: whole decoding is then right for every cut.
+bool isStateless(std::string const& codeSet)
+{
+    return codeSet == "utf-8" || codeSet == "iso-8859-1" || codeSet == "IBM-850" || codeSet == "koi8-r";
+}
+
+/// How much must stand before a text that shall begin `before` units ahead of the end of a chunk.
+size_t filling(unsigned chunks, size_t before)
+{
+    return chunks == 1 || chunks == 2 ? chunks * size_t{tsCache::chunkSize} - before : 0;
+}
+
+Source makeSource(FuzzBytes& input)
+{
+    unsigned const encoding = input.below(kEncodingCount);
+    unsigned const chunks = input.below(8);
+    unsigned const before = input.byte();
+    Source source;
+    if (encoding >= kCodeSetCount) {
+        bool const isBig = encoding == kCodeSetCount;
+        std::string const text = std::string(filling(chunks, before) * 2, 'a') + input.rest();
+        source.expected = withoutZeros(unitsOfPairs(text, isBig));
+        source.isExpected = true;
+        source.bytes = (isBig ? "\xFE\xFF" : "\xFF\xFE") + text;
+        return source;
+    }
+    std::string const codeSet = kCodeSets[encoding];
+    std::string const declaration = codeSet.empty() ? "" : "<meta charset=\"" + codeSet + "\">";
+    source.bytes = declaration + std::string(filling(chunks, before + declaration.size()), 'x') + input.rest();
+    if (isStateless(codeSet) && source.bytes.find('\0') == std::string::npos)
+        source.isExpected = decodeStrictly(source.bytes, codeSet.c_str(), source.expected);
+    return source;
+}
+
+Units readStraight(textstream& stream)
+{
+    Units units;
+    while (unsigned short unit = stream.pop())
+        units += static_cast<char16_t>(unit);
+    return units;
+}
+
+/// Moves about in a stream and checks every unit it sees against the text known to be there.
+class Walker
+{
+public:
+    Walker(textstream& stream, Units const& text, FuzzRandom& random) : stream_(stream), text_(text), random_(random) {}
+
+    void walk(unsigned steps)
+    {
+        for (unsigned i = 0; i < steps; ++i)
+            step();
+        stream_.rewind();
+        require(readStraight(stream_) == text_, "a second straight read differs");
+    }
+
+private:
+    /// Mostly a few units, now and then about a chunk.
+    unsigned count() { return random_.oneIn(8) ? random_.below(20000) : random_.below(30); }
+
+    void step()
+    {
+        switch (random_.below(10)) {
+        case 0:
+            return popOne();
+        case 1:
+            return readPart(false);
+        case 2:
+            return readPart(true);
+        case 3:
+            return advance();
+        case 4:
+            pushed_.push_back(place_);
+            return stream_.pushPos();
+        case 5:
+            return popPlace();
+        case 6:
+            kept_.push_back({place_, stream_.getPos()});
+            return;
+        case 7:
+            return goToKept();
+        case 8:
+            return reopen();
+        default:
+            return readRun();
+        }
+    }
+
+    void popOne()
+    {
+        unsigned short const expected = place_ < text_.size() ? text_[place_] : 0;
+        require(stream_.peek() == expected, "peek() sees another unit");
+        require(stream_.pop() == expected, "pop() gives another unit");
+        place_ += expected != 0;
+    }
+
+    void readPart(bool isConsumed)
+    {
+        unsigned const wanted = count();
+        std::vector<unsigned short> out(wanted + 1, 0xFFFF);
+        unsigned const got = isConsumed ? stream_.pop(out.data(), wanted) : stream_.peek(out.data(), wanted);
+        require(got == std::min<size_t>(wanted, text_.size() - place_), "another count of units was read");
+        require(std::equal(out.begin(), out.begin() + got, text_.begin() + static_cast<long>(place_)),
+                "other units were read");
+        require(out[got] == 0, "the units read are not terminated");
+        place_ += isConsumed ? got : 0;
+    }
+
+    void advance()
+    {
+        unsigned const wanted = count();
+        unsigned const got = stream_.advance(wanted);
+        require(got == std::min<size_t>(wanted, text_.size() - place_), "advance() went another way");
+        place_ += got;
+    }
+
+    void popPlace()
+    {
+        if (pushed_.empty())
+            return;
+        stream_.popPos();
+        place_ = pushed_.back();
+        pushed_.pop_back();
+    }
+
+    void goToKept()
+    {
+        if (kept_.empty())
+            return;
+        Kept const& to = kept_[random_.below(static_cast<unsigned>(kept_.size()))];
+        stream_.setPos(bookmark(to.mark.toString()));
+        place_ = to.place;
+    }
+
+    void reopen()
+    {
+        stream_.close();
+        pushed_.clear();
+        require(stream_.reopen() == 1, "the stream can not be opened again");
+    }
+
+    void readRun()
+    {
+        unsigned got = 0;
+        unsigned short const* units = stream_.peekRun(got);
+        require((got == 0) == (place_ == text_.size()), "peekRun() is empty before the end, or not at the end");
+        require(got <= text_.size() - place_, "peekRun() gives more than there is");
+        require(std::equal(units, units + got, text_.begin() + static_cast<long>(place_)), "peekRun() differs");
+        unsigned const taken = got == 0 ? 0 : random_.below(got + 1);
+        stream_.skipRun(taken);
+        place_ += taken;
+    }
+
+    struct Kept
+    {
+        size_t place;
+        bookmark mark;
+    };
+
+    textstream& stream_;
+    Units const& text_;
+    FuzzRandom& random_;
+    size_t place_ = 0;
+    std::vector<size_t> pushed_;
+    std::vector<Kept> kept_;
+};
+
+/// A file that has no place on any disk.
+class MemoryFile
+{
+public:
+    explicit MemoryFile(std::string const& bytes) : descriptor_(memfd_create("stream", 0))
+    {
+        require(write(descriptor_, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()), "no room");
+    }
+    ~MemoryFile() { close(descriptor_); }
+    MemoryFile(MemoryFile const&) = delete;
+    MemoryFile& operator=(MemoryFile const&) = delete;
+    sstring name() const { return sstring(("/proc/self/fd/" + std::to_string(descriptor_)).c_str()); }
+
+private:
+    int descriptor_;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(uint8_t const* bytes, size_t size)
+{
+    FuzzBytes input(bytes, size);
+    FuzzRandom random(input.word());
+    Source source = makeSource(input);
+    // A copy of exactly that size, so that a read behind the end is seen.
+    std::vector<unsigned char> memory(source.bytes.begin(), source.bytes.end());
+    textstream straight(memory.data(), static_cast<unsigned>(memory.size()), 0);
+    Units const text = readStraight(straight);
+    if (source.isExpected && source.expected != text)
+        finding("the stream reads other units than the code set says");
+
+    textstream wandering(memory.data(), static_cast<unsigned>(memory.size()), 0);
+    Walker(wandering, text, random).walk(30);
+
+    MemoryFile file(source.bytes);
+    textstream fromFile(file.name());
+    Walker(fromFile, text, random).walk(10);
+    return 0;
+}

@@ -1,0 +1,211 @@
+// fuzz/tagmutator.cpp: changes markup as markup. Plain changes of bytes seldom nest two tables or repeat a cell; these
+// take the text apart at its tags and insert, drop, repeat, wrap and move whole ones.
+#include "fuzz/bytes.h"
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+extern "C" size_t LLVMFuzzerMutate(uint8_t* bytes, size_t size, size_t limit);
+
+namespace {
+
+char const* const kTags[] = {"table",   "tr",       "td",     "th",       "form",   "center", "body",   "html",
+                             "head",    "title",    "meta",   "h1",       "h2",     "h3",     "h4",     "pre",
+                             "address", "menu",     "ul",     "ol",       "li",     "p",      "div",    "hr",
+                             "br",      "a",        "b",      "i",        "u",      "font",   "img",    "map",
+                             "area",    "input",    "button", "textarea", "select", "option", "object", "param",
+                             "item",    "frameset", "frame",  "script",   "style",  "strong", "em",     "span"};
+char const* const kAttributes[] = {
+    "width",    "height",    "minwidth", "minheight",  "border",  "cellspacing", "cellpadding", "align",   "valign",
+    "scroll",   "caption",   "bgcolor",  "background", "name",    "href",        "src",         "type",    "value",
+    "text",     "rows",      "cols",     "size",       "color",   "face",        "highlight",   "expand",  "tabindex",
+    "disabled", "checked",   "selected", "multiple",   "group",   "link",        "alink",       "vlink",   "shape",
+    "coords",   "usemap",    "classid",  "charset",    "content", "title",       "noresize",    "noshade", "minimize",
+    "maximize", "resizable", "enter",    "escape",     "onclick", "onmouseover", "action",      "alt",     "text2"};
+char const* const kValues[] = {"0",
+                               "1",
+                               "100",
+                               "50%",
+                               "100%",
+                               "1000%",
+                               "4000000000%",
+                               "2147483647",
+                               "-1",
+                               "*",
+                               "2*",
+                               "*,*",
+                               "50%,*",
+                               "left",
+                               "center",
+                               "right",
+                               "top",
+                               "middle",
+                               "bottom",
+                               "yes",
+                               "no",
+                               "auto",
+                               "#FF0000",
+                               "red",
+                               "event://a/b",
+                               "{_self}x.html",
+                               "x.png",
+                               "text",
+                               "radio",
+                               "checkbox",
+                               "submit",
+                               "hidden",
+                               "application/x-menu",
+                               "list",
+                               "tree",
+                               "rect",
+                               "0,0,10,10",
+                               "utf-8",
+                               "65536",
+                               "99999999999999999999",
+                               "X",
+                               ""};
+char const* const kTexts[] = {"word",
+                              "several words in a row",
+                              "&nbsp;",
+                              "[[b]]bold[[/b]]",
+                              "&eacute;",
+                              "averyveryverylongwordthatdoesnotfitanywhereatall",
+                              "&#65;",
+                              "<!-- comment -->",
+                              "<![CDATA[data]]>",
+                              "\xE6\xBC\xA2\xE5\xAD\x97",
+                              "\xF0\x9F\x98\x80",
+                              "\n"};
+
+template <size_t N>
+std::string oneOf(char const* const (&words)[N], FuzzRandom& random)
+{
+    return words[random.below(N)];
+}
+
+std::string makeAttribute(FuzzRandom& random)
+{
+    std::string const name = " " + oneOf(kAttributes, random);
+    return random.oneIn(8) ? name : name + "=\"" + oneOf(kValues, random) + "\"";
+}
+
+std::string makeTag(std::string const& name, FuzzRandom& random)
+{
+    std::string tag = "<" + name;
+    for (unsigned i = random.below(4); i != 0; --i)
+        tag += makeAttribute(random);
+    return tag + ">";
+}
+
+/// Tags and what stands between them.
+std::vector<std::string> split(std::string const& markup)
+{
+    std::vector<std::string> parts;
+    for (size_t at = 0; at < markup.size();) {
+        size_t end = markup[at] == '<' ? markup.find('>', at) : markup.find('<', at);
+        end = end == std::string::npos ? markup.size() : end + (markup[at] == '<');
+        parts.push_back(markup.substr(at, end - at));
+        at = end;
+    }
+    return parts;
+}
+
+using Parts = std::vector<std::string>;
+
+struct Range
+{
+    Parts::difference_type first;
+    Parts::difference_type last;
+};
+
+Range anyRange(Parts const& parts, FuzzRandom& random)
+{
+    auto const size = static_cast<unsigned>(parts.size());
+    unsigned const first = random.below(size + 1);
+    return {first, first + random.below(std::min(size - first, 12u) + 1)};
+}
+
+void insert(Parts& parts, FuzzRandom& random, std::string const& what)
+{
+    parts.insert(parts.begin() + random.below(static_cast<unsigned>(parts.size()) + 1), what);
+}
+
+void wrap(Parts& parts, FuzzRandom& random)
+{
+    std::string const name = oneOf(kTags, random);
+    Range const range = anyRange(parts, random);
+    parts.insert(parts.begin() + range.last, "</" + name + ">");
+    parts.insert(parts.begin() + range.first, makeTag(name, random));
+}
+
+void repeat(Parts& parts, FuzzRandom& random)
+{
+    Range const range = anyRange(parts, random);
+    Parts const copy(parts.begin() + range.first, parts.begin() + range.last);
+    for (unsigned times = random.below(3) + 1; times != 0; --times)
+        parts.insert(parts.begin() + range.first, copy.begin(), copy.end());
+}
+
+void move(Parts& parts, FuzzRandom& random)
+{
+    Range const range = anyRange(parts, random);
+    Parts const taken(parts.begin() + range.first, parts.begin() + range.last);
+    parts.erase(parts.begin() + range.first, parts.begin() + range.last);
+    auto const to = parts.begin() + random.below(static_cast<unsigned>(parts.size()) + 1);
+    parts.insert(to, taken.begin(), taken.end());
+}
+
+void addAttribute(Parts& parts, FuzzRandom& random)
+{
+    for (unsigned tries = 8; tries != 0 && !parts.empty(); --tries) {
+        std::string& part = parts[random.below(static_cast<unsigned>(parts.size()))];
+        if (part.size() < 3 || part[0] != '<' || part[1] == '/' || part.back() != '>')
+            continue;
+        part.insert(part.size() - 1, makeAttribute(random));
+        return;
+    }
+}
+
+void change(Parts& parts, FuzzRandom& random)
+{
+    switch (random.below(8)) {
+    case 0:
+        return insert(parts, random, oneOf(kTexts, random));
+    case 1:
+        return insert(parts, random, makeTag(oneOf(kTags, random), random));
+    case 2:
+        return insert(parts, random, "</" + oneOf(kTags, random) + ">");
+    case 3:
+        return repeat(parts, random);
+    case 4:
+        return move(parts, random);
+    case 5: {
+        Range const range = anyRange(parts, random);
+        parts.erase(parts.begin() + range.first, parts.begin() + range.last);
+        return;
+    }
+    case 6:
+        return addAttribute(parts, random);
+    default:
+        return wrap(parts, random);
+    }
+}
+
+} // namespace
+
+extern "C" size_t LLVMFuzzerCustomMutator(uint8_t* bytes, size_t size, size_t limit, unsigned seed)
+{
+    FuzzRandom random(seed);
+    if (random.oneIn(3))
+        return LLVMFuzzerMutate(bytes, size, limit);
+    Parts parts = split(std::string(reinterpret_cast<char const*>(bytes), size));
+    for (unsigned i = random.below(3) + 1; i != 0; --i)
+        change(parts, random);
+    std::string text;
+    for (std::string const& part : parts)
+        text += part;
+    text.resize(std::min(text.size(), limit));
+    std::memcpy(bytes, text.data(), text.size());
+    return text.size();
+}

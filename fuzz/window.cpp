@@ -1,0 +1,362 @@
+// fuzz/window.cpp: whole windows through the C++ host: pages are loaded, clicked, typed into, resized and closed in any
+// order, and the handlers that this calls do the same. Whatever happens, the windows can be closed at the end, and then
+// no page node, object or call is left over.
+//
+// Input: a list of steps, each a byte that chooses it and a few bytes of arguments. What handlers do is read from the
+// same bytes when they are called.
+#include "controls/guiwidget.h"
+#include "fuzz/bytes.h"
+#include "fuzz/finding.h"
+#include "host/native/nativehost.h"
+#include "page/guinodewatch.h"
+#include "runtime/gui.h"
+#include "runtime/guihtmlbase.h"
+#include "runtime/guithread.h"
+#include "script/guiwindow.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWheelEvent>
+
+#include <filesystem>
+#include <fstream>
+#include <optional>
+
+namespace {
+
+constexpr unsigned kWindows = 3;
+constexpr int kMaxActions = 60; // of one input, those of handlers included
+
+/// Pages of the fuzzer's world. "a" to "d" are handlers.
+struct PageFile
+{
+    char const* name;
+    char const* text;
+};
+constexpr PageFile kPages[] = {
+    {"links.html", "<body width=200 height=100 onmouseover='event://b/1' border=1><font size=7>"
+                   "<a href='event://a/1/2'>MMMMMM</a> <a href='{_self}form.html'>NNNN</a> <a href='event://c'>C</a>"
+                   "</font><table name=cell scroll=yes width=100 height=40><td>word word word word word word word word "
+                   "word word word word word word word word word <a href='event://d/x'>inside</a></table></body>"},
+    {"form.html", "<body width=300 height=200 enter=go escape=X><form name=f action='event://a/form'>"
+                  "<input type=text name=t value=text tabindex=1><input type=checkbox name=k><input type=radio name=r "
+                  "group=g value=1><input type=radio name=s group=g><select name=l size=3><option value=1>one<option "
+                  "selected value=2>two</select><textarea name=m rows=3 cols=20>some text</textarea><input type=submit "
+                  "name=go value=Go><input type=button name=b value=B action='event://b'></form></body>"},
+    {"frames.html",
+     "<frameset cols='50%,*'><frame name=left src=links.html><frame name=right src=form.html></frameset>"},
+    {"scroll.html", "<body width=200 height=100 scroll=yes><h1>Title</h1><p>text text text text text<p>text<p>text<p>"
+                    "<a name=mark href='{cell}links.html#mark'>link</a><table name=cell border=2><td "
+                    "onmousemove='event://c/move' onclick='event://d'>cell</table><hr><p>text<p>text<p>text</body>"},
+    {"broken.html", "<body><table><td>text ]]> text<img src=nothing.png><object classid=None></object>"},
+    {"loop.html", "<frameset rows='*,*'><frame name=left src=loop.html><frame name=cell src=scroll.html></frameset>"},
+};
+char const* const kNames[] = {"links.html",       "form.html",    "frames.html",
+                              "scroll.html",      "broken.html",  "loop.html",
+                              "scroll.html#mark", "nowhere.html", ""};
+char const* const kControls[] = {"t", "k", "r", "l", "m", "go", "b", "cell", "left", "right", "f", "nobody", ""};
+char const* const kMethods[] = {"getText",    "setText",    "isOn",           "setOn",   "addItem",
+                                "removeItem", "selectItem", "enable",         "disable", "isEnabled",
+                                "setCaption", "loadFile",   "loadBackground", "trigger", "update"};
+int const kKeys[] = {Qt::Key_Return, Qt::Key_Escape,   Qt::Key_Tab,  Qt::Key_Backtab, Qt::Key_Space, Qt::Key_Down,
+                     Qt::Key_Up,     Qt::Key_PageDown, Qt::Key_Home, Qt::Key_A,       Qt::Key_Enter, Qt::Key_Delete};
+
+template <typename T, size_t N>
+T oneOf(T const (&list)[N], FuzzBytes& input)
+{
+    return list[input.below(N)];
+}
+
+/// The folder of the pages; gone with the process.
+class World
+{
+public:
+    World()
+    {
+        char pattern[] = "/tmp/tarn-fuzz-XXXXXX";
+        require(mkdtemp(pattern), "no room for temporary files");
+        folder_ = pattern;
+        for (PageFile const& page : kPages)
+            std::ofstream(folder_ / page.name) << page.text;
+        host_.emplace(NativeHostOptions{.folder = folder_});
+    }
+    ~World()
+    {
+        host_.reset();
+        std::filesystem::remove_all(folder_);
+    }
+    World(World const&) = delete;
+    World& operator=(World const&) = delete;
+    NativeHost& host() { return *host_; }
+
+private:
+    std::filesystem::path folder_;
+    std::optional<NativeHost> host_;
+};
+
+World& world()
+{
+    static World world;
+    return world;
+}
+
+/// One thing a user does. Numbers, since they travel to the GUI thread as arguments of a call.
+enum UserAct
+{
+    kPress,
+    kRelease,
+    kMove,
+    kWheel,
+    kKey,
+    kResize,
+    kCloseButton,
+    kActs
+};
+
+void postMouse(QWidget* top, QEvent::Type type, QPoint at)
+{
+    QWidget* child = top->childAt(at);
+    QWidget* target = child ? child : top;
+    Qt::MouseButton const button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+    Qt::MouseButtons const held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
+    QCoreApplication::postEvent(
+        target, new QMouseEvent(type, target->mapFrom(top, at), top->mapToGlobal(at), button, held, Qt::NoModifier));
+}
+
+void postWheel(QWidget* top, QPoint at, int steps)
+{
+    QWidget* child = top->childAt(at);
+    QWidget* target = child ? child : top;
+    QCoreApplication::postEvent(target,
+                                new QWheelEvent(target->mapFrom(top, at), top->mapToGlobal(at), {}, {0, steps * 120},
+                                                Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false));
+}
+
+void postKey(QWidget* top, int key)
+{
+    QWidget* target = top->focusWidget() ? top->focusWidget() : top;
+    QString const text = key == Qt::Key_A ? QStringLiteral("a") : QString();
+    QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, text));
+    QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyRelease, key, Qt::NoModifier, text));
+}
+
+/// args: a UserAct and two numbers. GUI thread.
+void actOnGuiThread(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue&)
+{
+    guiWindowData* record = guiWindow_getData(data);
+    guiHtmlBase* root = record ? GetWindow(record) : nullptr;
+    guiWidget* top = root ? root->getWidget() : nullptr;
+    if (!top)
+        return;
+    int const first = args.get(1)->toInt(0);
+    int const second = args.get(2)->toInt(0);
+    switch (args.get(0)->toInt(0)) {
+    case kPress:
+        return postMouse(top, QEvent::MouseButtonPress, {first, second});
+    case kRelease:
+        return postMouse(top, QEvent::MouseButtonRelease, {first, second});
+    case kMove:
+        return postMouse(top, QEvent::MouseMove, {first, second});
+    case kWheel:
+        return postWheel(top, {first, first}, second % 7 - 3);
+    case kKey:
+        return postKey(top, first);
+    case kResize:
+        return top->resize(first, second);
+    default:
+        QCoreApplication::postEvent(top, new QCloseEvent);
+    }
+}
+
+void nothing(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&) {}
+
+void onGuiThread(ScriptMethod method, NativeObject* object, NativeArguments args)
+{
+    NativeValue ignored;
+    pGUI->getThread()->callFunction(method, pGUI->getManager(), object ? object->getPrivate() : nullptr, object, args,
+                                    ignored);
+}
+
+/// Lets the GUI thread handle what was posted, and this one the calls that come of it.
+void settle(NativeHost& host)
+{
+    for (int i = 0; i < 2; ++i)
+        onGuiThread(nothing, nullptr, {});
+    host.engine().pump().turn(std::chrono::nanoseconds(0));
+}
+
+/// Runs one input.
+class Session
+{
+public:
+    Session(FuzzBytes& input, NativeHost& host) : input_(input), host_(host)
+    {
+        for (NativeWindow& window : windows_) {
+            window = host_.window();
+            addHandlers(window);
+        }
+    }
+
+    /// Closes everything; what handlers still want to do is refused.
+    ~Session()
+    {
+        actionsLeft_ = 0;
+        for (NativeWindow& window : windows_)
+            window.close();
+        require(host_.serveUntil([this] { return !host_.engine().windows().any(); }, std::chrono::seconds(10)),
+                "a closed window stays open");
+        for (NativeWindow& window : windows_)
+            window = NativeWindow();
+    }
+    Session(Session const&) = delete;
+    Session& operator=(Session const&) = delete;
+
+    void run()
+    {
+        while (!input_.isEmpty() && actionsLeft_ > 0) {
+            act(anyWindow());
+            settle(host_);
+        }
+    }
+
+private:
+    NativeWindow& anyWindow() { return windows_[input_.below(kWindows)]; }
+
+    void addHandlers(NativeWindow& window)
+    {
+        for (char const* name : {"a", "b", "c", "d"})
+            window.on(name, [this](NativeWindow& self, NativeArguments const&) -> NativeValue { return answer(self); });
+    }
+
+    NativeValue answer(NativeWindow& self)
+    {
+        for (unsigned i = input_.below(3); i != 0; --i)
+            act(input_.flag() ? self : anyWindow());
+        return input_.below(4) == 0 ? NativeValue(oneOf(kNames, input_)) : NativeValue();
+    }
+
+    void user(NativeWindow& window, UserAct act, int first, int second)
+    {
+        if (window.object())
+            onGuiThread(actOnGuiThread, window.object().get(), {static_cast<int>(act), first, second});
+    }
+
+    void userActs(NativeWindow& window)
+    {
+        auto const act = static_cast<UserAct>(input_.below(kActs));
+        int const first =
+            act == kKey ? oneOf(kKeys, input_) : static_cast<int>(input_.byte()) * (act == kResize ? 4 : 1);
+        int const second = input_.byte();
+        user(window, act, first, second);
+        if (act == kPress && second % 4 != 0)
+            user(window, kRelease, first, second);
+    }
+
+    void useControl(NativeWindow& window)
+    {
+        NativeObjectRef control = window.control(oneOf(kControls, input_));
+        if (control)
+            control->call(oneOf(kMethods, input_), {"links.html", static_cast<int>(input_.below(3))});
+    }
+
+    /// A modal window ends only when somebody closes it: that is arranged before.
+    void showModally(NativeWindow window)
+    {
+        host_.post([window] { window.close(); });
+        window.show();
+    }
+
+    void act(NativeWindow& window)
+    {
+        if (actionsLeft_-- <= 0)
+            return;
+        switch (input_.below(16)) {
+        case 0:
+            window.load(oneOf(kNames, input_));
+            return;
+        case 1:
+            window.setText(kPages[input_.below(std::size(kPages))].text);
+            return;
+        case 2:
+            window.setText(input_.text(input_.byte()));
+            return;
+        case 3:
+            window.loadFile(oneOf(kNames, input_));
+            return;
+        case 4:
+            return window.close();
+        case 5:
+            window.setDefaultSize(static_cast<int>(input_.word()), static_cast<int>(input_.byte()));
+            return window.setResizable(input_.flag());
+        case 6:
+            return window.setFocus(oneOf(kControls, input_));
+        case 7:
+            return useControl(window);
+        case 8:
+            return showModally(window);
+        case 9:
+            window.open(input_.flag());
+            return;
+        case 10:
+        case 11:
+            window.load("links.html");
+            window.open();
+            return;
+        default:
+            return userActs(window);
+        }
+    }
+
+    FuzzBytes& input_;
+    NativeHost& host_;
+    NativeWindow windows_[kWindows];
+    int actionsLeft_ = kMaxActions;
+};
+
+/// Everything of which an input must leave as much as there was.
+struct Census
+{
+    explicit Census(NativeHost& host) : nodes(pGUI->size()), objects(host.engine().objects().size()) {}
+    bool operator==(Census const&) const = default;
+    size_t nodes;
+    size_t objects;
+};
+
+/// The session names the window, the form and the control last used, and keeps them; while windows close, the next
+/// becomes the current one.
+bool isBackAt(Census const& before, NativeHost& host)
+{
+    return host.serveUntil(
+        [&] {
+            if (NativeObjectRef session = host.engine().session())
+                for (char16_t const* name : {u"currentWindow", u"currentForm", u"currentControl"})
+                    session->writeProperty(name, NativeValue());
+            settle(host);
+            return Census(host) == before;
+        },
+        std::chrono::seconds(2));
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***)
+{
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    silenceLog();
+    world().host().window(); // what is made once for all windows
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(uint8_t const* bytes, size_t size)
+{
+    NativeHost& host = world().host();
+    Census const before(host);
+    FuzzBytes input(bytes, size);
+    Session(input, host).run();
+    if (!isBackAt(before, host))
+        finding(pGUI->size() != before.nodes ? "page nodes are left over" : "script objects are left over");
+    require(guiNodeWatch::count() == 0, "a watch of a node is left over");
+    require(host.engine().calls().size() == 0, "a call is left over");
+    return 0;
+}
