@@ -1,6 +1,25 @@
 // controls/guihtmlcontrol.cpp: see guihtmlcontrol.h.
 #include "controls/guihtmlcontrol.h"
 
+#include "controls/guidispatch.h"
+#include "foundation/vela-qt.h"
+#include "page/guihtmltext-fonts.h"
+#include "page/guinodewatch.h"
+#include "runtime/guihtmlbase.h"
+
+#include <QWidget>
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// A text of this many characters is wider than any window: the rest needs no measuring.
+constexpr qsizetype kMeasuredUnits = kMaxPixels;
+
+} // namespace
+
+guiHtmlControl::~guiHtmlControl() { onDestroyChildWidget(); }
+
 guiHtml& guiHtmlControl::operator=(guiHtml& other)
 {
     guiHtml::operator=(other);
@@ -13,3 +32,110 @@ guiHtml& guiHtmlControl::operator=(guiHtml& other)
 }
 
 guiHtml* guiHtmlControl::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
+
+int guiHtmlControl::setText(sstring const& text, sstring const&)
+{
+    m_text = text;
+    if (getChildWidget()) {
+        guiNodeWatch self(this);
+        destroyChildWidget();
+        if (!self.alive())
+            return 0;
+        createChildWidget();
+    }
+    updateLayout(1);
+    return 1;
+}
+
+void guiHtmlControl::setEnabled(int enabled)
+{
+    guiHtml::setEnabled(enabled);
+    if (QWidget* widget = getChildWidget())
+        widget->setEnabled(enabled > 0);
+}
+
+void guiHtmlControl::setRect(guiRect* rect)
+{
+    guiHtml::setRect(rect);
+    if (!hasWindow())
+        return;
+    createChildWidget();
+    guiRect place;
+    getRectInWidget(&place);
+    onSetRect(&place);
+    placeInClip(getChildWidget());
+}
+
+QWidget* guiHtmlControl::getClipWidget()
+{
+    if (m_clipWidget)
+        return m_clipWidget;
+    m_clipWidget = new QWidget(getTopLevelWidget());
+    m_clipWidget->setObjectName(QStringLiteral("controlclipper"));
+    guiRect rect;
+    getRectInWidget(&rect);
+    onSetRect(&rect);
+    return m_clipWidget;
+}
+
+void guiHtmlControl::onSetRect(guiRect* rect)
+{
+    guiRect clip;
+    getClipRect(&clip);
+    m_clipOffsetX = clip.left - rect->left;
+    m_clipOffsetY = clip.top - rect->top;
+    clip.width = std::min(rect->right(), clip.right()) - clip.left;
+    clip.height = std::min(rect->bottom(), clip.bottom()) - clip.top;
+    clip.left = std::max(rect->left, clip.left);
+    clip.top = std::max(rect->top, clip.top);
+    if (!m_clipWidget)
+        return;
+    m_clipWidget->setGeometry(clip.left, clip.top, clip.width, clip.height);
+    m_clipWidget->setVisible(!clip.isEmpty());
+}
+
+void guiHtmlControl::onDestroyChildWidget() { guiDeleteWidget(std::exchange(m_clipWidget, nullptr)); }
+
+void guiHtmlControl::placeInClip(QWidget* widget)
+{
+    if (widget)
+        widget->setGeometry(-m_clipOffsetX, -m_clipOffsetY, m.rect.width, m.rect.height);
+}
+
+void guiHtmlControl::dirtyTabOrder()
+{
+    if (guiHtmlBase* base = getBaseHtml())
+        base->m.tabOrderDirty = 1;
+}
+
+void guiHtmlControl::finishWidget(QWidget* widget)
+{
+    widget->setFont(getDefaultFont(nullptr));
+    widget->setEnabled(m.enabled);
+    placeInClip(widget);
+    widget->show();
+}
+
+int guiHtmlControl::textWidth(sstring const& text)
+{
+    guiTextFont& font = guiTextFonts::of(getDefaultFont(nullptr));
+    QStringView const shown = sstoview(text).left(kMeasuredUnits);
+    return limited(guiTextPixels(font.wordAdvance(shown)));
+}
+
+int guiHtmlControl::limited(std::int64_t pixels)
+{
+    return static_cast<int>(std::clamp<std::int64_t>(pixels, 0, kMaxPixels));
+}
+
+int guiHtmlControl::lineSpacing() { return guiTextFonts::of(getDefaultFont(nullptr)).lineSpacing(); }
+
+void guiHtmlControl::fire(sstring const& link)
+{
+    if (link.getLength() == 0)
+        return;
+    guiNodeWatch self(this);
+    ScriptObject* object = getCustomObject(); // may run script
+    if (self.alive())
+        onHyperlink(link, object);
+}

@@ -1,7 +1,14 @@
 // controls/guihtmlcontrolbutton.cpp: see guihtmlcontrolbutton.h.
 #include "controls/guihtmlcontrolbutton.h"
 
+#include "controls/guidispatch.h"
 #include "controls/guihtmlform.h"
+#include "controls/guiwidgetcheckbox.h"
+#include "controls/guiwidgetpushbutton.h"
+#include "controls/guiwidgetradiobutton.h"
+#include "foundation/vela-qt.h"
+#include "page/guicolor.h"
+#include "runtime/guihtmlbase.h"
 
 namespace {
 
@@ -12,7 +19,18 @@ guiHtmlForm* formAround(guiHtml* node)
     return static_cast<guiHtmlForm*>(node);
 }
 
+/// The colour around the indicator: the node's own, or what the page shows there.
+void setBackground(QWidget* widget, guiHtml const* node)
+{
+    QPalette palette = widget->palette();
+    palette.setColor(QPalette::Window, toQColor(node->getBackgroundColor()));
+    widget->setPalette(palette);
+    widget->setAutoFillBackground(node->hasBackgroundColor());
+}
+
 } // namespace
+
+guiHtmlControlButton::~guiHtmlControlButton() { destroyWidgets(); }
 
 guiHtml& guiHtmlControlButton::operator=(guiHtml& other)
 {
@@ -30,6 +48,110 @@ void guiHtmlControlButton::init(guiButtonType type, bool checked)
     m_checked = checked;
 }
 
+int guiHtmlControlButton::isChecked()
+{
+    if (m_checkBox)
+        m_checked = m_checkBox->isChecked();
+    if (m_radioButton)
+        m_checked = m_radioButton->isChecked();
+    return m_checked;
+}
+
+// What the user did to the widget counts, so that is asked for first.
+void guiHtmlControlButton::setChecked(int checked)
+{
+    int wanted = checked > 0;
+    if (wanted == isChecked())
+        return;
+    m_checked = wanted;
+    if (m_checkBox)
+        m_checkBox->setChecked(wanted);
+    if (m_radioButton)
+        m_radioButton->setChecked(wanted);
+    isChecked();
+}
+
+int guiHtmlControlButton::getPreferredWidth()
+{
+    constexpr int kAroundLabel = 12;
+    if (isCheckable())
+        return kCheckSize;
+    return hasWindow() ? textWidth(m_text) + kAroundLabel : 0;
+}
+
+int guiHtmlControlButton::getHeightEstimate(unsigned long)
+{
+    constexpr int kAroundLabel = 8;
+    if (isCheckable())
+        return kCheckSize;
+    return hasWindow() ? lineSpacing() + kAroundLabel : 0;
+}
+
+QWidget* guiHtmlControlButton::getChildWidget()
+{
+    if (m_pushButton)
+        return m_pushButton;
+    if (m_checkBox)
+        return m_checkBox;
+    return m_radioButton;
+}
+
+void guiHtmlControlButton::createChildWidget()
+{
+    if (getChildWidget() || !hasWindow())
+        return;
+    dirtyTabOrder();
+    if (m_buttonType == kButtonCheckBox)
+        createCheckBox();
+    else if (m_buttonType == kButtonRadio)
+        createRadioButton();
+    else
+        createPushButton();
+}
+
+void guiHtmlControlButton::createPushButton()
+{
+    m_pushButton = new guiWidgetPushButton(getClipWidget());
+    m_pushButton->setText(sstoq(m_text));
+    m_pushButton->owner = this;
+    finishWidget(m_pushButton);
+}
+
+void guiHtmlControlButton::createCheckBox()
+{
+    m_checkBox = new guiWidgetCheckBox(getClipWidget());
+    m_checkBox->owner = this;
+    m_checkBox->setChecked(m_checked > 0);
+    setBackground(m_checkBox, this);
+    finishWidget(m_checkBox);
+}
+
+void guiHtmlControlButton::createRadioButton()
+{
+    m_radioButton = new guiWidgetRadioButton(getClipWidget());
+    m_radioButton->owner = this;
+    if (guiHtmlBase* base = getBaseHtml())
+        base->addToGroup(m_radioButton, getName());
+    m_radioButton->setChecked(m_checked > 0);
+    setBackground(m_radioButton, this);
+    finishWidget(m_radioButton);
+}
+
+void guiHtmlControlButton::destroyChildWidget()
+{
+    guiHtmlControl::destroyChildWidget();
+    destroyWidgets();
+}
+
+void guiHtmlControlButton::destroyWidgets()
+{
+    isChecked(); // what the user did last is kept
+    guiDestroyWrapper(m_pushButton);
+    guiDestroyWrapper(m_checkBox);
+    guiDestroyWrapper(m_radioButton);
+    onDestroyChildWidget();
+}
+
 // A reset button without a link does nothing: there is no built-in reset.
 void guiHtmlControlButton::onClick()
 {
@@ -37,6 +159,5 @@ void guiHtmlControlButton::onClick()
     if (link.getLength() == 0 && m_buttonType == kButtonSubmit)
         if (guiHtmlForm* form = formAround(getParent()))
             link = form->getAction();
-    if (link.getLength() != 0)
-        onHyperlink(link, getCustomObject());
+    fire(link);
 }

@@ -1,6 +1,13 @@
 // controls/guihtmlcontroledit.cpp: see guihtmlcontroledit.h.
 #include "controls/guihtmlcontroledit.h"
 
+#include "controls/guidispatch.h"
+#include "controls/guiwidgetlineedit.h"
+#include "controls/guiwidgetmultiedit.h"
+#include "foundation/vela-qt.h"
+
+guiHtmlControlEdit::~guiHtmlControlEdit() { destroyWidgets(); }
+
 guiHtml& guiHtmlControlEdit::operator=(guiHtml& other)
 {
     guiHtmlControl::operator=(other);
@@ -11,10 +18,97 @@ guiHtml& guiHtmlControlEdit::operator=(guiHtml& other)
 
 guiHtml* guiHtmlControlEdit::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
+int guiHtmlControlEdit::setText(sstring const& text)
+{
+    if (getText() == text)
+        return 1;
+    m_text = text;
+    if (m_lineEdit)
+        m_lineEdit->setText(sstoq(text));
+    else if (m_multiEdit)
+        m_multiEdit->setPlainText(sstoq(text));
+    return 1;
+}
+
+sstring guiHtmlControlEdit::getText()
+{
+    if (m_lineEdit)
+        m_text = qtoss(m_lineEdit->text());
+    else if (m_multiEdit)
+        m_text = qtoss(m_multiEdit->toPlainText());
+    return m_text;
+}
+
+int guiHtmlControlEdit::getPreferredWidth()
+{
+    constexpr int kAroundText = 8;
+    if (m_shape.size == 0 || !hasWindow())
+        return 0;
+    return limited(std::int64_t{m_shape.size} * textWidth("X") + kAroundText);
+}
+
+int guiHtmlControlEdit::getHeightEstimate(unsigned long)
+{
+    constexpr int kAroundText = 6;
+    return hasWindow() ? limited(std::int64_t{m_shape.rows} * lineSpacing() + kAroundText) : 0;
+}
+
+QWidget* guiHtmlControlEdit::getChildWidget()
+{
+    if (m_lineEdit)
+        return m_lineEdit;
+    return m_multiEdit;
+}
+
+void guiHtmlControlEdit::createChildWidget()
+{
+    if (getChildWidget() || m_shape.rows < 1 || !hasWindow())
+        return;
+    dirtyTabOrder();
+    if (m_shape.rows == 1)
+        createLineEdit();
+    else
+        createMultiEdit();
+}
+
+// The owner is bound last: the first text is no change that anybody made.
+void guiHtmlControlEdit::createLineEdit()
+{
+    m_lineEdit = new guiWidgetLineEdit(getClipWidget());
+    if (m_shape.type == kEditPassword)
+        m_lineEdit->setEchoMode(QLineEdit::Password);
+    m_lineEdit->setText(sstoq(m_text));
+    m_lineEdit->owner = this;
+    finishWidget(m_lineEdit);
+}
+
+void guiHtmlControlEdit::createMultiEdit()
+{
+    m_multiEdit = new guiWidgetMultiEdit(getClipWidget());
+    m_multiEdit->setPlainText(sstoq(m_text));
+    m_multiEdit->owner = this;
+    finishWidget(m_multiEdit);
+}
+
+void guiHtmlControlEdit::destroyChildWidget()
+{
+    guiHtmlControl::destroyChildWidget();
+    destroyWidgets();
+}
+
+void guiHtmlControlEdit::destroyWidgets()
+{
+    if (getChildWidget())
+        dirtyTabOrder();
+    guiDestroyWrapper(m_lineEdit);
+    guiDestroyWrapper(m_multiEdit);
+    onDestroyChildWidget();
+}
+
 void guiHtmlControlEdit::onChange(sstring const& text)
 {
     if (m_action.getLength() == 0)
         return;
     m_text = text;
-    onHyperlink(m_action, getCustomObject());
+    fire(m_action);
 }

@@ -3,6 +3,9 @@
 
 #include "controls/guihtmlcontrol.h"
 
+class guiWidgetLineEdit;
+class guiWidgetMultiEdit;
+
 enum guiEditType : int
 {
     kEditText = 0,
@@ -10,7 +13,7 @@ enum guiEditType : int
     kEditFile = 2,
 };
 
-/// A field of text: one line (rows 1) or several.
+/// A field of text: one line (rows 1) or several; none is shown for fewer rows.
 class guiHtmlControlEdit : public guiHtmlControl
 {
 public:
@@ -27,6 +30,7 @@ public:
     };
 
     explicit guiHtmlControlEdit(guiHtml* parent = nullptr) : guiHtmlControl(parent) {}
+    ~guiHtmlControlEdit() override;
 
     int getControlType() override { return kControlEdit; }
     using guiHtmlControl::operator=;
@@ -36,9 +40,27 @@ public:
     shape_t const& getShape() const { return m_shape; }
     void init(shape_t const& shape) { m_shape = shape; }
 
+    using guiHtmlControl::setText;
+    /// Puts another text into the field, where it stands; nothing is laid out. Always 1.
+    int setText(sstring const& text);
+    /// What the field holds now.
+    sstring getText() override;
+
+    int getPreferredWidth() override;
+    int getHeightEstimate(unsigned long width) override;
+    QWidget* getChildWidget() override;
+    void createChildWidget() override;
+    void destroyChildWidget() override;
+
     /// The user changed the text: with a link, the node keeps the text and follows the link.
     virtual void onChange(sstring const& text);
 
 private:
+    void createLineEdit();
+    void createMultiEdit();
+    void destroyWidgets();
+
     shape_t m_shape;
+    guiWidgetLineEdit* m_lineEdit = nullptr;   // owned, for one row
+    guiWidgetMultiEdit* m_multiEdit = nullptr; // owned, for several
 };

@@ -1,6 +1,128 @@
 // controls/guihtmlcontrolflex.cpp: see guihtmlcontrolflex.h.
 #include "controls/guihtmlcontrolflex.h"
 
+#include "controls/guidispatch.h"
+#include "controls/guiwidgetlistitem.h"
+#include "controls/guiwidgetlistview.h"
+#include "foundation/vela-qt.h"
+#include "page/guinodewatch.h"
+#include "page/guinumbers.h"
+
+#include <QHeaderView>
+#include <algorithm>
+#include <map>
+
+namespace {
+
+// Columns beyond this are left out: a page's list has a handful.
+constexpr int kMostColumns = 1000;
+
+bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
+
+/// Where the next "|" in front of a digit is, the length when there is none.
+unsigned nextCode(sstring const& text, unsigned from)
+{
+    unsigned short const* units = text.getUnicode();
+    while (from < text.getLength() && !(units[from] == '|' && isDigit(units[from + 1])))
+        ++from;
+    return from;
+}
+
+/// Pixels of a "WIDTH=" segment, -1 for a heading.
+int widthIn(sstring const& segment)
+{
+    static sstring const kWidth("WIDTH=");
+    return segment.find(kWidth) == 0 ? guiToPixels(segment.subString(kWidth.getLength())) : -1;
+}
+
+/// A part of column codes: text from `begin` to `end`, for a column from 1, or 0 in front of all numbers.
+struct segment
+{
+    int column;
+    unsigned begin;
+    unsigned end;
+};
+
+segment readSegment(sstring const& text, unsigned at)
+{
+    unsigned short const* units = text.getUnicode();
+    segment part{0, at, at};
+    if (units[at] == '|' && isDigit(units[at + 1])) {
+        unsigned end = at + 1;
+        while (isDigit(units[end]))
+            ++end;
+        part.column = guiToNumber(text.subString(at + 1, end - at - 1));
+        part.begin = units[end] == '|' ? end + 1 : end;
+    }
+    part.end = nextCode(text, part.begin);
+    return part;
+}
+
+/// Calls `visit(column, text)` for each segment; a text in front of all numbers is column 1's.
+template <typename Visit>
+void forEachColumn(sstring const& text, Visit visit)
+{
+    for (unsigned at = 0; at < text.getLength();) {
+        segment const part = readSegment(text, at);
+        at = part.end;
+        if (part.column <= kMostColumns)
+            visit(std::max(part.column, 1), text.subString(part.begin, part.end - part.begin));
+    }
+}
+
+} // namespace
+
+guiHtmlControlFlex::~guiHtmlControlFlex() { destroyWidgets(); }
+
+sstring guiHtmlControlFlex::popColumnText(int* column, sstring text, sstring& rest)
+{
+    segment const part = readSegment(text, 0);
+    *column = part.column;
+    rest = text.subString(part.end);
+    return text.subString(part.begin, part.end - part.begin);
+}
+
+bool guiHtmlControlFlex::showsHeader() const { return m_headerEnabled && !(m_styleBits & kFlexNoHeader); }
+
+// Wide enough for the longest text of each column, or what is set for it.
+int guiHtmlControlFlex::getPreferredWidth()
+{
+    constexpr int kAroundText = 28;
+    constexpr int kBetweenColumns = 12;
+    if (!hasWindow())
+        return 0;
+    std::map<int, sstring> longest;
+    std::map<int, int> widths;
+    auto note = [&](int column, sstring const& text) {
+        if (int width = widthIn(text); width >= 0)
+            widths[column] = width;
+        else if (text.getLength() > longest[column].getLength())
+            longest[column] = text;
+    };
+    forEachColumn(m_columnCodes, note);
+    for (auto const& item : m_items)
+        if (item)
+            forEachColumn(item->text, note);
+    for (auto const& [column, text] : longest)
+        widths.try_emplace(column, textWidth(text) + kBetweenColumns);
+    std::int64_t sum = kAroundText;
+    for (auto const& [column, width] : widths)
+        sum += width;
+    return limited(sum);
+}
+
+int guiHtmlControlFlex::getHeightEstimate(unsigned long)
+{
+    constexpr int kAroundRows = 6;
+    constexpr int kAroundHeading = 8;
+    if (!hasWindow())
+        return 0;
+    std::int64_t rows = std::int64_t{m_visibleRows} * lineSpacing() + kAroundRows;
+    return limited(rows + (showsHeader() ? lineSpacing() + kAroundHeading : 0));
+}
+
+QWidget* guiHtmlControlFlex::getChildWidget() { return m_listView; }
+
 guiHtml& guiHtmlControlFlex::operator=(guiHtml& other)
 {
     guiHtmlControl::operator=(other);
@@ -15,6 +137,9 @@ guiHtml& guiHtmlControlFlex::operator=(guiHtml& other)
     m_items.clear();
     for (auto const& item : flex->m_items)
         m_items.push_back(item ? std::make_unique<guiHtmlControlFlexEntry>(*item) : nullptr);
+    for (auto const& item : m_items)
+        if (item)
+            item->item = nullptr; // the row is the other's
     return *this;
 }
 
@@ -34,14 +159,349 @@ void guiHtmlControlFlex::appendEntry(guiHtmlControlFlexEntry const& entry)
         m_items.back()->text = entry.value;
 }
 
-void guiHtmlControlFlex::onSelect()
+void guiHtmlControlFlex::onSelect() { fire(m_selectAction); }
+void guiHtmlControlFlex::onChange() { fire(m_changeAction); }
+
+void guiHtmlControlFlex::createChildWidget()
 {
-    if (m_selectAction.getLength() != 0)
-        onHyperlink(m_selectAction, getCustomObject());
+    if (m_listView || !hasWindow())
+        return;
+    dirtyTabOrder();
+    m_listView = new guiWidgetListView(getClipWidget());
+    m_listView->setSelectionMode(m_multiple ? QAbstractItemView::MultiSelection : QAbstractItemView::SingleSelection);
+    m_listView->setAllColumnsShowFocus(true);
+    m_listView->setRootIsDecorated(false);
+    createColumns();
+    m_listView->setHeaderHidden(!showsHeader());
+    createRows();
+    bindRows(); // only now: what the page says about its rows is nobody's choice
+    finishWidget(m_listView);
 }
 
-void guiHtmlControlFlex::onChange()
+/// A list has one column at least, or its rows could not be seen.
+void guiHtmlControlFlex::createColumns()
 {
-    if (m_changeAction.getLength() != 0)
-        onHyperlink(m_changeAction, getCustomObject());
+    m_listView->setColumnCount(0);
+    forEachColumn(m_columnCodes, [this](int column, sstring const& text) {
+        int const width = widthIn(text);
+        if (width >= 0)
+            setColumnWidth(column, width);
+        else
+            setColumnText(column, text);
+    });
+    if (m_listView->columnCount() == 0)
+        setColumnText(1, sstring());
+}
+
+void guiHtmlControlFlex::createRows()
+{
+    auto before = [](sstring const& a, sstring const& b) { return a.comparei(b.getUnicode(), sstring::npos) < 0; };
+    std::map<sstring, guiCheckListItem*, decltype(before)> rows(before); // the first of each value
+    for (auto const& entry : m_items) {
+        if (!entry)
+            continue;
+        auto const above = rows.find(entry->parent);
+        createRow(*entry, entry->parent.getLength() && above != rows.end() ? above->second : nullptr);
+        rows.emplace(entry->value, entry->item);
+    }
+    for (auto const& entry : m_items)
+        if (entry && entry->expanded)
+            entry->item->setExpanded(true);
+    for (auto const& entry : m_items)
+        if (entry && entry->selected)
+            selectRow(entry->item, true);
+}
+
+/// `above` null: at the top level.
+void guiHtmlControlFlex::createRow(guiHtmlControlFlexEntry& entry, guiCheckListItem* above)
+{
+    auto const indicator = static_cast<guiCheckListItem::Indicator>(entry.entryType);
+    entry.item = above ? new guiCheckListItem(nullptr, above, QString(), indicator)
+                       : new guiCheckListItem(nullptr, m_listView, QString(), indicator);
+    if (above)
+        m_listView->setRootIsDecorated(true);
+    forEachColumn(entry.text, [&](int column, sstring const& text) { setCell(entry.item, column, text); });
+    entry.item->setOn(entry.checked > 0);
+    entry.item->setDisabled(entry.enabled == 0);
+}
+
+void guiHtmlControlFlex::bindRows()
+{
+    m_listView->owner = this;
+    for (auto const& entry : m_items)
+        if (entry)
+            entry->item->owner = this;
+}
+
+/// Columns that only rows have get no heading.
+void guiHtmlControlFlex::setCell(guiCheckListItem* row, int column, sstring const& text)
+{
+    addColumns(column);
+    row->setText(column - 1, sstoq(text));
+}
+
+/// Adds empty columns until there are `count`.
+void guiHtmlControlFlex::addColumns(int count)
+{
+    int const present = m_listView->columnCount();
+    if (count <= present)
+        return;
+    m_listView->setColumnCount(count);
+    for (int i = present; i < count; ++i)
+        m_listView->headerItem()->setText(i, QString());
+    m_listView->header()->setStretchLastSection(true);
+}
+
+void guiHtmlControlFlex::selectRow(guiCheckListItem* row, bool on)
+{
+    if (on && !m_multiple)
+        m_listView->setCurrentItem(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    else
+        row->setSelected(on);
+}
+
+void guiHtmlControlFlex::destroyChildWidget()
+{
+    guiHtmlControl::destroyChildWidget();
+    destroyWidgets();
+}
+
+void guiHtmlControlFlex::destroyWidgets()
+{
+    if (m_listView) {
+        dirtyTabOrder();
+        keepStates();
+    }
+    guiDestroyWrapper(m_listView);
+    onDestroyChildWidget();
+}
+
+namespace {
+
+/// A row's columns as they are now.
+sstring codesOf(guiCheckListItem const* row, int columns)
+{
+    sstring text = qtoss(row->text(0));
+    for (int column = 2; column <= columns; ++column)
+        if (QString const cell = row->text(column - 1); !cell.isEmpty())
+            text += sformat("|%ld|", long{column}) + qtoss(cell);
+    return text;
+}
+
+/// The headings, and the widths of all columns but one that fills the list.
+sstring codesOf(guiWidgetListView const* list)
+{
+    sstring codes;
+    int const count = list->columnCount();
+    for (int column = 1; column <= count; ++column) {
+        codes += sformat("|%ld|", long{column}) + qtoss(list->headerItem()->text(column - 1));
+        if (column < count || !list->header()->stretchLastSection())
+            codes += sformat("|%ld|WIDTH=%ld", long{column}, long{list->columnWidth(column - 1)});
+    }
+    return codes;
+}
+
+} // namespace
+
+/// What the user and script did to the widget is there again when it is made anew.
+void guiHtmlControlFlex::keepStates()
+{
+    m_columnCodes = codesOf(m_listView);
+    for (auto const& entry : m_items) {
+        if (!entry || !entry->item)
+            continue;
+        entry->text = codesOf(entry->item, m_listView->columnCount());
+        entry->checked = entry->item->isOn();
+        entry->selected = entry->item->isSelected();
+        entry->enabled = !entry->item->isDisabled();
+        entry->expanded = entry->item->isExpanded() || entry->item->childCount() == 0;
+        entry->item = nullptr;
+    }
+}
+
+guiHtmlControlFlexEntry* guiHtmlControlFlex::findItem(istring const& value)
+{
+    for (auto const& entry : m_items)
+        if (entry && value == entry->value)
+            return entry.get();
+    return nullptr;
+}
+
+int guiHtmlControlFlex::isItemChecked(sstring const& value)
+{
+    guiHtmlControlFlexEntry const* entry = findItem(value);
+    if (!entry || entry->entryType == kFlexPlain)
+        return 0;
+    return entry->item ? entry->item->isOn() : entry->checked;
+}
+
+int guiHtmlControlFlex::isItemSelected(sstring const& value)
+{
+    guiHtmlControlFlexEntry const* entry = findItem(value);
+    if (!entry)
+        return 0;
+    return entry->item ? entry->item->isSelected() : entry->selected;
+}
+
+int guiHtmlControlFlex::isItemEnabled(sstring const& value)
+{
+    guiHtmlControlFlexEntry const* entry = findItem(value);
+    if (!entry)
+        return 0;
+    return entry->item ? !entry->item->isDisabled() : entry->enabled;
+}
+
+int guiHtmlControlFlex::isItemExpanded(sstring const& value)
+{
+    guiHtmlControlFlexEntry const* entry = findItem(value);
+    if (!entry)
+        return 0;
+    return entry->item ? entry->item->isExpanded() : entry->expanded;
+}
+
+void guiHtmlControlFlex::setItemChecked(sstring const& value, int on)
+{
+    guiHtmlControlFlexEntry* entry = findItem(value);
+    if (!entry || entry->entryType == kFlexPlain)
+        return;
+    if (entry->item)
+        entry->item->setOn(on > 0);
+    else
+        entry->checked = on > 0;
+}
+
+void guiHtmlControlFlex::setItemSelected(sstring const& value, int on)
+{
+    guiHtmlControlFlexEntry* entry = findItem(value);
+    if (!entry)
+        return;
+    if (entry->item) {
+        selectRow(entry->item, on > 0);
+        return;
+    }
+    if (on > 0 && !m_multiple)
+        clearSelection();
+    entry->selected = on > 0;
+}
+
+void guiHtmlControlFlex::clearSelection()
+{
+    if (m_listView)
+        return m_listView->clearSelection();
+    for (auto const& entry : m_items)
+        if (entry)
+            entry->selected = 0;
+}
+
+void guiHtmlControlFlex::setItemEnabled(sstring const& value, int on)
+{
+    guiHtmlControlFlexEntry* entry = findItem(value);
+    if (entry && entry->item)
+        entry->item->setDisabled(on <= 0);
+    else if (entry)
+        entry->enabled = on > 0;
+}
+
+void guiHtmlControlFlex::setItemExpanded(sstring const& value, int on)
+{
+    guiHtmlControlFlexEntry* entry = findItem(value);
+    if (entry && entry->item)
+        entry->item->setExpanded(on > 0);
+    else if (entry)
+        entry->expanded = on > 0;
+}
+
+void guiHtmlControlFlex::scrollToTop()
+{
+    if (m_listView)
+        m_listView->scrollToTop();
+}
+
+void guiHtmlControlFlex::addItem(sstring const& value, sstring const& text, sstring const& parent,
+                                 guiHtmlControlFlexEntryType entryType)
+{
+    auto hole = std::find(m_items.begin(), m_items.end(), nullptr);
+    if (hole == m_items.end())
+        hole = m_items.emplace(m_items.end());
+    guiHtmlControlFlexEntry* above = parent.getLength() ? findItem(parent) : nullptr;
+    *hole = std::make_unique<guiHtmlControlFlexEntry>();
+    guiHtmlControlFlexEntry& entry = **hole;
+    entry.value = value;
+    entry.text = text.getLength() ? text : value;
+    entry.parent = parent;
+    entry.entryType = entryType;
+    if (!m_listView)
+        return;
+    createRow(entry, above ? above->item : nullptr);
+    entry.item->setExpanded(true);
+    entry.item->owner = this;
+}
+
+void guiHtmlControlFlex::removeItem(sstring const& value)
+{
+    istring const wanted(value);
+    auto const found = std::find_if(m_items.begin(), m_items.end(),
+                                    [&](auto const& entry) { return entry && wanted == entry->value; });
+    if (found == m_items.end())
+        return;
+    std::unique_ptr<guiHtmlControlFlexEntry> const gone = std::move(*found);
+    if (!gone->item)
+        return;
+    moveUp(gone->item);
+    delete gone->item;
+}
+
+/// The rows under one that goes belong to no row then, so that they lie at the top level.
+void guiHtmlControlFlex::moveUp(guiCheckListItem* row)
+{
+    std::vector<std::pair<QTreeWidgetItem*, bool>> rows;
+    for (int i = 0; i < row->childCount(); ++i)
+        rows.emplace_back(row->child(i), row->child(i)->isExpanded());
+    m_listView->addTopLevelItems(row->takeChildren());
+    for (auto const& [moved, isExpanded] : rows)
+        moved->setExpanded(isExpanded);
+}
+
+void guiHtmlControlFlex::setHeaderEnabled(int enabled)
+{
+    m_headerEnabled = enabled != 0;
+    if (m_listView)
+        m_listView->setHeaderHidden(!m_headerEnabled);
+}
+
+void guiHtmlControlFlex::setColumnWidth(int column, int width)
+{
+    if (!m_listView) {
+        m_columnCodes += sformat("|%ld|WIDTH=%ld", long{column}, long{width});
+        return;
+    }
+    int const count = m_listView->columnCount();
+    if (column < 1 || column > count)
+        return;
+    if (column == count)
+        m_listView->header()->setStretchLastSection(false);
+    m_listView->header()->resizeSection(column - 1, std::clamp(width, 0, kMaxPixels));
+}
+
+void guiHtmlControlFlex::setColumnText(int column, sstring const& text)
+{
+    if (!m_listView) {
+        m_columnCodes += sformat("|%ld|", long{column}) + text;
+        return;
+    }
+    if (column < 1 || column > kMostColumns)
+        return;
+    addColumns(column);
+    m_listView->headerItem()->setText(column - 1, sstoq(text));
+}
+
+void guiHtmlControlFlex::setItemText(sstring const& value, int column, sstring const& text)
+{
+    guiHtmlControlFlexEntry* entry = findItem(value);
+    if (!entry)
+        return;
+    if (!entry->item)
+        entry->text += sformat("|%ld|", long{column}) + text;
+    else if (column >= 1 && column <= kMostColumns)
+        setCell(entry->item, column, text);
 }

@@ -7,6 +7,9 @@
 #include <memory>
 #include <vector>
 
+class guiCheckListItem;
+class guiWidgetListView;
+
 enum guiHtmlControlFlexEntryType : int
 {
     kFlexPlain = 0,
@@ -25,21 +28,26 @@ enum guiFlexStyle : unsigned
 struct guiHtmlControlFlexEntry
 {
     sstring value;  ///< the row's key
-    sstring text;   ///< the columns: the first one's text, then "|N|" and the text of column N
+    sstring text;   ///< column codes: the first column's text, then "|N|" and the text of column N
     sstring parent; ///< key of the row that this one lies under, "" for the top level
     guiHtmlControlFlexEntryType entryType = kFlexPlain;
     int checked = 0;
     int selected = 0;
     int enabled = 1;
     int expanded = 1;
+    guiCheckListItem* item = nullptr; ///< the row while the widget exists, which then has the four states; not owned
 };
 
+/// Rows exist independently of the widget: what is done to the list while its page is hidden is kept in them. A removed
+/// row leaves a hole that the next added one fills. Columns count from 1; rows are found by value without regard to
+/// case.
 class guiHtmlControlFlex : public guiHtmlControl
 {
 public:
     static constexpr int kDefaultRows = 5;
 
     explicit guiHtmlControlFlex(guiHtml* parent = nullptr) : guiHtmlControl(parent) {}
+    ~guiHtmlControlFlex() override;
 
     int getControlType() override { return kControlFlex; }
     using guiHtmlControl::operator=;
@@ -50,10 +58,44 @@ public:
     unsigned getStyleBits() const { return m_styleBits; }
     int getVisibleRows() const { return m_visibleRows; }
     int isMultiple() const { return m_multiple; }
+    int isHeaderEnabled() const { return m_headerEnabled; }
+    sstring getColumnCodes() const { return m_columnCodes; }
     sstring getSelectAction() const { return m_selectAction; }
     sstring getChangeAction() const { return m_changeAction; }
     void setSelectAction(sstring const& link) { m_selectAction = link; }
     void setChangeAction(sstring const& link) { m_changeAction = link; }
+
+    int getPreferredWidth() override;
+    int getHeightEstimate(unsigned long width) override;
+    QWidget* getChildWidget() override;
+    void createChildWidget() override;
+    void destroyChildWidget() override;
+
+    /// Takes one segment off column codes: `column` becomes its number (0 for a text in front of all numbers), `rest`
+    /// what follows. Returns its text.
+    static sstring popColumnText(int* column, sstring text, sstring& rest);
+
+    /// The first row of this value, null when there is none.
+    guiHtmlControlFlexEntry* findItem(istring const& value);
+    /// States of the row of this value; 0 when there is none. A row without an indicator is never checked.
+    int isItemChecked(sstring const& value);
+    int isItemSelected(sstring const& value);
+    int isItemEnabled(sstring const& value);
+    int isItemExpanded(sstring const& value);
+    void setItemChecked(sstring const& value, int on);
+    void setItemSelected(sstring const& value, int on);
+    void setItemEnabled(sstring const& value, int on);
+    void setItemExpanded(sstring const& value, int on);
+    void scrollToTop();
+    /// Adds a row; an empty text shows the value. It lies at the top level when there is no row of value `parent`.
+    void addItem(sstring const& value, sstring const& text, sstring const& parent,
+                 guiHtmlControlFlexEntryType entryType);
+    void removeItem(sstring const& value);
+    void setHeaderEnabled(int enabled);
+    /// Width in pixels and heading of a column. A heading adds the columns up to its own.
+    void setColumnWidth(int column, int width);
+    void setColumnText(int column, sstring const& text);
+    void setItemText(sstring const& value, int column, sstring const& text);
 
     /// Other rows are selected, or a row's state changed: follows the link for that.
     virtual void onSelect();
@@ -66,7 +108,22 @@ public:
     guiHtmlControlFlexEntry const* getItem(unsigned i) const { return m_items[i].get(); }
 
 private:
-    std::vector<std::unique_ptr<guiHtmlControlFlexEntry>> m_items;
+    using items_t = std::vector<std::unique_ptr<guiHtmlControlFlexEntry>>;
+
+    bool showsHeader() const;
+    void createColumns();
+    void createRows();
+    void createRow(guiHtmlControlFlexEntry& entry, guiCheckListItem* above);
+    void bindRows();
+    void setCell(guiCheckListItem* row, int column, sstring const& text);
+    void addColumns(int count);
+    void selectRow(guiCheckListItem* row, bool on);
+    void clearSelection();
+    void moveUp(guiCheckListItem* row);
+    void keepStates();
+    void destroyWidgets();
+
+    items_t m_items; // may have holes
     sstring m_columnCodes;
     sstring m_selectAction = "event://eSelect";
     sstring m_changeAction = "event://eChange";
@@ -74,4 +131,5 @@ private:
     int m_visibleRows = kDefaultRows;
     int m_multiple = 0;
     int m_headerEnabled = 1;
+    guiWidgetListView* m_listView = nullptr; // owned
 };

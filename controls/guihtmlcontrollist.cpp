@@ -1,6 +1,16 @@
 // controls/guihtmlcontrollist.cpp: see guihtmlcontrollist.h.
 #include "controls/guihtmlcontrollist.h"
 
+#include "controls/guidispatch.h"
+#include "controls/guiwidgetcombobox.h"
+#include "controls/guiwidgetlistbox.h"
+#include "foundation/vela-qt.h"
+#include "page/guinodewatch.h"
+
+#include <algorithm>
+
+guiHtmlControlList::~guiHtmlControlList() { destroyWidgets(); }
+
 guiHtml& guiHtmlControlList::operator=(guiHtml& other)
 {
     guiHtmlControl::operator=(other);
@@ -29,8 +39,232 @@ void guiHtmlControlList::appendEntry(sstring const& value, sstring const& text, 
         guiHtmlControlListEntry{value, text.getLength() ? text : value, selected}));
 }
 
-void guiHtmlControlList::onChange()
+int guiHtmlControlList::getPreferredWidth()
 {
-    if (m_action.getLength() != 0)
-        onHyperlink(m_action, getCustomObject());
+    constexpr int kAroundText = 28;
+    if (!hasWindow())
+        return 0;
+    guiHtmlControlListEntry const* longest = nullptr;
+    for (auto const& entry : m_entries)
+        if (entry && (!longest || entry->text.getLength() > longest->text.getLength()))
+            longest = entry.get();
+    return limited(std::int64_t{longest ? textWidth(longest->text) : 0} + kAroundText);
 }
+
+int guiHtmlControlList::getHeightEstimate(unsigned long)
+{
+    constexpr int kAroundRows = 6;
+    return hasWindow() ? limited(std::int64_t{m_visibleRows} * lineSpacing() + kAroundRows) : 0;
+}
+
+QWidget* guiHtmlControlList::getChildWidget()
+{
+    if (m_comboBox)
+        return m_comboBox;
+    return m_listBox;
+}
+
+void guiHtmlControlList::createChildWidget()
+{
+    if (getChildWidget() || m_visibleRows < 1 || !hasWindow())
+        return;
+    dirtyTabOrder();
+    if (m_visibleRows == 1)
+        createComboBox();
+    else
+        createListBox();
+    restoreSelection();
+    if (m_comboBox) // only now: what the page selects is nobody's choice
+        m_comboBox->owner = this;
+    else
+        m_listBox->owner = this;
+    finishWidget(getChildWidget());
+}
+
+void guiHtmlControlList::createComboBox()
+{
+    m_comboBox = new guiWidgetComboBox(getClipWidget());
+    m_comboBox->setEditable(m_editable > 0);
+    m_comboBox->setInsertPolicy(QComboBox::NoInsert); // what the user types is no entry
+    insertEntries();
+}
+
+void guiHtmlControlList::createListBox()
+{
+    m_listBox = new guiWidgetListBox(getClipWidget());
+    m_listBox->setSelectionMode(m_multiple ? QAbstractItemView::MultiSelection : QAbstractItemView::SingleSelection);
+    insertEntries();
+}
+
+void guiHtmlControlList::insertEntries()
+{
+    for (std::size_t i = 0; i < m_entries.size(); ++i)
+        if (m_entries[i])
+            insertRow(static_cast<int>(i), sstoq(m_entries[i]->text));
+}
+
+void guiHtmlControlList::destroyChildWidget()
+{
+    guiHtmlControl::destroyChildWidget();
+    destroyWidgets();
+}
+
+void guiHtmlControlList::destroyWidgets()
+{
+    if (getChildWidget()) {
+        dirtyTabOrder();
+        keepSelection();
+    }
+    guiDestroyWrapper(m_comboBox);
+    guiDestroyWrapper(m_listBox);
+    onDestroyChildWidget();
+}
+
+int guiHtmlControlList::currentRow() const
+{
+    if (m_listBox)
+        return m_listBox->currentRow();
+    return m_comboBox ? m_comboBox->currentIndex() : -1;
+}
+
+/// Behind the last row when there are fewer.
+void guiHtmlControlList::insertRow(int row, QString const& text)
+{
+    if (m_listBox)
+        m_listBox->insertItem(row, text);
+    else if (m_comboBox)
+        m_comboBox->insertItem(row, text);
+}
+
+void guiHtmlControlList::removeRow(int row)
+{
+    if (m_listBox)
+        delete m_listBox->takeItem(row);
+    else if (m_comboBox && row < m_comboBox->count())
+        m_comboBox->removeItem(row);
+}
+
+void guiHtmlControlList::selectRow(int row, bool on)
+{
+    if (m_comboBox)
+        m_comboBox->setCurrentItem(row);
+    QListWidgetItem* item = m_listBox ? m_listBox->item(row) : nullptr;
+    if (!item)
+        return;
+    if (on)
+        m_listBox->setCurrentItem(item, QItemSelectionModel::NoUpdate);
+    item->setSelected(on);
+    m_listBox->scrollToItem(item, QAbstractItemView::PositionAtCenter);
+}
+
+sstring guiHtmlControlList::getDefaultSelection() const
+{
+    for (auto const& entry : m_entries)
+        if (entry && entry->selected)
+            return entry->value;
+    return sstring();
+}
+
+guiHtmlControlListEntry const* guiHtmlControlList::selectedEntry() const
+{
+    if (!m_comboBox && !m_listBox) {
+        auto isChosen = [](auto const& entry) { return entry && entry->chosen > 0; };
+        auto found = std::find_if(m_entries.begin(), m_entries.end(), isChosen);
+        return found == m_entries.end() ? nullptr : found->get();
+    }
+    int row = currentRow();
+    bool isIndex = row >= 0 && static_cast<std::size_t>(row) < m_entries.size();
+    return isIndex ? m_entries[static_cast<std::size_t>(row)].get() : nullptr;
+}
+
+sstring guiHtmlControlList::getSelected()
+{
+    if (m_comboBox && m_editable > 0)
+        return qtoss(m_comboBox->currentText());
+    guiHtmlControlListEntry const* entry = selectedEntry();
+    return entry ? entry->value : sstring();
+}
+
+/// Keeps a choice until there is a widget.
+void guiHtmlControlList::choose(guiHtmlControlListEntry& chosen, bool on)
+{
+    bool isOneOfMany = m_multiple && m_visibleRows > 1;
+    if (on && !isOneOfMany)
+        for (auto const& entry : m_entries)
+            if (entry)
+                entry->chosen = 0;
+    chosen.chosen = on;
+}
+
+void guiHtmlControlList::setSelected(sstring const& value, int on)
+{
+    istring wanted(value);
+    bool hasWidget = getChildWidget() != nullptr;
+    guiNodeWatch self(this); // a list box tells script which rows are selected
+    for (std::size_t i = 0; self.alive() && i < m_entries.size(); ++i) {
+        if (!m_entries[i] || wanted != m_entries[i]->value)
+            continue;
+        if (hasWidget)
+            selectRow(static_cast<int>(i), on != 0);
+        else
+            choose(*m_entries[i], on != 0);
+    }
+}
+
+bool guiHtmlControlList::isRowSelected(int row) const
+{
+    if (m_comboBox)
+        return row == m_comboBox->currentIndex();
+    QListWidgetItem const* item = m_listBox ? m_listBox->item(row) : nullptr;
+    return item && item->isSelected();
+}
+
+/// The n-th row is the n-th entry that is no hole.
+void guiHtmlControlList::keepSelection()
+{
+    int row = 0;
+    for (auto const& entry : m_entries)
+        if (entry)
+            entry->chosen = isRowSelected(row++);
+}
+
+void guiHtmlControlList::restoreSelection()
+{
+    auto isDecided = [](auto const& entry) { return entry && entry->chosen >= 0; };
+    if (std::none_of(m_entries.begin(), m_entries.end(), isDecided)) {
+        setSelected(getDefaultSelection(), 1);
+        return;
+    }
+    int row = 0;
+    for (auto const& entry : m_entries) {
+        if (entry && entry->chosen > 0)
+            selectRow(row, true);
+        row += entry != nullptr;
+    }
+}
+
+void guiHtmlControlList::addItem(sstring const& value, sstring const& text)
+{
+    auto hole = std::find(m_entries.begin(), m_entries.end(), nullptr);
+    if (hole == m_entries.end())
+        hole = m_entries.emplace(m_entries.end());
+    *hole =
+        std::make_unique<guiHtmlControlListEntry>(guiHtmlControlListEntry{value, text.getLength() ? text : value, 0});
+    int row = static_cast<int>(hole - m_entries.begin());
+    insertRow(row, sstoq((*hole)->text));
+    selectRow(row, true);
+}
+
+void guiHtmlControlList::removeItem(sstring const& value)
+{
+    istring wanted(value);
+    guiNodeWatch self(this);
+    for (std::size_t i = 0; self.alive() && i < m_entries.size(); ++i) {
+        if (!m_entries[i] || wanted != m_entries[i]->value)
+            continue;
+        m_entries[i].reset();
+        removeRow(static_cast<int>(i));
+    }
+}
+
+void guiHtmlControlList::onChange() { fire(m_action); }

@@ -6,18 +6,27 @@
 #include <memory>
 #include <vector>
 
+class QString;
+
 /// One `option`.
 struct guiHtmlControlListEntry
 {
-    sstring value; ///< what forms and scripts see
-    sstring text;  ///< what is shown
-    int selected;  ///< selected before the user chose
+    sstring value;   ///< what forms and scripts see
+    sstring text;    ///< what is shown
+    int selected;    ///< the page's initial choice
+    int chosen = -1; ///< while there is no widget: 1 or 0 as was chosen since, -1 as the page says
 };
 
+class guiWidgetComboBox;
+class guiWidgetListBox;
+
+/// Entries exist independently of the widget: what is done to the list while its page is hidden is kept in them. A
+/// removed entry leaves a hole that the next added one fills.
 class guiHtmlControlList : public guiHtmlControl
 {
 public:
     explicit guiHtmlControlList(guiHtml* parent = nullptr) : guiHtmlControl(parent) {}
+    ~guiHtmlControlList() override;
 
     int getControlType() override { return kControlList; }
     using guiHtmlControl::operator=;
@@ -30,6 +39,24 @@ public:
     int isMultiple() const { return m_multiple; }
     int isEditable() const { return m_editable; }
 
+    int getPreferredWidth() override;
+    int getHeightEstimate(unsigned long width) override;
+    QWidget* getChildWidget() override;
+    void createChildWidget() override;
+    void destroyChildWidget() override;
+
+    /// Value of the first entry that the page selects, "" without one.
+    sstring getDefaultSelection() const;
+    /// Value of the chosen entry, or what the user typed; "" when nothing is chosen.
+    sstring getSelected();
+    /// Selects the entries of this value, compared without regard to case; `on` 0 deselects them in a list box.
+    void setSelected(sstring const& value, int on);
+    /// Adds an entry, an empty text shows the value, and selects it.
+    void addItem(sstring const& value, sstring const& text);
+    /// Removes the entries of this value, compared without regard to case. The rows of a widget close up while the
+    /// entries keep holes, so that rows and entries do not line up any more.
+    void removeItem(sstring const& value);
+
     /// The user chose: follows the node's link, if it has one.
     virtual void onChange();
 
@@ -40,8 +67,24 @@ public:
     guiHtmlControlListEntry const* getEntry(unsigned i) const { return m_entries[i].get(); }
 
 private:
-    std::vector<std::unique_ptr<guiHtmlControlListEntry>> m_entries;
+    int currentRow() const;
+    bool isRowSelected(int row) const;
+    void choose(guiHtmlControlListEntry& entry, bool on);
+    guiHtmlControlListEntry const* selectedEntry() const;
+    void keepSelection();
+    void restoreSelection();
+    void selectRow(int row, bool on);
+    void insertRow(int row, QString const& text);
+    void removeRow(int row);
+    void createComboBox();
+    void createListBox();
+    void insertEntries();
+    void destroyWidgets();
+
+    std::vector<std::unique_ptr<guiHtmlControlListEntry>> m_entries; // may have holes
     int m_visibleRows = 1;
     int m_multiple = 0;
     int m_editable = 0;
+    guiWidgetComboBox* m_comboBox = nullptr; // owned, for one visible row
+    guiWidgetListBox* m_listBox = nullptr;   // owned, for several
 };

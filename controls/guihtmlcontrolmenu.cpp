@@ -1,6 +1,16 @@
 // controls/guihtmlcontrolmenu.cpp: see guihtmlcontrolmenu.h.
 #include "controls/guihtmlcontrolmenu.h"
 
+#include "controls/guidispatch.h"
+#include "controls/guiwidgetmenubar.h"
+#include "controls/guiwidgetpopupmenu.h"
+#include "foundation/vela-qt.h"
+#include "page/guinodewatch.h"
+#include "runtime/guihtmlbase.h"
+
+#include <QAction>
+#include <algorithm>
+
 namespace {
 
 guiHtmlControlMenu::items_t copyItems(guiHtmlControlMenu::items_t const& items)
@@ -31,5 +41,204 @@ guiHtml& guiHtmlControlMenu::operator=(guiHtml& other)
 
 guiHtml* guiHtmlControlMenu::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
-// Items have ids only while there is a menu bar.
-void guiHtmlControlMenu::activateItem(int) {}
+bool guiHtmlControlMenuItem::AreChildrenCheckable() const
+{
+    return std::any_of(children.begin(), children.end(), [](auto const& child) { return child->checkable != 0; });
+}
+
+void guiHtmlControlMenuItem::destroyPopup()
+{
+    for (auto const& child : children)
+        child->destroyPopup();
+    if (action) {
+        checked = action->isChecked();
+        enabled = action->isEnabled();
+    }
+    action = nullptr; // goes with the menu that holds it
+    guiDestroyWrapper(popup);
+}
+
+guiHtmlControlMenu::~guiHtmlControlMenu() { destroyWidgets(); }
+
+int guiHtmlControlMenu::getHeightEstimate(unsigned long) { return m_menuBar ? m_menuBar->sizeHint().height() : 0; }
+
+// The bar has to exist before heights are asked for: the first layout reckons with it then.
+int guiHtmlControlMenu::calcDynamicLayout()
+{
+    createChildWidget();
+    return guiHtmlControl::calcDynamicLayout();
+}
+
+void guiHtmlControlMenu::setRect(guiRect* rect)
+{
+    guiHtml::setRect(rect);
+    createChildWidget();
+    placeMenuBar();
+}
+
+/// The bar stands along the top of the window, wherever the page has the menu and however far it is scrolled.
+void guiHtmlControlMenu::placeMenuBar()
+{
+    if (m_menuBar)
+        m_menuBar->setGeometry(0, 0, m_menuBar->parentWidget()->width(), m_menuBar->sizeHint().height());
+}
+
+void guiHtmlControlMenu::createChildWidget()
+{
+    if (m_menuBar || !hasWindow())
+        return;
+    m_menuBar = new guiWidgetMenuBar(getTopLevelWidget());
+    m_menuBar->setFont(getDefaultFont(nullptr));
+    fillMenu(m_menuBar, m_items);
+    m_menuBar->owner = this;
+    m_menuBar->setEnabled(m.enabled);
+    if (guiHtmlBase* base = getBaseHtml())
+        base->setMenuBar(m_menuBar);
+    placeMenuBar();
+    m_menuBar->show();
+}
+
+void guiHtmlControlMenu::fillMenu(QWidget* menu, items_t const& items)
+{
+    for (auto const& item : items)
+        insertItem(menu, *item);
+}
+
+void guiHtmlControlMenu::insertItem(QWidget* menu, guiHtmlControlMenuItem& item)
+{
+    item.id = m_nextId++;
+    m_byId[item.id] = &item;
+    item.action = item.children.empty() ? createEntry(menu, item) : createPopupMenu(item)->menuAction();
+    item.action->setText(sstoq(item.text));
+    item.action->setData(item.id);
+    item.action->setCheckable(item.checkable || item.checked);
+    item.action->setChecked(item.checked != 0);
+    item.action->setEnabled(item.enabled != 0);
+    menu->addAction(item.action);
+}
+
+// The toolkit would check or uncheck an entry that is chosen; here that is for the page's handler to decide. This is
+// connected before the menu is, so that the mark is right when the handler looks.
+QAction* guiHtmlControlMenu::createEntry(QWidget* menu, guiHtmlControlMenuItem const& item)
+{
+    auto* action = new QAction(menu);
+    action->setSeparator(item.text == "-");
+    QObject::connect(action, &QAction::triggered, action, [action](bool checked) { action->setChecked(!checked); });
+    return action;
+}
+
+guiWidgetPopupMenu* guiHtmlControlMenu::createPopupMenu(guiHtmlControlMenuItem& item)
+{
+    item.popup = new guiWidgetPopupMenu(getTopLevelWidget());
+    item.popup->setFont(getDefaultFont(nullptr));
+    item.popup->owner = this;
+    fillMenu(item.popup, item.children);
+    return item.popup;
+}
+
+void guiHtmlControlMenu::setEnabled(int enabled)
+{
+    guiHtmlControl::setEnabled(enabled);
+    if (m_menuBar)
+        m_menuBar->setEnabled(enabled > 0);
+}
+
+void guiHtmlControlMenu::destroyChildWidget()
+{
+    guiHtmlControl::destroyChildWidget();
+    destroyWidgets();
+}
+
+void guiHtmlControlMenu::destroyWidgets()
+{
+    if (!m_menuBar)
+        return;
+    guiHtmlBase* base = getBaseHtml();
+    if (base && base->getMenuBar() == m_menuBar)
+        base->setMenuBar(nullptr);
+    for (auto const& item : m_items)
+        item->destroyPopup();
+    m_byId.clear();
+    guiDestroyWrapper(m_menuBar);
+    onDestroyChildWidget();
+}
+
+guiHtmlControlMenuItem* guiHtmlControlMenu::findItem(istring const& name, guiHtmlControlMenuItem* from)
+{
+    if (from && name == from->name)
+        return from;
+    for (auto const& item : from ? from->children : m_items)
+        if (guiHtmlControlMenuItem* found = findItem(name, item.get()))
+            return found;
+    return nullptr;
+}
+
+int guiHtmlControlMenu::isItemChecked(sstring const& name)
+{
+    guiHtmlControlMenuItem const* item = findItem(name);
+    if (!item)
+        return 0;
+    return item->action ? item->action->isChecked() : item->checked;
+}
+
+int guiHtmlControlMenu::isItemEnabled(sstring const& name)
+{
+    guiHtmlControlMenuItem const* item = findItem(name);
+    if (!item)
+        return 0;
+    return item->action ? item->action->isEnabled() : item->enabled;
+}
+
+void guiHtmlControlMenu::setItemChecked(sstring const& name, int on)
+{
+    guiHtmlControlMenuItem* item = findItem(name);
+    if (!item)
+        return;
+    if (!item->action) {
+        item->checked = on > 0;
+        return;
+    }
+    item->action->setCheckable(item->checkable || on > 0);
+    item->action->setChecked(on > 0);
+}
+
+void guiHtmlControlMenu::setItemEnabled(sstring const& name, int on)
+{
+    guiHtmlControlMenuItem* item = findItem(name);
+    if (!item)
+        return;
+    if (item->action)
+        item->action->setEnabled(on > 0);
+    else
+        item->enabled = on > 0;
+}
+
+void guiHtmlControlMenu::setItemText(sstring const& name, sstring const& text)
+{
+    guiHtmlControlMenuItem* item = findItem(name);
+    if (!item)
+        return;
+    item->text = text;
+    if (item->action)
+        item->action->setText(sstoq(text));
+}
+
+void guiHtmlControlMenu::activate(guiHtmlControlMenuItem const* item)
+{
+    guiHtmlBase* base = item ? getBaseHtml() : nullptr;
+    if (!base)
+        return;
+    sstring const address = sformat("event://%s/", "eMenu") + item->name;
+    guiNodeWatch root(base);
+    ScriptObject* object = getCustomObject(); // may run script
+    if (root.alive())
+        base->onEvent(address, object);
+}
+
+void guiHtmlControlMenu::activateItem(sstring name) { activate(findItem(name)); }
+
+void guiHtmlControlMenu::activateItem(int id)
+{
+    auto found = m_byId.find(id);
+    activate(found == m_byId.end() ? nullptr : found->second);
+}

@@ -3,8 +3,13 @@
 
 #include "controls/guihtmlcontrol.h"
 
+#include <map>
 #include <memory>
 #include <vector>
+
+class guiWidgetMenuBar;
+class guiWidgetPopupMenu;
+class QAction;
 
 /// One entry of a menu, with its sub-menu.
 struct guiHtmlControlMenuItem
@@ -15,6 +20,14 @@ struct guiHtmlControlMenuItem
     int checked = 0;
     int enabled = 1;
     std::vector<std::unique_ptr<guiHtmlControlMenuItem>> children;
+    int id = 0;                          ///< what the menu bar calls the item; 0 until it has one
+    guiWidgetPopupMenu* popup = nullptr; ///< the sub-menu while the menu bar exists; owned
+    QAction* action = nullptr;           ///< the entry in the menu that holds the item; not owned
+
+    /// Whether any direct child has a check mark.
+    bool AreChildrenCheckable() const;
+    /// Deletes the pop-ups of the children, then its own.
+    void destroyPopup();
 };
 
 class guiHtmlControlMenu : public guiHtmlControl
@@ -23,12 +36,34 @@ public:
     using items_t = std::vector<std::unique_ptr<guiHtmlControlMenuItem>>;
 
     explicit guiHtmlControlMenu(guiHtml* parent = nullptr) : guiHtmlControl(parent) {}
+    ~guiHtmlControlMenu() override;
 
     int getControlType() override { return kControlMenu; }
     using guiHtmlControl::operator=;
     guiHtml& operator=(guiHtml& other) override;
     guiHtml* Clone(guiHtml* parent) override;
 
+    int getPreferredWidth() override { return 0; }
+    int getHeightEstimate(unsigned long width) override;
+    void setEnabled(int enabled) override;
+    int calcDynamicLayout() override;
+    void setRect(guiRect* rect) override;
+    void createChildWidget() override;
+    void destroyChildWidget() override;
+    /// The menu bar, null while the page is not in a window.
+    guiWidgetMenuBar* getMenuBar() const { return m_menuBar; }
+
+    /// The first item of this name without regard to case, from `from` on downwards (null: in the whole menu), an item
+    /// before its children; null when there is none.
+    guiHtmlControlMenuItem* findItem(istring const& name, guiHtmlControlMenuItem* from = nullptr);
+    /// State of the item of this name; 0 when there is none.
+    int isItemChecked(sstring const& name);
+    int isItemEnabled(sstring const& name);
+    void setItemChecked(sstring const& name, int on);
+    void setItemEnabled(sstring const& name, int on);
+    void setItemText(sstring const& name, sstring const& text);
+    /// As if the user had chosen the item: the page event "eMenu" with its name. Nothing for a name that is none.
+    void activateItem(sstring name);
     /// The user chose the item that has this id while the menu bar exists.
     virtual void activateItem(int id);
 
@@ -37,5 +72,16 @@ public:
     items_t& editItems() { return m_items; }
 
 private:
+    void fillMenu(QWidget* menu, items_t const& items);
+    void insertItem(QWidget* menu, guiHtmlControlMenuItem& item);
+    QAction* createEntry(QWidget* menu, guiHtmlControlMenuItem const& item);
+    guiWidgetPopupMenu* createPopupMenu(guiHtmlControlMenuItem& item);
+    void activate(guiHtmlControlMenuItem const* item);
+    void placeMenuBar();
+    void destroyWidgets();
+
+    guiWidgetMenuBar* m_menuBar = nullptr; // owned
     items_t m_items;
+    std::map<int, guiHtmlControlMenuItem*> m_byId; // items that are in the menu bar
+    int m_nextId = 1;
 };

@@ -8,6 +8,8 @@
 #include "foundation/vela-mlparser.h"
 #include "page/guinumbers.h"
 
+#include <algorithm>
+
 namespace {
 
 guiButtonType buttonType(sstring const& type)
@@ -28,10 +30,10 @@ guiEditType editType(sstring const& type)
     return guiIsWord(type, "file") ? kEditFile : kEditText;
 }
 
-/// Columns or rows; an absent, zero or negative number is the default.
+/// Columns or rows; an absent or zero number is the default.
 int countOr(sstring const& count, int otherwise)
 {
-    int number = guiToPixels(count);
+    int number = std::clamp(guiToNumber(count), -kMaxPixels, kMaxPixels);
     return number ? number : otherwise;
 }
 

@@ -4,12 +4,15 @@
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
 #include "foundation/vela-qt.h"
+#include "page/guihtmltext-fonts.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
 #include "runtime/guithread.h"
 
 #include <QApplication>
 #include <QButtonGroup>
+#include <QFontInfo>
+#include <QMenuBar>
 #include <algorithm>
 
 namespace {
@@ -208,7 +211,19 @@ void guiHtmlBase::addToGroup(QAbstractButton* button, sstring const& group)
     found->second->addButton(button);
 }
 
-int guiHtmlBase::getMenuHeight() { return 0; }
+int guiHtmlBase::getMenuHeight() { return m_menuBar ? m_menuBar->sizeHint().height() : 0; }
+void guiHtmlBase::setMenuBar(QMenuBar* bar) { m_menuBar = bar; }
+QMenuBar* guiHtmlBase::getMenuBar() const { return m_menuBar; }
+
+QFont guiHtmlBase::getDefaultFont(int* points)
+{
+    if (getParent() != nullptr)
+        return guiHtml::getDefaultFont(points);
+    QFont const system = QApplication::font();
+    if (points != nullptr)
+        *points = m.useSystemFont ? std::max(1, QFontInfo(system).pointSize()) : kDefaultPoints;
+    return m.useSystemFont ? system : guiTextFonts::face(system.family(), kDefaultPoints, true).font();
+}
 
 void guiHtmlBase::shutdownEnter()
 {

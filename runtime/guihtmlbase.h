@@ -5,6 +5,7 @@
 #include "page/guihtml.h"
 #include "script/hostinterface.h"
 
+#include <QPointer>
 #include <atomic>
 #include <utility>
 #include <vector>
@@ -12,6 +13,7 @@
 class guiWidget;
 class QAbstractButton;
 class QButtonGroup;
+class QMenuBar;
 
 /// Window style bits, see createWidget().
 enum guiWindowStyle : unsigned
@@ -92,6 +94,11 @@ public:
 
     /// Height in pixels of the window's menu bar, 0 without one.
     int getMenuHeight();
+    /// The menu bar that stands above the page, not owned; null: none any more.
+    void setMenuBar(QMenuBar* bar);
+    QMenuBar* getMenuBar() const;
+    /// Points of a page's text where nothing else is asked for.
+    static constexpr int kDefaultPoints = 10;
 
     /// Brackets a call into script made for this page: the page and the component stay alive in between. Any thread.
     void shutdownEnter();
@@ -102,6 +109,9 @@ public:
     int getType() override { return kTypeBase; }
     QWidget* getTopLevelWidget() override;
     guiHtmlBase* getBaseHtml() override;
+    /// The font that all others of the page derive from: the toolkit's default face, as large on every screen; with
+    /// the system font asked for, the application's font as it is.
+    QFont getDefaultFont(int* points) override;
     int onEnter() override;
     int onEscape() override;
 
@@ -116,6 +126,7 @@ private:
     ScriptPrivate* m_pagePrivate;
     ScriptObject* m_form;
     std::atomic<guiWidget*> m_widget{nullptr}; // owned
+    QPointer<QMenuBar> m_menuBar;              // not owned
     int m_minimumWidth = 0;
     int m_defaultWidth = 0; // 0: nobody has set it yet, kDefaultWidth counts
     int m_maximumWidth = 0;

@@ -3,11 +3,14 @@
 
 #include "controls/guiwidget.h"
 #include "host/native/nativehost.h"
+#include "page/guihtmltext-fonts.h"
 #include "runtime/gui.h"
 #include "runtime/guithread.h"
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QFontInfo>
 #include <QScopeGuard>
 #include <functional>
 
@@ -245,6 +248,24 @@ TEST(PageRoot, ReturnCodeIsACopy)
         EXPECT_EQ(host.engine().ownedValues(), 1u);
     }
     EXPECT_EQ(host.engine().ownedValues(), 0u);
+}
+
+TEST(PageRoot, GivesThePageTheToolkitsFaceInASizeOfItsOwn)
+{
+    onGuiThread([] {
+        Root root;
+        guiHtml* node = root.append(new guiHtml);
+        int points = 0;
+        QFont font = node->getDefaultFont(&points);
+        EXPECT_EQ(points, 10);
+        EXPECT_EQ(font.family(), QApplication::font().family());
+        EXPECT_EQ(font.pixelSize(), findFontHeight(font, 10)); // whatever the screen's resolution
+        root.setUseSystemFont(1);
+        EXPECT_EQ(node->getDefaultFont(&points), QApplication::font());
+        EXPECT_EQ(points, QFontInfo(QApplication::font()).pointSize());
+        root.setUseSystemFont(0);
+        EXPECT_EQ(node->getDefaultFont(nullptr), font);
+    });
 }
 
 TEST(PageRoot, CountsCallsInFlight)

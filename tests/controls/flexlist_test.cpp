@@ -1,0 +1,252 @@
+// tests/controls/flexlist_test.cpp: lists with columns, check boxes and nested rows.
+#include "controls/guihtmlcontrolflex.h"
+#include "controls/guiwidgetlistitem.h"
+#include "controls/guiwidgetlistview.h"
+#include "tests/controls/shownpage.h"
+
+#include <QHeaderView>
+
+namespace {
+
+constexpr char kRows[] = "<option value=a text1=Alpha text2=1 parent=none></option>"
+                         "<option value=b text1=Beta parent=A></option>"
+                         "<option value=c type=checkbox checked selected>Check</option>"
+                         "<option value=d disabled collapsed>Delta</option></object>";
+
+struct Flex : ShownPage
+{
+    explicit Flex(char const* kind = "flexlist") : ShownPage(page(kind).c_str()) {}
+    static std::string page(char const* kind) { return std::string("<object name=f classid=") + kind + ">" + kRows; }
+    guiHtmlControlFlex& flex() { return control<guiHtmlControlFlex>("f"); }
+    guiWidgetListView* view() { return widget<guiWidgetListView>("f"); }
+    QString cell(char const* value, int column) { return flex().findItem(value)->item->text(column); }
+    std::string heading(int column) { return view()->headerItem()->text(column).toStdString(); }
+};
+
+std::string pop(char const* text)
+{
+    int column = -1;
+    sstring rest;
+    std::string first = guiHtmlControlFlex::popColumnText(&column, text, rest).c_str();
+    return first + "/" + std::to_string(column) + "/" + rest.c_str();
+}
+
+} // namespace
+
+TEST(ColumnCodes, AreTakenOffOneByOne)
+{
+    EXPECT_EQ(pop("One|2|Two|3|Three"), "One/0/|2|Two|3|Three");
+    EXPECT_EQ(pop("|2|Two|3|Three"), "Two/2/|3|Three");
+    EXPECT_EQ(pop("|12Two"), "Two/12/");
+    EXPECT_EQ(pop("a|b|c"), "a|b|c/0/");
+    EXPECT_EQ(pop("a|"), "a|/0/");
+    EXPECT_EQ(pop("|2|"), "/2/");
+    EXPECT_EQ(pop(""), "/0/");
+    EXPECT_EQ(pop("|99999999999|x"), "x/2147483647/");
+}
+
+TEST(FlexRows, StandInTheirColumnsAndUnderTheirParents)
+{
+    Flex page;
+    ASSERT_EQ(page.view()->topLevelItemCount(), 3); // a has no parent of that name
+    EXPECT_EQ(page.cell("a", 0), "Alpha");
+    EXPECT_EQ(page.cell("a", 1), "1");
+    EXPECT_EQ(page.flex().findItem("B")->item->parent(), page.flex().findItem("a")->item);
+    EXPECT_EQ(page.flex().findItem("none"), nullptr);
+}
+
+TEST(FlexRows, TakeTheirStateFromThePage)
+{
+    Flex page;
+    EXPECT_EQ(page.flex().isItemChecked("c"), 1);
+    EXPECT_EQ(page.flex().isItemSelected("C"), 1);
+    EXPECT_EQ(page.flex().isItemEnabled("d"), 0);
+    EXPECT_EQ(page.flex().isItemEnabled("c"), 1);
+    EXPECT_EQ(page.flex().isItemExpanded("a"), 1);
+    EXPECT_TRUE(page.flex().findItem("a")->item->isExpanded());
+    for (char const* value : {"none", ""}) {
+        EXPECT_EQ(page.flex().isItemChecked(value) + page.flex().isItemSelected(value), 0);
+        EXPECT_EQ(page.flex().isItemEnabled(value) + page.flex().isItemExpanded(value), 0);
+    }
+}
+
+TEST(FlexRows, WithoutAnIndicatorAreNeverChecked)
+{
+    Flex page;
+    page.flex().setItemChecked("a", 1);
+    EXPECT_EQ(page.flex().isItemChecked("a"), 0);
+    guiHtmlControlFlex hidden;
+    guiHtmlControlFlexEntry entry;
+    entry.value = "p";
+    entry.checked = 1;
+    hidden.appendEntry(entry);
+    EXPECT_EQ(hidden.isItemChecked("p"), 0);
+}
+
+TEST(FlexRows, KeepTheirStatesWhileThereIsNoWidget)
+{
+    Flex page;
+    page.flex().setItemChecked("c", 0);
+    page.flex().destroyChildWidget();
+    EXPECT_EQ(page.flex().isItemChecked("c"), 0);
+    page.flex().setItemChecked("C", 1);
+    page.flex().setItemSelected("b", 1);
+    page.flex().setItemEnabled("d", 1);
+    page.flex().setItemExpanded("a", 0);
+    page.flex().setItemText("b", 2, "two");
+    page.flex().setColumnText(2, "Number");
+    EXPECT_EQ(page.flex().isItemChecked("c") + page.flex().isItemSelected("b"), 2);
+    EXPECT_EQ(page.flex().isItemSelected("c"), 0); // one row at a time
+    page.layOut();
+    EXPECT_TRUE(page.flex().findItem("c")->item->isOn());
+    EXPECT_TRUE(page.flex().findItem("b")->item->isSelected());
+    EXPECT_FALSE(page.flex().findItem("d")->item->isDisabled());
+    EXPECT_FALSE(page.flex().findItem("a")->item->isExpanded());
+    EXPECT_EQ(page.cell("b", 1), "two");
+    EXPECT_EQ(page.cell("a", 1), "1");
+    EXPECT_EQ(page.heading(1), "Number");
+}
+
+TEST(FlexRows, AreAddedIntoHolesAndRemoved)
+{
+    Flex page;
+    page.flex().removeItem("C");
+    EXPECT_EQ(page.flex().getItemCount(), 4u);
+    EXPECT_EQ(page.flex().getItem(2), nullptr);
+    EXPECT_EQ(page.view()->topLevelItemCount(), 2);
+    page.flex().addItem("e", "Echo|2|5", "a", kFlexRadio);
+    EXPECT_EQ(page.flex().getItemCount(), 4u);
+    EXPECT_EQ(page.flex().getItem(2)->item->parent(), page.flex().findItem("a")->item);
+    EXPECT_EQ(page.cell("e", 1), "5");
+    EXPECT_EQ(page.flex().getItem(2)->item->getIndicator(), guiCheckListItem::RadioButton);
+    page.flex().addItem("g", "", "nobody", kFlexPlain);
+    EXPECT_EQ(page.cell("g", 0), "g");
+    EXPECT_EQ(page.flex().findItem("g")->item->parent(), nullptr);
+}
+
+TEST(FlexRows, WhoseParentIsRemovedLieAtTheTopLevel)
+{
+    Flex page;
+    page.flex().removeItem("a");
+    EXPECT_EQ(page.flex().findItem("b")->item->parent(), nullptr);
+    EXPECT_EQ(page.cell("b", 0), "Beta");
+    page.layOut();
+    page.flex().removeItem("b");
+    EXPECT_EQ(page.view()->topLevelItemCount(), 2);
+}
+
+TEST(FlexRows, AreSelectedOneAtATimeUnlessMultipleIsAskedFor)
+{
+    Flex one;
+    one.flex().setItemSelected("a", 1);
+    EXPECT_EQ(one.view()->selectedItems().size(), 1);
+    ShownPage many("<object classid=flexlist name=f multiple><option value=a selected>A</option>"
+                   "<option value=b>B</option></object>");
+    auto& flex = many.control<guiHtmlControlFlex>("f");
+    flex.setItemSelected("b", 1);
+    EXPECT_EQ(flex.isItemSelected("a") + flex.isItemSelected("b"), 2);
+    flex.setItemSelected("a", 0);
+    EXPECT_EQ(flex.isItemSelected("a"), 0);
+}
+
+TEST(FlexColumns, AreAddedUpToTheOneThatIsNamed)
+{
+    ShownPage page("<object classid=listview name=f></object>");
+    auto& flex = page.control<guiHtmlControlFlex>("f");
+    auto* view = page.widget<guiWidgetListView>("f");
+    flex.setColumnText(1, "Name");
+    ASSERT_EQ(view->columnCount(), 1);
+    flex.setColumnText(3, "Size");
+    ASSERT_EQ(view->columnCount(), 3);
+    EXPECT_EQ(view->headerItem()->text(0), "Name");
+    EXPECT_EQ(view->headerItem()->text(1), "");
+    EXPECT_EQ(view->headerItem()->text(2), "Size");
+    flex.setColumnText(2, "Kind");
+    EXPECT_EQ(view->headerItem()->text(1), "Kind");
+    flex.setColumnText(0, "x");
+    flex.setColumnText(2000000000, "x");
+    EXPECT_EQ(view->columnCount(), 3);
+}
+
+TEST(FlexColumns, AreKeptAsCodesUntilThereIsAWidget)
+{
+    Flex page;
+    page.flex().destroyChildWidget();
+    guiHtmlControlFlex lone;
+    lone.setColumnText(1, "Name");
+    lone.setColumnWidth(1, 70);
+    lone.setColumnText(2, "Size");
+    EXPECT_EQ(std::string(lone.getColumnCodes().c_str()), "|1|Name|1|WIDTH=70|2|Size");
+    page.flex().setColumnText(1, "Name");
+    page.flex().setColumnWidth(1, 70);
+    page.flex().setColumnText(2, "Size");
+    page.layOut();
+    EXPECT_EQ(page.heading(0), "Name");
+    EXPECT_EQ(page.heading(1), "Size");
+    EXPECT_EQ(page.view()->columnWidth(0), 70);
+}
+
+TEST(FlexColumns, WidthsAreSetForColumnsThatExist)
+{
+    Flex page;
+    page.flex().setColumnWidth(1, 55);
+    page.flex().setColumnWidth(2, 66);
+    page.flex().setColumnWidth(3, 77);
+    page.flex().setColumnWidth(0, 77);
+    EXPECT_EQ(page.view()->columnWidth(0), 55);
+    EXPECT_EQ(page.view()->columnWidth(1), 66);
+    EXPECT_EQ(page.view()->columnCount(), 2);
+}
+
+TEST(FlexHeader, IsHiddenInCheckListsAndTreeViews)
+{
+    EXPECT_FALSE(Flex("flexlist").view()->isHeaderHidden());
+    EXPECT_FALSE(Flex("listview").view()->isHeaderHidden());
+    EXPECT_TRUE(Flex("checklist").view()->isHeaderHidden());
+    EXPECT_TRUE(Flex("treeview").view()->isHeaderHidden());
+    Flex page;
+    page.flex().setHeaderEnabled(0);
+    EXPECT_TRUE(page.view()->isHeaderHidden());
+    page.flex().destroyChildWidget();
+    page.layOut();
+    EXPECT_TRUE(page.view()->isHeaderHidden());
+}
+
+TEST(FlexSizes, ComeFromTheVisibleRowsAndTheTexts)
+{
+    ShownPage page("<object classid=treeview name=f size=4><option value=a>Some text</option></object>");
+    EXPECT_EQ(page.node("f")->getHeightEstimate(0), 4 * page.metrics().lineSpacing() + 6);
+    EXPECT_GT(page.node("f")->getPreferredWidth(), page.metrics().horizontalAdvance("Some text"));
+    guiHtmlControlFlex lone;
+    EXPECT_EQ(lone.getPreferredWidth() + lone.getHeightEstimate(0), 0);
+}
+
+TEST(FlexEvents, AreFiredByScriptLikeByTheUserAndNotByShowingTheList)
+{
+    PageWindow window;
+    window.widget->resize(200, 200);
+    auto* flex = window.place(new LinkWriter<guiHtmlControlFlex>, {});
+    flex->addItem("a", "Alpha", "", kFlexCheckBox);
+    flex->setItemChecked("a", 1);
+    flex->setItemSelected("a", 1);
+    window.root.updateLayout(1);
+    EXPECT_TRUE(flex->links.empty());
+    flex->setItemChecked("a", 0);
+    EXPECT_EQ(flex->links, std::vector<std::string>{"event://eChange"});
+    flex->addItem("b", "Beta", "", kFlexPlain);
+    flex->setItemSelected("b", 1);
+    EXPECT_EQ(flex->links.back(), "event://eSelect");
+    flex->setChangeAction("");
+    flex->setItemChecked("a", 1);
+    EXPECT_EQ(flex->links.size(), 2u);
+}
+
+TEST(FlexEvents, ListOfThousandsOfNestedRowsIsBuiltAtOnce)
+{
+    std::string text = "<object classid=treeview name=f>";
+    for (int i = 0; i < 20000; ++i)
+        text += "<option value=v" + std::to_string(i) + " parent=v" + std::to_string(i / 2) + ">row</option>";
+    ShownPage page((text + "</object>").c_str());
+    EXPECT_EQ(page.control<guiHtmlControlFlex>("f").getItemCount(), 20000u);
+    EXPECT_NE(page.control<guiHtmlControlFlex>("f").findItem("v19999")->item->parent(), nullptr);
+}

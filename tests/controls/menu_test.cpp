@@ -1,0 +1,191 @@
+// tests/controls/menu_test.cpp: the menu bar of a window, its items and what choosing one does.
+#include "controls/guihtmlcontrolmenu.h"
+#include "controls/guiwidgetmenubar.h"
+#include "controls/guiwidgetpopupmenu.h"
+#include "tests/controls/shownpage.h"
+
+#include <QAction>
+#include <QKeyEvent>
+#include <algorithm>
+
+namespace {
+
+constexpr char kPage[] = "<object classid=menu name=m>"
+                         "<menu name=file value=File><param name=open value=Open><param name=line value=->"
+                         "<menu name=recent value=Recent><param name=save value=Deep></menu></menu>"
+                         "<menu name=view value=View><param name=bold value=Bold checked><param name=it value=Italic "
+                         "unchecked><param name=off value=Off disabled></menu>"
+                         "<param name=save value=Save></object>text";
+
+struct Menu : ShownPage
+{
+    Menu() : ShownPage(kPage) {}
+    guiHtmlControlMenu& menu() { return control<guiHtmlControlMenu>("m"); }
+    QAction* action(char const* name) { return menu().findItem(name)->action; }
+};
+
+/// A page root that writes down the events of its page.
+class EventRoot : public guiHtmlBase
+{
+public:
+    EventRoot() : guiHtmlBase(nullptr, nullptr, nullptr, sstring()) {}
+    using guiHtmlBase::operator=;
+    int onEvent(sstring name, ScriptObject*) override
+    {
+        events.push_back(name.c_str());
+        return 1;
+    }
+    std::vector<std::string> events;
+};
+
+void pressReturn(QWidget* widget)
+{
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &press);
+}
+
+/// Opens the item's pop-up as a user does and chooses an entry.
+void choose(guiWidgetMenuBar& bar, guiHtmlControlMenuItem& item, char const* name)
+{
+    bar.window()->show();
+    bar.setActiveAction(item.action);
+    ASSERT_TRUE(item.popup->isVisible());
+    auto found = std::find_if(item.children.begin(), item.children.end(),
+                              [name](auto const& child) { return child->name == name; });
+    item.popup->setActiveAction((*found)->action);
+    pressReturn(item.popup);
+}
+
+} // namespace
+
+TEST(MenuBar, StandsAlongTheTopOfTheWindow)
+{
+    Menu page;
+    guiWidgetMenuBar* bar = page.menu().getMenuBar();
+    ASSERT_NE(bar, nullptr);
+    EXPECT_EQ(bar->parentWidget(), page.window.widget);
+    EXPECT_EQ(bar->geometry(), QRect(0, 0, page.window.widget->width(), bar->sizeHint().height()));
+    EXPECT_EQ(page.menu().getChildWidget(), nullptr); // never the keyboard's first stop
+}
+
+TEST(MenuBar, TakesItsHeightFromThePageInTheFirstLayout)
+{
+    Menu page;
+    int const height = page.menu().getMenuBar()->sizeHint().height();
+    EXPECT_GT(height, 8);
+    EXPECT_EQ(page.menu().getPreferredWidth(), 0);
+    EXPECT_EQ(page.menu().getHeightEstimate(100), height);
+    EXPECT_EQ(page.window.root.getMenuHeight(), height);
+    EXPECT_EQ(page.window.root.m.activeCy, 300u - static_cast<unsigned>(height));
+    guiHtml* text = page.window.root.getLastChild();
+    EXPECT_GE(text->m.rect.top, height);
+    page.menu().destroyChildWidget();
+    EXPECT_EQ(page.window.root.getMenuHeight(), 0);
+    EXPECT_EQ(page.menu().getHeightEstimate(100), 0);
+}
+
+TEST(MenuBar, NestsSubMenusAndSeparators)
+{
+    Menu page;
+    QList<QAction*> top = page.menu().getMenuBar()->actions();
+    ASSERT_EQ(top.size(), 3);
+    EXPECT_EQ(top[0]->text(), "File");
+    ASSERT_NE(top[0]->menu(), nullptr);
+    QList<QAction*> file = top[0]->menu()->actions();
+    ASSERT_EQ(file.size(), 3);
+    EXPECT_TRUE(file[1]->isSeparator());
+    EXPECT_EQ(file[2]->menu()->actions().at(0)->text(), "Deep");
+    EXPECT_EQ(top[2]->menu(), nullptr);
+}
+
+TEST(MenuBar, ShowsTheStateOfItsItems)
+{
+    Menu page;
+    EXPECT_TRUE(page.action("bold")->isCheckable() && page.action("bold")->isChecked());
+    EXPECT_TRUE(page.action("it")->isCheckable());
+    EXPECT_FALSE(page.action("it")->isChecked());
+    EXPECT_FALSE(page.action("off")->isEnabled());
+    EXPECT_FALSE(page.action("open")->isCheckable());
+    EXPECT_TRUE(page.menu().findItem("view")->AreChildrenCheckable());
+    EXPECT_FALSE(page.menu().findItem("file")->AreChildrenCheckable());
+}
+
+TEST(MenuBar, IdsAreUniqueOverTheWholeTree)
+{
+    Menu page;
+    std::vector<int> ids;
+    for (char const* name : {"file", "open", "line", "recent", "save", "view", "bold", "it", "off"})
+        ids.push_back(page.menu().findItem(name)->id);
+    EXPECT_EQ(ids, (std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9}));
+    EXPECT_EQ(page.menu().getItems()[2]->id, 10);
+}
+
+TEST(MenuItems, AreFoundDepthFirstWithoutRegardToCase)
+{
+    Menu page;
+    EXPECT_EQ(std::string(page.menu().findItem("SAVE")->text.c_str()), "Deep");
+    EXPECT_EQ(page.menu().findItem("none"), nullptr);
+    EXPECT_EQ(page.menu().findItem("save", page.menu().getItems()[2].get())->text, "Save");
+}
+
+TEST(MenuItems, AreCheckedAndEnabledByName)
+{
+    Menu page;
+    page.menu().setItemChecked("It", 1);
+    EXPECT_TRUE(page.action("it")->isChecked());
+    EXPECT_EQ(page.menu().isItemChecked("it"), 1);
+    page.menu().setItemChecked("bold", 0);
+    EXPECT_EQ(page.menu().isItemChecked("bold"), 0);
+    page.menu().setItemEnabled("OFF", 1);
+    EXPECT_EQ(page.menu().isItemEnabled("off"), 1);
+    page.menu().setItemEnabled("file", 0);
+    EXPECT_FALSE(page.action("file")->isEnabled());
+    EXPECT_EQ(page.menu().isItemChecked("none"), 0);
+    EXPECT_EQ(page.menu().isItemEnabled("none"), 0);
+}
+
+TEST(MenuItems, KeepWhatIsDoneWhileTheMenuIsNotShown)
+{
+    Menu page;
+    page.menu().setItemChecked("it", 1);
+    page.menu().destroyChildWidget();
+    EXPECT_EQ(page.menu().isItemChecked("it"), 1);
+    page.menu().setItemChecked("bold", 0);
+    page.menu().setItemText("open", "Open file");
+    page.menu().setItemEnabled("open", 0);
+    page.layOut();
+    EXPECT_TRUE(page.action("it")->isChecked());
+    EXPECT_FALSE(page.action("bold")->isChecked());
+    EXPECT_EQ(page.action("open")->text(), "Open file");
+    EXPECT_FALSE(page.action("open")->isEnabled());
+    page.menu().setItemText("open", "Again");
+    EXPECT_EQ(page.action("open")->text(), "Again");
+}
+
+TEST(MenuItems, FireTheMenuEventWithTheirName)
+{
+    EventRoot root;
+    root.createWidget(0);
+    ASSERT_EQ(root.setText(kPage, ""), 1);
+    auto& menu = dynamic_cast<guiHtmlControlMenu&>(*root.getNamed("m"));
+    choose(*menu.getMenuBar(), *menu.findItem("file"), "open");
+    menu.getItems()[2]->action->trigger();
+    EXPECT_EQ(root.events, (std::vector<std::string>{"event://eMenu/open", "event://eMenu/save"}));
+    menu.activateItem(sstring("BOLD"));
+    menu.activateItem(sstring("none"));
+    menu.activateItem(4711);
+    EXPECT_EQ(root.events.size(), 3u);
+    EXPECT_EQ(root.events.back(), "event://eMenu/bold");
+    root.destroyWidget();
+    menu.activateItem(2); // items have ids only while there is a bar
+    EXPECT_EQ(root.events.size(), 3u);
+}
+
+TEST(MenuItems, AreNotCheckedByBeingChosen)
+{
+    Menu page;
+    choose(*page.menu().getMenuBar(), *page.menu().findItem("view"), "bold");
+    EXPECT_TRUE(page.action("bold")->isChecked());
+    page.action("it")->trigger();
+    EXPECT_FALSE(page.action("it")->isChecked());
+}

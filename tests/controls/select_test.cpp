@@ -1,0 +1,174 @@
+// tests/controls/select_test.cpp: the select element: its size, its combo box or list box, and what is chosen in it.
+#include "controls/guihtmlcontrollist.h"
+#include "controls/guiwidgetcombobox.h"
+#include "controls/guiwidgetlistbox.h"
+#include "tests/controls/shownpage.h"
+
+namespace {
+
+constexpr char kThree[] = "<option value=a>Alpha</option><option value=b selected>Beta</option>"
+                          "<option value=c>Gamma</option></select>";
+
+std::string page(char const* attributes) { return std::string("<select name=s ") + attributes + ">" + kThree; }
+
+struct Select : ShownPage
+{
+    explicit Select(char const* attributes) : ShownPage(page(attributes).c_str()) {}
+    guiHtmlControlList& list() { return control<guiHtmlControlList>("s"); }
+    guiWidgetComboBox* combo() { return widget<guiWidgetComboBox>("s"); }
+    guiWidgetListBox* box() { return widget<guiWidgetListBox>("s"); }
+    std::string selected() { return list().getSelected().c_str(); }
+    std::string selectedRows()
+    {
+        std::string rows;
+        for (int i = 0; i < box()->count(); ++i)
+            rows += box()->item(i)->isSelected() ? '1' : '0';
+        return rows;
+    }
+};
+
+} // namespace
+
+TEST(Selecting, ASizeOfOneIsAComboBoxAndMoreAListBox)
+{
+    EXPECT_NE(Select("").combo(), nullptr);
+    EXPECT_NE(Select("size=1").combo(), nullptr);
+    EXPECT_NE(Select("size=2").box(), nullptr);
+    Select none("size=0");
+    EXPECT_EQ(none.list().getChildWidget(), nullptr);
+}
+
+TEST(Selecting, WidthIsTheLongestTextsByCharactersAndTwentyEight)
+{
+    ShownPage page("<select name=s size=3><option>WWWW</option><option>iiiii</option><option>WWWWW</option></select>"
+                   "<select name=empty></select>");
+    EXPECT_EQ(page.node("s")->getPreferredWidth(), page.metrics().horizontalAdvance("iiiii") + 28);
+    EXPECT_EQ(page.node("s")->getHeightEstimate(0), 3 * page.metrics().lineSpacing() + 6);
+    EXPECT_EQ(page.node("empty")->getPreferredWidth(), 28);
+    guiHtmlControlList lone;
+    lone.appendEntry("a", "Alpha", false);
+    EXPECT_EQ(lone.getPreferredWidth(), 0);
+    EXPECT_EQ(lone.getHeightEstimate(0), 0);
+}
+
+TEST(Selecting, ThePageChoosesTheFirstSelectedOption)
+{
+    EXPECT_EQ(Select("").selected(), "b");
+    EXPECT_EQ(Select("").combo()->currentText(), "Beta");
+    EXPECT_EQ(Select("size=3").selected(), "b");
+    EXPECT_EQ(Select("size=3").selectedRows(), "010");
+    ShownPage plain("<select name=s><option value=x>X</option></select>");
+    EXPECT_EQ(plain.control<guiHtmlControlList>("s").getDefaultSelection(), "");
+    EXPECT_EQ(plain.control<guiHtmlControlList>("s").getSelected(), "x"); // a combo box always shows one
+}
+
+TEST(Selecting, ValuesAreFoundWithoutRegardToCase)
+{
+    Select combo("");
+    combo.list().setSelected("C", 1);
+    EXPECT_EQ(combo.selected(), "c");
+    combo.list().setSelected("A", 0); // a combo box knows no deselecting
+    EXPECT_EQ(combo.selected(), "a");
+    combo.list().setSelected("none", 1);
+    EXPECT_EQ(combo.selected(), "a");
+}
+
+TEST(Selecting, OnlyAMultipleListBoxKeepsSeveralRows)
+{
+    Select one("size=3");
+    one.list().setSelected("c", 1);
+    EXPECT_EQ(one.selectedRows(), "001");
+    Select many("size=3 multiple");
+    many.list().setSelected("c", 1);
+    EXPECT_EQ(many.selectedRows(), "011");
+    many.list().setSelected("B", 0);
+    EXPECT_EQ(many.selectedRows(), "001");
+}
+
+TEST(Selecting, AnEditableComboBoxGivesWhatTheUserTyped)
+{
+    Select select("edit");
+    EXPECT_TRUE(select.combo()->isEditable());
+    select.combo()->setEditText("own words");
+    EXPECT_EQ(select.selected(), "own words");
+    EXPECT_FALSE(Select("").combo()->isEditable());
+    EXPECT_EQ(select.combo()->count(), 3);
+}
+
+TEST(Selecting, AnAddedItemIsSelected)
+{
+    Select combo("");
+    combo.list().addItem("d", "");
+    EXPECT_EQ(combo.combo()->currentText(), "d"); // without a text the value is shown
+    EXPECT_EQ(combo.selected(), "d");
+    Select box("size=2");
+    box.list().addItem("d", "Delta");
+    EXPECT_EQ(box.selectedRows(), "0001");
+    EXPECT_EQ(box.box()->item(3)->text(), "Delta");
+}
+
+TEST(Selecting, ARemovedItemLeavesAHoleThatTheNextOneFills)
+{
+    Select select("size=3");
+    select.list().removeItem("B");
+    EXPECT_EQ(select.box()->count(), 2);
+    EXPECT_EQ(select.list().getEntryCount(), 3u);
+    EXPECT_EQ(select.list().getEntry(1), nullptr);
+    select.box()->setCurrentRow(1); // shows Gamma, but stands where the hole is
+    EXPECT_EQ(select.selected(), "");
+    select.list().addItem("d", "Delta");
+    EXPECT_EQ(select.box()->item(1)->text(), "Delta");
+    EXPECT_EQ(select.selected(), "d");
+    EXPECT_EQ(select.list().getEntryCount(), 3u);
+}
+
+TEST(Selecting, WorksOnTheEntriesWhileThereIsNoWidget)
+{
+    Select select("size=3 multiple");
+    select.list().destroyChildWidget();
+    select.list().addItem("d", "Delta");
+    select.list().removeItem("a");
+    select.list().setSelected("d", 1);
+    EXPECT_EQ(select.selected(), "b"); // still chosen from before
+    select.layOut();
+    EXPECT_EQ(select.box()->count(), 3);
+    EXPECT_EQ(select.selectedRows(), "101"); // Beta, Gamma, Delta in the hole's place first
+}
+
+TEST(Selecting, FollowsItsLinkWhenTheUserChooses)
+{
+    LinkWriter<guiHtmlControlList> list;
+    list.onChange();
+    EXPECT_TRUE(list.links.empty());
+    list.setAction("event://picked");
+    list.onChange();
+    EXPECT_EQ(list.links, std::vector<std::string>{"event://picked"});
+}
+
+TEST(Selecting, ShowingTheListIsNobodysChoice)
+{
+    PageWindow window;
+    window.widget->resize(200, 200);
+    for (int rows : {1, 3}) {
+        auto* list = window.place(new LinkWriter<guiHtmlControlList>, {});
+        list->setAction("event://picked");
+        list->init(rows, false, false);
+        list->appendEntry("a", "Alpha", false);
+        list->appendEntry("b", "Beta", true);
+        window.root.updateLayout(1);
+        ASSERT_NE(list->getChildWidget(), nullptr);
+        EXPECT_TRUE(list->links.empty()) << rows;
+    }
+}
+
+TEST(Selecting, CopiesHaveTheEntriesAndNoWidget)
+{
+    Select select("size=2 multiple");
+    std::unique_ptr<guiHtml> clone(select.list().Clone(nullptr));
+    auto& copy = dynamic_cast<guiHtmlControlList&>(*clone);
+    EXPECT_EQ(copy.getEntryCount(), 3u);
+    EXPECT_EQ(copy.getVisibleRows(), 2);
+    EXPECT_EQ(copy.getChildWidget(), nullptr);
+    copy.removeItem("a");
+    EXPECT_NE(select.list().getEntry(0), nullptr);
+}
