@@ -252,6 +252,7 @@ TEST(PageRoot, ReturnCodeIsACopy)
 
 TEST(PageRoot, GivesThePageTheToolkitsFaceInASizeOfItsOwn)
 {
+    NativeHost host;
     onGuiThread([] {
         Root root;
         guiHtml* node = root.append(new guiHtml);
