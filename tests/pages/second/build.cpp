@@ -66,6 +66,9 @@ void readBorder(node* into, element const& tag)
     into->divide =
         pixelCount(tag.get("cellspacing")) + pixelCount(tag.get("framespacing")) + pixelCount(tag.get("cellpadding"));
     into->space = into->type == 6 ? 0 : into->divide;
+    QString system = tag.get("usesystemfont");
+    if (!system.isEmpty())
+        into->systemFont = !isWord(system, {"no", "off", "false", "0"});
     QString scrolling = tag.get("scrolling", "on");
     if (isWord(scrolling, {"no", "off", "false", "0"}))
         into->scrollMode = 1;
@@ -410,9 +413,9 @@ private:
         keepSizes(set);
         readBorder(set, tag);
         readName(set, tag);
-        if (set->fixed.unitX == unbound)
+        if (parent->type != 6 && set->fixed.unitX == unbound)
             std::tie(set->fixed.unitX, set->fixed.x) = std::pair(percent, 100);
-        if (set->fixed.unitY == unbound)
+        if (parent->type != 6 && set->fixed.unitY == unbound)
             std::tie(set->fixed.unitY, set->fixed.y) = std::pair(percent, 100);
         pull(set, tag);
     }
@@ -486,17 +489,48 @@ private:
         edit->rows = countOr(tag.get("rows"), 2);
     }
 
+    static QString ownText(element const& of)
+    {
+        QString own;
+        for (auto const& piece : of.children)
+            if (piece->isText)
+                own += (piece->leadingSpace && !own.isEmpty() ? " " : "") + piece->text;
+        return own;
+    }
+
     static void collectOptions(element const& of, QStringList* labels)
     {
         for (auto const& child : of.children) {
             if (child->name == "option") {
-                QString own;
-                for (auto const& piece : child->children)
-                    if (piece->isText)
-                        own += (piece->leadingSpace && !own.isEmpty() ? " " : "") + piece->text;
+                QString own = ownText(*child);
                 labels->append(own.isEmpty() ? child->get("value") : own);
             }
             collectOptions(*child, labels);
+        }
+    }
+
+    static void keepLonger(QStringList* columns, int column, QString const& text)
+    {
+        while (columns->size() <= column)
+            columns->append(QString());
+        if (text.size() > columns->at(column).size())
+            (*columns)[column] = text;
+    }
+
+    /// The longest text of each column.
+    static void collectRows(element const& of, QStringList* columns)
+    {
+        for (auto const& row : of.children) {
+            if (isWord(row->name, {"option", "param"})) {
+                bool isNamed = row->name == "param" && !row->has("text1") && !row->has("text");
+                QString first = row->has("text1") ? row->get("text1") : row->get("text");
+                if (first.isEmpty() && !isNamed)
+                    first = ownText(*row);
+                keepLonger(columns, 0, first.isEmpty() ? row->get("value") : first);
+                for (int i = 2; row->has(qPrintable(QString("text%1").arg(i))); ++i)
+                    keepLonger(columns, i - 1, row->get(qPrintable(QString("text%1").arg(i))));
+            }
+            collectRows(*row, columns);
         }
     }
 
@@ -513,7 +547,10 @@ private:
         if (isWord(kind, {"menu"})) {
             appendControl(parent, tag, menuLeaf);
         } else if (isWord(kind, {"flexlist", "checklist", "listview", "treeview"})) {
-            appendControl(parent, tag, flexLeaf)->rows = countOr(tag.get("size"), 5);
+            node* list = appendControl(parent, tag, flexLeaf);
+            list->rows = countOr(tag.get("size"), 5);
+            list->hasHeader = isWord(kind, {"flexlist", "listview"});
+            collectRows(tag, &list->labels);
         } else {
             node* custom = appendControl(parent, tag, noLeaf, 7);
             readAlignment(custom, tag);

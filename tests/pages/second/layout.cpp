@@ -199,19 +199,15 @@ void shareSpare(layer const& row, int spare)
     }
 }
 
-/// The verdict about one scroll bar; true when it appears or goes.
-bool decideBar(node const& node, bool* bar, int* range, int content, int room)
+/// The verdict about one scroll bar.
+void decideBar(node const& node, bool* bar, int* range, int content, int room)
 {
-    bool isNeeded = content > room && node.scrollMode == 0 && room > kLeastForBar;
-    bool changes = isNeeded != *bar;
-    *bar = isNeeded;
-    *range = isNeeded ? content - room : 0;
-    return changes;
+    *bar = content > room && node.scrollMode == 0 && room > kLeastForBar;
+    *range = *bar ? content - room : 0;
 }
 
-bool updateWidths(node& node)
+void updateWidths(node& node)
 {
-    bool changes = false;
     int room = node.cx - node.frame() - (node.barY ? barWidth() : 0);
     int widest = 0;
     for (layer const& row : layersOf(node)) {
@@ -223,9 +219,9 @@ bool updateWidths(node& node)
             shareSpare(row, rowRoom - used);
         widest = std::max(widest, used + dividers(node, row));
         for (second::node* cell : row.cells)
-            changes |= updateWidths(*cell);
+            updateWidths(*cell);
     }
-    return decideBar(node, &node.barX, &node.rangeX, widest, room) || changes;
+    decideBar(node, &node.barX, &node.rangeX, widest, room);
 }
 
 // --- top-down: heights -----------------------------------------------------------------------------------------------
@@ -256,6 +252,36 @@ int heightOf(node const& cell, int available)
     return estimate(cell);
 }
 
+bool isShared(node const& frame) { return frame.dynamic.unitY == unbound; }
+
+/// Rows of "*" share what the others leave, the last one with the remainder.
+void shareFrameRows(node& set, int room)
+{
+    auto rows = layersOf(set);
+    int left = std::max(room, 0) - (static_cast<int>(rows.size()) - 1) * set.divide;
+    std::vector<layer> shared;
+    for (layer const& row : rows) {
+        int height = 0;
+        bool shares = false;
+        for (second::node* frame : row.cells) {
+            shares = shares || isShared(*frame);
+            height = std::max(height, isShared(*frame) ? 0 : std::max(heightOf(*frame, room), frame->dynamic.minY));
+        }
+        if (shares)
+            shared.push_back(row);
+        else
+            left -= height;
+    }
+    left = std::max(left, 0);
+    for (std::size_t i = 0; i < shared.size(); ++i) {
+        int each = left / static_cast<int>(shared.size());
+        int share = i + 1 < shared.size() ? each : left - each * (static_cast<int>(shared.size()) - 1);
+        for (second::node* frame : shared[i].cells)
+            if (isShared(*frame))
+                frame->cy = std::max(share, frame->dynamic.minY);
+    }
+}
+
 int innerHeight(node const& node) { return node.cy - node.frame() - (node.barX ? barWidth() : 0) - node.captionHeight; }
 
 std::vector<int> rowHeights(node const& node)
@@ -269,15 +295,17 @@ std::vector<int> rowHeights(node const& node)
     return heights;
 }
 
-bool updateHeights(node& node)
+void updateHeights(node& node)
 {
-    bool changes = false;
     int room = innerHeight(node);
     for (entry const& each : node.children)
-        if (each.child) {
+        if (each.child)
             each.child->cy = std::max(heightOf(*each.child, room), each.child->dynamic.minY);
-            changes |= updateHeights(*each.child);
-        }
+    if (node.type == 6)
+        shareFrameRows(node, room);
+    for (entry const& each : node.children)
+        if (each.child)
+            updateHeights(*each.child);
     int content = 0;
     bool gap = false;
     auto layers = layersOf(node);
@@ -286,7 +314,7 @@ bool updateHeights(node& node)
         content += (i ? node.divide : 0) + (gap ? kParagraphGap : 0) + heights[i];
         gap = layers[i].endsParagraph;
     }
-    return decideBar(node, &node.barY, &node.rangeY, content, room) || changes;
+    decideBar(node, &node.barY, &node.rangeY, content, room);
 }
 
 void growWithParent(node& child)
@@ -328,6 +356,27 @@ void updateSpringy(node& node)
             updateSpringy(*each.child);
 }
 
+int heightOfMenus(node const& node)
+{
+    if (node.kind == menuLeaf)
+        return leafHeight(node, 0);
+    int height = 0;
+    for (entry const& each : node.children)
+        if (each.child)
+            height = std::max(height, heightOfMenus(*each.child));
+    return height;
+}
+
+std::vector<bool> barsOf(node const& node)
+{
+    std::vector<bool> bars{node.barX, node.barY};
+    for (entry const& each : node.children)
+        if (each.child)
+            for (bool bar : barsOf(*each.child))
+                bars.push_back(bar);
+    return bars;
+}
+
 // --- places ----------------------------------------------------------------------------------------------------------
 
 int offsetFor(int align, int spare)
@@ -360,8 +409,7 @@ void place(node& node)
     auto layers = layersOf(node);
     auto tops = layerTops(node);
     int innerX = node.width - node.frame() - (node.barY ? barWidth() : 0);
-    int innerY = node.height - node.frame() - (node.barX ? barWidth() : 0) - node.captionHeight;
-    int down = offsetFor(node.alignY, innerY - tops.back());
+    int down = offsetFor(node.alignY, innerHeight(node) - tops.back());
     for (std::size_t i = 0; i < layers.size(); ++i) {
         int width = dividers(node, layers[i]);
         for (second::node* cell : layers[i].cells)
@@ -401,14 +449,16 @@ void layOut(node& root, int width, int height)
 {
     computeDynamic(root);
     root.width = root.cx = width;
-    root.height = root.cy = height;
-    constexpr int kMostRounds = 4;
-    for (int i = 0; i < kMostRounds; ++i) {
-        bool changes = updateWidths(root);
-        changes |= updateHeights(root);
+    root.height = height;
+    root.cy = height - heightOfMenus(root); // the bar is above the page
+    // Bars that come and go with each other settle in no number of rounds; no stored page has such.
+    constexpr int kMostRounds = 8;
+    std::vector<bool> before;
+    for (int i = 0; i < kMostRounds && before != barsOf(root); ++i) {
+        before = barsOf(root);
+        updateWidths(root);
+        updateHeights(root);
         updateSpringy(root);
-        if (!changes)
-            break;
     }
     place(root);
 }

@@ -18,6 +18,7 @@ constexpr int kMargin = 4; ///< on both sides of a text
 constexpr int kIndent = 40;
 constexpr int kLeastHeight = 8;
 constexpr int kMark = 13;
+constexpr int kFirstPoints = 10; ///< of the window, unless it uses the system font
 
 /// The largest pixel size from 5 up whose lines are no higher than the row of the table says.
 int pixelSizeFor(QString const& family, int points)
@@ -142,17 +143,20 @@ private:
         m_x = 0;
         m_lineHeight = 0;
         m_isEmpty = true;
+        bool isBroken = false;
         while (m_at < m_text.size()) {
             if (m_isEmpty && (m_text[m_at] == ' ' || m_text[m_at] == '\t')) {
                 ++m_at;
             } else if (QStringView(m_text).mid(m_at).startsWith(u"[[") && m_text.indexOf("]]", m_at) >= 0) {
-                if (readCode())
+                isBroken = readCode();
+                if (isBroken)
                     break;
             } else if (!readChunk()) {
                 break;
             }
         }
-        if (m_stopped)
+        // Blanks and codes alone at the end are no line.
+        if (m_stopped || (m_isEmpty && !isBroken))
             return;
         m_total.width = std::max(m_total.width, m_x);
         m_total.height += std::max(m_lineHeight, kLeastHeight);
@@ -205,6 +209,13 @@ private:
     bool m_stopped = false;
 };
 
+int menuHeight()
+{
+    QMenuBar bar;
+    bar.addMenu("File");
+    return bar.sizeHint().height();
+}
+
 QString longest(QStringList const& texts)
 {
     QString best;
@@ -218,8 +229,10 @@ QString longest(QStringList const& texts)
 
 font fontOf(node const& node)
 {
-    if (!node.parent)
+    if (!node.parent && node.systemFont)
         return {QApplication::font(), std::max(1, QFontInfo(QApplication::font()).pointSize())};
+    if (!node.parent)
+        return normalised(QApplication::font().family(), kFirstPoints);
     font inherited = fontOf(*node.parent);
     return node.face.isEmpty() ? inherited : changed(inherited, node.face);
 }
@@ -241,6 +254,12 @@ int leafWidth(node const& leaf)
         return leaf.columns * metrics.horizontalAdvance("X") + 8;
     case listLeaf:
         return metrics.horizontalAdvance(longest(leaf.labels)) + 28;
+    case flexLeaf: {
+        int width = 28;
+        for (QString const& column : leaf.labels)
+            width += metrics.horizontalAdvance(column) + 12;
+        return width;
+    }
     case pictureLeaf:
         return leaf.columns + leaf.frame();
     default:
@@ -262,6 +281,10 @@ int leafHeight(node const& leaf, int width)
     case editLeaf:
     case listLeaf:
         return spacing * leaf.rows + 6;
+    case flexLeaf:
+        return spacing * leaf.rows + 6 + (leaf.hasHeader ? spacing + 8 : 0);
+    case menuLeaf:
+        return menuHeight();
     case pictureLeaf:
         return leaf.rows + leaf.frame();
     default:

@@ -31,7 +31,7 @@ enum leaf
     markLeaf, ///< check box or radio button
     editLeaf, ///< `columns` and `rows`
     listLeaf, ///< `rows` and `labels`
-    flexLeaf, ///< `rows`
+    flexLeaf, ///< `rows`, `labels` (the longest text of each column) and `hasHeader`
     menuLeaf,
     hiddenLeaf,
     pictureLeaf ///< `columns` and `rows` are its pixels
@@ -66,6 +66,7 @@ struct node
     int border = 0, space = 0, divide = 0;
     int alignX = 0, alignY = 1;
     int scrollMode = 1;
+    bool systemFont = false;
     bool barX = false, barY = false;
     int rangeX = 0, rangeY = 0;
     int captionHeight = 0;
@@ -73,6 +74,7 @@ struct node
     QString label;
     QStringList labels;
     int columns = 0, rows = 0;
+    bool hasHeader = false;
 
     /// Of a frameset: its lists and the frames placed so far.
     std::vector<std::pair<unit, int>> columnList, rowList;
