@@ -163,7 +163,8 @@ std::vector<guiHtmlFrameset::track_t> readTracks(sstring const& list)
     return tracks;
 }
 
-/// A frameset without a size of its own fills its place: its frames share what there is.
+/// A frameset without a size of its own fills its place: its frames share what there is. Inside another one its place
+/// is its column and row.
 void fillPlace(guiHtml* node)
 {
     if (node->m.fixed.unitX == kUnitUnbound) {
@@ -191,7 +192,8 @@ void guiHtmlParser::pullFrameset(guiHtml* parent, mlSection* section)
     pullBorder(frameset, section);
     pullMouseEvents(frameset, section);
     pullName(frameset, section);
-    fillPlace(frameset);
+    if (parent->getType() != guiHtml::kTypeFrameset)
+        fillPlace(frameset);
     pullContent(frameset, section);
 }
 

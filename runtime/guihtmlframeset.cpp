@@ -1,7 +1,20 @@
 // runtime/guihtmlframeset.cpp: see guihtmlframeset.h.
 #include "runtime/guihtmlframeset.h"
 
+#include "page/guihtmlsize-layers.h"
+
 #include <algorithm>
+
+namespace {
+
+bool sharesHeight(guiHtml const* frame) { return frame->m.dynamic.unitY == kUnitUnbound; }
+
+bool sharesHeight(guiLayerNodes const& row)
+{
+    return std::any_of(row.begin(), row.end(), [](guiHtml* frame) { return sharesHeight(frame); });
+}
+
+} // namespace
 
 guiHtml& guiHtmlFrameset::operator=(guiHtml& other)
 {
@@ -39,4 +52,46 @@ void guiHtmlFrameset::placeNext(guiHtml* frame)
     frame->m.fixed.x = width.size;
     frame->m.fixed.unitY = height.unit;
     frame->m.fixed.y = height.size;
+}
+
+int guiHtmlFrameset::getChildHeight(unsigned index, unsigned long width, unsigned long available)
+{
+    if (!guiChildList::isNode(getChild(index)) || !sharesHeight(getChild(index)))
+        return guiHtml::getChildHeight(index, width, available);
+    shares_t const& shares = shareHeight(available);
+    return index < shares.lastRow ? shares.each : shares.last;
+}
+
+int guiHtmlFrameset::fixedRowHeight(unsigned first, unsigned count, unsigned long available)
+{
+    int height = 0;
+    for (unsigned i = first; i < first + count; ++i)
+        height = std::max({height, guiHtml::getChildHeight(i, 0, available), getChild(i)->m.dynamic.cyMin});
+    return height;
+}
+
+/// Asked for every frame, worked out once.
+guiHtmlFrameset::shares_t const& guiHtmlFrameset::shareHeight(unsigned long available)
+{
+    if (m_shares.run == guiLayoutRun::number() && m_shares.available == available)
+        return m_shares;
+    m_shares = {guiLayoutRun::number(), available};
+    std::int64_t left = static_cast<std::int64_t>(available) + m.divide;
+    std::int64_t sharing = 0;
+    guiLayerWalk rows(this);
+    while (rows.next()) {
+        guiLayer const& row = rows.layer();
+        left -= m.divide;
+        if (!sharesHeight(guiLayerNodes(this, row))) {
+            left -= fixedRowHeight(row.first, row.count, available);
+            continue;
+        }
+        ++sharing;
+        m_shares.lastRow = row.first;
+    }
+    left = std::max<std::int64_t>(left, 0);
+    std::int64_t const each = sharing ? left / sharing : 0;
+    m_shares.each = guiClampPixels(each);
+    m_shares.last = guiClampPixels(left - std::max<std::int64_t>(sharing - 1, 0) * each);
+    return m_shares;
 }

@@ -3,6 +3,7 @@
 
 #include "page/guihtml.h"
 
+#include <cstdint>
 #include <vector>
 
 /// Frames fill row after row; the columns and rows say how wide and high.
@@ -23,6 +24,9 @@ public:
     guiHtml& operator=(guiHtml& other) override;
     guiHtml* Clone(guiHtml* parent) override;
 
+    /// A frame of a "*" row is as high as what the other rows leave, shared evenly among such rows.
+    int getChildHeight(unsigned index, unsigned long width, unsigned long available) override;
+
     /// Number of columns and rows, 1 each until setTracks().
     int getColumnCount() const { return m_columns; }
     int getRowCount() const { return m_rows; }
@@ -38,10 +42,23 @@ public:
     void placeNext(guiHtml* frame);
 
 private:
+    /// What the "*" rows get, as worked out in one run of the layout for one height.
+    struct shares_t
+    {
+        std::uint32_t run = 0;
+        unsigned long available = 0;
+        int each = 0;
+        int last = 0;         ///< of the last such row: the remainder too
+        unsigned lastRow = 0; ///< where that row begins in the child list
+    };
+    shares_t const& shareHeight(unsigned long available);
+    int fixedRowHeight(unsigned first, unsigned count, unsigned long available);
+
     int m_columns = 1;
     int m_rows = 1;
     bool m_resizable = true;
     unsigned m_frames = 0; // placed so far
     std::vector<track_t> m_columnTracks;
     std::vector<track_t> m_rowTracks;
+    shares_t m_shares;
 };

@@ -64,6 +64,34 @@ int apply(guiHtmlBase& root, sstring& text, sstring const& path)
     return result;
 }
 
+/// Whether the page names files that belong into it: pages for its cells and frames, pictures behind them.
+bool namesFiles(guiHtml const* node)
+{
+    if (node->hasString(kStringSource) || node->hasString(kStringBackground))
+        return true;
+    for (guiHtml const* child : guiNodesOf(node))
+        if (namesFiles(child))
+            return true;
+    return false;
+}
+
+void loadNamedFiles_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
+{
+    if (guiHtmlBase* root = GetWindow(guiWindow_getData(data)))
+        root->dynamicLoad();
+}
+
+/// Loads what the page names. Pictures and measured text belong to the GUI thread.
+void loadNamedFiles(guiWindowData& record)
+{
+    HostPlatform* platform = pGUI->getPlatform();
+    ScriptArgs* none = platform->createArgs(record.window->getEngine());
+    ScriptValue* result = guiComponent::NewScriptValue();
+    pGUI->getThread()->callFunction(loadNamedFiles_qt, pGUI->getManager(), record.data, record.window, *none, *result);
+    guiComponent::DeleteScriptValue(result);
+    platform->destroyArgs(none);
+}
+
 } // namespace
 
 int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path)
@@ -92,7 +120,10 @@ int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path)
         guiComponent::logError("GuiWindow::load() - failed to filter file %s\n", guiComponent::printable(path).c_str());
         return 0;
     }
-    return apply(*root, text, path);
+    int result = apply(*root, text, path);
+    if (namesFiles(root))
+        loadNamedFiles(*record);
+    return result;
 }
 
 void guiWindow_control(ScriptPrivate* data, sstring name, ScriptValue& out)

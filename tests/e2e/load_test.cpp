@@ -191,3 +191,20 @@ TEST_F(LoadTest, AMissingSecondPageIsNamed)
     EXPECT_TRUE(window.isValid());
     EXPECT_EQ(window.title(), "One");
 }
+
+TEST_F(LoadTest, APageBringsThePagesOfItsCellsAndFrames)
+{
+    pages.write("inner.html", "<html><body><table name=\"inside\"><tr><td>text</td></tr></table></body></html>");
+    pages.write("frame.html", "<html><body><table name=\"framed\"><tr><td>text</td></tr></table></body></html>");
+    EXPECT_TRUE(loadBytes("<html><body><table><tr><td src=\"inner.html\"></td></tr></table>"
+                          "<frameset cols=\"*\"><frame src=\"frame.html\"></frameset></body></html>"));
+    EXPECT_EQ(printed, "");
+    EXPECT_TRUE(window.control("inside"));
+    EXPECT_TRUE(window.control("framed"));
+}
+
+TEST_F(LoadTest, APageOpensWithoutAFrameThatIsMissing)
+{
+    EXPECT_TRUE(loadBytes("<html><body><frameset cols=\"*\"><frame src=\"no.html\"></frameset></body></html>"));
+    EXPECT_EQ(printed, "guiHtml::loadFile() - failed to load file " + (pages.path() / "no.html").string() + "\n");
+}
