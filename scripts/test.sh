@@ -5,7 +5,7 @@ passed=0
 failed=0
 skipped=0
 
-# run_tests [--quick] [--update-dumps] [NAME]
+# run_tests [--quick] [--update-dumps] [--update-pictures] [NAME]
 run_tests() {
     local quick= pattern= results=$root/build/dev/ctest.xml code
     read_test_options "$@"
@@ -26,6 +26,7 @@ read_test_options() {
         case $word in
             --quick) quick=1 ;;
             --update-dumps) export TARN_UPDATE_DUMPS=1 ;;
+            --update-pictures) export TARN_UPDATE_PICTURES=1 ;;
             -*) die "test does not know the option $word" 2 ;;
             *) pattern=$word ;;
         esac
