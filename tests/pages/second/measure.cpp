@@ -103,7 +103,7 @@ int fitting(QString const& text, QFontMetrics const& metrics, int width)
     int high = static_cast<int>(text.size());
     while (low < high) {
         int middle = (low + high + 1) / 2;
-        if (metrics.horizontalAdvance(text.left(middle)) <= width)
+        if (metrics.horizontalAdvance(text, middle) <= width)
             low = middle;
         else
             high = middle - 1;
