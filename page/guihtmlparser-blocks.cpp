@@ -108,9 +108,9 @@ void guiHtmlParser::pullRuleTag(guiHtml* parent, mlSection* section)
     auto* rule = new guiHtml;
     appendGuiHtml(parent, rule);
     pullRule(rule, section);
+    appendParagraph(parent); // before the mark, behind which there would be none
     if (own != outer)
         appendAlignment(parent, outer);
-    appendParagraph(parent);
 }
 
 // An etched line is the dark border colour with the light one in its lower half, so that painting needs to know no

@@ -216,7 +216,7 @@ TEST(Rules, AreTwoPixelsHighAndAsWideAsTheirPlace)
 TEST(Rules, TakeSizeWidthAlignmentAndColour)
 {
     parsedPage page = parsePage("a<hr size=6 width=50 align=right color=red>b");
-    EXPECT_EQ(outline(page.root.get()), "'a' P RIGHT html LEFT 'b'");
+    EXPECT_EQ(outline(page.root.get()), "'a' P RIGHT html P LEFT 'b'");
     guiHtml* rule = page.root->getChild(3);
     EXPECT_EQ(rule->m.fixed.y, 6u);
     EXPECT_EQ(rule->m.fixed.unitX, kUnitPixels);

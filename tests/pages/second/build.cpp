@@ -346,8 +346,8 @@ private:
             half->fixed.unitY = pixels;
             half->fixed.y = half->fixed.minY = rule->fixed.y / 2;
         }
-        switchAlignment(parent, own, outer);
         breakParagraph(parent);
+        switchAlignment(parent, own, outer);
     }
 
     void loadInto(node* into, element const& tag)
