@@ -3,9 +3,13 @@
 
 #include "controls/guidispatch.h"
 #include "foundation/vela-qt.h"
+#include "page/guihtmlservices.h"
 #include "page/guihtmltext-fonts.h"
 #include "page/guinodewatch.h"
+#include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
+#include "runtime/guithread.h"
+#include "script/guicontrol.h"
 
 #include <QWidget>
 #include <algorithm>
@@ -129,6 +133,32 @@ int guiHtmlControl::limited(std::int64_t pixels)
 }
 
 int guiHtmlControl::lineSpacing() { return guiTextFonts::of(getDefaultFont(nullptr)).lineSpacing(); }
+
+ScriptObject* guiHtmlControl::getCustomObject()
+{
+    if (m.object || !pGUI || !guiServices::hasPageObject(getBaseHtml()))
+        return m.object;
+    if (pGUI->getThread()->isScriptThread()) {
+        buildCustomObject_script();
+        return m.object;
+    }
+    guiNodeWatch self(this);
+    guiServices::buildCustomObject(this);
+    return self.alive() ? m.object.load() : nullptr;
+}
+
+void guiHtmlControl::buildCustomObject_script()
+{
+    ScriptObject* object = CreateControlObject(getBaseHtml()->getPageObject());
+    if (!object) {
+        guiComponent::logError("BuildCustomObject failed for 0x%08lX!\n", reinterpret_cast<unsigned long>(this));
+        return;
+    }
+    FleshInControlObject(object, this);
+    addScriptMethods(object);
+    pGUI->bindObject(object, this);
+    m.object = object;
+}
 
 void guiHtmlControl::fire(sstring const& link)
 {

@@ -46,7 +46,15 @@ public:
     sstring getAction() const { return m_action; }
     void setAction(sstring const& link) { m_action = link; }
 
+    /// The GuiControl object, made the first time that it is asked for; null for a page without script. On the GUI
+    /// thread that waits for script, and the control may be gone afterwards.
+    ScriptObject* getCustomObject() override;
+    /// Makes the object. Script thread.
+    void buildCustomObject_script() override;
+
 protected:
+    /// Adds the methods that only this class of control has. Script thread.
+    virtual void addScriptMethods(ScriptObject*) {}
     /// The parent of the control's widget, made on the first call: it cuts the widget off where the page does. Only
     /// while the page is in a window.
     QWidget* getClipWidget();

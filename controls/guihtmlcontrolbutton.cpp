@@ -1,7 +1,9 @@
 // controls/guihtmlcontrolbutton.cpp: see guihtmlcontrolbutton.h.
 #include "controls/guihtmlcontrolbutton.h"
 
+#include "controls/guicontrolmethod.h"
 #include "controls/guidispatch.h"
+#include "controls/guiformvalue.h"
 #include "controls/guihtmlform.h"
 #include "controls/guiwidgetcheckbox.h"
 #include "controls/guiwidgetpushbutton.h"
@@ -150,6 +152,71 @@ void guiHtmlControlButton::destroyWidgets()
     guiDestroyWrapper(m_checkBox);
     guiDestroyWrapper(m_radioButton);
     onDestroyChildWidget();
+}
+
+void guiHtmlControlButton::readFormProperty(ScriptObject* form)
+{
+    guiFormValue value(form, getName());
+    if (value.read())
+        setChecked(value.isString() && istring(value.text()) == m_text);
+}
+
+// An unchecked radio button leaves the property to the checked one of its group.
+void guiHtmlControlButton::writeFormProperty(ScriptObject* form)
+{
+    if (!isCheckable())
+        return;
+    guiFormValue value(form, getName());
+    if (isChecked())
+        value.write(m_text);
+    else if (m_buttonType == kButtonCheckBox)
+        value.writeNull();
+}
+
+void guiHtmlControlButton::eraseFormProperty(ScriptObject* form)
+{
+    if (isCheckable())
+        guiFormValue(form, getName()).erase();
+}
+
+namespace {
+
+using Button = guiHtmlControlButton;
+
+void control_isChecked_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
+{
+    Button* button = guiControlOf<Button>(data, self);
+    result.setBool(button && button->isChecked());
+}
+
+void control_check_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    bool isPlain = args.count() == 0;
+    if (!isPlain && (args.count() != 1 || !guiIsSwitch(args, 0)))
+        return;
+    if (Button* button = guiControlOf<Button>(data, self))
+        button->setChecked(isPlain || guiSwitchOf(args, 0));
+}
+
+void control_uncheck_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
+{
+    result.setNull();
+    if (Button* button = guiControlOf<Button>(data, self))
+        button->setChecked(0);
+}
+
+constexpr ScriptMethod control_isChecked_script = guiControlHandOver<control_isChecked_qt>;
+constexpr ScriptMethod control_check_script = guiControlHandOver<control_check_qt>;
+constexpr ScriptMethod control_uncheck_script = guiControlHandOver<control_uncheck_qt>;
+
+} // namespace
+
+void guiHtmlControlButton::addScriptMethods(ScriptObject* object)
+{
+    object->addMethod("isChecked", control_isChecked_script);
+    object->addMethod("check", control_check_script);
+    object->addMethod("uncheck", control_uncheck_script);
 }
 
 // A reset button without a link does nothing: there is no built-in reset.

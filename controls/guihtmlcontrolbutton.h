@@ -46,10 +46,17 @@ public:
     void createChildWidget() override;
     void destroyChildWidget() override;
 
+    void readFormProperty(ScriptObject* form) override;
+    void writeFormProperty(ScriptObject* form) override;
+    void eraseFormProperty(ScriptObject* form) override;
+
     /// The user pressed or checked it, or script did as if: follows the node's link or, without one, a submit button
     /// its form's.
     virtual void onClick();
     void triggerNow() override { onClick(); }
+
+protected:
+    void addScriptMethods(ScriptObject* object) override;
 
 private:
     bool isCheckable() const { return m_buttonType == kButtonCheckBox || m_buttonType == kButtonRadio; }

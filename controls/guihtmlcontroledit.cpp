@@ -2,6 +2,7 @@
 #include "controls/guihtmlcontroledit.h"
 
 #include "controls/guidispatch.h"
+#include "controls/guiformvalue.h"
 #include "controls/guiwidgetlineedit.h"
 #include "controls/guiwidgetmultiedit.h"
 #include "foundation/vela-qt.h"
@@ -104,6 +105,16 @@ void guiHtmlControlEdit::destroyWidgets()
     guiDestroyWrapper(m_multiEdit);
     onDestroyChildWidget();
 }
+
+void guiHtmlControlEdit::readFormProperty(ScriptObject* form)
+{
+    guiFormValue value(form, getName());
+    if (value.read() && value.isString())
+        setText(value.text());
+}
+
+void guiHtmlControlEdit::writeFormProperty(ScriptObject* form) { guiFormValue(form, getName()).write(getText()); }
+void guiHtmlControlEdit::eraseFormProperty(ScriptObject* form) { guiFormValue(form, getName()).erase(); }
 
 void guiHtmlControlEdit::onChange(sstring const& text)
 {

@@ -52,6 +52,10 @@ public:
     void createChildWidget() override;
     void destroyChildWidget() override;
 
+    void readFormProperty(ScriptObject* form) override;
+    void writeFormProperty(ScriptObject* form) override;
+    void eraseFormProperty(ScriptObject* form) override;
+
     /// The user changed the text: with a link, the node keeps the text and follows the link.
     virtual void onChange(sstring const& text);
 

@@ -97,6 +97,10 @@ public:
     void setColumnText(int column, sstring const& text);
     void setItemText(sstring const& value, int column, sstring const& text);
 
+    void readFormProperty(ScriptObject* form) override;
+    void writeFormProperty(ScriptObject* form) override;
+    void eraseFormProperty(ScriptObject* form) override;
+
     /// Other rows are selected, or a row's state changed: follows the link for that.
     virtual void onSelect();
     virtual void onChange();
@@ -106,6 +110,9 @@ public:
     unsigned getItemCount() const { return static_cast<unsigned>(m_items.size()); }
     /// Null for a hole that a removed row left.
     guiHtmlControlFlexEntry const* getItem(unsigned i) const { return m_items[i].get(); }
+
+protected:
+    void addScriptMethods(ScriptObject* object) override;
 
 private:
     using items_t = std::vector<std::unique_ptr<guiHtmlControlFlexEntry>>;

@@ -13,5 +13,8 @@ public:
     guiHtml* Clone(guiHtml* parent) override;
     int getPreferredWidth() override { return 0; }
     int getHeightEstimate(unsigned long) override { return 0; }
+    void readFormProperty(ScriptObject* form) override;
+    void writeFormProperty(ScriptObject* form) override;
+    void eraseFormProperty(ScriptObject* form) override;
     void paintTo(QPainter*, int, int, guiWidget*, QRegion const*) override {}
 };

@@ -1,7 +1,9 @@
 // controls/guihtmlcontrollist.cpp: see guihtmlcontrollist.h.
 #include "controls/guihtmlcontrollist.h"
 
+#include "controls/guicontrolmethod.h"
 #include "controls/guidispatch.h"
+#include "controls/guiformvalue.h"
 #include "controls/guiwidgetcombobox.h"
 #include "controls/guiwidgetlistbox.h"
 #include "foundation/vela-qt.h"
@@ -268,3 +270,58 @@ void guiHtmlControlList::removeItem(sstring const& value)
 }
 
 void guiHtmlControlList::onChange() { fire(m_action); }
+
+void guiHtmlControlList::readFormProperty(ScriptObject* form)
+{
+    guiFormValue value(form, getName());
+    if (value.read() && value.isString())
+        setSelected(value.text(), 1);
+}
+
+void guiHtmlControlList::writeFormProperty(ScriptObject* form) { guiFormValue(form, getName()).write(getSelected()); }
+void guiHtmlControlList::eraseFormProperty(ScriptObject* form) { guiFormValue(form, getName()).erase(); }
+
+namespace {
+
+using List = guiHtmlControlList;
+
+void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    bool hasText = args.count() == 2;
+    if (!guiIsString(args, 0) || (args.count() != 1 && !hasText) || (hasText && !guiIsString(args, 1)))
+        return;
+    if (List* list = guiControlOf<List>(data, self))
+        list->addItem(guiTextOf(args, 0), hasText ? guiTextOf(args, 1) : sstring());
+}
+
+void control_removeItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    List* list = args.count() == 1 && guiIsString(args, 0) ? guiControlOf<List>(data, self) : nullptr;
+    if (list)
+        list->removeItem(guiTextOf(args, 0));
+}
+
+void control_selectItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    bool hasSwitch = args.count() == 2;
+    if (!guiIsString(args, 0) || (args.count() != 1 && !hasSwitch) || (hasSwitch && !guiIsSwitch(args, 1)))
+        return;
+    if (List* list = guiControlOf<List>(data, self))
+        list->setSelected(guiTextOf(args, 0), hasSwitch ? guiSwitchOf(args, 1) : 1);
+}
+
+constexpr ScriptMethod control_addItem_script = guiControlHandOver<control_addItem_qt>;
+constexpr ScriptMethod control_removeItem_script = guiControlHandOver<control_removeItem_qt>;
+constexpr ScriptMethod control_selectItem_script = guiControlHandOver<control_selectItem_qt>;
+
+} // namespace
+
+void guiHtmlControlList::addScriptMethods(ScriptObject* object)
+{
+    object->addMethod("addItem", control_addItem_script);
+    object->addMethod("removeItem", control_removeItem_script);
+    object->addMethod("selectItem", control_selectItem_script);
+}

@@ -57,6 +57,10 @@ public:
     /// entries keep holes, so that rows and entries do not line up any more.
     void removeItem(sstring const& value);
 
+    void readFormProperty(ScriptObject* form) override;
+    void writeFormProperty(ScriptObject* form) override;
+    void eraseFormProperty(ScriptObject* form) override;
+
     /// The user chose: follows the node's link, if it has one.
     virtual void onChange();
 
@@ -65,6 +69,9 @@ public:
     unsigned getEntryCount() const { return static_cast<unsigned>(m_entries.size()); }
     /// Null for a hole that a removed entry left.
     guiHtmlControlListEntry const* getEntry(unsigned i) const { return m_entries[i].get(); }
+
+protected:
+    void addScriptMethods(ScriptObject* object) override;
 
 private:
     int currentRow() const;

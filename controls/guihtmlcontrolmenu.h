@@ -71,6 +71,9 @@ public:
     /// The top-level items, to add to before any widget exists.
     items_t& editItems() { return m_items; }
 
+protected:
+    void addScriptMethods(ScriptObject* object) override;
+
 private:
     void fillMenu(QWidget* menu, items_t const& items);
     void insertItem(QWidget* menu, guiHtmlControlMenuItem& item);

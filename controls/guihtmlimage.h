@@ -3,10 +3,13 @@
 
 #include "page/guihtml.h"
 
+#include <QPixmap>
 #include <memory>
 
 class guiImageMap;
 
+/// Takes the size of its picture, with its frame. A picture that can not be loaded is replaced by a small one that says
+/// so. Files are read on the GUI thread: a source that is set on another one is loaded when the page is laid out.
 class guiHtmlImage : public guiHtml
 {
 public:
@@ -26,24 +29,52 @@ public:
     guiHtml* Clone(guiHtml* parent) override;
 
     sstring getSource() const { return m_source; }
-    /// Shows another picture or movie.
-    void setSource(sstring const& name) { m_source = name; }
+    /// Shows another picture or movie; nothing for the name that it has. The window is laid out anew unless the picture
+    /// is as large as the last.
+    void setSource(sstring const& name);
+    bool isMovie() const { return m_isMovie; }
+    /// The picture that is shown, null while there is none.
+    QPixmap const& getPixmap() const { return m_image; }
+    /// Whether that is the source itself, not what stands in for a broken one.
+    bool isLoaded() const { return m_isLoaded; }
     /// Takes the map over; null: none.
     void setImageMap(std::unique_ptr<guiImageMap> map);
     guiImageMap const* getImageMap() const { return m_map.get(); }
     /// The name of the map that the page asks for, "" without one.
     sstring getMapName() const { return m_mapName; }
     void setMapName(sstring const& name) { m_mapName = name; }
-    /// The link under a point, or the picture's own link when it has no map.
+    /// The link under a point of the picture, or the picture's own link when it has no map.
     sstring getMappedLink(int x, int y) const;
     void setLink(sstring const& link) { m_link = link; }
     playback_t const& getPlayback() const { return m_playback; }
     void setPlayback(playback_t const& playback) { m_playback = playback; }
 
+    int getPreferredWidth() override;
+    int getHeightEstimate(unsigned long width) override;
+    int calcDynamicLayout() override;
+    void paintChildrenTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region) override;
+    int canHitTest() override;
+    void onMouseMove(int x, int y) override;
+    void onMouseDown(int x, int y) override;
+    void onMouseOff() override;
+
 private:
+    guiRect pictureRect() const;
+    sstring linkAt(int x, int y) const;
+    void hoverLink(bool isOverLink);
+    bool loadPending();
+    QPixmap readSource();
+
     sstring m_source;
-    sstring m_link;
-    sstring m_mapName;
+    QPixmap m_image;
+    bool m_isLoaded = false;
+    bool m_isPending = false; // the source is still to be loaded
+    int m_width = 0;          // of the picture as it was last shown
+    int m_height = 0;         //
+    bool m_isMovie = false;
+    bool m_isOverLink = false; // the pointer is a hand
     std::unique_ptr<guiImageMap> m_map;
+    sstring m_mapName;
+    sstring m_link; // for clicks, without a map
     playback_t m_playback;
 };

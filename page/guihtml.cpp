@@ -103,7 +103,7 @@ void guiHtml::copyFrom(guiHtml const& other)
     m.current = other.m.current;
     m.hover = other.m.hover;
     m.rare = other.m.rare ? std::make_unique<rare_t>(*other.m.rare) : nullptr;
-    m.object = other.m.object;
+    m.object = other.m.object.load();
 }
 
 // Leaves go first, so that a node's parents are whole while it is destroyed; no recursion, since trees may be deep. The
@@ -180,8 +180,7 @@ ScriptObject* guiHtml::getCustomObject() { return m.object; }
 
 void guiHtml::buildCustomObject_script()
 {
-    m.object = guiServices::buildCustomObject(this);
-    if (!m.object)
+    if (!guiServices::buildCustomObject(this))
         guiComponent::logError("BuildCustomObject failed for 0x%08lX!\n", reinterpret_cast<unsigned long>(this));
 }
 

@@ -11,6 +11,7 @@
 #include "page/guitypes.h"
 
 #include <QPointer>
+#include <atomic>
 #include <memory>
 
 class guiHtmlBase;
@@ -111,9 +112,10 @@ public:
         std::uint8_t visible = 1;
         std::uint8_t current = 0;
         std::uint8_t hover = 0;
-        guiLayoutMemo layout;           // what guihtmlsize*.cpp keep while they lay a page out
-        std::unique_ptr<rare_t> rare;   // null: all defaults
-        ScriptObject* object = nullptr; // not owned; the custom script object
+        guiLayoutMemo layout;         // what guihtmlsize*.cpp keep while they lay a page out
+        std::unique_ptr<rare_t> rare; // null: all defaults
+        /// The custom script object, kept by the node that it stands for. Set on the script thread.
+        std::atomic<ScriptObject*> object{nullptr};
     };
 
     /// A node of its own, in no list yet. With a parent (not owned; the node is not appended to it) it starts with the

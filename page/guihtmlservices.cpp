@@ -4,19 +4,27 @@
 #include "controls/guiwidget.h"
 #include "page/guihtml.h"
 #include "runtime/gui.h"
+#include "runtime/guicallback.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 
 bool guiServices::hasPageObject(guiHtmlBase* base) { return base != nullptr && base->getPageObject() != nullptr; }
 
-// FIXME: no class of node makes a script object of its own yet.
-ScriptObject* guiServices::buildCustomObject(guiHtml*) { return nullptr; }
+// Only controls have objects that are made for them; those of custom elements exist before their node asks.
+ScriptObject* guiServices::buildCustomObject(guiHtml* node)
+{
+    if (pGUI == nullptr || node->getType() != guiHtml::kTypeControl || !hasPageObject(node->getBaseHtml()))
+        return nullptr;
+    return guiCallback_BuildCustomObject(node);
+}
 
 void guiServices::unbindObject(ScriptObject* object, guiHtml* node)
 {
     // A copy of a node has the same object, which still stands for the node that was copied.
-    if (pGUI != nullptr && pGUI->findNode(object) == node)
-        pGUI->unbindObject(object);
+    if (pGUI == nullptr || pGUI->findNode(object) != node)
+        return;
+    pGUI->unbindObject(object);
+    object->letGo();
 }
 
 void guiServices::nodeLosesWidget(guiHtml* node) { guiWidget::forgetNode(node); }

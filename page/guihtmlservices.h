@@ -12,9 +12,10 @@ namespace guiServices {
 
 /// Whether the window has a page object. `base` may be null.
 bool hasPageObject(guiHtmlBase* base);
-/// Has the script side build a node's custom object and enters it in the component's map; null when that failed.
+/// Has the script side build a node's custom object, which is entered in the component's map and kept by the node; null
+/// when that failed. On the GUI thread events are handled meanwhile: the node may be gone afterwards.
 ScriptObject* buildCustomObject(guiHtml* node);
-/// The node with this custom object is going: takes it out of the component's map.
+/// The node with this custom object is going: takes it out of the component's map and lets go of it.
 void unbindObject(ScriptObject* object, guiHtml* node);
 /// The node is going, or its widgets are: the window forgets it as the hovered one.
 void nodeLosesWidget(guiHtml* node);

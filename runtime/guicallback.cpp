@@ -8,6 +8,7 @@
 #include "runtime/guithread.h"
 
 #include <atomic>
+#include <cstdint>
 
 namespace {
 
@@ -124,6 +125,44 @@ sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name,
     sstring text = result->isString() ? result->toString(0) : sstring();
     guiComponent::DeleteScriptValue(result);
     return text;
+}
+
+void guiCallback_BuildCustomObject_Callback(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args,
+                                            ScriptValue& result)
+{
+    result.setNull();
+    if (args.count() < 1 || !args.get(0)->isNumber())
+        return;
+    auto* node = reinterpret_cast<guiHtml*>(static_cast<std::uintptr_t>(args.get(0)->toNumber(0)));
+    if (pGUI == nullptr || !pGUI->contains(node))
+        return;
+    if (ScriptObject* object = node->getCustomObject())
+        result.setObject(object);
+}
+
+// A node is named by its address, which a number holds exactly.
+ScriptObject* guiCallback_BuildCustomObject(guiHtml* node)
+{
+    guiThread* thread = pGUI->getThread();
+    if (thread->isScriptThread())
+        return node->getCustomObject();
+    static sstring const kBuild("build");
+    HostPlatform* platform = pGUI->getPlatform();
+    ScriptEngine* engine = node->getBaseHtml()->getPageObject()->getEngine();
+    ScriptObject* builder = platform->createObject(engine);
+    ScriptArgs* args = platform->createArgs(engine);
+    ScriptValue* value = platform->createValue(engine);
+    builder->addMethod(kBuild, guiCallback_BuildCustomObject_Callback);
+    value->setNumber(static_cast<double>(reinterpret_cast<std::uintptr_t>(node)));
+    args->append(value);
+    thread->disable();
+    callAndWait(builder, kBuild, args, value);
+    thread->enable();
+    ScriptObject* object = value->toObject(0);
+    platform->destroyValue(value);
+    platform->destroyArgs(args);
+    platform->destroyObject(builder);
+    return object;
 }
 
 void guiCallback_AsyncComplete(ScriptValue& value, void* record)

@@ -27,6 +27,14 @@ void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, Sc
 /// The same; the result as text if it is a string, else "".
 sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source);
 
+/// Has a control's script object built on the script thread and waits for it; null when that failed. The GUI handles
+/// events meanwhile, but no user input.
+ScriptObject* guiCallback_BuildCustomObject(guiHtml* node);
+/// Does that on the script thread. Its first argument is a number that names the node; the result is the node's object,
+/// null when there is no such node any more.
+void guiCallback_BuildCustomObject_Callback(LibManager& manager, ScriptPrivate* data, ScriptObject* self,
+                                            ScriptArgs& args, ScriptValue& result);
+
 /// Completes an asynchronous call: `record` is the waiter's. Any thread.
 void guiCallback_AsyncComplete(ScriptValue& value, void* record);
 

@@ -1,6 +1,7 @@
 // runtime/guicomponenthost.cpp: see guicomponenthost.h.
 #include "runtime/guicomponenthost.h"
 
+#include "controls/guiimagec.h"
 #include "foundation/vela-error.h"
 #include "foundation/vela-textstream.h"
 #include "page/guipagehost.h"
@@ -9,32 +10,14 @@
 #include "runtime/guifilter.h"
 #include "runtime/guihtmlbase.h"
 
-#include <QBuffer>
-#include <QImageReader>
 #include <QPixmap>
 #include <memory>
 
 namespace {
 
 constexpr unsigned kPathUnits = 1024; // room for a full name, which the host may write in place
-constexpr int kMaxImageSide = 16384;  // pixels
-constexpr int kMaxImageMiB = 256;     // decoded
 
 ScriptObject* pageOf(guiHtmlBase* root) { return root ? root->getPageObject() : nullptr; }
-
-/// Decodes the bytes within the limits for pictures of untrusted origin.
-bool decode(void const* data, unsigned length, QPixmap& image)
-{
-    QByteArray bytes = QByteArray::fromRawData(static_cast<char const*>(data), static_cast<qsizetype>(length));
-    QBuffer buffer(&bytes);
-    QImageReader reader(&buffer);
-    QImageReader::setAllocationLimit(kMaxImageMiB);
-    QSize size = reader.size();
-    if (size.width() > kMaxImageSide || size.height() > kMaxImageSide)
-        return false;
-    image = QPixmap::fromImageReader(&reader);
-    return !image.isNull();
-}
 
 class componentHost : public guiPageHost
 {
@@ -76,18 +59,7 @@ public:
 
     int readImage(guiHtmlBase* root, sstring const& path, QPixmap& image) override
     {
-        void const* data = nullptr;
-        unsigned length = 0;
-        if (!pGUI->getLoadFile()->readFile(pageOf(root), path, &data, &length)) {
-            guiComponent::logError("guiLoadImage() - failed to load image %s; file not found\n",
-                                   guiComponent::printable(path).c_str());
-            return 0;
-        }
-        if (decode(data, length, image))
-            return 1;
-        guiComponent::logError("guiLoadImage() - failed to load image %s; bad format\n",
-                               guiComponent::printable(path).c_str());
-        return 0;
+        return guiLoadImage(pageOf(root), path, image);
     }
 };
 

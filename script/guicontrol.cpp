@@ -3,6 +3,7 @@
 
 #include "page/guihtml.h"
 #include "runtime/gui.h"
+#include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 #include "script/guisizepolicy.h"
 #include "script/guiwindow.h"
@@ -125,7 +126,7 @@ bool guiControl_onSetProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValu
 
 void guiControl_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
 {
-    data->setData(kPrivateKey, new guiControlData{kRecordTag, nullptr, sstring(), self});
+    data->setData(kPrivateKey, new guiControlData{kRecordTag, nullptr, sstring(), self, false});
     result.setBool(1);
 }
 
@@ -212,9 +213,26 @@ void guiControl_setPrivateName(ScriptPrivate* data, sstring const& name)
     guiComponent::DeleteScriptValue(value);
 }
 
-guiHtml* guiControl_getHtml(ScriptPrivate* data, ScriptObject*)
+ScriptObject* CreateControlObject(ScriptObject* page) { return page->getEngine()->createInstance("GuiControl"); }
+
+void FleshInControlObject(ScriptObject* control, guiHtml* node)
 {
+    guiHtmlBase* base = node->getBaseHtml();
+    guiControl_setPrivateInfo(control->getPrivate(), base->getPageObject(), node->getName());
+    if (guiControlData* record = guiControl_getData(control->getPrivate()))
+        record->isNameless = node->getName().getLength() == 0;
+    for (methodEntry const& entry : kMethods)
+        if (!control->hasMethod(entry.name))
+            control->addMethod(entry.name, entry.method);
+}
+
+guiHtml* guiControl_getHtml(ScriptPrivate* data, ScriptObject* self)
+{
+    if (guiHtml* node = pGUI->findNode(self))
+        return node;
     guiControlData* record = guiControl_getData(data);
+    if (record != nullptr && record->isNameless)
+        return nullptr;
     guiWindowData* window =
         record != nullptr && record->window != nullptr ? guiWindow_getData(record->window->getPrivate()) : nullptr;
     if (window == nullptr || window->root == nullptr)

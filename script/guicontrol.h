@@ -17,6 +17,7 @@ struct guiControlData
     ScriptObject* window; // kept; the GuiWindow object, null until setPrivateInfo
     sstring name;         // the element's name in the page
     ScriptObject* self;   // not owned: the record lives as long as it
+    bool isNameless;      // stands for one node and, when that is gone, for none
 };
 
 /// Declares the class. Always 1.
@@ -27,5 +28,12 @@ guiControlData* guiControl_getData(ScriptPrivate* data);
 /// Binds a control object to an element, and sets its properties "window" and "name". Script thread.
 void guiControl_setPrivateInfo(ScriptPrivate* data, ScriptObject* window, sstring const& name);
 void guiControl_setPrivateName(ScriptPrivate* data, sstring const& name);
-/// The element that the object stands for, null (with a log line) when the page has none of its name. GUI thread.
+/// A new GuiControl object in the engine of a page object, kept once for the caller; null when that failed. Script
+/// thread.
+ScriptObject* CreateControlObject(ScriptObject* page);
+/// Binds a control object to a node's window and name, and gives it the methods of the class that it lacks. Script
+/// thread.
+void FleshInControlObject(ScriptObject* control, guiHtml* node);
+/// The node that the object was made for or, when it is gone, the element of its name that the page has now; null (with
+/// a log line) when the page has none of its name. GUI thread.
 guiHtml* guiControl_getHtml(ScriptPrivate* data, ScriptObject* self);

@@ -25,6 +25,7 @@ NativeHost::NativeHost(NativeHostOptions options) : component_(options.component
     if (current)
         throw std::runtime_error("NativeHost: there is a host in this process already");
     files().setFolder(std::move(options.folder));
+    files().addFolder("GuiWindow", TARN_PACKAGE_FILES);
     current = this;
     try {
         start();

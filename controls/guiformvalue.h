@@ -1,0 +1,34 @@
+// controls/guiformvalue.h: one property of a window's form object, through which a control and script exchange a value.
+#pragma once
+
+#include "foundation/vela-string.h"
+
+class ScriptObject;
+class ScriptValue;
+
+/// Holds a temporary value of the form's engine. A control without a name has no property: nothing is found, and
+/// nothing written. GUI thread or script thread, wherever the page is worked with.
+class guiFormValue
+{
+public:
+    guiFormValue(ScriptObject* form, sstring const& name);
+    ~guiFormValue();
+    guiFormValue(guiFormValue const&) = delete;
+    guiFormValue& operator=(guiFormValue const&) = delete;
+
+    /// Reads the property; false when the form has none of this name.
+    bool read();
+    /// What was read.
+    bool isString() const;
+    bool isNull() const;
+    sstring text() const;
+
+    void write(sstring const& text);
+    void writeNull();
+    void erase();
+
+private:
+    ScriptObject* m_form; // not owned; null: there is no property
+    sstring m_name;
+    ScriptValue* m_value = nullptr; // owned
+};

@@ -1,0 +1,74 @@
+// controls/guihtmlcontrolmenu-script.cpp: a menu as script sees it: its methods, each with an item's name first.
+#include "controls/guicontrolmethod.h"
+#include "controls/guihtmlcontrolmenu.h"
+
+namespace {
+
+using Menu = guiHtmlControlMenu;
+
+/// The menu, when there are `count` arguments and the first is an item's name.
+Menu* menuFor(ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, int count = 1)
+{
+    return args.count() == count && guiIsString(args, 0) ? guiControlOf<Menu>(data, self) : nullptr;
+}
+
+/// A method that asks for a state of an item.
+template <int (Menu::*getter)(sstring const& name)>
+void ask_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    Menu* menu = menuFor(data, self, args);
+    result.setBool(menu && (menu->*getter)(guiTextOf(args, 0)));
+}
+
+/// A method that sets a state: with a name alone on, else as the second argument says.
+template <void (Menu::*setter)(sstring const& name, int on)>
+void set_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    bool const hasSwitch = guiIsSwitch(args, 1);
+    if (Menu* menu = menuFor(data, self, args, hasSwitch ? 2 : 1))
+        (menu->*setter)(guiTextOf(args, 0), hasSwitch ? guiSwitchOf(args, 1) : 1);
+}
+
+/// A method that ends a state.
+template <void (Menu::*setter)(sstring const& name, int on)>
+void clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (Menu* menu = menuFor(data, self, args))
+        (menu->*setter)(guiTextOf(args, 0), 0);
+}
+
+void control_setItemText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (Menu* menu = guiIsString(args, 1) ? menuFor(data, self, args, 2) : nullptr)
+        menu->setItemText(guiTextOf(args, 0), guiTextOf(args, 1));
+}
+
+void control_activateItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                             ScriptValue& result)
+{
+    result.setNull();
+    if (Menu* menu = menuFor(data, self, args))
+        menu->activateItem(guiTextOf(args, 0));
+}
+
+constexpr guiControlMethod kMethods[] = {
+    {"isItemChecked", guiControlHandOver<ask_qt<&Menu::isItemChecked>>},
+    {"checkItem", guiControlHandOver<set_qt<&Menu::setItemChecked>>},
+    {"uncheckItem", guiControlHandOver<clear_qt<&Menu::setItemChecked>>},
+    {"isItemEnabled", guiControlHandOver<ask_qt<&Menu::isItemEnabled>>},
+    {"enableItem", guiControlHandOver<set_qt<&Menu::setItemEnabled>>},
+    {"disableItem", guiControlHandOver<clear_qt<&Menu::setItemEnabled>>},
+    {"setItemText", guiControlHandOver<control_setItemText_qt>},
+    {"activateItem", guiControlHandOver<control_activateItem_qt>},
+};
+
+} // namespace
+
+void guiHtmlControlMenu::addScriptMethods(ScriptObject* object)
+{
+    for (guiControlMethod const& each : kMethods)
+        object->addMethod(each.name, each.method);
+}

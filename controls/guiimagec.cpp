@@ -1,0 +1,89 @@
+// controls/guiimagec.cpp: see guiimagec.h.
+#include "controls/guiimagec.h"
+
+#include "foundation/vela-qt.h"
+#include "page/guinumbers.h"
+#include "runtime/gui.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QPixmap>
+#include <QPixmapCache>
+#include <algorithm>
+
+namespace {
+
+constexpr int kMaxImageSide = 16384;   // pixels
+constexpr int kMaxImageMiB = 256;      // decoded
+constexpr int kMaxCacheLimit = 10'240; // kilobytes
+
+bool decode(void const* data, unsigned length, QPixmap& image)
+{
+    QByteArray bytes = QByteArray::fromRawData(static_cast<char const*>(data), static_cast<qsizetype>(length));
+    QBuffer buffer(&bytes);
+    QImageReader reader(&buffer);
+    QImageReader::setAllocationLimit(kMaxImageMiB);
+    QSize size = reader.size();
+    if (size.width() > kMaxImageSide || size.height() > kMaxImageSide)
+        return false;
+    image = QPixmap::fromImageReader(&reader);
+    return !image.isNull();
+}
+
+// The limit counts kilobytes and grows by bytes, so that it is at its ceiling after a few pictures.
+void remember(QString const& name, QPixmap const& image)
+{
+    std::int64_t bytes = std::int64_t{image.width()} * image.height() * image.depth() / 8;
+    std::int64_t limit = std::min<std::int64_t>(QPixmapCache::cacheLimit() + bytes, kMaxCacheLimit);
+    QPixmapCache::setCacheLimit(static_cast<int>(limit));
+    QPixmapCache::insert(name, image);
+}
+
+int failed(sstring const& name, char const* why)
+{
+    guiComponent::logError("guiLoadImage() - failed to load image %s; %s\n", guiComponent::printable(name).c_str(),
+                           why);
+    return 0;
+}
+
+bool hasOneOf(sstring const& extension, std::initializer_list<char const*> known)
+{
+    return std::any_of(known.begin(), known.end(), [&](char const* each) { return guiIsWord(extension, each); });
+}
+
+} // namespace
+
+int getFindFileType(sstring const& name)
+{
+    unsigned const dot = name.rfind('.');
+    sstring const extension = dot == sstring::npos ? sstring() : name.subString(dot);
+    if (hasOneOf(extension, {".wav", ".avi", ".avz"}))
+        return kFileMovie;
+    return hasOneOf(extension, {".bmp", ".gif", ".jpg", ".jpeg", ".png"}) ? kFilePicture : kFileOther;
+}
+
+int guiLoadImage(ScriptObject* owner, sstring const& name, QPixmap& image)
+{
+    QString const key = sstoq(name);
+    if (QPixmapCache::find(key, &image))
+        return 1;
+    void const* data = nullptr;
+    unsigned length = 0;
+    if (!pGUI->getLoadFile()->readFile(owner, name, &data, &length))
+        return failed(name, "file not found");
+    if (!decode(data, length, image))
+        return failed(name, "bad format");
+    remember(key, image);
+    return 1;
+}
+
+QPixmap guiLoadImage(ScriptObject* owner, sstring const& name)
+{
+    QPixmap image;
+    guiLoadImage(owner, name, image);
+    return image;
+}
+
+QPixmap guiLoadBrokenImage(ScriptObject* owner) { return guiLoadImage(owner, sstring(kBrokenImage)); }
+
+void guiFreeImages() { QPixmapCache::clear(); }

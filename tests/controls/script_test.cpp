@@ -1,0 +1,381 @@
+// tests/controls/script_test.cpp: controls as script sees them, through the C++ host: the methods of their objects, the
+// handlers that a click calls, and their values in the form.
+#include "controls/guihtmlcontrolbutton.h"
+#include "controls/guihtmlcontroledit.h"
+#include "controls/guihtmlcontrolflex.h"
+#include "controls/guihtmlcontrollist.h"
+#include "controls/guihtmlcontrolmenu.h"
+#include "controls/guihtmlimage.h"
+#include "controls/guiimagec.h"
+#include "host/native/nativehost.h"
+#include "runtime/gui.h"
+#include "runtime/guihtmlbase.h"
+#include "runtime/guithread.h"
+#include "script/guiwindow.h"
+
+#include <QAbstractButton>
+#include <QImage>
+#include <QPixmapCache>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+namespace {
+
+std::function<void()> theWork;
+
+void runTheWork(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&) { theWork(); }
+
+/// Runs `work` on the GUI thread and waits.
+void onGuiThread(std::function<void()> work)
+{
+    theWork = std::move(work);
+    NativeArguments args;
+    NativeValue result;
+    pGUI->getThread()->callFunction(runTheWork, pGUI->getManager(), nullptr, nullptr, args, result);
+}
+
+/// What was logged about pictures.
+std::string loggedAboutPictures()
+{
+    std::istringstream log(testing::internal::GetCapturedStderr());
+    std::string lines;
+    for (std::string line; std::getline(log, line);)
+        if (line.starts_with("guiLoadImage"))
+            lines += line + "\n";
+    return lines;
+}
+
+class ControlScript : public testing::Test
+{
+protected:
+    ControlScript() { fs::create_directories(folder); }
+    ~ControlScript() override { fs::remove_all(folder); }
+
+    void write(std::string const& name, std::string const& text) { std::ofstream(folder / name) << text; }
+
+    NativeWindow open(std::string const& page)
+    {
+        write("page.html", "<html><body>" + page + "</body></html>");
+        NativeWindow window = host.window("page.html");
+        EXPECT_TRUE(window.open());
+        root = GetWindow(guiWindow_getData(window.object()->getPrivate()));
+        return window;
+    }
+
+    template <typename Node>
+    Node& node(char const* name)
+    {
+        return dynamic_cast<Node&>(*root->getNamed(name));
+    }
+
+    /// A property of the window's form object.
+    NativeValue form(std::string_view name) { return formObject().get(name); }
+    NativeObject& formObject() { return static_cast<NativeObject&>(*root->getFormObject()); }
+    void writeForm()
+    {
+        onGuiThread([this] { root->writeFormProperty(root->getFormObject()); });
+    }
+    void readForm()
+    {
+        onGuiThread([this] { root->readFormProperty(root->getFormObject()); });
+    }
+
+    /// Presses a button as a user does and serves the handlers until `done`.
+    void click(char const* name, std::function<bool()> done)
+    {
+        onGuiThread([&] {
+            QWidget* widget = root->getNamed(name)->getChildWidget();
+            QMetaObject::invokeMethod(
+                widget, [widget] { static_cast<QAbstractButton*>(widget)->click(); }, Qt::QueuedConnection);
+        });
+        EXPECT_TRUE(host.serveUntil(done, 5s));
+    }
+
+    fs::path const folder = fs::path(testing::TempDir()) / ("controls-" + std::to_string(getpid()));
+    NativeHost host{{.folder = folder}};
+    guiHtmlBase* root = nullptr;
+};
+
+} // namespace
+
+TEST_F(ControlScript, ButtonsAreCheckedAndUnchecked)
+{
+    NativeWindow window = open("<input type=checkbox name=c value=yes>");
+    NativeObjectRef box = window.control("c");
+    ASSERT_TRUE(box);
+    EXPECT_EQ(box->call("isChecked"), NativeValue(false));
+    box->call("check");
+    EXPECT_EQ(box->call("isChecked"), NativeValue(true));
+    box->call("check", {false});
+    EXPECT_EQ(box->call("isChecked"), NativeValue(false));
+    box->call("check", {1});
+    EXPECT_EQ(box->call("isChecked"), NativeValue(true));
+    box->call("check", {"x"});
+    box->call("check", {false, false});
+    EXPECT_EQ(box->call("isChecked"), NativeValue(true));
+    box->call("uncheck");
+    EXPECT_EQ(box->call("isChecked"), NativeValue(false));
+}
+
+TEST_F(ControlScript, OneObjectStandsForAControlAsLongAsItLives)
+{
+    NativeWindow window = open("<input type=button name=b>");
+    NativeObjectRef button = window.control("b");
+    EXPECT_EQ(window.control("B").get(), button.get());
+    EXPECT_EQ(pGUI->findNode(button.get()), root->getNamed("b"));
+    EXPECT_EQ(button->get("name"), NativeValue("b"));
+    EXPECT_EQ(button->get("window").object().get(), window.object().get());
+    window.setText("<input type=checkbox name=b>");
+    EXPECT_EQ(pGUI->findNode(button.get()), nullptr);
+    EXPECT_EQ(button->call("isEnabled"), NativeValue(true)); // the element that has the name now
+    button->call("check");
+    EXPECT_EQ(button->call("isChecked"), NativeValue(true));
+    EXPECT_EQ(window.control("b")->call("isChecked"), NativeValue(true));
+}
+
+TEST_F(ControlScript, AClickCallsThePagesHandler)
+{
+    NativeWindow window = open("<form name=f action=event://onSend/all><input type=submit name=s></form>"
+                               "<input type=button name=b onclick=event://onB/1/two>");
+    std::vector<std::string> calls;
+    window.on("onSend", [&](NativeWindow&, NativeArguments const& args) { calls.push_back(args[1].text()); });
+    window.on("onB", [&](NativeWindow&, NativeArguments const& args) { calls.push_back(args[2].text()); });
+    click("s", [&] { return calls.size() == 1; });
+    click("b", [&] { return calls.size() == 2; });
+    EXPECT_EQ(calls, (std::vector<std::string>{"all", "two"}));
+}
+
+TEST_F(ControlScript, AClickCallsTheControlsOwnHandlerFirst)
+{
+    NativeWindow window = open("<input type=button name=b onclick=event://onB>");
+    std::string called;
+    window.on("onB", [&](NativeWindow&, NativeArguments const&) { called = "page"; });
+    NativeObjectRef button = window.control("b");
+    NativeObject* source = nullptr;
+    button->on("onB", [&](NativeObject& self, NativeArguments const&) {
+        called = "control";
+        source = &self;
+    });
+    click("b", [&] { return !called.empty(); });
+    EXPECT_EQ(called, "control");
+    EXPECT_EQ(source, button.get());
+}
+
+TEST_F(ControlScript, AClickThatReplacesThePageOrClosesTheWindowEndsWell)
+{
+    NativeWindow window = open("<input type=checkbox name=b onclick=event://onB>");
+    int calls = 0;
+    window.on("onB", [&](NativeWindow& self, NativeArguments const&) {
+        self.setText(++calls == 1 ? "<input type=radio name=b onclick=event://onB>" : "gone");
+        if (calls == 2)
+            self.close();
+    });
+    click("b", [&] { return calls == 1; });
+    EXPECT_EQ(node<guiHtmlControlButton>("b").getButtonType(), kButtonRadio);
+    click("b", [&] { return calls == 2 && !window.isOpen(); });
+}
+
+TEST_F(ControlScript, FormValuesOfCheckBoxesAreTheirTextOrNull)
+{
+    NativeWindow window = open("<input type=checkbox name=c value=yes checked><input type=checkbox name=d value=no>"
+                               "<input type=submit name=s value=Send>");
+    writeForm();
+    EXPECT_EQ(form("c"), NativeValue("yes"));
+    EXPECT_EQ(form("d"), NativeValue());
+    EXPECT_FALSE(formObject().hasProperty("s"));
+    formObject().set("d", "No"); // without regard to case
+    formObject().set("c", 1);    // no string: unchecked
+    readForm();
+    EXPECT_EQ(node<guiHtmlControlButton>("d").isChecked(), 1);
+    EXPECT_EQ(node<guiHtmlControlButton>("c").isChecked(), 0);
+    formObject().remove("d");
+    readForm(); // no property: unchanged
+    EXPECT_EQ(node<guiHtmlControlButton>("d").isChecked(), 1);
+    onGuiThread([this] { root->eraseFormProperty(root->getFormObject()); });
+    EXPECT_FALSE(formObject().hasProperty("c"));
+}
+
+TEST_F(ControlScript, FormValueOfRadioButtonsIsTheCheckedOnesWhateverTheOrder)
+{
+    for (char const* page : {"<input type=radio name=r value=a><input type=radio name=r value=b checked>",
+                             "<input type=radio name=r value=b checked><input type=radio name=r value=a>"}) {
+        NativeWindow window = open(page);
+        writeForm();
+        EXPECT_EQ(form("r"), NativeValue("b"));
+        formObject().set("r", "a");
+        readForm();
+        writeForm();
+        EXPECT_EQ(form("r"), NativeValue("a"));
+    }
+}
+
+TEST_F(ControlScript, FormValuesOfFieldsAreTheirTexts)
+{
+    NativeWindow window = open("<input type=text name=t value=one><textarea name=a>two</textarea>"
+                               "<input type=hidden name=h value=three><input type=text value=nameless>");
+    writeForm();
+    EXPECT_EQ(form("t").text() + form("a").text() + form("h").text(), "onetwothree");
+    for (char const* name : {"t", "a", "h"})
+        formObject().set(name, "new");
+    readForm();
+    EXPECT_EQ(std::string(node<guiHtmlControlEdit>("t").getText().c_str()), "new");
+    EXPECT_EQ(std::string(node<guiHtmlControl>("h").getText().c_str()), "new");
+    formObject().set("t", 5); // no string: unchanged
+    readForm();
+    window.control("h")->call("setText", {"from script"});
+    writeForm();
+    EXPECT_EQ(form("t").text() + form("h").text(), "newfrom script");
+    onGuiThread([this] { root->eraseFormProperty(root->getFormObject()); });
+    for (char const* name : {"t", "a", "h"})
+        EXPECT_FALSE(formObject().hasProperty(name)) << name;
+}
+
+TEST_F(ControlScript, ListsHaveMethodsAndAValue)
+{
+    NativeWindow window = open("<select name=s size=3><option value=a>Alpha</option><option value=b>Beta</option>"
+                               "</select>");
+    NativeObjectRef list = window.control("s");
+    list->call("selectItem", {"B"});
+    writeForm();
+    EXPECT_EQ(form("s"), NativeValue("b"));
+    list->call("addItem", {"c"});
+    list->call("addItem", {"d", "Delta"});
+    list->call("addItem", {"e", 5});
+    list->call("addItem", {7});
+    list->call("removeItem", {"a"});
+    list->call("removeItem", {"b", "c"});
+    auto& select = node<guiHtmlControlList>("s");
+    ASSERT_EQ(select.getEntryCount(), 4u);
+    EXPECT_EQ(select.getEntry(0), nullptr);
+    EXPECT_EQ(std::string(select.getEntry(3)->text.c_str()), "Delta");
+    formObject().set("s", "b");
+    readForm();
+    list->call("selectItem", {"b", false});
+    list->call("selectItem", {"b", "no switch"});
+    onGuiThread([this] { root->eraseFormProperty(root->getFormObject()); });
+    EXPECT_FALSE(formObject().hasProperty("s"));
+}
+
+TEST_F(ControlScript, FlexListsHaveMethodsAndAValue)
+{
+    NativeWindow window = open("<object classid=checklist name=f><option value=a>A</option><option value=b>B</option>"
+                               "</object>");
+    NativeObjectRef flex = window.control("f");
+    flex->call("checkItem", {"a"});
+    EXPECT_EQ(flex->call("isItemChecked", {"A"}), NativeValue(true));
+    flex->call("uncheckItem", {"a"});
+    flex->call("checkItem", {"b", true});
+    EXPECT_EQ(flex->call("isItemChecked", {"a"}), NativeValue(false));
+    EXPECT_EQ(flex->call("isItemChecked", {"b"}), NativeValue(true));
+    writeForm();
+    EXPECT_EQ(form("f"), NativeValue());
+    flex->call("selectItem", {"b"});
+    EXPECT_EQ(flex->call("isItemSelected", {"b"}), NativeValue(true));
+    writeForm();
+    EXPECT_EQ(form("f"), NativeValue("b"));
+    formObject().set("f", NativeValue());
+    readForm();
+    EXPECT_EQ(flex->call("isItemSelected", {"b"}), NativeValue(false));
+    formObject().set("f", "a");
+    readForm();
+    EXPECT_EQ(flex->call("isItemSelected", {"a"}), NativeValue(true));
+    flex->call("unselectItem", {"a"});
+    flex->call("disableItem", {"a"});
+    EXPECT_EQ(flex->call("isItemEnabled", {"a"}), NativeValue(false));
+    flex->call("enableItem", {"a", 1});
+    EXPECT_EQ(flex->call("isItemEnabled", {"a"}), NativeValue(true));
+    flex->call("addItem", {"c", "C", "a", "radiobutton"});
+    EXPECT_EQ(node<guiHtmlControlFlex>("f").findItem("c")->entryType, kFlexRadio);
+    flex->call("collapseItem", {"a"});
+    EXPECT_EQ(flex->call("isItemExpanded", {"a"}), NativeValue(false));
+    flex->call("expandItem", {"a"});
+    EXPECT_EQ(flex->call("isItemExpanded", {"a"}), NativeValue(true));
+    flex->call("setColumnText", {2, "Two"});
+    flex->call("setColumnWidth", {1, 80});
+    flex->call("setItemText", {"c", 2, "x"});
+    flex->call("setHeaderEnabled", {true});
+    flex->call("scrollToTop");
+    flex->call("removeItem", {"b"});
+    EXPECT_EQ(node<guiHtmlControlFlex>("f").getItem(1), nullptr);
+    EXPECT_EQ(flex->call("isItemChecked", {5}), NativeValue(false));
+}
+
+TEST_F(ControlScript, MenusHaveMethodsAndFireTheMenuEvent)
+{
+    NativeWindow window = open("<object classid=menu name=m><menu name=file value=File><param name=save value=Save "
+                               "unchecked></menu></object>");
+    NativeObjectRef menu = window.control("m");
+    menu->call("checkItem", {"Save"});
+    EXPECT_EQ(menu->call("isItemChecked", {"save"}), NativeValue(true));
+    menu->call("uncheckItem", {"save"});
+    EXPECT_EQ(menu->call("isItemChecked", {"save"}), NativeValue(false));
+    menu->call("disableItem", {"save"});
+    EXPECT_EQ(menu->call("isItemEnabled", {"save"}), NativeValue(false));
+    menu->call("enableItem", {"save"});
+    menu->call("setItemText", {"save", "Save all"});
+    EXPECT_EQ(std::string(node<guiHtmlControlMenu>("m").findItem("save")->text.c_str()), "Save all");
+    std::string chosen;
+    window.on("eMenu", [&](NativeWindow&, NativeArguments const& args) { chosen = args[1].text(); });
+    menu->call("activateItem", {"SAVE"});
+    EXPECT_EQ(chosen, "save");
+}
+
+TEST_F(ControlScript, ANamelessControlsObjectNeverStandsForTheWindow)
+{
+    NativeWindow window = open("<input type=button onclick=event://onB><b name=x>text</b>");
+    guiHtml* button = root->getChild(0);
+    ScriptObject* object = button->getCustomObject();
+    ASSERT_NE(object, nullptr);
+    NativeObjectRef held(static_cast<NativeObject*>(object));
+    held->call("setText", {"label"});
+    EXPECT_EQ(std::string(static_cast<guiHtmlControl*>(button)->getText().c_str()), "label");
+    window.setText("other");
+    EXPECT_EQ(held->call("setText", {"<p>replaced</p>"}), NativeValue(false));
+}
+
+TEST_F(ControlScript, PicturesAreKeptByNameAndTheirFaultsLogged)
+{
+    QImage(5, 3, QImage::Format_RGB32).save(QString::fromStdString((folder / "good.png").string()));
+    write("bad.png", "no picture");
+    open("x");
+    onGuiThread([this] {
+        QPixmap image;
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(guiLoadImage(nullptr, (folder / "good.png").c_str(), image), 1);
+        EXPECT_EQ(image.size(), QSize(5, 3));
+        fs::remove(folder / "good.png");
+        EXPECT_FALSE(guiLoadImage(nullptr, (folder / "good.png").c_str()).isNull()); // decoded once
+        guiFreeImages();
+        EXPECT_TRUE(guiLoadImage(nullptr, (folder / "good.png").c_str()).isNull());
+        EXPECT_EQ(guiLoadImage(nullptr, (folder / "bad.png").c_str(), image), 0);
+        EXPECT_EQ(loggedAboutPictures(), "guiLoadImage() - failed to load image " + (folder / "good.png").string() +
+                                             "; file not found\nguiLoadImage() - failed to load image " +
+                                             (folder / "bad.png").string() + "; bad format\n");
+        EXPECT_EQ(guiLoadBrokenImage(nullptr).size(), QSize(24, 24));
+        EXPECT_LE(QPixmapCache::cacheLimit(), 10240);
+    });
+}
+
+TEST_F(ControlScript, ImagesTakeTheSizeOfTheirPicture)
+{
+    QImage(50, 30, QImage::Format_RGB32).save(QString::fromStdString((folder / "good.png").string()));
+    testing::internal::CaptureStderr();
+    NativeWindow window = open("<img src=good.png name=i border=2><img src=none.png name=b>");
+    EXPECT_EQ(loggedAboutPictures(),
+              "guiLoadImage() - failed to load image " + (folder / "none.png").string() + "; file not found\n");
+    auto& image = node<guiHtmlImage>("i");
+    EXPECT_EQ(image.getPreferredWidth(), 54);
+    EXPECT_EQ(image.getHeightEstimate(0), 34);
+    EXPECT_EQ(image.m.rect.width, 54);
+    EXPECT_TRUE(image.isLoaded());
+    EXPECT_FALSE(node<guiHtmlImage>("b").isLoaded());
+    EXPECT_EQ(node<guiHtmlImage>("b").m.rect.width, 24);
+    window.control("i")->call("loadFile", {"none.png"});
+    EXPECT_EQ(image.m.rect.width, 28);
+}
