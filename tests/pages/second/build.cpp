@@ -16,6 +16,7 @@ namespace {
 
 constexpr int kMostPixels = 32767;
 constexpr int kMostPercent = 1000;
+constexpr int kBrokenPicture = 24;
 constexpr int kMostDepth = 16; // of pages inside pages
 
 int number(QString const& text)
@@ -437,9 +438,33 @@ private:
         readAlignment(picture, tag);
         readSizes(picture, tag);
         readBorder(picture, tag);
-        QImage image(m_folder + "/" + tag.get("src"));
-        picture->columns = image.width();
-        picture->rows = image.height();
+        QSize size = sizeOf(tag.get("src"));
+        picture->columns = size.width();
+        picture->rows = size.height();
+    }
+
+    QSize sizeOf(QString const& source) const
+    {
+        QString file = m_folder + "/" + source;
+        if (source.isEmpty() || source.endsWith(".wav"))
+            return QSize(0, 0);
+        if (source.endsWith(".avi") || source.endsWith(".avz"))
+            return movieSize(file);
+        QImage image(file);
+        return image.isNull() ? QSize(kBrokenPicture, kBrokenPicture) : image.size();
+    }
+
+    /// Of the first frame: an AVI tells in its header, 64 bytes in; an AVZ holds a picture file behind 24 bytes.
+    static QSize movieSize(QString const& name)
+    {
+        QFile file(name);
+        if (!file.open(QIODevice::ReadOnly))
+            return QSize(0, 0);
+        QByteArray bytes = file.readAll();
+        auto number = [&](qsizetype at) { return static_cast<unsigned char>(bytes[at]) + 256 * bytes[at + 1]; };
+        if (name.endsWith(".avi"))
+            return QSize(number(64), number(68));
+        return QImage::fromData(bytes.mid(24)).size();
     }
 
     void pullImage(node* parent, element const& tag)
