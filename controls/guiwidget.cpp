@@ -267,6 +267,13 @@ void guiWidget::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
 }
 
+// The page is a stop for keys, but not one that Tab should find between two of its controls.
+bool guiWidget::focusNextPrevChild(bool next)
+{
+    bool moved = QDialog::focusNextPrevChild(next);
+    return moved && hasFocus() ? QDialog::focusNextPrevChild(next) : moved;
+}
+
 void guiWidget::resizeEvent(QResizeEvent* event)
 {
     guiDispatch dispatch;

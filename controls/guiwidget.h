@@ -55,7 +55,9 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
-    // Beyond the toolkit's defaults: the pointer can come and go without a move that this widget sees.
+    // Beyond the toolkit's defaults: the pointer can come and go without a move that this widget sees, and Tab goes
+    // from control to control.
+    bool focusNextPrevChild(bool next) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
@@ -75,7 +77,7 @@ private:
     void endPaint();
     void tellVisibility();
 
-    QRegion m_missed;         // damage that arrived while the page was being painted
+    QRegion m_missed; // damage that arrived while the page was being painted
 };
 
 /// The rule that all widgets of a page share for Escape and Enter: the owner's onEscape() or onEnter() is asked, and

@@ -82,7 +82,8 @@ std::unordered_map<std::string_view, guiHtmlTags::tag> guiHtmlTags::makeTable()
 
 guiHtmlTags::tag const* guiHtmlTags::find(sstring const& name)
 {
-    static std::unordered_map<std::string_view, tag> const table = makeTable();
+    // For ever: the GUI thread still parses while the process exits.
+    static auto const& table = *new std::unordered_map<std::string_view, tag>(makeTable());
     constexpr unsigned kLongest = 8;
     unsigned length = name.getLength();
     if (length > kLongest)

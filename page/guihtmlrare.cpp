@@ -45,7 +45,7 @@ guiHtml::rare_t::rare_t(rare_t const& other)
 
 guiHtml::rare_t const& guiHtml::rare() const
 {
-    static rare_t const defaults;
+    static rare_t const& defaults = *new rare_t; // for ever: the GUI thread still runs while the process exits
     return m.rare ? *m.rare : defaults;
 }
 
@@ -141,7 +141,7 @@ void guiHtml::clearBackgroundPixmap()
 
 guiHtml::scroll_t const& guiHtml::getScroll() const
 {
-    static scroll_t const unscrolled;
+    static scroll_t const& unscrolled = *new scroll_t; // like the defaults above
     return rare().scroll ? *rare().scroll : unscrolled;
 }
 

@@ -22,7 +22,7 @@ struct asyncCall
 
 unsigned findSeparator(sstring const& name, unsigned from)
 {
-    static const sstring separators("/\\");
+    static const sstring& separators = *new sstring("/\\"); // for ever: events arrive while the process exits, too
     return name.find_any(separators, from);
 }
 

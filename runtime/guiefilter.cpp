@@ -72,8 +72,10 @@ void guiEventFilter::forceDeactivate()
 
 void guiEventFilter::catchUpLater()
 {
-    if (m_inputBlock == 0 && m_missedMove)
-        QMetaObject::invokeMethod(this, &guiEventFilter::catchUp, Qt::QueuedConnection);
+    if (m_inputBlock != 0 || !m_missedMove)
+        return;
+    guiHandOver::give();
+    QMetaObject::invokeMethod(this, &guiEventFilter::catchUp, Qt::QueuedConnection);
 }
 
 void guiEventFilter::catchUp()
@@ -102,6 +104,7 @@ bool guiEventFilter::holdBack(QObject* watched, QEvent::Type type)
 
 bool guiEventFilter::eventFilter(QObject* watched, QEvent* event)
 {
+    guiHandOver::take();
     if (m_inputBlock != 0 && (isMouseInput(event->type()) || isKeyInput(event->type())))
         return holdBack(watched, event->type());
     if (m_mouseMoveBlock != 0 && event->type() == QEvent::MouseMove)

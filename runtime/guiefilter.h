@@ -33,6 +33,20 @@ enum guiEventID
     guiEventIdUpdate = 1012,
 };
 
+/// Orders what a thread wrote before it posted something to the GUI thread before what the GUI thread reads when it
+/// arrives. Qt's queue does so too, but neither a reader nor a race detector can tell that from our code.
+class guiHandOver
+{
+public:
+    /// Before each post. Any thread.
+    static void give() { s_posts.fetch_add(1, std::memory_order_release); }
+    /// When an event arrives, before it is looked at. GUI thread.
+    static void take() { static_cast<void>(s_posts.load(std::memory_order_acquire)); }
+
+private:
+    static inline std::atomic<unsigned> s_posts{0};
+};
+
 /// Swallows user input while its counters say so. The counters change on any thread; the filter itself runs on the GUI
 /// thread.
 class guiEventFilter : public QObject
@@ -70,14 +84,6 @@ public:
     explicit guiEvent(guiEventID id) : QEvent(static_cast<QEvent::Type>(id)) {}
     /// Called on the GUI thread when the event has been handled.
     virtual void Finished() {}
-
-    /// What the poster wrote before handOver() the GUI thread sees after takeOver(). Qt's queue orders the two as well,
-    /// but neither a reader nor a race detector can tell that from our code.
-    void handOver() { m_isHandedOver.store(true, std::memory_order_release); }
-    void takeOver() const { static_cast<void>(m_isHandedOver.load(std::memory_order_acquire)); }
-
-private:
-    std::atomic<bool> m_isHandedOver{false};
 };
 
 /// An event whose poster waits. The poster's flag and result live in its stack frame: nothing is read from the event

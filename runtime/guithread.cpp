@@ -138,11 +138,16 @@ bool guiThread::isScriptThread() const { return pthread_equal(pthread_self(), m_
 
 void guiThread::postEvent(guiEvent* event)
 {
-    event->handOver();
+    guiHandOver::give();
     QCoreApplication::postEvent(m_f.receiver, event);
 }
 
-void guiThread::postNullEvent() { QCoreApplication::postEvent(m_f.nullReceiver, new QEvent(QEvent::None)); }
+void guiThread::postNullEvent()
+{
+    auto* event = new QEvent(QEvent::None);
+    guiHandOver::give();
+    QCoreApplication::postEvent(m_f.nullReceiver, event);
+}
 
 void guiThread::pumpOnce()
 {
@@ -158,11 +163,8 @@ void guiThread::forceEnable() { m_f.filter->forceDeactivate(); }
 bool guiThread::event(QEvent* event)
 {
     disableMM();
-    auto* own = dynamic_cast<guiEvent*>(event);
-    if (own)
-        own->takeOver();
     dispatchSafely(event);
-    if (own)
+    if (auto* own = dynamic_cast<guiEvent*>(event))
         own->Finished();
     enableMM();
     return true;

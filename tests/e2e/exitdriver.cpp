@@ -10,11 +10,13 @@ int main(int, char** argv)
     pages.write("page.html", linkPage("Exit", "event://onExit"));
     NativeHost host({.folder = pages.path()});
     NativeWindow window = host.window("page.html");
-    window.on("onExit", [&pages](NativeWindow&, const NativeArguments&) {
+    std::thread user;
+    window.on("onExit", [&pages, &user](NativeWindow&, const NativeArguments&) {
+        user.join();                               // has clicked
         std::filesystem::remove_all(pages.path()); // exit() destroys nothing of main()
         std::exit(7);
     });
-    auto* user = new std::thread([&] {
+    user = std::thread([&] {
         Desktop desktop;
         waitForLink(desktop);
         if (how == "idle")
@@ -28,7 +30,7 @@ int main(int, char** argv)
         window.open();
         host.run();
     }
-    user->join();
+    user.join();
     std::filesystem::remove_all(pages.path());
     std::exit(how == "idle" ? 7 : 1);
 }
