@@ -22,11 +22,11 @@ inline void onGuiThread(std::function<void()> work)
     pGUI->getThread()->callFunction(run, pGUI->getManager(), nullptr, nullptr, args, result);
 }
 
-/// A page root without script objects; its window closes with it. GUI thread.
+/// A page root with the page's script object alone, or without one; its window closes with it. GUI thread.
 struct BareRoot : guiHtmlBase
 {
     using guiHtml::operator=;
-    BareRoot() : guiHtmlBase(nullptr, nullptr, nullptr, sstring()) {}
+    explicit BareRoot(ScriptObject* page) : guiHtmlBase(page, nullptr, nullptr, sstring()) {}
     ~BareRoot() override { destroyWidget(); }
 };
 
@@ -34,10 +34,11 @@ struct BareRoot : guiHtmlBase
 class RootWindow
 {
 public:
-    explicit RootWindow(std::string const& title)
+    /// `page`: whom its events go to; not owned, may be null.
+    explicit RootWindow(std::string const& title, ScriptObject* page = nullptr)
     {
         onGuiThread([&] {
-            root_ = std::make_unique<BareRoot>();
+            root_ = std::make_unique<BareRoot>(page);
             root_->setTitle(sstring(title.c_str()));
         });
     }
