@@ -3,6 +3,7 @@
 
 #include "page/guihtmlsize-layers.h"
 
+#include <QWidget>
 #include <algorithm>
 
 namespace {
@@ -22,7 +23,7 @@ guiHtml& guiHtmlFrameset::operator=(guiHtml& other)
         auto& frameset = static_cast<guiHtmlFrameset&>(other);
         m_columns = frameset.m_columns;
         m_rows = frameset.m_rows;
-        m_resizable = frameset.m_resizable;
+        m_isResizable = frameset.m_isResizable;
         m_frames = frameset.m_frames;
         m_columnTracks = frameset.m_columnTracks;
         m_rowTracks = frameset.m_rowTracks;
@@ -94,4 +95,66 @@ guiHtmlFrameset::shares_t const& guiHtmlFrameset::shareHeight(unsigned long avai
     m_shares.each = guiClampPixels(each);
     m_shares.last = guiClampPixels(left - std::max<std::int64_t>(sharing - 1, 0) * each);
     return m_shares;
+}
+
+// ---- The dividers under the pointer ----
+
+bool guiHtmlFrameset::isOnDivider(int x, int y)
+{
+    bool isInside = x >= 0 && y >= 0 && x < m.rect.width && y < m.rect.height;
+    return m_isResizable && isInside && guiFrameDivider::find(this, x, y).has_value();
+}
+
+guiHtml* guiHtmlFrameset::hitTest(int* x, int* y)
+{
+    int ownX = *x - m.rect.left;
+    int ownY = *y - m.rect.top;
+    if (!m_dragged && !isOnDivider(ownX, ownY))
+        return guiHtml::hitTest(x, y);
+    *x = ownX;
+    *y = ownY;
+    return this;
+}
+
+// Of the pointer on its dividers a frameset tells nobody who has not asked.
+
+void guiHtmlFrameset::onMouseOn()
+{
+    if (canHitTest())
+        guiHtml::onMouseOn();
+}
+
+void guiHtmlFrameset::onMouseOff()
+{
+    m_dragged.reset();
+    if (canHitTest())
+        guiHtml::onMouseOff();
+}
+
+void guiHtmlFrameset::onMouseMove(int x, int y)
+{
+    std::optional<guiFrameDivider> divider = m_dragged;
+    if (!divider && m_isResizable)
+        divider = guiFrameDivider::find(this, x, y);
+    if (QWidget* widget = divider ? getTopLevelWidget() : nullptr)
+        widget->setCursor(divider->isBetweenColumns() ? Qt::SplitHCursor : Qt::SplitVCursor);
+    if (m_dragged && m_dragged->moveTo(this, x, y))
+        updateLayout(1);
+    if (canHitTest())
+        guiHtml::onMouseMove(x, y);
+}
+
+void guiHtmlFrameset::onMouseUp()
+{
+    m_dragged.reset();
+    if (canHitTest())
+        guiHtml::onMouseUp();
+}
+
+void guiHtmlFrameset::onMouseDown(int x, int y)
+{
+    if (m_isResizable)
+        m_dragged = guiFrameDivider::find(this, x, y);
+    if (canHitTest())
+        guiHtml::onMouseDown(x, y);
 }

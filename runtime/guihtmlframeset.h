@@ -2,11 +2,14 @@
 #pragma once
 
 #include "page/guihtml.h"
+#include "runtime/guiframedivider.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
-/// Frames fill row after row; the columns and rows say how wide and high.
+/// Frames fill row after row; the columns and rows say how wide and high. Unless the page forbids it the user may drag
+/// the dividers between them; the frameset takes the pointer there.
 class guiHtmlFrameset : public guiHtml
 {
 public:
@@ -33,13 +36,20 @@ public:
     /// An empty list counts as one "*".
     void setTracks(std::vector<track_t> columns, std::vector<track_t> rows);
     /// Whether the user may drag the dividers.
-    bool isResizable() const { return m_resizable; }
-    void setResizable(bool resizable) { m_resizable = resizable; }
+    bool isResizable() const { return m_isResizable; }
+    void setResizable(bool resizable) { m_isResizable = resizable; }
 
     /// Whether the next frame begins a new row.
     bool nextStartsRow() const { return m_frames > 0 && m_frames % static_cast<unsigned>(m_columns) == 0; }
     /// Gives the next frame the size of its column and row. For every frame once, in order.
     void placeNext(guiHtml* frame);
+
+    guiHtml* hitTest(int* x, int* y) override;
+    void onMouseOn() override;
+    void onMouseOff() override;
+    void onMouseMove(int x, int y) override;
+    void onMouseUp() override;
+    void onMouseDown(int x, int y) override;
 
 private:
     /// What the "*" rows get, as worked out in one run of the layout for one height.
@@ -53,12 +63,14 @@ private:
     };
     shares_t const& shareHeight(unsigned long available);
     int fixedRowHeight(unsigned first, unsigned count, unsigned long available);
+    bool isOnDivider(int x, int y);
 
     int m_columns = 1;
     int m_rows = 1;
-    bool m_resizable = true;
+    bool m_isResizable = true;
     unsigned m_frames = 0; // placed so far
     std::vector<track_t> m_columnTracks;
     std::vector<track_t> m_rowTracks;
     shares_t m_shares;
+    std::optional<guiFrameDivider> m_dragged; // none while no divider is being dragged
 };

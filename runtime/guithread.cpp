@@ -55,6 +55,12 @@ void startMessageHandler(QtMsgType type, const QMessageLogContext&, const QStrin
     std::_Exit(1);
 }
 
+void post(QObject* receiver, QEvent* event)
+{
+    guiHandOver::give();
+    QCoreApplication::postEvent(receiver, event);
+}
+
 template <class Node>
 bool isRegistered(Node* node)
 {
@@ -136,18 +142,9 @@ void guiThread::run()
 bool guiThread::isGuiThread() const { return pthread_equal(pthread_self(), m_f.guiThreadId) != 0; }
 bool guiThread::isScriptThread() const { return pthread_equal(pthread_self(), m_f.scriptThreadId) != 0; }
 
-void guiThread::postEvent(guiEvent* event)
-{
-    guiHandOver::give();
-    QCoreApplication::postEvent(m_f.receiver, event);
-}
+void guiThread::postEvent(guiEvent* event) { post(m_f.receiver, event); }
 
-void guiThread::postNullEvent()
-{
-    auto* event = new QEvent(QEvent::None);
-    guiHandOver::give();
-    QCoreApplication::postEvent(m_f.nullReceiver, event);
-}
+void guiThread::postNullEvent() { post(m_f.nullReceiver, new QEvent(QEvent::None)); }
 
 void guiThread::pumpOnce()
 {

@@ -121,12 +121,12 @@ TEST_F(CloseTest, AHandlerMayCloseTheWindowAndShowItOnceMore)
 {
     pages.write("page.html", linkPage("Close", "event://onPick"));
     NativeWindow window = host.window("page.html");
-    int depth = 0;
+    std::atomic<int> depth{0};
     window.on("onPick", [&](NativeWindow& self, const NativeArguments&) {
         self.close();
         if (++depth == 1)
             self.show();
-        self.setReturnValue(depth);
+        self.setReturnValue(depth.load());
     });
     User user([&] {
         clickLink(desktop);
