@@ -16,6 +16,8 @@ namespace {
 
 // Columns beyond this are left out: a page's list has a handful.
 constexpr int kMostColumns = 1000;
+// Pixels by which a row stands right of its parent: small, since lists in pages are narrow.
+constexpr int kIndentation = 14;
 
 bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
 
@@ -168,12 +170,15 @@ void guiHtmlControlFlex::createChildWidget()
         return;
     dirtyTabOrder();
     m_listView = new guiWidgetListView(getClipWidget());
+    m_widths.clear();
     m_listView->setSelectionMode(m_multiple ? QAbstractItemView::MultiSelection : QAbstractItemView::SingleSelection);
     m_listView->setAllColumnsShowFocus(true);
     m_listView->setRootIsDecorated(false);
+    m_listView->setIndentation(kIndentation);
     createColumns();
     m_listView->setHeaderHidden(!showsHeader());
     createRows();
+    fitColumns();
     bindRows(); // only now: what the page says about its rows is nobody's choice
     finishWidget(m_listView);
 }
@@ -250,6 +255,19 @@ void guiHtmlControlFlex::addColumns(int count)
     for (int i = present; i < count; ++i)
         m_listView->headerItem()->setText(i, QString());
     m_listView->header()->setStretchLastSection(true);
+    if (m_listView->owner)
+        fitColumns();
+}
+
+/// Columns are as wide as what is in them unless that was set; the last one fills the list.
+void guiHtmlControlFlex::fitColumns()
+{
+    int const last = m_listView->columnCount() - 1;
+    for (int i = 0; i < last; ++i)
+        if (!m_widths.contains(i + 1))
+            m_listView->resizeColumnToContents(i);
+    if (m_listView->header()->stretchLastSection())
+        m_listView->header()->resizeSection(last, m_listView->header()->minimumSectionSize());
 }
 
 void guiHtmlControlFlex::selectRow(guiCheckListItem* row, bool on)
@@ -478,6 +496,7 @@ void guiHtmlControlFlex::setColumnWidth(int column, int width)
     int const count = m_listView->columnCount();
     if (column < 1 || column > count)
         return;
+    m_widths.insert(column);
     if (column == count)
         m_listView->header()->setStretchLastSection(false);
     m_listView->header()->resizeSection(column - 1, std::clamp(width, 0, kMaxPixels));

@@ -5,6 +5,7 @@
 #include "controls/guihtmlcontrol.h"
 
 #include <memory>
+#include <set>
 #include <vector>
 
 class guiCheckListItem;
@@ -124,6 +125,7 @@ private:
     void bindRows();
     void setCell(guiCheckListItem* row, int column, sstring const& text);
     void addColumns(int count);
+    void fitColumns();
     void selectRow(guiCheckListItem* row, bool on);
     void clearSelection();
     void moveUp(guiCheckListItem* row);
@@ -139,4 +141,5 @@ private:
     int m_multiple = 0;
     int m_headerEnabled = 1;
     guiWidgetListView* m_listView = nullptr; // owned
+    std::set<int> m_widths;                  // columns of the widget whose width was set
 };

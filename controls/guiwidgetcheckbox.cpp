@@ -6,6 +6,8 @@
 #include "controls/guiwidget.h"
 
 #include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOptionButton>
 
 guiWidgetCheckBox::guiWidgetCheckBox(QWidget* parent) : QCheckBox(parent)
 {
@@ -27,4 +29,14 @@ void guiWidgetCheckBox::keyPressEvent(QKeyEvent* event)
         event->accept();
     else
         QCheckBox::keyPressEvent(event);
+}
+
+void guiWidgetCheckBox::paintEvent(QPaintEvent*)
+{
+    constexpr int kSide = guiHtmlControlButton::kCheckSize;
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.rect = QRect(0, (height() - kSide) / 2, kSide, kSide);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, &painter, this);
 }

@@ -20,4 +20,6 @@ public slots:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    /// Draws the indicator alone, whole in the size that pages reckon with, which may be less than the style's.
+    void paintEvent(QPaintEvent* event) override;
 };

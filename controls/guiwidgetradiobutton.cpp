@@ -6,6 +6,8 @@
 #include "controls/guiwidget.h"
 
 #include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOptionButton>
 
 guiWidgetRadioButton::guiWidgetRadioButton(QWidget* parent) : QRadioButton(parent)
 {
@@ -27,4 +29,14 @@ void guiWidgetRadioButton::keyPressEvent(QKeyEvent* event)
         event->accept();
     else
         QRadioButton::keyPressEvent(event);
+}
+
+void guiWidgetRadioButton::paintEvent(QPaintEvent*)
+{
+    constexpr int kSide = guiHtmlControlButton::kCheckSize;
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.rect = QRect(0, (height() - kSide) / 2, kSide, kSide);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_IndicatorRadioButton, &option, &painter, this);
 }

@@ -198,6 +198,19 @@ TEST(FlexColumns, WidthsAreSetForColumnsThatExist)
     EXPECT_EQ(page.view()->columnCount(), 2);
 }
 
+TEST(FlexColumns, AreAsWideAsTheirTextsAndTheLastFillsTheList)
+{
+    ShownPage page("<object classid=listview name=f width=300><option value=a text1='A rather long text' text2=x>"
+                   "</option></object>");
+    auto* view = page.widget<guiWidgetListView>("f");
+    page.window.widget->show();
+    QCoreApplication::processEvents();
+    EXPECT_GE(view->columnWidth(0), page.metrics().horizontalAdvance("A rather long text"));
+    EXPECT_EQ(view->columnWidth(0) + view->columnWidth(1), view->viewport()->width());
+    page.control<guiHtmlControlFlex>("f").setColumnText(3, "Third");
+    EXPECT_LT(view->columnWidth(1), 60);
+}
+
 TEST(FlexHeader, IsHiddenInCheckListsAndTreeViews)
 {
     EXPECT_FALSE(Flex("flexlist").view()->isHeaderHidden());

@@ -212,6 +212,23 @@ TEST(ControlWidgets, TextAreasAreFieldsOfTheRowsTheyAskFor)
     EXPECT_EQ(page.control<guiHtmlControlEdit>("narrow").getShape().size, 20);
 }
 
+TEST(ControlWidgets, CheckBoxesAndRadioButtonsAreDrawnWhole)
+{
+    ShownPage page("<input type=checkbox name=c><input type=radio name=r>");
+    for (char const* name : {"c", "r"}) {
+        QWidget* widget = page.node(name)->getChildWidget();
+        ASSERT_EQ(widget->size(), QSize(13, 13));
+        QImage image(13, 13, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        widget->render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+        auto hasInk = [&](int x, int y) { return qGray(image.pixel(x, y)) < 230; };
+        EXPECT_TRUE(hasInk(0, 6) || hasInk(1, 6)) << name;
+        EXPECT_TRUE(hasInk(11, 6) || hasInk(12, 6)) << name;
+        EXPECT_TRUE(hasInk(6, 0) || hasInk(6, 1)) << name;
+        EXPECT_TRUE(hasInk(6, 11) || hasInk(6, 12)) << name;
+    }
+}
+
 TEST(ControlText, SettingItMakesTheWidgetAnew)
 {
     ShownPage page("<input type=button name=b value=OK>");
