@@ -1,6 +1,7 @@
 // foundation/localize2.cpp: see localize2.h.
 
 #include "localize2.h"
+#include "vela-alloc.h"
 
 #include <atomic>
 #include <clocale>
@@ -45,8 +46,8 @@ const CodepageRow codepageTable[] = {
 
 constexpr size_t codepageNameLength = 5; // of every locale and alias above
 
-/// The alias column is asked for the whole table first, then the locale column. Asked by every conversion, so names that can
-/// not be there are sorted out at once.
+/// The alias column is asked for the whole table first, then the locale column. Asked by every conversion, so names
+/// that can not be there are sorted out at once.
 const CodepageRow* findCodepage(char const* name)
 {
     if (std::strlen(name) != codepageNameLength)
@@ -69,15 +70,21 @@ char const* canonicalName(char const* name)
     return row ? row->locale : name;
 }
 
+void setName(LOCALE& locale, char const* name)
+{
+    std::strncpy(locale.name, canonicalName(name ? name : fallbackLocale), sizeof locale.name - 1);
+}
+
 LOCALE* makeLocale(char const* name)
 {
-    auto* locale = static_cast<LOCALE*>(std::calloc(1, sizeof(LOCALE)));
+    auto* locale = static_cast<LOCALE*>(velaCalloc(1, sizeof(LOCALE)));
     if (locale)
-        std::strncpy(locale->name, canonicalName(name ? name : fallbackLocale), sizeof locale->name - 1);
+        setName(*locale, name);
     return locale;
 }
 
-LOCALE* systemLocale = nullptr; // made once, never freed
+LOCALE theSystemLocale{}; // takes no memory that could be wanting: without it no 8-bit text can be read
+LOCALE* const systemLocale = &theSystemLocale;
 std::atomic<LOCALE*> defaultLocale{nullptr};
 
 char const* nameFromEnvironment()
@@ -96,7 +103,7 @@ void initialise()
     char const* current = std::setlocale(LC_ALL, nullptr);
     if (!current || !std::strstr(current, name))
         std::setlocale(LC_ALL, name);
-    systemLocale = makeLocale(name);
+    setName(theSystemLocale, name);
     defaultLocale = systemLocale;
 }
 

@@ -1,5 +1,6 @@
 // foundation/vela-fileio-directory.cpp: listings of directories.
 
+#include "vela-alloc.h"
 #include "vela-fileio-p.h"
 
 #include <cerrno>
@@ -17,7 +18,7 @@ constexpr unsigned int directoryBit = 0x4000; // S_IFDIR
 /// A new entry for the listing, owned by the caller; null when there is no memory.
 DIRENTRYDATA* makeEntry(DIR* directory, char const* name)
 {
-    auto* entry = static_cast<DIRENTRYDATA*>(std::calloc(1, sizeof(DIRENTRYDATA)));
+    auto* entry = static_cast<DIRENTRYDATA*>(velaCalloc(1, sizeof(DIRENTRYDATA)));
     if (!entry)
         return nullptr;
     std::strncpy(entry->name, name, sizeof entry->name - 1);
@@ -57,7 +58,7 @@ int FileIO_EnumerateDirectoryA(char const* path, DIRDATA** listing)
     DIR* directory = opendir(path);
     if (!directory)
         return endFileCall(false);
-    auto* result = static_cast<DIRDATA*>(std::calloc(1, sizeof(DIRDATA)));
+    auto* result = static_cast<DIRDATA*>(velaCalloc(1, sizeof(DIRDATA)));
     const int error = result ? readEntries(directory, result) : ENOMEM;
     closedir(directory);
     if (error) {

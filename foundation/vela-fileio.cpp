@@ -3,6 +3,7 @@
 
 #include "vela-fileio.h"
 
+#include "vela-alloc.h"
 #include "vela-fileio-p.h"
 
 #include <cerrno>
@@ -85,7 +86,7 @@ int FileIO_OpenA(char const* path, ENU_FILE_OPEN mode, FILEDATA** file)
     *file = nullptr;
     if (const int error = pathError(path))
         return failFileCall(error);
-    auto* record = static_cast<FILEDATA*>(std::calloc(1, sizeof(FILEDATA)));
+    auto* record = static_cast<FILEDATA*>(velaCalloc(1, sizeof(FILEDATA)));
     if (!record)
         return failFileCall(ENOMEM);
     std::strcpy(record->path, path);

@@ -2,9 +2,11 @@
 
 #include "vela-memmgr.h"
 
+#include "vela-alloc.h"
 #include "vela-debug.h"
 #include "vela-error.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
@@ -74,7 +76,7 @@ void MemReallocArrayFunction(void** array, unsigned int elementSize, unsigned in
     const unsigned int newCapacity = roundedUp(needed, granule);
     const uint64_t oldBytes = *array ? uint64_t{*capacity} * elementSize : 0;
     const uint64_t newBytes = uint64_t{newCapacity} * elementSize;
-    void* block = newBytes <= PTRDIFF_MAX ? std::calloc(newCapacity, elementSize ? elementSize : 1) : nullptr;
+    void* block = newBytes <= PTRDIFF_MAX ? velaCalloc(newCapacity, elementSize ? elementSize : 1) : nullptr;
     if (!block)
         throw velaError(ENOMEM);
     if (oldBytes)
@@ -83,3 +85,35 @@ void MemReallocArrayFunction(void** array, unsigned int elementSize, unsigned in
     *array = block;
     *capacity = newCapacity;
 }
+
+#ifdef NDEBUG
+
+void MemMgr_FailAfter(long) {}
+int MemMgr_HasFailed() { return 0; }
+
+#else
+
+namespace {
+
+std::atomic<long> allocationsLeft{-1};
+std::atomic<bool> hasFailed{false};
+
+} // namespace
+
+void MemMgr_FailAfter(long count)
+{
+    hasFailed = false;
+    allocationsLeft = count;
+}
+
+int MemMgr_HasFailed() { return hasFailed; }
+
+bool velaAllocationFails()
+{
+    if (allocationsLeft.load(std::memory_order_relaxed) < 0 || allocationsLeft.fetch_sub(1) != 0)
+        return false;
+    hasFailed = true;
+    return true;
+}
+
+#endif

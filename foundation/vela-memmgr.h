@@ -20,3 +20,9 @@ void MemMgr_VerifyIntegrity();
 /// then as it was. The caller frees the block with free().
 void MemReallocArrayFunction(void** array, unsigned int elementSize, unsigned int* capacity, unsigned int needed,
                              unsigned int granule);
+
+/// For tests, in builds with assertions: the next `count` allocations of this library succeed, and the one behind them
+/// fails as if there were no memory. It is one alone; a negative count is for none. All threads' allocations count.
+void MemMgr_FailAfter(long count);
+/// Whether the allocation that was to fail has been reached.
+int MemMgr_HasFailed();

@@ -1,6 +1,7 @@
 // foundation/vela-mlparser.cpp: see the header. How tokens are read is vela-mltokenizer.cpp's business.
 #include "vela-mlparser.h"
 
+#include <cerrno>
 #include <utility>
 
 #include "vela-error.h"
@@ -69,6 +70,16 @@ void mlParser::close()
     getStream()->close();
 }
 
+/// A stream that can not be opened again has its own error once something is read from it; want of memory is told here.
+mlParser::Reading::Reading(mlParser& user) : parser(user)
+{
+    parser.requireStream();
+    if (parser.reopen() || FileIO_GetLastErr() != ENOMEM)
+        return;
+    parser.close();
+    throw velaError(ENOMEM);
+}
+
 mlSection* mlParser::getSection(unsigned int index)
 {
     if (index < root->getChildCount() || !getStream())
@@ -95,7 +106,7 @@ void mlParser::fullParse()
 
 void mlParser::readLongTexts()
 {
-    for (mlSection* section : std::vector<mlSection*>(std::move(longTexts)))
+    for (mlSection* section : velaArray<mlSection*>(std::move(longTexts)))
         if (section->isTruncated())
             readFullText(section);
     longTexts.clear();

@@ -2,8 +2,7 @@
 // brings everything of the markup: tokens, attributes, sections and errors.
 #pragma once
 
-#include <vector>
-
+#include "vela-array.h"
 #include "vela-mlparseerror.h"
 #include "vela-mlpool.h"
 #include "vela-mlsection.h"
@@ -106,27 +105,23 @@ private:
 
     mlTokenizer tokens;
     mlPool pool;
-    mlSection* root;                   // its children are the outermost sections; in the pool, like all sections
-    std::vector<mlSection*> open;      // open[0] is the root; empty once an incremental parser has ended
-    std::vector<Place> places;         // what belongs to the stream's pushed positions
-    unsigned int readers = 0;          // reopen() calls without their close()
-    bool isIncremental = false;        // ends with its first element
-    bool keepsLongTexts = false;       // fullParse(): nothing can be read again later
-    bool hasFailed = false;            // bad syntax was met: only an explicit call reads on
-    mlSection* newest = nullptr;       // the last tag made, for findSection()
-    std::vector<mlAttr> attributes;    // of the tag being read
-    std::vector<mlSection*> longTexts; // cut texts that nobody asked for yet; not owned
+    mlSection* root;                 // its children are the outermost sections; in the pool, like all sections
+    velaArray<mlSection*> open;      // open[0] is the root; empty once an incremental parser has ended
+    velaArray<Place> places;         // what belongs to the stream's pushed positions
+    unsigned int readers = 0;        // reopen() calls without their close()
+    bool isIncremental = false;      // ends with its first element
+    bool keepsLongTexts = false;     // fullParse(): nothing can be read again later
+    bool hasFailed = false;          // bad syntax was met: only an explicit call reads on
+    mlSection* newest = nullptr;     // the last tag made, for findSection()
+    velaArray<mlAttr> attributes;    // of the tag being read
+    velaArray<mlSection*> longTexts; // cut texts that nobody asked for yet; not owned
 };
 
 /// Keeps the stream open for one piece of work.
 class mlParser::Reading
 {
 public:
-    explicit Reading(mlParser& user) : parser(user)
-    {
-        parser.requireStream();
-        parser.reopen();
-    }
+    explicit Reading(mlParser& user);
     ~Reading() { parser.close(); }
     Reading(Reading const&) = delete;
     Reading& operator=(Reading const&) = delete;

@@ -21,22 +21,14 @@ constexpr unsigned int firstBuckets = 8;
 
 size_t rounded(size_t bytes) { return std::max(smallestPiece / 2, (bytes + 7) & ~size_t{7}); }
 
-void* allocate(size_t bytes)
-{
-    void* memory = std::malloc(bytes);
-    if (!memory)
-        throw velaError(12);
-    return memory;
-}
-
 bool isFolded(unsigned short const* units, unsigned int length)
 {
     return std::all_of(units, units + length, [](unsigned short unit) { return mlFold(unit) == unit; });
 }
 
-std::vector<unsigned short> folded(unsigned short const* units, unsigned int length)
+velaArray<unsigned short> folded(unsigned short const* units, unsigned int length)
 {
-    std::vector<unsigned short> result(length);
+    velaArray<unsigned short> result(length);
     std::transform(units, units + length, result.begin(), mlFold);
     return result;
 }
@@ -103,8 +95,6 @@ mlPool::~mlPool()
         std::free(std::exchange(blocks, blocks->next));
     while (largeBlocks)
         std::free(std::exchange(largeBlocks, largeBlocks->next));
-    if (locale)
-        Locale_Destroy(locale);
 }
 
 void* mlPool::take(size_t bytes)
@@ -143,7 +133,7 @@ void mlPool::give(void* memory, size_t bytes)
 
 void* mlPool::takeLarge(size_t bytes)
 {
-    auto* block = static_cast<LargeBlock*>(allocate(sizeof(LargeBlock) + bytes));
+    auto* block = static_cast<LargeBlock*>(velaAllocate(sizeof(LargeBlock) + bytes));
     block->next = largeBlocks;
     block->previous = nullptr;
     if (largeBlocks)
@@ -156,7 +146,7 @@ void* mlPool::takeLarge(size_t bytes)
 void mlPool::addBlock(size_t neededBytes)
 {
     size_t const bytes = std::max(nextBlockBytes, sizeof(Block) + neededBytes);
-    auto* block = static_cast<Block*>(allocate(bytes));
+    auto* block = static_cast<Block*>(velaAllocate(bytes));
     block->next = blocks;
     blocks = block;
     blockAt = reinterpret_cast<char*>(block + 1);
@@ -179,7 +169,7 @@ mlName* mlPool::findFolded(unsigned short const* units, unsigned int length) con
 {
     mlName* known = find(units, length, hashOf(units, length));
     if (!known && !isFolded(units, length)) {
-        std::vector<unsigned short> const lower = folded(units, length);
+        velaArray<unsigned short> const lower = folded(units, length);
         known = find(lower.data(), length, hashOf(lower.data(), length));
     }
     return known ? known->folded : nullptr;
@@ -211,7 +201,7 @@ mlName* mlPool::makeName(unsigned short const* units, unsigned int length, uint3
 
 void mlPool::growNames()
 {
-    std::vector<mlName*> old(std::max<size_t>(firstBuckets, buckets.size() * 2));
+    velaArray<mlName*> old(std::max<size_t>(firstBuckets, buckets.size() * 2));
     old.swap(buckets);
     for (mlName* name : old) {
         while (name) {
@@ -254,10 +244,10 @@ sstring mlPool::makeString(unsigned short const* units, unsigned int length) con
 
 void mlPool::setLocale(LOCALE* wanted)
 {
-    if (locale && wanted && std::strcmp(locale->name, wanted->name) == 0)
-        return;
-    LOCALE* const copy = wanted ? Locale_Copy(wanted) : nullptr;
-    if (locale)
-        Locale_Destroy(locale);
-    locale = copy;
+    if (!wanted || wanted == Locale_GetFromSystem())
+        locale = wanted;
+    else {
+        ownLocale = *wanted;
+        locale = &ownLocale;
+    }
 }

@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <vector>
 
 #include "localize2.h"
+#include "vela-array.h"
 #include "vela-string.h"
 
 class mlParser;
@@ -52,7 +52,7 @@ inline unsigned short mlFold(unsigned short unit)
 }
 
 /// Memory of one tree of sections. Out of memory is velaError 12. One thread at a time.
-class mlPool
+class mlPool : public velaAllocated
 {
 public:
     explicit mlPool(mlParser* owner) : parser(owner) {}
@@ -105,8 +105,9 @@ private:
     size_t nextBlockBytes = firstBlockBytes;
     LargeBlock* largeBlocks = nullptr;
     FreePiece* freePieces[classCount] = {};
-    std::vector<mlName*> buckets; // a power of two
+    velaArray<mlName*> buckets; // a power of two
     uint32_t nameCount = 0;
-    LOCALE* locale = nullptr; // owned; null: the process default
-    std::vector<mlSection*> adopted;
+    LOCALE* locale = nullptr; // ownLocale or the system's; null: the process default
+    LOCALE ownLocale{};
+    velaArray<mlSection*> adopted;
 };

@@ -76,13 +76,13 @@ mlSection::~mlSection()
 
 mlSection* mlSection::make(mlPool* home) { return new (home->take(sizeof(mlSection))) mlSection(home); }
 
-void mlSection::destroyAdopted(std::vector<mlSection*>& list)
+void mlSection::destroyAdopted(velaArray<mlSection*>& list)
 {
-    std::vector<mlSection*> waiting = std::exchange(list, {});
+    velaArray<mlSection*> waiting = std::exchange(list, {});
     while (!waiting.empty()) {
         mlSection* section = waiting.back();
         waiting.pop_back();
-        std::vector<mlSection*> inner = std::exchange(section->pool->adopted, {});
+        velaArray<mlSection*> inner = std::exchange(section->pool->adopted, {});
         waiting.insert(waiting.end(), inner.begin(), inner.end());
         delete section;
     }
@@ -149,7 +149,7 @@ mlAttr* mlSection::nextAttr()
 }
 
 /// Puts these in the place of the attributes, in one block of just their number.
-void mlSection::setAttrs(std::vector<mlAttr> const& attributes)
+void mlSection::setAttrs(velaArray<mlAttr> const& attributes)
 {
     auto const count = static_cast<uint32_t>(attributes.size());
     tag.attributes = new (pool->take(AttrBlock::bytes(count))) AttrBlock{nullptr, count, count};
@@ -234,7 +234,7 @@ void mlSection::append(mlSection* child)
 /// Below a section, sections with pools of their own can stand, which were appended.
 void mlSection::setParser(mlParser* parser)
 {
-    std::vector<mlPool*> waiting{pool};
+    velaArray<mlPool*> waiting{pool};
     while (!waiting.empty()) {
         mlPool* home = waiting.back();
         waiting.pop_back();
@@ -252,7 +252,7 @@ mlSection* mlSection::findSection(sstring const& name) const
         mlSection const* section;
         unsigned int nextChild;
     };
-    std::vector<Level> path{{this, 0}};
+    velaArray<Level> path{{this, 0}};
     while (!path.empty()) {
         mlSection* child = path.back().section->getChild(path.back().nextChild++);
         if (!child)
@@ -360,7 +360,7 @@ mlSection* mlSection::copyInto(mlPool* home) const
 {
     mlSection* result = make(home);
     copyItem(result);
-    std::vector<std::pair<mlSection const*, mlSection*>> waiting{{this, result}};
+    velaArray<std::pair<mlSection const*, mlSection*>> waiting{{this, result}};
     while (!waiting.empty()) {
         auto const [from, to] = waiting.back();
         waiting.pop_back();

@@ -2,8 +2,7 @@
 // the tree they form. A section keeps no strings but makes one when asked: a page has ten thousands of sections.
 #pragma once
 
-#include <vector>
-
+#include "vela-array.h"
 #include "vela-mlpool.h"
 #include "vela-string.h"
 #include "vela-textstream.h"
@@ -120,7 +119,7 @@ public:
     sstring toFormattedString(unsigned int indent = 0) const;
 
     /// Deletes the sections of the list and those that they adopted, without recursion.
-    static void destroyAdopted(std::vector<mlSection*>& list);
+    static void destroyAdopted(velaArray<mlSection*>& list);
 
 private:
     friend class mlParser;
@@ -175,7 +174,7 @@ private:
     mlSection** childArray() { return tag.childCapacity == 1 ? &tag.onlyChild : tag.children; }
     mlSection* const* childArray() const { return tag.childCapacity == 1 ? &tag.onlyChild : tag.children; }
     mlSection* loadedChild(unsigned int index) const { return index < getChildCount() ? childArray()[index] : nullptr; }
-    void setAttrs(std::vector<mlAttr> const& attributes);
+    void setAttrs(velaArray<mlAttr> const& attributes);
     mlSection* copyInto(mlPool* home) const;
     void copyItem(mlSection* to) const;
 

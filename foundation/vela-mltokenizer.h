@@ -2,8 +2,7 @@
 // and tells the stream how far it came only when asked to (settle).
 #pragma once
 
-#include <vector>
-
+#include "vela-array.h"
 #include "vela-mltoken.h"
 #include "vela-textstream.h"
 
@@ -71,7 +70,7 @@ private:
     unsigned short const* at = nullptr;
     unsigned short const* end = nullptr;
 
-    std::vector<unsigned short> buffer; // the text token
+    velaArray<unsigned short> buffer; // the text token
     mlTokenType tokenType = mlTokenNone;
     bookmark runStart;
     bool leadingSpace = false;

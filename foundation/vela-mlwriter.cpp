@@ -136,7 +136,7 @@ void mlWriter::writeTree(mlSection const& top)
         mlSection const* section;
         unsigned int nextChild;
     };
-    std::vector<Level> path;
+    velaArray<Level> path;
     if (writeOpening(top))
         path.push_back({&top, 0});
     while (!path.empty()) {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <string_view>
-#include <vector>
 
+#include "vela-array.h"
 #include "vela-mlsection.h"
 
 /// Collects markup. Reading what was written gives the same sections, as far as the markup can say it: an ampersand is
@@ -34,7 +34,7 @@ private:
     void beginLine();
     void endLine();
 
-    std::vector<unsigned short> units;
+    velaArray<unsigned short> units;
     bool isFormatted = false;
     unsigned int depth = 0; // levels
 };

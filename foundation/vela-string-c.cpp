@@ -3,6 +3,7 @@
 
 #include "vela-string-c.h"
 
+#include "vela-array.h"
 #include "vela-string-match.h"
 
 #include <algorithm>
@@ -287,9 +288,9 @@ unsigned short const* skipSpaces(unsigned short const* text)
 }
 
 /// The ASCII text at the front, white space skipped, up to the next space or character that no number contains.
-std::string numberText(unsigned short const* text)
+velaBytes numberText(unsigned short const* text)
 {
-    std::string number;
+    velaBytes number;
     for (text = skipSpaces(text); *text > ' ' && *text < 0x7F; ++text)
         number += static_cast<char>(*text);
     return number;
@@ -322,11 +323,11 @@ long atol16(unsigned short const* text)
 
 // Memory
 
-unsigned char* malloc8(unsigned int count) { return static_cast<unsigned char*>(std::malloc(count)); }
+unsigned char* malloc8(unsigned int count) { return static_cast<unsigned char*>(velaMalloc(count)); }
 
 unsigned short* malloc16(unsigned int count)
 {
-    return static_cast<unsigned short*>(std::malloc(size_t{count} * sizeof(unsigned short)));
+    return static_cast<unsigned short*>(velaMalloc(size_t{count} * sizeof(unsigned short)));
 }
 
 void free8(void* block) { std::free(block); }

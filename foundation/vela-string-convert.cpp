@@ -3,6 +3,7 @@
 #include "vela-string-convert.h"
 
 #include "localize2.h"
+#include "vela-alloc.h"
 #include "vela-comtypes.h"
 #include "vela-string-c.h"
 #include "vela-string-converters.h"
@@ -185,7 +186,7 @@ struct StaticBuffer
     {
         if (wanted <= capacity)
             return;
-        void* block = std::realloc(units, size_t{wanted} * sizeof(Unit));
+        void* block = velaRealloc(units, size_t{wanted} * sizeof(Unit));
         if (!block)
             throw velaError(ENOMEM);
         units = static_cast<Unit*>(block);

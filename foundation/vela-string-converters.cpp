@@ -2,6 +2,7 @@
 
 #include "vela-string-converters.h"
 
+#include "vela-array.h"
 #include "vela-string-convert.h"
 
 #include <cstring>
@@ -35,7 +36,7 @@ bool keepsAsciiBytes(UConverter* converter)
     return true;
 }
 
-class ThreadConverters
+class ThreadConverters : public velaAllocated
 {
 public:
     ThreadConverters() = default;

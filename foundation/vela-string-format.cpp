@@ -2,6 +2,7 @@
 
 #include "vela-string.h"
 
+#include "vela-alloc.h"
 #include "vela-error.h"
 
 #include <cerrno>
@@ -38,7 +39,7 @@ sformat& sformat::vformat(char const* format, va_list arguments)
         format = emptyFormat;
     const unsigned int capacity = capacityFor(formatBytes, getCapacityA());
     char onStack[stackBytes];
-    std::unique_ptr<char, Freed> onHeap(capacity > stackBytes ? static_cast<char*>(std::malloc(capacity)) : nullptr);
+    std::unique_ptr<char, Freed> onHeap(capacity > stackBytes ? static_cast<char*>(velaMalloc(capacity)) : nullptr);
     char* result = capacity > stackBytes ? onHeap.get() : onStack;
     if (!result)
         throw velaError(ENOMEM);

@@ -2,6 +2,7 @@
 
 #include "vela-string-match.h"
 
+#include "vela-array.h"
 #include "vela-string-c.h"
 
 #include <algorithm>
@@ -53,9 +54,9 @@ void eachShortMatch(Unit const* text, Unit const* wanted, OnMatch onMatch)
 
 /// Knuth, Morris and Pratt: borders[i] is the length of the longest proper border of the first i + 1 units.
 template <class Unit>
-std::vector<unsigned int> bordersOf(Unit const* wanted, unsigned int length)
+velaArray<unsigned int> bordersOf(Unit const* wanted, unsigned int length)
 {
-    std::vector<unsigned int> borders(length, 0);
+    velaArray<unsigned int> borders(length, 0);
     for (unsigned int i = 1, border = 0; i < length; ++i) {
         while (border && wanted[i] != wanted[border])
             border = borders[border - 1];
@@ -69,7 +70,7 @@ std::vector<unsigned int> bordersOf(Unit const* wanted, unsigned int length)
 template <class Unit, class OnMatch>
 void eachLongMatch(Unit const* text, Unit const* wanted, unsigned int length, OnMatch onMatch)
 {
-    const std::vector<unsigned int> borders = bordersOf(wanted, length);
+    const velaArray<unsigned int> borders = bordersOf(wanted, length);
     unsigned int matched = 0;
     for (Unit const* at = text; *at; ++at) {
         while (matched && *at != wanted[matched])

@@ -2,7 +2,7 @@
 // units, and substring matches in linear time. Not part of the public interface.
 #pragma once
 
-#include <vector>
+#include "vela-array.h"
 
 /// A zero-terminated set of units, asked in constant time for almost every unit. The text must outlive the set.
 class UnitSet
@@ -13,8 +13,8 @@ public:
     bool contains(unsigned short unit) const;
 
 private:
-    bool lowBytes[256] = {};               ///< whether some member has this low byte
-    std::vector<unsigned short> highUnits; ///< members above 0xFF, sorted
+    bool lowBytes[256] = {};             ///< whether some member has this low byte
+    velaArray<unsigned short> highUnits; ///< members above 0xFF, sorted
 };
 
 /// Last match of `wanted` in `text` that starts at or below `limit`; null when there is none. An empty text matches at

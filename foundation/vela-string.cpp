@@ -5,7 +5,9 @@
 #include "vela-string.h"
 
 #include "localize2.h"
+#include "vela-alloc.h"
 #include "vela-error.h"
+#include "vela-locale.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -29,12 +31,12 @@ unsigned short* regrown(unsigned short* old, size_t oldUnits, size_t newUnits)
 {
     const size_t unit = sizeof(unsigned short);
     if ((newUnits - oldUnits) * unit < largeBytes) {
-        auto* block = static_cast<unsigned short*>(std::realloc(old, newUnits * unit));
+        auto* block = static_cast<unsigned short*>(velaRealloc(old, newUnits * unit));
         if (block)
             std::memset(block + oldUnits, 0, (newUnits - oldUnits) * unit);
         return block;
     }
-    auto* block = static_cast<unsigned short*>(std::calloc(newUnits, unit));
+    auto* block = static_cast<unsigned short*>(velaCalloc(newUnits, unit));
     if (block && old) {
         std::memcpy(block, old, oldUnits * unit);
         std::free(old);
@@ -47,8 +49,9 @@ unsigned short* regrown(unsigned short* old, size_t oldUnits, size_t newUnits)
 unsigned short sstring::emptyText[1] = {0};
 
 sstring::sstring(sstring const& other, unsigned int start, unsigned int count)
-    : ownLocale(other.ownLocale ? Locale_Copy(other.ownLocale) : nullptr)
+    : sstring(NoBuffer{}) // from here on the destructor runs, whatever is thrown
 {
+    ownLocale = velaCopyLocale(other.ownLocale);
     if (start > other.length)
         setSize(1);
     else if (count == npos)
@@ -76,9 +79,10 @@ sstring& sstring::operator=(sstring const& other)
 {
     if (this == &other)
         return *this;
+    LOCALE* const copy = velaCopyLocale(other.ownLocale);
     if (ownLocale)
         Locale_Destroy(ownLocale);
-    ownLocale = other.ownLocale ? Locale_Copy(other.ownLocale) : nullptr;
+    ownLocale = copy;
     return set(other.wideBuffer);
 }
 
@@ -125,7 +129,7 @@ void sstring::growAnsi(uint64_t bytes) const
     const unsigned int wanted = capacityFor(bytes, ansiCapacity);
     if (wanted == ansiCapacity)
         return;
-    auto* block = static_cast<unsigned char*>(std::realloc(ansiCache, wanted));
+    auto* block = static_cast<unsigned char*>(velaRealloc(ansiCache, wanted));
     if (!block)
         throw velaError(ENOMEM);
     if (!ansiCache)
@@ -141,7 +145,7 @@ void sstring::growScratch(uint64_t units) const
     const unsigned int wanted = capacityFor(units, scratchCapacity);
     if (wanted == scratchCapacity)
         return;
-    void* block = std::realloc(wideScratch, size_t{wanted} * sizeof(unsigned short));
+    void* block = velaRealloc(wideScratch, size_t{wanted} * sizeof(unsigned short));
     if (!block)
         throw velaError(ENOMEM);
     const bool first = !wideScratch;
@@ -160,7 +164,7 @@ LOCALE* sstring::getLocale() const { return ownLocale ? ownLocale : Locale_GetDe
 
 LOCALE* sstring::setLocale(LOCALE* locale)
 {
-    LOCALE* copy = !locale || locale == Locale_GetDefault() ? nullptr : Locale_Copy(locale);
+    LOCALE* copy = !locale || locale == Locale_GetDefault() ? nullptr : velaCopyLocale(locale);
     if (ownLocale && ownLocale != copy)
         Locale_Destroy(ownLocale);
     ownLocale = copy;

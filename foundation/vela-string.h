@@ -43,9 +43,18 @@ public:
     sstring() { setSize(1); }
     /// `count` units of the text from position `start` on. 8-bit text is converted in the process default locale first,
     /// so start and count index the converted text.
-    sstring(char const* text, unsigned int start = 0, unsigned int count = npos) { set(text, start, count); }
-    sstring(unsigned char const* text, unsigned int start = 0, unsigned int count = npos) { set(text, start, count); }
-    sstring(unsigned short const* text, unsigned int start = 0, unsigned int count = npos) { set(text, start, count); }
+    sstring(char const* text, unsigned int start = 0, unsigned int count = npos) : sstring(NoBuffer{})
+    {
+        set(text, start, count);
+    }
+    sstring(unsigned char const* text, unsigned int start = 0, unsigned int count = npos) : sstring(NoBuffer{})
+    {
+        set(text, start, count);
+    }
+    sstring(unsigned short const* text, unsigned int start = 0, unsigned int count = npos) : sstring(NoBuffer{})
+    {
+        set(text, start, count);
+    }
     /// Also copies the locale. A range that leaves the other text is cut at its end.
     sstring(sstring const& other, unsigned int start = 0, unsigned int count = npos);
     /// Takes everything over; the other string is empty afterwards, without a buffer until the next write.

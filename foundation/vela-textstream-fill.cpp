@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
+#include "vela-alloc.h"
+#include "vela-locale.h"
 #include "vela-textstream.h"
 #include "vela-tsdecoder.h"
 
@@ -27,7 +30,7 @@ template <class T>
 void ensureBuffer(T*& buffer, unsigned int count)
 {
     if (!buffer)
-        buffer = static_cast<T*>(std::malloc(count * sizeof(T)));
+        buffer = static_cast<T*>(velaMalloc(count * sizeof(T)));
     if (!buffer)
         throw velaError(12);
 }
@@ -115,22 +118,28 @@ void textstream::fillCodeSet()
     current.consumed = result.bytes;
 }
 
+/// The locale that a page's declaration stands for; the process's when it declares none.
+void textstream::chooseLocale(velaBytes const& declared)
+{
+    if (declared.empty()) {
+        locale = velaCopyLocale(Locale_GetDefault());
+        return;
+    }
+    free8(std::exchange(codeSet, nullptr));
+    codeSet = strdup8(reinterpret_cast<unsigned char const*>(declared.c_str()));
+    locale = codeSet ? Locale_Create(declared.c_str()) : nullptr;
+    if (!locale)
+        throw velaError(12); // in another code set it would be another text
+    localeDeclared = true;
+}
+
 /// A stream without a locale takes it from what its first chunk declares, or from the process.
 void textstream::chooseCodeSet(unsigned char const* chunk, unsigned int count)
 {
     if (!decoder)
-        decoder = std::make_unique<tsDecoder>();
-    if (!locale) {
-        locale = Locale_Copy(Locale_GetDefault());
-        std::string const declared = findDeclaredCodeSet(chunk, count);
-        if (!declared.empty()) {
-            free8(codeSet);
-            codeSet = strdup8(reinterpret_cast<unsigned char const*>(declared.c_str()));
-            Locale_Destroy(locale);
-            locale = Locale_Create(declared.c_str());
-            localeDeclared = true;
-        }
-    }
+        decoder = std::unique_ptr<tsDecoder>(new tsDecoder);
+    if (!locale)
+        chooseLocale(findDeclaredCodeSet(chunk, count));
     if (codeSet)
         return decoder->useCodeSet(reinterpret_cast<char const*>(codeSet));
     char name[nameBytes] = {};

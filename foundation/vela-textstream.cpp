@@ -6,9 +6,9 @@
 #include <bit>
 #include <cstdlib>
 #include <cstring>
-#include <new>
 #include <utility>
 
+#include "vela-locale.h"
 #include "vela-tsdecoder.h"
 
 namespace {
@@ -58,13 +58,13 @@ sstring bookmark::toString() const
 
 textstream::textstream() = default;
 
-textstream::textstream(sstring const& name)
+textstream::textstream(sstring const& name) : textstream()
 {
     if (!textstream::open(name))
         throw velaError(openError());
 }
 
-textstream::textstream(unsigned char* data, unsigned int dataSize, int ownsData)
+textstream::textstream(unsigned char* data, unsigned int dataSize, int ownsData) : textstream()
 {
     if (!textstream::open(data, dataSize, ownsData))
         throw velaError(openError());
@@ -142,7 +142,7 @@ int textstream::open(unsigned char* data, unsigned int dataSize, int ownsData)
     if (!data && dataSize != 0)
         return 0;
     releaseMemory();
-    memory = data ? data : malloc8(1); // a memory stream is told by its pointer
+    memory = data ? data : static_cast<unsigned char*>(velaAllocate(1)); // a memory stream is told by its pointer
     ownsMemory = data ? ownsData : 1;
     start(dataSize);
     return openFlag;
@@ -220,15 +220,7 @@ void textstream::setPos(unsigned int offsetBytes, unsigned int unitIndex)
     current.position = unitIndex;
 }
 
-void textstream::pushPos()
-{
-    bookmark const place = getPos();
-    try {
-        positions.push_back(place);
-    } catch (std::bad_alloc const&) {
-        throw velaError(noMemory);
-    }
-}
+void textstream::pushPos() { positions.push_back(getPos()); }
 
 void textstream::popPos()
 {
@@ -269,7 +261,7 @@ unsigned int textstream::popString(sstring& out, unsigned int n, bool consume)
 {
     // No more than the rest of the source can come, whatever was asked for.
     unsigned int const wanted = std::min(n, unitsLeftAtMost());
-    std::vector<unsigned short> units(wanted + 1u);
+    velaArray<unsigned short> units(wanted + 1u);
     unsigned int const count = popData(units.data(), wanted, consume);
     out.setSize(count + 1);
     out = units.data();
@@ -352,7 +344,7 @@ bool textstream::leaveExhaustedCache()
 
 sstring textstream::toString()
 {
-    std::vector<unsigned short> rest;
+    velaArray<unsigned short> rest;
     unsigned int count = 0;
     for (unsigned short const* run = peekRun(count); count != 0; run = peekRun(count)) {
         rest.insert(rest.end(), run, run + count);
@@ -369,7 +361,7 @@ LOCALE* textstream::getLocale() { return locale; }
 
 void textstream::setLocale(LOCALE* wanted)
 {
-    LOCALE* const copy = wanted ? Locale_Copy(wanted) : nullptr;
+    LOCALE* const copy = velaCopyLocale(wanted);
     if (locale)
         Locale_Destroy(locale);
     locale = copy;

@@ -3,9 +3,9 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
 #include "localize2.h"
+#include "vela-array.h"
 #include "vela-error.h"
 #include "vela-fileio.h"
 #include "vela-string.h"
@@ -152,6 +152,7 @@ private:
     void fillCodeSet();
     unsigned int readSource(void* out, unsigned int offset, unsigned int count);
     void chooseCodeSet(unsigned char const* chunk, unsigned int count);
+    void chooseLocale(velaBytes const& declared);
 
     int unitMode = CodeSet;
     int openFlag = 0;
@@ -164,7 +165,7 @@ private:
     unsigned char* rawBuffer = nullptr; // a file's undecoded chunk and a terminator
     tsCache current;
     tsCache spare;
-    std::vector<bookmark> positions;
+    velaArray<bookmark> positions;
     LOCALE* locale = nullptr;         // owned; null: not decided
     unsigned char* codeSet = nullptr; // owned; null: the locale's
     sstring scratch;

@@ -306,7 +306,7 @@ tsDecoder::Result tsDecoder::decodeGeneral(unsigned char const* bytes, unsigned 
     return {end, end};
 }
 
-std::string findDeclaredCodeSet(unsigned char const* bytes, unsigned int count)
+velaBytes findDeclaredCodeSet(unsigned char const* bytes, unsigned int count)
 {
     static constexpr char keyword[] = "charset";
     constexpr unsigned int keywordLength = sizeof keyword - 1;
@@ -322,5 +322,5 @@ std::string findDeclaredCodeSet(unsigned char const* bytes, unsigned int count)
         ++at;
     unsigned char const* nameEnd =
         std::find_if_not(at, std::min(end, at + std::min<long>(127, end - at)), isCodeSetChar);
-    return std::string(at, nameEnd);
+    return velaBytes(at, nameEnd);
 }

@@ -3,12 +3,13 @@
 #pragma once
 
 #include <string>
-#include <vector>
+
+#include "vela-array.h"
 
 struct UConverter;
 
 /// Decodes the chunks of one stream. The converter stays open between chunks. One thread at a time.
-class tsDecoder
+class tsDecoder : public velaAllocated
 {
 public:
     tsDecoder() = default;
@@ -53,12 +54,12 @@ private:
 
     Kind kind = Widen;
     UConverter* converter = nullptr; // owned
-    std::string codeSet;
+    velaBytes codeSet;
     bool isChosen = false;
-    std::vector<unsigned short> table; // SingleByte: the unit of each byte
+    velaArray<unsigned short> table; // SingleByte: the unit of each byte
 };
 
 /// The code-set name that a text declares behind the word "charset" and the next "=": up to 127 letters, digits, "_"
 /// and
 /// "-", after blanks and one quotation mark. Empty when there is none.
-std::string findDeclaredCodeSet(unsigned char const* bytes, unsigned int count);
+velaBytes findDeclaredCodeSet(unsigned char const* bytes, unsigned int count);

@@ -249,8 +249,8 @@ TEST(TextstreamEncodings, FileThatBecomesShorterEndsEarly)
 TEST(FindDeclaredCodeSet, ReadsTheNameBehindTheNextEqualsSign)
 {
     auto find = [](std::string const& text) {
-        return findDeclaredCodeSet(reinterpret_cast<unsigned char const*>(text.data()),
-                                   static_cast<unsigned int>(text.size()));
+        auto const* bytes = reinterpret_cast<unsigned char const*>(text.data());
+        return std::string(findDeclaredCodeSet(bytes, static_cast<unsigned int>(text.size())).c_str());
     };
     EXPECT_EQ(find("charset=utf-8"), "utf-8");
     EXPECT_EQ(find("CharSet = \t\r\n\"Shift_JIS\""), "Shift_JIS");
