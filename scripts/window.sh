@@ -32,6 +32,22 @@ window_ids() {
     xprop -root _NET_CLIENT_LIST 2>/dev/null | grep -o '0x[0-9a-f]*'
 }
 
+newest_window() {
+    window_ids | tail -n 1
+}
+
+# wait_for_title TITLE: prints the id of the newest window once it has this title; a window that closes may give way to others
+# until then. Fails after 10 seconds.
+wait_for_title() {
+    local id end=$((SECONDS + 10))
+    while [ "$SECONDS" -lt "$end" ]; do
+        id=$(newest_window)
+        [ -z "$id" ] || [ "$(xdotool getwindowname "$id" 2>/dev/null)" != "$1" ] || { echo "$id" && return; }
+        sleep 0.05
+    done
+    return 1
+}
+
 # wait_for_window: prints the id of the program's first window.
 wait_for_window() {
     local id end=$((SECONDS + 30))

@@ -13,9 +13,9 @@ fail() {
     exit 1
 }
 
-# open_app FILE: starts a program and waits until its window is painted; $window is the window, $work/out what it prints.
+# open_app FILE [ARGUMENT...]: starts a program and waits until its window is painted; $window is the window, $work/out what it prints.
 open_app() {
-    start_app "$1" >"$work/out"
+    start_app "$@" >"$work/out"
     trap 'end_app; rm -rf -- "$work"' EXIT
     window=$(wait_for_window) || exit
     wait_until_still "$window"
@@ -82,6 +82,73 @@ HandbookLinksInThePageWork() {
     visit welcome 60 94
     click 800 518
     expect_end 'Goodbye after 3 pages.'
+}
+
+# region_of X Y W H: names the pixels of a part of the window.
+region_of() {
+    import -silent -window "$window" -crop "$3x$4+$1+$2" -format '%#' info:-
+}
+
+# expect_window TITLE: the newest window gets this title; it is $window from now on.
+expect_window() {
+    window=$(wait_for_title "$1") || fail "the newest window is \"$(xdotool getwindowname "$(newest_window)")\", not \"$1\""
+    wait_until_still "$window"
+}
+
+FilesFollowTargetsAndBookmarks() {
+    local folders list help
+    mkdir -p "$work/tree/Letters/2024" "$work/tree/a & b"
+    printf 'twelve bytes' >"$work/tree/Letters/x <1>.txt"
+    open_app "$root/examples/files/app.js" "$work/tree"
+    expect_window 'tree - Files'
+    click 60 124 # the folder "Letters" in the tree, below "a & b"
+    expect_window 'Letters - Files'
+    click 275 95 # its first entry, the folder "2024"
+    expect_window '2024 - Files'
+    click 608 26 # Up
+    expect_window 'Letters - Files'
+    visit 'a file' 275 121
+    folders=$(region_of 0 60 230 430)
+    list=$(region_of 231 60 580 430)
+    visit 'About, whose target is the list' 675 26
+    [ "$(region_of 0 60 230 430)" = "$folders" ] || fail 'About changed the folders'
+    [ "$(region_of 231 60 580 430)" != "$list" ] || fail 'About did not replace the list'
+    visit 'a link with _self' 670 166
+    [ "$(region_of 0 60 230 430)" = "$folders" ] || fail '_self left its frame'
+    click 724 26 # Help, whose target is the whole window
+    expect_window 'Help - Files'
+    help=$(region_of 0 0 800 52)
+    visit 'a bookmark further down' 185 118
+    [ "$(region_of 0 0 800 52)" != "$help" ] || fail 'the bookmark did not scroll the page'
+    visit 'the bookmark at the top' 55 490
+    [ "$(region_of 0 0 800 52)" = "$help" ] || fail 'the page is not at its top again'
+    click 730 26
+    expect_window 'Letters - Files'
+    click 795 26
+    expect_end 'You were in tree/Letters.'
+}
+
+WizardReturnsAnAnswerFromEachWindow() {
+    open_app "$root/examples/wizard/app.js"
+    expect_window 'Travels'
+    click 90 335
+    expect_window 'Step 1 of 3'
+    click 45 156 # Trondheim
+    expect_window 'Step 2 of 3'
+    click 65 365 # Back
+    expect_window 'Step 1 of 3'
+    click 40 214 # Kyoto
+    expect_window 'Step 2 of 3'
+    click 45 273 # winter
+    expect_window 'Step 3 of 3'
+    click 40 98 # Yes
+    expect_window 'Travels'
+    click 90 335
+    expect_window 'Step 1 of 3'
+    xdotool key --window "$window" Escape
+    expect_window 'Travels'
+    click 455 335
+    expect_end 'Planned: Kyoto in winter.'
 }
 
 # readme_block LANGUAGE: the first block of that language in the README.
