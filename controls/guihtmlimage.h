@@ -48,6 +48,8 @@ public:
     void setLink(sstring const& link) { m_link = link; }
     playback_t const& getPlayback() const { return m_playback; }
     void setPlayback(playback_t const& playback) { m_playback = playback; }
+    /// Starts the movie once, without looping; nothing when the source is a still picture.
+    void play() { m_playback = playback_t(); }
 
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;

@@ -315,9 +315,9 @@ void guiWidget::closeEvent(QCloseEvent* event)
 {
     guiDispatch dispatch;
     event->ignore();
-    hide();
     if (htmlBase)
-        htmlBase->destroyWidget();
+        htmlBase->destroyWidget(); // before script, which waits until nothing is to be seen, reads the form
+    hide();
 }
 
 // ---- Painting ----

@@ -12,15 +12,18 @@
 namespace {
 
 std::atomic<hashlist<guiHtml>*> theRegistry{nullptr};
+std::atomic<unsigned long> theGeneration{1};
 
 void enterRegistry(guiHtml* node)
 {
+    theGeneration.fetch_add(1, std::memory_order_relaxed);
     if (hashlist<guiHtml>* registry = theRegistry.load(std::memory_order_acquire))
         registry->insert(node);
 }
 
 void leaveRegistry(guiHtml* node)
 {
+    theGeneration.fetch_add(1, std::memory_order_relaxed);
     if (hashlist<guiHtml>* registry = theRegistry.load(std::memory_order_acquire))
         registry->remove(node);
 }
@@ -28,6 +31,8 @@ void leaveRegistry(guiHtml* node)
 } // namespace
 
 void guiHtml::setRegistry(hashlist<guiHtml>* registry) { theRegistry.store(registry, std::memory_order_release); }
+
+unsigned long guiHtml::generation() { return theGeneration.load(std::memory_order_relaxed); }
 
 guiHtml::guiHtml(guiHtml* parent)
 {

@@ -299,6 +299,9 @@ public:
     /// Where nodes enter themselves while they live; null: nowhere. Set by the component before it makes the first node
     /// and cleared after the last one. Not owned.
     static void setRegistry(hashlist<guiHtml>* registry);
+    /// Changes whenever a node is made or destroyed, anywhere: what was found by walking a page holds as long as this
+    /// stays. Never 0. Any thread.
+    static unsigned long generation();
 
     /// The node's data, open to the classes of the page.
     m_t m;

@@ -89,8 +89,12 @@ int guiHtml::onHyperlinkAction(sstring& link, sstring& target, ScriptObject* obj
     sstring reply;
     if (!callHandler(this, object, pageObjectOf(this), event, reply))
         return 0;
-    // A handler that replaced this node's page and names a file means the window that the node was in.
-    guiHtml* from = self.alive() ? this : root.get();
+    // A handler that replaced this node's page and names a file means the window that the node was in, if it still has
+    // one.
+    auto* window = static_cast<guiHtmlBase*>(root.get());
+    guiHtml* from = self.alive() ? this : window;
+    if (window && window->isReleased())
+        return 1;
     return reply.getLength() != 0 && from ? from->onHyperlinkFile(reply, target) : 1;
 }
 

@@ -4,6 +4,7 @@
 #include "foundation/vela-mlparser.h"
 #include "foundation/vela-textstream.h"
 #include "page/guihtmlparser.h"
+#include "page/guihtmlservices.h"
 #include "page/guilayouthold.h"
 #include "page/guinodewatch.h"
 
@@ -31,6 +32,7 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
 {
     guiLayoutHold hold;
     guiNodeWatch self(this);
+    guiServices::eraseFormValues(this);
     destroyChildren();
     if (!self.alive())
         return 0;
@@ -43,9 +45,11 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
     mlParser markup(&stream);
     guiHtmlParser parser(&markup, directory);
     int result = parser.pullPage(this);
+    guiServices::loadFormValues(this);
 
     // Files pass content filters, which are scripts, and so are elements that go: this node may not outlive them.
-    dynamicLoad();
+    if (self.alive())
+        dynamicLoad();
     if (!self.alive())
         return 0;
     QWidget* widget = getTopLevelWidget();

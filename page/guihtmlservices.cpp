@@ -29,6 +29,18 @@ void guiServices::unbindObject(ScriptObject* object, guiHtml* node)
 
 void guiServices::nodeLosesWidget(guiHtml* node) { guiWidget::forgetNode(node); }
 
+void guiServices::eraseFormValues(guiHtml* node)
+{
+    if (guiHtmlBase* base = node->getBaseHtml())
+        base->formValues().erase(node);
+}
+
+void guiServices::loadFormValues(guiHtml* node)
+{
+    if (guiHtmlBase* base = node->getBaseHtml())
+        base->formValues().load(node);
+}
+
 void guiServices::postTrigger(guiHtml* node)
 {
     if (pGUI != nullptr)

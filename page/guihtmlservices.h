@@ -19,6 +19,10 @@ ScriptObject* buildCustomObject(guiHtml* node);
 void unbindObject(ScriptObject* object, guiHtml* node);
 /// The node is going, or its widgets are: the window forgets it as the hovered one.
 void nodeLosesWidget(guiHtml* node);
+/// The controls at and below the node are going, or are new: their values in the window's form object go, or become
+/// the controls' first values.
+void eraseFormValues(guiHtml* node);
+void loadFormValues(guiHtml* node);
 /// Runs triggerNow() of the node later, from the event loop, if it still lives then.
 void postTrigger(guiHtml* node);
 /// Names of the controls that Enter and Escape trigger in this window, "" without one. `base` may be null.

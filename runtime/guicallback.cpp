@@ -6,6 +6,7 @@
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
+#include "script/guiwindow.h"
 
 #include <atomic>
 #include <cstdint>
@@ -64,6 +65,31 @@ sstring buildArguments(ScriptEngine* engine, sstring const& name, ScriptObject* 
     return method;
 }
 
+template <void (guiFormValues::*carry)()>
+void carryOnGuiThread(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
+{
+    if (guiHtmlBase* root = GetWindow(guiWindow_getData(data)))
+        (root->formValues().*carry)();
+}
+
+/// Brings the values of the page's controls to script, or back. They are read where their widgets live.
+template <void (guiFormValues::*carry)()>
+void carryFormValues(guiHtmlBase* root)
+{
+    guiThread* thread = pGUI->getThread();
+    if (root == nullptr || root->isReleased() || root->getFormObject() == nullptr)
+        return;
+    if (thread->isGuiThread()) {
+        (root->formValues().*carry)();
+        return;
+    }
+    ScriptArgs* args = guiComponent::NewScriptArgs();
+    ScriptValue* result = guiComponent::NewScriptValue();
+    thread->callFunction(carryOnGuiThread<carry>, pGUI->getManager(), root->getPagePrivate(), nullptr, *args, *result);
+    guiComponent::DeleteScriptValue(result);
+    guiComponent::DeleteScriptArgs(args);
+}
+
 } // namespace
 
 sstring guiCallback_StripEventName(sstring name)
@@ -109,7 +135,11 @@ void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, Sc
     guiHtmlBase* root = node != nullptr ? node->getBaseHtml() : nullptr; // its counter keeps it alive across the call
     if (root != nullptr)
         root->shutdownEnter();
+    if (disable)
+        carryFormValues<&guiFormValues::beginCall>(root);
     callAndWait(target, method, args, result);
+    if (disable)
+        carryFormValues<&guiFormValues::endCall>(root);
     if (root != nullptr)
         root->shutdownLeave();
     platform->destroyArgs(args);

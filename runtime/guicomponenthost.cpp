@@ -9,6 +9,7 @@
 #include "runtime/guicallback.h"
 #include "runtime/guifilter.h"
 #include "runtime/guihtmlbase.h"
+#include "script/guiwindow.h"
 
 #include <QPixmap>
 #include <memory>
@@ -16,6 +17,15 @@
 namespace {
 
 constexpr unsigned kPathUnits = 1024; // room for a full name, which the host may write in place
+
+/// Script learns which control it is called for.
+void chooseControl(guiHtml* node, sstring const& event)
+{
+    guiHtmlBase* root = node->getBaseHtml();
+    if (root != nullptr && node->getType() == guiHtml::kTypeControl && node->hasString(kStringName) &&
+        guiCallback_ShouldDisable(guiCallback_StripEventName(event)))
+        guiWindow_chooseControl(root->getPagePrivate(), node->getName());
+}
 
 ScriptObject* pageOf(guiHtmlBase* root) { return root ? root->getPageObject() : nullptr; }
 
@@ -26,6 +36,7 @@ public:
     {
         if (!target->hasMethod(guiCallback_StripEventName(event)))
             return 0;
+        chooseControl(node, event);
         reply = guiCallback_CallEvent(node, target, event, target); // handlers learn which object the event came from
         return 1;
     }

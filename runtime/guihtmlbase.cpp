@@ -5,6 +5,7 @@
 #include "foundation/threading.h"
 #include "foundation/vela-qt.h"
 #include "page/guihtmltext-fonts.h"
+#include "page/guinodewatch.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
 #include "runtime/guithread.h"
@@ -25,6 +26,13 @@ int middleOf(int minimum, int maximum, int fallback)
     if (minimum != 0)
         return minimum;
     return maximum != 0 ? maximum : fallback;
+}
+
+/// A size that a window can have: the X protocol counts in signed 16-bit numbers.
+int inRange(int size)
+{
+    constexpr int kLargestWindow = 32767;
+    return std::clamp(size, 1, kLargestWindow);
 }
 
 void storeNonZero(int& target, int value)
@@ -67,8 +75,10 @@ guiHtmlBase::guiHtmlBase(ScriptObject* page, ScriptPrivate* data, ScriptObject* 
     : m_page(page), m_pagePrivate(data), m_form(form)
 {
     setString(kStringFile, path);
-    if (m_page != nullptr)
-        m_returnCode = m_page->getEngine()->makeValue();
+    if (m_page == nullptr)
+        return;
+    m_engine = m_page->getEngine();
+    m_returnCode = m_engine->makeValue();
 }
 
 guiHtmlBase::~guiHtmlBase()
@@ -77,8 +87,32 @@ guiHtmlBase::~guiHtmlBase()
     for (auto const& group : m_groups)
         delete group.second;
     if (m_returnCode != nullptr)
-        m_page->getEngine()->releaseValue(m_returnCode);
+        m_engine->releaseValue(m_returnCode);
     destroyChildren(); // while this is still the root that they ask for
+}
+
+void guiHtmlBase::release(guiHtmlBase* root)
+{
+    if (root == nullptr)
+        return;
+    guiNodeWatch live(root);
+    root->destroyWidget();
+    if (!live.alive())
+        return;
+    root->m_isReleased = true;
+    root->m_page = nullptr;
+    root->m_pagePrivate = nullptr;
+    root->m_form = nullptr;
+    if (!root->isCalling())
+        delete root;
+}
+
+bool guiHtmlBase::isCalling() const
+{
+    pGUI->enter();
+    bool isCalling = m_shutdownCount != 0;
+    pGUI->leave();
+    return isCalling;
 }
 
 guiWidget* guiHtmlBase::createWidget(int modal)
@@ -101,7 +135,7 @@ guiWidget* guiHtmlBase::createWidget(int modal)
         pGUI->onOpen(widget, this);
     updateLayout(0);
     applyLimits(widget);
-    widget->resize(getDefaultWidth(), getDefaultHeight());
+    widget->resize(inRange(getDefaultWidth()), inRange(getDefaultHeight()));
     return widget;
 }
 
@@ -109,6 +143,10 @@ void guiHtmlBase::destroyWidget()
 {
     guiWidget* widget = getWidget();
     if (widget == nullptr)
+        return;
+    guiNodeWatch self(this);
+    m_formValues.store(); // while the controls still know what was typed into them
+    if (!self.alive() || getWidget() != widget)
         return;
     destroyChildWidget();
     m_widget.store(nullptr, std::memory_order_release);
@@ -143,7 +181,6 @@ void guiHtmlBase::setMaximumSize(int width, int height)
 
 void guiHtmlBase::applyLimits(QWidget* widget) const
 {
-    auto inRange = [](int size) { return std::clamp(size, 1, QWIDGETSIZE_MAX); };
     if (m_minimumWidth != 0)
         widget->setMinimumWidth(inRange(m_minimumWidth));
     if (m_maximumWidth != 0)
@@ -159,7 +196,7 @@ void guiHtmlBase::setDefaultSize(int width, int height)
     storeNonZero(m_defaultWidth, width);
     storeNonZero(m_defaultHeight, height);
     if (guiWidget* widget = getWidget())
-        widget->resize(getDefaultWidth(), getDefaultHeight());
+        widget->resize(inRange(getDefaultWidth()), inRange(getDefaultHeight()));
 }
 
 void guiHtmlBase::setResizable(int resizable)
@@ -242,6 +279,8 @@ void guiHtmlBase::shutdownLeave()
     pGUI->enter();
     if (m_shutdownCount != 0)
         --m_shutdownCount;
+    if (m_shutdownCount == 0 && m_isReleased)
+        pGUI->getThread()->postRelease(this); // not here: the caller is still inside this page
     pGUI->shutdownLeave();
     pGUI->leave();
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "page/guihtml.h"
+#include "runtime/guiformvalues.h"
 #include "script/hostinterface.h"
 
 #include <QPointer>
@@ -42,6 +43,12 @@ public:
     guiHtmlBase(ScriptObject* page, ScriptPrivate* data, ScriptObject* form, sstring const& path);
     /// Waits until no call into script made for this page is in flight.
     ~guiHtmlBase() override;
+    /// Closes the window and deletes its page: at once or, when a call into script made for the page is in flight, at
+    /// the end of that call, which may be the one that led here. Script's objects are not used any more after this. GUI
+    /// thread; `root` may be null.
+    static void release(guiHtmlBase* root);
+    /// Whether release() was called: the page has no window and no script any more. GUI thread.
+    bool isReleased() const { return m_isReleased; }
 
     ScriptObject* getPageObject() const { return m_page; }
     ScriptPrivate* getPagePrivate() const { return m_pagePrivate; }
@@ -92,6 +99,9 @@ public:
     /// Radio buttons of one group name exclude each other.
     void addToGroup(QAbstractButton* button, sstring const& group);
 
+    /// How the values of the page's controls travel to script. GUI thread.
+    guiFormValues& formValues() { return m_formValues; }
+
     /// Height in pixels of the window's menu bar, 0 without one.
     int getMenuHeight();
     /// The menu bar that stands above the page, not owned; null: none any more.
@@ -117,6 +127,7 @@ public:
 
 private:
     void applyLimits(QWidget* widget) const;
+    bool isCalling() const;
     int triggerNamed(sstring const& name);
 
     sstring m_title;
@@ -125,6 +136,8 @@ private:
     ScriptObject* m_page;
     ScriptPrivate* m_pagePrivate;
     ScriptObject* m_form;
+    ScriptEngine* m_engine = nullptr; // of the page object; not owned
+    std::atomic<bool> m_isReleased{false};
     std::atomic<guiWidget*> m_widget{nullptr}; // owned
     QPointer<QMenuBar> m_menuBar;              // not owned
     int m_minimumWidth = 0;
@@ -138,4 +151,5 @@ private:
     std::vector<std::pair<sstring, QButtonGroup*>> m_groups; // the groups are owned
     unsigned m_shutdownCount = 0;                            // guarded by the component lock
     sstring m_pendingFocus;
+    guiFormValues m_formValues{*this};
 };

@@ -15,12 +15,40 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
+#include <set>
 #include <utility>
 
 namespace {
 
-/// One repaint request for the whole component may be on its way at a time.
-std::atomic<bool> updatePending{false};
+/// One repaint event for the whole component may be on its way at a time. It serves all nodes that asked meanwhile.
+class updateRequests
+{
+public:
+    /// True when there is no event on its way: the caller posts one.
+    bool add(guiHtml* node)
+    {
+        std::lock_guard<std::mutex> guard(m_lock);
+        if (m_isPending)
+            m_others.insert(node);
+        return !std::exchange(m_isPending, true);
+    }
+
+    /// The nodes that asked since the event was posted, besides its own; further requests take a new event.
+    std::set<guiHtml*> take()
+    {
+        std::lock_guard<std::mutex> guard(m_lock);
+        m_isPending = false;
+        return std::exchange(m_others, {});
+    }
+
+private:
+    std::mutex m_lock;
+    bool m_isPending = false;    // guarded by m_lock
+    std::set<guiHtml*> m_others; // guarded by m_lock; not owned, may be gone
+};
+
+updateRequests theUpdates;
 
 /// Stands in the GUI thread's event queue for the guiThread object, which can not be a QObject itself: it is
 /// constructed on the script thread before Qt may be touched.
@@ -75,6 +103,16 @@ int openPage(guiHtmlBase& root, int modal)
     return 1;
 }
 
+/// The repaint event of `first` has come.
+void serveUpdates(guiHtml* first)
+{
+    std::set<guiHtml*> nodes = theUpdates.take();
+    nodes.insert(first);
+    for (guiHtml* node : nodes)
+        if (isRegistered(node))
+            node->update();
+}
+
 void repaint(guiHtml& node)
 {
     node.update();
@@ -98,6 +136,7 @@ guiThread::~guiThread()
     postEvent(new guiEventShutdown);
     pevent_wait(m_f.finished);
     pthread_join(m_f.guiThreadId, nullptr); // nobody else does; until then it keeps its stack, and uses the event
+    theUpdates.take();                      // an event that was still on its way is lost
     pevent_destroy(m_f.started);
     pevent_destroy(m_f.finished);
     std::memset(static_cast<void*>(&m_f), 0xFE, sizeof m_f); // a use after this shows itself
@@ -232,9 +271,7 @@ void guiThread::dispatch(QEvent* event)
             e->node->destroyWidget();
         break;
     case guiEventIdUpdate:
-        if (auto* e = static_cast<guiEventUpdate*>(event); isRegistered(e->node))
-            e->node->update();
-        updatePending = false;
+        serveUpdates(static_cast<guiEventUpdate*>(event)->node);
         break;
     default:
         guiComponent::logError("guiThread::event() - unexpected event received\n");
@@ -342,8 +379,17 @@ void guiThread::callFunction(ScriptMethod method, LibManager& manager, ScriptPri
 void guiThread::postTrigger(guiHtml* node) { postEvent(new guiEventTrigger(node)); }
 void guiThread::postClose(guiHtmlBase* root) { postEvent(new guiEventClose(root)); }
 
+void guiThread::postRelease(guiHtmlBase* root)
+{
+    auto release = [root] {
+        if (isRegistered(root))
+            guiHtmlBase::release(root);
+    };
+    QMetaObject::invokeMethod(m_f.nullReceiver, release, Qt::QueuedConnection);
+}
+
 void guiThread::postUpdate(guiHtml* node)
 {
-    if (!updatePending.exchange(true))
+    if (theUpdates.add(node))
         postEvent(new guiEventUpdate(node));
 }

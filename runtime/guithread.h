@@ -42,7 +42,9 @@ public:
     /// Posts that return at once. Any thread. The node may be gone when they arrive.
     void postTrigger(guiHtml* node);
     void postClose(guiHtmlBase* root);
-    /// Repaints a node soon. While one such request is on its way, further ones are dropped: one pass serves all.
+    /// Deletes a page that was released (guiHtmlBase::release), once nothing calls script for it. Any thread.
+    void postRelease(guiHtmlBase* root);
+    /// Repaints a node soon. While one such request is on its way, further ones join it: one pass serves all.
     void postUpdate(guiHtml* node);
     /// Hands `event` over to Qt.
     void postEvent(guiEvent* event);

@@ -1,14 +1,26 @@
 // script/guicontrol.cpp: the GuiControl class: its record, its methods and its two read-only properties.
 #include "script/guicontrol.h"
 
-#include "page/guihtml.h"
+#include "controls/guihtmlimage.h"
+#include "page/guilinkname.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 #include "script/guisizepolicy.h"
 #include "script/guiwindow.h"
 
+#include <QWidget>
+#include <cstdlib>
+#include <cstring>
+#include <mutex>
+#include <new>
+#include <set>
+
 namespace {
+
+// Control objects by window, so that a window which ends is forgotten by them: they do not keep it.
+std::mutex theLock;
+std::set<std::pair<ScriptObject*, guiControlData*>> theBindings; // guarded by theLock
 
 template <ScriptMethod onGuiThread>
 void handOver(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
@@ -18,11 +30,33 @@ void handOver(LibManager& manager, ScriptPrivate* data, ScriptObject* self, Scri
 
 bool hasOneString(ScriptArgs& args) { return args.count() == 1 && args.get(0)->isString(); }
 bool isSwitch(ScriptValue const& value) { return value.isBool() || value.isNumber(); }
+/// No argument, which means on, or one boolean or number.
+bool hasSwitch(ScriptArgs& args) { return args.count() == 0 || (args.count() == 1 && isSwitch(*args.get(0))); }
+int switchOf(ScriptArgs& args) { return args.count() == 0 ? 1 : args.get(0)->toBool(0); }
+
+/// A picture shows another file; that of a window which is not on the screen is loaded when it is.
+void changePicture(guiHtmlImage& image, sstring const& file)
+{
+    image.setSource(guiFullName(&image, file));
+    QWidget* window = image.getTopLevelWidget();
+    if (window != nullptr && window->isVisible())
+        image.onShow();
+}
 
 void guiControl_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    result.setBool(0);
     guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr;
-    result.setBool(node != nullptr && pGUI->getThread()->callLoadFile(node, args.get(0)->toString(0)));
+    if (node == nullptr)
+        return;
+    sstring file = args.get(0)->toString(0);
+    auto* image = dynamic_cast<guiHtmlImage*>(node);
+    if (image == nullptr) {
+        result.setBool(pGUI->getThread()->callLoadFile(node, file));
+        return;
+    }
+    changePicture(*image, file);
+    result.setBool(1);
 }
 
 void guiControl_loadBackground_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
@@ -46,26 +80,32 @@ void guiControl_setCaption_qt(LibManager&, ScriptPrivate* data, ScriptObject* se
         pGUI->getThread()->callSetCaption(node, args.get(0)->toString(0));
 }
 
+void guiControl_play_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    guiHtml* node = hasSwitch(args) ? guiControl_getHtml(data, self) : nullptr;
+    if (auto* image = dynamic_cast<guiHtmlImage*>(node))
+        image->play();
+}
+
 void guiControl_enable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    bool isPlain = args.count() == 0;
-    if (!isPlain && (args.count() != 1 || !isSwitch(*args.get(0))))
-        return;
-    if (guiHtml* node = guiControl_getHtml(data, self))
-        node->setEnabled(isPlain || args.get(0)->toBool(0));
+    if (guiHtml* node = hasSwitch(args) ? guiControl_getHtml(data, self) : nullptr)
+        node->setEnabled(switchOf(args));
 }
 
-void guiControl_disable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
+void guiControl_disable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (guiHtml* node = guiControl_getHtml(data, self))
+    if (guiHtml* node = args.count() == 0 ? guiControl_getHtml(data, self) : nullptr)
         node->setEnabled(0);
 }
 
-void guiControl_isEnabled_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
+void guiControl_isEnabled_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                             ScriptValue& result)
 {
-    guiHtml* node = guiControl_getHtml(data, self);
+    guiHtml* node = args.count() == 0 ? guiControl_getHtml(data, self) : nullptr;
     result.setBool(node != nullptr && node->isEnabled());
 }
 
@@ -81,8 +121,12 @@ void guiControl_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
         node->setSizePolicy(*policy);
 }
 
-void guiControl_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
+void guiControl_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                                 ScriptValue& result)
 {
+    result.setNull();
+    if (args.count() != 0)
+        return;
     guiHtml* node = guiControl_getHtml(data, self);
     result.setString(guiSizePolicy_toName(node != nullptr ? node->getSizePolicy() : kPolicyResize));
 }
@@ -126,8 +170,19 @@ bool guiControl_onSetProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValu
 
 void guiControl_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
 {
-    data->setData(kPrivateKey, new guiControlData{kRecordTag, nullptr, sstring(), self, false});
+    void* memory = std::malloc(sizeof(guiControlData));
+    if (memory == nullptr)
+        throw std::bad_alloc();
+    data->setData(kPrivateKey, new (memory) guiControlData{kRecordTag, nullptr, sstring(), self, nullptr, false});
     result.setBool(1);
+}
+
+/// Ends the binding to a window, if there is one. Under the lock.
+void unbind(guiControlData& record)
+{
+    theBindings.erase({record.window, &record});
+    record.window = nullptr;
+    record.windowData = nullptr;
 }
 
 void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
@@ -136,10 +191,14 @@ void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
     guiControlData* record = guiControl_getData(data);
     if (record == nullptr)
         return;
-    if (record->window != nullptr)
-        record->window->letGo();
+    {
+        std::lock_guard<std::mutex> guard(theLock);
+        unbind(*record);
+    }
     data->setData(kPrivateKey, nullptr);
-    delete record;
+    record->~guiControlData();
+    std::memset(static_cast<void*>(record), 0xFE, sizeof *record); // a use after this shows itself
+    std::free(record);
 }
 
 struct methodEntry
@@ -153,6 +212,7 @@ constexpr methodEntry kMethods[] = {
     {"loadFile", handOver<guiControl_loadFile_qt>},
     {"setText", handOver<guiControl_setText_qt>},
     {"setCaption", handOver<guiControl_setCaption_qt>},
+    {"play", handOver<guiControl_play_qt>},
     {"enable", handOver<guiControl_enable_qt>},
     {"disable", handOver<guiControl_disable_qt>},
     {"isEnabled", handOver<guiControl_isEnabled_qt>},
@@ -190,10 +250,13 @@ void guiControl_setPrivateInfo(ScriptPrivate* data, ScriptObject* window, sstrin
     guiControlData* record = guiControl_getData(data);
     if (record == nullptr)
         return;
-    window->keep();
-    if (record->window != nullptr)
-        record->window->letGo();
-    record->window = window;
+    {
+        std::lock_guard<std::mutex> guard(theLock);
+        unbind(*record);
+        record->window = window;
+        record->windowData = window != nullptr ? guiWindow_getData(window->getPrivate()) : nullptr;
+        theBindings.insert({window, record});
+    }
     ScriptValue* value = guiComponent::NewScriptValue();
     value->setObject(window);
     record->self->setProperty("window", value);
@@ -206,36 +269,54 @@ void guiControl_setPrivateName(ScriptPrivate* data, sstring const& name)
     guiControlData* record = guiControl_getData(data);
     if (record == nullptr)
         return;
-    record->name = name;
+    {
+        std::lock_guard<std::mutex> guard(theLock);
+        record->name = name;
+    }
     ScriptValue* value = guiComponent::NewScriptValue();
     value->setString(name);
     record->self->setProperty("name", value);
     guiComponent::DeleteScriptValue(value);
 }
 
-ScriptObject* CreateControlObject(ScriptObject* page) { return page->getEngine()->createInstance("GuiControl"); }
-
-void FleshInControlObject(ScriptObject* control, guiHtml* node)
+void guiControl_forgetWindow(ScriptObject* window)
 {
-    guiHtmlBase* base = node->getBaseHtml();
-    guiControl_setPrivateInfo(control->getPrivate(), base->getPageObject(), node->getName());
-    if (guiControlData* record = guiControl_getData(control->getPrivate()))
-        record->isNameless = node->getName().getLength() == 0;
-    for (methodEntry const& entry : kMethods)
-        if (!control->hasMethod(entry.name))
-            control->addMethod(entry.name, entry.method);
+    std::lock_guard<std::mutex> guard(theLock);
+    auto at = theBindings.lower_bound({window, nullptr});
+    while (at != theBindings.end() && at->first == window) {
+        guiControlData* record = (at++)->second;
+        unbind(*record);
+    }
 }
 
 guiHtml* guiControl_getHtml(ScriptPrivate* data, ScriptObject* self)
 {
+    guiControlData* record = guiControl_getData(data);
+    if (record == nullptr)
+        return nullptr;
+    // A node's own object means that node: others on the page may have the same name, or none as well.
     if (guiHtml* node = pGUI->findNode(self))
         return node;
-    guiControlData* record = guiControl_getData(data);
-    if (record != nullptr && record->isNameless)
-        return nullptr;
-    guiWindowData* window =
-        record != nullptr && record->window != nullptr ? guiWindow_getData(record->window->getPrivate()) : nullptr;
-    if (window == nullptr || window->root == nullptr)
-        return nullptr;
-    return GetControl(window, record->name);
+    std::unique_lock<std::mutex> guard(theLock);
+    guiWindowData* window = record->windowData;
+    sstring name = record->name;
+    bool isUnnamedNode = record->isOfNode && name.getLength() == 0;
+    guard.unlock();
+    return GetWindow(window) != nullptr && !isUnnamedNode ? GetControl(window, name) : nullptr;
+}
+
+ScriptObject* CreateControlObject(ScriptObject* page)
+{
+    return page != nullptr ? page->getEngine()->createInstance("GuiControl") : nullptr;
+}
+
+void FleshInControlObject(ScriptObject* object, guiHtml* node)
+{
+    guiHtmlBase* root = node->getBaseHtml();
+    guiControl_setPrivateInfo(object->getPrivate(), root != nullptr ? root->getPageObject() : nullptr, node->getName());
+    if (guiControlData* record = guiControl_getData(object->getPrivate()))
+        record->isOfNode = true;
+    for (methodEntry const& entry : kMethods)
+        if (!object->hasMethod(entry.name))
+            object->addMethod(entry.name, entry.method);
 }

@@ -10,14 +10,18 @@
 
 class guiHtml;
 
-/// The private record of a GuiControl object. Made and destroyed with it.
+struct guiWindowData;
+
+/// The private record of a GuiControl object. Made and destroyed with it. Any thread makes one; its fields change under
+/// a lock of their own.
 struct guiControlData
 {
     std::uint32_t tag;
-    ScriptObject* window; // kept; the GuiWindow object, null until setPrivateInfo
-    sstring name;         // the element's name in the page
-    ScriptObject* self;   // not owned: the record lives as long as it
-    bool isNameless;      // stands for one node and, when that is gone, for none
+    ScriptObject* window;      // not owned: null until setPrivateInfo, and again when the window has ended
+    sstring name;              // the element's name in the page
+    ScriptObject* self;        // not owned: the record lives as long as it
+    guiWindowData* windowData; // the window's record, gone with the window
+    bool isOfNode;             // a node of the page made it for itself
 };
 
 /// Declares the class. Always 1.
@@ -25,15 +29,19 @@ int guiControl_onConfigure(ScriptClass& scriptClass);
 
 /// The record in a private slot, null when there is none or it has no tag.
 guiControlData* guiControl_getData(ScriptPrivate* data);
-/// Binds a control object to an element, and sets its properties "window" and "name". Script thread.
+/// Binds a control object to an element, and sets its properties "window" and "name". The window is not kept: its page
+/// may hold the control. Any thread.
 void guiControl_setPrivateInfo(ScriptPrivate* data, ScriptObject* window, sstring const& name);
 void guiControl_setPrivateName(ScriptPrivate* data, sstring const& name);
-/// A new GuiControl object in the engine of a page object, kept once for the caller; null when that failed. Script
-/// thread.
-ScriptObject* CreateControlObject(ScriptObject* page);
-/// Binds a control object to a node's window and name, and gives it the methods of the class that it lacks. Script
-/// thread.
-void FleshInControlObject(ScriptObject* control, guiHtml* node);
 /// The node that the object was made for or, when it is gone, the element of its name that the page has now; null (with
 /// a log line) when the page has none of its name. GUI thread.
 guiHtml* guiControl_getHtml(ScriptPrivate* data, ScriptObject* self);
+/// The window is ending: the control objects of its page have none from now on. Script thread.
+void guiControl_forgetWindow(ScriptObject* window);
+
+/// A new control object in the engine of `page`, kept once for the caller; null, after a log line of the host, when it
+/// can not be made. Any thread.
+ScriptObject* CreateControlObject(ScriptObject* page);
+/// Makes `object` the control object of `node`: fills its record, adds the methods of the class and sets its properties
+/// "window" and "name". GUI thread.
+void FleshInControlObject(ScriptObject* object, guiHtml* node);

@@ -5,6 +5,7 @@
 #include "foundation/vela-textstream.h"
 #include "page/guihtmlparser.h"
 #include "page/guilinkname.h"
+#include "page/guinodewatch.h"
 #include "runtime/gui.h"
 #include "runtime/guifilter.h"
 #include "runtime/guihtmlbase.h"
@@ -16,13 +17,6 @@
 namespace {
 
 constexpr unsigned kPathUnits = 1024; // what resolvePath may use without growing the string
-
-sstring resolve(ScriptObject* relativeTo, sstring path)
-{
-    path.setSize(kPathUnits);
-    pGUI->getLoadFile()->resolvePath(relativeTo, path);
-    return path;
-}
 
 /// Makes the window known to the session: its page is the one being worked with from now on.
 void publish(guiWindowData& record)
@@ -64,45 +58,45 @@ int apply(guiHtmlBase& root, sstring& text, sstring const& path)
     return result;
 }
 
-/// Whether the page names files that belong into it: pages for its cells and frames, pictures behind them.
-bool namesFiles(guiHtml const* node)
+/// What a new page takes in from outside: first values that the form holds already, and the pages and pictures that
+/// the page names.
+void finishLoading_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
-    if (node->hasString(kStringSource) || node->hasString(kStringBackground))
-        return true;
-    for (guiHtml const* child : guiNodesOf(node))
-        if (namesFiles(child))
-            return true;
-    return false;
-}
-
-void loadNamedFiles_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
-{
-    if (guiHtmlBase* root = GetWindow(guiWindow_getData(data)))
+    guiHtmlBase* root = GetWindow(guiWindow_getData(data));
+    guiNodeWatch live(root);
+    if (root != nullptr)
+        root->formValues().load(root);
+    if (live.alive())
         root->dynamicLoad();
 }
 
-/// Loads what the page names. Pictures and measured text belong to the GUI thread.
-void loadNamedFiles(guiWindowData& record)
+/// Pictures, measured text and controls belong to the GUI thread.
+void finishLoading(ScriptPrivate* data, ScriptObject* window)
 {
-    HostPlatform* platform = pGUI->getPlatform();
-    ScriptArgs* none = platform->createArgs(record.window->getEngine());
+    ScriptArgs* none = guiComponent::NewScriptArgs();
     ScriptValue* result = guiComponent::NewScriptValue();
-    pGUI->getThread()->callFunction(loadNamedFiles_qt, pGUI->getManager(), record.data, record.window, *none, *result);
+    pGUI->getThread()->callFunction(finishLoading_qt, pGUI->getManager(), data, window, *none, *result);
     guiComponent::DeleteScriptValue(result);
-    platform->destroyArgs(none);
+    guiComponent::DeleteScriptArgs(none);
 }
 
 } // namespace
+
+sstring guiWindow_resolve(ScriptObject* relativeTo, sstring path)
+{
+    path.setSize(kPathUnits);
+    pGUI->getLoadFile()->resolvePath(relativeTo, path);
+    return path;
+}
 
 int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path)
 {
     guiWindowData* record = guiWindow_getData(data);
     if (record == nullptr)
         return 0;
-    path = resolve(relativeTo, path);
     if (record->root != nullptr)
-        return pGUI->getThread()->callLoadFile(record->root, path);
-
+        return pGUI->getThread()->callLoadFile(record->root, path); // which resolves the name, behind its bookmark
+    path = guiWindow_resolve(relativeTo, path);
     std::unique_ptr<textstream> stream(pGUI->loadTextStream(relativeTo, path));
     sstring text;
     if (stream == nullptr) {
@@ -116,13 +110,15 @@ int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path)
     auto* root = new guiHtmlBase(record->window, data, record->form, path);
     record->root = root;
     publish(*record);
+    guiNodeWatch live(root); // a filter is a script, which may destroy the window
     if (!guiFilter_load(record->window, path, text, record->window, record->form)) {
         guiComponent::logError("GuiWindow::load() - failed to filter file %s\n", guiComponent::printable(path).c_str());
         return 0;
     }
+    if (!live.alive() || root->isReleased())
+        return 0;
     int result = apply(*root, text, path);
-    if (namesFiles(root))
-        loadNamedFiles(*record);
+    finishLoading(data, record->window);
     return result;
 }
 
@@ -137,7 +133,7 @@ void guiWindow_control(ScriptPrivate* data, sstring name, ScriptValue& out)
         out.setObject(existing);
         return;
     }
-    ScriptObject* control = record->window->getEngine()->createInstance("GuiControl");
+    ScriptObject* control = CreateControlObject(record->window);
     if (control == nullptr) {
         guiComponent::logError("GuiWindow::control() - failed to construct GuiControl object\n");
         return;

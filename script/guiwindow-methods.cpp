@@ -180,3 +180,10 @@ void guiWindow_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
     if (args.count() == 0)
         result.setString(guiSizePolicy_toName(root != nullptr ? root->getSizePolicy() : kPolicyResize));
 }
+
+void guiWindow_control_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (hasOneString(args))
+        guiWindow_control(data, args.get(0)->toString(0), result);
+}

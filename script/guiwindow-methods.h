@@ -27,5 +27,6 @@ TARN_WINDOW_METHOD(setEscapeControl);
 TARN_WINDOW_METHOD(getEscapeControl);
 TARN_WINDOW_METHOD(setSizePolicy);
 TARN_WINDOW_METHOD(getSizePolicy);
+TARN_WINDOW_METHOD(control);
 
 #undef TARN_WINDOW_METHOD

@@ -8,9 +8,11 @@
 #include "runtime/guifilter.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
+#include "script/guicontrol.h"
 #include "script/guiwindow-methods.h"
 
 #include <cstring>
+#include <utility>
 
 namespace {
 
@@ -39,8 +41,10 @@ constexpr ScriptMethod guiWindow_setEscapeControl_script = handOver<guiWindow_se
 constexpr ScriptMethod guiWindow_getEscapeControl_script = handOver<guiWindow_getEscapeControl_qt>;
 constexpr ScriptMethod guiWindow_setSizePolicy_script = handOver<guiWindow_setSizePolicy_qt>;
 constexpr ScriptMethod guiWindow_getSizePolicy_script = handOver<guiWindow_getSizePolicy_qt>;
+constexpr ScriptMethod guiWindow_control_script = handOver<guiWindow_control_qt>;
 
-// The methods below send blocking events of their own, or make script objects, so they run on the script thread.
+// The methods below send blocking events of their own, so they run on the script thread. Handlers may run meanwhile and
+// destroy the window: each step looks at the record again.
 
 bool hasOneString(ScriptArgs& args) { return args.count() == 1 && args.get(0)->isString(); }
 
@@ -51,7 +55,7 @@ void guiWindow_open_script(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
 }
 
 /// Tells the page that its window stands; a page without the handler is not asked.
-void raisePostOpen(guiWindowData& record)
+void raisePostOpen(guiWindowData const& record)
 {
     static const sstring kPostOpen("ePostOpen");
     if (!record.window->hasMethod(kPostOpen))
@@ -64,14 +68,17 @@ void raisePostOpen(guiWindowData& record)
 void guiWindow_show_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
 {
     result.setNull();
-    guiWindowData* record = guiWindow_getData(data);
-    if (record == nullptr || record->root == nullptr || !guiWindow_open(data, 1))
+    if (!guiWindow_open(data, 1))
         return;
-    guiWidget* widget = record->root->getWidget(); // compared with the open windows only, never followed
-    raisePostOpen(*record);
+    guiHtmlBase* opened = GetWindow(guiWindow_getData(data));
+    if (opened == nullptr)
+        return;
+    guiWidget* widget = opened->getWidget(); // compared with the open windows only, never followed
+    raisePostOpen(*guiWindow_getData(data));
     if (widget != nullptr)
         pGUI->runPump(widget);
-    if (ScriptValue* returned = record->root->getReturnCode())
+    guiHtmlBase* root = GetWindow(guiWindow_getData(data));
+    if (ScriptValue* returned = root != nullptr ? root->getReturnCode() : nullptr)
         result = *returned;
 }
 
@@ -91,7 +98,7 @@ void guiWindow_load_script(LibManager&, ScriptPrivate* data, ScriptObject* self,
 void guiWindow_loadFile_script(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                ScriptValue& result)
 {
-    guiWindow_load_script(*static_cast<LibManager*>(&pGUI->getManager()), data, self, args, result);
+    guiWindow_load_script(pGUI->getManager(), data, self, args, result);
 }
 
 void guiWindow_setText_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
@@ -109,17 +116,9 @@ void guiWindow_loadBackground_script(LibManager&, ScriptPrivate* data, ScriptObj
     result.setNull();
     if (!hasOneString(args))
         return;
+    sstring path = guiWindow_resolve(self, args.get(0)->toString(0));
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
-    sstring path = args.get(0)->toString(0);
-    pGUI->getLoadFile()->resolvePath(self, path);
     result.setBool(root != nullptr && pGUI->getThread()->callLoadBackground(root, path));
-}
-
-void guiWindow_control_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
-{
-    result.setNull();
-    if (hasOneString(args))
-        guiWindow_control(data, args.get(0)->toString(0), result);
 }
 
 /// Registers and removes content filters: a pattern alone removes, with a function or an object it adds.
@@ -156,13 +155,11 @@ void guiWindow_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
     result.setBool(1);
 }
 
-/// The page tree belongs to the GUI thread, so it is deleted there. The root is the record's: script is done with it.
+/// The page tree belongs to the GUI thread, so it is deleted there.
 void deleteRoot_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
     guiWindowData* record = guiWindow_getData(data);
-    record->root->destroyWidget();
-    delete record->root;
-    record->root = nullptr;
+    guiHtmlBase::release(std::exchange(record->root, nullptr));
 }
 
 void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
@@ -172,14 +169,15 @@ void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject*
     result.setBool(1);
     if (record == nullptr)
         return;
-    if (record->root != nullptr) {
-        record->root->shutdownWait(); // here, not on the GUI thread, which may be the one that is called from
+    if (record->root != nullptr)
         pGUI->getThread()->callFunction(deleteRoot_qt, manager, data, self, args, result);
-    }
+    if (guiWindow_getData(data) != record)
+        return; // a handler that ran meanwhile has destroyed the window already
+    guiControl_forgetWindow(record->window);
+    data->setData(kPrivateKey, nullptr);
     if (record->control != nullptr)
         record->control->letGo();
     guiComponent::DeleteScriptObject(record->form);
-    data->setData(kPrivateKey, nullptr);
     std::memset(static_cast<void*>(record), 0xFE, sizeof *record); // a use after this shows itself
     std::free(record);
 }
@@ -265,6 +263,33 @@ guiHtml* GetControl(void* record, sstring& name)
         guiComponent::logError("GuiWindow::GetControl() - control %s not found in window\n",
                                guiComponent::printable(name).c_str());
     return node;
+}
+
+void SetCurrentControl(ScriptPrivate* data, sstring& name)
+{
+    guiWindowData* record = guiWindow_getData(data);
+    ScriptObject* session = pGUI->getSession();
+    if (record == nullptr || record->control == nullptr || session == nullptr)
+        return;
+    ScriptValue* value = guiComponent::NewScriptValue();
+    value->setObject(record->control);
+    session->setProperty("currentControl", value);
+    guiComponent::DeleteScriptValue(value);
+    guiControl_setPrivateName(record->control->getPrivate(), name);
+}
+
+void guiWindow_chooseControl(ScriptPrivate* data, sstring name)
+{
+    guiWindowData* record = guiWindow_getData(data);
+    if (record == nullptr)
+        return;
+    if (record->control == nullptr) {
+        record->control = CreateControlObject(record->window);
+        if (record->control == nullptr)
+            return;
+        guiControl_setPrivateInfo(record->control->getPrivate(), record->window, name);
+    }
+    SetCurrentControl(data, name);
 }
 
 int guiWindow_open(ScriptPrivate* data, int modal)

@@ -21,7 +21,7 @@ struct guiWindowData
     ScriptObject* window;        // not owned: the record lives as long as it
     ScriptPrivate* data;         // not owned
     ScriptObject* form;          // owned
-    ScriptObject* control;       // kept; the control object chosen last
+    ScriptObject* control;       // kept; stands for the control chosen last, null until one was
     std::uintptr_t reservedWord; // always 0
 };
 
@@ -35,13 +35,19 @@ guiWindowData* guiWindow_getData(ScriptPrivate* data);
 guiHtmlBase* GetWindow(void* record);
 /// The node of this name in the window's page, the root for an empty name; null with a log line when there is none.
 guiHtml* GetControl(void* record, sstring& name);
-/// Publishes the record's control object as session property "currentControl", under this name.
+/// Publishes the record's control object as session property "currentControl", under this name; nothing when the record
+/// has none. Any thread.
 void SetCurrentControl(ScriptPrivate* data, sstring& name);
+/// The user used the control of this name: it becomes the current one, in an object that the record then has. GUI
+/// thread.
+void guiWindow_chooseControl(ScriptPrivate* data, sstring name);
 
 /// Opens the window; 0 without a page. Script thread.
 int guiWindow_open(ScriptPrivate* data, int modal);
 void guiWindow_close(ScriptPrivate* data);
+/// The full name of a file that is named relative to the script which owns `relativeTo`. Any thread.
+sstring guiWindow_resolve(ScriptObject* relativeTo, sstring path);
 /// Loads a page file, relative to the script that owns `relativeTo`. 1 or 0, with a log line. Script thread.
 int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path);
-/// Writes the control object of the named control into `out`, null when there is none. Script thread.
+/// Writes the control object of the named control into `out`, null when there is none. GUI thread.
 void guiWindow_control(ScriptPrivate* data, sstring name, ScriptValue& out);

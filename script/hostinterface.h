@@ -329,7 +329,8 @@ public:
     virtual ScriptRuntime* getRuntime() = 0;
     /// 5 (extension) a new instance of the named class, one of the component's ("GuiControl") or one that the
     /// application registered; its create handler has run. Kept once for the caller (`letGo` ends it); null when there
-    /// is no such class or its constructor throws. Script thread.
+    /// is no such class or its constructor throws. Any thread for the component's classes, without waiting for the
+    /// script thread; script thread for the application's.
     virtual ScriptObject* createInstance(sstring const& className) = 0;
     virtual void reserved6() = 0;
     virtual void reserved7() = 0;

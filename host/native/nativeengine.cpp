@@ -26,12 +26,12 @@ NativeObjectRef NativeEngine::makeObject() { return NativeObject::make(shared_fr
 
 NativeObjectRef NativeEngine::construct(std::string const& className, NativeArguments args)
 {
+    if (NativeClass const* scriptClass = findClass(className))
+        return hasComponent() ? constructOfComponent(*scriptClass, args) : NativeObjectRef();
     if (!onScriptThread()) {
         nativeReport("an object of class " + className + " was made outside the script thread");
         return {};
     }
-    if (NativeClass const* scriptClass = findClass(className))
-        return hasComponent() ? constructOfComponent(*scriptClass, args) : NativeObjectRef();
     auto factory = factories_.find(className);
     if (factory == factories_.end())
         return {};

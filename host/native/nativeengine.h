@@ -63,7 +63,8 @@ public:
     void addFactory(std::string const& name, NativeFactory factory);
     /// A new plain object. Any thread.
     NativeObjectRef makeObject();
-    /// A new object of a class; empty when there is no such class or its constructor throws. Script thread.
+    /// A new object of a class; empty when there is no such class or its constructor throws. Any thread for a class of
+    /// the component, else script thread.
     NativeObjectRef construct(std::string const& className, NativeArguments args);
     /// The object that stands for a class of the component itself, empty when there is none of this name. Script
     /// thread.

@@ -4,6 +4,8 @@
 #include "host/native/nativeengine.h"
 #include "host/native/nativetext.h"
 
+#include <optional>
+
 NativeObjectRef NativeObjectRef::adopt(NativeObject* object)
 {
     NativeObjectRef ref;
@@ -75,7 +77,9 @@ void NativeObject::finishOnScriptThread()
 void NativeObject::runCreateHandler(NativeArguments& args)
 {
     NativeValue result;
-    NativeEngine::ComponentCall running(*engine_);
+    std::optional<NativeEngine::ComponentCall> running; // counts what runs on the script thread
+    if (engine_->onScriptThread())
+        running.emplace(*engine_);
     if (class_ && class_->createHandler())
         class_->createHandler()(engine_->manager(), &private_, this, args, result);
     stage_ = Stage::Created;

@@ -71,7 +71,7 @@ public:
     // For the engine.
     /// Keeps the object unless its end has begun.
     bool tryKeep();
-    /// Runs the create handler of the class; the destroy handler will run once from then on. Script thread.
+    /// Runs the create handler of the class; the destroy handler will run once from then on. Any thread.
     void runCreateHandler(NativeArguments& args);
     /// Runs the destroy handler if it has not run yet. Script thread.
     void runDestroyHandler();

@@ -6,8 +6,26 @@
 #include "host/node/reentry.h"
 
 #include <algorithm>
+#include <set>
+#include <string>
 
 namespace {
+
+/// What a method of a window or control that is gone gives, by its name: script may go on after the component's end.
+Napi::Value neutralResult(Napi::Env env, std::string const& name)
+{
+    static std::set<std::string, std::less<>> const tests = {
+        "open", "isOpen", "isValid", "load", "loadFile", "setText", "loadBackground", "isEnabled", "isChecked"};
+    static std::set<std::string, std::less<>> const texts = {"getTitle", "getFocus", "getEnterControl",
+                                                             "getEscapeControl"};
+    if (tests.contains(name))
+        return Napi::Boolean::New(env, false);
+    if (texts.contains(name))
+        return Napi::String::New(env, "");
+    if (name == "getSizePolicy")
+        return Napi::String::New(env, "RESIZE");
+    return env.Null();
+}
 
 class Depth
 {
@@ -107,10 +125,11 @@ void NodeEngine::invoke(ScriptMethod method, NodeObject* self, NodeArgs& args, N
     enter([&] { method(m_services, self->getPrivate(), self, args, result); });
 }
 
-Napi::Value NodeEngine::invoke(ScriptMethod method, NodeObject* self, Napi::CallbackInfo const& info)
+Napi::Value NodeEngine::invoke(ScriptMethod method, NodeObject* self, std::string const& name,
+                               Napi::CallbackInfo const& info)
 {
     if (!NodeComponent::the().isLive())
-        return m_env.Null();
+        return neutralResult(m_env, name);
     publishFresh(self);
     NodeArgs args;
     for (size_t i = 0; i < info.Length(); ++i)

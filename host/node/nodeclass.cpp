@@ -121,7 +121,7 @@ Napi::Value NodeClass::construct(Napi::CallbackInfo const& info)
     m_engine.wrap(script, *object);
     object->unreference();
     if (m_onCreate)
-        m_engine.invoke(m_onCreate, object, info);
+        m_engine.invoke(m_onCreate, object, m_name, info);
     return script;
 }
 
@@ -129,8 +129,12 @@ void NodeClass::create(NodeObject& object)
 {
     NodeArgs args;
     NodeValue result;
-    if (m_onCreate)
+    if (!m_onCreate)
+        return;
+    if (m_engine.isScriptThread())
         m_engine.invoke(m_onCreate, &object, args, result);
+    else
+        m_onCreate(m_engine.services(), object.getPrivate(), &object, args, result);
 }
 
 void NodeClass::destroy(NodeObject& object)
@@ -162,7 +166,7 @@ napi_value NodeClass::onMethod(napi_env env, napi_callback_info rawInfo)
             .ThrowAsJavaScriptException();
         return nullptr;
     }
-    return engine.invoke(member.method, self, info);
+    return engine.invoke(member.method, self, member.name, info);
 }
 
 napi_value NodeClass::onClassMethod(napi_env env, napi_callback_info rawInfo)
@@ -177,7 +181,7 @@ napi_value NodeClass::onClassMethod(napi_env env, napi_callback_info rawInfo)
     }
     auto self = engine.handleOf(info.This().IsFunction() ? info.This().As<Napi::Object>()
                                                          : member.owner->publicClass().As<Napi::Object>());
-    return engine.invoke(member.method, self.get(), info);
+    return engine.invoke(member.method, self.get(), member.name, info);
 }
 
 bool NodeClass::findReceiver(Napi::CallbackInfo const& info, Member const& member, NodeObject*& receiver)

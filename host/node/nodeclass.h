@@ -28,7 +28,7 @@ public:
     void setPublicClass(Napi::Function scriptClass);
     Napi::Function publicClass() const { return m_publicClass.Value(); }
 
-    /// Runs the create handler for an object that was made without arguments.
+    /// Runs the create handler for an object that was made without arguments. Any thread.
     void create(NodeObject& object);
     /// Runs the destroy handler.
     void destroy(NodeObject& object);

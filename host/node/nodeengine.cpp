@@ -180,7 +180,7 @@ ObjectHold NodeEngine::makeInstance(NodeClass& scriptClass)
     auto object = new NodeObject(*this, NodeObject::Kind::Instance, &scriptClass);
     ObjectHold hold(object);
     object->unreference();
-    addInstance(*object);
+    runOrPost([this, hold] { addInstance(*hold.get()); });
     scriptClass.create(*object);
     return hold;
 }
@@ -196,17 +196,17 @@ ObjectHold NodeEngine::makeApplicationObject(std::u16string const& name)
     return hold;
 }
 
-ObjectHold NodeEngine::makeObject(std::u16string const& className)
-{
-    Napi::HandleScope scope(m_env);
-    auto known = findClass(className);
-    return known ? makeInstance(*known) : makeApplicationObject(className);
-}
-
 ScriptObject* NodeEngine::createInstance(sstring const& className)
 {
+    auto name = toText(className);
     ObjectHold made;
-    runAndWait([&, name = toText(className)] { made = makeObject(name); });
+    if (auto known = findClass(name))
+        made = makeInstance(*known);
+    else
+        runAndWait([&] {
+            Napi::HandleScope scope(m_env);
+            made = makeApplicationObject(name);
+        });
     if (made)
         made->keep();
     return made.get();
@@ -266,12 +266,11 @@ void NodeEngine::defineMethod(NodeObject& object, std::u16string const& name, Sc
     auto script = object.script();
     if (script.IsEmpty())
         return;
-    auto& stored = m_ownMethods[method];
+    auto& stored = m_ownMethods[{method, name}];
     if (!stored)
-        stored = std::make_unique<ScriptMethod>(method);
+        stored.reset(new OwnMethod{method, toUtf8(name)});
     napi_value function = nullptr;
-    auto utf8 = toUtf8(name);
-    napi_create_function(m_env, utf8.c_str(), utf8.size(), onOwnMethod, stored.get(), &function);
+    napi_create_function(m_env, stored->name.c_str(), stored->name.size(), onOwnMethod, stored.get(), &function);
     callHelper("defineMethod", {script, Napi::String::New(m_env, name), function});
 }
 
@@ -281,8 +280,9 @@ napi_value NodeEngine::onOwnMethod(napi_env env, napi_callback_info rawInfo)
     auto& engine = of(env);
     if (!info.This().IsObject())
         return info.Env().Null();
+    auto& own = *static_cast<OwnMethod*>(info.Data());
     auto self = engine.handleOf(info.This().As<Napi::Object>());
-    return engine.invoke(*static_cast<ScriptMethod*>(info.Data()), self.get(), info);
+    return engine.invoke(own.method, self.get(), own.name, info);
 }
 
 void NodeEngine::tie(NodeObject& owner, NodeObject& object)

@@ -128,8 +128,9 @@ public:
     void untrack(NodeObject& object);
 
     // Calls. Script thread.
-    /// Runs a method of the component for script.
-    Napi::Value invoke(ScriptMethod method, NodeObject* self, Napi::CallbackInfo const& info);
+    /// Runs the component's method `name` for script. When the component has ended: what the method gives for a window
+    /// or control that is gone.
+    Napi::Value invoke(ScriptMethod method, NodeObject* self, std::string const& name, Napi::CallbackInfo const& info);
     /// The same for handlers that script does not see.
     void invoke(ScriptMethod method, NodeObject* self, NodeArgs& args, NodeValue& result);
     /// Runs `work`, which calls into the component and may wait there.
@@ -230,9 +231,8 @@ private:
     void runLoopOnce();
     void windowOpened(NodeObject& window);
     void windowClosed(NodeObject& window);
-    ObjectHold makeInstance(NodeClass& scriptClass);
+    ObjectHold makeInstance(NodeClass& scriptClass); // any thread
     ObjectHold makeApplicationObject(std::u16string const& name);
-    ObjectHold makeObject(std::u16string const& className);
     void waitFor(NodeCall& call, NodeObject& receiver);
     void abandon();
 
@@ -253,14 +253,19 @@ private:
     std::vector<std::unique_ptr<NodeClass>> m_classes;
     std::unordered_set<NodeObject*> m_instances; // each referenced
     std::unordered_set<NodeObject*> m_tracked;
-    std::unordered_set<NodeObject*> m_fresh;    // tracked, never published
-    std::set<NodeObject*> m_openWindows; // each held
+    std::unordered_set<NodeObject*> m_fresh; // tracked, never published
+    std::set<NodeObject*> m_openWindows;     // each held
     NodeObject* m_adopted = nullptr;
     std::string m_nextFolder;
     int m_callDepth = 0;
     bool m_hasOpened = false;   // a window, ever
     bool m_isAbandoned = false; // the environment was terminated; no call into it succeeds
-    std::map<ScriptMethod, std::unique_ptr<ScriptMethod>> m_ownMethods; // what defined methods point to
+    struct OwnMethod
+    {
+        ScriptMethod method;
+        std::string name;
+    };
+    std::map<std::pair<ScriptMethod, std::u16string>, std::unique_ptr<OwnMethod>> m_ownMethods; // by what they hold
 
     std::atomic<int> m_openCount{0};
     std::atomic<NodeObject*> m_session{nullptr};

@@ -289,6 +289,8 @@ void NodeObject::addMethod(sstring const& name, ScriptMethod method)
 
 int NodeObject::beginSession(int)
 {
+    for (auto name : {u"currentWindow", u"currentControl", u"currentForm"})
+        writeTable(name, NodeValue()); // until the component publishes one
     m_engine.setSession(this);
     return 1;
 }

@@ -265,13 +265,26 @@ TEST_F(BoxTest, CreateInstanceKeepsOnceForTheCaller)
     EXPECT_EQ(engine->createInstance("Nothing"), nullptr);
 }
 
-TEST_F(BoxTest, CreateInstanceOnAnotherThreadIsRefused)
+TEST_F(BoxTest, CreateInstanceMakesObjectsOfTheComponentOnAnyThread)
 {
-    ScriptObject* box = object.get();
-    testing::internal::CaptureStderr();
+    ScriptObject* box = nullptr;
+    int created = boxLog.created;
     std::thread([&] { box = engine->createInstance("Box"); }).join();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "an object of class Box was made outside the script thread\n");
-    EXPECT_EQ(box, nullptr);
+    ASSERT_NE(box, nullptr);
+    EXPECT_EQ(boxLog.created, created + 1);
+    EXPECT_FALSE(engine->insideComponent());
+    box->letGo();
+    EXPECT_EQ(boxLog.destroyed, 1);
+}
+
+TEST_F(BoxTest, CreateInstanceOfTheApplicationsClassesOnAnotherThreadIsRefused)
+{
+    engine->addFactory("Gauge", [](NativeObject&, const NativeArguments&) {});
+    ScriptObject* gauge = object.get();
+    testing::internal::CaptureStderr();
+    std::thread([&] { gauge = engine->createInstance("Gauge"); }).join();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "an object of class Gauge was made outside the script thread\n");
+    EXPECT_EQ(gauge, nullptr);
 }
 
 TEST_F(ObjectTest, ApplicationClassesAreMadeByTheirFactory)

@@ -145,6 +145,27 @@ TEST(GuiThread, TwoUpdatesBeforeItRunsAreOne)
     EXPECT_EQ(node.updates, 2);
 }
 
+/// Posts updates of both nodes, the first twice, before the GUI thread can handle any.
+void postForTwoNodes(LibManager&, ScriptPrivate* second, ScriptObject* first, ScriptArgs&, ScriptValue&)
+{
+    for (void* node : {static_cast<void*>(first), static_cast<void*>(second), static_cast<void*>(first)})
+        pGUI->getThread()->postUpdate(static_cast<CountingNode*>(node));
+}
+
+TEST(GuiThread, OnePassServesEveryNodeThatAskedForAnUpdate)
+{
+    NativeHost host;
+    CountingNode first;
+    CountingNode second;
+    NativeArguments args;
+    NativeValue result;
+    pGUI->getThread()->callFunction(postForTwoNodes, pGUI->getManager(), reinterpret_cast<ScriptPrivate*>(&second),
+                                    reinterpret_cast<ScriptObject*>(&first), args, result);
+    flush();
+    EXPECT_EQ(first.updates, 1);
+    EXPECT_EQ(second.updates, 1);
+}
+
 TEST(GuiThread, TriggerReachesALiveNode)
 {
     NativeHost host;

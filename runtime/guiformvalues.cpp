@@ -1,0 +1,189 @@
+// runtime/guiformvalues.cpp: see guiformvalues.h. Reading a property into a control may call a handler, which may
+// replace the page: each node is asked for in the registry before it is touched.
+#include "runtime/guiformvalues.h"
+
+#include "page/guihtml.h"
+#include "page/guilayouthold.h"
+#include "runtime/gui.h"
+#include "runtime/guihtmlbase.h"
+#include "script/hostinterface.h"
+
+#include <unordered_set>
+
+namespace {
+
+std::u16string keyOf(sstring const& name)
+{
+    return {reinterpret_cast<char16_t const*>(name.getUnicode()), name.getLength()};
+}
+
+sstring nameOf(std::u16string const& key)
+{
+    return {reinterpret_cast<unsigned short const*>(key.data()), 0, static_cast<unsigned>(key.size())};
+}
+
+/// A value of its own for a property: a control, or whatever else on a page has a name and no content.
+bool isControl(guiHtml* node)
+{
+    return node->hasString(kStringName) && (node->getType() == guiHtml::kTypeControl || node->getChildCount() == 0);
+}
+
+void collect(guiHtml* node, std::vector<guiHtml*>& controls)
+{
+    if (isControl(node)) {
+        controls.push_back(node);
+        return;
+    }
+    for (unsigned i = 0; i < node->getChildCount(); ++i)
+        if (guiChildList::isNode(node->getChild(i)))
+            collect(node->getChild(i), controls);
+}
+
+} // namespace
+
+bool guiIsSameValue(ScriptValue const& a, ScriptValue const& b)
+{
+    if (a.isString() || b.isString())
+        return a.isString() && b.isString() && a.toString(0) == b.toString(0);
+    if (a.isNumber() || b.isNumber())
+        return a.isNumber() && b.isNumber() && a.toNumber(0) == b.toNumber(0);
+    if (a.isBool() || b.isBool())
+        return a.isBool() && b.isBool() && a.toBool(0) == b.toBool(0);
+    return a.toObject(0) == b.toObject(0); // no object: null
+}
+
+guiFormValues::~guiFormValues()
+{
+    for (auto const& [name, value] : m_written)
+        if (value != nullptr)
+            guiComponent::DeleteScriptValue(value);
+}
+
+ScriptObject* guiFormValues::form() const { return pGUI != nullptr ? m_root.getFormObject() : nullptr; }
+
+guiFormValues::controlList const& guiFormValues::controls()
+{
+    unsigned long now = guiHtml::generation();
+    if (m_generation != now) {
+        m_controls.clear();
+        collect(&m_root, m_controls);
+        m_generation = now;
+    }
+    return m_controls;
+}
+
+void guiFormValues::beginCall()
+{
+    if (m_depth++ > 0)
+        readChanges(); // of the handler below, which waits for this one
+    writeAll();
+}
+
+void guiFormValues::endCall()
+{
+    readChanges();
+    if (--m_depth == 0)
+        while (!m_written.empty())
+            forget(nameKey(m_written.begin()->first));
+}
+
+void guiFormValues::store()
+{
+    if (m_depth > 0)
+        readChanges();
+    writeAll();
+}
+
+void guiFormValues::writeAll()
+{
+    ScriptObject* target = form();
+    if (target == nullptr)
+        return;
+    for (guiHtml* node : controls())
+        node->writeFormProperty(target);
+    if (m_depth == 0)
+        return;
+    for (guiHtml* node : m_controls)
+        remember(keyOf(node->getName()));
+}
+
+/// Notes what the form holds under the name.
+void guiFormValues::remember(nameKey const& name)
+{
+    ScriptValue*& value = m_written[name];
+    if (value == nullptr)
+        value = guiComponent::NewScriptValue();
+    if (pGUI->getFormProp()->readProperty(form(), nameOf(name), value))
+        return;
+    guiComponent::DeleteScriptValue(value);
+    value = nullptr;
+}
+
+void guiFormValues::forget(nameKey const& name)
+{
+    auto found = m_written.find(name);
+    if (found == m_written.end())
+        return;
+    if (found->second != nullptr)
+        guiComponent::DeleteScriptValue(found->second);
+    m_written.erase(found);
+}
+
+bool guiFormValues::isChanged(nameKey const& name, ScriptValue* scratch)
+{
+    auto found = m_written.find(name);
+    ScriptValue* before = found != m_written.end() ? found->second : nullptr;
+    bool exists = pGUI->getFormProp()->readProperty(form(), nameOf(name), scratch);
+    if (!exists || before == nullptr)
+        return exists != (before != nullptr);
+    return !guiIsSameValue(*before, *scratch);
+}
+
+void guiFormValues::readChanges()
+{
+    if (form() == nullptr)
+        return;
+    std::unordered_set<nameKey> changed; // several nodes may have one name: all of them read it
+    ScriptValue* scratch = guiComponent::NewScriptValue();
+    for (guiHtml* node : controls())
+        if (nameKey name = keyOf(node->getName()); isChanged(name, scratch))
+            changed.insert(std::move(name));
+    guiComponent::DeleteScriptValue(scratch);
+    if (changed.empty())
+        return;
+    for (nameKey const& name : changed)
+        remember(name);
+
+    guiLayoutHold hold; // a control that changes may lay its window out: once is enough
+    for (guiHtml* node : controlList(m_controls))
+        if (pGUI->contains(node) && form() != nullptr && changed.contains(keyOf(node->getName())))
+            node->readFormProperty(form());
+}
+
+void guiFormValues::erase(guiHtml* node)
+{
+    if (form() == nullptr)
+        return;
+    controlList going;
+    collect(node, going);
+    for (guiHtml* control : going) {
+        control->eraseFormProperty(form());
+        forget(keyOf(control->getName()));
+    }
+}
+
+void guiFormValues::load(guiHtml* node)
+{
+    if (form() == nullptr)
+        return;
+    controlList added;
+    collect(node, added);
+    guiLayoutHold hold;
+    for (guiHtml* control : added) {
+        if (!pGUI->contains(control) || form() == nullptr)
+            continue;
+        control->readFormProperty(form());
+        if (m_depth > 0 && pGUI->contains(control) && form() != nullptr)
+            remember(keyOf(control->getName()));
+    }
+}

@@ -1,0 +1,264 @@
+'use strict';
+// The 26 methods of GuiWindow and those of GuiControl through the interpreter, with the real component off the screen:
+// each in every state of a window, with right and wrong arguments, and after the component's end.
+
+const assert = require('node:assert/strict');
+const fs = require('node:fs');
+const path = require('node:path');
+const { test } = require('node:test');
+const { packageFolder, runScript, scratch } = require('./helpers.js');
+
+const page = (title, body) => `<html><head><title>${title}</title></head><body>${body}</body></html>`;
+const file = (name) => path.join(scratch, name);
+fs.writeFileSync(file('page.html'), page('A title', '<table name=Box width=150 height=40 border=3><tr><td>x</td></tr></table>'));
+fs.writeFileSync(file('part.html'), page('Part', '<table name=Part><tr><td>y</td></tr></table>'));
+fs.writeFileSync(file('paper.bmp'), Buffer.concat([
+    Buffer.from('424d3a0000000000000036000000280000000100000001000000010018', 'hex'), Buffer.alloc(25), Buffer.from([1, 2, 3, 0])]));
+
+const tarn = require(packageFolder);
+const { GuiWindow, GuiControl, GuiSizePolicy } = tarn;
+
+const states = {
+    'without a page': () => new GuiWindow(),
+    'with a page': () => new GuiWindow(file('page.html')),
+    shown: () => { const window = new GuiWindow(file('page.html')); window.open(); return window; },
+    closed: () => { const window = new GuiWindow(file('page.html')); window.open(); window.close(); return window; },
+};
+
+/** Method, good arguments, and the result in the four states: one for all, or a list. */
+const rows = [
+    ['open', [], [false, true, true, true]], ['open', [true], [false, true, true, true]],
+    ['open', [0, 1, 2], [false, true, true, true]], ['close', [], null],
+    ['isOpen', [], [false, false, true, false]], ['isValid', [], [false, true, true, true]],
+    ['load', [file('page.html')], true], ['loadFile', [file('page.html')], true],
+    ['setText', ['text'], [false, true, true, true]], ['loadBackground', [file('paper.bmp')], [false, true, true, true]],
+    ['setReturnValue', [1], null], ['setReturnValue', [undefined], null],
+    ['setMinimumSize', [100, 200], null], ['setMaximumSize', [100, 200], null], ['setDefaultSize', [100, 200], null],
+    ['setResizable', [], null], ['setResizable', [false], null], ['useSystemFont', [], null], ['useSystemFont', [1], null],
+    ['setTitle', ['t'], null], ['getTitle', [], ['', 'A title', 'A title', 'A title']],
+    ['setFocus', ['box'], null], ['getFocus', [], ''], ['setEnterControl', ['box'], null], ['getEnterControl', [], ''],
+    ['setEscapeControl', ['X'], null], ['getEscapeControl', [], ''],
+    ['setSizePolicy', ['FIXED'], null], ['getSizePolicy', [], 'RESIZE'],
+];
+
+/** Methods, argument lists that they refuse, and the result. */
+const refused = [
+    [['isOpen', 'isValid'], [[1], [null], [undefined], ['x'], [true, false]], false],
+    [['load', 'loadFile', 'setText', 'loadBackground', 'setTitle', 'setFocus', 'setEnterControl', 'setEscapeControl', 'setSizePolicy', 'control'],
+        [[], [1], [true], [null], [undefined], [{}], [() => 1], [Symbol('s')], [['a']], [new String('a')], ['a', 'b']], null],
+    [['getTitle', 'getFocus', 'getEnterControl', 'getEscapeControl', 'getSizePolicy'], [[1], [undefined], [1, 2]], null],
+    [['setReturnValue'], [[], [1, 2]], null],
+    [['setMinimumSize', 'setMaximumSize', 'setDefaultSize'],
+        [[], [100], [100, 200, 300], ['100', '200'], [100, '200'], [true, true], [null, 1], [{ valueOf: () => 1 }, 1]], null],
+    [['setResizable', 'useSystemFont'], [['x'], [null], [undefined], [{}], [0, 0]], null],
+];
+
+test('all 26 methods and onLoad exist, and no other', () => {
+    const names = Object.getOwnPropertyNames(Object.getPrototypeOf(GuiWindow.prototype)).filter((name) => name !== 'constructor');
+    assert.deepEqual(names, ['open', 'show', 'close', 'isOpen', 'load', 'setReturnValue', 'isValid', 'setMinimumSize',
+        'setMaximumSize', 'setDefaultSize', 'setResizable', 'setText', 'loadFile', 'loadBackground', 'useSystemFont', 'setTitle',
+        'getTitle', 'setFocus', 'getFocus', 'setEnterControl', 'getEnterControl', 'setEscapeControl', 'getEscapeControl',
+        'setSizePolicy', 'getSizePolicy', 'control']);
+    assert.deepEqual(new Set([...rows.map(([name]) => name), 'show', 'control']), new Set(names), 'each is tested');
+    assert.equal(typeof GuiWindow.onLoad, 'function');
+    assert.equal(GuiWindow.prototype.onLoad, undefined);
+});
+
+test('each method gives its result in every state of a window', () => {
+    for (const [method, args, results] of rows) {
+        Object.entries(states).forEach(([state, make], i) => {
+            const window = make();
+            const wanted = Array.isArray(results) ? results[i] : results;
+            assert.equal(window[method](...args), wanted, `${method}(${args}), ${state}`);
+            window.close();
+        });
+    }
+});
+
+test('each method refuses other arguments without an exception or an effect', () => {
+    for (const [state, make] of Object.entries(states)) {
+        const window = make();
+        const before = [window.getTitle(), window.getEnterControl(), window.getSizePolicy(), window.isValid()];
+        for (const [methods, lists, wanted] of refused) {
+            for (const method of methods) {
+                for (const args of lists) {
+                    assert.equal(window[method](...args), wanted, `${method}, ${args.length} arguments, ${state}`);
+                }
+            }
+        }
+        assert.deepEqual([window.getTitle(), window.getEnterControl(), window.getSizePolicy(), window.isValid()], before);
+        window.close();
+    }
+});
+
+test('sizes out of any range open a window', () => {
+    for (const size of [-1, -1e300, 1e300, 2 ** 31, NaN, Infinity, -Infinity, 0.5, 40000]) {
+        const window = states['with a page']();
+        window.setMinimumSize(size, 10);
+        window.setMaximumSize(10, size);
+        window.setDefaultSize(size, size);
+        assert.equal(window.open(), true);
+        window.close();
+    }
+});
+
+test('settings come back as they were set', () => {
+    const window = states['with a page']();
+    window.setTitle('Übersicht \u{1f600}');
+    window.setEnterControl('box');
+    window.setEscapeControl('X');
+    assert.deepEqual([window.getTitle(), window.getEnterControl(), window.getEscapeControl()], ['Übersicht \u{1f600}', 'box', 'X']);
+    for (const policy of [GuiSizePolicy.SCROLL, GuiSizePolicy.FIXED, GuiSizePolicy.RESIZE]) {
+        window.setSizePolicy(policy);
+        for (const other of ['scroll', 'Fixed', '']) {
+            window.setSizePolicy(other);
+        }
+        assert.equal(window.getSizePolicy(), policy);
+    }
+});
+
+test('show() returns null without a page, else what was set, of any kind', () => {
+    assert.equal(states['without a page']().show(), null);
+    for (const value of [undefined, null, 0, 'text', true, { a: 1 }, [1], () => 1]) {
+        const window = states['with a page']();
+        window.ePostOpen = (session) => {
+            assert.equal(session, tarn.session);
+            assert.equal(session.currentWindow, window);
+            window.setReturnValue(value);
+            window.close();
+        };
+        assert.equal(window.show(), value ?? null);
+    }
+});
+
+test('control() gives objects of GuiControl that know their name and window', () => {
+    const window = states['with a page']();
+    const control = window.control('BOX');
+    assert.ok(control instanceof GuiControl);
+    assert.deepEqual([control.name, control.window === window], ['BOX', true]);
+    window.open();
+    assert.deepEqual([control.width, control.height], [144, 34]);
+    for (const change of [() => { control.width = 1; }, () => { control.height = 1; }, () => { GuiSizePolicy.FIXED = 'x'; }]) {
+        assert.throws(change, TypeError);
+    }
+    assert.deepEqual([control.width, control.height], [144, 34]);
+    window.close();
+});
+
+const controlRows = [
+    ['loadBackground', [file('paper.bmp')], true, false], ['setCaption', ['c'], null, null], ['play', [], null, null],
+    ['play', [true], null, null], ['enable', [false], null, null], ['isEnabled', [], false, false], ['enable', [], null, null],
+    ['isEnabled', [], true, false], ['disable', [], null, null], ['enable', [1], null, null], ['isEnabled', [], true, false],
+    ['setSizePolicy', ['SCROLL'], null, null], ['getSizePolicy', [], 'SCROLL', 'RESIZE'],
+    ['loadFile', [file('part.html')], true, false], ['setText', ['<p>x'], true, false],
+];
+
+const controlRefused = [
+    [['loadBackground', 'loadFile', 'setText'], [[], [1], [null], ['a', 'b']], false],
+    [['setCaption', 'setSizePolicy'], [[], [1], [null], ['a', 'b']], null],
+    [['play', 'enable'], [['on'], [null], [undefined], [true, true]], null],
+    [['disable', 'getSizePolicy'], [[1], [undefined]], null],
+    [['isEnabled'], [[1], [undefined]], false],
+];
+
+test('each method of a control gives its result, also for an element that does not exist', async () => {
+    assert.deepEqual(Object.getOwnPropertyNames(GuiControl.prototype).sort(),
+        [...new Set(controlRows.map(([name]) => name)), 'constructor', 'width', 'height'].sort());
+    const control = states['with a page']().control('box');
+    const nobody = new GuiControl();
+    for (const [method, args, wanted, neutral] of controlRows) {
+        assert.equal(control[method](...args), wanted, method);
+        assert.equal(nobody[method](...args), neutral, method);
+    }
+    for (const [methods, lists, wanted] of controlRefused) {
+        for (const method of methods) {
+            for (const args of lists) {
+                assert.equal(control[method](...args), wanted, `${method}, ${args.length} arguments`);
+            }
+        }
+    }
+    assert.deepEqual([nobody.width, nobody.height], [null, null]);
+});
+
+test('onLoad takes a pattern with a function or an object, or a pattern alone, and returns null', () => {
+    const filter = () => '';
+    for (const args of [['*.x', filter], ['*.x', { getString: () => 'x' }], ['*.x'], [], [1], [null], ['*.x', 1], ['*.x', 'y'],
+        [1, filter], ['*.x', filter, 1]]) {
+        assert.equal(GuiWindow.onLoad(...args), null);
+    }
+    class Order extends GuiWindow {}
+    assert.equal(Order.onLoad('*.x'), null);
+});
+
+test('the session knows the window, the form and no control yet', async () => {
+    const { stdout } = await runScript(`
+        const { isDeepStrictEqual } = require('util');
+        const before = { ...tarn.session };
+        const window = new tarn.GuiWindow();
+        console.log(isDeepStrictEqual(before, { ...tarn.session }), tarn.session.currentControl);
+        window.load('page.html');
+        console.log(tarn.session.currentWindow === window, typeof tarn.session.currentForm, tarn.session.currentControl);`);
+    assert.equal(stdout, 'true null\ntrue object null\n');
+});
+
+test('after the end of the component methods give their neutral results', async () => {
+    const calls = [...rows.map(([name, args, results]) => [name, args, Array.isArray(results) ? results[0] : results]),
+        ['show', [], null], ['control', ['box'], null]].map(([name, args, wanted]) => (
+        [name, args.map((arg) => arg ?? null), /^load/.test(name) ? false : wanted]));
+    const { stdout, stderr, code } = await runScript(`
+        const window = new tarn.GuiWindow('page.html');
+        const control = window.control('box');
+        window.open();
+        process.on('exit', () => {
+            for (const [name, args, wanted] of ${JSON.stringify(calls)}) {
+                if (window[name](...args) !== wanted) console.log(name, window[name](...args));
+            }
+            for (const [name, args, , wanted] of ${JSON.stringify(controlRows)}) {
+                if (control[name](...args) !== wanted) console.log('control', name, control[name](...args));
+            }
+            console.log('checked', control.name, control.width);
+        });
+        setTimeout(() => process.exit(0), 10);`);
+    assert.deepEqual([stdout, stderr, code], ['checked box undefined\n', '', 0]);
+});
+
+const messages = {
+    'GuiWindow::load() - failed to load file AT/gone.html\n': "new tarn.GuiWindow('gone.html');",
+    'GuiWindow::load() - unable to find <body> or <html> tag in AT/plain.html; probably not HTML\n':
+        "require('fs').writeFileSync(__dirname + '/plain.html', 'plain'); new tarn.GuiWindow('plain.html');",
+    'guiHtml::loadFile() - failed to load file AT/gone.html\n': "new tarn.GuiWindow('page.html').load('gone.html');",
+    'GuiWindow::GetControl() - control größe not found in window\n': "new tarn.GuiWindow('page.html').control('größe');",
+    'GuiWindow::GetControl() - invalid window data supplied for control box (0x': "new tarn.GuiWindow().control('box');",
+    'guiLoadImage() - failed to load image AT/gone.png; file not found\n': "new tarn.GuiWindow('page.html').loadBackground('gone.png');",
+};
+
+for (const [message, source] of Object.entries(messages)) {
+    test(`prints: ${message.trim()}`, async () => {
+        const { stderr, code } = await runScript(source);
+        const wanted = message.replace('AT', scratch);
+        assert.deepEqual([wanted.endsWith('\n') ? stderr : stderr.slice(0, wanted.length), code], [wanted, 0]);
+    });
+}
+
+test('a window that its own handler closes and forgets ends there, and the program goes on', async () => {
+    const { stdout, stderr, code } = await runScript(`
+        let ended = 0;
+        const registry = new FinalizationRegistry(() => ++ended);
+        const open = () => {
+            const window = new (class extends tarn.GuiWindow {
+                ePostOpen() {
+                    this.close();
+                    window = null;
+                    for (let i = 0; i < 3; ++i) gc();
+                }
+            })('page.html');
+            registry.register(window, 0);
+            window.setReturnValue(ended);
+            window.show();
+        };
+        for (let i = 0; i < 20; ++i) open();
+        new tarn.GuiWindow('page.html'); // the session knows this one
+        setTimeout(() => { gc(); setTimeout(() => console.log('ended', ended >= 19), 20); }, 20);`
+        .replace('const window = new (class', 'let window = new (class'), { args: ['--expose-gc'] });
+    assert.deepEqual([stdout, stderr, code], ['ended true\n', '', 0]);
+});
