@@ -159,6 +159,9 @@ TEST(Wrappers, HaveTheSignalsSlotsAndFocusPoliciesOfTheirTable)
         EXPECT_TRUE(widget->testAttribute(Qt::WA_NoSystemBackground)) << widget->metaObject()->className();
     EXPECT_EQ(menu.focusPolicy(), QMenuBar().focusPolicy());
     EXPECT_EQ(popup.focusPolicy(), QMenu().focusPolicy());
+    EXPECT_EQ(bar.focusPolicy(), Qt::StrongFocus);
+    EXPECT_EQ(guiWidgetScrollBar(Qt::Horizontal, nullptr).focusPolicy(), Qt::NoFocus);
+    EXPECT_TRUE(bar.hasTracking());
 }
 
 TEST(Wrappers, ButtonsForwardTheirClickOnceAndOnlyWithAnOwner)
@@ -230,6 +233,51 @@ TEST(Wrappers, AKeyThatTheOwnerDoesNotUseReachesTheToolkit)
     pressKey(&line, Qt::Key_Return);
     EXPECT_EQ(returned, 1);
     EXPECT_EQ(owner.log, (List{"enter", "enter"}));
+}
+
+namespace {
+
+/// What the toolkit hands a key to when a widget in it has no use for it.
+struct KeyCounter : QWidget
+{
+    void keyPressEvent(QKeyEvent*) override { ++keys; }
+    int keys = 0;
+};
+
+/// The owner is asked about Escape (and Enter), says no, and the key goes on; of any other key it never hears.
+template <typename Wrapper, typename OwnerNode>
+void expectUnusedKeysToGoOn(OwnerNode& owner, List const& expected)
+{
+    KeyCounter window;
+    Wrapper widget(&window);
+    widget.owner = &owner;
+    owner.log.clear();
+    owner.keyUsed = 0;
+    pressKey(&widget, Qt::Key_F5);
+    EXPECT_TRUE(owner.log.empty()) << widget.metaObject()->className();
+    EXPECT_EQ(window.keys, 1) << widget.metaObject()->className();
+    pressKey(&widget, Qt::Key_Escape);
+    EXPECT_EQ(window.keys, 2) << widget.metaObject()->className();
+    pressKey(&widget, Qt::Key_Return);
+    pressKey(&widget, Qt::Key_Enter);
+    EXPECT_EQ(owner.log, expected) << widget.metaObject()->className();
+}
+
+} // namespace
+
+TEST(Wrappers, UnusedKeysGoOnToTheWindow)
+{
+    ButtonOwner button;
+    ListOwner list;
+    FlexOwner flex;
+    EditOwner edit;
+    expectUnusedKeysToGoOn<guiWidgetPushButton>(button, {"escape", "click", "click"});
+    expectUnusedKeysToGoOn<guiWidgetCheckBox>(button, kEscapeAndEnter);
+    expectUnusedKeysToGoOn<guiWidgetRadioButton>(button, kEscapeAndEnter);
+    expectUnusedKeysToGoOn<guiWidgetComboBox>(list, kEscapeAndEnter);
+    expectUnusedKeysToGoOn<guiWidgetListBox>(list, kEscapeAndEnter);
+    expectUnusedKeysToGoOn<guiWidgetListView>(flex, kEscapeAndEnter);
+    expectUnusedKeysToGoOn<guiWidgetLineEdit>(edit, kEscapeAndEnter);
 }
 
 TEST(Wrappers, TextFieldsForwardTheWholeNewText)
