@@ -245,6 +245,45 @@ TEST_F(Links, WithoutAFramesetTheWindowItselfLoadsTheFile)
     EXPECT_EQ(root.contents, (List{"A", "A"}));
 }
 
+TEST_F(Links, ATextRunFollowsItsLinkInsteadOfFiringThePressAndTellsNobodyOfMoves)
+{
+    auto* run = static_cast<guiHtmlText*>(root.append(new guiHtmlText));
+    run->mx.text = sstring("[[a event://go]]x[[/a]]");
+    run->mx.hotspots.push_back({0, 10, 0, 10, 0});
+    List called;
+    for (char const* name : {"eMouseOver", "eMouseOut", "eMouseDown", "eMouseUp", "eMouseMove", "go"})
+        page.methods[name] = [&](std::string const& event) {
+            called.push_back(event + (run->mx.hoveredLink == 0 ? " on the link" : ""));
+            return "";
+        };
+    run->onMouseOn();
+    run->onMouseMove(9, 9);
+    run->onMouseDown(9, 9);
+    run->onMouseUp();
+    run->onMouseOff();
+    EXPECT_EQ(called, (List{"eMouseOver", "go on the link", "eMouseUp on the link", "eMouseOut"}));
+    run->onMouseMove(10, 9); // right and bottom edges do not count
+    run->onMouseDown(10, 9);
+    EXPECT_EQ(called.size(), 4u);
+}
+
+TEST_F(Links, SelfAndNoTargetStayInTheFrameAroundTheLink)
+{
+    host.files["/app/pages/a.html"] = "A";
+    auto* outer = add<FramesetNode>(&root);
+    auto* frame = add(outer);
+    auto* inner = add<FramesetNode>(add(frame, "cell"));
+    auto* innerFrame = add(inner);
+    guiHtml* text = add(innerFrame, "named")->append(new guiHtml);
+    EXPECT_EQ(follow(text, "{_self}a.html"), 1);
+    EXPECT_EQ(follow(text, "a.html"), 1);
+    EXPECT_EQ(innerFrame->contents, (List{"A", "A"}));
+    EXPECT_EQ(follow(inner, "a.html"), 1);
+    EXPECT_EQ(frame->contents, List{"A"}) << "a frameset lies in the frame around it";
+    EXPECT_EQ(follow(frame, "{}a.html"), 1);
+    EXPECT_EQ(frame->contents.size(), 2u) << "an empty target is none";
+}
+
 TEST_F(Links, ParentIsTheNearestNamedNodeAndTopTheWindow)
 {
     host.files["/app/pages/a.html"] = "A";

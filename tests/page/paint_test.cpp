@@ -226,6 +226,24 @@ TEST(PaintGroupBox, CaptionIsBlackInTheGapAndTheEmptyOneHasNoText)
     EXPECT_TRUE(textPixels(kEmptyGroupBox).empty());
 }
 
+TEST(PaintGroupBox, ACaptionLongerThanTheGapIsCutOffAtItsEnd)
+{
+    guiHtml node;
+    node.m.border = 2;
+    node.m.rect = {0, 50, 0, 40};
+    node.setString(kStringCaption, sstring("HHHHHHHHHHHHHHHH"));
+    node.setCaptionSize(160, 13);
+    Canvas canvas = borderOf(node);
+    // The gap is 30 wide and the text 3 less on each side: from 13 to 37. Where the frame's own line starts is 40.
+    EXPECT_EQ(canvas.difference([&](int x, int y) {
+        bool isText = x >= 13 && x < 37 && y < 15;
+        bool isFrame = y >= 6 && (x < 10 || x >= 40 || y > 7 || x == 39 || x == 10);
+        return isText || isFrame ? canvas.at(x, y) : kNone;
+    }),
+              "");
+    EXPECT_NE(canvas.at(14, 7), kNone);
+}
+
 TEST(PaintNode, BackgroundColourFillsInsideBorderAndSpace)
 {
     PageWindow window;
@@ -290,6 +308,58 @@ TEST(PaintNode, ALoadedImageIsTiledFromInsideTheBorderOverTheColour)
         return ring < 3 ? kNone : tile.pixel((x - 6) % 4, (y - 6) % 3);
     }),
               "");
+}
+
+namespace {
+
+/// A border that paints all over the node.
+class FloodingBorder : public guiHtml
+{
+public:
+    using guiHtml::operator=;
+    void paintBorder(QPainter* painter, guiRect* rect, int) override
+    {
+        seen = *rect;
+        painter->fillRect(rect->left, rect->top, rect->width, rect->height, toQColor(kOuter));
+    }
+    guiRect seen;
+};
+
+} // namespace
+
+TEST(PaintNode, TheBackgroundComesOverTheBorderAndTheChildrenOverBoth)
+{
+    PageWindow window;
+    auto* node = window.place(new FloodingBorder, {4, 30, 6, 30});
+    node->m.border = 2;
+    node->m.space = 3;
+    node->setBackgroundColor(kFill);
+    guiHtml* child = window.add({0, 10, 0, 10}, node);
+    child->setBackgroundColor(kInner);
+    Canvas canvas;
+    canvas.paint(node, window.widget, nullptr, 1, 2);
+    guiRect const outer{5, 30, 8, 30};
+    EXPECT_EQ(node->seen, outer);
+    EXPECT_EQ(canvas.difference([&](int x, int y) {
+        int ring = ringOf(outer, x, y);
+        if (ring < 5)
+            return ring < 0 ? kNone : rgbOf(kOuter);
+        return rgbOf(x < 15 && y < 18 ? kInner : kFill);
+    }),
+              "");
+}
+
+TEST(PaintNode, ABoxOfARegionOfSeveralRectanglesBoundsWhatChildrenPaint)
+{
+    PageWindow window;
+    guiHtml* node = window.add({0, 50, 0, 50});
+    guiHtml* child = window.add({0, 50, 0, 50}, node);
+    child->setBackgroundColor(kFill);
+    QRegion region = QRegion(4, 4, 3, 3) + QRegion(20, 10, 5, 5);
+    Canvas canvas;
+    canvas.paint(node, window.widget, &region);
+    QRect bounds = region.boundingRect();
+    EXPECT_EQ(canvas.difference([&](int x, int y) { return bounds.contains(x, y) ? rgbOf(kFill) : kNone; }), "");
 }
 
 TEST(PaintNode, NothingIsPaintedOutsideTheRegion)
@@ -415,6 +485,27 @@ TEST(PaintCorner, FillsTheSquareWhereTwoBarsMeet)
     int height = node->getScroll().barX->sizeHint().height();
     QRect square(5 + 50 - width - 3, 5 + 50 - height - 3, width, height);
     EXPECT_EQ(canvas.difference([&](int x, int y) { return square.contains(x, y) ? rgbOf(kFill) : kNone; }), "");
+}
+
+TEST(PaintCorner, ComesOverTheChildrenAndMovesWithTheParent)
+{
+    PageWindow window;
+    guiHtml* node = window.add({0, 50, 0, 50});
+    node->setBackgroundColor(kFill);
+    guiHtml* child = window.add({0, 50, 0, 50}, node);
+    child->setBackgroundColor(kInner);
+    node->ensureScroll().barX = new QScrollBar(Qt::Horizontal, window.widget);
+    node->ensureScroll().barY = new QScrollBar(Qt::Vertical, window.widget);
+    Canvas canvas;
+    canvas.paint(node, window.widget, nullptr, 6, 3);
+    int width = node->getScroll().barY->sizeHint().width();
+    int height = node->getScroll().barX->sizeHint().height();
+    EXPECT_EQ(canvas.difference([&](int x, int y) {
+        if (x < 6 || x >= 56 || y < 3 || y >= 53)
+            return kNone;
+        return rgbOf(x >= 56 - width && y >= 53 - height ? kFill : kInner);
+    }),
+              "");
 }
 
 TEST(PaintCorner, HasTheWindowsColourWithoutABackground)
