@@ -3,13 +3,16 @@
 
 #include "controls/guiimagec.h"
 #include "controls/guiimagemap.h"
+#include "controls/guimovie.h"
 #include "page/guihtmlsize.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
 #include "page/guipagehost.h"
 #include "runtime/gui.h"
+#include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QWidget>
 
@@ -29,7 +32,7 @@ int offsetFor(guiAlignment align, int size, int room)
 
 guiHtmlImage::guiHtmlImage(guiHtml* parent) : guiHtml(parent) {}
 
-guiHtmlImage::~guiHtmlImage() = default;
+guiHtmlImage::~guiHtmlImage() { stopMovie(); }
 
 guiHtml& guiHtmlImage::operator=(guiHtml& other)
 {
@@ -59,6 +62,8 @@ void guiHtmlImage::setSource(sstring const& name)
 {
     if (name == m_source)
         return;
+    stopMovie();
+    m_movie.reset();
     m_source = name;
     m_isMovie = getFindFileType(name) == kFileMovie;
     m_isPending = true;
@@ -83,18 +88,86 @@ bool guiHtmlImage::loadPending()
     return !isAsLarge;
 }
 
-// FIXME: movies are not played yet: they show nothing.
 QPixmap guiHtmlImage::readSource()
 {
     QPixmap image;
     m_isLoaded = false;
-    if (m_source.getLength() == 0 || m_isMovie)
+    if (m_source.getLength() == 0)
         return image;
+    if (m_isMovie)
+        return readMovie();
     guiPageHost* host = guiPageHost::current();
     m_isLoaded = host->readImage(getBaseHtml(), guiFullName(this, m_source), image);
     if (!m_isLoaded)
         host->readImage(getBaseHtml(), sstring(kBrokenImage), image);
     return image;
+}
+
+/// The first frame; a sound has none.
+QPixmap guiHtmlImage::readMovie()
+{
+    if (!pGUI)
+        return QPixmap();
+    guiHtmlBase* base = getBaseHtml();
+    m_movie = std::make_unique<guiMovie>();
+    m_isLoaded = m_movie->loadFile(base ? base->getPageObject() : nullptr, guiFullName(this, m_source));
+    if (!m_movie->hasVideo())
+        return QPixmap();
+    m_movie->setRenderTarget(this);
+    return m_movie->getFrames().front().image;
+}
+
+// ---- Playing ----
+
+void guiHtmlImage::play() { startMovie(false); }
+
+void guiHtmlImage::startMovie(bool isLooped)
+{
+    if (!m_movie || !m_movie->hasVideo())
+        return;
+    m_movie->onStopped(&guiHtmlImage::onStopped, this);
+    m_movie->play(isLooped);
+}
+
+/// Nobody hears of this end.
+void guiHtmlImage::stopMovie()
+{
+    if (!m_movie)
+        return;
+    m_movie->onStopped(nullptr, nullptr);
+    m_movie->stop();
+    m_frame = nullptr;
+}
+
+void guiHtmlImage::setMovieFrame(QPixmap* frame)
+{
+    m_frame = frame;
+    pGUI->getThread()->postUpdate(this);
+}
+
+void guiHtmlImage::onStopped(guiMovie*, void* data)
+{
+    auto* node = static_cast<guiHtmlImage*>(data);
+    QMetaObject::invokeMethod(
+        qApp,
+        [node] {
+            if (pGUI && pGUI->contains(node))
+                node->onEvent("event://eStopped", node->getCustomObject());
+        },
+        Qt::QueuedConnection);
+}
+
+void guiHtmlImage::onShow()
+{
+    guiHtml::onShow();
+    if (m_movie && !m_playback.paused && !m_movie->isPlaying())
+        startMovie(m_playback.looped);
+}
+
+void guiHtmlImage::destroyChildWidget()
+{
+    stopMovie();
+    guiHtml::destroyChildWidget();
 }
 
 // ---- Its size and place ----
@@ -124,12 +197,14 @@ guiRect guiHtmlImage::pictureRect() const
 void guiHtmlImage::paintChildrenTo(QPainter* painter, int x, int y, guiWidget*, QRegion const* region)
 {
     guiRect const place = pictureRect();
-    if (m_image.isNull() || place.isEmpty())
+    QPixmap const* frame = m_frame;
+    QPixmap const& shown = frame ? *frame : m_image;
+    if (shown.isNull() || place.isEmpty())
         return;
     if (region)
         painter->setClipRegion(*region);
     painter->setRenderHint(QPainter::SmoothPixmapTransform);
-    painter->drawPixmap(QRect(x + place.left, y + place.top, place.width, place.height), m_image);
+    painter->drawPixmap(QRect(x + place.left, y + place.top, place.width, place.height), shown);
 }
 
 // ---- Links ----

@@ -4,9 +4,11 @@
 #include "page/guihtml.h"
 
 #include <QPixmap>
+#include <atomic>
 #include <memory>
 
 class guiImageMap;
+class guiMovie;
 
 /// Takes the size of its picture, with its frame. A picture that can not be loaded is replaced by a small one that says
 /// so. Files are read on the GUI thread: a source that is set on another one is loaded when the page is laid out.
@@ -48,9 +50,18 @@ public:
     void setLink(sstring const& link) { m_link = link; }
     playback_t const& getPlayback() const { return m_playback; }
     void setPlayback(playback_t const& playback) { m_playback = playback; }
-    /// Starts the movie once, without looping; nothing when the source is a still picture.
-    void play() { m_playback = playback_t(); }
 
+    /// Plays the movie once, without looping; nothing when the source is a still picture.
+    void play();
+    guiMovie const* getMovie() const { return m_movie.get(); }
+    /// Shows a frame of the movie, which must live as long as it is shown. Any thread.
+    void setMovieFrame(QPixmap* frame);
+    /// The movie has ended: the page event "eStopped". On the player's thread; `data` is the node.
+    static void onStopped(guiMovie* movie, void* data);
+
+    /// A movie starts by itself unless the page says that it is paused.
+    void onShow() override;
+    void destroyChildWidget() override;
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
     int calcDynamicLayout() override;
@@ -66,6 +77,9 @@ private:
     void hoverLink(bool isOverLink);
     bool loadPending();
     QPixmap readSource();
+    QPixmap readMovie();
+    void startMovie(bool isLooped);
+    void stopMovie();
 
     sstring m_source;
     QPixmap m_image;
@@ -74,7 +88,9 @@ private:
     int m_width = 0;          // of the picture as it was last shown
     int m_height = 0;         //
     bool m_isMovie = false;
-    bool m_isOverLink = false; // the pointer is a hand
+    bool m_isOverLink = false;                    // the pointer is a hand
+    std::unique_ptr<guiMovie> m_movie;            // null unless the source is one
+    std::atomic<QPixmap const*> m_frame{nullptr}; // the movie's, shown in place of the picture
     std::unique_ptr<guiImageMap> m_map;
     sstring m_mapName;
     sstring m_link; // for clicks, without a map

@@ -6,12 +6,15 @@
 #include "controls/guihtmlcontrollist.h"
 #include "controls/guihtmlcontrolmenu.h"
 #include "controls/guihtmlimage.h"
+#include "controls/guiimage.h"
 #include "controls/guiimagec.h"
+#include "controls/guimovie.h"
 #include "host/native/nativehost.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 #include "script/guiwindow.h"
+#include "tests/controls/moviefile.h"
 
 #include <QAbstractButton>
 #include <QImage>
@@ -378,4 +381,68 @@ TEST_F(ControlScript, ImagesTakeTheSizeOfTheirPicture)
     EXPECT_EQ(node<guiHtmlImage>("b").m.rect.width, 24);
     window.control("i")->call("loadFile", {"none.png"});
     EXPECT_EQ(image.m.rect.width, 28);
+}
+
+TEST_F(ControlScript, MoviesPlayTheirFramesAndTellOfTheirEnd)
+{
+    QByteArray const file = avz(avzFrame(20, png(40, 30, Qt::red)) + avzFrame(20, png(40, 30, Qt::green)));
+    write("clip.avz", std::string(file.constData(), static_cast<std::size_t>(file.size())));
+    int ends = 0;
+    NativeWindow window = open("<img src=clip.avz name=i paused>");
+    window.on("eStopped", [&](NativeWindow&, NativeArguments const&) { ++ends; });
+    auto& image = node<guiHtmlImage>("i");
+    EXPECT_EQ(image.m.rect.width, 40);
+    EXPECT_TRUE(image.isMovie() && image.getMovie()->isValid());
+    EXPECT_FALSE(image.getMovie()->isPlaying());
+    window.control("i")->call("play");
+    EXPECT_TRUE(host.serveUntil([&] { return ends == 1; }, 5s));
+    EXPECT_FALSE(image.getMovie()->isPlaying());
+    window.control("i")->call("play");
+    EXPECT_TRUE(host.serveUntil([&] { return ends == 2; }, 5s));
+}
+
+TEST_F(ControlScript, MoviesThatLoopPlayUntilTheyGo)
+{
+    QByteArray const file = avz(avzFrame(5, png(4, 3, Qt::red)) + avzFrame(5, png(4, 3, Qt::green)));
+    write("clip.avz", std::string(file.constData(), static_cast<std::size_t>(file.size())));
+    NativeWindow window = open("<img src=clip.avz name=i looped><img src=clip.avz name=once>");
+    bool isStopped = false;
+    window.on("eStopped", [&](NativeWindow&, NativeArguments const&) { isStopped = true; });
+    auto& image = node<guiHtmlImage>("i");
+    EXPECT_TRUE(host.serveUntil([&] { return !node<guiHtmlImage>("once").getMovie()->isPlaying(); }, 5s));
+    EXPECT_TRUE(image.getMovie()->isPlaying());
+    window.setText("gone"); // ends the player
+    window.close();
+}
+
+TEST_F(ControlScript, MissingAndBrokenMoviesAreNamedAndShowNothing)
+{
+    write("bad.avi", "RIFF");
+    testing::internal::CaptureStderr();
+    NativeWindow window = open("<img src=bad.avi name=i>");
+    std::string const log = testing::internal::GetCapturedStderr();
+    EXPECT_NE(
+        log.find("guiMovie::loadFile() - failed to load movie " + (folder / "bad.avi").string() + "; bad format\n"),
+        std::string::npos)
+        << log;
+    EXPECT_FALSE(node<guiHtmlImage>("i").getMovie()->isValid());
+    EXPECT_EQ(node<guiHtmlImage>("i").m.rect.width, 0);
+}
+
+TEST_F(ControlScript, LoadedPicturesHaveTheirSizeAndStayWhenTheNextFails)
+{
+    QImage(5, 3, QImage::Format_RGB32).save(QString::fromStdString((folder / "good.png").string()));
+    open("x");
+    NativeObjectRef image = host.create("GuiImage");
+    ASSERT_TRUE(image);
+    EXPECT_EQ(guiImage_getPixmap(image.get()), nullptr);
+    EXPECT_EQ(image->call("loadFile", {"good.png"}), NativeValue(true));
+    EXPECT_EQ(image->get("width"), NativeValue(5));
+    EXPECT_EQ(image->get("height"), NativeValue(3));
+    EXPECT_EQ(image->call("loadFile", {"none.png"}), NativeValue(false));
+    EXPECT_EQ(image->call("loadFile", {7}), NativeValue(false));
+    EXPECT_EQ(image->call("loadFile", {"good.png", 1}), NativeValue(false));
+    EXPECT_EQ(image->get("width"), NativeValue(5));
+    onGuiThread([&] { EXPECT_EQ(guiImage_getPixmap(image.get())->size(), QSize(5, 3)); });
+    EXPECT_EQ(guiImage_getPixmap(host.object().get()), nullptr);
 }

@@ -1,0 +1,166 @@
+// controls/guimovie.cpp: see guimovie.h.
+#include "controls/guimovie.h"
+
+#include "controls/guihtmlimage.h"
+#include "controls/guiimagec.h"
+#include "foundation/pmutex.h"
+#include "foundation/threading.h"
+#include "page/guinumbers.h"
+#include "runtime/gui.h"
+
+#include <algorithm>
+#include <ctime>
+#include <utility>
+
+namespace {
+
+bool isSound(sstring const& name)
+{
+    unsigned const dot = name.rfind('.');
+    return dot != sstring::npos && guiIsWord(name.subString(dot), ".wav");
+}
+
+/// Waits until the event is set or the time is over.
+void waitAtMost(pevent* event, unsigned milliseconds)
+{
+    timespec deadline;
+    clock_gettime(CLOCK_REALTIME, &deadline);
+    deadline.tv_sec += static_cast<time_t>(milliseconds / 1000);
+    deadline.tv_nsec += static_cast<long>(milliseconds % 1000) * 1'000'000;
+    if (deadline.tv_nsec >= 1'000'000'000) {
+        deadline.tv_nsec -= 1'000'000'000;
+        ++deadline.tv_sec;
+    }
+    pevent_wait_timeout_ts(event, &deadline);
+}
+
+} // namespace
+
+guiMovie::guiMovie() : m_lock(pmutex_create()), m_wake(pevent_create()) {}
+
+guiMovie::~guiMovie()
+{
+    stop();
+    pevent_destroy(m_wake);
+    pmutex_destroy(m_lock);
+}
+
+bool guiMovie::isMovie(sstring const& name) { return getFindFileType(name) == kFileMovie; }
+
+int guiMovie::loadFile(ScriptObject* owner, sstring const& name)
+{
+    freeMovie();
+    void const* data = nullptr;
+    unsigned length = 0;
+    bool const isRead = pGUI->getLoadFile()->readFile(owner, name, &data, &length);
+    if (isRead && isSound(name))
+        m_video.audio.assign(static_cast<unsigned char const*>(data), static_cast<unsigned char const*>(data) + length);
+    if (isRead && (hasAudio() || loadVideo(data, length, m_video)))
+        return 1;
+    guiComponent::logError("guiMovie::loadFile() - failed to load movie %s; %s\n",
+                           guiComponent::printable(name).c_str(), isRead ? "bad format" : "file not found");
+    return 0;
+}
+
+void guiMovie::freeMovie()
+{
+    stop();
+    m_video = {};
+    m_next = 0;
+}
+
+void guiMovie::onStopped(stopped_t callback, void* data)
+{
+    pmutex_request(m_lock);
+    m_callback = callback;
+    m_callbackData = data;
+    pmutex_release(m_lock);
+}
+
+void guiMovie::play(int loop)
+{
+    m_isLooping = loop != 0;
+    if (m_isPlaying) {
+        resume();
+        return;
+    }
+    join(); // of the time before
+    if (!hasVideo())
+        return;
+    m_next = 0;
+    pevent_reset(m_wake);
+    m_isPaused = false;
+    m_isPlaying = true;
+    m_player = pthread_create_managed(&guiMovie::threadMain, reinterpret_cast<intptr_t>(this));
+    m_hasPlayer = m_player != noThread;
+    m_isPlaying = m_hasPlayer;
+}
+
+void guiMovie::resume()
+{
+    if (m_isPaused.exchange(false))
+        pevent_set(m_wake);
+}
+
+void guiMovie::stop()
+{
+    m_isPlaying = false;
+    m_isPaused = false;
+    pevent_set(m_wake);
+    join();
+}
+
+void guiMovie::join()
+{
+    if (std::exchange(m_hasPlayer, false))
+        pthread_join(m_player, nullptr);
+}
+
+// ---- The player's thread ----
+
+intptr_t guiMovie::threadMain(intptr_t self)
+{
+    reinterpret_cast<guiMovie*>(self)->run();
+    return 0;
+}
+
+void guiMovie::run()
+{
+    constexpr unsigned kShortest = 1; // milliseconds: a movie of frames without a duration keeps no processor busy
+    while (m_isPlaying) {
+        if (m_isPaused) {
+            pevent_wait(m_wake);
+            continue;
+        }
+        if (!showNext())
+            break;
+        unsigned const duration = m_video.frames[m_next - 1].duration;
+        waitAtMost(m_wake, std::max(duration, kShortest));
+    }
+    m_isPlaying = false;
+    tellStopped();
+}
+
+/// Hands the next frame over; false behind the last one.
+bool guiMovie::showNext()
+{
+    if (m_next >= m_video.frames.size()) {
+        if (!m_isLooping)
+            return false;
+        m_next = 0;
+    }
+    VideoFrame& frame = m_video.frames[m_next++];
+    if (m_target)
+        m_target->setMovieFrame(&frame.image);
+    return true;
+}
+
+void guiMovie::tellStopped()
+{
+    pmutex_request(m_lock);
+    stopped_t const callback = std::exchange(m_callback, nullptr);
+    void* const data = m_callbackData;
+    pmutex_release(m_lock);
+    if (callback)
+        callback(this, data);
+}

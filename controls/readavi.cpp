@@ -1,0 +1,306 @@
+// controls/readavi.cpp: see readavi.h. All sizes in the files are little-endian; the names are read as they stand.
+#include "controls/readavi.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+namespace {
+
+constexpr unsigned kMaxSide = 16384;                        // pixels
+constexpr std::size_t kMaxDecoded = std::size_t{512} << 20; // bytes of all frames together
+constexpr unsigned kRiff = BuildFCC('R', 'I', 'F', 'F');
+constexpr unsigned kList = BuildFCC('L', 'I', 'S', 'T');
+
+struct chunk
+{
+    unsigned id;
+    std::size_t data; // where its bytes begin
+    std::size_t size;
+
+    std::size_t end() const { return data + size; }
+};
+
+unsigned littleEndian(unsigned char const* bytes)
+{
+    return bytes[0] | static_cast<unsigned>(bytes[1]) << 8 | static_cast<unsigned>(bytes[2]) << 16 |
+           static_cast<unsigned>(bytes[3]) << 24;
+}
+
+bool readId(DataStream& in, unsigned* id)
+{
+    unsigned char bytes[4];
+    if (!in.read(bytes, sizeof bytes))
+        return false;
+    *id = BuildFCC(bytes[0], bytes[1], bytes[2], bytes[3]);
+    return true;
+}
+
+bool readNumber(DataStream& in, unsigned* number)
+{
+    unsigned char bytes[4];
+    if (!in.read(bytes, sizeof bytes))
+        return false;
+    *number = littleEndian(bytes);
+    return true;
+}
+
+bool readChunk(DataStream& in, chunk* out)
+{
+    unsigned size = 0;
+    if (!readId(in, &out->id) || !readNumber(in, &size))
+        return false;
+    out->data = in.getPos();
+    out->size = size;
+    return true;
+}
+
+void skip(DataStream& in, chunk const& done)
+{
+    in.setPos(done.end());
+    in.align();
+}
+
+/// Decoded frames and how much memory they take.
+class frameList
+{
+public:
+    explicit frameList(std::vector<VideoFrame>& frames) : m_frames(frames) {}
+
+    bool add(unsigned char const* file, std::size_t size, unsigned duration)
+    {
+        QPixmap image;
+        if (size > kMaxDecoded || !image.loadFromData(file, static_cast<uint>(size)))
+            return false;
+        m_decoded += static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()) * 4;
+        if (m_decoded > kMaxDecoded)
+            return false;
+        m_frames.push_back({image, duration});
+        return true;
+    }
+
+private:
+    std::vector<VideoFrame>& m_frames;
+    std::size_t m_decoded = 0;
+};
+
+void append(std::vector<unsigned char>& to, void const* bytes, std::size_t count)
+{
+    auto const* from = static_cast<unsigned char const*>(bytes);
+    to.insert(to.end(), from, from + count);
+}
+
+void appendNumber(std::vector<unsigned char>& to, unsigned number, int bytes = 4)
+{
+    for (int i = 0; i < bytes; ++i)
+        to.push_back(static_cast<unsigned char>(number >> 8 * i));
+}
+
+// ---- AVI ----
+
+/// What the main header says.
+struct aviHeader
+{
+    unsigned microseconds; // per frame
+    unsigned width;
+    unsigned height;
+};
+
+bool readAviHeader(DataStream& in, aviHeader* out)
+{
+    constexpr std::size_t kFields = 14;
+    unsigned char bytes[4 * kFields] = {};
+    chunk header;
+    if (!readChunk(in, &header) || header.id != BuildFCC('a', 'v', 'i', 'h') ||
+        !in.read(bytes, std::min(header.size, sizeof bytes)))
+        return false;
+    skip(in, header);
+    auto field = [&](int index) { return littleEndian(bytes + 4 * index); };
+    *out = {field(0), field(8), field(9)};
+    return field(4) != 0 && out->width != 0 && out->width <= kMaxSide && out->height != 0 && out->height <= kMaxSide;
+}
+
+/// The beginning of a WAV file of this format; the two sizes are filled in at the end.
+void beginAudio(DataStream& in, chunk const& format, std::vector<unsigned char>& audio)
+{
+    if (format.size > in.left() || !audio.empty())
+        return;
+    append(audio, "RIFF\0\0\0\0WAVEfmt ", 16);
+    appendNumber(audio, static_cast<unsigned>(format.size));
+    append(audio, in.here(), format.size);
+    append(audio, "data\0\0\0\0", 8);
+}
+
+// In the order of the machine: that is how such files are written.
+void endAudio(std::vector<unsigned char>& audio, std::size_t dataStart)
+{
+    if (audio.empty())
+        return;
+    auto const whole = static_cast<std::uint32_t>(audio.size() - 4);
+    auto const bytes = static_cast<std::uint32_t>(audio.size() - dataStart);
+    std::memcpy(audio.data() + 4, &whole, sizeof whole);
+    std::memcpy(audio.data() + dataStart - 4, &bytes, sizeof bytes);
+}
+
+void readStream(DataStream& in, chunk const& list, std::vector<unsigned char>& audio)
+{
+    bool isAudio = false;
+    chunk part;
+    while (in.getPos() < list.end() && readChunk(in, &part)) {
+        unsigned type = 0;
+        if (part.id == BuildFCC('s', 't', 'r', 'h') && readId(in, &type))
+            isAudio = type == BuildFCC('a', 'u', 'd', 's');
+        else if (part.id == BuildFCC('s', 't', 'r', 'f') && isAudio)
+            beginAudio(in, part, audio);
+        skip(in, part);
+    }
+}
+
+bool readListType(DataStream& in, chunk const& part, unsigned wanted)
+{
+    unsigned type = 0;
+    return part.id == kList && readId(in, &type) && type == wanted;
+}
+
+void readStreams(DataStream& in, chunk const& headers, std::vector<unsigned char>& audio)
+{
+    chunk part;
+    while (in.getPos() < headers.end() && readChunk(in, &part)) {
+        if (readListType(in, part, BuildFCC('s', 't', 'r', 'l')))
+            readStream(in, part, audio);
+        skip(in, part);
+    }
+}
+
+/// Bits per pixel of a raw frame, 0 when its size fits none.
+unsigned bitsOf(std::size_t size, aviHeader const& header)
+{
+    auto rows = [&](std::size_t bytes) { return (header.width * bytes + 3) / 4 * 4 * header.height; };
+    if (size == rows(3))
+        return 24;
+    if (size == rows(2))
+        return 16;
+    return size == std::size_t{header.width} * 4 * header.height ? 32 : 0;
+}
+
+/// The raw frame as a picture file.
+std::vector<unsigned char> toBmp(unsigned char const* pixels, std::size_t size, aviHeader const& header, unsigned bits)
+{
+    constexpr unsigned kHeaders = 54;
+    std::vector<unsigned char> file;
+    file.reserve(size + kHeaders);
+    append(file, "BM", 2);
+    appendNumber(file, static_cast<unsigned>(size) + kHeaders);
+    appendNumber(file, 0);
+    appendNumber(file, kHeaders);
+    appendNumber(file, 40);
+    appendNumber(file, header.width);
+    appendNumber(file, header.height);
+    appendNumber(file, 1, 2);
+    appendNumber(file, bits, 2);
+    for (unsigned number : {0u, 0u, 0u, 0u, 1u << bits % 32, 0u})
+        appendNumber(file, number);
+    append(file, pixels, size);
+    return file;
+}
+
+bool readFrame(DataStream& in, chunk const& part, aviHeader const& header, frameList& frames)
+{
+    unsigned const bits = part.size <= in.left() ? bitsOf(part.size, header) : 0;
+    if (bits == 0)
+        return false;
+    std::vector<unsigned char> const file = toBmp(in.here(), part.size, header, bits);
+    return frames.add(file.data(), file.size(), header.microseconds / 1000);
+}
+
+void readMovie(DataStream& in, aviHeader const& header, guiVideo& video)
+{
+    frameList frames(video.frames);
+    chunk part;
+    while (readChunk(in, &part)) {
+        if (EqualsFCC(part.id, BuildFCC(0, 0, 'd', 'b'))) {
+            if (!readFrame(in, part, header, frames))
+                return;
+        } else if (!EqualsFCC(part.id, BuildFCC(0, 0, 'w', 'b')) || part.size > in.left()) {
+            return;
+        } else if (!video.audio.empty()) {
+            append(video.audio, in.here(), part.size);
+        }
+        skip(in, part);
+    }
+}
+
+bool loadVideo_avi(DataStream& in, guiVideo& video)
+{
+    chunk part;
+    aviHeader header;
+    if (!readChunk(in, &part) || !readListType(in, part, BuildFCC('h', 'd', 'r', 'l')) || !readAviHeader(in, &header))
+        return false;
+    readStreams(in, part, video.audio);
+    std::size_t const dataStart = video.audio.size();
+    skip(in, part);
+    while (readChunk(in, &part)) {
+        if (readListType(in, part, BuildFCC('m', 'o', 'v', 'i'))) {
+            readMovie(in, header, video);
+            break;
+        }
+        skip(in, part);
+    }
+    endAudio(video.audio, dataStart);
+    return !video.audio.empty() || !video.frames.empty();
+}
+
+// ---- AVZ ----
+
+bool readPicture(DataStream& in, chunk const& part, frameList& frames)
+{
+    unsigned duration = 0;
+    return part.size >= 4 && part.size <= in.left() && readNumber(in, &duration) &&
+           frames.add(in.here(), part.size - 4, duration);
+}
+
+bool loadVideo_avz(DataStream& in, guiVideo& video)
+{
+    frameList frames(video.frames);
+    chunk part;
+    while (readChunk(in, &part)) {
+        if (part.id == BuildFCC('v', 'i', 'd', 'f') && !readPicture(in, part, frames))
+            break;
+        if (part.id == BuildFCC('a', 'u', 'd', 'f') && video.audio.empty() && part.size <= in.left())
+            append(video.audio, in.here(), part.size);
+        skip(in, part);
+    }
+    return !video.audio.empty() || !video.frames.empty();
+}
+
+bool loadByForm(DataStream& in, guiVideo& video)
+{
+    chunk riff;
+    unsigned form = 0;
+    if (!readChunk(in, &riff) || riff.id != kRiff || !readId(in, &form))
+        return false;
+    if (form == BuildFCC('A', 'V', 'I', ' '))
+        return loadVideo_avi(in, video);
+    return form == BuildFCC('A', 'V', 'Z', ' ') && loadVideo_avz(in, video);
+}
+
+} // namespace
+
+bool DataStream::read(void* buffer, std::size_t count)
+{
+    if (count > left())
+        return false;
+    std::memcpy(buffer, here(), count);
+    m_pos += count;
+    return true;
+}
+
+int loadVideo(void const* data, std::size_t size, guiVideo& video)
+{
+    video = {};
+    DataStream in(data, size);
+    if (loadByForm(in, video))
+        return 1;
+    video = {};
+    return 0;
+}
