@@ -127,7 +127,6 @@ guiThread::guiThread(pthread_t scriptThread) : m_f{}
     m_f.started = pevent_create();
     m_f.finished = pevent_create();
     m_f.scriptThreadId = scriptThread;
-    updatePending = false; // a component before this one may have ended with its request on the way
     pthread_create_managed(&guiThread::threadMain, reinterpret_cast<intptr_t>(this));
     pevent_wait(m_f.started);
 }
