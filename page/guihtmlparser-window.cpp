@@ -76,14 +76,13 @@ mlSection* guiHtmlParser::openPage(guiHtml* node, guiHtmlBase* window)
     return section;
 }
 
+// One by one: after an error in the head there is no body, but still the element around both.
 mlSection* guiHtmlParser::findContent()
 {
     mlSection* section = nullptr;
-    guarded([&] {
-        section = m_parser->findSection("body");
+    for (char const* name : {"body", "html"})
         if (!section)
-            section = m_parser->findSection("html");
-    });
+            guarded([&] { section = m_parser->findSection(name); });
     return section;
 }
 

@@ -64,7 +64,9 @@ guiColor guiReadColorCode(QStringView code)
     return guiHtmlParser::convColorToStruct(qtoss(code.left(kMaxColorUnits).toString()));
 }
 
-// Looks for brackets from m_end on. Once the text holds no closing pair, none is looked for again: a text of nothing
+// Looks for brackets from m_end on. No code holds opening brackets: those before the last pair are the page's own, as
+// in
+// "[<b>file</b>]" or "[[--] file]<b>". Once the text holds no closing pair, none is looked for again: a text of nothing
 // but opening brackets takes one walk.
 bool guiTextScanner::findCode()
 {
@@ -79,6 +81,7 @@ bool guiTextScanner::findCode()
         m_codeEnd = m_text.size();
         return false;
     }
+    m_codeStart = m_text.lastIndexOf(QStringView(u"[["), m_codeEnd - 2);
     return true;
 }
 

@@ -4,7 +4,8 @@
 # packages_for PURPOSE: page (lay pages out), program (run scripts), test, display (windows without a screen), bench, fuzz.
 packages_for() {
     case $1 in
-        page | program | test) base_packages ;;
+        page | program) base_packages ;;
+        test) base_packages && documentation_packages ;;
         display) echo xvfb openbox x11-utils xdotool imagemagick ;;
         bench) base_packages && echo libbenchmark-dev libgumbo-dev libxml2-dev libxcb1-dev liblitehtml-dev libwxgtk3.2-dev pkg-config ;;
         fuzz) base_packages && echo clang ;;
@@ -14,6 +15,11 @@ packages_for() {
 # Enough to build everything that the preset `dev` builds.
 base_packages() {
     echo g++ cmake ninja-build libicu-dev libuv1-dev qt6-base-dev libgtest-dev fonts-dejavu-core
+}
+
+# Pages that nobody here wrote, for the tests to load: 5 MB, unpacked outside /usr/share/doc, which small systems leave out.
+documentation_packages() {
+    echo libglib2.0-doc swi-prolog-doc
 }
 
 # Node.js may have come from anywhere; Debian's is only fetched where there is none.

@@ -143,6 +143,20 @@ TEST(LoadWindow, APageWithoutBodyOrHtmlHasNoContent)
     EXPECT_EQ(window.getChildCount(), 0u);
 }
 
+TEST(LoadWindow, AnErrorInTheHeadIsNamedAndTheTitleIsKept)
+{
+    guiHtmlBase window(nullptr, nullptr, nullptr, "");
+    bool hasContent = false;
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(loadWindow(window, "<html><head><title>T</title>\n<script>a < = b</script></head><body>x</body></html>",
+                         &hasContent),
+              0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "guiHtmlParser::pullPage() - line 2: expected tag name after token\n");
+    EXPECT_TRUE(hasContent);
+    EXPECT_EQ(utf8(window.getTitle()), "T");
+}
+
 TEST(HardPages, NestingIsFollowedToAThousandLevelsAndWarnedAboutOnce)
 {
     parsedPage page = parsePage(repeat("<table><tr><td>", 3000) + "core");

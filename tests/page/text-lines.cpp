@@ -192,6 +192,13 @@ TEST(TextLines, BreakCodesEndLinesAndMakeEmptyOnesOfEightPixels)
 
 TEST(TextLines, BracketsThatAreNeverClosedAreText) { EXPECT_EQ(linesOf(u"a[[b c", 1000), "a[[b c"); }
 
+TEST(TextLines, BracketsBeforeACodeAreText)
+{
+    EXPECT_EQ(linesOf(u"[[--] file][[/b]] x", 1000), "[[--] file] x");
+    EXPECT_EQ(linesOf(u"a [[[b]]file[[/b]]]", 1000), "a [file]");
+    EXPECT_EQ(linesOf(u"[[[[[[[b]]x", 1000), "[[[[[x");
+}
+
 TEST(TextLines, IndentationMovesEveryLineBy40PixelsALevel)
 {
     std::u16string const text = u"[[>2]]one two";
