@@ -39,13 +39,18 @@ int guiBarHeight(guiHtml const* node)
     return bar ? bar->sizeHint().height() : 0;
 }
 
+// A node may become lower because of its bar, and so too low for one: what went once does not come back.
 void guiStartBars(guiHtml* node)
 {
     guiLayoutMemo& memo = node->m.layout;
-    if (guiLayoutRun::kind() != guiLayoutRun::Kind::Again) {
+    if (guiLayoutRun::kind() == guiLayoutRun::Kind::Again) {
+        memo.lostBarX = memo.lostBarX || (memo.hadBarX && !memo.hasBarX);
+        memo.lostBarY = memo.lostBarY || (memo.hadBarY && !memo.hasBarY);
+    } else {
         bool const keeps = guiLayoutRun::kind() == guiLayoutRun::Kind::Part;
         memo.hasBarX = keeps && node->getScroll().barX;
         memo.hasBarY = keeps && node->getScroll().barY;
+        memo.lostBarX = memo.lostBarY = false;
     }
     memo.hadBarX = memo.hasBarX;
     memo.hadBarY = memo.hasBarY;
@@ -58,6 +63,7 @@ struct axis
 {
     bool& has;
     bool had;
+    bool lost;
     QPointer<QScrollBar>& bar;
     unsigned& position;
     unsigned& range;
@@ -69,8 +75,8 @@ axis axisOf(guiHtml* node, Qt::Orientation orientation)
     guiHtml::scroll_t& scroll = node->ensureScroll();
     guiLayoutMemo& memo = node->m.layout;
     if (orientation == Qt::Horizontal)
-        return {memo.hasBarX, memo.hadBarX, scroll.barX, scroll.posX, scroll.rangeX, "html x-scrollbar"};
-    return {memo.hasBarY, memo.hadBarY, scroll.barY, scroll.posY, scroll.rangeY, "html y-scrollbar"};
+        return {memo.hasBarX, memo.hadBarX, memo.lostBarX, scroll.barX, scroll.posX, scroll.rangeX, "html x-scrollbar"};
+    return {memo.hasBarY, memo.hadBarY, memo.lostBarY, scroll.barY, scroll.posY, scroll.rangeY, "html y-scrollbar"};
 }
 
 // The bar may be what caused this layout, so it must outlive the call.
@@ -120,7 +126,7 @@ void guiDecideBar(guiHtml* node, Qt::Orientation orientation, std::int64_t conte
     if (!isNeeded && !known.barX && !known.barY)
         return;
     axis const along = axisOf(node, orientation);
-    if (isNeeded && !along.has)
+    if (isNeeded && !along.has && !along.lost)
         addBar(node, orientation, along);
     if (!isNeeded)
         dropBar(along, room);

@@ -24,4 +24,6 @@ struct guiLayoutMemo
     bool hasBarY = false;       ///< or a vertical one
     bool hadBarX = false;       ///< whether it did so when the run began
     bool hadBarY = false;
+    bool lostBarX = false; ///< whether it went in an earlier run of this layout
+    bool lostBarY = false;
 };

@@ -77,9 +77,7 @@ std::string differingLine(std::string const& seen, std::string const& expected)
 
 TEST(RandomPage, KeepsEveryPromise)
 {
-    onEveryPage([](livePage& page) {
-        return brokenLayoutPromise(page.root());
-    });
+    onEveryPage([](livePage& page) { return brokenLayoutPromise(page.root()); });
 }
 
 TEST(RandomPage, AgreesWithAPlainSecondComputation)
@@ -138,6 +136,8 @@ TEST(RandomPage, ClonesLayOutLikeTheirOriginal)
             if (!fault.empty() || hasScrollBars(node))
                 continue;
             layOutAlone(node, node);
+            if (hasScrollBars(node))
+                continue; // a single pass made one
             std::string const original = node->toString(0).c_str();
             std::unique_ptr<guiHtml> const clone(node->Clone(page.root()));
             layOutAlone(clone.get(), node);

@@ -22,6 +22,8 @@ struct referenceLayout::box
     bool barY = false;
     bool hadBarX = false; // when the run began
     bool hadBarY = false;
+    bool lostBarX = false; // in an earlier run
+    bool lostBarY = false;
     pixels rangeX = 0;
     pixels rangeY = 0;
     guiRect rect;
@@ -56,6 +58,8 @@ referenceLayout::referenceLayout(guiHtml* root, int width, int height) : m_root(
     of(root).rect = {0, width, 0, height};
     do {
         for (auto& [node, own] : m_boxes) {
+            own.lostBarX = own.lostBarX || (own.hadBarX && !own.barX);
+            own.lostBarY = own.lostBarY || (own.hadBarY && !own.barY);
             own.hadBarX = own.barX;
             own.hadBarY = own.barY;
         }
@@ -68,10 +72,12 @@ referenceLayout::referenceLayout(guiHtml* root, int width, int height) : m_root(
     place(root);
 }
 
-// A bar that took part in a whole run stays while there is room for one.
-void referenceLayout::decideBar(guiHtml const* node, bool* bar, bool had, pixels* range, pixels content, pixels room)
+// A bar that took part in a whole run stays while there is room for one; one that went in a run does not come back.
+void referenceLayout::decideBar(guiHtml const* node, bool* bar, barPast past, pixels* range, pixels content,
+                                pixels room)
 {
-    bool const isNeeded = content > room && node->m.scrollMode == kPolicyScroll && room > 31;
+    auto const [had, lost] = past;
+    bool const isNeeded = content > room && node->m.scrollMode == kPolicyScroll && room > 31 && !lost;
     *bar = isNeeded || (had && room > 31);
     *range = isNeeded ? content - room : 0;
 }
@@ -299,7 +305,7 @@ void referenceLayout::giveWidths(guiHtml* node)
     }
     for (guiHtml* child : guiNodesOf(node))
         giveWidths(child);
-    decideBar(node, &of(node).barX, of(node).hadBarX, &of(node).rangeX, content, room);
+    decideBar(node, &of(node).barX, {of(node).hadBarX, of(node).lostBarX}, &of(node).rangeX, content, room);
 }
 
 referenceLayout::pixels referenceLayout::tallest(row const& layer)
@@ -328,7 +334,7 @@ void referenceLayout::giveHeights(guiHtml* node)
     }
     for (guiHtml* child : guiNodesOf(node))
         giveHeights(child);
-    decideBar(node, &of(node).barY, of(node).hadBarY, &of(node).rangeY, content.total, room);
+    decideBar(node, &of(node).barY, {of(node).hadBarY, of(node).lostBarY}, &of(node).rangeY, content.total, room);
 }
 
 void referenceLayout::giveSpareHeight(guiHtml* node)

@@ -30,6 +30,11 @@ private:
         guiAlignment align = kAlignLeft;
     };
     struct stack;
+    struct barPast
+    {
+        bool had;  ///< when the run began
+        bool lost; ///< in an earlier run
+    };
 
     static std::vector<row> rowsOf(guiHtml const* node);
     static pixels dividers(guiHtml const* node, row const& of);
@@ -44,7 +49,7 @@ private:
     pixels preferred(guiHtml* node);
     std::vector<pixels> share(guiHtml* node, row const& layer, pixels room, pixels* least);
     pixels estimate(guiHtml* node, pixels width);
-    static void decideBar(guiHtml const* node, bool* bar, bool had, pixels* range, pixels content, pixels room);
+    static void decideBar(guiHtml const* node, bool* bar, barPast past, pixels* range, pixels content, pixels room);
     void giveWidths(guiHtml* node);
     void giveHeights(guiHtml* node);
     void giveSpareHeight(guiHtml* node);
