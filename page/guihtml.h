@@ -138,9 +138,9 @@ public:
     /// The rectangle less the border, relative to the parent like getRect().
     virtual void getClientRect(guiRect* out);
     /// This node or the first below it (depth first, in child order) whose name is equal without regard to case.
-    virtual guiHtml* getNamed(sstring const& name);
+    virtual guiHtml* getNamed(sstring& name);
     /// The same by bookmark name.
-    virtual guiHtml* getBookmarked(sstring const& bookmark);
+    virtual guiHtml* getBookmarked(sstring& bookmark);
     virtual sstring getName();
     /// Places the node and, from its active size, everything in it.
     virtual void setRect(guiRect* rect);
@@ -256,6 +256,9 @@ public:
     void destroyChildren();
     /// Number of nodes above this one.
     unsigned getDepth() const;
+    /// The look-ups by name, for names that are not the caller's to give away.
+    guiHtml* getNamed(sstring const& name);
+    guiHtml* getBookmarked(sstring const& bookmark);
 
     // ---- What few nodes have ----
 

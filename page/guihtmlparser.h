@@ -102,6 +102,39 @@ public:
     /// Font size 1 to 7 in points; others count as the nearer end.
     static int toPointSize(int size);
 
+    // ---- Elements: each reads its attributes and its content into the node given; those that make a node of their own
+    // append it to `parent` ----
+
+    void pullFormattingTag(guiHtml* parent, mlSection* section);
+    void pullDivider(guiHtml* parent, mlSection* section);
+    void pullHyperlink(guiHtml* parent, mlSection* section);
+    void pullRule(guiHtml* node, mlSection* section);
+    void pullTable(guiHtml* node, mlSection* section);
+    void pullTableRow(guiHtml* parent, mlSection* section);
+    void pullTableCell(guiHtml* node, mlSection* section);
+    void pullTableForm(guiHtmlForm* form, mlSection* section);
+    void pullFrameset(guiHtml* parent, mlSection* section);
+    void pullFrame(guiHtml* node, mlSection* section);
+    void pullImage(guiHtmlImage* image, mlSection* section);
+    void pullImageMap(guiHtml* parent, mlSection* section);
+    void pullImageMapArea(guiImageMap* map, mlSection* section);
+    void pullInput(guiHtml* parent, mlSection* section);
+    void pullInputButton(guiHtml* parent, mlSection* section);
+    void pullInputEdit(guiHtml* parent, mlSection* section);
+    void pullInputEditField(guiHtml* parent, mlSection* section);
+    void pullInputHidden(guiHtml* parent, mlSection* section);
+    void pullInputImage(guiHtml* parent, mlSection* section);
+    void pullInputList(guiHtml* parent, mlSection* section);
+    void pullInputListEntries(guiHtmlControlList* list, mlSection* section);
+    void pullObject(guiHtml* parent, mlSection* section);
+    void pullInputFlex(guiHtml* parent, mlSection* section, sstring const& kind);
+    void pullInputFlexEntries(guiHtmlControlFlex* flex, mlSection* section);
+    void pullObjectMenu(guiHtml* parent, mlSection* section);
+    void pullObjectParams(guiHtmlCustom* custom, mlSection* section);
+    void assignImageMap();
+    /// What a page says about the size of its window.
+    void pullSizeInfo(guiHtmlBase* window, mlSection* section);
+
 private:
     class level;
     friend struct guiHtmlTags;
@@ -118,7 +151,6 @@ private:
     bool pullItem(guiHtml* parent, mlSection* item);
     void pullTextItem(guiHtml* parent, mlSection* item);
     void pullUnknown(guiHtml* parent, mlSection* section);
-    void pullFormattingTag(guiHtml* parent, mlSection* section);
     void pullHeading1(guiHtml* parent, mlSection* section);
     void pullHeading2(guiHtml* parent, mlSection* section);
     void pullHeading3(guiHtml* parent, mlSection* section);
@@ -128,45 +160,17 @@ private:
     void pullListItem(guiHtml* parent, mlSection* section);
     void pullParagraph(guiHtml* parent, mlSection* section);
     void pullDiv(guiHtml* parent, mlSection* section);
-    void pullDivider(guiHtml* parent, mlSection* section);
     void pullContentAndBreak(guiHtml* parent, mlSection* section);
-    void pullHyperlink(guiHtml* parent, mlSection* section);
     void pullNothing(guiHtml* parent, mlSection* section);
     void pullRuleTag(guiHtml* parent, mlSection* section);
-    void pullRule(guiHtml* node, mlSection* section);
     void appendBlock(guiHtml* parent, guiHtml* block);
     void pullTableTag(guiHtml* parent, mlSection* section);
-    void pullTable(guiHtml* node, mlSection* section);
-    void pullTableRow(guiHtml* parent, mlSection* section);
     void pullTableCellTag(guiHtml* parent, mlSection* section);
-    void pullTableCell(guiHtml* node, mlSection* section);
     void pullFormTag(guiHtml* parent, mlSection* section);
-    void pullTableForm(guiHtmlForm* form, mlSection* section);
-    void pullFrameset(guiHtml* parent, mlSection* section);
     void pullFrameTag(guiHtml* parent, mlSection* section);
-    void pullFrame(guiHtml* node, mlSection* section);
     void pullImageTag(guiHtml* parent, mlSection* section);
-    void pullImage(guiHtmlImage* image, mlSection* section);
-    void pullImageMap(guiHtml* parent, mlSection* section);
-    void pullImageMapArea(guiImageMap* map, mlSection* section);
-    void pullInput(guiHtml* parent, mlSection* section);
-    void pullInputButton(guiHtml* parent, mlSection* section);
-    void pullInputEdit(guiHtml* parent, mlSection* section);
-    void pullInputEditField(guiHtml* parent, mlSection* section);
-    void pullInputHidden(guiHtml* parent, mlSection* section);
-    void pullInputImage(guiHtml* parent, mlSection* section);
-    void pullInputList(guiHtml* parent, mlSection* section);
-    void pullInputListEntries(guiHtmlControlList* list, mlSection* section);
-    void pullObject(guiHtml* parent, mlSection* section);
-    void pullInputFlex(guiHtml* parent, mlSection* section, sstring const& kind);
-    void pullInputFlexEntries(guiHtmlControlFlex* flex, mlSection* section);
-    void pullObjectMenu(guiHtml* parent, mlSection* section);
     void pullMenuItems(guiHtmlControlMenu* menu, mlSection* section);
-    void pullObjectParams(guiHtmlCustom* custom, mlSection* section);
-    void assignImageMap();
-
     void pullControl(guiHtml* parent, guiHtml* control, mlSection* section);
-    void pullSizeInfo(guiHtmlBase* window, mlSection* section);
     void openLink(guiHtml* parent);
     template <typename Step>
     void guarded(Step step);

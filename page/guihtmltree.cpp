@@ -24,7 +24,7 @@ unsigned guiHtml::getDepth() const
     return depth;
 }
 
-guiHtml* guiHtml::getNamed(sstring const& name)
+guiHtml* guiHtml::getNamed(sstring& name)
 {
     if (isString(kStringName, name, true))
         return this;
@@ -34,7 +34,7 @@ guiHtml* guiHtml::getNamed(sstring const& name)
     return nullptr;
 }
 
-guiHtml* guiHtml::getBookmarked(sstring const& bookmark)
+guiHtml* guiHtml::getBookmarked(sstring& bookmark)
 {
     if (isString(kStringBookmark, bookmark, true))
         return this;
@@ -42,6 +42,18 @@ guiHtml* guiHtml::getBookmarked(sstring const& bookmark)
         if (guiHtml* found = child->getBookmarked(bookmark))
             return found;
     return nullptr;
+}
+
+guiHtml* guiHtml::getNamed(sstring const& name)
+{
+    sstring copy = name;
+    return getNamed(copy);
+}
+
+guiHtml* guiHtml::getBookmarked(sstring const& bookmark)
+{
+    sstring copy = bookmark;
+    return getBookmarked(copy);
 }
 
 namespace {
