@@ -1,12 +1,13 @@
 # shellcheck shell=bash
 # From a fresh clone to something that runs. Demonstration, programs and tests share the one preset `dev` (optimised, with
-# assertions), so that whichever comes first leaves nothing to compile for the others; only benchmarks build `release`.
+# assertions), so that whichever comes first leaves nothing to compile for the others; only benchmarks build `release`, and
+# fuzzers and sanitized tests build `asan` and `tsan`.
 
 # prepare PURPOSE...: the packages for the purposes, the npm packages, and the build that the first purpose needs. One at a
 # time: a second caller waits until the first has built.
 prepare() {
-    local preset=dev
-    [ "$1" != bench ] || preset=release
+    local preset
+    preset=$(preset_for "$1")
     lock_build
     install_step "$@"
     check_interpreter
@@ -14,6 +15,24 @@ prepare() {
     configure_step "$preset"
     step 'building' build "$preset" $(targets_for "$1")
     exec 9>&-
+}
+
+# prepare_preset PRESET TARGET...: one more build, once everything else is there.
+prepare_preset() {
+    local preset=$1
+    shift
+    lock_build
+    configure_step "$preset"
+    step "building $preset" build "$preset" --target "$@"
+    exec 9>&-
+}
+
+preset_for() {
+    case $1 in
+        bench) echo release ;;
+        fuzz) echo asan ;;
+        *) echo dev ;;
+    esac
 }
 
 lock_build() {
@@ -28,6 +47,7 @@ targets_for() {
         page) echo --target tarn_dump ;;
         program) echo --target tarn_node ;;
         bench) echo --target tarn_bench ;;
+        fuzz) echo --target tarn_fuzz ;;
     esac
 }
 

@@ -8,7 +8,7 @@ packages_for() {
         test) base_packages && documentation_packages ;;
         display) echo xvfb openbox x11-utils xdotool imagemagick ;;
         bench) base_packages && echo libbenchmark-dev libgumbo-dev libxml2-dev libxcb1-dev liblitehtml-dev libwxgtk3.2-dev pkg-config ;;
-        fuzz) base_packages && echo clang ;;
+        fuzz) base_packages && echo clang libclang-rt-dev llvm ;;
     esac
 }
 

@@ -7,17 +7,51 @@ skipped=0
 
 # run_tests [--quick] [--update-dumps] [--update-pictures] [NAME]
 run_tests() {
-    local quick= pattern= results=$root/build/dev/ctest.xml code
+    local quick= pattern=
     read_test_options "$@"
-    begin_steps 5
-    prepare test display
+    if [ -n "$quick$pattern${TARN_UPDATE_DUMPS-}${TARN_UPDATE_PICTURES-}" ]; then
+        begin_steps 5
+        prepare test display
+        test_preset dev
+        [ -z "${TARN_UPDATE_DUMPS-}" ] || report_dumps "$root/build/dev/ctest.xml"
+    else
+        begin_steps 13
+        prepare test display fuzz
+        test_preset dev
+        test_sanitized
+    fi
+    report
+}
+
+# The unit tests and those of whole windows once more, under AddressSanitizer and, where threads meet, ThreadSanitizer; the
+# fuzzers for a short while each; and a minute of random use.
+test_sanitized() {
+    prepare_preset asan tarn_tests tarn_fuzz
+    test_preset asan
+    count_step 'fuzzing' "$root/fuzz/run" 20
+    prepare_preset tsan tarn_tests
+    test_preset tsan
+    count_step 'using the examples for a minute' soak_for 1
+}
+
+# test_preset PRESET: runs the tests of one build and adds to the sums.
+test_preset() {
+    local results=$root/build/$1/ctest.xml code
     rm -f -- "$results"
-    try_step 'testing' run_ctest "$results"
+    try_step "testing $1" run_ctest "$1" "$results"
     code=$?
     count_results "$results" "$code"
     [ "$code" -eq 0 ] || list_failures
-    [ -z "${TARN_UPDATE_DUMPS-}" ] || report_dumps "$results"
-    report
+}
+
+# count_step TITLE COMMAND...: a step that counts as one test.
+count_step() {
+    if try_step "$@"; then
+        passed=$((passed + 1))
+    else
+        failed=$((failed + 1))
+        tail -n 30 -- "$step_log" | sed 's/^/    /' >&2
+    fi
 }
 
 read_test_options() {
@@ -38,14 +72,18 @@ run_ctest() {
     local choice=()
     [ -z "$quick" ] || choice+=(--label-exclude slow)
     [ -z "$pattern" ] || choice+=(--tests-regex "$pattern" --no-tests=ignore)
-    cd -- "$root" && ctest --preset dev --parallel "$(nproc)" --output-junit "$1" \
+    cd -- "$root" && ctest --preset "$1" --parallel "$(nproc)" --output-junit "$2" \
         --test-output-size-passed 4000000 --test-output-size-failed 4000000 "${choice[@]}"
 }
 
-# count_results FILE EXIT-CODE. A runner that fails without naming a test counts as one failed test.
+# count_results FILE EXIT-CODE: adds to the sums. A runner that fails without naming a test counts as one failed test.
 count_results() {
-    [ ! -f "$1" ] || read -r passed failed skipped < <(sum_results "$1")
-    [ "$2" -eq 0 ] || [ "$failed" -gt 0 ] || failed=1
+    local sums=(0 0 0)
+    [ ! -f "$1" ] || read -r -a sums < <(sum_results "$1")
+    [ "$2" -eq 0 ] || [ "${sums[1]}" -gt 0 ] || sums[1]=1
+    passed=$((passed + sums[0]))
+    failed=$((failed + sums[1]))
+    skipped=$((skipped + sums[2]))
 }
 
 # sum_results FILE: tests passed, failed and skipped in CTest's report. A test that could not be started is "notrun" like one

@@ -231,6 +231,8 @@ NoTestAtAllIsAFailure() {
 run_pretended_tests() {
     declare -F run_tests >/dev/null || load_scripts
     prepare() { :; }
+    prepare_preset() { :; }
+    test_sanitized() { echo "sanitized too" >>"$work/asked"; }
     mkdir -p "$work/build/dev"
     pretend ctest "echo \"\$* update=\${TARN_UPDATE_DUMPS-none}\" >'$work/asked'" \
         "cp '$work/report.xml' '$work/build/dev/ctest.xml'"
@@ -246,6 +248,32 @@ UpdateDumpsReachesTheTests() {
     expect_code 0
     run_pretended_tests Dump
     grep -q 'update=none$' "$work/asked" || fail "asked: $(<"$work/asked")"
+}
+
+OnlyTheWholeRunGoesUnderTheSanitizers() {
+    write_report run Dump.a '' >"$work/report.xml"
+    local options
+    for options in --quick Dump '--update-dumps Dump'; do
+        run_pretended_tests $options
+        ! grep -q 'sanitized' "$work/asked" || fail "with $options the sanitizers were run"
+        unset TARN_UPDATE_DUMPS
+    done
+    run_pretended_tests
+    grep -q '^sanitized too$' "$work/asked" || fail 'the sanitizers were not run'
+}
+
+ResultsOfSeveralBuildsAddUp() {
+    declare -F run_tests >/dev/null || load_scripts
+    write_report run A '' run B '' fail C '' >"$work/report.xml"
+    count_results "$work/report.xml" 8
+    count_results "$work/report.xml" 8
+    count_results "$work/missing.xml" 1
+    begin_steps 2
+    count_step 'a step that ends well' true 2>/dev/null
+    count_step 'a step that fails' false 2>/dev/null
+    run report
+    expect_code 1
+    expect_out '5 passed, 4 failed'
 }
 
 RewrittenDumpsAreNamed() {
