@@ -34,6 +34,21 @@ function(tarn_target target)
     endif()
 endfunction()
 
+# tarn_precompiled(<target> <kind> <headers>...): under sanitizers, where everything is built twice more, the headers that most files
+# of a kind read are read once, by the kind's first target. The other builds go without, so that a missing include shows.
+function(tarn_precompiled target kind)
+    if(NOT TARN_SANITIZE)
+        return()
+    endif()
+    get_property(maker GLOBAL PROPERTY TARN_PRECOMPILED_${kind})
+    if(maker)
+        target_precompile_headers(${target} REUSE_FROM ${maker})
+    else()
+        target_precompile_headers(${target} PRIVATE ${ARGN})
+        set_property(GLOBAL PROPERTY TARN_PRECOMPILED_${kind} ${target})
+    endif()
+endfunction()
+
 # tarn_test(<name> <sources>... LIBS <targets>... [LABELS <labels>...] [ENV <NAME=value>...]): one GoogleTest program, each of
 # its tests known to CTest by name, and each in a process of its own with the given environment. Tests labelled "display" run on
 # a virtual X server, which each of them has to itself (tests/e2e/run-test.sh). Under sanitizers, where a process takes half a
@@ -44,10 +59,16 @@ function(tarn_test name)
     tarn_target(${name})
     # At -O3 g++ 12 takes the standard library's own "text" + string for a copy onto itself (GCC bug 105651).
     target_compile_options(${name} PRIVATE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
-    if(TARN_SANITIZE)
-        target_compile_options(${name} PRIVATE -O0) # the assertions' code is large, and it is not what is looked at
-    endif()
     target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gtest GTest::gtest_main)
+    # The assertions' code is large, takes long to optimise, and is not what is looked at.
+    if(TARN_SANITIZE)
+        target_compile_options(${name} PRIVATE -O0)
+    else()
+        target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O1>)
+    endif()
+    if("tarn_component" IN_LIST arg_LIBS)
+        tarn_precompiled(${name} tests <QtWidgets> <gtest/gtest.h> <functional> <map> <string> <vector>)
+    endif()
     set_property(GLOBAL APPEND PROPERTY TARN_TESTS ${name})
 
     # Not by the test property ENVIRONMENT: gtest_discover_tests takes lists of properties apart.

@@ -33,7 +33,7 @@ public:
     static constexpr unsigned int npos = 0xFFFFFFFF;
 
     /// How many hits replace() works on: 0 is every one, any other value only the first.
-    enum ReplaceHowMany
+    enum ReplaceHowMany : int
     {
         ReplaceAll = 0,
         ReplaceFirst = 1

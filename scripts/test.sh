@@ -5,17 +5,21 @@ passed=0
 failed=0
 skipped=0
 
-# run_tests [--quick] [--update-dumps] [--update-pictures] [NAME]
+# run_tests [--quick] [--threads] [--update-dumps] [--update-pictures] [NAME]
 run_tests() {
-    local quick= pattern=
+    local quick= threads= pattern=
     read_test_options "$@"
-    if [ -n "$quick$pattern${TARN_UPDATE_DUMPS-}${TARN_UPDATE_PICTURES-}" ]; then
+    if [ -n "$threads" ]; then
+        begin_steps 7
+        prepare test display fuzz
+        test_threads
+    elif [ -n "$quick$pattern${TARN_UPDATE_DUMPS-}${TARN_UPDATE_PICTURES-}" ]; then
         begin_steps 5
         prepare test display
         test_preset dev
         [ -z "${TARN_UPDATE_DUMPS-}" ] || report_dumps "$root/build/dev/ctest.xml"
     else
-        begin_steps 13
+        begin_steps 10
         prepare test display fuzz
         test_preset dev
         test_sanitized
@@ -23,15 +27,19 @@ run_tests() {
     report
 }
 
-# The unit tests and those of whole windows once more, under AddressSanitizer and, where threads meet, ThreadSanitizer; the
-# fuzzers for a short while each; and a minute of random use.
+# The unit tests and those of whole windows once more under AddressSanitizer and its like, the fuzzers for a short while each,
+# and a minute of random use. The fuzzers begin with the same random numbers every time.
 test_sanitized() {
     prepare_preset asan tarn_tests tarn_fuzz
     test_preset asan
-    count_step 'fuzzing' "$root/fuzz/run" 20
+    count_step 'fuzzing' env TARN_FUZZ_SEED=1 "$root/fuzz/run" 20
+    count_step 'using the examples for a minute' soak_for 1
+}
+
+# The tests in which threads meet, under ThreadSanitizer.
+test_threads() {
     prepare_preset tsan tarn_tests
     test_preset tsan
-    count_step 'using the examples for a minute' soak_for 1
 }
 
 # test_preset PRESET: runs the tests of one build and adds to the sums.
@@ -59,6 +67,7 @@ read_test_options() {
     for word in "$@"; do
         case $word in
             --quick) quick=1 ;;
+            --threads) threads=1 ;;
             --update-dumps) export TARN_UPDATE_DUMPS=1 ;;
             --update-pictures) export TARN_UPDATE_PICTURES=1 ;;
             -*) die "test does not know the option $word" 2 ;;
@@ -70,7 +79,7 @@ read_test_options() {
 # A Node.js test file is one CTest test that holds many: its output is kept whole, so that they can be counted.
 run_ctest() {
     local choice=()
-    [ -z "$quick" ] || choice+=(--label-exclude slow)
+    [ -z "$quick" ] && [ "$1" = dev ] || choice+=(--label-exclude slow)
     [ -z "$pattern" ] || choice+=(--tests-regex "$pattern" --no-tests=ignore)
     cd -- "$root" && ctest --preset "$1" --parallel "$(nproc)" --output-junit "$2" \
         --test-output-size-passed 4000000 --test-output-size-failed 4000000 "${choice[@]}"

@@ -54,7 +54,7 @@ HelpNamesEveryCommand() {
     run "$root/tarn" help
     expect_code 0
     local name
-    for name in demo run shot dump test bench fuzz help; do
+    for name in demo run shot dump test bench fuzz soak help; do
         grep -q "^  $name" "$work/out" || fail "help does not name $name"
     done
 }
