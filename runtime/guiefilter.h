@@ -16,7 +16,7 @@ class guiHtml;
 class guiHtmlBase;
 
 /// Numbers of the component's own events. QEvent::User is 1000.
-enum guiEventID
+enum guiEventID : int
 {
     guiEventIdShutdown = 1000,
     guiEventIdPageOpen = 1001,
