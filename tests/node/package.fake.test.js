@@ -23,6 +23,11 @@ test('the types compile with a sample that uses all of them', () => {
     assert.deepEqual([stdout, status], ['', 0]);
 });
 
+test('the types take every right use of the window and refuse every wrong one', () => {
+    const { stdout, status } = compile(path.join(__dirname, 'types', 'window.ts'));
+    assert.deepEqual([stdout, status], ['', 0]);
+});
+
 test('the types name exactly what the package exports', () => {
     const text = fs.readFileSync(path.join(packageFolder, 'index.d.ts'), 'utf8');
     const declared = [...text.matchAll(/^export (?:class|function|const) (\w+)/gm)].map((match) => match[1]);
