@@ -5,11 +5,12 @@
 #include <pthread.h>
 
 #include <algorithm>
-#include <csetjmp>
 
 namespace {
 
 constexpr uintptr_t kLargestWrap = 4096; // more than any object of Node that has a handle inside takes in front of it
+
+constexpr int kFrameWords = 64; // the scan begins below this frame's saved registers, wherever the compiler puts them
 
 /// One past the highest address of the calling thread's stack.
 uintptr_t stackTop()
@@ -41,9 +42,8 @@ void ClosingGuard::collect(uv_handle_t* handle, void* extents)
 // Reading the frames of callers is what this is for; the sanitizer would take it for an overrun.
 __attribute__((noinline, no_sanitize("address"))) void ClosingGuard::scanStack(std::vector<Extent> const& extents)
 {
-    jmp_buf registers; // pointers that callers keep in registers are on the stack then
-    setjmp(registers);
-    auto word = reinterpret_cast<uintptr_t const*>(&registers);
+    __builtin_unwind_init(); // puts the registers that callers keep pointers in into this frame
+    auto word = static_cast<uintptr_t const*>(__builtin_frame_address(0)) - kFrameWords;
     auto top = reinterpret_cast<uintptr_t const*>(stackTop());
     for (; word < top; ++word) {
         auto after = std::upper_bound(extents.begin(), extents.end(), *word,
@@ -91,6 +91,7 @@ void ClosingGuard::holdBack()
 
 void startLast(uv_check_t* check, uv_check_cb callback)
 {
+    uv_check_stop(check);
     uv_check_start(check, callback);
     // A check handle that is started runs before all others: the others are started again, and so run before this one.
     auto restart = [](uv_handle_t* handle, void* last) {

@@ -278,6 +278,7 @@ void NodePump::turnLoop()
         return;
     if (!m_guard) {
         m_guard = std::make_unique<ClosingGuard>(m_loop);
+        startLast(&m_check, onCheck); // again: when the script waits in an immediate, the loop is past this one
         m_engine.startTimers();
     }
     m_engine.turnLoop();

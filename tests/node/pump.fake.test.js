@@ -95,6 +95,28 @@ test('a handle that is closed during a show() from its own callback is not destr
     assert.deepEqual([stdout, stderr, code], ['all\n', '', 0]);
 });
 
+test('the same when the script waits again in an immediate inside that show()', async () => {
+    const { stdout, stderr, code } = await runScript(`
+        const net = require('node:net');
+        const show = (during) => {
+            const window = new tarn.GuiWindow('page.html');
+            setTimeout(() => { during(); setImmediate(() => setTimeout(() => window.close(), 10)); }, 5);
+            window.show();
+        };
+        let left = 20;
+        const next = () => {
+            if (left-- === 0) return console.log('all');
+            const server = net.createServer((socket) => {
+                const end = () => { socket.destroy(); client.destroy(); server.close(); };
+                socket.on('data', () => { show(() => setImmediate(() => show(end))); setImmediate(next); });
+            });
+            const client = new net.Socket();
+            server.listen(0, '127.0.0.1', () => client.connect(server.address().port, () => client.write('x')));
+        };
+        next();`, { env: { MALLOC_PERTURB_: '165' } }); // what is freed is overwritten, so that its use shows
+    assert.deepEqual([stdout, stderr, code], ['all\n', '', 0]);
+});
+
 test('a program started before show() is heard of during it', async () => {
     const { stdout, code } = await runScript(`
         const window = new tarn.GuiWindow('page.html');
