@@ -325,6 +325,8 @@ void NodeObject::callMethodAsync(ScriptObject* self, sstring const& name, Script
 bool NodeObject::hasMethod(sstring const& name)
 {
     auto text = toText(name);
+    if (text.empty())
+        return m_isFunction; // which is then what the empty name calls
     if (hasOwnMethod(text))
         return true;
     if (m_engine.isScriptThread() && m_isBound)
