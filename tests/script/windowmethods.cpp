@@ -3,11 +3,13 @@
 #include "controls/guiwidget.h"
 #include "host/native/nativeprivate.h"
 #include "runtime/guifilter.h"
+#include "script/guicontrol.h"
 #include "tests/script/scriptfixture.h"
 #include "tests/support/fakescript.h"
 
 #include <QPixmap>
 #include <limits>
+#include <stdexcept>
 
 namespace {
 
@@ -338,6 +340,40 @@ TEST_F(WindowMethods, RecordIsTaggedAndItsSlotEmptiedAtTheEnd)
     window.object()->runDestroyHandler();
     EXPECT_EQ(guiWindow_getData(slot), nullptr);
     EXPECT_EQ(guiWindow_getData(nullptr), nullptr);
+}
+
+/// A host's slot that fails.
+class ThrowingSlot final : public ScriptPrivate
+{
+public:
+    void reserved1() override {}
+    void* getData(const char*) override { throw std::runtime_error("no slot"); }
+    void reserved3() override {}
+    void reserved4() override {}
+    void setData(const char*, void*) override {}
+};
+
+TEST_F(WindowMethods, ASlotThatThrowsHoldsNoRecord)
+{
+    ThrowingSlot slot;
+    EXPECT_EQ(guiWindow_getData(&slot), nullptr);
+    EXPECT_EQ(guiControl_getData(&slot), nullptr);
+    EXPECT_EQ(guiWindow_load(&slot, nullptr, sstring("page.html")), 0);
+    EXPECT_EQ(guiWindow_open(&slot, 0), 0);
+}
+
+TEST_F(WindowMethods, CurrentControlIsSetOnlyWhenTheRecordHasOne)
+{
+    NativeWindow window = windowIn(kWithPage);
+    ScriptPrivate* slot = window.object()->getPrivate();
+    sstring name("box");
+    SetCurrentControl(slot, name);
+    EXPECT_EQ(host.session("currentControl"), kNull);
+    guiWindow_getData(slot)->control = CreateControlObject(window.object().get());
+    SetCurrentControl(slot, name);
+    NativeObjectRef control = host.session("currentControl").object();
+    ASSERT_TRUE(control);
+    EXPECT_EQ(control->get("name"), NativeValue("box"));
 }
 
 // ---- content filters
