@@ -105,6 +105,13 @@ sstring mlSection::getName() const
     return !isText() && tag.name ? pool->makeString(tag.name->units(), tag.name->length) : sstring();
 }
 
+unsigned short const* mlSection::getNameUnits(unsigned int* length) const
+{
+    mlName const* name = isText() ? nullptr : tag.name;
+    *length = name ? name->length : 0;
+    return name ? name->units() : nullptr;
+}
+
 bool mlSection::isNamed(char const* name) const { return isTag() && equalsFolded(tag.name, name); }
 
 mlAttr* mlSection::getAttr(unsigned int index) const
@@ -265,14 +272,23 @@ mlSection* mlSection::findSection(sstring const& name) const
     return nullptr;
 }
 
-sstring mlSection::getData() const
+unsigned short const* mlSection::getDataUnits(unsigned int* length) const
 {
     requireNoTag();
+    *length = 0;
     if (!isText())
-        return sstring();
+        return nullptr;
     if (hasFlag(Truncated) && pool->parser)
         pool->parser->readFullText(const_cast<mlSection*>(this));
-    return pool->makeString(text.data.units(), text.data.length);
+    *length = text.data.length;
+    return text.data.units();
+}
+
+sstring mlSection::getData() const
+{
+    unsigned int length = 0;
+    unsigned short const* units = getDataUnits(&length);
+    return units ? pool->makeString(units, length) : sstring();
 }
 
 void mlSection::setTag(sstring const& name, mlTagType type)

@@ -66,6 +66,8 @@ public:
     mlTagType getType() const { return static_cast<mlTagType>(tagType); }
     /// Of a tag, as written; empty for a text.
     sstring getName() const;
+    /// The name's units, not terminated, without a copy; null for a text. Valid as long as the section.
+    unsigned short const* getNameUnits(unsigned int* length) const;
     /// Whether this is a tag of that name, without regard to case. Costs no string.
     bool isNamed(char const* name) const;
 
@@ -93,6 +95,8 @@ public:
     /// The text. A long run is read from the stream again on first request, and kept from then on. velaError 22 for a
     /// tag.
     sstring getData() const;
+    /// The same without a copy, not terminated; valid as long as the section and its text.
+    unsigned short const* getDataUnits(unsigned int* length) const;
     /// White space stood before the text.
     bool hasLeadingSpace() const { return hasFlag(LeadingSpace); }
     /// Whether the text is character data.

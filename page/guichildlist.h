@@ -7,12 +7,14 @@
 
 class guiHtml;
 
-/// An array of entries behind one pointer, so that the many nodes without children pay 8 bytes. Copying shares the
-/// array: both lists then hold the same entries. Does not delete nodes by itself; see takeNodes(). GUI thread.
+/// An array of entries behind one word, so that the many nodes without children, or with one (most cells of a table
+/// hold a single run of text), pay 8 bytes. Copying shares the array: both lists then hold the same entries. Does not
+/// delete nodes by itself. GUI thread.
 class guiChildList
 {
 public:
     guiChildList() = default;
+    /// Makes the other list share its array, too.
     guiChildList(guiChildList const& other);
     guiChildList& operator=(guiChildList const& other);
     ~guiChildList();
@@ -26,18 +28,27 @@ public:
         return static_cast<guiMarker>(reinterpret_cast<std::uintptr_t>(entry));
     }
 
-    unsigned size() const { return m_block ? m_block->count : 0; }
+    unsigned size() const
+    {
+        if (block const* array = arrayOf())
+            return array->count;
+        return m_only ? 1 : 0;
+    }
     /// The raw entry at `i`, which must be below size().
-    guiHtml* operator[](unsigned i) const { return entries()[i]; }
-    guiHtml** begin() const { return m_block ? entries() : nullptr; }
+    guiHtml* operator[](unsigned i) const { return begin()[i]; }
+    guiHtml** begin() const
+    {
+        block* array = arrayOf();
+        return array ? reinterpret_cast<guiHtml**>(array + 1) : &m_only;
+    }
     guiHtml** end() const { return begin() + size(); }
     /// Whether another node shares the array.
-    bool isShared() const { return m_block && m_block->shares > 1; }
+    bool isShared() const { return arrayOf() && arrayOf()->shares > 1; }
 
     /// Adds at the end; amortised constant time. When the array is shared, this list takes it over and all others
     /// become empty, so that every node has one owner.
     void append(guiHtml* entry);
-    void set(unsigned i, guiHtml* entry) { entries()[i] = entry; }
+    void set(unsigned i, guiHtml* entry) { begin()[i] = entry; }
     /// Lets go of the array.
     void clear();
 
@@ -50,8 +61,19 @@ private:
         unsigned unused;
     };
 
-    guiHtml** entries() const { return reinterpret_cast<guiHtml**>(m_block + 1); }
-    void grow();
+    static constexpr std::uintptr_t kIsArray = 1; // set in an address: neither nodes nor arrays lie at odd ones
 
-    block* m_block = nullptr;
+    block* arrayOf() const
+    {
+        auto const word = reinterpret_cast<std::uintptr_t>(m_only);
+        return word > kLastMarker && (word & kIsArray) ? reinterpret_cast<block*>(word - kIsArray) : nullptr;
+    }
+    void setArray(block* array) const
+    {
+        m_only = reinterpret_cast<guiHtml*>(reinterpret_cast<std::uintptr_t>(array) | kIsArray);
+    }
+    void share() const;
+    void grow() const;
+
+    mutable guiHtml* m_only = nullptr; // the only entry, unless that is an empty slot; or the array, marked
 };

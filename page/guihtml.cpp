@@ -1,6 +1,7 @@
 // page/guihtml.cpp: how nodes are made, copied and destroyed, and what a plain node answers.
 #include "page/guihtml.h"
 
+#include "page/guifontepoch.h"
 #include "page/guihtmlrare.h"
 #include "page/guihtmlservices.h"
 #include "page/guinodewatch.h"
@@ -78,8 +79,15 @@ guiHtml* guiHtml::Clone(guiHtml* parent)
     return copy;
 }
 
+void guiHtml::setParent(guiHtml* parent)
+{
+    m.parent = parent;
+    guiFontEpoch::advance();
+}
+
 void guiHtml::copyFrom(guiHtml const& other)
 {
+    guiFontEpoch::advance();
     destroyChildren();
     destroyScrollBars();
     m.alignX = other.m.alignX;
@@ -141,6 +149,7 @@ void guiHtml::destroyTree(guiHtml* node)
 /// Destroys the nodes of a list, or, when another node shares it, only makes them forget `owner`.
 void guiHtml::releaseNodes(guiChildList& list, guiHtml* owner)
 {
+    guiFontEpoch::advance();
     bool isShared = list.isShared();
     for (unsigned i = list.size(); i-- > 0;) {
         guiHtml* entry = list[i];

@@ -243,7 +243,7 @@ public:
     // ---- The tree ----
 
     guiHtml* getParent() const { return m.parent; }
-    void setParent(guiHtml* parent) { m.parent = parent; }
+    void setParent(guiHtml* parent);
     unsigned getChildCount() const { return m.children.size(); }
     /// The raw entry, a marker or a node (guiChildList::isNode).
     guiHtml* getChild(unsigned index) const { return m.children[index]; }
@@ -268,6 +268,8 @@ public:
     bool isString(guiNodeString which, sstring const& value, bool fold = false) const;
     /// Sets one of the strings; "" is the same as none.
     void setString(guiNodeString which, sstring const& value);
+    /// How often any node was given the name of a file that dynamicLoad() is to load: a source or a background.
+    static unsigned namedLoads() { return s_namedLoads; }
 
     guiColor getBorderLight() const;
     guiColor getBorderColor() const;
@@ -287,6 +289,8 @@ public:
     void setBackgroundPixmap(QPixmap const& image);
     void clearBackgroundPixmap();
 
+    /// Whether the node has, or had, scroll bars or a position.
+    bool isScrolled() const;
     /// Scroll bars and positions; all 0 for a node that was never scrolled.
     scroll_t const& getScroll() const;
     /// The same to write, made on the first call.
@@ -310,6 +314,8 @@ public:
     m_t m;
 
 private:
+    static inline unsigned s_namedLoads = 0;
+
     rare_t const& rare() const;
     rare_t& ensureRare();
     void copyFrom(guiHtml const& other);

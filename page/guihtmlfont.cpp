@@ -1,5 +1,6 @@
 // page/guihtmlfont.cpp: the font of a node: its own, if the page names one, otherwise its parent's.
 #include "foundation/vela-qt.h"
+#include "page/guifontepoch.h"
 #include "page/guihtml.h"
 #include "page/guihtmlsize.h"
 #include "page/guihtmltext-fonts.h"
@@ -17,7 +18,7 @@ bool decidesAboutFont(guiHtml* node)
 
 bool knowsSource(guiHtml const* node)
 {
-    return guiLayoutRun::isActive() && node->m.layout.fontRun == guiLayoutRun::number();
+    return guiLayoutRun::isActive() && node->m.layout.knows(guiLayoutMemo::kFont, guiLayoutRun::number());
 }
 
 /// The nearest node from here up that decides about its font itself. In a layout every node passed remembers it, so
@@ -31,7 +32,7 @@ guiHtml* fontSource(guiHtml* node)
         source = source->m.layout.fontSource;
     for (; node != source && !knowsSource(node) && guiLayoutRun::isActive(); node = node->m.parent) {
         node->m.layout.fontSource = source;
-        node->m.layout.fontRun = guiLayoutRun::number();
+        node->m.layout.learn(guiLayoutMemo::kFont, guiLayoutRun::number());
     }
     return source;
 }
@@ -57,6 +58,14 @@ QFont fontFrom(guiHtml* source, int* points)
     return last.font;
 }
 
+/// The last root that a layout began with.
+struct checkedRoot
+{
+    guiHtml* root = nullptr;
+    QFont font;
+    int points = 0;
+};
+
 QFont applicationFont(int* points)
 {
     QFont const font = QApplication::font();
@@ -66,6 +75,17 @@ QFont applicationFont(int* points)
 }
 
 } // namespace
+
+void guiFontEpoch::check(guiHtml* root)
+{
+    static checkedRoot& last = *new checkedRoot;
+    int points = 0;
+    QFont const font = root->getDefaultFont(&points);
+    if (root == last.root && points == last.points && font == last.font)
+        return;
+    last = {root, font, points};
+    advance();
+}
 
 // The window root overrides this: it supplies the first font.
 QFont guiHtml::getDefaultFont(int* points)

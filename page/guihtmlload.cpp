@@ -15,14 +15,19 @@
 namespace {
 
 /// The text as UTF-16 in the machine's byte order, behind a byte-order mark: a "charset" that the page names says how
-/// its file was encoded, not this.
+/// its file was encoded, not this. Both a whole page and a part of one have one element around everything.
 std::vector<unsigned char> toBytes(sstring const& text)
 {
-    constexpr unsigned short kByteOrderMark = 0xFEFF;
-    constexpr std::size_t kUnit = sizeof(unsigned short);
-    std::vector<unsigned char> bytes(kUnit * (std::size_t{text.getLength()} + 1));
-    std::memcpy(bytes.data(), &kByteOrderMark, kUnit);
-    std::memcpy(bytes.data() + kUnit, text.getUnicode(), kUnit * text.getLength());
+    constexpr char16_t kOpening[] = u"\xFEFF<html>";
+    constexpr char16_t kClosing[] = u"</html>";
+    constexpr std::size_t kUnit = sizeof(char16_t);
+    constexpr std::size_t kBefore = sizeof kOpening - kUnit;
+    constexpr std::size_t kBehind = sizeof kClosing - kUnit;
+    std::size_t const inside = kUnit * text.getLength();
+    std::vector<unsigned char> bytes(kBefore + inside + kBehind);
+    std::memcpy(bytes.data(), kOpening, kBefore);
+    std::memcpy(bytes.data() + kBefore, text.getUnicode(), inside);
+    std::memcpy(bytes.data() + kBefore + inside, kClosing, kBehind);
     return bytes;
 }
 
@@ -39,8 +44,7 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
     resetScroll();
     m.tabOrderDirty = 1;
 
-    // Both a whole page and a part of one then have one element around everything.
-    std::vector<unsigned char> page = toBytes("<html>" + content + "</html>");
+    std::vector<unsigned char> page = toBytes(content);
     textstream stream(page.data(), static_cast<unsigned>(page.size()), 0);
     mlParser markup(&stream);
     guiHtmlParser parser(&markup, directory);
@@ -48,7 +52,7 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
     guiServices::loadFormValues(this);
 
     // Files pass content filters, which are scripts, and so are elements that go: this node may not outlive them.
-    if (self.alive())
+    if (self.alive() && (parser.mayLoad() || hasString(kStringSource) || hasString(kStringBackground)))
         dynamicLoad();
     if (!self.alive())
         return 0;

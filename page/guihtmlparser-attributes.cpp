@@ -70,14 +70,25 @@ void guiHtmlParser::pullMouseEvents(guiHtml* node, mlSection* section)
 
 namespace {
 
+/// Most elements have none of the attributes that they are asked for: those must cost no string.
+int pullPixels(mlSection* section, char const* name)
+{
+    return section->findAttr(name) ? guiToPixels(guiHtmlParser::pullAttr(section, name)) : 0;
+}
+
+bool pullColor(mlSection* section, char const* name, guiColor* out)
+{
+    return section->findAttr(name) && guiHtmlParser::readColor(guiHtmlParser::pullAttr(section, name), out);
+}
+
 void pullBorderColors(guiHtml* node, mlSection* section)
 {
     guiColor light = node->getBorderLight();
     guiColor color = node->getBorderColor();
     guiColor dark = node->getBorderDark();
-    guiHtmlParser::readColor(guiHtmlParser::pullAttr(section, "bordercolorlight"), &light);
-    guiHtmlParser::readColor(guiHtmlParser::pullAttr(section, "bordercolor"), &color);
-    guiHtmlParser::readColor(guiHtmlParser::pullAttr(section, "bordercolordark"), &dark);
+    pullColor(section, "bordercolorlight", &light);
+    pullColor(section, "bordercolor", &color);
+    pullColor(section, "bordercolordark", &dark);
     node->setBorderColors(light, color, dark);
 }
 
@@ -85,13 +96,15 @@ void pullSpacing(guiHtml* node, mlSection* section)
 {
     int sum = 0;
     for (char const* name : {"cellspacing", "framespacing", "cellpadding"})
-        sum += guiToPixels(guiHtmlParser::pullAttr(section, name));
+        sum += pullPixels(section, name);
     node->m.divide = std::min(sum, kMaxPixels);
     node->m.space = node->getType() == guiHtml::kTypeFrameset ? 0 : node->m.divide;
 }
 
 void pullScrolling(guiHtml* node, mlSection* section)
 {
+    if (!section->findAttr("scrolling"))
+        return;
     sstring scrolling = guiHtmlParser::pullAttr(section, "scrolling", "on");
     if (isNo(scrolling))
         node->setSizePolicy(kPolicyResize);
@@ -105,39 +118,47 @@ void pullScrolling(guiHtml* node, mlSection* section)
 
 void guiHtmlParser::pullBorder(guiHtml* node, mlSection* section)
 {
-    node->m.border = guiToPixels(pullAttr(section, "border"));
+    node->m.border = pullPixels(section, "border");
     if (node->m.border == 0)
-        node->m.border = guiToPixels(pullAttr(section, "frameborder"));
+        node->m.border = pullPixels(section, "frameborder");
     if (node->m.border != 0)
         pullBorderColors(node, section);
     pullSpacing(node, section);
-    sstring systemFont = pullAttr(section, "usesystemfont");
-    if (systemFont.getLength())
-        node->m.useSystemFont = !isNo(systemFont);
+    if (hasAttr(section, "usesystemfont"))
+        node->m.useSystemFont = !isNo(pullAttr(section, "usesystemfont"));
     pullScrolling(node, section);
 }
 
 void guiHtmlParser::pullBackground(guiHtml* node, mlSection* section)
 {
     guiColor color;
-    if (readColor(pullAttr(section, "bgcolor"), &color))
+    if (pullColor(section, "bgcolor", &color))
         node->setBackgroundColor(color);
-    sstring file = pullAttr(section, "background");
-    if (file.getLength())
-        node->setBackgroundImage(file);
+    if (hasAttr(section, "background"))
+        node->setBackgroundImage(pullAttr(section, "background"));
 }
+
+namespace {
+
+/// The name of the two that the element has; the first if both, null if neither.
+char const* findFirst(mlSection* section, char const* name, char const* otherwise)
+{
+    if (section->findAttr(name))
+        return name;
+    return section->findAttr(otherwise) ? otherwise : nullptr;
+}
+
+} // namespace
 
 void guiHtmlParser::pullRestrict(guiHtml* node, mlSection* section)
 {
-    sstring width = pullAttr(section, hasAttr(section, "width") ? "width" : "minwidth");
-    if (width.getLength()) {
-        guiLength length = guiToLength(width);
+    if (char const* width = findFirst(section, "width", "minwidth")) {
+        guiLength length = guiToLength(pullAttr(section, width));
         node->m.fixed.unitX = length.unit;
         node->m.fixed.x = length.value;
     }
-    sstring height = pullAttr(section, hasAttr(section, "height") ? "height" : "minheight");
-    if (height.getLength()) {
-        guiLength length = guiToLength(height);
+    if (char const* height = findFirst(section, "height", "minheight")) {
+        guiLength length = guiToLength(pullAttr(section, height));
         node->m.fixed.unitY = length.unit;
         node->m.fixed.y = length.value;
     }
@@ -145,7 +166,10 @@ void guiHtmlParser::pullRestrict(guiHtml* node, mlSection* section)
 
 void guiHtmlParser::pullObjectAlignment(guiHtml* node, mlSection* section)
 {
-    readAlignment(pullAttr(section, "align"), &node->m.alignX);
+    if (hasAttr(section, "align"))
+        readAlignment(pullAttr(section, "align"), &node->m.alignX);
+    if (!hasAttr(section, "valign"))
+        return;
     sstring vertical = pullAttr(section, "valign");
     if (guiIsWord(vertical, "top"))
         node->m.alignY = kAlignTop;
@@ -158,11 +182,11 @@ void guiHtmlParser::pullObjectAlignment(guiHtml* node, mlSection* section)
 void guiHtmlParser::pullDefaultColors(guiHtml* node, mlSection* section)
 {
     guiColor color;
-    if (readColor(pullAttr(section, "text"), &color))
+    if (pullColor(section, "text", &color))
         node->m.textColor = color;
-    if (readColor(pullAttr(section, "link"), &color))
+    if (pullColor(section, "link", &color))
         node->m.linkColor = color;
-    if (readColor(pullAttr(section, "alink"), &color))
+    if (pullColor(section, "alink", &color))
         node->m.activeLinkColor = color;
 }
 

@@ -2,9 +2,12 @@
 #include "page/guihtmlparser.h"
 
 #include "foundation/vela-mlparser.h"
+#include "foundation/vela-qt.h"
 #include "page/guihtml.h"
 #include "page/guihtmltext.h"
 #include "page/guinumbers.h"
+
+#include <algorithm>
 
 guiHtmlText* guiHtmlParser::getLastIfText(guiHtml* parent)
 {
@@ -32,51 +35,25 @@ guiHtmlText* guiHtmlParser::findOrCreateText(guiHtml* parent)
 
 void guiHtmlParser::pullTextItem(guiHtml* parent, mlSection* item)
 {
-    sstring& text = findOrCreateText(parent)->editText();
+    guiRunText& text = findOrCreateText(parent)->editText();
     if (text.getLength() && item->hasLeadingSpace() && !m_suppressSpace)
-        appendSpace(text);
+        text.appendSpace();
     m_suppressSpace = false;
-    text += item->getData();
+    unsigned length = 0;
+    unsigned short const* units = item->getDataUnits(&length);
+    unsigned short const* end = std::find(units, units + length, 0); // as everywhere, a zero ends a text
+    text.append(QStringView(units, end - units));
 }
-
-namespace {
-
-bool hasPair(unsigned short const* units, unsigned at, char which)
-{
-    return units[at] == which && units[at + 1] == which;
-}
-
-/// Where the opening code begins that ends at `end`; `end` itself when none ends there. Looks back no further than that
-/// code.
-unsigned startOfOpeningCode(unsigned short const* units, unsigned end)
-{
-    if (end < 4 || !hasPair(units, end - 2, ']'))
-        return end;
-    for (unsigned at = end - 3; at-- > 0;) {
-        if (hasPair(units, at, '['))
-            return units[at + 2] == '/' ? end : at;
-        if (hasPair(units, at, ']'))
-            return end;
-    }
-    return end;
-}
-
-} // namespace
 
 void guiHtmlParser::appendSpace(sstring& text)
 {
-    unsigned end = text.getLength();
-    unsigned short const* units = text.getUnicode();
-    unsigned at = end;
-    if (end >= 5)
-        for (unsigned start = startOfOpeningCode(units, at); start != at; start = startOfOpeningCode(units, at))
-            at = start;
-    if (at == end) {
+    qsizetype const at = guiBlankPlace(sstoview(text));
+    if (at == qsizetype{text.getLength()}) {
         text += ' ';
         return;
     }
-    sstring codes = text.subString(at);
-    text.setAt(at, (" " + codes).getUnicode());
+    sstring const codes = text.subString(static_cast<unsigned>(at));
+    text.setAt(static_cast<unsigned>(at), (" " + codes).getUnicode());
 }
 
 sstring guiHtmlParser::pullText(mlSection* section)
@@ -132,7 +109,7 @@ formatting readFormatting(mlSection* section)
     return {isBold ? "b" : "i", ""};
 }
 
-void writeCode(sstring& text, char const* opening, sstring const& code)
+void writeCode(guiRunText& text, char const* opening, sstring const& code)
 {
     if (code.getLength() == 0)
         return;

@@ -28,7 +28,7 @@ struct guiHtmlTags
     };
 
     /// Null for a tag that the language does not have.
-    static tag const* find(sstring const& name);
+    static tag const* find(unsigned short const* units, unsigned length);
 
 private:
     static std::unordered_map<std::string_view, tag> makeTable();
@@ -80,16 +80,14 @@ std::unordered_map<std::string_view, guiHtmlTags::tag> guiHtmlTags::makeTable()
     return table;
 }
 
-guiHtmlTags::tag const* guiHtmlTags::find(sstring const& name)
+guiHtmlTags::tag const* guiHtmlTags::find(unsigned short const* units, unsigned length)
 {
     // For ever: the GUI thread still parses while the process exits.
     static auto const& table = *new std::unordered_map<std::string_view, tag>(makeTable());
     constexpr unsigned kLongest = 8;
-    unsigned length = name.getLength();
     if (length > kLongest)
         return nullptr;
     char folded[kLongest];
-    unsigned short const* units = name.getUnicode();
     for (unsigned i = 0; i < length; ++i) {
         if (units[i] > 0x7F)
             return nullptr;
@@ -129,13 +127,17 @@ private:
     bool m_ownsScope;
 };
 
-guiHtmlParser::guiHtmlParser(mlParser* parser, sstring const& directory) : m_parser(parser), m_directory(directory) {}
+guiHtmlParser::guiHtmlParser(mlParser* parser, sstring const& directory)
+    : m_parser(parser), m_directory(directory), m_loadsBefore(guiHtml::namedLoads())
+{}
 
 guiHtmlParser::~guiHtmlParser() = default;
 
+bool guiHtmlParser::mayLoad() const { return m_mayLoad || guiHtml::namedLoads() != m_loadsBefore; }
+
 bool guiHtmlParser::isFormattingTag(sstring const& name)
 {
-    guiHtmlTags::tag const* tag = guiHtmlTags::find(name);
+    guiHtmlTags::tag const* tag = guiHtmlTags::find(name.getUnicode(), name.getLength());
     return tag && (tag->traits & guiHtmlTags::kFormats);
 }
 
@@ -173,7 +175,9 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
         m_lastWasBlock = false;
         return false;
     }
-    guiHtmlTags::tag const* tag = guiHtmlTags::find(item->getName());
+    unsigned length = 0;
+    unsigned short const* name = item->getNameUnits(&length);
+    guiHtmlTags::tag const* tag = guiHtmlTags::find(name, length);
     unsigned traits = tag ? tag->traits : guiHtmlTags::kNests | guiHtmlTags::kBlock;
     if ((traits & guiHtmlTags::kNests) && m_depth >= kMaxNesting) {
         warnOfDepth();

@@ -44,6 +44,8 @@ public:
     /// Reads the page into a new window: title, colours, background, alignment, border, the window's sizes, content.
     /// Result as above; the missing body or html is the caller's to log, see hasContent().
     int pullWindow(guiHtmlBase* window);
+    /// Whether some node that was read may have something to load: dynamicLoad() has work then.
+    bool mayLoad() const;
     /// Whether the page had a body or html element.
     bool hasContent() const { return m_hasContent; }
     /// Reads the content of the section into the node and binds image maps to the images that name them.
@@ -189,7 +191,9 @@ private:
     bool m_suppressSpace = false; // set by a line break, cleared by text
     bool m_lastWasBlock = false;  // the item before was a block object
     bool m_hasContent = false;
-    sstring m_error; // the first syntax error, "" without one
+    bool m_mayLoad = false;
+    unsigned m_loadsBefore; // guiHtml::namedLoads() when the page began
+    sstring m_error;        // the first syntax error, "" without one
     bool m_warnedOfDepth = false;
     unsigned m_depth = 0; // elements that are open, those around the page's node included
     std::vector<scope_t> m_scopes;

@@ -2,6 +2,8 @@
 // default.
 #include "page/guihtmlrare.h"
 
+#include "page/guifontepoch.h"
+
 #include <QScrollBar>
 
 namespace {
@@ -43,11 +45,19 @@ guiHtml::rare_t::rare_t(rare_t const& other)
         scroll->barX = scroll->barY = nullptr;
 }
 
-guiHtml::rare_t const& guiHtml::rare() const
+namespace {
+
+// Made once and for ever: the GUI thread still runs while the process exits.
+template <typename T>
+T const& defaultsOf()
 {
-    static rare_t const& defaults = *new rare_t; // for ever: the GUI thread still runs while the process exits
-    return m.rare ? *m.rare : defaults;
+    static T const& defaults = *new T;
+    return defaults;
 }
+
+} // namespace
+
+guiHtml::rare_t const& guiHtml::rare() const { return m.rare ? *m.rare : defaultsOf<rare_t>(); }
 
 guiHtml::rare_t& guiHtml::ensureRare()
 {
@@ -62,7 +72,7 @@ sstring guiHtml::getString(guiNodeString which) const
     return text ? toText(text->value) : sstring();
 }
 
-bool guiHtml::hasString(guiNodeString which) const { return findText(rare().texts, which) != nullptr; }
+bool guiHtml::hasString(guiNodeString which) const { return m.rare && findText(m.rare->texts, which) != nullptr; }
 
 bool guiHtml::isString(guiNodeString which, sstring const& value, bool fold) const
 {
@@ -77,6 +87,10 @@ bool guiHtml::isString(guiNodeString which, sstring const& value, bool fold) con
 
 void guiHtml::setString(guiNodeString which, sstring const& value)
 {
+    if (which == kStringFace)
+        guiFontEpoch::advance();
+    if (which == kStringSource || which == kStringBackground)
+        ++s_namedLoads;
     if (value.getLength() == 0) {
         if (m.rare)
             std::erase_if(m.rare->texts, [which](auto const& text) { return text.which == which; });
@@ -139,17 +153,18 @@ void guiHtml::clearBackgroundPixmap()
         m.rare->backgroundImage.reset();
 }
 
-guiHtml::scroll_t const& guiHtml::getScroll() const
-{
-    static scroll_t const& unscrolled = *new scroll_t; // like the defaults above
-    return rare().scroll ? *rare().scroll : unscrolled;
-}
+bool guiHtml::isScrolled() const { return m.rare && m.rare->scroll; }
+
+guiHtml::scroll_t const& guiHtml::getScroll() const { return isScrolled() ? *m.rare->scroll : defaultsOf<scroll_t>(); }
 
 guiHtml::scroll_t& guiHtml::ensureScroll()
 {
     rare_t& to = ensureRare();
-    if (!to.scroll)
+    if (!to.scroll) {
         to.scroll = std::make_unique<scroll_t>();
+        for (guiHtml* node = this; node; node = node->m.parent)
+            node->m.layout.forget(guiLayoutMemo::kNoBars);
+    }
     return *to.scroll;
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 int const* findEstimate(guiLayoutMemo const& memo, int width)
 {
-    if (memo.estimateRun != guiLayoutRun::number())
+    if (memo.run != guiLayoutRun::number())
         return nullptr;
     unsigned const kept = std::min<unsigned>(memo.estimates, guiLayoutMemo::kWidths);
     for (unsigned i = 0; i < kept; ++i)
@@ -21,9 +21,7 @@ int const* findEstimate(guiLayoutMemo const& memo, int width)
 
 void rememberEstimate(guiLayoutMemo& memo, int width, int height)
 {
-    if (memo.estimateRun != guiLayoutRun::number())
-        memo.estimates = 0;
-    memo.estimateRun = guiLayoutRun::number();
+    memo.enter(guiLayoutRun::number());
     unsigned const at = memo.estimates % guiLayoutMemo::kWidths;
     memo.estimateWidth[at] = width;
     memo.estimateHeight[at] = height;
@@ -32,9 +30,13 @@ void rememberEstimate(guiLayoutMemo& memo, int width, int height)
         static_cast<std::uint8_t>(memo.estimates == 0xFF ? guiLayoutMemo::kWidths + 1u : memo.estimates + 1u);
 }
 
+bool isSettled(guiHtml const* child) { return child->m.layout.knows(guiLayoutMemo::kSettled, guiLayoutRun::number()); }
+
 /// A child's own height for a width; a percentage is unknown while its parent's height is.
 int likedHeight(guiHtml* child, int width)
 {
+    if (isSettled(child) && guiClampPixels(child->m.activeCx) == width)
+        return guiClampPixels(child->m.activeCy);
     int height = 0;
     if (child->m.dynamic.unitY == kUnitPixels)
         height = guiClampPixels(child->m.dynamic.y);
@@ -47,7 +49,8 @@ int likedHeight(guiHtml* child, int width)
 int likedLayerHeight(guiHtml* node, guiLayer const& layer, int width)
 {
     int largest = 0;
-    if (node->m.layout.widthsRun == guiLayoutRun::number() && guiClampPixels(node->m.activeCx) == width) {
+    if (node->m.layout.knows(guiLayoutMemo::kShares, guiLayoutRun::number()) &&
+        guiClampPixels(node->m.activeCx) == width) {
         for (guiHtml* child : guiLayerNodes(node, layer))
             largest = std::max(largest, likedHeight(child, guiClampPixels(child->m.activeCx)));
         return largest;
@@ -106,8 +109,29 @@ namespace {
 void updateHeightsBelow(guiHtml* node)
 {
     guiLayoutMemo const& memo = node->m.layout;
-    if (memo.heightsRun != guiLayoutRun::number() || memo.heightsFor != guiClampPixels(node->m.activeCy))
+    if (!memo.knows(guiLayoutMemo::kHeights, guiLayoutRun::number()) ||
+        memo.heightsFor != guiClampPixels(node->m.activeCy))
         node->updateActiveHeights();
+}
+
+bool isSpringy(guiHtml const* child) { return child->m.expandHeight != 0; }
+
+// Two walks that come later skip the parts of the tree in which there is nothing to do for them.
+void learnWhatIsBelow(guiHtml* node)
+{
+    std::uint32_t const run = guiLayoutRun::number();
+    bool hasSprings = false;
+    bool hasBars = node->isScrolled();
+    for (guiHtml* child : guiNodesOf(node)) {
+        hasSprings |=
+            (node->m.expandChildren && isSpringy(child)) || !child->m.layout.knows(guiLayoutMemo::kNoSprings, run);
+        hasBars |= !child->m.layout.knows(guiLayoutMemo::kNoBars, run);
+    }
+    node->m.layout.forget(guiLayoutMemo::kNoSprings | guiLayoutMemo::kNoBars);
+    if (!hasSprings)
+        node->m.layout.learn(guiLayoutMemo::kNoSprings, run);
+    if (!hasBars)
+        node->m.layout.learn(guiLayoutMemo::kNoBars, run);
 }
 
 int layerHeight(guiHtml const* node, guiLayer const& layer)
@@ -118,7 +142,26 @@ int layerHeight(guiHtml const* node, guiLayer const& layer)
     return largest;
 }
 
+void takeHeight(guiHtml* parent, unsigned index, unsigned long available)
+{
+    guiHtml* child = parent->getChild(index);
+    int const height = guiClampPixels(parent->getChildHeight(index, child->m.activeCx, available));
+    child->m.activeCy = static_cast<unsigned>(std::max({height, child->m.dynamic.cyMin, 0}));
+}
+
 } // namespace
+
+// What a large page costs is how often its nodes are fetched from memory, so a node and all below it are finished in
+// one go where that gives the same result.
+void guiSettleHeight(guiHtml* parent, unsigned index)
+{
+    guiHtml* child = parent->getChild(index);
+    if (guiLayoutRun::kind() == guiLayoutRun::Kind::Part || child->m.dynamic.unitY == kUnitPercent)
+        return;
+    takeHeight(parent, index, 0);
+    child->m.layout.learn(guiLayoutMemo::kSettled, guiLayoutRun::number());
+    updateHeightsBelow(child);
+}
 
 void guiHtml::updateActiveHeights()
 {
@@ -126,27 +169,24 @@ void guiHtml::updateActiveHeights()
     ++guiLayoutCounters::heightPasses;
     int const room = guiInnerHeight(this, guiClampPixels(m.activeCy));
     auto const available = static_cast<unsigned long>(std::max(room, 0));
-    m.layout.heightsRun = guiLayoutRun::number();
+    m.layout.learn(guiLayoutMemo::kHeights, guiLayoutRun::number());
     m.layout.heightsFor = guiClampPixels(m.activeCy);
     guiLayerSum content(this, guiLayerSum::Gap::Always);
     guiLayerWalk layers(this);
     while (layers.next()) {
         guiLayer const& layer = layers.layer();
-        for (unsigned i = layer.first; i < layer.first + layer.count; ++i) {
-            guiHtml* child = getChild(i);
-            int const height = guiClampPixels(getChildHeight(i, child->m.activeCx, available));
-            child->m.activeCy = static_cast<unsigned>(std::max({height, child->m.dynamic.cyMin, 0}));
-        }
+        for (unsigned i = layer.first; i < layer.first + layer.count; ++i)
+            if (!isSettled(getChild(i)))
+                takeHeight(this, i, available);
         content.add(layer, layerHeight(this, layer));
     }
     for (guiHtml* child : guiNodesOf(this))
         updateHeightsBelow(child);
     guiDecideBar(this, Qt::Vertical, content.total(), room);
+    learnWhatIsBelow(this);
 }
 
 namespace {
-
-bool isSpringy(guiHtml const* child) { return child->m.expandHeight != 0; }
 
 struct springs
 {
@@ -172,7 +212,9 @@ springs findSprings(guiHtml* node)
 void grow(guiHtml* child, std::int64_t share)
 {
     child->m.activeCy = static_cast<unsigned>(guiClampPixels(child->m.activeCy + share));
+    child->m.layout.forget(guiLayoutMemo::kSettled);
     for (guiHtml* below : guiNodesOf(child)) {
+        below->m.layout.forget(guiLayoutMemo::kSettled);
         below->m.activeCy = child->m.activeCy;
         updateHeightsBelow(below);
     }
@@ -204,6 +246,8 @@ void handOutHeight(guiHtml* node)
 void guiHtml::updateSpringyHeights()
 {
     guiLayoutRun const run;
+    if (m.layout.knows(guiLayoutMemo::kNoSprings, guiLayoutRun::number()))
+        return;
     if (m.expandChildren)
         handOutHeight(this);
     for (guiHtml* child : guiNodesOf(this))

@@ -105,6 +105,7 @@ void runPasses(guiHtml* root)
     auto kind = guiLayoutRun::Kind::First;
     for (int runs = 0; runs < kMaxRuns; ++runs) {
         guiLayoutRun const run(kind);
+        guiLayoutRun::checkFonts(root);
         root->updateActiveWidths();
         root->updateActiveHeights();
         root->updateSpringyHeights();
@@ -139,7 +140,8 @@ void guiHtml::setRect(guiRect* rect)
     placeChildren(this, height);
     if (isRoot) {
         updateScrollbarRanges();
-        updateTabOrder();
+        if (getTopLevelWidget()) // without a window there is nothing to chain, and the order stays due
+            updateTabOrder();
     }
 }
 

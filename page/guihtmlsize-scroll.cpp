@@ -47,7 +47,7 @@ void guiStartBars(guiHtml* node)
         memo.lostBarX = memo.lostBarX || (memo.hadBarX && !memo.hasBarX);
         memo.lostBarY = memo.lostBarY || (memo.hadBarY && !memo.hasBarY);
     } else {
-        bool const keeps = guiLayoutRun::kind() == guiLayoutRun::Kind::Part;
+        bool const keeps = guiLayoutRun::kind() == guiLayoutRun::Kind::Part && node->isScrolled();
         memo.hasBarX = keeps && node->getScroll().barX;
         memo.hasBarY = keeps && node->getScroll().barY;
         memo.lostBarX = memo.lostBarY = false;
@@ -57,6 +57,8 @@ void guiStartBars(guiHtml* node)
 }
 
 namespace {
+
+bool hasBars(guiHtml const* node) { return node->isScrolled() && (node->getScroll().barX || node->getScroll().barY); }
 
 /// One of a node's two bars.
 struct axis
@@ -122,8 +124,7 @@ void dropBar(axis const& along, int room)
 void guiDecideBar(guiHtml* node, Qt::Orientation orientation, std::int64_t content, int room)
 {
     bool const isNeeded = content > room && node->m.scrollMode == kPolicyScroll && room > kLeastRoom;
-    guiHtml::scroll_t const& known = node->getScroll();
-    if (!isNeeded && !known.barX && !known.barY)
+    if (!isNeeded && !hasBars(node))
         return;
     axis const along = axisOf(node, orientation);
     if (isNeeded && !along.has && !along.lost)
@@ -135,8 +136,7 @@ void guiDecideBar(guiHtml* node, Qt::Orientation orientation, std::int64_t conte
 
 void guiSettleBars(guiHtml* node)
 {
-    guiHtml::scroll_t const& known = node->getScroll();
-    if (!known.barX && !known.barY)
+    if (!hasBars(node))
         return;
     for (Qt::Orientation orientation : {Qt::Horizontal, Qt::Vertical}) {
         axis const along = axisOf(node, orientation);
@@ -185,9 +185,9 @@ void updateBar(guiHtml* node, QScrollBar* bar, QRect const& place, int page, uns
 
 void updateOwnBars(guiHtml* node)
 {
-    guiHtml::scroll_t const& scroll = node->getScroll();
-    if (!scroll.barX && !scroll.barY)
+    if (!hasBars(node))
         return;
+    guiHtml::scroll_t const& scroll = node->getScroll();
     QRect const inner = innerRect(node);
     int const room = inner.width() - guiBarWidth(node);
     int const roomBelow = inner.height() - guiBarHeight(node);
@@ -203,6 +203,8 @@ void updateOwnBars(guiHtml* node)
 
 void guiHtml::updateScrollbarRanges()
 {
+    if (m.layout.knows(guiLayoutMemo::kNoBars, guiLayoutRun::number()))
+        return;
     updateOwnBars(this);
     for (guiHtml* child : guiNodesOf(this))
         child->updateScrollbarRanges();

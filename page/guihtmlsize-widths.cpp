@@ -134,7 +134,7 @@ void guiHtml::updateActiveWidths()
 {
     guiLayoutRun const run;
     ++guiLayoutCounters::widthPasses;
-    m.layout.widthsRun = guiLayoutRun::number();
+    m.layout.learn(guiLayoutMemo::kShares, guiLayoutRun::number());
     guiStartBars(this);
     int const room = guiInnerWidth(this, guiClampPixels(m.activeCx));
     std::int64_t content = 0;
@@ -147,7 +147,10 @@ void guiHtml::updateActiveWidths()
             child->m.activeCx = static_cast<unsigned>(*width++);
         content = std::max(content, shares.least + guiDividersOf(this, layer));
     }
-    for (guiHtml* child : guiNodesOf(this))
-        child->updateActiveWidths();
+    for (unsigned i = 0; i < getChildCount(); ++i)
+        if (guiChildList::isNode(getChild(i))) {
+            getChild(i)->updateActiveWidths();
+            guiSettleHeight(this, i);
+        }
     guiDecideBar(this, Qt::Horizontal, content, room);
 }

@@ -13,5 +13,9 @@ struct guiLayerWidths
     std::int64_t least = 0;  ///< what the nodes take before spare width is given away, without dividers
 };
 
+/// Gives a child its height, and its own children theirs, as soon as their widths are known and while they are at hand,
+/// unless the height depends on the parent's. Part of a whole layout.
+void guiSettleHeight(guiHtml* parent, unsigned index);
+
 /// Shares out `room` pixels, dividers included. Changes no node.
 guiLayerWidths guiShareWidth(guiHtml const* node, guiLayer const& layer, int room);

@@ -4,6 +4,7 @@
 #include "page/guihtmlsize.h"
 
 #include "foundation/vela-qt.h"
+#include "page/guifontepoch.h"
 #include "page/guihtml.h"
 #include "page/guihtmlsize-layers.h"
 #include "page/guihtmlsize-scroll.h"
@@ -15,6 +16,8 @@ guiLayoutRun::guiLayoutRun(Kind kind, bool isNew) : m_isNew(isNew), m_wasActive(
     if (!isNew)
         return;
     ++s_number;
+    if (!s_isActive)
+        s_hasCheckedFonts = false;
     s_isActive = true;
     s_newBars = 0;
     s_hasLostBars = false;
@@ -27,6 +30,16 @@ guiLayoutRun::~guiLayoutRun()
         return;
     s_isActive = m_wasActive;
     s_kind = m_kindBefore;
+}
+
+void guiLayoutRun::checkFonts(guiHtml* node)
+{
+    if (s_hasCheckedFonts)
+        return;
+    while (node->m.parent)
+        node = node->m.parent;
+    guiFontEpoch::check(node);
+    s_hasCheckedFonts = true;
 }
 
 std::int64_t guiFrameOf(guiHtml const* node) { return 2 * (std::int64_t{node->m.border} + node->m.space); }
@@ -56,8 +69,12 @@ void copyRequests(guiHtml* node)
 
 void measureCaption(guiHtml* node)
 {
+    if (!node->hasString(kStringCaption)) {
+        node->setCaptionSize(0, 0);
+        return;
+    }
     sstring const caption = node->getString(kStringCaption);
-    if (caption.getLength() == 0 || caption == kEmptyGroupBox) {
+    if (caption == kEmptyGroupBox) {
         node->setCaptionSize(0, 0);
         return;
     }
@@ -172,6 +189,7 @@ void decideHeight(guiHtml* node)
 int guiHtml::calcDynamicLayout()
 {
     guiLayoutRun const run;
+    guiLayoutRun::checkFonts(this);
     ++guiLayoutCounters::calcDynamic;
     copyRequests(this);
     measureCaption(this);

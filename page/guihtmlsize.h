@@ -47,6 +47,9 @@ public:
 
     static std::uint32_t number() { return s_number; }
     static bool isActive() { return s_isActive; }
+    /// Makes sure that fonts changed only where guiFontEpoch was told, for the rest of the outermost run.
+    static void checkFonts(guiHtml* node);
+    static bool fontsAreChecked() { return s_isActive && s_hasCheckedFonts; }
     static Kind kind() { return s_kind; }
     /// A scroll bar appeared or went in this run; one that did both counts for nothing.
     static void addBar() { ++s_newBars; }
@@ -61,6 +64,7 @@ private:
     static inline bool s_isActive = false;
     static inline int s_newBars = 0;
     static inline bool s_hasLostBars = false;
+    static inline bool s_hasCheckedFonts = false;
     static inline Kind s_kind = Kind::Part;
 
     bool m_isNew;

@@ -3,6 +3,7 @@
 #include "page/guihtmltext.h"
 
 #include "foundation/vela-qt.h"
+#include "page/guifontepoch.h"
 #include "page/guihtmlsize.h"
 #include "page/guihtmltext-lines.h"
 #include "page/guihtmltext-measure.h"
@@ -16,7 +17,6 @@
 
 namespace {
 
-constexpr int kMargin = 4;
 constexpr int kSmallestHeight = 8;
 
 /// One call of drawText().
@@ -129,7 +129,7 @@ guiTextMeasures::extent layOut(drawing const& job)
         height += line.height();
         longest = std::max(longest, line.width());
     }
-    return {guiClampPixels(std::int64_t{longest} + 2 * kMargin), std::max(guiClampPixels(height), kSmallestHeight)};
+    return {guiClampPixels(std::int64_t{longest} + 2 * kTextMargin), std::max(guiClampPixels(height), kSmallestHeight)};
 }
 
 void clipToPainter(drawing& job)
@@ -152,9 +152,9 @@ int paint(drawing& job, int* widthOut)
 
 int measureWidth(drawing const& job, int* widthOut)
 {
-    guiTextMeasures* measures = job.cache ? job.cache->measures.get() : nullptr;
+    guiTextMeasures* measures = job.cache ? &job.cache->measures : nullptr;
     std::optional<guiTextMeasures::extent> size;
-    bool const isUnbroken = job.box.width == std::numeric_limits<int>::max() - 2 * kMargin;
+    bool const isUnbroken = job.box.width == std::numeric_limits<int>::max() - 2 * kTextMargin;
     if (measures && isUnbroken)
         size = measures->preferred();
     if (!size) {
@@ -168,10 +168,10 @@ int measureWidth(drawing const& job, int* widthOut)
 
 int measureHeight(drawing& job)
 {
-    guiTextMeasures* measures = job.cache ? job.cache->measures.get() : nullptr;
+    guiTextMeasures* measures = job.cache ? &job.cache->measures : nullptr;
     if (!measures)
         return layOut(job).height;
-    int const nodeWidth = job.box.width + 2 * kMargin;
+    int const nodeWidth = job.box.width + 2 * kTextMargin;
     job.records = job.run.hasLinks() && measures->hotspotWidth != nodeWidth;
     std::optional<int> height = measures->heightFor(job.box.width);
     if (height && !job.records)
@@ -203,24 +203,46 @@ int drawNothing(int* widthOut, guiHtmlText::mx_t* cache, bool isHeight)
     return kSmallestHeight;
 }
 
+bool showsNothing(QStringView text) { return text.isEmpty() || (text.size() == 1 && text.front() == u' '); }
+
+/// The text's own box, without the margins.
+guiRect innerBox(guiRect const& box)
+{
+    return {box.left + kTextMargin, box.width - 2 * kTextMargin, box.top, box.height};
+}
+
 } // namespace
 
 int guiHtmlText::drawText(QPainter* painter, guiRect* box, sstring const& text, textParams const* params, int* widthOut,
                           mx_t* cache)
 {
     QStringView const view = sstoview(text);
-    if (view.isEmpty() || view == QLatin1String(" "))
+    if (showsNothing(view))
         return drawNothing(widthOut, cache, !painter && !widthOut);
-    guiRect const inner{box->left + kMargin, box->width - 2 * kMargin, box->top, box->height};
     guiTextFont& font = guiTextFonts::of(params->font);
     if (!cache) {
         guiTextRun const run(view, font, params->points, false);
-        drawing job{painter, inner, view, *params, run, nullptr, false};
+        drawing job{painter, innerBox(*box), view, *params, run, nullptr, false};
         return measure(job, widthOut);
     }
-    if (!cache->measures)
-        cache->measures = std::make_unique<guiTextMeasures>();
-    drawing job{painter, inner, view, *params, cache->measures->run(view, font, params->points), cache, false};
+    cache->measures.fontEpoch = 0;
+    cache->text.setMeasured(false); // this text may be another one
+    guiTextRun const& run = cache->measures.run(view, false, font, params->points);
+    drawing job{painter, innerBox(*box), view, *params, run, cache, false};
+    return measure(job, widthOut);
+}
+
+/// drawText() of the node's own text, which tells by itself whether it changed.
+int guiHtmlText::layOut(QPainter* painter, guiRect const& box, int* widthOut)
+{
+    QStringView const view = mx.text.view();
+    if (showsNothing(view))
+        return drawNothing(widthOut, &mx, !painter && !widthOut);
+    textParams const params = ownParams();
+    guiTextRun const& run = mx.measures.run(view, mx.text.isMeasured(), guiTextFonts::of(params.font), params.points);
+    mx.text.setMeasured();
+    mx.measures.fontEpoch = guiLayoutRun::fontsAreChecked() ? guiFontEpoch::number() : 0;
+    drawing job{painter, innerBox(box), view, params, run, &mx, false};
     return measure(job, widthOut);
 }
 

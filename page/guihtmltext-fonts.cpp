@@ -1,6 +1,7 @@
 // page/guihtmltext-fonts.cpp: see guihtmltext-fonts.h.
 #include "page/guihtmltext-fonts.h"
 
+#include "page/guifontepoch.h"
 #include "page/guihtmltext-characters.h"
 #include "page/guilayoutcounters.h"
 
@@ -253,6 +254,7 @@ void guiTextFonts::clear()
 {
     tableStorage() = fontTable();
     ++theGeneration;
+    guiFontEpoch::advance();
 }
 
 guiTextFont& guiTextFonts::of(QFont const& font)

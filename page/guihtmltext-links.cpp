@@ -1,7 +1,7 @@
 // page/guihtmltext-links.cpp: what the mouse does to the links of a text run.
 #include "page/guihtmltext.h"
 
-#include "page/guihtmltext-measure.h"
+#include "foundation/vela-qt.h"
 
 #include <QWidget>
 
@@ -47,16 +47,11 @@ void guiHtmlText::onMouseOff()
 void guiHtmlText::onMouseDown(int, int)
 {
     constexpr unsigned kLinkStart = 4; // "[[a "
-    constexpr unsigned short kBracket = ']';
-    if (mx.hoveredLink == kNoLink || mx.hoveredLink + kLinkStart > mx.text.getLength())
+    QStringView const text = mx.text.view();
+    if (mx.hoveredLink == kNoLink || !text.mid(mx.hoveredLink).startsWith(QStringView(u"[[")))
         return;
-    unsigned short const* units = mx.text.getUnicode();
-    if (units[mx.hoveredLink] != '[' || units[mx.hoveredLink + 1] != '[')
-        return;
-    unsigned const start = mx.hoveredLink + kLinkStart;
-    for (unsigned end = start; end + 1 < mx.text.getLength(); ++end)
-        if (units[end] == kBracket && units[end + 1] == kBracket) {
-            onHyperlink(sstring(units, start, end - start), nullptr);
-            return;
-        }
+    qsizetype const start = qsizetype{mx.hoveredLink} + kLinkStart;
+    qsizetype const end = text.indexOf(QStringView(u"]]"), start);
+    if (end >= start)
+        onHyperlink(qtoss(text.mid(start, end - start).toString()), nullptr);
 }

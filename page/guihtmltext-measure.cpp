@@ -1,32 +1,51 @@
 // page/guihtmltext-measure.cpp: see guihtmltext-measure.h.
 #include "page/guihtmltext-measure.h"
 
+#include "page/guihtmlsize.h"
+
 #include <QHashFunctions>
 
 #include <algorithm>
 
-// The text is told from the one measured before by its length and 64 bits of hash: a copy to compare with would double
-// what a page of text takes.
-guiTextRun const& guiTextMeasures::run(QStringView text, guiTextFont& font, int points)
+namespace {
+
+std::uint64_t keyOf(QStringView text)
 {
-    std::uint64_t const key = qHashBits(text.utf16(), static_cast<std::size_t>(text.size()) * 2);
-    if (m_run && m_textLength == text.size() && m_textKey == key && m_font == &font && m_points == points &&
-        m_generation == guiTextFonts::generation())
-        return *m_run;
-    m_run.emplace(text, font, points, true);
-    m_textLength = text.size();
+    return qHashBits(text.utf16(), static_cast<std::size_t>(text.size()) * 2, static_cast<std::size_t>(text.size()));
+}
+
+} // namespace
+
+// The text is told from the one measured before by 64 bits of hash: a copy to compare with would double what a page of
+// text takes.
+guiTextRun const& guiTextMeasures::run(QStringView text, bool isSameText, guiTextFont& font, int points)
+{
+    bool const isSameFont = m_font == &font && m_points == points && m_generation == guiTextFonts::generation();
+    if (isSameText && isSameFont)
+        return m_run;
+    std::uint64_t const key = keyOf(text);
+    if (isSameFont && m_textKey == key)
+        return m_run;
+    m_run = guiTextRun(text, font, points, true);
     m_textKey = key;
     m_font = &font;
-    m_points = points;
+    m_points = static_cast<std::uint16_t>(points);
     m_generation = guiTextFonts::generation();
-    m_preferred.reset();
-    hotspotWidth.reset();
+    m_preferred.width = hotspotWidth = kNoWidth;
     m_heightCount = m_nextHeight = 0;
-    return *m_run;
+    return m_run;
+}
+
+std::optional<guiTextMeasures::extent> guiTextMeasures::preferred() const
+{
+    return m_preferred.width == kNoWidth ? std::nullopt : std::optional(m_preferred);
 }
 
 std::optional<int> guiTextMeasures::heightFor(int width) const
 {
+    bool const isPreferredKnown = m_preferred.width != kNoWidth && m_preferred.width < kMaxLayoutPixels;
+    if (isPreferredKnown && width >= m_preferred.width - 2 * kTextMargin)
+        return m_preferred.height;
     auto const end = m_heights.begin() + m_heightCount;
     auto const found = std::find_if(m_heights.begin(), end, [width](extent size) { return size.width == width; });
     return found == end ? std::nullopt : std::optional(found->height);

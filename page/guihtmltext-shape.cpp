@@ -5,14 +5,49 @@
 #include "page/guihtmltext-codes.h"
 #include "page/guilayoutcounters.h"
 
+#include "foundation/vela-error.h"
+
 #include <algorithm>
+#include <cerrno>
+#include <cstdlib>
 #include <limits>
+#include <vector>
+
+namespace {
+
+/// Room to gather a run in, kept from run to run. GUI thread; a run is never made while another one is.
+struct gathering
+{
+    std::vector<guiTextChunk> chunks;
+    std::vector<guiTextWord> words;
+    bool hasLinks = false;
+
+    void start()
+    {
+        constexpr std::size_t kMostKept = 1 << 16;
+        if (words.capacity() > kMostKept)
+            *this = gathering();
+        chunks.clear();
+        words.clear();
+        hasLinks = false;
+    }
+};
+
+gathering& theGathering()
+{
+    static gathering& one = *new gathering;
+    return one;
+}
+
+} // namespace
+
+void guiTextRun::release::operator()(block* at) const { std::free(at); }
 
 /// Reads a text from front to back, keeping the formatting in force.
 class guiTextRun::builder
 {
 public:
-    builder(guiTextRun& run, guiTextFont& font, int points, bool normalize)
+    builder(gathering& run, guiTextFont& font, int points, bool normalize)
         : m_run(run), m_default(font), m_defaultPoints(points), m_normalize(normalize), m_face(&font), m_points(points)
     {}
 
@@ -31,7 +66,7 @@ private:
     void endLink();
     void endColor();
 
-    guiTextRun& m_run;
+    gathering& m_run;
     guiTextFont& m_default;
     int m_defaultPoints;
     bool m_normalize;
@@ -51,7 +86,9 @@ private:
 guiTextRun::guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize)
 {
     ++guiLayoutCounters::runsShaped;
-    builder build(*this, font, points, normalize);
+    gathering& found = theGathering();
+    found.start();
+    builder build(found, font, points, normalize);
     guiTextScanner scanner(text);
     while (scanner.next()) {
         if (scanner.isCode())
@@ -60,15 +97,23 @@ guiTextRun::guiTextRun(QStringView text, guiTextFont& font, int points, bool nor
             build.addText(scanner.part(), scanner.start());
     }
     build.finish();
-    m_chunks.shrink_to_fit();
-    m_words.shrink_to_fit();
+    std::size_t const chunkBytes = found.chunks.size() * sizeof(guiTextChunk);
+    std::size_t const wordBytes = found.words.size() * sizeof(guiTextWord);
+    m_block.reset(static_cast<block*>(std::malloc(sizeof(block) + chunkBytes + wordBytes)));
+    if (!m_block)
+        throw velaError(ENOMEM);
+    m_block->chunks = static_cast<std::uint32_t>(found.chunks.size());
+    m_block->words = static_cast<std::uint32_t>(found.words.size()) & 0x7FFFFFFF;
+    m_block->hasLinks = found.hasLinks;
+    std::copy(found.chunks.begin(), found.chunks.end(), chunksOf(m_block.get()));
+    std::copy(found.words.begin(), found.words.end(), wordsOf(m_block.get()));
 }
 
 void guiTextRun::builder::openChunk(qsizetype start)
 {
     guiTextChunk chunk;
     chunk.start = static_cast<std::uint32_t>(start);
-    chunk.firstWord = static_cast<std::uint32_t>(m_run.m_words.size());
+    chunk.firstWord = static_cast<std::uint32_t>(m_run.words.size());
     chunk.link = m_link;
     chunk.indent = m_indent;
     chunk.breaks = m_breaks;
@@ -76,7 +121,7 @@ void guiTextRun::builder::openChunk(qsizetype start)
     chunk.color = m_color;
     chunk.ink = m_ink;
     chunk.underline = m_underline || m_link != guiTextChunk::kNoLink;
-    m_run.m_chunks.push_back(chunk);
+    m_run.chunks.push_back(chunk);
     m_breaks = 0;
 }
 
@@ -97,8 +142,8 @@ void guiTextRun::builder::addText(QStringView text, qsizetype start)
 
 void guiTextRun::builder::addWord(QStringView word)
 {
-    guiTextFont& font = *m_run.m_chunks.back().font;
-    auto& words = m_run.m_words;
+    guiTextFont& font = *m_run.chunks.back().font;
+    auto& words = m_run.words;
     if (word.size() <= guiTextFont::kMaxWord) {
         int const advance = word.isEmpty() ? 0 : font.wordAdvance(word);
         if (advance <= guiTextWord::kMaxAdvance) {
@@ -115,13 +160,13 @@ void guiTextRun::builder::addWord(QStringView word)
 void guiTextRun::builder::addBlanks(qsizetype count)
 {
     while (count > 0) {
-        guiTextWord& last = m_run.m_words.back();
+        guiTextWord& last = m_run.words.back();
         unsigned const room = guiTextWord::kMaxBlanks - last.blanks;
         unsigned const taken = static_cast<unsigned>(std::min<qsizetype>(count, room));
         last.blanks = static_cast<std::uint8_t>(last.blanks + taken) & guiTextWord::kMaxBlanks;
         count -= taken;
         if (count > 0)
-            m_run.m_words.push_back(guiTextWord());
+            m_run.words.push_back(guiTextWord());
     }
 }
 
@@ -135,7 +180,7 @@ void guiTextRun::builder::addBreak(qsizetype start)
 void guiTextRun::builder::finish()
 {
     if (m_breaks)
-        openChunk(m_run.m_chunks.empty() ? 0 : m_run.m_chunks.back().start);
+        openChunk(m_run.chunks.empty() ? 0 : m_run.chunks.back().start);
 }
 
 void guiTextRun::builder::setFont(QStringView code)
@@ -156,7 +201,7 @@ void guiTextRun::builder::resetFont()
 void guiTextRun::builder::startLink(qsizetype start)
 {
     m_link = static_cast<std::uint32_t>(start);
-    m_run.m_hasLinks = true;
+    m_run.hasLinks = true;
     if (!m_explicitColor)
         m_ink = guiTextInk::Link;
 }

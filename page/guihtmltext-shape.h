@@ -9,7 +9,8 @@
 #include <QStringView>
 
 #include <cstdint>
-#include <vector>
+#include <memory>
+#include <span>
 
 /// Where the colour of a stretch comes from; all but an explicit one are known only when it is drawn.
 enum class guiTextInk : std::uint8_t
@@ -38,27 +39,49 @@ struct guiTextChunk
 /// Whether a unit is white space at which a line may end. No-break spaces are none.
 constexpr bool guiIsBlank(char16_t unit) { return unit == u' ' || (unit >= u'\t' && unit <= u'\r'); }
 
-/// The stretches and words of one text. Valid for that text only, and until the fonts are forgotten.
+/// The stretches and words of one text, in one piece of memory. Valid for that text only, and until the fonts are
+/// forgotten.
 class guiTextRun
 {
 public:
+    /// Of no text.
+    guiTextRun() = default;
     /// `font` and `points` are the run's default font and its size; `normalize` sizes faces that codes name by the
     /// table of findFontHeight().
     guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize);
 
-    std::vector<guiTextChunk> const& chunks() const { return m_chunks; }
-    std::vector<guiTextWord> const& words() const { return m_words; }
+    std::span<guiTextChunk const> chunks() const
+    {
+        return m_block ? std::span(chunksOf(m_block.get()), m_block->chunks) : std::span<guiTextChunk const>();
+    }
+    std::span<guiTextWord const> words() const
+    {
+        return m_block ? std::span(wordsOf(m_block.get()), m_block->words) : std::span<guiTextWord const>();
+    }
     /// First word behind a chunk.
     std::uint32_t wordsEnd(std::size_t chunk) const
     {
-        return chunk + 1 < m_chunks.size() ? m_chunks[chunk + 1].firstWord : static_cast<std::uint32_t>(m_words.size());
+        return chunk + 1 < m_block->chunks ? chunksOf(m_block.get())[chunk + 1].firstWord : m_block->words;
     }
-    bool hasLinks() const { return m_hasLinks; }
+    bool hasLinks() const { return m_block && m_block->hasLinks; }
 
 private:
     class builder;
 
-    std::vector<guiTextChunk> m_chunks;
-    std::vector<guiTextWord> m_words;
-    bool m_hasLinks = false;
+    /// What stands before the chunks, which stand before the words.
+    struct block
+    {
+        std::uint32_t chunks;
+        std::uint32_t words : 31;
+        std::uint32_t hasLinks : 1;
+    };
+    struct release
+    {
+        void operator()(block* at) const;
+    };
+
+    static guiTextChunk* chunksOf(block* at) { return reinterpret_cast<guiTextChunk*>(at + 1); }
+    static guiTextWord* wordsOf(block* at) { return reinterpret_cast<guiTextWord*>(chunksOf(at) + at->chunks); }
+
+    std::unique_ptr<block, release> m_block;
 };

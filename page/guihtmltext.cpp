@@ -2,17 +2,14 @@
 // what the mouse does to links in guihtmltext-links.cpp.
 #include "page/guihtmltext.h"
 
+#include "page/guifontepoch.h"
 #include "page/guihtmlsize.h"
-#include "page/guihtmltext-measure.h"
 #include "page/guilayoutcounters.h"
 
 #include <QPainter>
 
 #include <algorithm>
 #include <limits>
-
-guiHtmlText::mx_t::mx_t() = default;
-guiHtmlText::mx_t::~mx_t() = default;
 
 guiHtml& guiHtmlText::operator=(guiHtml& other)
 {
@@ -24,7 +21,7 @@ guiHtml& guiHtmlText::operator=(guiHtml& other)
 
 guiHtml* guiHtmlText::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
-int guiHtmlText::paintText(QPainter* painter, guiRect* box, sstring const& text, int* widthOut)
+textParams guiHtmlText::ownParams()
 {
     textParams params;
     params.font = getDefaultFont(&params.points);
@@ -32,15 +29,29 @@ int guiHtmlText::paintText(QPainter* painter, guiRect* box, sstring const& text,
     params.linkColor = m.linkColor;
     params.activeLinkColor = m.activeLinkColor;
     params.align = m.alignX;
+    return params;
+}
+
+int guiHtmlText::paintText(QPainter* painter, guiRect* box, sstring const& text, int* widthOut)
+{
+    textParams const params = ownParams();
     return drawText(painter, box, text, &params, widthOut, &mx);
+}
+
+// In one layout the font is asked for once, however often the run is measured.
+bool guiHtmlText::isFontKnown() const
+{
+    return guiLayoutRun::fontsAreChecked() && mx.text.isMeasured() && mx.measures.fontEpoch == guiFontEpoch::number();
 }
 
 int guiHtmlText::getPreferredWidth()
 {
     ++guiLayoutCounters::widthQueries;
-    guiRect box{m.border, std::numeric_limits<int>::max(), m.border, 0};
     int width = 0;
-    paintText(nullptr, &box, mx.text, &width);
+    if (std::optional<guiTextMeasures::extent> const known = mx.measures.preferred(); known && isFontKnown())
+        width = known->width;
+    else
+        layOut(nullptr, {m.border, std::numeric_limits<int>::max(), m.border, 0}, &width);
     return guiClampPixels(std::int64_t{width} + 2 * std::int64_t{m.border});
 }
 
@@ -53,33 +64,47 @@ guiRect guiHtmlText::boxForWidth(unsigned long width) const
 int guiHtmlText::getHeightEstimate(unsigned long width)
 {
     ++guiLayoutCounters::heightQueries;
-    guiRect box = boxForWidth(width);
-    return paintText(nullptr, &box, mx.text, nullptr);
+    guiRect const box = boxForWidth(width);
+    if (isFontKnown() && !mx.measures.hasLinks())
+        if (std::optional<int> const known = mx.measures.heightFor(box.width - 2 * kTextMargin))
+            return *known;
+    return layOut(nullptr, box, nullptr);
+}
+
+void guiHtmlText::updateActiveWidths() { ++guiLayoutCounters::widthPasses; }
+
+void guiHtmlText::updateActiveHeights()
+{
+    ++guiLayoutCounters::heightPasses;
+    m.layout.heightsFor = guiClampPixels(m.activeCy);
+    m.layout.learn(guiLayoutMemo::kHeights | guiLayoutMemo::kNoSprings | guiLayoutMemo::kNoBars,
+                   guiLayoutRun::number());
 }
 
 // The last height measured may have been one for another width: links must be found where the text is painted.
 void guiHtmlText::setRect(guiRect* rect)
 {
-    guiHtml::setRect(rect);
+    ++guiLayoutCounters::placements;
+    m.rect = *rect;
     if (mx.hotspots.empty())
         return;
-    guiRect box = boxForWidth(static_cast<unsigned long>(std::max(m.rect.width, 0)));
-    if (mx.measures->hotspotWidth != box.width)
-        paintText(nullptr, &box, mx.text, nullptr);
+    guiRect const box = boxForWidth(static_cast<unsigned long>(std::max(m.rect.width, 0)));
+    if (mx.measures.hotspotWidth != box.width)
+        layOut(nullptr, box, nullptr);
 }
 
 void guiHtmlText::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region)
 {
     guiHtml::paintTo(painter, x, y, widget, region);
     int const border = guiClampPixels(m.border);
-    guiRect box{x + m.rect.left + border, m.rect.width - 2 * border, y + m.rect.top + border,
-                m.rect.height - 2 * border};
+    guiRect const box{x + m.rect.left + border, m.rect.width - 2 * border, y + m.rect.top + border,
+                      m.rect.height - 2 * border};
     QRect const inner = QRect(box.left, box.top, box.width, box.height).adjusted(m.space, m.space, -m.space, -m.space);
     QRegion const clip = region ? region->intersected(inner) : QRegion(inner);
     if (clip.isEmpty() || !getTopLevelWidget())
         return;
     painter->save();
     painter->setClipRegion(clip);
-    paintText(painter, &box, mx.text, nullptr);
+    layOut(painter, box, nullptr);
     painter->restore();
 }

@@ -4,15 +4,13 @@
 // remembers the results.
 #pragma once
 
+#include "page/guihotspots.h"
 #include "page/guihtml.h"
+#include "page/guihtmltext-buffer.h"
+#include "page/guihtmltext-measure.h"
 
 #include <QFont>
 
-#include <memory>
-#include <vector>
-
-struct guiHotspot;
-class guiTextMeasures;
 class QFontMetrics;
 
 /// What drawText() starts from.
@@ -38,15 +36,10 @@ public:
     /// The run's text and what it remembers of it.
     struct mx_t
     {
-        mx_t();
-        ~mx_t();
-        mx_t(mx_t const&) = delete;
-        mx_t& operator=(mx_t const&) = delete;
-
-        sstring text;
-        unsigned hoveredLink = kNoLink;            ///< position in the text of the hovered link's code
-        std::vector<guiHotspot> hotspots;          ///< of the last height measured
-        std::unique_ptr<guiTextMeasures> measures; ///< made by the first measurement
+        guiRunText text;
+        guiHotspotList hotspots;        ///< of the last height measured
+        guiTextMeasures measures;       //
+        unsigned hoveredLink = kNoLink; ///< position in the text of the hovered link's code
     };
 
     explicit guiHtmlText(guiHtml* parent = nullptr) : guiHtml(parent) {}
@@ -57,6 +50,11 @@ public:
     guiHtml& operator=(guiHtml& other) override;
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
+    // A run has no children to share its size out to.
+    void updateActiveWidths() override;
+    void updateActiveHeights() override;
+    void updateSpringyHeights() override {}
+    void updateScrollbarRanges() override {}
     void setRect(guiRect* rect) override;
     void paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region) override;
     /// A run with links takes the pointer, other text lets it through.
@@ -66,9 +64,9 @@ public:
     void onMouseDown(int x, int y) override;
 
     /// The text with its codes.
-    sstring const& getText() const { return mx.text; }
-    /// The text to append to: the parser writes into it. The caches of earlier measurements compare it.
-    sstring& editText() { return mx.text; }
+    sstring getText() const { return mx.text.toString(); }
+    /// The text to append to: the parser writes into it.
+    guiRunText& editText() { return mx.text; }
 
     /// Lays a text out in `box` and returns the height used, at least 8. With a painter it paints; with `widthOut` and
     /// no painter it measures the longest line, margins included; with neither it measures the height for the box's
@@ -83,6 +81,9 @@ public:
     mx_t mx;
 
 private:
+    int layOut(QPainter* painter, guiRect const& box, int* widthOut);
+    textParams ownParams();
+    bool isFontKnown() const;
     guiRect boxForWidth(unsigned long width) const;
     unsigned linkAt(int x, int y) const;
     void setPointer(bool onLink);

@@ -593,7 +593,7 @@ protected:
     {
         guiRect rect;
         run->getRectInWidget(&rect);
-        guiHotspot const& spot = run->mx.hotspots.at(0);
+        guiHotspot const& spot = run->mx.hotspots[0];
         return {rect.left + spot.left + spot.width / 2, rect.top + spot.top + spot.height / 2};
     }
 

@@ -264,7 +264,7 @@ protected:
         run = addText(&root, text);
         return run;
     }
-    std::vector<guiHotspot> const& spots() const { return run->mx.hotspots; }
+    guiHotspotList const& spots() const { return run->mx.hotspots; }
 
     testRoot root;
     guiHtmlText* run = nullptr;
@@ -349,7 +349,7 @@ TEST_F(TextLinks, PointerShowsAHandOverALinkAndEdgesCountLeftAndTopOnly)
 {
     addRun("See [[a event://x]]this[[/a]]");
     root.layOut(500, 100);
-    guiHotspot const spot = spots().at(0);
+    guiHotspot const spot = spots()[0];
     QWidget* widget = root.getTopLevelWidget();
     auto isHovered = [&](int x, int y) {
         run->onMouseMove(x, y);
@@ -371,10 +371,10 @@ TEST_F(TextLinks, MovingStraightToAnotherLinkKeepsTheCursor)
 {
     addRun("[[a event://x]]this[[/a]][[a event://y]]that[[/a]]");
     root.layOut(500, 100);
-    run->onMouseMove(spots().at(0).left, 0);
+    run->onMouseMove(spots()[0].left, 0);
     root.getTopLevelWidget()->setCursor(Qt::WaitCursor); // would be replaced by any change
-    run->onMouseMove(spots().at(1).left, 0);
-    EXPECT_EQ(run->mx.hoveredLink, spots().at(1).link);
+    run->onMouseMove(spots()[1].left, 0);
+    EXPECT_EQ(run->mx.hoveredLink, spots()[1].link);
     EXPECT_EQ(root.getTopLevelWidget()->cursor().shape(), Qt::WaitCursor);
 }
 
@@ -400,7 +400,7 @@ TEST_F(TextLinks, ClickFollowsTheHoveredLink)
     root.layOut(500, 100);
     text->onMouseDown(0, 0);
     EXPECT_TRUE(text->followed.empty());
-    text->onMouseMove(text->mx.hotspots.at(0).left, 0);
+    text->onMouseMove(text->mx.hotspots[0].left, 0);
     text->onMouseDown(0, 0);
     EXPECT_EQ(text->followed, std::vector<std::string>{"{menu}list.html"});
 }
@@ -411,7 +411,7 @@ TEST_F(TextLinks, ClickAfterTheTextChangedFollowsNothing)
     text->editText() = "See [[a list.html]]this[[/a]]";
     root.append(text);
     root.layOut(500, 100);
-    text->onMouseMove(text->mx.hotspots.at(0).left, 0);
+    text->onMouseMove(text->mx.hotspots[0].left, 0);
     for (char const* other : {"See", "See no link here", "See [[a list.html", ""}) {
         text->editText() = other;
         text->onMouseDown(0, 0);
@@ -458,19 +458,18 @@ TEST(TextMemory, WordsTakeLessThanTheTextItself)
     for (int i = 0; i < 20000; ++i)
         text += i % 50 ? u"order " : u"[[b]]total[[/b]] of ";
     guiTextRun const prose(text, guiTextFonts::of(testFont()), 10, true);
-    EXPECT_LT(prose.words().capacity() * sizeof(guiTextWord) + prose.chunks().capacity() * sizeof(guiTextChunk),
-              text.size());
+    EXPECT_LT(prose.words().size_bytes() + prose.chunks().size_bytes(), text.size());
     guiTextRun const word(std::u16string(100000, u'x'), guiTextFonts::of(testFont()), 10, true);
-    EXPECT_LE(word.words().capacity() * sizeof(guiTextWord), 400000u);
+    EXPECT_LE(word.words().size_bytes(), 400000u);
 }
 
 TEST(TextMemory, NothingIsMeasuredBeforeItIsNeeded)
 {
     testRoot root;
     guiHtmlText* run = addText(&root, "one two three");
-    EXPECT_EQ(run->mx.measures, nullptr);
+    EXPECT_FALSE(run->mx.measures.isMade());
     run->getPreferredWidth();
-    EXPECT_NE(run->mx.measures, nullptr);
+    EXPECT_TRUE(run->mx.measures.isMade());
 }
 
 TEST(TextMemory, ForgottenFontsAreMeasuredAgain)
