@@ -193,6 +193,13 @@ int measure(drawing& job, int* widthOut)
     return widthOut ? measureWidth(job, widthOut) : measureHeight(job);
 }
 
+/// The hotspots of another text, or of one in another font, are none of this one's.
+void dropOldHotspots(guiHtmlText::mx_t& cache)
+{
+    if (cache.measures.hotspotWidth == guiTextMeasures::kNoWidth)
+        cache.hotspots.clear();
+}
+
 /// A text that shows nothing has a height of its own and no width.
 int drawNothing(int* widthOut, guiHtmlText::mx_t* cache, bool isHeight)
 {
@@ -228,6 +235,7 @@ int guiHtmlText::drawText(QPainter* painter, guiRect* box, sstring const& text, 
     cache->measures.fontEpoch = 0;
     cache->text.setMeasured(false); // this text may be another one
     guiTextRun const& run = cache->measures.run(view, false, font, params->points);
+    dropOldHotspots(*cache);
     drawing job{painter, innerBox(*box), view, *params, run, cache, false};
     return measure(job, widthOut);
 }
@@ -240,6 +248,7 @@ int guiHtmlText::layOut(QPainter* painter, guiRect const& box, int* widthOut)
         return drawNothing(widthOut, &mx, !painter && !widthOut);
     textParams const params = ownParams();
     guiTextRun const& run = mx.measures.run(view, mx.text.isMeasured(), guiTextFonts::of(params.font), params.points);
+    dropOldHotspots(mx);
     mx.text.setMeasured();
     mx.measures.fontEpoch = guiLayoutRun::fontsAreChecked() ? guiFontEpoch::number() : 0;
     drawing job{painter, innerBox(box), view, params, run, &mx, false};
