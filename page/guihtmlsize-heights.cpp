@@ -156,7 +156,8 @@ void takeHeight(guiHtml* parent, unsigned index, unsigned long available)
 void guiSettleHeight(guiHtml* parent, unsigned index)
 {
     guiHtml* child = parent->getChild(index);
-    if (guiLayoutRun::kind() == guiLayoutRun::Kind::Part || child->m.dynamic.unitY == kUnitPercent)
+    bool const isParentAsked = child->m.dynamic.unitY == kUnitPercent || parent->getType() == guiHtml::kTypeFrameset;
+    if (isParentAsked || guiLayoutRun::kind() == guiLayoutRun::Kind::Part)
         return;
     takeHeight(parent, index, 0);
     child->m.layout.learn(guiLayoutMemo::kSettled, guiLayoutRun::number());
