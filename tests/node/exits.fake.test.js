@@ -102,7 +102,7 @@ test('listeners of "exit" may use windows', async () => {
     const { stdout, stderr, code } = await runScript(`${opened}
         process.on('exit', () => { page.close(); console.log(page.isOpen(), page.control('a')); });
         process.exit(0);`);
-    assert.deepEqual([stdout, stderr, code], ['null null\n', '', 0]);
+    assert.deepEqual([stdout, stderr, code], ['false null\n', '', 0]);
 });
 
 test('a second thread can not make windows', async () => {

@@ -217,7 +217,9 @@ TEST_F(WindowMethods, ResizableTakesNothingABooleanOrANumber)
     for (auto const& [args, isFixed] : cases) {
         NativeWindow window = windowIn(kWithPage);
         window.call("setResizable", args);
-        onGuiThread(window, [&](guiHtmlBase* root) { EXPECT_EQ(root->getMaximumWidth(), isFixed ? 480 : 0); });
+        onGuiThread(window, [expected = isFixed ? 480 : 0](guiHtmlBase* root) {
+            EXPECT_EQ(root->getMaximumWidth(), expected);
+        });
     }
 }
 
