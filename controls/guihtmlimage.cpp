@@ -82,9 +82,9 @@ bool guiHtmlImage::loadPending()
         return false;
     m_isPending = false;
     m_image = readSource();
-    bool const isAsLarge = m_image.width() == m_width && m_image.height() == m_height;
-    m_width = m_image.width();
-    m_height = m_image.height();
+    bool const isAsLarge = m_image->width() == m_width && m_image->height() == m_height;
+    m_width = m_image->width();
+    m_height = m_image->height();
     return !isAsLarge;
 }
 
@@ -198,13 +198,13 @@ void guiHtmlImage::paintChildrenTo(QPainter* painter, int x, int y, guiWidget*, 
 {
     guiRect const place = pictureRect();
     QPixmap const* frame = m_frame;
-    QPixmap const& shown = frame ? *frame : m_image;
-    if (shown.isNull() || place.isEmpty())
+    QPixmap const* shown = frame ? frame : getPixmap();
+    if (!shown || shown->isNull() || place.isEmpty())
         return;
     if (region)
         painter->setClipRegion(*region);
     painter->setRenderHint(QPainter::SmoothPixmapTransform);
-    painter->drawPixmap(QRect(x + place.left, y + place.top, place.width, place.height), shown);
+    painter->drawPixmap(QRect(x + place.left, y + place.top, place.width, place.height), *shown);
 }
 
 // ---- Links ----

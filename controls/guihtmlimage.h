@@ -6,6 +6,7 @@
 #include <QPixmap>
 #include <atomic>
 #include <memory>
+#include <optional>
 
 class guiImageMap;
 class guiMovie;
@@ -36,7 +37,7 @@ public:
     void setSource(sstring const& name);
     bool isMovie() const { return m_isMovie; }
     /// The picture that is shown, null while there is none.
-    QPixmap const& getPixmap() const { return m_image; }
+    QPixmap const* getPixmap() const { return m_image && !m_image->isNull() ? &*m_image : nullptr; }
     /// Whether that is the source itself, not what stands in for a broken one.
     bool isLoaded() const { return m_isLoaded; }
     /// Takes the map over; null: none.
@@ -82,7 +83,7 @@ private:
     void stopMovie();
 
     sstring m_source;
-    QPixmap m_image;
+    std::optional<QPixmap> m_image; // none before the GUI thread has read one: script must not touch Qt
     bool m_isLoaded = false;
     bool m_isPending = false; // the source is still to be loaded
     int m_width = 0;          // of the picture as it was last shown
