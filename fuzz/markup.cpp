@@ -54,7 +54,7 @@ bool textSurvives(Units const& text, bool isData)
 
 bool nameSurvives(Units const& name)
 {
-    static Units const special = u" \t\r\n<>=/?-]\"'&";
+    static Units const special = u" \t\r\n<>=/?!-]\"'&"; // an element "!" is written as a declaration begins
     return !name.empty() && name.find_first_of(special) == Units::npos;
 }
 
