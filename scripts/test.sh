@@ -5,24 +5,23 @@ passed=0
 failed=0
 skipped=0
 
-# run_tests [--quick] [--threads] [--update-dumps] [--update-pictures] [NAME]
+# run_tests [--quick] [--sanitized] [--threads] [--update-dumps] [--update-pictures] [NAME]
 run_tests() {
-    local quick= threads= pattern=
+    local quick= sanitized= threads= pattern=
     read_test_options "$@"
     if [ -n "$threads" ]; then
         begin_steps 7
         prepare test display fuzz
         test_threads
-    elif [ -n "$quick$pattern${TARN_UPDATE_DUMPS-}${TARN_UPDATE_PICTURES-}" ]; then
+    elif [ -n "$sanitized" ]; then
+        begin_steps 9
+        prepare test display fuzz
+        test_sanitized
+    else
         begin_steps 5
         prepare test display
         test_preset dev
         [ -z "${TARN_UPDATE_DUMPS-}" ] || report_dumps "$root/build/dev/ctest.xml"
-    else
-        begin_steps 10
-        prepare test display fuzz
-        test_preset dev
-        test_sanitized
     fi
     report
 }
@@ -67,6 +66,7 @@ read_test_options() {
     for word in "$@"; do
         case $word in
             --quick) quick=1 ;;
+            --sanitized) sanitized=1 ;;
             --threads) threads=1 ;;
             --update-dumps) export TARN_UPDATE_DUMPS=1 ;;
             --update-pictures) export TARN_UPDATE_PICTURES=1 ;;

@@ -250,15 +250,15 @@ UpdateDumpsReachesTheTests() {
     grep -q 'update=none$' "$work/asked" || fail "asked: $(<"$work/asked")"
 }
 
-OnlyTheWholeRunGoesUnderTheSanitizers() {
+SanitizersRunOnlyWhenAskedFor() {
     write_report run Dump.a '' >"$work/report.xml"
     local options
-    for options in --quick Dump '--update-dumps Dump'; do
+    for options in '' --quick Dump '--update-dumps Dump'; do
         run_pretended_tests $options
-        ! grep -q 'sanitized' "$work/asked" || fail "with $options the sanitizers were run"
+        ! grep -q 'sanitized' "$work/asked" || fail "with '$options' the sanitizers were run"
         unset TARN_UPDATE_DUMPS
     done
-    run_pretended_tests
+    run_pretended_tests --sanitized
     grep -q '^sanitized too$' "$work/asked" || fail 'the sanitizers were not run'
 }
 
