@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <clocale>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -72,7 +73,8 @@ char const* canonicalName(char const* name)
 
 void setName(LOCALE& locale, char const* name)
 {
-    std::strncpy(locale.name, canonicalName(name ? name : fallbackLocale), sizeof locale.name - 1);
+    // A longer name is cut.
+    std::snprintf(locale.name, sizeof locale.name, "%s", canonicalName(name ? name : fallbackLocale));
 }
 
 LOCALE* makeLocale(char const* name)
