@@ -86,8 +86,11 @@ private:
 
 void append(std::vector<unsigned char>& to, void const* bytes, std::size_t count)
 {
-    auto const* from = static_cast<unsigned char const*>(bytes);
-    to.insert(to.end(), from, from + count);
+    if (count == 0)
+        return;
+    std::size_t const end = to.size();
+    to.resize(end + count);
+    std::memcpy(to.data() + end, bytes, count);
 }
 
 void appendNumber(std::vector<unsigned char>& to, unsigned number, int bytes = 4)
