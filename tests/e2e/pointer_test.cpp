@@ -181,10 +181,10 @@ TEST_F(PointerTest, AHandlerThatClosesTheWindowHearsNoMoreOfIt)
         host.quit();
     });
     host.run();
-    Log log = heard();
-    if (log.size() == 3 && log.back() == "out red")
-        log.pop_back(); // the pointer may be told to have left before the window goes
-    EXPECT_EQ(log, (Log{"over red", "closing"}));
+    Log seen = heard();
+    if (seen.size() == 3 && seen.back() == "out red")
+        seen.pop_back(); // the pointer may be told to have left before the window goes
+    EXPECT_EQ(seen, (Log{"over red", "closing"}));
 }
 
 namespace {
