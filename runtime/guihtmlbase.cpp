@@ -28,10 +28,11 @@ int middleOf(int minimum, int maximum, int fallback)
     return maximum != 0 ? maximum : fallback;
 }
 
-/// A size that a window can have: the X protocol counts in signed 16-bit numbers.
+/// A size that a window can have: larger than any screen, and a page that asks for more gets no more than 256 MiB of
+/// pixels.
 int inRange(int size)
 {
-    constexpr int kLargestWindow = 32767;
+    constexpr int kLargestWindow = 8192;
     return std::clamp(size, 1, kLargestWindow);
 }
 

@@ -234,7 +234,7 @@ TEST_F(WindowMethods, SizesBeyondAnyScreenOpenAWindow)
             EXPECT_EQ(window.call("open"), NativeValue(true));
             onGuiThread(window, [](guiHtmlBase* root) {
                 EXPECT_GE(root->getWidget()->width(), 1);
-                EXPECT_LE(root->getWidget()->width(), 32767);
+                EXPECT_LE(root->getWidget()->width(), 8192);
             });
             window.close();
         }
