@@ -6,6 +6,12 @@
 
 #include <optional>
 
+namespace {
+
+constexpr char16_t kWindowProperty[] = u"window"; // on controls and custom elements: the window they belong to
+
+} // namespace
+
 NativeObjectRef NativeObjectRef::adopt(NativeObject* object)
 {
     NativeObjectRef ref;
@@ -34,7 +40,7 @@ NativeObjectRef NativeObject::make(std::shared_ptr<NativeEngine> engine, NativeC
 NativeObject::NativeObject(std::shared_ptr<NativeEngine> engine, NativeClass const* scriptClass, std::string className)
     : engine_(std::move(engine)), class_(scriptClass), className_(std::move(className))
 {
-    engine_->objects().add(this);
+    number_ = engine_->objects().add(this); // last: from here on others see the object
 }
 
 NativeObject::~NativeObject() { engine_->objects().remove(this); }
@@ -98,7 +104,7 @@ void NativeObject::runDestroyHandler()
 
 void NativeObject::clear()
 {
-    std::map<std::u16string, NativeValue> properties;
+    std::map<std::u16string, Property> properties;
     std::map<std::u16string, NativeMethod> methods;
     std::lock_guard lock(mutex_);
     properties.swap(properties_);
@@ -255,24 +261,32 @@ bool NativeObject::readProperty(std::u16string const& name, NativeValue& out) co
     std::unique_lock lock(mutex_);
     auto found = properties_.find(name);
     bool exists = found != properties_.end();
+    unsigned long long unheld = exists ? found->second.unheld : 0;
     if (exists)
-        value = found->second;
+        value = found->second.value;
     lock.unlock();
+    if (unheld != 0)
+        value = NativeValue(engine_->objects().find(unheld));
     out = std::move(value);
     return exists;
 }
 
 /// The old value leaves the table under the lock and is destroyed outside of it: it may hold the last handle of an
 /// object.
-void NativeObject::writeProperty(std::u16string const& name, NativeValue value)
+void NativeObject::exchangeProperty(std::u16string const& name, Property property)
 {
     std::lock_guard lock(mutex_);
-    std::swap(properties_[name], value);
+    std::swap(properties_[name], property);
+}
+
+void NativeObject::writeProperty(std::u16string const& name, NativeValue value)
+{
+    exchangeProperty(name, {std::move(value)});
 }
 
 void NativeObject::eraseProperty(std::u16string const& name)
 {
-    NativeValue old;
+    Property old;
     std::lock_guard lock(mutex_);
     auto found = properties_.find(name);
     if (found == properties_.end())
@@ -288,7 +302,13 @@ bool NativeObject::getProperty(sstring const& name, ScriptValue* out)
 
 void NativeObject::setProperty(sstring const& name, ScriptValue* value)
 {
-    writeProperty(nativeFromSString(name), value ? *static_cast<NativeValue*>(value) : NativeValue());
+    std::u16string key = nativeFromSString(name);
+    NativeValue copy = value ? *static_cast<NativeValue*>(value) : NativeValue();
+    NativeObjectRef window = key == kWindowProperty ? copy.object() : NativeObjectRef();
+    if (window)
+        exchangeProperty(key, {NativeValue(), window->number_});
+    else
+        writeProperty(key, std::move(copy));
 }
 
 void NativeObject::deleteProperty(sstring const& name) { eraseProperty(nativeFromSString(name)); }

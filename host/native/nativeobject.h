@@ -98,6 +98,8 @@ public:
     void reserved8() override {}
     void reserved9() override {}
     bool getProperty(sstring const& name, ScriptValue* out) override;
+    /// The property "window" does not hold its window: a control belongs to a page that the window owns, so that
+    /// neither would ever end. It reads as null once the window is gone.
     void setProperty(sstring const& name, ScriptValue* value) override;
     void deleteProperty(sstring const& name) override;
     bool hasProperty(sstring const& name) override;
@@ -144,7 +146,16 @@ private:
         Destroyed
     };
 
+    /// A property is a value or, for a window that must not be held, the number of its object.
+    struct Property
+    {
+        NativeValue value;
+        unsigned long long unheld = 0; // 0: the value counts
+    };
+    void exchangeProperty(std::u16string const& name, Property property);
+
     std::shared_ptr<NativeEngine> const engine_;
+    unsigned long long number_; // in the engine's table of objects
     NativeClass const* const class_;
     std::string const className_;
     std::atomic<int> keeps_{1};
@@ -152,7 +163,7 @@ private:
     std::atomic<bool> callable_{false};
     NativePrivate private_;
     mutable std::mutex mutex_; // guards everything below
-    std::map<std::u16string, NativeValue> properties_;
+    std::map<std::u16string, Property> properties_;
     std::map<std::u16string, NativeMethod> methods_;
     std::filesystem::path folder_;
     std::u16string pageText_;

@@ -2,11 +2,12 @@
 
 #include "host/native/nativeobject.h"
 
-void NativeObjectTable::add(NativeObject* object)
+unsigned long long NativeObjectTable::add(NativeObject* object)
 {
     std::lock_guard lock(mutex_);
     ageOf_[object] = next_;
-    byAge_[next_++] = object;
+    byAge_[next_] = object;
+    return next_++;
 }
 
 void NativeObjectTable::remove(NativeObject* object)
@@ -26,6 +27,14 @@ std::vector<NativeObjectRef> NativeObjectTable::all() const
             objects.push_back(NativeObjectRef::adopt(object));
     }
     return objects;
+}
+
+NativeObjectRef NativeObjectTable::find(unsigned long long number) const
+{
+    std::lock_guard lock(mutex_);
+    auto found = byAge_.find(number);
+    return found != byAge_.end() && found->second->tryKeep() ? NativeObjectRef::adopt(found->second)
+                                                             : NativeObjectRef();
 }
 
 size_t NativeObjectTable::size() const

@@ -11,15 +11,18 @@
 class NativeObjectTable
 {
 public:
-    void add(NativeObject* object);
+    /// The object's number, by which `find` knows it: never 0 and never given twice.
+    unsigned long long add(NativeObject* object);
     void remove(NativeObject* object);
     /// The objects whose end has not begun, oldest first.
     std::vector<NativeObjectRef> all() const;
+    /// The object of this number, kept for the caller; empty when it is gone or its end has begun.
+    NativeObjectRef find(unsigned long long number) const;
     size_t size() const;
 
 private:
     mutable std::mutex mutex_;
-    unsigned long long next_ = 0;
+    unsigned long long next_ = 1;
     std::map<unsigned long long, NativeObject*> byAge_;
     std::map<NativeObject*, unsigned long long> ageOf_;
 };

@@ -33,6 +33,25 @@ TEST_F(ObjectTest, PropertiesAreReadWrittenAndRemoved)
     EXPECT_FALSE(face->hasProperty("color"));
 }
 
+TEST_F(ObjectTest, TheWindowOfAControlIsNotHeldByIt)
+{
+    NativeObjectRef window = engine->makeObject();
+    NativeValue value(window), out("stale");
+    face->setProperty("window", &value);
+    EXPECT_TRUE(face->getProperty("window", &out));
+    EXPECT_EQ(out.object(), window);
+    EXPECT_EQ(object->get("window").object(), window);
+    size_t before = engine->objects().size();
+    value = out = NativeValue();
+    window = nullptr;
+    EXPECT_EQ(engine->objects().size(), before - 1);
+    EXPECT_TRUE(face->getProperty("window", &out));
+    EXPECT_TRUE(out.isNull());
+    value = NativeValue("text");
+    face->setProperty("window", &value);
+    EXPECT_EQ(object->get("window"), value);
+}
+
 TEST_F(ObjectTest, PropertyNamesAreExact)
 {
     object->set("Color", "red");
