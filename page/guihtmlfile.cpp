@@ -76,10 +76,8 @@ bool isWithin(guiHtml const* node, sstring const& path)
     return false;
 }
 
-int loadInto(guiHtml* node, sstring const& file)
+int loadWithin(guiLoadBudget const& budget, guiHtml* node, sstring const& file)
 {
-    guiLoadBudget budget;
-    guiLayoutHold hold;
     sstring path = nameToLoad(node, file);
     if (!guiIsPageFile(path))
         return loadPicture(node, path);
@@ -88,6 +86,15 @@ int loadInto(guiHtml* node, sstring const& file)
     guiComponent::logError("guiHtml::loadFile() - %s is not loaded: too many pages within pages\n",
                            guiComponent::printable(path).c_str());
     return 0;
+}
+
+int loadInto(guiHtml* node, sstring const& file)
+{
+    guiLoadBudget budget;
+    guiLayoutHold hold;
+    int const result = loadWithin(budget, node, file);
+    hold.release();
+    return result;
 }
 
 /// Loads what a `src` attribute names, unless the page would contain itself without end.

@@ -60,5 +60,6 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
     if (widget && widget->isVisible())
         onShow();
     updateLayout(1);
+    hold.release();
     return result;
 }

@@ -3,6 +3,7 @@
 
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
+#include "runtime/gui.h"
 
 #include <memory>
 #include <vector>
@@ -36,6 +37,18 @@ guiLayoutHold::guiLayoutHold() { ++theHolds; }
 
 guiLayoutHold::~guiLayoutHold()
 {
+    try {
+        release();
+    } catch (...) {
+        guiComponent::logError("guiLayoutHold::~guiLayoutHold() - failed to lay a page out\n");
+    }
+}
+
+void guiLayoutHold::release()
+{
+    if (m_isReleased)
+        return;
+    m_isReleased = true;
     if (--theHolds == 0 && !thePages.empty())
         runPostponed();
 }

@@ -5,19 +5,27 @@
 class guiHtml;
 
 /// While a hold exists on the GUI thread, layouts that would be applied are only noted; the outermost hold runs them
-/// when it ends, once for each page that still lives.
+/// when it is released, once for each page that still lives. One object per hold, released last thing on every path on
+/// which a failing layout is the caller's business.
 class guiLayoutHold
 {
 public:
     guiLayoutHold();
-    /// Runs the noted layouts if this is the outermost hold.
+    /// Releases a hold that an exception or an early return left; a layout that fails then is logged.
     ~guiLayoutHold();
     guiLayoutHold(guiLayoutHold const&) = delete;
     guiLayoutHold& operator=(guiLayoutHold const&) = delete;
 
+    /// Ends the hold, and runs the noted layouts if this was the outermost one. Only the first call does anything.
+    /// Throws what a layout throws (velaError 12 for want of memory); the layouts noted behind it are dropped then.
+    void release();
+
     static bool isHeld();
     /// Notes that the page of this node wants a layout; false when nothing holds it back. Called by updateLayout(1).
     static bool postpone(guiHtml* node);
+
+private:
+    bool m_isReleased = false;
 };
 
 /// Counts what one load may pull in, so that pages that include each other end. Made by every load of a file.

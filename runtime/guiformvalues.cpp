@@ -158,6 +158,7 @@ void guiFormValues::readChanges()
     for (guiHtml* node : controlList(m_controls))
         if (pGUI->contains(node) && form() != nullptr && changed.contains(keyOf(node->getName())))
             node->readFormProperty(form());
+    hold.release();
 }
 
 void guiFormValues::erase(guiHtml* node)
@@ -186,4 +187,5 @@ void guiFormValues::load(guiHtml* node)
         if (m_depth > 0 && pGUI->contains(control) && form() != nullptr)
             remember(keyOf(control->getName()));
     }
+    hold.release();
 }

@@ -1,0 +1,146 @@
+// tests/page/memory_test.cpp: a page that is loaded while there is no memory. Each allocation that the foundation makes
+// for it fails once: the load ends with velaError 12 or with a line in the log, and nothing is kept.
+#include "foundation/vela-error.h"
+#include "foundation/vela-memmgr.h"
+#include "page/guilayouthold.h"
+#include "page/guinodewatch.h"
+#include "runtime/hashlist.h"
+#include "tests/support/fakescript.h"
+#include "tests/support/pagewindow.h"
+
+#include <gtest/gtest.h>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define TARN_HAS_LSAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TARN_HAS_LSAN 1
+#endif
+#endif
+#ifdef TARN_HAS_LSAN
+#include <sanitizer/lsan_interface.h>
+#endif
+
+namespace {
+
+char const* const kPage =
+    "<html><head><title>Order</title></head><body bgcolor='#FFFFFF' background='paper.png'>"
+    "<h1>Order</h1><p align=center>Some <b>bold</b> text with a <a href='event://onPick/1'>link</a> and &eacute;."
+    "<table border=1 width='50%'><tr><td width=40 name=first caption=Box>one<td>two <font face=Courier size=4>x</font>"
+    "</table><form name=f action='event://send'><input type=text name=t value=v><input type=checkbox name=c>"
+    "<select name=s><option value=1>one<option>two</select></form><hr><ul><li>a<li>b</ul><img src=picture.png></body>";
+
+/// How one load went.
+struct Outcome
+{
+    bool hasFailed = false; ///< an allocation was refused
+    int error = 0;          ///< code of the velaError that left the load, 0 when none did
+    std::string log;        ///< what it wrote to standard error
+};
+
+/// Loads the page with the allocation behind `failAfter` others failing.
+Outcome loadWithFailure(FakeHost& host, long failAfter)
+{
+    host.files["/app/page.html"] = kPage;
+    host.files["/app/paper.png"] = host.files["/app/picture.png"] = "";
+    PageWindow page;
+    Outcome outcome;
+    testing::internal::CaptureStderr();
+    MemMgr_FailAfter(failAfter);
+    try {
+        page.root.loadFile(sstring("/app/page.html"));
+    } catch (velaError const& error) {
+        outcome.error = error.getCode();
+    }
+    outcome.hasFailed = MemMgr_HasFailed();
+    MemMgr_FailAfter(-1);
+    outcome.log = testing::internal::GetCapturedStderr();
+    return outcome;
+}
+
+/// A page whose layout fails for want of memory.
+class FailingRoot : public guiHtmlBase
+{
+public:
+    using guiHtmlBase::operator=;
+    FailingRoot() : guiHtmlBase(nullptr, nullptr, nullptr, sstring()) {}
+    int updateLayout(int apply) override
+    {
+        if (apply && guiLayoutHold::postpone(this))
+            return 1;
+        ++layouts;
+        throw velaError(12);
+    }
+
+    int layouts = 0;
+};
+
+struct MemoryTest : testing::Test
+{
+    MemoryTest() { guiHtml::setRegistry(&nodes); }
+    ~MemoryTest() override { guiHtml::setRegistry(nullptr); }
+
+    hashlist<guiHtml> nodes{17};
+    FakeHost host;
+};
+
+TEST_F(MemoryTest, EachFailingAllocationOfALoadEndsInError12OrALineInTheLogAndKeepsNothing)
+{
+    long count = 0;
+    for (bool isOver = false; !isOver; ++count) {
+        Outcome const outcome = loadWithFailure(host, count);
+        isOver = !outcome.hasFailed;
+        ASSERT_TRUE(isOver ? outcome.error == 0 : outcome.error == 12 || !outcome.log.empty())
+            << outcome.error << " at allocation " << count;
+        ASSERT_EQ(nodes.size(), 0u) << "at allocation " << count;
+        ASSERT_EQ(guiNodeWatch::count(), 0u) << "at allocation " << count;
+        ASSERT_FALSE(guiLayoutHold::isHeld()) << "at allocation " << count;
+    }
+    EXPECT_GT(count, 150);
+#ifdef TARN_HAS_LSAN
+    EXPECT_EQ(__lsan_do_recoverable_leak_check(), 0);
+#endif
+}
+
+TEST_F(MemoryTest, ALayoutThatFailsWhenAHoldIsReleasedReachesTheCallerOnce)
+{
+    FailingRoot root;
+    guiLayoutHold hold;
+    root.updateLayout(1);
+    EXPECT_THROW(hold.release(), velaError);
+    EXPECT_FALSE(guiLayoutHold::isHeld());
+    EXPECT_NO_THROW(hold.release());
+    EXPECT_EQ(root.layouts, 1);
+}
+
+TEST_F(MemoryTest, ALayoutThatFailsWhenAnExceptionEndsAHoldIsLogged)
+{
+    FailingRoot root;
+    testing::internal::CaptureStderr();
+    try {
+        guiLayoutHold hold;
+        root.updateLayout(1);
+        throw 7;
+    } catch (int number) {
+        EXPECT_EQ(number, 7);
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "guiLayoutHold::~guiLayoutHold() - failed to lay a page out\n");
+    EXPECT_EQ(root.layouts, 1);
+    EXPECT_FALSE(guiLayoutHold::isHeld());
+}
+
+TEST_F(MemoryTest, OnlyTheOutermostHoldLaysOut)
+{
+    FailingRoot root;
+    guiLayoutHold outer;
+    {
+        guiLayoutHold inner;
+        root.updateLayout(1);
+        EXPECT_NO_THROW(inner.release());
+    }
+    EXPECT_EQ(root.layouts, 0);
+    EXPECT_THROW(outer.release(), velaError);
+    EXPECT_EQ(root.layouts, 1);
+}
+
+} // namespace
