@@ -30,6 +30,26 @@ TEST(HugePage, SumsBeyond32BitsAreClamped)
     EXPECT_EQ(cell->m.rect.height, 16777215);
 }
 
+TEST(HugePage, WhatWouldStandBeyondTheLargestPositionStandsOnIt)
+{
+    testRoot root;
+    guiHtml* scrolling = addNode(&root);
+    scrolling->m.scrollMode = kPolicyScroll;
+    requestHeight(scrolling, kUnitPixels, 100);
+    guiHtml* tall = addNode(scrolling);
+    requestHeight(tall, kUnitPercent, 4000000000u);
+    addMarkers(scrolling, {kMarkerLineBreak});
+    guiHtml* below = addNode(scrolling);
+    requestHeight(below, kUnitPixels, 20);
+    addMarkers(scrolling, {kMarkerLineBreak});
+    guiHtml* belowThat = addNode(scrolling);
+    root.layOut(800, 600);
+    EXPECT_EQ(tall->m.rect.height, 16777215);
+    EXPECT_EQ(below->m.rect.top, 16777215);
+    EXPECT_EQ(below->m.rect.height, 20);
+    EXPECT_EQ(belowThat->m.rect.top, 16777215);
+}
+
 TEST(HugePage, ThousandLevels)
 {
     testRoot root;

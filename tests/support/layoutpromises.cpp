@@ -2,6 +2,7 @@
 #include "tests/support/layoutpromises.h"
 
 #include "page/guihtml.h"
+#include "page/guihtmlsize.h"
 
 #include <QScrollBar>
 
@@ -46,6 +47,7 @@ int widthOfRow(guiHtml* node, std::vector<guiHtml*> const& row)
            (static_cast<int>(row.size()) - 1) * node->m.divide;
 }
 
+// What would stand beyond the largest position that there is stands on it.
 std::string followsWithoutOverlap(guiHtml* node)
 {
     int bottom = node->m.border + node->m.space + static_cast<int>(node->getCaptionHeight());
@@ -53,9 +55,9 @@ std::string followsWithoutOverlap(guiHtml* node)
         int right = node->m.border + node->m.space;
         int rowBottom = bottom;
         for (guiHtml* child : row) {
-            if (child->m.rect.left < right)
+            if (child->m.rect.left < std::min(right, kMaxLayoutPixels))
                 return "a node overlaps the one before it";
-            if (child->m.rect.top < bottom)
+            if (child->m.rect.top < std::min(bottom, kMaxLayoutPixels))
                 return "a node overlaps the layer above it";
             if (child->m.rect.top != row.front()->m.rect.top)
                 return "the nodes of a layer stand at different heights";
