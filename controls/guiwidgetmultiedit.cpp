@@ -5,6 +5,9 @@
 #include "controls/guihtmlcontroledit.h"
 #include "foundation/vela-qt.h"
 
+#include <QEvent>
+#include <QStyle>
+
 guiWidgetMultiEdit::guiWidgetMultiEdit(QWidget* parent) : QPlainTextEdit(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
@@ -19,4 +22,17 @@ void guiWidgetMultiEdit::onChange()
     guiDispatch dispatch;
     if (owner)
         owner->onChange(qtoss(toPlainText()));
+}
+
+/// A bar that leaves no width to the text makes the editor forget how its lines wrap, which takes the bar away, and so on
+/// without an end: the GUI thread would never come out of it.
+bool guiWidgetMultiEdit::event(QEvent* event)
+{
+    if (event->type() == QEvent::Resize) {
+        int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+        bool hasRoom = width() - 2 * frameWidth() >= 2 * bar;
+        setVerticalScrollBarPolicy(hasRoom ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+        setHorizontalScrollBarPolicy(hasRoom ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    }
+    return QPlainTextEdit::event(event);
 }

@@ -5,7 +5,8 @@
 
 class guiHtmlControlEdit;
 
-/// Wraps at its own width, between words. All keys are the editor's. GUI thread.
+/// Wraps at its own width, between words. All keys are the editor's. Too narrow for text beside a scroll bar it has
+/// none. GUI thread.
 class guiWidgetMultiEdit : public QPlainTextEdit
 {
     Q_OBJECT
@@ -17,4 +18,7 @@ public:
 
 public slots:
     void onChange();
+
+protected:
+    bool event(QEvent* event) override;
 };
