@@ -17,6 +17,12 @@ run_tests() {
         begin_steps 9
         prepare test display fuzz
         test_sanitized
+    elif [ $# -eq 0 ]; then
+        begin_steps 13
+        prepare test display fuzz
+        test_preset dev
+        test_sanitized
+        test_threads
     else
         begin_steps 5
         prepare test display

@@ -233,8 +233,10 @@ run_pretended_tests() {
     prepare() { :; }
     prepare_preset() { :; }
     test_sanitized() { echo "sanitized too" >>"$work/asked"; }
+    test_threads() { echo "threads too" >>"$work/asked"; }
     mkdir -p "$work/build/dev"
-    pretend ctest "echo \"\$* update=\${TARN_UPDATE_DUMPS-none}\" >'$work/asked'" \
+    : >"$work/asked"
+    pretend ctest "echo \"\$* update=\${TARN_UPDATE_DUMPS-none}\" >>'$work/asked'" \
         "cp '$work/report.xml' '$work/build/dev/ctest.xml'"
     log_folder=$work/log
     (run_tests "$@") >"$work/out" 2>"$work/err"
@@ -250,16 +252,20 @@ UpdateDumpsReachesTheTests() {
     grep -q 'update=none$' "$work/asked" || fail "asked: $(<"$work/asked")"
 }
 
-SanitizersRunOnlyWhenAskedFor() {
+SanitizersRunWithEverythingOrAlone() {
     write_report run Dump.a '' >"$work/report.xml"
     local options
-    for options in '' --quick Dump '--update-dumps Dump'; do
+    for options in --quick Dump '--update-dumps Dump'; do
         run_pretended_tests $options
-        ! grep -q 'sanitized' "$work/asked" || fail "with '$options' the sanitizers were run"
+        ! grep -q 'too$' "$work/asked" || fail "with '$options' the sanitizers were run"
         unset TARN_UPDATE_DUMPS
     done
+    run_pretended_tests
+    [ "$(grep -c -e '^--preset dev' -e '^sanitized too$' -e '^threads too$' "$work/asked")" -eq 3 ] || fail "asked: $(<"$work/asked")"
     run_pretended_tests --sanitized
-    grep -q '^sanitized too$' "$work/asked" || fail 'the sanitizers were not run'
+    [ "$(<"$work/asked")" = 'sanitized too' ] || fail "asked: $(<"$work/asked")"
+    run_pretended_tests --threads
+    [ "$(<"$work/asked")" = 'threads too' ] || fail "asked: $(<"$work/asked")"
 }
 
 ResultsOfSeveralBuildsAddUp() {
