@@ -1,6 +1,8 @@
 // controls/guihtmlcustom.cpp: see guihtmlcustom.h.
 #include "controls/guihtmlcustom.h"
 
+#include "runtime/gui.h"
+
 guiHtml& guiHtmlCustom::operator=(guiHtml& other)
 {
     guiHtml::operator=(other);
@@ -13,3 +15,15 @@ guiHtml& guiHtmlCustom::operator=(guiHtml& other)
 }
 
 guiHtml* guiHtmlCustom::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
+
+void guiHtmlCustom::onCallback()
+{
+    if (mx.mouse == nullptr)
+        return;
+    ScriptValue* value = guiComponent::NewScriptValue();
+    value->setInt(mx.mouseX);
+    mx.mouse->setProperty("x", value);
+    value->setInt(mx.mouseY);
+    mx.mouse->setProperty("y", value);
+    guiComponent::DeleteScriptValue(value);
+}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "page/guihtml.h"
+#include "script/hostinterface.h"
 
 #include <utility>
 #include <vector>
@@ -9,6 +10,14 @@
 class guiHtmlCustom : public guiHtml
 {
 public:
+    /// What the node shares with its script component.
+    struct mx_t
+    {
+        ScriptObject* mouse = nullptr; ///< object with the properties "x" and "y", null while there is no instance
+        int mouseX = 0;                ///< last place of the pointer, relative to the node
+        int mouseY = 0;                //
+    };
+
     explicit guiHtmlCustom(guiHtml* parent = nullptr) : guiHtml(parent) {}
 
     int getType() override { return kTypeCustom; }
@@ -22,6 +31,12 @@ public:
     /// Sets a property of the instance. After setCompName.
     void setParam(sstring const& name, sstring const& value) { m_params.emplace_back(name, value); }
     std::vector<std::pair<sstring, sstring>> const& getParams() const { return m_params; }
+
+    /// Called just before a handler of the instance runs: brings the pointer's place to the mouse object. Any thread.
+    void onCallback();
+
+    /// The custom node's record, open to the classes of the page.
+    mx_t mx;
 
 private:
     sstring m_compName;

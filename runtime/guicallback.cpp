@@ -1,25 +1,15 @@
 // runtime/guicallback.cpp: turns an event name into a call of a script method, from either thread.
 #include "runtime/guicallback.h"
 
-#include "foundation/pmutex.h"
-#include "page/guihtml.h"
+#include "controls/guihtmlcustom.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 #include "script/guiwindow.h"
 
-#include <atomic>
 #include <cstdint>
 
 namespace {
-
-/// One asynchronous call while its caller waits; lives in the caller's frame.
-struct asyncCall
-{
-    ScriptValue* result; // not owned
-    pevent* waiter;      // null when the GUI thread waits, in its own event loop
-    std::atomic<int> done{0};
-};
 
 unsigned findSeparator(sstring const& name, unsigned from)
 {
@@ -28,7 +18,7 @@ unsigned findSeparator(sstring const& name, unsigned from)
 }
 
 /// Waits for a call that runs on the script thread; the GUI keeps painting meanwhile.
-void waitForCall(asyncCall& call)
+void waitForCall(guiCallbackRecord& call)
 {
     guiThread* thread = pGUI->getThread();
     if (call.waiter != nullptr) {
@@ -46,7 +36,7 @@ void callAndWait(ScriptObject* target, sstring const& method, ScriptArgs* args, 
         target->callMethod(target, method, args, result);
         return;
     }
-    asyncCall call{result, thread->isGuiThread() ? nullptr : pevent_create()};
+    guiCallbackRecord call{result, thread->isGuiThread() ? nullptr : pevent_create()};
     target->callMethodAsync(target, method, args, guiCallback_AsyncComplete, &call);
     waitForCall(call);
     if (call.waiter != nullptr)
@@ -125,7 +115,7 @@ int guiCallback_ShouldDisable(sstring name)
 void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source, ScriptValue* result)
 {
     guiThread* thread = pGUI->getThread();
-    int disable = guiCallback_ShouldDisable(guiCallback_StripEventName(name));
+    int disable = guiCallback_ShouldDisable(name);
     if (disable)
         thread->disable();
 
@@ -155,6 +145,18 @@ sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name,
     sstring text = result->isString() ? result->toString(0) : sstring();
     guiComponent::DeleteScriptValue(result);
     return text;
+}
+
+int guiCallback_CallCustom(guiHtmlCustom* node, ScriptObject* object, sstring name, ScriptObject* source)
+{
+    if (!object->hasMethod(guiCallback_StripEventName(name)))
+        return 1;
+    node->onCallback();
+    ScriptValue* result = guiComponent::NewScriptValue();
+    guiCallback_CallEvent(node, object, name, source, result);
+    int number = result->isNumber() ? result->toInt(0) : 0;
+    guiComponent::DeleteScriptValue(result);
+    return number;
 }
 
 void guiCallback_BuildCustomObject_Callback(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args,
@@ -197,7 +199,7 @@ ScriptObject* guiCallback_BuildCustomObject(guiHtml* node)
 
 void guiCallback_AsyncComplete(ScriptValue& value, void* record)
 {
-    auto* call = static_cast<asyncCall*>(record);
+    auto* call = static_cast<guiCallbackRecord*>(record);
     *call->result = value;
     if (call->waiter != nullptr) {
         pevent_set(call->waiter);

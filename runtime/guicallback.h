@@ -2,11 +2,22 @@
 // script method `onPick` with the arguments "3" and "red".
 #pragma once
 
+#include "foundation/pmutex.h"
 #include "foundation/vela-string.h"
 #include "script/hostinterface.h"
 
+#include <atomic>
+
 class guiHtml;
 class guiHtmlCustom;
+
+/// One asynchronous call while its caller waits, the context of guiCallback_AsyncComplete. Lives in the caller's frame.
+struct guiCallbackRecord
+{
+    ScriptValue* result;      // not owned
+    pevent* waiter;           // not owned; null when the GUI thread waits, in its own event loop
+    std::atomic<int> done{0}; // for a caller without a waiter
+};
 
 /// The part of an event name before the first "/" or "\".
 sstring guiCallback_StripEventName(sstring name);
@@ -15,7 +26,8 @@ sstring guiCallback_StripEventName(sstring name);
 /// trailing text adds no argument.
 sstring guiCallback_ProcessEventName(sstring name, ScriptArgs* args, ScriptValue* scratch);
 
-/// 0 for the eight low-level events (creation, painting and mouse), which leave user input enabled; 1 for all others.
+/// 0 for the names of the eight low-level events (creation, painting and mouse), which leave user input enabled; 1 for
+/// any other text, a low-level name with arguments included.
 int guiCallback_ShouldDisable(sstring name);
 
 /// Calls the method that `name` says on `target` with `source` as the first argument, and waits for the result. GUI
@@ -27,6 +39,11 @@ void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, Sc
 /// The same; the result as text if it is a string, else "".
 sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source);
 
+/// Calls a handler of the script component that an `object` element stands for, which first tells its mouse object
+/// where the pointer is. Returns the handler's number, 0 for a result of another kind, and 1 without a call when
+/// `object` has no such handler. The node may be gone afterwards.
+int guiCallback_CallCustom(guiHtmlCustom* node, ScriptObject* object, sstring name, ScriptObject* source);
+
 /// Has a control's script object built on the script thread and waits for it; null when that failed. The GUI handles
 /// events meanwhile, but no user input.
 ScriptObject* guiCallback_BuildCustomObject(guiHtml* node);
@@ -35,7 +52,8 @@ ScriptObject* guiCallback_BuildCustomObject(guiHtml* node);
 void guiCallback_BuildCustomObject_Callback(LibManager& manager, ScriptPrivate* data, ScriptObject* self,
                                             ScriptArgs& args, ScriptValue& result);
 
-/// Completes an asynchronous call: `record` is the waiter's. Any thread.
+/// Completes an asynchronous call: the value goes into the result of `record`, a guiCallbackRecord, and its waiter is
+/// woken. Any thread.
 void guiCallback_AsyncComplete(ScriptValue& value, void* record);
 
 /// Wakes whoever waits: the host's message pump and the GUI thread's. Any thread.

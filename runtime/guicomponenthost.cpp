@@ -23,7 +23,7 @@ void chooseControl(guiHtml* node, sstring const& event)
 {
     guiHtmlBase* root = node->getBaseHtml();
     if (root != nullptr && node->getType() == guiHtml::kTypeControl && node->hasString(kStringName) &&
-        guiCallback_ShouldDisable(guiCallback_StripEventName(event)))
+        guiCallback_ShouldDisable(event))
         guiWindow_chooseControl(root->getPagePrivate(), node->getName());
 }
 

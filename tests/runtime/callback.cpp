@@ -1,13 +1,17 @@
 // Tests of calls from pages into script: event names, and calls from each kind of thread.
 #include "runtime/guicallback.h"
 
+#include "controls/guihtmlcustom.h"
 #include "host/native/nativehost.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <thread>
 
 namespace {
@@ -47,6 +51,8 @@ TEST(EventName, EmptyTrailingTextAddsNoArgument)
 {
     EXPECT_EQ(argumentsIn("a/"), texts{});
     EXPECT_EQ(argumentsIn("a/b/"), texts{"b"});
+    EXPECT_EQ(argumentsIn("a//"), texts{""}) << "only what follows the last separator";
+    EXPECT_EQ(argumentsIn(""), texts{});
 }
 
 TEST(EventName, EmptyPieceBetweenSeparatorsIsAnArgument) { EXPECT_EQ(argumentsIn("a//b"), (texts{"", "b"})); }
@@ -63,7 +69,7 @@ TEST(EventName, OnlyTheEightLowLevelEventsLeaveInputEnabled)
     for (const char* name : {"eCreate", "eDestroy", "ePaint", "eMouseMove", "eMouseOver", "eMouseOut", "eMouseDown",
                              "eMouseUp", "EMOUSEMOVE", "emouseup"})
         EXPECT_EQ(guiCallback_ShouldDisable(name), 0) << name;
-    for (const char* name : {"onOk", "ePostOpen", "eMouse", "eMouseMoved", ""})
+    for (const char* name : {"onOk", "ePostOpen", "eMouse", "eMouseMoved", "eMouseMove/1", "ePaint\\x", ""})
         EXPECT_EQ(guiCallback_ShouldDisable(name), 1) << name;
 }
 
@@ -127,6 +133,218 @@ TEST(CallEvent, ResultThatIsNoStringGivesNoText)
     window.on("onNumber", [](NativeWindow&, NativeArguments const&) { return NativeValue(3); });
     ScriptObject* object = window.object().get();
     EXPECT_STREQ(guiCallback_CallEvent(nullptr, object, "onNumber", object).c_str(), "");
+}
+
+/// Runs a function on the GUI thread and waits for it.
+void onGuiThread(std::function<void()> const& work)
+{
+    static std::function<void()> const* theWork;
+    theWork = &work;
+    auto run = [](LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&) { (*theWork)(); };
+    NativeArguments args;
+    NativeValue result;
+    pGUI->getThread()->callFunction(run, pGUI->getManager(), nullptr, nullptr, args, result);
+}
+
+/// Whether a key that the user presses now would reach anything.
+bool isInputBlocked()
+{
+    bool isBlocked = false;
+    onGuiThread([&] {
+        QObject target; // nothing of the program is disturbed
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier);
+        QEvent other(QEvent::Show);
+        isBlocked = QCoreApplication::sendEvent(&target, &key) && !QCoreApplication::sendEvent(&target, &other);
+    });
+    return isBlocked;
+}
+
+TEST(CallEvent, BlocksInputForItsLengthUnlessTheEventIsLowLevel)
+{
+    NativeHost host;
+    NativeWindow window = host.window();
+    ScriptObject* object = window.object().get();
+    int calls = 0;
+    bool expected = false;
+    auto check = [&](NativeWindow&, NativeArguments const&) {
+        ++calls;
+        EXPECT_EQ(isInputBlocked(), expected);
+    };
+    for (const char* name : {"onPick", "eMouseMove", "EPAINT", "eCreate", "eDestroy"})
+        window.on(name, check);
+    struct
+    {
+        const char* event;
+        bool blocks;
+    } const cases[] = {{"onPick", true},   {"onPick/1", true},  {"eMouseMove", false}, {"EPAINT", false},
+                       {"eCreate", false}, {"eDestroy", false}, {"eMouseMove/1", true}};
+    for (auto const& [event, blocks] : cases) {
+        expected = blocks;
+        guiCallback_CallEvent(nullptr, object, event, object); // on the script thread
+        EXPECT_FALSE(isInputBlocked()) << event;
+        onGuiThread([&, name = event] { guiCallback_CallEvent(nullptr, object, name, object); });
+        EXPECT_FALSE(isInputBlocked()) << event;
+    }
+    EXPECT_EQ(calls, 14);
+}
+
+using Values = std::vector<NativeValue>;
+
+Values valuesOf(NativeArguments const& args)
+{
+    Values values;
+    for (size_t i = 0; i < args.size(); ++i)
+        values.push_back(args[i]);
+    return values;
+}
+
+TEST(CallEvent, TheSourceIsTheFirstArgumentAndTheNamesArgumentsFollow)
+{
+    NativeHost host;
+    NativeWindow window = host.window();
+    NativeObjectRef source = host.object();
+    std::vector<Values> seen;
+    window.on("onPick", [&](NativeWindow&, NativeArguments const& args) { seen.push_back(valuesOf(args)); });
+    ScriptObject* object = window.object().get();
+    guiCallback_CallEvent(nullptr, object, "onPick", source.get());
+    guiCallback_CallEvent(nullptr, object, "onPick/3\\red", source.get());
+    guiCallback_CallEvent(nullptr, object, "onPick/", nullptr);
+    ASSERT_EQ(seen.size(), 3u);
+    EXPECT_EQ(seen[0], (Values{source}));
+    EXPECT_EQ(seen[1], (Values{source, "3", "red"}));
+    EXPECT_EQ(seen[2], (Values{NativeValue()}));
+}
+
+TEST(CallEvent, ThePageOfTheNodeStaysUntilTheCallEnds)
+{
+    NativeHost host;
+    NativeWindow window = host.window();
+    ScriptObject* object = window.object().get();
+    guiHtmlBase root(object, nullptr, nullptr, sstring());
+    guiHtml* node = root.append(new guiHtml);
+    std::atomic<bool> mayGo{false};
+    std::thread waiting;
+    window.on("onSlow", [&](NativeWindow&, NativeArguments const&) {
+        waiting = std::thread([&] {
+            root.shutdownWait();
+            mayGo = true;
+        });
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        EXPECT_FALSE(mayGo);
+    });
+    guiCallback_CallEvent(node, object, "onSlow", object);
+    waiting.join();
+    EXPECT_TRUE(mayGo);
+}
+
+TEST(AsyncComplete, OfTheGuiThreadsCallCopiesTheResultAndSetsTheFlag)
+{
+    NativeHost host;
+    NativeValue value("answer");
+    NativeValue result;
+    guiCallbackRecord record{&result, nullptr};
+    guiCallback_AsyncComplete(value, &record);
+    EXPECT_EQ(result, NativeValue("answer"));
+    EXPECT_EQ(record.done, 1);
+    value = NativeValue(2); // the result is a copy
+    EXPECT_EQ(result, NativeValue("answer"));
+}
+
+TEST(AsyncComplete, OfAnotherThreadsCallSignalsItsEventInstead)
+{
+    NativeHost host;
+    NativeValue value(7);
+    NativeValue result;
+    guiCallbackRecord record{&result, pevent_create()};
+    guiCallback_AsyncComplete(value, &record);
+    pevent_wait(record.waiter); // returns, as the event is set
+    EXPECT_EQ(result, NativeValue(7));
+    EXPECT_EQ(record.done, 0);
+    pevent_destroy(record.waiter);
+}
+
+TEST(CallCustom, WithoutAHandlerOfTheNameGivesOneAndCallsNothing)
+{
+    NativeHost host;
+    host.window();
+    NativeObjectRef object = host.object();
+    object->on("eMouse", [](NativeObject&, NativeArguments const&) { ADD_FAILURE(); });
+    guiHtmlCustom node;
+    NativeObjectRef mouse = host.object();
+    node.mx.mouse = mouse.get();
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(guiCallback_CallCustom(&node, object.get(), "ePaint", object.get()), 1);
+    EXPECT_EQ(guiCallback_CallCustom(&node, object.get(), "eMouseMove/eMouse", object.get()), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(mouse->get("x"), NativeValue()) << "the node is not told either";
+}
+
+TEST(CallCustom, GivesTheHandlersNumberAndZeroForAnythingElse)
+{
+    NativeHost host;
+    host.window();
+    NativeObjectRef object = host.object();
+    NativeObjectRef source = host.object();
+    guiHtmlCustom node;
+    NativeValue reply;
+    object->on("eMouseDown", [&](NativeObject& self, NativeArguments const& args) {
+        EXPECT_EQ(&self, object.get());
+        EXPECT_EQ(valuesOf(args), (Values{source, "x"}));
+        return reply;
+    });
+    struct
+    {
+        NativeValue reply;
+        int result;
+    } const cases[] = {{7, 7}, {-2.9, -2}, {0, 0}, {"7", 0}, {true, 0}, {{}, 0}, {source, 0}};
+    for (auto const& [value, result] : cases) {
+        reply = value;
+        EXPECT_EQ(guiCallback_CallCustom(&node, object.get(), "eMouseDown/x", source.get()), result) << value;
+    }
+}
+
+TEST(CallCustom, TellsTheMouseObjectThePlaceBeforeTheHandlerRuns)
+{
+    NativeHost host;
+    host.window();
+    NativeObjectRef object = host.object();
+    NativeObjectRef mouse = host.object();
+    guiHtmlCustom node;
+    node.mx = {mouse.get(), 12, -3};
+    int calls = 0;
+    object->on("eMouseMove", [&](NativeObject&, NativeArguments const&) {
+        ++calls;
+        EXPECT_EQ(mouse->get("x"), NativeValue(12));
+        EXPECT_EQ(mouse->get("y"), NativeValue(-3));
+    });
+    guiCallback_CallCustom(&node, object.get(), "eMouseMove", object.get());
+    EXPECT_EQ(calls, 1);
+}
+
+/// What the build callback gives for one argument list.
+NativeValue builtFor(NativeArguments args)
+{
+    NativeValue result("before");
+    guiCallback_BuildCustomObject_Callback(pGUI->getManager(), nullptr, nullptr, args, result);
+    return result;
+}
+
+TEST(BuildCustomObject, GivesTheObjectOfALiveNodeThatItsArgumentNames)
+{
+    NativeHost host;
+    host.window();
+    NativeObjectRef object = host.object();
+    auto node = std::make_unique<guiHtml>();
+    auto number = static_cast<double>(reinterpret_cast<std::uintptr_t>(node.get()));
+    EXPECT_EQ(builtFor({number}), NativeValue()) << "the node has no object";
+    node->m.object = object.get();
+    EXPECT_EQ(builtFor({number}).object(), object);
+    EXPECT_EQ(builtFor({}), NativeValue());
+    EXPECT_EQ(builtFor({std::to_string(number)}), NativeValue());
+    EXPECT_EQ(builtFor({0}), NativeValue());
+    node->m.object = nullptr;
+    node.reset();
+    EXPECT_EQ(builtFor({number}), NativeValue()) << "the node is gone";
 }
 
 } // namespace
