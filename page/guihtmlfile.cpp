@@ -2,6 +2,7 @@
 // name. Parsing is guihtmlload.cpp's. A content filter is a script: after it has run, the node may be gone.
 #include "controls/guihtmlimage.h"
 #include "page/guihtml.h"
+#include "page/guihtmlservices.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
@@ -15,10 +16,25 @@
 
 namespace {
 
-/// Logs what went wrong with a file. The result is that of a failed load.
-int failed(char const* what, sstring const& path)
+/// Takes the content out of a node, and what belonged to it out of the form.
+void empty(guiHtml* node)
+{
+    guiNodeWatch self(node);
+    guiServices::eraseFormValues(node);
+    node->destroyChildren();
+    if (!self.alive())
+        return;
+    node->resetScroll();
+    node->updateLayout(1);
+}
+
+/// Logs what went wrong with a file, and leaves the node empty, if there still is one. The result is that of a failed
+/// load.
+int failed(guiNodeWatch const& node, char const* what, sstring const& path)
 {
     guiComponent::logError("guiHtml::loadFile() - failed to %s %s\n", what, guiComponent::printable(path).c_str());
+    if (node.alive())
+        empty(node.get());
     return 0;
 }
 
@@ -54,16 +70,16 @@ int loadPage(guiHtml* node, sstring path)
 {
     guiPageHost* host = guiPageHost::current();
     guiHtmlBase* root = node->getBaseHtml();
-    sstring text;
-    if (!host || !host->readText(root, path, text))
-        return failed("load file", path);
+    guiNodeWatch self(node);
     node->setString(kStringFile, path);
     node->setCurrentDirectory();
-    guiNodeWatch self(node);
+    sstring text;
+    if (!host || !host->readText(root, path, text))
+        return failed(self, "load file", path);
     if (!host->filterText(root, path, text))
-        return failed("filter file", path);
+        return failed(self, "filter file", path);
     if (!self.alive() || !node->setText(text, guiDirectoryOf(path)))
-        return failed("apply content from", path);
+        return failed(self, "apply content from", path);
     return 1;
 }
 

@@ -184,15 +184,16 @@ TEST_F(Links, AnEventWithoutNameOrHandlerIsNotHandledAndLoadsNothing)
 TEST_F(Links, AnEventThatTheObjectsHandlerDidNotSettleGoesToThePage)
 {
     List called;
+    add(&root, "cell");
     own.methods["onOk"] = [&](std::string const&) { return called.push_back("own"), "missing.html"; };
     page.methods["onOk"] = [&](std::string const&) { return called.push_back("page"), ""; };
-    logOf([&] { EXPECT_EQ(link->onEvent(sstring("event://onOk"), &own), 1); });
+    logOf([&] { EXPECT_EQ(link->onEvent(sstring("{cell}event://onOk"), &own), 1); });
     EXPECT_EQ(called, (List{"own", "page"}));
     called.clear();
     own.methods.clear();
     EXPECT_EQ(link->onEvent(sstring("event://unknown"), &own), 0);
     page.methods["onOk"] = [&](std::string const&) { return called.push_back("page"), "missing.html"; };
-    logOf([&] { EXPECT_EQ(link->onEvent(sstring("event://onOk"), &page), 0); });
+    logOf([&] { EXPECT_EQ(link->onEvent(sstring("{cell}event://onOk"), &page), 0); });
     EXPECT_EQ(called, List{"page"}) << "the page's own object is not asked twice";
 }
 
@@ -218,6 +219,24 @@ TEST_F(Links, MouseHandlersFireTheirAttributeOrTheDefaultLink)
     link->setString(kStringMouseUp, sstring("event://up"));
     fireAll();
     EXPECT_EQ(called, (List{"over", "eMouseMove", "down", "up", "out"}));
+}
+
+TEST_F(Links, MouseEventsGoToTheNodesOwnObjectFirst)
+{
+    List called;
+    for (char const* name : {"eMouseOver", "eMouseMove", "eMouseDown", "eMouseUp", "eMouseOut"}) {
+        own.methods[name] = [&called](std::string const& event) { return called.push_back("own " + event), ""; };
+        page.methods[name] = [&called](std::string const& event) { return called.push_back("page " + event), ""; };
+    }
+    link->m.object = &own;
+    own.methods.erase("eMouseUp");
+    link->onMouseOn();
+    link->onMouseMove(1, 1);
+    link->onMouseDown(1, 1);
+    link->onMouseUp();
+    link->onMouseOff();
+    EXPECT_EQ(called, (List{"own eMouseOver", "own eMouseMove", "own eMouseDown", "page eMouseUp", "own eMouseOut"}));
+    link->m.object = nullptr;
 }
 
 TEST_F(Links, ANamedTargetTakesTheFileAndAnUnknownOneTheEnclosingFrame)
@@ -342,26 +361,45 @@ TEST_F(Links, WhatScriptLoadsIntoTheWindowStartsAtTheScript)
     EXPECT_EQ(guiFullName(link, sstring("x.png")), "/app/x.png");
 }
 
-TEST_F(Links, AFileThatCanNotBeReadIsLoggedAndLeavesThePage)
+TEST_F(Links, AFileThatCanNotBeReadIsLoggedAndLeavesTheNodeEmpty)
 {
-    link->setString(kStringName, sstring("kept"));
-    EXPECT_EQ(logOf([&] { EXPECT_EQ(root.loadFile(sstring("/no.html")), 0); }),
-              "guiHtml::loadFile() - failed to load file /no.html\n");
-    EXPECT_TRUE(root.contents.empty());
-    EXPECT_EQ(root.getNamed(sstring("kept")), link);
-    EXPECT_EQ(root.getString(kStringFile), "/app/pages/main.html");
+    auto* cell = add(&root, "cell");
+    cell->append(new guiHtml);
+    cell->appendMarker(kMarkerLineBreak);
+    cell->ensureScroll().posY = 7;
+    EXPECT_EQ(logOf([&] { EXPECT_EQ(cell->loadFile(sstring("no.html#here")), 0); }),
+              "guiHtml::loadFile() - failed to load file /app/pages/no.html\n");
+    EXPECT_EQ(cell->getChildCount(), 0u);
+    EXPECT_EQ(cell->getScroll().posY, 0u);
+    EXPECT_EQ(root.layouts, 1);
+    EXPECT_TRUE(cell->contents.empty());
+    EXPECT_EQ(cell->getString(kStringFile), "/app/pages/no.html");
+    EXPECT_EQ(root.getChild(0), link) << "what lies around it stays";
 }
 
-TEST_F(Links, AFailingFilterAndContentThatDoesNotApplyAreLogged)
+TEST_F(Links, AFailingFilterAndContentThatDoesNotApplyAreLoggedAndLeaveTheNodeEmpty)
 {
     host.files["/a.html"] = "A";
     host.filter = [](sstring&, sstring&) { return 0; };
     EXPECT_EQ(logOf([&] { EXPECT_EQ(root.loadFile(sstring("/a.html")), 0); }),
               "guiHtml::loadFile() - failed to filter file /a.html\n");
+    EXPECT_EQ(root.getChildCount(), 0u);
+    root.append(new guiHtml);
     host.filter = nullptr;
     root.result = 0;
     EXPECT_EQ(logOf([&] { EXPECT_EQ(root.loadFile(sstring("/a.html")), 0); }),
               "guiHtml::loadFile() - failed to apply content from /a.html\n");
+    EXPECT_EQ(root.contents, List{"A"});
+    EXPECT_EQ(root.getChildCount(), 0u);
+}
+
+TEST_F(Links, ALinkToAMissingFileMayEmptyTheNodeItStandsIn)
+{
+    auto* cell = add(&root, "cell");
+    guiHtml* text = cell->append(new guiHtml);
+    text->setString(kStringMouseDown, sstring("{cell}missing.html"));
+    logOf([&] { text->onMouseDown(1, 1); });
+    EXPECT_EQ(cell->getChildCount(), 0u);
 }
 
 TEST_F(Links, TheFilteredTextIsWhatIsApplied)
@@ -435,10 +473,13 @@ TEST_F(Links, PendingSourcesAreLoadedOnceEachAndOneFailureIsReported)
     EXPECT_EQ(root.dynamicLoad(), 1);
     EXPECT_EQ(root.dynamicLoad(), 1);
     EXPECT_EQ(host.read, (List{"/app/pages/a.html", "/app/pages/b.html"}));
-    first->setString(kStringSource, sstring("missing.html"));
-    second->setString(kStringSource, sstring("b.html"));
+    host.files["/app/pages/c.html"] = "C";
+    auto* missing = add(second);
+    auto* third = add(second);
+    missing->setString(kStringSource, sstring("missing.html"));
+    third->setString(kStringSource, sstring("c.html"));
     logOf([&] { EXPECT_EQ(root.dynamicLoad(), 0); });
-    EXPECT_EQ(second->contents.size(), 2u) << "one failure does not stop the others";
+    EXPECT_EQ(third->contents.size(), 1u) << "one failure does not stop the others";
 }
 
 TEST_F(Links, APageThatContainsItselfIsNotLoadedAgain)

@@ -31,12 +31,21 @@ public:
     void paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region) override
     {
         ++painted;
+        seen = {painter, x, y, widget, region ? *region : QRegion()};
         if (whilePainting)
             whilePainting();
         else
             guiHtml::paintTo(painter, x, y, widget, region);
     }
 
+    struct
+    {
+        QPainter* painter;
+        int x;
+        int y;
+        guiWidget* widget;
+        QRegion region;
+    } seen{};
     int painted = 0;
     std::function<void()> whilePainting;
 };
@@ -150,6 +159,7 @@ TEST(PaintGroupBox, EtchedFrameStartsHalfACaptionDownWithAGapForIt)
     node.setString(kStringCaption, sstring(" ")); // blank: the frame shows alone
     node.m.border = 2;
     node.m.rect = {2, 50, 3, 40};
+    node.setBorderColors(kOuter, kOuter, kInner); // which a group box does not use
     node.setCaptionSize(9, 13);
     Canvas canvas = borderOf(node);
     // Half of 13 rounded toward zero; the gap starts 10 pixels in and is 9 + 6 wide.
@@ -317,9 +327,10 @@ class FloodingBorder : public guiHtml
 {
 public:
     using guiHtml::operator=;
-    void paintBorder(QPainter* painter, guiRect* rect, int) override
+    void paintBorder(QPainter* painter, guiRect* rect, int highlight) override
     {
         seen = *rect;
+        EXPECT_EQ(highlight, 0);
         painter->fillRect(rect->left, rect->top, rect->width, rect->height, toQColor(kOuter));
     }
     guiRect seen;
@@ -426,6 +437,26 @@ TEST(PaintChildren, AreMovedByTheScrollPositionAndCutToTheInside)
         return ring >= 2 && x >= 12 && y >= 12 && y < 18 ? rgbOf(kFill) : kNone;
     }),
               "");
+}
+
+TEST(PaintChildren, GetThePainterTheWidgetTheScrolledOriginAndTheClip)
+{
+    PageWindow window;
+    guiHtml* node = window.add({10, 30, 12, 30});
+    node->m.border = 2;
+    node->m.space = 1;
+    node->ensureScroll().posX = 3;
+    node->ensureScroll().posY = 8;
+    auto* child = window.place(new PaintCounter, {5, 100, 6, 50}, node);
+    QImage image(60, 60, QImage::Format_RGB32);
+    QPainter painter(&image);
+    QRegion damage(0, 0, 20, 60);
+    node->paintTo(&painter, 1, 2, window.widget, &damage);
+    EXPECT_EQ(child->seen.painter, &painter);
+    EXPECT_EQ(child->seen.widget, window.widget);
+    EXPECT_EQ(child->seen.x, 1 + 10 - 3);
+    EXPECT_EQ(child->seen.y, 2 + 12 - 8);
+    EXPECT_EQ(child->seen.region, QRegion(1 + 10 + 3, 2 + 12 + 3, 20 - 14, 24)) << "the inside that is damaged";
 }
 
 TEST(PaintChildren, OnlyTheOnesThatMeetTheDamageArePainted)
