@@ -131,6 +131,44 @@ void guiControl_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
     result.setString(guiSizePolicy_toName(node != nullptr ? node->getSizePolicy() : kPolicyResize));
 }
 
+/// The arguments of a property handler while it runs on the GUI thread.
+void readClientSize_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    guiRect client;
+    if (guiHtml* node = guiControl_getHtml(data, self))
+        node->getClientRect(&client);
+    result.setInt(args.get(0)->toString(0) == "width" ? client.width : client.height);
+}
+
+/// Ends the binding to a window, if there is one. Under the lock.
+void unbind(guiControlData& record)
+{
+    theBindings.erase({record.window, &record});
+    record.window = nullptr;
+    record.windowData = nullptr;
+}
+
+struct methodEntry
+{
+    const char* name;
+    ScriptMethod method;
+};
+
+constexpr methodEntry kMethods[] = {
+    {"loadBackground", handOver<guiControl_loadBackground_qt>},
+    {"loadFile", handOver<guiControl_loadFile_qt>},
+    {"setText", handOver<guiControl_setText_qt>},
+    {"setCaption", handOver<guiControl_setCaption_qt>},
+    {"play", handOver<guiControl_play_qt>},
+    {"enable", handOver<guiControl_enable_qt>},
+    {"disable", handOver<guiControl_disable_qt>},
+    {"isEnabled", handOver<guiControl_isEnabled_qt>},
+    {"setSizePolicy", handOver<guiControl_setSizePolicy_qt>},
+    {"getSizePolicy", handOver<guiControl_getSizePolicy_qt>},
+};
+
+} // namespace
+
 bool guiControl_onAddProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValue const& name, bool isStatic)
 {
     sstring wanted = name.toString(0);
@@ -138,17 +176,6 @@ bool guiControl_onAddProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValu
 }
 
 bool guiControl_onDelProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValue const&, bool) { return false; }
-
-/// The arguments of a property handler while it runs on the GUI thread.
-void readClientSize_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    guiHtml* node = guiControl_getHtml(data, self);
-    if (node == nullptr)
-        return;
-    guiRect client;
-    node->getClientRect(&client);
-    result.setInt(args.get(0)->toString(0) == "width" ? client.width : client.height);
-}
 
 bool guiControl_onGetProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
                           ScriptValue& out, bool isStatic)
@@ -177,14 +204,6 @@ void guiControl_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, S
     result.setBool(1);
 }
 
-/// Ends the binding to a window, if there is one. Under the lock.
-void unbind(guiControlData& record)
-{
-    theBindings.erase({record.window, &record});
-    record.window = nullptr;
-    record.windowData = nullptr;
-}
-
 void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
 {
     result.setBool(1);
@@ -200,27 +219,6 @@ void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
     std::memset(static_cast<void*>(record), 0xFE, sizeof *record); // a use after this shows itself
     std::free(record);
 }
-
-struct methodEntry
-{
-    const char* name;
-    ScriptMethod method;
-};
-
-constexpr methodEntry kMethods[] = {
-    {"loadBackground", handOver<guiControl_loadBackground_qt>},
-    {"loadFile", handOver<guiControl_loadFile_qt>},
-    {"setText", handOver<guiControl_setText_qt>},
-    {"setCaption", handOver<guiControl_setCaption_qt>},
-    {"play", handOver<guiControl_play_qt>},
-    {"enable", handOver<guiControl_enable_qt>},
-    {"disable", handOver<guiControl_disable_qt>},
-    {"isEnabled", handOver<guiControl_isEnabled_qt>},
-    {"setSizePolicy", handOver<guiControl_setSizePolicy_qt>},
-    {"getSizePolicy", handOver<guiControl_getSizePolicy_qt>},
-};
-
-} // namespace
 
 int guiControl_onConfigure(ScriptClass& scriptClass)
 {

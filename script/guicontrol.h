@@ -39,6 +39,23 @@ guiHtml* guiControl_getHtml(ScriptPrivate* data, ScriptObject* self);
 /// The window is ending: the control objects of its page have none from now on. Script thread.
 void guiControl_forgetWindow(ScriptObject* window);
 
+// What the host calls. The properties are "width" and "height" of an instance: those of the element's client rectangle
+// in pixels, 0 when there is no element, read-only.
+
+/// Makes the record of a new control object, bound to nothing yet.
+void guiControl_onCreate(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                         ScriptValue& result);
+void guiControl_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                          ScriptValue& result);
+bool guiControl_onAddProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                          bool isStatic);
+bool guiControl_onDelProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                          bool isStatic);
+bool guiControl_onGetProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                          ScriptValue& out, bool isStatic);
+bool guiControl_onSetProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                          ScriptValue const& value, bool isStatic);
+
 /// A new control object in the engine of `page`, kept once for the caller; null, after a log line of the host, when it
 /// can not be made. Any thread.
 ScriptObject* CreateControlObject(ScriptObject* page);

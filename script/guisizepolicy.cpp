@@ -11,7 +11,9 @@ struct policyName
 
 constexpr policyName kPolicies[] = {{"SCROLL", kPolicyScroll}, {"RESIZE", kPolicyResize}, {"FIXED", kPolicyFixed}};
 
-/// The names exist on the class, not on instances.
+} // namespace
+
+// The names exist on the class, not on instances.
 bool guiSizePolicy_onAddProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValue const& name, bool isStatic)
 {
     return isStatic && guiSizePolicy_fromName(name.toString(0)).has_value();
@@ -33,8 +35,6 @@ bool guiSizePolicy_onSetProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptV
 {
     return false;
 }
-
-} // namespace
 
 int guiSizePolicy_onConfigure(ScriptClass& scriptClass)
 {

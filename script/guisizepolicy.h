@@ -11,6 +11,17 @@
 /// Declares the class. Always 1.
 int guiSizePolicy_onConfigure(ScriptClass& scriptClass);
 
+// What the host calls: the three names are properties of the class itself, and can not be set or deleted.
+
+bool guiSizePolicy_onAddProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                             bool isStatic);
+bool guiSizePolicy_onDelProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                             bool isStatic);
+bool guiSizePolicy_onGetProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                             ScriptValue& out, bool isStatic);
+bool guiSizePolicy_onSetProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                             ScriptValue const& value, bool isStatic);
+
 /// "SCROLL", "RESIZE" or "FIXED", exactly; nothing for any other word.
 std::optional<guiSizePolicy> guiSizePolicy_fromName(sstring const& name);
 /// The name of a policy, "RESIZE" for any other value.

@@ -122,23 +122,21 @@ int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path)
     return result;
 }
 
-void guiWindow_control(ScriptPrivate* data, sstring name, ScriptValue& out)
+ScriptObject* guiWindow_control(ScriptPrivate* data, sstring name, void** out)
 {
-    out.setNull();
+    *out = nullptr;
     guiWindowData* record = guiWindow_getData(data);
     guiHtml* node = record != nullptr ? GetControl(record, name) : nullptr;
     if (node == nullptr)
-        return;
-    if (ScriptObject* existing = node->getCustomObject()) {
-        out.setObject(existing);
-        return;
-    }
-    ScriptObject* control = CreateControlObject(record->window);
-    if (control == nullptr) {
+        return nullptr;
+    ScriptObject* control = node->getCustomObject();
+    if (control != nullptr) {
+        control->keep();
+    } else if ((control = CreateControlObject(record->window)) != nullptr) {
+        guiControl_setPrivateInfo(control->getPrivate(), record->window, name);
+    } else {
         guiComponent::logError("GuiWindow::control() - failed to construct GuiControl object\n");
-        return;
     }
-    guiControl_setPrivateInfo(control->getPrivate(), record->window, name);
-    out.setObject(control);
-    control->letGo();
+    *out = control;
+    return control;
 }

@@ -62,7 +62,9 @@ void guiWindow_isOpen_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Script
 
 void guiWindow_isValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
-    result.setBool(args.count() == 0 && rootOf(data) != nullptr);
+    result.setNull();
+    if (args.count() == 0)
+        result.setBool(rootOf(data) != nullptr);
 }
 
 void guiWindow_setReturnValue_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
@@ -184,6 +186,11 @@ void guiWindow_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
 void guiWindow_control_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (hasOneString(args))
-        guiWindow_control(data, args.get(0)->toString(0), result);
+    if (!hasOneString(args))
+        return;
+    void* control = nullptr;
+    if (ScriptObject* object = guiWindow_control(data, args.get(0)->toString(0), &control)) {
+        result.setObject(object);
+        object->letGo();
+    }
 }

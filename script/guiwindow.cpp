@@ -121,65 +121,11 @@ void guiWindow_loadBackground_script(LibManager&, ScriptPrivate* data, ScriptObj
     result.setBool(root != nullptr && pGUI->getThread()->callLoadBackground(root, path));
 }
 
-/// Registers and removes content filters: a pattern alone removes, with a function or an object it adds.
-void guiWindow_onLoad_script(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    result.setNull();
-    if (self != nullptr)
-        pGUI->setEngine(self->getEngine());
-    if (args.count() < 1 || !args.get(0)->isString())
-        return;
-    sstring pattern = args.get(0)->toString(0);
-    if (args.count() == 1) {
-        guiFilter_remove(pattern);
-    } else if (args.count() == 2 && args.get(1)->isFunction()) {
-        guiFilter_add(pattern, args.get(1));
-    } else if (args.count() == 2 && args.get(1)->isObject()) {
-        guiFilter_add(pattern, args.get(1)->toObject(0));
-    }
-}
-
-void guiWindow_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    pGUI->setEngine(self->getEngine());
-    auto* record = static_cast<guiWindowData*>(std::calloc(1, sizeof(guiWindowData)));
-    if (record == nullptr)
-        throw std::bad_alloc();
-    record->tag = kRecordTag;
-    record->window = self;
-    record->data = data;
-    record->form = guiComponent::NewScriptObject();
-    data->setData(kPrivateKey, record);
-    if (hasOneString(args))
-        guiWindow_load(data, self, args.get(0)->toString(0));
-    result.setBool(1);
-}
-
 /// The page tree belongs to the GUI thread, so it is deleted there.
 void deleteRoot_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
     guiWindowData* record = guiWindow_getData(data);
     guiHtmlBase::release(std::exchange(record->root, nullptr));
-}
-
-void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
-                         ScriptValue& result)
-{
-    guiWindowData* record = guiWindow_getData(data);
-    result.setBool(1);
-    if (record == nullptr)
-        return;
-    if (record->root != nullptr)
-        pGUI->getThread()->callFunction(deleteRoot_qt, manager, data, self, args, result);
-    if (guiWindow_getData(data) != record)
-        return; // a handler that ran meanwhile has destroyed the window already
-    guiControl_forgetWindow(record->window);
-    data->setData(kPrivateKey, nullptr);
-    if (record->control != nullptr)
-        record->control->letGo();
-    guiComponent::DeleteScriptObject(record->form);
-    std::memset(static_cast<void*>(record), 0xFE, sizeof *record); // a use after this shows itself
-    std::free(record);
 }
 
 struct methodEntry
@@ -218,6 +164,59 @@ constexpr methodEntry kMethods[] = {
 };
 
 } // namespace
+
+void guiWindow_onLoad_script(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (self != nullptr)
+        pGUI->setEngine(self->getEngine());
+    if (args.count() < 1 || !args.get(0)->isString())
+        return;
+    sstring pattern = args.get(0)->toString(0);
+    if (args.count() == 1) {
+        guiFilter_remove(pattern);
+    } else if (args.count() == 2 && args.get(1)->isFunction()) {
+        guiFilter_add(pattern, args.get(1));
+    } else if (args.count() == 2 && args.get(1)->isObject()) {
+        guiFilter_add(pattern, args.get(1)->toObject(0));
+    }
+}
+
+void guiWindow_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    pGUI->setEngine(self->getEngine());
+    auto* record = static_cast<guiWindowData*>(std::calloc(1, sizeof(guiWindowData)));
+    if (record == nullptr)
+        throw std::bad_alloc();
+    record->tag = kRecordTag;
+    record->window = self;
+    record->data = data;
+    record->form = guiComponent::NewScriptObject();
+    data->setData(kPrivateKey, record);
+    if (hasOneString(args))
+        guiWindow_load(data, self, args.get(0)->toString(0));
+    result.setBool(1);
+}
+
+void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                         ScriptValue& result)
+{
+    guiWindowData* record = guiWindow_getData(data);
+    result.setBool(1);
+    if (record == nullptr)
+        return;
+    if (record->root != nullptr)
+        pGUI->getThread()->callFunction(deleteRoot_qt, manager, data, self, args, result);
+    if (guiWindow_getData(data) != record)
+        return; // a handler that ran meanwhile has destroyed the window already
+    guiControl_forgetWindow(record->window);
+    data->setData(kPrivateKey, nullptr);
+    if (record->control != nullptr)
+        record->control->letGo();
+    guiComponent::DeleteScriptObject(record->form);
+    std::memset(static_cast<void*>(record), 0xFE, sizeof *record); // a use after this shows itself
+    std::free(record);
+}
 
 int guiWindow_onConfigure(ScriptClass& scriptClass)
 {

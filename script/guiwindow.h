@@ -49,5 +49,19 @@ void guiWindow_close(ScriptPrivate* data);
 sstring guiWindow_resolve(ScriptObject* relativeTo, sstring path);
 /// Loads a page file, relative to the script that owns `relativeTo`. 1 or 0, with a log line. Script thread.
 int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path);
-/// Writes the control object of the named control into `out`, null when there is none. GUI thread.
-void guiWindow_control(ScriptPrivate* data, sstring name, ScriptValue& out);
+/// The control object of the named control, kept once for the caller, also written into `out` (not null); null when
+/// there is none. GUI thread.
+ScriptObject* guiWindow_control(ScriptPrivate* data, sstring name, void** out);
+
+// What the host calls.
+
+/// Makes the record of a new window, and loads its page when there is an argument.
+void guiWindow_onCreate(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                        ScriptValue& result);
+/// Ends the window and its record.
+void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                         ScriptValue& result);
+/// The class method "onLoad": registers and removes content filters. A pattern alone removes, with a function or an
+/// object it adds.
+void guiWindow_onLoad_script(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                             ScriptValue& result);

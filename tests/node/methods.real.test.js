@@ -43,7 +43,8 @@ const rows = [
 
 /** Methods, argument lists that they refuse, and the result. */
 const refused = [
-    [['isOpen', 'isValid'], [[1], [null], [undefined], ['x'], [true, false]], false],
+    [['isOpen'], [[1], [null], [undefined], ['x'], [true, false]], false],
+    [['isValid'], [[1], [null], [undefined], ['x'], [true, false]], null],
     [['load', 'loadFile', 'setText', 'loadBackground', 'setTitle', 'setFocus', 'setEnterControl', 'setEscapeControl', 'setSizePolicy', 'control'],
         [[], [1], [true], [null], [undefined], [{}], [() => 1], [Symbol('s')], [['a']], [new String('a')], ['a', 'b']], null],
     [['getTitle', 'getFocus', 'getEnterControl', 'getEscapeControl', 'getSizePolicy'], [[1], [undefined], [1, 2]], null],
@@ -177,7 +178,7 @@ test('each method of a control gives its result, also for an element that does n
             }
         }
     }
-    assert.deepEqual([nobody.width, nobody.height], [null, null]);
+    assert.deepEqual([nobody.width, nobody.height], [0, 0]);
 });
 
 test('onLoad takes a pattern with a function or an object, or a pattern alone, and returns null', () => {

@@ -163,6 +163,25 @@ TEST_F(ControlTest, WidthAndHeightAreThoseOfTheClientRectangleAndReadOnly)
     EXPECT_EQ(host.classProperty("GuiControl", "width"), NativeValue());
 }
 
+TEST_F(ControlTest, HandlersOfPropertiesAcceptWidthAndHeightOfInstancesAlone)
+{
+    LibManager& manager = pGUI->getManager();
+    for (const char* name : {"width", "height", "Width", "depth", "SCROLL", ""}) {
+        NativeValue value(name);
+        NativeValue out("before");
+        bool isKnown = std::string(name) == "width" || std::string(name) == "height";
+        EXPECT_EQ(guiControl_onAddProp(manager, nullptr, nullptr, value, false), isKnown) << name;
+        EXPECT_EQ(guiControl_onGetProp(manager, nullptr, nullptr, value, out, false), isKnown) << name;
+        EXPECT_EQ(out, isKnown ? NativeValue(0) : NativeValue("before")) << name;
+        EXPECT_FALSE(guiControl_onAddProp(manager, nullptr, nullptr, value, true)) << name;
+        EXPECT_FALSE(guiControl_onGetProp(manager, nullptr, nullptr, value, out, true)) << name;
+        for (bool isStatic : {false, true}) {
+            EXPECT_FALSE(guiControl_onSetProp(manager, nullptr, nullptr, value, out, isStatic)) << name;
+            EXPECT_FALSE(guiControl_onDelProp(manager, nullptr, nullptr, value, isStatic)) << name;
+        }
+    }
+}
+
 /// Every method of the class with good arguments, and what it gives when there is no element.
 struct
 {
@@ -186,8 +205,8 @@ void expectNeutral(NativeObjectRef const& control)
 {
     for (auto const& [method, args, neutral] : kMethods)
         EXPECT_EQ(control->call(method, args), neutral) << method;
-    EXPECT_EQ(control->get("width"), NativeValue());
-    EXPECT_EQ(control->get("height"), NativeValue());
+    EXPECT_EQ(control->get("width"), NativeValue(0));
+    EXPECT_EQ(control->get("height"), NativeValue(0));
 }
 
 TEST_F(ControlTest, OfNoWindowGivesNeutralResults)
