@@ -140,6 +140,22 @@ void readClientSize_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Scr
     result.setInt(args.get(0)->toString(0) == "width" ? client.width : client.height);
 }
 
+void publishWindow(ScriptObject* control, ScriptObject* window)
+{
+    ScriptValue* value = guiComponent::NewScriptValue();
+    value->setObject(window);
+    control->setProperty("window", value);
+    guiComponent::DeleteScriptValue(value);
+}
+
+void publishName(ScriptObject* control, sstring const& name)
+{
+    ScriptValue* value = guiComponent::NewScriptValue();
+    value->setString(name);
+    control->setProperty("name", value);
+    guiComponent::DeleteScriptValue(value);
+}
+
 /// Ends the binding to a window, if there is one. Under the lock.
 void unbind(guiControlData& record)
 {
@@ -255,10 +271,7 @@ void guiControl_setPrivateInfo(ScriptPrivate* data, ScriptObject* window, sstrin
         record->windowData = window != nullptr ? guiWindow_getData(window->getPrivate()) : nullptr;
         theBindings.insert({window, record});
     }
-    ScriptValue* value = guiComponent::NewScriptValue();
-    value->setObject(window);
-    record->self->setProperty("window", value);
-    guiComponent::DeleteScriptValue(value);
+    publishWindow(record->self, window);
     guiControl_setPrivateName(data, name);
 }
 
@@ -271,10 +284,7 @@ void guiControl_setPrivateName(ScriptPrivate* data, sstring const& name)
         std::lock_guard<std::mutex> guard(theLock);
         record->name = name;
     }
-    ScriptValue* value = guiComponent::NewScriptValue();
-    value->setString(name);
-    record->self->setProperty("name", value);
-    guiComponent::DeleteScriptValue(value);
+    publishName(record->self, name);
 }
 
 void guiControl_forgetWindow(ScriptObject* window)
@@ -289,12 +299,12 @@ void guiControl_forgetWindow(ScriptObject* window)
 
 guiHtml* guiControl_getHtml(ScriptPrivate* data, ScriptObject* self)
 {
-    guiControlData* record = guiControl_getData(data);
-    if (record == nullptr)
-        return nullptr;
     // A node's own object means that node: others on the page may have the same name, or none as well.
     if (guiHtml* node = pGUI->findNode(self))
         return node;
+    guiControlData* record = guiControl_getData(data);
+    if (record == nullptr)
+        return nullptr;
     std::unique_lock<std::mutex> guard(theLock);
     guiWindowData* window = record->windowData;
     sstring name = record->name;
@@ -311,10 +321,16 @@ ScriptObject* CreateControlObject(ScriptObject* page)
 void FleshInControlObject(ScriptObject* object, guiHtml* node)
 {
     guiHtmlBase* root = node->getBaseHtml();
-    guiControl_setPrivateInfo(object->getPrivate(), root != nullptr ? root->getPageObject() : nullptr, node->getName());
-    if (guiControlData* record = guiControl_getData(object->getPrivate()))
+    ScriptObject* window = root != nullptr ? root->getPageObject() : nullptr;
+    guiControl_setPrivateInfo(object->getPrivate(), window, node->getName());
+    guiControlData* record = guiControl_getData(object->getPrivate());
+    if (record != nullptr)
         record->isOfNode = true;
     for (methodEntry const& entry : kMethods)
         if (!object->hasMethod(entry.name))
             object->addMethod(entry.name, entry.method);
+    if (record == nullptr) { // of another class, a script component's
+        publishWindow(object, window);
+        publishName(object, node->getName());
+    }
 }

@@ -60,5 +60,6 @@ bool guiControl_onSetProp(LibManager& manager, ScriptPrivate* data, ScriptObject
 /// can not be made. Any thread.
 ScriptObject* CreateControlObject(ScriptObject* page);
 /// Makes `object` the control object of `node`: fills its record, adds the methods of the class and sets its properties
-/// "window" and "name". GUI thread.
+/// "window" and "name". An object of another class has no record: its methods find the node that it is bound to
+/// (guiComponent::bindObject). GUI thread.
 void FleshInControlObject(ScriptObject* object, guiHtml* node);

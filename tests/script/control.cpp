@@ -310,6 +310,52 @@ TEST_F(ControlTest, ANodesOwnObjectIsTheControlAndMeansThatNode)
     EXPECT_EQ(window.call("isValid"), NativeValue(true));
 }
 
+TEST_F(ControlTest, AnObjectOfAnotherClassIsGivenTheMethodsAndMeansItsNode)
+{
+    NativeWindow window = windowOf(kBox);
+    NativeObjectRef object = host.object();
+    object->on("isEnabled", [](NativeObject&, NativeArguments const&) { return NativeValue("its own"); });
+    onGuiThread(window, [&](guiHtmlBase* root) {
+        guiHtml* node = root->getNamed("box");
+        FleshInControlObject(object.get(), node);
+        pGUI->bindObject(object.get(), node);
+    });
+    EXPECT_EQ(object->get("name"), NativeValue("Box"));
+    EXPECT_EQ(object->get("window").object(), window.object());
+    object->call("setSizePolicy", {"FIXED"});
+    EXPECT_EQ(object->call("getSizePolicy"), NativeValue("FIXED"));
+    EXPECT_EQ(object->call("isEnabled"), NativeValue("its own"));
+    pGUI->unbindObject(object.get());
+    EXPECT_EQ(object->call("getSizePolicy"), NativeValue("RESIZE"));
+}
+
+/// A picture that counts how often it is told that it shows.
+class ShownImage : public guiHtmlImage
+{
+public:
+    using guiHtmlImage::operator=;
+    void onShow() override { ++shown; }
+    int shown = 0;
+};
+
+TEST_F(ControlTest, ANewPictureIsToldThatItShowsOnlyWhileItsWindowIsVisible)
+{
+    NativeWindow window = windowOf(kBox);
+    ShownImage* image = nullptr;
+    onGuiThread(window, [&](guiHtmlBase* root) {
+        image = static_cast<ShownImage*>(root->append(new ShownImage));
+        image->setString(kStringName, sstring("pic"));
+    });
+    NativeObjectRef control = window.control("pic");
+    EXPECT_EQ(control->call("loadFile", {"a.png"}), NativeValue(true));
+    EXPECT_EQ(image->shown, 0);
+    window.call("open");
+    int shown = image->shown;
+    printed([&] { EXPECT_EQ(control->call("loadFile", {"b.png"}), NativeValue(true)); });
+    EXPECT_EQ(image->shown, shown + 1);
+    window.close();
+}
+
 TEST_F(ControlTest, TheControlThatCallsAHandlerIsTheCurrentOne)
 {
     NativeWindow window = windowOf(kBox);

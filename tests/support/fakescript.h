@@ -36,6 +36,7 @@ class FakeObject final : public ScriptObject
 {
 public:
     std::map<std::string, std::function<std::string(std::string const& event)>> methods;
+    std::vector<std::string> session; ///< what it heard as the session object
 
     void reserved1() override {}
     void reserved2() override {}
@@ -54,8 +55,8 @@ public:
     ScriptPrivate* getPrivate() override { return nullptr; }
     void keep() override {}
     void letGo() override {}
-    int beginSession(int) override { return 0; }
-    int endSession() override { return 0; }
+    int beginSession(int flags) override { return session.push_back("begin " + std::to_string(flags)), 7; }
+    int endSession() override { return session.push_back("end"), 7; }
     void windowState(int) override {}
     void reserved21() override {}
     void reserved22() override {}
