@@ -29,15 +29,16 @@ void waitForCall(guiCallbackRecord& call)
         thread->pumpOnce();
 }
 
-void callAndWait(ScriptObject* target, sstring const& method, ScriptArgs* args, ScriptValue* result)
+/// Calls a method of `target` with `self` as its object.
+void callAndWait(ScriptObject* target, ScriptObject* self, sstring const& method, ScriptArgs* args, ScriptValue* result)
 {
     guiThread* thread = pGUI->getThread();
     if (thread->isScriptThread()) {
-        target->callMethod(target, method, args, result);
+        target->callMethod(self, method, args, result);
         return;
     }
     guiCallbackRecord call{result, thread->isGuiThread() ? nullptr : pevent_create()};
-    target->callMethodAsync(target, method, args, guiCallback_AsyncComplete, &call);
+    target->callMethodAsync(self, method, args, guiCallback_AsyncComplete, &call);
     waitForCall(call);
     if (call.waiter != nullptr)
         pevent_destroy(call.waiter);
@@ -54,6 +55,8 @@ sstring buildArguments(ScriptEngine* engine, sstring const& name, ScriptObject* 
     platform->destroyValue(scratch);
     return method;
 }
+
+sstring textOf(ScriptValue const& value) { return value.isString() ? value.toString(0) : sstring(); }
 
 template <void (guiFormValues::*carry)()>
 void carryOnGuiThread(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
@@ -127,7 +130,7 @@ void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, Sc
         root->shutdownEnter();
     if (disable)
         carryFormValues<&guiFormValues::beginCall>(root);
-    callAndWait(target, method, args, result);
+    callAndWait(target, target, method, args, result);
     if (disable)
         carryFormValues<&guiFormValues::endCall>(root);
     if (root != nullptr)
@@ -142,9 +145,31 @@ sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name,
 {
     ScriptValue* result = guiComponent::NewScriptValue();
     guiCallback_CallEvent(node, target, name, source, result);
-    sstring text = result->isString() ? result->toString(0) : sstring();
+    sstring text = textOf(*result);
     guiComponent::DeleteScriptValue(result);
     return text;
+}
+
+sstring guiCallback_CallFilter(ScriptObject* owner, ScriptValue* function, ScriptObject* window, sstring const& text)
+{
+    ScriptObject* filter = function->toObject(0);
+    if (filter == nullptr)
+        return sstring();
+    guiThread* thread = pGUI->getThread();
+    ScriptArgs* args = guiComponent::NewScriptArgs();
+    ScriptValue* value = guiComponent::NewScriptValue();
+    value->setObject(window);
+    args->append(value);
+    value->setString(text);
+    args->append(value);
+    value->setNull();
+    thread->disable();
+    callAndWait(filter, owner != nullptr ? owner : filter, sstring(), args, value);
+    thread->enable();
+    sstring filtered = textOf(*value);
+    guiComponent::DeleteScriptValue(value);
+    guiComponent::DeleteScriptArgs(args);
+    return filtered;
 }
 
 int guiCallback_CallCustom(guiHtmlCustom* node, ScriptObject* object, sstring name, ScriptObject* source)
@@ -188,7 +213,7 @@ ScriptObject* guiCallback_BuildCustomObject(guiHtml* node)
     value->setNumber(static_cast<double>(reinterpret_cast<std::uintptr_t>(node)));
     args->append(value);
     thread->disable();
-    callAndWait(builder, kBuild, args, value);
+    callAndWait(builder, builder, kBuild, args, value);
     thread->enable();
     ScriptObject* object = value->toObject(0);
     platform->destroyValue(value);

@@ -39,6 +39,10 @@ void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, Sc
 /// The same; the result as text if it is a string, else "".
 sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source);
 
+/// Calls a filter function on the script thread, as a method of `owner` (null: of nothing but itself), with the window
+/// and the text of a page, and waits for it. Its result if that is a string, else "". User input is blocked meanwhile.
+sstring guiCallback_CallFilter(ScriptObject* owner, ScriptValue* function, ScriptObject* window, sstring const& text);
+
 /// Calls a handler of the script component that an `object` element stands for, which first tells its mouse object
 /// where the pointer is. Returns the handler's number, 0 for a result of another kind, and 1 without a call when
 /// `object` has no such handler. The node may be gone afterwards.

@@ -321,6 +321,35 @@ TEST(CallCustom, TellsTheMouseObjectThePlaceBeforeTheHandlerRuns)
     EXPECT_EQ(calls, 1);
 }
 
+TEST(CallFilter, GetsTheWindowAndTheTextAndGivesItsStringFromEachThread)
+{
+    NativeHost host;
+    NativeWindow window = host.window();
+    NativeObjectRef owner = host.object();
+    NativeValue reply;
+    int calls = 0;
+    NativeValue function = host.function([&](NativeObject& self, NativeArguments const& args) {
+        ++calls;
+        EXPECT_EQ(&self, owner.get());
+        EXPECT_EQ(valuesOf(args), (Values{window.object(), "page text"}));
+        EXPECT_TRUE(isInputBlocked());
+        return reply;
+    });
+    sstring const text("page text");
+    for (NativeValue const& value : {NativeValue("other"), NativeValue(""), NativeValue(3), NativeValue()}) {
+        reply = value;
+        std::string const wanted = value == NativeValue("other") ? "other" : "";
+        EXPECT_EQ(guiCallback_CallFilter(owner.get(), &function, window.object().get(), text), wanted.c_str());
+        onGuiThread([&] {
+            EXPECT_EQ(guiCallback_CallFilter(owner.get(), &function, window.object().get(), text), wanted.c_str());
+        });
+    }
+    EXPECT_EQ(calls, 8);
+    EXPECT_FALSE(isInputBlocked());
+    NativeValue none;
+    EXPECT_EQ(guiCallback_CallFilter(owner.get(), &none, window.object().get(), text), "");
+}
+
 /// What the build callback gives for one argument list.
 NativeValue builtFor(NativeArguments args)
 {
