@@ -70,7 +70,7 @@ export class GuiWindow {
     /** Whether a page was loaded. */
     isValid(): boolean;
 
-    /** Loads a page into this window. */
+    /** Loads a page into this window. A later one that can not be read leaves the window empty. */
     load(path: string): boolean;
     loadFile(path: string): boolean;
     /** Replaces the content by this markup. */
@@ -133,7 +133,7 @@ export class GuiControl implements Element {
     readonly window: GuiWindow;
     /** The element's name in the page. */
     readonly name: string;
-    /** The size on the screen, in pixels. */
+    /** The size on the screen, in pixels; 0 when the page has no such element. */
     readonly width: number;
     readonly height: number;
 

@@ -293,6 +293,60 @@ TEST_F(WindowMethods, LoadOfABookmarkAloneKeepsThePage)
     EXPECT_TRUE(window.control("box"));
 }
 
+TEST_F(WindowMethods, LoadPublishesTheWindowAndItsFormWhenTheFileCouldBeRead)
+{
+    NativeWindow first = windowIn(kWithPage);
+    NativeWindow second = windowIn(kWithoutPage);
+    printed([&] { second.load("missing.html"); });
+    EXPECT_EQ(host.session("currentWindow").object(), first.object());
+    write("plain.html", "no page at all");
+    printed([&] { EXPECT_FALSE(second.load("plain.html")); });
+    EXPECT_EQ(host.session("currentWindow").object(), second.object());
+    EXPECT_EQ(host.session("currentForm").object().get(), guiWindow_getData(second.object()->getPrivate())->form);
+}
+
+TEST_F(WindowMethods, ConstructorTakesTheNameOfAPageAndNothingElse)
+{
+    struct
+    {
+        NativeArguments args;
+        bool isValid;
+    } const cases[] = {{{}, false}, {{"page.html"}, true}, {{1}, false}, {{kNull}, false}, {{"page.html", 1}, false}};
+    for (auto const& [args, isValid] : cases) {
+        NativeObjectRef object = host.create("GuiWindow", args);
+        ASSERT_TRUE(object);
+        EXPECT_EQ(object->call("isValid"), NativeValue(isValid)) << args.size();
+    }
+}
+
+TEST_F(WindowMethods, ALaterPageThatCanNotBeReadLeavesTheWindowEmptyButValid)
+{
+    NativeWindow window = windowIn(kShown);
+    std::string log = printed([&] { EXPECT_EQ(window.call("load", {"gone.html"}), NativeValue(false)); });
+    EXPECT_EQ(log, "guiHtml::loadFile() - failed to load file " + (folder / "gone.html").string() + "\n");
+    onGuiThread(window, [](guiHtmlBase* root) { EXPECT_EQ(root->getChildCount(), 0u); });
+    EXPECT_TRUE(window.isOpen());
+    EXPECT_TRUE(window.isValid());
+    EXPECT_EQ(window.title(), "A title");
+    EXPECT_TRUE(window.load("page.html"));
+    EXPECT_TRUE(window.control("box"));
+}
+
+TEST_F(WindowMethods, ControlIsThePageForAnEmptyNameAndNothingWithoutAPage)
+{
+    NativeWindow window = windowIn(kWithPage);
+    guiWindowData* record = guiWindow_getData(window.object()->getPrivate());
+    onGuiThread(window, [&](guiHtmlBase* root) {
+        sstring none;
+        sstring box("BOX");
+        EXPECT_EQ(GetControl(record, none), root);
+        EXPECT_EQ(GetControl(record, box), root->getNamed(box));
+    });
+    NativeWindow empty = windowIn(kWithoutPage);
+    printed([&] { EXPECT_EQ(empty.call("control", {"box"}), kNull); });
+    printed([&] { EXPECT_EQ(empty.call("control", {""}), kNull); });
+}
+
 // ---- messages
 
 TEST_F(WindowMethods, ControlOfAnInvalidRecordIsReportedWithItsAddress)
