@@ -2,6 +2,7 @@
 
 #include "localize2.h"
 #include "vela-alloc.h"
+#include "vela-poison.h"
 
 #include <atomic>
 #include <clocale>
@@ -139,7 +140,7 @@ void Locale_Destroy(LOCALE* locale)
     defaultLocale.compare_exchange_strong(expected, systemLocale);
     if (locale == systemLocale)
         return;
-    std::memset(static_cast<void*>(locale), 0xFE, sizeof *locale);
+    velaPoison(locale, sizeof *locale);
     std::free(locale);
 }
 

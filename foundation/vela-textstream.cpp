@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
-#include <cstring>
 #include <utility>
 
 #include "vela-locale.h"
+#include "vela-poison.h"
 #include "vela-tsdecoder.h"
 
 namespace {
@@ -31,7 +31,7 @@ int openError()
 void spoil(tsCache& cache)
 {
     free16(cache.buffer);
-    std::memset(static_cast<void*>(&cache), 0xFE, sizeof cache);
+    velaPoison(&cache, sizeof cache);
 }
 
 } // namespace
@@ -84,8 +84,8 @@ textstream::~textstream()
     rawBuffer = nullptr;
     locale = nullptr;
     codeSet = nullptr;
-    std::memset(&unitMode, 0xFE, sizeof unitMode);
-    std::memset(&size, 0xFE, sizeof size);
+    velaPoison(&unitMode, sizeof unitMode);
+    velaPoison(&size, sizeof size);
 }
 
 void textstream::releaseMemory()

@@ -2,6 +2,7 @@
 #include "script/guicontrol.h"
 
 #include "controls/guihtmlimage.h"
+#include "foundation/vela-poison.h"
 #include "page/guilinkname.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
@@ -11,7 +12,6 @@
 
 #include <QWidget>
 #include <cstdlib>
-#include <cstring>
 #include <mutex>
 #include <new>
 #include <set>
@@ -232,7 +232,7 @@ void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
     }
     data->setData(kPrivateKey, nullptr);
     record->~guiControlData();
-    std::memset(static_cast<void*>(record), 0xFE, sizeof *record); // a use after this shows itself
+    velaPoison(record, sizeof *record);
     std::free(record);
 }
 

@@ -3,6 +3,7 @@
 #include "script/guiwindow.h"
 
 #include "foundation/vela-comtypes.h"
+#include "foundation/vela-poison.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
 #include "runtime/guifilter.h"
@@ -11,7 +12,6 @@
 #include "script/guicontrol.h"
 #include "script/guiwindow-methods.h"
 
-#include <cstring>
 #include <utility>
 
 namespace {
@@ -214,7 +214,7 @@ void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject*
     if (record->control != nullptr)
         record->control->letGo();
     guiComponent::DeleteScriptObject(record->form);
-    std::memset(static_cast<void*>(record), 0xFE, sizeof *record); // a use after this shows itself
+    velaPoison(record, sizeof *record);
     std::free(record);
 }
 

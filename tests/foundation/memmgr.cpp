@@ -3,6 +3,7 @@
 #include "foundation/vela-debug.h"
 #include "foundation/vela-error.h"
 #include "foundation/vela-memmgr.h"
+#include "foundation/vela-poison.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -167,3 +168,22 @@ TEST(Allocation, ImpossibleSizesThrowOrGiveNull)
     EXPECT_EQ(operator new[](size, std::nothrow), nullptr);
 }
 #endif
+
+namespace {
+
+/// Leaves nothing legible behind, as the records of the library do.
+struct Poisoned
+{
+    ~Poisoned() { velaPoison(this, sizeof *this); }
+    unsigned words[5] = {1, 2, 3, 4, 5};
+};
+
+} // namespace
+
+TEST(Poison, IsStillThereWhenTheObjectHasEnded)
+{
+    alignas(Poisoned) unsigned char place[sizeof(Poisoned)];
+    (new (place) Poisoned)->~Poisoned();
+    for (unsigned char byte : place)
+        EXPECT_EQ(byte, 0xFE);
+}
