@@ -95,7 +95,7 @@ void guiWidget::unbind()
     htmlBase = nullptr;
     hoverNode = nullptr;
     if (bound && pGUI)
-        pGUI->onClose(this);
+        pGUI->onClose(this, bound);
 }
 
 void guiWidget::deleteWhenSafe()
@@ -156,7 +156,7 @@ void guiWidget::hover(QPoint at)
 {
     int x = at.x();
     int y = at.y();
-    guiHtml* node = htmlBase->hitTest(&x, &y);
+    guiHtml* node = livePage()->hitTest(&x, &y);
     guiHtml* old = hoverNode;
     guiNodeWatch found(node);
     hoverNode = node;
@@ -175,7 +175,7 @@ void guiWidget::hover(QPoint at)
 void guiWidget::mouseMoveEvent(QMouseEvent* event)
 {
     guiDispatch dispatch;
-    if (htmlBase)
+    if (livePage())
         hover(event->position().toPoint());
     QDialog::mouseMoveEvent(event);
 }
@@ -187,7 +187,7 @@ void guiWidget::mousePressEvent(QMouseEvent* event)
     QPoint at = event->position().toPoint();
     int x = at.x();
     int y = at.y();
-    guiHtml* node = htmlBase ? htmlBase->hitTest(&x, &y) : nullptr;
+    guiHtml* node = livePage() ? livePage()->hitTest(&x, &y) : nullptr;
     if (!node)
         return;
     // A window may open, or change its page, beneath a pointer that rests, and moves are dropped while a handler runs:
@@ -200,10 +200,10 @@ void guiWidget::mousePressEvent(QMouseEvent* event)
 void guiWidget::mouseReleaseEvent(QMouseEvent* event)
 {
     guiDispatch dispatch;
-    if (htmlBase) {
+    if (guiHtmlBase* page = livePage()) {
         int x = event->position().toPoint().x();
         int y = event->position().toPoint().y();
-        if (guiHtml* node = htmlBase->hitTest(&x, &y))
+        if (guiHtml* node = page->hitTest(&x, &y))
             node->onMouseUp();
         setCursor(Qt::ArrowCursor);
     }
@@ -213,7 +213,7 @@ void guiWidget::mouseReleaseEvent(QMouseEvent* event)
 void guiWidget::enterEvent(QEnterEvent* event)
 {
     guiDispatch dispatch;
-    if (htmlBase)
+    if (livePage())
         hover(event->position().toPoint());
     QDialog::enterEvent(event);
 }
@@ -246,7 +246,8 @@ void guiWidget::wheelEvent(QWheelEvent* event)
 {
     bool isHorizontal = std::abs(event->angleDelta().x()) > std::abs(event->angleDelta().y());
     QPoint at = event->position().toPoint();
-    QScrollBar* bar = htmlBase ? barUnder(htmlBase, at, isHorizontal ? Qt::Horizontal : Qt::Vertical) : nullptr;
+    guiHtmlBase* page = livePage();
+    QScrollBar* bar = page ? barUnder(page, at, isHorizontal ? Qt::Horizontal : Qt::Vertical) : nullptr;
     if (!bar) {
         QDialog::wheelEvent(event);
         return;
@@ -257,14 +258,13 @@ void guiWidget::wheelEvent(QWheelEvent* event)
 
 // ---- Keys, size, visibility ----
 
-// Not QDialog's own handler: that one rejects the dialog on Escape and presses a default button on Enter.
 void guiWidget::keyPressEvent(QKeyEvent* event)
 {
     guiDispatch dispatch;
-    if (guiHandleKey(htmlBase, event->key(), true))
+    if (guiHandleKey(livePage(), event->key(), true))
         event->accept();
     else
-        QWidget::keyPressEvent(event);
+        QDialog::keyPressEvent(event);
 }
 
 // The page is a stop for keys, but not one that Tab should find between two of its controls.
@@ -277,13 +277,13 @@ bool guiWidget::focusNextPrevChild(bool next)
 void guiWidget::resizeEvent(QResizeEvent* event)
 {
     guiDispatch dispatch;
-    if (htmlBase) {
+    if (livePage()) {
         guiRect rect{0, width(), 0, height()};
-        htmlBase->setRect(&rect);
+        livePage()->setRect(&rect);
         update();
     }
-    if (htmlBase && htmlBase->getPendingFocus().getLength() != 0)
-        htmlBase->setFocus(htmlBase->getPendingFocus());
+    if (livePage() && livePage()->getPendingFocus().getLength() != 0)
+        livePage()->setFocus(livePage()->getPendingFocus());
     QWidget::resizeEvent(event);
 }
 
@@ -293,8 +293,8 @@ void guiWidget::showEvent(QShowEvent* event)
     QDialog::showEvent(event);
     tellVisibility();
     refresh();
-    if (htmlBase)
-        htmlBase->onShow();
+    if (livePage())
+        livePage()->onShow();
 }
 
 void guiWidget::hideEvent(QHideEvent* event)

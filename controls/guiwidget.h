@@ -68,6 +68,8 @@ protected:
     virtual QPixmap makeBuffer(QSize const& size);
 
 private:
+    /// The page, null as soon as the window is to go: what happens to it until then is not the page's business.
+    guiHtmlBase* livePage() const { return deletePending ? nullptr : htmlBase; }
     void unbind();
     void hover(QPoint at);
     void paintRegion(QRegion const& region);

@@ -11,7 +11,7 @@ class guiWidgetCheckBox : public QCheckBox
     Q_OBJECT
 
 public:
-    explicit guiWidgetCheckBox(QWidget* parent);
+    explicit guiWidgetCheckBox(QWidget* parent = nullptr);
 
     guiHtmlControlButton* owner = nullptr; ///< not owned; null until the node binds it
 

@@ -11,7 +11,7 @@ class guiWidgetComboBox : public QComboBox
     Q_OBJECT
 
 public:
-    explicit guiWidgetComboBox(QWidget* parent);
+    explicit guiWidgetComboBox(QWidget* parent = nullptr);
 
     guiHtmlControlList* owner = nullptr; ///< not owned; null until the node binds it
 

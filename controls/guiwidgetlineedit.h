@@ -11,7 +11,7 @@ class guiWidgetLineEdit : public QLineEdit
     Q_OBJECT
 
 public:
-    explicit guiWidgetLineEdit(QWidget* parent);
+    explicit guiWidgetLineEdit(QWidget* parent = nullptr);
 
     guiHtmlControlEdit* owner = nullptr; ///< not owned; null until the node binds it
 

@@ -11,7 +11,7 @@ class guiWidgetListBox : public QListWidget
     Q_OBJECT
 
 public:
-    explicit guiWidgetListBox(QWidget* parent);
+    explicit guiWidgetListBox(QWidget* parent = nullptr);
 
     guiHtmlControlList* owner = nullptr; ///< not owned; null until the node binds it
 

@@ -11,7 +11,7 @@ class guiWidgetListView : public QTreeWidget
     Q_OBJECT
 
 public:
-    explicit guiWidgetListView(QWidget* parent);
+    explicit guiWidgetListView(QWidget* parent = nullptr);
 
     /// The node is going: neither the list nor any of its rows tells it anything any more.
     void unbind();

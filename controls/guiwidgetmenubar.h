@@ -12,7 +12,7 @@ class guiWidgetMenuBar : public QMenuBar
     Q_OBJECT
 
 public:
-    explicit guiWidgetMenuBar(QWidget* parent);
+    explicit guiWidgetMenuBar(QWidget* parent = nullptr);
 
     guiHtmlControlMenu* owner = nullptr; ///< not owned; null until the node binds it
 

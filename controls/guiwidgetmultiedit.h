@@ -12,7 +12,7 @@ class guiWidgetMultiEdit : public QPlainTextEdit
     Q_OBJECT
 
 public:
-    explicit guiWidgetMultiEdit(QWidget* parent);
+    explicit guiWidgetMultiEdit(QWidget* parent = nullptr);
 
     guiHtmlControlEdit* owner = nullptr; ///< not owned; null until the node binds it
 

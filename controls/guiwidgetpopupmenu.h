@@ -11,7 +11,7 @@ class guiWidgetPopupMenu : public QMenu
     Q_OBJECT
 
 public:
-    explicit guiWidgetPopupMenu(QWidget* parent);
+    explicit guiWidgetPopupMenu(QWidget* parent = nullptr);
 
     guiHtmlControlMenu* owner = nullptr; ///< not owned; null until the node binds it
 

@@ -11,7 +11,7 @@ class guiWidgetPushButton : public QPushButton
     Q_OBJECT
 
 public:
-    explicit guiWidgetPushButton(QWidget* parent);
+    explicit guiWidgetPushButton(QWidget* parent = nullptr);
 
     guiHtmlControlButton* owner = nullptr; ///< not owned; null until the node binds it
 

@@ -11,7 +11,7 @@ class guiWidgetRadioButton : public QRadioButton
     Q_OBJECT
 
 public:
-    explicit guiWidgetRadioButton(QWidget* parent);
+    explicit guiWidgetRadioButton(QWidget* parent = nullptr);
 
     guiHtmlControlButton* owner = nullptr; ///< not owned; null until the node binds it
 

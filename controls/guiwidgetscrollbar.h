@@ -11,7 +11,7 @@ class guiWidgetScrollBar : public QScrollBar
     Q_OBJECT
 
 public:
-    guiWidgetScrollBar(Qt::Orientation orientation, QWidget* parent, char const* name = nullptr);
+    guiWidgetScrollBar(Qt::Orientation orientation, QWidget* parent = nullptr, char const* name = nullptr);
 
     guiHtml* owner = nullptr; ///< the scrolled node; not owned, null until bound
 

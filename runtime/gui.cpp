@@ -211,18 +211,14 @@ void guiComponent::onOpen(guiWidget* widget, guiHtml* root)
     tellWindowState(root, 1);
 }
 
-void guiComponent::onClose(guiWidget* widget)
+void guiComponent::onClose(guiWidget* widget, guiHtml* root)
 {
     if (widget == m_currentWindow)
         m_currentWindow = nullptr; // another window may get the same address
-    guiHtml* root = nullptr;
     {
         componentLock lock(*this);
-        auto found = m_windows.find(widget);
-        if (found == m_windows.end())
+        if (m_windows.erase(widget) == 0)
             return;
-        root = found->second.root;
-        m_windows.erase(found);
     }
     tellWindowState(root, 0);
 }

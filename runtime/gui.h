@@ -55,7 +55,7 @@ public:
     void setCurrentWindow(guiWidget* widget);
     /// A top-level widget was made for the page `root`, or is going. GUI thread.
     void onOpen(guiWidget* widget, guiHtml* root);
-    void onClose(guiWidget* widget);
+    void onClose(guiWidget* widget, guiHtml* root);
     /// The window is on the screen or being painted, or is not any more. GUI thread.
     void onVisible(guiWidget* widget, bool isVisible);
     /// Whether the widget is among the open windows. Any thread.

@@ -36,6 +36,7 @@ bool isMouseInput(QEvent::Type type)
 
 bool isKeyInput(QEvent::Type type)
 {
+    constexpr int kAccelerator = 30; // a number that this version of the toolkit uses for nothing
     constexpr int kActivateControl = 80;
     constexpr int kDeactivateControl = 81;
     switch (static_cast<int>(type)) {
@@ -43,6 +44,7 @@ bool isKeyInput(QEvent::Type type)
     case QEvent::KeyRelease:
     case QEvent::ShortcutOverride:
     case QEvent::Shortcut:
+    case kAccelerator:
     case kActivateControl:
     case kDeactivateControl:
         return true;
@@ -53,26 +55,26 @@ bool isKeyInput(QEvent::Type type)
 
 } // namespace
 
-void guiEventFilter::activate() { ++m_inputBlock; }
-void guiEventFilter::activateMM() { ++m_mouseMoveBlock; }
-void guiEventFilter::deactivateMM() { decrementAboveZero(m_mouseMoveBlock); }
+void guiEventFilter::activate() { ++inputBlock; }
+void guiEventFilter::activateMM() { ++mouseMoveBlock; }
+void guiEventFilter::deactivateMM() { decrementAboveZero(mouseMoveBlock); }
 
 void guiEventFilter::deactivate()
 {
-    decrementAboveZero(m_inputBlock);
+    decrementAboveZero(inputBlock);
     catchUpLater();
 }
 
 void guiEventFilter::forceDeactivate()
 {
-    m_mouseMoveBlock = 0;
-    m_inputBlock = 0;
+    mouseMoveBlock = 0;
+    inputBlock = 0;
     catchUpLater();
 }
 
 void guiEventFilter::catchUpLater()
 {
-    if (m_inputBlock != 0 || !m_missedMove)
+    if (inputBlock != 0 || !m_missedMove)
         return;
     guiHandOver::give();
     QMetaObject::invokeMethod(this, &guiEventFilter::catchUp, Qt::QueuedConnection);
@@ -80,7 +82,7 @@ void guiEventFilter::catchUpLater()
 
 void guiEventFilter::catchUp()
 {
-    if (m_inputBlock != 0 || !m_missedMove.exchange(false) || !m_pointerWindow)
+    if (inputBlock != 0 || !m_missedMove.exchange(false) || !m_pointerWindow)
         return;
     QPoint global = QCursor::pos();
     QPoint local = m_pointerWindow->mapFromGlobal(global);
@@ -105,9 +107,9 @@ bool guiEventFilter::holdBack(QObject* watched, QEvent::Type type)
 bool guiEventFilter::eventFilter(QObject* watched, QEvent* event)
 {
     guiHandOver::take();
-    if (m_inputBlock != 0 && (isMouseInput(event->type()) || isKeyInput(event->type())))
+    if (inputBlock != 0 && (isMouseInput(event->type()) || isKeyInput(event->type())))
         return holdBack(watched, event->type());
-    if (m_mouseMoveBlock != 0 && event->type() == QEvent::MouseMove)
+    if (mouseMoveBlock != 0 && event->type() == QEvent::MouseMove)
         return true;
     return QObject::eventFilter(watched, event);
 }

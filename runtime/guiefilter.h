@@ -66,13 +66,14 @@ public:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    std::atomic<unsigned> inputBlock{0};     ///< calls of activate() that are not taken back yet
+    std::atomic<unsigned> mouseMoveBlock{0}; ///< the same of activateMM()
+
 private:
     bool holdBack(QObject* watched, QEvent::Type type);
     void catchUpLater();
     void catchUp();
 
-    std::atomic<unsigned> m_inputBlock{0};
-    std::atomic<unsigned> m_mouseMoveBlock{0};
     std::atomic<bool> m_missedMove{false};
     QPointer<QWindow> m_pointerWindow; // where the missed move went; GUI thread
 };

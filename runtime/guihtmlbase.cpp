@@ -5,6 +5,7 @@
 #include "foundation/threading.h"
 #include "foundation/vela-qt.h"
 #include "page/guihtmltext-fonts.h"
+#include "page/guilaterevents.h"
 #include "page/guinodewatch.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
@@ -97,6 +98,10 @@ void guiHtmlBase::release(guiHtmlBase* root)
     if (root == nullptr)
         return;
     guiNodeWatch live(root);
+    if (guiWidget* widget = root->getWidget()) {
+        guiLaterEvents later; // script's object is going already: it is called no more
+        widget->refresh();
+    }
     root->destroyWidget();
     if (!live.alive())
         return;
@@ -146,6 +151,9 @@ void guiHtmlBase::destroyWidget()
     if (widget == nullptr)
         return;
     guiNodeWatch self(this);
+    widget->refresh(); // the node under the pointer hears that it is left while the page is still whole
+    if (!self.alive() || getWidget() != widget)
+        return;
     m_formValues.store(); // while the controls still know what was typed into them
     if (!self.alive() || getWidget() != widget)
         return;

@@ -57,7 +57,8 @@ public:
     /// The window's widget, made on the first call, laid out and sized but not shown. It is modal if `modal` is not 0
     /// and the application has an active window. GUI thread.
     guiWidget* createWidget(int modal);
-    /// Destroys the widget, if there is one, as soon as it is not painting. GUI thread.
+    /// Destroys the widget, if there is one, as soon as it is not painting. The node under the pointer hears that it is
+    /// left, and after that no handler hears of the window any more. GUI thread.
     void destroyWidget();
     /// The widget, null while the window is closed.
     guiWidget* getWidget() const { return m_widget.load(std::memory_order_acquire); }

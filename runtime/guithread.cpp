@@ -3,6 +3,7 @@
 
 #include "foundation/threading.h"
 #include "foundation/vela-error.h"
+#include "foundation/vela-poison.h"
 #include "foundation/vela-qt.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
@@ -14,14 +15,13 @@
 #include <QPointingDevice>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <mutex>
 #include <set>
 #include <utility>
 
 namespace {
 
-/// One repaint event for the whole component may be on its way at a time. It serves all nodes that asked meanwhile.
+/// One repaint event for the whole component may be on its way at a time; the nodes that ask meanwhile get none.
 class updateRequests
 {
 public:
@@ -34,7 +34,7 @@ public:
         return !std::exchange(m_isPending, true);
     }
 
-    /// The nodes that asked since the event was posted, besides its own; further requests take a new event.
+    /// The nodes that asked since the event was posted; further requests take a new event.
     std::set<guiHtml*> take()
     {
         std::lock_guard<std::mutex> guard(m_lock);
@@ -103,14 +103,15 @@ int openPage(guiHtmlBase& root, int modal)
     return 1;
 }
 
-/// The repaint event of `first` has come.
+/// The repaint event of `first` has come. The others that asked for one get no pass of their own: their places only
+/// join what this one damages.
 void serveUpdates(guiHtml* first)
 {
-    std::set<guiHtml*> nodes = theUpdates.take();
-    nodes.insert(first);
-    for (guiHtml* node : nodes)
+    if (isRegistered(first))
+        first->update();
+    for (guiHtml* node : theUpdates.take())
         if (isRegistered(node))
-            node->update();
+            node->guiHtml::update();
 }
 
 void repaint(guiHtml& node)
@@ -139,7 +140,7 @@ guiThread::~guiThread()
     theUpdates.take();                      // an event that was still on its way is lost
     pevent_destroy(m_f.started);
     pevent_destroy(m_f.finished);
-    std::memset(static_cast<void*>(&m_f), 0xFE, sizeof m_f); // a use after this shows itself
+    velaPoison(&m_f, sizeof m_f);
 }
 
 intptr_t guiThread::threadMain(intptr_t self)

@@ -44,7 +44,7 @@ public:
     void postClose(guiHtmlBase* root);
     /// Deletes a page that was released (guiHtmlBase::release), once nothing calls script for it. Any thread.
     void postRelease(guiHtmlBase* root);
-    /// Repaints a node soon. While one such request is on its way, further ones join it: one pass serves all.
+    /// Repaints a node soon. While one such request is on its way, further ones are dropped: one pass serves all.
     void postUpdate(guiHtml* node);
     /// Hands `event` over to Qt.
     void postEvent(guiEvent* event);

@@ -27,14 +27,20 @@ public:
     void onMouseUp() override { note("up"); }
     void onScrollX(int pos) override { note("x " + std::to_string(pos)); }
     void onScrollY(int pos) override { note("y " + std::to_string(pos)); }
-    void paintTo(QPainter*, int, int, guiWidget*, QRegion const*) override
+    void paintTo(QPainter*, int x, int y, guiWidget* on, QRegion const* damage) override
     {
+        origin = {x, y};
+        paintedOn = on;
+        region = damage ? *damage : QRegion();
         if (whilePainting)
             whilePainting();
     }
 
     std::function<void(std::string const& what)> whileTold;
     std::function<void()> whilePainting;
+    QPoint origin; // what paintTo() was given last
+    guiWidget* paintedOn = nullptr;
+    QRegion region;
 
 private:
     void note(std::string const& what)
@@ -317,7 +323,7 @@ TEST_F(Widget, OutsideOfHandlersDeletionIsAtOnce)
     EXPECT_TRUE(widget.isNull());
 }
 
-TEST_F(Widget, EscapeAndEnterGoToThePageAndNeverToTheDialog)
+TEST_F(Widget, EscapeAndEnterGoToThePage)
 {
     show();
     log.clear();
@@ -328,10 +334,13 @@ TEST_F(Widget, EscapeAndEnterGoToThePageAndNeverToTheDialog)
     EXPECT_TRUE(key(Qt::Key_Enter));
     EXPECT_FALSE(key(Qt::Key_A));
     EXPECT_EQ(log, (List{"escape", "enter", "enter"}));
-    root.keyUsed = 0;
-    EXPECT_FALSE(key(Qt::Key_Escape));
     EXPECT_TRUE(widget->isVisible());
-    EXPECT_EQ(finished, 0);
+    EXPECT_EQ(finished, 0) << "a used key is not the dialog's";
+    root.keyUsed = 0;
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(widget->isVisible()) << "an unused one is";
+    EXPECT_EQ(finished, 1);
+    EXPECT_EQ(log.size(), 4u);
 }
 
 TEST_F(Widget, ResizingPlacesTheRootAndShowingTellsIt)
@@ -466,20 +475,75 @@ TEST_F(Widget, WithoutMemoryForTheBufferThePageIsPaintedDirectly)
     root.standIn = nullptr;
 }
 
-TEST_F(Widget, AnUnboundWidgetDoesNothing)
+TEST_F(Widget, AnUnboundWidgetDoesWhatTheToolkitDoes)
 {
     guiWidget unbound(nullptr, "unbound", 0, Qt::Window);
+    EXPECT_EQ(unbound.htmlBase, nullptr);
+    EXPECT_EQ(unbound.hoverNode, nullptr);
+    EXPECT_EQ(unbound.paintDepth, 0u);
+    EXPECT_EQ(unbound.deletePending, 0);
     unbound.resize(50, 50);
     unbound.show();
     PageWindow::settle();
     QMouseEvent move(QEvent::MouseMove, QPointF(5, 5), QPointF(5, 5), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(&unbound, &move);
-    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-    QCoreApplication::sendEvent(&unbound, &escape);
     EXPECT_TRUE(unbound.isVisible());
     EXPECT_TRUE(unbound.backBuffer.isNull());
+    EXPECT_FALSE(unbound.isPainting());
     unbound.close();
     EXPECT_FALSE(unbound.isVisible());
+    unbound.show();
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(&unbound, &escape);
+    EXPECT_FALSE(unbound.isVisible());
+}
+
+TEST_F(Widget, APageIsPaintedFromItsCornerWithinTheDamage)
+{
+    show();
+    a->whilePainting = [this] { log.push_back("a painted"); };
+    b->whilePainting = [this] { log.push_back("b painted"); };
+    log.clear();
+    widget->repaint(QRect(60, 10, 5, 5));
+    EXPECT_EQ(log, List{"b painted"});
+    EXPECT_EQ(b->origin, QPoint(0, 0));
+    EXPECT_EQ(b->paintedOn, widget);
+    EXPECT_EQ(b->region, QRegion(60, 10, 5, 5));
+}
+
+TEST_F(Widget, NothingReachesThePageOfAWindowThatClosedInItsPaint)
+{
+    show();
+    log.clear();
+    int keyUses = 0;
+    a->whilePainting = [&] {
+        root.destroyWidget();
+        mouse(QEvent::MouseMove, 65, 15); // its handler waits, and the user goes on meanwhile
+        mouse(QEvent::MouseButtonPress, 65, 15);
+        mouse(QEvent::MouseButtonRelease, 65, 15);
+        key(Qt::Key_A);
+        widget->resize(210, 110);
+        ++keyUses;
+    };
+    widget->repaint();
+    EXPECT_EQ(keyUses, 1);
+    EXPECT_EQ(log, List());
+    PageWindow::settle();
+    EXPECT_TRUE(widget.isNull());
+}
+
+TEST_F(Widget, ClosingTellsTheHoveredNodeOnceWhileItsPageIsWhole)
+{
+    show();
+    mouse(QEvent::MouseMove, 15, 17);
+    log.clear();
+    bool wasWhole = false;
+    a->whileTold = [&](std::string const&) { wasWhole = root.isOpen() && root.getChildCount() == 2; };
+    widget->close();
+    EXPECT_EQ(log, List{"a off"});
+    EXPECT_TRUE(wasWhole);
+    PageWindow::settle();
+    EXPECT_EQ(log.size(), 1u) << "no later word from the window that is gone";
 }
 
 TEST_F(Widget, ThePointerOnAnotherWidgetIsNoLongerOnThePage)

@@ -5,6 +5,7 @@
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
+#include "tests/runtime/onguithread.h"
 
 #include <gtest/gtest.h>
 
@@ -32,21 +33,6 @@ struct RecordingClass final : ScriptClass
     void addMethod(sstring const& name, ScriptMethod) override { methods.push_back(sstring(name).c_str()); }
     void addClassMethod(sstring const& name, ScriptMethod) override { classMethods.push_back(sstring(name).c_str()); }
 };
-
-/// Runs a function on the GUI thread and waits for it.
-template <class Function>
-void onGuiThread(Function function)
-{
-    static Function* current;
-    current = &function;
-    struct runner
-    {
-        static void run(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&) { (*current)(); }
-    };
-    NativeArguments args;
-    NativeValue result;
-    pGUI->getThread()->callFunction(runner::run, pGUI->getManager(), nullptr, nullptr, args, result);
-}
 
 TEST(Component, ShutdownWithoutInitReturnsOne) { EXPECT_EQ(Shutdown(), 1); }
 

@@ -23,7 +23,7 @@ TEST(EventFilter, BlocksKeysAndMouseWhileActive)
 {
     guiEventFilter filter;
     filter.activate();
-    for (int type : {2, 3, 4, 5, 6, 7, 80, 81})
+    for (int type : {2, 3, 4, 5, 6, 7, 30, 80, 81})
         EXPECT_TRUE(isSwallowed(filter, type)) << type;
     for (int type : {int(QEvent::ShortcutOverride), int(QEvent::Shortcut), int(QEvent::Wheel), int(QEvent::TouchBegin)})
         EXPECT_TRUE(isSwallowed(filter, type)) << type;
@@ -58,6 +58,38 @@ TEST(EventFilter, MoveBlockTakesMovesOnly)
     EXPECT_FALSE(isSwallowed(filter, QEvent::MouseMove));
 }
 
+TEST(EventFilter, CountsCallsAndNeverBelowNone)
+{
+    guiEventFilter filter;
+    EXPECT_EQ(filter.inputBlock, 0u);
+    EXPECT_EQ(filter.mouseMoveBlock, 0u);
+    filter.deactivate();
+    filter.deactivateMM();
+    EXPECT_EQ(filter.inputBlock, 0u);
+    EXPECT_EQ(filter.mouseMoveBlock, 0u);
+    filter.activate();
+    filter.activate();
+    filter.activateMM();
+    EXPECT_EQ(filter.inputBlock, 2u);
+    EXPECT_EQ(filter.mouseMoveBlock, 1u);
+    filter.deactivate();
+    filter.deactivateMM();
+    EXPECT_EQ(filter.inputBlock, 1u);
+    EXPECT_EQ(filter.mouseMoveBlock, 0u);
+}
+
+TEST(EventFilter, ABlockOfMovesAddsNothingToABlockOfAll)
+{
+    guiEventFilter filter;
+    filter.activateMM();
+    for (int type = 1; type < 120; ++type)
+        EXPECT_EQ(isSwallowed(filter, type), type == 5) << type;
+    filter.activate();
+    EXPECT_TRUE(isSwallowed(filter, QEvent::KeyPress));
+    filter.deactivateMM();
+    EXPECT_TRUE(isSwallowed(filter, QEvent::MouseMove));
+}
+
 TEST(EventFilter, OneForcedDeactivationLetsAllThrough)
 {
     guiEventFilter filter;
@@ -65,6 +97,8 @@ TEST(EventFilter, OneForcedDeactivationLetsAllThrough)
     filter.activate();
     filter.activateMM();
     filter.forceDeactivate();
+    EXPECT_EQ(filter.inputBlock, 0u);
+    EXPECT_EQ(filter.mouseMoveBlock, 0u);
     EXPECT_FALSE(isSwallowed(filter, QEvent::KeyPress));
     EXPECT_FALSE(isSwallowed(filter, QEvent::MouseMove));
 }

@@ -1,10 +1,12 @@
 // Tests of the GUI thread: what runs where, who waits how, and what becomes of late events.
 #include "runtime/guithread.h"
 
+#include "controls/guiwidget.h"
 #include "host/native/nativehost.h"
 #include "page/guihtml.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
+#include "tests/runtime/onguithread.h"
 
 #include <gtest/gtest.h>
 
@@ -48,7 +50,15 @@ struct CountingNode : guiHtml
     using guiHtml::operator=;
     int updates = 0;
     int triggers = 0;
-    void update() override { ++updates; }
+    int paints = 0;
+    std::function<void()> whileUpdating;
+    void update() override
+    {
+        ++updates;
+        if (whileUpdating)
+            whileUpdating();
+    }
+    void paintTo(QPainter*, int, int, guiWidget*, QRegion const*) override { ++paints; }
     void triggerNow() override { ++triggers; }
 };
 
@@ -155,15 +165,47 @@ void postForTwoNodes(LibManager&, ScriptPrivate* second, ScriptObject* first, Sc
 TEST(GuiThread, OnePassServesEveryNodeThatAskedForAnUpdate)
 {
     NativeHost host;
-    CountingNode first;
-    CountingNode second;
+    std::unique_ptr<guiHtmlBase> root;
+    CountingNode* first = nullptr;
+    CountingNode* second = nullptr;
+    onGuiThread([&] {
+        root = std::make_unique<guiHtmlBase>(nullptr, nullptr, nullptr, sstring());
+        root->append(first = new CountingNode);
+        root->append(second = new CountingNode);
+        root->createWidget(0)->show();
+        first->m.rect = {0, 10, 0, 10};
+        second->m.rect = {100, 10, 100, 10};
+        QCoreApplication::processEvents();
+        first->paints = second->paints = 0;
+    });
     NativeArguments args;
     NativeValue result;
-    pGUI->getThread()->callFunction(postForTwoNodes, pGUI->getManager(), reinterpret_cast<ScriptPrivate*>(&second),
-                                    reinterpret_cast<ScriptObject*>(&first), args, result);
+    pGUI->getThread()->callFunction(postForTwoNodes, pGUI->getManager(), reinterpret_cast<ScriptPrivate*>(second),
+                                    reinterpret_cast<ScriptObject*>(first), args, result);
+    onGuiThread([] { QCoreApplication::processEvents(); });
+    EXPECT_EQ(first->updates, 1);
+    EXPECT_EQ(second->updates, 0) << "its request was dropped";
+    EXPECT_GT(second->paints, 0) << "but its place is painted with the first one's";
+    pGUI->getThread()->postUpdate(second);
+    flush();
+    EXPECT_EQ(second->updates, 1) << "the next request is a new one";
+    onGuiThread([&] {
+        root->destroyWidget();
+        root.reset();
+    });
+}
+
+TEST(GuiThread, ARequestInTheMiddleOfAnUpdateIsDropped)
+{
+    NativeHost host;
+    CountingNode first;
+    CountingNode second;
+    first.whileUpdating = [&] { pGUI->getThread()->postUpdate(&second); };
+    pGUI->getThread()->postUpdate(&first);
+    flush();
     flush();
     EXPECT_EQ(first.updates, 1);
-    EXPECT_EQ(second.updates, 1);
+    EXPECT_EQ(second.updates, 0) << "the flag is cleared when the update is over";
 }
 
 TEST(GuiThread, TriggerReachesALiveNode)

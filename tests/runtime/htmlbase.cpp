@@ -6,6 +6,7 @@
 #include "page/guihtmltext-fonts.h"
 #include "runtime/gui.h"
 #include "runtime/guithread.h"
+#include "tests/runtime/onguithread.h"
 
 #include <gtest/gtest.h>
 
@@ -15,19 +16,6 @@
 #include <functional>
 
 namespace {
-
-std::function<void()> theWork;
-
-void runTheWork(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&) { theWork(); }
-
-/// Runs a test's body on the GUI thread, where page roots live.
-void onGuiThread(std::function<void()> work)
-{
-    theWork = std::move(work);
-    NativeArguments args;
-    NativeValue result;
-    pGUI->getThread()->callFunction(runTheWork, pGUI->getManager(), nullptr, nullptr, args, result);
-}
 
 struct Root : guiHtmlBase
 {
