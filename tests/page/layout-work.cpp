@@ -67,6 +67,24 @@ TEST(LayoutWork, PerNodeIsBoundedAtEveryDepth)
     }
 }
 
+// Heights alone, as a caller may ask for them: nothing is settled then while the widths are shared out.
+TEST(LayoutWork, HeightsAloneAreBoundedAtEveryDepth)
+{
+    for (int depth : {1, 12, 200}) {
+        SCOPED_TRACE(depth);
+        testRoot root;
+        nest(&root, depth, 4);
+        root.layOut(800, 600);
+        guiLayoutCounters::reset();
+        root.updateActiveHeights();
+        unsigned const nodes = countNodes(&root);
+        EXPECT_LE(guiLayoutCounters::heightPasses, 2 * nodes);
+        EXPECT_LE(guiLayoutCounters::heightQueries, 3 * nodes);
+        EXPECT_LE(guiLayoutCounters::heightsComputed, nodes);
+        EXPECT_GT(guiLayoutCounters::heightsComputed, 0u);
+    }
+}
+
 /// A table of two rows of two cells in every cell of a table, `depth` times: all sides of the page are deep.
 std::string nestedTables(int depth, char const* attributes)
 {
