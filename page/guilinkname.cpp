@@ -1,11 +1,11 @@
 // page/guilinkname.cpp: see guilinkname.h.
 #include "page/guilinkname.h"
 
+#include "controls/guiimagec.h"
 #include "page/guihtml.h"
 #include "page/guipagehost.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace {
 
@@ -33,12 +33,6 @@ bool isScheme(sstring const& text)
     auto isLetter = [](unsigned short unit) { return (unit | 0x20u) >= 'a' && (unit | 0x20u) <= 'z'; };
     unsigned short const* units = text.getUnicode();
     return text.getLength() != 0 && std::all_of(units, units + text.getLength(), isLetter);
-}
-
-sstring extensionOf(sstring const& file)
-{
-    unsigned dot = file.rfind(static_cast<unsigned short>('.'));
-    return dot == sstring::npos ? sstring() : file.subString(dot);
 }
 
 } // namespace
@@ -102,9 +96,4 @@ sstring guiFullName(guiHtml* node, sstring const& file)
     return host ? host->resolvePath(node->getBaseHtml(), name) : name;
 }
 
-bool guiIsPageFile(sstring const& file)
-{
-    static char const* const kMedia[] = {".bmp", ".gif", ".jpg", ".jpeg", ".png", ".wav", ".avi", ".avz"};
-    istring extension(extensionOf(file));
-    return std::none_of(std::begin(kMedia), std::end(kMedia), [&](char const* known) { return extension == known; });
-}
+bool guiIsPageFile(sstring const& file) { return getFindFileType(file) == kFileOther; }
