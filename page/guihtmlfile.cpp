@@ -19,6 +19,8 @@ namespace {
 /// Takes the content out of a node, and what belonged to it out of the form.
 void empty(guiHtml* node)
 {
+    if (node->getChildCount() == 0)
+        return; // a control's value is none of its content
     guiNodeWatch self(node);
     guiServices::eraseFormValues(node);
     node->destroyChildren();

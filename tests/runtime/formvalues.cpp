@@ -174,6 +174,23 @@ TEST_F(FormValues, GoWithTheContentThatTheirControlsStoodIn)
     EXPECT_EQ(form()->get("own"), NativeValue("script's"));
 }
 
+TEST_F(FormValues, GoWithContentThatAMissingFileReplacesWhileControlsKeepTheirs)
+{
+    NativeWindow window = windowOf(kCell);
+    add(window, "outer", "o");
+    add(window, "inner", "i", "part");
+    window.on("onOk", [](NativeWindow&, NativeArguments const&) {});
+    follow(window, "event://onOk");
+    std::string log = printed([&] {
+        for (const char* name : {"outer", "part"})
+            EXPECT_EQ(window.control(name)->call("loadFile", {"missing.html"}), NativeValue(false));
+    });
+    std::string const line = "guiHtml::loadFile() - failed to load file " + (folder / "missing.html").string() + "\n";
+    EXPECT_EQ(log, line + line);
+    EXPECT_FALSE(form()->hasProperty("inner"));
+    EXPECT_EQ(form()->get("outer"), NativeValue("o"));
+}
+
 TEST_F(FormValues, OfNodesLoadReadWhatTheFormHolds)
 {
     NativeWindow window = windowOf(kCell);
