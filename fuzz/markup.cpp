@@ -182,6 +182,23 @@ void requireWrittenReadsBack(mlParser& parser, Outline const& outline)
     require(unitsOf(again.parser.toString()) == unitsOf(written), "written twice it differs");
 }
 
+/// A stream decodes its source in chunks: with a comment in front that moves the end of the first one to some place in
+/// the text, the text has the same sections.
+void requireNoTraceOfChunks(std::string const& text, FuzzRandom& random)
+{
+    Page page(text);
+    sstring const units = page.stream.toString();
+    unsigned const inFront = tsCache::chunkSize - random.below(std::min(units.getLength(), 8000u) + 1);
+    sstring const comment(("<!--" + std::string(inFront - 7, 'x') + "-->").c_str());
+    Page alone(units);
+    Page moved(comment + units);
+    Outline first;
+    Outline second;
+    bool const isWhole = reads([&] { first = outlineOf(alone.parser); });
+    require(reads([&] { second = outlineOf(moved.parser); }) == isWhole, "where a chunk ends decides on an error");
+    require(!isWhole || first.line == second.line, "where a chunk ends changes the sections");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(uint8_t const* bytes, size_t size)
@@ -213,5 +230,6 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* bytes, size_t size)
         requireWrittenReadsBack(asked.parser, onRequest);
     }
     reads([&] { readElsewhere(text, random); });
+    requireNoTraceOfChunks(text, random);
     return 0;
 }

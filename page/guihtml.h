@@ -268,8 +268,9 @@ public:
     bool isString(guiNodeString which, sstring const& value, bool fold = false) const;
     /// Sets one of the strings; "" is the same as none.
     void setString(guiNodeString which, sstring const& value);
-    /// How often any node was given the name of a file that dynamicLoad() is to load: a source or a background.
-    static unsigned namedLoads() { return s_namedLoads; }
+    /// How often any node was given the name of a file that dynamicLoad() is to load: a source or a background. Any
+    /// thread.
+    static unsigned namedLoads() { return s_namedLoads.load(std::memory_order_relaxed); }
 
     guiColor getBorderLight() const;
     guiColor getBorderColor() const;
@@ -314,7 +315,7 @@ public:
     m_t m;
 
 private:
-    static inline unsigned s_namedLoads = 0;
+    static inline std::atomic<unsigned> s_namedLoads{0}; // the script thread builds pages, the GUI thread loads them
 
     rare_t const& rare() const;
     rare_t& ensureRare();

@@ -90,7 +90,7 @@ void guiHtml::setString(guiNodeString which, sstring const& value)
     if (which == kStringFace)
         guiFontEpoch::advance();
     if (which == kStringSource || which == kStringBackground)
-        ++s_namedLoads;
+        s_namedLoads.fetch_add(1, std::memory_order_relaxed);
     if (value.getLength() == 0) {
         if (m.rare)
             std::erase_if(m.rare->texts, [which](auto const& text) { return text.which == which; });
