@@ -179,9 +179,9 @@ private:
         QString const text = takeText(input_);
         auto const type = static_cast<guiHtmlControlFlexEntryType>(input_.below(3));
         checkSplitting(text);
-        flex_->addItem(toText(key), toText(text), toText(value()), type);
         if (find(key))
-            return; // keys are found by the first row that has them: the second is never looked at
+            return; // which of two rows with one key is found depends on the hole that the second fills
+        flex_->addItem(toText(key), toText(text), toText(value()), type);
         rows_.push_back({key, {}, false, type});
         apply(rows_.back().texts, text.isEmpty() ? key : text, false);
     }
