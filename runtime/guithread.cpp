@@ -99,6 +99,7 @@ int openPage(guiHtmlBase& root, int modal)
 {
     guiWidget* widget = root.createWidget(modal);
     widget->setWindowTitle(sstoq(root.getTitle()));
+    pGUI->setCurrentWindow(widget); // a window manager may activate it late, or never
     widget->show();
     return 1;
 }

@@ -305,6 +305,27 @@ TEST_F(WindowMethods, LoadPublishesTheWindowAndItsFormWhenTheFileCouldBeRead)
     EXPECT_EQ(host.session("currentForm").object().get(), guiWindow_getData(second.object()->getPrivate())->form);
 }
 
+TEST_F(WindowMethods, TheWindowOpenedLastIsTheCurrentOne)
+{
+    NativeWindow first = windowIn(kWithPage);
+    NativeWindow second = windowIn(kWithPage);
+    NativeWindow empty = windowIn(kWithoutPage);
+    first.call("open");
+    EXPECT_EQ(host.session("currentWindow").object(), first.object());
+    EXPECT_EQ(empty.call("open"), NativeValue(false));
+    EXPECT_EQ(host.session("currentWindow").object(), first.object());
+    second.call("open");
+    EXPECT_EQ(host.session("currentWindow").object(), second.object());
+    first.call("open"); // which shows already, and is not painted for that
+    EXPECT_EQ(host.session("currentWindow").object(), first.object());
+    second.close();
+    second.on("ePostOpen", [&](NativeWindow& self, NativeArguments const&) {
+        EXPECT_EQ(host.session("currentWindow").object(), self.object());
+        self.close();
+    });
+    second.show();
+}
+
 TEST_F(WindowMethods, ConstructorTakesTheNameOfAPageAndNothingElse)
 {
     struct
