@@ -37,7 +37,7 @@ public:
         if (!target->hasMethod(guiCallback_StripEventName(event)))
             return 0;
         chooseControl(node, event);
-        reply = guiCallback_CallEvent(node, target, event, target); // handlers learn which object the event came from
+        reply = guiCallback_CallEvent(node, target, event, pGUI->getSession());
         return 1;
     }
 

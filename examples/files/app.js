@@ -22,11 +22,11 @@ class Files extends GuiWindow {
         this.openFolder(top);
     }
 
-    // ---- What the links call. The first argument is the object that raised the event, here always the window. ----
+    // ---- What the links call. The first argument is the session. ----
 
-    onFolder(source, number) { this.openFolder(this.tree[number].folder); }
+    onFolder(session, number) { this.openFolder(this.tree[number].folder); }
 
-    onEntry(source, number) {
+    onEntry(session, number) {
         const entry = this.entries[number];
         if (entry.isFolder) this.openFolder(entry.path);
         else this.choose(entry);
@@ -36,7 +36,7 @@ class Files extends GuiWindow {
         if (this.folder !== this.top) this.openFolder(path.dirname(this.folder));
     }
 
-    onSort(source, column) {
+    onSort(session, column) {
         this.sortedBy = column;
         this.showEntries();
     }

@@ -24,10 +24,10 @@ class Handbook extends GuiWindow {
     constructor() {
         super('start.html');
         this.read = new Set();
-        this.onOpenPage(this, chapters[0][0]);
+        this.onOpenPage(null, chapters[0][0]);
     }
 
-    onOpenPage(source, page) {
+    onOpenPage(session, page) {
         this.read.add(page);
         this.setText(this.compose(page));
     }

@@ -2,7 +2,7 @@
 const { GuiWindow } = require('../../host/node');
 
 class Hello extends GuiWindow {
-    onGreet(source, name) { this.setTitle(`Hello, ${name}`); }
+    onGreet(session, name) { this.setTitle(`Hello, ${name}`); }
     onLeave() { this.setReturnValue('goodbye'); this.close(); }
 }
 

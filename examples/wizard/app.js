@@ -29,7 +29,7 @@ class Step extends GuiWindow {
         this.setEscapeControl('X');
     }
 
-    onAnswer(source, answer) {
+    onAnswer(session, answer) {
         this.setReturnValue(answer);
         this.close();
     }

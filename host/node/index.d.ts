@@ -15,11 +15,11 @@ export interface Form {
     [control: string]: any;
 }
 
-/** What the component says about itself; also the first argument of handlers that no element called. */
+/** What the component says about itself; also the first argument of every handler. */
 export interface Session {
     /** The window that was loaded or activated last. */
     readonly currentWindow: GuiWindow | null;
-    /** The control that was chosen last. */
+    /** The control with a name whose use called a handler last. It has the methods that all elements have. */
     readonly currentControl: GuiControl | null;
     /** The form of the window that was loaded last. */
     readonly currentForm: Form | null;
@@ -27,11 +27,11 @@ export interface Session {
 
 /**
  * A handler, as a method of a window, of a control or of a custom element: a link `event://onPick/3/red` calls
- * `onPick(source, '3', 'red')`. A non-empty string that it returns is followed as a link. When it returns a promise, the
+ * `onPick(session, '3', 'red')`. A non-empty string that it returns is followed as a link. When it returns a promise, the
  * call ends when the promise settles; user input other than mouse movements is ignored until then. What it throws is an
  * uncaught error of the process.
  */
-export type Handler = (source: any, ...args: string[]) => unknown;
+export type Handler = (session: Session, ...args: string[]) => unknown;
 
 /** Takes the text of a page and returns what replaces it; an empty result leaves the page as it is. */
 export type PageFilter = (window: GuiWindow, text: string) => string | null | undefined | Promise<string | null | undefined>;

@@ -15,7 +15,8 @@ namespace {
 Napi::Value neutralResult(Napi::Env env, std::string const& name)
 {
     static std::set<std::string, std::less<>> const tests = {
-        "open", "isOpen", "isValid", "load", "loadFile", "setText", "loadBackground", "isEnabled", "isChecked"};
+        "open",      "isOpen",    "isValid",       "load",           "loadFile",      "setText",       "loadBackground",
+        "isEnabled", "isChecked", "isItemChecked", "isItemSelected", "isItemEnabled", "isItemExpanded"};
     static std::set<std::string, std::less<>> const texts = {"getTitle", "getFocus", "getEnterControl",
                                                              "getEscapeControl"};
     if (tests.contains(name))
@@ -168,9 +169,27 @@ void NodeEngine::completeCall(unsigned id, NodeValue value)
     call->complete(std::move(value));
 }
 
+/// A method that the component gave to an object of its own, which no script has seen: calls it without a detour.
+bool NodeEngine::callOwnTable(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
+                              std::deque<NodeValue> const& args)
+{
+    auto method = target.kind() == NodeObject::Kind::Table ? target.ownMethod(name) : nullptr;
+    if (!method)
+        return false;
+    NodeArgs list;
+    for (auto& value : args)
+        list.add(value);
+    NodeValue result;
+    invoke(method, &self, list, result);
+    completeCall(call.id(), std::move(result));
+    return true;
+}
+
 void NodeEngine::callScript(std::shared_ptr<NodeCall> call, NodeObject& target, NodeObject& self,
                             std::u16string const& name, std::deque<NodeValue> const& args)
 {
+    if (callOwnTable(*call, target, self, name, args))
+        return;
     Napi::HandleScope scope(m_env);
     auto list = Napi::Array::New(m_env, args.size());
     for (size_t i = 0; i < args.size(); ++i)

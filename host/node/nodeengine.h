@@ -136,6 +136,8 @@ public:
     /// Runs `work`, which calls into the component and may wait there.
     void enter(std::function<void()> const& work);
     /// Starts a call of a script method. `call` is completed when it has ended.
+    bool callOwnTable(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
+                      std::deque<NodeValue> const& args);
     void callScript(std::shared_ptr<NodeCall> call, NodeObject& target, NodeObject& self, std::u16string const& name,
                     std::deque<NodeValue> const& args);
     /// Calls a script method and waits until it has ended; the pump runs meanwhile.

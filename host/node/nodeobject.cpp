@@ -215,10 +215,11 @@ std::map<std::u16string, ScriptMethod> NodeObject::ownMethods() const
     return m_ownMethods;
 }
 
-bool NodeObject::hasOwnMethod(std::u16string const& name) const
+ScriptMethod NodeObject::ownMethod(std::u16string const& name) const
 {
     std::lock_guard lock(m_mutex);
-    return m_ownMethods.contains(name);
+    auto found = m_ownMethods.find(name);
+    return found == m_ownMethods.end() ? nullptr : found->second;
 }
 
 void NodeObject::publishMethods(std::shared_ptr<const MethodNames> names)
@@ -327,7 +328,7 @@ bool NodeObject::hasMethod(sstring const& name)
     auto text = toText(name);
     if (text.empty())
         return m_isFunction; // which is then what the empty name calls
-    if (hasOwnMethod(text))
+    if (ownMethod(text))
         return true;
     if (m_engine.isScriptThread() && m_isBound)
         return m_engine.hasScriptMethod(*this, text);

@@ -99,6 +99,8 @@ public:
 
     // Methods. Any thread.
     std::map<std::u16string, ScriptMethod> ownMethods() const;
+    /// The one of this name, null when there is none.
+    ScriptMethod ownMethod(std::u16string const& name) const;
     void publishMethods(std::shared_ptr<const MethodNames> names);
 
     void reserved1() override {}
@@ -151,7 +153,6 @@ private:
     void settleSoon();
     bool isStrong() const { return m_holds.load(std::memory_order_acquire) > 0 && !m_owner; }
     void adoptWindow(std::u16string const& name, NodeValue const& value);
-    bool hasOwnMethod(std::u16string const& name) const;
 
     NodeEngine& m_engine;
     Kind const m_kind;

@@ -41,7 +41,7 @@ TEST_F(WindowTest, AClickCallsTheHandlerWithItsArgumentsAndShowGivesTheReturnVal
     });
     User user([this] { clickLink(desktop); });
     EXPECT_EQ(window.show(), NativeValue("picked red"));
-    EXPECT_EQ(seen, (std::vector<NativeValue>{window.object(), "3", "red"}));
+    EXPECT_EQ(seen, (std::vector<NativeValue>{host.engine().session(), "3", "red"}));
     EXPECT_FALSE(window.isOpen());
 }
 

@@ -179,9 +179,9 @@ test('show returns the value, and null without one', async () => {
     const { stdout, stderr, code } = await runScript(`
         class Dialog extends tarn.GuiWindow {
             constructor(value) { super('page.html'); this.value = value; }
-            ePostOpen(source) {
+            ePostOpen(session) {
                 if (this.value !== undefined) this.setReturnValue(this.value);
-                console.log(source === tarn.session, this.isOpen());
+                console.log(session === tarn.session, this.isOpen());
                 this.testCloseLater(5);
             }
         }
@@ -198,8 +198,10 @@ test('an async ePostOpen is waited for, and left alone when its window closes', 
         const sleep = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
         class Clock extends tarn.GuiWindow {
             async ePostOpen() {
-                this.testCloseLater(30);
-                for (this.ticks = 0; ; ++this.ticks) await sleep(2);
+                for (this.ticks = 0; ; ++this.ticks) {
+                    if (this.ticks === 3) this.testCloseLater(5);
+                    await sleep(2);
+                }
             }
         }
         const clock = new Clock('page.html');

@@ -23,6 +23,17 @@ async function findWindow(title) {
     throw new Error(`no window called ${title}`);
 }
 
+/** The window with this title, once it is the active one too: what is typed goes there. */
+async function findActiveWindow(title) {
+    const window = await findWindow(title);
+    for (const end = Date.now() + 15000; Date.now() < end; await sleep(20)) {
+        if (await xdotool('getactivewindow').catch(() => '') === window) {
+            return window;
+        }
+    }
+    throw new Error(`the window ${title} does not become active`);
+}
+
 /** Waits until no window has this title. */
 async function waitGone(title) {
     for (const end = Date.now() + 15000; Date.now() < end; await sleep(20)) {
@@ -40,6 +51,27 @@ async function click(window, x, y) {
     await xdotool('click', 1);
 }
 
+/** Moves the pointer and presses the button as one step: the program sees the two in this order, however late. */
+const press = (window, x, y) => xdotool('mousemove', '--window', window, x, y, 'click', 1);
+
+/** Types a text where the focus is. */
+const type = (text) => xdotool('type', '--delay', 5, text);
+
+/** Presses keys, one after the other. */
+const keys = (...names) => xdotool('key', '--delay', 5, ...names);
+
+/** Waits until the point of the window has one of the colours, "#RRGGBB"; the colour. */
+async function waitForPixel(window, x, y, ...colours) {
+    let seen;
+    for (const end = Date.now() + 20000; Date.now() < end; await sleep(20)) {
+        seen = await pixel(window, x, y).catch((error) => error.message); // a window may go while it is looked at
+        if (colours.includes(seen)) {
+            return seen;
+        }
+    }
+    throw new Error(`the point ${x}, ${y} is ${seen}, not ${colours}`);
+}
+
 /** Closes the window as the button in its title bar does. */
 async function closeByUser(window) {
     await xdotool('windowactivate', '--sync', window);
@@ -52,10 +84,28 @@ async function pixel(window, x, y) {
     return /#[0-9A-F]{6}/.exec(text)?.[0];
 }
 
+/** The smallest area of the window, which is `width` by `height` pixels large, that holds every pixel of exactly this colour. */
+async function findColour(window, width, height, colour) {
+    const arguments_ = ['-window', window, '-crop', `${width}x${height}+0+0`, '-depth', '8', 'rgb:-'];
+    const { stdout } = await promisify(execFile)('import', arguments_, { encoding: 'buffer', maxBuffer: 2 ** 26 });
+    const wanted = parseInt(colour.slice(1), 16);
+    let area = null;
+    for (let i = 0; i < width * height; ++i) {
+        if (stdout.readUIntBE(3 * i, 3) === wanted) {
+            const [x, y] = [i % width, Math.floor(i / width)];
+            area ??= { left: x, right: x, top: y, bottom: y };
+            area = { left: Math.min(area.left, x), right: Math.max(area.right, x), top: area.top, bottom: y };
+        }
+    }
+    return area;
+}
+
 /** Processor time that a process has taken, in clock ticks of 10 ms. */
 function processorTicks(pid) {
     const fields = require('node:fs').readFileSync(`/proc/${pid}/stat`, 'utf8').replace(/^.*\) /, '').split(' ');
     return Number(fields[11]) + Number(fields[12]);
 }
 
-module.exports = { click, closeByUser, findWindow, pixel, processorTicks, waitGone, xdotool };
+module.exports = {
+    click, closeByUser, findActiveWindow, findColour, findWindow, keys, pixel, press, processorTicks, type, waitForPixel, waitGone, xdotool,
+};

@@ -56,10 +56,10 @@ async function runMany(count, width, make) {
 
 const sleep = (ms) => new Promise((resolve) => { setTimeout(resolve, ms); });
 
-/** Waits until `check()` is true; throws after `limitMs`. */
+/** Waits until `check()` is true, or resolves to it; throws after `limitMs`. */
 async function until(check, limitMs = 10000) {
     const end = Date.now() + limitMs;
-    while (!check()) {
+    while (!await check()) {
         if (Date.now() > end) {
             throw new Error(`not within ${limitMs} ms: ${check}`);
         }

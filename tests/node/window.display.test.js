@@ -39,7 +39,7 @@ async function endOf(program, stdout) {
 test('a click on a link calls the handler with its arguments, and show() returns the value', async () => {
     const program = start(`
         class Order extends tarn.GuiWindow {
-            onPick(source, ...args) { console.log(source === this, args); this.setReturnValue(args[1]); this.close(); }
+            onPick(source, ...args) { console.log(source === tarn.session, args); this.setReturnValue(args[1]); this.close(); }
         }
         console.log(new Order('Order.html').show());`);
     await clickLink(await findWindow('Order'));

@@ -6,9 +6,9 @@ import type { CustomElement, CustomElementHandlers, Form, Handler, Rect, Session
 class Order extends GuiWindow {
     #total = 0;
 
-    onOk(source: GuiControl, id: string): string {
+    onOk(session: Session, id: string): string {
         this.#total += Number(id);
-        source.enable(false);
+        session.currentControl?.enable(false);
         this.setReturnValue(this.#total);
         this.close();
         return '';
@@ -91,7 +91,7 @@ if (control) {
     control.setSizePolicy('fixed');
 }
 
-const handler: Handler = (source, first) => `${source}${first}`;
+const handler: Handler = (session, first) => `${session.currentControl?.name}${first}`;
 const text: string = tarn.pageText({});
 // @ts-expect-error: a path is a text
 new GuiWindow(3);
