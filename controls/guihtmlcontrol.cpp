@@ -1,7 +1,9 @@
 // controls/guihtmlcontrol.cpp: see guihtmlcontrol.h.
 #include "controls/guihtmlcontrol.h"
 
+#include "controls/guiclipper.h"
 #include "controls/guidispatch.h"
+#include "controls/guiwidget.h"
 #include "foundation/vela-qt.h"
 #include "page/guihtmlservices.h"
 #include "page/guihtmltext-fonts.h"
@@ -74,9 +76,9 @@ QWidget* guiHtmlControl::getClipWidget()
 {
     if (m_clipWidget)
         return m_clipWidget;
-    m_clipWidget = new QWidget(getTopLevelWidget());
-    m_clipWidget->setObjectName(QStringLiteral("controlclipper"));
     guiRect rect;
+    getClipRect(&rect);
+    m_clipWidget = guiCreateClipper(static_cast<guiWidget*>(getTopLevelWidget()), !rect.isEmpty());
     getRectInWidget(&rect);
     onSetRect(&rect);
     return m_clipWidget;
@@ -92,10 +94,9 @@ void guiHtmlControl::onSetRect(guiRect* rect)
     clip.height = std::min(rect->bottom(), clip.bottom()) - clip.top;
     clip.left = std::max(rect->left, clip.left);
     clip.top = std::max(rect->top, clip.top);
-    if (!m_clipWidget)
-        return;
-    m_clipWidget->setGeometry(clip.left, clip.top, clip.width, clip.height);
-    m_clipWidget->setVisible(!clip.isEmpty());
+    if (m_clipWidget)
+        guiPlaceClipper(m_clipWidget, static_cast<guiWidget*>(getTopLevelWidget()),
+                        QRect(clip.left, clip.top, clip.width, clip.height));
 }
 
 void guiHtmlControl::onDestroyChildWidget() { guiDeleteWidget(std::exchange(m_clipWidget, nullptr)); }

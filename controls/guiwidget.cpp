@@ -142,12 +142,24 @@ void guiWidget::forgetNode(guiHtml* node)
 
 int guiWidget::logPixelsY() const { return metric(PdmDpiY); }
 
-void guiWidget::scrollPixels(QRect const& area, int dx, int dy)
+QWidget* guiWidget::shelf()
 {
-    if (std::abs(dx) < area.width() && std::abs(dy) < area.height())
+    if (!m_shelf) {
+        m_shelf = new QWidget(this);
+        m_shelf->hide(); // or the window would show it with itself
+    }
+    return m_shelf;
+}
+
+// While the window paints, the toolkit does not move pixels.
+bool guiWidget::scrollPixels(QRect const& area, int dx, int dy)
+{
+    bool const canMove = isVisible() && !isPainting() && std::abs(dx) < area.width() && std::abs(dy) < area.height();
+    if (canMove)
         scroll(dx, dy, area);
     else
         update(area);
+    return canMove;
 }
 
 // ---- Mouse ----

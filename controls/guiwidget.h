@@ -35,8 +35,11 @@ public:
     static void forgetNode(guiHtml* node);
     /// Vertical resolution in dots per inch.
     int logPixelsY() const;
-    /// Moves the pixels of `area` by (dx, dy) and has the strip that appears painted.
-    void scrollPixels(QRect const& area, int dx, int dy);
+    /// A hidden child, under which the window keeps native widgets that are out of view.
+    QWidget* shelf();
+    /// Moves the pixels of `area`, those of the widgets in it too, by (dx, dy) and has the strip that appears painted.
+    /// False when that can not be: then all of the area is painted.
+    bool scrollPixels(QRect const& area, int dx, int dy);
 
     guiHtmlBase* htmlBase = nullptr; ///< the page; not owned
     guiHtml* hoverNode = nullptr;    ///< the node under the pointer; not owned, dropped by onHtmlDestroy()
@@ -79,7 +82,8 @@ private:
     void endPaint();
     void tellVisibility();
 
-    QRegion m_missed; // damage that arrived while the page was being painted
+    QWidget* m_shelf = nullptr; // owned; null until something is out of view
+    QRegion m_missed;           // damage that arrived while the page was being painted
 };
 
 /// The rule that all widgets of a page share for Escape and Enter: the owner's onEscape() or onEnter() is asked, and

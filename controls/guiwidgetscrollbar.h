@@ -17,4 +17,17 @@ public:
 
 public slots:
     void onChange(int value);
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    /// Paints no more than the thumb anew when only that moved.
+    void sliderChange(SliderChange change) override;
+
+private:
+    QRect thumb() const;
+    bool isAtEnd() const { return value() == minimum() || value() == maximum(); }
+
+    QRect m_paintedThumb; // as it is on the screen
+    bool m_paintedAtEnd = true;
 };

@@ -1,35 +1,12 @@
 // tests/controls/scroll_test.cpp: scrolling moves pixels, and what is then on the screen is what a fresh paint would
 // show.
 #include "controls/guiwidgetscrollbar.h"
+#include "tests/controls/stalearea.h"
 #include "tests/support/pagewindow.h"
 
-#include <QScreen>
 #include <gtest/gtest.h>
 
 namespace {
-
-/// What the window shows, without painting anything anew.
-QImage shown(QWidget* widget)
-{
-    return widget->screen()->grabWindow(widget->winId()).toImage().convertToFormat(QImage::Format_RGB32);
-}
-
-QImage fresh(QWidget* widget) { return widget->grab().toImage().convertToFormat(QImage::Format_RGB32); }
-
-/// "" when the screen shows what a fresh paint would, else where it does not.
-std::string staleArea(QWidget* widget)
-{
-    QImage now = shown(widget);
-    QImage wanted = fresh(widget);
-    QRect stale;
-    for (int y = 0; y < wanted.height(); ++y)
-        for (int x = 0; x < wanted.width(); ++x)
-            if (!now.valid(x, y) || now.pixel(x, y) != wanted.pixel(x, y))
-                stale |= QRect(x, y, 1, 1);
-    return stale.isEmpty() ? ""
-                           : std::to_string(stale.width()) + "x" + std::to_string(stale.height()) + " at (" +
-                                 std::to_string(stale.left()) + "," + std::to_string(stale.top()) + ")";
-}
 
 /// A control that is a plain coloured widget, placed as controls place theirs: within what its node shows.
 class ColorControl : public guiHtml

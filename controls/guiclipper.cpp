@@ -1,0 +1,44 @@
+// controls/guiclipper.cpp: see guiclipper.h.
+#include "controls/guiclipper.h"
+
+#include "controls/guiwidget.h"
+
+#include <QRect>
+
+namespace {
+
+bool holdsFocus(QWidget const* clipper, guiWidget const* window)
+{
+    QWidget const* focused = window->focusWidget();
+    return focused && clipper->isAncestorOf(focused);
+}
+
+// A new parent takes the focus away.
+void takeFromShelf(QWidget* clipper, guiWidget* window)
+{
+    QWidget* focused = holdsFocus(clipper, window) ? window->focusWidget() : nullptr;
+    clipper->setParent(window);
+    if (focused)
+        focused->setFocus();
+}
+
+} // namespace
+
+QWidget* guiCreateClipper(guiWidget* window, bool isInView)
+{
+    auto* clipper = new QWidget(isInView ? window : window->shelf());
+    clipper->setObjectName(QStringLiteral("controlclipper"));
+    clipper->hide();
+    return clipper;
+}
+
+void guiPlaceClipper(QWidget* clipper, guiWidget* window, QRect const& place)
+{
+    bool const isInView = !place.isEmpty();
+    if (isInView && clipper->parentWidget() != window)
+        takeFromShelf(clipper, window);
+    clipper->setGeometry(place);
+    clipper->setVisible(isInView);
+    if (!isInView && clipper->parentWidget() == window && !holdsFocus(clipper, window))
+        clipper->setParent(window->shelf());
+}
