@@ -318,6 +318,52 @@ TEST_F(Links, ParentIsTheNearestNamedNodeAndTopTheWindow)
     EXPECT_EQ(root.contents, List{"A"});
 }
 
+TEST_F(Links, ParentWithoutANamedNodeIsTheEnclosingFrame)
+{
+    host.files["/app/pages/a.html"] = "A";
+    auto* frame = add(add<FramesetNode>(&root));
+    guiHtml* text = frame->append(new guiHtml);
+    EXPECT_EQ(follow(text, "{_parent}a.html"), 1);
+    EXPECT_EQ(frame->contents, List{"A"});
+    EXPECT_EQ(follow(link, "{_parent}a.html"), 1);
+    EXPECT_EQ(root.contents, List{"A"});
+}
+
+TEST_F(Links, SpecialTargetsAreExactAndOthersAreNames)
+{
+    host.files["/app/pages/a.html"] = "A";
+    auto* frameset = add<FramesetNode>(&root);
+    auto* frame = add(frameset, "outer");
+    auto* top = add(frameset, "_TOP");
+    guiHtml* text = frame->append(new guiHtml);
+    EXPECT_EQ(follow(text, "{_Top}a.html"), 1);
+    EXPECT_EQ(top->contents, List{"A"}) << "a name, in any case";
+    EXPECT_EQ(follow(text, "{_Parent}a.html"), 1);
+    EXPECT_EQ(follow(text, "{_blank}a.html"), 1);
+    EXPECT_EQ(frame->contents.size(), 2u);
+    EXPECT_TRUE(root.contents.empty());
+}
+
+TEST_F(Links, PercentCodesAreDecodedBeforeTheTargetAndTheBookmarkAreCutOff)
+{
+    host.files["/app/pages/my page.html"] = "M";
+    auto* cell = add(&root, "my cell");
+    EXPECT_EQ(follow(link, "%7Bmy%20cell%7Dmy%20page.html%23mark"), 1);
+    EXPECT_EQ(cell->contents, List{"M"});
+}
+
+TEST_F(Links, AnEventMayStandBehindOtherTextAndCarryArguments)
+{
+    List called;
+    page.methods["onOk"] = [&](std::string const& event) { return called.push_back(event), ""; };
+    EXPECT_EQ(follow(link, "{cell}x event://onOk\\1/2"), 1);
+    EXPECT_EQ(follow(link, "event%3A//onOk"), 1);
+    EXPECT_EQ(called, (List{"onOk\\1/2", "onOk"}));
+    EXPECT_EQ(logOf([&] { EXPECT_EQ(follow(link, "EVENT://onOk"), 0); }),
+              "guiHtml::loadFile() - failed to load file EVENT://onOk\n");
+    EXPECT_EQ(called.size(), 2u);
+}
+
 TEST_F(Links, APictureIsItsOwnTargetUnlessTheLinkNamesOne)
 {
     host.files["/app/pages/a.html"] = "A";
