@@ -52,6 +52,28 @@ TEST(Component, ShutdownTwiceReturnsOne)
     EXPECT_EQ(Shutdown(), 1);
 }
 
+TEST(Component, FindsTheNodeOfAnObjectWhileAnotherThreadBindsOthers)
+{
+    NativeHost host;
+    guiHtml node;
+    char keys[8]; // the component compares objects and never looks into them
+    auto object = [&keys](int i) { return reinterpret_cast<ScriptObject*>(&keys[i]); };
+    pGUI->bindObject(object(0), &node);
+    std::thread other([&] {
+        for (int i = 0; i < 5000; ++i) {
+            pGUI->bindObject(object(1 + i % 7), &node);
+            pGUI->unbindObject(object(1 + (i + 3) % 7));
+        }
+    });
+    int found = 0;
+    for (int i = 0; i < 5000; ++i)
+        found += pGUI->findNode(object(0)) == &node;
+    other.join();
+    EXPECT_EQ(found, 5000);
+    for (int i = 0; i < 8; ++i)
+        pGUI->unbindObject(object(i));
+}
+
 TEST(Component, ListsItsFiveClassesInOrder)
 {
     const char* const* names = GetCompNames();
