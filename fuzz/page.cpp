@@ -4,6 +4,7 @@
 #include "fuzz/finding.h"
 #include "fuzz/qtapplication.h"
 #include "page/guinodewatch.h"
+#include "runtime/hashlist.h"
 #include "tests/page/referencelayout.h"
 #include "tests/support/layoutpromises.h"
 #include "tests/support/pagewindow.h"
@@ -87,6 +88,8 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* bytes, size_t size)
     QString markup = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     markup.remove(QChar(u'\0'));
 
+    static hashlist<guiHtml> nodes{257};
+    guiHtml::setRegistry(&nodes);
     {
         PageWindow page;
         page.root.setText(sstring(reinterpret_cast<unsigned short const*>(markup.utf16())), sstring());
@@ -102,6 +105,7 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* bytes, size_t size)
         for (guiHtml* child : guiNodesOf(&page.root))
             std::unique_ptr<guiHtml>(child->Clone(nullptr));
     }
+    require(nodes.size() == 0, "a node is left over");
     require(guiNodeWatch::count() == 0, "a watch of a node is left over");
     return 0;
 }

@@ -30,6 +30,19 @@ TEST(HugePage, SumsBeyond32BitsAreClamped)
     EXPECT_EQ(cell->m.rect.height, 16777215);
 }
 
+TEST(HugePage, EstimatesBeyond32BitsAreClamped)
+{
+    testRoot root;
+    guiHtml* cell = addNode(&root);
+    for (int i = 0; i < 200; ++i) {
+        requestHeight(addNode(cell), kUnitPixels, 16777215);
+        addMarkers(cell, {kMarkerLineBreak});
+    }
+    root.layOut(800, 600);
+    EXPECT_EQ(cell->m.rect.height, 16777215);
+    EXPECT_EQ(cell->getHeightEstimate(100), 16777215);
+}
+
 TEST(HugePage, WhatWouldStandBeyondTheLargestPositionStandsOnIt)
 {
     testRoot root;
