@@ -141,13 +141,12 @@ TEST(GuiEvents, ARepaintIsDoneWhenTheCallReturns)
     NativeHost host;
     PaintedPage page;
     pGUI->getThread()->callPageOpen(page.root.get(), 0);
-    int before = 0;
     onGuiThread([&] {
         QCoreApplication::processEvents();
-        before = page.root->paints;
+        int before = page.root->paints;
+        pGUI->getThread()->callRepaint(page.root.get());
+        EXPECT_GT(page.root->paints, before) << "without the event loop";
     });
-    pGUI->getThread()->callRepaint(page.root.get());
-    EXPECT_GT(page.root->paints, before);
 }
 
 TEST(GuiEvents, APostedCloseEndsALiveWindow)

@@ -106,15 +106,15 @@ TEST(PageWindow, TellsItsHoveredNodeBeforeItGoesAndOnce)
 {
     NativeHost host;
     onGuiThread([] {
-        Root root;
+        OrderedRoot root;
         auto* node = new HoverNode;
         root.append(node);
-        bool wasOpen = false;
-        node->whenLeft = [&] { wasOpen = root.isOpen() && node->getTopLevelWidget() != nullptr; };
+        node->whenLeft = [&] { root.log.push_back("left"); };
         root.createWidget(0)->hoverNode = node;
+        root.log.clear();
         root.destroyWidget();
+        EXPECT_EQ(root.log, (List{"left", "controls go from an open window"}));
         EXPECT_EQ(node->offs, 1);
-        EXPECT_TRUE(wasOpen);
         root.createWidget(0)->hoverNode = node;
         node->whenLeft = [&] { root.destroyWidget(); };
         root.destroyWidget();
