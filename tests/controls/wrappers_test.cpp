@@ -162,6 +162,54 @@ TEST(Wrappers, HaveTheSignalsSlotsAndFocusPoliciesOfTheirTable)
     EXPECT_EQ(bar.focusPolicy(), Qt::StrongFocus);
     EXPECT_EQ(guiWidgetScrollBar(Qt::Horizontal, nullptr).focusPolicy(), Qt::NoFocus);
     EXPECT_TRUE(bar.hasTracking());
+    EXPECT_TRUE(guiWidgetScrollBar(Qt::Horizontal, nullptr).hasTracking());
+}
+
+TEST(Wrappers, StartWithoutAnOwnerAndThenTellNobody)
+{
+    guiWidgetPushButton push;
+    guiWidgetCheckBox check;
+    guiWidgetRadioButton radio;
+    guiWidgetComboBox combo;
+    guiWidgetListBox list;
+    guiWidgetListView view;
+    guiWidgetLineEdit line;
+    guiWidgetMultiEdit multi;
+    guiWidgetMenuBar menu;
+    guiWidgetPopupMenu popup;
+    guiWidgetScrollBar bar(Qt::Horizontal);
+    EXPECT_EQ(push.owner, nullptr);
+    EXPECT_EQ(check.owner, nullptr);
+    EXPECT_EQ(radio.owner, nullptr);
+    EXPECT_EQ(combo.owner, nullptr);
+    EXPECT_EQ(list.owner, nullptr);
+    EXPECT_EQ(view.owner, nullptr);
+    EXPECT_EQ(line.owner, nullptr);
+    EXPECT_EQ(multi.owner, nullptr);
+    EXPECT_EQ(menu.owner, nullptr);
+    EXPECT_EQ(popup.owner, nullptr);
+    EXPECT_EQ(bar.owner, nullptr);
+    push.onClick();
+    check.onClick();
+    radio.onClick();
+    combo.onChange(0);
+    list.onChange();
+    view.onSelect();
+    line.onChange("text");
+    multi.onChange();
+    menu.onActivate(1);
+    popup.onActivate(1);
+    bar.onChange(1);
+}
+
+TEST(Wrappers, APushButtonWithoutAnOwnerIsPressedByReturnAllTheSame)
+{
+    guiWidgetPushButton push;
+    int clicks = 0;
+    QObject::connect(&push, &QPushButton::clicked, [&] { ++clicks; });
+    EXPECT_TRUE(pressKey(&push, Qt::Key_Return));
+    EXPECT_TRUE(pressKey(&push, Qt::Key_Enter));
+    EXPECT_EQ(clicks, 2);
 }
 
 TEST(Wrappers, ButtonsForwardTheirClickOnceAndOnlyWithAnOwner)
@@ -261,6 +309,10 @@ void expectUnusedKeysToGoOn(OwnerNode& owner, List const& expected)
     pressKey(&widget, Qt::Key_Return);
     pressKey(&widget, Qt::Key_Enter);
     EXPECT_EQ(owner.log, expected) << widget.metaObject()->className();
+    widget.owner = nullptr;
+    window.keys = 0;
+    pressKey(&widget, Qt::Key_Escape);
+    EXPECT_EQ(window.keys, 1) << widget.metaObject()->className() << " has nobody to ask";
 }
 
 } // namespace
