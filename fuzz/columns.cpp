@@ -91,10 +91,25 @@ void apply(Texts& texts, QString const& codes, bool areHeadings)
             texts[std::max(segment.column, 1)] = segment.text;
 }
 
+/// What is set while there is no widget is a text of codes, which is read when there is one: a code that an earlier
+/// text leaves open takes in what follows.
+struct Coded
+{
+    Texts texts;
+    QString pending;
+    bool areHeadings = false;
+
+    void settle()
+    {
+        apply(texts, pending, areHeadings);
+        pending.clear();
+    }
+};
+
 struct Row
 {
     QString value;
-    Texts texts;
+    Coded cells;
     bool isChecked = false;
     int type = kFlexPlain;
 };
@@ -127,6 +142,17 @@ private:
     {
         page_.root.updateLayout(1);
         require(isShown(), "there is no widget");
+        settle();
+    }
+
+    /// Reads the codes if there is a widget.
+    void settle()
+    {
+        if (!isShown())
+            return;
+        headings_.settle();
+        for (Row& row : rows_)
+            row.cells.settle();
     }
 
     QString value() { return QStringLiteral("v%1").arg(input_.below(6)); }
@@ -158,7 +184,7 @@ private:
         case 4:
             return setHeading();
         case 5:
-            return flex_->setColumnWidth(column(), static_cast<int>(input_.word()) - 100);
+            return setWidth();
         case 6:
             return removeRow();
         case 7:
@@ -182,8 +208,8 @@ private:
         if (find(key))
             return; // which of two rows with one key is found depends on the hole that the second fills
         flex_->addItem(toText(key), toText(text), toText(value()), type);
-        rows_.push_back({key, {}, false, type});
-        apply(rows_.back().texts, text.isEmpty() ? key : text, false);
+        rows_.push_back({key, {{}, text.isEmpty() ? key : text}, false, type});
+        settle();
     }
 
     void setCell()
@@ -193,7 +219,8 @@ private:
         QString const text = plainText();
         flex_->setItemText(toText(key), at, toText(text));
         if (Row* row = find(key); row && (at >= 1 || !isShown()))
-            apply(row->texts, QStringLiteral("|%1|").arg(at) + text, false);
+            row->cells.pending += QStringLiteral("|%1|").arg(at) + text;
+        settle();
     }
 
     void setHeading()
@@ -202,7 +229,17 @@ private:
         QString const text = plainText();
         flex_->setColumnText(at, toText(text));
         if (at >= 1 || !isShown())
-            apply(headings_, QStringLiteral("|%1|").arg(at) + text, true);
+            headings_.pending += QStringLiteral("|%1|").arg(at) + text;
+        settle();
+    }
+
+    void setWidth()
+    {
+        int const at = column();
+        int const width = static_cast<int>(input_.word()) - 100;
+        flex_->setColumnWidth(at, width);
+        if (!isShown())
+            headings_.pending += QStringLiteral("|%1|WIDTH=%2").arg(at).arg(width);
     }
 
     void removeRow()
@@ -248,7 +285,7 @@ private:
     void compare()
     {
         auto const* view = dynamic_cast<guiWidgetListView const*>(flex_->getChildWidget());
-        for (auto const& [column, text] : headings_)
+        for (auto const& [column, text] : headings_.texts)
             require(view->headerItem()->text(column - 1) == text, "a heading is not what was set");
         for (Row const& row : rows_)
             compareRow(row);
@@ -259,7 +296,7 @@ private:
     {
         guiHtmlControlFlexEntry const* entry = flex_->findItem(istring(toText(row.value)));
         require(entry && entry->item, "a row is missing");
-        for (auto const& [column, text] : row.texts)
+        for (auto const& [column, text] : row.cells.texts)
             require(entry->item->text(column - 1) == text, "a cell is not what was set");
         require(row.type != kFlexCheckBox || entry->item->isOn() == row.isChecked, "a check box is not as it was set");
     }
@@ -268,7 +305,7 @@ private:
     PageWindow page_;
     guiHtmlControlFlex* flex_ = nullptr;
     std::vector<Row> rows_;
-    Texts headings_;
+    Coded headings_{{}, {}, true};
 };
 
 } // namespace
