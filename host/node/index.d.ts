@@ -102,8 +102,11 @@ export class GuiWindow {
     setEscapeControl(control: string): null;
     getEscapeControl(): string;
 
-    /** The control of that name, null when the page has none. Letters' case does not matter. */
-    control(name: string): GuiControl | null;
+    /**
+     * The control of that name, null when the page has none. Letters' case does not matter. What kind of control it is only
+     * the page knows, so say it: `window.control<ListControl>('colours')`.
+     */
+    control<Kind extends GuiControl = GuiControl>(name: string): Kind | null;
 
     /** Called when `show()` or `showAsync()` has opened the window. */
     ePostOpen?(session: Session): unknown;
@@ -147,6 +150,86 @@ export class GuiControl implements Element {
     isEnabled(): boolean;
     setSizePolicy(policy: SizePolicy): null;
     getSizePolicy(): SizePolicy;
+}
+
+/** A push button, a check box or a radio button: `<input>` of the types button, submit, reset, checkbox and radio. */
+export interface ButtonControl extends GuiControl {
+    /** Whether the check box or radio button is on; always false for a push button. */
+    isChecked(): boolean;
+    /** Switches a check box or radio button on, or as said. */
+    check(on?: boolean | number): null;
+    uncheck(): null;
+}
+
+/** A drop-down list or a list box: `<select>`. Entries are named by their values; letters' case does not matter. */
+export interface ListControl extends GuiControl {
+    /** Adds an entry and selects it; without a text its value is shown. It takes the place of the first one removed. */
+    addItem(value: string, text?: string): null;
+    /** Removes every entry of that value. */
+    removeItem(value: string): null;
+    /** Selects the entry. False takes it out of the selection of a list box. */
+    selectItem(value: string, on?: boolean | number): null;
+}
+
+/** What stands before a row of a flex list: nothing, a check box or a radio button; by name or as a number. */
+export type RowType = 'normal' | 'checkbox' | 'radiobutton' | 0 | 1 | 2;
+
+/**
+ * A list with columns: `<object>` with the classid flexlist, checklist, listview or treeview. Rows are named by their values;
+ * letters' case does not matter, and of two rows with one value the first counts. Columns count from 1.
+ */
+export interface FlexListControl extends GuiControl {
+    scrollToTop(): null;
+
+    /** Whether the box or radio button of the row is on; false for a row without one. */
+    isItemChecked(value: string): boolean;
+    /** Switches it on, or as said; "onchange" follows as after a click. */
+    checkItem(value: string, on?: boolean | number): null;
+    uncheckItem(value: string): null;
+
+    isItemSelected(value: string): boolean;
+    selectItem(value: string, on?: boolean | number): null;
+    unselectItem(value: string): null;
+
+    isItemEnabled(value: string): boolean;
+    enableItem(value: string, on?: boolean | number): null;
+    disableItem(value: string): null;
+
+    /** Whether the rows under this one are shown. */
+    isItemExpanded(value: string): boolean;
+    expandItem(value: string, on?: boolean | number): null;
+    collapseItem(value: string): null;
+
+    /**
+     * Adds a row, under the row `parent` or, without one of that value, at the top level. Text of further columns follows in
+     * `text` as "|2|second|3|third"; without a text the value is shown.
+     */
+    addItem(value: string, text?: string | null, parent?: string | null, type?: RowType): null;
+    removeItem(value: string): null;
+
+    /** Shows or hides the headings of the columns. */
+    setHeaderEnabled(enabled: boolean | number): null;
+    /** The width in pixels. */
+    setColumnWidth(column: number, width: number): null;
+    /** The heading of a column; columns that are missing up to it are added. */
+    setColumnText(column: number, text: string): null;
+    setItemText(value: string, column: number, text: string): null;
+}
+
+/**
+ * A menu bar: `<object classid="menu">`. Items are named; letters' case does not matter, and of two items with one name the
+ * first counts, those inside an item before the ones behind it.
+ */
+export interface MenuControl extends GuiControl {
+    isItemChecked(name: string): boolean;
+    checkItem(name: string, on?: boolean | number): null;
+    uncheckItem(name: string): null;
+    isItemEnabled(name: string): boolean;
+    enableItem(name: string, on?: boolean | number): null;
+    disableItem(name: string): null;
+    setItemText(name: string, text: string): null;
+    /** Does what choosing the item does: calls `eMenu(session, name)`. */
+    activateItem(name: string): null;
 }
 
 /** The size policies. */

@@ -23,10 +23,12 @@ test('the types compile with a sample that uses all of them', () => {
     assert.deepEqual([stdout, status], ['', 0]);
 });
 
-test('the types take every right use of the window and refuse every wrong one', () => {
-    const { stdout, status } = compile(path.join(__dirname, 'types', 'window.ts'));
-    assert.deepEqual([stdout, status], ['', 0]);
-});
+for (const part of ['window', 'controls']) {
+    test(`the types take every right use of ${part} and refuse every wrong one`, () => {
+        const { stdout, status } = compile(path.join(__dirname, 'types', `${part}.ts`));
+        assert.deepEqual([stdout, status], ['', 0]);
+    });
+}
 
 test('the types name exactly what the package exports', () => {
     const text = fs.readFileSync(path.join(packageFolder, 'index.d.ts'), 'utf8');

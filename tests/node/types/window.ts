@@ -37,7 +37,8 @@ same<typeof window.setEscapeControl, (control: string) => null>(true);
 same<typeof window.getEscapeControl, () => string>(true);
 same<typeof window.setSizePolicy, (policy: SizePolicy) => null>(true);
 same<typeof window.getSizePolicy, () => SizePolicy>(true);
-same<typeof window.control, (name: string) => GuiControl | null>(true);
+same<typeof window.control, <Kind extends GuiControl = GuiControl>(name: string) => Kind | null>(true);
+same<ReturnType<typeof window.control>, GuiControl | null>(true);
 same<ReturnType<typeof window.showAsync>, Promise<any>>(true);
 same<ReturnType<typeof window.setReturnValue>, null>(true);
 for (const value of [undefined, null, true, 1, 'text', {}, [1]]) {
