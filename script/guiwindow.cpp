@@ -54,12 +54,10 @@ void guiWindow_open_script(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
     result.setBool(guiWindow_open(data, modal));
 }
 
-/// Tells the page that its window stands; a page without the handler is not asked.
+/// Tells the page that its window stands.
 void raisePostOpen(guiWindowData const& record)
 {
     static const sstring kPostOpen("ePostOpen");
-    if (!record.window->hasMethod(kPostOpen))
-        return;
     ScriptValue* ignored = guiComponent::NewScriptValue();
     guiCallback_CallEvent(record.root, record.window, kPostOpen, pGUI->getSession(), ignored);
     guiComponent::DeleteScriptValue(ignored);

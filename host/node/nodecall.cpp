@@ -364,12 +364,13 @@ void NodeEngine::publishMethods()
     publishAll(std::unordered_set(m_tracked));
 }
 
+/// A method of a control may lead to a handler of its window.
 void NodeEngine::publishFresh(NodeObject* self)
 {
     auto fresh = std::exchange(m_fresh, {});
+    for (auto object = self; object; object = object->owner())
+        fresh.insert(object);
     publishAll(fresh);
-    if (self && !fresh.contains(self))
-        publish(*self);
 }
 
 void NodeEngine::publish(NodeObject& object)

@@ -146,6 +146,35 @@ test('control() gives objects of GuiControl that know their name and window', ()
     window.close();
 });
 
+test('the constructor takes the name of a page and nothing else', () => {
+    for (const args of [[], [3], [null], [undefined], [{}], [() => 1], [file('page.html'), 1]]) {
+        assert.equal(new GuiWindow(...args).isValid(), false, `${args.length} arguments`);
+    }
+    assert.equal(new GuiWindow(file('page.html')).isValid(), true);
+});
+
+test('an empty name is the page itself, a name that nobody has null', () => {
+    const window = states['with a page']();
+    const page = window.control('');
+    assert.deepEqual([page.name, page.window === window, page.isEnabled()], ['', true, true]);
+    assert.equal(page.setText('<table name=New><tr><td>x</td></tr></table>'), true);
+    assert.ok(window.control('new') instanceof GuiControl);
+    assert.equal(states['without a page']().control(''), null);
+});
+
+test('a method of a control finds the handler that its window got just before', () => {
+    fs.writeFileSync(file('menu.html'), page('Menu', '<object classid=menu name=bar><param name=save value=Save></object>'));
+    const window = new GuiWindow(file('menu.html'));
+    const calls = [];
+    const bar = window.control('bar');
+    bar.activateItem('SAVE');
+    window.eMenu = (session, item) => { calls.push([session === tarn.session, item]); };
+    bar.activateItem('SAVE');
+    delete window.eMenu;
+    bar.activateItem('SAVE');
+    assert.deepEqual(calls, [[true, 'save']]);
+});
+
 const controlRows = [
     ['loadBackground', [file('paper.bmp')], true, false], ['setCaption', ['c'], null, null], ['play', [], null, null],
     ['play', [true], null, null], ['enable', [false], null, null], ['isEnabled', [], false, false], ['enable', [], null, null],
