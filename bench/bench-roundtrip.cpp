@@ -4,15 +4,16 @@
 #include <pthread.h>
 #include <sched.h>
 
-#include <QCoreApplication>
-#include <QEvent>
-#include <QEventLoop>
-#include <QObject>
 #include <cstdlib>
 #include <functional>
+#include <memory>
+#include <optional>
 
 #include "alternating.h"
+#include "bareline.h"
+#include "clicks.h"
 #include "host/native/nativehost.h"
+#include "nodeclicks.h"
 #include "ratioline.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
@@ -65,75 +66,10 @@ void callHandlers(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs&, 
         guiCallback_CallEvent(nullptr, self, "onPing", self, &result);
 }
 
-/// What the two ends of the peer's line send to each other.
-constexpr auto ball = QEvent::Type(QEvent::User + 500);
-constexpr auto play = QEvent::Type(QEvent::User + 501); // asks the other end to play all trips
-constexpr auto end = QEvent::Type(QEvent::User + 502);  // the answer, when it has
-
-/// One end of the peer's line: an object that sends every ball back, or waits for each to come back.
-class Peer : public QObject
-{
-public:
-    Peer* other = nullptr; // not owned
-
-    bool event(QEvent* event) override
-    {
-        switch (static_cast<int>(event->type())) {
-        case ball:
-            ++arrived;
-            if (answers)
-                send(ball);
-            return true;
-        case play:
-            playTrips();
-            send(end);
-            return true;
-        case end:
-            ended = true;
-            return true;
-        default:
-            return QObject::event(event);
-        }
-    }
-
-    void playTrips()
-    {
-        answers = false;
-        for (arrived = 0; arrived < tripsPerSample;) {
-            int const before = arrived;
-            send(ball);
-            waitUntil([&] { return arrived > before; });
-        }
-        answers = true;
-    }
-
-    void letOtherPlay()
-    {
-        ended = false;
-        send(play);
-        waitUntil([this] { return ended; });
-    }
-
-private:
-    void send(QEvent::Type type) { QCoreApplication::postEvent(other, new QEvent(type)); }
-
-    template <class Condition>
-    static void waitUntil(Condition condition)
-    {
-        QEventLoop loop;
-        while (!condition())
-            loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    }
-
-    int arrived = 0;
-    bool answers = true;
-    bool ended = false;
-};
-
 /// The two ends; the GUI thread's is made and destroyed there.
 struct Line
 {
-    Peer script;
+    Peer script{tripsPerSample};
     Peer* gui = nullptr;
 };
 
@@ -141,7 +77,7 @@ Line* line = nullptr;
 
 void makeGuiEnd(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
-    line->gui = new Peer;
+    line->gui = new Peer(tripsPerSample);
     line->gui->other = &line->script;
     line->script.other = line->gui;
 }
@@ -152,6 +88,46 @@ void callFromScript()
 {
     for (int i = 0; i < tripsPerSample; ++i)
         callOnGuiThread(arrive, nullptr);
+}
+
+/// Clicks the link of our own window, while the script thread serves the handlers; seconds.
+double clickHere(NativeHost& host)
+{
+    std::optional<double> seconds;
+    clickLater(clickWindow, tripsPerSample, [&](double found) {
+        host.post([&, found] { seconds = found; }); // on the script thread, which then looks
+    });
+    if (!host.serveUntil([&] { return seconds.has_value(); }, std::chrono::minutes(1)) || *seconds < 0) {
+        std::fprintf(stderr, "bench_roundtrip: the window does not answer clicks\n");
+        std::_Exit(1); // without waiting for a window that may hang
+    }
+    return *seconds;
+}
+
+double bareTrip()
+{
+    return secondsOf([] { line->script.letOtherPlay(); }) / tripsPerSample;
+}
+
+/// Clicks on a link whose handler does nothing, from the press to the release after the handler has returned.
+void compareClicks(NativeHost& host, int const& clicked)
+{
+    auto const print = [](char const* name, Medians const& medians) {
+        printRatio(name, medians.ours, medians.peer, target);
+    };
+    print("click-to-handler-and-back/native", measureInTurns(
+                                                  rounds, [&] { return clickHere(host) / tripsPerSample; }, bareTrip));
+    if (clicked != (rounds + 1) * tripsPerSample) {
+        std::fprintf(stderr, "bench_roundtrip: %d clicks reached the handler\n", clicked);
+        std::_Exit(1);
+    }
+    std::unique_ptr<NodeClicks> const node = NodeClicks::start();
+    if (node)
+        print("click-to-handler-and-back/node",
+              measureInTurns(
+                  rounds, [&] { return node->click(tripsPerSample) / tripsPerSample; }, bareTrip));
+    else
+        std::printf("no Node.js host was built: its clicks are not measured\n");
 }
 
 /// Measures one pair; prints the time of one trip.
@@ -166,8 +142,12 @@ void compare(char const* name, std::function<void()> const& ours, std::function<
 
 int main()
 {
-    NativeHost host;
-    NativeWindow window = host.window(); // from now on there is an engine, and so a pump to wait in
+    NativeHost host({.folder = TARN_BENCH_FOLDER});
+    NativeWindow window = host.window(clickPage); // from now on there is an engine, and so a pump to wait in
+    int clicked = 0;
+    window.on("onPing", [&](NativeWindow&, NativeArguments const&) { ++clicked; });
+    if (!window.open())
+        return 1;
     NativeObjectRef object = host.object();
     object->on("onPing", [](NativeObject&, NativeArguments const&) {
         reachedOnScriptThread += pGUI->getThread()->isScriptThread();
@@ -184,7 +164,9 @@ int main()
     compare(
         "gui-thread-calls-handler", [&] { callOnGuiThread(callHandlers, object.get()); },
         [] { line->script.letOtherPlay(); });
+    compareClicks(host, clicked);
     callOnGuiThread(destroyGuiEnd, nullptr);
+    window.close();
 
     constexpr int expected = (rounds + 1) * tripsPerSample;
     if (reachedOnGuiThread == expected && reachedOnScriptThread == expected)
