@@ -79,6 +79,7 @@ QWidget* guiHtmlControl::getClipWidget()
     guiRect rect;
     getClipRect(&rect);
     m_clipWidget = guiCreateClipper(static_cast<guiWidget*>(getTopLevelWidget()), !rect.isEmpty());
+    m_clipWidget->setFont(getDefaultFont(nullptr));
     getRectInWidget(&rect);
     onSetRect(&rect);
     return m_clipWidget;
@@ -113,9 +114,13 @@ void guiHtmlControl::dirtyTabOrder()
         base->m.tabOrderDirty = 1;
 }
 
+// The widget was made with the clip widget's font. To give it the same again would not be nothing: a combo box then
+// makes the list that it drops down.
 void guiHtmlControl::finishWidget(QWidget* widget)
 {
-    widget->setFont(getDefaultFont(nullptr));
+    QFont const font = getDefaultFont(nullptr);
+    if (widget->font() != font)
+        widget->setFont(font);
     widget->setEnabled(m.enabled);
     placeInClip(widget);
     widget->show();

@@ -72,6 +72,18 @@ TEST(ControlSizes, FieldsAreNothingOutsideAWindowOrWithASizeOfZero)
     EXPECT_EQ(edit.getHeightEstimate(0), kMaxPixels);
 }
 
+TEST(ControlSizes, EveryWidgetHasTheFontOfItsNode)
+{
+    ShownPage page(
+        "<font size=7><input type=button name=b value=Go><input type=checkbox name=c><input type=radio name=r>"
+        "<input type=text name=t><textarea name=a></textarea><select name=s><option>One</select>"
+        "<select name=l size=3><option>One</select></font>");
+    for (char const* name : {"b", "c", "r", "t", "a", "s", "l"}) {
+        EXPECT_EQ(page.widget<QWidget>(name)->font(), page.node(name)->getDefaultFont(nullptr)) << name;
+        EXPECT_NE(page.widget<QWidget>(name)->font(), page.window.root.getDefaultFont(nullptr)) << name;
+    }
+}
+
 TEST(ControlSizes, AreOfTheFontAroundThem)
 {
     ShownPage page(

@@ -4,6 +4,8 @@
 #include "controls/guiwidgetlistbox.h"
 #include "tests/controls/shownpage.h"
 
+#include <QAbstractItemView>
+
 namespace {
 
 constexpr char kThree[] = "<option value=a>Alpha</option><option value=b selected>Beta</option>"
@@ -60,6 +62,17 @@ TEST(Selecting, ThePageChoosesTheFirstSelectedOption)
     ShownPage plain("<select name=s><option value=x>X</option></select>");
     EXPECT_EQ(plain.control<guiHtmlControlList>("s").getDefaultSelection(), "");
     EXPECT_EQ(plain.control<guiHtmlControlList>("s").getSelected(), "x"); // a combo box always shows one
+}
+
+// A list with its frame and scroll bars costs several times what the box does.
+TEST(Selecting, TheListThatDropsDownIsMadeWhenItIsOpened)
+{
+    ShownPage page("<font size=7><select name=s><option>One<option>Two</select></font>");
+    auto* combo = page.widget<guiWidgetComboBox>("s");
+    EXPECT_TRUE(combo->findChildren<QAbstractItemView*>().isEmpty());
+    QAbstractItemView const* list = combo->view();
+    EXPECT_EQ(combo->findChildren<QAbstractItemView*>().size(), 1);
+    EXPECT_GE(list->sizeHintForRow(0), QFontMetrics(combo->font()).height());
 }
 
 TEST(Selecting, ValuesAreFoundWithoutRegardToCase)
