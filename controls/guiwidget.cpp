@@ -316,20 +316,24 @@ void guiWidget::hideEvent(QHideEvent* event)
         tellVisibility();
 }
 
-/// A script that waits for the window to close goes by this.
+/// A script that waits for the window to close goes by this. It then reads the form, which a page that is closing has
+/// not written yet.
 void guiWidget::tellVisibility()
 {
     if (pGUI)
-        pGUI->onVisible(this, isVisible() || isPainting());
+        pGUI->onVisible(this, isVisible() || isPainting() || m_isClosing);
 }
 
 void guiWidget::closeEvent(QCloseEvent* event)
 {
     guiDispatch dispatch;
     event->ignore();
-    if (htmlBase)
-        htmlBase->destroyWidget(); // before script, which waits until nothing is to be seen, reads the form
+    m_isClosing = true;
     hide();
+    if (livePage())
+        livePage()->destroyWidget();
+    m_isClosing = false;
+    tellVisibility();
 }
 
 // ---- Painting ----

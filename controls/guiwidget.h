@@ -84,6 +84,7 @@ private:
 
     QWidget* m_shelf = nullptr; // owned; null until something is out of view
     QRegion m_missed;           // damage that arrived while the page was being painted
+    bool m_isClosing = false;   // hidden on the user's request, but the page still has things to do
 };
 
 /// The rule that all widgets of a page share for Escape and Enter: the owner's onEscape() or onEnter() is asked, and

@@ -540,6 +540,7 @@ TEST_F(Widget, ClosingTellsTheHoveredNodeOnceWhileItsPageIsWhole)
     log.clear();
     bool wasWhole = false;
     a->whileTold = [&](std::string const&) {
+        EXPECT_FALSE(widget->isVisible()) << "whatever its handler does";
         wasWhole = root.isOpen() && !guiLaterEvents::take(a, "event://x"); // its event need not wait
     };
     widget->close();

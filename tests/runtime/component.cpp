@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <set>
 #include <thread>
@@ -255,6 +256,27 @@ TEST(Component, ShutdownCounterNeverGoesBelowZero)
     pGUI->leave();
     call.join();
     EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(90));
+}
+
+TEST(Component, ItsLockIsTheThreadsThatTookItAsOftenAsItTookIt)
+{
+    NativeHost host;
+    std::atomic<bool> isIn{false};
+    pGUI->enter();
+    pGUI->enter();
+    std::thread other([&] {
+        pGUI->enter();
+        isIn = true;
+        pGUI->leave();
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(isIn);
+    pGUI->leave();
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(isIn) << "taken twice";
+    pGUI->leave();
+    other.join();
+    EXPECT_TRUE(isIn);
 }
 
 TEST(Component, LogAddsNothingToAMessage)

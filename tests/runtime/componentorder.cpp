@@ -1,6 +1,7 @@
 // Tests of the order in which the component asks its host for things when it starts and ends, and of how it lets script
 // work go on while a window is waited for.
 #include "controls/guiwidget.h"
+#include "page/guihtml.h"
 #include "runtime/guihtmlbase.h"
 #include "tests/runtime/onguithread.h"
 
@@ -8,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QMouseEvent>
+#include <atomic>
 #include <thread>
 
 namespace {
@@ -232,6 +234,43 @@ TEST(RunPump, GoesOnUntilTheWindowIsGone)
     EXPECT_FALSE(root->isOpen());
     closer.join();
     pGUI->runPump(widget); // gone already: returns
+    onGuiThread([&] { root.reset(); });
+}
+
+namespace {
+
+/// Takes its time when the pointer leaves it.
+struct SlowNode : guiHtml
+{
+    using guiHtml::operator=;
+    void onMouseOff() override
+    {
+        std::this_thread::sleep_for(200ms);
+        isOver = true;
+    }
+    std::atomic<bool> isOver{false};
+};
+
+} // namespace
+
+TEST(RunPump, GoesOnUntilAWindowThatTheUserClosedHasEnded)
+{
+    NativeHost host;
+    NativeWindow window = host.window();
+    std::unique_ptr<guiHtmlBase> root;
+    auto* node = new SlowNode;
+    guiWidget* widget = nullptr;
+    onGuiThread([&] {
+        root = std::make_unique<guiHtmlBase>(nullptr, nullptr, nullptr, sstring());
+        root->append(node);
+        widget = root->createWidget(0);
+        widget->show();
+        widget->hoverNode = node;
+        QMetaObject::invokeMethod(widget, &QWidget::close, Qt::QueuedConnection);
+    });
+    pGUI->runPump(widget);
+    EXPECT_TRUE(node->isOver) << "it was hidden long before";
+    EXPECT_FALSE(root->isOpen());
     onGuiThread([&] { root.reset(); });
 }
 

@@ -3,6 +3,7 @@
 #include "controls/guiwidget.h"
 #include "page/guihtml.h"
 #include "runtime/guihtmlbase.h"
+#include "runtime/guihtmlframeset.h"
 #include "tests/runtime/onguithread.h"
 
 #include <gtest/gtest.h>
@@ -298,6 +299,27 @@ TEST(PageWindow, KeysWithoutATargetAreUsedUpAndDoNothing)
         QCoreApplication::processEvents();
         EXPECT_TRUE(root.isOpen());
     });
+}
+
+TEST(Framesets, HaveOneColumnAndOneRowUntilToldAndCopyBoth)
+{
+    guiHtmlFrameset frameset;
+    EXPECT_EQ(frameset.getType(), 6);
+    EXPECT_EQ(frameset.getColumnCount(), 1);
+    EXPECT_EQ(frameset.getRowCount(), 1);
+    frameset.setTracks(std::vector<guiHtmlFrameset::track_t>(3), std::vector<guiHtmlFrameset::track_t>(2));
+    frameset.m.border = 7;
+    guiHtmlFrameset assigned;
+    guiHtml& target = assigned;
+    target = frameset;
+    EXPECT_EQ(assigned.getColumnCount(), 3);
+    EXPECT_EQ(assigned.getRowCount(), 2);
+    EXPECT_EQ(assigned.m.border, 7) << "and what every node has";
+    guiHtml parent;
+    std::unique_ptr<guiHtml> clone(frameset.Clone(&parent));
+    EXPECT_EQ(clone->getParent(), &parent);
+    EXPECT_EQ(clone->getType(), 6);
+    EXPECT_EQ(static_cast<guiHtmlFrameset*>(clone.get())->getColumnCount(), 3);
 }
 
 TEST(PageWindow, WithoutScriptThereIsNoReturnCode)
