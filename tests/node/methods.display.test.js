@@ -15,7 +15,7 @@ const write = (name, title, content, attributes = '') => fs.writeFileSync(path.j
     `<html><head><title>${title}</title></head><body valign="top" bgcolor="#208040" ${attributes}>${content}</body></html>`);
 write('plain.html', 'Plain', '');
 write('other.html', 'Other', '', 'text="red"');
-write('controls.html', 'Controls', `<input type="text" name="First"><br><input type="text" name="second"><br>
+write('controls.html', 'Controls', `<input type="text" name="First" onchange="event://onTyped"><br><input type="text" name="second"><br>
     <input type="button" name="ok" value="ok" onclick="event://onOk"><input type="button" name="no" value="no" onclick="event://onNo">`);
 fs.writeFileSync(path.join(scratch, 'paper.bmp'), Buffer.concat([
     Buffer.from('424d3a0000000000000036000000280000000100000001000000010018', 'hex'), Buffer.alloc(25), Buffer.from([0xC0, 0x30, 0x20, 0])]));
@@ -158,7 +158,7 @@ test('the focus goes to the control of a name, in letters of either case, and is
 
 for (const [key, name] of [['Return', 'Enter'], ['Escape', 'Escape']]) {
     test(`the ${name} key: a control of a name is used, "X" closes, and other arguments change nothing`, async () => {
-        await open('controls.html', 'Controls', "record(window, ['onOk', 'onNo']); window.setFocus('First')");
+        await open('controls.html', 'Controls', "record(window, ['onOk', 'onNo', 'onTyped']); window.setFocus('First')");
         await findActiveWindow('Controls');
         await program.becomes('window.getFocus()', 'First');
         await program.ask(`window.set${name}Control('OK')`);
@@ -169,10 +169,11 @@ for (const [key, name] of [['Return', 'Enter'], ['Escape', 'Escape']]) {
         await keys(key);
         await program.called([['onOk', 'ok']]);
         await program.ask(`window.set${name}Control('x')`); // a name that nobody has: only the capital letter closes
-        await keys(key);
+        await keys(key, 'a');
+        await program.called([['onTyped', 'First']], 1); // the key came before, and led to nothing
         await program.ask(`window.set${name}Control('no')`);
         await keys(key);
-        await program.called([['onOk', 'ok'], ['onNo', 'no']]);
+        await program.called([['onNo', 'no']], 2);
         await program.ask(`window.set${name}Control('X')`);
         await keys(key);
         await program.becomes('window.isOpen()', false);
