@@ -146,8 +146,8 @@ public:
     void completeCall(unsigned id, NodeValue value);
     /// An error that nobody caught: what the interpreter does with those, it does (it may end the process).
     void report(Napi::Value error);
-    /// Whether a synchronous call from the component is on the stack.
-    bool isInsideCall() const { return m_callDepth > 0; }
+    /// Whether a synchronous call from the component is on the stack, or what it does around one. Script thread.
+    bool isInsideCall() const { return m_callDepth > 0 || NodePlatform::listsInUse() > 0; }
 
     // Threads. Any thread.
     void post(std::function<void()> run, std::function<void()> cancel = {});

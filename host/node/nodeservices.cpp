@@ -9,6 +9,8 @@ namespace {
 
 NodeObject* own(ScriptObject* object) { return static_cast<NodeObject*>(object); }
 
+thread_local int theListsInUse = 0;
+
 } // namespace
 
 ScriptObject* NodePlatform::createObject(ScriptEngine* engine)
@@ -19,7 +21,11 @@ ScriptObject* NodePlatform::createObject(ScriptEngine* engine)
     return object;
 }
 
-ScriptArgs* NodePlatform::createArgs(ScriptEngine*) { return new NodeArgs(); }
+ScriptArgs* NodePlatform::createArgs(ScriptEngine*)
+{
+    ++theListsInUse;
+    return new NodeArgs();
+}
 
 ScriptValue* NodePlatform::createValue(ScriptEngine*) { return new NodeValue(); }
 
@@ -29,7 +35,15 @@ void NodePlatform::destroyObject(ScriptObject* object)
         own(object)->release();
 }
 
-void NodePlatform::destroyArgs(ScriptArgs* args) { delete static_cast<NodeArgs*>(args); }
+void NodePlatform::destroyArgs(ScriptArgs* args)
+{
+    if (!args)
+        return;
+    --theListsInUse;
+    delete static_cast<NodeArgs*>(args);
+}
+
+int NodePlatform::listsInUse() { return theListsInUse; }
 
 void NodePlatform::destroyValue(ScriptValue* value) { delete static_cast<NodeValue*>(value); }
 

@@ -22,6 +22,10 @@ public:
     void destroyObject(ScriptObject* object) override;
     void destroyArgs(ScriptArgs* args) override;
     void destroyValue(ScriptValue* value) override;
+
+    /// How many argument lists the component has made on the calling thread and not destroyed: not 0 from before it
+    /// calls script until after that, also while it waits for something around the call itself.
+    static int listsInUse();
 };
 
 /// Reads pages and pictures for the component. Any thread.
