@@ -53,11 +53,11 @@ const isModal = (window) => execFileSync('xprop', ['-id', window, '_NET_WM_STATE
 
 test('sizes reach the window manager; 0, one number and what is no number change nothing', async () => {
     const window = await open('plain.html', 'Plain', `window.setDefaultSize(420.9, 310); window.setMinimumSize(300, 200);
-        window.setMinimumSize(0, 250); window.setMaximumSize(800, 600); window.setMaximumSize(0, 0);
+        window.setMinimumSize(0, 250); window.setMinimumSize(310, 0); window.setMaximumSize(800, 600); window.setMaximumSize(0, 0);
         for (const name of ['setMinimumSize', 'setMaximumSize', 'setDefaultSize']) {
             for (const args of [[], [500], [500, 500, 500], ['500', '500'], [true, true], [null, 500]]) window[name](...args);
         }`);
-    assert.deepEqual(sizes(window), { least: [300, 250], greatest: [800, 600], now: [420, 310] });
+    assert.deepEqual(sizes(window), { least: [310, 250], greatest: [800, 600], now: [420, 310] });
     await program.ask('window.setDefaultSize(500, 0)');
     await until(() => sizes(window).now[0] === 500);
     assert.deepEqual(sizes(window).now, [500, 310]);
