@@ -31,6 +31,24 @@ std::vector<unsigned char> toBytes(sstring const& text)
     return bytes;
 }
 
+struct pulledPage
+{
+    int result;
+    bool mayLoad; // some element names a file
+};
+
+/// Makes the elements of a text. Its copy and its sections are gone before anything is laid out: a page of 50 MB would
+/// need several times as much at once else.
+pulledPage pullPage(guiHtml* node, sstring const& content, sstring const& directory)
+{
+    std::vector<unsigned char> page = toBytes(content);
+    textstream stream(page.data(), static_cast<unsigned>(page.size()), 0);
+    mlParser markup(&stream);
+    guiHtmlParser parser(&markup, directory);
+    int const result = parser.pullPage(node);
+    return {result, parser.mayLoad()};
+}
+
 } // namespace
 
 int guiHtml::setText(sstring const& content, sstring const& directory)
@@ -44,15 +62,11 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
     resetScroll();
     m.tabOrderDirty = 1;
 
-    std::vector<unsigned char> page = toBytes(content);
-    textstream stream(page.data(), static_cast<unsigned>(page.size()), 0);
-    mlParser markup(&stream);
-    guiHtmlParser parser(&markup, directory);
-    int result = parser.pullPage(this);
+    pulledPage const page = pullPage(this, content, directory);
     guiServices::loadFormValues(this);
 
     // Files pass content filters, which are scripts, and so are elements that go: this node may not outlive them.
-    if (self.alive() && (parser.mayLoad() || hasString(kStringSource) || hasString(kStringBackground)))
+    if (self.alive() && (page.mayLoad || hasString(kStringSource) || hasString(kStringBackground)))
         dynamicLoad();
     if (!self.alive())
         return 0;
@@ -61,5 +75,5 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
         onShow();
     updateLayout(1);
     hold.release();
-    return result;
+    return page.result;
 }
