@@ -152,6 +152,7 @@ void guiComponent::closeWindows()
     leave();
     for (guiHtml* root : roots)
         m_t.thread->callPageClose(static_cast<guiHtmlBase*>(root));
+    m_t.thread->callPageClose(nullptr); // and what was posted before: the release of a page takes the lock
     enter();
 }
 
