@@ -1,7 +1,9 @@
 #include "host/native/nativehost.h"
 
+#include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
+#include <unistd.h>
 
 #include "host/native/nativetext.h"
 
@@ -13,11 +15,18 @@ NativeHost* current = nullptr;
 } // namespace
 
 /// Static objects of the toolkit are destroyed after this; its thread must have ended by then. Calls of the component
-/// that are under way never return here. A host whose script thread is not the one that exits can not be ended.
-void nativeShutDownAtExit()
+/// that are under way never return here. The end of the component waits for the calls that it makes of script: while
+/// one of them is on this stack, the process goes without it. A host whose script thread is not the one that exits can
+/// not be ended.
+void nativeShutDownAtExit(int status, void*)
 {
-    if (current && current->engine().onScriptThread())
-        current->end();
+    if (!current || !current->engine().onScriptThread())
+        return;
+    if (NativePlatform::listsInUse() > 0) {
+        std::fflush(nullptr);
+        _exit(status);
+    }
+    current->end();
 }
 
 NativeHost::NativeHost(NativeHostOptions options) : component_(options.component), engine_(NativeEngine::make())
@@ -42,7 +51,7 @@ void NativeHost::start()
     engine_->setComponent(true);
     if (!component_.init(engine_->manager()))
         throw std::runtime_error("NativeHost: the component's Init failed");
-    static const int registered = std::atexit(nativeShutDownAtExit);
+    static const int registered = on_exit(nativeShutDownAtExit, nullptr);
     (void)registered;
     for (const char* const* name = component_.getCompNames(); *name; ++name) {
         classNames_.push_back(*name);

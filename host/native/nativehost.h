@@ -95,7 +95,7 @@ public:
     NativeFileService& files() { return engine_->manager().files(); }
 
 private:
-    friend void nativeShutDownAtExit();
+    friend void nativeShutDownAtExit(int status, void*);
     void start();
     void end();
 

@@ -2,6 +2,12 @@
 
 #include "host/native/nativeengine.h"
 
+namespace {
+
+thread_local int theListsInUse = 0;
+
+} // namespace
+
 ScriptObject* NativePlatform::createObject(ScriptEngine*)
 {
     ++objects_;
@@ -11,8 +17,11 @@ ScriptObject* NativePlatform::createObject(ScriptEngine*)
 ScriptArgs* NativePlatform::createArgs(ScriptEngine*)
 {
     ++args_;
+    ++theListsInUse;
     return new NativeArguments;
 }
+
+int NativePlatform::listsInUse() { return theListsInUse; }
 
 ScriptValue* NativePlatform::createValue(ScriptEngine*)
 {
@@ -33,6 +42,7 @@ void NativePlatform::destroyArgs(ScriptArgs* args)
     if (!args)
         return;
     --args_;
+    --theListsInUse;
     delete static_cast<NativeArguments*>(args);
 }
 
