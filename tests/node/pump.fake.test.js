@@ -89,7 +89,7 @@ test('a handle that is closed during a show() from its own callback is not destr
                 socket.on('data', () => { show(() => { socket.destroy(); client.destroy(); server.close(); }); setImmediate(next); });
             });
             const client = new net.Socket();
-            server.listen(0, '127.0.0.1', () => client.connect(server.address().port, () => client.write('x')));
+            server.listen(0, '127.0.0.1', () => client.connect(server.address().port, '127.0.0.1', () => client.write('x')));
         }
         next();`);
     assert.deepEqual([stdout, stderr, code], ['all\n', '', 0]);
@@ -111,7 +111,7 @@ test('the same when the script waits again in an immediate inside that show()', 
                 socket.on('data', () => { show(() => setImmediate(() => show(end))); setImmediate(next); });
             });
             const client = new net.Socket();
-            server.listen(0, '127.0.0.1', () => client.connect(server.address().port, () => client.write('x')));
+            server.listen(0, '127.0.0.1', () => client.connect(server.address().port, '127.0.0.1', () => client.write('x')));
         };
         next();`, { env: { MALLOC_PERTURB_: '165' } }); // what is freed is overwritten, so that its use shows
     assert.deepEqual([stdout, stderr, code], ['all\n', '', 0]);

@@ -55,7 +55,10 @@ FAKE_METHOD(windowCreate)
 FAKE_METHOD(windowDestroy)
 {
     auto window = checkedWindow(data);
-    callGui([window] { closeFakeWindow(window); });
+    callGui([window] {
+        fake.gui.forget(window);
+        closeFakeWindow(window);
+    });
     data->setData(kPrivateKey, nullptr);
     for (auto& [name, control] : window->controls)
         control->letGo();
@@ -185,15 +188,12 @@ FAKE_METHOD(testFire)
     fake.gui.post([fire] { runFire(fire); });
 }
 
-/// testCloseLater(delayMs): the user closes the window.
+/// testCloseLater(delayMs): the user closes the window, if it is still there.
 FAKE_METHOD(testCloseLater)
 {
     auto window = checkedWindow(data);
     int delay = args.get(0)->toInt(0);
-    fake.gui.post([window, delay] {
-        sleepMs(delay);
-        closeFakeWindow(window);
-    });
+    fake.gui.postLater(delay, window, [window] { closeFakeWindow(window); });
 }
 
 /// testEcho(value): the value, looked at on the GUI thread.

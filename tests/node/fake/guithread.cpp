@@ -20,6 +20,38 @@ void FakeGuiThread::post(Job job)
     m_signal.notify_all();
 }
 
+void FakeGuiThread::postLater(int delayMs, void const* owner, Job job)
+{
+    std::lock_guard lock(m_mutex);
+    m_lateJobs.insert({Clock::now() + std::chrono::milliseconds(delayMs), {owner, std::move(job)}});
+    m_signal.notify_all();
+}
+
+void FakeGuiThread::forget(void const* owner)
+{
+    std::lock_guard lock(m_mutex);
+    std::erase_if(m_lateJobs, [owner](auto const& entry) { return entry.second.owner == owner; });
+}
+
+void FakeGuiThread::takeLateJobs()
+{
+    auto const due = m_lateJobs.upper_bound(Clock::now());
+    for (auto at = m_lateJobs.begin(); at != due; at = m_lateJobs.erase(at))
+        m_jobs.push_back(std::move(at->second.job));
+}
+
+void FakeGuiThread::waitForWork(std::unique_lock<std::mutex>& lock)
+{
+    for (takeLateJobs(); m_jobs.empty() && !m_isNudged; takeLateJobs()) {
+        if (m_lateJobs.empty()) {
+            m_signal.wait(lock);
+            continue;
+        }
+        Clock::time_point const due = m_lateJobs.begin()->first; // a copy: the job may go meanwhile
+        m_signal.wait_until(lock, due);
+    }
+}
+
 void FakeGuiThread::nudge()
 {
     std::lock_guard lock(m_mutex);
@@ -33,7 +65,7 @@ void FakeGuiThread::runUntil(std::function<bool()> const& done)
         Job job;
         {
             std::unique_lock lock(m_mutex);
-            m_signal.wait(lock, [this] { return !m_jobs.empty() || m_isNudged; });
+            waitForWork(lock);
             if (m_jobs.empty()) {
                 m_isNudged = false;
                 continue;
