@@ -259,9 +259,11 @@ private:
         QString source = tag.get("src");
         QString file = m_folder + "/" + source;
         QFile page(file);
-        if (source.isEmpty() || m_depth == kMostDepth || !page.open(QIODevice::ReadOnly))
+        if (source.isEmpty() || m_depth == kMostDepth)
             return;
-        into->children.clear();
+        into->children.clear(); // also when there is no such file
+        if (!page.open(QIODevice::ReadOnly))
+            return;
         auto markup = readMarkup("<html>" + QString::fromUtf8(page.readAll()) + "</html>");
         builder(QFileInfo(file).path(), m_depth + 1).pullPage(into, *markup);
     }
