@@ -21,8 +21,8 @@ public:
         int values;
     };
     Counts counts() const { return {objects_, args_, values_}; }
-    /// How many argument lists the calling thread has made and not destroyed: not 0 from before the component calls script
-    /// until after that, also while it waits for something around the call itself.
+    /// How many argument lists the calling thread has made and not destroyed: not 0 from before the component calls
+    /// script until after that, also while it waits for something around the call itself.
     static int listsInUse();
 
     // What the component calls.

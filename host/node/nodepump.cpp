@@ -155,6 +155,7 @@ void NodePump::onPrepare(uv_prepare_t* handle)
     auto self = static_cast<NodePump*>(handle->data);
     if (!self->isWaiting())
         self->m_engine.onLoopTurn();
+    clearDeadStack();
 }
 
 void NodePump::onCheck(uv_check_t* handle)
