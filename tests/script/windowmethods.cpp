@@ -7,6 +7,7 @@
 #include "tests/script/scriptfixture.h"
 #include "tests/support/fakescript.h"
 
+#include <QCoreApplication>
 #include <QPixmap>
 #include <limits>
 #include <stdexcept>
@@ -310,16 +311,22 @@ TEST_F(WindowMethods, TheWindowOpenedLastIsTheCurrentOne)
     NativeWindow first = windowIn(kWithPage);
     NativeWindow second = windowIn(kWithPage);
     NativeWindow empty = windowIn(kWithoutPage);
+    // A window that is painted while it is active becomes the current one as well, so that paints under way come first.
+    auto settle = [&] { onGuiThread(first, [](guiHtmlBase*) { QCoreApplication::processEvents(); }); };
     first.call("open");
+    settle();
     EXPECT_EQ(host.session("currentWindow").object(), first.object());
     EXPECT_EQ(empty.call("open"), NativeValue(false));
     EXPECT_EQ(host.session("currentWindow").object(), first.object());
     second.call("open");
+    settle();
     EXPECT_EQ(host.session("currentWindow").object(), second.object());
     first.call("open"); // which shows already, and is not painted for that
     EXPECT_EQ(host.session("currentWindow").object(), first.object());
     second.close();
+    settle();
     second.on("ePostOpen", [&](NativeWindow& self, NativeArguments const&) {
+        settle();
         EXPECT_EQ(host.session("currentWindow").object(), self.object());
         self.close();
     });
