@@ -1,6 +1,5 @@
 // tests/e2e/exitdriver.cpp: a program that ends by exit(7) with a window on the screen, in the way its argument names:
-// inside a handler of a "modal" or an "open" window; "opening", in the one that show() calls first; or "idle", outside of
-// handlers. Quiet unless something goes wrong.
+// inside a handler of a "modal" or an "open" window, or "idle", outside of handlers. Quiet unless something goes wrong.
 #include "tests/e2e/fixture.h"
 
 int main(int, char** argv)
@@ -17,13 +16,6 @@ int main(int, char** argv)
         std::filesystem::remove_all(pages.path()); // exit() destroys nothing of main()
         std::exit(7);
     });
-    if (how == "opening") {
-        window.on("ePostOpen", [&pages](NativeWindow&, const NativeArguments&) {
-            std::filesystem::remove_all(pages.path());
-            std::exit(7);
-        });
-        window.show();
-    }
     user = std::thread([&] {
         Desktop desktop;
         waitForLink(desktop);
