@@ -7,17 +7,7 @@
 #include <thread>
 
 #include "foundation/vela-memmgr.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define TARN_HAS_LSAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define TARN_HAS_LSAN 1
-#endif
-#endif
-#ifdef TARN_HAS_LSAN
-#include <sanitizer/lsan_interface.h>
-#endif
+#include "tests/support/leakcheck.h"
 
 namespace {
 
@@ -95,9 +85,7 @@ long failEach(std::function<void()> const& work)
         if (testing::Test::HasFailure())
             break;
     }
-#ifdef TARN_HAS_LSAN
-    EXPECT_EQ(__lsan_do_recoverable_leak_check(), 0);
-#endif
+    EXPECT_FALSE(hasLeaks());
     return count;
 }
 

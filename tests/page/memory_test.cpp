@@ -6,20 +6,10 @@
 #include "page/guinodewatch.h"
 #include "runtime/hashlist.h"
 #include "tests/support/fakescript.h"
+#include "tests/support/leakcheck.h"
 #include "tests/support/pagewindow.h"
 
 #include <gtest/gtest.h>
-
-#if defined(__SANITIZE_ADDRESS__)
-#define TARN_HAS_LSAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define TARN_HAS_LSAN 1
-#endif
-#endif
-#ifdef TARN_HAS_LSAN
-#include <sanitizer/lsan_interface.h>
-#endif
 
 namespace {
 
@@ -97,9 +87,7 @@ TEST_F(MemoryTest, EachFailingAllocationOfALoadEndsInError12OrALineInTheLogAndKe
         ASSERT_FALSE(guiLayoutHold::isHeld()) << "at allocation " << count;
     }
     EXPECT_GT(count, 150);
-#ifdef TARN_HAS_LSAN
-    EXPECT_EQ(__lsan_do_recoverable_leak_check(), 0);
-#endif
+    EXPECT_FALSE(hasLeaks());
 }
 
 TEST_F(MemoryTest, ALayoutThatFailsWhenAHoldIsReleasedReachesTheCallerOnce)
