@@ -4,6 +4,9 @@ option(TARN_ASSERTIONS "Keep assert() in optimised builds" OFF)
 
 find_program(TARN_CCACHE ccache)
 
+# Linking a hundred test programs takes a minute longer with the system's own linker.
+find_program(TARN_LLD ld.lld)
+
 # tarn_target(<target>): C++20, warnings as errors, hidden symbols, position-independent code, the repository root on the
 # include path, and the sanitizers of the preset.
 function(tarn_target target)
@@ -22,6 +25,9 @@ function(tarn_target target)
     if(TARN_CCACHE)
         set_target_properties(${target} PROPERTIES CXX_COMPILER_LAUNCHER "${TARN_CCACHE}")
     endif()
+    if(TARN_LLD)
+        target_link_options(${target} PRIVATE -fuse-ld=lld)
+    endif()
     if(TARN_FUZZ)
         target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link) # what the fuzzer watches to find new ways
     endif()
@@ -34,10 +40,11 @@ function(tarn_target target)
     endif()
 endfunction()
 
-# tarn_precompiled(<target> <kind> <headers>...): under sanitizers, where everything is built twice more, the headers that most files
-# of a kind read are read once, by the kind's first target. The other builds go without, so that a missing include shows.
+# tarn_precompiled(<target> <kind> <headers>...): the headers that most files of a kind read are read once, by the kind's first
+# target: under sanitizers, where everything is built twice more, and on a machine that builds once and forgets, which has no
+# compiler cache. The builds of those who work on the project go without, so that a missing include shows.
 function(tarn_precompiled target kind)
-    if(NOT TARN_SANITIZE)
+    if(NOT TARN_SANITIZE AND TARN_CCACHE)
         return()
     endif()
     get_property(maker GLOBAL PROPERTY TARN_PRECOMPILED_${kind})
@@ -61,13 +68,14 @@ function(tarn_test name)
     target_compile_options(${name} PRIVATE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
     target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gtest GTest::gtest_main)
     # The assertions' code is large, takes long to optimise, and is not what is looked at.
-    if(TARN_SANITIZE)
-        target_compile_options(${name} PRIVATE -O0)
-    else()
+    target_compile_options(${name} PRIVATE -O0)
+    if(NOT TARN_SANITIZE)
         target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-g1>)
     endif()
     if("tarn_component" IN_LIST arg_LIBS)
-        tarn_precompiled(${name} tests <QtWidgets> <gtest/gtest.h> <functional> <map> <string> <vector>)
+        tarn_precompiled(${name} windowtests <QtWidgets> <gtest/gtest.h> <functional> <map> <string> <vector>)
+    else()
+        tarn_precompiled(${name} tests <gtest/gtest.h> <functional> <map> <string> <vector>)
     endif()
     set_property(GLOBAL APPEND PROPERTY TARN_TESTS ${name})
 
@@ -82,7 +90,7 @@ function(tarn_test name)
     endif()
     if("display" IN_LIST arg_LABELS)
         list(APPEND wrapper "${PROJECT_SOURCE_DIR}/tests/e2e/run-test.sh")
-        list(APPEND properties RUN_SERIAL TRUE) # they click and wait for pixels
+        list(APPEND properties RESOURCE_LOCK display) # they click and wait for pixels: one at a time, beside others
     endif()
 
     set(startsComponent FALSE)

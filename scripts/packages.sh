@@ -5,7 +5,7 @@
 packages_for() {
     case $1 in
         page | program) base_packages ;;
-        test) base_packages && documentation_packages ;;
+        test) base_packages && documentation_packages && echo lld ;;
         display) echo xvfb openbox x11-utils xdotool imagemagick ;;
         bench) base_packages && echo libbenchmark-dev libgumbo-dev libxml2-dev libxcb1-dev liblitehtml-dev libwxgtk3.2-dev pkg-config ;;
         fuzz) base_packages && echo clang libclang-rt-dev llvm ;;
