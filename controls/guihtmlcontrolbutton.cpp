@@ -183,9 +183,9 @@ namespace {
 
 using Button = guiHtmlControlButton;
 
-void control_isChecked_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
+void control_isChecked_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
-    Button* button = guiControlOf<Button>(data, self);
+    Button* button = args.count() == 0 ? guiControlOf<Button>(data, self) : nullptr;
     result.setBool(button && button->isChecked());
 }
 
@@ -199,10 +199,10 @@ void control_check_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Scri
         button->setChecked(isPlain || guiSwitchOf(args, 0));
 }
 
-void control_uncheck_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
+void control_uncheck_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (Button* button = guiControlOf<Button>(data, self))
+    if (Button* button = args.count() == 0 ? guiControlOf<Button>(data, self) : nullptr)
         button->setChecked(0);
 }
 

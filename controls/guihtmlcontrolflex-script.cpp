@@ -71,10 +71,10 @@ void clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& 
         (flex->*setter)(guiTextOf(args, 0), 0);
 }
 
-void control_scrollToTop_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
+void control_scrollToTop_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (Flex* flex = guiControlOf<Flex>(data, self))
+    if (Flex* flex = args.count() == 0 ? guiControlOf<Flex>(data, self) : nullptr)
         flex->scrollToTop();
 }
 

@@ -9,67 +9,21 @@
 #include "page/guinumbers.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
 #include <algorithm>
 #include <map>
 
 namespace {
 
-// Columns beyond this are left out: a page's list has a handful.
-constexpr int kMostColumns = 1000;
 // Pixels by which a row stands right of its parent: small, since lists in pages are narrow.
 constexpr int kIndentation = 14;
 
-bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
-
-/// Where the next "|" in front of a digit is, the length when there is none.
-unsigned nextCode(sstring const& text, unsigned from)
-{
-    unsigned short const* units = text.getUnicode();
-    while (from < text.getLength() && !(units[from] == '|' && isDigit(units[from + 1])))
-        ++from;
-    return from;
-}
+constexpr char kWidth[] = "WIDTH=";
 
 /// Pixels of a "WIDTH=" segment, -1 for a heading.
 int widthIn(sstring const& segment)
 {
-    static sstring const kWidth("WIDTH=");
-    return segment.find(kWidth) == 0 ? guiToPixels(segment.subString(kWidth.getLength())) : -1;
-}
-
-/// A part of column codes: text from `begin` to `end`, for a column from 1, or 0 in front of all numbers.
-struct segment
-{
-    int column;
-    unsigned begin;
-    unsigned end;
-};
-
-segment readSegment(sstring const& text, unsigned at)
-{
-    unsigned short const* units = text.getUnicode();
-    segment part{0, at, at};
-    if (units[at] == '|' && isDigit(units[at + 1])) {
-        unsigned end = at + 1;
-        while (isDigit(units[end]))
-            ++end;
-        part.column = guiToNumber(text.subString(at + 1, end - at - 1));
-        part.begin = units[end] == '|' ? end + 1 : end;
-    }
-    part.end = nextCode(text, part.begin);
-    return part;
-}
-
-/// Calls `visit(column, text)` for each segment; a text in front of all numbers is column 1's.
-template <typename Visit>
-void forEachColumn(sstring const& text, Visit visit)
-{
-    for (unsigned at = 0; at < text.getLength();) {
-        segment const part = readSegment(text, at);
-        at = part.end;
-        if (part.column <= kMostColumns)
-            visit(std::max(part.column, 1), text.subString(part.begin, part.end - part.begin));
-    }
+    return segment.find(kWidth) == 0 ? guiToPixels(segment.subString(sizeof kWidth - 1)) : -1;
 }
 
 } // namespace
@@ -78,7 +32,7 @@ guiHtmlControlFlex::~guiHtmlControlFlex() { destroyWidgets(); }
 
 sstring guiHtmlControlFlex::popColumnText(int* column, sstring text, sstring& rest)
 {
-    segment const part = readSegment(text, 0);
+    guiColumnCode const part = guiReadColumnCode(text, 0);
     *column = part.column;
     rest = text.subString(part.end);
     return text.subString(part.begin, part.end - part.begin);
@@ -95,16 +49,19 @@ int guiHtmlControlFlex::getPreferredWidth()
         return 0;
     std::map<int, sstring> longest;
     std::map<int, int> widths;
-    auto note = [&](int column, sstring const& text) {
-        if (int width = widthIn(text); width >= 0)
-            widths[column] = width;
-        else if (text.getLength() > longest[column].getLength())
+    auto note = [&](int column, sstring const& text, bool) {
+        if (text.getLength() > longest[column].getLength())
             longest[column] = text;
     };
-    forEachColumn(m_columnCodes, note);
+    guiForEachColumn(m_columnCodes, m_plainHeadings, [&](int column, sstring const& text, bool isPlain) {
+        if (int const width = isPlain ? -1 : widthIn(text); width >= 0)
+            widths[column] = width;
+        else
+            note(column, text, isPlain);
+    });
     for (auto const& item : m_items)
         if (item)
-            forEachColumn(item->text, note);
+            guiForEachColumn(item->text, item->plain, note);
     for (auto const& [column, text] : longest)
         widths.try_emplace(column, textWidth(text) + kBetweenColumns);
     std::int64_t sum = kAroundText;
@@ -131,8 +88,10 @@ guiHtml& guiHtmlControlFlex::operator=(guiHtml& other)
     auto* flex = dynamic_cast<guiHtmlControlFlex*>(&other);
     if (!flex || flex == this)
         return *this;
+    destroyWidgets(); // of the rows that go
     init(flex->m_styleBits, flex->m_visibleRows, flex->m_multiple);
     m_columnCodes = flex->m_columnCodes;
+    m_plainHeadings = flex->m_plainHeadings;
     m_selectAction = flex->m_selectAction;
     m_changeAction = flex->m_changeAction;
     m_headerEnabled = flex->m_headerEnabled;
@@ -187,8 +146,8 @@ void guiHtmlControlFlex::createChildWidget()
 void guiHtmlControlFlex::createColumns()
 {
     m_listView->setColumnCount(0);
-    forEachColumn(m_columnCodes, [this](int column, sstring const& text) {
-        int const width = widthIn(text);
+    guiForEachColumn(m_columnCodes, m_plainHeadings, [this](int column, sstring const& text, bool isPlain) {
+        int const width = isPlain ? -1 : widthIn(text);
         if (width >= 0)
             setColumnWidth(column, width);
         else
@@ -225,9 +184,10 @@ void guiHtmlControlFlex::createRow(guiHtmlControlFlexEntry& entry, guiCheckListI
                        : new guiCheckListItem(nullptr, m_listView, QString(), indicator);
     if (above)
         m_listView->setRootIsDecorated(true);
-    forEachColumn(entry.text, [&](int column, sstring const& text) { setCell(entry.item, column, text); });
+    guiForEachColumn(entry.text, entry.plain,
+                     [&](int column, sstring const& text, bool) { setCell(entry.item, column, text); });
     entry.item->setOn(entry.checked > 0);
-    entry.item->setDisabled(entry.enabled == 0);
+    entry.item->setEnabled(entry.enabled > 0);
 }
 
 void guiHtmlControlFlex::bindRows()
@@ -294,47 +254,54 @@ void guiHtmlControlFlex::destroyWidgets()
     onDestroyChildWidget();
 }
 
-namespace {
-
-/// A row's columns as they are now.
-sstring codesOf(guiCheckListItem const* row, int columns)
-{
-    sstring text = qtoss(row->text(0));
-    for (int column = 2; column <= columns; ++column)
-        if (QString const cell = row->text(column - 1); !cell.isEmpty())
-            text += sformat("|%ld|", long{column}) + qtoss(cell);
-    return text;
-}
-
-/// The headings, and the widths of all columns but one that fills the list.
-sstring codesOf(guiWidgetListView const* list)
-{
-    sstring codes;
-    int const count = list->columnCount();
-    for (int column = 1; column <= count; ++column) {
-        codes += sformat("|%ld|", long{column}) + qtoss(list->headerItem()->text(column - 1));
-        if (column < count || !list->header()->stretchLastSection())
-            codes += sformat("|%ld|WIDTH=%ld", long{column}, long{list->columnWidth(column - 1)});
-    }
-    return codes;
-}
-
-} // namespace
-
 /// What the user and script did to the widget is there again when it is made anew.
 void guiHtmlControlFlex::keepStates()
 {
-    m_columnCodes = codesOf(m_listView);
+    keepColumns();
     for (auto const& entry : m_items) {
         if (!entry || !entry->item)
             continue;
-        entry->text = codesOf(entry->item, m_listView->columnCount());
+        keepTexts(*entry);
         entry->checked = entry->item->isOn();
         entry->selected = entry->item->isSelected();
-        entry->enabled = !entry->item->isDisabled();
-        entry->expanded = entry->item->isExpanded() || entry->item->childCount() == 0;
+        entry->enabled = entry->item->isEnabled();
+        entry->expanded = entry->item->isExpanded();
         entry->item = nullptr;
     }
+}
+
+/// The headings, and the widths of all columns but one that fills the list.
+void guiHtmlControlFlex::keepColumns()
+{
+    m_columnCodes = sstring();
+    m_plainHeadings.clear();
+    int const count = m_listView->columnCount();
+    for (int column = 1; column <= count; ++column) {
+        sstring const heading = qtoss(m_listView->headerItem()->text(column - 1));
+        if (guiHoldsColumnCode(heading) || heading.find(kWidth) == 0)
+            m_plainHeadings.add(column, heading);
+        else
+            m_columnCodes += guiColumnCodeOf(column, heading);
+        if (column < count || !m_listView->header()->stretchLastSection())
+            m_columnCodes += sformat("|%ld|%s%ld", long{column}, kWidth, long{m_listView->columnWidth(column - 1)});
+    }
+    m_plainHeadings.at = m_columnCodes.getLength();
+}
+
+void guiHtmlControlFlex::keepTexts(guiHtmlControlFlexEntry& entry)
+{
+    entry.text = sstring();
+    entry.plain.clear();
+    for (int column = 1; column <= m_listView->columnCount(); ++column) {
+        sstring const cell = qtoss(entry.item->text(column - 1));
+        if (guiHoldsColumnCode(cell))
+            entry.plain.add(column, cell);
+        else if (column == 1)
+            entry.text = cell;
+        else if (cell.getLength())
+            entry.text += guiColumnCodeOf(column, cell);
+    }
+    entry.plain.at = entry.text.getLength();
 }
 
 guiHtmlControlFlexEntry* guiHtmlControlFlex::findItem(istring const& value)
@@ -366,7 +333,7 @@ int guiHtmlControlFlex::isItemEnabled(sstring const& value)
     guiHtmlControlFlexEntry const* entry = findItem(value);
     if (!entry)
         return 0;
-    return entry->item ? !entry->item->isDisabled() : entry->enabled;
+    return entry->item ? entry->item->isEnabled() : entry->enabled;
 }
 
 int guiHtmlControlFlex::isItemExpanded(sstring const& value)
@@ -415,7 +382,7 @@ void guiHtmlControlFlex::setItemEnabled(sstring const& value, int on)
 {
     guiHtmlControlFlexEntry* entry = findItem(value);
     if (entry && entry->item)
-        entry->item->setDisabled(on <= 0);
+        entry->item->setEnabled(on > 0);
     else if (entry)
         entry->enabled = on > 0;
 }
@@ -431,8 +398,10 @@ void guiHtmlControlFlex::setItemExpanded(sstring const& value, int on)
 
 void guiHtmlControlFlex::scrollToTop()
 {
-    if (m_listView)
-        m_listView->scrollToTop();
+    if (!m_listView)
+        return;
+    m_listView->scrollToTop();
+    m_listView->horizontalScrollBar()->setValue(m_listView->horizontalScrollBar()->minimum());
 }
 
 void guiHtmlControlFlex::addItem(sstring const& value, sstring const& text, sstring const& parent,
@@ -463,10 +432,27 @@ void guiHtmlControlFlex::removeItem(sstring const& value)
     if (found == m_items.end())
         return;
     std::unique_ptr<guiHtmlControlFlexEntry> const gone = std::move(*found);
-    if (!gone->item)
-        return;
-    moveUp(gone->item);
-    delete gone->item;
+    if (gone->item)
+        takeOut(gone->item);
+}
+
+/// What else is selected stays so. Script hears of a row that was selected when the list is whole again: its handler
+/// may change the list once more.
+void guiHtmlControlFlex::takeOut(guiCheckListItem* row)
+{
+    bool const wasSelected = row->isSelected();
+    QList<QTreeWidgetItem*> const selected = m_listView->selectedItems();
+    auto const mode = m_listView->selectionMode();
+    m_listView->owner = nullptr;
+    m_listView->setSelectionMode(QAbstractItemView::MultiSelection); // else the row's neighbour would be selected
+    moveUp(row);
+    for (QTreeWidgetItem* each : selected)
+        each->setSelected(each != row);
+    delete row;
+    m_listView->setSelectionMode(mode);
+    m_listView->owner = this;
+    if (wasSelected)
+        onSelect();
 }
 
 /// The rows under one that goes belong to no row then, so that they lie at the top level.
@@ -489,12 +475,14 @@ void guiHtmlControlFlex::setHeaderEnabled(int enabled)
 
 void guiHtmlControlFlex::setColumnWidth(int column, int width)
 {
+    if (column < 1)
+        return;
     if (!m_listView) {
-        m_columnCodes += sformat("|%ld|WIDTH=%ld", long{column}, long{width});
+        m_columnCodes += sformat("|%ld|%s%ld", long{column}, kWidth, long{width});
         return;
     }
     int const count = m_listView->columnCount();
-    if (column < 1 || column > count)
+    if (column > count)
         return;
     m_widths.insert(column);
     if (column == count)
@@ -504,12 +492,12 @@ void guiHtmlControlFlex::setColumnWidth(int column, int width)
 
 void guiHtmlControlFlex::setColumnText(int column, sstring const& text)
 {
-    if (!m_listView) {
-        m_columnCodes += sformat("|%ld|", long{column}) + text;
-        return;
-    }
     if (column < 1 || column > kMostColumns)
         return;
+    if (!m_listView) {
+        m_columnCodes += guiColumnCodeOf(column, text);
+        return;
+    }
     addColumns(column);
     m_listView->headerItem()->setText(column - 1, sstoq(text));
 }
@@ -517,10 +505,10 @@ void guiHtmlControlFlex::setColumnText(int column, sstring const& text)
 void guiHtmlControlFlex::setItemText(sstring const& value, int column, sstring const& text)
 {
     guiHtmlControlFlexEntry* entry = findItem(value);
-    if (!entry)
+    if (!entry || column < 1 || column > kMostColumns)
         return;
-    if (!entry->item)
-        entry->text += sformat("|%ld|", long{column}) + text;
-    else if (column >= 1 && column <= kMostColumns)
+    if (entry->item)
         setCell(entry->item, column, text);
+    else
+        entry->text += guiColumnCodeOf(column, text);
 }

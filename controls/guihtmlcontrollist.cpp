@@ -19,6 +19,7 @@ guiHtml& guiHtmlControlList::operator=(guiHtml& other)
     auto* list = dynamic_cast<guiHtmlControlList*>(&other);
     if (!list || list == this)
         return *this;
+    destroyWidgets(); // of the entries that go
     init(list->m_visibleRows, list->m_multiple, list->m_editable);
     m_entries.clear();
     for (auto const& entry : list->m_entries)
@@ -141,9 +142,20 @@ void guiHtmlControlList::insertRow(int row, QString const& text)
 void guiHtmlControlList::removeRow(int row)
 {
     if (m_listBox)
-        delete m_listBox->takeItem(row);
+        removeListRow(row);
     else if (m_comboBox && row < m_comboBox->count())
         m_comboBox->removeItem(row);
+}
+
+/// Script hears of a row that was selected when the list is whole again: its handler may change the list once more.
+void guiHtmlControlList::removeListRow(int row)
+{
+    bool const wasSelected = isRowSelected(row);
+    m_listBox->owner = nullptr;
+    delete m_listBox->takeItem(row);
+    m_listBox->owner = this;
+    if (wasSelected)
+        onChange();
 }
 
 void guiHtmlControlList::selectRow(int row, bool on)
@@ -155,8 +167,8 @@ void guiHtmlControlList::selectRow(int row, bool on)
         return;
     if (on)
         m_listBox->setCurrentItem(item, QItemSelectionModel::NoUpdate);
-    item->setSelected(on);
     m_listBox->scrollToItem(item, QAbstractItemView::PositionAtCenter);
+    item->setSelected(on); // last: script hears of it, and may remove the row or the whole page
 }
 
 sstring guiHtmlControlList::getDefaultSelection() const

@@ -83,6 +83,7 @@ private:
     void selectRow(int row, bool on);
     void insertRow(int row, QString const& text);
     void removeRow(int row);
+    void removeListRow(int row);
     void createComboBox();
     void createListBox();
     void insertEntries();

@@ -34,8 +34,11 @@ guiHtmlControlMenu::items_t copyItems(guiHtmlControlMenu::items_t const& items)
 guiHtml& guiHtmlControlMenu::operator=(guiHtml& other)
 {
     guiHtmlControl::operator=(other);
-    if (auto* menu = dynamic_cast<guiHtmlControlMenu*>(&other))
-        m_items = copyItems(menu->m_items);
+    auto* menu = dynamic_cast<guiHtmlControlMenu*>(&other);
+    if (!menu || menu == this)
+        return *this;
+    destroyWidgets(); // of the items that go
+    m_items = copyItems(menu->m_items);
     return *this;
 }
 

@@ -51,6 +51,12 @@ bool guiCheckListItem::isOn() const { return data(0, Qt::CheckStateRole).toInt()
 
 void guiCheckListItem::setOn(bool on) { setData(0, Qt::CheckStateRole, on ? Qt::Checked : Qt::Unchecked); }
 
+void guiCheckListItem::setEnabled(bool enabled)
+{
+    m_isEnabled = enabled;
+    setDisabled(!enabled);
+}
+
 void guiCheckListItem::setData(int column, int role, QVariant const& value)
 {
     if (role != Qt::CheckStateRole) {

@@ -31,6 +31,9 @@ public:
     bool isOn() const;
     /// Nothing for a row without an indicator.
     void setOn(bool on);
+    /// What was set for the row itself. The toolkit also greys the rows under a disabled one; they are still enabled.
+    bool isEnabled() const { return m_isEnabled; }
+    void setEnabled(bool enabled);
 
     void setData(int column, int role, QVariant const& value) override;
     /// Called once for each change of the state, whoever made it: unchecks the other radio row of the group, then tells
@@ -44,5 +47,6 @@ private:
     guiCheckListItem* otherOn() const;
 
     Indicator m_indicator;
+    bool m_isEnabled = true;
     bool* m_isGone = nullptr; // set to true by the destructor
 };

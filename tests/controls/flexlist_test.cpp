@@ -5,6 +5,8 @@
 #include "tests/controls/shownpage.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
+#include <functional>
 
 namespace {
 
@@ -43,6 +45,57 @@ TEST(ColumnCodes, AreTakenOffOneByOne)
     EXPECT_EQ(pop("|2|"), "/2/");
     EXPECT_EQ(pop(""), "/0/");
     EXPECT_EQ(pop("|99999999999|x"), "x/2147483647/");
+}
+
+TEST(ColumnCodes, NumberNoColumnZero)
+{
+    Flex page;
+    page.flex().addItem("z", "Zero|0|none", "", kFlexPlain);
+    EXPECT_EQ(page.cell("z", 0), "Zero");
+    page.flex().destroyChildWidget();
+    page.flex().setColumnText(1, "Name");
+    for (int column : {0, -1}) {
+        page.flex().setColumnText(column, "nowhere");
+        page.flex().setColumnWidth(column, 11);
+        page.flex().setItemText("z", column, "nowhere");
+    }
+    page.layOut();
+    EXPECT_EQ(page.heading(0), "Name");
+    EXPECT_EQ(page.cell("z", 0), "Zero");
+    EXPECT_EQ(page.view()->columnCount(), 2);
+}
+
+TEST(ColumnCodes, AreNotReadInTextsThatWereSetInAListThatStands)
+{
+    Flex page;
+    page.flex().setItemText("a", 1, "1|2|3");
+    page.flex().setItemText("a", 2, "x|4");
+    page.flex().setItemText("b", 2, "|3|y");
+    page.flex().setItemText("c", 1, "WIDTH=9");
+    page.flex().setColumnText(1, "a|1|b");
+    page.flex().setColumnText(2, "WIDTH=300");
+    int const columns = page.view()->columnCount();
+    for (int round = 0; round < 2; ++round) {
+        page.flex().destroyChildWidget();
+        page.layOut();
+        EXPECT_EQ(page.view()->columnCount(), columns);
+        EXPECT_EQ(page.cell("a", 0), "1|2|3");
+        EXPECT_EQ(page.cell("a", 1), "x|4");
+        EXPECT_EQ(page.cell("b", 0), "Beta");
+        EXPECT_EQ(page.cell("b", 1), "|3|y");
+        EXPECT_EQ(page.cell("c", 0), "WIDTH=9");
+        EXPECT_EQ(page.heading(0), "a|1|b");
+        EXPECT_EQ(page.heading(1), "WIDTH=300");
+    }
+    page.flex().destroyChildWidget();
+    page.flex().setItemText("a", 1, "later");
+    page.flex().setColumnText(2, "Later");
+    std::unique_ptr<guiHtml> copy(page.flex().Clone(nullptr));
+    page.layOut();
+    EXPECT_EQ(page.cell("a", 0), "later");
+    EXPECT_EQ(page.cell("a", 1), "x|4");
+    EXPECT_EQ(page.heading(0) + page.heading(1), "a|1|bLater");
+    EXPECT_EQ(dynamic_cast<guiHtmlControlFlex&>(*copy).getItem(0)->plain.texts.size(), 2u);
 }
 
 TEST(FlexRows, StandInTheirColumnsAndUnderTheirParents)
@@ -107,6 +160,64 @@ TEST(FlexRows, KeepTheirStatesWhileThereIsNoWidget)
     EXPECT_EQ(page.heading(1), "Number");
 }
 
+TEST(FlexRows, UnderADisabledOneAreNotDisabledThemselves)
+{
+    Flex page;
+    page.flex().setItemEnabled("a", 0);
+    EXPECT_EQ(page.flex().isItemEnabled("a"), 0);
+    EXPECT_EQ(page.flex().isItemEnabled("b"), 1);
+    page.flex().destroyChildWidget();
+    EXPECT_EQ(page.flex().isItemEnabled("b"), 1);
+    page.layOut();
+    EXPECT_EQ(page.flex().isItemEnabled("a"), 0);
+    page.flex().setItemEnabled("b", 0);
+    page.flex().setItemEnabled("a", 1);
+    EXPECT_EQ(page.flex().isItemEnabled("b"), 0);
+    EXPECT_TRUE(page.flex().findItem("b")->item->isDisabled());
+    EXPECT_FALSE(page.flex().findItem("a")->item->isDisabled());
+}
+
+TEST(FlexRows, WithoutRowsUnderThemAreExpandedAsWasSet)
+{
+    Flex page;
+    EXPECT_EQ(page.flex().isItemExpanded("d"), 0);
+    EXPECT_EQ(page.flex().isItemExpanded("c"), 1);
+    page.flex().setItemExpanded("c", 0);
+    page.flex().setItemExpanded("d", 1);
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(page.flex().isItemExpanded("c"), 0) << round;
+        EXPECT_EQ(page.flex().isItemExpanded("d"), 1) << round;
+        page.flex().destroyChildWidget();
+        EXPECT_EQ(page.flex().isItemExpanded("c"), 0) << round;
+        EXPECT_EQ(page.flex().isItemExpanded("d"), 1) << round;
+        page.layOut();
+    }
+}
+
+TEST(FlexRows, OfOneValueAreWorkedOnByTheFirst)
+{
+    ShownPage page("<object classid=checklist name=f><option value=x>One<option value=X>Two"
+                   "<option value=child parent=X>Child</object>");
+    auto& flex = page.control<guiHtmlControlFlex>("f");
+    flex.setItemChecked("X", 1);
+    EXPECT_TRUE(flex.getItem(0)->item->isOn());
+    EXPECT_FALSE(flex.getItem(1)->item->isOn());
+    EXPECT_EQ(flex.getItem(2)->item->parent(), flex.getItem(0)->item);
+    flex.removeItem("x");
+    EXPECT_EQ(flex.getItem(0), nullptr);
+    ASSERT_NE(flex.getItem(1), nullptr);
+    EXPECT_EQ(flex.isItemChecked("x"), 0);
+}
+
+TEST(FlexRows, BeforeTheirParentsLieAtTheTopLevel)
+{
+    ShownPage page("<object classid=treeview name=f><option value=child parent=p>Child<option value=p parent=p>Parent"
+                   "</object>");
+    auto& flex = page.control<guiHtmlControlFlex>("f");
+    EXPECT_EQ(flex.findItem("child")->item->parent(), nullptr);
+    EXPECT_EQ(flex.findItem("p")->item->parent(), nullptr);
+}
+
 TEST(FlexRows, AreAddedIntoHolesAndRemoved)
 {
     Flex page;
@@ -133,6 +244,25 @@ TEST(FlexRows, WhoseParentIsRemovedLieAtTheTopLevel)
     page.layOut();
     page.flex().removeItem("b");
     EXPECT_EQ(page.view()->topLevelItemCount(), 2);
+}
+
+TEST(FlexRows, RemovedWhileSelectedLeaveNothingSelected)
+{
+    Flex page;
+    page.flex().setItemSelected("a", 1);
+    page.flex().removeItem("a");
+    EXPECT_TRUE(page.view()->selectedItems().isEmpty());
+    EXPECT_EQ(page.view()->selectionMode(), QAbstractItemView::SingleSelection);
+}
+
+TEST(FlexRows, StaySelectedWhenAnotherIsRemoved)
+{
+    Flex page;
+    page.flex().setItemSelected("b", 1);
+    page.flex().removeItem("a"); // b moves up
+    EXPECT_EQ(page.flex().isItemSelected("b"), 1);
+    page.flex().removeItem("c");
+    EXPECT_EQ(page.flex().isItemSelected("b"), 1);
 }
 
 TEST(FlexRows, AreSelectedOneAtATimeUnlessMultipleIsAskedFor)
@@ -225,6 +355,32 @@ TEST(FlexHeader, IsHiddenInCheckListsAndTreeViews)
     EXPECT_TRUE(page.view()->isHeaderHidden());
 }
 
+TEST(FlexHeader, OfACheckListIsShownOnceScriptAsksForIt)
+{
+    Flex page("checklist");
+    page.flex().setHeaderEnabled(1);
+    EXPECT_FALSE(page.view()->isHeaderHidden());
+}
+
+TEST(FlexScrolling, ToTheTopIsToTheLeftAsWell)
+{
+    std::string text = "<object classid=listview name=f width=80 height=60>";
+    for (int i = 0; i < 50; ++i)
+        text += "<option value=v" + std::to_string(i) + " text1='A row far wider than the list' text2=x>";
+    ShownPage page((text + "</object>").c_str());
+    auto* view = page.widget<guiWidgetListView>("f");
+    page.control<guiHtmlControlFlex>("f").setColumnWidth(1, 900);
+    page.window.widget->show();
+    QCoreApplication::processEvents();
+    view->verticalScrollBar()->setValue(20);
+    view->horizontalScrollBar()->setValue(30);
+    ASSERT_GT(view->verticalScrollBar()->value(), 0);
+    ASSERT_GT(view->horizontalScrollBar()->value(), 0);
+    page.control<guiHtmlControlFlex>("f").scrollToTop();
+    EXPECT_EQ(view->verticalScrollBar()->value(), 0);
+    EXPECT_EQ(view->horizontalScrollBar()->value(), 0);
+}
+
 TEST(FlexSizes, ComeFromTheVisibleRowsAndTheTexts)
 {
     ShownPage page("<object classid=treeview name=f size=4><option value=a>Some text</option></object>");
@@ -252,6 +408,50 @@ TEST(FlexEvents, AreFiredByScriptLikeByTheUserAndNotByShowingTheList)
     flex->setChangeAction("");
     flex->setItemChecked("a", 1);
     EXPECT_EQ(flex->links.size(), 2u);
+}
+
+namespace {
+
+/// A list whose selection handler works on the list.
+class Busy : public guiHtmlControlFlex
+{
+public:
+    using guiHtmlControlFlex::operator=;
+    void onSelect() override
+    {
+        ++calls;
+        if (work)
+            work();
+    }
+    int calls = 0;
+    std::function<void()> work;
+};
+
+} // namespace
+
+TEST(FlexEvents, AHandlerMayRemoveAndAddRowsWhileOneIsRemoved)
+{
+    PageWindow window;
+    window.widget->resize(200, 200);
+    auto* flex = window.place(new Busy, {});
+    for (char const* value : {"a", "b", "c"})
+        flex->addItem(value, "", "", kFlexPlain);
+    flex->addItem("under", "", "a", kFlexPlain);
+    window.root.updateLayout(1);
+    flex->setItemSelected("a", 1);
+    ASSERT_EQ(flex->calls, 1);
+    flex->work = [flex] {
+        flex->removeItem("under");
+        flex->removeItem("b");
+        flex->addItem("new", "", "", kFlexPlain);
+    };
+    flex->removeItem("a");
+    EXPECT_EQ(flex->calls, 2);
+    EXPECT_EQ(flex->findItem("under"), nullptr);
+    auto* view = dynamic_cast<guiWidgetListView*>(flex->getChildWidget());
+    EXPECT_EQ(view->topLevelItemCount(), 2);
+    flex->removeItem("c"); // not selected: nobody hears
+    EXPECT_EQ(flex->calls, 2);
 }
 
 TEST(FlexEvents, ListOfThousandsOfNestedRowsIsBuiltAtOnce)

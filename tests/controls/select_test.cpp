@@ -5,6 +5,7 @@
 #include "tests/controls/shownpage.h"
 
 #include <QAbstractItemView>
+#include <functional>
 
 namespace {
 
@@ -156,6 +157,93 @@ TEST(Selecting, FollowsItsLinkWhenTheUserChooses)
     list.setAction("event://picked");
     list.onChange();
     EXPECT_EQ(list.links, std::vector<std::string>{"event://picked"});
+}
+
+namespace {
+
+/// A list whose handler works on the list.
+class Busy : public guiHtmlControlList
+{
+public:
+    using guiHtmlControlList::operator=;
+    void onChange() override
+    {
+        ++calls;
+        if (auto const now = std::exchange(work, nullptr))
+            now();
+    }
+    int calls = 0;
+    std::function<void()> work;
+};
+
+struct BusyPage : PageWindow
+{
+    BusyPage()
+    {
+        widget->resize(200, 200);
+        list = place(new Busy, {});
+        list->init(3, false, false);
+        for (char const* value : {"a", "b", "c"})
+            list->appendEntry(value, "", false);
+        root.updateLayout(1);
+    }
+    QListWidget& box() { return dynamic_cast<QListWidget&>(*list->getChildWidget()); }
+    Busy* list;
+};
+
+} // namespace
+
+TEST(Selecting, AHandlerMayChangeTheListThatItHearsOf)
+{
+    BusyPage page;
+    page.list->work = [&page] {
+        page.list->removeItem("a");
+        page.list->addItem("d", "");
+    };
+    page.list->setSelected("b", 1);
+    EXPECT_EQ(page.box().count(), 3);
+    page.list->work = [&page] { page.list->removeItem("e"); };
+    page.list->addItem("e", "");
+    EXPECT_EQ(page.box().count(), 3);
+    page.list->setSelected("d", 1);
+    int const calls = page.list->calls;
+    page.list->work = [&page] { page.list->addItem("f", ""); };
+    page.list->removeItem("d");
+    EXPECT_GE(page.list->calls, calls + 1);
+    EXPECT_EQ(page.box().count(), 3);
+}
+
+TEST(Selecting, AHandlerMayRemoveThePageThatTheListIsOn)
+{
+    for (char const* what : {"add", "select", "remove"}) {
+        BusyPage page;
+        page.list->setSelected("a", 1);
+        page.list->work = [&page] { page.root.setText("gone", ""); };
+        if (std::string(what) == "add")
+            page.list->addItem("d", "");
+        else if (std::string(what) == "select")
+            page.list->setSelected("b", 1);
+        else
+            page.list->removeItem("a");
+        EXPECT_EQ(page.root.getChildCount(), 1u) << what;
+    }
+}
+
+TEST(Selecting, OfOneValueSeveralOptionsAreSelectedAndRemoved)
+{
+    ShownPage page("<select name=s size=4 multiple><option value=x>One<option value=X>Two<option value=y>Three</select>"
+                   "<select name=c><option value=x>One<option value=X>Two<option value=y selected>Three</select>");
+    auto& list = page.control<guiHtmlControlList>("s");
+    list.setSelected("x", 1);
+    auto* box = page.widget<guiWidgetListBox>("s");
+    EXPECT_TRUE(box->item(0)->isSelected() && box->item(1)->isSelected() && !box->item(2)->isSelected());
+    list.removeItem("X"); // the rows close up in between, so the second one taken out is the third
+    EXPECT_EQ(list.getEntry(0), nullptr);
+    EXPECT_EQ(list.getEntry(1), nullptr);
+    ASSERT_EQ(box->count(), 1);
+    EXPECT_EQ(box->item(0)->text(), "Two");
+    page.control<guiHtmlControlList>("c").setSelected("X", 1);
+    EXPECT_EQ(page.widget<guiWidgetComboBox>("c")->currentIndex(), 1); // the last one stays
 }
 
 TEST(Selecting, ShowingTheListIsNobodysChoice)

@@ -1,0 +1,38 @@
+// controls/guicolumncodes.cpp: see guicolumncodes.h.
+#include "controls/guicolumncodes.h"
+
+#include "page/guinumbers.h"
+
+namespace {
+
+bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
+
+/// Where the next "|" in front of a digit is, the length when there is none.
+unsigned nextCode(sstring const& text, unsigned from)
+{
+    unsigned short const* units = text.getUnicode();
+    while (from < text.getLength() && !(units[from] == '|' && isDigit(units[from + 1])))
+        ++from;
+    return from;
+}
+
+} // namespace
+
+guiColumnCode guiReadColumnCode(sstring const& codes, unsigned at)
+{
+    unsigned short const* units = codes.getUnicode();
+    guiColumnCode part{0, at, at};
+    if (units[at] == '|' && isDigit(units[at + 1])) {
+        unsigned end = at + 1;
+        while (isDigit(units[end]))
+            ++end;
+        part.column = guiToNumber(codes.subString(at + 1, end - at - 1));
+        part.begin = units[end] == '|' ? end + 1 : end;
+    }
+    part.end = nextCode(codes, part.begin);
+    return part;
+}
+
+bool guiHoldsColumnCode(sstring const& text) { return nextCode(text, 0) < text.getLength(); }
+
+sstring guiColumnCodeOf(int column, sstring const& text) { return sformat("|%ld|", long{column}) + text; }
