@@ -111,8 +111,8 @@ void guiHtmlControlMenu::insertItem(QWidget* menu, guiHtmlControlMenuItem& item)
 {
     item.id = m_nextId++;
     m_byId[item.id] = &item;
-    item.action = item.children.empty() ? createEntry(menu, item) : createPopupMenu(item)->menuAction();
-    item.action->setText(sstoq(item.text));
+    item.action = item.children.empty() ? createEntry(menu) : createPopupMenu(item)->menuAction();
+    showText(item);
     item.action->setData(item.id);
     item.action->setCheckable(item.checkable || item.checked);
     item.action->setChecked(item.checked != 0);
@@ -120,12 +120,17 @@ void guiHtmlControlMenu::insertItem(QWidget* menu, guiHtmlControlMenuItem& item)
     menu->addAction(item.action);
 }
 
+void guiHtmlControlMenu::showText(guiHtmlControlMenuItem const& item)
+{
+    item.action->setSeparator(item.isSeparator());
+    item.action->setText(item.isSeparator() ? QString() : sstoq(item.text)); // a line with a text shows that, too
+}
+
 // The toolkit would check or uncheck an entry that is chosen; here that is for the page's handler to decide. This is
 // connected before the menu is, so that the mark is right when the handler looks.
-QAction* guiHtmlControlMenu::createEntry(QWidget* menu, guiHtmlControlMenuItem const& item)
+QAction* guiHtmlControlMenu::createEntry(QWidget* menu)
 {
     auto* action = new QAction(menu);
-    action->setSeparator(item.text == "-");
     QObject::connect(action, &QAction::triggered, action, [action](bool checked) { action->setChecked(!checked); });
     return action;
 }
@@ -223,12 +228,12 @@ void guiHtmlControlMenu::setItemText(sstring const& name, sstring const& text)
         return;
     item->text = text;
     if (item->action)
-        item->action->setText(sstoq(text));
+        showText(*item);
 }
 
 void guiHtmlControlMenu::activate(guiHtmlControlMenuItem const* item)
 {
-    guiHtmlBase* base = item ? getBaseHtml() : nullptr;
+    guiHtmlBase* base = item && !item->isSeparator() ? getBaseHtml() : nullptr;
     if (!base)
         return;
     sstring const address = sformat("event://%s/", "eMenu") + item->name;

@@ -15,7 +15,7 @@ class QAction;
 struct guiHtmlControlMenuItem
 {
     sstring name; ///< the item's key
-    sstring text; ///< what is shown; "-" is a separator
+    sstring text; ///< what is shown; "-" of an item without a sub-menu is a separator
     int checkable = 0;
     int checked = 0;
     int enabled = 1;
@@ -24,6 +24,8 @@ struct guiHtmlControlMenuItem
     guiWidgetPopupMenu* popup = nullptr; ///< the sub-menu while the menu bar exists; owned
     QAction* action = nullptr;           ///< the entry in the menu that holds the item; not owned
 
+    /// A line between the items around it, which nobody can choose.
+    bool isSeparator() const { return children.empty() && text == "-"; }
     /// Whether any direct child has a check mark.
     bool AreChildrenCheckable() const;
     /// Deletes the pop-ups of the children, then its own.
@@ -62,7 +64,8 @@ public:
     void setItemChecked(sstring const& name, int on);
     void setItemEnabled(sstring const& name, int on);
     void setItemText(sstring const& name, sstring const& text);
-    /// As if the user had chosen the item: the page event "eMenu" with its name. Nothing for a name that is none.
+    /// As if the user had chosen the item: the page event "eMenu" with its name. Nothing for a name that is none, or a
+    /// separator's.
     void activateItem(sstring name);
     /// The user chose the item that has this id while the menu bar exists.
     virtual void activateItem(int id);
@@ -77,7 +80,8 @@ protected:
 private:
     void fillMenu(QWidget* menu, items_t const& items);
     void insertItem(QWidget* menu, guiHtmlControlMenuItem& item);
-    QAction* createEntry(QWidget* menu, guiHtmlControlMenuItem const& item);
+    QAction* createEntry(QWidget* menu);
+    void showText(guiHtmlControlMenuItem const& item);
     guiWidgetPopupMenu* createPopupMenu(guiHtmlControlMenuItem& item);
     void activate(guiHtmlControlMenuItem const* item);
     void placeMenuBar();

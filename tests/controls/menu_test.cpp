@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QKeyEvent>
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -33,8 +34,11 @@ public:
     int onEvent(sstring name, ScriptObject*) override
     {
         events.push_back(name.c_str());
+        if (work)
+            work();
         return 1;
     }
+    std::function<void()> work;
     std::vector<std::string> events;
 };
 
@@ -188,4 +192,97 @@ TEST(MenuItems, AreNotCheckedByBeingChosen)
     EXPECT_TRUE(page.action("bold")->isChecked());
     page.action("it")->trigger();
     EXPECT_FALSE(page.action("it")->isChecked());
+}
+
+TEST(MenuItems, ThatAreSeparatorsAreBareLinesAndNeverChosen)
+{
+    EventRoot root;
+    root.createWidget(0);
+    ASSERT_EQ(root.setText(kPage, ""), 1);
+    auto& menu = dynamic_cast<guiHtmlControlMenu&>(*root.getNamed("m"));
+    guiHtmlControlMenuItem& line = *menu.findItem("line");
+    EXPECT_EQ(line.action->text(), "");
+    menu.activateItem(sstring("line"));
+    menu.activateItem(line.id);
+    EXPECT_TRUE(root.events.empty());
+    menu.setItemText("line", "Close");
+    EXPECT_FALSE(line.action->isSeparator());
+    EXPECT_EQ(line.action->text(), "Close");
+    menu.activateItem(sstring("line"));
+    EXPECT_EQ(root.events, std::vector<std::string>{"event://eMenu/line"});
+    menu.setItemText("open", "-");
+    EXPECT_TRUE(menu.findItem("open")->action->isSeparator());
+    menu.setItemText("file", "-"); // has a sub-menu
+    EXPECT_FALSE(menu.findItem("file")->action->isSeparator());
+}
+
+TEST(MenuItems, AreChosenByScriptEvenWhenTheyAreDisabled)
+{
+    EventRoot root;
+    root.createWidget(0);
+    ASSERT_EQ(root.setText(kPage, ""), 1);
+    auto& menu = dynamic_cast<guiHtmlControlMenu&>(*root.getNamed("m"));
+    menu.activateItem(sstring("off"));
+    EXPECT_EQ(root.events, std::vector<std::string>{"event://eMenu/off"});
+    menu.findItem("off")->action->trigger(); // as the user, who can not
+    EXPECT_EQ(root.events.size(), 1u);
+}
+
+TEST(MenuItems, MayEndTheirPageWhenTheyAreChosen)
+{
+    EventRoot root;
+    root.createWidget(0);
+    root.work = [&root] { root.setText("gone", ""); };
+    ASSERT_EQ(root.setText(kPage, ""), 1);
+    auto& menu = dynamic_cast<guiHtmlControlMenu&>(*root.getNamed("m"));
+    choose(*menu.getMenuBar(), *menu.findItem("file"), "open");
+    EXPECT_EQ(root.events, std::vector<std::string>{"event://eMenu/open"});
+    EXPECT_EQ(root.getNamed("m"), nullptr);
+    EXPECT_EQ(root.getMenuBar(), nullptr);
+    root.destroyWidget();
+    PageWindow::settle();
+}
+
+TEST(MenuItems, InDeepSubMenusAreReached)
+{
+    constexpr int kDeep = 200;
+    std::string text = "<object classid=menu name=m>";
+    for (int i = 0; i < kDeep; ++i)
+        text += "<menu name=m" + std::to_string(i) + " value=Sub>";
+    text += "<param name=last value=Last unchecked>";
+    for (int i = 0; i < kDeep; ++i)
+        text += "</menu>";
+    ShownPage page((text + "</object>").c_str());
+    auto& menu = page.control<guiHtmlControlMenu>("m");
+    menu.setItemChecked("LAST", 1);
+    EXPECT_TRUE(menu.findItem("last")->action->isChecked());
+    EXPECT_EQ(menu.findItem("last")->id, kDeep + 1);
+    menu.destroyChildWidget();
+    EXPECT_EQ(menu.isItemChecked("last"), 1);
+}
+
+TEST(MenuItems, GetNewIdsWhenTheMenuIsBuiltAgain)
+{
+    Menu page;
+    EXPECT_EQ(page.menu().findItem("file")->id, 1);
+    page.menu().destroyChildWidget();
+    page.layOut();
+    EXPECT_EQ(page.menu().findItem("file")->id, 11);
+}
+
+TEST(MenuCopies, HaveTheItemsAndTheirStatesAndNoWidget)
+{
+    Menu page;
+    std::unique_ptr<guiHtml> clone(page.menu().Clone(nullptr));
+    auto& copy = dynamic_cast<guiHtmlControlMenu&>(*clone);
+    EXPECT_EQ(copy.getMenuBar(), nullptr);
+    EXPECT_EQ(copy.isItemChecked("bold"), 1);
+    EXPECT_EQ(copy.isItemEnabled("off"), 0);
+    EXPECT_EQ(copy.getItems().size(), 3u);
+    guiHtmlControlMenu other;
+    guiHtmlControlMenu& menu = page.menu();
+    menu = static_cast<guiHtml&>(other); // nothing of the bar may stay: its entries belonged to the items that are gone
+    EXPECT_EQ(menu.getMenuBar(), nullptr);
+    EXPECT_EQ(menu.findItem("file"), nullptr);
+    menu.activateItem(1);
 }
