@@ -245,8 +245,8 @@ public:
     guiHtml* getParent() const { return m.parent; }
     void setParent(guiHtml* parent);
     unsigned getChildCount() const { return m.children.size(); }
-    /// The raw entry, a marker or a node (guiChildList::isNode).
-    guiHtml* getChild(unsigned index) const { return m.children[index]; }
+    /// The raw entry, a marker or a node (guiChildList::isNode); null past the end.
+    guiHtml* getChild(unsigned index) const { return index < getChildCount() ? m.children[index] : nullptr; }
     /// The last entry that is a node, null when there is none.
     guiHtml* getLastChild() const;
     /// Takes the node over as the last child and becomes its parent. Returns it.

@@ -62,11 +62,13 @@ char const* markerText(guiMarker marker)
     }
 }
 
+std::string indent(unsigned blanks) { return std::string(blanks, ' '); }
+
 /// Collects lines, each with the blanks of one indentation in front.
 class dumpWriter
 {
 public:
-    explicit dumpWriter(unsigned indent) : m_blanks(indent, ' ') {}
+    explicit dumpWriter(unsigned blanks) : m_blanks(indent(blanks)) {}
     void line(sstring const& text)
     {
         m_out += m_blanks.c_str();

@@ -118,14 +118,39 @@ void writeCode(guiRunText& text, char const* opening, sstring const& code)
     text += "]]";
 }
 
+// A line break has no end, also when an attribute asked for it.
+void writeClosingCode(guiRunText& text, sstring const& code)
+{
+    if (code != sstring("br"))
+        writeCode(text, "[[/", code);
+}
+
+/// A link as it can stand in a code: brackets that would end the code, or begin another one, are written as percent
+/// codes, which following the link decodes.
+sstring linkCode(sstring const& link)
+{
+    if (link.find('[') == sstring::npos && link.find(']') == sstring::npos)
+        return link;
+    QString code;
+    QString const plain = sstoq(link);
+    for (qsizetype i = 0; i < plain.size(); ++i) {
+        QChar const next = i + 1 < plain.size() ? plain[i + 1] : QChar(u']');
+        bool const isBracket = plain[i] == u'[' || plain[i] == u']';
+        if (isBracket && next == plain[i])
+            code += plain[i] == u'[' ? "%5B" : "%5D";
+        else
+            code += plain[i];
+    }
+    return qtoss(code);
+}
+
 } // namespace
 
 void guiHtmlParser::pullFormattingTag(guiHtml* parent, mlSection* section)
 {
     formatting codes = readFormatting(section);
-    bool isBreak = section->isNamed("br");
     bool isFont = section->isNamed("font");
-    if (isBreak)
+    if (section->isNamed("br"))
         m_suppressSpace = true;
     sstring outerFont;
     if (isFont) {
@@ -140,9 +165,9 @@ void guiHtmlParser::pullFormattingTag(guiHtml* parent, mlSection* section)
         writeCode(run->editText(), "[[", codes.font);
     }
     pullContent(parent, section);
-    if (run && !isBreak && getLastIfText(parent) == run) {
-        writeCode(run->editText(), "[[/", codes.font);
-        writeCode(run->editText(), "[[/", codes.style);
+    if (run && getLastIfText(parent) == run) {
+        writeClosingCode(run->editText(), codes.font);
+        writeClosingCode(run->editText(), codes.style);
     }
     if (isFont)
         m_fontCode = outerFont;
@@ -161,6 +186,7 @@ void guiHtmlParser::pullHyperlink(guiHtml* parent, mlSection* section)
     sstring target = pullAttr(section, "target");
     if (target.getLength())
         m_link = "{" + target + "}" + m_link;
+    m_link = linkCode(m_link);
     openLink(parent);
     pullContent(parent, section);
     sstring bookmark = pullAttr(section, "name");

@@ -143,7 +143,10 @@ struct tabStop
     int tabIndex;
 };
 
-void findWidgets(guiHtml* node, std::vector<tabStop>& stops)
+/// In document order, until updateTabOrder() sorts it.
+using TabOrderList = std::vector<tabStop>;
+
+void findWidgets(guiHtml* node, TabOrderList& stops)
 {
     if (QWidget* widget = node->getChildWidget())
         stops.push_back({widget, node->getTabIndex()});
@@ -158,7 +161,7 @@ void guiHtml::updateTabOrder()
     if (!m.tabOrderDirty)
         return;
     m.tabOrderDirty = 0;
-    std::vector<tabStop> stops;
+    TabOrderList stops;
     findWidgets(this, stops);
     if (stops.empty())
         return;

@@ -121,6 +121,34 @@ TEST(PageFormatting, FontWritesColourFaceAndSize)
               "'[[#102030]][[Arial,36]]x[[/Arial,36]][[/#102030]]'");
     EXPECT_EQ(outlineOf("a<font>x</font>"), "'ax'");
 }
+TEST(PageFormatting, ALineBreakIsNeverClosedWhoeverWritesItsCode)
+{
+    EXPECT_EQ(outlineOf("a<font face=br>x</font>y"), "'a[[br]]xy'");
+    EXPECT_EQ(outlineOf("a<font color=br face=Arial>x</font>y"), "'a[[br]][[Arial]]x[[/Arial]]y'");
+    EXPECT_EQ(outlineOf("a<font face=br size=3>x</font>y"), "'a[[br,12]]x[[/br,12]]y'");
+}
+TEST(PageFormatting, AnAttributeWithoutAValueIsOne)
+{
+    EXPECT_EQ(outlineOf("<font size>x</font>"), "'[[,8]]x[[/,8]]'");
+    EXPECT_EQ(outlineOf("<font color face>x</font>"), "'[[1]][[1]]x[[/1]][[/1]]'");
+    EXPECT_EQ(outlineOf("<a href>x</a>"), "'[[a 1]]x[[/a]]'");
+    EXPECT_EQ(outlineOf("<a href=u target>x</a>"), "'[[a {1}u]]x[[/a]]'");
+}
+TEST(PageFormatting, OnlyAFontElementContinuesInNewRuns)
+{
+    parsedPage page = parsePage("<sup>a<p>b</p></sup><font color=red>c<p>d</p></font>");
+    ASSERT_EQ(outline(page.root.get()), "'[[b]][[,8]]a' P 'b' P '[[#FF0000]]c' P 'd' P");
+    for (guiHtml* node : guiNodesOf(page.root.get()))
+        EXPECT_FALSE(node->hasString(kStringFace)) << utf8(node->toString(0));
+}
+TEST(PageFormatting, AnInnerFontHoldsUntilItsEndAndThenTheOuterOne)
+{
+    parsedPage page = parsePage("<font face=A>a<font size=1><p>b<font color=red><p>c</font></font><p>d</font><p>e");
+    std::vector<std::string> fonts;
+    for (guiHtml* node : guiNodesOf(page.root.get()))
+        fonts.push_back(utf8(node->getString(kStringFace)));
+    EXPECT_EQ(fonts, (std::vector<std::string>{"A", ",8", ",8", "A", ""}));
+}
 TEST(PageFormatting, CodesAreClosedOnlyWhileTheRunIsStillTheLastChild)
 {
     EXPECT_EQ(outlineOf("<b>x<table></table></b>y"), "'[[b]]x' P html BR 'y'");
@@ -150,6 +178,17 @@ TEST(PageLinks, ALinkIsWrittenIntoItsRun)
 {
     EXPECT_EQ(outlineOf("x<a href=event://onOk>y</a>z"), "'x[[a event://onOk]]y[[/a]]z'");
     EXPECT_EQ(outlineOf("<a href=f.html target=main>y</a>"), "'[[a {main}f.html]]y[[/a]]'");
+}
+TEST(PageLinks, PairsOfBracketsInALinkDoNotEndIt)
+{
+    EXPECT_EQ(outlineOf("<a href='event://f/a[1]'>y</a>z"), "'[[a event://f/a[1%5D]]y[[/a]]z'");
+    EXPECT_EQ(outlineOf("<a href='f[[1]].html'>y</a>"), "'[[a f%5B[1%5D].html]]y[[/a]]'");
+    EXPECT_EQ(outlineOf("<a href='f[[[' target='t]]'>y</a>"), "'[[a {t%5D]}f%5B%5B[]]y[[/a]]'");
+    EXPECT_EQ(outlineOf("<a href='f[1].html'>y</a>"), "'[[a f[1].html]]y[[/a]]'");
+}
+TEST(PageLinks, ALinkInsideALinkEndsIt)
+{
+    EXPECT_EQ(outlineOf("<a href=u>a<a href=v>b</a>c<p>d</a>"), "'[[a u]]a[[a v]]b[[/a]]c' P 'd' P");
 }
 TEST(PageLinks, ALinkContinuesAcrossRuns)
 {

@@ -160,6 +160,20 @@ TEST_F(Links, AnEncodedBlankReachesTheHandlerLookUpAsABlank)
     EXPECT_EQ(called, List{"my handler/1"});
 }
 
+TEST_F(Links, BracketsInALinkOfThePageReachTheHandlerLookUp)
+{
+    List called;
+    page.methods["f/a[[1]]"] =
+        page.methods["f"] = [&](std::string const& event) { return called.push_back(event), ""; };
+    guiHtml* cell = root.append(new guiHtml);
+    cell->setText(sstring("<a href=\"event://f/a[[1]]\">x</a>"), sstring());
+    auto* run = static_cast<guiHtmlText*>(cell->getChild(0));
+    ASSERT_EQ(std::string(run->getText().c_str()).find("[[a event://"), 0u);
+    run->mx.hoveredLink = 0;
+    run->onMouseDown(0, 0);
+    EXPECT_EQ(called, List{"f/a[[1]]"});
+}
+
 TEST_F(Links, TheGivenObjectsHandlerComesBeforeThePages)
 {
     List called;

@@ -9,7 +9,9 @@
 #include "runtime/guihtmlbase.h"
 #include "runtime/guihtmlframeset.h"
 #include "runtime/hashlist.h"
+#include "tests/support/fakescript.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
 #include <QPixmap>
 #include <QScrollBar>
@@ -157,6 +159,23 @@ TEST(Node, ColoursComeFromTheParentAtConstructionAndNotLater)
     EXPECT_EQ(child.getParent(), &parent);
     EXPECT_EQ(parent.getChildCount(), 0u);
 }
+TEST(Node, WithoutAnObjectOfItsOwnIsLoggedAndLivesOn)
+{
+    FakeObject page;
+    guiHtmlBase window(&page, nullptr, nullptr, "");
+    guiHtmlBase pageless(nullptr, nullptr, nullptr, "");
+    testing::internal::CaptureStderr();
+    guiHtml silent(&pageless);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    testing::internal::CaptureStderr();
+    guiHtml node(&window);
+    char wanted[64];
+    std::snprintf(wanted, sizeof wanted, "BuildCustomObject failed for 0x%08lX!\n",
+                  reinterpret_cast<unsigned long>(&node));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), wanted);
+    EXPECT_EQ(node.getCustomObject(), nullptr);
+    EXPECT_EQ(node.getBaseHtml(), &window);
+}
 TEST(Node, KeepsItsTextsApart)
 {
     guiHtml node;
@@ -195,6 +214,16 @@ TEST(Children, AreNodesAndMarkersInOrder)
     EXPECT_FALSE(guiChildList::isNode(node.getChild(1)));
     EXPECT_FALSE(guiChildList::isNode(guiChildList::fromMarker(kLastMarker)));
     EXPECT_TRUE(guiChildList::isNode(first));
+}
+TEST(Children, ThereAreNoneBehindTheLastOne)
+{
+    guiHtml node;
+    EXPECT_EQ(node.getChild(0), nullptr);
+    node.append(new guiHtml);
+    EXPECT_NE(node.getChild(0), nullptr);
+    EXPECT_EQ(node.getChild(1), nullptr);
+    EXPECT_EQ(node.getChild(0xFFFFFFFF), nullptr);
+    EXPECT_EQ(node.getChildHeight(1, 100, 100), 0);
 }
 TEST(Children, MarkersAreNeverTheLastChild)
 {
@@ -422,6 +451,31 @@ TEST(TabOrder, FollowsTheIndexAndThenTheDocument)
         if (stop != &window)
             chain.push_back(stop);
     EXPECT_EQ(chain, (std::vector<QWidget*>{a->m_widget, b2->m_widget, b->m_widget, c->m_widget, d->m_widget}));
+}
+TEST(TabOrder, FocusOnTheWindowItselfGoesToTheFirstWidget)
+{
+    struct pageNode : guiHtml
+    {
+        using guiHtml::operator=;
+        QWidget* getTopLevelWidget() override { return &window; }
+        QWidget window;
+    } root;
+    root.window.setFocusPolicy(Qt::StrongFocus);
+    auto* last = static_cast<widgetNode*>(root.append(new widgetNode(&root.window)));
+    auto* first = static_cast<widgetNode*>(root.append(new widgetNode(&root.window, 7)));
+    root.window.show();
+    root.window.activateWindow();
+    QCoreApplication::processEvents();
+
+    last->m_widget->setFocus();
+    root.updateTabOrder();
+    EXPECT_TRUE(last->m_widget->hasFocus()) << "a focus that some control has stays";
+    root.window.setFocus();
+    root.updateTabOrder();
+    EXPECT_TRUE(root.window.hasFocus()) << "the order is not out of date";
+    root.m.tabOrderDirty = 1;
+    root.updateTabOrder();
+    EXPECT_TRUE(first->m_widget->hasFocus());
 }
 TEST(TabOrder, IsLeftAloneUnlessItIsOutOfDate)
 {

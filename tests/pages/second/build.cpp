@@ -19,6 +19,20 @@ constexpr int kMostDepth = 16; // of pages inside pages
 
 QString code(QString const& text) { return text.isEmpty() ? QString() : "[[" + text + "]]"; }
 
+QString closing(QString const& text) { return text.isEmpty() || text == "br" ? QString() : code("/" + text); }
+
+/// Pairs of brackets would end the code that a link is written into.
+QString withoutPairs(QString link)
+{
+    if (link.endsWith(']'))
+        link = link.chopped(1) + "%5D";
+    while (link.contains("]]"))
+        link.replace(link.indexOf("]]"), 1, "%5D");
+    while (link.contains("[["))
+        link.replace(link.indexOf("[["), 1, "%5B");
+    return link;
+}
+
 /// Reads one page; a page in a frame has a builder of its own.
 class builder
 {
@@ -58,7 +72,7 @@ private:
     void placeFrame(node* set, node* frame)
     {
         unsigned columns = std::max<unsigned>(1, static_cast<unsigned>(set->columnList.size()));
-        if (set->frames && set->frames % columns == 0)
+        if (set->frames && set->frames % columns == 0 && set->children.back().child)
             set->children.push_back({nullptr, lineBreak});
         unsigned column = set->frames % columns;
         unsigned row = set->frames / columns;
@@ -148,9 +162,8 @@ private:
     void pullFormat(node* parent, element const& tag)
     {
         QString style, face;
-        bool isBreak = tag.name == "br";
         QString outer = m_font;
-        if (isBreak) {
+        if (tag.name == "br") {
             style = "br";
             m_noSpace = true;
         } else if (tag.name == "sup") {
@@ -175,8 +188,8 @@ private:
         if (run)
             run->text += code(style) + code(face);
         pull(parent, tag);
-        if (run && !isBreak && lastText(parent) == run)
-            run->text += code(face.isEmpty() ? "" : "/" + face) + code(style.isEmpty() ? "" : "/" + style);
+        if (run && lastText(parent) == run)
+            run->text += closing(face) + closing(style);
         m_font = outer;
     }
 
@@ -185,6 +198,7 @@ private:
         m_link = tag.get("href");
         if (!tag.get("target").isEmpty())
             m_link = "{" + tag.get("target") + "}" + m_link;
+        m_link = withoutPairs(m_link);
         if (node* text = lastText(parent))
             text->text += "[[a " + m_link + "]]";
         pull(parent, tag);
