@@ -40,7 +40,7 @@ tear_down() {
 require() {
     local program
     for program in "$@"; do
-        command -v "$program" >/dev/null || fail "$program is missing (Debian: xvfb openbox)"
+        command -v "$program" >/dev/null || fail "$program is missing (Debian: xvfb openbox xdotool)"
     done
 }
 
@@ -60,6 +60,12 @@ start_server() {
     server=$!
     wait_until 20 "$server" test -s "$work/display" || fail 'Xvfb did not start' "$work/server.log"
     export DISPLAY=:$(<"$work/display")
+}
+
+# The first key that a test presses gives the keyboard another map, on which the manager takes its own keys anew; a key of its
+# that comes meanwhile, such as Alt+F4, goes to the window instead. So the first one is pressed before there is a manager.
+settle_keyboard() {
+    xdotool key shift 2>"$work/keyboard.log" || fail 'the server takes no key' "$work/keyboard.log"
 }
 
 # The manager is ready when it runs its start command. It says on the root window that it is there long before, but what opens
@@ -86,7 +92,7 @@ isolate() {
 
 { : 4<&0; } 2>/dev/null || exec </dev/null
 [ $# -gt 0 ] || fail 'usage: with-display.sh COMMAND [ARGUMENT...]'
-require Xvfb openbox
+require Xvfb openbox xdotool
 trap tear_down EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
@@ -94,6 +100,7 @@ trap 'exit 143' TERM HUP
 work=$(mktemp -d "${TMPDIR:-/tmp}/tarn-display.XXXXXX") || fail 'no room for temporary files'
 isolate
 start_server
+settle_keyboard
 start_manager
 
 # In the background, so that a signal to this script is handled at once. A shell makes its background commands deaf to
