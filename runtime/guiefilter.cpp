@@ -55,6 +55,12 @@ bool isKeyInput(QEvent::Type type)
 
 } // namespace
 
+void guiHandOver::post(QObject* receiver, QEvent* event)
+{
+    s_posts.fetch_add(1, std::memory_order_release);
+    QCoreApplication::postEvent(receiver, event);
+}
+
 void guiEventFilter::activate() { ++inputBlock; }
 void guiEventFilter::activateMM() { ++mouseMoveBlock; }
 void guiEventFilter::deactivateMM() { decrementAboveZero(mouseMoveBlock); }
@@ -76,8 +82,15 @@ void guiEventFilter::catchUpLater()
 {
     if (inputBlock != 0 || !m_missedMove)
         return;
-    guiHandOver::give();
-    QMetaObject::invokeMethod(this, &guiEventFilter::catchUp, Qt::QueuedConnection);
+    guiHandOver::post(this, new guiEvent(guiEventIdCatchUp));
+}
+
+bool guiEventFilter::event(QEvent* event)
+{
+    if (event->type() != static_cast<QEvent::Type>(guiEventIdCatchUp))
+        return QObject::event(event);
+    catchUp();
+    return true;
 }
 
 void guiEventFilter::catchUp()

@@ -1,5 +1,5 @@
-// runtime/guiefilter.h: what travels to the GUI thread (the events 1000 to 1012), and the filter in front of the
-// application that keeps user input back while script code runs.
+// runtime/guiefilter.h: what travels to the GUI thread (the events 1000 to 1012, and two of our own), and the filter in
+// front of the application that keeps user input back while script code runs.
 #pragma once
 
 #include "foundation/pmutex.h"
@@ -31,6 +31,9 @@ enum guiEventID : int
     guiEventIdTrigger = 1010,
     guiEventIdClose = 1011,
     guiEventIdUpdate = 1012,
+    // What nobody outside knows, far from the numbers above.
+    guiEventIdRelease = 10001,
+    guiEventIdCatchUp = 10002, // for the filter, not for the thread
 };
 
 /// Orders what a thread wrote before it posted something to the GUI thread before what the GUI thread reads when it
@@ -38,8 +41,9 @@ enum guiEventID : int
 class guiHandOver
 {
 public:
-    /// Before each post. Any thread.
-    static void give() { s_posts.fetch_add(1, std::memory_order_release); }
+    /// Hands `event` over to Qt, for a `receiver` of the GUI thread. What another thread posts goes this way: a functor
+    /// given to QMetaObject::invokeMethod() would be written behind our back. Any thread.
+    static void post(QObject* receiver, QEvent* event);
     /// When an event arrives, before it is looked at. GUI thread.
     static void take() { static_cast<void>(s_posts.load(std::memory_order_acquire)); }
 
@@ -64,6 +68,7 @@ public:
     /// Lets everything through at once, whatever the counters said.
     void forceDeactivate();
 
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     std::atomic<unsigned> inputBlock{0};     ///< calls of activate() that are not taken back yet
@@ -156,6 +161,7 @@ using guiEventRepaint = guiBlockingNodeEvent<guiEventIdRepaint, guiHtml>;
 using guiEventTrigger = guiNodeEvent<guiEventIdTrigger, guiHtml>;
 using guiEventClose = guiNodeEvent<guiEventIdClose, guiHtmlBase>;
 using guiEventUpdate = guiNodeEvent<guiEventIdUpdate, guiHtml>;
+using guiEventRelease = guiNodeEvent<guiEventIdRelease, guiHtmlBase>;
 
 /// Runs a ScriptMethod on the GUI thread with the arguments that script gave.
 struct guiEventFunction : guiBlockingEvent

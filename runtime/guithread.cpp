@@ -12,7 +12,6 @@
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
-#include <QPointingDevice>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
@@ -81,12 +80,6 @@ void startMessageHandler(QtMsgType type, const QMessageLogContext&, const QStrin
                  qgetenv("DISPLAY").constData());
     std::fflush(stderr);
     std::_Exit(1);
-}
-
-void post(QObject* receiver, QEvent* event)
-{
-    guiHandOver::give();
-    QCoreApplication::postEvent(receiver, event);
 }
 
 template <class Node>
@@ -163,10 +156,6 @@ void guiThread::run()
     QtMessageHandler previous = qInstallMessageHandler(startMessageHandler);
     m_f.app = new QApplication(argumentCount, arguments);
     qInstallMessageHandler(previous);
-    // The toolkit makes its table of these when it first needs one, and exit() destroys statics made later than our own
-    // exit handler before that runs; the application object would then end after its devices' table.
-    QPointingDevice::primaryPointingDevice();
-    QInputDevice::primaryKeyboard();
     m_f.app->installEventFilter(m_f.filter);
     QGuiApplication::setQuitOnLastWindowClosed(false); // the thread outlives its windows
 
@@ -183,9 +172,9 @@ void guiThread::run()
 bool guiThread::isGuiThread() const { return pthread_equal(pthread_self(), m_f.guiThreadId) != 0; }
 bool guiThread::isScriptThread() const { return pthread_equal(pthread_self(), m_f.scriptThreadId) != 0; }
 
-void guiThread::postEvent(guiEvent* event) { post(m_f.receiver, event); }
+void guiThread::postEvent(guiEvent* event) { guiHandOver::post(m_f.receiver, event); }
 
-void guiThread::postNullEvent() { post(m_f.nullReceiver, new QEvent(QEvent::None)); }
+void guiThread::postNullEvent() { guiHandOver::post(m_f.nullReceiver, new QEvent(QEvent::None)); }
 
 void guiThread::pumpOnce()
 {
@@ -271,6 +260,10 @@ void guiThread::dispatch(QEvent* event)
     case guiEventIdClose:
         if (auto* e = static_cast<guiEventClose*>(event); isRegistered(e->node))
             e->node->destroyWidget();
+        break;
+    case guiEventIdRelease:
+        if (auto* e = static_cast<guiEventRelease*>(event); isRegistered(e->node))
+            guiHtmlBase::release(e->node);
         break;
     case guiEventIdUpdate:
         serveUpdates(static_cast<guiEventUpdate*>(event)->node);
@@ -381,14 +374,7 @@ void guiThread::callFunction(ScriptMethod method, LibManager& manager, ScriptPri
 void guiThread::postTrigger(guiHtml* node) { postEvent(new guiEventTrigger(node)); }
 void guiThread::postClose(guiHtmlBase* root) { postEvent(new guiEventClose(root)); }
 
-void guiThread::postRelease(guiHtmlBase* root)
-{
-    auto release = [root] {
-        if (isRegistered(root))
-            guiHtmlBase::release(root);
-    };
-    QMetaObject::invokeMethod(m_f.nullReceiver, release, Qt::QueuedConnection);
-}
+void guiThread::postRelease(guiHtmlBase* root) { postEvent(new guiEventRelease(root)); }
 
 void guiThread::postUpdate(guiHtml* node)
 {

@@ -10,7 +10,6 @@
 #include <QMouseEvent>
 #include <chrono>
 #include <future>
-#include <mutex>
 #include <thread>
 
 namespace {
@@ -44,34 +43,37 @@ struct ProbingNode : guiHtml
     int whileOff = -1;
 };
 
-std::mutex thePostedLock;
-std::function<void()> thePosted; // kept here, since ThreadSanitizer does not see how the toolkit hands an event over
-
-/// Runs `work` on the GUI thread, outside of any event of the component, and does not wait. One at a time.
-void postToGuiThread(std::function<void()> work)
+struct WorkEvent : QEvent
 {
+    explicit WorkEvent(std::function<void()> w) : QEvent(QEvent::User), work(std::move(w)) {}
+    std::function<void()> work;
+};
+
+/// Does on the GUI thread what it is sent, outside of any event of the component.
+struct Worker : QObject
+{
+    bool event(QEvent* event) override
     {
-        std::lock_guard lock(thePostedLock);
-        thePosted = std::move(work);
+        if (event->type() != QEvent::User)
+            return QObject::event(event);
+        static_cast<WorkEvent*>(event)->work();
+        return true;
     }
-    auto run = [] {
-        std::unique_lock lock(thePostedLock);
-        std::function<void()> posted = std::exchange(thePosted, nullptr);
-        lock.unlock();
-        posted();
-    };
-    QMetaObject::invokeMethod(qApp, run, Qt::QueuedConnection);
-}
+    /// Does not wait for the end of it. Any thread.
+    void post(std::function<void()> work) { guiHandOver::post(this, new WorkEvent(std::move(work))); }
+};
 
 struct WidgetCalls : testing::Test
 {
     NativeHost host;
     NativeWindow window = host.window(); // brings the engine, and with it the pump
     std::unique_ptr<guiHtmlBase> root;
+    std::unique_ptr<Worker> worker;
 
     WidgetCalls()
     {
         onGuiThread([this] {
+            worker = std::make_unique<Worker>();
             root = std::make_unique<guiHtmlBase>(nullptr, nullptr, nullptr, sstring());
             root->createWidget(0)->show();
             QCoreApplication::processEvents();
@@ -82,6 +84,7 @@ struct WidgetCalls : testing::Test
         onGuiThread([this] {
             root->destroyWidget();
             root.reset();
+            worker.reset();
         });
     }
 
@@ -91,7 +94,7 @@ struct WidgetCalls : testing::Test
         std::this_thread::sleep_for(50ms); // what is still under way
         NativePump& pump = host.engine().pump();
         while (pump.turn(0ns)) {}
-        postToGuiThread(std::move(work));
+        worker->post(std::move(work));
         auto start = std::chrono::steady_clock::now();
         pump.turn(1500ms);
         return std::chrono::steady_clock::now() - start < 1s;
@@ -108,7 +111,7 @@ TEST_F(WidgetCalls, MovesAreKeptBackWhileANodeHearsOfOne)
         root->append(node);
         root->m.rect = {0, 480, 0, 240};
         node->m.rect = {0, 50, 0, 50};
-        postToGuiThread([&] {
+        worker->post([&] {
             for (int x : {10, 100}) {
                 QMouseEvent move(QEvent::MouseMove, QPointF(x, 10), QPointF(x, 10), Qt::NoButton, Qt::NoButton,
                                  Qt::NoModifier);
