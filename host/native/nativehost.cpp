@@ -12,22 +12,35 @@ namespace {
 /// The one host, for exit().
 NativeHost* current = nullptr;
 
+void leaveAtOnce(int status, void*)
+{
+    std::fflush(nullptr);
+    _exit(status);
+}
+
 } // namespace
 
-/// Static objects of the toolkit are destroyed after this; its thread must have ended by then. Calls of the component
-/// that are under way never return here. The end of the component waits for the calls that it makes of script: while
-/// one of them is on this stack, the process goes without it. A host whose script thread is not the one that exits can
-/// not be ended.
-void nativeShutDownAtExit(int status, void*)
+/// One for each script thread. exit() destroys the objects of its thread first of all, before any of static storage:
+/// the toolkit makes statics as it goes, so an exit handler of ours would come after theirs are gone, while the GUI
+/// thread still paints with them. Calls of the component that are under way never return here.
+class NativeAtExit
 {
-    if (!current || !current->engine().onScriptThread())
-        return;
-    if (NativePlatform::listsInUse() > 0) {
-        std::fflush(nullptr);
-        _exit(status);
+public:
+    NativeAtExit() = default;
+    NativeAtExit(NativeAtExit const&) = delete;
+    NativeAtExit& operator=(NativeAtExit const&) = delete;
+    ~NativeAtExit()
+    {
+        if (!current || !current->engine().onScriptThread())
+            return;
+        // The end of the component waits for the calls that it makes of script. While one of them is on this stack, the
+        // process goes without it, before the exit handlers: the newest one is called first.
+        if (NativePlatform::listsInUse() > 0)
+            on_exit(leaveAtOnce, nullptr);
+        else
+            current->end();
     }
-    current->end();
-}
+};
 
 NativeHost::NativeHost(NativeHostOptions options) : component_(options.component), engine_(NativeEngine::make())
 {
@@ -51,8 +64,7 @@ void NativeHost::start()
     engine_->setComponent(true);
     if (!component_.init(engine_->manager()))
         throw std::runtime_error("NativeHost: the component's Init failed");
-    static const int registered = on_exit(nativeShutDownAtExit, nullptr);
-    (void)registered;
+    thread_local NativeAtExit atExit; // after Init: what the thread has made until now outlives the component
     for (const char* const* name = component_.getCompNames(); *name; ++name) {
         classNames_.push_back(*name);
         if (!component_.configCompClass(nullptr, *name, engine_->addClass(*name)))

@@ -26,7 +26,10 @@ struct NativeHostOptions
 
 /// Starts the component and ends it. One at a time in a process; the thread that makes it is the script thread, on
 /// which all its functions are called unless they say otherwise. Handles of windows and objects may outlive it: their
-/// calls then give null. exit() on the script thread, also from inside a handler, ends the component first.
+/// calls then give null. exit() on the script thread, also from inside a handler, ends the component first; so does
+/// the end of that thread. In a handler that the component calls on the script thread itself, as show() calls
+/// ePostOpen, it can not: exit() writes out the open streams then and leaves at once, without exit handlers and static
+/// destructors.
 class NativeHost
 {
 public:
@@ -95,7 +98,7 @@ public:
     NativeFileService& files() { return engine_->manager().files(); }
 
 private:
-    friend void nativeShutDownAtExit(int status, void*);
+    friend class NativeAtExit;
     void start();
     void end();
 

@@ -191,6 +191,24 @@ TEST(Exit, InsideAHandlerOfAnOpenWindowKeepsTheCode)
     }
 }
 
+TEST(Exit, InTheFirstHandlerOfAModalWindowKeepsTheCode)
+{
+    for (int round = 0; round < 5; ++round) {
+        Ending ending = runDriver("opening");
+        EXPECT_EQ(ending.code, 7);
+        EXPECT_EQ(ending.output, "");
+    }
+}
+
+TEST(Exit, WhileTheFirstWindowOpensKeepsTheCode)
+{
+    for (int round = 0; round < 5; ++round) {
+        Ending ending = runDriver("posted");
+        EXPECT_EQ(ending.code, 7);
+        EXPECT_EQ(ending.output, "");
+    }
+}
+
 TEST(Exit, OutsideOfHandlersWithAnOpenWindowKeepsTheCode)
 {
     for (int round = 0; round < 5; ++round) {

@@ -1,5 +1,7 @@
 // tests/e2e/exitdriver.cpp: a program that ends by exit(7) with a window on the screen, in the way its argument names:
-// inside a handler of a "modal" or an "open" window, or "idle", outside of handlers. Quiet unless something goes wrong.
+// inside a handler of a "modal" or an "open" window; "opening", in the one that show() calls first; "posted", in work
+// that comes up while the first show() opens its window; or "idle", outside of handlers. Quiet unless something goes
+// wrong.
 #include "tests/e2e/fixture.h"
 
 int main(int, char** argv)
@@ -16,6 +18,16 @@ int main(int, char** argv)
         std::filesystem::remove_all(pages.path()); // exit() destroys nothing of main()
         std::exit(7);
     });
+    auto leave = [&pages] {
+        std::filesystem::remove_all(pages.path());
+        std::exit(7);
+    };
+    if (how == "opening")
+        window.on("ePostOpen", [leave](NativeWindow&, const NativeArguments&) { leave(); });
+    if (how == "posted")
+        host.post(leave);
+    if (how == "opening" || how == "posted")
+        window.show();
     user = std::thread([&] {
         Desktop desktop;
         waitForLink(desktop);
