@@ -151,6 +151,32 @@ WizardReturnsAnAnswerFromEachWindow() {
     expect_end 'Planned: Kyoto in winter.'
 }
 
+# enter_expense WHAT AMOUNT: types into the two fields and presses the Enter key.
+enter_expense() {
+    xdotool type "$1"
+    xdotool key Tab
+    xdotool type "$2"
+    xdotool key Return
+    wait_until_still "$window"
+}
+
+ExpensesAreAddedAndRemoved() {
+    local before
+    open_app "$root/examples/expenses/app.js"
+    visit 'the first field' 180 57
+    enter_expense 'Train to Bern' '48,50'
+    enter_expense 'Lunch' '17'
+    before=$(region_of 281 40 470 320)
+    enter_expense 'Tea' 'two'
+    [ "$(region_of 281 40 470 320)" = "$before" ] || fail 'an expense without an amount was added'
+    visit 'the second row' 380 79
+    visit 'Remove' 680 399
+    [ "$(region_of 281 40 470 320)" != "$before" ] || fail 'the second row is still there'
+    visit 'the menu' 25 10
+    click 50 66
+    expect_end '48.50 in all'
+}
+
 # readme_block LANGUAGE: the first block of that language in the README.
 readme_block() {
     awk -v fence="\`\`\`$1" '$0 == fence { inside = 1; next } /^```$/ && inside { exit } inside' "$root/README.md"
