@@ -232,6 +232,7 @@ void guiHtmlControlFlex::fitColumns()
 
 void guiHtmlControlFlex::selectRow(guiCheckListItem* row, bool on)
 {
+    guiHoldNews hold(m_listView);
     if (on && !m_multiple)
         m_listView->setCurrentItem(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     else
@@ -349,10 +350,12 @@ void guiHtmlControlFlex::setItemChecked(sstring const& value, int on)
     guiHtmlControlFlexEntry* entry = findItem(value);
     if (!entry || entry->entryType == kFlexPlain)
         return;
-    if (entry->item)
-        entry->item->setOn(on > 0);
-    else
+    if (!entry->item) {
         entry->checked = on > 0;
+        return;
+    }
+    guiHoldNews hold(m_listView);
+    entry->item->setOn(on > 0);
 }
 
 void guiHtmlControlFlex::setItemSelected(sstring const& value, int on)

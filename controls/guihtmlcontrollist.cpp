@@ -165,10 +165,11 @@ void guiHtmlControlList::selectRow(int row, bool on)
     QListWidgetItem* item = m_listBox ? m_listBox->item(row) : nullptr;
     if (!item)
         return;
+    guiHoldNews hold(m_listBox); // script may remove the row or the whole page
     if (on)
         m_listBox->setCurrentItem(item, QItemSelectionModel::NoUpdate);
+    item->setSelected(on);
     m_listBox->scrollToItem(item, QAbstractItemView::PositionAtCenter);
-    item->setSelected(on); // last: script hears of it, and may remove the row or the whole page
 }
 
 sstring guiHtmlControlList::getDefaultSelection() const

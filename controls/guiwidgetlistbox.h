@@ -1,6 +1,8 @@
 // controls/guiwidgetlistbox.h: the native widget of a `select` element that shows several rows.
 #pragma once
 
+#include "controls/guinews.h"
+
 #include <QListWidget>
 
 class guiHtmlControlList;
@@ -14,6 +16,10 @@ public:
     explicit guiWidgetListBox(QWidget* parent = nullptr);
 
     guiHtmlControlList* owner = nullptr; ///< not owned; null until the node binds it
+    guiNews news;
+
+    /// Tells the node what was held back; the list may be unbound when it returns.
+    void tellNews();
 
 public slots:
     void onChange();
@@ -23,6 +29,8 @@ signals:
     void selectionChanged();
 
 protected:
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     using QListWidget::selectionChanged; // the base has a protected function of this name
 };

@@ -3,6 +3,7 @@
 
 #include "controls/guidispatch.h"
 #include "controls/guihtmlcontrolflex.h"
+#include "controls/guiwidgetlistview.h"
 
 #include <QTreeWidget>
 
@@ -83,6 +84,17 @@ guiCheckListItem* guiCheckListItem::otherOn() const
     return nullptr;
 }
 
+void guiCheckListItem::tellOwner()
+{
+    auto* list = dynamic_cast<guiWidgetListView*>(treeWidget());
+    if (!owner)
+        return;
+    if (list && list->news.holds)
+        ++list->news.changes;
+    else
+        owner->onChange();
+}
+
 void guiCheckListItem::stateChange(bool on)
 {
     guiDispatch dispatch;
@@ -91,8 +103,8 @@ void guiCheckListItem::stateChange(bool on)
     m_isGone = &isGone;
     if (guiCheckListItem* other = on && m_indicator == RadioButton ? otherOn() : nullptr)
         other->setOn(false);
-    if (!isGone && owner)
-        owner->onChange();
+    if (!isGone)
+        tellOwner();
     if (outer)
         *outer = *outer || isGone;
     if (!isGone)

@@ -37,7 +37,7 @@ public:
 
     void setData(int column, int role, QVariant const& value) override;
     /// Called once for each change of the state, whoever made it: unchecks the other radio row of the group, then tells
-    /// the owner. The row may be gone when it returns.
+    /// the owner, unless its list holds news. The row may be gone when it returns.
     virtual void stateChange(bool on);
 
     guiHtmlControlFlex* owner = nullptr; ///< not owned; may be null
@@ -45,6 +45,7 @@ public:
 private:
     void start(QString const& text);
     guiCheckListItem* otherOn() const;
+    void tellOwner();
 
     Indicator m_indicator;
     bool m_isEnabled = true;

@@ -1,6 +1,8 @@
 // controls/guiwidgetlistview.h: the native widget of a flex list: rows with columns, indicators and rows under them.
 #pragma once
 
+#include "controls/guinews.h"
+
 #include <QTreeWidget>
 
 class guiHtmlControlFlex;
@@ -17,6 +19,10 @@ public:
     void unbind();
 
     guiHtmlControlFlex* owner = nullptr; ///< not owned; null until the node binds it
+    guiNews news;
+
+    /// Tells the node what was held back; the list may be unbound when it returns.
+    void tellNews();
 
 public slots:
     void onSelect();
@@ -26,6 +32,8 @@ signals:
     void selectionChanged();
 
 protected:
+    bool event(QEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     using QTreeWidget::selectionChanged; // the base has a protected function of this name
 };

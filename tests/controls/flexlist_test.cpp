@@ -5,6 +5,7 @@
 #include "tests/controls/shownpage.h"
 
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <functional>
 
@@ -423,11 +424,88 @@ public:
         if (work)
             work();
     }
+    void onChange() override { onSelect(); }
     int calls = 0;
     std::function<void()> work;
 };
 
+/// Three rows with check boxes, on the screen.
+struct BusyPage : PageWindow
+{
+    BusyPage()
+    {
+        widget->resize(200, 200);
+        flex = place(new Busy, {});
+        for (char const* value : {"a", "b", "c"})
+            flex->addItem(value, "", "", kFlexCheckBox);
+        root.updateLayout(1);
+        widget->show();
+        QCoreApplication::processEvents();
+    }
+    guiWidgetListView* view() { return dynamic_cast<guiWidgetListView*>(flex->getChildWidget()); }
+    void press(int key)
+    {
+        for (QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, key, Qt::NoModifier);
+            QCoreApplication::sendEvent(view(), &event);
+        }
+    }
+    /// The toolkit thinks of no row that is gone.
+    bool isCurrentRowThere()
+    {
+        QTreeWidgetItem* current = view()->currentItem();
+        return !current || view()->indexOfTopLevelItem(current) >= 0;
+    }
+    Busy* flex;
+};
+
 } // namespace
+
+TEST(FlexEvents, AHandlerMayRemoveTheRowThatTheUserGoesTo)
+{
+    BusyPage page;
+    page.view()->setCurrentItem(page.flex->findItem("a")->item);
+    page.flex->work = [&page] {
+        for (char const* value : {"a", "b"})
+            if (page.flex->isItemSelected(value))
+                page.flex->removeItem(value);
+    };
+    page.press(Qt::Key_Down);
+    EXPECT_EQ(page.flex->findItem("b"), nullptr);
+    EXPECT_TRUE(page.isCurrentRowThere());
+    page.flex->setItemSelected("a", 1);
+    EXPECT_EQ(page.flex->findItem("a"), nullptr);
+    EXPECT_TRUE(page.isCurrentRowThere());
+    QCoreApplication::processEvents();
+}
+
+TEST(FlexEvents, AHandlerMayRemoveTheRowThatTheUserChecks)
+{
+    BusyPage page;
+    page.view()->setCurrentItem(page.flex->findItem("b")->item);
+    page.flex->work = [&page] {
+        if (page.flex->isItemChecked("b"))
+            page.flex->removeItem("b");
+    };
+    page.press(Qt::Key_Space);
+    EXPECT_EQ(page.flex->findItem("b"), nullptr);
+    EXPECT_TRUE(page.isCurrentRowThere());
+    EXPECT_EQ(page.view()->topLevelItemCount(), 2);
+}
+
+TEST(FlexEvents, AHandlerHearsOfARowWhenTheToolkitIsDoneWithIt)
+{
+    BusyPage page;
+    unsigned holds = 99;
+    page.flex->work = [&] { holds = page.view()->news.holds; };
+    page.flex->setItemSelected("b", 1);
+    EXPECT_EQ(holds, 0u);
+    holds = 99;
+    page.view()->setFocus();
+    page.press(Qt::Key_Up);
+    EXPECT_EQ(holds, 0u);
+    EXPECT_EQ(page.flex->calls, 2);
+}
 
 TEST(FlexEvents, AHandlerMayRemoveAndAddRowsWhileOneIsRemoved)
 {

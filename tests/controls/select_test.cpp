@@ -5,6 +5,7 @@
 #include "tests/controls/shownpage.h"
 
 #include <QAbstractItemView>
+#include <QKeyEvent>
 #include <functional>
 
 namespace {
@@ -211,6 +212,20 @@ TEST(Selecting, AHandlerMayChangeTheListThatItHearsOf)
     page.list->removeItem("d");
     EXPECT_GE(page.list->calls, calls + 1);
     EXPECT_EQ(page.box().count(), 3);
+}
+
+TEST(Selecting, AHandlerMayRemoveTheRowThatTheUserGoesTo)
+{
+    BusyPage page;
+    page.widget->show();
+    page.list->setSelected("a", 1);
+    page.list->work = [&page] { page.list->removeItem("b"); };
+    for (QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, Qt::Key_Down, Qt::NoModifier);
+        QCoreApplication::sendEvent(&page.box(), &event);
+    }
+    EXPECT_EQ(page.box().count(), 2);
+    EXPECT_TRUE(!page.box().currentItem() || page.box().row(page.box().currentItem()) >= 0);
 }
 
 TEST(Selecting, AHandlerMayRemoveThePageThatTheListIsOn)
