@@ -169,7 +169,7 @@ int Locale_ToString(LOCALE* locale, char* out)
     Locale_Init();
     if (!locale || !out)
         return 0;
-    std::memcpy(out, locale->name, sizeof locale->name);
+    std::strcpy(out, locale->name);
     return 1;
 }
 

@@ -28,7 +28,7 @@ LOCALE* Locale_GetDefault();
 /// Makes `locale` the default (null: the system's), without copying it, and sets the C library's locale. Returns 1.
 int Locale_SetDefault(LOCALE* locale);
 
-/// Copies the name to `out`, 32 bytes. Returns 0 for null pointers.
+/// Copies the name to `out`, at most 32 bytes. Returns 0 for null pointers.
 int Locale_ToString(LOCALE* locale, char* out);
 /// Copies the name of the 8-bit code set in which the locale (null or nameless: ICU's default locale) keeps text to
 /// `out`, 64 bytes. Returns 0 when `out` is null.

@@ -118,7 +118,7 @@ int rmutex_request(rmutex* mutex) { return rmutex_request_timeout(mutex, -1); }
 
 int rmutex_request_timeout(rmutex* mutex, int milliseconds)
 {
-    if (milliseconds == -1)
+    if (milliseconds < 0)
         return requestUntil(mutex, nullptr);
     const timespec deadline{std::time(nullptr) + milliseconds / 1000, 0};
     return requestUntil(mutex, &deadline);

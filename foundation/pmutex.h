@@ -25,8 +25,8 @@ int pmutex_request_timeout(pmutex* mutex, int milliseconds);
 rmutex* rmutex_create();
 void rmutex_destroy(rmutex* mutex);
 int rmutex_request(rmutex* mutex);
-/// Waits for ever when `milliseconds` is -1. Waits in whole seconds, as pevent_wait_timeout() does. 0 when it took the
-/// lock, 1 on time-out.
+/// Waits for ever when `milliseconds` is -1 (or negative). Waits in whole seconds, as pevent_wait_timeout() does. 0
+/// when it took the lock, 1 on time-out.
 int rmutex_request_timeout(rmutex* mutex, int milliseconds);
 /// Does not release what another thread owns, but wakes who waits, to look again. Returns 0.
 int rmutex_release(rmutex* mutex);

@@ -55,15 +55,13 @@ void MemMgr_VerifyIntegrity()
 
 namespace {
 
-/// `needed` rounded up to a multiple of `granule`; refuses what an unsigned int can not count.
+/// `needed` rounded up to a multiple of `granule`; 0 when there is no such number that an unsigned int holds.
 unsigned int roundedUp(unsigned int needed, unsigned int granule)
 {
     if (granule == 0)
-        throw velaError(EINVAL);
+        return 0;
     const uint64_t rounded = (uint64_t{needed} + granule - 1) / granule * granule;
-    if (rounded > UINT32_MAX)
-        throw velaError(ENOMEM);
-    return static_cast<unsigned int>(rounded);
+    return rounded > UINT32_MAX ? 0 : static_cast<unsigned int>(rounded);
 }
 
 } // namespace
@@ -74,6 +72,8 @@ void MemReallocArrayFunction(void** array, unsigned int elementSize, unsigned in
     if (needed <= *capacity)
         return;
     const unsigned int newCapacity = roundedUp(needed, granule);
+    if (newCapacity == 0)
+        throw velaError(EINVAL);
     const uint64_t oldBytes = *array ? uint64_t{*capacity} * elementSize : 0;
     const uint64_t newBytes = uint64_t{newCapacity} * elementSize;
     void* block = newBytes <= PTRDIFF_MAX ? velaCalloc(newCapacity, elementSize ? elementSize : 1) : nullptr;

@@ -2,6 +2,8 @@
 // allocator is not active in this build: operator new and delete go straight to the C library (vela-memmgr-new.cpp).
 #pragma once
 
+#include "vela-error.h"
+
 /// Counts initialisations; the first one clears the accounting. Always returns 1. Any thread.
 int MemMgr_Init();
 void MemMgr_ShutDown();
@@ -16,8 +18,8 @@ void MemMgr_VerifyIntegrity();
 
 /// Grows `*array`, a block of `*capacity` elements from malloc (null when there is none yet), to `needed` elements,
 /// rounded up to a multiple of `granule`. New elements are zero; elements are moved as bytes. Nothing happens when the
-/// capacity suffices. Throws velaError 22 when the new capacity would be 0 and 12 when there is no memory; the array is
-/// then as it was. The caller frees the block with free().
+/// capacity suffices. Throws velaError 22 when there is no such capacity (a granule of 0, or a multiple beyond 32 bits)
+/// and 12 when there is no memory; the array is then as it was. The caller frees the block with free().
 void MemReallocArrayFunction(void** array, unsigned int elementSize, unsigned int* capacity, unsigned int needed,
                              unsigned int granule);
 

@@ -57,8 +57,8 @@ public:
     mlToken peekToken();
     mlToken popToken();
     /// Reads one token in a context (mlContext bits). Any pointer may be null. `start` receives the place of a text
-    /// run; with both `start` and `truncated` a run longer than 1,024 units is skipped to its end and reported as
-    /// truncated.
+    /// run; with both `start` and `truncated` a run longer than 1,024 units is cut there, skipped to its end and
+    /// reported as truncated.
     void popToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace,
                   unsigned long flags);
     /// The same, comments passed over.

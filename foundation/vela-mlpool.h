@@ -80,9 +80,11 @@ public:
     /// Deletes the section, which was made outside of any parser, with the pool.
     void adopt(mlSection* section) { adopted.push_back(section); }
 
-    mlParser* parser; ///< whose sections these are; null for a section made outside of any parser
+    bool isOneAttr = false; ///< the pool belongs to one attribute outside of any section
+    mlParser* parser;       ///< whose sections these are; null for a section made outside of any parser
 
 private:
+    friend class mlAttr;
     friend class mlSection;
     friend class mlParser;
 

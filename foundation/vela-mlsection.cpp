@@ -44,6 +44,28 @@ struct mlSection::AttrBlock
     mlAttr* at(uint32_t index) { return reinterpret_cast<mlAttr*>(this + 1) + index; }
 };
 
+mlAttr::mlAttr() : pool(new mlPool(nullptr)) { pool->isOneAttr = true; }
+
+mlAttr::mlAttr(mlAttr const& other) : mlAttr()
+{
+    pool->setLocale(other.pool->locale);
+    copyContent(other);
+}
+
+mlAttr& mlAttr::operator=(mlAttr const& other)
+{
+    copyContent(other);
+    return *this;
+}
+
+/// Into the own pool.
+void mlAttr::copyContent(mlAttr const& other)
+{
+    name = other.name ? pool->name(other.name->units(), other.name->length) : nullptr;
+    pool->setText(value, other.value.units(), other.value.length);
+    line = other.line;
+}
+
 sstring mlAttr::getLHS() const { return name ? pool->makeString(name->units(), name->length) : sstring(); }
 
 sstring mlAttr::getRHS() const { return pool->makeString(value.units(), value.length); }
@@ -155,12 +177,12 @@ mlAttr* mlSection::nextAttr()
     return new ((*place)->at((*place)->count++)) mlAttr(pool);
 }
 
-/// Puts these in the place of the attributes, in one block of just their number.
-void mlSection::setAttrs(velaArray<mlAttr> const& attributes)
+/// Moves these, made in the section's pool, into the place of the attributes, in one block of just their number.
+void mlSection::setAttrs(velaArray<mlAttr>& attributes)
 {
     auto const count = static_cast<uint32_t>(attributes.size());
     tag.attributes = new (pool->take(AttrBlock::bytes(count))) AttrBlock{nullptr, count, count};
-    std::uninitialized_copy(attributes.begin(), attributes.end(), tag.attributes->at(0));
+    std::uninitialized_move(attributes.begin(), attributes.end(), tag.attributes->at(0));
 }
 
 void mlSection::addAttr(sstring const& name, sstring const& value) { nextAttr()->set(name, value); }
@@ -178,7 +200,9 @@ void mlSection::removeAttr(sstring const& name)
                 keptBlock = keptBlock->next;
                 kept = 0;
             }
-            *keptBlock->at(kept++) = *block->at(i);
+            mlAttr* const place = keptBlock->at(kept++);
+            if (place != block->at(i))
+                new (place) mlAttr(std::move(*block->at(i)));
         }
     }
     for (; keptBlock; keptBlock = keptBlock->next, kept = 0)

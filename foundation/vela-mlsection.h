@@ -2,6 +2,8 @@
 // the tree they form. A section keeps no strings but makes one when asked: a page has ten thousands of sections.
 #pragma once
 
+#include <utility>
+
 #include "vela-array.h"
 #include "vela-mlpool.h"
 #include "vela-string.h"
@@ -18,10 +20,25 @@ enum mlTagType : int
     mlTagInclude = 3      ///< "<!--#", a server-side include
 };
 
-/// An attribute of a tag. Lives in its section and as long as it, unless removed.
+/// An attribute of a tag. Lives in its section and as long as it, unless removed; or alone, made or copied by its user.
 class mlAttr
 {
 public:
+    /// One that stands alone, without name and value.
+    mlAttr();
+    /// One that stands alone.
+    mlAttr(mlAttr const& other);
+    mlAttr& operator=(mlAttr const& other);
+    /// Takes over the other's memory; the other can only be destroyed then.
+    mlAttr(mlAttr&& other) noexcept
+        : pool(std::exchange(other.pool, nullptr)), name(other.name), value(other.value), line(other.line)
+    {}
+    ~mlAttr()
+    {
+        if (pool && pool->isOneAttr)
+            delete pool;
+    }
+
     /// The name.
     sstring getLHS() const;
     /// The value; empty when the attribute has none.
@@ -42,8 +59,9 @@ private:
 
     explicit mlAttr(mlPool* home) : pool(home) {}
     void setName(unsigned short const* units, unsigned int length);
+    void copyContent(mlAttr const& other);
 
-    mlPool* pool; // not owned: the section's
+    mlPool* pool; // the section's, or this attribute's own (isOneAttr); null when moved from
     mlName* name = nullptr;
     mlText value;
     unsigned int line = 0;
@@ -178,7 +196,7 @@ private:
     mlSection** childArray() { return tag.childCapacity == 1 ? &tag.onlyChild : tag.children; }
     mlSection* const* childArray() const { return tag.childCapacity == 1 ? &tag.onlyChild : tag.children; }
     mlSection* loadedChild(unsigned int index) const { return index < getChildCount() ? childArray()[index] : nullptr; }
-    void setAttrs(velaArray<mlAttr> const& attributes);
+    void setAttrs(velaArray<mlAttr>& attributes);
     mlSection* copyInto(mlPool* home) const;
     void copyItem(mlSection* to) const;
 

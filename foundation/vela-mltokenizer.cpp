@@ -304,12 +304,14 @@ void mlTokenizer::append(unsigned short const* from, unsigned short const* to, b
     size_t const total = buffer.size() + afterBlank + static_cast<size_t>(to - from);
     if (total > maxTextUnits)
         throw velaError(12);
-    truncated |= isLimited && total > lengthLimit;
     if (truncated)
         return;
+    truncated = isLimited && total > lengthLimit;
     if (afterBlank)
         buffer.push_back(' ');
-    buffer.insert(buffer.end(), from, to);
+    buffer.insert(buffer.end(), from, truncated ? from + std::min<long>(to - from, lengthLimit) : to);
+    if (truncated)
+        buffer.resize(lengthLimit);
 }
 
 /// Passes over a comment whose opener was read. What begins with a quotation mark is a quoted string here too, so that

@@ -13,7 +13,8 @@ public:
     explicit mlTokenizer(textstream* source) : stream(source) {}
 
     /// Reads the next token in a context (mlContext bits). With `isLimited` a text run that is longer than
-    /// `lengthLimit` is skipped to its end and reported as truncated. The results below hold until the next call.
+    /// `lengthLimit` is cut there, skipped to its end and reported as truncated. The results below hold until the next
+    /// call.
     mlTokenType next(unsigned long flags, bool isLimited);
     /// The same; comments are passed over. White space before a comment still counts for what follows it.
     mlTokenType nextSkippingComments(unsigned long flags, bool isLimited);

@@ -95,14 +95,15 @@ unsigned short* strncpy16(unsigned short* to, unsigned short const* from, unsign
 
 namespace {
 
-/// Difference of the first two characters that differ after folding, looking at `count` at most.
+/// Difference of the first two characters that differ after folding, looking at `count` at most and at nothing behind
+/// a terminator: a unit such as U+0100 folds to zero and equals one.
 template <class Unit, class Fold>
 int difference(Unit const* left, Unit const* right, uint64_t count, Fold fold)
 {
     for (; count; --count, ++left, ++right) {
         const int foldedLeft = fold(*left);
         const int foldedRight = fold(*right);
-        if (foldedLeft != foldedRight || !*left)
+        if (foldedLeft != foldedRight || !*left || !*right)
             return foldedLeft - foldedRight;
     }
     return 0;

@@ -18,7 +18,8 @@ unsigned char* strncpy8(unsigned char* to, unsigned char const* from, unsigned i
 unsigned short* strncpy16(unsigned short* to, unsigned short const* from, unsigned int count);
 
 /// Negative, zero or positive. The `i` forms compare what tolower8() or tolower16() makes of each character and return
-/// the difference of the first two that differ. The `n` forms look at `count` characters at most.
+/// the difference of the first two that differ; a unit that folds to zero equals the terminator, where the comparison
+/// ends. The `n` forms look at `count` characters at most.
 int strcmp8(unsigned char const* left, unsigned char const* right);
 int strcmp16(unsigned short const* left, unsigned short const* right);
 int strncmp8(unsigned char const* left, unsigned char const* right, unsigned int count);

@@ -103,28 +103,36 @@ unsigned short* sstring::strrchr(unsigned short unit) const
     return nullptr;
 }
 
+unsigned short* sstring::strstr(sstring const& text, unsigned int count) const
+{
+    return strstr16(wideBuffer, text.subString(0, count).wideBuffer);
+}
+
 unsigned short* sstring::strstr(unsigned short const* text, unsigned int count) const
 {
-    const sstring wanted(text);
-    return strstr16(wideBuffer, wanted.subString(0, count).wideBuffer);
+    return strstr(sstring(text), count);
 }
 
 unsigned short* sstring::strstr(unsigned char const* text, unsigned int count) const
 {
-    return strstr16(wideBuffer, inMyLocale(text).subString(0, count).wideBuffer);
+    return strstr(inMyLocale(text), count);
 }
 
 unsigned short* sstring::strstr(char const* text, unsigned int count) const { return strstr(bytes(text), count); }
 
+unsigned short* sstring::strrstr(sstring const& text, unsigned int count) const
+{
+    return strrstr16(wideBuffer, text.subString(0, count).wideBuffer);
+}
+
 unsigned short* sstring::strrstr(unsigned short const* text, unsigned int count) const
 {
-    const sstring wanted(text);
-    return strrstr16(wideBuffer, wanted.subString(0, count).wideBuffer);
+    return strrstr(sstring(text), count);
 }
 
 unsigned short* sstring::strrstr(unsigned char const* text, unsigned int count) const
 {
-    return strrstr16(wideBuffer, inMyLocale(text).subString(0, count).wideBuffer);
+    return strrstr(inMyLocale(text), count);
 }
 
 unsigned short* sstring::strrstr(char const* text, unsigned int count) const { return strrstr(bytes(text), count); }
@@ -171,12 +179,13 @@ void sstring::growWideFor(unsigned int more)
 /// Builds the text anew, piece by piece, so that many hits cost no more than one copy of the text.
 void sstring::replaceHits(sstring const& from, sstring const& to, unsigned short const* hit)
 {
+    const unsigned int fromLength = strlen16(from.wideBuffer);
     sstring result;
     const unsigned short* rest = wideBuffer;
     for (; hit; hit = strstr16(rest, from.wideBuffer)) {
         result.writeUnits(result.length, rest, static_cast<unsigned int>(hit - rest), true);
         result.writeUnits(result.length, to.wideBuffer, to.length, true);
-        rest = hit + from.length;
+        rest = hit + fromLength;
     }
     result.append(rest);
     std::swap(wideBuffer, result.wideBuffer);
@@ -186,11 +195,13 @@ void sstring::replaceHits(sstring const& from, sstring const& to, unsigned short
 
 unsigned int sstring::replace(sstring const& from, sstring const& to, ReplaceHowMany howMany)
 {
-    const unsigned short* hit = from.length ? strstr16(wideBuffer, from.wideBuffer) : nullptr;
+    // What is searched ends at a terminator, wherever the string's own length ends.
+    const unsigned int fromLength = strlen16(from.wideBuffer);
+    const unsigned short* hit = fromLength ? strstr16(wideBuffer, from.wideBuffer) : nullptr;
     if (!hit)
         return length;
     if (howMany != ReplaceAll)
-        return replace(static_cast<unsigned int>(hit - wideBuffer), from.length, to);
+        return replace(static_cast<unsigned int>(hit - wideBuffer), fromLength, to);
     replaceHits(from, to, hit);
     return length;
 }

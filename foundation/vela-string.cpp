@@ -52,12 +52,7 @@ sstring::sstring(sstring const& other, unsigned int start, unsigned int count)
     : sstring(NoBuffer{}) // from here on the destructor runs, whatever is thrown
 {
     ownLocale = velaCopyLocale(other.ownLocale);
-    if (start > other.length)
-        setSize(1);
-    else if (count == npos)
-        set(other.wideBuffer, start);
-    else
-        set(other.wideBuffer, start, std::min(count, other.length - start));
+    set(other, start, count);
 }
 
 sstring::~sstring()
@@ -282,6 +277,12 @@ void sstring::setAt(unsigned int pos, char const* text, unsigned int start, unsi
     setAt(pos, bytes(text), start, count);
 }
 
+void sstring::setAt(unsigned int pos, sstring const& text, unsigned int start, unsigned int count)
+{
+    start = std::min(start, text.length);
+    setAt(pos, text.wideBuffer, start, count == npos ? npos : std::min(count, text.length - start));
+}
+
 sstring& sstring::set(char const* text, unsigned int start, unsigned int count)
 {
     setAt(0, bytes(text), start, count);
@@ -295,6 +296,12 @@ sstring& sstring::set(unsigned char const* text, unsigned int start, unsigned in
 }
 
 sstring& sstring::set(unsigned short const* text, unsigned int start, unsigned int count)
+{
+    setAt(0, text, start, count);
+    return *this;
+}
+
+sstring& sstring::set(sstring const& text, unsigned int start, unsigned int count)
 {
     setAt(0, text, start, count);
     return *this;

@@ -137,8 +137,8 @@ public:
     sstring& set(char const* text, unsigned int start = 0, unsigned int count = npos);
     sstring& set(unsigned char const* text, unsigned int start = 0, unsigned int count = npos);
     sstring& set(unsigned short const* text, unsigned int start = 0, unsigned int count = npos);
-    /// Takes the text, not the locale.
-    sstring& set(sstring const& text) { return set(text.wideBuffer); }
+    /// Takes the text, not the locale. A range that leaves the other text is cut at its end.
+    sstring& set(sstring const& text, unsigned int start = 0, unsigned int count = npos);
 
     /// Writes `count` units of the text, from `start` on, at position `pos`; a gap before `pos` is filled with spaces.
     /// A count of npos writes the rest of the text and ends the string behind it. An explicit count that ends inside
@@ -146,6 +146,7 @@ public:
     void setAt(unsigned int pos, char const* text, unsigned int start = 0, unsigned int count = npos);
     void setAt(unsigned int pos, unsigned char const* text, unsigned int start = 0, unsigned int count = npos);
     void setAt(unsigned int pos, unsigned short const* text, unsigned int start = 0, unsigned int count = npos);
+    void setAt(unsigned int pos, sstring const& text, unsigned int start = 0, unsigned int count = npos);
 
     sstring& append(char const* text);
     sstring& append(unsigned char const* text);
@@ -241,9 +242,11 @@ public:
     unsigned short* strstr(char const* text, unsigned int count = npos) const;
     unsigned short* strstr(unsigned char const* text, unsigned int count = npos) const;
     unsigned short* strstr(unsigned short const* text, unsigned int count = npos) const;
+    unsigned short* strstr(sstring const& text, unsigned int count = npos) const;
     unsigned short* strrstr(char const* text, unsigned int count = npos) const;
     unsigned short* strrstr(unsigned char const* text, unsigned int count = npos) const;
     unsigned short* strrstr(unsigned short const* text, unsigned int count = npos) const;
+    unsigned short* strrstr(sstring const& text, unsigned int count = npos) const;
 
     /// The tail of the text from the first occurrence on; empty when absent.
     sstring operator%(char character) const;
@@ -266,6 +269,8 @@ public:
     virtual int compare(unsigned short const* text, unsigned int count) const;
     virtual int comparei(unsigned char const* text, unsigned int count) const;
     virtual int comparei(unsigned short const* text, unsigned int count) const;
+    int compare(sstring const& text, unsigned int count) const { return compare(text.wideBuffer, count); }
+    int comparei(sstring const& text, unsigned int count) const { return comparei(text.wideBuffer, count); }
 
     /// The six comparison operators: with text through the virtual compare(), with an istring without regard to case,
     /// with an int as numbers. Pointers to writable text have their own, or built-in pointer comparison would compete.
@@ -355,6 +360,7 @@ public:
     bool operator==(istring const& other) const { return comparei(other.getUnicode(), npos) == 0; }
     bool operator!=(istring const& other) const { return comparei(other.getUnicode(), npos) != 0; }
 
+    using sstring::compare;
     int compare(unsigned char const* text, unsigned int count) const override { return comparei(text, count); }
     int compare(unsigned short const* text, unsigned int count) const override { return comparei(text, count); }
 };
@@ -455,3 +461,5 @@ TARN_COMPARISON(>=)
 TARN_COMPARISON(==)
 TARN_COMPARISON(!=)
 #undef TARN_COMPARISON
+
+#include "vela-error.h" // what every string can throw; it holds a string itself, so it stands behind them

@@ -45,6 +45,17 @@ std::string codesetOf(char const* name)
 
 TEST(Locale, ABlockOf32Bytes) { EXPECT_EQ(sizeof(LOCALE), 32u); }
 
+TEST(Locale, ItsNameTakesNoMoreRoomThanItNeeds)
+{
+    LOCALE* locale = Locale_Create("fr_FR");
+    char text[8];
+    std::memset(text, '?', sizeof text);
+    EXPECT_EQ(Locale_ToString(locale, text), 1);
+    EXPECT_STREQ(text, "fr_FR");
+    EXPECT_EQ(text[6], '?');
+    Locale_Destroy(locale);
+}
+
 TEST(Locale, CodeSetNamesBecomeTheirLocales)
 {
     EXPECT_EQ(canonical("iso8859-1"), "en_US");

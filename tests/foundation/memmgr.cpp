@@ -114,7 +114,9 @@ TEST(MemMgr, ImpossibleArraysAreErrors)
 {
     Array array;
     EXPECT_EQ(array.codeOfGrowing(1, 0), 22);
-    EXPECT_EQ(array.codeOfGrowing(0xFFFFFFFF, 16), 12);
+    EXPECT_EQ(array.codeOfGrowing(0xFFFFFFFF, 16), 22) << "no multiple of 16 fits into 32 bits";
+    EXPECT_EQ(array.codeOfGrowing(0xFFFFFFFF, 7), 22);
+    EXPECT_EQ(array.codeOfGrowing(0xFFFFFFFF, 1, 0xFFFFFFFF), 12);
     EXPECT_EQ(array.codeOfGrowing(0xFFFFFFF0, 16, 0xFFFFFFFF), 12);
     EXPECT_EQ(array.elements, nullptr);
     EXPECT_EQ(array.capacity, 0u);

@@ -46,6 +46,39 @@ TEST(Output, QuotationMarksInsideValuesAndNamesReadBack)
     EXPECT_EQ(written("<!DOCTYPE html PUBLIC '-//X Y//EN'>"), "<!DOCTYPE html=\"\" PUBLIC=\"\" \"-//X Y//EN\"=\"\">");
 }
 
+TEST(Output, AnAttributeAlone)
+{
+    mlAttr attr;
+    EXPECT_EQ(text8(attr.toString()), "=\"\"");
+    attr.set("name", "say \"what is too long to stand in place\"");
+    mlAttr const copy = attr;
+    attr.set("other", "");
+    EXPECT_EQ(text8(copy.toString()), "name=\"say &quot;what is too long to stand in place&quot;\"");
+    EXPECT_EQ(text8(attr.toString()), "other=\"\"");
+    EXPECT_EQ(attr.getLine(), 0u);
+}
+
+TEST(Output, ACopiedAttributeOutlivesItsSectionAndDoesNotShareItsText)
+{
+    std::string const longText(40, 'x');
+    mlAttr copy;
+    {
+        MemorySource source("<a b='" + longText + "' c=d>");
+        mlParser parser(source.get());
+        mlSection* section = parser.getSection(0);
+        copy = *section->getAttr(0);
+        mlAttr other(*section->getAttr(0));
+        other.set("z", "z");
+        *section->getAttr(1) = other;
+        section->removeAttr("b");
+        section->addAttr("e", longText.c_str());
+        EXPECT_EQ(text8(section->toString()), "<a z=\"z\" e=\"" + longText + "\"/>");
+    }
+    EXPECT_EQ(text8(copy.getLHS()), "b");
+    EXPECT_EQ(text8(copy.getRHS()), longText);
+    EXPECT_EQ(copy.getLine(), 1u);
+}
+
 TEST(Output, OneSectionAlone)
 {
     MemorySource source("<a><b x=1>c<i>d</i></b></a>");

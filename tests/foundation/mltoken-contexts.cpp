@@ -182,6 +182,7 @@ TEST(Tokens, RunIsCutBehind1024UnitsWhenPlaceAndFlagAreAsked)
         Token const token = pop(parser, flags);
         EXPECT_EQ(token.type, mlTokenText);
         EXPECT_EQ(token.truncated, 1) << flags;
+        EXPECT_EQ(token.text, std::string(1024, 'x')) << "what stands before the cut is kept";
         EXPECT_EQ(token.start, bookmark(0, 1));
         bool const isEndRecognised = flags != 4;
         EXPECT_EQ(pop(parser, flags).type == mlTokenCloseCData, isEndRecognised) << "the rest of the run is skipped";
@@ -191,6 +192,14 @@ TEST(Tokens, RunIsCutBehind1024UnitsWhenPlaceAndFlagAreAsked)
     Token const whole = pop(parser, 8, false);
     EXPECT_EQ(whole.truncated, 0);
     EXPECT_EQ(whole.text.size(), 3000u);
+}
+
+TEST(Tokens, ARunOfWordsIsCutInsideAWordOrBehindABlank)
+{
+    EXPECT_EQ(popOne(std::string(1020, 'x') + " \n yyyyyy", 8).text, std::string(1020, 'x') + " yyy");
+    EXPECT_EQ(popOne(std::string(1023, 'x') + " yyy", 8).text, std::string(1023, 'x') + " ");
+    EXPECT_EQ(popOne(std::string(1024, 'x') + " yyy", 8).text, std::string(1024, 'x'));
+    EXPECT_EQ(popOne(std::string(1024, 'x') + " y &lt; " + std::string(3000, 'z'), 8).text, std::string(1024, 'x'));
 }
 
 TEST(Tokens, WhiteSpaceBehindACutRunIsStillSeen)

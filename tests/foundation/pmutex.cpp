@@ -126,6 +126,20 @@ TEST(RecursiveMutex, ATimedRequestWaitsForItsDeadline)
     rmutex_destroy(mutex);
 }
 
+TEST(RecursiveMutex, ANegativeTimeoutWaitsForEver)
+{
+    rmutex* mutex = rmutex_create();
+    rmutex_request(mutex);
+    std::atomic<int> result{-1};
+    std::thread waiting([&] { result = rmutex_request_timeout(mutex, -1500); });
+    millisleep(50);
+    EXPECT_EQ(result, -1) << "still waiting";
+    rmutex_release(mutex);
+    waiting.join();
+    EXPECT_EQ(result, 0);
+    rmutex_destroy(mutex);
+}
+
 TEST(RecursiveMutex, KeepsThreadsApart)
 {
     rmutex* mutex = rmutex_create();

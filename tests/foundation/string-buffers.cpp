@@ -70,6 +70,27 @@ TEST(StringBuffers, ConstructorsTakeStartAndCount)
     EXPECT_EQ(sstring("abcdef").subString(1, 2), "bc");
 }
 
+TEST(StringBuffers, APartOfAnotherStringCanBeSet)
+{
+    LOCALE* japanese = Locale_Create("ja_JP");
+    sstring other("abcdef");
+    other.setLocale(japanese);
+    sstring text("xyz");
+    EXPECT_EQ(text.set(other, 2, 3), "cde");
+    EXPECT_EQ(text.set(other, 0, 1), "ade") << "an explicit count overwrites in place";
+    EXPECT_EQ(text.set(other, 4), "ef");
+    EXPECT_EQ(text.getLocale(), Locale_GetDefault()) << "only the text is taken";
+    text.setAt(3, other, 0, 2);
+    EXPECT_EQ(text, "ef ab");
+    text.setAt(1, text, 2);
+    EXPECT_EQ(text, "e ab");
+    text.setAt(0, other, 100, 100);
+    EXPECT_EQ(text, "e ab");
+    text.setAt(0, other, 100);
+    EXPECT_EQ(text.getLength(), 0u);
+    Locale_Destroy(japanese);
+}
+
 TEST(StringBuffers, RangesBehindTheEndAreCutThere)
 {
     const sstring text("abc");

@@ -275,3 +275,21 @@ TEST(StringCUnits, TheTwoTokenizersKeepSeparatePositions)
     EXPECT_EQ(*strtok8(nullptr, u8(" ")), 'b');
     EXPECT_EQ(*strtok16(nullptr, u16(u" ")), 'd');
 }
+
+TEST(StringCUnits, FoldedComparisonEndsAtEitherTerminator)
+{
+    // U+0100 folds to zero; the block behind each text ends with its terminator, so that reading on is seen.
+    for (unsigned short unit : {0x100, 0xFF00}) {
+        std::vector<unsigned short> const longer{'a', unit, 0};
+        std::vector<unsigned short> const shorter{'A', 0};
+        EXPECT_EQ(stricmp16(longer.data(), shorter.data()), 0);
+        EXPECT_EQ(stricmp16(shorter.data(), longer.data()), 0);
+        EXPECT_EQ(strnicmp16(longer.data(), shorter.data(), 9), 0);
+        EXPECT_EQ(strnicmp16(shorter.data(), longer.data(), 9), 0);
+    }
+    // Behind the terminators stands what would make a difference.
+    unsigned short const left[] = {0x100, 'x', 0};
+    unsigned short const right[] = {0, 'y', 0};
+    EXPECT_EQ(stricmp16(left, right), 0);
+    EXPECT_EQ(strnicmp16(left, right, 2), 0);
+}

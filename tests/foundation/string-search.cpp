@@ -199,3 +199,33 @@ TEST(StringSearch, ComparesUpToACount)
     EXPECT_EQ(text.comparei(u16(u"abX"), npos), 'c' - 'x');
     EXPECT_EQ(istring("ABC").compare(u8("abd"), 2), 0);
 }
+
+TEST(StringSearch, ReplacedTextEndsAtItsTerminator)
+{
+    std::u16string const longer = u"a" + std::u16string(1, u'\0') + std::u16string(5000, u'b');
+    sstring const from(u16(longer.c_str()), 0, static_cast<unsigned int>(longer.size()));
+    ASSERT_EQ(from.getLength(), 5002u);
+    sstring text("xaya");
+    EXPECT_EQ(text.replace(from, "-"), 4u);
+    EXPECT_EQ(text, "x-y-");
+    text = "xaya";
+    EXPECT_EQ(text.replace(from, "-", sstring::ReplaceFirst), 4u);
+    EXPECT_EQ(text, "x-ya");
+    sstring const nothing(u16(u"\0a"), 0, 2);
+    EXPECT_EQ(text.replace(nothing, "-"), 4u);
+}
+
+TEST(StringSearch, TakesAStringWhereverItTakesAText)
+{
+    sstring text("abcabc");
+    sstring const part("bcx");
+    EXPECT_EQ(text.strstr(part, 2), text.getUnicode() + 1);
+    EXPECT_EQ(text.strrstr(part, 2), text.getUnicode() + 4);
+    EXPECT_EQ(text.strstr(part), nullptr);
+    EXPECT_EQ(text.strrstr(part), nullptr);
+    EXPECT_EQ(text.compare(sstring("abX"), 2), 0);
+    EXPECT_GT(text.compare(sstring("abX"), npos), 0);
+    EXPECT_LT(text.comparei(sstring("abX"), npos), 0);
+    EXPECT_EQ(istring("ABC").compare(text, 3), 0);
+    EXPECT_EQ(text.compare("abcX", 3), 0);
+}
