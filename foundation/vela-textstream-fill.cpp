@@ -133,13 +133,15 @@ void textstream::chooseLocale(velaBytes const& declared)
     localeDeclared = true;
 }
 
-/// A stream without a locale takes it from what its first chunk declares, or from the process.
+/// A stream without a locale takes it from what its first chunk declares, or from the process. In a later chunk, which
+/// finds none when it was cleared meanwhile, the same word is only text.
 void textstream::chooseCodeSet(unsigned char const* chunk, unsigned int count)
 {
-    if (!decoder)
-        decoder = std::unique_ptr<tsDecoder>(new tsDecoder);
+    bool const isFirst = !decoder;
     if (!locale)
-        chooseLocale(findDeclaredCodeSet(chunk, count));
+        chooseLocale(isFirst ? findDeclaredCodeSet(chunk, count) : velaBytes());
+    if (isFirst)
+        decoder = std::unique_ptr<tsDecoder>(new tsDecoder);
     if (codeSet)
         return decoder->useCodeSet(reinterpret_cast<char const*>(codeSet));
     char name[nameBytes] = {};

@@ -167,6 +167,7 @@ void textstream::forgetDecoded()
         setLocale(nullptr);
     free8(codeSet);
     codeSet = nullptr;
+    decoder.reset();
 }
 
 int textstream::isOpen() { return openFlag; }

@@ -178,6 +178,26 @@ TEST(TextstreamEncodings, DeclarationIsSearchedInTheFirstChunkOnly)
     Locale_Destroy(locale);
 }
 
+TEST(TextstreamEncodings, LocaleClearedLaterStartsNoNewSearch)
+{
+    std::string const late = std::string(17000, '.') + declared("euc-kr") + "\xB0\xA1";
+    MemorySource source(late);
+    LOCALE* locale = Locale_Create("en_US");
+    Locale_SetDefault(locale);
+    EXPECT_EQ(source->advance(10), 10u);
+    source->setLocale(nullptr);
+    EXPECT_EQ(allUnits(*source.get()).substr(late.size() - 12), decodedWhole("\xB0\xA1", "IBM-850"));
+    EXPECT_STREQ(source->getLocale()->name, "en_US");
+    source->close();
+    source->setLocale(nullptr);
+    std::string next = declared("euc-kr") + "\xB0\xA1";
+    ASSERT_EQ(source->open(reinterpret_cast<unsigned char*>(next.data()), static_cast<unsigned int>(next.size()), 0),
+              1);
+    EXPECT_EQ(allUnits(*source.get()).back(), u'\uAC00') << "another source has a first chunk of its own";
+    Locale_SetDefault(nullptr);
+    Locale_Destroy(locale);
+}
+
 TEST(TextstreamEncodings, LocaleSetFromOutsideStopsTheSearch)
 {
     LOCALE* korean = Locale_Create("euc-kr");
