@@ -123,7 +123,7 @@ void guiHtmlImage::play() { startMovie(false); }
 
 void guiHtmlImage::startMovie(bool isLooped)
 {
-    if (!m_movie || !m_movie->hasVideo())
+    if (!m_movie || !m_movie->isValid())
         return;
     m_movie->onStopped(&guiHtmlImage::onStopped, this);
     m_movie->play(isLooped);

@@ -1,31 +1,73 @@
 // controls/guiimagemap.cpp: see guiimagemap.h.
 #include "controls/guiimagemap.h"
 
-#include <QPolygon>
+#include <QPainterPath>
+#include <algorithm>
 
 namespace {
 
-QRegion polygon(int const* xs, int const* ys, int count)
+QPolygon polygon(int const* xs, int const* ys, int count)
 {
     QPolygon points(count);
     for (int i = 0; i < count; ++i)
         points.setPoint(i, xs[i], ys[i]);
-    return QRegion(points, Qt::OddEvenFill);
+    return points;
+}
+
+/// The toolkit's circle, as it fills it. A point for every few pixels, so it is made when it is asked for.
+QPolygon circleIn(QRect const& box)
+{
+    QPainterPath path;
+    path.addEllipse(box);
+    return path.toSubpathPolygons().at(0).toPolygon();
+}
+
+/// Whether an edge is crossed on the way from the point to the left. An edge's lower end is not its own.
+bool isCrossed(QPoint from, QPoint to, int x, int y)
+{
+    if (from.y() > to.y())
+        std::swap(from, to);
+    if (y < from.y() || y >= to.y())
+        return false;
+    qint64 const height = qint64{to.y()} - from.y();
+    qint64 const width = qint64{to.x()} - from.x();
+    return (qint64{x} - from.x()) * height >= (qint64{y} - from.y()) * width;
+}
+
+/// The odd-even rule, pixel for pixel as the toolkit fills regions. A region itself is a list of rectangles: a large
+/// circle takes seconds to become one, and a polygon that goes to and fro never does.
+bool isInside(QPolygon const& shape, int x, int y)
+{
+    bool inside = false;
+    for (qsizetype i = 0, before = shape.size() - 1; i < shape.size(); before = i++)
+        inside ^= isCrossed(shape[before], shape[i], x, y);
+    return inside;
 }
 
 } // namespace
 
 guiImageMapRegion::guiImageMapRegion(sstring const& link, int x, int y, int width, int height)
-    : m_shape(x, y, width, height), m_link(link)
+    : m_box(x, y, width, height), m_link(link)
 {}
 
 guiImageMapRegion::guiImageMapRegion(sstring const& link, int cx, int cy, int radius)
-    : m_shape(cx - radius, cy - radius, 2 * radius, 2 * radius, QRegion::Ellipse), m_link(link)
+    : m_kind(kCircle), m_box(cx - radius, cy - radius, 2 * radius, 2 * radius), m_link(link)
 {}
 
 guiImageMapRegion::guiImageMapRegion(sstring const& link, int const* xs, int const* ys, int count)
-    : m_shape(polygon(xs, ys, count)), m_link(link)
+    : m_kind(kPolygon), m_points(polygon(xs, ys, count)), m_box(m_points.boundingRect()), m_link(link)
 {}
+
+sstring guiImageMapRegion::hitTest(int x, int y) const { return contains(x, y) ? m_link : sstring(); }
+
+bool guiImageMapRegion::contains(int x, int y) const
+{
+    if (m_box.isEmpty() || !m_box.contains(x, y))
+        return false;
+    if (m_kind == kRectangle)
+        return true;
+    return isInside(m_kind == kCircle ? circleIn(m_box) : m_points, x, y);
+}
 
 sstring guiImageMap::hitTest(int x, int y) const
 {

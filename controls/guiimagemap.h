@@ -3,7 +3,8 @@
 
 #include "foundation/vela-string.h"
 
-#include <QRegion>
+#include <QPolygon>
+#include <QRect>
 #include <memory>
 #include <vector>
 
@@ -11,7 +12,7 @@
 class guiImageMapRegion
 {
 public:
-    /// A rectangle.
+    /// A rectangle; none without a width and a height.
     guiImageMapRegion(sstring const& link, int x, int y, int width, int height);
     /// A circle around (cx, cy).
     guiImageMapRegion(sstring const& link, int cx, int cy, int radius);
@@ -19,10 +20,21 @@ public:
     guiImageMapRegion(sstring const& link, int const* xs, int const* ys, int count);
 
     /// The link when the point lies in the shape, else "".
-    sstring hitTest(int x, int y) const { return m_shape.contains(QPoint(x, y)) ? m_link : sstring(); }
+    sstring hitTest(int x, int y) const;
 
 private:
-    QRegion m_shape;
+    enum kind_t : unsigned char
+    {
+        kRectangle,
+        kCircle,
+        kPolygon,
+    };
+
+    bool contains(int x, int y) const;
+
+    kind_t m_kind = kRectangle;
+    QPolygon m_points; // of a polygon
+    QRect m_box;       // around the shape
     sstring m_link;
 };
 

@@ -38,6 +38,8 @@ void waitAtMost(pevent* event, unsigned milliseconds)
 
 guiMovie::guiMovie() : m_lock(pmutex_create()), m_wake(pevent_create()) {}
 
+guiMovie::guiMovie(ScriptObject* owner, sstring const& name) : guiMovie() { loadFile(owner, name); }
+
 guiMovie::~guiMovie()
 {
     stop();
@@ -52,13 +54,14 @@ int guiMovie::loadFile(ScriptObject* owner, sstring const& name)
     freeMovie();
     void const* data = nullptr;
     unsigned length = 0;
-    bool const isRead = pGUI->getLoadFile()->readFile(owner, name, &data, &length);
+    bool const isKnown = isMovie(name);
+    bool const isRead = isKnown && pGUI->getLoadFile()->readFile(owner, name, &data, &length);
     if (isRead && isSound(name))
         m_video.audio.assign(static_cast<unsigned char const*>(data), static_cast<unsigned char const*>(data) + length);
     if (isRead && (hasAudio() || loadVideo(data, length, m_video)))
         return 1;
     guiComponent::logError("guiMovie::loadFile() - failed to load movie %s; %s\n",
-                           guiComponent::printable(name).c_str(), isRead ? "bad format" : "file not found");
+                           guiComponent::printable(name).c_str(), isKnown && !isRead ? "file not found" : "bad format");
     return 0;
 }
 
@@ -85,7 +88,7 @@ void guiMovie::play(int loop)
         return;
     }
     join(); // of the time before
-    if (!hasVideo())
+    if (!isValid())
         return;
     m_next = 0;
     pevent_reset(m_wake);
@@ -141,11 +144,11 @@ void guiMovie::run()
     tellStopped();
 }
 
-/// Hands the next frame over; false behind the last one.
+/// Hands the next frame over; false behind the last one, and without any.
 bool guiMovie::showNext()
 {
     if (m_next >= m_video.frames.size()) {
-        if (!m_isLooping)
+        if (!m_isLooping || !hasVideo())
             return false;
         m_next = 0;
     }

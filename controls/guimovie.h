@@ -21,6 +21,8 @@ public:
     using stopped_t = void (*)(guiMovie* movie, void* data);
 
     guiMovie();
+    /// Also loads the file; isValid() says whether it could.
+    guiMovie(ScriptObject* owner, sstring const& name);
     /// Stops the movie.
     ~guiMovie();
     guiMovie(guiMovie const&) = delete;
@@ -29,8 +31,8 @@ public:
     /// Whether the name's last extension is ".wav", ".avi" or ".avz", in any case.
     static bool isMovie(sstring const& name);
 
-    /// Reads the file through the component, by full name; what was loaded before is gone. 1, or 0 after a log line,
-    /// and the movie is empty.
+    /// Reads the file through the component, by full name with a movie's extension; what was loaded before is gone. 1,
+    /// or 0 after a log line, and the movie is empty.
     int loadFile(ScriptObject* owner, sstring const& name);
     /// Stops the movie and frees what was loaded.
     void freeMovie();
@@ -41,7 +43,8 @@ public:
 
     /// The node that shows the frames, not owned; null: none. While the movie is not playing.
     void setRenderTarget(guiHtmlImage* target) { m_target = target; }
-    /// Starts from the first frame, `loop` not 0 over and over; goes on where it was paused; nothing while it plays.
+    /// Starts from the first frame, `loop` not 0 over and over; goes on where it was paused; nothing while it plays. A
+    /// movie without frames ends at once.
     void play(int loop);
     void pause() { m_isPaused = true; }
     void resume();

@@ -8,6 +8,7 @@
 #include "page/guinumbers.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <map>
 
 void guiHtmlParser::pullImageTag(guiHtml* parent, mlSection* section)
@@ -72,6 +73,13 @@ std::vector<int> readCoordinates(sstring const& list)
     return numbers;
 }
 
+/// From one corner to the opposite one, in either order.
+void addRectangle(guiImageMap* map, sstring const& link, std::vector<int> const& at)
+{
+    map->addRegion(guiImageMapRegion(link, std::min(at[0], at[2]), std::min(at[1], at[3]), std::abs(at[2] - at[0]),
+                                     std::abs(at[3] - at[1])));
+}
+
 void addPolygon(guiImageMap* map, sstring const& link, std::vector<int> const& numbers)
 {
     std::vector<int> xs;
@@ -91,7 +99,7 @@ void guiHtmlParser::pullImageMapArea(guiImageMap* map, mlSection* section)
     sstring link = pullAttr(section, "href");
     std::vector<int> at = readCoordinates(pullAttr(section, "coords"));
     if (guiIsWord(shape, "rect") && at.size() >= 4)
-        map->addRegion(guiImageMapRegion(link, at[0], at[1], at[2] - at[0], at[3] - at[1]));
+        addRectangle(map, link, at);
     else if (guiIsWord(shape, "circle") && at.size() >= 3)
         map->addRegion(guiImageMapRegion(link, at[0], at[1], at[2]));
     else if (guiIsWord(shape, "poly") && at.size() >= 6)

@@ -5,7 +5,10 @@
 #include "tests/support/fakescript.h"
 #include "tests/support/pagewindow.h"
 
+#include <QElapsedTimer>
+#include <QRegion>
 #include <gtest/gtest.h>
+#include <random>
 
 namespace {
 
@@ -105,6 +108,99 @@ TEST(ShownImages, FillTheirNodeWhenThePageSaysHowLargeBothSidesAre)
     EXPECT_EQ(canvas.at(10, 10), qRgb(0, 255, 0));
     EXPECT_EQ(canvas.at(29, 21), qRgb(0, 255, 0));
     EXPECT_EQ(canvas.at(30, 21), Canvas::kUntouched);
+}
+
+namespace {
+
+/// The first point where a shape and the toolkit's region of it differ, "" without one.
+std::string difference(guiImageMapRegion const& shape, QRegion const& region)
+{
+    for (int y = -40; y < 60; ++y)
+        for (int x = -40; x < 60; ++x)
+            if ((shape.hitTest(x, y) == "link") != region.contains(QPoint(x, y)))
+                return std::to_string(x) + "," + std::to_string(y);
+    return "";
+}
+
+/// The links of a page's map, tried at the points in order.
+std::string linksOf(char const* areas, std::vector<QPoint> const& points)
+{
+    PageWindow window;
+    FakeHost host;
+    window.root.setText(sstring("<img name=i usemap=#m><map name=m>") + areas + "</map>", "");
+    auto& image = dynamic_cast<guiHtmlImage&>(*window.root.getNamed("i"));
+    std::string links;
+    for (QPoint at : points)
+        links += std::string(image.getMappedLink(at.x(), at.y()).c_str()) + ";";
+    return links;
+}
+
+} // namespace
+
+TEST(MapShapes, ArePixelForPixelTheToolkitsRegions)
+{
+    EXPECT_EQ(difference(guiImageMapRegion("link", -3, 4, 20, 7), QRegion(-3, 4, 20, 7)), "");
+    EXPECT_EQ(difference(guiImageMapRegion("link", 3, 4, -20, 7), QRegion()), "");
+    for (int radius : {-5, 0, 1, 2, 5, 13, 30})
+        EXPECT_EQ(difference(guiImageMapRegion("link", 3, 4, radius),
+                             QRegion(3 - radius, 4 - radius, 2 * radius, 2 * radius, QRegion::Ellipse)),
+                  "")
+            << radius;
+    std::mt19937 random(7);
+    for (int round = 0; round < 60; ++round) {
+        QPolygon points;
+        std::vector<int> xs;
+        std::vector<int> ys;
+        for (unsigned i = 0; i < 3 + random() % 7; ++i) {
+            xs.push_back(static_cast<int>(random() % 70) - 20);
+            ys.push_back(static_cast<int>(random() % 70) - 20);
+            points << QPoint(xs.back(), ys.back());
+        }
+        EXPECT_EQ(difference(guiImageMapRegion("link", xs.data(), ys.data(), static_cast<int>(xs.size())),
+                             QRegion(points, Qt::OddEvenFill)),
+                  "")
+            << round;
+    }
+}
+
+TEST(MapShapes, OfAnySizeAreMadeAndTriedAtOnce)
+{
+    QElapsedTimer timer;
+    timer.start();
+    guiImageMap map("m");
+    map.addRegion(guiImageMapRegion("circle", 0, 0, 32767));
+    std::vector<int> xs;
+    std::vector<int> ys;
+    for (int i = 0; i < 2048; ++i) {
+        xs.push_back(16 * i);
+        ys.push_back(i % 2 ? -32767 : 32767);
+    }
+    map.addRegion(guiImageMapRegion("zigzag", xs.data(), ys.data(), 2048));
+    EXPECT_EQ(map.hitTest(100, 100), "circle");
+    EXPECT_EQ(map.hitTest(32760, 32760), "");
+    EXPECT_LT(timer.elapsed(), 1000);
+}
+
+TEST(MapShapes, TakeOddCoordinatesAsFarAsTheyMakeSense)
+{
+    EXPECT_EQ(linksOf("<area shape=rect coords='30, 40, 10, 20' href=r>", {{10, 20}, {29, 39}, {30, 39}, {9, 20}}),
+              "r;r;;;"); // corners in the other order, blanks
+    EXPECT_EQ(linksOf("<area shape=rect coords=1,2,3 href=r><area shape=rect href=r>", {{1, 2}, {0, 0}}), ";;");
+    EXPECT_EQ(linksOf("<area shape=rect coords=0,0,9,9,700,800 href=r>", {{8, 8}, {9, 9}, {600, 700}}), "r;;;");
+    EXPECT_EQ(linksOf("<area shape=circle coords=20,20,-5 href=c><area shape=circle coords=20,20 href=c>", {{20, 20}}),
+              ";");
+    EXPECT_EQ(linksOf("<area shape=poly coords=0,0,10,0,0,10,99 href=p>", {{2, 2}, {50, 5}}), "p;;"); // 99 has no y
+    EXPECT_EQ(linksOf("<area shape=poly coords=0,0,10,10 href=p>", {{5, 5}}), ";");
+    EXPECT_EQ(linksOf("<area shape=default coords=0,0,9,9 href=d><area coords=0,0,9,9 href=n>", {{5, 5}}), ";");
+    EXPECT_EQ(linksOf("<area shape=rect coords=a,b,9,x9 href=r>", {{0, 0}}), ";"); // 0,0,9,0
+}
+
+TEST(MapShapes, AreTriedInTheirOrderPastThoseWithoutALink)
+{
+    EXPECT_EQ(linksOf("<area shape=rect coords=0,0,9,9><area shape=rect coords=0,0,9,9 href=first>"
+                      "<area shape=circle coords=5,5,4 href=second><area shape=circle coords=12,5,5 href=third>",
+                      {{5, 5}, {12, 5}, {50, 50}}),
+              "first;third;;");
 }
 
 TEST(ImageLinks, AreFollowedOnAPress)

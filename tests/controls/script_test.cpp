@@ -9,7 +9,9 @@
 
 #include <QImage>
 #include <QPixmapCache>
+#include <atomic>
 #include <sstream>
+#include <thread>
 
 namespace {
 
@@ -331,6 +333,101 @@ TEST_F(ControlScript, MoviesThatLoopPlayUntilTheyGo)
     EXPECT_TRUE(host.serveUntil([&] { return !node<guiHtmlImage>("once").getMovie()->isPlaying(); }, 5s));
     EXPECT_TRUE(image.getMovie()->isPlaying());
     window.setText("gone"); // ends the player
+    window.close();
+}
+
+TEST_F(ControlScript, MoviesWithoutFramesEndAtOnce)
+{
+    write("tone.wav", "bytes that are not looked at");
+    int ends = 0;
+    NativeWindow window = open("<img src=tone.wav name=i paused looped>");
+    window.on("eStopped", [&](NativeWindow&, NativeArguments const&) { ++ends; });
+    auto& image = node<guiHtmlImage>("i");
+    ASSERT_NE(image.getMovie(), nullptr);
+    EXPECT_TRUE(image.getMovie()->isValid() && image.getMovie()->hasAudio());
+    EXPECT_FALSE(image.getMovie()->hasVideo());
+    EXPECT_EQ(image.m.rect.width, 0);
+    window.control("i")->call("play");
+    EXPECT_TRUE(host.serveUntil([&] { return ends == 1; }, 5s));
+    onGuiThread([&] {
+        guiMovie movie(nullptr, (folder / "tone.wav").c_str());
+        EXPECT_TRUE(movie.isValid());
+        movie.play(1); // over and over again is over at once, too
+        movie.stop();
+        EXPECT_FALSE(movie.isPlaying());
+    });
+}
+
+namespace {
+
+void noteEnd(guiMovie*, void* data) { ++*static_cast<std::atomic<int>*>(data); }
+
+} // namespace
+
+TEST_F(ControlScript, MoviesArePausedAndResumedWhereTheyWere)
+{
+    QByteArray frames;
+    for (int i = 0; i < 4; ++i)
+        frames += avzFrame(10, png(2, 2, Qt::red));
+    QByteArray const file = avz(frames);
+    write("clip.avz", std::string(file.constData(), static_cast<std::size_t>(file.size())));
+    write("clip.bin", std::string(file.constData(), static_cast<std::size_t>(file.size())));
+    open("x");
+    std::atomic<int> ends{0};
+    onGuiThread([&] {
+        guiMovie movie;
+        EXPECT_EQ(movie.loadFile(nullptr, (folder / "clip.avz").c_str()), 1);
+        movie.onStopped(noteEnd, &ends);
+        movie.pause();
+        movie.resume();
+        EXPECT_FALSE(movie.isPlaying()) << "that starts nothing";
+        movie.play(1);
+        movie.pause();
+        std::this_thread::sleep_for(80ms);
+        EXPECT_TRUE(movie.isPlaying());
+        EXPECT_EQ(ends, 0);
+        movie.play(0); // goes on, and ends behind the last frame
+        for (int i = 0; i < 500 && movie.isPlaying(); ++i)
+            std::this_thread::sleep_for(10ms);
+        EXPECT_FALSE(movie.isPlaying());
+        movie.stop();
+        EXPECT_EQ(ends, 1);
+        movie.play(0); // from the first frame again; the callback was for one end only
+        movie.stop();
+        EXPECT_EQ(ends, 1);
+        movie.onStopped(noteEnd, &ends);
+        movie.play(1);
+        movie.stop(); // an end as well
+        EXPECT_EQ(ends, 2);
+        movie.freeMovie();
+        EXPECT_FALSE(movie.isValid());
+        movie.play(1);
+        EXPECT_FALSE(movie.isPlaying());
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(movie.loadFile(nullptr, (folder / "clip.bin").c_str()), 0); // its name is not a movie's
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "guiMovie::loadFile() - failed to load movie " + (folder / "clip.bin").string() + "; bad format\n");
+    });
+}
+
+TEST_F(ControlScript, ANewSourceEndsTheMovieAndTakesItsPlace)
+{
+    QByteArray const file = avz(avzFrame(5, png(4, 3, Qt::red)) + avzFrame(5, png(4, 3, Qt::green)));
+    write("clip.avz", std::string(file.constData(), static_cast<std::size_t>(file.size())));
+    QImage(50, 30, QImage::Format_RGB32).save(QString::fromStdString((folder / "good.png").string()));
+    NativeWindow window = open("<img src=clip.avz name=i looped>");
+    NativeObjectRef control = window.control("i");
+    auto& image = node<guiHtmlImage>("i");
+    EXPECT_TRUE(host.serveUntil([&] { return image.getMovie()->isPlaying(); }, 5s));
+    EXPECT_EQ(control->call("loadFile", {"good.png"}), NativeValue(true));
+    EXPECT_EQ(image.getMovie(), nullptr);
+    EXPECT_FALSE(image.isMovie());
+    EXPECT_EQ(image.m.rect.width, 50);
+    EXPECT_EQ(control->call("play"), NativeValue()); // no movie
+    EXPECT_EQ(control->call("loadFile", {"clip.avz"}), NativeValue(true));
+    EXPECT_TRUE(image.isMovie() && image.getMovie()->isPlaying()); // at once, as its window is on the screen
+    EXPECT_EQ(image.m.rect.width, 4);
+    EXPECT_EQ(control->call("play", {"x"}), NativeValue());
     window.close();
 }
 
