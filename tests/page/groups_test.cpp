@@ -55,6 +55,8 @@ TEST(AttributeGroups, AreReadByTheElementsThatHaveThem)
               (groups{"name", "border", "mouse", "background", "width", "height", "align", "valign"}));
     EXPECT_EQ(groupsRead("frame"),
               (groups{"name", "border", "mouse", "background", "width", "height", "least width", "least height"}));
+    EXPECT_EQ(groupsRead("frameset"), (groups{"name", "border", "mouse", "background", "width", "height", "least width",
+                                              "least height", "expands"}));
     for (std::string const control :
          {"input type=text", "input type=checkbox", "textarea", "select", "object classid=listview"})
         for (char const* group : {"name", "mouse", "width", "height", "tabindex", "disabled"})
@@ -119,6 +121,18 @@ TEST(BlockObjects, AreTablesImagesObjectsAndUnknownTags)
     EXPECT_EQ(markerBehind("<img>"), "break");
 }
 
+TEST(BlockObjects, AreFramesetsAndFramesButNotWhatEndsInABreak)
+{
+    EXPECT_EQ(outlineOf("<frameset></frameset><table></table>"), "frameset BR html BR");
+    EXPECT_EQ(outlineOf("<frame></frame><table></table>"), "html BR html BR");
+    for (std::string const tag : {"center", "tbody"})
+        EXPECT_EQ(outlineOf("<" + tag + ">x</" + tag + "><table></table>"), "'x' P html BR") << tag;
+}
+TEST(BlockObjects, CountOnlyAtTheirOwnLevel)
+{
+    EXPECT_EQ(outlineOf("<dl><img></dl><table></table>"), "image P html BR");
+    EXPECT_EQ(outlineOf("<img><dl><table></table></dl>"), "image P html BR");
+}
 TEST(BlockObjects, AFormBehindOneStandsOnTheNextLineToo)
 {
     EXPECT_EQ(outlineOf("<object classid=Clock></object><form></form>"), "custom BR form");

@@ -367,6 +367,20 @@ TEST(Placement, NoDividerBelowLayersWithoutHeight)
     EXPECT_EQ(below->m.rect.top, 0);
 }
 
+TEST(Placement, GapBelowAnEmptyFirstLayerStaysWithoutItsDivider)
+{
+    testRoot root;
+    root.m.divide = 5;
+    addMarkers(&root, {kMarkerParagraph});
+    guiHtml* below = addBox(&root, 10, 10);
+    addMarkers(&root, {kMarkerParagraph});
+    guiHtml* last = addBox(&root, 10, 10);
+    root.m.alignY = kAlignTop;
+    root.layOut(100, 100);
+    EXPECT_EQ(below->m.rect.top, 12);
+    EXPECT_EQ(last->m.rect.top, 12 + 10 + 5 + 12);
+}
+
 TEST(Placement, LayersAreAlignedInTheNodesWidth)
 {
     testRoot root;

@@ -82,13 +82,27 @@ TEST(SetText, ATitleIsTheWindowsOnly)
 }
 TEST(SetText, ChildrenInheritColoursAndFontAtAppending)
 {
-    parsedPage page =
-        parsePage("<body text=red><table usesystemfont><tr><td><font face=F>x</font></td></tr></table></body>");
+    parsedPage page = parsePage("<body text=red link=lime alink=white><table usesystemfont><tr><td><font "
+                                "face=F>x</font></td></tr></table></body>");
     guiHtml* cell = page.root->getLastChild()->getLastChild();
     EXPECT_EQ(guiColor(cell->m.textColor), guiColor::BrightRed);
+    EXPECT_EQ(guiColor(cell->m.linkColor), guiColor::BrightGreen);
+    EXPECT_EQ(guiColor(cell->m.activeLinkColor), guiColor::White);
     EXPECT_EQ(cell->m.useSystemFont, 1);
     EXPECT_EQ(utf8(cell->getLastChild()->getString(kStringFace)), "F");
     page.root->setText("y", "");
+}
+TEST(SetText, WordsThatNameNoPlaceLeaveTheAlignmentAsItIs)
+{
+    auto frame = std::make_unique<guiHtml>();
+    frame->m.alignX = kAlignRight;
+    frame->m.alignY = kAlignTop;
+    parsedPage page = parsePageInto(std::move(frame), "<body align=justify valign=baseline>x</body>");
+    EXPECT_EQ(page.root->m.alignX, kAlignRight);
+    EXPECT_EQ(page.root->m.alignY, kAlignTop);
+    page.root->setText("<body align valign>x</body>", "");
+    EXPECT_EQ(page.root->m.alignX, kAlignRight);
+    EXPECT_EQ(page.root->m.alignY, kAlignTop);
 }
 TEST(SetText, ASyntaxErrorIsLoggedOnceAndWhatStandsBeforeItIsKept)
 {

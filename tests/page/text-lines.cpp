@@ -222,6 +222,18 @@ TEST(TextLines, IndentationCountsForTheWidth)
     EXPECT_EQ(linesOf(u"[[>99999999999]]one", 1000), "");
 }
 
+TEST(TextLines, BaselineIsThatOfTheLargestDescentOnTheLine)
+{
+    std::u16string const text = u"one [[,24]]two[[/,24]] three[[br]]four";
+    guiTextRun const run(text, guiTextFonts::of(testFont()), 10, true);
+    guiLineBreaker breaker(run, text, 1000);
+    ASSERT_TRUE(breaker.next());
+    EXPECT_EQ(breaker.descent(), QFontMetrics(testFont(24)).descent());
+    EXPECT_GT(breaker.descent(), QFontMetrics(testFont()).descent());
+    ASSERT_TRUE(breaker.next());
+    EXPECT_EQ(breaker.descent(), QFontMetrics(testFont()).descent());
+}
+
 TEST(TextLines, LineIsAsHighAsItsLargestFont)
 {
     testRoot root;

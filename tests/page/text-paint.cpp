@@ -221,6 +221,12 @@ TEST_F(TextPaint, ClosingAFontGoesBackToTheDefaultOne)
     guiHtmlText::drawText(nullptr, &where, sstring("[[,30]][[DejaVu Serif,]]mm"), &params, &before, nullptr);
     guiHtmlText::drawText(nullptr, &where, sstring("[[,30]][[DejaVu Serif,]]mm[[/x]]mm"), &params, &after, nullptr);
     EXPECT_EQ(after, before + width);
+    int named = 0;
+    guiHtmlText::drawText(nullptr, &where, sstring("[[DejaVu Serif]]mm"), &params, &before, nullptr);
+    guiHtmlText::drawText(nullptr, &where, sstring("[[,30]][[/,30]][[DejaVu Serif]]mm"), &params, &named, nullptr);
+    EXPECT_EQ(named, before) << "the size is the default one again, too";
+    guiHtmlText::drawText(nullptr, &where, sstring("[[,30]][[DejaVu Serif]]mm"), &params, &named, nullptr);
+    EXPECT_GT(named, before) << "a code that names a face alone keeps the size in force";
 }
 
 TEST_F(TextPaint, TabsAndLineEndsAreDrawnAsBlanks)

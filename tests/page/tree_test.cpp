@@ -297,6 +297,66 @@ TEST(Copies, ShareTheChildrenUntilTheLastOneGoes)
     copy.reset();
     EXPECT_EQ(nodes.size(), 0u);
 }
+TEST(Copies, TakeEveryFieldTheParentIncluded)
+{
+    guiHtml parent;
+    guiHtml source(&parent);
+    source.m.alignX = kAlignRight;
+    source.m.alignY = kAlignTop;
+    source.m.fixed = {1, 2, kUnitPixels, kUnitPercent, 3, 4};
+    source.m.dynamic = {5, 6, kUnitPercent, kUnitPixels, 7, 8};
+    source.m.expandChildren = source.m.expandWidth = source.m.expandHeight = 1;
+    source.m.activeCx = 9;
+    source.m.activeCy = 10;
+    source.m.rect = {11, 12, 13, 14};
+    source.m.space = 15;
+    source.m.divide = 16;
+    source.m.border = 17;
+    source.m.textColor = guiColor::BrightGreen;
+    source.m.linkColor = guiColor::BrightRed;
+    source.m.activeLinkColor = guiColor::White;
+    source.setBorderColors(guiColor::Black, guiColor::BrightBlue, guiColor::White);
+    source.setBackgroundColor(guiColor::DarkGray);
+    source.setFontSize(18);
+    source.setTabIndex(19);
+    source.setCaptionSize(20, 21);
+    source.m.useSystemFont = 1;
+    source.m.tabOrderDirty = 0;
+    source.m.scrollMode = kPolicyFixed;
+    source.m.enabled = source.m.visible = 0;
+    source.m.current = source.m.hover = 1;
+    for (int i = kStringFont; i <= kStringBackground; ++i)
+        source.setString(static_cast<guiNodeString>(i), sformat("text %d", i));
+
+    guiHtml assigned;
+    assigned = source;
+    guiHtml constructed(source);
+    for (guiHtml* copy : {&assigned, &constructed}) {
+        EXPECT_EQ(utf8(copy->toString(0)), utf8(source.toString(0)));
+        EXPECT_EQ(copy->getParent(), &parent);
+        EXPECT_EQ(guiColor(copy->m.textColor), guiColor::BrightGreen);
+        EXPECT_EQ(guiColor(copy->m.linkColor), guiColor::BrightRed);
+        EXPECT_EQ(guiColor(copy->m.activeLinkColor), guiColor::White);
+        EXPECT_EQ(copy->getBorderLight(), guiColor::Black);
+        EXPECT_EQ(copy->getBorderColor(), guiColor::BrightBlue);
+        EXPECT_EQ(copy->getBorderDark(), guiColor::White);
+        EXPECT_EQ(copy->getBackgroundColor(), guiColor::DarkGray);
+        EXPECT_TRUE(copy->hasBackgroundColor());
+        EXPECT_EQ(copy->getFontSize(), 18);
+        EXPECT_EQ(copy->getTabIndex(), 19);
+        EXPECT_EQ(copy->getCaptionWidth(), 20u);
+        EXPECT_EQ(copy->getCaptionHeight(), 21u);
+        EXPECT_EQ(copy->m.useSystemFont, 1);
+        EXPECT_EQ(copy->m.tabOrderDirty, 0);
+        EXPECT_EQ(copy->getSizePolicy(), kPolicyFixed);
+        EXPECT_EQ(copy->isEnabled(), 0);
+        EXPECT_EQ(copy->m.visible, 0);
+        EXPECT_EQ(copy->m.current, 1);
+        EXPECT_EQ(copy->m.hover, 1);
+        for (int i = kStringFont; i <= kStringBackground; ++i)
+            EXPECT_EQ(utf8(copy->getString(static_cast<guiNodeString>(i))), "text " + std::to_string(i));
+    }
+}
 TEST(Copies, AssignmentDropsTheOldChildren)
 {
     registry nodes;
@@ -397,6 +457,9 @@ TEST(Geometry, TheClientRectangleIsLessTheBorder)
     node.m.rect = {10, 100, 20, 50};
     node.m.border = 3;
     guiRect client;
+    node.getClientRect(&client);
+    EXPECT_EQ(client, (guiRect{13, 94, 23, 44}));
+    node.m.space = 7; // is inside it
     node.getClientRect(&client);
     EXPECT_EQ(client, (guiRect{13, 94, 23, 44}));
     node.m.border = 60;
