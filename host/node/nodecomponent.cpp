@@ -26,6 +26,16 @@ bool find(void* library, const char* name, Function& out)
     return out != nullptr;
 }
 
+/// exit() destroys the objects of its thread before it runs the first exit handler: by then the toolkit has registered
+/// all that it ever does on this way, and what this registers comes before that.
+struct GuardAtThreadEnd
+{
+    ~GuardAtThreadEnd() { NodeComponent::the().guardProcessExit(); }
+    void touch() {}
+};
+
+thread_local GuardAtThreadEnd guardAtThreadEnd;
+
 } // namespace
 
 std::string NodeComponent::load(std::string const& path)
@@ -66,6 +76,7 @@ std::string NodeComponent::ensureStarted(NodeEngine& engine)
     m_init(engine.services());
     m_state = State::Live;
     guardProcessExit();
+    guardAtThreadEnd.touch();
     return {};
 }
 

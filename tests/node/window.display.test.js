@@ -18,6 +18,7 @@ const clickLink = (window) => click(window, 40, 100);
 
 writePage('Order', 'onPick/3/red');
 writePage('Inner', 'onInner');
+fs.writeFileSync(path.join(scratch, 'Button.html'), '<html><body><input type="button" value="a"> text</body></html>');
 
 /** Starts a program; `child.text()` is what it printed so far, `ended` its end. */
 function start(source, options) {
@@ -220,6 +221,8 @@ const exits = {
     'process.exit() in a timer during show()': { source: `${opened} setTimeout(() => process.exit(4), 5); windows[0].show();`, code: 4 },
     'process.exit() in ePostOpen': {
         source: `${opened} windows[1].close(); windows[1].ePostOpen = () => process.exit(5); windows[1].show();`, code: 5 },
+    'process.exit() in the ePostOpen of the first window': {
+        source: `const window = new tarn.GuiWindow('Button.html'); window.ePostOpen = () => process.exit(6); window.show();`, code: 6 },
     'an uncaught throw': { source: `${opened} throw new Error('thrown');`, code: 1, stderr: /Error: thrown/ },
     SIGTERM: { source: `${opened} console.log('ready');`, signal: 'SIGTERM', options: kill('SIGTERM') },
     'SIGINT during show()': {
