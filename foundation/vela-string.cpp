@@ -250,11 +250,14 @@ void sstring::writePlainAscii(unsigned int pos, unsigned char const* source, uns
 
 void sstring::setAt(unsigned int pos, unsigned short const* text, unsigned int start, unsigned int count)
 {
-    const unsigned short* source = text ? text + start : emptyText;
-    const bool endsText = count == npos;
-    if (endsText)
-        count = strlen16(source);
-    writeUnits(pos, source, text ? count : 0, endsText);
+    if (!text)
+        return writeUnits(pos, emptyText, 0, count == npos);
+    if (count != npos)
+        return writeUnits(pos, text + start, count, false);
+    // Such a text ends at its terminator, which may stand before the start.
+    const bool beginsInside = std::find(text, text + start, 0) == text + start;
+    const unsigned short* source = beginsInside ? text + start : emptyText;
+    writeUnits(pos, source, strlen16(source), true);
 }
 
 void sstring::setAt(unsigned int pos, unsigned char const* text, unsigned int start, unsigned int count)
@@ -280,7 +283,9 @@ void sstring::setAt(unsigned int pos, char const* text, unsigned int start, unsi
 void sstring::setAt(unsigned int pos, sstring const& text, unsigned int start, unsigned int count)
 {
     start = std::min(start, text.length);
-    setAt(pos, text.wideBuffer, start, count == npos ? npos : std::min(count, text.length - start));
+    const unsigned short* source = text.wideBuffer + start;
+    const bool endsText = count == npos;
+    writeUnits(pos, source, endsText ? strlen16(source) : std::min(count, text.length - start), endsText);
 }
 
 sstring& sstring::set(char const* text, unsigned int start, unsigned int count)

@@ -99,6 +99,11 @@ TEST(StringBuffers, RangesBehindTheEndAreCutThere)
     EXPECT_EQ(text.subString(100, 5).getLength(), 0u);
     EXPECT_EQ(sstring("abc", 1, 100).getLength(), 2u);
     EXPECT_EQ(sstring("abc", 100).getLength(), 0u);
+    EXPECT_EQ(sstring(u16(u"abc"), 3).getLength(), 0u);
+    EXPECT_EQ(sstring(u16(u"abc\0def"), 5).getLength(), 0u);
+    EXPECT_EQ(sstring(u16(u"abc\0def"), 4, 3), "def") << "an explicit count asks for no terminator";
+    const sstring holed(u16(u"ab\0cd"), 0, 5);
+    EXPECT_EQ(holed.subString(3), "cd");
 }
 
 TEST(StringBuffers, NullTextIsEmptyText)
