@@ -186,6 +186,31 @@ TEST(PageLinks, PairsOfBracketsInALinkDoNotEndIt)
     EXPECT_EQ(outlineOf("<a href='f[[[' target='t]]'>y</a>"), "'[[a {t%5D]}f%5B%5B[]]y[[/a]]'");
     EXPECT_EQ(outlineOf("<a href='f[1].html'>y</a>"), "'[[a f[1].html]]y[[/a]]'");
 }
+TEST(PageFormatting, AFontOutlivesTheFormattingInside)
+{
+    parsedPage page = parsePage("<font face=A><b>x</b><p>y</p><sup>z</sup><p>w</p></font>");
+    for (guiHtml* node : guiNodesOf(page.root.get()))
+        EXPECT_EQ(utf8(node->getString(kStringFace)), "A") << utf8(node->toString(0));
+}
+TEST(PageFormatting, NodesTakeTheFontOfTheNodeThatTheyAreReadInto)
+{
+    auto cell = std::make_unique<guiHtml>();
+    cell->setString(kStringFace, "F,14");
+    parsedPage page = parsePageInto(std::move(cell), "<table><tr><td>x</td></tr></table>");
+    for (guiHtml* node = page.root->getLastChild(); node; node = node->getLastChild())
+        EXPECT_EQ(utf8(node->getString(kStringFace)), "F,14");
+}
+TEST(PageLinks, ANamedLinkEndsLikeAnyOther)
+{
+    EXPECT_EQ(outlineOf("<a href=u name=n>x</a><p>y"), "'[[a u]]x[[/a]]' P 'y' P");
+}
+TEST(PageLinks, ANameMarksANodeThatIsNoText)
+{
+    parsedPage page = parsePage("x<a name=n><img></a>");
+    EXPECT_EQ(page.root->getBookmarked("n"), findType(page.root.get(), guiHtml::kTypeImage));
+    parsedPage behind = parsePage("x<p></p><a name=n></a>");
+    EXPECT_EQ(behind.root->getBookmarked("n"), behind.root->getChild(0)) << "a marker is no child";
+}
 TEST(PageLinks, ALinkInsideALinkEndsIt)
 {
     EXPECT_EQ(outlineOf("<a href=u>a<a href=v>b</a>c<p>d</a>"), "'[[a u]]a[[a v]]b[[/a]]c' P 'd' P");
