@@ -137,6 +137,10 @@ TEST(MinimumSize, CustomNodeIsAtLeastItsPixelRequest)
     node.calcDynamicLayout();
     EXPECT_EQ(node.m.dynamic.cxMin, 0);
     EXPECT_EQ(node.m.dynamic.cyMin, 50);
+    node.m.fixed = {0, 0, kUnitPercent, kUnitUnbound, 40, 50};
+    node.calcDynamicLayout();
+    EXPECT_EQ(node.m.dynamic.cxMin, 0);
+    EXPECT_EQ(node.m.dynamic.cyMin, 0);
 }
 
 TEST(MinimumSize, IsTheWidestLayerAndTheSumOfTheHighest)

@@ -222,6 +222,28 @@ TEST(TextLines, IndentationCountsForTheWidth)
     EXPECT_EQ(linesOf(u"[[>99999999999]]one", 1000), "");
 }
 
+TEST(TextChunks, ClosingAColourInsideALinkGoesBackToTheTextColour)
+{
+    std::u16string const text = u"[[a u]][[#FF0000]]x[[/#FF0000]]y[[/a]]z[[a v]]w";
+    guiTextRun const run(text, guiTextFonts::of(testFont()), 10, true);
+    ASSERT_EQ(run.chunks().size(), 4u);
+    EXPECT_EQ(run.chunks()[0].ink, guiTextInk::Explicit);
+    EXPECT_EQ(run.chunks()[1].ink, guiTextInk::Text);
+    EXPECT_TRUE(run.chunks()[1].underline) << "it is still a link";
+    EXPECT_EQ(run.chunks()[2].ink, guiTextInk::Text);
+    EXPECT_EQ(run.chunks()[3].ink, guiTextInk::Link);
+}
+
+TEST(TextChunks, EndOfALinkLeavesAnUnderlineOfItsOwn)
+{
+    std::u16string const text = u"[[u]][[a u]]x[[/a]]y[[/u]]z";
+    guiTextRun const run(text, guiTextFonts::of(testFont()), 10, true);
+    ASSERT_EQ(run.chunks().size(), 3u);
+    EXPECT_TRUE(run.chunks()[0].underline);
+    EXPECT_TRUE(run.chunks()[1].underline);
+    EXPECT_FALSE(run.chunks()[2].underline);
+}
+
 TEST(TextLines, BaselineIsThatOfTheLargestDescentOnTheLine)
 {
     std::u16string const text = u"one [[,24]]two[[/,24]] three[[br]]four";

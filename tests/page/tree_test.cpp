@@ -432,6 +432,20 @@ TEST(LookUp, NamesAreComparedWithoutCaseDepthFirst)
     EXPECT_EQ(root.getNamed("Mai"), nullptr);
     EXPECT_EQ(root.getNamed("own")->getParent(), later);
 }
+TEST(LookUp, OfTwoNodesWithOneNameTheOuterAndThenTheEarlierIsFound)
+{
+    guiHtml root;
+    guiHtml* first = root.append(new guiHtml);
+    guiHtml* deep = first->append(named(new guiHtml, "a"));
+    guiHtml* second = root.append(named(new guiHtml, "a"));
+    deep->append(named(new guiHtml, "A"));
+    EXPECT_EQ(root.getNamed("a"), deep);
+    EXPECT_EQ(second->getNamed("a"), second);
+    named(first, "a");
+    EXPECT_EQ(root.getNamed("a"), first);
+    named(&root, "A");
+    EXPECT_EQ(root.getNamed("a"), &root);
+}
 TEST(LookUp, BookmarksHaveTheirOwnNames)
 {
     guiHtml root;
