@@ -42,6 +42,7 @@ struct Segment
 {
     int column = 0;
     QString text;
+    bool isNumbered = false;
 };
 
 /// Takes the first segment off, the plainest way.
@@ -49,7 +50,8 @@ Segment takeSegment(QString& text)
 {
     Segment segment;
     qsizetype at = 0;
-    if (isCodeAt(text, 0)) {
+    segment.isNumbered = isCodeAt(text, 0);
+    if (segment.isNumbered) {
         double number = 0; // of any length
         for (at = 1; at < text.size() && isDigit(text[at]); ++at)
             number = number * 10 + (text[at].unicode() - u'0');
@@ -81,14 +83,18 @@ void checkSplitting(QString const& text)
     require(rest.getLength() == 0, "column codes have more segments");
 }
 
+bool isColumn(int number) { return number >= 1 && number <= kMaxColumns; }
+
 /// The texts of one row, or the headings.
 using Texts = std::map<int, QString>;
 
 void apply(Texts& texts, QString const& codes, bool areHeadings)
 {
-    for (Segment const& segment : split(codes))
-        if (segment.column <= kMaxColumns && !(areHeadings && segment.text.startsWith(u"WIDTH=")))
-            texts[std::max(segment.column, 1)] = segment.text;
+    for (Segment const& segment : split(codes)) {
+        int const column = segment.isNumbered ? segment.column : 1;
+        if (isColumn(column) && !(areHeadings && segment.text.startsWith(u"WIDTH=")))
+            texts[column] = segment.text;
+    }
 }
 
 /// What is set while there is no widget is a text of codes, which is read when there is one: a code that an earlier
@@ -164,12 +170,6 @@ private:
         return nullptr;
     }
 
-    /// A text without codes while there is a widget: what is set there is a text, and would become codes later.
-    QString plainText()
-    {
-        QString text = takeText(input_);
-        return isShown() ? text.remove(u'|').replace(QStringLiteral("WIDTH="), QStringLiteral("width=")) : text;
-    }
     int column() { return static_cast<int>(input_.below(4) == 0 ? input_.word() : input_.below(6)); }
 
     void step()
@@ -212,25 +212,33 @@ private:
         settle();
     }
 
+    /// What is set while there is a widget stands as it is.
+    void set(Coded& texts, int column, QString const& text)
+    {
+        if (!isColumn(column))
+            return;
+        if (isShown())
+            texts.texts[column] = text;
+        else
+            texts.pending += QStringLiteral("|%1|").arg(column) + text;
+    }
+
     void setCell()
     {
         QString const key = value();
         int const at = column();
-        QString const text = plainText();
+        QString const text = takeText(input_);
         flex_->setItemText(toText(key), at, toText(text));
-        if (Row* row = find(key); row && (at >= 1 || !isShown()))
-            row->cells.pending += QStringLiteral("|%1|").arg(at) + text;
-        settle();
+        if (Row* row = find(key))
+            set(row->cells, at, text);
     }
 
     void setHeading()
     {
         int const at = column();
-        QString const text = plainText();
+        QString const text = takeText(input_);
         flex_->setColumnText(at, toText(text));
-        if (at >= 1 || !isShown())
-            headings_.pending += QStringLiteral("|%1|").arg(at) + text;
-        settle();
+        set(headings_, at, text);
     }
 
     void setWidth()
@@ -238,7 +246,7 @@ private:
         int const at = column();
         int const width = static_cast<int>(input_.word()) - 100;
         flex_->setColumnWidth(at, width);
-        if (!isShown())
+        if (!isShown() && at >= 1)
             headings_.pending += QStringLiteral("|%1|WIDTH=%2").arg(at).arg(width);
     }
 
