@@ -30,13 +30,6 @@ void placeInFrameset(guiHtmlFrameset* frameset, guiHtml* child)
     frameset->placeNext(child);
 }
 
-/// Whether a node of this class may have something to load that its strings do not tell of.
-bool loadsByItself(guiHtml* node)
-{
-    int const type = node->getType();
-    return type != guiHtml::kTypePlain && type != guiHtml::kTypeText && type != guiHtml::kTypeForm;
-}
-
 guiAlignment applyMarker(guiHtml* entry, guiAlignment alignment)
 {
     if (guiChildList::isNode(entry))
@@ -60,7 +53,6 @@ void guiHtmlParser::appendGuiHtml(guiHtml* parent, guiHtml* child)
     if (parent->getType() == guiHtml::kTypeFrameset)
         placeInFrameset(static_cast<guiHtmlFrameset*>(parent), child);
     parent->append(child);
-    m_mayLoad |= loadsByItself(child);
     child->m.useSystemFont = parent->m.useSystemFont;
     child->m.textColor = parent->m.textColor;
     child->m.linkColor = parent->m.linkColor;

@@ -133,7 +133,7 @@ guiHtmlParser::guiHtmlParser(mlParser* parser, sstring const& directory)
 
 guiHtmlParser::~guiHtmlParser() = default;
 
-bool guiHtmlParser::mayLoad() const { return m_mayLoad || guiHtml::namedLoads() != m_loadsBefore; }
+bool guiHtmlParser::mayLoad() const { return guiHtml::namedLoads() != m_loadsBefore; }
 
 bool guiHtmlParser::isFormattingTag(sstring const& name)
 {

@@ -191,7 +191,6 @@ private:
     bool m_suppressSpace = false; // set by a line break, cleared by text
     bool m_lastWasBlock = false;  // the item before was a block object
     bool m_hasContent = false;
-    bool m_mayLoad = false;
     unsigned m_loadsBefore; // guiHtml::namedLoads() when the page began
     sstring m_error;        // the first syntax error, "" without one
     bool m_warnedOfDepth = false;
