@@ -22,7 +22,7 @@ constexpr std::size_t kMaxFaces = 1024;
 constexpr qsizetype kMaxHeights = 1024;
 constexpr int kMaxFaceUnits = 128;
 constexpr int kMaxPoints = 500;
-constexpr unsigned kMaxWordsPerFont = 16384;
+constexpr unsigned kMaxWordsPerFont = 65536; // 2 MB; a table of 4 MB may have 40,000 different numbers
 constexpr std::size_t kMaxCutWords = 8192;
 
 /// A normalised font is as tall as its bucket allows: points up to `points` give lines of at most `height` pixels.
