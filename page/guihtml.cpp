@@ -116,6 +116,7 @@ void guiHtml::copyFrom(guiHtml const& other)
     m.current = other.m.current;
     m.hover = other.m.hover;
     m.rare = other.m.rare ? std::make_unique<rare_t>(*other.m.rare) : nullptr;
+    m.rareParts = other.m.rareParts;
     m.object = other.m.object.load();
 }
 
@@ -218,7 +219,11 @@ void guiHtml::setCaption(sstring const& caption)
     updateLayout(1);
 }
 
-void guiHtml::setSizePolicy(guiSizePolicy policy) { m.scrollMode = policy; }
+void guiHtml::setSizePolicy(guiSizePolicy policy)
+{
+    m.scrollMode = policy;
+    mayScroll();
+}
 
 void guiHtml::setCurrent() { m.current = 1; }
 

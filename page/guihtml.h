@@ -84,36 +84,39 @@ public:
 
     struct rare_t;
 
-    /// A node's data. What few nodes have lies in `rare`, behind the accessors below.
+    /// A node's data. What few nodes have lies in `rare`, behind the accessors below. What layout reads of every node
+    /// stands first: laying out a large page costs what fetching its nodes from memory costs.
     struct m_t
     {
+        guiChildList children;        // the nodes in it are owned
+        std::unique_ptr<rare_t> rare; // null: all defaults
+        guiHtml* parent = nullptr;    // not owned
+        std::uint16_t rareParts = 0;  // what `rare` holds: a bit per guiNodeString, and those of kRareScroll and so on
         guiAlignment alignX = kAlignLeft;
         guiAlignment alignY = kAlignCenter;
-        sizes_t fixed;                   ///< static: what the page's attributes ask for
-        sizes_t dynamic;                 ///< what layout computed from that and the content
         std::uint8_t expandChildren = 0; ///< hands spare space on to its children
         std::uint8_t expandWidth = 0;    ///< may grow horizontally
         std::uint8_t expandHeight = 0;   ///< may grow vertically
-        unsigned activeCx = 0;           ///< the size finally given, pixels
-        unsigned activeCy = 0;           //
-        guiHtml* parent = nullptr;       // not owned
-        guiChildList children;           // the nodes in it are owned
-        guiRect rect;                    ///< relative to the parent's top left corner
-        int space = 0;                   ///< pixels between the border and the content
-        int divide = 0;                  ///< pixels between neighbouring children and between layers
-        int border = 0;                  ///< border width
+        guiSizePolicy scrollMode = kPolicyResize;
+        unsigned activeCx = 0; ///< the size finally given, pixels
+        unsigned activeCy = 0; //
+        sizes_t dynamic;       ///< what layout computed from `fixed` and the content
+        int space = 0;         ///< pixels between the border and the content
+        int divide = 0;        ///< pixels between neighbouring children and between layers
+        int border = 0;        ///< border width
+        guiRect rect;          ///< relative to the parent's top left corner
+        guiLayoutMemo layout;  // what guihtmlsize*.cpp keep while they lay a page out
+
+        sizes_t fixed; ///< static: what the page's attributes ask for
         guiPackedColor textColor = guiColor::Black;
         guiPackedColor linkColor = guiColor::BrightBlue;
         guiPackedColor activeLinkColor = guiColor::BrightRed;
         std::uint8_t useSystemFont = 0;
         std::uint8_t tabOrderDirty = 1;
-        guiSizePolicy scrollMode = kPolicyResize;
         std::uint8_t enabled = 1;
         std::uint8_t visible = 1;
         std::uint8_t current = 0;
         std::uint8_t hover = 0;
-        guiLayoutMemo layout;         // what guihtmlsize*.cpp keep while they lay a page out
-        std::unique_ptr<rare_t> rare; // null: all defaults
         /// The custom script object, kept by the node that it stands for. Set on the script thread.
         std::atomic<ScriptObject*> object{nullptr};
     };
@@ -263,7 +266,7 @@ public:
     // ---- What few nodes have ----
 
     sstring getString(guiNodeString which) const;
-    bool hasString(guiNodeString which) const;
+    bool hasString(guiNodeString which) const { return (m.rareParts & (1u << which)) != 0; }
     /// Whether the string has this value; `fold` compares without regard to case. Costs no copy.
     bool isString(guiNodeString which, sstring const& value, bool fold = false) const;
     /// Sets one of the strings; "" is the same as none.
@@ -291,7 +294,7 @@ public:
     void clearBackgroundPixmap();
 
     /// Whether the node has, or had, scroll bars or a position.
-    bool isScrolled() const;
+    bool isScrolled() const { return (m.rareParts & kRareScroll) != 0; }
     /// Scroll bars and positions; all 0 for a node that was never scrolled.
     scroll_t const& getScroll() const;
     /// The same to write, made on the first call.
@@ -301,7 +304,7 @@ public:
 
     /// Measured size of the caption, set by layout.
     unsigned getCaptionWidth() const;
-    unsigned getCaptionHeight() const;
+    unsigned getCaptionHeight() const { return m.rareParts & kRareCaption ? measuredCaptionHeight() : 0; }
     void setCaptionSize(unsigned width, unsigned height);
 
     /// Where nodes enter themselves while they live; null: nowhere. Set by the component before it makes the first node
@@ -315,12 +318,19 @@ public:
     m_t m;
 
 private:
+    // Bits of m.rareParts above those of the strings.
+    static constexpr std::uint16_t kRareScroll = 1u << 14;
+    static constexpr std::uint16_t kRareCaption = 1u << 15; ///< a caption's measured size
+
     static inline std::atomic<unsigned> s_namedLoads{0}; // the script thread builds pages, the GUI thread loads them
 
     rare_t const& rare() const;
     rare_t& ensureRare();
     void copyFrom(guiHtml const& other);
     void destroyScrollBars();
+    unsigned measuredCaptionHeight() const;
+    /// The layout has to look anew whether the node needs scroll bars.
+    void mayScroll();
     static void destroyTree(guiHtml* node);
     static void releaseNodes(guiChildList& list, guiHtml* owner);
 };

@@ -72,13 +72,11 @@ sstring guiHtml::getString(guiNodeString which) const
     return text ? toText(text->value) : sstring();
 }
 
-bool guiHtml::hasString(guiNodeString which) const { return m.rare && findText(m.rare->texts, which) != nullptr; }
-
 bool guiHtml::isString(guiNodeString which, sstring const& value, bool fold) const
 {
-    auto const* text = findText(rare().texts, which);
-    if (!text)
+    if (!hasString(which))
         return value.getLength() == 0;
+    auto const* text = findText(m.rare->texts, which);
     if (text->value.size() != value.getLength())
         return false;
     auto const* units = reinterpret_cast<unsigned short const*>(text->value.c_str());
@@ -94,6 +92,7 @@ void guiHtml::setString(guiNodeString which, sstring const& value)
     if (value.getLength() == 0) {
         if (m.rare)
             std::erase_if(m.rare->texts, [which](auto const& text) { return text.which == which; });
+        m.rareParts = static_cast<std::uint16_t>(m.rareParts & ~(1u << which));
         return;
     }
     auto& texts = ensureRare().texts;
@@ -101,6 +100,7 @@ void guiHtml::setString(guiNodeString which, sstring const& value)
         text->value = toUnits(value);
     else
         texts.push_back({which, toUnits(value)});
+    m.rareParts = static_cast<std::uint16_t>(m.rareParts | (1u << which));
 }
 
 guiColor guiHtml::getBorderLight() const { return rare().borderLight; }
@@ -153,8 +153,6 @@ void guiHtml::clearBackgroundPixmap()
         m.rare->backgroundImage.reset();
 }
 
-bool guiHtml::isScrolled() const { return m.rare && m.rare->scroll; }
-
 guiHtml::scroll_t const& guiHtml::getScroll() const { return isScrolled() ? *m.rare->scroll : defaultsOf<scroll_t>(); }
 
 guiHtml::scroll_t& guiHtml::ensureScroll()
@@ -162,15 +160,21 @@ guiHtml::scroll_t& guiHtml::ensureScroll()
     rare_t& to = ensureRare();
     if (!to.scroll) {
         to.scroll = std::make_unique<scroll_t>();
-        for (guiHtml* node = this; node; node = node->m.parent)
-            node->m.layout.forget(guiLayoutMemo::kNoBars);
+        m.rareParts |= kRareScroll;
+        mayScroll();
     }
     return *to.scroll;
 }
 
+void guiHtml::mayScroll()
+{
+    for (guiHtml* node = this; node; node = node->m.parent)
+        node->m.layout.forget(guiLayoutMemo::kNoBars);
+}
+
 void guiHtml::destroyScrollBars()
 {
-    if (!m.rare || !m.rare->scroll)
+    if (!isScrolled())
         return;
     delete m.rare->scroll->barX;
     delete m.rare->scroll->barY;
@@ -181,15 +185,17 @@ void guiHtml::resetScroll()
     destroyScrollBars();
     if (m.rare)
         m.rare->scroll.reset();
+    m.rareParts &= static_cast<std::uint16_t>(~kRareScroll);
 }
 
 unsigned guiHtml::getCaptionWidth() const { return rare().captionWidth; }
-unsigned guiHtml::getCaptionHeight() const { return rare().captionHeight; }
+unsigned guiHtml::measuredCaptionHeight() const { return m.rare->captionHeight; }
 
 void guiHtml::setCaptionSize(unsigned width, unsigned height)
 {
-    if (width == getCaptionWidth() && height == getCaptionHeight())
+    if (!(m.rareParts & kRareCaption) && width == 0 && height == 0)
         return;
     ensureRare().captionWidth = width;
     m.rare->captionHeight = height;
+    m.rareParts |= kRareCaption;
 }

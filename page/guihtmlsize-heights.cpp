@@ -171,6 +171,7 @@ void guiHtml::updateActiveHeights()
     int const room = guiInnerHeight(this, guiClampPixels(m.activeCy));
     auto const available = static_cast<unsigned long>(std::max(room, 0));
     m.layout.learn(guiLayoutMemo::kHeights, guiLayoutRun::number());
+    m.layout.forget(guiLayoutMemo::kPlaced);
     m.layout.heightsFor = guiClampPixels(m.activeCy);
     guiLayerSum content(this, guiLayerSum::Gap::Always);
     guiLayerWalk layers(this);

@@ -122,13 +122,38 @@ guiHtml* rootOf(guiHtml* node)
     return node;
 }
 
+// Below a node that a layout took over, everything has its rectangle already, relative to the node.
+bool isPlaced(guiHtml const* node, guiRect const& rect)
+{
+    guiLayoutMemo const& memo = node->m.layout;
+    return rect.width == node->m.rect.width && rect.height == node->m.rect.height && guiLayoutRun::keeps(memo.run) &&
+           memo.knows(guiLayoutMemo::kPlaced, memo.run);
+}
+
+bool movesWidget(guiHtml* node) { return node->getType() == guiHtml::kTypeControl && node->getTopLevelWidget(); }
+
+void learnPlaced(guiHtml* node)
+{
+    guiLayoutMemo& memo = node->m.layout;
+    if (!guiLayoutRun::keeps(memo.run) || movesWidget(node))
+        return;
+    for (guiHtml const* child : guiNodesOf(node))
+        if (!isPlaced(child, child->m.rect))
+            return;
+    memo.learn(guiLayoutMemo::kPlaced, memo.run);
+}
+
 } // namespace
 
 void guiHtml::setRect(guiRect* rect)
 {
     ++guiLayoutCounters::placements;
+    guiFetchAhead(this);
     bool const isRoot = getType() == kTypeBase;
+    bool const isDone = !isRoot && isPlaced(this, *rect);
     m.rect = *rect;
+    if (isDone)
+        return;
     int height = m.rect.height;
     if (isRoot) {
         height -= guiServices::menuHeight(getBaseHtml());
@@ -138,6 +163,7 @@ void guiHtml::setRect(guiRect* rect)
     }
     guiSettleBars(this);
     placeChildren(this, height);
+    learnPlaced(this);
     if (isRoot) {
         updateScrollbarRanges();
         if (getTopLevelWidget()) // without a window there is nothing to chain, and the order stays due

@@ -130,10 +130,36 @@ guiLayerWidths guiShareWidth(guiHtml const* node, guiLayer const& layer, int roo
     return sharing(node, layer, room).run();
 }
 
+namespace {
+
+void takeWidth(guiHtml* child, int width)
+{
+    if (child->m.activeCx != static_cast<unsigned>(width))
+        child->m.layout.forget(guiLayoutMemo::kSettled);
+    child->m.activeCx = static_cast<unsigned>(width);
+}
+
+// A node as wide as in an earlier run is laid out as it was then, if nothing but its width decided about its height and
+// about all below it.
+bool isKept(guiHtml* child)
+{
+    constexpr std::uint8_t kNeeded =
+        guiLayoutMemo::kSettled | guiLayoutMemo::kHeights | guiLayoutMemo::kNoSprings | guiLayoutMemo::kNoBars;
+    guiLayoutMemo& memo = child->m.layout;
+    bool const isWhole = guiLayoutRun::kind() != guiLayoutRun::Kind::Part;
+    if (!isWhole || !guiLayoutRun::keeps(memo.run) || !memo.knows(kNeeded, memo.run))
+        return false;
+    memo.keep(guiLayoutRun::number());
+    return true;
+}
+
+} // namespace
+
 void guiHtml::updateActiveWidths()
 {
     guiLayoutRun const run;
     ++guiLayoutCounters::widthPasses;
+    guiFetchAhead(this);
     m.layout.learn(guiLayoutMemo::kShares, guiLayoutRun::number());
     guiStartBars(this);
     int const room = guiInnerWidth(this, guiClampPixels(m.activeCx));
@@ -144,11 +170,11 @@ void guiHtml::updateActiveWidths()
         guiLayerWidths const shares = guiShareWidth(this, layer, room);
         int const* width = shares.widths.data();
         for (guiHtml* child : guiLayerNodes(this, layer))
-            child->m.activeCx = static_cast<unsigned>(*width++);
+            takeWidth(child, *width++);
         content = std::max(content, shares.least + guiDividersOf(this, layer));
     }
     for (unsigned i = 0; i < getChildCount(); ++i)
-        if (guiChildList::isNode(getChild(i))) {
+        if (guiChildList::isNode(getChild(i)) && !isKept(getChild(i))) {
             getChild(i)->updateActiveWidths();
             guiSettleHeight(this, i);
         }

@@ -39,6 +39,9 @@ void guiLayoutRun::checkFonts(guiHtml* node)
     while (node->m.parent)
         node = node->m.parent;
     guiFontEpoch::check(node);
+    if (guiFontEpoch::number() != s_fonts)
+        startAnew();
+    s_fonts = guiFontEpoch::number();
     s_hasCheckedFonts = true;
 }
 
@@ -190,7 +193,9 @@ int guiHtml::calcDynamicLayout()
 {
     guiLayoutRun const run;
     guiLayoutRun::checkFonts(this);
+    guiLayoutRun::startAnew();
     ++guiLayoutCounters::calcDynamic;
+    guiFetchAhead(this);
     copyRequests(this);
     measureCaption(this);
     raiseMinima(this, measureLayers(this));

@@ -49,6 +49,10 @@ public:
     static bool isActive() { return s_isActive; }
     /// Makes sure that fonts changed only where guiFontEpoch was told, for the rest of the outermost run.
     static void checkFonts(guiHtml* node);
+    /// What layout starts from changed: later runs take nothing over from the ones before.
+    static void startAnew() { s_firstKept = s_number + 1; }
+    /// Whether what a node knows of this run still holds for a node of the same width.
+    static bool keeps(std::uint32_t run) { return run >= s_firstKept; }
     static bool fontsAreChecked() { return s_isActive && s_hasCheckedFonts; }
     static Kind kind() { return s_kind; }
     /// A scroll bar appeared or went in this run; one that did both counts for nothing.
@@ -61,6 +65,8 @@ private:
     guiLayoutRun(Kind kind, bool isNew);
 
     static inline std::uint32_t s_number = 1;
+    static inline std::uint32_t s_firstKept = 2;
+    static inline std::uint32_t s_fonts = 0; // the guiFontEpoch of the kept runs
     static inline bool s_isActive = false;
     static inline int s_newBars = 0;
     static inline bool s_hasLostBars = false;
@@ -71,6 +77,18 @@ private:
     bool m_wasActive;
     Kind m_kindBefore;
 };
+
+/// Has the processor fetch from memory what a walk over the page comes to next. Nodes lie there in the order in which
+/// the page was read, with their texts in between, and that is the order of the walks. Costs nothing where it is wrong.
+inline void guiFetchAhead(guiHtml const* node)
+{
+    constexpr std::uintptr_t kAhead = 2048; // bytes: four or five nodes
+    constexpr std::uintptr_t kNode = 768;   // more than one takes, so that no gaps are left
+    constexpr std::uintptr_t kLine = 64;
+    auto const next = reinterpret_cast<std::uintptr_t>(node) + kAhead;
+    for (std::uintptr_t at = next; at < next + kNode; at += kLine)
+        __builtin_prefetch(reinterpret_cast<void const*>(at));
+}
 
 /// What a node's border and space take on both sides of an axis together.
 std::int64_t guiFrameOf(guiHtml const* node);

@@ -86,6 +86,8 @@ void guiHtmlText::setRect(guiRect* rect)
 {
     ++guiLayoutCounters::placements;
     m.rect = *rect;
+    if (!mx.measures.hasLinks())
+        m.layout.learn(guiLayoutMemo::kPlaced, m.layout.run);
     if (mx.hotspots.empty())
         return;
     guiRect const box = boxForWidth(static_cast<unsigned long>(std::max(m.rect.width, 0)));

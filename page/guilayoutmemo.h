@@ -6,7 +6,8 @@
 
 class guiHtml;
 
-/// Results of one layout run, known by the run's number; all of them are stale in the next. GUI thread.
+/// Results of one layout run, known by the run's number. All of them are stale in the next, unless it takes the node
+/// over with all below it (keep()). GUI thread.
 struct guiLayoutMemo
 {
     static constexpr unsigned kWidths = 2;
@@ -20,9 +21,9 @@ struct guiLayoutMemo
         kNoSprings = 8, ///< nothing from here down hands out height
         kNoBars = 16,   ///< nothing from here down has a scroll bar
         kSettled = 32,  ///< the node itself has its height, before spare height is handed out
+        kPlaced = 64,   ///< everything below has its rectangle, and no widget is there to be moved
     };
 
-    guiHtml* fontSource = nullptr; ///< the node above that decides about this node's font; not owned
     std::uint32_t run = 0;
     int heightsFor = 0; ///< the node's own height when the children got theirs, pixels
     int estimateWidth[kWidths] = {};
@@ -35,6 +36,7 @@ struct guiLayoutMemo
     bool hadBarY = false;
     bool lostBarX = false; ///< whether it went in an earlier run of this layout
     bool lostBarY = false;
+    guiHtml* fontSource = nullptr; ///< the node above that decides about this node's font; not owned
 
     bool knows(std::uint8_t what, std::uint32_t inRun) const { return run == inRun && (known & what) == what; }
     void learn(std::uint8_t what, std::uint32_t inRun)
@@ -42,6 +44,8 @@ struct guiLayoutMemo
         enter(inRun);
         known = static_cast<std::uint8_t>(known | what);
     }
+    /// What is known of an earlier run holds in this one, too.
+    void keep(std::uint32_t inRun) { run = inRun; }
     void forget(std::uint8_t what) { known = static_cast<std::uint8_t>(known & ~what); }
     /// Drops what is not of this run.
     void enter(std::uint32_t inRun)

@@ -4,6 +4,7 @@
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
 #include "foundation/vela-qt.h"
+#include "page/guihtmlsize.h"
 #include "page/guihtmltext-fonts.h"
 #include "page/guilaterevents.h"
 #include "page/guinodewatch.h"
@@ -159,7 +160,8 @@ void guiHtmlBase::destroyWidget()
         return;
     destroyChildWidget();
     m_widget.store(nullptr, std::memory_order_release);
-    widget->deleteWhenSafe(); // tells the component, at the end of the paint if one is going on
+    guiLayoutRun::startAnew(); // controls take no room in a page without a window
+    widget->deleteWhenSafe();  // tells the component, at the end of the paint if one is going on
     guiCallback_postNullEvent();
 }
 

@@ -4,6 +4,7 @@
 
 #include "page/guilayoutcounters.h"
 
+#include <QScrollBar>
 #include <gtest/gtest.h>
 
 namespace {
@@ -131,6 +132,65 @@ TEST(LayoutWork, ScrollBarsInsideScrollBarsCostAFewMoreRuns)
         EXPECT_LE(guiLayoutCounters::heightQueries, 3 * kMostRuns * nodes);
         EXPECT_LE(guiLayoutCounters::heightsComputed, kMostRuns * nodes);
     }
+}
+
+/// A table of two cells, as wide as its content.
+guiHtml* addTable(guiHtml* parent)
+{
+    guiHtml* table = addNode(parent);
+    for (int i = 0; i < 2; ++i)
+        addText(addNode(table), "Name");
+    addMarkers(parent, {kMarkerLineBreak});
+    return table;
+}
+
+TEST(LayoutWork, ResizeDoesNotLookIntoWhatKeepsItsWidth)
+{
+    constexpr unsigned kTables = 100;
+    testRoot root;
+    for (unsigned i = 0; i < kTables; ++i)
+        addTable(&root);
+    root.layOut(800, 600);
+    guiLayoutCounters::reset();
+    guiRect rect{0, 700, 0, 500};
+    root.setRect(&rect);
+    EXPECT_EQ(guiLayoutCounters::widthPasses, 1u);
+    EXPECT_EQ(guiLayoutCounters::heightPasses, 1u);
+    EXPECT_EQ(guiLayoutCounters::heightQueries, 0u);
+    EXPECT_EQ(guiLayoutCounters::placements, 1 + kTables);
+    rect.width = root.getChild(0)->m.rect.width - 10;
+    root.setRect(&rect);
+    EXPECT_GT(guiLayoutCounters::widthPasses, 1 + kTables);
+}
+
+TEST(LayoutWork, ResizePlacesEveryControlOfAWindow)
+{
+    testRoot root;
+    guiHtml* table = addTable(&root);
+    testBox* box = addBox(table, 20, 10);
+    root.layOut(800, 600);
+    guiLayoutCounters::reset();
+    guiRect rect{0, 700, 0, 500};
+    root.setRect(&rect);
+    EXPECT_EQ(guiLayoutCounters::widthPasses, 1u);
+    EXPECT_EQ(guiLayoutCounters::placements, 5u); // root, table, both cells and the box, but not the texts
+    EXPECT_EQ(box->m.rect.width, 20);
+}
+
+TEST(LayoutWork, ResizeSeesANewSizePolicy)
+{
+    testRoot root;
+    guiHtml* table = addTable(&root);
+    guiHtml* frame = addNode(table);
+    requestWidth(frame, kUnitPixels, 100);
+    requestHeight(frame, kUnitPixels, 100);
+    frame->setSizePolicy(kPolicyFixed);
+    addBox(frame, 300, 300);
+    root.layOut(800, 600);
+    frame->setSizePolicy(kPolicyScroll);
+    guiRect rect{0, 700, 0, 500};
+    root.setRect(&rect);
+    EXPECT_TRUE(frame->getScroll().barY);
 }
 
 TEST(LayoutWork, UnchangedTextIsNotBrokenOrShapedAgain)
