@@ -5,6 +5,7 @@
 #include "controls/guiwidgetlistitem.h"
 #include "controls/guiwidgetlistview.h"
 #include "foundation/vela-qt.h"
+#include "page/guihtmlsize.h"
 #include "page/guinodewatch.h"
 #include "page/guinumbers.h"
 
@@ -472,6 +473,7 @@ void guiHtmlControlFlex::moveUp(guiCheckListItem* row)
 void guiHtmlControlFlex::setHeaderEnabled(int enabled)
 {
     m_headerEnabled = enabled != 0;
+    guiLayoutRun::startAnew(); // the heading counts in the height
     if (m_listView)
         m_listView->setHeaderHidden(!m_headerEnabled);
 }

@@ -5,6 +5,7 @@
 #include "controls/guiwidgetmenubar.h"
 #include "controls/guiwidgetpopupmenu.h"
 #include "foundation/vela-qt.h"
+#include "page/guihtmlsize.h"
 #include "page/guinodewatch.h"
 #include "runtime/guihtmlbase.h"
 
@@ -109,6 +110,7 @@ void guiHtmlControlMenu::fillMenu(QWidget* menu, items_t const& items)
 
 void guiHtmlControlMenu::insertItem(QWidget* menu, guiHtmlControlMenuItem& item)
 {
+    guiLayoutRun::startAnew(); // a bar with an item is higher than one without
     item.id = m_nextId++;
     m_byId[item.id] = &item;
     item.action = item.children.empty() ? createEntry(menu) : createPopupMenu(item)->menuAction();
