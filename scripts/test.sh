@@ -18,10 +18,11 @@ run_tests() {
         prepare test display fuzz
         test_sanitized
     elif [ $# -eq 0 ]; then
-        begin_steps 10
+        begin_steps 13
         prepare test display fuzz
         test_preset dev
         test_sanitized
+        test_threads
     else
         begin_steps 5
         prepare test display

@@ -261,7 +261,7 @@ SanitizersRunWithEverythingOrAlone() {
         unset TARN_UPDATE_DUMPS
     done
     run_pretended_tests
-    [ "$(grep -c -e '^--preset dev' -e '^sanitized too$' "$work/asked")" -eq 2 ] || fail "asked: $(<"$work/asked")"
+    [ "$(grep -c -e '^--preset dev' -e '^sanitized too$' -e '^threads too$' "$work/asked")" -eq 3 ] || fail "asked: $(<"$work/asked")"
     run_pretended_tests --sanitized
     [ "$(<"$work/asked")" = 'sanitized too' ] || fail "asked: $(<"$work/asked")"
     run_pretended_tests --threads
