@@ -321,6 +321,7 @@ private:
     // Bits of m.rareParts above those of the strings.
     static constexpr std::uint16_t kRareScroll = 1u << 14;
     static constexpr std::uint16_t kRareCaption = 1u << 15; ///< a caption's measured size
+    static_assert(1u << kStringBackground < kRareScroll, "each string has a bit of its own");
 
     static inline std::atomic<unsigned> s_namedLoads{0}; // the script thread builds pages, the GUI thread loads them
 

@@ -363,6 +363,16 @@ TEST(FlexHeader, OfACheckListIsShownOnceScriptAsksForIt)
     EXPECT_FALSE(page.view()->isHeaderHidden());
 }
 
+TEST(FlexHeader, CountsInTheHeightFromTheNextResizeOn)
+{
+    Flex page;
+    int const height = page.flex().m.rect.height;
+    page.flex().setHeaderEnabled(0);
+    guiRect rect{0, 380, 0, 300};
+    page.window.root.setRect(&rect);
+    EXPECT_EQ(page.flex().m.rect.height, height - page.metrics().lineSpacing() - 8);
+}
+
 TEST(FlexScrolling, ToTheTopIsToTheLeftAsWell)
 {
     std::string text = "<object classid=listview name=f width=80 height=60>";

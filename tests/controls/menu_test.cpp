@@ -30,6 +30,11 @@ class EventRoot : public guiHtmlBase
 {
 public:
     EventRoot() : guiHtmlBase(nullptr, nullptr, nullptr, sstring()) {}
+    ~EventRoot() override
+    {
+        destroyWidget();
+        PageWindow::settle(); // the widget goes later
+    }
     using guiHtmlBase::operator=;
     int onEvent(sstring name, ScriptObject*) override
     {
@@ -239,8 +244,6 @@ TEST(MenuItems, MayEndTheirPageWhenTheyAreChosen)
     EXPECT_EQ(root.events, std::vector<std::string>{"event://eMenu/open"});
     EXPECT_EQ(root.getNamed("m"), nullptr);
     EXPECT_EQ(root.getMenuBar(), nullptr);
-    root.destroyWidget();
-    PageWindow::settle();
 }
 
 TEST(MenuItems, InDeepSubMenusAreReached)

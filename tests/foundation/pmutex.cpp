@@ -131,7 +131,10 @@ TEST(RecursiveMutex, ANegativeTimeoutWaitsForEver)
     rmutex* mutex = rmutex_create();
     rmutex_request(mutex);
     std::atomic<int> result{-1};
-    std::thread waiting([&] { result = rmutex_request_timeout(mutex, -1500); });
+    std::thread waiting([&] {
+        result = rmutex_request_timeout(mutex, -1500);
+        rmutex_release(mutex);
+    });
     millisleep(50);
     EXPECT_EQ(result, -1) << "still waiting";
     rmutex_release(mutex);

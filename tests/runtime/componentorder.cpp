@@ -195,13 +195,13 @@ TEST(CurrentWindow, IsTheActiveOneThatPaintsItself)
 
 TEST(RunPump, WithoutAWindowRunsWhatIsReadyOnceAndLetsInputThrough)
 {
+    int runs = 0; // outlives the host, which runs what is left
     NativeHost host;
     NativeWindow window = host.window(); // brings the engine
     pGUI->getThread()->disable();
     pGUI->getThread()->disable();
     pGUI->getThread()->disableMM();
     EXPECT_EQ(presses(pGUI->getThread()), 0);
-    int runs = 0;
     host.post([&] {
         ++runs;
         host.post([&] { ++runs; }); // not ready when the pump was asked
