@@ -206,6 +206,8 @@ public:
             window.close();
         require(host_.serveUntil([this] { return !host_.engine().windows().any(); }, std::chrono::seconds(10)),
                 "a closed window stays open");
+        // What was clicked before the end may call a handler after it: the handlers are this session's.
+        require(host_.serveUntil([this] { return hasNoCalls(); }, std::chrono::seconds(10)), "a call does not end");
         for (NativeWindow& window : windows_)
             window = NativeWindow();
     }
@@ -221,6 +223,12 @@ public:
     }
 
 private:
+    bool hasNoCalls()
+    {
+        settle(host_);
+        return host_.engine().calls().size() == 0;
+    }
+
     NativeWindow& anyWindow() { return windows_[input_.below(kWindows)]; }
 
     void addHandlers(NativeWindow& window)
