@@ -66,6 +66,9 @@ void mlAttr::copyContent(mlAttr const& other)
     line = other.line;
 }
 
+// Not in the header: at -O3 g++ 12 takes the pool of a parser, which is never freed here, for one that is.
+void mlAttr::freePool() { delete pool; }
+
 sstring mlAttr::getLHS() const { return name ? pool->makeString(name->units(), name->length) : sstring(); }
 
 sstring mlAttr::getRHS() const { return pool->makeString(value.units(), value.length); }

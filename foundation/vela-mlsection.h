@@ -36,7 +36,7 @@ public:
     ~mlAttr()
     {
         if (pool && pool->isOneAttr)
-            delete pool;
+            freePool();
     }
 
     /// The name.
@@ -60,6 +60,7 @@ private:
     explicit mlAttr(mlPool* home) : pool(home) {}
     void setName(unsigned short const* units, unsigned int length);
     void copyContent(mlAttr const& other);
+    void freePool();
 
     mlPool* pool; // the section's, or this attribute's own (isOneAttr); null when moved from
     mlName* name = nullptr;

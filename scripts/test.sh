@@ -18,9 +18,10 @@ run_tests() {
         prepare test display fuzz
         test_sanitized
     elif [ $# -eq 0 ]; then
-        begin_steps 13
+        begin_steps 15
         prepare test display fuzz
         test_preset dev
+        build_shipped
         test_sanitized
         test_threads
     else
@@ -30,6 +31,11 @@ run_tests() {
         [ -z "${TARN_UPDATE_DUMPS-}" ] || report_dumps "$root/build/dev/ctest.xml"
     fi
     report
+}
+
+# What is shipped is optimised further than what is tested, and the compiler then warns of other things.
+build_shipped() {
+    prepare_preset release tarn tarn_native_host
 }
 
 # The unit tests and those of whole windows once more under AddressSanitizer and its like, the fuzzers for a short while each,
