@@ -85,11 +85,11 @@ void NodeComponent::end(NodeEngine& engine)
     if (!isLive() || !isOwnedBy(engine))
         return;
     engine.close();
+    engine.closeWindows(); // a GUI thread with nothing to paint registers no more destructors
     if (engine.isInsideCall()) {
         guardProcessExit();
         return;
     }
-    engine.closeWindows();
     engine.destroyInstances();
     m_shutdown();
     m_state = State::Ended;
