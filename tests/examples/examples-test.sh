@@ -177,6 +177,16 @@ ExpensesAreAddedAndRemoved() {
     expect_end '48.50 in all'
 }
 
+# The clicks of ./tarn demo are places in these programs; what they lead to is written beside them.
+DemoClicksLeadWhereTheySay() {
+    local program
+    for program in files wizard; do
+        "$root/scripts/demo.sh" "$root/examples/$program/app.js" "$work/$program" >"$work/pictures" 2>"$work/err" ||
+            fail "$program: $(<"$work/err")"
+        [ "$(wc -l <"$work/pictures")" -gt 4 ] || fail "$program: only $(wc -l <"$work/pictures") pictures"
+    done
+}
+
 # readme_block LANGUAGE: the first block of that language in the README.
 readme_block() {
     awk -v fence="\`\`\`$1" '$0 == fence { inside = 1; next } /^```$/ && inside { exit } inside' "$root/README.md"
