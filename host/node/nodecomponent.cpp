@@ -31,10 +31,7 @@ bool find(void* library, const char* name, Function& out)
 struct GuardAtThreadEnd
 {
     ~GuardAtThreadEnd() { NodeComponent::the().guardProcessExit(); }
-    void touch() {}
 };
-
-thread_local GuardAtThreadEnd guardAtThreadEnd;
 
 } // namespace
 
@@ -76,7 +73,7 @@ std::string NodeComponent::ensureStarted(NodeEngine& engine)
     m_init(engine.services());
     m_state = State::Live;
     guardProcessExit();
-    guardAtThreadEnd.touch();
+    thread_local GuardAtThreadEnd guardAtThreadEnd;
     return {};
 }
 

@@ -171,49 +171,24 @@ Ending runDriver(std::string const& how)
     return ending;
 }
 
+/// The driver ends five times with the code that it gives, and says nothing.
+void expectCodeAndSilence(char const* how)
+{
+    for (int round = 0; round < 5; ++round) {
+        Ending ending = runDriver(how);
+        EXPECT_EQ(ending.code, 7);
+        EXPECT_EQ(ending.output, "");
+    }
+}
+
 } // namespace
 
-TEST(Exit, InsideAHandlerOfAModalWindowKeepsTheCode)
-{
-    for (int round = 0; round < 5; ++round) {
-        Ending ending = runDriver("modal");
-        EXPECT_EQ(ending.code, 7);
-        EXPECT_EQ(ending.output, "");
-    }
-}
+TEST(Exit, InsideAHandlerOfAModalWindowKeepsTheCode) { expectCodeAndSilence("modal"); }
 
-TEST(Exit, InsideAHandlerOfAnOpenWindowKeepsTheCode)
-{
-    for (int round = 0; round < 5; ++round) {
-        Ending ending = runDriver("open");
-        EXPECT_EQ(ending.code, 7);
-        EXPECT_EQ(ending.output, "");
-    }
-}
+TEST(Exit, InsideAHandlerOfAnOpenWindowKeepsTheCode) { expectCodeAndSilence("open"); }
 
-TEST(Exit, InTheFirstHandlerOfAModalWindowKeepsTheCode)
-{
-    for (int round = 0; round < 5; ++round) {
-        Ending ending = runDriver("opening");
-        EXPECT_EQ(ending.code, 7);
-        EXPECT_EQ(ending.output, "");
-    }
-}
+TEST(Exit, InTheFirstHandlerOfAModalWindowKeepsTheCode) { expectCodeAndSilence("opening"); }
 
-TEST(Exit, WhileTheFirstWindowOpensKeepsTheCode)
-{
-    for (int round = 0; round < 5; ++round) {
-        Ending ending = runDriver("posted");
-        EXPECT_EQ(ending.code, 7);
-        EXPECT_EQ(ending.output, "");
-    }
-}
+TEST(Exit, WhileTheFirstWindowOpensKeepsTheCode) { expectCodeAndSilence("posted"); }
 
-TEST(Exit, OutsideOfHandlersWithAnOpenWindowKeepsTheCode)
-{
-    for (int round = 0; round < 5; ++round) {
-        Ending ending = runDriver("idle");
-        EXPECT_EQ(ending.code, 7);
-        EXPECT_EQ(ending.output, "");
-    }
-}
+TEST(Exit, OutsideOfHandlersWithAnOpenWindowKeepsTheCode) { expectCodeAndSilence("idle"); }
