@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "bench/page-texts.h"
+#include "bench/ratio.h"
 #include "foundation/vela-mlparser.h"
-#include "page-texts.h"
-#include "ratio.h"
 
 #ifdef TARN_HAVE_GUMBO
 #include <gumbo.h>

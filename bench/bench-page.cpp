@@ -6,9 +6,9 @@
 #include <exception>
 #include <limits>
 
-#include "page-texts.h"
-#include "pageprograms.h"
-#include "ratioline.h"
+#include "bench/page-texts.h"
+#include "bench/pageprograms.h"
+#include "bench/ratioline.h"
 
 namespace {
 

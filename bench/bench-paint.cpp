@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <exception>
 
-#include "pageprograms.h"
-#include "ratioline.h"
+#include "bench/pageprograms.h"
+#include "bench/ratioline.h"
 
 namespace {
 

@@ -9,12 +9,12 @@
 #include <memory>
 #include <optional>
 
-#include "alternating.h"
-#include "bareline.h"
-#include "clicks.h"
+#include "bench/alternating.h"
+#include "bench/bareline.h"
+#include "bench/clicks.h"
+#include "bench/nodeclicks.h"
+#include "bench/ratioline.h"
 #include "host/native/nativehost.h"
-#include "nodeclicks.h"
-#include "ratioline.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
 #include "runtime/guithread.h"

@@ -3,8 +3,8 @@
 #include <cstring>
 #include <string>
 
+#include "bench/ratio.h"
 #include "foundation/vela-string.h"
-#include "ratio.h"
 
 namespace {
 

@@ -12,9 +12,9 @@
 #include <stdexcept>
 #include <thread>
 
-#include "alternating.h"
-#include "ratioline.h"
-#include "windowwatch.h"
+#include "bench/alternating.h"
+#include "bench/ratioline.h"
+#include "bench/windowwatch.h"
 
 namespace {
 

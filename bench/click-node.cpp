@@ -2,7 +2,7 @@
 // click(title, count, done) calls done(seconds) when the GUI thread has clicked.
 #include <napi.h>
 
-#include "clicks.h"
+#include "bench/clicks.h"
 
 namespace {
 

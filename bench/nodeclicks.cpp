@@ -1,6 +1,6 @@
 // bench/nodeclicks.cpp: see nodeclicks.h. An order is the number of clicks in a line, the answer the seconds and how
 // many clicks reached the handler.
-#include "nodeclicks.h"
+#include "bench/nodeclicks.h"
 
 #include <sys/wait.h>
 #include <unistd.h>

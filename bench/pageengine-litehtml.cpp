@@ -8,7 +8,7 @@
 
 #include <litehtml/litehtml.h>
 
-#include "pageview-qt.h"
+#include "bench/pageview-qt.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-#include "pageview-qt.h"
+#include "bench/pageview-qt.h"
 
 namespace {
 

@@ -4,12 +4,12 @@
 
 #include <memory>
 
+#include "bench/pageengine.h"
+#include "bench/pageview-qt.h"
 #include "controls/guiwidget.h"
 #include "foundation/vela-qt.h"
 #include "page/guihtml.h"
 #include "page/guilayoutcounters.h"
-#include "pageengine.h"
-#include "pageview-qt.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/hashlist.h"
 

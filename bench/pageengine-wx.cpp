@@ -8,7 +8,7 @@
 #include <clocale>
 #include <memory>
 
-#include "pageengine.h"
+#include "bench/pageengine.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // bench/pageengine.cpp: see pageengine.h.
-#include "pageengine.h"
+#include "bench/pageengine.h"
 
 #include <malloc.h>
 #include <unistd.h>
@@ -11,7 +11,7 @@
 #include <ctime>
 #include <functional>
 
-#include "page-texts.h"
+#include "bench/page-texts.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // bench/pageprograms.cpp: see pageprograms.h.
-#include "pageprograms.h"
+#include "bench/pageprograms.h"
 
 #include <cstdio>
 #include <filesystem>

@@ -10,7 +10,7 @@
 
 #include <functional>
 
-#include "pageengine.h"
+#include "bench/pageengine.h"
 
 /// A window that the window manager has not shown yet is not painted.
 inline void waitUntilExposed(QWidget& widget)

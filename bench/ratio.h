@@ -11,7 +11,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "ratioline.h"
+#include "bench/ratioline.h"
 
 /// How many times as fast `ours` is as `peer`, both names of benchmarks, as the run prints them. A target below 1 says
 /// what part of a limit is to be reached.

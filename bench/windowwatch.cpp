@@ -1,4 +1,4 @@
-#include "windowwatch.h"
+#include "bench/windowwatch.h"
 
 #include <algorithm>
 #include <chrono>

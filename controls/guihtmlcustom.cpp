@@ -18,7 +18,7 @@ guiHtml* guiHtmlCustom::Clone(guiHtml* parent) { return guiCloneNode(*this, pare
 
 void guiHtmlCustom::onCallback()
 {
-    if (mx.mouse == nullptr)
+    if (!mx.mouse)
         return;
     ScriptValue* value = guiComponent::NewScriptValue();
     value->setInt(mx.mouseX);

@@ -20,11 +20,11 @@ struct guiImageData
 
 guiImageData* guiImage_getData(ScriptPrivate* data)
 {
-    if (data == nullptr)
+    if (!data)
         return nullptr;
     try {
         auto* record = static_cast<guiImageData*>(data->getData(kPrivateKey));
-        return record != nullptr && record->tag == kRecordTag ? record : nullptr;
+        return record && record->tag == kRecordTag ? record : nullptr;
     } catch (...) {
         return nullptr; // a host's slot that fails holds no record
     }
@@ -49,7 +49,7 @@ void guiImage_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, 
 {
     result.setBool(0);
     guiImageData* record = guiImage_getData(data);
-    if (record == nullptr || args.count() != 1 || !guiIsString(args, 0))
+    if (!record || args.count() != 1 || !guiIsString(args, 0))
         return;
     sstring path = guiTextOf(args, 0);
     pGUI->getLoadFile()->resolvePath(self, path);
@@ -79,9 +79,9 @@ void guiImage_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* 
 {
     result.setBool(1);
     guiImageData* record = guiImage_getData(data);
-    if (record == nullptr)
+    if (!record)
         return;
-    if (record->image != nullptr)
+    if (record->image)
         pGUI->getThread()->callFunction(forgetPicture_qt, manager, data, self, args, result);
     data->setData(kPrivateKey, nullptr);
     delete record;
@@ -99,6 +99,6 @@ int guiImage_onConfigure(ScriptClass& scriptClass)
 
 QPixmap const* guiImage_getPixmap(ScriptObject* image)
 {
-    guiImageData* record = image != nullptr ? guiImage_getData(image->getPrivate()) : nullptr;
-    return record != nullptr ? record->image.get() : nullptr;
+    guiImageData* record = image ? guiImage_getData(image->getPrivate()) : nullptr;
+    return record ? record->image.get() : nullptr;
 }

@@ -1,8 +1,8 @@
 // foundation/localize2.cpp: see localize2.h.
 
-#include "localize2.h"
-#include "vela-alloc.h"
-#include "vela-poison.h"
+#include "foundation/localize2.h"
+#include "foundation/vela-alloc.h"
+#include "foundation/vela-poison.h"
 
 #include <atomic>
 #include <clocale>
@@ -17,13 +17,13 @@
 
 namespace {
 
-const char fallbackLocale[] = "en_US";
-const char fallbackCodeset[] = "IBM-850";
+char const fallbackLocale[] = "en_US";
+char const fallbackCodeset[] = "IBM-850";
 
 struct CharsetRow
 {
-    const char* charset;
-    const char* locale;
+    char const* charset;
+    char const* locale;
 };
 
 /// Code sets as pages name them, and the locale whose text they carry.
@@ -34,9 +34,9 @@ const CharsetRow charsetTable[] = {
 
 struct CodepageRow
 {
-    const char* locale;
-    const char* alias;
-    const char* codeset;
+    char const* locale;
+    char const* alias;
+    char const* codeset;
 };
 
 const CodepageRow codepageTable[] = {
@@ -50,14 +50,14 @@ constexpr size_t codepageNameLength = 5; // of every locale and alias above
 
 /// The alias column is asked for the whole table first, then the locale column. Asked by every conversion, so names
 /// that can not be there are sorted out at once.
-const CodepageRow* findCodepage(char const* name)
+CodepageRow const* findCodepage(char const* name)
 {
     if (std::strlen(name) != codepageNameLength)
         return nullptr;
-    for (const CodepageRow& row : codepageTable)
+    for (CodepageRow const& row : codepageTable)
         if (strcasecmp(name, row.alias) == 0)
             return &row;
-    for (const CodepageRow& row : codepageTable)
+    for (CodepageRow const& row : codepageTable)
         if (strcasecmp(name, row.locale) == 0)
             return &row;
     return nullptr;
@@ -65,10 +65,10 @@ const CodepageRow* findCodepage(char const* name)
 
 char const* canonicalName(char const* name)
 {
-    for (const CharsetRow& row : charsetTable)
+    for (CharsetRow const& row : charsetTable)
         if (strcasecmp(name, row.charset) == 0)
             return row.locale;
-    const CodepageRow* row = findCodepage(name);
+    CodepageRow const* row = findCodepage(name);
     return row ? row->locale : name;
 }
 
@@ -203,7 +203,7 @@ int Locale_GetDefaultCodeset(LOCALE* locale, char* out)
     Locale_Init();
     if (!out)
         return 0;
-    const CodepageRow* row = findCodepage(nameOf(locale));
+    CodepageRow const* row = findCodepage(nameOf(locale));
     if (row)
         std::strcpy(out, row->codeset);
     else

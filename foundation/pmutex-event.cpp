@@ -4,7 +4,7 @@
 // when a wait times out in the moment it is let go, and a condition variable that wakes for no reason lets nobody
 // through.
 
-#include "pmutex-p.h"
+#include "foundation/pmutex-p.h"
 
 #include <cerrno>
 #include <new>

@@ -1,7 +1,7 @@
 // foundation/pmutex-p.h: what the handles of pmutex.h point to. Not part of the public interface.
 #pragma once
 
-#include "pmutex.h"
+#include "foundation/pmutex.h"
 
 #include <pthread.h>
 

@@ -1,8 +1,8 @@
 // foundation/pmutex.cpp: see pmutex.h. The event is in pmutex-event.cpp.
 
-#include "pmutex-p.h"
+#include "foundation/pmutex-p.h"
 
-#include "threading.h"
+#include "foundation/threading.h"
 
 #include <cerrno>
 #include <new>
@@ -102,7 +102,7 @@ int requestUntil(rmutex* mutex, timespec const* deadline)
     bool late = false;
     for (;;) {
         pmutex_request(mutex->guard);
-        const bool taken = takeGuarded(mutex);
+        bool const taken = takeGuarded(mutex);
         pmutex_release(mutex->guard);
         if (taken)
             return 0;

@@ -1,6 +1,6 @@
 // foundation/threading-time.cpp: the time and random helpers of threading.h.
 
-#include "threading.h"
+#include "foundation/threading.h"
 
 #include <cerrno>
 #include <cstdlib>

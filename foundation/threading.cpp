@@ -1,10 +1,10 @@
 // foundation/threading.cpp: the two tables behind managed threads. Time and random helpers are in threading-time.cpp.
 
-#include "threading.h"
+#include "foundation/threading.h"
 
-#include "pmutex.h"
-#include "vela-error.h"
-#include "vela-memmgr.h"
+#include "foundation/pmutex.h"
+#include "foundation/vela-error.h"
+#include "foundation/vela-memmgr.h"
 
 #include <algorithm>
 #include <csignal>
@@ -122,7 +122,7 @@ void endThread(uintptr_t index)
 
 void* runManaged(void* slotIndex)
 {
-    const auto index = reinterpret_cast<uintptr_t>(slotIndex);
+    auto const index = reinterpret_cast<uintptr_t>(slotIndex);
     const ThreadSlot slot = slotAt(index);
     const intptr_t result = slot.routine(slot.argument);
     endThread(index);
@@ -193,7 +193,7 @@ int pthread_ondestroy(pthread_t thread, OnDestroyCallback callback, void* data, 
         return 0;
     const TableLocked lock;
     try {
-        const unsigned int at = insertionPoint(priority);
+        unsigned int const at = insertionPoint(priority);
         openRecord(at);
         records[at] = OnDestroyRecord{1, thread, callback, data, priority};
         return 1;
@@ -205,6 +205,6 @@ int pthread_ondestroy(pthread_t thread, OnDestroyCallback callback, void* data, 
 ManagedThreadTable pthread_managed_table()
 {
     const TableLocked lock;
-    const auto inUse = std::count_if(slots, slots + slotCount, [](ThreadSlot const& slot) { return slot.inUse; });
+    auto const inUse = std::count_if(slots, slots + slotCount, [](ThreadSlot const& slot) { return slot.inUse; });
     return {slotCount, static_cast<unsigned int>(inUse), freeHint};
 }

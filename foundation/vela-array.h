@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "vela-alloc.h"
-#include "vela-error.h"
+#include "foundation/vela-alloc.h"
+#include "foundation/vela-error.h"
 
 /// Memory for at least one byte; throws velaError 12 when there is none. Goes back with std::free().
 inline void* velaAllocate(std::size_t bytes)

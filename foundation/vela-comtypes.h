@@ -1,7 +1,7 @@
 // foundation/vela-comtypes.h: the few types and constants that every file of the foundation library shares.
 #pragma once
 
-#include "vela-error.h"
+#include "foundation/vela-error.h"
 
 #include <cstdint>
 
@@ -9,5 +9,5 @@
 
 /// ICU's text unit is char16_t, the library's is unsigned short: same size and representation. These two functions are
 /// the only place where one pointer becomes the other.
-inline const UChar* toUChar(const unsigned short* text) { return reinterpret_cast<const UChar*>(text); }
+inline UChar const* toUChar(unsigned short const* text) { return reinterpret_cast<UChar const*>(text); }
 inline UChar* toUChar(unsigned short* text) { return reinterpret_cast<UChar*>(text); }

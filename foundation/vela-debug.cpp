@@ -1,6 +1,6 @@
 // foundation/vela-debug.cpp: see vela-debug.h.
 
-#include "vela-debug.h"
+#include "foundation/vela-debug.h"
 
 #include <atomic>
 #include <cstdarg>

@@ -2,7 +2,7 @@
 // value.
 #pragma once
 
-#include "vela-string.h"
+#include "foundation/vela-string.h"
 
 /// Thrown and caught by value. Codes are errno numbers; 12 is out of memory, 22 an invalid argument, and 7 a formatted
 /// text that fills its buffer.

@@ -1,7 +1,7 @@
 // foundation/vela-fileio-directory.cpp: listings of directories.
 
-#include "vela-alloc.h"
-#include "vela-fileio-p.h"
+#include "foundation/vela-alloc.h"
+#include "foundation/vela-fileio-p.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -34,7 +34,7 @@ int readEntries(DIR* directory, DIRDATA* listing)
     DIRENTRYDATA** end = &listing->first;
     for (;;) {
         errno = 0;
-        const dirent* found = readdir(directory);
+        dirent const* found = readdir(directory);
         if (!found)
             return errno;
         *end = makeEntry(directory, found->d_name);
@@ -53,13 +53,13 @@ int FileIO_EnumerateDirectoryA(char const* path, DIRDATA** listing)
     if (!listing)
         return failFileCall(EINVAL);
     *listing = nullptr;
-    if (const int error = pathError(path))
+    if (int const error = pathError(path))
         return failFileCall(error);
     DIR* directory = opendir(path);
     if (!directory)
         return endFileCall(false);
     auto* result = static_cast<DIRDATA*>(velaCalloc(1, sizeof(DIRDATA)));
-    const int error = result ? readEntries(directory, result) : ENOMEM;
+    int const error = result ? readEntries(directory, result) : ENOMEM;
     closedir(directory);
     if (error) {
         FileIO_FreeDirectoryEnumeration(result);
@@ -89,7 +89,7 @@ int FileIO_GetNextDirEntryA(DIRDATA* listing, int* isDirectory, char* name, unsi
     beginFileCall();
     if (!listing || !isDirectory || !name)
         return failFileCall(EINVAL);
-    const DIRENTRYDATA* entry = listing->cursor;
+    DIRENTRYDATA const* entry = listing->cursor;
     if (!entry)
         return failFileCall(ENOENT);
     if (std::strlen(entry->name) >= nameSize)

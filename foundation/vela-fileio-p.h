@@ -1,7 +1,7 @@
 // foundation/vela-fileio-p.h: what the files of the file service share. Not part of the public interface.
 #pragma once
 
-#include "vela-fileio.h"
+#include "foundation/vela-fileio.h"
 
 /// Begins a function: errno is 0 from here on, so that success leaves no old error.
 void beginFileCall();

@@ -1,7 +1,7 @@
 // foundation/vela-fileio-path.cpp: what can be asked of and done with a name: existence, deletion, directories, the
 // current directory; and how 16-bit paths become 8-bit ones. Searching and cleaning paths is in vela-fileio-search.cpp.
 
-#include "vela-fileio-p.h"
+#include "foundation/vela-fileio-p.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -73,7 +73,7 @@ template <class Call>
 int onPath(char const* path, Call call)
 {
     beginFileCall();
-    if (const int error = pathError(path))
+    if (int const error = pathError(path))
         return failFileCall(error);
     return endFileCall(call(path) == 0);
 }

@@ -1,6 +1,6 @@
 // foundation/vela-fileio-search.cpp: finding programs along the "PATH", and cleaning paths.
 
-#include "vela-fileio-p.h"
+#include "foundation/vela-fileio-p.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -13,8 +13,8 @@ namespace {
 /// directory + "/" + name; false when it does not fit into maxPathBytes.
 bool joinPath(std::string_view directory, char const* name, char* result)
 {
-    const char* slash = !directory.empty() && directory.back() == '/' ? "" : "/";
-    const int length = std::snprintf(result, maxPathBytes, "%.*s%s%s", static_cast<int>(directory.size()),
+    char const* slash = !directory.empty() && directory.back() == '/' ? "" : "/";
+    int const length = std::snprintf(result, maxPathBytes, "%.*s%s%s", static_cast<int>(directory.size()),
                                      directory.data(), slash, name);
     return length >= 0 && static_cast<unsigned int>(length) < maxPathBytes;
 }
@@ -69,7 +69,7 @@ int appendToCurrentDirectory(char const* path, char* result)
 int FileIO_GetCurrentProcessFullPathA(char const* argv0, char* result)
 {
     beginFileCall();
-    const int error = result ? pathError(argv0) : EINVAL;
+    int const error = result ? pathError(argv0) : EINVAL;
     if (error)
         return failFileCall(error);
     if (argv0[0] == '/') {
@@ -129,8 +129,8 @@ void removeParentSteps(sstring& path)
 {
     sstring clean;
     for (unsigned short const* at = path.getUnicode(); *at;) {
-        const bool step = clean.getLength() > 0 && isParentStep(at);
-        const unsigned int slash = step ? clean.rfind('/') : sstring::npos;
+        bool const step = clean.getLength() > 0 && isParentStep(at);
+        unsigned int const slash = step ? clean.rfind('/') : sstring::npos;
         if (slash == sstring::npos) {
             clean += *at++;
             continue;

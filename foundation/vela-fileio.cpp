@@ -1,10 +1,10 @@
 // foundation/vela-fileio.cpp: open files. Names and paths are in vela-fileio-path.cpp, listings in
 // vela-fileio-directory.cpp.
 
-#include "vela-fileio.h"
+#include "foundation/vela-fileio.h"
 
-#include "vela-alloc.h"
-#include "vela-fileio-p.h"
+#include "foundation/vela-alloc.h"
+#include "foundation/vela-fileio-p.h"
 
 #include <cerrno>
 #include <cstdint>
@@ -57,7 +57,7 @@ int openDescriptor(char const* path, OpenPlan const& plan)
         exists = false;
     }
     errno = 0;
-    const int descriptor = exists ? open(path, plan.existingFlags | O_CLOEXEC)
+    int const descriptor = exists ? open(path, plan.existingFlags | O_CLOEXEC)
                                   : open(path, plan.missingFlags | O_CLOEXEC, newFilePermissions);
     if (descriptor >= 0 && plan.seeksEnd)
         lseek(descriptor, 0, SEEK_END);
@@ -84,7 +84,7 @@ int FileIO_OpenA(char const* path, ENU_FILE_OPEN mode, FILEDATA** file)
     if (!file)
         return failFileCall(EINVAL);
     *file = nullptr;
-    if (const int error = pathError(path))
+    if (int const error = pathError(path))
         return failFileCall(error);
     auto* record = static_cast<FILEDATA*>(velaCalloc(1, sizeof(FILEDATA)));
     if (!record)
@@ -92,7 +92,7 @@ int FileIO_OpenA(char const* path, ENU_FILE_OPEN mode, FILEDATA** file)
     std::strcpy(record->path, path);
     record->descriptor = openDescriptor(path, planFor(mode));
     if (record->descriptor < 0) {
-        const int error = errno;
+        int const error = errno;
         std::free(record);
         return failFileCall(error);
     }
@@ -112,8 +112,8 @@ int FileIO_Close(FILEDATA* file)
     beginFileCall();
     if (!file)
         return failFileCall(EINVAL);
-    const bool closed = close(file->descriptor) == 0;
-    const int result = endFileCall(closed);
+    bool const closed = close(file->descriptor) == 0;
+    int const result = endFileCall(closed);
     std::free(file);
     return result;
 }
@@ -150,7 +150,7 @@ int FileIO_Seek(FILEDATA* file, ENU_FILE_SEEK from, unsigned long low, unsigned 
     beginFileCall();
     if (!file)
         return failFileCall(EINVAL);
-    const auto bits = static_cast<uint32_t>(low);
+    auto const bits = static_cast<uint32_t>(low);
     const off_t relative = static_cast<int32_t>(bits);
     switch (from) {
     case FILE_SEEK_START:
@@ -186,8 +186,8 @@ bool lockWhole(int descriptor, int command)
     const off_t position = lseek(descriptor, 0, SEEK_CUR);
     if (position < 0 || lseek(descriptor, 0, SEEK_SET) < 0)
         return false;
-    const bool worked = lockf(descriptor, command, 0) == 0;
-    const int error = errno;
+    bool const worked = lockf(descriptor, command, 0) == 0;
+    int const error = errno;
     lseek(descriptor, position, SEEK_SET);
     errno = error;
     return worked;
@@ -231,7 +231,7 @@ int FileIO_GetLastMod(FILEDATA* file, tm* time)
     if (!file || !time)
         return failFileCall(EINVAL);
     struct stat status;
-    const bool known = fstat(file->descriptor, &status) == 0 && localtime_r(&status.st_mtime, time);
+    bool const known = fstat(file->descriptor, &status) == 0 && localtime_r(&status.st_mtime, time);
     return endFileCall(known);
 }
 

@@ -7,7 +7,7 @@
 // thread; one open file belongs to one thread at a time.
 #pragma once
 
-#include "vela-string.h"
+#include "foundation/vela-string.h"
 
 #include <ctime>
 

@@ -1,10 +1,10 @@
 // foundation/vela-memmgr.cpp: see vela-memmgr.h.
 
-#include "vela-memmgr.h"
+#include "foundation/vela-memmgr.h"
 
-#include "vela-alloc.h"
-#include "vela-debug.h"
-#include "vela-error.h"
+#include "foundation/vela-alloc.h"
+#include "foundation/vela-debug.h"
+#include "foundation/vela-error.h"
 
 #include <atomic>
 #include <cerrno>
@@ -71,7 +71,7 @@ void MemReallocArrayFunction(void** array, unsigned int elementSize, unsigned in
 {
     if (needed <= *capacity)
         return;
-    const unsigned int newCapacity = roundedUp(needed, granule);
+    unsigned int const newCapacity = roundedUp(needed, granule);
     if (newCapacity == 0)
         throw velaError(EINVAL);
     const uint64_t oldBytes = *array ? uint64_t{*capacity} * elementSize : 0;

@@ -2,7 +2,7 @@
 // allocator is not active in this build: operator new and delete go straight to the C library (vela-memmgr-new.cpp).
 #pragma once
 
-#include "vela-error.h"
+#include "foundation/vela-error.h"
 
 /// Counts initialisations; the first one clears the accounting. Always returns 1. Any thread.
 int MemMgr_Init();

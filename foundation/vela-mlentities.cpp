@@ -1,5 +1,5 @@
 // foundation/vela-mlentities.cpp: see the header. The names are HTML 4's (HTMLlat1), in the order of their codes.
-#include "vela-mlentities.h"
+#include "foundation/vela-mlentities.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
 // foundation/vela-mlparseerror.cpp: see the header.
-#include "vela-mlparseerror.h"
+#include "foundation/vela-mlparseerror.h"
 
 #include <iterator>
 

@@ -1,7 +1,7 @@
 // foundation/vela-mlparseerror.h: what the markup parser throws at bad syntax.
 #pragma once
 
-#include "vela-string.h"
+#include "foundation/vela-string.h"
 
 enum mlParseErrorCode : int
 {

@@ -1,6 +1,6 @@
 // foundation/vela-mlparser-sections.cpp: the grammar of the markup: how tokens become sections, and which tags close
 // which.
-#include "vela-mlparser.h"
+#include "foundation/vela-mlparser.h"
 
 namespace {
 

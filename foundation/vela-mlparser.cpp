@@ -1,11 +1,11 @@
 // foundation/vela-mlparser.cpp: see the header. How tokens are read is vela-mltokenizer.cpp's business.
-#include "vela-mlparser.h"
+#include "foundation/vela-mlparser.h"
 
 #include <cerrno>
 #include <utility>
 
-#include "vela-error.h"
-#include "vela-mlwriter.h"
+#include "foundation/vela-error.h"
+#include "foundation/vela-mlwriter.h"
 
 namespace {
 

@@ -2,13 +2,13 @@
 // brings everything of the markup: tokens, attributes, sections and errors.
 #pragma once
 
-#include "vela-array.h"
-#include "vela-mlparseerror.h"
-#include "vela-mlpool.h"
-#include "vela-mlsection.h"
-#include "vela-mltoken.h"
-#include "vela-mltokenizer.h"
-#include "vela-textstream.h"
+#include "foundation/vela-array.h"
+#include "foundation/vela-mlparseerror.h"
+#include "foundation/vela-mlpool.h"
+#include "foundation/vela-mlsection.h"
+#include "foundation/vela-mltoken.h"
+#include "foundation/vela-mltokenizer.h"
+#include "foundation/vela-textstream.h"
 
 /// A tolerant parser. The stream is not owned and must outlive the parser's reading; it is open only while a call
 /// reads, and is left at the place the parser reached. Bad syntax throws mlParseError; what was parsed before stays.

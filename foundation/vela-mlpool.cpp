@@ -1,5 +1,5 @@
 // foundation/vela-mlpool.cpp: see the header.
-#include "vela-mlpool.h"
+#include "foundation/vela-mlpool.h"
 
 #include <algorithm>
 #include <bit>
@@ -8,8 +8,8 @@
 #include <random>
 #include <utility>
 
-#include "vela-error.h"
-#include "vela-mlsection.h"
+#include "foundation/vela-error.h"
+#include "foundation/vela-mlsection.h"
 
 namespace {
 

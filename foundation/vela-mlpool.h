@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <cstring>
 
-#include "localize2.h"
-#include "vela-array.h"
-#include "vela-string.h"
+#include "foundation/localize2.h"
+#include "foundation/vela-array.h"
+#include "foundation/vela-string.h"
 
 class mlParser;
 class mlSection;

@@ -1,5 +1,5 @@
 // foundation/vela-mlsection.cpp: see the header. Writing a section out again is in vela-mlwriter.cpp.
-#include "vela-mlsection.h"
+#include "foundation/vela-mlsection.h"
 
 #include <algorithm>
 #include <memory>
@@ -7,9 +7,9 @@
 #include <string_view>
 #include <utility>
 
-#include "vela-error.h"
-#include "vela-mlparser.h"
-#include "vela-mlwriter.h"
+#include "foundation/vela-error.h"
+#include "foundation/vela-mlparser.h"
+#include "foundation/vela-mlwriter.h"
 
 namespace {
 

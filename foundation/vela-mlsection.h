@@ -4,10 +4,10 @@
 
 #include <utility>
 
-#include "vela-array.h"
-#include "vela-mlpool.h"
-#include "vela-string.h"
-#include "vela-textstream.h"
+#include "foundation/vela-array.h"
+#include "foundation/vela-mlpool.h"
+#include "foundation/vela-string.h"
+#include "foundation/vela-textstream.h"
 
 class mlParser;
 class mlSection;

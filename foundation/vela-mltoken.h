@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "vela-string.h"
+#include "foundation/vela-string.h"
 
 enum mlTokenType : int
 {

@@ -1,6 +1,6 @@
 // foundation/vela-mltokenizer.cpp: see the header. Text goes through loops over plain stretches; only a unit that a
 // table marks for the context gets a closer look.
-#include "vela-mltokenizer.h"
+#include "foundation/vela-mltokenizer.h"
 
 #include <algorithm>
 #include <array>
@@ -10,8 +10,8 @@
 #include <emmintrin.h>
 #endif
 
-#include "vela-error.h"
-#include "vela-mlentities.h"
+#include "foundation/vela-error.h"
+#include "foundation/vela-mlentities.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 // and tells the stream how far it came only when asked to (settle).
 #pragma once
 
-#include "vela-array.h"
-#include "vela-mltoken.h"
-#include "vela-textstream.h"
+#include "foundation/vela-array.h"
+#include "foundation/vela-mltoken.h"
+#include "foundation/vela-textstream.h"
 
 /// The stream is not owned and must be open while tokens are read. One thread at a time.
 class mlTokenizer

@@ -1,10 +1,10 @@
 // foundation/vela-mlwriter.cpp: see the header.
-#include "vela-mlwriter.h"
+#include "foundation/vela-mlwriter.h"
 
 #include <algorithm>
 
-#include "vela-error.h"
-#include "vela-mltoken.h"
+#include "foundation/vela-error.h"
+#include "foundation/vela-mltoken.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "vela-array.h"
-#include "vela-mlsection.h"
+#include "foundation/vela-array.h"
+#include "foundation/vela-mlsection.h"
 
 /// Collects markup. Reading what was written gives the same sections, as far as the markup can say it: an ampersand is
 /// written as it is.

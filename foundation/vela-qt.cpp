@@ -1,5 +1,5 @@
 // foundation/vela-qt.cpp: see vela-qt.h.
-#include "vela-qt.h"
+#include "foundation/vela-qt.h"
 
 QString sstoq(sstring const& text) { return sstoview(text).toString(); }
 

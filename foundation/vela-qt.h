@@ -2,7 +2,7 @@
 // own (tarn_foundation_qt); the rest of the folder builds without.
 #pragma once
 
-#include "vela-string.h"
+#include "foundation/vela-string.h"
 
 #include <QString>
 #include <QStringView>

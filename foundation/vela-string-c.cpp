@@ -1,10 +1,10 @@
 // foundation/vela-string-c.cpp: see vela-string-c.h. The 8-bit flavour hands over to the C library. strstr16 and the
 // two strrstr functions are in vela-string-match.cpp.
 
-#include "vela-string-c.h"
+#include "foundation/vela-string-c.h"
 
-#include "vela-array.h"
-#include "vela-string-match.h"
+#include "foundation/vela-array.h"
+#include "foundation/vela-string-match.h"
 
 #include <algorithm>
 #include <cctype>
@@ -16,9 +16,9 @@
 
 namespace {
 
-const char* chars(unsigned char const* text) { return reinterpret_cast<const char*>(text); }
+char const* chars(unsigned char const* text) { return reinterpret_cast<char const*>(text); }
 char* chars(unsigned char* text) { return reinterpret_cast<char*>(text); }
-unsigned char* bytes(const char* text) { return reinterpret_cast<unsigned char*>(const_cast<char*>(text)); }
+unsigned char* bytes(char const* text) { return reinterpret_cast<unsigned char*>(const_cast<char*>(text)); }
 unsigned short* writable(unsigned short const* text) { return const_cast<unsigned short*>(text); }
 
 } // namespace
@@ -86,7 +86,7 @@ unsigned short* strncat16(unsigned short* to, unsigned short const* from, unsign
 
 unsigned short* strncpy16(unsigned short* to, unsigned short const* from, unsigned int count)
 {
-    const unsigned int copied = lengthUpTo(from, count);
+    unsigned int const copied = lengthUpTo(from, count);
     std::fill_n(std::copy_n(from, copied, to), count - copied, static_cast<unsigned short>(0));
     return to;
 }
@@ -101,8 +101,8 @@ template <class Unit, class Fold>
 int difference(Unit const* left, Unit const* right, uint64_t count, Fold fold)
 {
     for (; count; --count, ++left, ++right) {
-        const int foldedLeft = fold(*left);
-        const int foldedRight = fold(*right);
+        int const foldedLeft = fold(*left);
+        int const foldedRight = fold(*right);
         if (foldedLeft != foldedRight || !*left || !*right)
             return foldedLeft - foldedRight;
     }
@@ -310,13 +310,13 @@ double atof16(unsigned short const* text) { return std::atof(numberText(text).c_
 long atol16(unsigned short const* text)
 {
     text = skipSpaces(text);
-    const bool negative = *text == '-';
+    bool const negative = *text == '-';
     if (*text == '-' || *text == '+')
         ++text;
-    const unsigned long limit = negative ? static_cast<unsigned long>(LONG_MAX) + 1 : LONG_MAX;
+    unsigned long const limit = negative ? static_cast<unsigned long>(LONG_MAX) + 1 : LONG_MAX;
     unsigned long value = 0;
     for (; *text >= '0' && *text <= '9'; ++text) {
-        const unsigned long digit = *text - '0';
+        unsigned long const digit = *text - '0';
         value = value > (limit - digit) / 10 ? limit : value * 10 + digit;
     }
     return static_cast<long>(negative ? 0 - value : value);

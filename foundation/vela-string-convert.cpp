@@ -1,12 +1,12 @@
 // foundation/vela-string-convert.cpp: see vela-string-convert.h.
 
-#include "vela-string-convert.h"
+#include "foundation/vela-string-convert.h"
 
-#include "localize2.h"
-#include "vela-alloc.h"
-#include "vela-comtypes.h"
-#include "vela-string-c.h"
-#include "vela-string-converters.h"
+#include "foundation/localize2.h"
+#include "foundation/vela-alloc.h"
+#include "foundation/vela-comtypes.h"
+#include "foundation/vela-string-c.h"
+#include "foundation/vela-string-converters.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -66,7 +66,7 @@ bool convert(CodesetConverter const& codeset, unsigned short* out, unsigned char
         return false;
     UErrorCode error = U_ZERO_ERROR;
     UChar* to = toUChar(out);
-    const char* from = reinterpret_cast<const char*>(in);
+    char const* from = reinterpret_cast<char const*>(in);
     ucnv_reset(codeset.converter);
     ucnv_toUnicode(codeset.converter, &to, to + capacity, &from, from + std::strlen(from), nullptr, true, &error);
     std::fill(to, toUChar(out) + capacity, UChar{});
@@ -81,7 +81,7 @@ bool convert(CodesetConverter const& codeset, unsigned char* out, unsigned short
         return false;
     UErrorCode error = U_ZERO_ERROR;
     char* to = reinterpret_cast<char*>(out);
-    const UChar* from = toUChar(in);
+    UChar const* from = toUChar(in);
     ucnv_reset(codeset.converter);
     ucnv_fromUnicode(codeset.converter, &to, to + capacity, &from, from + strlen16(in), nullptr, true, &error);
     std::fill(to, reinterpret_cast<char*>(out) + capacity, '\0');
@@ -154,7 +154,7 @@ bool keepsPlainAscii(LOCALE* locale)
     char const* library = nl_langinfo(CODESET);
     if (library && lastAnswer.isAbout(*locale, library))
         return lastAnswer.keepsAscii;
-    const bool keeps = converterFor(CodesetName(locale).text).keepsAscii;
+    bool const keeps = converterFor(CodesetName(locale).text).keepsAscii;
     // A nameless locale stands for ICU's default, which may change.
     if (locale->name[0] && library && std::strlen(library) < maxCodesetName) {
         lastAnswer = {*locale, {}, keeps};
@@ -201,7 +201,7 @@ unsigned char* ToAnsi16(unsigned short const* text)
     static StaticBuffer<unsigned char> buffer;
     if (!text)
         return nullptr;
-    const unsigned int length = strlen16(text);
+    unsigned int const length = strlen16(text);
     buffer.holdAtLeast(isPlainAscii(text, length) ? length + 1 : length * 4 + 4);
     UnicodeToAnsi(buffer.units, text, buffer.capacity);
     buffer.units[buffer.capacity - 1] = 0;

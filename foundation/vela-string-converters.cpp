@@ -1,9 +1,9 @@
 // foundation/vela-string-converters.cpp: see vela-string-converters.h.
 
-#include "vela-string-converters.h"
+#include "foundation/vela-string-converters.h"
 
-#include "vela-array.h"
-#include "vela-string-convert.h"
+#include "foundation/vela-array.h"
+#include "foundation/vela-string-convert.h"
 
 #include <cstring>
 

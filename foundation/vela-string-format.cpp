@@ -1,9 +1,9 @@
 // foundation/vela-string-format.cpp: strings made from a printf-style format.
 
-#include "vela-string.h"
+#include "foundation/vela-string.h"
 
-#include "vela-alloc.h"
-#include "vela-error.h"
+#include "foundation/vela-alloc.h"
+#include "foundation/vela-error.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -13,7 +13,7 @@
 namespace {
 
 constexpr unsigned int formatBytes = 2048;
-const char emptyFormat[] = {0};
+char const emptyFormat[] = {0};
 constexpr int formattedTextTooLong = 7;
 /// A cache of the usual size is formatted on the stack.
 constexpr unsigned int stackBytes = 4096;
@@ -37,14 +37,14 @@ sformat& sformat::vformat(char const* format, va_list arguments)
 {
     if (!format)
         format = emptyFormat;
-    const unsigned int capacity = capacityFor(formatBytes, getCapacityA());
+    unsigned int const capacity = capacityFor(formatBytes, getCapacityA());
     char onStack[stackBytes];
     std::unique_ptr<char, Freed> onHeap(capacity > stackBytes ? static_cast<char*>(velaMalloc(capacity)) : nullptr);
     char* result = capacity > stackBytes ? onHeap.get() : onStack;
     if (!result)
         throw velaError(ENOMEM);
     result[0] = 0;
-    const int resultLength = std::vsnprintf(result, capacity, format, arguments);
+    int const resultLength = std::vsnprintf(result, capacity, format, arguments);
     if (resultLength >= 0 && static_cast<unsigned int>(resultLength) >= capacity)
         throw velaError(formattedTextTooLong);
     setSizeA(formatBytes);

@@ -1,9 +1,9 @@
 // foundation/vela-string-match.cpp: see vela-string-match.h.
 
-#include "vela-string-match.h"
+#include "foundation/vela-string-match.h"
 
-#include "vela-array.h"
-#include "vela-string-c.h"
+#include "foundation/vela-array.h"
+#include "foundation/vela-string-c.h"
 
 #include <algorithm>
 
@@ -70,7 +70,7 @@ velaArray<unsigned int> bordersOf(Unit const* wanted, unsigned int length)
 template <class Unit, class OnMatch>
 void eachLongMatch(Unit const* text, Unit const* wanted, unsigned int length, OnMatch onMatch)
 {
-    const velaArray<unsigned int> borders = bordersOf(wanted, length);
+    velaArray<unsigned int> const borders = bordersOf(wanted, length);
     unsigned int matched = 0;
     for (Unit const* at = text; *at; ++at) {
         while (matched && *at != wanted[matched])
@@ -88,7 +88,7 @@ void eachLongMatch(Unit const* text, Unit const* wanted, unsigned int length, On
 template <class Unit, class OnMatch>
 void eachMatch(Unit const* text, Unit const* wanted, OnMatch onMatch)
 {
-    const unsigned int length = lengthOf(wanted);
+    unsigned int const length = lengthOf(wanted);
     if (length <= longestPlainPattern)
         eachShortMatch(text, wanted, onMatch);
     else
@@ -102,7 +102,7 @@ Unit* lastMatch(Unit const* text, Unit const* wanted, unsigned int limit)
         return const_cast<Unit*>(text) + std::min(limit, lengthOf(text));
     Unit const* last = nullptr;
     eachMatch(text, wanted, [&](Unit const* at) {
-        const bool accepted = at - text <= static_cast<long>(limit);
+        bool const accepted = at - text <= static_cast<long>(limit);
         if (accepted)
             last = at;
         return accepted;

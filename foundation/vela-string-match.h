@@ -2,7 +2,7 @@
 // units, and substring matches in linear time. Not part of the public interface.
 #pragma once
 
-#include "vela-array.h"
+#include "foundation/vela-array.h"
 
 /// A zero-terminated set of units, asked in constant time for almost every unit. The text must outlive the set.
 class UnitSet

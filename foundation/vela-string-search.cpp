@@ -1,8 +1,8 @@
 // foundation/vela-string-search.cpp: finding, replacing and comparing inside a string.
 
-#include "vela-string.h"
+#include "foundation/vela-string.h"
 
-#include "vela-string-match.h"
+#include "foundation/vela-string-match.h"
 
 #include <algorithm>
 
@@ -14,7 +14,7 @@ constexpr unsigned int npos = sstring::npos;
 unsigned int findMember(sstring const& text, sstring const& set, unsigned int from, bool member)
 {
     const UnitSet units(set.getUnicode());
-    const unsigned short* unit = text.getUnicode();
+    unsigned short const* unit = text.getUnicode();
     for (unsigned int i = from; i < text.getLength(); ++i)
         if (units.contains(unit[i]) == member)
             return i;
@@ -34,7 +34,7 @@ unsigned int findBackwards(unsigned int length, unsigned int limit, Accepts acce
 unsigned int rfindMember(sstring const& text, sstring const& set, unsigned int limit, bool member)
 {
     const UnitSet units(set.getUnicode());
-    const unsigned short* unit = text.getUnicode();
+    unsigned short const* unit = text.getUnicode();
     return findBackwards(text.getLength(), limit, [&](unsigned int i) { return units.contains(unit[i]) == member; });
 }
 
@@ -52,7 +52,7 @@ unsigned int sstring::find(sstring const& text, unsigned int from) const
 {
     if (from > length)
         return npos;
-    const unsigned short* hit = strstr16(wideBuffer + from, text.wideBuffer);
+    unsigned short const* hit = strstr16(wideBuffer + from, text.wideBuffer);
     return hit ? static_cast<unsigned int>(hit - wideBuffer) : npos;
 }
 
@@ -73,7 +73,7 @@ unsigned int sstring::rfind(unsigned short unit, unsigned int limit) const
 
 unsigned int sstring::rfind(sstring const& text, unsigned int limit) const
 {
-    const unsigned short* hit = lastMatch16(wideBuffer, text.wideBuffer, limit);
+    unsigned short const* hit = lastMatch16(wideBuffer, text.wideBuffer, limit);
     return hit ? static_cast<unsigned int>(hit - wideBuffer) : npos;
 }
 
@@ -179,9 +179,9 @@ void sstring::growWideFor(unsigned int more)
 /// Builds the text anew, piece by piece, so that many hits cost no more than one copy of the text.
 void sstring::replaceHits(sstring const& from, sstring const& to, unsigned short const* hit)
 {
-    const unsigned int fromLength = strlen16(from.wideBuffer);
+    unsigned int const fromLength = strlen16(from.wideBuffer);
     sstring result;
-    const unsigned short* rest = wideBuffer;
+    unsigned short const* rest = wideBuffer;
     for (; hit; hit = strstr16(rest, from.wideBuffer)) {
         result.writeUnits(result.length, rest, static_cast<unsigned int>(hit - rest), true);
         result.writeUnits(result.length, to.wideBuffer, to.length, true);
@@ -196,8 +196,8 @@ void sstring::replaceHits(sstring const& from, sstring const& to, unsigned short
 unsigned int sstring::replace(sstring const& from, sstring const& to, ReplaceHowMany howMany)
 {
     // What is searched ends at a terminator, wherever the string's own length ends.
-    const unsigned int fromLength = strlen16(from.wideBuffer);
-    const unsigned short* hit = fromLength ? strstr16(wideBuffer, from.wideBuffer) : nullptr;
+    unsigned int const fromLength = strlen16(from.wideBuffer);
+    unsigned short const* hit = fromLength ? strstr16(wideBuffer, from.wideBuffer) : nullptr;
     if (!hit)
         return length;
     if (howMany != ReplaceAll)

@@ -2,12 +2,12 @@
 // Searching, replacing and comparing are in vela-string-search.cpp, printf-style formatting is in
 // vela-string-format.cpp.
 
-#include "vela-string.h"
+#include "foundation/vela-string.h"
 
-#include "localize2.h"
-#include "vela-alloc.h"
-#include "vela-error.h"
-#include "vela-locale.h"
+#include "foundation/localize2.h"
+#include "foundation/vela-alloc.h"
+#include "foundation/vela-error.h"
+#include "foundation/vela-locale.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -111,7 +111,7 @@ void sstring::growWide(uint64_t units) const
 {
     if (units > maxUnits)
         throw velaError(ENOMEM);
-    const unsigned int wanted = capacityFor(units, wideCapacity);
+    unsigned int const wanted = capacityFor(units, wideCapacity);
     unsigned short* block = regrown(wideCapacity ? wideBuffer : nullptr, wideCapacity, wanted);
     if (!block)
         throw velaError(ENOMEM);
@@ -121,7 +121,7 @@ void sstring::growWide(uint64_t units) const
 
 void sstring::growAnsi(uint64_t bytes) const
 {
-    const unsigned int wanted = capacityFor(bytes, ansiCapacity);
+    unsigned int const wanted = capacityFor(bytes, ansiCapacity);
     if (wanted == ansiCapacity)
         return;
     auto* block = static_cast<unsigned char*>(velaRealloc(ansiCache, wanted));
@@ -137,13 +137,13 @@ void sstring::growScratch(uint64_t units) const
 {
     if (units > maxUnits)
         throw velaError(ENOMEM);
-    const unsigned int wanted = capacityFor(units, scratchCapacity);
+    unsigned int const wanted = capacityFor(units, scratchCapacity);
     if (wanted == scratchCapacity)
         return;
     void* block = velaRealloc(wideScratch, size_t{wanted} * sizeof(unsigned short));
     if (!block)
         throw velaError(ENOMEM);
-    const bool first = !wideScratch;
+    bool const first = !wideScratch;
     wideScratch = static_cast<unsigned short*>(block);
     if (first)
         wideScratch[0] = 0;
@@ -168,8 +168,8 @@ LOCALE* sstring::setLocale(LOCALE* locale)
 
 unsigned char* sstring::getAnsiAt(unsigned int index) const
 {
-    const unsigned short* text = index > length ? emptyText : wideBuffer + index;
-    const unsigned int count = strlen16(text);
+    unsigned short const* text = index > length ? emptyText : wideBuffer + index;
+    unsigned int const count = strlen16(text);
     const uint64_t room = uint64_t{count} * 4 + 4;
     growAnsi(room);
     if (keepsPlainAscii(ownLocale) && isPlainAscii(text, count)) {
@@ -235,7 +235,7 @@ void sstring::closeRange(uint64_t end, bool endsText)
 
 void sstring::writeUnits(unsigned int pos, unsigned short const* source, unsigned int count, bool endsText)
 {
-    const bool own = ownsUnit(source);
+    bool const own = ownsUnit(source);
     const ptrdiff_t ownOffset = own ? source - wideBuffer : 0;
     unsigned short* target = openRange(pos, count);
     std::memmove(target, own ? wideBuffer + ownOffset : source, size_t{count} * sizeof(unsigned short));
@@ -255,18 +255,18 @@ void sstring::setAt(unsigned int pos, unsigned short const* text, unsigned int s
     if (count != npos)
         return writeUnits(pos, text + start, count, false);
     // Such a text ends at its terminator, which may stand before the start.
-    const bool beginsInside = std::find(text, text + start, 0) == text + start;
-    const unsigned short* source = beginsInside ? text + start : emptyText;
+    bool const beginsInside = std::find(text, text + start, 0) == text + start;
+    unsigned short const* source = beginsInside ? text + start : emptyText;
     writeUnits(pos, source, strlen16(source), true);
 }
 
 void sstring::setAt(unsigned int pos, unsigned char const* text, unsigned int start, unsigned int count)
 {
-    const bool endsText = count == npos;
-    const unsigned int bytesGiven = text ? strlen8(text) : 0;
-    const bool plain = keepsPlainAscii(ownLocale) && isPlainAscii(text, bytesGiven);
-    const unsigned short* wide = plain ? nullptr : widened(text);
-    const unsigned int units = plain ? bytesGiven : strlen16(wide);
+    bool const endsText = count == npos;
+    unsigned int const bytesGiven = text ? strlen8(text) : 0;
+    bool const plain = keepsPlainAscii(ownLocale) && isPlainAscii(text, bytesGiven);
+    unsigned short const* wide = plain ? nullptr : widened(text);
+    unsigned int const units = plain ? bytesGiven : strlen16(wide);
     start = std::min(start, units);
     count = std::min(count, units - start);
     if (plain)
@@ -283,8 +283,8 @@ void sstring::setAt(unsigned int pos, char const* text, unsigned int start, unsi
 void sstring::setAt(unsigned int pos, sstring const& text, unsigned int start, unsigned int count)
 {
     start = std::min(start, text.length);
-    const unsigned short* source = text.wideBuffer + start;
-    const bool endsText = count == npos;
+    unsigned short const* source = text.wideBuffer + start;
+    bool const endsText = count == npos;
     writeUnits(pos, source, endsText ? strlen16(source) : std::min(count, text.length - start), endsText);
 }
 
@@ -322,13 +322,13 @@ sstring& sstring::append(char const* text) { return append(bytes(text)); }
 
 sstring& sstring::operator+=(unsigned char character)
 {
-    const unsigned char text[] = {character, 0};
+    unsigned char const text[] = {character, 0};
     return append(text);
 }
 
 sstring& sstring::operator*(int copies)
 {
-    const unsigned int once = length;
+    unsigned int const once = length;
     for (; copies > 0; --copies)
         writeUnits(length, wideBuffer, once, true);
     return *this;

@@ -3,8 +3,8 @@
 // (vela-string-c.h) and the conversions between the two flavours (vela-string-convert.h).
 #pragma once
 
-#include "vela-string-c.h"
-#include "vela-string-convert.h"
+#include "foundation/vela-string-c.h"
+#include "foundation/vela-string-convert.h"
 
 #include <cstdarg>
 #include <cstdint>
@@ -462,4 +462,4 @@ TARN_COMPARISON(==)
 TARN_COMPARISON(!=)
 #undef TARN_COMPARISON
 
-#include "vela-error.h" // what every string can throw; it holds a string itself, so it stands behind them
+#include "foundation/vela-error.h" // what every string can throw; it holds a string itself, so it stands behind them

@@ -5,10 +5,10 @@
 #include <cstring>
 #include <utility>
 
-#include "vela-alloc.h"
-#include "vela-locale.h"
-#include "vela-textstream.h"
-#include "vela-tsdecoder.h"
+#include "foundation/vela-alloc.h"
+#include "foundation/vela-locale.h"
+#include "foundation/vela-textstream.h"
+#include "foundation/vela-tsdecoder.h"
 
 namespace {
 

@@ -1,15 +1,15 @@
 // foundation/vela-textstream.cpp: opening, positions and handing out units. Filling the caches from the source is in
 // vela-textstream-fill.cpp.
-#include "vela-textstream.h"
+#include "foundation/vela-textstream.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstdlib>
 #include <utility>
 
-#include "vela-locale.h"
-#include "vela-poison.h"
-#include "vela-tsdecoder.h"
+#include "foundation/vela-locale.h"
+#include "foundation/vela-poison.h"
+#include "foundation/vela-tsdecoder.h"
 
 namespace {
 

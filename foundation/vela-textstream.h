@@ -4,11 +4,11 @@
 
 #include <memory>
 
-#include "localize2.h"
-#include "vela-array.h"
-#include "vela-error.h"
-#include "vela-fileio.h"
-#include "vela-string.h"
+#include "foundation/localize2.h"
+#include "foundation/vela-array.h"
+#include "foundation/vela-error.h"
+#include "foundation/vela-fileio.h"
+#include "foundation/vela-string.h"
 
 class tsDecoder;
 

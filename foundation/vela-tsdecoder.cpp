@@ -1,6 +1,6 @@
 // foundation/vela-tsdecoder.cpp: see the header. Single-byte code sets go through a table and well-formed UTF-8 through
 // a decoder of our own; everything else, and every ill-formed text, is ICU's.
-#include "vela-tsdecoder.h"
+#include "foundation/vela-tsdecoder.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -9,8 +9,8 @@
 #include <unicode/ucnv.h>
 #include <unicode/utf16.h>
 
-#include "vela-comtypes.h"
-#include "vela-string.h"
+#include "foundation/vela-comtypes.h"
+#include "foundation/vela-string.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "vela-array.h"
+#include "foundation/vela-array.h"
 
 struct UConverter;
 

@@ -11,10 +11,10 @@
 class FuzzBytes
 {
 public:
-    FuzzBytes(uint8_t const* bytes, size_t size) : at_(bytes), end_(bytes + size) {}
+    FuzzBytes(uint8_t const* bytes, size_t size) : m_at(bytes), m_end(bytes + size) {}
 
-    bool isEmpty() const { return at_ == end_; }
-    uint8_t byte() { return isEmpty() ? uint8_t{0} : *at_++; }
+    bool isEmpty() const { return m_at == m_end; }
+    uint8_t byte() { return isEmpty() ? uint8_t{0} : *m_at++; }
     unsigned word() { return byte() * 256u + byte(); }
     /// 0 to bound - 1; bound is 1 to 65536.
     unsigned below(unsigned bound) { return (bound <= 256 ? byte() : word()) % bound; }
@@ -22,16 +22,16 @@ public:
     /// Up to `length` bytes.
     std::string text(size_t length)
     {
-        size_t const count = std::min(length, static_cast<size_t>(end_ - at_));
-        std::string taken(reinterpret_cast<char const*>(at_), count);
-        at_ += count;
+        size_t const count = std::min(length, static_cast<size_t>(m_end - m_at));
+        std::string taken(reinterpret_cast<char const*>(m_at), count);
+        m_at += count;
         return taken;
     }
-    std::string rest() { return text(static_cast<size_t>(end_ - at_)); }
+    std::string rest() { return text(static_cast<size_t>(m_end - m_at)); }
 
 private:
-    uint8_t const* at_;
-    uint8_t const* end_;
+    uint8_t const* m_at;
+    uint8_t const* m_end;
 };
 
 /// Random numbers whose seed is the input itself: the whole input can then be readable text. The generator is
@@ -42,21 +42,21 @@ public:
     explicit FuzzRandom(std::string_view input)
     {
         for (char c : input)
-            state_ = (state_ ^ static_cast<uint8_t>(c)) * 0x100000001B3u;
-        state_ |= 1;
+            m_state = (m_state ^ static_cast<uint8_t>(c)) * 0x100000001B3u;
+        m_state |= 1;
     }
-    explicit FuzzRandom(unsigned seed) : state_(seed * 0x9E3779B97F4A7C15u | 1) {}
+    explicit FuzzRandom(unsigned seed) : m_state(seed * 0x9E3779B97F4A7C15u | 1) {}
 
     unsigned next()
     {
-        state_ ^= state_ << 13;
-        state_ ^= state_ >> 7;
-        state_ ^= state_ << 17;
-        return static_cast<unsigned>(state_ >> 32);
+        m_state ^= m_state << 13;
+        m_state ^= m_state >> 7;
+        m_state ^= m_state << 17;
+        return static_cast<unsigned>(m_state >> 32);
     }
     unsigned below(unsigned bound) { return next() % bound; }
     bool oneIn(unsigned bound) { return below(bound) == 0; }
 
 private:
-    uint64_t state_ = 0xCBF29CE484222325u;
+    uint64_t m_state = 0xCBF29CE484222325u;
 };

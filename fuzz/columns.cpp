@@ -123,30 +123,30 @@ struct Row
 class Session
 {
 public:
-    explicit Session(FuzzBytes& input) : input_(input)
+    explicit Session(FuzzBytes& input) : m_input(input)
     {
         char const* const kinds[] = {"flexlist", "checklist", "listview", "treeview"};
-        page_.widget->resize(300, 200);
+        m_page.widget->resize(300, 200);
         std::string const text = std::string("<object name=f classid=") + kinds[input.below(4)] + "></object>";
-        page_.root.setText(sstring(text.c_str()), sstring());
-        flex_ = dynamic_cast<guiHtmlControlFlex*>(page_.root.getNamed(sstring("f")));
-        require(flex_ != nullptr, "there is no list");
+        m_page.root.setText(sstring(text.c_str()), sstring());
+        m_flex = dynamic_cast<guiHtmlControlFlex*>(m_page.root.getNamed(sstring("f")));
+        require(m_flex != nullptr, "there is no list");
         show();
     }
 
     void run()
     {
-        for (int steps = 0; steps < kMaxSteps && !input_.isEmpty(); ++steps)
+        for (int steps = 0; steps < kMaxSteps && !m_input.isEmpty(); ++steps)
             step();
         show();
         compare();
     }
 
 private:
-    bool isShown() const { return flex_->getChildWidget() != nullptr; }
+    bool isShown() const { return m_flex->getChildWidget() != nullptr; }
     void show()
     {
-        page_.root.updateLayout(1);
+        m_page.root.updateLayout(1);
         require(isShown(), "there is no widget");
         settle();
     }
@@ -156,25 +156,25 @@ private:
     {
         if (!isShown())
             return;
-        headings_.settle();
-        for (Row& row : rows_)
+        m_headings.settle();
+        for (Row& row : m_rows)
             row.cells.settle();
     }
 
-    QString value() { return QStringLiteral("v%1").arg(input_.below(6)); }
+    QString value() { return QStringLiteral("v%1").arg(m_input.below(6)); }
     Row* find(QString const& value)
     {
-        for (Row& row : rows_)
+        for (Row& row : m_rows)
             if (row.value == value)
                 return &row;
         return nullptr;
     }
 
-    int column() { return static_cast<int>(input_.below(4) == 0 ? input_.word() : input_.below(6)); }
+    int column() { return static_cast<int>(m_input.below(4) == 0 ? m_input.word() : m_input.below(6)); }
 
     void step()
     {
-        switch (input_.below(11)) {
+        switch (m_input.below(11)) {
         case 0:
         case 1:
             return addRow();
@@ -188,7 +188,7 @@ private:
         case 6:
             return removeRow();
         case 7:
-            return flex_->destroyChildWidget();
+            return m_flex->destroyChildWidget();
         case 8:
             show();
             return compare();
@@ -202,13 +202,13 @@ private:
     void addRow()
     {
         QString const key = value();
-        QString const text = takeText(input_);
-        auto const type = static_cast<guiHtmlControlFlexEntryType>(input_.below(3));
+        QString const text = takeText(m_input);
+        auto const type = static_cast<guiHtmlControlFlexEntryType>(m_input.below(3));
         checkSplitting(text);
         if (find(key))
             return; // which of two rows with one key is found depends on the hole that the second fills
-        flex_->addItem(toText(key), toText(text), toText(value()), type);
-        rows_.push_back({key, {{}, text.isEmpty() ? key : text}, false, type});
+        m_flex->addItem(toText(key), toText(text), toText(value()), type);
+        m_rows.push_back({key, {{}, text.isEmpty() ? key : text}, false, type});
         settle();
     }
 
@@ -227,8 +227,8 @@ private:
     {
         QString const key = value();
         int const at = column();
-        QString const text = takeText(input_);
-        flex_->setItemText(toText(key), at, toText(text));
+        QString const text = takeText(m_input);
+        m_flex->setItemText(toText(key), at, toText(text));
         if (Row* row = find(key))
             set(row->cells, at, text);
     }
@@ -236,84 +236,84 @@ private:
     void setHeading()
     {
         int const at = column();
-        QString const text = takeText(input_);
-        flex_->setColumnText(at, toText(text));
-        set(headings_, at, text);
+        QString const text = takeText(m_input);
+        m_flex->setColumnText(at, toText(text));
+        set(m_headings, at, text);
     }
 
     void setWidth()
     {
         int const at = column();
-        int const width = static_cast<int>(input_.word()) - 100;
-        flex_->setColumnWidth(at, width);
+        int const width = static_cast<int>(m_input.word()) - 100;
+        m_flex->setColumnWidth(at, width);
         if (!isShown() && at >= 1)
-            headings_.pending += QStringLiteral("|%1|WIDTH=%2").arg(at).arg(width);
+            m_headings.pending += QStringLiteral("|%1|WIDTH=%2").arg(at).arg(width);
     }
 
     void removeRow()
     {
         QString const key = value();
-        while (flex_->findItem(istring(toText(key))))
-            flex_->removeItem(toText(key));
-        std::erase_if(rows_, [&](Row const& row) { return row.value == key; });
+        while (m_flex->findItem(istring(toText(key))))
+            m_flex->removeItem(toText(key));
+        std::erase_if(m_rows, [&](Row const& row) { return row.value == key; });
     }
 
     void check()
     {
         QString const key = value();
-        bool const on = input_.flag();
-        flex_->setItemChecked(toText(key), on);
+        bool const on = m_input.flag();
+        m_flex->setItemChecked(toText(key), on);
         Row* row = find(key);
         if (!row || row->type == kFlexPlain)
             return;
         row->isChecked = on;
-        for (Row& other : rows_) // radio rows beside it may have been switched off
+        for (Row& other : m_rows) // radio rows beside it may have been switched off
             if (row->type == kFlexRadio && other.type == kFlexRadio)
-                other.isChecked = flex_->isItemChecked(toText(other.value));
-        require(row->type == kFlexRadio || flex_->isItemChecked(toText(key)) == on,
+                other.isChecked = m_flex->isItemChecked(toText(other.value));
+        require(row->type == kFlexRadio || m_flex->isItemChecked(toText(key)) == on,
                 "a row is not checked as it was set");
     }
 
     void changeState()
     {
         sstring const key = toText(value());
-        int const on = input_.flag();
-        switch (input_.below(4)) {
+        int const on = m_input.flag();
+        switch (m_input.below(4)) {
         case 0:
-            return flex_->setItemSelected(key, on);
+            return m_flex->setItemSelected(key, on);
         case 1:
-            return flex_->setItemEnabled(key, on);
+            return m_flex->setItemEnabled(key, on);
         case 2:
-            return flex_->setItemExpanded(key, on);
+            return m_flex->setItemExpanded(key, on);
         default:
-            return flex_->setHeaderEnabled(on);
+            return m_flex->setHeaderEnabled(on);
         }
     }
 
     void compare()
     {
-        auto const* view = dynamic_cast<guiWidgetListView const*>(flex_->getChildWidget());
-        for (auto const& [column, text] : headings_.texts)
+        auto const* view = dynamic_cast<guiWidgetListView const*>(m_flex->getChildWidget());
+        for (auto const& [column, text] : m_headings.texts)
             require(view->headerItem()->text(column - 1) == text, "a heading is not what was set");
-        for (Row const& row : rows_)
+        for (Row const& row : m_rows)
             compareRow(row);
-        require(flex_->getPreferredWidth() >= 0 && flex_->getHeightEstimate(100) >= 0, "a negative size");
+        require(m_flex->getPreferredWidth() >= 0 && m_flex->getHeightEstimate(100) >= 0, "a negative size");
     }
 
     void compareRow(Row const& row)
     {
-        guiHtmlControlFlexEntry const* entry = flex_->findItem(istring(toText(row.value)));
+        guiHtmlControlFlexEntry const* entry = m_flex->findItem(istring(toText(row.value)));
         require(entry && entry->item, "a row is missing");
         for (auto const& [column, text] : row.cells.texts)
             require(entry->item->text(column - 1) == text, "a cell is not what was set");
         require(row.type != kFlexCheckBox || entry->item->isOn() == row.isChecked, "a check box is not as it was set");
     }
 
-    FuzzBytes& input_;
-    PageWindow page_;
-    guiHtmlControlFlex* flex_ = nullptr;
-    std::vector<Row> rows_;
-    Coded headings_{{}, {}, true};
+    FuzzBytes& m_input;
+    PageWindow m_page;
+    guiHtmlControlFlex* m_flex = nullptr;
+    std::vector<Row> m_rows;
+    Coded m_headings{{}, {}, true};
 };
 
 } // namespace

@@ -55,13 +55,13 @@ public:
     {
         char pattern[] = "/tmp/tarn-fuzz-XXXXXX";
         require(mkdtemp(pattern), "no room for temporary files");
-        root_ = pattern;
-        std::filesystem::create_directories(root_ / "docs" / "deep");
-        std::ofstream(root_ / "docs" / "deep" / "a") << kInside;
-        std::ofstream(root_ / "a") << "outside";
-        files_.addFolder("Docs", root_ / "docs");
+        m_root = pattern;
+        std::filesystem::create_directories(m_root / "docs" / "deep");
+        std::ofstream(m_root / "docs" / "deep" / "a") << kInside;
+        std::ofstream(m_root / "a") << "outside";
+        m_files.addFolder("Docs", m_root / "docs");
     }
-    ~Documents() { std::filesystem::remove_all(root_); }
+    ~Documents() { std::filesystem::remove_all(m_root); }
     Documents(Documents const&) = delete;
     Documents& operator=(Documents const&) = delete;
 
@@ -69,15 +69,15 @@ public:
     {
         void const* data = nullptr;
         unsigned length = 0;
-        bool const isRead = files_.readFile(nullptr, sstring(("vfs://Docs/" + name).c_str()), &data, &length);
+        bool const isRead = m_files.readFile(nullptr, sstring(("vfs://Docs/" + name).c_str()), &data, &length);
         require(!isRead || std::string_view(static_cast<char const*>(data), length) == kInside,
                 "a file outside of the folder was read");
     }
 
 private:
     static constexpr char kInside[] = "inside";
-    std::filesystem::path root_;
-    NativeFileService files_;
+    std::filesystem::path m_root;
+    NativeFileService m_files;
 };
 
 } // namespace

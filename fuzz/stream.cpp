@@ -114,23 +114,24 @@ Units readStraight(textstream& stream)
 class Walker
 {
 public:
-    Walker(textstream& stream, Units const& text, FuzzRandom& random) : stream_(stream), text_(text), random_(random) {}
+    Walker(textstream& stream, Units const& text, FuzzRandom& random) : m_stream(stream), m_text(text), m_random(random)
+    {}
 
     void walk(unsigned steps)
     {
         for (unsigned i = 0; i < steps; ++i)
             step();
-        stream_.rewind();
-        require(readStraight(stream_) == text_, "a second straight read differs");
+        m_stream.rewind();
+        require(readStraight(m_stream) == m_text, "a second straight read differs");
     }
 
 private:
     /// Mostly a few units, now and then about a chunk.
-    unsigned count() { return random_.oneIn(8) ? random_.below(20000) : random_.below(30); }
+    unsigned count() { return m_random.oneIn(8) ? m_random.below(20000) : m_random.below(30); }
 
     void step()
     {
-        switch (random_.below(10)) {
+        switch (m_random.below(10)) {
         case 0:
             return popOne();
         case 1:
@@ -140,12 +141,12 @@ private:
         case 3:
             return advance();
         case 4:
-            pushed_.push_back(place_);
-            return stream_.pushPos();
+            m_pushed.push_back(m_place);
+            return m_stream.pushPos();
         case 5:
             return popPlace();
         case 6:
-            kept_.push_back({place_, stream_.getPos()});
+            m_kept.push_back({m_place, m_stream.getPos()});
             return;
         case 7:
             return goToKept();
@@ -158,67 +159,67 @@ private:
 
     void popOne()
     {
-        unsigned short const expected = place_ < text_.size() ? text_[place_] : 0;
-        require(stream_.peek() == expected, "peek() sees another unit");
-        require(stream_.pop() == expected, "pop() gives another unit");
-        place_ += expected != 0;
+        unsigned short const expected = m_place < m_text.size() ? m_text[m_place] : 0;
+        require(m_stream.peek() == expected, "peek() sees another unit");
+        require(m_stream.pop() == expected, "pop() gives another unit");
+        m_place += expected != 0;
     }
 
     void readPart(bool isConsumed)
     {
         unsigned const wanted = count();
         std::vector<unsigned short> out(wanted + 1, 0xFFFF);
-        unsigned const got = isConsumed ? stream_.pop(out.data(), wanted) : stream_.peek(out.data(), wanted);
-        require(got == std::min<size_t>(wanted, text_.size() - place_), "another count of units was read");
-        require(std::equal(out.begin(), out.begin() + got, text_.begin() + static_cast<long>(place_)),
+        unsigned const got = isConsumed ? m_stream.pop(out.data(), wanted) : m_stream.peek(out.data(), wanted);
+        require(got == std::min<size_t>(wanted, m_text.size() - m_place), "another count of units was read");
+        require(std::equal(out.begin(), out.begin() + got, m_text.begin() + static_cast<long>(m_place)),
                 "other units were read");
         require(out[got] == 0, "the units read are not terminated");
-        place_ += isConsumed ? got : 0;
+        m_place += isConsumed ? got : 0;
     }
 
     void advance()
     {
         unsigned const wanted = count();
-        unsigned const got = stream_.advance(wanted);
-        require(got == std::min<size_t>(wanted, text_.size() - place_), "advance() went another way");
-        place_ += got;
+        unsigned const got = m_stream.advance(wanted);
+        require(got == std::min<size_t>(wanted, m_text.size() - m_place), "advance() went another way");
+        m_place += got;
     }
 
     void popPlace()
     {
-        if (pushed_.empty())
+        if (m_pushed.empty())
             return;
-        stream_.popPos();
-        place_ = pushed_.back();
-        pushed_.pop_back();
+        m_stream.popPos();
+        m_place = m_pushed.back();
+        m_pushed.pop_back();
     }
 
     void goToKept()
     {
-        if (kept_.empty())
+        if (m_kept.empty())
             return;
-        Kept const& to = kept_[random_.below(static_cast<unsigned>(kept_.size()))];
-        stream_.setPos(bookmark(to.mark.toString()));
-        place_ = to.place;
+        Kept const& to = m_kept[m_random.below(static_cast<unsigned>(m_kept.size()))];
+        m_stream.setPos(bookmark(to.mark.toString()));
+        m_place = to.place;
     }
 
     void reopen()
     {
-        stream_.close();
-        pushed_.clear();
-        require(stream_.reopen() == 1, "the stream can not be opened again");
+        m_stream.close();
+        m_pushed.clear();
+        require(m_stream.reopen() == 1, "the stream can not be opened again");
     }
 
     void readRun()
     {
         unsigned got = 0;
-        unsigned short const* units = stream_.peekRun(got);
-        require((got == 0) == (place_ == text_.size()), "peekRun() is empty before the end, or not at the end");
-        require(got <= text_.size() - place_, "peekRun() gives more than there is");
-        require(std::equal(units, units + got, text_.begin() + static_cast<long>(place_)), "peekRun() differs");
-        unsigned const taken = got == 0 ? 0 : random_.below(got + 1);
-        stream_.skipRun(taken);
-        place_ += taken;
+        unsigned short const* units = m_stream.peekRun(got);
+        require((got == 0) == (m_place == m_text.size()), "peekRun() is empty before the end, or not at the end");
+        require(got <= m_text.size() - m_place, "peekRun() gives more than there is");
+        require(std::equal(units, units + got, m_text.begin() + static_cast<long>(m_place)), "peekRun() differs");
+        unsigned const taken = got == 0 ? 0 : m_random.below(got + 1);
+        m_stream.skipRun(taken);
+        m_place += taken;
     }
 
     struct Kept
@@ -227,29 +228,29 @@ private:
         bookmark mark;
     };
 
-    textstream& stream_;
-    Units const& text_;
-    FuzzRandom& random_;
-    size_t place_ = 0;
-    std::vector<size_t> pushed_;
-    std::vector<Kept> kept_;
+    textstream& m_stream;
+    Units const& m_text;
+    FuzzRandom& m_random;
+    size_t m_place = 0;
+    std::vector<size_t> m_pushed;
+    std::vector<Kept> m_kept;
 };
 
 /// A file that has no place on any disk.
 class MemoryFile
 {
 public:
-    explicit MemoryFile(std::string const& bytes) : descriptor_(memfd_create("stream", 0))
+    explicit MemoryFile(std::string const& bytes) : m_descriptor(memfd_create("stream", 0))
     {
-        require(write(descriptor_, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()), "no room");
+        require(write(m_descriptor, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()), "no room");
     }
-    ~MemoryFile() { close(descriptor_); }
+    ~MemoryFile() { close(m_descriptor); }
     MemoryFile(MemoryFile const&) = delete;
     MemoryFile& operator=(MemoryFile const&) = delete;
-    sstring name() const { return sstring(("/proc/self/fd/" + std::to_string(descriptor_)).c_str()); }
+    sstring name() const { return sstring(("/proc/self/fd/" + std::to_string(m_descriptor)).c_str()); }
 
 private:
-    int descriptor_;
+    int m_descriptor;
 };
 
 } // namespace

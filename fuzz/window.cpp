@@ -76,23 +76,23 @@ public:
     {
         char pattern[] = "/tmp/tarn-fuzz-XXXXXX";
         require(mkdtemp(pattern), "no room for temporary files");
-        folder_ = pattern;
+        m_folder = pattern;
         for (PageFile const& page : kPages)
-            std::ofstream(folder_ / page.name) << page.text;
-        host_.emplace(NativeHostOptions{.folder = folder_});
+            std::ofstream(m_folder / page.name) << page.text;
+        m_host.emplace(NativeHostOptions{.folder = m_folder});
     }
     ~World()
     {
-        host_.reset();
-        std::filesystem::remove_all(folder_);
+        m_host.reset();
+        std::filesystem::remove_all(m_folder);
     }
     World(World const&) = delete;
     World& operator=(World const&) = delete;
-    NativeHost& host() { return *host_; }
+    NativeHost& host() { return *m_host; }
 
 private:
-    std::filesystem::path folder_;
-    std::optional<NativeHost> host_;
+    std::filesystem::path m_folder;
+    std::optional<NativeHost> m_host;
 };
 
 World& world()
@@ -190,10 +190,10 @@ void settle(NativeHost& host)
 class Session
 {
 public:
-    Session(FuzzBytes& input, NativeHost& host) : input_(input), host_(host)
+    Session(FuzzBytes& input, NativeHost& host) : m_input(input), m_host(host)
     {
-        for (NativeWindow& window : windows_) {
-            window = host_.window();
+        for (NativeWindow& window : m_windows) {
+            window = m_host.window();
             addHandlers(window);
         }
     }
@@ -201,14 +201,14 @@ public:
     /// Closes everything; what handlers still want to do is refused.
     ~Session()
     {
-        actionsLeft_ = 0;
-        for (NativeWindow& window : windows_)
+        m_actionsLeft = 0;
+        for (NativeWindow& window : m_windows)
             window.close();
-        require(host_.serveUntil([this] { return !host_.engine().windows().any(); }, std::chrono::seconds(10)),
+        require(m_host.serveUntil([this] { return !m_host.engine().windows().any(); }, std::chrono::seconds(10)),
                 "a closed window stays open");
         // What was clicked before the end may call a handler after it: the handlers are this session's.
-        require(host_.serveUntil([this] { return hasNoCalls(); }, std::chrono::seconds(10)), "a call does not end");
-        for (NativeWindow& window : windows_)
+        require(m_host.serveUntil([this] { return hasNoCalls(); }, std::chrono::seconds(10)), "a call does not end");
+        for (NativeWindow& window : m_windows)
             window = NativeWindow();
     }
     Session(Session const&) = delete;
@@ -216,20 +216,20 @@ public:
 
     void run()
     {
-        while (!input_.isEmpty() && actionsLeft_ > 0) {
+        while (!m_input.isEmpty() && m_actionsLeft > 0) {
             act(anyWindow());
-            settle(host_);
+            settle(m_host);
         }
     }
 
 private:
     bool hasNoCalls()
     {
-        settle(host_);
-        return host_.engine().calls().size() == 0;
+        settle(m_host);
+        return m_host.engine().calls().size() == 0;
     }
 
-    NativeWindow& anyWindow() { return windows_[input_.below(kWindows)]; }
+    NativeWindow& anyWindow() { return m_windows[m_input.below(kWindows)]; }
 
     void addHandlers(NativeWindow& window)
     {
@@ -239,9 +239,9 @@ private:
 
     NativeValue answer(NativeWindow& self)
     {
-        for (unsigned i = input_.below(3); i != 0; --i)
-            act(input_.flag() ? self : anyWindow());
-        return input_.below(4) == 0 ? NativeValue(oneOf(kNames, input_)) : NativeValue();
+        for (unsigned i = m_input.below(3); i != 0; --i)
+            act(m_input.flag() ? self : anyWindow());
+        return m_input.below(4) == 0 ? NativeValue(oneOf(kNames, m_input)) : NativeValue();
     }
 
     void user(NativeWindow& window, UserAct act, int first, int second)
@@ -252,10 +252,10 @@ private:
 
     void userActs(NativeWindow& window)
     {
-        auto const act = static_cast<UserAct>(input_.below(kActs));
+        auto const act = static_cast<UserAct>(m_input.below(kActs));
         int const first =
-            act == kKey ? oneOf(kKeys, input_) : static_cast<int>(input_.byte()) * (act == kResize ? 4 : 1);
-        int const second = input_.byte();
+            act == kKey ? oneOf(kKeys, m_input) : static_cast<int>(m_input.byte()) * (act == kResize ? 4 : 1);
+        int const second = m_input.byte();
         user(window, act, first, second);
         if (act == kPress && second % 4 != 0)
             user(window, kRelease, first, second);
@@ -263,48 +263,48 @@ private:
 
     void useControl(NativeWindow& window)
     {
-        NativeObjectRef control = window.control(oneOf(kControls, input_));
+        NativeObjectRef control = window.control(oneOf(kControls, m_input));
         if (control)
-            control->call(oneOf(kMethods, input_), {"links.html", static_cast<int>(input_.below(3))});
+            control->call(oneOf(kMethods, m_input), {"links.html", static_cast<int>(m_input.below(3))});
     }
 
     /// A modal window ends only when somebody closes it: that is arranged before.
     void showModally(NativeWindow window)
     {
-        host_.post([window] { window.close(); });
+        m_host.post([window] { window.close(); });
         window.show();
     }
 
     void act(NativeWindow& window)
     {
-        if (actionsLeft_-- <= 0)
+        if (m_actionsLeft-- <= 0)
             return;
-        switch (input_.below(16)) {
+        switch (m_input.below(16)) {
         case 0:
-            window.load(oneOf(kNames, input_));
+            window.load(oneOf(kNames, m_input));
             return;
         case 1:
-            window.setText(kPages[input_.below(std::size(kPages))].text);
+            window.setText(kPages[m_input.below(std::size(kPages))].text);
             return;
         case 2:
-            window.setText(input_.text(input_.byte()));
+            window.setText(m_input.text(m_input.byte()));
             return;
         case 3:
-            window.loadFile(oneOf(kNames, input_));
+            window.loadFile(oneOf(kNames, m_input));
             return;
         case 4:
             return window.close();
         case 5:
-            window.setDefaultSize(static_cast<int>(input_.word()), static_cast<int>(input_.byte()));
-            return window.setResizable(input_.flag());
+            window.setDefaultSize(static_cast<int>(m_input.word()), static_cast<int>(m_input.byte()));
+            return window.setResizable(m_input.flag());
         case 6:
-            return window.setFocus(oneOf(kControls, input_));
+            return window.setFocus(oneOf(kControls, m_input));
         case 7:
             return useControl(window);
         case 8:
             return showModally(window);
         case 9:
-            window.open(input_.flag());
+            window.open(m_input.flag());
             return;
         case 10:
         case 11:
@@ -316,10 +316,10 @@ private:
         }
     }
 
-    FuzzBytes& input_;
-    NativeHost& host_;
-    NativeWindow windows_[kWindows];
-    int actionsLeft_ = kMaxActions;
+    FuzzBytes& m_input;
+    NativeHost& m_host;
+    NativeWindow m_windows[kWindows];
+    int m_actionsLeft = kMaxActions;
 };
 
 /// Everything of which an input must leave as much as there was.

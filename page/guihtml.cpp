@@ -2,7 +2,7 @@
 #include "page/guihtml.h"
 
 #include "page/guifontepoch.h"
-#include "page/guihtmlrare.h"
+#include "page/guihtml-rare.h"
 #include "page/guihtmlservices.h"
 #include "page/guinodewatch.h"
 #include "runtime/gui.h"

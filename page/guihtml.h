@@ -1,8 +1,8 @@
 // page/guihtml.h: the node that every page element is. A page is a tree of these: the root (runtime/guihtmlbase.h),
 // text runs (guihtmltext.h), images, controls, forms and framesets derive from it; a plain node is a table, a cell or a
-// frame. guihtml.cpp makes, copies and destroys nodes, guihtmltree.cpp walks them, guihtmldump.cpp writes them as text,
-// guihtmlload.cpp gives them content, guihtmlsize.cpp their rectangles, guihtmlpaint.cpp paints them, guihtmllink.cpp
-// follows their links.
+// frame. guihtml.cpp makes, copies and destroys nodes, guihtml-tree.cpp walks them, guihtml-dump.cpp writes them as
+// text, guihtml-load.cpp gives them content, guihtmlsize.cpp their rectangles, guihtml-paint.cpp paints them,
+// guihtml-link.cpp follows their links.
 #pragma once
 
 #include "foundation/vela-string.h"

@@ -8,12 +8,12 @@
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 
-bool guiServices::hasPageObject(guiHtmlBase* base) { return base != nullptr && base->getPageObject() != nullptr; }
+bool guiServices::hasPageObject(guiHtmlBase* base) { return base && base->getPageObject(); }
 
 // Only controls have objects that are made for them; those of custom elements exist before their node asks.
 ScriptObject* guiServices::buildCustomObject(guiHtml* node)
 {
-    if (pGUI == nullptr || node->getType() != guiHtml::kTypeControl || !hasPageObject(node->getBaseHtml()))
+    if (!pGUI || node->getType() != guiHtml::kTypeControl || !hasPageObject(node->getBaseHtml()))
         return nullptr;
     return guiCallback_BuildCustomObject(node);
 }
@@ -21,7 +21,7 @@ ScriptObject* guiServices::buildCustomObject(guiHtml* node)
 void guiServices::unbindObject(ScriptObject* object, guiHtml* node)
 {
     // A copy of a node has the same object, which still stands for the node that was copied.
-    if (pGUI == nullptr || pGUI->findNode(object) != node)
+    if (!pGUI || pGUI->findNode(object) != node)
         return;
     pGUI->unbindObject(object);
     object->letGo();
@@ -43,11 +43,11 @@ void guiServices::loadFormValues(guiHtml* node)
 
 void guiServices::postTrigger(guiHtml* node)
 {
-    if (pGUI != nullptr)
+    if (pGUI)
         pGUI->getThread()->postTrigger(node);
 }
 
-sstring guiServices::enterControl(guiHtmlBase* base) { return base != nullptr ? base->getEnterControl() : sstring(); }
-sstring guiServices::escapeControl(guiHtmlBase* base) { return base != nullptr ? base->getEscapeControl() : sstring(); }
-int guiServices::enterOnRoot(guiHtmlBase* base) { return base != nullptr ? base->onEnter() : 0; }
-int guiServices::menuHeight(guiHtmlBase* base) { return base != nullptr ? base->getMenuHeight() : 0; }
+sstring guiServices::enterControl(guiHtmlBase* base) { return base ? base->getEnterControl() : sstring(); }
+sstring guiServices::escapeControl(guiHtmlBase* base) { return base ? base->getEscapeControl() : sstring(); }
+int guiServices::enterOnRoot(guiHtmlBase* base) { return base ? base->onEnter() : 0; }
+int guiServices::menuHeight(guiHtmlBase* base) { return base ? base->getMenuHeight() : 0; }

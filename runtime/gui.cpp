@@ -30,7 +30,7 @@ namespace {
 
 struct componentClass
 {
-    const char* name;
+    char const* name;
     int (*configure)(ScriptClass& scriptClass);
 };
 
@@ -40,18 +40,18 @@ constexpr componentClass kClasses[] = {
     {"GuiImage", guiImage_onConfigure},
 };
 
-const char* const kClassNames[] = {"GuiWindow", "GuiControl", "GuiSizePolicy", "GuiToolkit", "GuiImage", nullptr};
+char const* const kClassNames[] = {"GuiWindow", "GuiControl", "GuiSizePolicy", "GuiToolkit", "GuiImage", nullptr};
 
 template <class Service>
-Service* getService(LibManager& manager, const char* guid)
+Service* getService(LibManager& manager, char const* guid)
 {
     return static_cast<Service*>(manager.getInterface(&guid));
 }
 
 void tellWindowState(guiHtml* root, int isOpen)
 {
-    guiHtmlBase* base = root != nullptr ? root->getBaseHtml() : nullptr;
-    if (base != nullptr && base->getPageObject() != nullptr)
+    guiHtmlBase* base = root ? root->getBaseHtml() : nullptr;
+    if (base && base->getPageObject())
         base->getPageObject()->windowState(isOpen);
 }
 
@@ -72,7 +72,7 @@ private:
 
 int Init(LibManager& manager)
 {
-    if (pGUI != nullptr)
+    if (pGUI)
         return 1;
     MemMgr_Init();
     pGUI = new guiComponent(manager);
@@ -81,7 +81,7 @@ int Init(LibManager& manager)
 
 int Shutdown()
 {
-    if (pGUI == nullptr)
+    if (!pGUI)
         return 1;
     pGUI->shutdownWait();
     delete pGUI;
@@ -91,15 +91,15 @@ int Shutdown()
     return 1;
 }
 
-const char* const* GetCompNames() { return kClassNames; }
+char const* const* GetCompNames() { return kClassNames; }
 
-int ConfigCompClass(void*, const char* name, ScriptClass& scriptClass)
+int ConfigCompClass(void*, char const* name, ScriptClass& scriptClass)
 {
-    if (name == nullptr)
+    if (!name)
         return 0;
     for (componentClass const& known : kClasses) {
-        if (stricmp8(reinterpret_cast<const unsigned char*>(name),
-                     reinterpret_cast<const unsigned char*>(known.name)) == 0)
+        if (stricmp8(reinterpret_cast<unsigned char const*>(name),
+                     reinterpret_cast<unsigned char const*>(known.name)) == 0)
             return known.configure(scriptClass) != 0 ? 1 : 0;
     }
     return 0;
@@ -158,20 +158,20 @@ void guiComponent::closeWindows()
 
 void guiComponent::enter()
 {
-    if (m_t.lock != nullptr)
+    if (m_t.lock)
         rmutex_request(m_t.lock);
 }
 
 void guiComponent::leave()
 {
-    if (m_t.lock != nullptr)
+    if (m_t.lock)
         rmutex_release(m_t.lock);
 }
 
 void guiComponent::setEngine(ScriptEngine* engine)
 {
     m_t.engine.store(engine, std::memory_order_release);
-    if (engine == nullptr || getSession() != nullptr)
+    if (!engine || getSession())
         return;
     ScriptObject* session = m_platform->createObject(engine);
     session->beginSession(0);
@@ -181,8 +181,8 @@ void guiComponent::setEngine(ScriptEngine* engine)
 ScriptPump* guiComponent::getPump() const
 {
     ScriptEngine* engine = getEngine();
-    ScriptRuntime* scriptRuntime = engine != nullptr ? engine->getRuntime() : nullptr;
-    return scriptRuntime != nullptr ? scriptRuntime->getPump(0) : nullptr;
+    ScriptRuntime* scriptRuntime = engine ? engine->getRuntime() : nullptr;
+    return scriptRuntime ? scriptRuntime->getPump(0) : nullptr;
 }
 
 void guiComponent::setCurrentWindow(guiWidget* widget)
@@ -191,11 +191,11 @@ void guiComponent::setCurrentWindow(guiWidget* widget)
         return;
     m_currentWindow = widget;
     ScriptObject* session = getSession();
-    if (getEngine() == nullptr || session == nullptr)
+    if (!getEngine() || !session)
         return;
-    guiHtmlBase* root = widget != nullptr ? widget->htmlBase : nullptr;
+    guiHtmlBase* root = widget ? widget->htmlBase : nullptr;
     ScriptValue* value = NewScriptValue();
-    if (root != nullptr && root->getPageObject() != nullptr)
+    if (root && root->getPageObject())
         value->setObject(root->getPageObject());
     else
         value->setNull();
@@ -259,13 +259,13 @@ bool guiComponent::isWaitedFor(guiWidget* widget)
 
 void guiComponent::runPump(guiWidget* widget)
 {
-    if (getEngine() == nullptr)
+    if (!getEngine())
         return;
     m_t.thread->forceEnable();
     ScriptPump* pump = getPump();
-    if (pump == nullptr)
+    if (!pump)
         return;
-    if (widget == nullptr) {
+    if (!widget) {
         pump->runOnce(0);
         return;
     }
@@ -275,13 +275,13 @@ void guiComponent::runPump(guiWidget* widget)
 
 textstream* guiComponent::loadTextStream(ScriptObject* relativeTo, sstring path)
 {
-    const void* data = nullptr;
+    void const* data = nullptr;
     unsigned length = 0;
     if (!m_loadFile->readFile(relativeTo, path, &data, &length))
         return nullptr;
     // The host's bytes are its own and may go with its next read, so the stream gets a copy.
     auto* copy = static_cast<unsigned char*>(std::malloc(length != 0 ? length : 1));
-    if (copy == nullptr)
+    if (!copy)
         return nullptr;
     if (length != 0)
         std::memcpy(copy, data, length);
@@ -333,7 +333,7 @@ void guiComponent::shutdownWait()
     }
 }
 
-void guiComponent::logError(const char* format, ...)
+void guiComponent::logError(char const* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);

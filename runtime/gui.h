@@ -82,7 +82,7 @@ public:
     void shutdownWait();
 
     /// Writes a formatted message to standard error and adds nothing to it. Any thread; needs no component.
-    static void logError(const char* format, ...) __attribute__((format(printf, 1, 2)));
+    static void logError(char const* format, ...) __attribute__((format(printf, 1, 2)));
 
     /// A text as it goes into a message: UTF-8 whatever the locale, since names of files and elements are in any
     /// script.

@@ -13,7 +13,7 @@ namespace {
 
 unsigned findSeparator(sstring const& name, unsigned from)
 {
-    static const sstring& separators = *new sstring("/\\"); // for ever: events arrive while the process exits, too
+    static sstring const& separators = *new sstring("/\\"); // for ever: events arrive while the process exits, too
     return name.find_any(separators, from);
 }
 
@@ -21,7 +21,7 @@ unsigned findSeparator(sstring const& name, unsigned from)
 void waitForCall(guiCallbackRecord& call)
 {
     guiThread* thread = pGUI->getThread();
-    if (call.waiter != nullptr) {
+    if (call.waiter) {
         pevent_wait(call.waiter);
         return;
     }
@@ -40,7 +40,7 @@ void callAndWait(ScriptObject* target, ScriptObject* self, sstring const& method
     guiCallbackRecord call{result, thread->isGuiThread() ? nullptr : pevent_create()};
     target->callMethodAsync(self, method, args, guiCallback_AsyncComplete, &call);
     waitForCall(call);
-    if (call.waiter != nullptr)
+    if (call.waiter)
         pevent_destroy(call.waiter);
 }
 
@@ -70,7 +70,7 @@ template <void (guiFormValues::*carry)()>
 void carryFormValues(guiHtmlBase* root)
 {
     guiThread* thread = pGUI->getThread();
-    if (root == nullptr || root->isReleased() || root->getFormObject() == nullptr)
+    if (!root || root->isReleased() || !root->getFormObject())
         return;
     if (thread->isGuiThread()) {
         (root->formValues().*carry)();
@@ -106,9 +106,9 @@ sstring guiCallback_ProcessEventName(sstring name, ScriptArgs* args, ScriptValue
 
 int guiCallback_ShouldDisable(sstring name)
 {
-    static const char* const kLowLevel[] = {"eCreate",    "eDestroy",  "ePaint",     "eMouseMove",
+    static char const* const kLowLevel[] = {"eCreate",    "eDestroy",  "ePaint",     "eMouseMove",
                                             "eMouseOver", "eMouseOut", "eMouseDown", "eMouseUp"};
-    for (const char* lowLevel : kLowLevel) {
+    for (char const* lowLevel : kLowLevel) {
         if (istring(lowLevel) == name)
             return 0;
     }
@@ -125,15 +125,15 @@ void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, Sc
     HostPlatform* platform = pGUI->getPlatform();
     ScriptArgs* args = platform->createArgs(target->getEngine());
     sstring method = buildArguments(target->getEngine(), name, source, args);
-    guiHtmlBase* root = node != nullptr ? node->getBaseHtml() : nullptr; // its counter keeps it alive across the call
-    if (root != nullptr)
+    guiHtmlBase* root = node ? node->getBaseHtml() : nullptr; // its counter keeps it alive across the call
+    if (root)
         root->shutdownEnter();
     if (disable)
         carryFormValues<&guiFormValues::beginCall>(root);
     callAndWait(target, target, method, args, result);
     if (disable)
         carryFormValues<&guiFormValues::endCall>(root);
-    if (root != nullptr)
+    if (root)
         root->shutdownLeave();
     platform->destroyArgs(args);
 
@@ -153,7 +153,7 @@ sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name,
 sstring guiCallback_CallFilter(ScriptObject* owner, ScriptValue* function, ScriptObject* window, sstring const& text)
 {
     ScriptObject* filter = function->toObject(0);
-    if (filter == nullptr)
+    if (!filter)
         return sstring();
     guiThread* thread = pGUI->getThread();
     ScriptArgs* args = guiComponent::NewScriptArgs();
@@ -164,7 +164,7 @@ sstring guiCallback_CallFilter(ScriptObject* owner, ScriptValue* function, Scrip
     args->append(value);
     value->setNull();
     thread->disable();
-    callAndWait(filter, owner != nullptr ? owner : filter, sstring(), args, value);
+    callAndWait(filter, owner ? owner : filter, sstring(), args, value);
     thread->enable();
     sstring filtered = textOf(*value);
     guiComponent::DeleteScriptValue(value);
@@ -191,7 +191,7 @@ void guiCallback_BuildCustomObject_Callback(LibManager&, ScriptPrivate*, ScriptO
     if (args.count() < 1 || !args.get(0)->isNumber())
         return;
     auto* node = reinterpret_cast<guiHtml*>(static_cast<std::uintptr_t>(args.get(0)->toNumber(0)));
-    if (pGUI == nullptr || !pGUI->contains(node))
+    if (!pGUI || !pGUI->contains(node))
         return;
     if (ScriptObject* object = node->getCustomObject())
         result.setObject(object);
@@ -226,7 +226,7 @@ void guiCallback_AsyncComplete(ScriptValue& value, void* record)
 {
     auto* call = static_cast<guiCallbackRecord*>(record);
     *call->result = value;
-    if (call->waiter != nullptr) {
+    if (call->waiter) {
         pevent_set(call->waiter);
         return;
     }
@@ -236,7 +236,7 @@ void guiCallback_AsyncComplete(ScriptValue& value, void* record)
 
 void guiCallback_postNullEvent()
 {
-    if (pGUI == nullptr)
+    if (!pGUI)
         return;
     if (ScriptPump* pump = pGUI->getPump())
         pump->wake();

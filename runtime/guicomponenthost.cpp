@@ -22,7 +22,7 @@ constexpr unsigned kPathUnits = 1024; // room for a full name, which the host ma
 void chooseControl(guiHtml* node, sstring const& event)
 {
     guiHtmlBase* root = node->getBaseHtml();
-    if (root != nullptr && node->getType() == guiHtml::kTypeControl && node->hasString(kStringName) &&
+    if (root && node->getType() == guiHtml::kTypeControl && node->hasString(kStringName) &&
         guiCallback_ShouldDisable(event))
         guiWindow_chooseControl(root->getPagePrivate(), node->getName());
 }

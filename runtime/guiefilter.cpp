@@ -136,9 +136,9 @@ void guiBlockingEvent::setWaiter(std::atomic<int>* done, pevent* waiter)
 void guiBlockingEvent::Finished()
 {
     pevent* waiter = m_waiter; // the poster may return, and its frame be gone, as soon as the flag is set
-    if (m_done != nullptr)
+    if (m_done)
         m_done->store(1, std::memory_order_release);
-    if (waiter != nullptr)
+    if (waiter)
         pevent_set(waiter);
     else
         guiCallback_postNullEvent();

@@ -20,9 +20,9 @@ struct ONEFILTER
     {}
     ~ONEFILTER()
     {
-        if (function != nullptr)
+        if (function)
             guiComponent::DeleteScriptValue(function);
-        if (messages != nullptr)
+        if (messages)
             messages->letGo();
     }
     ONEFILTER(ONEFILTER const&) = delete;
@@ -66,7 +66,7 @@ void guiFilter_remove(sstring pattern)
     std::vector<std::unique_ptr<ONEFILTER>> removed; // destroyed last, after the lock: that goes to the host
     std::lock_guard<std::mutex> guard(theLock);
     for (std::unique_ptr<ONEFILTER>& filter : theFilters) {
-        if (filter != nullptr && filter->pattern == pattern)
+        if (filter && filter->pattern == pattern)
             removed.push_back(std::move(filter));
     }
 }

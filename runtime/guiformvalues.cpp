@@ -55,11 +55,11 @@ bool guiIsSameValue(ScriptValue const& a, ScriptValue const& b)
 guiFormValues::~guiFormValues()
 {
     for (auto const& [name, value] : m_written)
-        if (value != nullptr)
+        if (value)
             guiComponent::DeleteScriptValue(value);
 }
 
-ScriptObject* guiFormValues::form() const { return pGUI != nullptr ? m_root.getFormObject() : nullptr; }
+ScriptObject* guiFormValues::form() const { return pGUI ? m_root.getFormObject() : nullptr; }
 
 guiFormValues::controlList const& guiFormValues::controls()
 {
@@ -97,7 +97,7 @@ void guiFormValues::store()
 void guiFormValues::writeAll()
 {
     ScriptObject* target = form();
-    if (target == nullptr)
+    if (!target)
         return;
     for (guiHtml* node : controls())
         node->writeFormProperty(target);
@@ -111,7 +111,7 @@ void guiFormValues::writeAll()
 void guiFormValues::remember(nameKey const& name)
 {
     ScriptValue*& value = m_written[name];
-    if (value == nullptr)
+    if (!value)
         value = guiComponent::NewScriptValue();
     if (pGUI->getFormProp()->readProperty(form(), nameOf(name), value))
         return;
@@ -124,7 +124,7 @@ void guiFormValues::forget(nameKey const& name)
     auto found = m_written.find(name);
     if (found == m_written.end())
         return;
-    if (found->second != nullptr)
+    if (found->second)
         guiComponent::DeleteScriptValue(found->second);
     m_written.erase(found);
 }
@@ -134,14 +134,14 @@ bool guiFormValues::isChanged(nameKey const& name, ScriptValue* scratch)
     auto found = m_written.find(name);
     ScriptValue* before = found != m_written.end() ? found->second : nullptr;
     bool exists = pGUI->getFormProp()->readProperty(form(), nameOf(name), scratch);
-    if (!exists || before == nullptr)
+    if (!exists || !before)
         return exists != (before != nullptr);
     return !guiIsSameValue(*before, *scratch);
 }
 
 void guiFormValues::readChanges()
 {
-    if (form() == nullptr)
+    if (!form())
         return;
     std::unordered_set<nameKey> changed; // several nodes may have one name: all of them read it
     ScriptValue* scratch = guiComponent::NewScriptValue();
@@ -156,14 +156,14 @@ void guiFormValues::readChanges()
 
     guiLayoutHold hold; // a control that changes may lay its window out: once is enough
     for (guiHtml* node : controlList(m_controls))
-        if (pGUI->contains(node) && form() != nullptr && changed.contains(keyOf(node->getName())))
+        if (pGUI->contains(node) && form() && changed.contains(keyOf(node->getName())))
             node->readFormProperty(form());
     hold.release();
 }
 
 void guiFormValues::erase(guiHtml* node)
 {
-    if (form() == nullptr)
+    if (!form())
         return;
     controlList going;
     collect(node, going);
@@ -175,16 +175,16 @@ void guiFormValues::erase(guiHtml* node)
 
 void guiFormValues::load(guiHtml* node)
 {
-    if (form() == nullptr)
+    if (!form())
         return;
     controlList added;
     collect(node, added);
     guiLayoutHold hold;
     for (guiHtml* control : added) {
-        if (!pGUI->contains(control) || form() == nullptr)
+        if (!pGUI->contains(control) || !form())
             continue;
         control->readFormProperty(form());
-        if (m_depth > 0 && pGUI->contains(control) && form() != nullptr)
+        if (m_depth > 0 && pGUI->contains(control) && form())
             remember(keyOf(control->getName()));
     }
     hold.release();

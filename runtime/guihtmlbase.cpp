@@ -78,7 +78,7 @@ guiHtmlBase::guiHtmlBase(ScriptObject* page, ScriptPrivate* data, ScriptObject* 
     : m_page(page), m_pagePrivate(data), m_form(form)
 {
     setString(kStringFile, path);
-    if (m_page == nullptr)
+    if (!m_page)
         return;
     m_engine = m_page->getEngine();
     m_returnCode = m_engine->makeValue();
@@ -89,14 +89,14 @@ guiHtmlBase::~guiHtmlBase()
     shutdownWait();
     for (auto const& group : m_groups)
         delete group.second;
-    if (m_returnCode != nullptr)
+    if (m_returnCode)
         m_engine->releaseValue(m_returnCode);
     destroyChildren(); // while this is still the root that they ask for
 }
 
 void guiHtmlBase::release(guiHtmlBase* root)
 {
-    if (root == nullptr)
+    if (!root)
         return;
     guiNodeWatch live(root);
     if (guiWidget* widget = root->getWidget()) {
@@ -126,7 +126,7 @@ guiWidget* guiHtmlBase::createWidget(int modal)
 {
     if (guiWidget* existing = getWidget())
         return existing;
-    bool isModal = modal != 0 && QApplication::activeWindow() != nullptr;
+    bool isModal = modal != 0 && QApplication::activeWindow();
     Qt::WindowFlags flags = flagsFromStyle(m_style);
     if (isModal)
         flags |= Qt::Dialog;
@@ -138,7 +138,7 @@ guiWidget* guiHtmlBase::createWidget(int modal)
     auto* widget = new guiWidget(nullptr, "Tarn Components", isModal, flags);
     widget->htmlBase = this;
     m_widget.store(widget, std::memory_order_release);
-    if (pGUI != nullptr)
+    if (pGUI)
         pGUI->onOpen(widget, this);
     updateLayout(0);
     applyLimits(widget);
@@ -149,7 +149,7 @@ guiWidget* guiHtmlBase::createWidget(int modal)
 void guiHtmlBase::destroyWidget()
 {
     guiWidget* widget = getWidget();
-    if (widget == nullptr)
+    if (!widget)
         return;
     guiNodeWatch self(this);
     widget->refresh(); // the node under the pointer hears that it is left while the page is still whole
@@ -225,17 +225,17 @@ void guiHtmlBase::setResizable(int resizable)
 sstring guiHtmlBase::getFocus()
 {
     guiWidget* widget = getWidget();
-    QWidget* focused = widget != nullptr ? widget->focusWidget() : nullptr;
-    guiHtml* node = focused != nullptr ? findWidget(focused) : nullptr;
-    return node != nullptr ? node->getName() : sstring();
+    QWidget* focused = widget ? widget->focusWidget() : nullptr;
+    guiHtml* node = focused ? findWidget(focused) : nullptr;
+    return node ? node->getName() : sstring();
 }
 
 void guiHtmlBase::setFocus(sstring name)
 {
     m_pendingFocus = name;
     guiHtml* node = name.getLength() != 0 ? getNamed(name) : nullptr;
-    QWidget* control = node != nullptr ? node->getChildWidget() : nullptr;
-    if (control == nullptr)
+    QWidget* control = node ? node->getChildWidget() : nullptr;
+    if (!control)
         return;
     control->setFocus();
     m_pendingFocus = sstring();
@@ -243,7 +243,7 @@ void guiHtmlBase::setFocus(sstring name)
 
 void guiHtmlBase::setReturnCode(ScriptValue& value)
 {
-    if (m_returnCode != nullptr)
+    if (m_returnCode)
         *m_returnCode = value;
 }
 
@@ -265,17 +265,17 @@ QMenuBar* guiHtmlBase::getMenuBar() const { return m_menuBar; }
 
 QFont guiHtmlBase::getDefaultFont(int* points)
 {
-    if (getParent() != nullptr)
+    if (getParent())
         return guiHtml::getDefaultFont(points);
     QFont const system = QApplication::font();
-    if (points != nullptr)
+    if (points)
         *points = m.useSystemFont ? std::max(1, QFontInfo(system).pointSize()) : kDefaultPoints;
     return m.useSystemFont ? system : guiTextFonts::face(system.family(), kDefaultPoints, true).font();
 }
 
 void guiHtmlBase::shutdownEnter()
 {
-    if (pGUI == nullptr)
+    if (!pGUI)
         return;
     pGUI->enter();
     pGUI->shutdownEnter();
@@ -285,7 +285,7 @@ void guiHtmlBase::shutdownEnter()
 
 void guiHtmlBase::shutdownLeave()
 {
-    if (pGUI == nullptr)
+    if (!pGUI)
         return;
     pGUI->enter();
     if (m_shutdownCount != 0)
@@ -299,14 +299,14 @@ void guiHtmlBase::shutdownLeave()
 void guiHtmlBase::shutdownWait()
 {
     constexpr unsigned kPollMs = 200;
-    if (pGUI == nullptr)
+    if (!pGUI)
         return;
     pGUI->enter();
     while (m_shutdownCount != 0) {
         pGUI->leave();
         // The call that is waited for may need the script thread, so that one serves it instead of sleeping.
         ScriptPump* pump = pGUI->getThread()->isScriptThread() ? pGUI->getPump() : nullptr;
-        if (pump != nullptr)
+        if (pump)
             pump->step();
         else
             millisleep(kPollMs);
@@ -315,12 +315,9 @@ void guiHtmlBase::shutdownWait()
     pGUI->leave();
 }
 
-QWidget* guiHtmlBase::getTopLevelWidget()
-{
-    return getParent() != nullptr ? getParent()->getTopLevelWidget() : getWidget();
-}
+QWidget* guiHtmlBase::getTopLevelWidget() { return getParent() ? getParent()->getTopLevelWidget() : getWidget(); }
 
-guiHtmlBase* guiHtmlBase::getBaseHtml() { return getParent() != nullptr ? getParent()->getBaseHtml() : this; }
+guiHtmlBase* guiHtmlBase::getBaseHtml() { return getParent() ? getParent()->getBaseHtml() : this; }
 
 /// Enter and Escape: closes the window for the name "X", else triggers the control of that name. Always 1: the key is
 /// used up.

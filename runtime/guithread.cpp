@@ -67,7 +67,7 @@ private:
 
 /// While the application object is made: drops Qt's warning that this is not the main() thread, and turns "no display",
 /// which would abort the process, into one line and an exit code.
-void startMessageHandler(QtMsgType type, const QMessageLogContext&, const QString& message)
+void startMessageHandler(QtMsgType type, QMessageLogContext const&, QString const& message)
 {
     if (message.contains(QLatin1String("was not created in the main() thread")) ||
         message.contains(QLatin1String("XDG_RUNTIME_DIR")))
@@ -85,7 +85,7 @@ void startMessageHandler(QtMsgType type, const QMessageLogContext&, const QStrin
 template <class Node>
 bool isRegistered(Node* node)
 {
-    return node != nullptr && pGUI != nullptr && pGUI->contains(node);
+    return node && pGUI && pGUI->contains(node);
 }
 
 int openPage(guiHtmlBase& root, int modal)
@@ -300,7 +300,7 @@ void guiThread::waitOnScriptThread(std::atomic<int>& done)
 {
     constexpr unsigned kPollMs = 100;
     while (done.load(std::memory_order_acquire) == 0) {
-        if (ScriptPump* pump = pGUI != nullptr ? pGUI->getPump() : nullptr)
+        if (ScriptPump* pump = pGUI ? pGUI->getPump() : nullptr)
             pump->step();
         else
             millisleep(kPollMs);

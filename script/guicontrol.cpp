@@ -39,7 +39,7 @@ void changePicture(guiHtmlImage& image, sstring const& file)
 {
     image.setSource(guiFullName(&image, file));
     QWidget* window = image.getTopLevelWidget();
-    if (window != nullptr && window->isVisible())
+    if (window && window->isVisible())
         image.onShow();
 }
 
@@ -47,11 +47,11 @@ void guiControl_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
 {
     result.setBool(0);
     guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr;
-    if (node == nullptr)
+    if (!node)
         return;
     sstring file = args.get(0)->toString(0);
     auto* image = dynamic_cast<guiHtmlImage*>(node);
-    if (image == nullptr) {
+    if (!image) {
         result.setBool(pGUI->getThread()->callLoadFile(node, file));
         return;
     }
@@ -63,13 +63,13 @@ void guiControl_loadBackground_qt(LibManager&, ScriptPrivate* data, ScriptObject
                                   ScriptValue& result)
 {
     guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr;
-    result.setBool(node != nullptr && pGUI->getThread()->callLoadBackground(node, args.get(0)->toString(0)));
+    result.setBool(node && pGUI->getThread()->callLoadBackground(node, args.get(0)->toString(0)));
 }
 
 void guiControl_setText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr;
-    result.setBool(node != nullptr && pGUI->getThread()->callSetText(node, args.get(0)->toString(0)));
+    result.setBool(node && pGUI->getThread()->callSetText(node, args.get(0)->toString(0)));
 }
 
 void guiControl_setCaption_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
@@ -106,7 +106,7 @@ void guiControl_isEnabled_qt(LibManager&, ScriptPrivate* data, ScriptObject* sel
                              ScriptValue& result)
 {
     guiHtml* node = args.count() == 0 ? guiControl_getHtml(data, self) : nullptr;
-    result.setBool(node != nullptr && node->isEnabled());
+    result.setBool(node && node->isEnabled());
 }
 
 void guiControl_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
@@ -117,7 +117,7 @@ void guiControl_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
         return;
     std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(args.get(0)->toString(0));
     guiHtml* node = policy ? guiControl_getHtml(data, self) : nullptr;
-    if (node != nullptr)
+    if (node)
         node->setSizePolicy(*policy);
 }
 
@@ -128,7 +128,7 @@ void guiControl_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
     if (args.count() != 0)
         return;
     guiHtml* node = guiControl_getHtml(data, self);
-    result.setString(guiSizePolicy_toName(node != nullptr ? node->getSizePolicy() : kPolicyResize));
+    result.setString(guiSizePolicy_toName(node ? node->getSizePolicy() : kPolicyResize));
 }
 
 /// The arguments of a property handler while it runs on the GUI thread.
@@ -166,7 +166,7 @@ void unbind(guiControlData& record)
 
 struct methodEntry
 {
-    const char* name;
+    char const* name;
     ScriptMethod method;
 };
 
@@ -214,7 +214,7 @@ bool guiControl_onSetProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValu
 void guiControl_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
 {
     void* memory = std::malloc(sizeof(guiControlData));
-    if (memory == nullptr)
+    if (!memory)
         throw std::bad_alloc();
     data->setData(kPrivateKey, new (memory) guiControlData{kRecordTag, nullptr, sstring(), self, nullptr, false});
     result.setBool(1);
@@ -224,7 +224,7 @@ void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
 {
     result.setBool(1);
     guiControlData* record = guiControl_getData(data);
-    if (record == nullptr)
+    if (!record)
         return;
     {
         std::lock_guard<std::mutex> guard(theLock);
@@ -249,11 +249,11 @@ int guiControl_onConfigure(ScriptClass& scriptClass)
 
 guiControlData* guiControl_getData(ScriptPrivate* data)
 {
-    if (data == nullptr)
+    if (!data)
         return nullptr;
     try {
         auto* record = static_cast<guiControlData*>(data->getData(kPrivateKey));
-        return record != nullptr && record->tag == kRecordTag ? record : nullptr;
+        return record && record->tag == kRecordTag ? record : nullptr;
     } catch (...) {
         return nullptr; // a host's slot that fails holds no record
     }
@@ -262,13 +262,13 @@ guiControlData* guiControl_getData(ScriptPrivate* data)
 void guiControl_setPrivateInfo(ScriptPrivate* data, ScriptObject* window, sstring const& name)
 {
     guiControlData* record = guiControl_getData(data);
-    if (record == nullptr)
+    if (!record)
         return;
     {
         std::lock_guard<std::mutex> guard(theLock);
         unbind(*record);
         record->window = window;
-        record->windowData = window != nullptr ? guiWindow_getData(window->getPrivate()) : nullptr;
+        record->windowData = window ? guiWindow_getData(window->getPrivate()) : nullptr;
         theBindings.insert({window, record});
     }
     publishWindow(record->self, window);
@@ -278,7 +278,7 @@ void guiControl_setPrivateInfo(ScriptPrivate* data, ScriptObject* window, sstrin
 void guiControl_setPrivateName(ScriptPrivate* data, sstring const& name)
 {
     guiControlData* record = guiControl_getData(data);
-    if (record == nullptr)
+    if (!record)
         return;
     {
         std::lock_guard<std::mutex> guard(theLock);
@@ -303,33 +303,33 @@ guiHtml* guiControl_getHtml(ScriptPrivate* data, ScriptObject* self)
     if (guiHtml* node = pGUI->findNode(self))
         return node;
     guiControlData* record = guiControl_getData(data);
-    if (record == nullptr)
+    if (!record)
         return nullptr;
     std::unique_lock<std::mutex> guard(theLock);
     guiWindowData* window = record->windowData;
     sstring name = record->name;
     bool isUnnamedNode = record->isOfNode && name.getLength() == 0;
     guard.unlock();
-    return GetWindow(window) != nullptr && !isUnnamedNode ? GetControl(window, name) : nullptr;
+    return GetWindow(window) && !isUnnamedNode ? GetControl(window, name) : nullptr;
 }
 
 ScriptObject* CreateControlObject(ScriptObject* page)
 {
-    return page != nullptr ? page->getEngine()->createInstance("GuiControl") : nullptr;
+    return page ? page->getEngine()->createInstance("GuiControl") : nullptr;
 }
 
 void FleshInControlObject(ScriptObject* object, guiHtml* node)
 {
     guiHtmlBase* root = node->getBaseHtml();
-    ScriptObject* window = root != nullptr ? root->getPageObject() : nullptr;
+    ScriptObject* window = root ? root->getPageObject() : nullptr;
     guiControl_setPrivateInfo(object->getPrivate(), window, node->getName());
     guiControlData* record = guiControl_getData(object->getPrivate());
-    if (record != nullptr)
+    if (record)
         record->isOfNode = true;
     for (methodEntry const& entry : kMethods)
         if (!object->hasMethod(entry.name))
             object->addMethod(entry.name, entry.method);
-    if (record == nullptr) { // of another class, a script component's
+    if (!record) { // of another class, a script component's
         publishWindow(object, window);
         publishName(object, node->getName());
     }

@@ -5,7 +5,7 @@ namespace {
 
 struct policyName
 {
-    const char* name;
+    char const* name;
     guiSizePolicy policy;
 };
 
@@ -52,7 +52,7 @@ std::optional<guiSizePolicy> guiSizePolicy_fromName(sstring const& name)
     return std::nullopt;
 }
 
-const char* guiSizePolicy_toName(guiSizePolicy policy)
+char const* guiSizePolicy_toName(guiSizePolicy policy)
 {
     for (policyName const& known : kPolicies) {
         if (known.policy == policy)

@@ -25,4 +25,4 @@ bool guiSizePolicy_onSetProp(LibManager& manager, ScriptPrivate* data, ScriptObj
 /// "SCROLL", "RESIZE" or "FIXED", exactly; nothing for any other word.
 std::optional<guiSizePolicy> guiSizePolicy_fromName(sstring const& name);
 /// The name of a policy, "RESIZE" for any other value.
-const char* guiSizePolicy_toName(guiSizePolicy policy);
+char const* guiSizePolicy_toName(guiSizePolicy policy);

@@ -22,7 +22,7 @@ constexpr unsigned kPathUnits = 1024; // what resolvePath may use without growin
 void publish(guiWindowData& record)
 {
     ScriptObject* session = pGUI->getSession();
-    if (session == nullptr)
+    if (!session)
         return;
     ScriptValue* value = guiComponent::NewScriptValue();
     value->setObject(record.window);
@@ -64,7 +64,7 @@ void finishLoading_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArg
 {
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
     guiNodeWatch live(root);
-    if (root != nullptr)
+    if (root)
         root->formValues().load(root);
     if (live.alive())
         root->dynamicLoad();
@@ -92,14 +92,14 @@ sstring guiWindow_resolve(ScriptObject* relativeTo, sstring path)
 int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path)
 {
     guiWindowData* record = guiWindow_getData(data);
-    if (record == nullptr)
+    if (!record)
         return 0;
-    if (record->root != nullptr)
+    if (record->root)
         return pGUI->getThread()->callLoadFile(record->root, path); // which resolves the name, behind its bookmark
     path = guiWindow_resolve(relativeTo, path);
     std::unique_ptr<textstream> stream(pGUI->loadTextStream(relativeTo, path));
     sstring text;
-    if (stream == nullptr) {
+    if (!stream) {
         guiComponent::logError("GuiWindow::load() - failed to load file %s\n", guiComponent::printable(path).c_str());
         return 0;
     }
@@ -126,13 +126,13 @@ ScriptObject* guiWindow_control(ScriptPrivate* data, sstring name, void** out)
 {
     *out = nullptr;
     guiWindowData* record = guiWindow_getData(data);
-    guiHtml* node = record != nullptr ? GetControl(record, name) : nullptr;
-    if (node == nullptr)
+    guiHtml* node = record ? GetControl(record, name) : nullptr;
+    if (!node)
         return nullptr;
     ScriptObject* control = node->getCustomObject();
-    if (control != nullptr) {
+    if (control) {
         control->keep();
-    } else if ((control = CreateControlObject(record->window)) != nullptr) {
+    } else if ((control = CreateControlObject(record->window))) {
         guiControl_setPrivateInfo(control->getPrivate(), record->window, name);
     } else {
         guiComponent::logError("GuiWindow::control() - failed to construct GuiControl object\n");

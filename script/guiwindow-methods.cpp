@@ -33,14 +33,14 @@ void setSize(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(
 {
     guiHtmlBase* root = rootOf(data);
     bool areNumbers = args.count() == 2 && args.get(0)->isNumber() && args.get(1)->isNumber();
-    if (root != nullptr && areNumbers)
+    if (root && areNumbers)
         (root->*setter)(args.get(0)->toInt(0), args.get(1)->toInt(0));
 }
 
 void setName(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(sstring const& name))
 {
     guiHtmlBase* root = rootOf(data);
-    if (root != nullptr && hasOneString(args))
+    if (root && hasOneString(args))
         (root->*setter)(args.get(0)->toString(0));
 }
 
@@ -49,7 +49,7 @@ void getName(ScriptPrivate* data, ScriptArgs& args, ScriptValue& result, sstring
     if (args.count() != 0)
         return;
     guiHtmlBase* root = rootOf(data);
-    result.setString(root != nullptr ? (root->*getter)() : sstring());
+    result.setString(root ? (root->*getter)() : sstring());
 }
 
 } // namespace
@@ -57,7 +57,7 @@ void getName(ScriptPrivate* data, ScriptArgs& args, ScriptValue& result, sstring
 void guiWindow_isOpen_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
     guiHtmlBase* root = rootOf(data);
-    result.setBool(args.count() == 0 && root != nullptr && root->isOpen());
+    result.setBool(args.count() == 0 && root && root->isOpen());
 }
 
 void guiWindow_isValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
@@ -71,7 +71,7 @@ void guiWindow_setReturnValue_qt(LibManager&, ScriptPrivate* data, ScriptObject*
 {
     result.setNull();
     guiHtmlBase* root = rootOf(data);
-    if (root != nullptr && args.count() == 1)
+    if (root && args.count() == 1)
         root->setReturnCode(*args.get(0));
 }
 
@@ -97,7 +97,7 @@ void guiWindow_setResizable_qt(LibManager&, ScriptPrivate* data, ScriptObject*, 
 {
     result.setNull();
     guiHtmlBase* root = rootOf(data);
-    if (std::optional<int> on = switchArgument(args); on && root != nullptr)
+    if (std::optional<int> on = switchArgument(args); on && root)
         root->setResizable(*on);
 }
 
@@ -105,7 +105,7 @@ void guiWindow_useSystemFont_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
 {
     result.setNull();
     guiHtmlBase* root = rootOf(data);
-    if (std::optional<int> on = switchArgument(args); on && root != nullptr)
+    if (std::optional<int> on = switchArgument(args); on && root)
         root->setUseSystemFont(*on);
 }
 
@@ -125,7 +125,7 @@ void guiWindow_setFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
 {
     result.setNull();
     guiHtmlBase* root = rootOf(data);
-    if (root != nullptr && hasOneString(args))
+    if (root && hasOneString(args))
         root->setFocus(args.get(0)->toString(0));
 }
 
@@ -134,7 +134,7 @@ void guiWindow_getFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (args.count() == 0)
-        result.setString(root != nullptr ? root->getFocus() : sstring());
+        result.setString(root ? root->getFocus() : sstring());
 }
 
 void guiWindow_setEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
@@ -169,7 +169,7 @@ void guiWindow_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
 {
     result.setNull();
     guiHtmlBase* root = rootOf(data);
-    if (root == nullptr || !hasOneString(args))
+    if (!root || !hasOneString(args))
         return;
     if (std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(args.get(0)->toString(0)))
         root->setSizePolicy(*policy);
@@ -180,7 +180,7 @@ void guiWindow_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (args.count() == 0)
-        result.setString(guiSizePolicy_toName(root != nullptr ? root->getSizePolicy() : kPolicyResize));
+        result.setString(guiSizePolicy_toName(root ? root->getSizePolicy() : kPolicyResize));
 }
 
 void guiWindow_control_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)

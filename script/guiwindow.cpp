@@ -69,14 +69,14 @@ void guiWindow_show_script(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
     if (!guiWindow_open(data, 1))
         return;
     guiHtmlBase* opened = GetWindow(guiWindow_getData(data));
-    if (opened == nullptr)
+    if (!opened)
         return;
     guiWidget* widget = opened->getWidget(); // compared with the open windows only, never followed
     raisePostOpen(*guiWindow_getData(data));
-    if (widget != nullptr)
+    if (widget)
         pGUI->runPump(widget);
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
-    if (ScriptValue* returned = root != nullptr ? root->getReturnCode() : nullptr)
+    if (ScriptValue* returned = root ? root->getReturnCode() : nullptr)
         result = *returned;
 }
 
@@ -105,7 +105,7 @@ void guiWindow_setText_script(LibManager&, ScriptPrivate* data, ScriptObject*, S
     if (!hasOneString(args))
         return;
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
-    result.setBool(root != nullptr && pGUI->getThread()->callSetText(root, args.get(0)->toString(0)));
+    result.setBool(root && pGUI->getThread()->callSetText(root, args.get(0)->toString(0)));
 }
 
 void guiWindow_loadBackground_script(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
@@ -116,7 +116,7 @@ void guiWindow_loadBackground_script(LibManager&, ScriptPrivate* data, ScriptObj
         return;
     sstring path = guiWindow_resolve(self, args.get(0)->toString(0));
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
-    result.setBool(root != nullptr && pGUI->getThread()->callLoadBackground(root, path));
+    result.setBool(root && pGUI->getThread()->callLoadBackground(root, path));
 }
 
 /// The page tree belongs to the GUI thread, so it is deleted there.
@@ -128,7 +128,7 @@ void deleteRoot_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&,
 
 struct methodEntry
 {
-    const char* name;
+    char const* name;
     ScriptMethod method;
 };
 
@@ -166,7 +166,7 @@ constexpr methodEntry kMethods[] = {
 void guiWindow_onLoad_script(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (self != nullptr)
+    if (self)
         pGUI->setEngine(self->getEngine());
     if (args.count() < 1 || !args.get(0)->isString())
         return;
@@ -184,7 +184,7 @@ void guiWindow_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
 {
     pGUI->setEngine(self->getEngine());
     auto* record = static_cast<guiWindowData*>(std::calloc(1, sizeof(guiWindowData)));
-    if (record == nullptr)
+    if (!record)
         throw std::bad_alloc();
     record->tag = kRecordTag;
     record->window = self;
@@ -201,15 +201,15 @@ void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject*
 {
     guiWindowData* record = guiWindow_getData(data);
     result.setBool(1);
-    if (record == nullptr)
+    if (!record)
         return;
-    if (record->root != nullptr)
+    if (record->root)
         pGUI->getThread()->callFunction(deleteRoot_qt, manager, data, self, args, result);
     if (guiWindow_getData(data) != record)
         return; // a handler that ran meanwhile has destroyed the window already
     guiControl_forgetWindow(record->window);
     data->setData(kPrivateKey, nullptr);
-    if (record->control != nullptr)
+    if (record->control)
         record->control->letGo();
     guiComponent::DeleteScriptObject(record->form);
     velaPoison(record, sizeof *record);
@@ -228,11 +228,11 @@ int guiWindow_onConfigure(ScriptClass& scriptClass)
 
 guiWindowData* guiWindow_getData(ScriptPrivate* data)
 {
-    if (data == nullptr)
+    if (!data)
         return nullptr;
     try {
         auto* record = static_cast<guiWindowData*>(data->getData(kPrivateKey));
-        return record != nullptr && record->tag == kRecordTag ? record : nullptr;
+        return record && record->tag == kRecordTag ? record : nullptr;
     } catch (...) {
         return nullptr; // a host's slot that fails holds no record
     }
@@ -241,13 +241,13 @@ guiWindowData* guiWindow_getData(ScriptPrivate* data)
 guiHtmlBase* GetWindow(void* record)
 {
     auto* window = static_cast<guiWindowData*>(record);
-    return window != nullptr && window->tag == kRecordTag ? window->root : nullptr;
+    return window && window->tag == kRecordTag ? window->root : nullptr;
 }
 
 guiHtml* GetControl(void* record, sstring& name)
 {
     guiHtmlBase* root = GetWindow(record);
-    if (root == nullptr) {
+    if (!root) {
         guiComponent::logError("GuiWindow::GetControl() - invalid window data supplied for control %s (0x%08lX)\n",
                                guiComponent::printable(name).c_str(),
                                static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(record)));
@@ -256,7 +256,7 @@ guiHtml* GetControl(void* record, sstring& name)
     if (name.getLength() == 0)
         return root;
     guiHtml* node = root->getNamed(name);
-    if (node == nullptr)
+    if (!node)
         guiComponent::logError("GuiWindow::GetControl() - control %s not found in window\n",
                                guiComponent::printable(name).c_str());
     return node;
@@ -266,7 +266,7 @@ void SetCurrentControl(ScriptPrivate* data, sstring& name)
 {
     guiWindowData* record = guiWindow_getData(data);
     ScriptObject* session = pGUI->getSession();
-    if (record == nullptr || record->control == nullptr || session == nullptr)
+    if (!record || !record->control || !session)
         return;
     ScriptValue* value = guiComponent::NewScriptValue();
     value->setObject(record->control);
@@ -278,11 +278,11 @@ void SetCurrentControl(ScriptPrivate* data, sstring& name)
 void guiWindow_chooseControl(ScriptPrivate* data, sstring name)
 {
     guiWindowData* record = guiWindow_getData(data);
-    if (record == nullptr)
+    if (!record)
         return;
-    if (record->control == nullptr) {
+    if (!record->control) {
         record->control = CreateControlObject(record->window);
-        if (record->control == nullptr)
+        if (!record->control)
             return;
         guiControl_setPrivateInfo(record->control->getPrivate(), record->window, name);
     }
@@ -292,7 +292,7 @@ void guiWindow_chooseControl(ScriptPrivate* data, sstring name)
 int guiWindow_open(ScriptPrivate* data, int modal)
 {
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
-    return root != nullptr ? pGUI->getThread()->callPageOpen(root, modal) : 0;
+    return root ? pGUI->getThread()->callPageOpen(root, modal) : 0;
 }
 
 void guiWindow_close(ScriptPrivate* data)

@@ -59,7 +59,7 @@ class LibManager
 public:
     /// 1: the service with the identifier that `*guid` points to, as a pointer to its interface, or null. Never owned
     /// by the caller. All three services must exist.
-    virtual void* getInterface(const char** guid) = 0;
+    virtual void* getInterface(char const** guid) = 0;
 
 protected:
     ~LibManager() = default;
@@ -235,11 +235,11 @@ class ScriptPrivate
 public:
     virtual void reserved1() = 0;
     /// 2: the pointer stored under `key`, or null.
-    virtual void* getData(const char* key) = 0;
+    virtual void* getData(char const* key) = 0;
     virtual void reserved3() = 0;
     virtual void reserved4() = 0;
     /// 5: stores `data`; the host never reads what it points to and never frees it.
-    virtual void setData(const char* key, void* data) = 0;
+    virtual void setData(char const* key, void* data) = 0;
 
 protected:
     ~ScriptPrivate() = default;
@@ -392,7 +392,7 @@ public:
     virtual void resolvePath(ScriptObject* relativeTo, sstring& path) = 0;
     /// 10: the bytes of a file: a pointer and a length that stay valid until the same thread's next call of this
     /// function. False when the file can not be read; nothing is printed then, the caller reports it.
-    virtual bool readFile(ScriptObject* relativeTo, sstring path, const void** data, unsigned* length) = 0;
+    virtual bool readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length) = 0;
     /// 11: called once when the component starts.
     virtual void attach() = 0;
     /// 12: called once when the component ends.
@@ -429,8 +429,8 @@ __attribute__((visibility("default"))) int Init(LibManager& manager);
 /// has completed every pending asynchronous call before. Script thread. Always 1.
 __attribute__((visibility("default"))) int Shutdown();
 /// The five class names, in order, and a null pointer at the end. Static; never freed.
-__attribute__((visibility("default"))) const char* const* GetCompNames();
+__attribute__((visibility("default"))) char const* const* GetCompNames();
 /// Declares the class called `name` (compared without regard to case) through `scriptClass`. 0 for an unknown name.
 /// `context` is not used.
-__attribute__((visibility("default"))) int ConfigCompClass(void* context, const char* name, ScriptClass& scriptClass);
+__attribute__((visibility("default"))) int ConfigCompClass(void* context, char const* name, ScriptClass& scriptClass);
 }

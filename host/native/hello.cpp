@@ -10,15 +10,15 @@ int main()
     if (!window.isValid())
         return 1;
 
-    window.on("onGreet", [&host](NativeWindow& self, const NativeArguments&) {
+    window.on("onGreet", [&host](NativeWindow& self, NativeArguments const&) {
         NativeObjectRef form = host.session("currentForm").object();
         self.setTitle("Hello, " + form->get("person").text() + "!");
     });
-    window.on("onAnswer", [](NativeWindow& self, const NativeArguments& args) {
+    window.on("onAnswer", [](NativeWindow& self, NativeArguments const& args) {
         self.setReturnValue(args[1]); // args[0] is the element that was clicked
         self.close();
     });
-    window.on("ePostOpen", [](NativeWindow& self, const NativeArguments&) -> NativeValue {
+    window.on("ePostOpen", [](NativeWindow& self, NativeArguments const&) -> NativeValue {
         std::printf("\"%s\" is open\n", self.title().c_str());
         return nullptr;
     });

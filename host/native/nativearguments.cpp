@@ -3,16 +3,16 @@
 NativeValue const& NativeArguments::operator[](size_t index) const
 {
     static const NativeValue kNull;
-    return index < values_.size() ? values_[index] : kNull;
+    return index < m_values.size() ? m_values[index] : kNull;
 }
 
 void NativeArguments::append(ScriptValue* value)
 {
-    values_.push_back(value ? *static_cast<NativeValue*>(value) : NativeValue());
+    m_values.push_back(value ? *static_cast<NativeValue*>(value) : NativeValue());
 }
 
 ScriptValue* NativeArguments::get(int index)
 {
-    bool inside = index >= 0 && static_cast<size_t>(index) < values_.size();
-    return inside ? &values_[static_cast<size_t>(index)] : nullptr;
+    bool inside = index >= 0 && static_cast<size_t>(index) < m_values.size();
+    return inside ? &m_values[static_cast<size_t>(index)] : nullptr;
 }

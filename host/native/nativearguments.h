@@ -11,13 +11,13 @@ class NativeArguments final : public ScriptArgs
 {
 public:
     NativeArguments() = default;
-    NativeArguments(std::initializer_list<NativeValue> values) : values_(values) {}
+    NativeArguments(std::initializer_list<NativeValue> values) : m_values(values) {}
 
     /// Number of arguments.
-    size_t size() const { return values_.size(); }
+    size_t size() const { return m_values.size(); }
     /// The argument at `index`, from 0; null beyond the last.
     NativeValue const& operator[](size_t index) const;
-    void add(NativeValue value) { values_.push_back(std::move(value)); }
+    void add(NativeValue value) { m_values.push_back(std::move(value)); }
 
     // What the component calls.
     void reserved1() override {}
@@ -26,9 +26,9 @@ public:
     void reserved4() override {}
     void reserved5() override {}
     void append(ScriptValue* value) override;
-    int count() override { return static_cast<int>(values_.size()); }
+    int count() override { return static_cast<int>(m_values.size()); }
     ScriptValue* get(int index) override;
 
 private:
-    std::deque<NativeValue> values_;
+    std::deque<NativeValue> m_values;
 };

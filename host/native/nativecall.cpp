@@ -2,23 +2,23 @@
 
 void NativeCall::end(NativeValue& result)
 {
-    if (!ended_.exchange(true) && done_)
-        done_(result, context_);
+    if (!m_ended.exchange(true) && m_done)
+        m_done(result, m_context);
 }
 
 bool NativeCallTable::add(std::shared_ptr<NativeCall> const& call)
 {
-    std::lock_guard lock(mutex_);
-    if (!closed_)
-        calls_.insert(call);
-    return !closed_;
+    std::lock_guard lock(m_mutex);
+    if (!m_closed)
+        m_calls.insert(call);
+    return !m_closed;
 }
 
 void NativeCallTable::end(std::shared_ptr<NativeCall> const& call, NativeValue& result)
 {
     {
-        std::lock_guard lock(mutex_);
-        calls_.erase(call);
+        std::lock_guard lock(m_mutex);
+        m_calls.erase(call);
     }
     call->end(result);
 }
@@ -27,9 +27,9 @@ void NativeCallTable::close()
 {
     std::unordered_set<std::shared_ptr<NativeCall>> left;
     {
-        std::lock_guard lock(mutex_);
-        closed_ = true;
-        left.swap(calls_);
+        std::lock_guard lock(m_mutex);
+        m_closed = true;
+        left.swap(m_calls);
     }
     for (auto& call : left) {
         NativeValue null;
@@ -39,6 +39,6 @@ void NativeCallTable::close()
 
 size_t NativeCallTable::size() const
 {
-    std::lock_guard lock(mutex_);
-    return calls_.size();
+    std::lock_guard lock(m_mutex);
+    return m_calls.size();
 }

@@ -22,16 +22,16 @@ struct NativeCallTarget
 class NativeCall
 {
 public:
-    NativeCall(ScriptCompletion done, void* context) : done_(done), context_(context) {}
+    NativeCall(ScriptCompletion done, void* context) : m_done(done), m_context(context) {}
 
     /// Calls the completion function with `result`, unless that has happened.
     void end(NativeValue& result);
-    bool hasEnded() const { return ended_; }
+    bool hasEnded() const { return m_ended; }
 
 private:
-    ScriptCompletion const done_;
-    void* const context_;
-    std::atomic<bool> ended_{false};
+    ScriptCompletion const m_done;
+    void* const m_context;
+    std::atomic<bool> m_ended{false};
 };
 
 /// All calls that have not ended. Any thread. Completion functions run without its lock.
@@ -48,7 +48,7 @@ public:
     size_t size() const;
 
 private:
-    mutable std::mutex mutex_;
-    bool closed_ = false;
-    std::unordered_set<std::shared_ptr<NativeCall>> calls_;
+    mutable std::mutex m_mutex;
+    bool m_closed = false;
+    std::unordered_set<std::shared_ptr<NativeCall>> m_calls;
 };

@@ -12,24 +12,24 @@ ScriptPrivate* slotOf(NativeObject* self) { return self ? self->getPrivate() : n
 void NativeClass::setPropertyHandlers(ScriptAddProp onAddProp, ScriptDelProp onDelProp, ScriptGetProp onGetProp,
                                       ScriptSetProp onSetProp)
 {
-    addProp_ = onAddProp;
-    delProp_ = onDelProp;
-    getProp_ = onGetProp;
-    setProp_ = onSetProp;
+    m_addProp = onAddProp;
+    m_delProp = onDelProp;
+    m_getProp = onGetProp;
+    m_setProp = onSetProp;
 }
 
 void NativeClass::addMethod(sstring const& name, ScriptMethod method)
 {
     std::u16string key = nativeFromSString(name);
-    methodNames_.push_back(nativeToUtf8(key));
-    methods_.insert_or_assign(std::move(key), method);
+    m_methodNames.push_back(nativeToUtf8(key));
+    m_methods.insert_or_assign(std::move(key), method);
 }
 
 void NativeClass::addClassMethod(sstring const& name, ScriptMethod method)
 {
     std::u16string key = nativeFromSString(name);
-    classMethodNames_.push_back(nativeToUtf8(key));
-    classMethods_.insert_or_assign(std::move(key), method);
+    m_classMethodNames.push_back(nativeToUtf8(key));
+    m_classMethods.insert_or_assign(std::move(key), method);
 }
 
 ScriptMethod NativeClass::find(Table const& table, std::u16string const& name)
@@ -40,21 +40,21 @@ ScriptMethod NativeClass::find(Table const& table, std::u16string const& name)
 
 bool NativeClass::hasDynamic(LibManager& manager, NativeObject* self, NativeValue const& name) const
 {
-    return addProp_ && addProp_(manager, slotOf(self), self, name, self == nullptr);
+    return m_addProp && m_addProp(manager, slotOf(self), self, name, !self);
 }
 
 bool NativeClass::getDynamic(LibManager& manager, NativeObject* self, NativeValue const& name, NativeValue& out) const
 {
-    return getProp_ && getProp_(manager, slotOf(self), self, name, out, self == nullptr);
+    return m_getProp && m_getProp(manager, slotOf(self), self, name, out, !self);
 }
 
 bool NativeClass::setDynamic(LibManager& manager, NativeObject* self, NativeValue const& name,
                              NativeValue const& value) const
 {
-    return setProp_ && setProp_(manager, slotOf(self), self, name, value, self == nullptr);
+    return m_setProp && m_setProp(manager, slotOf(self), self, name, value, !self);
 }
 
 bool NativeClass::removeDynamic(LibManager& manager, NativeObject* self, NativeValue const& name) const
 {
-    return delProp_ && delProp_(manager, slotOf(self), self, name, self == nullptr);
+    return m_delProp && m_delProp(manager, slotOf(self), self, name, !self);
 }

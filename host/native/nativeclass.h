@@ -11,17 +11,17 @@
 class NativeClass final : public ScriptClass
 {
 public:
-    explicit NativeClass(std::string name) : name_(std::move(name)) {}
+    explicit NativeClass(std::string name) : m_name(std::move(name)) {}
 
-    std::string const& name() const { return name_; }
-    ScriptMethod createHandler() const { return create_; }
-    ScriptMethod destroyHandler() const { return destroy_; }
+    std::string const& name() const { return m_name; }
+    ScriptMethod createHandler() const { return m_create; }
+    ScriptMethod destroyHandler() const { return m_destroy; }
     /// The instance or class method of this name, null when there is none.
-    ScriptMethod findMethod(std::u16string const& name) const { return find(methods_, name); }
-    ScriptMethod findClassMethod(std::u16string const& name) const { return find(classMethods_, name); }
+    ScriptMethod findMethod(std::u16string const& name) const { return find(m_methods, name); }
+    ScriptMethod findClassMethod(std::u16string const& name) const { return find(m_classMethods, name); }
     /// Names of the instance methods, in the order of their declaration.
-    std::vector<std::string> const& methodNames() const { return methodNames_; }
-    std::vector<std::string> const& classMethodNames() const { return classMethodNames_; }
+    std::vector<std::string> const& methodNames() const { return m_methodNames; }
+    std::vector<std::string> const& classMethodNames() const { return m_classMethodNames; }
 
     /// Whether the class has a dynamic property of this name; `self` is null for a property of the class itself.
     bool hasDynamic(LibManager& manager, NativeObject* self, NativeValue const& name) const;
@@ -30,8 +30,8 @@ public:
     bool removeDynamic(LibManager& manager, NativeObject* self, NativeValue const& name) const;
 
     // What the component calls.
-    void setCreateHandler(ScriptMethod handler) override { create_ = handler; }
-    void setDestroyHandler(ScriptMethod handler) override { destroy_ = handler; }
+    void setCreateHandler(ScriptMethod handler) override { m_create = handler; }
+    void setDestroyHandler(ScriptMethod handler) override { m_destroy = handler; }
     void setPropertyHandlers(ScriptAddProp onAddProp, ScriptDelProp onDelProp, ScriptGetProp onGetProp,
                              ScriptSetProp onSetProp) override;
     void addMethod(sstring const& name, ScriptMethod method) override;
@@ -41,15 +41,15 @@ private:
     using Table = std::map<std::u16string, ScriptMethod>;
     static ScriptMethod find(Table const& table, std::u16string const& name);
 
-    std::string const name_;
-    ScriptMethod create_ = nullptr;
-    ScriptMethod destroy_ = nullptr;
-    ScriptAddProp addProp_ = nullptr;
-    ScriptDelProp delProp_ = nullptr;
-    ScriptGetProp getProp_ = nullptr;
-    ScriptSetProp setProp_ = nullptr;
-    Table methods_;
-    Table classMethods_;
-    std::vector<std::string> methodNames_;
-    std::vector<std::string> classMethodNames_;
+    std::string const m_name;
+    ScriptMethod m_create = nullptr;
+    ScriptMethod m_destroy = nullptr;
+    ScriptAddProp m_addProp = nullptr;
+    ScriptDelProp m_delProp = nullptr;
+    ScriptGetProp m_getProp = nullptr;
+    ScriptSetProp m_setProp = nullptr;
+    Table m_methods;
+    Table m_classMethods;
+    std::vector<std::string> m_methodNames;
+    std::vector<std::string> m_classMethodNames;
 };

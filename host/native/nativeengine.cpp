@@ -6,20 +6,20 @@
 
 NativeClass& NativeEngine::addClass(std::string const& name)
 {
-    auto& slot = classes_[name];
+    auto& slot = m_classes[name];
     slot = std::make_unique<NativeClass>(name);
     return *slot;
 }
 
 NativeClass const* NativeEngine::findClass(std::string_view name) const
 {
-    auto found = classes_.find(name);
-    return found == classes_.end() ? nullptr : found->second.get();
+    auto found = m_classes.find(name);
+    return found == m_classes.end() ? nullptr : found->second.get();
 }
 
 void NativeEngine::addFactory(std::string const& name, NativeFactory factory)
 {
-    factories_.insert_or_assign(name, std::move(factory));
+    m_factories.insert_or_assign(name, std::move(factory));
 }
 
 NativeObjectRef NativeEngine::makeObject() { return NativeObject::make(shared_from_this(), nullptr, "Object"); }
@@ -32,8 +32,8 @@ NativeObjectRef NativeEngine::construct(std::string const& className, NativeArgu
         nativeReport("an object of class " + className + " was made outside the script thread");
         return {};
     }
-    auto factory = factories_.find(className);
-    if (factory == factories_.end())
+    auto factory = m_factories.find(className);
+    if (factory == m_factories.end())
         return {};
     return constructOfApplication(className, NativeFactory(factory->second), args);
 }
@@ -70,7 +70,7 @@ NativeObjectRef NativeEngine::classObject(std::string const& className)
     NativeClass const* scriptClass = findClass(className);
     if (!scriptClass)
         return {};
-    NativeObjectRef& object = classObjects_[className];
+    NativeObjectRef& object = m_classObjects[className];
     if (!object) {
         object = NativeObject::make(shared_from_this(), nullptr, className);
         for (std::string const& name : scriptClass->classMethodNames())
@@ -86,43 +86,43 @@ ScriptValue* NativeEngine::makeValue()
 {
     auto value = std::make_unique<NativeValue>();
     ScriptValue* key = value.get();
-    std::lock_guard lock(mutex_);
-    values_.emplace(key, std::move(value));
+    std::lock_guard lock(m_mutex);
+    m_values.emplace(key, std::move(value));
     return key;
 }
 
 void NativeEngine::releaseValue(ScriptValue* value)
 {
-    std::unique_lock lock(mutex_);
-    auto released = values_.extract(value);
+    std::unique_lock lock(m_mutex);
+    auto released = m_values.extract(value);
     lock.unlock(); // the value goes without the lock: it may hold the last handle of an object
 }
 
 void NativeEngine::dropValues()
 {
-    decltype(values_) values;
-    std::lock_guard lock(mutex_);
-    values.swap(values_);
+    decltype(m_values) values;
+    std::lock_guard lock(m_mutex);
+    values.swap(m_values);
 }
 
 size_t NativeEngine::ownedValues() const
 {
-    std::lock_guard lock(mutex_);
-    return values_.size();
+    std::lock_guard lock(m_mutex);
+    return m_values.size();
 }
 
 // ---- the session
 
 NativeObjectRef NativeEngine::session() const
 {
-    std::lock_guard lock(mutex_);
-    return session_;
+    std::lock_guard lock(m_mutex);
+    return m_session;
 }
 
 void NativeEngine::setSession(NativeObjectRef session)
 {
-    std::lock_guard lock(mutex_);
-    std::swap(session_, session);
+    std::lock_guard lock(m_mutex);
+    std::swap(m_session, session);
 }
 
 // ---- calls
@@ -141,7 +141,7 @@ NativeValue NativeEngine::wait(NativeResult result)
         engine->pump().wake();
     });
     result = NativeResult(); // a NativeLater that only we hold is dropped, and gives null
-    while (!box->ready && !stopped_)
+    while (!box->ready && !m_stopped)
         pump().step();
     return box->ready ? box->value : NativeValue();
 }
@@ -149,7 +149,7 @@ NativeValue NativeEngine::wait(NativeResult result)
 void NativeEngine::startCall(NativeCallTarget target, ScriptCompletion done, void* context)
 {
     auto call = std::make_shared<NativeCall>(done, context);
-    if (!calls_.add(call)) {
+    if (!m_calls.add(call)) {
         NativeValue null;
         call->end(null);
         return;
@@ -169,25 +169,25 @@ void NativeEngine::runCall(NativeCallTarget& target, std::shared_ptr<NativeCall>
 
 void NativeEngine::stopCalls()
 {
-    stopped_ = true;
-    calls_.close();
+    m_stopped = true;
+    m_calls.close();
     pump().wake();
 }
 
 void NativeEngine::destroyObjects()
 {
-    for (NativeObjectRef const& object : objects_.all())
+    for (NativeObjectRef const& object : m_objects.all())
         object->runDestroyHandler();
 }
 
 void NativeEngine::clear()
 {
-    windows_.clear();
+    m_windows.clear();
     pump().runOnce(0); // objects whose end travelled here
     setSession(nullptr);
     dropValues();
-    classObjects_.clear();
-    factories_.clear();
-    for (NativeObjectRef const& object : objects_.all())
+    m_classObjects.clear();
+    m_factories.clear();
+    for (NativeObjectRef const& object : m_objects.all())
         object->clear();
 }

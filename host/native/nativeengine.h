@@ -28,31 +28,31 @@ public:
     NativeEngine(NativeEngine const&) = delete;
     NativeEngine& operator=(NativeEngine const&) = delete;
 
-    NativeLibManager& manager() { return manager_; }
-    NativePump& pump() { return runtime_.pump(); }
-    NativeObjectTable& objects() { return objects_; }
-    NativeCallTable& calls() { return calls_; }
-    NativeOpenWindows& windows() { return windows_; }
-    bool onScriptThread() const { return std::this_thread::get_id() == scriptThread_; }
+    NativeLibManager& manager() { return m_manager; }
+    NativePump& pump() { return m_runtime.pump(); }
+    NativeObjectTable& objects() { return m_objects; }
+    NativeCallTable& calls() { return m_calls; }
+    NativeOpenWindows& windows() { return m_windows; }
+    bool onScriptThread() const { return std::this_thread::get_id() == m_scriptThread; }
 
     /// Whether the component is there to be called: from `setComponent(true)` before Init to `setComponent(false)`
     /// before Shutdown.
-    bool hasComponent() const { return hasComponent_; }
-    void setComponent(bool present) { hasComponent_ = present; }
+    bool hasComponent() const { return m_hasComponent; }
+    void setComponent(bool present) { m_hasComponent = present; }
 
     /// Whether a function of the component is running on the script thread, below the one that asks. Script thread.
-    bool insideComponent() const { return componentDepth_ > 0; }
+    bool insideComponent() const { return m_componentDepth > 0; }
     /// Marks that a function of the component is running, while it lives. Script thread.
     class ComponentCall
     {
     public:
-        explicit ComponentCall(NativeEngine& engine) : engine_(engine) { ++engine_.componentDepth_; }
-        ~ComponentCall() { --engine_.componentDepth_; }
+        explicit ComponentCall(NativeEngine& engine) : m_engine(engine) { ++m_engine.m_componentDepth; }
+        ~ComponentCall() { --m_engine.m_componentDepth; }
         ComponentCall(ComponentCall const&) = delete;
         ComponentCall& operator=(ComponentCall const&) = delete;
 
     private:
-        NativeEngine& engine_;
+        NativeEngine& m_engine;
     };
 
     /// Takes a class of the component. Script thread, before any object of it is made.
@@ -91,7 +91,7 @@ public:
     void reserved1() override {}
     void reserved2() override {}
     void reserved3() override {}
-    ScriptRuntime* getRuntime() override { return &runtime_; }
+    ScriptRuntime* getRuntime() override { return &m_runtime; }
     ScriptObject* createInstance(sstring const& className) override;
     void reserved6() override {}
     void reserved7() override {}
@@ -107,7 +107,7 @@ public:
     size_t ownedValues() const;
 
 private:
-    NativeEngine() : manager_(*this) {}
+    NativeEngine() : m_manager(*this) {}
 
     void dropValues();
     void runCall(NativeCallTarget& target, std::shared_ptr<NativeCall> const& call);
@@ -115,19 +115,19 @@ private:
     NativeObjectRef constructOfApplication(std::string const& className, NativeFactory const& factory,
                                            NativeArguments& args);
 
-    std::thread::id const scriptThread_ = std::this_thread::get_id();
-    std::atomic<bool> hasComponent_{false};
-    std::atomic<bool> stopped_{false};
-    int componentDepth_ = 0; // script thread
-    NativeRuntime runtime_;
-    NativeLibManager manager_;
-    NativeObjectTable objects_;
-    NativeCallTable calls_;
-    NativeOpenWindows windows_{runtime_.pump()};
-    std::map<std::string, std::unique_ptr<NativeClass>, std::less<>> classes_; // script thread
-    std::map<std::string, NativeObjectRef> classObjects_;                      // script thread
-    std::map<std::string, NativeFactory> factories_;                           // script thread
-    mutable std::mutex mutex_;                                                 // guards everything below
-    NativeObjectRef session_;
-    std::map<ScriptValue*, std::unique_ptr<NativeValue>> values_;
+    std::thread::id const m_scriptThread = std::this_thread::get_id();
+    std::atomic<bool> m_hasComponent{false};
+    std::atomic<bool> m_stopped{false};
+    int m_componentDepth = 0; // script thread
+    NativeRuntime m_runtime;
+    NativeLibManager m_manager;
+    NativeObjectTable m_objects;
+    NativeCallTable m_calls;
+    NativeOpenWindows m_windows{m_runtime.pump()};
+    std::map<std::string, std::unique_ptr<NativeClass>, std::less<>> m_classes; // script thread
+    std::map<std::string, NativeObjectRef> m_classObjects;                      // script thread
+    std::map<std::string, NativeFactory> m_factories;                           // script thread
+    mutable std::mutex m_mutex;                                                 // guards everything below
+    NativeObjectRef m_session;
+    std::map<ScriptValue*, std::unique_ptr<NativeValue>> m_values;
 };

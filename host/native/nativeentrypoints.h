@@ -7,8 +7,8 @@
 struct NativeEntryPoints
 {
     int (*init)(LibManager& manager);
-    const char* const* (*getCompNames)();
-    int (*configCompClass)(void* context, const char* name, ScriptClass& scriptClass);
+    char const* const* (*getCompNames)();
+    int (*configCompClass)(void* context, char const* name, ScriptClass& scriptClass);
     int (*shutdown)();
 
     /// The component that this program is linked with.

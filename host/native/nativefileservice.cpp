@@ -21,20 +21,20 @@ class OpenFile
 public:
     // Without O_NONBLOCK, opening a pipe would wait for its writer.
     explicit OpenFile(std::filesystem::path const& path)
-        : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
+        : m_descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
     {}
     OpenFile(OpenFile const&) = delete;
     OpenFile& operator=(OpenFile const&) = delete;
     ~OpenFile()
     {
-        if (descriptor_ >= 0)
-            close(descriptor_);
+        if (m_descriptor >= 0)
+            close(m_descriptor);
     }
 
     bool readAll(std::vector<unsigned char>& bytes) const
     {
         struct stat info;
-        if (descriptor_ < 0 || fstat(descriptor_, &info) != 0 || !S_ISREG(info.st_mode))
+        if (m_descriptor < 0 || fstat(m_descriptor, &info) != 0 || !S_ISREG(info.st_mode))
             return false;
         if (info.st_size > static_cast<off_t>(NativeFileService::kSizeLimit))
             return false;
@@ -48,7 +48,7 @@ private:
     {
         size_t filled = 0;
         for (;;) {
-            ssize_t got = read(descriptor_, bytes.data() + filled, bytes.size() - filled);
+            ssize_t got = read(m_descriptor, bytes.data() + filled, bytes.size() - filled);
             if (got < 0 && errno == EINTR)
                 continue;
             if (got < 0 || filled + static_cast<size_t>(got) > NativeFileService::kSizeLimit)
@@ -63,7 +63,7 @@ private:
         return true;
     }
 
-    int descriptor_;
+    int m_descriptor;
 };
 
 /// What the calling thread read last.
@@ -77,14 +77,14 @@ std::vector<unsigned char>& lastRead()
 
 void NativeFileService::setFolder(std::filesystem::path folder)
 {
-    std::lock_guard lock(mutex_);
-    folder_ = std::move(folder);
+    std::lock_guard lock(m_mutex);
+    m_folder = std::move(folder);
 }
 
 void NativeFileService::addFolder(std::string const& name, std::filesystem::path folder)
 {
-    std::lock_guard lock(mutex_);
-    folders_.insert_or_assign(name, std::move(folder));
+    std::lock_guard lock(m_mutex);
+    m_folders.insert_or_assign(name, std::move(folder));
 }
 
 void NativeFileService::resolvePath(ScriptObject* relativeTo, sstring& path)
@@ -94,7 +94,7 @@ void NativeFileService::resolvePath(ScriptObject* relativeTo, sstring& path)
         path = nativeToSString(nativeFromUtf8(resolve(relativeTo, name).native()));
 }
 
-bool NativeFileService::readFile(ScriptObject* relativeTo, sstring path, const void** data, unsigned* length)
+bool NativeFileService::readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length)
 {
     std::vector<unsigned char>& bytes = lastRead();
     bytes = {};
@@ -110,8 +110,8 @@ std::filesystem::path NativeFileService::resolve(ScriptObject* relativeTo, std::
 {
     std::filesystem::path folder = relativeTo ? static_cast<NativeObject*>(relativeTo)->folder() : "";
     if (folder.empty()) {
-        std::lock_guard lock(mutex_);
-        folder = folder_;
+        std::lock_guard lock(m_mutex);
+        folder = m_folder;
     }
     std::error_code error;
     std::filesystem::path absolute = std::filesystem::absolute(folder, error); // fails without a working directory
@@ -132,9 +132,9 @@ std::optional<std::filesystem::path> NativeFileService::locateVirtual(std::strin
 {
     std::string rest = name.substr(kVirtual.size());
     size_t slash = rest.find('/');
-    std::lock_guard lock(mutex_);
-    auto found = folders_.find(rest.substr(0, slash));
-    if (slash == std::string::npos || found == folders_.end() || rest.find('\0') != std::string::npos)
+    std::lock_guard lock(m_mutex);
+    auto found = m_folders.find(rest.substr(0, slash));
+    if (slash == std::string::npos || found == m_folders.end() || rest.find('\0') != std::string::npos)
         return std::nullopt;
     int depth = 0;
     std::filesystem::path inside = std::filesystem::path(rest.substr(slash + 1)).relative_path();

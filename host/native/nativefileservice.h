@@ -34,20 +34,20 @@ public:
     void reserved7() override {}
     void reserved8() override {}
     void resolvePath(ScriptObject* relativeTo, sstring& path) override;
-    bool readFile(ScriptObject* relativeTo, sstring path, const void** data, unsigned* length) override;
-    void attach() override { attached_ = true; }
-    void release() override { attached_ = false; }
+    bool readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length) override;
+    void attach() override { m_attached = true; }
+    void release() override { m_attached = false; }
 
     /// Whether the component has attached itself and not released the service since.
-    bool isAttached() const { return attached_; }
+    bool isAttached() const { return m_attached; }
 
 private:
     std::filesystem::path resolve(ScriptObject* relativeTo, std::string const& name) const;
     std::optional<std::filesystem::path> locate(ScriptObject* relativeTo, std::string const& name) const;
     std::optional<std::filesystem::path> locateVirtual(std::string const& name) const;
 
-    std::atomic<bool> attached_{false};
-    mutable std::mutex mutex_; // guards everything below
-    std::filesystem::path folder_ = ".";
-    std::map<std::string, std::filesystem::path> folders_;
+    std::atomic<bool> m_attached{false};
+    mutable std::mutex m_mutex; // guards everything below
+    std::filesystem::path m_folder = ".";
+    std::map<std::string, std::filesystem::path> m_folders;
 };

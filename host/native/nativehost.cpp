@@ -42,7 +42,7 @@ public:
     }
 };
 
-NativeHost::NativeHost(NativeHostOptions options) : component_(options.component), engine_(NativeEngine::make())
+NativeHost::NativeHost(NativeHostOptions options) : m_component(options.component), m_engine(NativeEngine::make())
 {
     if (current)
         throw std::runtime_error("NativeHost: there is a host in this process already");
@@ -61,20 +61,20 @@ NativeHost::~NativeHost() { end(); }
 
 void NativeHost::start()
 {
-    engine_->setComponent(true);
-    if (!component_.init(engine_->manager()))
+    m_engine->setComponent(true);
+    if (!m_component.init(m_engine->manager()))
         throw std::runtime_error("NativeHost: the component's Init failed");
     thread_local NativeAtExit atExit; // after Init: what the thread has made until now outlives the component
-    for (const char* const* name = component_.getCompNames(); *name; ++name) {
-        classNames_.push_back(*name);
-        if (!component_.configCompClass(nullptr, *name, engine_->addClass(*name)))
-            throw std::runtime_error("NativeHost: the component's ConfigCompClass failed for " + classNames_.back());
+    for (char const* const* name = m_component.getCompNames(); *name; ++name) {
+        m_classNames.push_back(*name);
+        if (!m_component.configCompClass(nullptr, *name, m_engine->addClass(*name)))
+            throw std::runtime_error("NativeHost: the component's ConfigCompClass failed for " + m_classNames.back());
     }
 }
 
 void NativeHost::shutdown()
 {
-    if (engine_->insideComponent())
+    if (m_engine->insideComponent())
         nativeReport("NativeHost::shutdown() is refused inside a call of the component");
     else
         end();
@@ -85,55 +85,55 @@ void NativeHost::end()
     if (current != this)
         return;
     current = nullptr;
-    engine_->stopCalls();
-    engine_->destroyObjects();
-    engine_->setComponent(false);
-    component_.shutdown();
-    engine_->clear();
+    m_engine->stopCalls();
+    m_engine->destroyObjects();
+    m_engine->setComponent(false);
+    m_component.shutdown();
+    m_engine->clear();
 }
 
 NativeObjectRef NativeHost::create(std::string const& className, NativeArguments args)
 {
-    return engine_->construct(className, std::move(args));
+    return m_engine->construct(className, std::move(args));
 }
 
 NativeValue NativeHost::callClass(std::string const& className, std::string_view method, NativeArguments args)
 {
-    NativeObjectRef object = engine_->classObject(className);
+    NativeObjectRef object = m_engine->classObject(className);
     return object ? object->call(method, std::move(args)) : NativeValue();
 }
 
 NativeValue NativeHost::classProperty(std::string const& className, std::string_view name)
 {
     NativeValue out;
-    NativeEngine::ComponentCall running(*engine_);
-    NativeClass const* scriptClass = engine_->findClass(className);
-    if (scriptClass && engine_->hasComponent() && scriptClass->hasDynamic(engine_->manager(), nullptr, name))
-        scriptClass->getDynamic(engine_->manager(), nullptr, name, out);
+    NativeEngine::ComponentCall running(*m_engine);
+    NativeClass const* scriptClass = m_engine->findClass(className);
+    if (scriptClass && m_engine->hasComponent() && scriptClass->hasDynamic(m_engine->manager(), nullptr, name))
+        scriptClass->getDynamic(m_engine->manager(), nullptr, name, out);
     return out;
 }
 
 NativeValue NativeHost::session(std::string_view property)
 {
-    NativeObjectRef session = engine_->session();
+    NativeObjectRef session = m_engine->session();
     return session ? session->get(property) : NativeValue();
 }
 
 void NativeHost::run()
 {
-    while (!quit_.exchange(false) && engine_->windows().any())
-        engine_->pump().turn(std::chrono::nanoseconds::max());
+    while (!m_quit.exchange(false) && m_engine->windows().any())
+        m_engine->pump().turn(std::chrono::nanoseconds::max());
 }
 
 void NativeHost::quit()
 {
-    quit_ = true;
-    engine_->pump().wake();
+    m_quit = true;
+    m_engine->pump().wake();
 }
 
 void NativeHost::post(std::function<void()> work)
 {
-    engine_->pump().post([work = std::move(work)] {
+    m_engine->pump().post([work = std::move(work)] {
         try {
             work();
         } catch (std::exception const& error) {
@@ -151,7 +151,7 @@ bool NativeHost::serveUntil(std::function<bool()> const& done, std::chrono::mill
         auto left = end - std::chrono::steady_clock::now();
         if (left <= left.zero())
             return false;
-        engine_->pump().turn(std::min<std::chrono::nanoseconds>(left, NativePump::kStepLimit));
+        m_engine->pump().turn(std::min<std::chrono::nanoseconds>(left, NativePump::kStepLimit));
     }
     return true;
 }

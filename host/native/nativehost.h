@@ -3,7 +3,7 @@
 //
 //     NativeHost host({.folder = "pages"});
 //     NativeWindow window = host.window("order.html");
-//     window.on("onOk", [](NativeWindow& self, const NativeArguments&) { self.setReturnValue("ok"); self.close(); });
+//     window.on("onOk", [](NativeWindow& self, NativeArguments const&) { self.setReturnValue("ok"); self.close(); });
 //     NativeValue answer = window.show();
 #pragma once
 
@@ -48,12 +48,12 @@ public:
     /// A new object of a class of the component ("GuiImage") or of the application; empty when there is no such class.
     NativeObjectRef create(std::string const& className, NativeArguments args = {});
     /// A new plain object. Any thread.
-    NativeObjectRef object() { return engine_->makeObject(); }
+    NativeObjectRef object() { return m_engine->makeObject(); }
     /// A new function value: any callable (NativeObject& self, NativeArguments const&).
     template <typename Callable>
     NativeValue function(Callable callable)
     {
-        NativeObjectRef function = engine_->makeObject();
+        NativeObjectRef function = m_engine->makeObject();
         function->makeCallable(nativeWrap<NativeObject>(std::move(callable)));
         return function;
     }
@@ -61,7 +61,7 @@ public:
     /// callable (NativeObject& object, NativeArguments const&) adds the handlers of a new object.
     void registerClass(std::string const& name, NativeFactory factory)
     {
-        engine_->addFactory(name, std::move(factory));
+        m_engine->addFactory(name, std::move(factory));
     }
 
     /// Calls a function of a class itself, as in GuiWindow.onLoad(...).
@@ -93,17 +93,17 @@ public:
         files().addFolder(name, std::move(folder));
     }
     /// Names of the component's classes, in its order.
-    std::vector<std::string> const& classNames() const { return classNames_; }
-    NativeEngine& engine() { return *engine_; }
-    NativeFileService& files() { return engine_->manager().files(); }
+    std::vector<std::string> const& classNames() const { return m_classNames; }
+    NativeEngine& engine() { return *m_engine; }
+    NativeFileService& files() { return m_engine->manager().files(); }
 
 private:
     friend class NativeAtExit;
     void start();
     void end();
 
-    NativeEntryPoints const component_;
-    std::shared_ptr<NativeEngine> const engine_;
-    std::vector<std::string> classNames_;
-    std::atomic<bool> quit_{false};
+    NativeEntryPoints const m_component;
+    std::shared_ptr<NativeEngine> const m_engine;
+    std::vector<std::string> m_classNames;
+    std::atomic<bool> m_quit{false};
 };

@@ -17,23 +17,23 @@ struct NativeLater::State
     std::function<void(NativeValue&)> next; // waits for the value; empty once it has run
 };
 
-NativeLater::NativeLater() : state_(std::make_shared<State>()) {}
+NativeLater::NativeLater() : m_state(std::make_shared<State>()) {}
 
 bool NativeLater::isComplete() const
 {
-    std::lock_guard lock(state_->mutex);
-    return state_->complete;
+    std::lock_guard lock(m_state->mutex);
+    return m_state->complete;
 }
 
 void NativeLater::complete(NativeValue value) const
 {
     std::function<void(NativeValue&)> next;
     {
-        std::lock_guard lock(state_->mutex);
-        if (std::exchange(state_->complete, true))
+        std::lock_guard lock(m_state->mutex);
+        if (std::exchange(m_state->complete, true))
             return;
-        state_->value = value;
-        next = std::exchange(state_->next, nullptr);
+        m_state->value = value;
+        next = std::exchange(m_state->next, nullptr);
     }
     if (next)
         next(value);
@@ -43,20 +43,20 @@ void NativeLater::whenComplete(std::function<void(NativeValue&)> next) const
 {
     NativeValue value;
     {
-        std::lock_guard lock(state_->mutex);
-        if (!state_->complete) {
-            state_->next = std::move(next);
+        std::lock_guard lock(m_state->mutex);
+        if (!m_state->complete) {
+            m_state->next = std::move(next);
             return;
         }
-        value = state_->value;
+        value = m_state->value;
     }
     next(value);
 }
 
 void NativeResult::whenComplete(std::function<void(NativeValue&)> next)
 {
-    if (auto* value = std::get_if<NativeValue>(&result_))
+    if (auto* value = std::get_if<NativeValue>(&m_result))
         next(*value);
     else
-        std::get<NativeLater>(result_).whenComplete(std::move(next));
+        std::get<NativeLater>(m_result).whenComplete(std::move(next));
 }

@@ -25,7 +25,7 @@ public:
 
 private:
     struct State;
-    std::shared_ptr<State> state_;
+    std::shared_ptr<State> m_state;
 };
 
 /// What a handler returns: a value, or the promise of one.
@@ -33,15 +33,15 @@ class NativeResult
 {
 public:
     NativeResult() = default;
-    NativeResult(NativeLater later) : result_(std::move(later)) {}
+    NativeResult(NativeLater later) : m_result(std::move(later)) {}
     template <typename Value>
     requires std::convertible_to<Value, NativeValue> NativeResult(Value&& value)
-        : result_(NativeValue(std::forward<Value>(value)))
+        : m_result(NativeValue(std::forward<Value>(value)))
     {}
 
     /// Runs `next` once with the value: now, or when it is there.
     void whenComplete(std::function<void(NativeValue&)> next);
 
 private:
-    std::variant<NativeValue, NativeLater> result_;
+    std::variant<NativeValue, NativeLater> m_result;
 };

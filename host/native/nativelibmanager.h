@@ -9,16 +9,16 @@
 class NativeLibManager final : public LibManager
 {
 public:
-    explicit NativeLibManager(NativeEngine& engine) : platform_(engine) {}
+    explicit NativeLibManager(NativeEngine& engine) : m_platform(engine) {}
 
-    NativeFileService& files() { return files_; }
-    NativeFormService& forms() { return forms_; }
-    NativePlatform& platform() { return platform_; }
+    NativeFileService& files() { return m_files; }
+    NativeFormService& forms() { return m_forms; }
+    NativePlatform& platform() { return m_platform; }
 
-    void* getInterface(const char** guid) override;
+    void* getInterface(char const** guid) override;
 
 private:
-    NativeFileService files_;
-    NativeFormService forms_;
-    NativePlatform platform_;
+    NativeFileService m_files;
+    NativeFormService m_forms;
+    NativePlatform m_platform;
 };

@@ -15,20 +15,20 @@ constexpr char16_t kWindowProperty[] = u"window"; // on controls and custom elem
 NativeObjectRef NativeObjectRef::adopt(NativeObject* object)
 {
     NativeObjectRef ref;
-    ref.object_ = object;
+    ref.m_object = object;
     return ref;
 }
 
 void NativeObjectRef::keep() const
 {
-    if (object_)
-        object_->keep();
+    if (m_object)
+        m_object->keep();
 }
 
 void NativeObjectRef::letGo() const
 {
-    if (object_)
-        object_->letGo();
+    if (m_object)
+        m_object->letGo();
 }
 
 NativeObjectRef NativeObject::make(std::shared_ptr<NativeEngine> engine, NativeClass const* scriptClass,
@@ -38,40 +38,40 @@ NativeObjectRef NativeObject::make(std::shared_ptr<NativeEngine> engine, NativeC
 }
 
 NativeObject::NativeObject(std::shared_ptr<NativeEngine> engine, NativeClass const* scriptClass, std::string className)
-    : engine_(std::move(engine)), class_(scriptClass), className_(std::move(className))
+    : m_engine(std::move(engine)), m_class(scriptClass), m_className(std::move(className))
 {
-    number_ = engine_->objects().add(this); // last: from here on others see the object
+    m_number = m_engine->objects().add(this); // last: from here on others see the object
 }
 
-NativeObject::~NativeObject() { engine_->objects().remove(this); }
+NativeObject::~NativeObject() { m_engine->objects().remove(this); }
 
 // ---- life
 
 bool NativeObject::tryKeep()
 {
-    int keeps = keeps_.load();
-    while (keeps > 0 && !keeps_.compare_exchange_weak(keeps, keeps + 1)) {}
+    int keeps = m_keeps.load();
+    while (keeps > 0 && !m_keeps.compare_exchange_weak(keeps, keeps + 1)) {}
     return keeps > 0;
 }
 
 void NativeObject::letGo()
 {
-    if (keeps_.fetch_sub(1, std::memory_order_acq_rel) == 1)
+    if (m_keeps.fetch_sub(1, std::memory_order_acq_rel) == 1)
         end();
 }
 
 /// The last handle is gone. An object whose destroy handler is still to run is kept once more until it has.
 void NativeObject::end()
 {
-    if (stage_ != Stage::Created) {
+    if (m_stage != Stage::Created) {
         delete this;
         return;
     }
-    keeps_.store(1);
-    if (engine_->onScriptThread())
+    m_keeps.store(1);
+    if (m_engine->onScriptThread())
         finishOnScriptThread();
     else
-        engine_->pump().post([this] { finishOnScriptThread(); });
+        m_engine->pump().post([this] { finishOnScriptThread(); });
 }
 
 void NativeObject::finishOnScriptThread()
@@ -84,31 +84,31 @@ void NativeObject::runCreateHandler(NativeArguments& args)
 {
     NativeValue result;
     std::optional<NativeEngine::ComponentCall> running; // counts what runs on the script thread
-    if (engine_->onScriptThread())
-        running.emplace(*engine_);
-    if (class_ && class_->createHandler())
-        class_->createHandler()(engine_->manager(), &private_, this, args, result);
-    stage_ = Stage::Created;
+    if (m_engine->onScriptThread())
+        running.emplace(*m_engine);
+    if (m_class && m_class->createHandler())
+        m_class->createHandler()(m_engine->manager(), &m_private, this, args, result);
+    m_stage = Stage::Created;
 }
 
 void NativeObject::runDestroyHandler()
 {
     Stage created = Stage::Created;
-    if (!stage_.compare_exchange_strong(created, Stage::Destroyed))
+    if (!m_stage.compare_exchange_strong(created, Stage::Destroyed))
         return;
     NativeArguments none;
-    if (class_ && class_->destroyHandler() && engine_->hasComponent())
-        runReported(class_->destroyHandler(), *this, u"destroy handler", none);
-    private_.clear();
+    if (m_class && m_class->destroyHandler() && m_engine->hasComponent())
+        runReported(m_class->destroyHandler(), *this, u"destroy handler", none);
+    m_private.clear();
 }
 
 void NativeObject::clear()
 {
     std::map<std::u16string, Property> properties;
     std::map<std::u16string, NativeMethod> methods;
-    std::lock_guard lock(mutex_);
-    properties.swap(properties_);
-    methods.swap(methods_);
+    std::lock_guard lock(m_mutex);
+    properties.swap(m_properties);
+    methods.swap(m_methods);
 }
 
 // ---- methods
@@ -124,7 +124,7 @@ void NativeObject::setHandler(std::string_view name, NativeHandler handler)
 void NativeObject::makeCallable(NativeHandler handler)
 {
     setHandler("", std::move(handler));
-    callable_ = true;
+    m_callable = true;
 }
 
 void NativeObject::addMethod(sstring const& name, ScriptMethod method)
@@ -135,19 +135,19 @@ void NativeObject::addMethod(sstring const& name, ScriptMethod method)
 /// The old method is destroyed after the lock is released: it may hold the last handle of something.
 void NativeObject::setMethod(std::u16string name, NativeMethod method)
 {
-    std::lock_guard lock(mutex_);
-    std::swap(methods_[std::move(name)], method);
+    std::lock_guard lock(m_mutex);
+    std::swap(m_methods[std::move(name)], method);
 }
 
 NativeMethod NativeObject::findMethod(std::u16string const& name) const
 {
     {
-        std::lock_guard lock(mutex_);
-        auto found = methods_.find(name);
-        if (found != methods_.end() && nativeIsMethod(found->second))
+        std::lock_guard lock(m_mutex);
+        auto found = m_methods.find(name);
+        if (found != m_methods.end() && nativeIsMethod(found->second))
             return found->second;
     }
-    ScriptMethod method = class_ ? class_->findMethod(name) : nullptr;
+    ScriptMethod method = m_class ? m_class->findMethod(name) : nullptr;
     return method ? NativeMethod(method) : NativeMethod();
 }
 
@@ -160,17 +160,17 @@ NativeResult NativeObject::run(NativeMethod const& method, NativeObject& self, N
     if (auto* handler = std::get_if<std::shared_ptr<const NativeHandler>>(&method))
         return (**handler)(self, args);
     NativeValue result;
-    NativeEngine::ComponentCall running(*engine_);
-    if (auto* function = std::get_if<ScriptMethod>(&method); function && engine_->hasComponent())
-        (*function)(engine_->manager(), &self.private_, &self, args, result);
+    NativeEngine::ComponentCall running(*m_engine);
+    if (auto* function = std::get_if<ScriptMethod>(&method); function && m_engine->hasComponent())
+        (*function)(m_engine->manager(), &self.m_private, &self, args, result);
     return result;
 }
 
 NativeResult NativeObject::runReported(NativeMethod const& method, NativeObject& self, std::u16string const& name,
                                        NativeArguments& args)
 {
-    auto report = [&](const char* what) {
-        nativeReport(className_ + "." + nativeToUtf8(name) + "() threw an exception: " + what);
+    auto report = [&](char const* what) {
+        nativeReport(m_className + "." + nativeToUtf8(name) + "() threw an exception: " + what);
     };
     try {
         return run(method, self, args);
@@ -189,9 +189,9 @@ NativeResult NativeObject::invoke(NativeObject& self, std::u16string const& name
 
 NativeValue NativeObject::callAndWait(NativeObject& self, std::u16string const& name, NativeArguments& args)
 {
-    if (engine_->onScriptThread())
-        return engine_->wait(invoke(self, name, args));
-    nativeReport(className_ + "." + nativeToUtf8(name) + "() was called outside the script thread");
+    if (m_engine->onScriptThread())
+        return m_engine->wait(invoke(self, name, args));
+    nativeReport(m_className + "." + nativeToUtf8(name) + "() was called outside the script thread");
     return {};
 }
 
@@ -216,20 +216,20 @@ void NativeObject::callMethodAsync(ScriptObject* self, sstring const& name, Scri
                                    void* context)
 {
     NativeObject* target = self ? static_cast<NativeObject*>(self) : this;
-    engine_->startCall({NativeObjectRef(this), NativeObjectRef(target), nativeFromSString(name),
-                        args ? *static_cast<NativeArguments*>(args) : NativeArguments()},
-                       done, context);
+    m_engine->startCall({NativeObjectRef(this), NativeObjectRef(target), nativeFromSString(name),
+                         args ? *static_cast<NativeArguments*>(args) : NativeArguments()},
+                        done, context);
 }
 
 // ---- properties
 
 NativeValue NativeObject::get(std::string_view name)
 {
-    NativeEngine::ComponentCall running(*engine_);
+    NativeEngine::ComponentCall running(*m_engine);
     NativeValue out;
     NativeValue key(name);
-    if (class_ && engine_->hasComponent() && class_->hasDynamic(engine_->manager(), this, key))
-        class_->getDynamic(engine_->manager(), this, key, out);
+    if (m_class && m_engine->hasComponent() && m_class->hasDynamic(m_engine->manager(), this, key))
+        m_class->getDynamic(m_engine->manager(), this, key, out);
     else
         readProperty(nativeFromUtf8(name), out);
     return out;
@@ -237,20 +237,20 @@ NativeValue NativeObject::get(std::string_view name)
 
 bool NativeObject::set(std::string_view name, NativeValue const& value)
 {
-    NativeEngine::ComponentCall running(*engine_);
+    NativeEngine::ComponentCall running(*m_engine);
     NativeValue key(name);
-    if (class_ && engine_->hasComponent() && class_->hasDynamic(engine_->manager(), this, key))
-        return class_->setDynamic(engine_->manager(), this, key, value);
+    if (m_class && m_engine->hasComponent() && m_class->hasDynamic(m_engine->manager(), this, key))
+        return m_class->setDynamic(m_engine->manager(), this, key, value);
     writeProperty(nativeFromUtf8(name), value);
     return true;
 }
 
 bool NativeObject::remove(std::string_view name)
 {
-    NativeEngine::ComponentCall running(*engine_);
+    NativeEngine::ComponentCall running(*m_engine);
     NativeValue key(name);
-    if (class_ && engine_->hasComponent() && class_->hasDynamic(engine_->manager(), this, key))
-        return class_->removeDynamic(engine_->manager(), this, key);
+    if (m_class && m_engine->hasComponent() && m_class->hasDynamic(m_engine->manager(), this, key))
+        return m_class->removeDynamic(m_engine->manager(), this, key);
     eraseProperty(nativeFromUtf8(name));
     return true;
 }
@@ -258,15 +258,15 @@ bool NativeObject::remove(std::string_view name)
 bool NativeObject::readProperty(std::u16string const& name, NativeValue& out) const
 {
     NativeValue value;
-    std::unique_lock lock(mutex_);
-    auto found = properties_.find(name);
-    bool exists = found != properties_.end();
+    std::unique_lock lock(m_mutex);
+    auto found = m_properties.find(name);
+    bool exists = found != m_properties.end();
     unsigned long long unheld = exists ? found->second.unheld : 0;
     if (exists)
         value = found->second.value;
     lock.unlock();
     if (unheld != 0)
-        value = NativeValue(engine_->objects().find(unheld));
+        value = NativeValue(m_engine->objects().find(unheld));
     out = std::move(value);
     return exists;
 }
@@ -275,8 +275,8 @@ bool NativeObject::readProperty(std::u16string const& name, NativeValue& out) co
 /// object.
 void NativeObject::exchangeProperty(std::u16string const& name, Property property)
 {
-    std::lock_guard lock(mutex_);
-    std::swap(properties_[name], property);
+    std::lock_guard lock(m_mutex);
+    std::swap(m_properties[name], property);
 }
 
 void NativeObject::writeProperty(std::u16string const& name, NativeValue value)
@@ -287,12 +287,12 @@ void NativeObject::writeProperty(std::u16string const& name, NativeValue value)
 void NativeObject::eraseProperty(std::u16string const& name)
 {
     Property old;
-    std::lock_guard lock(mutex_);
-    auto found = properties_.find(name);
-    if (found == properties_.end())
+    std::lock_guard lock(m_mutex);
+    auto found = m_properties.find(name);
+    if (found == m_properties.end())
         return;
     std::swap(old, found->second);
-    properties_.erase(found);
+    m_properties.erase(found);
 }
 
 bool NativeObject::getProperty(sstring const& name, ScriptValue* out)
@@ -306,7 +306,7 @@ void NativeObject::setProperty(sstring const& name, ScriptValue* value)
     NativeValue copy = value ? *static_cast<NativeValue*>(value) : NativeValue();
     NativeObjectRef window = key == kWindowProperty ? copy.object() : NativeObjectRef();
     if (window)
-        exchangeProperty(key, {NativeValue(), window->number_});
+        exchangeProperty(key, {NativeValue(), window->m_number});
     else
         writeProperty(key, std::move(copy));
 }
@@ -316,53 +316,53 @@ void NativeObject::deleteProperty(sstring const& name) { eraseProperty(nativeFro
 bool NativeObject::hasProperty(sstring const& name)
 {
     std::u16string key = nativeFromSString(name);
-    std::lock_guard lock(mutex_);
-    return properties_.contains(key);
+    std::lock_guard lock(m_mutex);
+    return m_properties.contains(key);
 }
 
 // ---- the rest
 
 void NativeObject::setFolder(std::filesystem::path folder)
 {
-    std::lock_guard lock(mutex_);
-    folder_ = std::move(folder);
+    std::lock_guard lock(m_mutex);
+    m_folder = std::move(folder);
 }
 
 std::filesystem::path NativeObject::folder() const
 {
-    std::lock_guard lock(mutex_);
-    return folder_;
+    std::lock_guard lock(m_mutex);
+    return m_folder;
 }
 
 void NativeObject::setPageText(std::u16string text)
 {
-    std::lock_guard lock(mutex_);
-    pageText_.swap(text);
+    std::lock_guard lock(m_mutex);
+    m_pageText.swap(text);
 }
 
 std::string NativeObject::pageText() const
 {
-    std::lock_guard lock(mutex_);
-    return nativeToUtf8(pageText_);
+    std::lock_guard lock(m_mutex);
+    return nativeToUtf8(m_pageText);
 }
 
 std::string NativeObject::describe() const
 {
-    return callable_ ? std::string("[function]") : "[object " + className_ + "]";
+    return m_callable ? std::string("[function]") : "[object " + m_className + "]";
 }
 
 int NativeObject::beginSession(int)
 {
-    engine_->setSession(NativeObjectRef(this));
+    m_engine->setSession(NativeObjectRef(this));
     return 1;
 }
 
 int NativeObject::endSession()
 {
-    engine_->setSession(nullptr);
+    m_engine->setSession(nullptr);
     return 1;
 }
 
-void NativeObject::windowState(int isOpen) { engine_->windows().setOpen(NativeObjectRef(this), isOpen != 0); }
+void NativeObject::windowState(int isOpen) { m_engine->windows().setOpen(NativeObjectRef(this), isOpen != 0); }
 
-ScriptEngine* NativeObject::getEngine() { return engine_.get(); }
+ScriptEngine* NativeObject::getEngine() { return m_engine.get(); }

@@ -54,14 +54,14 @@ public:
 
     /// Makes the object a function: its value tests as one, and a call with an empty method name runs `handler`.
     void makeCallable(NativeHandler handler);
-    bool isCallable() const { return callable_; }
+    bool isCallable() const { return m_callable; }
 
     /// The folder that relative file names of this object belong to; empty (the default) means the host's.
     void setFolder(std::filesystem::path folder);
     std::filesystem::path folder() const;
 
     /// The name of the class, "Object" for a plain object.
-    std::string const& className() const { return className_; }
+    std::string const& className() const { return m_className; }
     /// "[object Class]" or "[function]".
     std::string describe() const;
 
@@ -77,7 +77,7 @@ public:
     void runDestroyHandler();
     /// Empties both tables, which breaks cycles of objects and handlers.
     void clear();
-    NativeClass const* scriptClass() const { return class_; }
+    NativeClass const* scriptClass() const { return m_class; }
 
     // The table of the form service and of the slots below. Any thread.
     bool readProperty(std::u16string const& name, NativeValue& out) const;
@@ -104,8 +104,8 @@ public:
     void deleteProperty(sstring const& name) override;
     bool hasProperty(sstring const& name) override;
     void addMethod(sstring const& name, ScriptMethod method) override;
-    ScriptPrivate* getPrivate() override { return &private_; }
-    void keep() override { keeps_.fetch_add(1, std::memory_order_relaxed); }
+    ScriptPrivate* getPrivate() override { return &m_private; }
+    void keep() override { m_keeps.fetch_add(1, std::memory_order_relaxed); }
     void letGo() override;
     int beginSession(int flags) override;
     int endSession() override;
@@ -154,17 +154,17 @@ private:
     };
     void exchangeProperty(std::u16string const& name, Property property);
 
-    std::shared_ptr<NativeEngine> const engine_;
-    unsigned long long number_; // in the engine's table of objects
-    NativeClass const* const class_;
-    std::string const className_;
-    std::atomic<int> keeps_{1};
-    std::atomic<Stage> stage_{Stage::Plain};
-    std::atomic<bool> callable_{false};
-    NativePrivate private_;
-    mutable std::mutex mutex_; // guards everything below
-    std::map<std::u16string, Property> properties_;
-    std::map<std::u16string, NativeMethod> methods_;
-    std::filesystem::path folder_;
-    std::u16string pageText_;
+    std::shared_ptr<NativeEngine> const m_engine;
+    unsigned long long m_number; // in the engine's table of objects
+    NativeClass const* const m_class;
+    std::string const m_className;
+    std::atomic<int> m_keeps{1};
+    std::atomic<Stage> m_stage{Stage::Plain};
+    std::atomic<bool> m_callable{false};
+    NativePrivate m_private;
+    mutable std::mutex m_mutex; // guards everything below
+    std::map<std::u16string, Property> m_properties;
+    std::map<std::u16string, NativeMethod> m_methods;
+    std::filesystem::path m_folder;
+    std::u16string m_pageText;
 };

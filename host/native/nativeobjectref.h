@@ -13,30 +13,30 @@ public:
     NativeObjectRef() = default;
     NativeObjectRef(std::nullptr_t) {}
     /// Keeps `object` once more.
-    explicit NativeObjectRef(NativeObject* object) : object_(object) { keep(); }
+    explicit NativeObjectRef(NativeObject* object) : m_object(object) { keep(); }
     /// Takes over a `keep` that the caller already holds.
     static NativeObjectRef adopt(NativeObject* object);
-    NativeObjectRef(NativeObjectRef const& other) : object_(other.object_) { keep(); }
-    NativeObjectRef(NativeObjectRef&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+    NativeObjectRef(NativeObjectRef const& other) : m_object(other.m_object) { keep(); }
+    NativeObjectRef(NativeObjectRef&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
     NativeObjectRef& operator=(NativeObjectRef other) noexcept
     {
-        std::swap(object_, other.object_);
+        std::swap(m_object, other.m_object);
         return *this;
     }
     ~NativeObjectRef() { letGo(); }
 
-    NativeObject* get() const { return object_; }
-    NativeObject* operator->() const { return object_; }
-    NativeObject& operator*() const { return *object_; }
-    explicit operator bool() const { return object_ != nullptr; }
+    NativeObject* get() const { return m_object; }
+    NativeObject* operator->() const { return m_object; }
+    NativeObject& operator*() const { return *m_object; }
+    explicit operator bool() const { return m_object != nullptr; }
     bool operator==(NativeObjectRef const& other) const = default;
 
     /// Gives the kept object away: the caller now holds the `keep`.
-    NativeObject* release() { return std::exchange(object_, nullptr); }
+    NativeObject* release() { return std::exchange(m_object, nullptr); }
 
 private:
     void keep() const;
     void letGo() const;
 
-    NativeObject* object_ = nullptr;
+    NativeObject* m_object = nullptr;
 };

@@ -4,25 +4,25 @@
 
 unsigned long long NativeObjectTable::add(NativeObject* object)
 {
-    std::lock_guard lock(mutex_);
-    ageOf_[object] = next_;
-    byAge_[next_] = object;
-    return next_++;
+    std::lock_guard lock(m_mutex);
+    m_ageOf[object] = m_next;
+    m_byAge[m_next] = object;
+    return m_next++;
 }
 
 void NativeObjectTable::remove(NativeObject* object)
 {
-    std::lock_guard lock(mutex_);
-    auto found = ageOf_.find(object);
-    byAge_.erase(found->second);
-    ageOf_.erase(found);
+    std::lock_guard lock(m_mutex);
+    auto found = m_ageOf.find(object);
+    m_byAge.erase(found->second);
+    m_ageOf.erase(found);
 }
 
 std::vector<NativeObjectRef> NativeObjectTable::all() const
 {
     std::vector<NativeObjectRef> objects;
-    std::lock_guard lock(mutex_);
-    for (auto& [age, object] : byAge_) {
+    std::lock_guard lock(m_mutex);
+    for (auto& [age, object] : m_byAge) {
         if (object->tryKeep())
             objects.push_back(NativeObjectRef::adopt(object));
     }
@@ -31,14 +31,14 @@ std::vector<NativeObjectRef> NativeObjectTable::all() const
 
 NativeObjectRef NativeObjectTable::find(unsigned long long number) const
 {
-    std::lock_guard lock(mutex_);
-    auto found = byAge_.find(number);
-    return found != byAge_.end() && found->second->tryKeep() ? NativeObjectRef::adopt(found->second)
-                                                             : NativeObjectRef();
+    std::lock_guard lock(m_mutex);
+    auto found = m_byAge.find(number);
+    return found != m_byAge.end() && found->second->tryKeep() ? NativeObjectRef::adopt(found->second)
+                                                              : NativeObjectRef();
 }
 
 size_t NativeObjectTable::size() const
 {
-    std::lock_guard lock(mutex_);
-    return byAge_.size();
+    std::lock_guard lock(m_mutex);
+    return m_byAge.size();
 }

@@ -21,8 +21,8 @@ public:
     size_t size() const;
 
 private:
-    mutable std::mutex mutex_;
-    unsigned long long next_ = 1;
-    std::map<unsigned long long, NativeObject*> byAge_;
-    std::map<NativeObject*, unsigned long long> ageOf_;
+    mutable std::mutex m_mutex;
+    unsigned long long m_next = 1;
+    std::map<unsigned long long, NativeObject*> m_byAge;
+    std::map<NativeObject*, unsigned long long> m_ageOf;
 };

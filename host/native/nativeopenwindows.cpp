@@ -5,25 +5,25 @@
 void NativeOpenWindows::setOpen(NativeObjectRef const& window, bool isOpen)
 {
     {
-        std::lock_guard lock(mutex_);
+        std::lock_guard lock(m_mutex);
         if (isOpen)
-            open_.emplace(window.get(), window);
+            m_open.emplace(window.get(), window);
         else
-            open_.erase(window.get()); // not the last handle: the caller has one
+            m_open.erase(window.get()); // not the last handle: the caller has one
     }
     if (!isOpen)
-        pump_.post([window] {}); // it goes with the work, and the turn lets run() look again
+        m_pump.post([window] {}); // it goes with the work, and the turn lets run() look again
 }
 
 bool NativeOpenWindows::any() const
 {
-    std::lock_guard lock(mutex_);
-    return !open_.empty();
+    std::lock_guard lock(m_mutex);
+    return !m_open.empty();
 }
 
 void NativeOpenWindows::clear()
 {
-    decltype(open_) open;
-    std::lock_guard lock(mutex_);
-    open.swap(open_);
+    decltype(m_open) open;
+    std::lock_guard lock(m_mutex);
+    open.swap(m_open);
 }

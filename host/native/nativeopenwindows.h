@@ -13,7 +13,7 @@ class NativePump;
 class NativeOpenWindows
 {
 public:
-    explicit NativeOpenWindows(NativePump& pump) : pump_(pump) {}
+    explicit NativeOpenWindows(NativePump& pump) : m_pump(pump) {}
 
     /// The component's notice that a window was opened or has closed. Returns at once: the object of a closed window is
     /// let go on the script thread.
@@ -23,7 +23,7 @@ public:
     void clear();
 
 private:
-    NativePump& pump_;
-    mutable std::mutex mutex_;
-    std::map<NativeObject*, NativeObjectRef> open_;
+    NativePump& m_pump;
+    mutable std::mutex m_mutex;
+    std::map<NativeObject*, NativeObjectRef> m_open;
 };

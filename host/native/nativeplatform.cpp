@@ -10,13 +10,13 @@ thread_local int theListsInUse = 0;
 
 ScriptObject* NativePlatform::createObject(ScriptEngine*)
 {
-    ++objects_;
-    return engine_.makeObject().release();
+    ++m_objects;
+    return m_engine.makeObject().release();
 }
 
 ScriptArgs* NativePlatform::createArgs(ScriptEngine*)
 {
-    ++args_;
+    ++m_args;
     ++theListsInUse;
     return new NativeArguments;
 }
@@ -25,7 +25,7 @@ int NativePlatform::listsInUse() { return theListsInUse; }
 
 ScriptValue* NativePlatform::createValue(ScriptEngine*)
 {
-    ++values_;
+    ++m_values;
     return new NativeValue;
 }
 
@@ -33,7 +33,7 @@ void NativePlatform::destroyObject(ScriptObject* object)
 {
     if (!object)
         return;
-    --objects_;
+    --m_objects;
     object->letGo();
 }
 
@@ -41,7 +41,7 @@ void NativePlatform::destroyArgs(ScriptArgs* args)
 {
     if (!args)
         return;
-    --args_;
+    --m_args;
     --theListsInUse;
     delete static_cast<NativeArguments*>(args);
 }
@@ -50,6 +50,6 @@ void NativePlatform::destroyValue(ScriptValue* value)
 {
     if (!value)
         return;
-    --values_;
+    --m_values;
     delete static_cast<NativeValue*>(value);
 }

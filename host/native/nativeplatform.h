@@ -11,7 +11,7 @@ class NativeEngine;
 class NativePlatform final : public HostPlatform
 {
 public:
-    explicit NativePlatform(NativeEngine& engine) : engine_(engine) {}
+    explicit NativePlatform(NativeEngine& engine) : m_engine(engine) {}
 
     /// How many were made here and not destroyed.
     struct Counts
@@ -20,7 +20,7 @@ public:
         int args;
         int values;
     };
-    Counts counts() const { return {objects_, args_, values_}; }
+    Counts counts() const { return {m_objects, m_args, m_values}; }
     /// How many argument lists the calling thread has made and not destroyed: not 0 from before the component calls
     /// script until after that, also while it waits for something around the call itself.
     static int listsInUse();
@@ -40,8 +40,8 @@ public:
     void destroyValue(ScriptValue* value) override;
 
 private:
-    NativeEngine& engine_;
-    std::atomic<int> objects_{0};
-    std::atomic<int> args_{0};
-    std::atomic<int> values_{0};
+    NativeEngine& m_engine;
+    std::atomic<int> m_objects{0};
+    std::atomic<int> m_args{0};
+    std::atomic<int> m_values{0};
 };

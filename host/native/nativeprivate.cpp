@@ -1,20 +1,20 @@
 #include "host/native/nativeprivate.h"
 
-void* NativePrivate::getData(const char* key)
+void* NativePrivate::getData(char const* key)
 {
-    std::lock_guard lock(mutex_);
-    auto found = data_.find(std::string_view(key));
-    return found == data_.end() ? nullptr : found->second;
+    std::lock_guard lock(m_mutex);
+    auto found = m_data.find(std::string_view(key));
+    return found == m_data.end() ? nullptr : found->second;
 }
 
-void NativePrivate::setData(const char* key, void* data)
+void NativePrivate::setData(char const* key, void* data)
 {
-    std::lock_guard lock(mutex_);
-    data_.insert_or_assign(key, data);
+    std::lock_guard lock(m_mutex);
+    m_data.insert_or_assign(key, data);
 }
 
 void NativePrivate::clear()
 {
-    std::lock_guard lock(mutex_);
-    data_.clear();
+    std::lock_guard lock(m_mutex);
+    m_data.clear();
 }

@@ -12,15 +12,15 @@ class NativePrivate final : public ScriptPrivate
 {
 public:
     void reserved1() override {}
-    void* getData(const char* key) override;
+    void* getData(char const* key) override;
     void reserved3() override {}
     void reserved4() override {}
-    void setData(const char* key, void* data) override;
+    void setData(char const* key, void* data) override;
 
     /// Forgets every pointer: after the destroy handler ran, what they pointed to is gone.
     void clear();
 
 private:
-    std::mutex mutex_;
-    std::map<std::string, void*, std::less<>> data_;
+    std::mutex m_mutex;
+    std::map<std::string, void*, std::less<>> m_data;
 };

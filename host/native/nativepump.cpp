@@ -44,7 +44,7 @@ void pauseProcessor()
 /// On one processor the other thread can not answer while this one spins.
 bool canSpin()
 {
-    static const bool several = std::thread::hardware_concurrency() > 1;
+    static bool const several = std::thread::hardware_concurrency() > 1;
     return several;
 }
 
@@ -53,22 +53,22 @@ bool canSpin()
 void NativePump::post(Work work)
 {
     {
-        std::lock_guard lock(mutex_);
-        queue_.push_back(std::move(work));
+        std::lock_guard lock(m_mutex);
+        m_queue.push_back(std::move(work));
     }
     wake();
 }
 
 void NativePump::wake()
 {
-    if (signal_.exchange(kWoken) == kAsleep)
-        futexWake(signal_);
+    if (m_signal.exchange(kWoken) == kAsleep)
+        futexWake(m_signal);
 }
 
 void NativePump::runOnce(int)
 {
-    std::unique_lock lock(mutex_);
-    size_t ready = queue_.size();
+    std::unique_lock lock(m_mutex);
+    size_t ready = m_queue.size();
     lock.unlock();
     while (ready-- > 0 && runFront()) {}
 }
@@ -83,11 +83,11 @@ bool NativePump::turn(std::chrono::nanoseconds limit)
 
 bool NativePump::runFront()
 {
-    std::unique_lock lock(mutex_);
-    if (queue_.empty())
+    std::unique_lock lock(m_mutex);
+    if (m_queue.empty())
         return false;
-    Work work = std::move(queue_.front());
-    queue_.pop_front();
+    Work work = std::move(m_queue.front());
+    m_queue.pop_front();
     lock.unlock();
     work();
     return true;
@@ -96,14 +96,14 @@ bool NativePump::runFront()
 /// True when the signal came; it is consumed then.
 bool NativePump::waitForSignal(std::chrono::nanoseconds limit)
 {
-    if (signal_.exchange(kQuiet) == kWoken)
+    if (m_signal.exchange(kQuiet) == kWoken)
         return true;
     Clock::time_point start = Clock::now();
-    if (shortWaits_ && spinForSignal())
+    if (m_shortWaits && spinForSignal())
         return true;
     bool far = limit > std::chrono::hours(24 * 365);
     bool woken = sleepForSignal(far ? Clock::time_point::max() : start + limit);
-    shortWaits_ = canSpin() && Clock::now() - start < kSpinLimit;
+    m_shortWaits = canSpin() && Clock::now() - start < kSpinLimit;
     return woken;
 }
 
@@ -112,8 +112,8 @@ bool NativePump::spinForSignal()
     Clock::time_point end = Clock::now() + kSpinLimit;
     do {
         for (int i = 0; i < kSpinsBetweenClockReads; ++i) {
-            if (signal_.load(std::memory_order_relaxed) == kWoken)
-                return signal_.exchange(kQuiet) == kWoken;
+            if (m_signal.load(std::memory_order_relaxed) == kWoken)
+                return m_signal.exchange(kQuiet) == kWoken;
             pauseProcessor();
         }
         sched_yield(); // on a busy machine, to the thread that we wait for
@@ -124,12 +124,12 @@ bool NativePump::spinForSignal()
 bool NativePump::sleepForSignal(Clock::time_point end)
 {
     unsigned quiet = kQuiet;
-    signal_.compare_exchange_strong(quiet, kAsleep);
-    while (signal_ != kWoken) {
+    m_signal.compare_exchange_strong(quiet, kAsleep);
+    while (m_signal != kWoken) {
         auto now = Clock::now();
         if (now >= end)
             break;
-        futexWait(signal_, kAsleep, std::min<std::chrono::nanoseconds>(end - now, std::chrono::hours(1)));
+        futexWait(m_signal, kAsleep, std::min<std::chrono::nanoseconds>(end - now, std::chrono::hours(1)));
     }
-    return signal_.exchange(kQuiet) == kWoken;
+    return m_signal.exchange(kQuiet) == kWoken;
 }

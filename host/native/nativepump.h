@@ -47,13 +47,13 @@ private:
     bool spinForSignal();
     bool sleepForSignal(std::chrono::steady_clock::time_point end);
 
-    // What `signal_` says. Asleep is set only by the script thread, and whoever replaces it wakes that thread.
+    // What `m_signal` says. Asleep is set only by the script thread, and whoever replaces it wakes that thread.
     static constexpr unsigned kQuiet = 0;
     static constexpr unsigned kWoken = 1;
     static constexpr unsigned kAsleep = 2;
 
-    std::atomic<unsigned> signal_{kQuiet};
-    bool shortWaits_ = false; // the last wait was over within the spin limit
-    std::mutex mutex_;        // guards queue_
-    std::deque<Work> queue_;
+    std::atomic<unsigned> m_signal{kQuiet};
+    bool m_shortWaits = false; // the last wait was over within the spin limit
+    std::mutex m_mutex;        // guards m_queue
+    std::deque<Work> m_queue;
 };

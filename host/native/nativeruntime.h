@@ -7,7 +7,7 @@
 class NativeRuntime final : public ScriptRuntime
 {
 public:
-    NativePump& pump() { return pump_; }
+    NativePump& pump() { return m_pump; }
 
     void reserved1() override {}
     void reserved2() override {}
@@ -43,8 +43,8 @@ public:
     void reserved32() override {}
     void reserved33() override {}
     void reserved34() override {}
-    ScriptPump* getPump(int) override { return &pump_; }
+    ScriptPump* getPump(int) override { return &m_pump; }
 
 private:
-    NativePump pump_;
+    NativePump m_pump;
 };

@@ -8,7 +8,7 @@ namespace {
 
 constexpr UChar32 kReplacement = 0xFFFD;
 
-const UChar* unitsOf(std::u16string_view text) { return text.data(); }
+UChar const* unitsOf(std::u16string_view text) { return text.data(); }
 
 } // namespace
 
@@ -38,7 +38,7 @@ std::u16string nativeFromSString(sstring const& text)
 {
     if (text.getLength() == 0)
         return {}; // a string that was moved from has no buffer
-    return std::u16string(reinterpret_cast<const char16_t*>(text.getUnicode()), text.getLength());
+    return std::u16string(reinterpret_cast<char16_t const*>(text.getUnicode()), text.getLength());
 }
 
 sstring nativeToSString(std::u16string_view text)
@@ -48,4 +48,4 @@ sstring nativeToSString(std::u16string_view text)
     return sstring(reinterpret_cast<unsigned short const*>(text.data()), 0, static_cast<unsigned>(text.size()));
 }
 
-void nativeReport(const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); }
+void nativeReport(std::string const& line) { std::fprintf(stderr, "%s\n", line.c_str()); }

@@ -18,4 +18,4 @@ std::u16string nativeFromSString(sstring const& text);
 sstring nativeToSString(std::u16string_view text);
 
 /// Writes one line to standard error: what went wrong in a handler or in a call, with the name of the thing.
-void nativeReport(const std::string& line);
+void nativeReport(std::string const& line);

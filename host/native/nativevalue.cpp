@@ -56,45 +56,45 @@ struct TextOf
 
 } // namespace
 
-NativeValue::NativeValue(std::string_view text) : data_(nativeFromUtf8(text)) {}
+NativeValue::NativeValue(std::string_view text) : m_data(nativeFromUtf8(text)) {}
 
 NativeValue::NativeValue(NativeObjectRef object)
 {
     if (object)
-        data_ = std::move(object);
+        m_data = std::move(object);
 }
 
-std::u16string NativeValue::text16() const { return std::visit(TextOf(), data_); }
+std::u16string NativeValue::text16() const { return std::visit(TextOf(), m_data); }
 
 std::string NativeValue::text() const { return nativeToUtf8(text16()); }
 
 NativeObjectRef NativeValue::object() const
 {
-    auto* object = std::get_if<NativeObjectRef>(&data_);
+    auto* object = std::get_if<NativeObjectRef>(&m_data);
     return object ? *object : NativeObjectRef();
 }
 
 bool NativeValue::isFunction() const
 {
-    auto* object = std::get_if<NativeObjectRef>(&data_);
+    auto* object = std::get_if<NativeObjectRef>(&m_data);
     return object && (*object)->isCallable();
 }
 
 bool NativeValue::isObject() const
 {
-    auto* object = std::get_if<NativeObjectRef>(&data_);
+    auto* object = std::get_if<NativeObjectRef>(&m_data);
     return object && !(*object)->isCallable();
 }
 
 bool NativeValue::isInt() const
 {
-    auto* number = std::get_if<double>(&data_);
+    auto* number = std::get_if<double>(&m_data);
     return number && *number >= kIntMin && *number <= kIntMax && std::trunc(*number) == *number;
 }
 
 int NativeValue::toInt(int fallback) const
 {
-    auto* number = std::get_if<double>(&data_);
+    auto* number = std::get_if<double>(&m_data);
     if (!number || std::isnan(*number))
         return fallback;
     return static_cast<int>(std::clamp(*number, kIntMin, kIntMax));
@@ -102,15 +102,15 @@ int NativeValue::toInt(int fallback) const
 
 bool NativeValue::toBool(int fallback) const
 {
-    if (auto* boolean = std::get_if<bool>(&data_))
+    if (auto* boolean = std::get_if<bool>(&m_data))
         return *boolean;
-    auto* number = std::get_if<double>(&data_);
+    auto* number = std::get_if<double>(&m_data);
     return number ? *number != 0 : fallback != 0;
 }
 
 double NativeValue::toNumber(double fallback) const
 {
-    auto* number = std::get_if<double>(&data_);
+    auto* number = std::get_if<double>(&m_data);
     return number ? *number : fallback;
 }
 
@@ -118,7 +118,7 @@ sstring NativeValue::toString(int) const { return nativeToSString(text16()); }
 
 ScriptObject* NativeValue::toObject(int) const
 {
-    auto* object = std::get_if<NativeObjectRef>(&data_);
+    auto* object = std::get_if<NativeObjectRef>(&m_data);
     return object ? object->get() : nullptr;
 }
 
@@ -132,12 +132,12 @@ void NativeValue::setObject(ScriptObject* value)
         setNull();
 }
 
-void NativeValue::assign(ScriptValue const& other) { replace(static_cast<NativeValue const&>(other).data_); }
+void NativeValue::assign(ScriptValue const& other) { replace(static_cast<NativeValue const&>(other).m_data); }
 
 std::ostream& operator<<(std::ostream& out, NativeValue const& value)
 {
     if (value.isNull())
         return out << "null";
-    const char* quote = value.isString() ? "\"" : "";
+    char const* quote = value.isString() ? "\"" : "";
     return out << quote << value.text() << quote;
 }

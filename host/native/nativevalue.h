@@ -19,17 +19,17 @@ public:
     NativeValue() = default;
     NativeValue(std::nullptr_t) {}
     template <std::same_as<bool> Bool>
-    NativeValue(Bool value) : data_(value)
+    NativeValue(Bool value) : m_data(value)
     {}
     template <typename Number>
     requires(std::integral<Number> || std::floating_point<Number>) &&
-        (!std::same_as<Number, bool>)NativeValue(Number value) : data_(static_cast<double>(value))
+        (!std::same_as<Number, bool>)NativeValue(Number value) : m_data(static_cast<double>(value))
     {}
     /// Text in UTF-8.
-    NativeValue(const char* text) : NativeValue(std::string_view(text)) {}
+    NativeValue(char const* text) : NativeValue(std::string_view(text)) {}
     NativeValue(std::string const& text) : NativeValue(std::string_view(text)) {}
     NativeValue(std::string_view text);
-    NativeValue(std::u16string text) : data_(std::move(text)) {}
+    NativeValue(std::u16string text) : m_data(std::move(text)) {}
     /// An object or, when the object can be called, a function; an empty handle gives null.
     NativeValue(NativeObjectRef object);
 
@@ -42,13 +42,13 @@ public:
     }
     NativeValue& operator=(NativeValue&& other) noexcept
     {
-        std::swap(data_, other.data_);
+        std::swap(m_data, other.m_data);
         return *this;
     }
     ~NativeValue() = default;
 
     /// The same kind and the same value; objects are equal when they are one object.
-    bool operator==(NativeValue const& other) const { return data_ == other.data_; }
+    bool operator==(NativeValue const& other) const { return m_data == other.m_data; }
 
     /// The value as UTF-8 text, "" for null.
     std::string text() const;
@@ -61,10 +61,10 @@ public:
 
     // What the component calls.
     bool isFunction() const override;
-    bool isNumber() const override { return std::holds_alternative<double>(data_); }
-    bool isBool() const override { return std::holds_alternative<bool>(data_); }
-    bool isNull() const override { return std::holds_alternative<std::monostate>(data_); }
-    bool isString() const override { return std::holds_alternative<std::u16string>(data_); }
+    bool isNumber() const override { return std::holds_alternative<double>(m_data); }
+    bool isBool() const override { return std::holds_alternative<bool>(m_data); }
+    bool isNull() const override { return std::holds_alternative<std::monostate>(m_data); }
+    bool isString() const override { return std::holds_alternative<std::u16string>(m_data); }
     bool isObject() const override;
     bool isInt() const override;
     int toInt(int fallback) const override;
@@ -86,9 +86,9 @@ private:
     using Data = std::variant<std::monostate, bool, double, std::u16string, NativeObjectRef>;
 
     /// Swaps first and destroys the old content afterwards, since the end of an object may come back to this value.
-    void replace(Data data) { std::swap(data_, data); }
+    void replace(Data data) { std::swap(m_data, data); }
 
-    Data data_;
+    Data m_data;
 };
 
 /// Prints the value as a script would write it: null, true, 3, "text", [object Class].

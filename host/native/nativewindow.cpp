@@ -2,7 +2,7 @@
 
 NativeValue NativeWindow::call(std::string_view method, NativeArguments args) const
 {
-    return object_ ? object_->call(method, std::move(args)) : NativeValue();
+    return m_object ? m_object->call(method, std::move(args)) : NativeValue();
 }
 
 NativeHandler NativeWindow::forObject(WindowHandler handler)

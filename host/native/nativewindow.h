@@ -10,7 +10,7 @@ class NativeWindow
 public:
     /// An empty handle has no window: its calls give null and false.
     NativeWindow() = default;
-    explicit NativeWindow(NativeObjectRef object) : object_(std::move(object)) {}
+    explicit NativeWindow(NativeObjectRef object) : m_object(std::move(object)) {}
 
     /// Adds a handler: any callable (NativeWindow&, NativeArguments const&) that returns a value, a NativeLater or
     /// nothing. The first argument of a handler is the object that the event comes from, the rest is what the link
@@ -18,8 +18,8 @@ public:
     template <typename Callable>
     void on(std::string_view name, Callable callable)
     {
-        if (object_)
-            object_->setHandler(name, forObject(nativeWrap<NativeWindow>(std::move(callable))));
+        if (m_object)
+            m_object->setHandler(name, forObject(nativeWrap<NativeWindow>(std::move(callable))));
     }
 
     /// Calls any method by name, with any arguments.
@@ -50,8 +50,8 @@ public:
     /// The GuiControl object of a named element; empty when the page has none of this name.
     NativeObjectRef control(std::string_view name) const { return call("control", {name}).object(); }
 
-    NativeObjectRef const& object() const { return object_; }
-    explicit operator bool() const { return static_cast<bool>(object_); }
+    NativeObjectRef const& object() const { return m_object; }
+    explicit operator bool() const { return static_cast<bool>(m_object); }
     bool operator==(NativeWindow const& other) const = default;
 
 private:
@@ -59,5 +59,5 @@ private:
     static NativeHandler forObject(WindowHandler handler);
     bool truth(std::string_view method, NativeArguments args = {}) const { return call(method, args).toBool(0); }
 
-    NativeObjectRef object_;
+    NativeObjectRef m_object;
 };

@@ -137,7 +137,7 @@ Napi::Object initialize(Napi::Env env, Napi::Object exports)
     auto engine = new NodeEngine(env); // never freed: handles of script objects may outlive the environment
     napi_set_instance_data(env, engine, nullptr, nullptr);
     napi_add_async_cleanup_hook(env, onCleanup, engine, nullptr);
-    auto add = [&](const char* name, auto function) { exports.Set(name, Napi::Function::New(env, function, name)); };
+    auto add = [&](char const* name, auto function) { exports.Set(name, Napi::Function::New(env, function, name)); };
     add("load", load);
     add("start", start);
     add("setPublicClass", setPublicClass);

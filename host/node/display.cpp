@@ -12,9 +12,9 @@
 
 namespace {
 
-std::string_view variable(const char* name)
+std::string_view variable(char const* name)
 {
-    const char* value = std::getenv(name);
+    char const* value = std::getenv(name);
     return value ? value : "";
 }
 

@@ -80,7 +80,7 @@ void NodeEngine::start(Napi::Object helpers)
 
 // --- helpers of index.js ---
 
-Napi::Value NodeEngine::callHelper(const char* name, std::initializer_list<napi_value> args)
+Napi::Value NodeEngine::callHelper(char const* name, std::initializer_list<napi_value> args)
 {
     if (m_isAbandoned)
         return {};

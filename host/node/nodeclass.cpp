@@ -8,7 +8,7 @@ namespace {
 
 /// The component says whether it knows a dynamic property only when it is asked by name. These are the names it is
 /// asked for; each one that it accepts becomes an accessor, on the instances or on the class.
-constexpr const char* kDynamicNames[] = {"width", "height", "SCROLL", "RESIZE", "FIXED"};
+constexpr char const* kDynamicNames[] = {"width", "height", "SCROLL", "RESIZE", "FIXED"};
 
 } // namespace
 
@@ -31,7 +31,7 @@ void NodeClass::addClassMethod(sstring const& name, ScriptMethod method)
     m_members.push_back({this, toUtf8(toText(name)), method, true});
 }
 
-void NodeClass::addProperty(const char* name, bool isStatic)
+void NodeClass::addProperty(char const* name, bool isStatic)
 {
     NodeValue text(fromUtf8(name));
     NodePrivate none;

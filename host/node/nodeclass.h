@@ -59,7 +59,7 @@ private:
 
     Napi::Value construct(Napi::CallbackInfo const& info);
     void findProperties();
-    void addProperty(const char* name, bool isStatic);
+    void addProperty(char const* name, bool isStatic);
     std::vector<napi_property_descriptor> describe();
     /// The receiver of a property access: null for the class itself. False, with an exception pending, for anything
     /// else.

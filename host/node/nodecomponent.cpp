@@ -20,7 +20,7 @@ NodeComponent& NodeComponent::the()
 namespace {
 
 template <class Function>
-bool find(void* library, const char* name, Function& out)
+bool find(void* library, char const* name, Function& out)
 {
     out = reinterpret_cast<Function>(dlsym(library, name));
     return out != nullptr;

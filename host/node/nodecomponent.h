@@ -21,7 +21,7 @@ public:
     std::string load(std::string const& path);
 
     /// Null-terminated, valid after load().
-    const char* const* classNames() const { return m_getCompNames(); }
+    char const* const* classNames() const { return m_getCompNames(); }
     bool configure(NodeClass& scriptClass);
 
     /// Starts the component for `engine`, unless it runs for it already. Returns "" or one sentence that says why the
@@ -54,8 +54,8 @@ private:
     void* m_library = nullptr; // never unloaded: its threads and statics live until the process ends
     int (*m_init)(LibManager&) = nullptr;
     int (*m_shutdown)() = nullptr;
-    const char* const* (*m_getCompNames)() = nullptr;
-    int (*m_configCompClass)(void*, const char*, ScriptClass&) = nullptr;
+    char const* const* (*m_getCompNames)() = nullptr;
+    int (*m_configCompClass)(void*, char const*, ScriptClass&) = nullptr;
     std::atomic<State> m_state{State::None};
     std::atomic<NodeEngine*> m_owner{nullptr};
 };

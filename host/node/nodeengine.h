@@ -221,7 +221,7 @@ private:
     static napi_value onOwnMethod(napi_env env, napi_callback_info info);
 
     /// What the helper returned; empty when it threw, which is reported.
-    Napi::Value callHelper(const char* name, std::initializer_list<napi_value> args);
+    Napi::Value callHelper(char const* name, std::initializer_list<napi_value> args);
     void reportPending();
     Napi::Value project(NodeObject& object);
     Napi::Value projectTable(NodeObject& object);

@@ -12,14 +12,14 @@ constexpr char16_t kWindowProperty[] = u"window"; // on controls and custom elem
 
 } // namespace
 
-void* NodePrivate::getData(const char* key)
+void* NodePrivate::getData(char const* key)
 {
     std::lock_guard lock(m_mutex);
     auto found = m_data.find(key);
     return found == m_data.end() ? nullptr : found->second;
 }
 
-void NodePrivate::setData(const char* key, void* data)
+void NodePrivate::setData(char const* key, void* data)
 {
     std::lock_guard lock(m_mutex);
     m_data[key] = data;

@@ -29,10 +29,10 @@ class NodePrivate final : public ScriptPrivate
 {
 public:
     void reserved1() override {}
-    void* getData(const char* key) override;
+    void* getData(char const* key) override;
     void reserved3() override {}
     void reserved4() override {}
-    void setData(const char* key, void* data) override;
+    void setData(char const* key, void* data) override;
 
 private:
     std::mutex m_mutex;

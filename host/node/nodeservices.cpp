@@ -57,7 +57,7 @@ void NodeLoadFile::resolvePath(ScriptObject* relativeTo, sstring& path)
     path = toSstring(fromUtf8(resolve(relativeTo, path)));
 }
 
-bool NodeLoadFile::readFile(ScriptObject* relativeTo, sstring path, const void** data, unsigned* length)
+bool NodeLoadFile::readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length)
 {
     thread_local std::string bytes; // valid until this thread's next call, as the interface says
     bool good = NodeFiles::read(resolve(relativeTo, path), bytes);
@@ -89,7 +89,7 @@ void NodeFormProp::setPageText(ScriptObject* form, sstring const& text)
         own(form)->setPageText(toText(text));
 }
 
-void* NodeServices::getInterface(const char** guid)
+void* NodeServices::getInterface(char const** guid)
 {
     if (std::strcmp(*guid, kHostLoadFileGuid) == 0)
         return static_cast<HostLoadFile*>(&m_loadFile);

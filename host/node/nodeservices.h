@@ -43,7 +43,7 @@ public:
     void reserved7() override {}
     void reserved8() override {}
     void resolvePath(ScriptObject* relativeTo, sstring& path) override;
-    bool readFile(ScriptObject* relativeTo, sstring path, const void** data, unsigned* length) override;
+    bool readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length) override;
     void attach() override {}
     void release() override {}
 
@@ -69,7 +69,7 @@ public:
     NodeServices() : m_loadFile(m_files) {}
     NodeFiles& files() { return m_files; }
 
-    void* getInterface(const char** guid) override;
+    void* getInterface(char const** guid) override;
 
 private:
     NodeFiles m_files;

@@ -86,7 +86,7 @@ char32_t nextOf(std::string_view bytes, size_t& at)
 
 std::u16string toText(sstring const& text)
 {
-    auto units = reinterpret_cast<const char16_t*>(text.getUnicode());
+    auto units = reinterpret_cast<char16_t const*>(text.getUnicode());
     return {units, text.getLength()};
 }
 
@@ -94,7 +94,7 @@ sstring toSstring(std::u16string_view text)
 {
     // A copy with its own terminator: an explicit count of the whole length then keeps zeros inside.
     std::u16string copy(text);
-    return sstring(reinterpret_cast<const unsigned short*>(copy.c_str()), 0, static_cast<unsigned>(copy.size()));
+    return sstring(reinterpret_cast<unsigned short const*>(copy.c_str()), 0, static_cast<unsigned>(copy.size()));
 }
 
 std::string toUtf8(std::u16string_view text)

@@ -22,7 +22,7 @@ struct Functions
 };
 
 template <class Function>
-void find(Function& out, const char* name)
+void find(Function& out, char const* name)
 {
     out = reinterpret_cast<Function>(dlsym(RTLD_DEFAULT, name));
 }

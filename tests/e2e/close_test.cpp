@@ -76,7 +76,7 @@ TEST_F(CloseTest, AScriptCalledFromAPaintMayCloseTheWindow)
     NativeWindow script = host.window();
     RootWindow window("Close", script.object().get());
     int calls = 0;
-    script.on("ePaint", [&](NativeWindow&, const NativeArguments&) {
+    script.on("ePaint", [&](NativeWindow&, NativeArguments const&) {
         ++calls;
         window.close();
         EXPECT_FALSE(window.root().isOpen());
@@ -96,7 +96,7 @@ TEST_F(CloseTest, TheTitleBarClosesAWindowWhileItsHandlerRunsAndTheHandlerGoesOn
     NativeWindow window = host.window("page.html");
     std::atomic<bool> running{false};
     std::atomic<bool> closed{false};
-    window.on("onPick", [&](NativeWindow& self, const NativeArguments&) {
+    window.on("onPick", [&](NativeWindow& self, NativeArguments const&) {
         running = true;
         EXPECT_TRUE(Desktop::waitUntil([&] { return closed.load(); }));
         EXPECT_FALSE(self.isOpen());
@@ -122,7 +122,7 @@ TEST_F(CloseTest, AHandlerMayCloseTheWindowAndShowItOnceMore)
     pages.write("page.html", linkPage("Close", "event://onPick"));
     NativeWindow window = host.window("page.html");
     std::atomic<int> depth{0};
-    window.on("onPick", [&](NativeWindow& self, const NativeArguments&) {
+    window.on("onPick", [&](NativeWindow& self, NativeArguments const&) {
         self.close();
         if (++depth == 1)
             self.show();
@@ -145,7 +145,7 @@ TEST_F(CloseTest, AWindowThatIsDestroyedInItsHandlerEndsQuietly)
     int clicks = 0;
     NativeWindow keeper = host.window();
     NativeWindow window = host.window("page.html");
-    window.on("onPick", [&](NativeWindow& self, const NativeArguments&) {
+    window.on("onPick", [&](NativeWindow& self, NativeArguments const&) {
         ++clicks;
         self.close();
         window = {};

@@ -26,7 +26,7 @@ struct DeadlockTest : testing::Test
 TEST_F(DeadlockTest, AHandlerCallsBackIntoItsWindow)
 {
     NativeWindow window = linkWindow("Page", "event://onPick");
-    window.on("onPick", [](NativeWindow& self, const NativeArguments&) {
+    window.on("onPick", [](NativeWindow& self, NativeArguments const&) {
         self.setTitle("Renamed");
         EXPECT_EQ(self.title(), "Renamed");
         EXPECT_TRUE(self.isOpen());
@@ -42,11 +42,11 @@ TEST_F(DeadlockTest, AHandlerShowsASecondModalWindow)
 {
     NativeWindow first = linkWindow("First", "event://onFirst");
     NativeWindow second = linkWindow("Second", "event://onSecond", kSecondLink);
-    second.on("onSecond", [](NativeWindow& self, const NativeArguments&) {
+    second.on("onSecond", [](NativeWindow& self, NativeArguments const&) {
         self.setReturnValue("inner");
         self.close();
     });
-    first.on("onFirst", [&second](NativeWindow& self, const NativeArguments&) {
+    first.on("onFirst", [&second](NativeWindow& self, NativeArguments const&) {
         self.setReturnValue(second.show().text() + " and outer");
         self.close();
     });
@@ -62,7 +62,7 @@ TEST_F(DeadlockTest, TenWindowsAreOpenedAndClosedInHandlers)
     NativeWindow window = linkWindow("Page", "event://onPick");
     pages.write("other.html", linkPage("Other", "event://none", kSecondLink));
     int opened = 0;
-    window.on("onPick", [&](NativeWindow& self, const NativeArguments&) {
+    window.on("onPick", [&](NativeWindow& self, NativeArguments const&) {
         std::vector<NativeWindow> others;
         for (int i = 0; i < 10; ++i) {
             others.push_back(host.window("other.html"));
@@ -86,7 +86,7 @@ TEST_F(DeadlockTest, TheHostEndsWhileACallIsInFlight)
     NativeLater never;
     NativeWindow window = linkWindow("Page", "event://onPick");
     std::atomic<bool> called{false};
-    window.on("onPick", [&](NativeWindow&, const NativeArguments&) {
+    window.on("onPick", [&](NativeWindow&, NativeArguments const&) {
         called = true;
         return never;
     });
@@ -100,7 +100,7 @@ TEST_F(DeadlockTest, TheHostEndsWhileACallIsInFlight)
 TEST_F(DeadlockTest, TheHostEndsInsideAHandlerOfAnOpenWindow)
 {
     NativeWindow window = linkWindow("Page", "event://onPick");
-    window.on("onPick", [this](NativeWindow&, const NativeArguments&) { host.shutdown(); });
+    window.on("onPick", [this](NativeWindow&, NativeArguments const&) { host.shutdown(); });
     ASSERT_TRUE(window.open());
     User user([this] { clickLink(desktop); });
     host.run();
@@ -113,7 +113,7 @@ TEST_F(DeadlockTest, TheUserClosesAWindowWhoseHandlerNeverAnswers)
     auto never = std::make_unique<NativeLater>();
     NativeWindow window = linkWindow("Page", "event://onPick");
     std::atomic<bool> called{false};
-    window.on("onPick", [&](NativeWindow&, const NativeArguments&) {
+    window.on("onPick", [&](NativeWindow&, NativeArguments const&) {
         called = true;
         return *never;
     });
@@ -135,7 +135,7 @@ TEST_F(DeadlockTest, TheWindowGoesWhileItsHandlerNeverAnswers)
     NativeLater never;
     NativeWindow window = linkWindow("Page", "event://onPick");
     std::atomic<bool> called{false};
-    window.on("onPick", [&](NativeWindow&, const NativeArguments&) {
+    window.on("onPick", [&](NativeWindow&, NativeArguments const&) {
         called = true;
         return never;
     });

@@ -22,7 +22,7 @@ struct CursorImage
     unsigned long serial;
     unsigned long* pixels;
     Atom atom;
-    const char* name;
+    char const* name;
 };
 
 /// The window may go between two questions about it; that is an answer, not an error.
@@ -47,7 +47,7 @@ struct Desktop::Connection
     }
     ~Connection() { XCloseDisplay(display); }
 
-    Atom atom(const char* name) const { return XInternAtom(display, name, False); }
+    Atom atom(char const* name) const { return XInternAtom(display, name, False); }
 
     /// The words of a property, or nothing.
     std::vector<unsigned long> words(Window window, std::string const& name) const
@@ -123,7 +123,7 @@ struct Desktop::Connection
     Window root;
 };
 
-Desktop::Desktop() : x_(std::make_unique<Connection>()) {}
+Desktop::Desktop() : m_x(std::make_unique<Connection>()) {}
 
 Desktop::~Desktop() = default;
 
@@ -143,8 +143,8 @@ bool Desktop::waitUntil(std::function<bool()> const& check, std::chrono::millise
 std::optional<DesktopArea> Desktop::find(unsigned color) const
 {
     XWindowAttributes screen{};
-    XGetWindowAttributes(x_->display, x_->root, &screen);
-    XImage* image = XGetImage(x_->display, x_->root, 0, 0, static_cast<unsigned>(screen.width),
+    XGetWindowAttributes(m_x->display, m_x->root, &screen);
+    XImage* image = XGetImage(m_x->display, m_x->root, 0, 0, static_cast<unsigned>(screen.width),
                               static_cast<unsigned>(screen.height), AllPlanes, ZPixmap);
     if (!image || image->bits_per_pixel != 32)
         throw std::runtime_error("the screen has no 24 bits of colour");
@@ -174,13 +174,13 @@ void Desktop::waitUntilGone(unsigned color) const
         throw std::runtime_error("something on the screen keeps the colour " + std::to_string(color));
 }
 
-bool Desktop::isOpen(std::string const& title) const { return x_->find(title) != None; }
+bool Desktop::isOpen(std::string const& title) const { return m_x->find(title) != None; }
 
 DesktopArea Desktop::window(std::string const& title) const
 {
     if (!waitUntil([&] { return isOpen(title); }))
         throw std::runtime_error("no window has the title " + title);
-    return x_->area(x_->find(title));
+    return m_x->area(m_x->find(title));
 }
 
 void Desktop::waitUntilClosed(std::string const& title) const
@@ -195,7 +195,7 @@ DesktopArea Desktop::closeButton(std::string const& title) const
 {
     DesktopArea inner = window(title);
     std::vector<unsigned long> frame;
-    if (!waitUntil([&] { return (frame = x_->words(x_->find(title), "_NET_FRAME_EXTENTS")).size() == 4; }))
+    if (!waitUntil([&] { return (frame = m_x->words(m_x->find(title), "_NET_FRAME_EXTENTS")).size() == 4; }))
         throw std::runtime_error("the window manager drew no frame around " + title);
     int bar = static_cast<int>(frame[2]);
     return {inner.right - bar, inner.top - bar, inner.right, inner.top};
@@ -203,14 +203,14 @@ DesktopArea Desktop::closeButton(std::string const& title) const
 
 std::vector<unsigned long> Desktop::property(std::string const& title, std::string const& name) const
 {
-    return x_->words(x_->find(title), name);
+    return m_x->words(m_x->find(title), name);
 }
 
 std::vector<std::string> Desktop::atoms(std::string const& title, std::string const& name) const
 {
     std::vector<std::string> names;
     for (unsigned long atom : property(title, name)) {
-        char* text = XGetAtomName(x_->display, atom);
+        char* text = XGetAtomName(m_x->display, atom);
         names.emplace_back(text ? text : "?");
         if (text)
             XFree(text);
@@ -221,8 +221,8 @@ std::vector<std::string> Desktop::atoms(std::string const& title, std::string co
 
 std::string Desktop::activeWindow() const
 {
-    std::vector<unsigned long> active = x_->words(x_->root, "_NET_ACTIVE_WINDOW");
-    return active.empty() || active[0] == None ? "" : x_->title(active[0]);
+    std::vector<unsigned long> active = m_x->words(m_x->root, "_NET_ACTIVE_WINDOW");
+    return active.empty() || active[0] == None ? "" : m_x->title(active[0]);
 }
 
 void Desktop::waitUntilActive(std::string const& title) const
@@ -234,9 +234,9 @@ void Desktop::waitUntilActive(std::string const& title) const
 std::string Desktop::cursorPicture() const
 {
     std::string picture;
-    x_->withCursor([&](CursorImage const& image) {
+    m_x->withCursor([&](CursorImage const& image) {
         size_t pixels = size_t{image.width} * image.height;
-        picture.assign(reinterpret_cast<const char*>(image.pixels), pixels * sizeof(unsigned long));
+        picture.assign(reinterpret_cast<char const*>(image.pixels), pixels * sizeof(unsigned long));
     });
     return picture;
 }
@@ -244,7 +244,7 @@ std::string Desktop::cursorPicture() const
 std::string Desktop::cursorName() const
 {
     std::string name;
-    x_->withCursor([&](CursorImage const& image) { name = image.name ? image.name : ""; });
+    m_x->withCursor([&](CursorImage const& image) { name = image.name ? image.name : ""; });
     return name;
 }
 
@@ -253,13 +253,13 @@ std::string Desktop::cursorName() const
 void Desktop::activate(std::string const& title) const
 {
     window(title);
-    run("windowactivate --sync " + std::to_string(x_->find(title)));
+    run("windowactivate --sync " + std::to_string(m_x->find(title)));
 }
 
 void Desktop::place(std::string const& title, int x, int y) const
 {
     window(title);
-    run("windowmove --sync " + std::to_string(x_->find(title)) + " " + std::to_string(x) + " " + std::to_string(y));
+    run("windowmove --sync " + std::to_string(m_x->find(title)) + " " + std::to_string(x) + " " + std::to_string(y));
 }
 
 void Desktop::move(int x, int y) const { run("mousemove " + std::to_string(x) + " " + std::to_string(y)); }
@@ -291,10 +291,11 @@ std::shared_ptr<void> Desktop::cover(DesktopArea const& area, unsigned color) co
     XSetWindowAttributes attributes{};
     attributes.override_redirect = True;
     attributes.background_pixel = color;
-    Display* display = x_->display;
-    Window window = XCreateWindow(display, x_->root, area.left, area.top, static_cast<unsigned>(area.right - area.left),
-                                  static_cast<unsigned>(area.bottom - area.top), 0, CopyFromParent, InputOutput,
-                                  CopyFromParent, CWOverrideRedirect | CWBackPixel, &attributes);
+    Display* display = m_x->display;
+    Window window =
+        XCreateWindow(display, m_x->root, area.left, area.top, static_cast<unsigned>(area.right - area.left),
+                      static_cast<unsigned>(area.bottom - area.top), 0, CopyFromParent, InputOutput, CopyFromParent,
+                      CWOverrideRedirect | CWBackPixel, &attributes);
     XMapRaised(display, window);
     XSync(display, False);
     return {nullptr, [display, window](void*) {

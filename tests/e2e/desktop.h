@@ -84,5 +84,5 @@ public:
 
 private:
     struct Connection;
-    std::unique_ptr<Connection> x_;
+    std::unique_ptr<Connection> m_x;
 };

@@ -13,7 +13,7 @@ int main(int, char** argv)
     NativeHost host({.folder = pages.path()});
     NativeWindow window = host.window("page.html");
     std::thread user;
-    window.on("onExit", [&pages, &user](NativeWindow&, const NativeArguments&) {
+    window.on("onExit", [&pages, &user](NativeWindow&, NativeArguments const&) {
         user.join();                               // has clicked
         std::filesystem::remove_all(pages.path()); // exit() destroys nothing of main()
         std::exit(7);
@@ -23,7 +23,7 @@ int main(int, char** argv)
         std::exit(7);
     };
     if (how == "opening")
-        window.on("ePostOpen", [leave](NativeWindow&, const NativeArguments&) { leave(); });
+        window.on("ePostOpen", [leave](NativeWindow&, NativeArguments const&) { leave(); });
     if (how == "posted")
         host.post(leave);
     if (how == "opening" || how == "posted")

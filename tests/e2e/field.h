@@ -24,26 +24,26 @@ public:
     }
     ~Field() override { Field::destroyChildWidget(); }
 
-    QWidget* getChildWidget() override { return widget_; }
+    QWidget* getChildWidget() override { return m_widget; }
     void createChildWidget() override
     {
         QWidget* window = getTopLevelWidget();
-        if (widget_ || !window)
+        if (m_widget || !window)
             return;
-        widget_ = new guiWidgetLineEdit(window);
-        widget_->owner = this;
-        widget_->show();
+        m_widget = new guiWidgetLineEdit(window);
+        m_widget->owner = this;
+        m_widget->show();
         m.tabOrderDirty = 1;
     }
-    void destroyChildWidget() override { guiDestroyWrapper(widget_); }
+    void destroyChildWidget() override { guiDestroyWrapper(m_widget); }
     void setRect(guiRect* rect) override
     {
         m.rect = *rect;
         createChildWidget();
         guiRect place;
         getRectInWidget(&place);
-        if (widget_)
-            widget_->setGeometry(place.left, place.top, place.width, place.height);
+        if (m_widget)
+            m_widget->setGeometry(place.left, place.top, place.width, place.height);
     }
     int getPreferredWidth() override { return kWidth; }
     int getHeightEstimate(unsigned long) override { return kHeight; }
@@ -55,5 +55,5 @@ public:
     std::atomic<int> triggers{0};
 
 private:
-    guiWidgetLineEdit* widget_ = nullptr;
+    guiWidgetLineEdit* m_widget = nullptr;
 };

@@ -18,9 +18,9 @@ class TimeLimit
 {
 public:
     explicit TimeLimit(std::chrono::seconds limit)
-        : thread_([this, limit] {
-              std::unique_lock lock(mutex_);
-              if (over_.wait_for(lock, limit, [this] { return done_; }))
+        : m_thread([this, limit] {
+              std::unique_lock lock(m_mutex);
+              if (m_over.wait_for(lock, limit, [this] { return m_done; }))
                   return;
               std::fprintf(stderr, "the test has not ended within %lld s\n", static_cast<long long>(limit.count()));
               std::_Exit(99);
@@ -29,18 +29,18 @@ public:
     ~TimeLimit()
     {
         {
-            std::lock_guard lock(mutex_);
-            done_ = true;
+            std::lock_guard lock(m_mutex);
+            m_done = true;
         }
-        over_.notify_one();
-        thread_.join();
+        m_over.notify_one();
+        m_thread.join();
     }
 
 private:
-    std::mutex mutex_;
-    std::condition_variable over_;
-    bool done_ = false;
-    std::thread thread_; // last: it uses the rest
+    std::mutex m_mutex;
+    std::condition_variable m_over;
+    bool m_done = false;
+    std::thread m_thread; // last: it uses the rest
 };
 
 /// A folder of files, gone with this object.
@@ -52,20 +52,20 @@ public:
         std::string name = (std::filesystem::temp_directory_path() / "tarn-pages-XXXXXX").string();
         if (!mkdtemp(name.data()))
             throw std::runtime_error("no room for temporary files");
-        path_ = name;
+        m_path = name;
     }
-    ~PageFolder() { std::filesystem::remove_all(path_); }
+    ~PageFolder() { std::filesystem::remove_all(m_path); }
     PageFolder(PageFolder const&) = delete;
     PageFolder& operator=(PageFolder const&) = delete;
 
-    std::filesystem::path const& path() const { return path_; }
+    std::filesystem::path const& path() const { return m_path; }
     void write(std::string const& name, std::string_view bytes) const
     {
-        std::ofstream(path_ / name, std::ios::binary) << bytes;
+        std::ofstream(m_path / name, std::ios::binary) << bytes;
     }
 
 private:
-    std::filesystem::path path_;
+    std::filesystem::path m_path;
 };
 
 /// Somebody at the desk: runs on a thread of its own, and has left when this object goes. What it throws fails the
@@ -74,7 +74,7 @@ class User
 {
 public:
     explicit User(std::function<void()> acts)
-        : thread_([acts = std::move(acts)] {
+        : m_thread([acts = std::move(acts)] {
               try {
                   acts();
               } catch (std::exception const& error) {
@@ -82,10 +82,10 @@ public:
               }
           })
     {}
-    ~User() { thread_.join(); }
+    ~User() { m_thread.join(); }
 
 private:
-    std::thread thread_;
+    std::thread m_thread;
 };
 
 /// The two colours of a page's link, 0xRRGGBB: as it is, and under the pointer.

@@ -223,7 +223,7 @@ TEST_F(FramesetTest, AFileThatAHandlerNamesLoadsIntoTheTargetOfItsLink)
     writeFrame("nav.html", kRed, link("href=\"event://onPick/7\" target=\"main\""));
     NativeWindow window =
         open("<frameset cols=\"200,*\"><frame src=\"nav.html\"><frame name=\"main\" src=\"green.html\"></frameset>");
-    window.on("onPick", [](NativeWindow&, const NativeArguments& args) {
+    window.on("onPick", [](NativeWindow&, NativeArguments const& args) {
         return NativeValue(args[1].text() == "7" ? "yellow.html" : "blue.html");
     });
     run([&](DesktopArea const& inner) {

@@ -1,5 +1,5 @@
-// tests/e2e/idleprogram.cpp: opens the page that it is given in three windows and serves them. tests/e2e/idle-test.sh looks
-// at what that costs.
+// tests/e2e/idleprogram.cpp: opens the page that it is given in three windows and serves them. tests/e2e/idle-test.sh
+// looks at what that costs.
 #include <filesystem>
 #include <vector>
 

@@ -27,7 +27,7 @@ struct ModalTest : testing::Test
     NativeWindow openFirst()
     {
         NativeWindow first = linkWindow("First", kLink);
-        first.on("onClick", [this](NativeWindow&, const NativeArguments&) { ++firstClicks; });
+        first.on("onClick", [this](NativeWindow&, NativeArguments const&) { ++firstClicks; });
         EXPECT_TRUE(first.open());
         desktop.place("First", 100, 100);
         desktop.activate("First");
@@ -36,7 +36,7 @@ struct ModalTest : testing::Test
 
     static void closeOnClick(NativeWindow& window)
     {
-        window.on("onClick", [](NativeWindow& self, const NativeArguments&) { self.close(); });
+        window.on("onClick", [](NativeWindow& self, NativeArguments const&) { self.close(); });
     }
 
     /// Goes to the link and clicks; whatever the window thinks of it.
@@ -106,7 +106,7 @@ TEST_F(ModalTest, TheUpperOfTwoModalWindowsBlocksTheLower)
     NativeWindow upper = linkWindow("Upper", kThirdLink);
     std::atomic<int> lowerClicks{0};
     closeOnClick(upper);
-    lower.on("onClick", [&](NativeWindow& self, const NativeArguments&) {
+    lower.on("onClick", [&](NativeWindow& self, NativeArguments const&) {
         if (++lowerClicks == 1)
             upper.show();
         else
@@ -151,7 +151,7 @@ TEST_F(ModalTest, AnOrdinaryWindowBlocksNothing)
 TEST_F(ModalTest, WithoutAnActiveWindowShowWaitsAndBlocksNothing)
 {
     NativeWindow window = linkWindow("Alone", kSecondLink);
-    window.on("onClick", [&](NativeWindow& self, const NativeArguments&) {
+    window.on("onClick", [&](NativeWindow& self, NativeArguments const&) {
         self.setReturnValue("done");
         self.close();
     });

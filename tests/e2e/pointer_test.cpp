@@ -55,7 +55,7 @@ struct PointerTest : testing::Test
                                      colors + ">" + content + "</body></html>");
         NativeWindow window = host.window("page.html");
         for (char const* event : {"over", "out", "down", "up"})
-            window.on(event, [this, event](NativeWindow&, const NativeArguments& args) {
+            window.on(event, [this, event](NativeWindow&, NativeArguments const& args) {
                 note(event + (" " + args[1].text()));
             });
         desktop.move(kOutside, 900); // it rests in the middle of a new screen
@@ -146,7 +146,7 @@ TEST_F(PointerTest, MovesDoNotPileUpBehindASlowHandler)
 {
     NativeWindow window = openCells();
     std::atomic<int> moves{0};
-    window.on("eMouseMove", [&moves](NativeWindow&, const NativeArguments&) {
+    window.on("eMouseMove", [&moves](NativeWindow&, NativeArguments const&) {
         ++moves;
         std::this_thread::sleep_for(400ms);
     });
@@ -167,7 +167,7 @@ TEST_F(PointerTest, AHandlerThatClosesTheWindowHearsThatItsNodeIsLeftAndNoMoreOf
 {
     NativeWindow window = openCells();
     std::atomic<bool> left{false};
-    window.on("down", [this](NativeWindow& self, const NativeArguments&) {
+    window.on("down", [this](NativeWindow& self, NativeArguments const&) {
         note("closing");
         self.close();
         note("closed");
@@ -200,8 +200,8 @@ struct LinkTest : PointerTest
         NativeWindow window =
             open("<font size=\"7\"><b><a href=\"event://one\">MMMM</a><a href=\"event://two\">MMMM</a></b></font>",
                  "link=\"#2030C0\" alink=\"#10C010\"");
-        window.on("one", [this](NativeWindow&, const NativeArguments&) { note("one"); });
-        window.on("two", [this](NativeWindow&, const NativeArguments&) { note("two"); });
+        window.on("one", [this](NativeWindow&, NativeArguments const&) { note("one"); });
+        window.on("two", [this](NativeWindow&, NativeArguments const&) { note("two"); });
         return window;
     }
     static DesktopArea leftHalf(DesktopArea area) { return {area.left, area.top, area.centerX() - 4, area.bottom}; }

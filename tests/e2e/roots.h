@@ -38,21 +38,21 @@ public:
     explicit RootWindow(std::string const& title, ScriptObject* page = nullptr)
     {
         onGuiThread([&] {
-            root_ = std::make_unique<BareRoot>(page);
-            root_->setTitle(sstring(title.c_str()));
+            m_root = std::make_unique<BareRoot>(page);
+            m_root->setTitle(sstring(title.c_str()));
         });
     }
     ~RootWindow()
     {
-        onGuiThread([this] { root_.reset(); });
+        onGuiThread([this] { m_root.reset(); });
     }
     RootWindow(RootWindow const&) = delete;
     RootWindow& operator=(RootWindow const&) = delete;
 
-    BareRoot& root() { return *root_; }
-    void open(bool modal = false) { pGUI->getThread()->callPageOpen(root_.get(), modal); }
-    void close() { pGUI->getThread()->callPageClose(root_.get()); }
+    BareRoot& root() { return *m_root; }
+    void open(bool modal = false) { pGUI->getThread()->callPageOpen(m_root.get(), modal); }
+    void close() { pGUI->getThread()->callPageClose(m_root.get()); }
 
 private:
-    std::unique_ptr<BareRoot> root_;
+    std::unique_ptr<BareRoot> m_root;
 };

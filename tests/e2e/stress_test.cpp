@@ -102,7 +102,7 @@ struct StressTest : testing::Test
     void make(Job& job)
     {
         job.window = host.window("page.html");
-        job.window.on("onGo", [this, &job](NativeWindow& self, const NativeArguments& args) {
+        job.window.on("onGo", [this, &job](NativeWindow& self, NativeArguments const& args) {
             EXPECT_EQ(args[1], NativeValue("7"));
             self.setTitle("call " + std::to_string(++job.calls));
             ++heard;
@@ -157,7 +157,7 @@ struct StressTest : testing::Test
         for (int i = 0; i < windows; ++i) {
             Job job;
             onScriptThread([&] { make(job); });
-            if (job.trigger != nullptr)
+            if (job.trigger)
                 use(job, random);
             close(job, random);
             ++finished;

@@ -32,7 +32,7 @@ TEST_F(WindowTest, AClickCallsTheHandlerWithItsArgumentsAndShowGivesTheReturnVal
 {
     NativeWindow window = linkWindow("event://onPick/3/red");
     std::vector<NativeValue> seen;
-    window.on("onPick", [&](NativeWindow& self, const NativeArguments& args) {
+    window.on("onPick", [&](NativeWindow& self, NativeArguments const& args) {
         for (size_t i = 0; i < args.size(); ++i)
             seen.push_back(args[i]);
         EXPECT_EQ(self, window);
@@ -49,7 +49,7 @@ TEST_F(WindowTest, TheReturnValueKeepsItsKind)
 {
     NativeWindow window = linkWindow("event://onPick");
     NativeObjectRef order = host.object();
-    window.on("onPick", [&](NativeWindow& self, const NativeArguments&) {
+    window.on("onPick", [&](NativeWindow& self, NativeArguments const&) {
         self.setReturnValue(order);
         self.close();
     });
@@ -84,7 +84,7 @@ TEST_F(WindowTest, TheCloseButtonOfTheTitleBarEndsShowWithNull)
 TEST_F(WindowTest, AWindowCanBeShownAgain)
 {
     NativeWindow window = linkWindow("event://onPick");
-    window.on("onPick", [](NativeWindow& self, const NativeArguments&) {
+    window.on("onPick", [](NativeWindow& self, NativeArguments const&) {
         self.setReturnValue("again");
         self.close();
     });
@@ -104,7 +104,7 @@ TEST_F(WindowTest, RunServesClicksUntilTheUserClosesTheWindow)
 {
     NativeWindow window = linkWindow("event://onPick");
     std::atomic<int> clicks{0};
-    window.on("onPick", [&clicks](NativeWindow&, const NativeArguments&) { ++clicks; });
+    window.on("onPick", [&clicks](NativeWindow&, NativeArguments const&) { ++clicks; });
     ASSERT_TRUE(window.open());
     User user([&] {
         for (int click = 1; click <= 3; ++click) {
@@ -149,7 +149,7 @@ TEST_F(WindowTest, DuringASlowHandlerTheWindowPaintsAndTakesNoSecondClick)
     NativeWindow window = linkWindow("event://onPick");
     std::atomic<int> clicks{0};
     std::atomic<bool> busy{false};
-    window.on("onPick", [&](NativeWindow&, const NativeArguments&) {
+    window.on("onPick", [&](NativeWindow&, NativeArguments const&) {
         ++clicks;
         busy = true;
         std::this_thread::sleep_for(2s);
@@ -187,7 +187,7 @@ TEST_F(WindowTest, AfterASlowHandlerTheWindowKnowsWhereThePointerWent)
 {
     NativeWindow window = linkWindow("event://onPick");
     std::atomic<bool> busy{false};
-    window.on("onPick", [&busy](NativeWindow&, const NativeArguments&) {
+    window.on("onPick", [&busy](NativeWindow&, NativeArguments const&) {
         busy = true;
         std::this_thread::sleep_for(1s);
         busy = false;
@@ -211,11 +211,11 @@ TEST_F(WindowTest, AfterASlowHandlerAnotherWindowSeesThePointer)
     pages.write("other.html", linkPage("Other", "event://onOther", kSecondLink));
     NativeWindow other = host.window("other.html");
     std::atomic<int> picked{0};
-    window.on("onPick", [&picked](NativeWindow&, const NativeArguments&) {
+    window.on("onPick", [&picked](NativeWindow&, NativeArguments const&) {
         std::this_thread::sleep_for(500ms); // the button comes up meanwhile
         ++picked;
     });
-    other.on("onOther", [this](NativeWindow&, const NativeArguments&) { host.quit(); });
+    other.on("onOther", [this](NativeWindow&, NativeArguments const&) { host.quit(); });
     ASSERT_TRUE(window.open());
     ASSERT_TRUE(other.open());
     User user([&] {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "foundation/vela-mlparser.h"
-#include "streams.h"
+#include "tests/foundation/streams.h"
 
 /// The section and all below it, such as `<b id=1>[x " y" #data]`: a tag's opener, name and attributes, its children
 /// between brackets, texts in quotation marks with their leading blank, character data behind "#".

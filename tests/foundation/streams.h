@@ -13,7 +13,7 @@
 #include <unistd.h>
 
 #include "foundation/vela-textstream.h"
-#include "strings.h"
+#include "tests/foundation/strings.h"
 
 /// A stream over bytes that stay here as long as it.
 class MemorySource

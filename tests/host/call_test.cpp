@@ -29,7 +29,7 @@ struct CallTest : testing::Test
     NativeObjectRef object = engine->makeObject();
     Completion completion;
 
-    void start(const char* method, NativeArguments args = {})
+    void start(char const* method, NativeArguments args = {})
     {
         ScriptObject* face = object.get();
         face->callMethodAsync(face, method, &args, Completion::done, &completion);
@@ -43,7 +43,7 @@ struct CallTest : testing::Test
 TEST_F(CallTest, RunsOnTheScriptThreadAndCompletesWithTheResult)
 {
     std::thread::id ran;
-    object->on("twice", [&ran](NativeObject&, const NativeArguments& args) {
+    object->on("twice", [&ran](NativeObject&, NativeArguments const& args) {
         ran = std::this_thread::get_id();
         return args[0].number() * 2;
     });
@@ -59,7 +59,7 @@ TEST_F(CallTest, RunsOnTheScriptThreadAndCompletesWithTheResult)
 
 TEST_F(CallTest, KeepsItsObjectAndArgumentsUntilItRuns)
 {
-    object->on("give", [](NativeObject&, const NativeArguments& args) { return args[0]; });
+    object->on("give", [](NativeObject&, NativeArguments const& args) { return args[0]; });
     start("give", {"kept"});
     object = nullptr;
     EXPECT_EQ(engine->objects().size(), 1u);
@@ -78,7 +78,7 @@ TEST_F(CallTest, OfAMissingMethodCompletesWithNull)
 
 TEST_F(CallTest, OfAHandlerThatThrowsCompletesWithNull)
 {
-    object->on("fails", [](NativeObject&, const NativeArguments&) { throw std::runtime_error("no paper"); });
+    object->on("fails", [](NativeObject&, NativeArguments const&) { throw std::runtime_error("no paper"); });
     testing::internal::CaptureStderr();
     start("fails");
     runAll();
@@ -90,7 +90,7 @@ TEST_F(CallTest, OfAHandlerThatThrowsCompletesWithNull)
 TEST_F(CallTest, ThatIsAnsweredLaterCompletesThen)
 {
     NativeLater later;
-    object->on("ask", [&later](NativeObject&, const NativeArguments&) { return later; });
+    object->on("ask", [&later](NativeObject&, NativeArguments const&) { return later; });
     start("ask");
     runAll();
     EXPECT_EQ(completion.count, 0);
@@ -103,7 +103,7 @@ TEST_F(CallTest, ThatIsAnsweredLaterCompletesThen)
 
 TEST_F(CallTest, WhoseAnswerIsThereAlreadyCompletesAtOnce)
 {
-    object->on("ask", [](NativeObject&, const NativeArguments&) {
+    object->on("ask", [](NativeObject&, NativeArguments const&) {
         NativeLater later;
         later.complete(5);
         return later;
@@ -116,7 +116,7 @@ TEST_F(CallTest, WhoseAnswerIsThereAlreadyCompletesAtOnce)
 TEST_F(CallTest, WhoseAnswerIsDroppedCompletesWithNull)
 {
     auto later = std::make_unique<NativeLater>();
-    object->on("ask", [&later](NativeObject&, const NativeArguments&) { return *later; });
+    object->on("ask", [&later](NativeObject&, NativeArguments const&) { return *later; });
     start("ask");
     runAll();
     EXPECT_EQ(completion.count, 0);
@@ -128,7 +128,7 @@ TEST_F(CallTest, WhoseAnswerIsDroppedCompletesWithNull)
 TEST_F(CallTest, ThatHasNotRunIsCompletedWithNullByTheEndOfTheHostAndDoesNotRunThen)
 {
     bool ran = false;
-    object->on("run", [&ran](NativeObject&, const NativeArguments&) { ran = true; });
+    object->on("run", [&ran](NativeObject&, NativeArguments const&) { ran = true; });
     start("run");
     engine->stopCalls();
     EXPECT_EQ(completion.count, 1);
@@ -141,7 +141,7 @@ TEST_F(CallTest, ThatHasNotRunIsCompletedWithNullByTheEndOfTheHostAndDoesNotRunT
 TEST_F(CallTest, ThatWaitsForItsAnswerIsCompletedWithNullByTheEndOfTheHost)
 {
     NativeLater later;
-    object->on("ask", [&later](NativeObject&, const NativeArguments&) { return later; });
+    object->on("ask", [&later](NativeObject&, NativeArguments const&) { return later; });
     start("ask");
     runAll();
     engine->stopCalls();
@@ -153,7 +153,7 @@ TEST_F(CallTest, ThatWaitsForItsAnswerIsCompletedWithNullByTheEndOfTheHost)
 
 TEST_F(CallTest, DuringWhoseHandlerTheHostEndsCompletesOnceWithNull)
 {
-    object->on("end", [this](NativeObject&, const NativeArguments&) {
+    object->on("end", [this](NativeObject&, NativeArguments const&) {
         engine->stopCalls();
         return "unheard";
     });
@@ -175,8 +175,8 @@ TEST_F(CallTest, AfterTheEndOfTheHostCompletesAtOnce)
 TEST_F(CallTest, ABlockingCallServesOthersUntilItsAnswerIsThere)
 {
     NativeLater later;
-    object->on("ask", [&later](NativeObject&, const NativeArguments&) { return later; });
-    object->on("answer", [&later](NativeObject&, const NativeArguments&) { later.complete("served"); });
+    object->on("ask", [&later](NativeObject&, NativeArguments const&) { return later; });
+    object->on("answer", [&later](NativeObject&, NativeArguments const&) { later.complete("served"); });
     start("answer");
     EXPECT_EQ(object->call("ask"), NativeValue("served"));
     EXPECT_EQ(completion.count, 1);
@@ -184,14 +184,14 @@ TEST_F(CallTest, ABlockingCallServesOthersUntilItsAnswerIsThere)
 
 TEST_F(CallTest, ABlockingCallWhoseAnswerIsDroppedGivesNull)
 {
-    object->on("ask", [](NativeObject&, const NativeArguments&) { return NativeLater(); });
+    object->on("ask", [](NativeObject&, NativeArguments const&) { return NativeLater(); });
     EXPECT_TRUE(object->call("ask").isNull());
 }
 
 TEST_F(CallTest, ABlockingCallEndsWithTheHost)
 {
     NativeLater later;
-    object->on("ask", [&later](NativeObject&, const NativeArguments&) { return later; });
+    object->on("ask", [&later](NativeObject&, NativeArguments const&) { return later; });
     std::thread stopper([this] {
         std::this_thread::sleep_for(10ms);
         engine->stopCalls();
@@ -202,7 +202,7 @@ TEST_F(CallTest, ABlockingCallEndsWithTheHost)
 
 TEST_F(CallTest, CompletesExactlyOnceWhenManyThreadsRaceWithTheEnd)
 {
-    object->on("run", [](NativeObject&, const NativeArguments&) { return 1; });
+    object->on("run", [](NativeObject&, NativeArguments const&) { return 1; });
     constexpr int kCalls = 2000;
     std::vector<Completion> completions(3 * kCalls);
     auto work = [&](int first) {

@@ -15,17 +15,17 @@ namespace {
 class Worker
 {
 public:
-    Worker() : thread_([this] { runUntil(stopped_); }) {}
+    Worker() : m_thread([this] { runUntil(m_stopped); }) {}
     ~Worker()
     {
-        post([this] { stopped_ = true; });
-        thread_.join();
+        post([this] { m_stopped = true; });
+        m_thread.join();
     }
     void post(std::function<void()> work)
     {
-        std::lock_guard lock(mutex_);
-        queue_.push_back(std::move(work));
-        ready_.notify_one();
+        std::lock_guard lock(m_mutex);
+        m_queue.push_back(std::move(work));
+        m_ready.notify_one();
     }
     /// On the component's thread only; `done` is set by a function.
     void runUntil(bool const& done)
@@ -37,18 +37,18 @@ public:
 private:
     std::function<void()> takeFront()
     {
-        std::unique_lock lock(mutex_);
-        ready_.wait(lock, [this] { return !queue_.empty(); });
-        auto work = std::move(queue_.front());
-        queue_.pop_front();
+        std::unique_lock lock(m_mutex);
+        m_ready.wait(lock, [this] { return !m_queue.empty(); });
+        auto work = std::move(m_queue.front());
+        m_queue.pop_front();
         return work;
     }
 
-    bool stopped_ = false;
-    std::mutex mutex_;
-    std::condition_variable ready_;
-    std::deque<std::function<void()>> queue_;
-    std::thread thread_; // last: it uses the rest
+    bool m_stopped = false;
+    std::mutex m_mutex;
+    std::condition_variable m_ready;
+    std::deque<std::function<void()>> m_queue;
+    std::thread m_thread; // last: it uses the rest
 };
 
 struct State
@@ -208,7 +208,7 @@ void configureWindow(ScriptClass& window)
 }
 
 template <typename Interface>
-Interface* service(const char* guid)
+Interface* service(char const* guid)
 {
     return static_cast<Interface*>(state.manager->getInterface(&guid));
 }
@@ -226,13 +226,13 @@ int init(LibManager& manager)
     return 1;
 }
 
-const char* const* getCompNames()
+char const* const* getCompNames()
 {
-    static const char* const names[] = {"GuiWindow", "GuiSizePolicy", nullptr};
+    static char const* const names[] = {"GuiWindow", "GuiSizePolicy", nullptr};
     return names;
 }
 
-int configCompClass(void*, const char* name, ScriptClass& scriptClass)
+int configCompClass(void*, char const* name, ScriptClass& scriptClass)
 {
     note(std::string("configure/") + name);
     if (std::string_view(name) == "GuiWindow")

@@ -75,7 +75,7 @@ TEST_F(HostTest, MakesWindowsWithAndWithoutAPage)
 
 TEST_F(HostTest, CallsClassMethodsAndReadsClassProperties)
 {
-    NativeValue filter = host.function([](NativeObject&, const NativeArguments&) { return ""; });
+    NativeValue filter = host.function([](NativeObject&, NativeArguments const&) { return ""; });
     EXPECT_EQ(host.callClass("GuiWindow", "onLoad", {"*", filter}), NativeValue(true));
     EXPECT_TRUE(host.callClass("GuiWindow", "missing").isNull());
     EXPECT_TRUE(host.callClass("Missing", "onLoad").isNull());
@@ -86,7 +86,7 @@ TEST_F(HostTest, CallsClassMethodsAndReadsClassProperties)
 
 TEST_F(HostTest, AFunctionValueIsCalledWithAnEmptyMethodName)
 {
-    NativeValue filter = host.function([](NativeObject&, const NativeArguments& args) { return args[0]; });
+    NativeValue filter = host.function([](NativeObject&, NativeArguments const& args) { return args[0]; });
     NativeArguments args{"text"};
     NativeValue result;
     ScriptObject* function = filter.toObject(0);
@@ -98,7 +98,7 @@ TEST_F(HostTest, AFunctionValueIsCalledWithAnEmptyMethodName)
 TEST_F(HostTest, ShowReturnsWhatAHandlerSet)
 {
     NativeWindow window = host.window();
-    window.on("onOk", [](NativeWindow& self, const NativeArguments&) {
+    window.on("onOk", [](NativeWindow& self, NativeArguments const&) {
         self.setReturnValue("red");
         self.close();
     });
@@ -117,7 +117,7 @@ TEST_F(HostTest, ShowReturnsNullWhenTheUserClosesTheWindow)
 TEST_F(HostTest, ABlockingCallServesTheHandlerThatItWaitsFor)
 {
     NativeWindow window = host.window();
-    window.on("onWork", [](NativeWindow& self, const NativeArguments&) {
+    window.on("onWork", [](NativeWindow& self, NativeArguments const&) {
         self.open(); // calls the component, which waits in the pump a second time
         return self.isOpen();
     });
@@ -129,11 +129,11 @@ TEST_F(HostTest, AHandlerMayShowASecondWindow)
 {
     NativeWindow first = host.window();
     NativeWindow second = host.window();
-    second.on("onInner", [](NativeWindow& self, const NativeArguments&) {
+    second.on("onInner", [](NativeWindow& self, NativeArguments const&) {
         self.setReturnValue("inner");
         self.close();
     });
-    first.on("onOuter", [&](NativeWindow& self, const NativeArguments&) {
+    first.on("onOuter", [&](NativeWindow& self, NativeArguments const&) {
         host.post([] { FakeComponent::click("onInner"); });
         self.setReturnValue(second.show().text() + " in outer");
         self.close();
@@ -148,7 +148,7 @@ TEST_F(HostTest, RunServesUntilTheLastWindowIsClosed)
 {
     int clicks = 0;
     NativeWindow window = host.window();
-    window.on("onClick", [&](NativeWindow&, const NativeArguments&) {
+    window.on("onClick", [&](NativeWindow&, NativeArguments const&) {
         if (++clicks == 3)
             FakeComponent::closeAllByUser();
         else
@@ -198,7 +198,7 @@ TEST_F(HostTest, ShutdownEndsCallsDestroysWindowsAndBreaksCycles)
 {
     NativeLater never;
     NativeWindow window = host.window();
-    window.on("onAsk", [never, window](NativeWindow&, const NativeArguments&) { return never; });
+    window.on("onAsk", [never, window](NativeWindow&, NativeArguments const&) { return never; });
     window.open();
     FakeComponent::click("onAsk");
     ASSERT_TRUE(host.serveUntil([] { return FakeComponent::pendingClicks() == 1; }, 10s));
@@ -214,7 +214,7 @@ TEST_F(HostTest, ShutdownEndsCallsDestroysWindowsAndBreaksCycles)
 TEST_F(HostTest, ShutdownIsRefusedInsideACallOfTheComponent)
 {
     NativeWindow window = host.window();
-    window.on("onEnd", [this](NativeWindow& self, const NativeArguments&) {
+    window.on("onEnd", [this](NativeWindow& self, NativeArguments const&) {
         testing::internal::CaptureStderr();
         host.shutdown();
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
@@ -229,7 +229,7 @@ TEST_F(HostTest, ShutdownIsRefusedInsideACallOfTheComponent)
 TEST_F(HostTest, ShutdownInAHandlerOfAnOpenWindowEndsRun)
 {
     NativeWindow window = host.window();
-    window.on("onEnd", [this](NativeWindow&, const NativeArguments&) { host.shutdown(); });
+    window.on("onEnd", [this](NativeWindow&, NativeArguments const&) { host.shutdown(); });
     window.open();
     FakeComponent::click("onEnd");
     FakeComponent::takeLog();
@@ -256,7 +256,7 @@ TEST(HostExitDeathTest, ExitInsideAHandlerEndsTheComponentAndKeepsTheCode)
         std::atexit([] { std::fprintf(stderr, "log: %s\n", FakeComponent::takeLog().c_str()); });
         NativeHost host({.component = FakeComponent::entryPoints()});
         NativeWindow window = host.window();
-        window.on("onExit", [](NativeWindow&, const NativeArguments&) { std::exit(7); });
+        window.on("onExit", [](NativeWindow&, NativeArguments const&) { std::exit(7); });
         host.post([] { FakeComponent::click("onExit"); });
         window.show();
     };

@@ -60,7 +60,7 @@ TEST_F(ObjectTest, PropertyNamesAreExact)
 
 TEST_F(ObjectTest, AMethodIsKnownOnEveryThread)
 {
-    object->on("onOk", [](NativeObject&, const NativeArguments&) {});
+    object->on("onOk", [](NativeObject&, NativeArguments const&) {});
     bool there = false, missing = true;
     std::thread([&] {
         there = face->hasMethod("onOk");
@@ -72,7 +72,7 @@ TEST_F(ObjectTest, AMethodIsKnownOnEveryThread)
 
 TEST_F(ObjectTest, AHandlerSeesSelfAndArguments)
 {
-    object->on("add", [this](NativeObject& self, const NativeArguments& args) {
+    object->on("add", [this](NativeObject& self, NativeArguments const& args) {
         EXPECT_EQ(&self, object.get());
         return args[0].number() + args[1].number();
     });
@@ -83,7 +83,7 @@ TEST_F(ObjectTest, CallMethodUsesTheGivenSelf)
 {
     NativeObjectRef other = engine->makeObject();
     NativeObject* seen = nullptr;
-    object->on("who", [&seen](NativeObject& self, const NativeArguments&) { seen = &self; });
+    object->on("who", [&seen](NativeObject& self, NativeArguments const&) { seen = &self; });
     NativeValue result(1);
     face->callMethod(other.get(), "who", nullptr, &result);
     EXPECT_EQ(seen, other.get());
@@ -101,8 +101,8 @@ TEST_F(ObjectTest, AMissingMethodGivesNull)
 
 TEST_F(ObjectTest, AHandlerThatThrowsIsReportedWithItsName)
 {
-    object->on("fails", [](NativeObject&, const NativeArguments&) { throw std::runtime_error("no paper"); });
-    object->on("oddly", [](NativeObject&, const NativeArguments&) { throw 3; });
+    object->on("fails", [](NativeObject&, NativeArguments const&) { throw std::runtime_error("no paper"); });
+    object->on("oddly", [](NativeObject&, NativeArguments const&) { throw 3; });
     testing::internal::CaptureStderr();
     EXPECT_TRUE(object->call("fails").isNull());
     EXPECT_TRUE(object->call("oddly").isNull());
@@ -112,7 +112,7 @@ TEST_F(ObjectTest, AHandlerThatThrowsIsReportedWithItsName)
 
 TEST_F(ObjectTest, ACallOnAnotherThreadIsRefused)
 {
-    object->on("run", [](NativeObject&, const NativeArguments&) { return 1; });
+    object->on("run", [](NativeObject&, NativeArguments const&) { return 1; });
     NativeValue result(5);
     testing::internal::CaptureStderr();
     std::thread([&] { face->callMethod(face, "run", nullptr, &result); }).join();
@@ -126,7 +126,7 @@ TEST_F(ObjectTest, AddedMethodsShadowThoseOfTheClass)
     box.addMethod("size", answerSeven);
     NativeObjectRef first = engine->construct("Box", {});
     NativeObjectRef second = engine->construct("Box", {});
-    second->on("size", [](NativeObject&, const NativeArguments&) { return 8; });
+    second->on("size", [](NativeObject&, NativeArguments const&) { return 8; });
     EXPECT_EQ(first->call("size"), NativeValue(7));
     EXPECT_EQ(second->call("size"), NativeValue(8));
     object->addMethod("size", answerSeven);
@@ -298,7 +298,7 @@ TEST_F(BoxTest, CreateInstanceMakesObjectsOfTheComponentOnAnyThread)
 
 TEST_F(BoxTest, CreateInstanceOfTheApplicationsClassesOnAnotherThreadIsRefused)
 {
-    engine->addFactory("Gauge", [](NativeObject&, const NativeArguments&) {});
+    engine->addFactory("Gauge", [](NativeObject&, NativeArguments const&) {});
     ScriptObject* gauge = object.get();
     testing::internal::CaptureStderr();
     std::thread([&] { gauge = engine->createInstance("Gauge"); }).join();
@@ -308,8 +308,8 @@ TEST_F(BoxTest, CreateInstanceOfTheApplicationsClassesOnAnotherThreadIsRefused)
 
 TEST_F(ObjectTest, ApplicationClassesAreMadeByTheirFactory)
 {
-    engine->addFactory("Gauge", [](NativeObject& gauge, const NativeArguments& args) {
-        gauge.on("ePaint", [](NativeObject&, const NativeArguments&) {});
+    engine->addFactory("Gauge", [](NativeObject& gauge, NativeArguments const& args) {
+        gauge.on("ePaint", [](NativeObject&, NativeArguments const&) {});
         gauge.set("count", args.size());
     });
     ScriptObject* gauge = engine->createInstance("Gauge");
@@ -322,7 +322,7 @@ TEST_F(ObjectTest, ApplicationClassesAreMadeByTheirFactory)
 
 TEST_F(ObjectTest, AConstructorThatThrowsGivesNoObject)
 {
-    engine->addFactory("Gauge", [](NativeObject&, const NativeArguments&) { throw std::runtime_error("no scale"); });
+    engine->addFactory("Gauge", [](NativeObject&, NativeArguments const&) { throw std::runtime_error("no scale"); });
     testing::internal::CaptureStderr();
     EXPECT_EQ(engine->createInstance("Gauge"), nullptr);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "the constructor of Gauge threw an exception: no scale\n");

@@ -38,11 +38,11 @@ struct FileServiceTest : testing::Test
     /// The bytes of a file, or "(none)".
     std::string read(std::string const& name, ScriptObject* owner = nullptr) const
     {
-        const void* data = nullptr;
+        void const* data = nullptr;
         unsigned length = 0;
         if (!files->readFile(owner, nativeToSString(nativeFromUtf8(name)), &data, &length))
             return "(none)";
-        return std::string(static_cast<const char*>(data), length);
+        return std::string(static_cast<char const*>(data), length);
     }
 
     std::string resolve(std::string const& name, ScriptObject* owner = nullptr) const
@@ -92,11 +92,11 @@ TEST_F(FileServiceTest, KeepsTheBytesUntilTheSameThreadReadsAgain)
 {
     write("one", "first");
     write("two", "second");
-    const void* data = nullptr;
+    void const* data = nullptr;
     unsigned length = 0;
     ASSERT_TRUE(files->readFile(nullptr, "one", &data, &length));
     std::thread([this] { EXPECT_EQ(read("two"), "second"); }).join();
-    EXPECT_EQ(std::string(static_cast<const char*>(data), length), "first");
+    EXPECT_EQ(std::string(static_cast<char const*>(data), length), "first");
 }
 
 TEST_F(FileServiceTest, RefusesWhatIsNoReadableFile)
@@ -208,7 +208,7 @@ TEST(Platform, CountsWhatIsNotGivenBack)
 TEST(LibManagerOfTheHost, KnowsThreeIdentifiersExactly)
 {
     auto engine = NativeEngine::make();
-    auto find = [&](const char* guid) { return engine->manager().getInterface(&guid); };
+    auto find = [&](char const* guid) { return engine->manager().getInterface(&guid); };
     EXPECT_EQ(find("FE74031B-EB9E-4F60-9BDE-7CE53078484D"), static_cast<HostLoadFile*>(&engine->manager().files()));
     EXPECT_EQ(find("8DCD1EE9-5B56-41AE-A9C6-84C0013D4932"), static_cast<HostFormProp*>(&engine->manager().forms()));
     EXPECT_EQ(find("385251A2-815A-419c-8C94-19CD16E03983"), static_cast<HostPlatform*>(&engine->manager().platform()));

@@ -169,7 +169,7 @@ TEST(RawSlots, OfAnObjectReachItsFunctions)
 {
     auto engine = NativeEngine::make();
     NativeObjectRef object = engine->makeObject();
-    object->on("here", [](NativeObject&, const NativeArguments&) {});
+    object->on("here", [](NativeObject&, NativeArguments const&) {});
     auto* face = static_cast<ScriptObject*>(object.get());
     NativeValue value(1);
     rawSlot<void (*)(ScriptObject*, sstring const&, ScriptValue*)>(face, 11)(face, "x", &value);
@@ -197,9 +197,9 @@ TEST(RawSlots, LeadFromAnEngineToItsPump)
 TEST(RawSlots, OfTheServicesReachTheirFunctions)
 {
     auto engine = NativeEngine::make();
-    const char* guid = "385251A2-815A-419c-8C94-19CD16E03983";
+    char const* guid = "385251A2-815A-419c-8C94-19CD16E03983";
     LibManager& manager = engine->manager();
-    auto* platform = rawSlot<HostPlatform* (*)(LibManager*, const char**)>(&manager, 1)(&manager, &guid);
+    auto* platform = rawSlot<HostPlatform* (*)(LibManager*, char const**)>(&manager, 1)(&manager, &guid);
     ASSERT_NE(platform, nullptr);
     auto* value = rawSlot<ScriptValue* (*)(HostPlatform*, ScriptEngine*)>(platform, 8)(platform, engine.get());
     EXPECT_TRUE(value->isNull());

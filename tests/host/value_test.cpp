@@ -150,7 +150,7 @@ TEST(Value, OfACallableObjectIsAFunction)
 {
     auto engine = NativeEngine::make();
     NativeObjectRef object = engine->makeObject();
-    object->makeCallable([](NativeObject&, const NativeArguments&) { return NativeResult(1); });
+    object->makeCallable([](NativeObject&, NativeArguments const&) { return NativeResult(1); });
     NativeValue value(object);
     EXPECT_TRUE(value.isFunction());
     EXPECT_FALSE(value.isObject());

@@ -1,5 +1,5 @@
 // tests/page/content_test.cpp: which nodes, markers and text codes each tag becomes.
-#include "pagesupport.h"
+#include "tests/page/pagesupport.h"
 
 #include "page/guihtmltext.h"
 

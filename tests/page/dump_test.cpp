@@ -1,5 +1,5 @@
 // tests/page/dump_test.cpp: the text dump, line by line.
-#include "pagesupport.h"
+#include "tests/page/pagesupport.h"
 
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guihtmlcontrolhidden.h"
@@ -139,8 +139,7 @@ TEST(Dump, RequestsSizesAndRangesAreUnsignedTheRestIsSigned)
     node.ensureScroll().rangeY = 3000000000u;
     EXPECT_EQ(lineWith(node, "rect:"), "rect: (-5,-7)-(-2,-5) = 3x2");
     EXPECT_EQ(lineWith(node, "static:"), "static: X=4000000000 pixels, Y=3000000000%, cxMin=-1, cyMin=-2");
-    EXPECT_EQ(lineWith(node, "dynamic:"),
-              "dynamic: X=4000000000%, Y=3000000000/unbound, cxMin=-3, cyMin=-4, cxPref=0");
+    EXPECT_EQ(lineWith(node, "dynamic:"), "dynamic: X=4000000000%, Y=3000000000/unbound, cxMin=-3, cyMin=-4, cxPref=0");
     EXPECT_EQ(lineWith(node, "active:"), "active: cx=4000000000, cy=3000000000");
     EXPECT_EQ(lineWith(node, "scroll:"), "scroll: =4000000000, =3000000000");
 }

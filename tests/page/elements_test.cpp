@@ -1,5 +1,5 @@
 // tests/page/elements_test.cpp: what the attributes of each element become.
-#include "pagesupport.h"
+#include "tests/page/pagesupport.h"
 
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guihtmlcontroledit.h"

@@ -1,6 +1,6 @@
 // tests/page/groups_test.cpp: which groups of attributes each element reads, and which elements count as block objects
 // to the table or form behind them.
-#include "pagesupport.h"
+#include "tests/page/pagesupport.h"
 
 #include <set>
 

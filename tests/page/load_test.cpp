@@ -1,5 +1,5 @@
 // tests/page/load_test.cpp: what a whole page says about its node and its window, and pages made to hurt.
-#include "pagesupport.h"
+#include "tests/page/pagesupport.h"
 
 #include "controls/guihtmlcontrollist.h"
 #include "foundation/vela-mlparser.h"

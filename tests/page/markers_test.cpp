@@ -1,5 +1,5 @@
 // tests/page/markers_test.cpp: markers and blanks, rule by rule.
-#include "pagesupport.h"
+#include "tests/page/pagesupport.h"
 
 #include "page/guihtmlparser.h"
 #include "page/guihtmltext.h"

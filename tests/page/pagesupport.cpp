@@ -1,5 +1,5 @@
 // tests/page/pagesupport.cpp: see pagesupport.h.
-#include "pagesupport.h"
+#include "tests/page/pagesupport.h"
 
 #include "controls/guihtmlcontrol.h"
 #include "page/guihtmltext.h"

@@ -1,5 +1,5 @@
 // tests/page/tree_test.cpp: nodes by themselves: defaults, children, copies, look-up, geometry, focus order, registry.
-#include "pagesupport.h"
+#include "tests/page/pagesupport.h"
 
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guihtmlcustom.h"

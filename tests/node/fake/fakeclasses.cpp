@@ -156,7 +156,7 @@ struct Fire
     int delayMs;
 };
 
-void publish(const char* name, ScriptValue* value) { fake.session->setProperty(name, value); }
+void publish(char const* name, ScriptValue* value) { fake.session->setProperty(name, value); }
 
 void runFire(Fire* fire)
 {
@@ -245,7 +245,7 @@ FAKE_METHOD(testResolve)
 /// testReadFile(path): the length, -1 when there is none.
 FAKE_METHOD(testReadFile)
 {
-    const void* bytes = nullptr;
+    void const* bytes = nullptr;
     unsigned length = 0;
     bool good = fake.files->readFile(self, args.get(0)->toString(0), &bytes, &length);
     result.setInt(good ? static_cast<int>(length) : -1);
@@ -325,7 +325,7 @@ bool refuseSet(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValue const&, S
 
 struct Entry
 {
-    const char* name;
+    char const* name;
     ScriptMethod method;
 };
 

@@ -21,7 +21,7 @@ struct Sentinel
     }
 } sentinel;
 
-const char* const kNames[] = {"GuiWindow", "GuiControl", "GuiSizePolicy", "GuiToolkit", "GuiImage", nullptr};
+char const* const kNames[] = {"GuiWindow", "GuiControl", "GuiSizePolicy", "GuiToolkit", "GuiImage", nullptr};
 
 struct Pending
 {
@@ -42,7 +42,7 @@ void onComplete(ScriptValue& value, void* context)
 
 } // namespace
 
-void failHost(const char* what)
+void failHost(char const* what)
 {
     std::fprintf(stderr, "fake: %s\n", what);
     std::_Exit(99);
@@ -87,7 +87,7 @@ extern "C" {
 __attribute__((visibility("default"))) int Init(LibManager& manager)
 {
     fake.manager = &manager;
-    auto get = [&](const char* guid) { return manager.getInterface(&guid); };
+    auto get = [&](char const* guid) { return manager.getInterface(&guid); };
     fake.files = static_cast<HostLoadFile*>(get(kHostLoadFileGuid));
     fake.forms = static_cast<HostFormProp*>(get(kHostFormPropGuid));
     fake.platform = static_cast<HostPlatform*>(get(kHostPlatformGuid));
@@ -112,9 +112,9 @@ __attribute__((visibility("default"))) int Shutdown()
     return 1;
 }
 
-__attribute__((visibility("default"))) const char* const* GetCompNames() { return kNames; }
+__attribute__((visibility("default"))) char const* const* GetCompNames() { return kNames; }
 
-__attribute__((visibility("default"))) int ConfigCompClass(void*, const char* name, ScriptClass& scriptClass)
+__attribute__((visibility("default"))) int ConfigCompClass(void*, char const* name, ScriptClass& scriptClass)
 {
     if (strcasecmp(name, "GuiWindow") == 0)
         return configureWindow(scriptClass);

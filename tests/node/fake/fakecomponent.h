@@ -39,7 +39,7 @@ struct Fake
 
 extern Fake fake;
 
-[[noreturn]] void failHost(const char* what);
+[[noreturn]] void failHost(char const* what);
 ScriptPump* fakePump();
 
 /// Runs `job` on the fake GUI thread; the script thread pumps meanwhile, the GUI thread runs it directly.

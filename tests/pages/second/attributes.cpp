@@ -1,5 +1,5 @@
 // tests/pages/second/attributes.cpp: see attributes.h.
-#include "attributes.h"
+#include "tests/pages/second/attributes.h"
 
 #include <algorithm>
 #include <map>

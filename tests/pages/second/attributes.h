@@ -1,8 +1,8 @@
 // tests/pages/second/attributes.h: what the attributes that many tags share mean.
 #pragma once
 
-#include "markup.h"
-#include "node.h"
+#include "tests/pages/second/markup.h"
+#include "tests/pages/second/node.h"
 
 #include <initializer_list>
 

@@ -1,8 +1,8 @@
 // tests/pages/second/build.cpp: see build.h.
-#include "build.h"
+#include "tests/pages/second/build.h"
 
-#include "attributes.h"
-#include "markup.h"
+#include "tests/pages/second/attributes.h"
+#include "tests/pages/second/markup.h"
 
 #include <QDir>
 #include <QFile>

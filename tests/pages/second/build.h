@@ -1,7 +1,7 @@
 // tests/pages/second/build.h: from markup to nodes.
 #pragma once
 
-#include "node.h"
+#include "tests/pages/second/node.h"
 
 namespace second {
 

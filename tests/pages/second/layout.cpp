@@ -1,8 +1,8 @@
 // tests/pages/second/layout.cpp: see layout.h. Nothing is remembered from one step to the next but the numbers of the
 // nodes; each rule is written where it applies, once for each axis.
-#include "layout.h"
+#include "tests/pages/second/layout.h"
 
-#include "measure.h"
+#include "tests/pages/second/measure.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // tests/pages/second/layout.h: sizes and places of all nodes, computed a second time in the plainest way.
 #pragma once
 
-#include "node.h"
+#include "tests/pages/second/node.h"
 
 namespace second {
 

@@ -1,7 +1,7 @@
 // tests/pages/second/main.cpp: PAGE.html WIDTH HEIGHT: prints the dump that the page should have, computed by a program
 // that shares no code with the component.
-#include "build.h"
-#include "layout.h"
+#include "tests/pages/second/build.h"
+#include "tests/pages/second/layout.h"
 
 #include <QApplication>
 #include <cstdio>

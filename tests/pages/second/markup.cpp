@@ -1,5 +1,5 @@
 // tests/pages/second/markup.cpp: see markup.h.
-#include "markup.h"
+#include "tests/pages/second/markup.h"
 
 namespace second {
 

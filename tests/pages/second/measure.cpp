@@ -1,5 +1,5 @@
 // tests/pages/second/measure.cpp: see measure.h.
-#include "measure.h"
+#include "tests/pages/second/measure.h"
 
 #include <QApplication>
 #include <QFontInfo>

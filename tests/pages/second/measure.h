@@ -1,7 +1,7 @@
 // tests/pages/second/measure.h: what texts and controls measure, asked from the toolkit's own font metrics.
 #pragma once
 
-#include "node.h"
+#include "tests/pages/second/node.h"
 
 #include <QFont>
 

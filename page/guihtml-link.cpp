@@ -1,0 +1,113 @@
+// page/guihtml-link.cpp: follows links. One that begins with "event://" calls a script handler, any other loads a file
+// into a node. A handler may replace the page or close the window, so nothing of the node is touched after one ran
+// unless it lives.
+#include "page/guihtml.h"
+#include "page/guilinkname.h"
+#include "page/guinodewatch.h"
+#include "page/guipagehost.h"
+#include "runtime/guihtmlbase.h"
+
+namespace {
+
+ScriptObject* pageObjectOf(guiHtml* node)
+{
+    guiHtmlBase* root = node->getBaseHtml();
+    return root ? root->getPageObject() : nullptr;
+}
+
+/// The name of the handler in a link, with its arguments; "" when the link is none that calls a handler.
+sstring eventIn(sstring const& link)
+{
+    unsigned at = link.find(sstring(kEventPrefix));
+    return at == sstring::npos ? sstring() : link.subString(at + sizeof(kEventPrefix) - 1);
+}
+
+/// Calls the handler on the given object or, if that has none of its name, on the page's. 0 when neither has one.
+int callHandler(guiHtml* node, ScriptObject* object, ScriptObject* page, sstring const& event, sstring& reply)
+{
+    guiPageHost* host = guiPageHost::current();
+    if (!host)
+        return 0;
+    if (object && host->callHandler(node, object, event, reply))
+        return 1;
+    return page && page != object ? host->callHandler(node, page, event, reply) : 0;
+}
+
+guiHtml* nearestNamed(guiHtml* node)
+{
+    while (node && !node->hasString(kStringName))
+        node = node->getParent();
+    return node;
+}
+
+/// The frame that contains the node: the child of the nearest frameset above it; the root when there is none.
+guiHtml* frameOf(guiHtml* node)
+{
+    guiHtml* at = node;
+    while (at->getParent() && at->getParent()->getType() != guiHtml::kTypeFrameset)
+        at = at->getParent();
+    return at;
+}
+
+guiHtml* findTarget(guiHtml* node, sstring const& target)
+{
+    if (target == "_parent")
+        return nearestNamed(node);
+    guiHtmlBase* root = node->getBaseHtml();
+    if (target == "_top" || !root)
+        return root;
+    return target.getLength() != 0 && target != "_self" ? root->getNamed(target) : nullptr;
+}
+
+} // namespace
+
+int guiHtml::onEvent(sstring name, ScriptObject* object)
+{
+    guiNodeWatch self(this);
+    ScriptObject* page = pageObjectOf(this);
+    if (onHyperlink(name, object))
+        return 1;
+    return object && object != page && self.alive() ? onHyperlink(name, nullptr) : 0;
+}
+
+int guiHtml::onHyperlink(sstring link, ScriptObject* object)
+{
+    sstring target;
+    sstring rest;
+    guiSplitTarget(guiDecodePercent(link), target, rest);
+    return rest.find(sstring(kEventPrefix)) != sstring::npos ? onHyperlinkAction(rest, target, object)
+                                                             : onHyperlinkFile(rest, target);
+}
+
+int guiHtml::onHyperlinkAction(sstring& link, sstring& target, ScriptObject* object)
+{
+    sstring event = eventIn(link);
+    if (event.getLength() == 0)
+        return 0;
+    guiNodeWatch self(this);
+    guiNodeWatch root(getBaseHtml());
+    sstring reply;
+    if (!callHandler(this, object, pageObjectOf(this), event, reply))
+        return 0;
+    // A handler that replaced this node's page and names a file means the window that the node was in, if it still has
+    // one.
+    auto* window = static_cast<guiHtmlBase*>(root.get());
+    guiHtml* from = self.alive() ? this : window;
+    if (window && window->isReleased())
+        return 1;
+    return reply.getLength() != 0 && from ? from->onHyperlinkFile(reply, target) : 1;
+}
+
+int guiHtml::onHyperlinkFile(sstring& link, sstring& target)
+{
+    bool isOwn = getType() == kTypeImage && (target.getLength() == 0 || target == "_self");
+    guiHtml* into = isOwn ? this : findTarget(this, target);
+    if (!into)
+        into = frameOf(this);
+    sstring file;
+    sstring bookmark;
+    guiSplitBookmark(link, file, bookmark);
+    if (file.getLength() != 0)
+        file = guiFullName(this, file);
+    return into->loadFile(bookmark.getLength() != 0 ? file + "#" + bookmark : file);
+}

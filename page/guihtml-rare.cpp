@@ -1,0 +1,201 @@
+// page/guihtml-rare.cpp: reads and writes what few nodes have. Reading never makes the side record, nor does writing a
+// default.
+#include "page/guihtml-rare.h"
+
+#include "page/guifontepoch.h"
+
+#include <QScrollBar>
+
+namespace {
+
+sstring toText(std::u16string const& value) { return sstring(reinterpret_cast<unsigned short const*>(value.c_str())); }
+
+std::u16string toUnits(sstring const& value)
+{
+    unsigned short const* units = value.getUnicode();
+    return std::u16string(units, units + value.getLength());
+}
+
+template <typename Texts>
+auto* findText(Texts& texts, guiNodeString which)
+{
+    for (auto& text : texts)
+        if (text.which == which)
+            return &text;
+    return static_cast<decltype(&texts.front())>(nullptr);
+}
+
+} // namespace
+
+guiHtml::rare_t::rare_t(rare_t const& other)
+    : borderLight(other.borderLight),
+      borderColor(other.borderColor),
+      borderDark(other.borderDark),
+      background(other.background),
+      hasBackground(other.hasBackground),
+      fontSize(other.fontSize),
+      tabIndex(other.tabIndex),
+      captionWidth(other.captionWidth),
+      captionHeight(other.captionHeight),
+      texts(other.texts),
+      backgroundImage(other.backgroundImage ? std::make_unique<QPixmap>(*other.backgroundImage) : nullptr),
+      scroll(other.scroll ? std::make_unique<scroll_t>(*other.scroll) : nullptr)
+{
+    if (scroll)
+        scroll->barX = scroll->barY = nullptr;
+}
+
+namespace {
+
+// Made once and for ever: the GUI thread still runs while the process exits.
+template <typename T>
+T const& defaultsOf()
+{
+    static T const& defaults = *new T;
+    return defaults;
+}
+
+} // namespace
+
+guiHtml::rare_t const& guiHtml::rare() const { return m.rare ? *m.rare : defaultsOf<rare_t>(); }
+
+guiHtml::rare_t& guiHtml::ensureRare()
+{
+    if (!m.rare)
+        m.rare = std::make_unique<rare_t>();
+    return *m.rare;
+}
+
+sstring guiHtml::getString(guiNodeString which) const
+{
+    auto const* text = findText(rare().texts, which);
+    return text ? toText(text->value) : sstring();
+}
+
+bool guiHtml::isString(guiNodeString which, sstring const& value, bool fold) const
+{
+    if (!hasString(which))
+        return value.getLength() == 0;
+    auto const* text = findText(m.rare->texts, which);
+    if (text->value.size() != value.getLength())
+        return false;
+    auto const* units = reinterpret_cast<unsigned short const*>(text->value.c_str());
+    return (fold ? stricmp16(units, value.getUnicode()) : strcmp16(units, value.getUnicode())) == 0;
+}
+
+void guiHtml::setString(guiNodeString which, sstring const& value)
+{
+    if (which == kStringFace)
+        guiFontEpoch::advance();
+    if (which == kStringSource || which == kStringBackground)
+        s_namedLoads.fetch_add(1, std::memory_order_relaxed);
+    if (value.getLength() == 0) {
+        if (m.rare)
+            std::erase_if(m.rare->texts, [which](auto const& text) { return text.which == which; });
+        m.rareParts = static_cast<std::uint16_t>(m.rareParts & ~(1u << which));
+        return;
+    }
+    auto& texts = ensureRare().texts;
+    if (auto* text = findText(texts, which))
+        text->value = toUnits(value);
+    else
+        texts.push_back({which, toUnits(value)});
+    m.rareParts = static_cast<std::uint16_t>(m.rareParts | (1u << which));
+}
+
+guiColor guiHtml::getBorderLight() const { return rare().borderLight; }
+guiColor guiHtml::getBorderColor() const { return rare().borderColor; }
+guiColor guiHtml::getBorderDark() const { return rare().borderDark; }
+
+void guiHtml::setBorderColors(guiColor light, guiColor color, guiColor dark)
+{
+    if (light == getBorderLight() && color == getBorderColor() && dark == getBorderDark())
+        return;
+    rare_t& to = ensureRare();
+    to.borderLight = light;
+    to.borderColor = color;
+    to.borderDark = dark;
+}
+
+guiColor guiHtml::getBackgroundColor() const { return rare().background; }
+bool guiHtml::hasBackgroundColor() const { return rare().hasBackground; }
+
+void guiHtml::setBackgroundColor(guiColor color)
+{
+    ensureRare().background = color;
+    m.rare->hasBackground = true;
+}
+
+int guiHtml::getFontSize() const { return rare().fontSize; }
+
+void guiHtml::setFontSize(int size)
+{
+    if (size != getFontSize())
+        ensureRare().fontSize = size;
+}
+
+int guiHtml::getTabIndex() { return rare().tabIndex; }
+
+void guiHtml::setTabIndex(int index)
+{
+    if (index != rare().tabIndex)
+        ensureRare().tabIndex = index;
+}
+
+QPixmap const* guiHtml::getBackgroundPixmap() const { return rare().backgroundImage.get(); }
+void guiHtml::setBackgroundPixmap(QPixmap const& image)
+{
+    ensureRare().backgroundImage = std::make_unique<QPixmap>(image);
+}
+void guiHtml::clearBackgroundPixmap()
+{
+    if (m.rare)
+        m.rare->backgroundImage.reset();
+}
+
+guiHtml::scroll_t const& guiHtml::getScroll() const { return isScrolled() ? *m.rare->scroll : defaultsOf<scroll_t>(); }
+
+guiHtml::scroll_t& guiHtml::ensureScroll()
+{
+    rare_t& to = ensureRare();
+    if (!to.scroll) {
+        to.scroll = std::make_unique<scroll_t>();
+        m.rareParts |= kRareScroll;
+        mayScroll();
+    }
+    return *to.scroll;
+}
+
+void guiHtml::mayScroll()
+{
+    for (guiHtml* node = this; node; node = node->m.parent)
+        node->m.layout.forget(guiLayoutMemo::kNoBars);
+}
+
+void guiHtml::destroyScrollBars()
+{
+    if (!isScrolled())
+        return;
+    delete m.rare->scroll->barX;
+    delete m.rare->scroll->barY;
+}
+
+void guiHtml::resetScroll()
+{
+    destroyScrollBars();
+    if (m.rare)
+        m.rare->scroll.reset();
+    m.rareParts &= static_cast<std::uint16_t>(~kRareScroll);
+}
+
+unsigned guiHtml::getCaptionWidth() const { return rare().captionWidth; }
+unsigned guiHtml::measuredCaptionHeight() const { return m.rare->captionHeight; }
+
+void guiHtml::setCaptionSize(unsigned width, unsigned height)
+{
+    if (!(m.rareParts & kRareCaption) && width == 0 && height == 0)
+        return;
+    ensureRare().captionWidth = width;
+    m.rare->captionHeight = height;
+    m.rareParts |= kRareCaption;
+}

@@ -1,0 +1,193 @@
+// page/guihtml-tree.cpp: walks the tree: look-up by name, where a node lies in its window, the keyboard focus order,
+// and the Enter and Escape keys.
+#include "page/guihtml.h"
+
+#include "page/guihtmlservices.h"
+
+#include <QWidget>
+#include <algorithm>
+#include <vector>
+
+guiHtml* guiHtml::getLastChild() const
+{
+    for (unsigned i = getChildCount(); i-- > 0;)
+        if (guiChildList::isNode(getChild(i)))
+            return getChild(i);
+    return nullptr;
+}
+
+unsigned guiHtml::getDepth() const
+{
+    unsigned depth = 0;
+    for (guiHtml const* node = m.parent; node; node = node->m.parent)
+        ++depth;
+    return depth;
+}
+
+guiHtml* guiHtml::getNamed(sstring& name)
+{
+    if (isString(kStringName, name, true))
+        return this;
+    for (guiHtml* child : guiNodesOf(this))
+        if (guiHtml* found = child->getNamed(name))
+            return found;
+    return nullptr;
+}
+
+guiHtml* guiHtml::getBookmarked(sstring& bookmark)
+{
+    if (isString(kStringBookmark, bookmark, true))
+        return this;
+    for (guiHtml* child : guiNodesOf(this))
+        if (guiHtml* found = child->getBookmarked(bookmark))
+            return found;
+    return nullptr;
+}
+
+guiHtml* guiHtml::getNamed(sstring const& name)
+{
+    sstring copy = name;
+    return getNamed(copy);
+}
+
+guiHtml* guiHtml::getBookmarked(sstring const& bookmark)
+{
+    sstring copy = bookmark;
+    return getBookmarked(copy);
+}
+
+namespace {
+
+guiHtml* topOf(guiHtml* node)
+{
+    while (node->getParent())
+        node = node->getParent();
+    return node;
+}
+
+/// Left and top become the larger, right and bottom the smaller of the two; never a negative extent.
+guiRect intersect(guiRect const& a, guiRect const& b)
+{
+    guiRect both;
+    both.left = std::max(a.left, b.left);
+    both.top = std::max(a.top, b.top);
+    both.width = std::max(0, std::min(a.right(), b.right()) - both.left);
+    both.height = std::max(0, std::min(a.bottom(), b.bottom()) - both.top);
+    return both;
+}
+
+/// Moves a rectangle that is relative to the content of `parent` into the coordinates of `parent`'s own parent.
+void moveOut(guiRect& rect, guiHtml* parent)
+{
+    guiHtml::scroll_t const& scroll = parent->getScroll();
+    rect.left += parent->m.rect.left - static_cast<int>(scroll.posX);
+    rect.top += parent->m.rect.top - static_cast<int>(scroll.posY);
+}
+
+} // namespace
+
+QWidget* guiHtml::getTopLevelWidget()
+{
+    guiHtml* top = topOf(this);
+    return top == this ? nullptr : top->getTopLevelWidget();
+}
+
+guiHtmlBase* guiHtml::getBaseHtml()
+{
+    guiHtml* top = topOf(this);
+    return top == this ? nullptr : top->getBaseHtml();
+}
+
+void guiHtml::getClientRect(guiRect* out)
+{
+    *out = m.rect;
+    out->left += m.border;
+    out->top += m.border;
+    out->width = std::max(0, out->width - 2 * m.border);
+    out->height = std::max(0, out->height - 2 * m.border);
+}
+
+void guiHtml::getRectInWidget(guiRect* out)
+{
+    *out = m.rect;
+    for (guiHtml* above = m.parent; above; above = above->m.parent)
+        moveOut(*out, above);
+}
+
+void guiHtml::getClipRect(guiRect* out)
+{
+    *out = m.rect;
+    for (guiHtml* above = m.parent; above; above = above->m.parent) {
+        guiRect client;
+        above->getClientRect(&client);
+        moveOut(*out, above);
+        *out = intersect(*out, client);
+    }
+}
+
+guiHtml* guiHtml::findWidget(QWidget* widget)
+{
+    if (widget && getChildWidget() == widget)
+        return this;
+    for (guiHtml* child : guiNodesOf(this))
+        if (guiHtml* found = child->findWidget(widget))
+            return found;
+    return nullptr;
+}
+
+namespace {
+
+struct tabStop
+{
+    QWidget* widget;
+    int tabIndex;
+};
+
+/// In document order, until updateTabOrder() sorts it.
+using TabOrderList = std::vector<tabStop>;
+
+void findWidgets(guiHtml* node, TabOrderList& stops)
+{
+    if (QWidget* widget = node->getChildWidget())
+        stops.push_back({widget, node->getTabIndex()});
+    for (guiHtml* child : guiNodesOf(node))
+        findWidgets(child, stops);
+}
+
+} // namespace
+
+void guiHtml::updateTabOrder()
+{
+    if (!m.tabOrderDirty)
+        return;
+    m.tabOrderDirty = 0;
+    TabOrderList stops;
+    findWidgets(this, stops);
+    if (stops.empty())
+        return;
+    std::stable_sort(stops.begin(), stops.end(),
+                     [](tabStop const& a, tabStop const& b) { return a.tabIndex < b.tabIndex; });
+    QWidget* own = getTopLevelWidget();
+    if (own && own->hasFocus())
+        stops.front().widget->setFocus();
+    for (std::size_t i = 1; i < stops.size(); ++i)
+        QWidget::setTabOrder(stops[i - 1].widget, stops[i].widget);
+}
+
+int guiHtml::onEscape()
+{
+    if (!hasString(kStringName) || !isString(kStringName, guiServices::escapeControl(getBaseHtml())))
+        return 0;
+    guiServices::postTrigger(this);
+    return 1;
+}
+
+int guiHtml::onEnter()
+{
+    guiHtmlBase* base = getBaseHtml();
+    if (hasString(kStringName) && isString(kStringName, guiServices::enterControl(base))) {
+        guiServices::postTrigger(this);
+        return 1;
+    }
+    return guiServices::enterOnRoot(base);
+}
