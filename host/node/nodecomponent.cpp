@@ -5,11 +5,11 @@
 #include "host/node/nodeclass.h"
 #include "host/node/nodeengine.h"
 
-#include <dlfcn.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
+
+#include <dlfcn.h>
+#include <unistd.h>
 
 NodeComponent& NodeComponent::the()
 {

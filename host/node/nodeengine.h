@@ -4,10 +4,12 @@
 // An engine is made when the addon is loaded and never freed: handles of script objects may outlive their environment.
 #pragma once
 
+#include "host/hostslots.h"
 #include "host/node/nodeobject.h"
 #include "host/node/nodepump.h"
 #include "host/node/nodeservices.h"
-#include "script/hostinterface.h"
+
+#include <napi.h>
 
 #include <atomic>
 #include <functional>
@@ -19,52 +21,16 @@
 #include <utility>
 #include <vector>
 
-#include <napi.h>
-
 class NodeClass;
 class NodeComponent;
 
 /// The pump's owner, as the component asks for it.
-class NodeRuntime final : public ScriptRuntime
+class NodeRuntime final : public ScriptRuntimeSlots
 {
 public:
     explicit NodeRuntime(NodeEngine& engine) : m_pump(engine) {}
     NodePump& pump() { return m_pump; }
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
-    void reserved10() override {}
-    void reserved11() override {}
-    void reserved12() override {}
-    void reserved13() override {}
-    void reserved14() override {}
-    void reserved15() override {}
-    void reserved16() override {}
-    void reserved17() override {}
-    void reserved18() override {}
-    void reserved19() override {}
-    void reserved20() override {}
-    void reserved21() override {}
-    void reserved22() override {}
-    void reserved23() override {}
-    void reserved24() override {}
-    void reserved25() override {}
-    void reserved26() override {}
-    void reserved27() override {}
-    void reserved28() override {}
-    void reserved29() override {}
-    void reserved30() override {}
-    void reserved31() override {}
-    void reserved32() override {}
-    void reserved33() override {}
-    void reserved34() override {}
     ScriptPump* getPump(int) override { return &m_pump; }
 
 private:
@@ -88,7 +54,7 @@ private:
     Done m_done;
 };
 
-class NodeEngine final : public ScriptEngine
+class NodeEngine final : public ScriptEngineSlots
 {
 public:
     explicit NodeEngine(Napi::Env env);
@@ -198,19 +164,9 @@ public:
     /// Whether the environment still runs script.
     bool isScriptAlive();
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
     ScriptRuntime* getRuntime() override { return &m_runtime; }
     ScriptObject* createInstance(sstring const& className) override;
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
     ScriptValue* makeValue() override { return new NodeValue(); }
-    void reserved11() override {}
-    void reserved12() override {}
-    void reserved13() override {}
     void releaseValue(ScriptValue* value) override { delete static_cast<NodeValue*>(value); }
 
 private:

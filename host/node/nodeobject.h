@@ -7,8 +7,10 @@
 // properties live in the interpreter, and other threads ask the script thread for them.
 #pragma once
 
+#include "host/hostslots.h"
 #include "host/node/nodevalue.h"
-#include "script/hostinterface.h"
+
+#include <napi.h>
 
 #include <atomic>
 #include <map>
@@ -19,19 +21,14 @@
 #include <string>
 #include <vector>
 
-#include <napi.h>
-
 class NodeClass;
 class NodeEngine;
 
 /// The private slot of one object. Any thread.
-class NodePrivate final : public ScriptPrivate
+class NodePrivate final : public ScriptPrivateSlots
 {
 public:
-    void reserved1() override {}
     void* getData(char const* key) override;
-    void reserved3() override {}
-    void reserved4() override {}
     void setData(char const* key, void* data) override;
 
 private:
@@ -39,7 +36,7 @@ private:
     std::map<std::string, void*, std::less<>> m_data;
 };
 
-class NodeObject final : public ScriptObject
+class NodeObject final : public ScriptObjectSlots
 {
 public:
     enum class Kind
@@ -103,15 +100,6 @@ public:
     ScriptMethod ownMethod(std::u16string const& name) const;
     void publishMethods(std::shared_ptr<const MethodNames> names);
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
     bool getProperty(sstring const& name, ScriptValue* out) override;
     void setProperty(sstring const& name, ScriptValue* value) override;
     void deleteProperty(sstring const& name) override;
@@ -123,20 +111,10 @@ public:
     int beginSession(int flags) override;
     int endSession() override;
     void windowState(int isOpen) override;
-    void reserved21() override {}
-    void reserved22() override {}
-    void reserved23() override {}
     void callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result) override;
-    void reserved25() override {}
     void callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
                          void* context) override;
-    void reserved27() override {}
-    void reserved28() override {}
-    void reserved29() override {}
     bool hasMethod(sstring const& name) override;
-    void reserved31() override {}
-    void reserved32() override {}
-    void reserved33() override {}
     ScriptEngine* getEngine() override;
 
 private:

@@ -10,10 +10,10 @@
 
 #include "host/node/nodeengine.h"
 
-#include <poll.h>
-
 #include <algorithm>
 #include <chrono>
+
+#include <poll.h>
 
 namespace {
 

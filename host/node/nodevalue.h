@@ -2,8 +2,8 @@
 // thread reads arguments and writes results without touching the interpreter.
 #pragma once
 
+#include "host/hostslots.h"
 #include "host/node/nodetext.h"
-#include "script/hostinterface.h"
 
 #include <deque>
 #include <variant>
@@ -32,7 +32,7 @@ private:
 
 /// A value: null, boolean, number, string or object (functions are objects that can be called). Not shared between
 /// threads without outside locking.
-class NodeValue final : public ScriptValue
+class NodeValue final : public ScriptValueSlots
 {
 public:
     using Data = std::variant<std::monostate, bool, double, std::u16string, ObjectHold>;
@@ -60,14 +60,12 @@ public:
     double toNumber(double fallback) const override;
     sstring toString(int flags) const override;
     ScriptObject* toObject(int flags) const override;
-    void reserved13() override {}
     void setNull() override { m_data = std::monostate(); }
     void setInt(int value) override { m_data = static_cast<double>(value); }
     void setBool(int value) override { m_data = value != 0; }
     void setNumber(double value) override { m_data = value; }
     void setString(sstring const& value) override { m_data = toText(value); }
     void setObject(ScriptObject* value) override;
-    void reserved20() override {}
     void assign(ScriptValue const& other) override;
 
 private:
@@ -75,17 +73,12 @@ private:
 };
 
 /// The arguments of one call.
-class NodeArgs final : public ScriptArgs
+class NodeArgs final : public ScriptArgsSlots
 {
 public:
     void add(NodeValue value) { m_values.push_back(std::move(value)); }
     std::deque<NodeValue> const& values() const { return m_values; }
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
     void append(ScriptValue* value) override;
     int count() override { return static_cast<int>(m_values.size()); }
     ScriptValue* get(int index) override;
