@@ -10,7 +10,6 @@
 #include <optional>
 #include <string>
 
-
 /// Relative names belong to the folder of the object that asks, or else to the folder of the host. "vfs://Name/file"
 /// names a file inside the folder that was added as "Name", and nothing outside of it. Any thread.
 class NativeFileService final : public HostLoadFileSlots

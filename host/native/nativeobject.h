@@ -123,9 +123,9 @@ private:
 
     enum class Stage
     {
-        Plain,
-        Created,
-        Destroyed
+        kPlain,
+        kCreated,
+        kDestroyed
     };
 
     /// A property is a value or, for a window that must not be held, the number of its object.
@@ -141,7 +141,7 @@ private:
     NativeClass const* const m_class;
     std::string const m_className;
     std::atomic<int> m_keeps{1};
-    std::atomic<Stage> m_stage{Stage::Plain};
+    std::atomic<Stage> m_stage{Stage::kPlain};
     std::atomic<bool> m_callable{false};
     NativePrivate m_private;
     mutable std::mutex m_mutex; // guards everything below

@@ -5,7 +5,6 @@
 
 #include <atomic>
 
-
 class NativeEngine;
 
 /// Any thread. Everything is made in the one engine, whichever is passed.

@@ -7,7 +7,6 @@
 #include <mutex>
 #include <string>
 
-
 /// Pointers by key. Any thread.
 class NativePrivate final : public ScriptPrivateSlots
 {

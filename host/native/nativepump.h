@@ -9,7 +9,6 @@
 #include <functional>
 #include <mutex>
 
-
 /// `post` and `wake` may be called on any thread, everything else on the script thread. Turns may be nested: a piece of
 /// work may take turns itself.
 class NativePump final : public ScriptPumpSlots

@@ -76,9 +76,9 @@ public:
 private:
     enum class Sleep
     {
-        Awake,
-        OnSignal,
-        InLoop
+        kAwake,
+        kOnSignal,
+        kInLoop
     };
 
     static void onAsync(uv_async_t* handle);
@@ -112,5 +112,5 @@ private:
     std::condition_variable m_signal;
     std::deque<NodeTask> m_tasks;
     bool m_isWoken = false;
-    Sleep m_sleep = Sleep::Awake;
+    Sleep m_sleep = Sleep::kAwake;
 };
