@@ -113,20 +113,15 @@ NodeValue NodeEngine::callAndWait(NodeObject& target, NodeObject& self, std::u16
     auto call = m_calls.add([&result](NodeValue& value) { result = value; });
     if (call->isDone())
         return result;
+    // An async handler that never ends, such as a clock in an opened window, is left alone once its window is closed.
+    bool const isOpenWindow = m_windows.contains(self);
     NodePump::Wait wait(pump());
     callScript(call, target, self, name, args);
-    waitFor(*call, self);
-    return result;
-}
-
-/// Until the promise of an async handler settles. A handler that never ends, such as a clock in an opened window, is
-/// left alone once its window is closed.
-void NodeEngine::waitFor(NodeCall& call, NodeObject& receiver)
-{
-    bool wasOpen = m_windows.contains(receiver);
-    while (!call.isDone()) {
-        pump().step();
-        if (wasOpen && !m_windows.contains(receiver))
-            m_calls.complete(call.id(), NodeValue());
+    while (!call->isDone()) {
+        if (isOpenWindow && !m_windows.contains(self))
+            m_calls.complete(call->id(), NodeValue());
+        else
+            pump().step();
     }
+    return result;
 }

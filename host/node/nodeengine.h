@@ -163,7 +163,6 @@ private:
 
     bool callOwnTable(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
                       NodeArgs::Values const& args);
-    void waitFor(NodeCall& call, NodeObject& receiver);
 
     Napi::FunctionReference wrapFunction(void (NodeEngine::*work)());
     void runOneTask();

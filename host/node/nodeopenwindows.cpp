@@ -8,11 +8,29 @@
 
 void NodeOpenWindows::notice(NodeObject& window, bool isOpen)
 {
-    m_count.fetch_add(isOpen ? 1 : -1, std::memory_order_acq_rel);
-    m_engine.post([this, hold = NodeObjectHold(&window), isOpen] { isOpen ? add(*hold) : remove(*hold); });
+    {
+        std::lock_guard lock(m_mutex);
+        if (isOpen)
+            m_open.insert(&window);
+        else
+            m_open.erase(&window);
+    }
+    m_engine.post([this, hold = NodeObjectHold(&window), isOpen] { isOpen ? opened(*hold) : closed(*hold); });
 }
 
-void NodeOpenWindows::add(NodeObject& window)
+bool NodeOpenWindows::any() const
+{
+    std::lock_guard lock(m_mutex);
+    return !m_open.empty();
+}
+
+bool NodeOpenWindows::contains(NodeObject& window) const
+{
+    std::lock_guard lock(m_mutex);
+    return m_open.contains(&window);
+}
+
+void NodeOpenWindows::opened(NodeObject& window)
 {
     if (!m_held.try_emplace(&window, &window).second)
         return;
@@ -20,10 +38,10 @@ void NodeOpenWindows::add(NodeObject& window)
         NodeComponent::the().guardProcessExit();
 }
 
-void NodeOpenWindows::remove(NodeObject& window)
+void NodeOpenWindows::closed(NodeObject& window)
 {
-    auto closed = m_held.extract(&window); // let go of at the end: script hears of it while it is held
-    if (!closed)
+    auto held = m_held.extract(&window); // lets go at the end: script hears of it while the window is held
+    if (!held)
         return;
     Napi::HandleScope scope(m_engine.env());
     auto script = window.script();

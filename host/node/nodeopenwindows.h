@@ -4,31 +4,33 @@
 
 #include "host/node/nodeobjectref.h"
 
-#include <atomic>
 #include <map>
+#include <mutex>
+#include <set>
 
 class NodeEngine;
 
-/// Script thread, unless a function says otherwise.
+/// Any thread.
 class NodeOpenWindows
 {
 public:
     explicit NodeOpenWindows(NodeEngine& engine) : m_engine(engine) {}
 
-    /// The component's notice that a window was opened or has closed. Returns at once; the script thread acts on it
-    /// later. Any thread.
+    /// The component's notice that a window was opened or has closed. Counts at once; the script thread does later
+    /// what only it can do.
     void notice(NodeObject& window, bool isOpen);
-    /// Whether a window is open, by the last notice. Any thread.
-    bool any() const { return m_count.load(std::memory_order_acquire) > 0; }
-    /// Whether the script thread has heard of the window's opening and not of its end.
-    bool contains(NodeObject& window) const { return m_held.contains(&window); }
+    bool any() const;
+    bool contains(NodeObject& window) const;
 
 private:
-    void add(NodeObject& window);
-    void remove(NodeObject& window);
+    void opened(NodeObject& window);
+    void closed(NodeObject& window);
 
     NodeEngine& m_engine;
-    std::atomic<int> m_count{0};
+    mutable std::mutex m_mutex; // guards what follows
+    std::set<NodeObject*> m_open;
+
+    // Script thread.
     std::map<NodeObject*, NodeObjectHold> m_held;
     bool m_hadAny = false; // ever
 };
