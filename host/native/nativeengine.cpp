@@ -114,7 +114,7 @@ void NativeEngine::releaseValue(ScriptValue* value)
     std::unique_lock lock(m_mutex);
     auto released = m_values.extract(value);
     assert(released); // only what makeValue made, and once
-    lock.unlock(); // the value goes without the lock: it may hold the last handle of an object
+    lock.unlock();    // the value goes without the lock: it may hold the last handle of an object
 }
 
 void NativeEngine::dropValues()
