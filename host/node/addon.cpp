@@ -110,6 +110,8 @@ Napi::Value isWaiting(Info info)
     return Napi::Boolean::New(info.Env(), NodeEngine::of(info.Env()).pump().isWaiting());
 }
 
+void runMicrotasks(Info info) { NodeEngine::of(info.Env()).runMicrotasks(); }
+
 void setNextFolder(Info info) { NodeEngine::of(info.Env()).setNextFolder(info[0].As<Napi::String>()); }
 
 void setDefaultFolder(Info info)
@@ -160,6 +162,7 @@ Napi::Object initialize(Napi::Env env, Napi::Object exports)
     add("complete", complete);
     add("report", report);
     add("isWaiting", isWaiting);
+    add("runMicrotasks", runMicrotasks);
     add("setNextFolder", setNextFolder);
     add("setDefaultFolder", setDefaultFolder);
     add("mount", mount);

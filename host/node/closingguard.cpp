@@ -105,20 +105,3 @@ __attribute__((noinline)) void clearDeadStack()
     std::memset(dead, 0, kBytes);
     __asm__ volatile("" : : "r"(dead) : "memory"); // a store that counts
 }
-
-void startLast(uv_check_t* check, uv_check_cb callback)
-{
-    assert(check->loop && !uv_is_closing(reinterpret_cast<uv_handle_t*>(check)));
-    uv_check_stop(check);
-    uv_check_start(check, callback);
-    // A check handle that is started runs before all others: the others are started again, and so run before this one.
-    auto restart = [](uv_handle_t* handle, void* last) {
-        if (handle->type != UV_CHECK || handle == last || !uv_is_active(handle))
-            return;
-        auto other = reinterpret_cast<uv_check_t*>(handle);
-        auto itsCallback = other->check_cb;
-        uv_check_stop(other);
-        uv_check_start(other, itsCallback);
-    };
-    uv_walk(check->loop, restart, check);
-}

@@ -49,6 +49,3 @@ private:
 /// Clears the part of the stack right below the caller's frame. libuv's frames have large buffers that stay unfilled
 /// for the most part: what lies in them from before would count as pointers. To be called where the loop starts a turn.
 void clearDeadStack();
-
-/// Makes `check` the last check handle of its loop: it runs right before the closing phase.
-void startLast(uv_check_t* check, uv_check_cb callback);

@@ -7,6 +7,7 @@ const { native, classes } = require('./js/native.js');
 const { checkPromises, runCall } = require('./js/calls.js');
 const { construct, register } = require('./js/elements.js');
 const { mount, mountDefaults } = require('./js/files.js');
+const { runImmediates } = require('./js/immediates.js');
 const { hasMethod, scanMethods } = require('./js/methods.js');
 const { defineAccessor, defineMethod, tie } = require('./js/objects.js');
 const { currentSession, pageText } = require('./js/session.js');
@@ -15,8 +16,8 @@ const { runTicks, startWait } = require('./js/wait.js');
 const { GuiWindow, windowClosed } = require('./js/windows.js');
 
 native.start({
-    checkPromises, construct, defineAccessor, defineMethod, hasMethod, isAlive: () => true, projectTable, runCall, runTicks,
-    scanMethods, startWait, tie, windowClosed,
+    checkPromises, construct, defineAccessor, defineMethod, hasMethod, isAlive: () => true, projectTable, runCall, runImmediates,
+    runTicks, scanMethods, startWait, tie, windowClosed,
 });
 mountDefaults();
 

@@ -56,6 +56,13 @@ void NodeEngine::turnLoop()
     m_methodNames.publish();
 }
 
+bool NodeEngine::runImmediates()
+{
+    Napi::HandleScope scope(m_env);
+    auto areNoneLeft = m_helpers.call("runImmediates", {});
+    return areNoneLeft.IsEmpty() || areNoneLeft.ToBoolean();
+}
+
 void NodeEngine::runMicrotasks()
 {
     Napi::HandleScope scope(m_env);

@@ -122,6 +122,10 @@ public:
     void startTimers();
     /// Turns the event loop once, then runs promises.
     void turnLoop();
+    /// Runs the immediates that wait; false when Node must not look for more in this turn.
+    bool runImmediates();
+    /// Runs ticks and promises.
+    void runMicrotasks();
     /// Keeps the loop alive exactly as long as there is a window or work.
     void updateAlive();
 
@@ -168,7 +172,6 @@ private:
     void runOneTask();
     void publishMethodNames() { m_methodNames.publish(); }
     void runLoopOnce();
-    void runMicrotasks();
     void abandon();
 
     Napi::Env m_env;

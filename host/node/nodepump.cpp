@@ -3,9 +3,8 @@
 // A wait has two stages. The GUI thread answers most calls within some microseconds, so the first stage is a plain
 // signal and the event loop is left alone. Only what takes longer, above all a modal show(), turns the loop: timers,
 // promises and I/O go on then. uv_run is entered again from inside its own callbacks; that is outside of what libuv
-// promises, yet its queues are made for callbacks that change them, and Node's timer lists and immediates expect it.
-// Two things need help: a loop without active handles runs no timers, so our handle counts as active meanwhile; and a
-// timer callback that waits has already disarmed the one timer that Node keeps, so script starts a new one ("kick").
+// promises, yet its queues and Node's lists of timers are made for callbacks that change them. docs/node.md says what
+// needs help, and how.
 #include "host/node/nodepump.h"
 
 #include "host/node/nodeengine.h"
@@ -46,19 +45,21 @@ void NodePump::start(uv_loop_t* loop)
     m_loop = loop;
     uv_async_init(loop, &m_async, onAsync);
     uv_prepare_init(loop, &m_prepare);
-    uv_check_init(loop, &m_check);
-    m_async.data = m_prepare.data = m_check.data = this;
-    m_openHandles = 3;
+    uv_check_init(loop, &m_firstCheck);
+    uv_check_init(loop, &m_lastCheck);
+    m_async.data = m_prepare.data = m_firstCheck.data = m_lastCheck.data = this;
+    m_openHandles = 4;
     uv_unref(reinterpret_cast<uv_handle_t*>(&m_async));
     uv_prepare_start(&m_prepare, onPrepare);
     uv_unref(reinterpret_cast<uv_handle_t*>(&m_prepare));
-    startLast(&m_check, onCheck);
-    uv_unref(reinterpret_cast<uv_handle_t*>(&m_check));
+    frameChecks();
+    uv_unref(reinterpret_cast<uv_handle_t*>(&m_firstCheck));
+    uv_unref(reinterpret_cast<uv_handle_t*>(&m_lastCheck));
 }
 
 void NodePump::stop(std::function<void()> closed)
 {
-    assert(m_loop && isClosed() && m_openHandles == 3);
+    assert(m_loop && isClosed() && m_openHandles == 4);
     m_onStopped = std::move(closed);
     {
         std::lock_guard lock(m_mutex); // after this nobody sends to the handle
@@ -72,7 +73,8 @@ void NodePump::stop(std::function<void()> closed)
     };
     uv_close(reinterpret_cast<uv_handle_t*>(&m_async), onClosed);
     uv_close(reinterpret_cast<uv_handle_t*>(&m_prepare), onClosed);
-    uv_close(reinterpret_cast<uv_handle_t*>(&m_check), onClosed);
+    uv_close(reinterpret_cast<uv_handle_t*>(&m_firstCheck), onClosed);
+    uv_close(reinterpret_cast<uv_handle_t*>(&m_lastCheck), onClosed);
 }
 
 void NodePump::post(NodeTask task)
@@ -168,7 +170,15 @@ void NodePump::onPrepare(uv_prepare_t* handle)
     clearDeadStack();
 }
 
-void NodePump::onCheck(uv_check_t* handle)
+/// Before the check handle with which Node runs immediates.
+void NodePump::onFirstCheck(uv_check_t* handle)
+{
+    auto self = static_cast<NodePump*>(handle->data);
+    if (self->m_guard && !self->m_engine.runImmediates())
+        self->m_stoppedChecks = stopNodesChecks(self->m_loop);
+}
+
+void NodePump::onLastCheck(uv_check_t* handle)
 {
     auto self = static_cast<NodePump*>(handle->data);
     if (self->m_guard)
@@ -293,8 +303,17 @@ void NodePump::turnLoop()
         return;
     if (!m_guard) {
         m_guard = std::make_unique<ClosingGuard>(m_loop);
-        startLast(&m_check, onCheck); // again: when the script waits in an immediate, the loop is past this one
+        frameChecks(); // again: when the script waits in an immediate, the loop is past these
         m_engine.startTimers();
     }
     m_engine.turnLoop();
+    restart(std::exchange(m_stoppedChecks, {}));
+    startFirst(&m_firstCheck, onFirstCheck); // again: in front of those
+}
+
+/// Puts one check handle in front of all others and one behind.
+void NodePump::frameChecks()
+{
+    startLast(&m_lastCheck, onLastCheck);
+    startFirst(&m_firstCheck, onFirstCheck);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/hostslots.h"
+#include "host/node/checkphase.h"
 #include "host/node/closingguard.h"
 
 #include <uv.h>
@@ -84,7 +85,8 @@ private:
 
     static void onAsync(uv_async_t* handle);
     static void onPrepare(uv_prepare_t* handle);
-    static void onCheck(uv_check_t* handle);
+    static void onFirstCheck(uv_check_t* handle);
+    static void onLastCheck(uv_check_t* handle);
     bool take(NodeTask& task, bool handlersToo);
     bool runReady();
     bool takeWake();
@@ -92,6 +94,7 @@ private:
     void stepInLoop();
     void waitInLoop();
     void turnLoop();
+    void frameChecks();
     int loopTimeout();
     void rouse();
 
@@ -99,14 +102,16 @@ private:
     uv_loop_t* m_loop = nullptr; // not owned
     uv_async_t m_async{};
     uv_prepare_t m_prepare{};
-    uv_check_t m_check{};
+    uv_check_t m_firstCheck{};
+    uv_check_t m_lastCheck{};
     std::function<void()> m_onStopped;
     int m_openHandles = 0;
     int m_waitDepth = 0;
     bool m_isAlive = false;
-    std::unique_ptr<ClosingGuard> m_guard; // of this wait, once it has turned the loop
-    bool m_isQuiet = false;                // the last step of this wait ended because its time was up
-    int m_idleTurns = 0;                   // turns in a row for which the loop wanted no sleep
+    std::unique_ptr<ClosingGuard> m_guard;    // of this wait, once it has turned the loop
+    std::vector<uv_check_t*> m_stoppedChecks; // for the rest of this turn
+    bool m_isQuiet = false;                   // the last step of this wait ended because its time was up
+    int m_idleTurns = 0;                      // turns in a row for which the loop wanted no sleep
 
     std::atomic<bool> m_isClosed{false};
     mutable std::mutex m_mutex; // guards what follows

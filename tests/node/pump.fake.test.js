@@ -155,7 +155,7 @@ test('modal windows nest and return in order', async () => {
 });
 
 test('an error in a timer during show() is an uncaught error, not one of show()', async () => {
-    for (const thrower of ['setTimeout(fail, 2)', 'process.nextTick(fail)', 'queueMicrotask(fail)',
+    for (const thrower of ['setTimeout(fail, 2)', 'setImmediate(fail)', 'process.nextTick(fail)', 'queueMicrotask(fail)',
         'fs.readFile("/", fail)', '(async () => { await sleep(1); fail(); })()']) {
         const { stdout, stderr, code } = await runScript(`
             const fs = require('node:fs');
@@ -166,6 +166,80 @@ test('an error in a timer during show() is an uncaught error, not one of show()'
             window.ePostOpen = () => { ${thrower}; };
             try { console.log('show', window.show()); } catch (error) { console.log('caught by show', error.message); }`);
         assert.deepEqual([stdout, stderr, code], ['uncaught from outside\nshow null\n', '', 0], thrower);
+    }
+});
+
+test('an error during show() does not swallow the next one', async () => {
+    const { stdout, stderr, code } = await runScript(`
+        const fs = require('node:fs');
+        const fail = (what) => () => { throw new Error(what); };
+        process.on('uncaughtException', (error) => console.log(error.message));
+        const window = new tarn.GuiWindow('page.html');
+        window.ePostOpen = () => {
+            fs.readFile('/', fail('file')); // both are refused, and heard of in one turn
+            fs.readFile('/', fail('file'));
+            setImmediate(fail('immediate'));
+            setImmediate(fail('immediate'));
+            setTimeout(fail('timer'), 100);
+            setTimeout(fail('timer'), 100);
+            setTimeout(() => window.close(), 200);
+        };
+        console.log(window.show());`);
+    assert.deepEqual([stdout.split('\n').sort(), stderr, code],
+        [['', 'file', 'file', 'immediate', 'immediate', 'null', 'timer', 'timer'], '', 0]);
+});
+
+/** Runs `body(window)` while a window is shown, from the place that `from(show)` calls it. */
+const during = (body, from) => `
+    const { AsyncLocalStorage } = require('node:async_hooks');
+    const window = new (class extends tarn.GuiWindow { ePostOpen() { setTimeout(() => this.close(), 200); (${body})(this); } })('p');
+    const show = () => { window.show(); console.log('shown'); };
+    ${from}`;
+
+test('an immediate may show a window whatever stands before and behind it', async () => {
+    const body = 'function () { setImmediate(() => { console.log("inside"); setImmediate(() => console.log("again")); }); }';
+    for (const wait of ['show()', 'Promise.resolve().then(show)', 'process.nextTick(show)']) {
+        const from = `setImmediate(() => console.log('before')); setImmediate(() => { ${wait}; }); setImmediate(() => console.log('behind'));`;
+        const { stdout, stderr, code } = await runScript(during(body, from));
+        assert.deepEqual([stdout, stderr, code], ['before\ninside\nagain\nshown\nbehind\n', '', 0], wait);
+    }
+});
+
+test('an immediate shows a window inside the show() of another immediate', async () => {
+    const body = `function (outer) {
+        setImmediate(() => {
+            const inner = new tarn.GuiWindow('p');
+            setTimeout(() => { setImmediate(() => { console.log('innermost'); inner.close(); }); }, 5);
+            inner.show();
+            console.log('inner shown');
+        });
+        setImmediate(() => console.log('behind the inner one'));
+    }`;
+    const { stdout, stderr, code } = await runScript(during(body, 'setImmediate(show); setImmediate(() => console.log("behind"));'));
+    assert.deepEqual([stdout, stderr, code], ['behind the inner one\ninnermost\ninner shown\nshown\nbehind\n', '', 0]);
+});
+
+test('immediates run in order during show(), with their arguments, promises between them and the context they were made in', async () => {
+    const body = `function () {
+        const storage = new AsyncLocalStorage();
+        const say = (...what) => console.log(...what, storage.getStore());
+        storage.run('a', () => setImmediate((...args) => { say(...args); clearImmediate(cleared); Promise.resolve().then(() => say('promise')); }, 1, 2));
+        const cleared = setImmediate(() => say('cleared'));
+        storage.run('b', () => setImmediate(() => { say(3); process.nextTick(() => say('tick')); }));
+        setImmediate(() => say(4));
+    }`;
+    const { stdout, stderr, code } = await runScript(during(body, 'show();'));
+    assert.deepEqual([stdout, stderr, code], ['1 2 a\npromise a\n3 b\ntick b\n4 undefined\nshown\n', '', 0]);
+});
+
+test('immediates that never end leave timers and files their turns during show()', async () => {
+    const body = `function () {
+        (function again() { setImmediate(again).unref(); })();
+        require('node:fs').readFile(__filename, () => console.log('file'));
+    }`;
+    for (const from of ['show();', 'setImmediate(show);']) {
+        const { stdout, stderr, code } = await runScript(during(body, `${from} process.on('exit', () => console.log('exit'));`));
+        assert.deepEqual([stdout, stderr, code], ['file\nshown\nexit\n', '', 0], from);
     }
 });
 
