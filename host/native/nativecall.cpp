@@ -5,7 +5,7 @@
 void NativeCall::end(NativeValue& result)
 {
     [[maybe_unused]] bool hadEnded = m_ended.exchange(true);
-    assert(!hadEnded); // a second completion would write into a frame that is gone
+    assert(!hadEnded); // a second completion would write into a stack frame that no longer exists
     if (m_done)
         m_done(result, m_context);
 }
@@ -22,7 +22,7 @@ bool NativeCallTable::add(std::shared_ptr<NativeCall> const& call)
 void NativeCallTable::end(std::shared_ptr<NativeCall> const& call, NativeValue& result)
 {
     std::unique_lock lock(m_mutex);
-    bool isTaken = m_calls.erase(call) > 0; // who takes a call out of the table ends it
+    bool isTaken = m_calls.erase(call) > 0; // whoever takes a call out of the table ends it
     lock.unlock();
     if (isTaken)
         call->end(result);

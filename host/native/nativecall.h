@@ -1,4 +1,4 @@
-// host/native/nativecall.h: the asynchronous calls that have not ended, and the promise that each ends exactly once.
+// host/native/nativecall.h: the asynchronous calls that have not ended, each of which ends exactly once.
 #pragma once
 
 #include "host/native/nativearguments.h"
@@ -24,7 +24,7 @@ class NativeCall
 public:
     NativeCall(ScriptCompletion done, void* context) : m_done(done), m_context(context) {}
 
-    /// Calls the completion function with `result`. Once.
+    /// Calls the completion function with `result`. To be called once.
     void end(NativeValue& result);
     bool hasEnded() const { return m_ended; }
 
@@ -38,7 +38,7 @@ private:
 class NativeCallTable
 {
 public:
-    /// Takes a new call; false when the table is closed, and the call is not in it then.
+    /// Takes a new call. False when the table is closed; the call is not in it then.
     bool add(std::shared_ptr<NativeCall> const& call);
     /// Takes the call out and ends it with `result`, unless it has ended.
     void end(std::shared_ptr<NativeCall> const& call, NativeValue& result);

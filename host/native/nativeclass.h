@@ -1,4 +1,4 @@
-// host/native/nativeclass.h: what a class of the component declared of itself.
+// host/native/nativeclass.h: what a class of the component declares about itself.
 #pragma once
 
 #include "host/native/nativemethod.h"

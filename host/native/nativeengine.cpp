@@ -161,7 +161,7 @@ NativeValue NativeEngine::wait(NativeResult result)
         box->ready = true;
         engine->pump().wake();
     });
-    result = NativeResult(); // a NativeLater that only we hold is dropped, and gives null
+    result = NativeResult(); // a NativeLater that nobody else has is dropped and completes with null
     while (!box->ready && !m_stopped)
         pump().step();
     return box->ready ? box->value : NativeValue();
@@ -207,7 +207,7 @@ void NativeEngine::clear()
 {
     assert(onScriptThread() && !hasComponent());
     m_windows.clear();
-    pump().runOnce(0); // objects whose end travelled here
+    pump().runOnce(0); // ends objects whose last handle went on another thread
     setSession(nullptr);
     dropValues();
     m_classObjects.clear();

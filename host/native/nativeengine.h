@@ -1,5 +1,5 @@
-// host/native/nativeengine.h: the heart of the host: it holds the script thread's queue, the services, the classes, the
-// objects and the calls that are under way. Objects keep it, so a handle may outlive the NativeHost.
+// host/native/nativeengine.h: the core of the host: the script thread's queue, the services, the classes, the objects
+// and the calls in progress. Objects keep it alive, so a handle may outlive the NativeHost.
 #pragma once
 
 #include "host/hostslots.h"
@@ -18,7 +18,7 @@
 #include <memory>
 #include <unordered_set>
 
-/// Makes the parts of an object of a class that the application registered: adds its handlers and properties.
+/// Completes a new object of a class that the application registered: adds its handlers and properties.
 using NativeFactory = std::function<void(NativeObject& object, NativeArguments const& args)>;
 
 class NativeEngine final : public ScriptEngineSlots, public std::enable_shared_from_this<NativeEngine>
@@ -36,15 +36,15 @@ public:
     NativeOpenWindows& windows() { return m_windows; }
     bool onScriptThread() const { return m_scriptThread.isCurrent(); }
 
-    /// Whether the component is there to be called: from `setComponent(true)` before Init to `setComponent(false)`
+    /// Whether the component may be called: from `setComponent(true)` before Init to `setComponent(false)`
     /// before Shutdown.
     bool hasComponent() const { return m_hasComponent; }
     void setComponent(bool present) { m_hasComponent = present; }
 
-    /// Whether a function of the component is running on the script thread, below the one that asks. Script thread.
+    /// Whether a function of the component is further down on the stack. Script thread.
     bool insideComponent() const { return m_componentDepth > 0; }
-    /// Marks that a function of the component is running, while it lives. Counts on the script thread, and does nothing
-    /// on another one.
+    /// Marks, for as long as it exists, that a function of the component is running. Does nothing outside the script
+    /// thread.
     class ComponentCall
     {
     public:
@@ -55,7 +55,7 @@ public:
 
     private:
         NativeEngine& m_engine;
-        int const m_depth; // of this call, from 1; 0 on another thread
+        int const m_depth; // of this call, from 1; 0 outside the script thread
     };
 
     /// Takes a class of the component. Script thread, before any object of it is made.
@@ -73,12 +73,12 @@ public:
     /// thread.
     NativeObjectRef classObject(std::string const& className);
 
-    /// The session object, empty until the first window was made. Any thread.
+    /// The session object, empty until the first window has been made. Any thread.
     NativeObjectRef session() const;
     void setSession(NativeObjectRef session);
 
-    /// The value of a result, once it is there; other work of the script thread goes on meanwhile. Null when the host
-    /// stops before. Script thread.
+    /// Waits for the value of a result; the script thread does its other work meanwhile. Null when the host stops
+    /// first. Script thread.
     NativeValue wait(NativeResult result);
     /// Runs a method on the script thread soon and then calls `done`. Any thread.
     void startCall(NativeCallTarget target, ScriptCompletion done, void* context);

@@ -1,9 +1,9 @@
-// host/native/nativeentrypoints.h: the four functions that a component is made of.
+// host/native/nativeentrypoints.h: the four entry points of a component.
 #pragma once
 
 #include "script/hostinterface.h"
 
-/// The entry points of one component, in the order of their use.
+/// In the order of their use.
 struct NativeEntryPoints
 {
     int (*init)(LibManager& manager);

@@ -141,7 +141,8 @@ std::optional<std::filesystem::path> NativeFileService::locate(ScriptObject* rel
     return resolve(relativeTo, name);
 }
 
-/// A ".." must not lead out of the folder, not even for a moment; links inside the folder are the application's own.
+/// A ".." must not lead out of the folder, not even for a moment; symbolic links inside the folder are the
+/// application's own business.
 std::optional<std::filesystem::path> NativeFileService::locateVirtual(std::string const& name) const
 {
     std::string rest = name.substr(kVirtual.size());

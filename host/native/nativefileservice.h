@@ -10,7 +10,7 @@
 #include <optional>
 #include <string>
 
-/// Relative names belong to the folder of the object that asks, or else to the folder of the host. "vfs://Name/file"
+/// Relative names start at the folder of the object that asks, or else at the folder of the host. "vfs://Name/file"
 /// names a file inside the folder that was added as "Name", and nothing outside of it. Any thread.
 class NativeFileService final : public HostLoadFileSlots
 {
@@ -18,10 +18,10 @@ public:
     /// The largest file that can be read.
     static constexpr size_t kSizeLimit = 0x7FFFFFFF;
 
-    /// The folder of relative names; a relative one, like the default ".", belongs to the working directory of the
-    /// moment.
+    /// The folder at which relative names start. A relative one, like the default ".", starts at the working directory
+    /// of the moment.
     void setFolder(std::filesystem::path folder);
-    /// Makes the files of a folder known as "vfs://`name`/...".
+    /// Makes the files of a folder readable as "vfs://`name`/...".
     void addFolder(std::string const& name, std::filesystem::path folder);
 
     // What the component calls.

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The one host, for exit().
+/// The host of this process, for exit().
 NativeHost* current = nullptr;
 
 void leaveAtOnce(int status, void*)
@@ -22,9 +22,9 @@ void leaveAtOnce(int status, void*)
 
 } // namespace
 
-/// One for each script thread. exit() destroys the objects of its thread first of all, before any of static storage:
-/// the toolkit makes statics as it goes, so an exit handler of ours would come after theirs are gone, while the GUI
-/// thread still paints with them. Calls of the component that are under way never return here.
+/// Ends the component when its thread ends, by exit() too: that destroys the thread_local objects of its thread before
+/// anything static. A function registered with atexit would run too late, because the toolkit creates static objects as
+/// it is used; they would be destroyed first, while the GUI thread still paints with them.
 class NativeAtExit
 {
 public:
@@ -35,9 +35,9 @@ public:
     {
         if (!current || !current->engine().onScriptThread())
             return;
-        // The end of the component waits for the calls that it makes of script. While one of them is on this stack, the
-        // process goes without it, before the exit handlers: the newest one is called first.
-        if (NativePlatform::listsInUse() > 0)
+        // The component does not end before its calls into script have. If one of them is on this stack, that would be
+        // never: the process leaves at once. Exit functions are called newest first, so this one precedes all others.
+        if (NativePlatform::argumentListsInUse() > 0)
             on_exit(leaveAtOnce, nullptr);
         else
             current->end();
@@ -67,7 +67,7 @@ void NativeHost::start()
     m_engine->setComponent(true);
     if (!m_component.init(m_engine->manager()))
         throw std::runtime_error("NativeHost: the component's Init failed");
-    thread_local NativeAtExit atExit; // after Init: what the thread has made until now outlives the component
+    thread_local NativeAtExit atExit; // after Init: destroyed before what the thread has created until now
     for (char const* const* name = m_component.getCompNames(); *name; ++name) {
         m_classNames.push_back(*name);
         if (!m_component.configCompClass(nullptr, *name, m_engine->addClass(*name)))

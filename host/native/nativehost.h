@@ -18,7 +18,7 @@
 /// How a NativeHost is set up.
 struct NativeHostOptions
 {
-    /// The folder that relative file names belong to.
+    /// The folder at which relative file names start.
     std::filesystem::path folder = ".";
     /// The component; by default the one that the program is linked with.
     NativeEntryPoints component = NativeEntryPoints::linked();
@@ -26,14 +26,14 @@ struct NativeHostOptions
 
 /// Starts the component and ends it. One at a time in a process; the thread that makes it is the script thread, on
 /// which all its functions are called unless they say otherwise. Handles of windows and objects may outlive it: their
-/// calls then give null. exit() on the script thread, also from inside a handler, ends the component first; so does
+/// calls then return null. exit() on the script thread, also from inside a handler, ends the component first; so does
 /// the end of that thread. In a handler that the component calls on the script thread itself, as show() calls
-/// ePostOpen, it can not: exit() writes out the open streams then and leaves at once, without exit handlers and static
+/// ePostOpen, it cannot: exit() writes out the open streams then and leaves at once, without exit handlers and static
 /// destructors.
 class NativeHost
 {
 public:
-    /// Throws std::runtime_error when there is a host already or the component can not be started.
+    /// Throws std::runtime_error when there is a host already or the component cannot be started.
     explicit NativeHost(NativeHostOptions options = {});
     /// Ends the component, as `shutdown` does.
     ~NativeHost();
@@ -42,7 +42,7 @@ public:
 
     /// A window without a page.
     NativeWindow window() { return NativeWindow(create("GuiWindow")); }
-    /// A window with a page. When the page can not be loaded, the component says so on standard error and isValid() is
+    /// A window with a page. When the page cannot be loaded, the component says so on standard error and isValid() is
     /// false.
     NativeWindow window(std::string_view page) { return NativeWindow(create("GuiWindow", {page})); }
     /// A new object of a class of the component ("GuiImage") or of the application; empty when there is no such class.
@@ -84,15 +84,15 @@ public:
 
     /// Ends the component: completes pending calls, destroys every object of its classes, and waits for its GUI thread.
     /// Refused, with a line on standard error, in a handler that runs inside a call of the component (a modal show(),
-    /// say), since that call would return into what is gone.
+    /// say), since that call would return into a component that no longer exists.
     void shutdown();
 
-    /// Makes the files of a folder known as "vfs://`name`/...".
+    /// Makes the files of a folder readable as "vfs://`name`/...".
     void addFolder(std::string const& name, std::filesystem::path folder)
     {
         files().addFolder(name, std::move(folder));
     }
-    /// Names of the component's classes, in its order.
+    /// Names of the component's classes, in the order in which it lists them.
     std::vector<std::string> const& classNames() const { return m_classNames; }
     NativeEngine& engine() { return *m_engine; }
     NativeFileService& files() { return m_engine->manager().files(); }

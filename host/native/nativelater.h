@@ -1,4 +1,4 @@
-// host/native/nativelater.h: the answer of a handler that can not answer yet, and what a handler may return.
+// host/native/nativelater.h: a result that comes later, and what a handler may return.
 #pragma once
 
 #include "host/native/nativevalue.h"
@@ -20,7 +20,7 @@ public:
     /// Whether `complete` has been called.
     bool isComplete() const;
 
-    /// Runs `next` with the result, at once when it is there already. The host's; called once.
+    /// Runs `next` with the result, at once when it is there already. For the host, which calls it once.
     void whenComplete(std::function<void(NativeValue&)> next) const;
 
 private:

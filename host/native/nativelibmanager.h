@@ -1,4 +1,4 @@
-// host/native/nativelibmanager.h: the component's door to the three services.
+// host/native/nativelibmanager.h: where the component gets the three services.
 #pragma once
 
 #include "host/native/nativefileservice.h"

@@ -1,4 +1,4 @@
-// host/native/nativemethod.h: what stands behind the name of a method.
+// host/native/nativemethod.h: what a method name stands for.
 #pragma once
 
 #include "host/native/nativearguments.h"
@@ -12,7 +12,7 @@
 class NativeObject;
 
 /// A handler written in C++: the `this` object and the arguments in, a value or a NativeLater out. Runs on the script
-/// thread. What it throws is reported on standard error, and the call gives null.
+/// thread. What it throws is reported on standard error, and the call returns null.
 using NativeHandler = std::function<NativeResult(NativeObject& self, NativeArguments const& args)>;
 
 /// A method of the component, a handler of the application, or nothing.

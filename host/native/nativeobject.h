@@ -16,9 +16,9 @@
 class NativeClass;
 class NativeEngine;
 
-/// Made by NativeEngine and NativePlatform, kept by handles, gone with the last. The tables may be used on any thread;
-/// methods run on the script thread. The destroy handler of a component class runs on the script thread too: when the
-/// last handle goes elsewhere, the end of the object travels there.
+/// Made by NativeEngine and NativePlatform, kept alive by handles. The tables may be used on any thread; methods run on
+/// the script thread. So does the destroy handler of a component class: when the last handle goes on another thread,
+/// the end of the object is posted to the script thread.
 class NativeObject final : public ScriptObjectSlots
 {
 public:

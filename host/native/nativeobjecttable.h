@@ -11,7 +11,7 @@
 class NativeObjectTable
 {
 public:
-    /// The object's number, by which `find` knows it: never 0 and never given twice.
+    /// The object's number, by which `find` knows it: never 0 and never reused.
     unsigned long long add(NativeObject* object);
     void remove(NativeObject* object);
     /// The objects whose end has not begun, oldest first.

@@ -15,7 +15,7 @@ void NativeOpenWindows::setOpen(NativeObjectRef const& window, bool isOpen)
             m_open.erase(window.get()); // not the last handle: the caller has one
     }
     if (!isOpen)
-        m_pump.post([window] {}); // it goes with the work, and the turn lets run() look again
+        m_pump.post([window] {}); // released with this piece of work, whose turn also lets run() look again
 }
 
 bool NativeOpenWindows::any() const

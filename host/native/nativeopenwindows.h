@@ -1,4 +1,4 @@
-// host/native/nativeopenwindows.h: the windows that are open. They stay, whether or not the script still holds a
+// host/native/nativeopenwindows.h: the windows that are open. They stay alive whether or not the program still has a
 // handle.
 #pragma once
 
@@ -16,7 +16,7 @@ public:
     explicit NativeOpenWindows(NativePump& pump) : m_pump(pump) {}
 
     /// The component's notice that a window was opened or has closed. Returns at once: the object of a closed window is
-    /// let go on the script thread.
+    /// released on the script thread.
     void setOpen(NativeObjectRef const& window, bool isOpen);
     bool any() const;
     /// Lets go of all. Script thread.

@@ -6,7 +6,7 @@
 
 namespace {
 
-thread_local int theListsInUse = 0;
+thread_local int listsOfThisThread = 0;
 
 } // namespace
 
@@ -19,11 +19,11 @@ ScriptObject* NativePlatform::createObject(ScriptEngine*)
 ScriptArgs* NativePlatform::createArgs(ScriptEngine*)
 {
     ++m_args;
-    ++theListsInUse;
+    ++listsOfThisThread;
     return new NativeArguments;
 }
 
-int NativePlatform::listsInUse() { return theListsInUse; }
+int NativePlatform::argumentListsInUse() { return listsOfThisThread; }
 
 ScriptValue* NativePlatform::createValue(ScriptEngine*)
 {
@@ -45,8 +45,8 @@ void NativePlatform::destroyArgs(ScriptArgs* args)
     if (!args)
         return;
     [[maybe_unused]] int left = --m_args;
-    assert(left >= 0 && theListsInUse > 0); // lists end on the thread that made them
-    --theListsInUse;
+    assert(left >= 0 && listsOfThisThread > 0); // a list ends on the thread that made it
+    --listsOfThisThread;
     delete static_cast<NativeArguments*>(args);
 }
 

@@ -21,9 +21,9 @@ public:
         int values;
     };
     Counts counts() const { return {m_objects, m_args, m_values}; }
-    /// How many argument lists the calling thread has made and not destroyed: not 0 from before the component calls
-    /// script until after that, also while it waits for something around the call itself.
-    static int listsInUse();
+    /// How many argument lists the calling thread has made and not destroyed. Not 0 while the component calls script,
+    /// and while it prepares such a call or waits behind it.
+    static int argumentListsInUse();
 
     // What the component calls.
     ScriptObject* createObject(ScriptEngine* engine) override;

@@ -12,7 +12,7 @@
 #include <variant>
 
 /// Null, boolean, number, text, object or function. One value is used by one thread at a time; copies are independent,
-/// except that they name the same object.
+/// except that they share an object.
 class NativeValue final : public ScriptValueSlots
 {
 public:
@@ -30,7 +30,7 @@ public:
     NativeValue(std::string const& text) : NativeValue(std::string_view(text)) {}
     NativeValue(std::string_view text);
     NativeValue(std::u16string text) : m_data(std::move(text)) {}
-    /// An object or, when the object can be called, a function; an empty handle gives null.
+    /// An object or, when the object can be called, a function; an empty handle becomes null.
     NativeValue(NativeObjectRef object);
 
     NativeValue(NativeValue const&) = default;

@@ -3,12 +3,12 @@
 
 #include "host/native/nativeobject.h"
 
-/// A handle of one GuiWindow object; copies name the same window. A window that is open needs no handle to stay. Script
+/// A handle to one GuiWindow object; copies name the same window. A window that is open needs no handle to stay. Script
 /// thread.
 class NativeWindow
 {
 public:
-    /// An empty handle has no window: its calls give null and false.
+    /// An empty handle has no window: its calls return null or false.
     NativeWindow() = default;
     explicit NativeWindow(NativeObjectRef object) : m_object(std::move(object)) {}
 
@@ -27,7 +27,7 @@ public:
 
     /// Loads a page into the window; a relative name belongs to the host's folder.
     bool load(std::string_view path) const { return truth("load", {path}); }
-    /// Shows the window and returns.
+    /// Shows the window and returns at once.
     bool open(bool modal = false) const { return truth("open", {modal}); }
     /// Shows the window modally and returns its return value when it is closed; null when none was set.
     NativeValue show() const { return call("show"); }

@@ -1,4 +1,4 @@
-// host/node/addon.cpp: what index.js gets from the addon. No part of the public interface: index.js is.
+// host/node/addon.cpp: the functions that the JavaScript part of the package calls. Scripts do not see them.
 #include "host/node/nodeclass.h"
 #include "host/node/nodecomponent.h"
 #include "host/node/nodeengine.h"
@@ -13,7 +13,7 @@ NodeObject* handleArgument(Info info)
 {
     assert(info[0].IsObject() || info[0].IsFunction());
     auto handle = NodeEngine::of(info.Env()).handleOf(info[0].As<Napi::Object>());
-    return handle.get(); // the JavaScript object, an argument, keeps it
+    return handle.get(); // kept alive by the JavaScript object, which is an argument
 }
 
 std::u16string textArgument(Info info, size_t index)
@@ -52,7 +52,7 @@ void setPublicClass(Info info)
     known->setPublicClass(info[1].As<Napi::Function>());
 }
 
-// tableGet(proxy, name), tableHas, tableSet, tableDelete, tableNames: the properties that lie with the handle.
+// tableGet(proxy, name), tableHas, tableSet, tableDelete, tableNames: the properties in the table of a handle.
 Napi::Value tableGet(Info info)
 {
     NodeValue value;
@@ -88,7 +88,7 @@ Napi::Value tableNames(Info info)
 
 Napi::Value pageText(Info info) { return Napi::String::New(info.Env(), handleArgument(info)->pageText()); }
 
-/// session(): the session object, null as long as no window was made.
+/// session(): the session object, null until the first window has been made.
 Napi::Value session(Info info)
 {
     auto& engine = NodeEngine::of(info.Env());
@@ -130,7 +130,7 @@ void end(Info info) { NodeComponent::the().end(NodeEngine::of(info.Env())); }
 /// close(): no more calls into script.
 void close(Info info) { NodeEngine::of(info.Env()).close(); }
 
-/// The environment is going away: of a worker thread always, of the main program unless the process exits on the way.
+/// Called when an environment ends: for a worker thread always, for the main program unless the process exits first.
 void onCleanup(napi_async_cleanup_hook_handle handle, void* data)
 {
     auto& engine = *static_cast<NodeEngine*>(data);

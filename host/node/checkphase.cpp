@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Where the program or library that holds `function` begins in memory; null when nobody knows.
+/// The base address of the program or library that contains `function`; null when it is unknown.
 template <typename Function>
 void* moduleOf(Function* function)
 {
@@ -18,7 +18,7 @@ void* moduleOf(Function* function)
     return dladdr(reinterpret_cast<void*>(function), &info) != 0 ? info.dli_fbase : nullptr;
 }
 
-/// The answer is kept by callback: dladdr looks through all symbols of the module.
+/// Remembers its answers: dladdr searches all symbols of a module.
 bool isNodes(uv_check_t* check)
 {
     static void* const nodes = moduleOf(napi_get_uv_event_loop);

@@ -1,8 +1,7 @@
 // host/node/checkphase.h: the order of the event loop's check callbacks, which run between its wait for I/O and its
 // closing phase. Node's immediates (setImmediate) are such a callback.
 //
-// libuv runs the check handle first that was started last. That is not documented, but has been so in all of its
-// version 1.
+// libuv runs the check handle first that was started last. This is not documented, but true of all of version 1.
 #pragma once
 
 #include <uv.h>

@@ -5,14 +5,15 @@
 #include <algorithm>
 #include <cassert>
 #include <cstring>
+#include <memory>
 
 #include <pthread.h>
 
 namespace {
 
-constexpr uintptr_t kLargestWrap = 4096; // more than any object of Node that has a handle inside takes in front of it
+constexpr uintptr_t kLargestWrap = 4096; // no object of Node has more in front of the handle inside it
 
-constexpr int kFrameWords = 64; // the scan begins below this frame's saved registers, wherever the compiler puts them
+constexpr int kFrameWords = 64; // the scan starts this far below the frame, so that it covers the saved registers
 
 /// One past the highest address of the calling thread's stack.
 uintptr_t stackTop()
@@ -44,10 +45,10 @@ void ClosingGuard::collect(uv_handle_t* handle, void* extents)
     static_cast<std::vector<Extent>*>(extents)->push_back({isInside ? wrap : address, end, handle});
 }
 
-// Reading the frames of callers is what this is for; the sanitizer would take it for an overrun.
+// Reads the frames of its callers on purpose; the sanitizer would report an overrun.
 __attribute__((noinline, no_sanitize("address"))) void ClosingGuard::scanStack(std::vector<Extent> const& extents)
 {
-    __builtin_unwind_init(); // puts the registers that callers keep pointers in into this frame
+    __builtin_unwind_init(); // saves in this frame the registers in which callers keep pointers
     auto word = static_cast<uintptr_t const*>(__builtin_frame_address(0)) - kFrameWords;
     auto top = reinterpret_cast<uintptr_t const*>(stackTop());
     assert(!top || word < top);
@@ -60,8 +61,21 @@ __attribute__((noinline, no_sanitize("address"))) void ClosingGuard::scanStack(s
     }
 }
 
-ClosingGuard::ClosingGuard(uv_loop_t* loop) : m_loop(loop)
+bool ClosingGuard::isPossible(uv_loop_t* loop)
 {
+    auto check = std::make_unique<uv_check_t>();
+    if (uv_check_init(loop, check.get()) != 0)
+        return false;
+    auto before = loop->closing_handles;
+    auto probe = reinterpret_cast<uv_handle_t*>(check.release());
+    uv_close(probe, [](uv_handle_t* closed) { delete reinterpret_cast<uv_check_t*>(closed); });
+    return loop->closing_handles == probe && probe->next_closing == before;
+}
+
+ClosingGuard::ClosingGuard(uv_loop_t* loop, bool canHoldBack) : m_loop(loop)
+{
+    if (!canHoldBack)
+        return;
     std::vector<Extent> extents;
     uv_walk(loop, collect, &extents);
     std::sort(extents.begin(), extents.end(), isBelow);
@@ -86,9 +100,11 @@ bool ClosingGuard::isInUse(uv_handle_t* handle) const
 
 void ClosingGuard::holdBack()
 {
+    if (m_inUse.empty())
+        return;
     for (auto at = &m_loop->closing_handles; *at;) {
         auto handle = *at;
-        assert(uv_is_closing(handle) && handle->loop == m_loop); // what we take for the list is it
+        assert(uv_is_closing(handle) && handle->loop == m_loop); // else this is not the list
         if (isInUse(handle)) {
             *at = handle->next_closing;
             m_heldBack.push_back(handle);
@@ -103,5 +119,5 @@ __attribute__((noinline)) void clearDeadStack()
     constexpr size_t kBytes = 32 * 1024; // libuv's frame with the events of a poll takes 12 KB
     unsigned char dead[kBytes];
     std::memset(dead, 0, kBytes);
-    __asm__ volatile("" : : "r"(dead) : "memory"); // a store that counts
+    __asm__ volatile("" : : "r"(dead) : "memory"); // keeps the compiler from leaving the stores out
 }

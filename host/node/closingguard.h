@@ -3,22 +3,24 @@
 //
 // libuv never finishes closing a handle inside a callback, and Node relies on it: its callbacks use their object to the
 // end. A turn inside a callback has a closing phase of its own, though. A script that calls show() in a socket's "data"
-// event, for example, would come back to an object that is gone when the socket was closed meanwhile.
+// event, for example, would return to a socket that no longer exists if that was closed meanwhile.
 #pragma once
 
 #include <uv.h>
 
 #include <vector>
 
-/// Which handles are in use further down the stack is told from the stack itself: those it holds a pointer to, or to
-/// Node's object around them. A stray pointer only delays the end of a handle. All other handles close as usual. Loop's
-/// thread.
+/// A handle counts as in use when a word on the stack points to it, or to Node's object around it. A stray pointer only
+/// delays the end of a handle. All other handles close as usual. Loop's thread.
 class ClosingGuard
 {
 public:
-    /// Looks at the stack of the calling thread.
-    explicit ClosingGuard(uv_loop_t* loop);
-    /// Gives the handles that were held back to the loop again; they end when the callback below has returned.
+    /// Whether the loop's list of closing handles is where this class expects it, which it finds out by closing a
+    /// handle of its own. If not, guards must not touch the list.
+    static bool isPossible(uv_loop_t* loop);
+    /// Looks at the stack of the calling thread. Does nothing when `canHoldBack` is false.
+    ClosingGuard(uv_loop_t* loop, bool canHoldBack);
+    /// Puts the handles back into the list; they end when the callback further down the stack has returned.
     ~ClosingGuard();
     ClosingGuard(ClosingGuard const&) = delete;
     ClosingGuard& operator=(ClosingGuard const&) = delete;
@@ -46,6 +48,6 @@ private:
     std::vector<uv_handle_t*> m_heldBack;
 };
 
-/// Clears the part of the stack right below the caller's frame. libuv's frames have large buffers that stay unfilled
-/// for the most part: what lies in them from before would count as pointers. To be called where the loop starts a turn.
+/// Clears the part of the stack right below the caller's frame. libuv's frames have large buffers that mostly stay
+/// unfilled; what earlier calls left there would count as pointers. To be called when the loop starts a turn.
 void clearDeadStack();

@@ -70,7 +70,7 @@ export class GuiWindow {
     /** Whether a page was loaded. */
     isValid(): boolean;
 
-    /** Loads a page into this window. A later one that can not be read leaves the window empty. */
+    /** Loads a page into this window. A later one that cannot be read leaves the window empty. */
     load(path: string): boolean;
     loadFile(path: string): boolean;
     /** Replaces the content by this markup. */

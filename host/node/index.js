@@ -1,6 +1,6 @@
 'use strict';
-// The package tarn-gui: native windows for a script. This file puts it together: what a script gets, and the functions
-// that the addon calls ("helpers"). What each of them does is said in js/.
+// The package tarn-gui: native windows for a script. This file assembles it: what a script gets, and the functions that
+// the addon calls ("helpers"). Each of them is explained in js/.
 
 const { isMainThread } = require('node:worker_threads');
 const { native, classes } = require('./js/native.js');
@@ -11,18 +11,18 @@ const { runImmediates } = require('./js/immediates.js');
 const { hasMethod, scanMethods } = require('./js/methods.js');
 const { defineAccessor, defineMethod, tie } = require('./js/objects.js');
 const { currentSession, pageText } = require('./js/session.js');
-const { projectTable } = require('./js/tables.js');
+const { makeTableProxy } = require('./js/tables.js');
 const { runTicks, startWait } = require('./js/wait.js');
 const { GuiWindow, windowClosed } = require('./js/windows.js');
 
 native.start({
-    checkPromises, construct, defineAccessor, defineMethod, hasMethod, isAlive: () => true, projectTable, runCall, runImmediates,
+    checkPromises, construct, defineAccessor, defineMethod, hasMethod, isAlive: () => true, makeTableProxy, runCall, runImmediates,
     runTicks, scanMethods, startWait, tie, windowClosed,
 });
 mountDefaults();
 
-// The component ends with the program, before the process tears its libraries down. A worker thread only stops calling into
-// script here; what lies below it on the stack still has to return.
+// The component ends with the program, before the process unloads its libraries. A worker thread only stops calling into
+// script here; calls further down its stack still have to return.
 process.on('exit', isMainThread ? native.end : native.close);
 
 module.exports = {

@@ -7,7 +7,7 @@
 void NodeCall::complete(NodeValue value)
 {
     [[maybe_unused]] bool wasTaken = m_isTaken.exchange(true);
-    assert(!wasTaken); // a second completion would write into a frame that is gone
+    assert(!wasTaken); // a second completion would write into a stack frame that no longer exists
     m_done(value);
     m_isDone.store(true, std::memory_order_release);
 }

@@ -1,4 +1,4 @@
-// host/node/nodecall.h: the calls of script methods that have not ended, and the promise that each ends exactly once.
+// host/node/nodecall.h: the calls of script methods that have not ended, each of which ends exactly once.
 #pragma once
 
 #include "host/node/nodevalue.h"
@@ -19,7 +19,7 @@ public:
     NodeCall(unsigned id, Done done) : m_id(id), m_done(std::move(done)) {}
 
     unsigned id() const { return m_id; }
-    /// Ends the call: `done` gets the result. Once.
+    /// Ends the call: `done` gets the result. To be called once.
     void complete(NodeValue value);
     /// Whether `done` has returned.
     bool isDone() const { return m_isDone.load(std::memory_order_acquire); }
@@ -36,11 +36,11 @@ private:
 class NodeCallTable
 {
 public:
-    /// A new call. When the table is closed it has ended already, with null.
+    /// A new call. In a closed table it has ended already, with null.
     std::shared_ptr<NodeCall> add(NodeCall::Done done);
     /// Ends the call of this number with `value`; does nothing when it has ended.
     void complete(unsigned id, NodeValue value);
-    /// Takes no more calls from now on. Those that are left are the caller's to complete.
+    /// Takes no more calls from now on. The caller has to complete those that are left.
     [[nodiscard]] std::vector<std::shared_ptr<NodeCall>> close();
 
 private:

@@ -1,4 +1,4 @@
-// host/node/nodeclass.cpp: classes for the interpreter.
+// host/node/nodeclass.cpp: see the header.
 #include "host/node/nodeclass.h"
 
 #include "host/node/nodecomponent.h"
@@ -8,8 +8,8 @@
 
 namespace {
 
-/// The component says whether it knows a dynamic property only when it is asked by name. These are the names it is
-/// asked for; each one that it accepts becomes an accessor, on the instances or on the class.
+/// The component cannot list its dynamic properties; it only says whether it accepts a name. It is asked for these, and
+/// each one that it accepts becomes an accessor, of the instances or of the class.
 constexpr char const* kDynamicNames[] = {"width", "height", "SCROLL", "RESIZE", "FIXED"};
 
 } // namespace

@@ -12,7 +12,7 @@
 class NodeEngine;
 class NodeObject;
 
-/// First takes what the component declares (ScriptClass), then makes the JavaScript class of it. Script thread.
+/// Collects what the component declares (ScriptClass), then makes a JavaScript class of it. Script thread.
 class NodeClass final : public ScriptClass
 {
 public:
@@ -61,8 +61,8 @@ private:
     void findProperties();
     void addProperty(char const* name, bool isStatic);
     std::vector<napi_property_descriptor> describe();
-    /// The receiver of a property access: null for the class itself. False, with an exception pending, for anything
-    /// else.
+    /// Finds the receiver of a property access, null for the class itself. False when `this` is no object of the
+    /// component.
     bool findReceiver(Napi::CallbackInfo const& info, Member const& member, NodeObject*& receiver);
 
     NodeEngine& m_engine;

@@ -14,7 +14,7 @@
 
 NodeComponent& NodeComponent::the()
 {
-    static NodeComponent& component = *new NodeComponent(); // never destroyed: it is used until the process is gone
+    static NodeComponent& component = *new NodeComponent(); // never destroyed: used until the process ends
     return component;
 }
 
@@ -27,8 +27,8 @@ bool find(void* library, char const* name, Function& out)
     return out != nullptr;
 }
 
-/// exit() destroys the objects of its thread before it runs the first exit handler: by then the toolkit has registered
-/// all that it ever does on this way, and what this registers comes before that.
+/// exit() destroys the thread_local objects of its thread before it calls the first exit function. By then the toolkit
+/// has registered all its destructors, and what is registered now is called before them.
 struct GuardAtThreadEnd
 {
     ~GuardAtThreadEnd() { NodeComponent::the().guardProcessExit(); }
@@ -88,7 +88,7 @@ void NodeComponent::end(NodeEngine& engine)
         return;
     assert(engine.isScriptThread());
     engine.close();
-    engine.closeWindows(); // a GUI thread with nothing to paint registers no more destructors
+    engine.closeWindows(); // a GUI thread that paints nothing registers no more destructors
     if (engine.isInsideCall()) {
         guardProcessExit();
         return;
@@ -99,12 +99,12 @@ void NodeComponent::end(NodeEngine& engine)
     m_state = State::kEnded;
 }
 
-/// The last one registered runs first. The libraries of the toolkit register destructors of their own as they are used,
-/// so this is called again when more of them are in use.
+/// Exit functions are called newest first. The toolkit's libraries register destructors as they are used, so this is
+/// called again whenever more of them may be in use.
 void NodeComponent::guardProcessExit() { on_exit(onProcessExit, this); }
 
-/// The process ends and nobody has ended the component: the GUI thread still runs. The destructors of its libraries
-/// must not run beneath it, so the process leaves here, with what was written flushed.
+/// The process ends while the component is alive, so the GUI thread still runs. The destructors of its libraries must
+/// not run beside it: the process leaves here, after flushing its output.
 void NodeComponent::onProcessExit(int status, void* self)
 {
     if (!static_cast<NodeComponent*>(self)->isLive())

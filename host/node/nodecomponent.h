@@ -1,5 +1,5 @@
-// host/node/nodecomponent.h: the component library in this process: found, loaded, started by the first environment
-// that makes a window, and ended by it.
+// host/node/nodecomponent.h: the component library in this process: loaded once, started by the first environment
+// that makes a window, and ended by that one.
 #pragma once
 
 #include "script/hostinterface.h"
@@ -11,7 +11,7 @@
 class NodeClass;
 class NodeEngine;
 
-/// One per process. Functions say their thread; "script thread" is that of the engine they name.
+/// One per process. "Script thread" means that of the engine which is passed.
 class NodeComponent
 {
 public:
@@ -25,18 +25,18 @@ public:
     bool configure(NodeClass& scriptClass);
 
     /// Starts the component for `engine`, unless it runs for it already. Returns "" or one sentence that says why the
-    /// component can not serve this environment. Script thread.
+    /// component cannot serve this environment. Script thread.
     std::string ensureStarted(NodeEngine& engine);
     bool isLive() const { return m_state.load(std::memory_order_acquire) == State::kLive; }
     bool isOwnedBy(NodeEngine const& engine) const { return m_owner.load(std::memory_order_acquire) == &engine; }
 
     /// Ends the component that `engine` started: calls in flight are answered with null, windows are closed, objects
-    /// destroyed, the GUI thread ended. When the component itself is below us on the stack and waits for a script
-    /// method, this can not be done; the process then ends without it (guardProcessExit). Script thread.
+    /// destroyed, the GUI thread ended. When a call from the component into script is on the stack, that is
+    /// impossible; the process then leaves without it (guardProcessExit). Script thread.
     void end(NodeEngine& engine);
 
-    /// Sees to it that the process, should it end without end(), leaves before any destructor that was registered up to
-    /// now runs. Any thread.
+    /// Makes sure that a process which ends without end() leaves before any destructor runs that was registered until
+    /// now. Any thread.
     void guardProcessExit();
 
 private:

@@ -9,7 +9,8 @@
 
 namespace {
 
-/// What a method of a window or control that is gone gives, by its name: script may go on after the component's end.
+/// What a method returns for a window or control that no longer exists, by its name: script may go on after the end of
+/// the component.
 Napi::Value neutralResult(Napi::Env env, std::string const& name)
 {
     static std::set<std::string, std::less<>> const tests = {
@@ -26,17 +27,17 @@ Napi::Value neutralResult(Napi::Env env, std::string const& name)
     return env.Null();
 }
 
-class Depth
+class DepthCounter
 {
 public:
-    explicit Depth(int& depth) : m_depth(depth) { ++m_depth; }
-    ~Depth()
+    explicit DepthCounter(int& depth) : m_depth(depth) { ++m_depth; }
+    ~DepthCounter()
     {
         assert(m_depth > 0);
         --m_depth;
     }
-    Depth(Depth const&) = delete;
-    Depth& operator=(Depth const&) = delete;
+    DepthCounter(DepthCounter const&) = delete;
+    DepthCounter& operator=(DepthCounter const&) = delete;
 
 private:
     int& m_depth;
@@ -52,7 +53,7 @@ void NodeEngine::enter(std::function<void()> const& work)
         NodePump::Wait wait(pump());
         work();
     }
-    pump().runBookKeeping(); // what the component wrote during the call is there when the call returns
+    pump().runBookKeeping(); // script finds what the component wrote during the call
     updateAlive();
 }
 
@@ -79,7 +80,7 @@ Napi::Value NodeEngine::invoke(ScriptMethod method, NodeObject* self, std::strin
 
 // --- from the component into script ---
 
-/// A method that the component gave to an object of its own, which no script has seen: calls it without a detour.
+/// Calls a method that the component added to an object of its own, which script need not have seen.
 bool NodeEngine::callOwnTable(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
                               NodeArgs::Values const& args)
 {
@@ -116,13 +117,13 @@ void NodeEngine::callScript(std::shared_ptr<NodeCall> call, NodeObject& target, 
 NodeValue NodeEngine::callAndWait(NodeObject& target, NodeObject& self, std::u16string const& name,
                                   NodeArgs::Values const& args)
 {
-    assert(isScriptThread()); // elsewhere nobody could wait: callMethodAsync
-    Depth depth(m_callDepth);
+    assert(isScriptThread()); // other threads cannot wait: callMethodAsync
+    DepthCounter inside(m_callDepth);
     NodeValue result;
     auto call = m_calls.add([&result](NodeValue& value) { result = value; });
     if (call->isDone())
         return result;
-    // An async handler that never ends, such as a clock in an opened window, is left alone once its window is closed.
+    // An async handler that never ends, such as a clock in an open window, is not waited for once its window is closed.
     bool const isOpenWindow = m_windows.contains(self);
     NodePump::Wait wait(pump());
     callScript(call, target, self, name, args);

@@ -32,7 +32,7 @@ void NodeEngine::updateAlive() { pump().setAlive(m_windows.any() || pump().hasWo
 
 // --- while script waits in the component ---
 
-void NodeEngine::startTimers()
+void NodeEngine::startWait()
 {
     Napi::HandleScope scope(m_env);
     m_helpers.call("startWait", {});
@@ -45,8 +45,8 @@ void NodeEngine::runLoopOnce()
     uv_run(pump().loop(), UV_RUN_NOWAIT);
 }
 
-/// Through the interpreter, so that an error which a callback of the loop lets through stops here and not in the script
-/// that waits.
+/// Calls runLoopOnce through the interpreter, so that an error which escapes from a callback of the loop stops here
+/// instead of in the script that waits.
 void NodeEngine::turnLoop()
 {
     Napi::HandleScope scope(m_env);
@@ -77,8 +77,8 @@ void NodeEngine::runMicrotasks()
         abandon();
 }
 
-/// The environment was terminated while it waits inside the component. Nothing of script runs any more; what waits for
-/// a window to close must return.
+/// The environment was terminated while it waits inside the component. No script runs any more, so whatever waits for a
+/// window to close has to return.
 void NodeEngine::abandon()
 {
     assert(pump().isWaiting());

@@ -67,7 +67,7 @@ ScriptObject* NodeEngine::createInstance(sstring const& className)
             Napi::HandleScope scope(m_env);
             made = makeApplicationObject(name);
         });
-    return made.release(); // the component lets go of it
+    return made.release(); // the component calls letGo()
 }
 
 // --- the JavaScript side of one object ---

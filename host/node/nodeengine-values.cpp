@@ -1,4 +1,4 @@
-// host/node/nodeengine-values.cpp: values and objects on their way from one language to the other.
+// host/node/nodeengine-values.cpp: values and objects from one language to the other.
 #include "host/node/nodeengine.h"
 
 #include "host/node/nodeclass.h"
@@ -19,7 +19,7 @@ double fromBigInt(Napi::BigInt value)
 
 } // namespace
 
-Napi::Value NodeEngine::toScript(NodeObject* object) { return object ? project(*object) : m_env.Null(); }
+Napi::Value NodeEngine::toScript(NodeObject* object) { return object ? scriptOf(*object) : m_env.Null(); }
 
 Napi::Value NodeEngine::toScript(NodeValue const& value)
 {
@@ -79,7 +79,7 @@ NodeObjectHold NodeEngine::handleOf(Napi::Object object)
     return NodeObjectHold(made.get());
 }
 
-/// What stands for the handle in the interpreter; it keeps a reference until it is collected.
+/// The handle as a value of the interpreter; it keeps a reference until it is collected.
 Napi::External<NodeObject> NodeEngine::makeExternal(NodeObject& object)
 {
     return Napi::External<NodeObject>::New(m_env, NodeObjectRef(&object).release(), onExternalCollected);
@@ -100,7 +100,7 @@ void NodeEngine::onCollected(napi_env env, void* object, void*)
     onExternalCollected(env, static_cast<NodeObject*>(object));
 }
 
-/// What follows may run script and wait: not inside the collector.
+/// The collector calls this. What has to follow may run script and wait, so it is posted.
 void NodeEngine::onExternalCollected(Napi::Env, NodeObject* object)
 {
     object->engine().post([object = NodeObjectRef::adopt(object)] { object->unbind(); });
@@ -108,26 +108,26 @@ void NodeEngine::onExternalCollected(Napi::Env, NodeObject* object)
 
 // --- from a handle to its object ---
 
-Napi::Value NodeEngine::project(NodeObject& object)
+Napi::Value NodeEngine::scriptOf(NodeObject& object)
 {
     auto script = object.script();
     if (!script.IsEmpty())
         return script;
     switch (object.kind()) {
     case NodeObject::Kind::kTable:
-        return projectTable(object);
+        return makeTableProxy(object);
     case NodeObject::Kind::kInstance:
-        return projectInstance(object);
+        return makeScriptInstance(object);
     case NodeObject::Kind::kScript:
-        break; // collected, and with it everything that could be shown
+        break; // its JavaScript object was collected
     }
     return m_env.Null();
 }
 
-Napi::Value NodeEngine::projectTable(NodeObject& object)
+Napi::Value NodeEngine::makeTableProxy(NodeObject& object)
 {
     auto external = makeExternal(object);
-    auto proxy = m_helpers.call("projectTable", {external});
+    auto proxy = m_helpers.call("makeTableProxy", {external});
     if (proxy.IsEmpty())
         return m_env.Null();
     m_setHandle.Call(m_handles.Value(), {proxy, external});
@@ -135,7 +135,7 @@ Napi::Value NodeEngine::projectTable(NodeObject& object)
     return proxy;
 }
 
-Napi::Value NodeEngine::projectInstance(NodeObject& object)
+Napi::Value NodeEngine::makeScriptInstance(NodeObject& object)
 {
     assert(!m_adopted);
     m_adopted = &object;

@@ -65,7 +65,7 @@ bool NodeEngine::runAndWait(std::function<void()> work)
         std::lock_guard lock(mutex);
         assert(!outcome);
         outcome = good;
-        signal.notify_one(); // under the lock: the waiter destroys the signal as soon as it gets it
+        signal.notify_one(); // under the lock: the waiter destroys the signal as soon as it can
     };
     post([&] { work(), finish(true); }, [&] { finish(false); });
     std::unique_lock lock(mutex);
@@ -84,7 +84,7 @@ void NodeEngine::close()
         call->complete(NodeValue());
 }
 
-/// A copy: what is done with the objects may end some of them.
+/// A copy, since objects may end while they are gone through.
 std::vector<NodeObjectRef> NodeEngine::instances() const
 {
     std::vector<NodeObjectRef> objects;

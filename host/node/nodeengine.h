@@ -47,7 +47,7 @@ public:
     NodeOpenWindows& windows() { return m_windows; }
     NodeCallTable& calls() { return m_calls; }
 
-    /// Takes over the functions of index.js that the engine calls (see there) and starts listening for work.
+    /// Takes the functions that index.js passes to the addon, and starts to listen for work.
     void start(Napi::Object helpers);
 
     // Threads. Any thread.
@@ -72,14 +72,15 @@ public:
     // Classes and objects.
     NodeClass& addClass(std::unique_ptr<NodeClass> scriptClass);
     NodeClass* findClass(std::u16string const& name);
-    /// The object that a constructor, running because of toScript, is to take; null when script said `new`.
+    /// While toScript makes a JavaScript object for a handle, that handle; the constructor takes it. Null when script
+    /// says `new`.
     NodeObject* takeAdopted() { return std::exchange(m_adopted, nullptr); }
-    /// Objects with a destroy handler to run; each is kept until it has run.
+    /// Objects whose destroy handler is still to run; each is kept until it has.
     void addInstance(NodeObject& object);
     void removeInstance(NodeObject& object);
     /// Any thread.
     unsigned long long nextObjectNumber() { return m_nextNumber.fetch_add(1, std::memory_order_relaxed); }
-    /// The session object, which the component keeps; null until the first window was made. Any thread.
+    /// The session object, which the component keeps; null until the first window has been made. Any thread.
     NodeObject* session() const { return m_session.load(std::memory_order_acquire); }
     void setSession(NodeObject* session) { m_session.store(session, std::memory_order_release); }
     /// The folder of the script that makes the next object.
@@ -93,14 +94,14 @@ public:
     bool hasScriptMethod(NodeObject& object, std::u16string const& name);
     void defineAccessor(NodeObject& object, std::u16string const& name);
     void defineMethod(NodeObject& object, std::u16string const& name, ScriptMethod method);
-    /// From now on the owner's JavaScript object keeps the other's, and the other way round.
+    /// From now on the two JavaScript objects keep each other alive.
     void tie(NodeObject& owner, NodeObject& object);
 
     // Calls.
-    /// Runs the component's method `name` for script. When the component has ended: what the method gives for a window
-    /// or control that is gone.
+    /// Runs the component's method `name` for script. After the end of the component, returns what the method returns
+    /// for a window or control that no longer exists.
     Napi::Value invoke(ScriptMethod method, NodeObject* self, std::string const& name, Napi::CallbackInfo const& info);
-    /// The same for handlers that script does not see.
+    /// The same for handlers that script cannot call.
     void invoke(ScriptMethod method, NodeObject* self, NodeArgs& args, NodeValue& result);
     /// Runs `work`, which calls into the component and may wait there.
     void enter(std::function<void()> const& work);
@@ -110,23 +111,23 @@ public:
     /// Calls a script method and waits until it has ended; the pump runs meanwhile.
     NodeValue callAndWait(NodeObject& target, NodeObject& self, std::u16string const& name,
                           NodeArgs::Values const& args);
-    /// Whether a synchronous call from the component is on the stack, or what it does around one.
-    bool isInsideCall() const { return m_callDepth > 0 || NodePlatform::listsInUse() > 0; }
+    /// Whether a synchronous call from the component is on the stack, or its preparation.
+    bool isInsideCall() const { return m_callDepth > 0 || NodePlatform::argumentListsInUse() > 0; }
 
     // What the pump needs.
     /// Runs one queued piece of work as a callback of its own for the interpreter; false when it threw.
     bool dispatchOne();
-    /// The idle loop starts a turn.
+    /// Called when the loop, idle, starts a turn.
     void onLoopTurn();
-    /// A wait begins to turn the loop.
-    void startTimers();
+    /// Called when a wait starts to turn the loop.
+    void startWait();
     /// Turns the event loop once, then runs promises.
     void turnLoop();
-    /// Runs the immediates that wait; false when Node must not look for more in this turn.
+    /// Runs the pending immediates. False when Node must not run any in this turn.
     bool runImmediates();
     /// Runs ticks and promises.
     void runMicrotasks();
-    /// Keeps the loop alive exactly as long as there is a window or work.
+    /// Keeps the loop alive while there is an open window or work, and only then.
     void updateAlive();
 
     // The end.
@@ -144,7 +145,7 @@ public:
     void releaseValue(ScriptValue* value) override { delete static_cast<NodeValue*>(value); }
 
 private:
-    /// A method that the component gave to single objects, as the interpreter's functions refer to it.
+    /// A method that the component added to single objects; functions of the interpreter refer to it.
     struct OwnMethod
     {
         ScriptMethod method;
@@ -158,9 +159,9 @@ private:
     static napi_value onOwnMethod(napi_env env, napi_callback_info info);
 
     Napi::External<NodeObject> makeExternal(NodeObject& object);
-    Napi::Value project(NodeObject& object);
-    Napi::Value projectTable(NodeObject& object);
-    Napi::Value projectInstance(NodeObject& object);
+    Napi::Value scriptOf(NodeObject& object);
+    Napi::Value makeTableProxy(NodeObject& object);
+    Napi::Value makeScriptInstance(NodeObject& object);
     NodeObjectHold makeInstance(NodeClass& scriptClass); // any thread
     NodeObjectHold makeApplicationObject(std::u16string const& name);
     std::vector<NodeObjectRef> instances() const;
@@ -194,7 +195,7 @@ private:
     NodeObject* m_adopted = nullptr;                         // not owned
     std::string m_nextFolder;
     int m_callDepth = 0;
-    std::map<std::pair<ScriptMethod, std::u16string>, std::unique_ptr<OwnMethod>> m_ownMethods; // by what they hold
+    std::map<std::pair<ScriptMethod, std::u16string>, std::unique_ptr<OwnMethod>> m_ownMethods; // by their content
 
     // Any thread.
     NodeOpenWindows m_windows;

@@ -19,7 +19,7 @@ constexpr char kFileScheme[] = "file://";
 class Descriptor
 {
 public:
-    // Not blocking: opening a pipe that nobody writes to must not hang the program.
+    // Without O_NONBLOCK, opening a pipe would wait for its writer.
     explicit Descriptor(std::string const& path) : m_fd(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
     ~Descriptor()
     {

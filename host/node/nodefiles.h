@@ -1,4 +1,4 @@
-// host/node/nodefiles.h: from the file names of pages and scripts to files.
+// host/node/nodefiles.h: finds and reads the files that pages and scripts name.
 #pragma once
 
 #include <map>
@@ -15,11 +15,11 @@ public:
     /// Registers `folder` for names that begin with "vfs://" + `name` + "/".
     void mount(std::string name, std::string folder);
 
-    /// The full path of a file; "" for a vfs:// name that is not registered or that leads out of its folder, links
-    /// followed.
+    /// The full path of a file; "" for a vfs:// name that is not registered or that leads out of its folder, through a
+    /// symbolic link too.
     std::string resolve(std::string const& folder, std::string const& name) const;
 
-    /// The whole file. False when it is no regular file, can not be read, or is 4 GiB and more.
+    /// The whole file. False when it is no regular file, cannot be read, or is 4 GiB and more.
     static bool read(std::string const& path, std::string& bytes);
 
 private:

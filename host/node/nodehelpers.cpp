@@ -19,7 +19,7 @@ Napi::FunctionReference const& NodeHelpers::find(char const* name) const
 {
     auto found = m_functions.find(name);
     assert(m_thread.isCurrent());
-    assert(found != m_functions.end()); // else index.js does not give this function
+    assert(found != m_functions.end()); // else index.js does not pass this function
     return found->second;
 }
 

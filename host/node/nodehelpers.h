@@ -1,5 +1,5 @@
 // host/node/nodehelpers.h: the functions of the package's JavaScript part that the engine calls ("helpers", see
-// index.js), and what becomes of an error that leaves one of them.
+// index.js), and what happens to an error that escapes from one.
 #pragma once
 
 #include "host/hostthread.h"
@@ -16,20 +16,20 @@ class NodeHelpers
 public:
     explicit NodeHelpers(Napi::Env env) : m_env(env) {}
 
-    /// Takes over every function of `helpers`, by its name. Once.
+    /// Takes every function of `helpers`, by name. To be called once.
     void start(Napi::Object helpers);
 
     /// What the helper returned; empty when it threw, which is reported, and after giveUp().
     Napi::Value call(char const* name, std::initializer_list<napi_value> args);
 
-    /// An error that nobody caught: what the interpreter does with those, it does (it may end the process).
+    /// Treats `error` as one that nobody caught, which may end the process.
     void report(Napi::Value error);
     /// Reports the exception that is pending, if there is one.
     void reportPending();
 
     /// Whether the environment still runs script. A worker thread that is being terminated does not.
     bool isScriptAlive();
-    /// Calls nothing any more: the environment was terminated.
+    /// Makes every later call do nothing: the environment was terminated.
     void giveUp() { m_hasGivenUp = true; }
     bool hasGivenUp() const { return m_hasGivenUp; }
 

@@ -42,7 +42,7 @@ void NodeMethodNames::publishFresh(NodeObject* self)
     publishEach(objects);
 }
 
-/// Looking at an object may run script, of a proxy: objects may come and go meanwhile, so the caller keeps these.
+/// Looking at an object may run script, that of a Proxy: objects may come and go meanwhile, so the caller keeps these.
 void NodeMethodNames::publishEach(std::vector<NodeObjectRef> const& objects)
 {
     for (auto& object : objects)

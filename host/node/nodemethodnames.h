@@ -1,5 +1,5 @@
 // host/node/nodemethodnames.h: tells the other threads which methods script objects have. They ask for every mouse move
-// (ScriptObject::hasMethod) and can not look into the interpreter, so the script thread looks, whenever script has run,
+// (ScriptObject::hasMethod) and cannot look into the interpreter, so the script thread looks whenever script has run,
 // and publishes what it saw.
 #pragma once
 
@@ -37,6 +37,6 @@ private:
     Napi::Env m_env;
     [[maybe_unused]] HostThread const m_thread;
     NodeHelpers& m_helpers;
-    std::unordered_set<NodeObject*> m_tracked; // not kept: an object leaves before it ends
+    std::unordered_set<NodeObject*> m_tracked; // not kept alive: an object is removed before it ends
     std::unordered_set<NodeObject*> m_fresh;   // tracked, never published
 };

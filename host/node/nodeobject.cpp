@@ -1,4 +1,4 @@
-// host/node/nodeobject.cpp: handles of script objects. What touches the interpreter is in nodeengine.cpp.
+// host/node/nodeobject.cpp: handles of script objects. What touches the interpreter is in NodeEngine.
 #include "host/node/nodeobject.h"
 
 #include "host/node/nodeclass.h"
@@ -35,7 +35,7 @@ NodeObject::~NodeObject()
     assert(m_references == 0 && m_holds == 0);
     assert(m_engine.isScriptThread() || m_engine.pump().isClosed());
     if (m_engine.pump().isClosed())
-        m_script.SuppressDestruct(); // the environment is going and takes its references along
+        m_script.SuppressDestruct(); // the environment ends and frees its references itself
 }
 
 void NodeObject::addReference()
@@ -60,7 +60,7 @@ void NodeObject::addHold()
 {
     addReference();
     if (m_holds.fetch_add(1, std::memory_order_acq_rel) == 0)
-        settleSoon();
+        updateLifetimeSoon();
 }
 
 void NodeObject::dropHold()
@@ -68,13 +68,13 @@ void NodeObject::dropHold()
     int before = m_holds.fetch_sub(1, std::memory_order_acq_rel);
     assert(before > 0);
     if (before == 1)
-        settleSoon();
+        updateLifetimeSoon();
     dropReference();
 }
 
-void NodeObject::settleSoon()
+void NodeObject::updateLifetimeSoon()
 {
-    m_engine.runOrPost([self = NodeObjectRef(this)] { self->settle(); });
+    m_engine.runOrPost([self = NodeObjectRef(this)] { self->updateLifetime(); });
 }
 
 void NodeObject::bind(Napi::Object object)
@@ -84,7 +84,7 @@ void NodeObject::bind(Napi::Object object)
     m_isFunction = object.IsFunction();
     m_isBound = true;
     m_isStrong = false;
-    settle();
+    updateLifetime();
 }
 
 Napi::Object NodeObject::script() const
@@ -98,7 +98,7 @@ void NodeObject::unbind()
     assert(m_engine.isScriptThread());
     m_isBound = false;
     m_engine.methodNames().untrack(*this);
-    settle();
+    updateLifetime();
 }
 
 void NodeObject::setOwner(NodeObject* owner)
@@ -112,10 +112,10 @@ void NodeObject::setOwner(NodeObject* owner)
     }
     if (m_isBound)
         m_engine.tie(*owner, *this);
-    settle();
+    updateLifetime();
 }
 
-void NodeObject::settle()
+void NodeObject::updateLifetime()
 {
     assert(m_engine.isScriptThread());
     if (m_isBound && isStrong() != m_isStrong && !m_engine.pump().isClosed()) {
@@ -172,7 +172,7 @@ NodeObject::Entry NodeObject::makeEntry(NodeValue value) const
     return {NodeValue(), NodeObjectRef(object)};
 }
 
-/// The old entry goes after the lock: with it, an object may end.
+/// The old entry is destroyed after the lock is released: an object may end with it.
 bool NodeObject::writeTable(std::u16string const& name, NodeValue value)
 {
     Entry entry = makeEntry(std::move(value));
@@ -247,7 +247,7 @@ void NodeObject::setProperty(sstring const& name, ScriptValue* value)
 {
     auto text = toText(name);
     NodeValue copy = value ? *static_cast<NodeValue*>(value) : NodeValue();
-    adoptWindow(text, copy);
+    takeWindowAsOwner(text, copy);
     if (m_kind != Kind::kScript) {
         if (writeTable(text, std::move(copy)) && m_kind == Kind::kInstance)
             m_engine.runOrPost([hold = NodeObjectHold(this), text] { hold->m_engine.defineAccessor(*hold, text); });
@@ -256,7 +256,7 @@ void NodeObject::setProperty(sstring const& name, ScriptValue* value)
     m_engine.runOrPost([hold = NodeObjectHold(this), text, copy] { hold->m_engine.writeScript(*hold, text, copy); });
 }
 
-void NodeObject::adoptWindow(std::u16string const& name, NodeValue const& value)
+void NodeObject::takeWindowAsOwner(std::u16string const& name, NodeValue const& value)
 {
     auto window = value.object();
     if (name != kWindowProperty || m_kind == Kind::kTable || !window || window->kind() != Kind::kInstance)
@@ -329,7 +329,7 @@ bool NodeObject::hasMethod(sstring const& name)
 {
     auto text = toText(name);
     if (text.empty())
-        return m_isFunction; // which is then what the empty name calls
+        return m_isFunction; // the empty name calls the function itself
     if (ownMethod(text))
         return true;
     if (m_engine.isScriptThread() && m_isBound)

@@ -1,9 +1,9 @@
-// host/node/nodeobject.h: one script object as the component sees it: a handle that lives in C++ and has, for as long
-// as the interpreter cares, a JavaScript object on the other side.
+// host/node/nodeobject.h: one script object as the component sees it: a handle in C++, to which a JavaScript object
+// belongs as long as the interpreter has a use for one.
 //
-// Three kinds. A Table is what the component creates for itself (session, form, rectangle): its properties lie here,
+// Three kinds. A Table is what the component creates for itself (session, form, rectangle): its properties are here,
 // and script sees them through a proxy. An Instance belongs to one of the component's classes; properties that the
-// component sets lie here too and are accessors on the JavaScript side. A Script object is the application's own: its
+// component sets are here too and are accessors on the JavaScript side. A Script object is the application's own: its
 // properties live in the interpreter, and other threads ask the script thread for them.
 #pragma once
 
@@ -42,14 +42,15 @@ public:
     NodeObject& operator=(NodeObject const&) = delete;
 
     // Lifetime, for NodeObjectRef and NodeObjectHold. A reference keeps the handle; a hold is a reference that also
-    // keeps the JavaScript object. Any thread; what the last of them leaves to do travels to the script thread.
+    // keeps the JavaScript object. Any thread; what is to be done after the last of them is posted to the script
+    // thread.
     void addReference();
     void dropReference();
     void addHold();
     void dropHold();
     bool isHeld() const { return m_holds.load(std::memory_order_acquire) > 0; }
 
-    /// Greater than that of every object of the engine that was made before.
+    /// Counts the objects of the engine: greater than that of every object made before.
     unsigned long long number() const { return m_number; }
     Kind kind() const { return m_kind; }
     bool isFunction() const { return m_isFunction; }
@@ -67,9 +68,9 @@ public:
     /// its controls refer to each other, and only the interpreter can tell when nobody else refers to either.
     void setOwner(NodeObject* owner);
     NodeObject* owner() const { return m_owner.get(); }
-    /// Brings the strength of the reference to the JavaScript object in line with the holds, and ends an Instance that
-    /// nobody holds and no JavaScript object stands for.
-    void settle();
+    /// Makes the reference to the JavaScript object strong or weak, as the holds demand, and ends an Instance that
+    /// nobody holds and that has no JavaScript object.
+    void updateLifetime();
     /// Runs the destroy handler of an Instance, once. The caller has a reference.
     void destroyInstance();
 
@@ -77,7 +78,7 @@ public:
     std::string folder() const;
     void setFolder(std::string folder);
 
-    // The properties that lie here. Any thread.
+    // The table of properties. Any thread.
     bool readTable(std::u16string const& name, NodeValue& out) const;
     /// True when the table had no such name before.
     bool writeTable(std::u16string const& name, NodeValue value);
@@ -89,7 +90,7 @@ public:
 
     // Methods. Any thread.
     std::map<std::u16string, ScriptMethod> ownMethods() const;
-    /// The one of this name, null when there is none.
+    /// The added method of this name, null when there is none.
     ScriptMethod ownMethod(std::u16string const& name) const;
     void publishMethods(std::shared_ptr<MethodNames const> names);
 
@@ -116,15 +117,15 @@ private:
     struct Entry
     {
         NodeValue value;
-        NodeObjectRef unheld; // counts instead of `value` when there is one
+        NodeObjectRef unheld; // used instead of `value` when it is not empty
     };
 
     NodeObject(NodeEngine& engine, Kind kind, NodeClass* scriptClass);
     ~NodeObject();
     Entry makeEntry(NodeValue value) const;
-    void settleSoon();
+    void updateLifetimeSoon();
     bool isStrong() const { return m_holds.load(std::memory_order_acquire) > 0 && !m_owner; }
-    void adoptWindow(std::u16string const& name, NodeValue const& value);
+    void takeWindowAsOwner(std::u16string const& name, NodeValue const& value);
 
     NodeEngine& m_engine;
     unsigned long long const m_number;

@@ -1,4 +1,4 @@
-// host/node/nodeobjectref.h: the two ways to keep a script object, as handles that are copied freely, on any thread.
+// host/node/nodeobjectref.h: the two ways to keep a script object alive. Copy them freely, on any thread.
 #pragma once
 
 #include <utility>
@@ -19,7 +19,7 @@ struct NodeObjectHolding
     static void drop(NodeObject& object);
 };
 
-/// Keeps one NodeObject in the way of `Keeping`, or none.
+/// Keeps one NodeObject, or none, as `Keeping` says.
 template <typename Keeping>
 class NodeObjectKeeper
 {
@@ -56,7 +56,7 @@ public:
     NodeObject& operator*() const { return *m_object; }
     explicit operator bool() const { return m_object != nullptr; }
 
-    /// Gives away what is kept: the caller has to drop it.
+    /// Hands over what is kept: the caller has to drop it.
     [[nodiscard]] NodeObject* release() { return std::exchange(m_object, nullptr); }
 
 private:

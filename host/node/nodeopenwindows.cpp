@@ -43,7 +43,7 @@ void NodeOpenWindows::opened(NodeObject& window)
 void NodeOpenWindows::closed(NodeObject& window)
 {
     assert(m_engine.isScriptThread());
-    auto held = m_held.extract(&window); // lets go at the end: script hears of it while the window is held
+    auto held = m_held.extract(&window); // dropped at the end, when script knows
     if (!held)
         return;
     Napi::HandleScope scope(m_engine.env());

@@ -1,5 +1,5 @@
-// host/node/nodeopenwindows.h: the windows that are open. Each is held, whether or not script still has it, and the
-// process lives as long as there is one.
+// host/node/nodeopenwindows.h: the windows that are open. Each stays alive whether or not script still has it, and
+// the process lives as long as there is one.
 #pragma once
 
 #include "host/node/nodeobjectref.h"
@@ -16,8 +16,8 @@ class NodeOpenWindows
 public:
     explicit NodeOpenWindows(NodeEngine& engine) : m_engine(engine) {}
 
-    /// The component's notice that a window was opened or has closed. Counts at once; the script thread does later
-    /// what only it can do.
+    /// The component's notice that a window was opened or has closed. Takes effect at once; what only the
+    /// script thread can do is posted to it.
     void notice(NodeObject& window, bool isOpen);
     bool any() const;
     bool contains(NodeObject& window) const;

@@ -2,9 +2,8 @@
 //
 // A wait has two stages. The GUI thread answers most calls within some microseconds, so the first stage is a plain
 // signal and the event loop is left alone. Only what takes longer, above all a modal show(), turns the loop: timers,
-// promises and I/O go on then. uv_run is entered again from inside its own callbacks; that is outside of what libuv
-// promises, yet its queues and Node's lists of timers are made for callbacks that change them. docs/node.md says what
-// needs help, and how.
+// promises and I/O go on then. uv_run is entered again from inside its own callbacks, which libuv forbids; docs/node.md
+// says why it works all the same, what needs help, and which tests cover it.
 #include "host/node/nodepump.h"
 
 #include "host/node/nodeengine.h"
@@ -17,8 +16,8 @@
 
 namespace {
 
-constexpr int64_t kSignalWaitUs = 1000; // stage one; a call that the GUI thread answers at once takes 20 to 50
-constexpr int kStepMs = 50;             // a step lasts no longer
+constexpr int64_t kSignalWaitUs = 1000; // stage one; a call that the GUI thread answers at once takes 20 to 50 us
+constexpr int kStepMs = 50;             // the longest that a step waits
 constexpr int kEagerTurns = 64;         // after so many turns without sleep the loop gets kEagerSleepMs each time
 constexpr int kEagerSleepMs = 2;
 
@@ -33,7 +32,7 @@ NodePump::Wait::Wait(NodePump& pump)
 
 NodePump::Wait::~Wait()
 {
-    assert(m_pump.m_waitDepth == m_depth); // waits end in the opposite order
+    assert(m_pump.m_waitDepth == m_depth); // waits end in the reverse order of their beginning
     --m_pump.m_waitDepth;
     m_pump.m_isQuiet = m_wasQuiet;
     m_pump.m_guard = std::move(m_guard);
@@ -43,6 +42,7 @@ void NodePump::start(uv_loop_t* loop)
 {
     assert(m_engine.isScriptThread() && !m_loop && m_openHandles == 0);
     m_loop = loop;
+    m_canHoldBack = ClosingGuard::isPossible(loop);
     uv_async_init(loop, &m_async, onAsync);
     uv_prepare_init(loop, &m_prepare);
     uv_check_init(loop, &m_firstCheck);
@@ -151,8 +151,8 @@ void NodePump::setAlive(bool alive)
     alive ? uv_ref(handle) : uv_unref(handle);
 }
 
-/// Idle: each piece of work is a callback of its own for the interpreter, with its promises run behind it. While the
-/// script waits, the step that turned the loop runs the queue itself.
+/// While the program is idle each piece of work is a callback of its own for the interpreter, which runs its promises
+/// after it. While script waits, the step that turned the loop runs the queue.
 void NodePump::onAsync(uv_async_t* handle)
 {
     auto self = static_cast<NodePump*>(handle->data);
@@ -170,7 +170,7 @@ void NodePump::onPrepare(uv_prepare_t* handle)
     clearDeadStack();
 }
 
-/// Before the check handle with which Node runs immediates.
+/// Comes before the check handle with which Node runs immediates.
 void NodePump::onFirstCheck(uv_check_t* handle)
 {
     auto self = static_cast<NodePump*>(handle->data);
@@ -194,7 +194,7 @@ void NodePump::runOnce(int)
 
 void NodePump::step()
 {
-    assert(isWaiting()); // the component is called through a Wait, whoever calls it
+    assert(isWaiting()); // every call into the component is inside a Wait
     if (runReady() || takeWake())
         return;
     if (isClosed()) {
@@ -285,8 +285,8 @@ void NodePump::waitInLoop()
     m_sleep = Sleep::kAwake;
 }
 
-/// How long the loop may sleep now, in milliseconds. Immediates that wait behind a callback which waits itself are
-/// never served, and the loop asks for no sleep as long as there are any.
+/// How long the loop may sleep now, in milliseconds. Immediates behind one that waits are not served before it
+/// returns, and as long as there are any the loop asks for no sleep at all.
 int NodePump::loopTimeout()
 {
     uv_update_time(m_loop);
@@ -302,13 +302,13 @@ void NodePump::turnLoop()
     if (isClosed())
         return;
     if (!m_guard) {
-        m_guard = std::make_unique<ClosingGuard>(m_loop);
-        frameChecks(); // again: when the script waits in an immediate, the loop is past these
-        m_engine.startTimers();
+        m_guard = std::make_unique<ClosingGuard>(m_loop, m_canHoldBack);
+        frameChecks(); // again: in a wait that an immediate began, the loop is past them
+        m_engine.startWait();
     }
     m_engine.turnLoop();
     restart(std::exchange(m_stoppedChecks, {}));
-    startFirst(&m_firstCheck, onFirstCheck); // again: in front of those
+    startFirst(&m_firstCheck, onFirstCheck); // in front of those that were started again
 }
 
 /// Puts one check handle in front of all others and one behind.

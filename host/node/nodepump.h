@@ -23,7 +23,7 @@ struct NodeTask
 {
     std::function<void()> run;
     std::function<void()> cancel;
-    bool callsHandler = false; // runs a handler of the application, not only book-keeping
+    bool callsHandler = false; // runs a handler of the application, where other tasks are book-keeping
 };
 
 class NodePump final : public ScriptPumpSlots
@@ -39,7 +39,7 @@ public:
     void stop(std::function<void()> closed);
     uv_loop_t* loop() const { return m_loop; }
 
-    /// Any thread; never blocks. Cancelled at once when the pump is closed.
+    /// Queues a task; cancels it at once when the pump is closed. Any thread; never blocks.
     void post(NodeTask task);
     /// Cancels what is queued and, from now on, everything at once. Any thread.
     void close();
@@ -51,7 +51,7 @@ public:
     void runBookKeeping();
     bool hasWork() const;
 
-    /// Whether the loop is kept alive. Script thread.
+    /// Whether our handle keeps the loop alive. Script thread.
     void setAlive(bool alive);
 
     /// Brackets a call into the component, which may wait. Script thread.
@@ -67,7 +67,7 @@ public:
         NodePump& m_pump;
         [[maybe_unused]] int const m_depth; // of this wait, from 1
         bool const m_wasQuiet;
-        std::unique_ptr<ClosingGuard> m_guard; // of the wait below
+        std::unique_ptr<ClosingGuard> m_guard; // of the wait outside this one
     };
     bool isWaiting() const { return m_waitDepth > 0; }
 
@@ -108,10 +108,11 @@ private:
     int m_openHandles = 0;
     int m_waitDepth = 0;
     bool m_isAlive = false;
+    bool m_canHoldBack = false;               // see ClosingGuard::isPossible
     std::unique_ptr<ClosingGuard> m_guard;    // of this wait, once it has turned the loop
-    std::vector<uv_check_t*> m_stoppedChecks; // for the rest of this turn
+    std::vector<uv_check_t*> m_stoppedChecks; // until this turn has ended
     bool m_isQuiet = false;                   // the last step of this wait ended because its time was up
-    int m_idleTurns = 0;                      // turns in a row for which the loop wanted no sleep
+    int m_idleTurns = 0;                      // turns in a row for which the loop asked for no sleep
 
     std::atomic<bool> m_isClosed{false};
     mutable std::mutex m_mutex; // guards what follows

@@ -8,9 +8,9 @@
 
 namespace {
 
-NodeObject* own(ScriptObject* object) { return static_cast<NodeObject*>(object); }
+NodeObject* nodeObject(ScriptObject* object) { return static_cast<NodeObject*>(object); }
 
-thread_local int theListsInUse = 0;
+thread_local int listsOfThisThread = 0;
 
 } // namespace
 
@@ -22,7 +22,7 @@ ScriptObject* NodePlatform::createObject(ScriptEngine* engine)
 
 ScriptArgs* NodePlatform::createArgs(ScriptEngine*)
 {
-    ++theListsInUse;
+    ++listsOfThisThread;
     return new NodeArgs();
 }
 
@@ -31,25 +31,25 @@ ScriptValue* NodePlatform::createValue(ScriptEngine*) { return new NodeValue(); 
 void NodePlatform::destroyObject(ScriptObject* object)
 {
     if (object)
-        own(object)->dropHold();
+        nodeObject(object)->dropHold();
 }
 
 void NodePlatform::destroyArgs(ScriptArgs* args)
 {
     if (!args)
         return;
-    assert(theListsInUse > 0); // lists end on the thread that made them
-    --theListsInUse;
+    assert(listsOfThisThread > 0); // a list ends on the thread that made it
+    --listsOfThisThread;
     delete static_cast<NodeArgs*>(args);
 }
 
-int NodePlatform::listsInUse() { return theListsInUse; }
+int NodePlatform::argumentListsInUse() { return listsOfThisThread; }
 
 void NodePlatform::destroyValue(ScriptValue* value) { delete static_cast<NodeValue*>(value); }
 
 std::string NodeFileService::resolve(ScriptObject* relativeTo, sstring const& path) const
 {
-    return m_files.resolve(relativeTo ? own(relativeTo)->folder() : std::string(), toUtf8(toText(path)));
+    return m_files.resolve(relativeTo ? nodeObject(relativeTo)->folder() : std::string(), toUtf8(toText(path)));
 }
 
 void NodeFileService::resolvePath(ScriptObject* relativeTo, sstring& path)
@@ -86,7 +86,7 @@ void NodeFormService::eraseProperty(ScriptObject* form, sstring const& name)
 void NodeFormService::setPageText(ScriptObject* form, sstring const& text)
 {
     if (form)
-        own(form)->setPageText(toText(text));
+        nodeObject(form)->setPageText(toText(text));
 }
 
 void* NodeServices::getInterface(char const** guid)

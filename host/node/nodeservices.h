@@ -18,9 +18,9 @@ public:
     void destroyArgs(ScriptArgs* args) override;
     void destroyValue(ScriptValue* value) override;
 
-    /// How many argument lists the component has made on the calling thread and not destroyed: not 0 from before it
-    /// calls script until after that, also while it waits for something around the call itself.
-    static int listsInUse();
+    /// How many argument lists the component has made on the calling thread and not destroyed. Not 0 while it calls
+    /// script, and while it prepares such a call or waits behind it.
+    static int argumentListsInUse();
 };
 
 /// Reads pages and pictures for the component. Any thread.
@@ -49,7 +49,7 @@ public:
     void setPageText(ScriptObject* form, sstring const& text) override;
 };
 
-/// The door to the three services.
+/// Where the component gets the three services.
 class NodeServices final : public LibManager
 {
 public:

@@ -1,4 +1,4 @@
-// host/node/nodetext.cpp: conversions of text. Writes nothing, keeps nothing; any thread.
+// host/node/nodetext.cpp: conversions of text. Any thread.
 #include "host/node/nodetext.h"
 
 #include <cassert>
@@ -8,7 +8,7 @@
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
-constexpr double kFirstWithExponent = 1e21; // ECMA-262, Number::toString: from here on the exponent is written
+constexpr double kFirstWithExponent = 1e21; // ECMA-262, Number::toString: from here on with an exponent
 constexpr double kLastWithoutExponent = 1e-6;
 
 bool isHigh(char16_t unit) { return (unit & 0xFC00) == 0xD800; }
@@ -46,7 +46,7 @@ void appendUtf16(std::u16string& out, char32_t c)
     out += static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF));
 }
 
-/// Number of bytes behind a lead byte, -1 for a byte that leads nothing.
+/// Number of bytes behind a lead byte, -1 for a byte that is no lead byte.
 int trailCount(unsigned char lead)
 {
     if (lead < 0x80)
@@ -134,6 +134,6 @@ std::u16string numberToText(double number)
                    .ptr;
     std::string text(buffer, end);
     if (auto zero = text.find("e-0"); zero != std::string::npos)
-        text.erase(zero + 2, 1); // C writes two digits of exponent at least, script writes one
+        text.erase(zero + 2, 1); // C writes at least two digits of the exponent, script as few as possible
     return fromUtf8(text);
 }

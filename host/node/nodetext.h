@@ -1,6 +1,5 @@
-// host/node/nodetext.h: text between its three homes: the component's sstring, the values of this host (UTF-16) and
-// file names (UTF-8). An sstring grows caches even when it is only read, so nothing here keeps one: values own plain
-// UTF-16.
+// host/node/nodetext.h: text between its three forms: the component's sstring, the values of this host (UTF-16) and
+// file names (UTF-8). Even reading an sstring changes it, so nothing here keeps one: values own plain UTF-16.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -12,9 +11,9 @@
 std::u16string toText(sstring const& text);
 sstring toSstring(std::u16string_view text);
 
-/// Unpaired surrogates become U+FFFD; bytes that are no UTF-8 become U+FFFD each.
+/// Unpaired surrogates become U+FFFD; each byte that is not UTF-8 becomes U+FFFD.
 std::string toUtf8(std::u16string_view text);
 std::u16string fromUtf8(std::string_view bytes);
 
-/// A number the way script prints it: "3", "0.1", "1e+21", "NaN", "-Infinity".
+/// A number as script prints it: "3", "0.1", "1e+21", "NaN", "-Infinity".
 std::u16string numberToText(double number);

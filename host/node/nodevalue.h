@@ -20,7 +20,7 @@ public:
     explicit NodeValue(Data data);
     NodeValue(NodeValue const&) = default;
     NodeValue(NodeValue&&) = default;
-    // Not defaulted: the base class assigns through `assign`, so that a move would copy first.
+    // Not defaulted: assigning the base class copies, so that a move would copy first.
     NodeValue& operator=(NodeValue const& other)
     {
         assign(other);

@@ -1,5 +1,5 @@
 // host/node/reentry.cpp: finds functions of V8 by their mangled names. All but the last are public and have kept their
-// signatures since Node 12; pointers stay opaque.
+// signatures since Node 12; all pointers are opaque here.
 #include "host/node/reentry.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ namespace reentry {
 
 namespace {
 
-// What the room for a v8::TryCatch is filled with, and how much of its end must stay so.
+// What the room for a v8::TryCatch is filled with, and how many bytes at its end must stay untouched.
 constexpr unsigned char kUntouched = 0xA5;
 [[maybe_unused]] constexpr int kMargin = 128;
 
@@ -37,7 +37,7 @@ void find(Function& out, char const* name)
 Functions findAll()
 {
     Functions found{};
-    if (std::getenv("TARN_NO_REENTRY")) // for tests, and should a future Node change what lies behind a name
+    if (std::getenv("TARN_NO_REENTRY")) // for tests, and in case a future Node changes what a name stands for
         return found;
     find(found.currentIsolate, "_ZN2v87Isolate10GetCurrentEv");
     find(found.currentContext, "_ZN2v87Isolate17GetCurrentContextEv");

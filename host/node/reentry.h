@@ -1,16 +1,16 @@
-// host/node/reentry.h: two things that the interpreter does at the bottom of its stack only, done further up, where
+// host/node/reentry.h: two things that the interpreter does only at the bottom of its stack, done further up, where
 // script waits in the component.
 //
 // Promises: a script that calls show() from a promise continuation (anything behind an `await`) is inside the
-// interpreter's microtask loop, and that loop refuses to be entered again: no other promise would go on until the
-// window closes. The queue itself is written for tasks that change it while it runs, and many builds of Node export the
-// function that empties it.
+// interpreter's microtask loop, and that loop refuses to be entered again: no other promise would continue until
+// the window is closed. The queue itself is written for tasks that change it while it runs, and many builds of Node
+// export the function that empties it.
 //
-// Errors: what a callback of the event loop throws is an uncaught error only if the interpreter sees at once that
-// nobody below catches it; else it takes the script that waits for the catcher.
+// Errors: what a callback of the event loop throws is reported as uncaught only if the interpreter sees no script
+// further down the stack that might catch it. The script that waits is there.
 //
-// Node-API offers neither, so both look the functions up by name. Where they are not exported, index.js warns about
-// promises and points to showAsync(), and errors are reported when they have left the event loop.
+// Node-API offers neither, so both look the functions up by name. docs/node.md says what
+// happens where they are not exported.
 #pragma once
 
 namespace reentry {
@@ -22,8 +22,8 @@ bool canRunMicrotasks();
 /// Script thread, inside a call from script.
 void runMicrotasks();
 
-/// As long as it lives, an error that leaves script above it is reported as an uncaught one. On the stack only; script
-/// thread, inside a call from script.
+/// As long as it exists, an error that escapes from script further up the stack is reported as uncaught. To be created
+/// on the stack only, on the script thread, inside a call from script.
 class ErrorBarrier
 {
 public:
@@ -33,8 +33,8 @@ public:
     ErrorBarrier& operator=(ErrorBarrier const&) = delete;
 
 private:
-    // Room for a v8::TryCatch, which takes 7 words. The interpreter compares its address with those of script's own
-    // frames, so it lies in the object.
+    // Room for a v8::TryCatch, which takes 7 words today. It has to be on the stack: the interpreter compares its
+    // address with those of script's frames.
     alignas(16) unsigned char m_tryCatch[256];
     bool m_isActive;
 };

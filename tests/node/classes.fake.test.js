@@ -28,7 +28,7 @@ test('a window with a path is loaded, one without is not', () => {
     assert.equal(new GuiWindow().isValid(), false);
 });
 
-test('a class can not be called without new', () => {
+test('a class cannot be called without new', () => {
     assert.throws(() => GuiControl(), /Class constructor GuiControl cannot be invoked without 'new'/);
 });
 
@@ -176,6 +176,19 @@ test('a page is found relative to the script that made the window', async () => 
     assert.equal(module.default(GuiWindow), path.join(scratch, 'inner', 'page.html'));
 });
 
+test('where the stack cannot be read, a page is found relative to the main program', async () => {
+    const { stdout, stderr, code } = await runScript('console.log(new tarn.GuiWindow().testResolve("page.html"));',
+        { args: ['--frozen-intrinsics'] });
+    assert.deepEqual([stdout, code], [`${path.join(scratch, 'page.html')}\n`, 0]);
+    assert.doesNotMatch(stderr, /Error/);
+});
+
+test('making a window leaves the stack traces of the program as they were', () => {
+    const { prepareStackTrace, stackTraceLimit } = Error;
+    new GuiWindow('page.html');
+    assert.deepEqual([Error.prepareStackTrace, Error.stackTraceLimit], [prepareStackTrace, stackTraceLimit]);
+});
+
 test('files are read whole, and missing ones, folders and pipes are refused', () => {
     const window = new GuiWindow();
     fs.writeFileSync(path.join(scratch, 'page.bin'), Buffer.alloc(70000));
@@ -186,7 +199,7 @@ test('files are read whole, and missing ones, folders and pipes are refused', ()
     assert.equal(window.testReadFile(path.join(scratch, 'pipe')), -1);
 });
 
-test('a mounted folder is read under its name and can not be climbed out of', () => {
+test('a mounted folder is read under its name and cannot be climbed out of', () => {
     const window = new GuiWindow();
     const folder = path.join(scratch, 'mounted');
     fs.mkdirSync(path.join(folder, 'sub'), { recursive: true });

@@ -113,7 +113,7 @@ test('listeners of "exit" may use windows', async () => {
     assert.deepEqual([stdout, stderr, code], ['false null\n', '', 0]);
 });
 
-test('a second thread can not make windows', async () => {
+test('a second thread cannot make windows', async () => {
     const { stdout, code } = await runScript(`${opened}
         const { Worker } = require('node:worker_threads');
         const text = ${JSON.stringify(`const { GuiWindow } = require(${JSON.stringify(require('./helpers.js').packageFolder)});

@@ -2,7 +2,7 @@
 // The package from outside: its types, its lock file, and what it says when something is missing.
 
 const assert = require('node:assert/strict');
-const { execFileSync, spawnSync } = require('node:child_process');
+const { execFileSync, spawn, spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
@@ -77,7 +77,7 @@ test('a missing library is named together with its package', () => {
             `tarn: the library ${library} is missing, which the component needs; install it with "apt-get install ${name}"`);
     }
     assert.match(explain(missing('libother.so.3'), 'the component'), /libother\.so\.3 is missing.*install the package that holds it/);
-    assert.equal(explain('undefined symbol: x', 'the component'), 'tarn: the component can not be loaded: undefined symbol: x');
+    assert.equal(explain('undefined symbol: x', 'the component'), 'tarn: the component cannot be loaded: undefined symbol: x');
 });
 
 test('a component that lacks a library ends the program with one clear sentence', async () => {
@@ -105,4 +105,34 @@ test('without a display a window says so', async () => {
     assert.equal(unset.stdout, 'new GuiWindow(): there is no display: the environment variable DISPLAY is not set\n');
     const dead = await runScript(source, { env: { QT_QPA_PLATFORM: 'xcb', DISPLAY: ':93217' } });
     assert.equal(dead.stdout, 'new GuiWindow(): there is no display: no X server answers at DISPLAY=:93217\n');
+});
+
+test('a display on another machine is left to the window system', async () => {
+    const { stdout, stderr } = await runScript('console.log(new tarn.GuiWindow("p").isValid());',
+        { env: { QT_QPA_PLATFORM: 'xcb', DISPLAY: 'elsewhere:0' } });
+    assert.deepEqual([stdout, stderr], ['true\n', '']);
+});
+
+test('an X server that listens on an abstract name alone is found', async () => {
+    const source = path.join(scratch, 'abstract.c');
+    const server = path.join(scratch, 'abstract');
+    fs.writeFileSync(source, `
+        #include <stddef.h>
+        #include <stdio.h>
+        #include <sys/socket.h>
+        #include <sys/un.h>
+        int main(void) {
+            struct sockaddr_un address = { AF_UNIX, "\\0/tmp/.X11-unix/X93218" };
+            int file = socket(AF_UNIX, SOCK_STREAM, 0);
+            if (bind(file, (struct sockaddr*)&address, offsetof(struct sockaddr_un, sun_path) + 23) || listen(file, 5)) return 1;
+            puts("ready"), fflush(stdout);
+            return getchar() == 0;
+        }`);
+    execFileSync('cc', ['-o', server, source]);
+    const child = spawn(server, { stdio: ['pipe', 'pipe', 'inherit'] });
+    await new Promise((resolve, reject) => { child.stdout.once('data', resolve); child.once('exit', reject); });
+    const { stdout, stderr } = await runScript('console.log(new tarn.GuiWindow("p").isValid());',
+        { env: { QT_QPA_PLATFORM: 'xcb', DISPLAY: ':93218.0' } });
+    child.stdin.end();
+    assert.deepEqual([stdout, stderr], ['true\n', '']);
 });

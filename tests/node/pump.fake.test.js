@@ -2,8 +2,10 @@
 // What goes on while script waits inside the component, above all in a modal show(), from wherever it was called.
 
 const assert = require('node:assert/strict');
+const fs = require('node:fs');
+const path = require('node:path');
 const { test } = require('node:test');
-const { runScript } = require('./helpers.js');
+const { runScript, scratch } = require('./helpers.js');
 
 /** `body()` runs in a process where `show()` was reached from the named place; it opens a window for a while. */
 const places = {
@@ -154,20 +156,27 @@ test('modal windows nest and return in order', async () => {
     assert.equal(code, 0);
 });
 
-test('an error in a timer during show() is an uncaught error, not one of show()', async () => {
-    for (const thrower of ['setTimeout(fail, 2)', 'setImmediate(fail)', 'process.nextTick(fail)', 'queueMicrotask(fail)',
-        'fs.readFile("/", fail)', '(async () => { await sleep(1); fail(); })()']) {
-        const { stdout, stderr, code } = await runScript(`
-            const fs = require('node:fs');
-            const sleep = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
-            const fail = () => { throw new Error('from outside'); };
-            process.on('uncaughtException', (error) => { console.log('uncaught', error.message); setTimeout(() => window.close(), 20); });
-            const window = new tarn.GuiWindow('page.html');
-            window.ePostOpen = () => { ${thrower}; };
-            try { console.log('show', window.show()); } catch (error) { console.log('caught by show', error.message); }`);
-        assert.deepEqual([stdout, stderr, code], ['uncaught from outside\nshow null\n', '', 0], thrower);
-    }
-});
+const withoutReentry = { TARN_NO_REENTRY: '1' };
+
+for (const [where, env] of [['', {}], [', also where the addon finds no function of the interpreter', withoutReentry]]) {
+    test(`an error in a timer during show() is an uncaught error, not one of show()${where}`, async () => {
+        for (const thrower of ['setTimeout(fail, 2)', 'setImmediate(fail)', 'process.nextTick(fail)', 'queueMicrotask(fail)',
+            'fs.readFile("/", fail)', '(async () => { await sleep(1); fail(); })()']) {
+            const { stdout, stderr, code } = await runScript(`
+                const fs = require('node:fs');
+                const sleep = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
+                const fail = () => { throw new Error('from outside'); };
+                process.on('uncaughtException', (error) => {
+                    console.log('uncaught', error.message);
+                    setTimeout(() => window.close(), 20);
+                });
+                const window = new tarn.GuiWindow('page.html');
+                window.ePostOpen = () => { ${thrower}; };
+                try { console.log('show', window.show()); } catch (error) { console.log('caught by show', error.message); }`, { env });
+            assert.deepEqual([stdout, stderr, code], ['uncaught from outside\nshow null\n', '', 0], thrower);
+        }
+    });
+}
 
 test('an error during show() does not swallow the next one', async () => {
     const { stdout, stderr, code } = await runScript(`
@@ -230,6 +239,18 @@ test('immediates run in order during show(), with their arguments, promises betw
     }`;
     const { stdout, stderr, code } = await runScript(during(body, 'show();'));
     assert.deepEqual([stdout, stderr, code], ['1 2 a\npromise a\n3 b\ntick b\n4 undefined\nshown\n', '', 0]);
+});
+
+test('where immediates cannot be taken, Node.js runs them during show()', async () => {
+    const preload = path.join(scratch, 'opaque.js');
+    fs.writeFileSync(preload, `
+        const timers = require('node:timers');
+        const { setImmediate, clearImmediate } = timers;
+        timers.setImmediate = (...args) => ({ hidden: setImmediate(...args) });
+        timers.clearImmediate = ({ hidden }) => clearImmediate(hidden);`);
+    const body = 'function () { setImmediate(() => { console.log("inside"); setImmediate(() => console.log("again")); }); }';
+    const { stdout, stderr, code } = await runScript(during(body, 'show();'), { args: ['--require', preload] });
+    assert.deepEqual([stdout, stderr, code], ['inside\nagain\nshown\n', '', 0]);
 });
 
 test('immediates that never end leave timers and files their turns during show()', async () => {
@@ -314,7 +335,7 @@ test('a call that is answered at once does not turn the event loop', async () =>
     assert.equal(stdout, 'true\n');
 });
 
-test('where promises can not run inside a promise, the program is told and handlers do not hang', async () => {
+test('where promises cannot run inside a promise, the program is told and handlers do not hang', async () => {
     const { stdout, stderr, code } = await runScript(`
         const sleep = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
         (async () => {
@@ -326,8 +347,39 @@ test('where promises can not run inside a promise, the program is told and handl
             const timer = setInterval(() => { if (tarn.session.fires === 1) { clearInterval(timer); window.close(); } }, 5);
             window.show();
             console.log(tarn.session.lastResult);
-        })();`, { env: { TARN_NO_REENTRY: '1' } });
+        })();`, { env: withoutReentry });
     assert.equal(code, 0);
     assert.equal(stdout, 'null\n');
     assert.match(stderr, /TARN_SHOW_IN_PROMISE/);
+});
+
+test('where ticks cannot be run during show(), they run behind it and everything else goes on', async () => {
+    const { stdout, stderr, code } = await runScript(`
+        delete process._tickCallback;
+        const window = new tarn.GuiWindow('page.html');
+        window.ePostOpen = () => {
+            process.nextTick(() => console.log('tick'));
+            Promise.resolve().then(() => console.log('promise'));
+            setTimeout(() => window.close(), 50);
+        };
+        window.show();
+        console.log('shown');`);
+    assert.deepEqual([stdout, stderr, code], ['promise\nshown\ntick\n', '', 0]);
+});
+
+test('a handle that no callback below show() uses is closed during it', async () => {
+    const { stdout, stderr, code } = await runScript(`
+        const net = require('node:net');
+        const server = net.createServer((socket) => socket.on('data', () => {
+            const window = new (class extends tarn.GuiWindow { ePostOpen() { this.testCloseLater(5000); } })('page.html');
+            other.close(() => { console.log('closed'); window.close(); });
+            window.show();
+            console.log('shown');
+            process.exit(0);
+        }));
+        const other = net.createServer();
+        other.listen(0, '127.0.0.1', () => server.listen(0, '127.0.0.1', () => {
+            const client = net.connect(server.address().port, '127.0.0.1', () => client.write('x'));
+        }));`);
+    assert.deepEqual([stdout, stderr, code], ['closed\nshown\n', '', 0]);
 });

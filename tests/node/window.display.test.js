@@ -199,7 +199,7 @@ test('methods of windows that are closed, without a page, or called wrongly give
     await endOf(program, `false Order RESIZE null null\nfalse false null true RESIZE false\nfalse null closed\n`);
 });
 
-test('a page that can not be read is named once', async () => {
+test('a page that cannot be read is named once', async () => {
     const { stdout, stderr, code } = await runScript("console.log(new tarn.GuiWindow('missing.html').isValid());");
     assert.deepEqual([stdout, code], ['false\n', 0]);
     assert.equal(stderr, `GuiWindow::load() - failed to load file ${path.join(scratch, 'missing.html')}\n`);

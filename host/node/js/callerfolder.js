@@ -13,18 +13,21 @@ function folderOfFrame(frame) {
     return path.isAbsolute(file) ? path.dirname(file) : undefined;
 }
 
-/** The folder of the nearest file on the stack that is not one of this folder; "" when there is none. */
-function callerFolder() {
+/** The frames of the stack, newest first; none when the program has frozen Error. */
+function framesOfStack() {
     const { prepareStackTrace, stackTraceLimit } = Error;
-    let folder = '';
-    Error.stackTraceLimit = 16;
-    Error.prepareStackTrace = (error, frames) => {
-        folder = frames.map(folderOfFrame).find((found) => found !== undefined) ?? '';
-    };
+    let found = [];
+    Reflect.set(Error, 'stackTraceLimit', 16);
+    Reflect.set(Error, 'prepareStackTrace', (error, frames) => { found = frames; });
     void new Error('').stack;
-    Error.prepareStackTrace = prepareStackTrace;
-    Error.stackTraceLimit = stackTraceLimit;
-    return folder;
+    Reflect.set(Error, 'prepareStackTrace', prepareStackTrace);
+    Reflect.set(Error, 'stackTraceLimit', stackTraceLimit);
+    return found;
+}
+
+/** The folder of the nearest file on the stack that is not part of this package; "" when there is none. */
+function callerFolder() {
+    return framesOfStack().map(folderOfFrame).find((folder) => folder !== undefined) ?? '';
 }
 
 module.exports = { callerFolder };

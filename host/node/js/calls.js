@@ -47,7 +47,7 @@ function runCall(id, target, self, name, args) {
     return true;
 }
 
-/** Only where the addon can not run promises inside a promise: ends the calls whose promise can not settle meanwhile. */
+/** Called only where the addon cannot run promises inside a promise: ends the calls whose promise cannot settle meanwhile. */
 function checkPromises() {
     if (lookForStuckPromises()) {
         [...unsettled].forEach((id) => finish(id, null));

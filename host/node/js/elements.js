@@ -14,7 +14,7 @@ function register(name, Class) {
     registered.set(name, { Class, folder: callerFolder() });
 }
 
-/** For the component: a new element; null when there is no class of that name. Letters' case does not matter. */
+/** For the component: a new element; null when there is no class of that name. Case does not matter. */
 function construct(name) {
     const wanted = name.toLowerCase();
     const exact = registered.get(name);

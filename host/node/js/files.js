@@ -12,7 +12,7 @@ function mount(name, folder) {
     native.mount(name, path.resolve(callerFolder(), folder));
 }
 
-/** Names that no script's folder belongs to start beside the main program; the component's own pictures have a name too. */
+/** Relative names without a script start at the folder of the main program; the component's own pictures are mounted too. */
 function mountDefaults() {
     native.setDefaultFolder(process.argv[1] ? path.dirname(path.resolve(process.argv[1])) : process.cwd());
     native.mount('GuiWindow', path.join(__dirname, '..', 'vfs', 'GuiWindow'));

@@ -1,13 +1,14 @@
 'use strict';
-// Immediates while script waits inside the component. Node runs them in a loop of its own that is not made to be entered
-// again: what an immediate throws inside of another callback ends the process, and below an immediate that waits, the
-// inner loop stumbles over the outer one's place in the queue. So they are taken out of the queue and run here.
+// Immediates while script waits inside the component. Node's own loop over them cannot be entered again: an error thrown in it
+// while another callback is on the stack ends the process, and while an immediate waits, a second loop trips over the first
+// one's place in the queue. So they are taken out of the queue and run here.
 
 const { AsyncResource } = require('node:async_hooks');
+const { clearImmediate, setImmediate } = require('node:timers'); // the real ones, whatever a program puts in their place later
 const { native } = require('./native.js');
 
-/** The immediates that wait for their turn, the oldest first. The newest one knows the one before it, and so on. */
-function waiting() {
+/** The pending immediates, oldest first. Each one knows the one before it. */
+function pending() {
     const newest = setImmediate(() => {});
     const found = [];
     for (let each = newest._idlePrev; each; each = each._idlePrev) {
@@ -19,7 +20,7 @@ function waiting() {
 
 const numbers = ['asyncId', 'triggerId'];
 
-/** A scope with what the immediate has kept for AsyncLocalStorage; the scope has numbers of its own. */
+/** A scope with what the immediate keeps for AsyncLocalStorage. The numbers are the scope's own. */
 function scopeOf(immediate) {
     const scope = new AsyncResource('Immediate');
     for (const key of Object.getOwnPropertySymbols(immediate).filter((symbol) => !numbers.includes(symbol.description))) {
@@ -28,7 +29,7 @@ function scopeOf(immediate) {
     return scope;
 }
 
-/** Unless an immediate before it has cleared it. */
+/** Runs one, unless an immediate before it has cleared it. */
 function run(immediate) {
     const { _onImmediate: callback, _argv: args } = immediate;
     if (typeof callback !== 'function') {
@@ -43,7 +44,7 @@ function run(immediate) {
     native.runMicrotasks();
 }
 
-/** Whether this version of Node.js keeps its immediates in the way that is read here. */
+/** Whether this version of Node.js keeps its immediates as expected here. */
 function canTake() {
     const [first, second] = [setImmediate(() => {}), setImmediate(() => {}, 1)];
     const isKnown = second._idlePrev === first && typeof second._onImmediate === 'function' && second._argv?.[0] === 1;
@@ -54,12 +55,12 @@ function canTake() {
 
 const isSupported = canTake();
 
-/** Runs those that wait. True when Node's own loop may run behind this: it finds none, or nobody can do better. */
+/** Runs what is pending. True when Node's own loop may run after this: it finds nothing, or there is no better way. */
 function runImmediates() {
     if (!isSupported) {
         return true;
     }
-    waiting().forEach(run);
+    pending().forEach(run);
     const left = process.getActiveResourcesInfo?.() ?? ['Immediate'];
     return !left.includes('Immediate');
 }

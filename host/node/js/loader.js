@@ -31,7 +31,7 @@ function packageOf(library) {
 function explain(message, what) {
     const library = /(?:^|\s|: )([^\s:/]+\.so[^\s:]*): cannot open shared object file/.exec(message)?.[1];
     if (library === undefined) {
-        return `tarn: ${what} can not be loaded: ${message}`;
+        return `tarn: ${what} cannot be loaded: ${message}`;
     }
     const name = packageOf(library);
     const advice = name === undefined ? 'install the package that holds it' : `install it with "apt-get install ${name}"`;

@@ -1,9 +1,9 @@
 'use strict';
-// Methods of script objects: which of them a page may call, and their names for the threads that can not look themselves.
+// Methods of script objects: which of them a page may call, and their names, for the threads that cannot look themselves.
 
 const builtIn = Object.prototype;
 
-/** The function that a page may call under this name: not what every object has. */
+/** The function that a page may call by this name; what every object has is left out. */
 function findMethod(object, name) {
     if (name === '') {
         return typeof object === 'function' ? object : undefined;
@@ -25,7 +25,7 @@ function ownMethods(object) {
     return Object.getOwnPropertyNames(object).filter((name) => name !== 'constructor' && isMethodHere(object, name));
 }
 
-/** Names and their number, by prototype object: classes seldom change. */
+/** Names and their number, by prototype object, since classes seldom change. */
 const prototypeMethods = new WeakMap();
 
 function methodsOfPrototype(prototype) {
@@ -46,7 +46,7 @@ function isSameScan(before, own, parts) {
         && before.parts.every((part, i) => part === parts[i]) && before.own.every((name, i) => name === own[i]);
 }
 
-/** The names of all methods of an object, undefined when they are what they were at the last call. */
+/** The names of all methods of an object; undefined when they have not changed since the last call. */
 function scanMethods(object) {
     const own = ownMethods(object);
     const parts = [];

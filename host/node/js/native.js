@@ -1,5 +1,5 @@
 'use strict';
-// The addon, with the component loaded into it: once for the environment, for all other files of the package.
+// The addon with the component loaded into it, for all other files of the package.
 
 const { loadAddon, loadComponent } = require('./loader.js');
 

@@ -1,5 +1,5 @@
 'use strict';
-// What the component adds to JavaScript objects: properties, methods, and the tie between a window and its controls.
+// What the component adds to JavaScript objects: properties, methods, and the link between a window and its controls.
 
 const { native } = require('./native.js');
 
@@ -19,7 +19,7 @@ function defineMethod(object, name, method) {
 const ownedBy = new WeakMap();
 const ownerOf = new WeakMap();
 
-/** A window and its controls keep each other, by edges that the garbage collector can see. */
+/** A window and its controls keep each other alive by references that the garbage collector can see. */
 function tie(owner, object) {
     if (!ownedBy.has(owner)) {
         ownedBy.set(owner, new Set());

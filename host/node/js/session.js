@@ -1,5 +1,5 @@
 'use strict';
-// The session and what belongs to it, for reading.
+// The session, and the text of a page while it is filtered.
 
 const { native } = require('./native.js');
 

@@ -1,10 +1,10 @@
 'use strict';
-// Objects whose properties lie in the component's memory: the session, a form, a rectangle. Script sees each through a proxy.
+// Objects whose properties are kept by the component: the session, a form, a rectangle. Script sees each through a proxy.
 
 const { inspect } = require('node:util');
 const { native } = require('./native.js');
 
-/** From the hidden object behind a proxy to the proxy, which is what the addon knows. */
+/** The proxy of each target; the addon knows only the proxy. */
 const proxies = new WeakMap();
 
 function isInTable(proxy, name) {
@@ -43,7 +43,7 @@ const traps = {
     preventExtensions: () => false,
 };
 
-function projectTable() {
+function makeTableProxy() {
     const target = {};
     const proxy = new Proxy(target, traps);
     Object.defineProperty(target, inspect.custom, { value: () => ({ ...proxy }) });
@@ -51,4 +51,4 @@ function projectTable() {
     return proxy;
 }
 
-module.exports = { projectTable };
+module.exports = { makeTableProxy };

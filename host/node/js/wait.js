@@ -1,25 +1,26 @@
 'use strict';
-// What the interpreter has to do while script waits inside the component: timers, ticks, and a look at whether promises run.
+// What the interpreter needs while script waits inside the component: timers, ticks, and a check that promises run.
 
 let probeRan = true;
 let areStuck = false;
 
-/** A wait begins. When it began in a timer, that timer has disarmed the others until it returns: a new one arms them. */
+/** A wait begins. Node has disarmed its timers if one of them began it; setting a new one arms them again. */
 function startWait() {
     setTimeout(() => {}, 1).unref();
     probeRan = false;
     queueMicrotask(() => { probeRan = true; });
 }
 
+/** Without this function of Node.js, ticks and rejections wait until the call into the component returns. */
 function runTicks() {
-    process._tickCallback();
+    process._tickCallback?.();
     return true;
 }
 
 const stuckWarning = 'A promise waits in show() or in another call that takes long, and this version of Node.js runs no '
     + 'other promise meanwhile: async handlers are not waited for. Use "await window.showAsync()" instead.';
 
-/** Looks whether promises run during this wait, and warns when they stop doing so; true when they do not. */
+/** Checks whether promises run during this wait; true, with a warning for the first time, when they do not. */
 function lookForStuckPromises() {
     if (!areStuck && !probeRan) {
         process.emitWarning(stuckWarning, { code: 'TARN_SHOW_IN_PROMISE' });
@@ -28,7 +29,7 @@ function lookForStuckPromises() {
     return areStuck;
 }
 
-/** What the last look found. */
+/** What the last check found. */
 function arePromisesStuck() {
     return areStuck;
 }
