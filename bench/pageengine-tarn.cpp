@@ -7,11 +7,11 @@
 #include "bench/pageengine.h"
 #include "bench/pageview-qt.h"
 #include "controls/guiwidget.h"
+#include "foundation/hashlist.h"
 #include "foundation/vela-qt.h"
 #include "page/guihtml.h"
 #include "page/guilayoutcounters.h"
 #include "runtime/guihtmlbase.h"
-#include "runtime/hashlist.h"
 
 namespace {
 

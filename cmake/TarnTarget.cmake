@@ -56,6 +56,20 @@ function(tarn_precompiled target kind)
     endif()
 endfunction()
 
+# tarn_layer(<name> ON <layer below> [MOC] <sources>...): one folder of the component. Whoever links <name> gets the folder's
+# objects, all of them, since some only add themselves to a table, and those of the layers below; nothing above.
+function(tarn_layer name)
+    cmake_parse_arguments(arg "MOC" "ON" "" ${ARGN})
+    add_library(${name}_objects OBJECT ${arg_UNPARSED_ARGUMENTS})
+    tarn_target(${name}_objects)
+    set_target_properties(${name}_objects PROPERTIES AUTOMOC ${arg_MOC})
+    target_link_libraries(${name}_objects PRIVATE tarn_foundation tarn_foundation_qt Qt6::Widgets)
+    tarn_precompiled(${name}_objects component <QtWidgets> <algorithm> <functional> <map> <memory> <string> <vector>)
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE $<TARGET_OBJECTS:${name}_objects> ${arg_ON} tarn_foundation_qt tarn_foundation
+        Qt6::Widgets)
+endfunction()
+
 # tarn_test(<name> <sources>... LIBS <targets>... [LABELS <labels>...] [ENV <NAME=value>...]): one GoogleTest program, each of
 # its tests known to CTest by name, and each in a process of its own with the given environment. Tests labelled "display" run on
 # a virtual X server, which each of them has to itself (tests/e2e/run-test.sh). Under sanitizers, where a process takes half a

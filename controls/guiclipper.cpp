@@ -14,7 +14,7 @@ bool holdsFocus(QWidget const* clipper, guiWidget const* window)
 }
 
 // A new parent takes the focus away.
-void takeFromShelf(QWidget* clipper, guiWidget* window)
+void bringIntoView(QWidget* clipper, guiWidget* window)
 {
     QWidget* focused = holdsFocus(clipper, window) ? window->focusWidget() : nullptr;
     clipper->setParent(window);
@@ -26,7 +26,7 @@ void takeFromShelf(QWidget* clipper, guiWidget* window)
 
 QWidget* guiCreateClipper(guiWidget* window, bool isInView)
 {
-    auto* clipper = new QWidget(isInView ? window : window->shelf());
+    auto* clipper = new QWidget(isInView ? window : window->outOfView());
     clipper->setObjectName(QStringLiteral("controlclipper"));
     clipper->hide();
     return clipper;
@@ -36,9 +36,9 @@ void guiPlaceClipper(QWidget* clipper, guiWidget* window, QRect const& place)
 {
     bool const isInView = !place.isEmpty();
     if (isInView && clipper->parentWidget() != window)
-        takeFromShelf(clipper, window);
+        bringIntoView(clipper, window);
     clipper->setGeometry(place);
     clipper->setVisible(isInView);
     if (!isInView && clipper->parentWidget() == window && !holdsFocus(clipper, window))
-        clipper->setParent(window->shelf());
+        clipper->setParent(window->outOfView());
 }

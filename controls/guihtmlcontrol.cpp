@@ -2,16 +2,14 @@
 #include "controls/guihtmlcontrol.h"
 
 #include "controls/guiclipper.h"
-#include "controls/guidispatch.h"
+#include "controls/guicontrolhost.h"
+#include "controls/guieventscope.h"
 #include "controls/guiwidget.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
-#include "page/guihtmlservices.h"
 #include "page/guihtmltext-fonts.h"
 #include "page/guinodewatch.h"
-#include "runtime/gui.h"
-#include "runtime/guihtmlbase.h"
-#include "runtime/guithread.h"
-#include "script/guicontrol.h"
+#include "page/guipageroot.h"
 
 #include <QWidget>
 #include <algorithm>
@@ -110,7 +108,7 @@ void guiHtmlControl::placeInClip(QWidget* widget)
 
 void guiHtmlControl::dirtyTabOrder()
 {
-    if (guiHtmlBase* base = getBaseHtml())
+    if (guiPageRoot* base = getBaseHtml())
         base->m.tabOrderDirty = 1;
 }
 
@@ -142,27 +140,27 @@ int guiHtmlControl::lineSpacing() { return guiTextFonts::of(getDefaultFont(nullp
 
 ScriptObject* guiHtmlControl::getCustomObject()
 {
-    if (m.object || !pGUI || !guiServices::hasPageObject(getBaseHtml()))
+    if (m.object || !guiPageObjectOf(this))
         return m.object;
-    if (pGUI->getThread()->isScriptThread()) {
+    if (guiControlHost::current().isScriptThread()) {
         buildCustomObject_script();
         return m.object;
     }
     guiNodeWatch self(this);
-    guiServices::buildCustomObject(this);
+    guiControlHost::current().buildCustomObject(this);
     return self.alive() ? m.object.load() : nullptr;
 }
 
 void guiHtmlControl::buildCustomObject_script()
 {
-    ScriptObject* object = CreateControlObject(getBaseHtml()->getPageObject());
+    guiControlHost& host = guiControlHost::current();
+    ScriptObject* object = host.makeControlObject(this);
     if (!object) {
-        guiComponent::logError("BuildCustomObject failed for 0x%08lX!\n", reinterpret_cast<unsigned long>(this));
+        velaLog("BuildCustomObject failed for 0x%08lX!\n", reinterpret_cast<unsigned long>(this));
         return;
     }
-    FleshInControlObject(object, this);
     addScriptMethods(object);
-    pGUI->bindObject(object, this);
+    host.bindObject(object, this);
     m.object = object;
 }
 

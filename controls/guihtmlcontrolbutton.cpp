@@ -1,16 +1,16 @@
 // controls/guihtmlcontrolbutton.cpp: see guihtmlcontrolbutton.h.
 #include "controls/guihtmlcontrolbutton.h"
 
-#include "controls/guicontrolmethod.h"
-#include "controls/guidispatch.h"
-#include "controls/guiformvalue.h"
+#include "controls/guieventscope.h"
+#include "controls/guiformproperty.h"
 #include "controls/guihtmlform.h"
+#include "controls/guiscriptmethod.h"
 #include "controls/guiwidgetcheckbox.h"
 #include "controls/guiwidgetpushbutton.h"
 #include "controls/guiwidgetradiobutton.h"
 #include "foundation/vela-qt.h"
 #include "page/guicolor.h"
-#include "runtime/guihtmlbase.h"
+#include "page/guipageroot.h"
 
 namespace {
 
@@ -132,7 +132,7 @@ void guiHtmlControlButton::createRadioButton()
 {
     m_radioButton = new guiWidgetRadioButton(getClipWidget());
     m_radioButton->owner = this;
-    if (guiHtmlBase* base = getBaseHtml())
+    if (guiPageRoot* base = getBaseHtml())
         base->addToGroup(m_radioButton, getName());
     m_radioButton->setChecked(m_checked > 0);
     setBackground(m_radioButton, this);
@@ -156,7 +156,7 @@ void guiHtmlControlButton::destroyWidgets()
 
 void guiHtmlControlButton::readFormProperty(ScriptObject* form)
 {
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     if (value.read())
         setChecked(value.isString() && istring(value.text()) == m_text);
 }
@@ -166,7 +166,7 @@ void guiHtmlControlButton::writeFormProperty(ScriptObject* form)
 {
     if (!isCheckable())
         return;
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     if (isChecked())
         value.write(m_text);
     else if (m_buttonType == kButtonCheckBox)
@@ -176,7 +176,7 @@ void guiHtmlControlButton::writeFormProperty(ScriptObject* form)
 void guiHtmlControlButton::eraseFormProperty(ScriptObject* form)
 {
     if (isCheckable())
-        guiFormValue(form, getName()).erase();
+        guiFormProperty(form, getName()).erase();
 }
 
 namespace {
@@ -206,9 +206,9 @@ void control_uncheck_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
         button->setChecked(0);
 }
 
-constexpr ScriptMethod control_isChecked_script = guiControlHandOver<control_isChecked_qt>;
-constexpr ScriptMethod control_check_script = guiControlHandOver<control_check_qt>;
-constexpr ScriptMethod control_uncheck_script = guiControlHandOver<control_uncheck_qt>;
+constexpr ScriptMethod control_isChecked_script = guiCallOnGuiThread<control_isChecked_qt>;
+constexpr ScriptMethod control_check_script = guiCallOnGuiThread<control_check_qt>;
+constexpr ScriptMethod control_uncheck_script = guiCallOnGuiThread<control_uncheck_qt>;
 
 } // namespace
 

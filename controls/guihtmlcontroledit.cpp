@@ -1,8 +1,8 @@
 // controls/guihtmlcontroledit.cpp: see guihtmlcontroledit.h.
 #include "controls/guihtmlcontroledit.h"
 
-#include "controls/guidispatch.h"
-#include "controls/guiformvalue.h"
+#include "controls/guieventscope.h"
+#include "controls/guiformproperty.h"
 #include "controls/guiwidgetlineedit.h"
 #include "controls/guiwidgetmultiedit.h"
 #include "foundation/vela-qt.h"
@@ -108,13 +108,13 @@ void guiHtmlControlEdit::destroyWidgets()
 
 void guiHtmlControlEdit::readFormProperty(ScriptObject* form)
 {
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     if (value.read() && value.isString())
         setText(value.text());
 }
 
-void guiHtmlControlEdit::writeFormProperty(ScriptObject* form) { guiFormValue(form, getName()).write(getText()); }
-void guiHtmlControlEdit::eraseFormProperty(ScriptObject* form) { guiFormValue(form, getName()).erase(); }
+void guiHtmlControlEdit::writeFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).write(getText()); }
+void guiHtmlControlEdit::eraseFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).erase(); }
 
 void guiHtmlControlEdit::onChange(sstring const& text)
 {

@@ -1,7 +1,7 @@
 // controls/guihtmlcontrolflex-script.cpp: a flex list as script sees it: its methods and its value in the form.
-#include "controls/guicontrolmethod.h"
-#include "controls/guiformvalue.h"
+#include "controls/guiformproperty.h"
 #include "controls/guihtmlcontrolflex.h"
+#include "controls/guiscriptmethod.h"
 #include "controls/guiwidgetlistitem.h"
 #include "page/guinumbers.h"
 
@@ -9,7 +9,7 @@
 
 void guiHtmlControlFlex::readFormProperty(ScriptObject* form)
 {
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     if (!value.read())
         return;
     if (value.isNull())
@@ -20,7 +20,7 @@ void guiHtmlControlFlex::readFormProperty(ScriptObject* form)
 
 void guiHtmlControlFlex::writeFormProperty(ScriptObject* form)
 {
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     auto isSelected = [](auto const& entry) {
         return entry && (entry->item ? entry->item->isSelected() : entry->selected != 0);
     };
@@ -31,7 +31,7 @@ void guiHtmlControlFlex::writeFormProperty(ScriptObject* form)
         value.write((*found)->value);
 }
 
-void guiHtmlControlFlex::eraseFormProperty(ScriptObject* form) { guiFormValue(form, getName()).erase(); }
+void guiHtmlControlFlex::eraseFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).erase(); }
 
 namespace {
 
@@ -148,32 +148,32 @@ void control_setItemText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
         flex->setItemText(guiTextOf(args, 0), args.get(1)->toInt(0), guiTextOf(args, 2));
 }
 
-constexpr guiControlMethod kMethods[] = {
-    {"scrollToTop", guiControlHandOver<control_scrollToTop_qt>},
-    {"isItemChecked", guiControlHandOver<ask_qt<&Flex::isItemChecked>>},
-    {"checkItem", guiControlHandOver<set_qt<&Flex::setItemChecked>>},
-    {"uncheckItem", guiControlHandOver<clear_qt<&Flex::setItemChecked>>},
-    {"isItemSelected", guiControlHandOver<ask_qt<&Flex::isItemSelected>>},
-    {"selectItem", guiControlHandOver<set_qt<&Flex::setItemSelected>>},
-    {"unselectItem", guiControlHandOver<clear_qt<&Flex::setItemSelected>>},
-    {"isItemEnabled", guiControlHandOver<ask_qt<&Flex::isItemEnabled>>},
-    {"enableItem", guiControlHandOver<set_qt<&Flex::setItemEnabled>>},
-    {"disableItem", guiControlHandOver<clear_qt<&Flex::setItemEnabled>>},
-    {"isItemExpanded", guiControlHandOver<ask_qt<&Flex::isItemExpanded>>},
-    {"expandItem", guiControlHandOver<set_qt<&Flex::setItemExpanded>>},
-    {"collapseItem", guiControlHandOver<clear_qt<&Flex::setItemExpanded>>},
-    {"addItem", guiControlHandOver<control_addItem_qt>},
-    {"removeItem", guiControlHandOver<control_removeItem_qt>},
-    {"setHeaderEnabled", guiControlHandOver<control_setHeaderEnabled_qt>},
-    {"setColumnWidth", guiControlHandOver<control_setColumnWidth_qt>},
-    {"setColumnText", guiControlHandOver<control_setColumnText_qt>},
-    {"setItemText", guiControlHandOver<control_setItemText_qt>},
+constexpr guiScriptMethod kMethods[] = {
+    {"scrollToTop", guiCallOnGuiThread<control_scrollToTop_qt>},
+    {"isItemChecked", guiCallOnGuiThread<ask_qt<&Flex::isItemChecked>>},
+    {"checkItem", guiCallOnGuiThread<set_qt<&Flex::setItemChecked>>},
+    {"uncheckItem", guiCallOnGuiThread<clear_qt<&Flex::setItemChecked>>},
+    {"isItemSelected", guiCallOnGuiThread<ask_qt<&Flex::isItemSelected>>},
+    {"selectItem", guiCallOnGuiThread<set_qt<&Flex::setItemSelected>>},
+    {"unselectItem", guiCallOnGuiThread<clear_qt<&Flex::setItemSelected>>},
+    {"isItemEnabled", guiCallOnGuiThread<ask_qt<&Flex::isItemEnabled>>},
+    {"enableItem", guiCallOnGuiThread<set_qt<&Flex::setItemEnabled>>},
+    {"disableItem", guiCallOnGuiThread<clear_qt<&Flex::setItemEnabled>>},
+    {"isItemExpanded", guiCallOnGuiThread<ask_qt<&Flex::isItemExpanded>>},
+    {"expandItem", guiCallOnGuiThread<set_qt<&Flex::setItemExpanded>>},
+    {"collapseItem", guiCallOnGuiThread<clear_qt<&Flex::setItemExpanded>>},
+    {"addItem", guiCallOnGuiThread<control_addItem_qt>},
+    {"removeItem", guiCallOnGuiThread<control_removeItem_qt>},
+    {"setHeaderEnabled", guiCallOnGuiThread<control_setHeaderEnabled_qt>},
+    {"setColumnWidth", guiCallOnGuiThread<control_setColumnWidth_qt>},
+    {"setColumnText", guiCallOnGuiThread<control_setColumnText_qt>},
+    {"setItemText", guiCallOnGuiThread<control_setItemText_qt>},
 };
 
 } // namespace
 
 void guiHtmlControlFlex::addScriptMethods(ScriptObject* object)
 {
-    for (guiControlMethod const& each : kMethods)
+    for (guiScriptMethod const& each : kMethods)
         object->addMethod(each.name, each.method);
 }

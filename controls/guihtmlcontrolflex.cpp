@@ -1,7 +1,7 @@
 // controls/guihtmlcontrolflex.cpp: see guihtmlcontrolflex.h.
 #include "controls/guihtmlcontrolflex.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guiwidgetlistitem.h"
 #include "controls/guiwidgetlistview.h"
 #include "foundation/vela-qt.h"
@@ -233,7 +233,7 @@ void guiHtmlControlFlex::fitColumns()
 
 void guiHtmlControlFlex::selectRow(guiCheckListItem* row, bool on)
 {
-    guiHoldNews hold(m_listView);
+    guiNoticeHold hold(m_listView);
     if (on && !m_multiple)
         m_listView->setCurrentItem(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     else
@@ -355,7 +355,7 @@ void guiHtmlControlFlex::setItemChecked(sstring const& value, int on)
         entry->checked = on > 0;
         return;
     }
-    guiHoldNews hold(m_listView);
+    guiNoticeHold hold(m_listView);
     entry->item->setOn(on > 0);
 }
 

@@ -1,9 +1,9 @@
 // controls/guihtmlcontrollist.cpp: see guihtmlcontrollist.h.
 #include "controls/guihtmlcontrollist.h"
 
-#include "controls/guicontrolmethod.h"
-#include "controls/guidispatch.h"
-#include "controls/guiformvalue.h"
+#include "controls/guieventscope.h"
+#include "controls/guiformproperty.h"
+#include "controls/guiscriptmethod.h"
 #include "controls/guiwidgetcombobox.h"
 #include "controls/guiwidgetlistbox.h"
 #include "foundation/vela-qt.h"
@@ -165,7 +165,7 @@ void guiHtmlControlList::selectRow(int row, bool on)
     QListWidgetItem* item = m_listBox ? m_listBox->item(row) : nullptr;
     if (!item)
         return;
-    guiHoldNews hold(m_listBox); // script may remove the row or the whole page
+    guiNoticeHold hold(m_listBox); // script may remove the row or the whole page
     if (on)
         m_listBox->setCurrentItem(item, QItemSelectionModel::NoUpdate);
     item->setSelected(on);
@@ -286,13 +286,16 @@ void guiHtmlControlList::onChange() { fire(m_action); }
 
 void guiHtmlControlList::readFormProperty(ScriptObject* form)
 {
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     if (value.read() && value.isString())
         setSelected(value.text(), 1);
 }
 
-void guiHtmlControlList::writeFormProperty(ScriptObject* form) { guiFormValue(form, getName()).write(getSelected()); }
-void guiHtmlControlList::eraseFormProperty(ScriptObject* form) { guiFormValue(form, getName()).erase(); }
+void guiHtmlControlList::writeFormProperty(ScriptObject* form)
+{
+    guiFormProperty(form, getName()).write(getSelected());
+}
+void guiHtmlControlList::eraseFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).erase(); }
 
 namespace {
 
@@ -326,9 +329,9 @@ void control_selectItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self,
         list->setSelected(guiTextOf(args, 0), hasSwitch ? guiSwitchOf(args, 1) : 1);
 }
 
-constexpr ScriptMethod control_addItem_script = guiControlHandOver<control_addItem_qt>;
-constexpr ScriptMethod control_removeItem_script = guiControlHandOver<control_removeItem_qt>;
-constexpr ScriptMethod control_selectItem_script = guiControlHandOver<control_selectItem_qt>;
+constexpr ScriptMethod control_addItem_script = guiCallOnGuiThread<control_addItem_qt>;
+constexpr ScriptMethod control_removeItem_script = guiCallOnGuiThread<control_removeItem_qt>;
+constexpr ScriptMethod control_selectItem_script = guiCallOnGuiThread<control_selectItem_qt>;
 
 } // namespace
 

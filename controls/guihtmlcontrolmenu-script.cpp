@@ -1,6 +1,6 @@
 // controls/guihtmlcontrolmenu-script.cpp: a menu as script sees it: its methods, each with an item's name first.
-#include "controls/guicontrolmethod.h"
 #include "controls/guihtmlcontrolmenu.h"
+#include "controls/guiscriptmethod.h"
 
 namespace {
 
@@ -54,21 +54,21 @@ void control_activateItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* sel
         menu->activateItem(guiTextOf(args, 0));
 }
 
-constexpr guiControlMethod kMethods[] = {
-    {"isItemChecked", guiControlHandOver<ask_qt<&Menu::isItemChecked>>},
-    {"checkItem", guiControlHandOver<set_qt<&Menu::setItemChecked>>},
-    {"uncheckItem", guiControlHandOver<clear_qt<&Menu::setItemChecked>>},
-    {"isItemEnabled", guiControlHandOver<ask_qt<&Menu::isItemEnabled>>},
-    {"enableItem", guiControlHandOver<set_qt<&Menu::setItemEnabled>>},
-    {"disableItem", guiControlHandOver<clear_qt<&Menu::setItemEnabled>>},
-    {"setItemText", guiControlHandOver<control_setItemText_qt>},
-    {"activateItem", guiControlHandOver<control_activateItem_qt>},
+constexpr guiScriptMethod kMethods[] = {
+    {"isItemChecked", guiCallOnGuiThread<ask_qt<&Menu::isItemChecked>>},
+    {"checkItem", guiCallOnGuiThread<set_qt<&Menu::setItemChecked>>},
+    {"uncheckItem", guiCallOnGuiThread<clear_qt<&Menu::setItemChecked>>},
+    {"isItemEnabled", guiCallOnGuiThread<ask_qt<&Menu::isItemEnabled>>},
+    {"enableItem", guiCallOnGuiThread<set_qt<&Menu::setItemEnabled>>},
+    {"disableItem", guiCallOnGuiThread<clear_qt<&Menu::setItemEnabled>>},
+    {"setItemText", guiCallOnGuiThread<control_setItemText_qt>},
+    {"activateItem", guiCallOnGuiThread<control_activateItem_qt>},
 };
 
 } // namespace
 
 void guiHtmlControlMenu::addScriptMethods(ScriptObject* object)
 {
-    for (guiControlMethod const& each : kMethods)
+    for (guiScriptMethod const& each : kMethods)
         object->addMethod(each.name, each.method);
 }

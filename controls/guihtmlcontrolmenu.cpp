@@ -1,13 +1,13 @@
 // controls/guihtmlcontrolmenu.cpp: see guihtmlcontrolmenu.h.
 #include "controls/guihtmlcontrolmenu.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guiwidgetmenubar.h"
 #include "controls/guiwidgetpopupmenu.h"
 #include "foundation/vela-qt.h"
 #include "page/guihtmlsize.h"
 #include "page/guinodewatch.h"
-#include "runtime/guihtmlbase.h"
+#include "page/guipageroot.h"
 
 #include <QAction>
 #include <algorithm>
@@ -96,7 +96,7 @@ void guiHtmlControlMenu::createChildWidget()
     fillMenu(m_menuBar, m_items);
     m_menuBar->owner = this;
     m_menuBar->setEnabled(m.enabled);
-    if (guiHtmlBase* base = getBaseHtml())
+    if (guiPageRoot* base = getBaseHtml())
         base->setMenuBar(m_menuBar);
     placeMenuBar();
     m_menuBar->show();
@@ -163,7 +163,7 @@ void guiHtmlControlMenu::destroyWidgets()
 {
     if (!m_menuBar)
         return;
-    guiHtmlBase* base = getBaseHtml();
+    guiPageRoot* base = getBaseHtml();
     if (base && base->getMenuBar() == m_menuBar)
         base->setMenuBar(nullptr);
     for (auto const& item : m_items)
@@ -235,7 +235,7 @@ void guiHtmlControlMenu::setItemText(sstring const& name, sstring const& text)
 
 void guiHtmlControlMenu::activate(guiHtmlControlMenuItem const* item)
 {
-    guiHtmlBase* base = item && !item->isSeparator() ? getBaseHtml() : nullptr;
+    guiPageRoot* base = item && !item->isSeparator() ? getBaseHtml() : nullptr;
     if (!base)
         return;
     sstring const address = sformat("event://%s/", "eMenu") + item->name;

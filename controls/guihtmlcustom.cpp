@@ -1,7 +1,7 @@
 // controls/guihtmlcustom.cpp: see guihtmlcustom.h.
 #include "controls/guihtmlcustom.h"
 
-#include "runtime/gui.h"
+#include "controls/guicontrolhost.h"
 
 guiHtml& guiHtmlCustom::operator=(guiHtml& other)
 {
@@ -20,10 +20,11 @@ void guiHtmlCustom::onCallback()
 {
     if (!mx.mouse)
         return;
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiControlHost& host = guiControlHost::current();
+    ScriptValue* value = host.newValue();
     value->setInt(mx.mouseX);
     mx.mouse->setProperty("x", value);
     value->setInt(mx.mouseY);
     mx.mouse->setProperty("y", value);
-    guiComponent::DeleteScriptValue(value);
+    host.deleteValue(value);
 }

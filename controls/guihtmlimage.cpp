@@ -1,25 +1,20 @@
 // controls/guihtmlimage.cpp: see guihtmlimage.h.
 #include "controls/guihtmlimage.h"
 
+#include "controls/guicontrolhost.h"
 #include "controls/guiimagec.h"
 #include "controls/guiimagemap.h"
 #include "controls/guimovie.h"
 #include "page/guihtmlsize.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
-#include "page/guipagehost.h"
-#include "runtime/gui.h"
-#include "runtime/guihtmlbase.h"
-#include "runtime/guithread.h"
+#include "page/guipageroot.h"
 
 #include <QApplication>
 #include <QPainter>
 #include <QWidget>
 
 namespace {
-
-/// Without a component whoever works with pages is the GUI thread.
-bool isGuiThread() { return !pGUI || pGUI->getThread()->isGuiThread(); }
 
 int offsetFor(guiAlignment align, int size, int room)
 {
@@ -67,7 +62,7 @@ void guiHtmlImage::setSource(sstring const& name)
     m_source = name;
     m_isMovie = getFindFileType(name) == kFileMovie;
     m_isPending = true;
-    if (!isGuiThread())
+    if (!guiControlHost::current().isGuiThread())
         return;
     if (!loadPending())
         update();
@@ -78,7 +73,7 @@ void guiHtmlImage::setSource(sstring const& name)
 /// Whether the picture's size is another one now.
 bool guiHtmlImage::loadPending()
 {
-    if (!m_isPending || !guiPageHost::current())
+    if (!m_isPending || !guiPageHost::isInstalled())
         return false;
     m_isPending = false;
     m_image = readSource();
@@ -96,25 +91,30 @@ QPixmap guiHtmlImage::readSource()
         return image;
     if (m_isMovie)
         return readMovie();
-    guiPageHost* host = guiPageHost::current();
-    m_isLoaded = host->readImage(getBaseHtml(), guiFullName(this, m_source), image);
+    guiPageHost& host = guiPageHost::current();
+    m_isLoaded = host.readImage(guiPageObjectOf(this), guiFullName(this, m_source), image);
     if (!m_isLoaded)
-        host->readImage(getBaseHtml(), sstring(kBrokenImage), image);
+        host.readImage(guiPageObjectOf(this), sstring(kBrokenImage), image);
     return image;
 }
 
 /// The first frame; a sound has none.
 QPixmap guiHtmlImage::readMovie()
 {
-    if (!pGUI)
+    if (!guiControlHost::current().loadFile())
         return QPixmap();
-    guiHtmlBase* base = getBaseHtml();
     m_movie = std::make_unique<guiMovie>();
-    m_isLoaded = m_movie->loadFile(base ? base->getPageObject() : nullptr, guiFullName(this, m_source));
+    m_isLoaded = m_movie->loadFile(guiPageObjectOf(this), guiFullName(this, m_source));
     if (!m_movie->hasVideo())
         return QPixmap();
     m_movie->setRenderTarget(this);
     return m_movie->getFrames().front().image;
+}
+
+int guiHtmlImage::loadPicture(sstring const& path)
+{
+    setSource(path);
+    return 1;
 }
 
 // ---- Playing ----
@@ -142,7 +142,7 @@ void guiHtmlImage::stopMovie()
 void guiHtmlImage::setMovieFrame(QPixmap* frame)
 {
     m_frame = frame;
-    pGUI->getThread()->postUpdate(this);
+    guiControlHost::current().postUpdate(this);
 }
 
 void guiHtmlImage::onStopped(guiMovie*, void* data)
@@ -151,7 +151,7 @@ void guiHtmlImage::onStopped(guiMovie*, void* data)
     QMetaObject::invokeMethod(
         qApp,
         [node] {
-            if (pGUI && pGUI->contains(node))
+            if (guiHtml::isRegistered(node))
                 node->onEvent("event://eStopped", node->getCustomObject());
         },
         Qt::QueuedConnection);

@@ -35,6 +35,7 @@ public:
     /// Shows another picture or movie; nothing for the name that it has. The window is laid out anew unless the picture
     /// is as large as the last.
     void setSource(sstring const& name);
+    int loadPicture(sstring const& path) override;
     bool isMovie() const { return m_isMovie; }
     /// The picture that is shown, null while there is none.
     QPixmap const* getPixmap() const { return m_image && !m_image->isNull() ? &*m_image : nullptr; }

@@ -1,10 +1,9 @@
 // controls/guiimage.cpp: see guiimage.h. The picture belongs to the GUI thread, its record to the script thread.
 #include "controls/guiimage.h"
 
-#include "controls/guicontrolmethod.h"
 #include "controls/guiimagec.h"
-#include "foundation/vela-comtypes.h"
-#include "script/guiwindow.h"
+#include "controls/guiscriptmethod.h"
+#include "controls/guiscriptrecord.h"
 
 #include <QPixmap>
 #include <memory>
@@ -18,24 +17,15 @@ struct guiImageData
     std::unique_ptr<QPixmap> image; // null until one was loaded
 };
 
-guiImageData* guiImage_getData(ScriptPrivate* data)
-{
-    if (!data)
-        return nullptr;
-    try {
-        auto* record = static_cast<guiImageData*>(data->getData(kPrivateKey));
-        return record && record->tag == kRecordTag ? record : nullptr;
-    } catch (...) {
-        return nullptr; // a host's slot that fails holds no record
-    }
-}
+guiImageData* guiImage_getData(ScriptPrivate* data) { return guiRecordIn<guiImageData>(data); }
 
 void setSizeProperty(ScriptObject* image, char const* name, int pixels)
 {
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiControlHost& host = guiControlHost::current();
+    ScriptValue* value = host.newValue();
     value->setInt(pixels);
     image->setProperty(name, value);
-    guiComponent::DeleteScriptValue(value);
+    host.deleteValue(value);
 }
 
 void guiImage_setSizeProps(ScriptObject* image, QPixmap const& picture)
@@ -49,10 +39,9 @@ void guiImage_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, 
 {
     result.setBool(0);
     guiImageData* record = guiImage_getData(data);
-    if (!record || args.count() != 1 || !guiIsString(args, 0))
+    if (!record || !guiIsOneString(args))
         return;
-    sstring path = guiTextOf(args, 0);
-    pGUI->getLoadFile()->resolvePath(self, path);
+    sstring const path = guiControlHost::current().resolvePath(self, guiTextOf(args, 0));
     auto picture = std::make_unique<QPixmap>();
     if (!guiLoadImage(self, path, *picture))
         return;
@@ -61,7 +50,7 @@ void guiImage_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, 
     result.setBool(1);
 }
 
-constexpr ScriptMethod guiImage_loadFile_script = guiControlHandOver<guiImage_loadFile_qt>;
+constexpr ScriptMethod guiImage_loadFile_script = guiCallOnGuiThread<guiImage_loadFile_qt>;
 
 void guiImage_onCreate(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
 {
@@ -82,7 +71,7 @@ void guiImage_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* 
     if (!record)
         return;
     if (record->image)
-        pGUI->getThread()->callFunction(forgetPicture_qt, manager, data, self, args, result);
+        guiControlHost::current().callFunction(forgetPicture_qt, manager, data, self, args, result);
     data->setData(kPrivateKey, nullptr);
     delete record;
 }

@@ -1,9 +1,9 @@
 // controls/guiimagec.cpp: see guiimagec.h.
 #include "controls/guiimagec.h"
 
+#include "controls/guicontrolhost.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
-#include "page/guinumbers.h"
-#include "runtime/gui.h"
 
 #include <QBuffer>
 #include <QImageReader>
@@ -41,26 +41,11 @@ void remember(QString const& name, QPixmap const& image)
 
 int failed(sstring const& name, char const* why)
 {
-    guiComponent::logError("guiLoadImage() - failed to load image %s; %s\n", guiComponent::printable(name).c_str(),
-                           why);
+    velaLog("guiLoadImage() - failed to load image %s; %s\n", velaPrintable(name).c_str(), why);
     return 0;
 }
 
-bool hasOneOf(sstring const& extension, std::initializer_list<char const*> known)
-{
-    return std::any_of(known.begin(), known.end(), [&](char const* each) { return guiIsWord(extension, each); });
-}
-
 } // namespace
-
-int getFindFileType(sstring const& name)
-{
-    unsigned const dot = name.rfind('.');
-    sstring const extension = dot == sstring::npos ? sstring() : name.subString(dot);
-    if (hasOneOf(extension, {".wav", ".avi", ".avz"}))
-        return kFileMovie;
-    return hasOneOf(extension, {".bmp", ".gif", ".jpg", ".jpeg", ".png"}) ? kFilePicture : kFileOther;
-}
 
 int guiLoadImage(ScriptObject* owner, sstring const& name, QPixmap& image)
 {
@@ -69,7 +54,8 @@ int guiLoadImage(ScriptObject* owner, sstring const& name, QPixmap& image)
         return 1;
     void const* data = nullptr;
     unsigned length = 0;
-    if (!pGUI->getLoadFile()->readFile(owner, name, &data, &length))
+    HostLoadFile* files = guiControlHost::current().loadFile();
+    if (!files || !files->readFile(owner, name, &data, &length))
         return failed(name, "file not found");
     if (!decode(data, length, image))
         return failed(name, "bad format");

@@ -1,22 +1,10 @@
 // controls/guiimagec.h: loads pictures and keeps the decoded ones, so that a picture on many pages is decoded once.
 #pragma once
 
-#include "foundation/vela-string.h"
+#include "page/guifiletype.h"
 
 class QPixmap;
 class ScriptObject;
-
-/// What getFindFileType() returns.
-enum guiFindFileType : int
-{
-    kFilePicture = 0,
-    kFileMovie = 1,
-    kFileOther = 2,
-};
-
-/// What a file's last extension says that it is, in any case: ".bmp", ".gif", ".jpg", ".jpeg" and ".png" are pictures,
-/// ".wav", ".avi" and ".avz" movies.
-int getFindFileType(sstring const& name);
 
 /// The picture in a file, by full name or relative to the script that owns `owner` (may be null). 1, or 0 after a log
 /// line. A picture beyond 16384 pixels on a side or 256 MiB decoded is refused. GUI thread; needs the component.

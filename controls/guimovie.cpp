@@ -1,12 +1,13 @@
 // controls/guimovie.cpp: see guimovie.h.
 #include "controls/guimovie.h"
 
+#include "controls/guicontrolhost.h"
 #include "controls/guihtmlimage.h"
-#include "controls/guiimagec.h"
 #include "foundation/pmutex.h"
 #include "foundation/threading.h"
+#include "foundation/vela-log.h"
+#include "page/guifiletype.h"
 #include "page/guinumbers.h"
-#include "runtime/gui.h"
 
 #include <algorithm>
 #include <ctime>
@@ -55,13 +56,14 @@ int guiMovie::loadFile(ScriptObject* owner, sstring const& name)
     void const* data = nullptr;
     unsigned length = 0;
     bool const isKnown = isMovie(name);
-    bool const isRead = isKnown && pGUI->getLoadFile()->readFile(owner, name, &data, &length);
+    HostLoadFile* files = guiControlHost::current().loadFile();
+    bool const isRead = isKnown && files && files->readFile(owner, name, &data, &length);
     if (isRead && isSound(name))
         m_video.audio.assign(static_cast<unsigned char const*>(data), static_cast<unsigned char const*>(data) + length);
     if (isRead && (hasAudio() || loadVideo(data, length, m_video)))
         return 1;
-    guiComponent::logError("guiMovie::loadFile() - failed to load movie %s; %s\n",
-                           guiComponent::printable(name).c_str(), isKnown && !isRead ? "file not found" : "bad format");
+    velaLog("guiMovie::loadFile() - failed to load movie %s; %s\n", velaPrintable(name).c_str(),
+            isKnown && !isRead ? "file not found" : "bad format");
     return 0;
 }
 

@@ -1,17 +1,16 @@
 // controls/guiwidget.cpp: see guiwidget.h. Whatever is called on a node may run script, which may close this window.
-// The widget itself survives until its handlers have returned (guidispatch.h), but its page may be unbound: each step
+// The widget itself survives until its handlers have returned (guieventscope.h), but its page may be unbound: each step
 // asks again.
 #include "controls/guiwidget.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guicontrolhost.h"
+#include "controls/guieventscope.h"
+#include "controls/guiwidgetscrollbar.h"
 #include "page/guichildspan.h"
 #include "page/guihtml.h"
 #include "page/guilaterevents.h"
 #include "page/guinodewatch.h"
-#include "runtime/gui.h"
-#include "runtime/guicallback.h"
-#include "runtime/guihtmlbase.h"
-#include "runtime/guithread.h"
+#include "page/guipageroot.h"
 
 #include <QChildEvent>
 #include <QCoreApplication>
@@ -25,22 +24,12 @@
 
 namespace {
 
-std::vector<guiWidget*> theWindows; // GUI thread
-
 /// Drops mouse moves while it exists, so that they do not pile up behind a slow handler.
 class moveBlock
 {
 public:
-    moveBlock()
-    {
-        if (pGUI)
-            pGUI->getThread()->disableMM();
-    }
-    ~moveBlock()
-    {
-        if (pGUI)
-            pGUI->getThread()->enableMM();
-    }
+    moveBlock() { guiControlHost::current().disableMM(); }
+    ~moveBlock() { guiControlHost::current().enableMM(); }
     moveBlock(moveBlock const&) = delete;
     moveBlock& operator=(moveBlock const&) = delete;
 };
@@ -80,22 +69,17 @@ guiWidget::guiWidget(QWidget* parent, char const* name, int modal, Qt::WindowFla
     setAttribute(Qt::WA_StaticContents);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
-    theWindows.push_back(this);
 }
 
-guiWidget::~guiWidget()
-{
-    std::erase(theWindows, this);
-    unbind();
-}
+guiWidget::~guiWidget() { unbind(); }
 
 void guiWidget::unbind()
 {
-    guiHtmlBase* bound = htmlBase;
+    guiPageRoot* bound = htmlBase;
     htmlBase = nullptr;
     hoverNode = nullptr;
-    if (bound && pGUI)
-        pGUI->onClose(this, bound);
+    if (bound)
+        guiControlHost::current().onClose(this, bound);
 }
 
 void guiWidget::deleteWhenSafe()
@@ -104,13 +88,13 @@ void guiWidget::deleteWhenSafe()
         deletePending = 1;
         return;
     }
-    if (!guiDispatch::isActive()) {
+    if (!guiEventScope::isActive()) {
         delete this;
         return;
     }
     unbind();
     hide();
-    guiDispatch::deleteAfterwards(this);
+    guiEventScope::deleteAfterwards(this);
 }
 
 void guiWidget::refresh()
@@ -119,7 +103,7 @@ void guiWidget::refresh()
     hoverNode = nullptr;
     if (!old)
         return;
-    guiDispatch dispatch;
+    guiEventScope scope;
     old->onMouseOff();
     setCursor(Qt::ArrowCursor);
 }
@@ -132,23 +116,23 @@ void guiWidget::onHtmlDestroy(guiHtml* node)
     refresh();
 }
 
-void guiWidget::forgetNode(guiHtml* node)
-{
-    auto hovers = [node](guiWidget* window) { return window->hoverNode == node; };
-    auto found = std::find_if(theWindows.begin(), theWindows.end(), hovers);
-    if (found != theWindows.end())
-        (*found)->onHtmlDestroy(node);
-}
-
 int guiWidget::logPixelsY() const { return metric(PdmDpiY); }
 
-QWidget* guiWidget::shelf()
+QWidget* guiWidget::outOfView()
 {
-    if (!m_shelf) {
-        m_shelf = new QWidget(this);
-        m_shelf->hide(); // or the window would show it with itself
+    if (!m_outOfView) {
+        m_outOfView = new QWidget(this);
+        m_outOfView->hide(); // or the window would show it with itself
     }
-    return m_shelf;
+    return m_outOfView;
+}
+
+QScrollBar* guiWidget::createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name)
+{
+    auto* bar = new guiWidgetScrollBar(orientation, this, name);
+    bar->owner = node;
+    bar->hide();
+    return bar;
 }
 
 // While the window paints, the toolkit does not move pixels.
@@ -186,7 +170,7 @@ void guiWidget::hover(QPoint at)
 
 void guiWidget::mouseMoveEvent(QMouseEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (livePage())
         hover(event->position().toPoint());
     QDialog::mouseMoveEvent(event);
@@ -194,7 +178,7 @@ void guiWidget::mouseMoveEvent(QMouseEvent* event)
 
 void guiWidget::mousePressEvent(QMouseEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     QDialog::mousePressEvent(event);
     QPoint at = event->position().toPoint();
     int x = at.x();
@@ -211,8 +195,8 @@ void guiWidget::mousePressEvent(QMouseEvent* event)
 
 void guiWidget::mouseReleaseEvent(QMouseEvent* event)
 {
-    guiDispatch dispatch;
-    if (guiHtmlBase* page = livePage()) {
+    guiEventScope scope;
+    if (guiPageRoot* page = livePage()) {
         int x = event->position().toPoint().x();
         int y = event->position().toPoint().y();
         if (guiHtml* node = page->hitTest(&x, &y))
@@ -224,7 +208,7 @@ void guiWidget::mouseReleaseEvent(QMouseEvent* event)
 
 void guiWidget::enterEvent(QEnterEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (livePage())
         hover(event->position().toPoint());
     QDialog::enterEvent(event);
@@ -232,7 +216,7 @@ void guiWidget::enterEvent(QEnterEvent* event)
 
 void guiWidget::leaveEvent(QEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     refresh();
     QDialog::leaveEvent(event);
 }
@@ -248,7 +232,7 @@ void guiWidget::childEvent(QChildEvent* event)
 bool guiWidget::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Enter && watched->parent() == this) {
-        guiDispatch dispatch;
+        guiEventScope scope;
         refresh();
     }
     return QDialog::eventFilter(watched, event);
@@ -258,13 +242,13 @@ void guiWidget::wheelEvent(QWheelEvent* event)
 {
     bool isHorizontal = std::abs(event->angleDelta().x()) > std::abs(event->angleDelta().y());
     QPoint at = event->position().toPoint();
-    guiHtmlBase* page = livePage();
+    guiPageRoot* page = livePage();
     QScrollBar* bar = page ? barUnder(page, at, isHorizontal ? Qt::Horizontal : Qt::Vertical) : nullptr;
     if (!bar) {
         QDialog::wheelEvent(event);
         return;
     }
-    guiDispatch dispatch;
+    guiEventScope scope;
     QCoreApplication::sendEvent(bar, event);
 }
 
@@ -272,7 +256,7 @@ void guiWidget::wheelEvent(QWheelEvent* event)
 
 void guiWidget::keyPressEvent(QKeyEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (guiHandleKey(livePage(), event->key(), true))
         event->accept();
     else
@@ -288,7 +272,7 @@ bool guiWidget::focusNextPrevChild(bool next)
 
 void guiWidget::resizeEvent(QResizeEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (livePage()) {
         guiRect rect{0, width(), 0, height()};
         livePage()->setRect(&rect);
@@ -301,7 +285,7 @@ void guiWidget::resizeEvent(QResizeEvent* event)
 
 void guiWidget::showEvent(QShowEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     QDialog::showEvent(event);
     tellVisibility();
     refresh();
@@ -320,13 +304,12 @@ void guiWidget::hideEvent(QHideEvent* event)
 /// not written yet.
 void guiWidget::tellVisibility()
 {
-    if (pGUI)
-        pGUI->onVisible(this, isVisible() || isPainting() || m_isClosing);
+    guiControlHost::current().onVisible(this, isVisible() || isPainting() || m_isClosing);
 }
 
 void guiWidget::closeEvent(QCloseEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     event->ignore();
     m_isClosing = true;
     hide();
@@ -344,7 +327,7 @@ void guiWidget::paintEvent(QPaintEvent* event)
         QDialog::paintEvent(event);
         return;
     }
-    guiDispatch dispatch;
+    guiEventScope scope;
     ++paintDepth;
     if (paintDepth > 1)
         m_missed += event->region();
@@ -356,8 +339,8 @@ void guiWidget::paintEvent(QPaintEvent* event)
 
 void guiWidget::paintRegion(QRegion const& region)
 {
-    if (isActiveWindow() && pGUI)
-        pGUI->setCurrentWindow(this);
+    if (isActiveWindow())
+        guiControlHost::current().setCurrentWindow(this);
     ensureBuffer();
     if (backBuffer.isNull())
         paintPage(this, region);
@@ -408,11 +391,11 @@ void guiWidget::endPaint()
     if (deletePending) {
         unbind();
         hide();
-        guiDispatch::deleteAfterwards(this);
+        guiEventScope::deleteAfterwards(this);
     } else if (!m_missed.isEmpty()) {
         update(m_missed);
     }
     m_missed = QRegion();
     tellVisibility();
-    guiCallback_postNullEvent();
+    guiControlHost::current().wakeWaiters();
 }

@@ -2,16 +2,18 @@
 // keys, paint, resize, show, close) into calls on the page tree; all behaviour is in the nodes.
 #pragma once
 
+#include "page/guipagesurface.h"
+
 #include <QDialog>
 #include <QPixmap>
 
 class guiHtml;
-class guiHtmlBase;
+class guiPageRoot;
 class QEvent;
 
 /// Made unbound; the page root binds `htmlBase`. While that is null, every handler does what the toolkit does and no
 /// more. GUI thread.
-class guiWidget : public QDialog
+class guiWidget : public QDialog, public guiPageSurface
 {
     Q_OBJECT
 
@@ -30,18 +32,16 @@ public:
     /// The pointer is over no node any more: the hovered one is told and the cursor is an arrow again.
     void refresh();
     /// The node is going, or its widgets are.
-    void onHtmlDestroy(guiHtml* node);
-    /// The same for all windows.
-    static void forgetNode(guiHtml* node);
+    void onHtmlDestroy(guiHtml* node) override;
+    bool isHovering(guiHtml const* node) const override { return node == hoverNode; }
     /// Vertical resolution in dots per inch.
     int logPixelsY() const;
     /// A hidden child, under which the window keeps native widgets that are out of view.
-    QWidget* shelf();
-    /// Moves the pixels of `area`, those of the widgets in it too, by (dx, dy) and has the strip that appears painted.
-    /// False when that can not be: then all of the area is painted.
-    bool scrollPixels(QRect const& area, int dx, int dy);
+    QWidget* outOfView();
+    QScrollBar* createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name) override;
+    bool scrollPixels(QRect const& area, int dx, int dy) override;
 
-    guiHtmlBase* htmlBase = nullptr; ///< the page; not owned
+    guiPageRoot* htmlBase = nullptr; ///< the page; not owned
     guiHtml* hoverNode = nullptr;    ///< the node under the pointer; not owned, dropped by onHtmlDestroy()
     QPixmap backBuffer;              ///< in device pixels; null until the first paint
     unsigned paintDepth = 0;         ///< paintEvent() calls on the stack
@@ -72,7 +72,7 @@ protected:
 
 private:
     /// The page, null as soon as the window is to go: what happens to it until then is not the page's business.
-    guiHtmlBase* livePage() const { return deletePending ? nullptr : htmlBase; }
+    guiPageRoot* livePage() const { return deletePending ? nullptr : htmlBase; }
     void unbind();
     void hover(QPoint at);
     void paintRegion(QRegion const& region);
@@ -82,9 +82,9 @@ private:
     void endPaint();
     void tellVisibility();
 
-    QWidget* m_shelf = nullptr; // owned; null until something is out of view
-    QRegion m_missed;           // damage that arrived while the page was being painted
-    bool m_isClosing = false;   // hidden on the user's request, but the page still has things to do
+    QWidget* m_outOfView = nullptr; // owned; null until something is out of view
+    QRegion m_missed;               // damage that arrived while the page was being painted
+    bool m_isClosing = false;       // hidden on the user's request, but the page still has things to do
 };
 
 /// The rule that all widgets of a page share for Escape and Enter: the owner's onEscape() or onEnter() is asked, and

@@ -1,7 +1,7 @@
 // controls/guiwidgetlistbox.cpp: see guiwidgetlistbox.h.
 #include "controls/guiwidgetlistbox.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrollist.h"
 #include "controls/guiwidget.h"
 
@@ -13,44 +13,44 @@ guiWidgetListBox::guiWidgetListBox(QWidget* parent) : QListWidget(parent)
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_NoSystemBackground);
     connect(this, &QListWidget::itemSelectionChanged, this, [this] {
-        if (news.holds)
-            news.hasNewSelection = true;
+        if (pendingNotices.holds)
+            pendingNotices.hasNewSelection = true;
         else
             emit selectionChanged();
     });
     connect(this, SIGNAL(selectionChanged()), this, SLOT(onChange()));
 }
 
-void guiWidgetListBox::tellNews()
+void guiWidgetListBox::deliverNotices()
 {
-    guiDispatch dispatch;
-    guiNews const told = std::exchange(news, {});
-    if (told.hasNewSelection)
+    guiEventScope scope;
+    guiPendingNotices const due = std::exchange(pendingNotices, {});
+    if (due.hasNewSelection)
         emit selectionChanged();
 }
 
 bool guiWidgetListBox::event(QEvent* event)
 {
-    guiHoldNews hold(this);
+    guiNoticeHold hold(this);
     return QListWidget::event(event);
 }
 
 bool guiWidgetListBox::viewportEvent(QEvent* event)
 {
-    guiHoldNews hold(this);
+    guiNoticeHold hold(this);
     return QListWidget::viewportEvent(event);
 }
 
 void guiWidgetListBox::onChange()
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->onChange();
 }
 
 void guiWidgetListBox::keyPressEvent(QKeyEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (guiHandleKey(owner, event->key(), true))
         event->accept();
     else

@@ -1,7 +1,7 @@
 // controls/guiwidgetlistbox.h: the native widget of a `select` element that shows several rows.
 #pragma once
 
-#include "controls/guinews.h"
+#include "controls/guinotices.h"
 
 #include <QListWidget>
 
@@ -16,10 +16,10 @@ public:
     explicit guiWidgetListBox(QWidget* parent = nullptr);
 
     guiHtmlControlList* owner = nullptr; ///< not owned; null until the node binds it
-    guiNews news;
+    guiPendingNotices pendingNotices;
 
     /// Tells the node what was held back; the list may be unbound when it returns.
-    void tellNews();
+    void deliverNotices();
 
 public slots:
     void onChange();

@@ -1,7 +1,7 @@
 // controls/guiwidgetlistitem.cpp: see guiwidgetlistitem.h.
 #include "controls/guiwidgetlistitem.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiwidgetlistview.h"
 
@@ -89,15 +89,15 @@ void guiCheckListItem::tellOwner()
     auto* list = dynamic_cast<guiWidgetListView*>(treeWidget());
     if (!owner)
         return;
-    if (list && list->news.holds)
-        ++list->news.changes;
+    if (list && list->pendingNotices.holds)
+        ++list->pendingNotices.changes;
     else
         owner->onChange();
 }
 
 void guiCheckListItem::stateChange(bool on)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     bool isGone = false;
     bool* outer = m_isGone; // a handler may change the row once more
     m_isGone = &isGone;

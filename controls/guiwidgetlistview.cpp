@@ -1,7 +1,7 @@
 // controls/guiwidgetlistview.cpp: see guiwidgetlistview.h.
 #include "controls/guiwidgetlistview.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiwidget.h"
 #include "controls/guiwidgetlistitem.h"
@@ -17,8 +17,8 @@ guiWidgetListView::guiWidgetListView(QWidget* parent) : QTreeWidget(parent)
     setAttribute(Qt::WA_NoSystemBackground);
     setItemDelegate(new guiWidgetRadioRow(this));
     connect(this, &QTreeWidget::itemSelectionChanged, this, [this] {
-        if (news.holds)
-            news.hasNewSelection = true;
+        if (pendingNotices.holds)
+            pendingNotices.hasNewSelection = true;
         else
             emit selectionChanged();
     });
@@ -33,38 +33,38 @@ void guiWidgetListView::unbind()
             row->owner = nullptr;
 }
 
-void guiWidgetListView::tellNews()
+void guiWidgetListView::deliverNotices()
 {
-    guiDispatch dispatch;
-    guiNews const told = std::exchange(news, {});
-    for (unsigned i = 0; i < told.changes && owner; ++i)
+    guiEventScope scope;
+    guiPendingNotices const due = std::exchange(pendingNotices, {});
+    for (unsigned i = 0; i < due.changes && owner; ++i)
         owner->onChange();
-    if (told.hasNewSelection)
+    if (due.hasNewSelection)
         emit selectionChanged();
 }
 
 bool guiWidgetListView::event(QEvent* event)
 {
-    guiHoldNews hold(this);
+    guiNoticeHold hold(this);
     return QTreeWidget::event(event);
 }
 
 bool guiWidgetListView::viewportEvent(QEvent* event)
 {
-    guiHoldNews hold(this);
+    guiNoticeHold hold(this);
     return QTreeWidget::viewportEvent(event);
 }
 
 void guiWidgetListView::onSelect()
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->onSelect();
 }
 
 void guiWidgetListView::keyPressEvent(QKeyEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (guiHandleKey(owner, event->key(), true))
         event->accept();
     else

@@ -1,7 +1,7 @@
 // controls/guiwidgetlistview.h: the native widget of a flex list: rows with columns, indicators and rows under them.
 #pragma once
 
-#include "controls/guinews.h"
+#include "controls/guinotices.h"
 
 #include <QTreeWidget>
 
@@ -19,10 +19,10 @@ public:
     void unbind();
 
     guiHtmlControlFlex* owner = nullptr; ///< not owned; null until the node binds it
-    guiNews news;
+    guiPendingNotices pendingNotices;
 
     /// Tells the node what was held back; the list may be unbound when it returns.
-    void tellNews();
+    void deliverNotices();
 
 public slots:
     void onSelect();

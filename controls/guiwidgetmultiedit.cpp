@@ -1,7 +1,7 @@
 // controls/guiwidgetmultiedit.cpp: see guiwidgetmultiedit.h.
 #include "controls/guiwidgetmultiedit.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontroledit.h"
 #include "foundation/vela-qt.h"
 
@@ -19,7 +19,7 @@ guiWidgetMultiEdit::guiWidgetMultiEdit(QWidget* parent) : QPlainTextEdit(parent)
 
 void guiWidgetMultiEdit::onChange()
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->onChange(qtoss(toPlainText()));
 }

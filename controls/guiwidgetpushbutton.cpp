@@ -1,7 +1,7 @@
 // controls/guiwidgetpushbutton.cpp: see guiwidgetpushbutton.h.
 #include "controls/guiwidgetpushbutton.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guiwidget.h"
 
@@ -17,7 +17,7 @@ guiWidgetPushButton::guiWidgetPushButton(QWidget* parent) : QPushButton(parent)
 
 void guiWidgetPushButton::onClick()
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->onClick();
 }
@@ -25,7 +25,7 @@ void guiWidgetPushButton::onClick()
 // The toolkit presses a focused button on Return only where it may become a dialog's default one.
 void guiWidgetPushButton::keyPressEvent(QKeyEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (guiHandleKey(owner, event->key(), false))
         event->accept();

@@ -1,7 +1,7 @@
 // controls/guiwidgetscrollbar.cpp: see guiwidgetscrollbar.h.
 #include "controls/guiwidgetscrollbar.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "page/guihtml.h"
 
 #include <QPaintEvent>
@@ -27,7 +27,7 @@ void guiWidgetScrollBar::onChange(int value)
 {
     if (!owner)
         return;
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner->getScroll().barY == this)
         owner->onScrollY(value);
     else if (owner->getScroll().barX == this)

@@ -1,11 +1,11 @@
 // fuzz/page.cpp: any text as a page, laid out at a size that depends on it: what holds for every page holds, another
 // layout at the same size changes nothing, and neither does a detour over another size. The input is the page itself.
+#include "foundation/hashlist.h"
 #include "fuzz/bytes.h"
 #include "fuzz/finding.h"
 #include "fuzz/qtapplication.h"
 #include "page/guihtmlsize.h"
 #include "page/guinodewatch.h"
-#include "runtime/hashlist.h"
 #include "tests/page/referencelayout.h"
 #include "tests/support/layoutpromises.h"
 #include "tests/support/pagewindow.h"

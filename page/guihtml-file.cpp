@@ -1,14 +1,13 @@
 // page/guihtml-file.cpp: gives nodes the content of files: pages, pictures, background images, and what `src`
 // attributes name. Parsing is guihtml-load.cpp's. A content filter is a script: after it has run, the node may be gone.
-#include "controls/guihtmlimage.h"
+#include "foundation/vela-log.h"
 #include "page/guihtml.h"
-#include "page/guihtmlservices.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
+#include "page/guipagefile.h"
 #include "page/guipagehost.h"
-#include "runtime/gui.h"
-#include "runtime/guihtmlbase.h"
+#include "page/guipageroot.h"
 
 #include <QPixmap>
 #include <QScrollBar>
@@ -22,22 +21,13 @@ void empty(guiHtml* node)
     if (node->getChildCount() == 0)
         return; // a control's value is none of its content
     guiNodeWatch self(node);
-    guiServices::eraseFormValues(node);
+    if (guiPageRoot* root = node->getBaseHtml())
+        root->eraseFormValues(node);
     node->destroyChildren();
     if (!self.alive())
         return;
     node->resetScroll();
     node->updateLayout(1);
-}
-
-/// Logs what went wrong with a file, and leaves the node empty, if there still is one. The result is that of a failed
-/// load.
-int failed(guiNodeWatch const& node, char const* what, sstring const& path)
-{
-    guiComponent::logError("guiHtml::loadFile() - failed to %s %s\n", what, guiComponent::printable(path).c_str());
-    if (node.alive())
-        empty(node.get());
-    return 0;
 }
 
 /// A page that holds nothing but one picture or movie.
@@ -49,40 +39,35 @@ sstring picturePage(sstring const& path)
     return sstring("<img src=\"") + name + "\">";
 }
 
-int loadPicture(guiHtml* node, sstring const& path)
-{
-    if (auto* image = dynamic_cast<guiHtmlImage*>(node)) {
-        image->setSource(path);
-        return 1;
-    }
-    return node->setText(picturePage(path), guiDirectoryOf(path));
-}
-
 /// The name to load: links and `src` are relative to the page around the node, what script loads into a window to the
 /// script.
 sstring nameToLoad(guiHtml* node, sstring const& file)
 {
     if (node->getParent())
         return guiFullName(node, file);
-    guiPageHost* host = guiPageHost::current();
-    return host ? host->resolvePath(node->getBaseHtml(), file) : file;
+    return guiPageHost::current().resolvePath(guiPageObjectOf(node), file);
 }
 
-int loadPage(guiHtml* node, sstring path)
+int loadPageFile(guiHtml* node, guiPageFile& file, guiNodeWatch const& self)
 {
-    guiPageHost* host = guiPageHost::current();
-    guiHtmlBase* root = node->getBaseHtml();
+    if (!file.read(guiPageObjectOf(node)) || !file.filter(node->getBaseHtml()))
+        return 0;
+    if (self.alive() && node->setText(file.text(), guiDirectoryOf(file.path())))
+        return 1;
+    return file.fail("apply content from");
+}
+
+/// A page that can not be loaded leaves the node empty.
+int loadPage(guiHtml* node, sstring const& path)
+{
     guiNodeWatch self(node);
     node->setString(kStringFile, path);
     node->setCurrentDirectory();
-    sstring text;
-    if (!host || !host->readText(root, path, text))
-        return failed(self, "load file", path);
-    if (!host->filterText(root, path, text))
-        return failed(self, "filter file", path);
-    if (!self.alive() || !node->setText(text, guiDirectoryOf(path)))
-        return failed(self, "apply content from", path);
-    return 1;
+    guiPageFile file(path, "guiHtml::loadFile()");
+    int const result = loadPageFile(node, file, self);
+    if (!result && self.alive())
+        empty(node);
+    return result;
 }
 
 /// Whether the file is what one of the pages around the node was loaded from.
@@ -98,11 +83,10 @@ int loadWithin(guiLoadBudget const& budget, guiHtml* node, sstring const& file)
 {
     sstring path = nameToLoad(node, file);
     if (!guiIsPageFile(path))
-        return loadPicture(node, path);
+        return node->loadPicture(path);
     if (!budget.isExhausted())
         return loadPage(node, path);
-    guiComponent::logError("guiHtml::loadFile() - %s is not loaded: too many pages within pages\n",
-                           guiComponent::printable(path).c_str());
+    velaLog("guiHtml::loadFile() - %s is not loaded: too many pages within pages\n", velaPrintable(path).c_str());
     return 0;
 }
 
@@ -124,8 +108,7 @@ int loadSource(guiHtml* node, sstring const& source)
     path = nameToLoad(node, path);
     if (!isWithin(node, path))
         return node->loadFile(source);
-    guiComponent::logError("guiHtml::dynamicLoad() - %s is not loaded: it contains itself\n",
-                           guiComponent::printable(path).c_str());
+    velaLog("guiHtml::dynamicLoad() - %s is not loaded: it contains itself\n", velaPrintable(path).c_str());
     return 0;
 }
 
@@ -167,12 +150,14 @@ int guiHtml::loadFile(sstring file)
     return name.getLength() != 0 || found;
 }
 
+int guiHtml::loadPicture(sstring const& path) { return setText(picturePage(path), guiDirectoryOf(path)); }
+
 int guiHtml::loadBackground(sstring file)
 {
-    guiPageHost* host = guiPageHost::current();
     QPixmap image;
     guiNodeWatch self(this);
-    if (!host || !host->readImage(getBaseHtml(), guiFullName(this, file), image) || !self.alive())
+    sstring const path = guiFullName(this, file);
+    if (!guiPageHost::current().readImage(guiPageObjectOf(this), path, image) || !self.alive())
         return 0;
     setString(kStringBackground, file);
     setBackgroundPixmap(image);

@@ -5,15 +5,9 @@
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
 #include "page/guipagehost.h"
-#include "runtime/guihtmlbase.h"
+#include "page/guipageroot.h"
 
 namespace {
-
-ScriptObject* pageObjectOf(guiHtml* node)
-{
-    guiHtmlBase* root = node->getBaseHtml();
-    return root ? root->getPageObject() : nullptr;
-}
 
 /// The name of the handler in a link, with its arguments; "" when the link is none that calls a handler.
 sstring eventIn(sstring const& link)
@@ -25,12 +19,10 @@ sstring eventIn(sstring const& link)
 /// Calls the handler on the given object or, if that has none of its name, on the page's. 0 when neither has one.
 int callHandler(guiHtml* node, ScriptObject* object, ScriptObject* page, sstring const& event, sstring& reply)
 {
-    guiPageHost* host = guiPageHost::current();
-    if (!host)
-        return 0;
-    if (object && host->callHandler(node, object, event, reply))
+    guiPageHost& host = guiPageHost::current();
+    if (object && host.callHandler(node, object, event, reply))
         return 1;
-    return page && page != object ? host->callHandler(node, page, event, reply) : 0;
+    return page && page != object ? host.callHandler(node, page, event, reply) : 0;
 }
 
 guiHtml* nearestNamed(guiHtml* node)
@@ -53,7 +45,7 @@ guiHtml* findTarget(guiHtml* node, sstring const& target)
 {
     if (target == "_parent")
         return nearestNamed(node);
-    guiHtmlBase* root = node->getBaseHtml();
+    guiPageRoot* root = node->getBaseHtml();
     if (target == "_top" || !root)
         return root;
     return target.getLength() != 0 && target != "_self" ? root->getNamed(target) : nullptr;
@@ -64,7 +56,7 @@ guiHtml* findTarget(guiHtml* node, sstring const& target)
 int guiHtml::onEvent(sstring name, ScriptObject* object)
 {
     guiNodeWatch self(this);
-    ScriptObject* page = pageObjectOf(this);
+    ScriptObject* page = guiPageObjectOf(this);
     if (onHyperlink(name, object))
         return 1;
     return object && object != page && self.alive() ? onHyperlink(name, nullptr) : 0;
@@ -87,11 +79,11 @@ int guiHtml::onHyperlinkAction(sstring& link, sstring& target, ScriptObject* obj
     guiNodeWatch self(this);
     guiNodeWatch root(getBaseHtml());
     sstring reply;
-    if (!callHandler(this, object, pageObjectOf(this), event, reply))
+    if (!callHandler(this, object, guiPageObjectOf(this), event, reply))
         return 0;
     // A handler that replaced this node's page and names a file means the window that the node was in, if it still has
     // one.
-    auto* window = static_cast<guiHtmlBase*>(root.get());
+    auto* window = static_cast<guiPageRoot*>(root.get());
     guiHtml* from = self.alive() ? this : window;
     if (window && window->isReleased())
         return 1;

@@ -4,9 +4,9 @@
 #include "foundation/vela-mlparser.h"
 #include "foundation/vela-textstream.h"
 #include "page/guihtmlparser.h"
-#include "page/guihtmlservices.h"
 #include "page/guilayouthold.h"
 #include "page/guinodewatch.h"
+#include "page/guipageroot.h"
 
 #include <QWidget>
 #include <cstring>
@@ -55,7 +55,8 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
 {
     guiLayoutHold hold;
     guiNodeWatch self(this);
-    guiServices::eraseFormValues(this);
+    if (guiPageRoot* root = getBaseHtml())
+        root->eraseFormValues(this);
     destroyChildren();
     if (!self.alive())
         return 0;
@@ -63,7 +64,8 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
     m.tabOrderDirty = 1;
 
     pulledPage const page = pullPage(this, content, directory);
-    guiServices::loadFormValues(this);
+    if (guiPageRoot* root = getBaseHtml())
+        root->loadFormValues(this);
 
     // Files pass content filters, which are scripts, and so are elements that go: this node may not outlive them.
     if (self.alive() && (page.mayLoad || hasString(kStringSource) || hasString(kStringBackground)))

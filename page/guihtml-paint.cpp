@@ -1,7 +1,6 @@
 // page/guihtml-paint.cpp: paints a plain node: border or group box, background, children, the corner between two scroll
 // bars. Text runs, images and custom elements paint themselves; guihtml-mouse.cpp has the pointer, guihtml-scroll.cpp
 // the scrolling.
-#include "controls/guiwidget.h"
 #include "page/guichildspan.h"
 #include "page/guicolor.h"
 #include "page/guihtml.h"
@@ -15,6 +14,7 @@
 #include <QPixmap>
 #include <QRegion>
 #include <QScrollBar>
+#include <QWidget>
 #include <algorithm>
 
 namespace {
@@ -49,18 +49,17 @@ QRect clippedTo(guiRect const& inner, QRegion const* region)
     return region ? toQRect(inner).intersected(region->boundingRect()) : toQRect(inner);
 }
 
-QColor widgetColor(guiWidget* widget)
+/// What stands behind a node without a colour of its own: the window's ground, or, painted into nothing that is a
+/// window (`window` is null), light gray.
+QColor backgroundOf(guiHtml* node, guiWidget const* window)
 {
+    if (node->hasBackgroundColor())
+        return toQColor(node->getBackgroundColor());
+    QWidget const* widget = window ? node->getTopLevelWidget() : nullptr;
     return widget ? widget->palette().color(QPalette::Window) : toQColor(guiColor::LightGray);
 }
 
-QColor backgroundOf(guiHtml const* node, guiWidget* widget)
-{
-    return node->hasBackgroundColor() ? toQColor(node->getBackgroundColor()) : widgetColor(widget);
-}
-
-void paintBackground(guiHtml const* node, QPainter* painter, guiRect const& rect, guiWidget* widget,
-                     QRegion const& clip)
+void paintBackground(guiHtml* node, QPainter* painter, guiRect const& rect, guiWidget* widget, QRegion const& clip)
 {
     bool isNamed = node->hasString(kStringBackground);
     if (isNamed && node->isBackgroundLoaded())

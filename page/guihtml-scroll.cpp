@@ -1,11 +1,12 @@
 // page/guihtml-scroll.cpp: repaints a node, and scrolls one: the pixels move, the strip that appears is painted, and
 // the native widgets among what was or becomes visible follow. The bars themselves are layout's (guihtmlsize.cpp).
-#include "controls/guiwidget.h"
 #include "page/guichildspan.h"
 #include "page/guihtml.h"
 #include "page/guihtmlsize-scroll.h"
+#include "page/guipagesurface.h"
 
 #include <QScrollBar>
+#include <QWidget>
 #include <algorithm>
 
 namespace {
@@ -179,14 +180,15 @@ void scrollTo(guiHtml* node, unsigned x, unsigned y)
     scroll.posX = x;
     scroll.posY = y;
 
-    auto* widget = static_cast<guiWidget*>(node->getTopLevelWidget());
+    QWidget* widget = node->getTopLevelWidget();
     if (!widget)
         return;
     scrolling step{widget, visibleArea(node), QPoint(dx, dy), false};
-    if (hasFixedPicture(node))
-        widget->update(step.area);
+    guiPageSurface* surface = hasFixedPicture(node) ? nullptr : guiPageSurface::of(node);
+    if (surface)
+        step.movesPixels = surface->scrollPixels(step.area, dx, dy);
     else
-        step.movesPixels = widget->scrollPixels(step.area, dx, dy);
+        widget->update(step.area);
     placeWidgetsIn(step, node, before, after);
 }
 

@@ -2,7 +2,8 @@
 // and the Enter and Escape keys.
 #include "page/guihtml.h"
 
-#include "page/guihtmlservices.h"
+#include "page/guipagehost.h"
+#include "page/guipageroot.h"
 
 #include <QWidget>
 #include <algorithm>
@@ -92,7 +93,7 @@ QWidget* guiHtml::getTopLevelWidget()
     return top == this ? nullptr : top->getTopLevelWidget();
 }
 
-guiHtmlBase* guiHtml::getBaseHtml()
+guiPageRoot* guiHtml::getBaseHtml()
 {
     guiHtml* top = topOf(this);
     return top == this ? nullptr : top->getBaseHtml();
@@ -176,18 +177,20 @@ void guiHtml::updateTabOrder()
 
 int guiHtml::onEscape()
 {
-    if (!hasString(kStringName) || !isString(kStringName, guiServices::escapeControl(getBaseHtml())))
+    guiPageRoot* base = getBaseHtml();
+    if (!base || !hasString(kStringName) || !isString(kStringName, base->getEscapeControl()))
         return 0;
-    guiServices::postTrigger(this);
+    guiPageHost::current().postTrigger(this);
     return 1;
 }
 
 int guiHtml::onEnter()
 {
-    guiHtmlBase* base = getBaseHtml();
-    if (hasString(kStringName) && isString(kStringName, guiServices::enterControl(base))) {
-        guiServices::postTrigger(this);
-        return 1;
-    }
-    return guiServices::enterOnRoot(base);
+    guiPageRoot* base = getBaseHtml();
+    if (!base || base == this)
+        return 0;
+    if (!hasString(kStringName) || !isString(kStringName, base->getEnterControl()))
+        return base->onEnter();
+    guiPageHost::current().postTrigger(this);
+    return 1;
 }

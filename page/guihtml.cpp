@@ -1,11 +1,14 @@
 // page/guihtml.cpp: how nodes are made, copied and destroyed, and what a plain node answers.
 #include "page/guihtml.h"
 
+#include "foundation/hashlist.h"
+#include "foundation/vela-log.h"
 #include "page/guifontepoch.h"
 #include "page/guihtml-rare.h"
-#include "page/guihtmlservices.h"
 #include "page/guinodewatch.h"
-#include "runtime/gui.h"
+#include "page/guipagehost.h"
+#include "page/guipageroot.h"
+#include "page/guipagesurface.h"
 
 #include <atomic>
 #include <vector>
@@ -33,6 +36,12 @@ void leaveRegistry(guiHtml* node)
 
 void guiHtml::setRegistry(hashlist<guiHtml>* registry) { theRegistry.store(registry, std::memory_order_release); }
 
+bool guiHtml::isRegistered(guiHtml const* node)
+{
+    hashlist<guiHtml>* registry = theRegistry.load(std::memory_order_acquire);
+    return node && registry && registry->contains(node);
+}
+
 unsigned long guiHtml::generation() { return theGeneration.load(std::memory_order_relaxed); }
 
 guiHtml::guiHtml(guiHtml* parent)
@@ -44,7 +53,8 @@ guiHtml::guiHtml(guiHtml* parent)
     m.textColor = parent->m.textColor;
     m.linkColor = parent->m.linkColor;
     m.activeLinkColor = parent->m.activeLinkColor;
-    if (guiServices::hasPageObject(parent->getBaseHtml()))
+    guiPageRoot* root = parent->getBaseHtml();
+    if (root && root->getPageObject())
         guiHtml::buildCustomObject_script();
 }
 
@@ -60,7 +70,7 @@ guiHtml::~guiHtml()
     guiHtml::destroyChildWidget();
     releaseNodes(m.children, this);
     if (m.object)
-        guiServices::unbindObject(m.object, this);
+        guiPageHost::current().unbindObject(m.object, this);
     leaveRegistry(this);
 }
 
@@ -195,8 +205,8 @@ ScriptObject* guiHtml::getCustomObject() { return m.object; }
 
 void guiHtml::buildCustomObject_script()
 {
-    if (!guiServices::buildCustomObject(this))
-        guiComponent::logError("BuildCustomObject failed for 0x%08lX!\n", reinterpret_cast<unsigned long>(this));
+    if (!guiPageHost::current().buildCustomObject(this))
+        velaLog("BuildCustomObject failed for 0x%08lX!\n", reinterpret_cast<unsigned long>(this));
 }
 
 void guiHtml::setEnabled(int enabled)
@@ -260,7 +270,7 @@ void guiHtml::createChildWidget() {}
 void guiHtml::destroyChildWidget()
 {
     destroyScrollBars();
-    guiServices::nodeLosesWidget(this);
+    guiPageSurface::nodeLosesWidget(this);
     if (m.children.isShared() || getChildCount() == 0)
         return;
     guiNodeWatch self(this);

@@ -1,4 +1,4 @@
-// page/guihtml.h: the node that every page element is. A page is a tree of these: the root (runtime/guihtmlbase.h),
+// page/guihtml.h: the node that every page element is. A page is a tree of these: the root (guipageroot.h),
 // text runs (guihtmltext.h), images, controls, forms and framesets derive from it; a plain node is a table, a cell or a
 // frame. guihtml.cpp makes, copies and destroys nodes, guihtml-tree.cpp walks them, guihtml-dump.cpp writes them as
 // text, guihtml-load.cpp gives them content, guihtmlsize.cpp their rectangles, guihtml-paint.cpp paints them,
@@ -14,7 +14,7 @@
 #include <atomic>
 #include <memory>
 
-class guiHtmlBase;
+class guiPageRoot;
 class guiWidget;
 class QFont;
 class QPainter;
@@ -155,7 +155,7 @@ public:
     /// The window's widget, null while the page is in no open window.
     virtual QWidget* getTopLevelWidget();
     /// The page root, null for a node outside a page.
-    virtual guiHtmlBase* getBaseHtml();
+    virtual guiPageRoot* getBaseHtml();
     virtual ScriptObject* getCustomObject();
     /// Asks the script side for the node's custom object and enters it in the component's map; logs a failure.
     virtual void buildCustomObject_script();
@@ -243,6 +243,13 @@ public:
     virtual int onHyperlinkAction(sstring& link, sstring& target, ScriptObject* object);
     virtual int onHyperlinkFile(sstring& link, sstring& target);
 
+    // ---- Virtual operations behind the slots above ----
+
+    /// The child is about to be appended while a page is read.
+    virtual void onAppend(guiHtml*) {}
+    /// Replaces the content by a picture or a movie; `path` is the file's full name. 1 or 0.
+    virtual int loadPicture(sstring const& path);
+
     // ---- The tree ----
 
     guiHtml* getParent() const { return m.parent; }
@@ -310,6 +317,9 @@ public:
     /// Where nodes enter themselves while they live; null: nowhere. Set by the component before it makes the first node
     /// and cleared after the last one. Not owned.
     static void setRegistry(hashlist<guiHtml>* registry);
+    /// Whether the registry has the node: what a pointer that arrives late is asked before it is touched. False without
+    /// a registry. Any thread.
+    static bool isRegistered(guiHtml const* node);
     /// Changes whenever a node is made or destroyed, anywhere: what was found by walking a page holds as long as this
     /// stays. Never 0. Any thread.
     static unsigned long generation();

@@ -1,25 +1,18 @@
-// page/guihtmlparser-blocks.cpp: tables, rules, forms, framesets and frames.
+// page/guihtmlparser-blocks.cpp: tables and rules.
 #include "page/guihtmlparser.h"
 
-#include "controls/guihtmlform.h"
 #include "foundation/vela-mlparser.h"
 #include "page/guinumbers.h"
-#include "runtime/guihtmlframeset.h"
 
 #include <algorithm>
 
-namespace {
-
-/// A width or height in pixels that a page asks for is at least kept.
-void keepPixelSizes(guiHtml* node)
+void guiHtmlParser::keepPixelSizes(guiHtml* node)
 {
     if (node->m.fixed.unitX == kUnitPixels)
         node->m.fixed.cxMin = static_cast<int>(node->m.fixed.x);
     if (node->m.fixed.unitY == kUnitPixels)
         node->m.fixed.cyMin = static_cast<int>(node->m.fixed.y);
 }
-
-} // namespace
 
 void guiHtmlParser::appendBlock(guiHtml* parent, guiHtml* block)
 {
@@ -77,26 +70,6 @@ void guiHtmlParser::pullTableCell(guiHtml* node, mlSection* section)
     pullContent(node, section);
 }
 
-void guiHtmlParser::pullFormTag(guiHtml* parent, mlSection* section)
-{
-    auto* form = new guiHtmlForm;
-    appendBlock(parent, form);
-    pullTableForm(form, section);
-}
-
-void guiHtmlParser::pullTableForm(guiHtmlForm* form, mlSection* section)
-{
-    pullString(form, section, "src", kStringSource);
-    form->setAction(pullAttr(section, "action"));
-    pullObjectAlignment(form, section);
-    pullBackground(form, section);
-    pullRestrict(form, section);
-    pullBorder(form, section);
-    pullMouseEvents(form, section);
-    pullName(form, section);
-    pullContent(form, section);
-}
-
 void guiHtmlParser::pullRuleTag(guiHtml* parent, mlSection* section)
 {
     guiAlignment outer = getCurrentAlignment(parent);
@@ -143,75 +116,4 @@ void guiHtmlParser::pullRule(guiHtml* node, mlSection* section)
     lower->m.fixed.y = static_cast<unsigned>(height / 2);
     lower->m.fixed.cyMin = height / 2;
     lower->setBackgroundColor(node->getBorderLight());
-}
-
-namespace {
-
-/// Comma-separated pixels, percents and "*".
-std::vector<guiHtmlFrameset::track_t> readTracks(sstring const& list)
-{
-    constexpr std::size_t kMostTracks = 1000;
-    std::vector<guiHtmlFrameset::track_t> tracks;
-    for (unsigned at = 0; at < list.getLength() && tracks.size() < kMostTracks;) {
-        unsigned end = std::min(list.find(',', at), list.getLength());
-        sstring part = list.subString(at, end - at);
-        guiLength length = guiToLength(part);
-        bool isShare = part.find('*') != sstring::npos;
-        tracks.push_back(isShare ? guiHtmlFrameset::track_t() : guiHtmlFrameset::track_t{length.unit, length.value});
-        at = end + 1;
-    }
-    return tracks;
-}
-
-/// A frameset without a size of its own fills its place: its frames share what there is. Inside another one its place
-/// is its column and row.
-void fillPlace(guiHtml* node)
-{
-    if (node->m.fixed.unitX == kUnitUnbound) {
-        node->m.fixed.unitX = kUnitPercent;
-        node->m.fixed.x = 100;
-    }
-    if (node->m.fixed.unitY == kUnitUnbound) {
-        node->m.fixed.unitY = kUnitPercent;
-        node->m.fixed.y = 100;
-    }
-}
-
-} // namespace
-
-void guiHtmlParser::pullFrameset(guiHtml* parent, mlSection* section)
-{
-    auto* frameset = new guiHtmlFrameset;
-    appendGuiHtml(parent, frameset);
-    frameset->setTracks(readTracks(pullAttr(section, "cols")), readTracks(pullAttr(section, "rows")));
-    frameset->setResizable(!hasAttr(section, "noresize"));
-    frameset->m.expandChildren = 1;
-    pullBackground(frameset, section);
-    pullRestrict(frameset, section);
-    keepPixelSizes(frameset);
-    pullBorder(frameset, section);
-    pullMouseEvents(frameset, section);
-    pullName(frameset, section);
-    if (parent->getType() != guiHtml::kTypeFrameset)
-        fillPlace(frameset);
-    pullContent(frameset, section);
-}
-
-void guiHtmlParser::pullFrameTag(guiHtml* parent, mlSection* section)
-{
-    auto* frame = new guiHtml;
-    appendGuiHtml(parent, frame);
-    pullFrame(frame, section);
-    frame->m.alignY = kAlignTop;
-}
-
-void guiHtmlParser::pullFrame(guiHtml* node, mlSection* section)
-{
-    pullString(node, section, "src", kStringSource);
-    pullBackground(node, section);
-    pullRestrict(node, section);
-    keepPixelSizes(node);
-    pullBorder(node, section);
-    pullMouseEvents(node, section);
-    pullName(node, section);
 }

@@ -5,7 +5,6 @@
 #include "page/guihtml.h"
 #include "page/guihtmltext.h"
 #include "page/guinumbers.h"
-#include "runtime/guihtmlframeset.h"
 
 namespace {
 
@@ -19,15 +18,6 @@ guiHtml* lastEntry(guiHtml* parent)
 bool takesBreak(guiHtml* parent)
 {
     return guiChildList::isNode(lastEntry(parent)) && parent->getType() != guiHtml::kTypeFrameset;
-}
-
-void placeInFrameset(guiHtmlFrameset* frameset, guiHtml* child)
-{
-    if (child->getType() == guiHtml::kTypeText)
-        return;
-    if (frameset->nextStartsRow() && guiChildList::isNode(lastEntry(frameset)))
-        frameset->appendMarker(kMarkerLineBreak);
-    frameset->placeNext(child);
 }
 
 guiAlignment applyMarker(guiHtml* entry, guiAlignment alignment)
@@ -50,8 +40,7 @@ guiAlignment applyMarker(guiHtml* entry, guiAlignment alignment)
 
 void guiHtmlParser::appendGuiHtml(guiHtml* parent, guiHtml* child)
 {
-    if (parent->getType() == guiHtml::kTypeFrameset)
-        placeInFrameset(static_cast<guiHtmlFrameset*>(parent), child);
+    parent->onAppend(child);
     parent->append(child);
     child->m.useSystemFont = parent->m.useSystemFont;
     child->m.textColor = parent->m.textColor;

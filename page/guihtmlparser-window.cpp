@@ -1,12 +1,11 @@
 // page/guihtmlparser-window.cpp: applies a whole page to a node or a window.
 #include "page/guihtmlparser.h"
 
-#include "controls/guiimagemap.h"
 #include "foundation/vela-error.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-mlparser.h"
 #include "page/guinumbers.h"
-#include "runtime/gui.h"
-#include "runtime/guihtmlbase.h"
+#include "page/guipageroot.h"
 
 /// Runs one step over the markup. Markup is parsed as far as it is asked for, so every look at it may meet a syntax
 /// error: the first is kept for the log, and what was parsed before it stays.
@@ -33,23 +32,23 @@ bool guiHtmlParser::endPage()
 {
     if (m_error.getLength() == 0)
         return m_hasContent;
-    guiComponent::logError("guiHtmlParser::pullPage() - %s", m_error.c_str());
+    velaLog("guiHtmlParser::pullPage() - %s", m_error.c_str());
     return false;
 }
 
 int guiHtmlParser::pullPage(guiHtml* node)
 {
-    bool isWindow = node->getType() == guiHtml::kTypeBase;
-    if (mlSection* section = openPage(node, isWindow ? static_cast<guiHtmlBase*>(node) : nullptr)) {
+    auto* window = dynamic_cast<guiPageRoot*>(node);
+    if (mlSection* section = openPage(node, window)) {
         guarded([&] { pullBase(node, section); });
         pullRestrict(node, section);
-        if (isWindow)
+        if (window)
             pullBorder(node, section);
     }
     return endPage();
 }
 
-int guiHtmlParser::pullWindow(guiHtmlBase* window)
+int guiHtmlParser::pullWindow(guiPageRoot* window)
 {
     if (mlSection* section = openPage(window, window)) {
         pullBorder(window, section);
@@ -61,7 +60,7 @@ int guiHtmlParser::pullWindow(guiHtmlBase* window)
 
 /// Reads the whole markup, the window's title (if `window` is not null) and the node's colours, background and
 /// alignment. The section with the content, null when there is none.
-mlSection* guiHtmlParser::openPage(guiHtml* node, guiHtmlBase* window)
+mlSection* guiHtmlParser::openPage(guiHtml* node, guiPageRoot* window)
 {
     guarded([&] { m_parser->fullParse(); });
     if (window)
@@ -86,7 +85,7 @@ mlSection* guiHtmlParser::findContent()
     return section;
 }
 
-void guiHtmlParser::pullTitle(guiHtmlBase* window)
+void guiHtmlParser::pullTitle(guiPageRoot* window)
 {
     if (mlSection* title = m_parser->findSection("title"))
         window->setTitle(pullText(title));
@@ -96,10 +95,11 @@ void guiHtmlParser::pullBase(guiHtml* node, mlSection* section)
 {
     m_depth = node->getDepth();
     pullContent(node, section);
-    assignImageMap();
+    for (auto const& [kind, state] : std::exchange(m_states, {}))
+        state->finish();
 }
 
-void guiHtmlParser::pullSizeInfo(guiHtmlBase* window, mlSection* section)
+void guiHtmlParser::pullSizeInfo(guiPageRoot* window, mlSection* section)
 {
     auto pixels = [section](char const* name) { return guiToPixels(pullAttr(section, name)); };
     window->setMinimumSize(pixels("minwidth"), pixels("minheight"));

@@ -1,29 +1,32 @@
 // page/guihtmlparser.h: builds the nodes of a page from its markup. Block elements become nodes and markers in the
 // child lists, character formatting becomes codes in the text runs. The sources go by idea: guihtmlparser.cpp walks the
 // content, -text.cpp writes runs and codes, -markers.cpp the breaks and alignments, -attributes.cpp reads what elements
-// share, -colors.cpp colours and font sizes, -blocks.cpp tables, rules and framesets, -controls.cpp the form controls,
-// -lists.cpp their entries, -objects.cpp objects, menus, images and maps, -window.cpp what a page says about its
-// window.
+// share, -colors.cpp colours and font sizes, -blocks.cpp tables and rules, -window.cpp what a page says about its
+// window. The readers of all other elements stand beside the nodes that they make, in files that end in -read.cpp, and
+// are found through guitagtable.h.
 #pragma once
 
 #include "foundation/vela-string.h"
 #include "page/guihtml.h"
 
 #include <memory>
+#include <typeindex>
+#include <utility>
 #include <vector>
 
-class guiHtmlBase;
-class guiHtmlControlFlex;
-class guiHtmlControlList;
-class guiHtmlControlMenu;
-class guiHtmlCustom;
-class guiHtmlForm;
-class guiHtmlFrameset;
-class guiHtmlImage;
 class guiHtmlText;
-class guiImageMap;
+class guiPageRoot;
 class mlParser;
 class mlSection;
+
+/// What the readers of one kind of element share while one page is read. A page has one of each kind that is asked for.
+class guiReaderState
+{
+public:
+    virtual ~guiReaderState() = default;
+    /// The page's content is whole.
+    virtual void finish() = 0;
+};
 
 /// Reads one page into one node. Takes time in proportion to the page. GUI thread.
 class guiHtmlParser
@@ -43,12 +46,12 @@ public:
     int pullPage(guiHtml* node);
     /// Reads the page into a new window: title, colours, background, alignment, border, the window's sizes, content.
     /// Result as above; the missing body or html is the caller's to log, see hasContent().
-    int pullWindow(guiHtmlBase* window);
+    int pullWindow(guiPageRoot* window);
     /// Whether some node that was read may have something to load: dynamicLoad() has work then.
     bool mayLoad() const;
     /// Whether the page had a body or html element.
     bool hasContent() const { return m_hasContent; }
-    /// Reads the content of the section into the node and binds image maps to the images that name them.
+    /// Reads the content of the section into the node, then has the readers finish what they have put off.
     void pullBase(guiHtml* node, mlSection* section);
 
     // ---- Content ----
@@ -59,6 +62,21 @@ public:
     sstring pullText(mlSection* section);
     /// Whether an element only formats text.
     static bool isFormattingTag(sstring const& name);
+    /// Elements that are open, those around the page's node included. What nests by itself counts its own levels on top
+    /// of these and stops at kMaxNesting.
+    unsigned depth() const { return m_depth; }
+    /// Logs, once for the page, that elements are nested deeper than kMaxNesting and are flattened.
+    void warnOfDepth();
+    /// What readers keep while this page is read; made on the first call.
+    template <typename State>
+    State& state()
+    {
+        for (auto const& [kind, known] : m_states)
+            if (kind == typeid(State))
+                return static_cast<State&>(*known);
+        m_states.emplace_back(typeid(State), std::make_unique<State>());
+        return static_cast<State&>(*m_states.back().second);
+    }
 
     /// The value of an attribute, compared without regard to case: "" when absent, `bare` when it has no value.
     static sstring pullAttr(mlSection* section, sstring const& name, sstring const& bare);
@@ -68,6 +86,8 @@ public:
     static bool readAlignment(sstring const& value, guiAlignment* out);
 
     void appendGuiHtml(guiHtml* parent, guiHtml* child);
+    /// The same in a paragraph of its own, or in the next line behind another block.
+    void appendBlock(guiHtml* parent, guiHtml* block);
     void appendParagraph(guiHtml* parent);
     void appendLineBreak(guiHtml* parent);
     void appendAlignment(guiHtml* parent, guiAlignment alignment);
@@ -92,6 +112,8 @@ public:
     static void pullObjectAlignment(guiHtml* node, mlSection* section);
     static void pullDefaultColors(guiHtml* node, mlSection* section);
     static void pullTabIndex(guiHtml* node, mlSection* section);
+    /// A width or height in pixels that a page asks for is the least one too.
+    static void keepPixelSizes(guiHtml* node);
 
     // ---- Colours and sizes ----
 
@@ -114,33 +136,12 @@ public:
     void pullTable(guiHtml* node, mlSection* section);
     void pullTableRow(guiHtml* parent, mlSection* section);
     void pullTableCell(guiHtml* node, mlSection* section);
-    void pullTableForm(guiHtmlForm* form, mlSection* section);
-    void pullFrameset(guiHtml* parent, mlSection* section);
-    void pullFrame(guiHtml* node, mlSection* section);
-    void pullImage(guiHtmlImage* image, mlSection* section);
-    void pullImageMap(guiHtml* parent, mlSection* section);
-    void pullImageMapArea(guiImageMap* map, mlSection* section);
-    void pullInput(guiHtml* parent, mlSection* section);
-    void pullInputButton(guiHtml* parent, mlSection* section);
-    void pullInputEdit(guiHtml* parent, mlSection* section);
-    void pullInputEditField(guiHtml* parent, mlSection* section);
-    void pullInputHidden(guiHtml* parent, mlSection* section);
-    void pullInputImage(guiHtml* parent, mlSection* section);
-    void pullInputList(guiHtml* parent, mlSection* section);
-    void pullInputListEntries(guiHtmlControlList* list, mlSection* section);
-    void pullObject(guiHtml* parent, mlSection* section);
-    void pullInputFlex(guiHtml* parent, mlSection* section, sstring const& kind);
-    void pullInputFlexEntries(guiHtmlControlFlex* flex, mlSection* section);
-    void pullObjectMenu(guiHtml* parent, mlSection* section);
-    void pullObjectParams(guiHtmlCustom* custom, mlSection* section);
-    void assignImageMap();
     /// What a page says about the size of its window.
-    void pullSizeInfo(guiHtmlBase* window, mlSection* section);
+    void pullSizeInfo(guiPageRoot* window, mlSection* section);
 
 private:
     class level;
-    friend struct guiHtmlTags;
-    using reader = void (guiHtmlParser::*)(guiHtml*, mlSection*);
+    friend struct pageTags;
 
     struct scope_t
     {
@@ -165,23 +166,16 @@ private:
     void pullContentAndBreak(guiHtml* parent, mlSection* section);
     void pullNothing(guiHtml* parent, mlSection* section);
     void pullRuleTag(guiHtml* parent, mlSection* section);
-    void appendBlock(guiHtml* parent, guiHtml* block);
     void pullTableTag(guiHtml* parent, mlSection* section);
     void pullTableCellTag(guiHtml* parent, mlSection* section);
-    void pullFormTag(guiHtml* parent, mlSection* section);
-    void pullFrameTag(guiHtml* parent, mlSection* section);
-    void pullImageTag(guiHtml* parent, mlSection* section);
-    void pullMenuItems(guiHtmlControlMenu* menu, mlSection* section);
-    void pullControl(guiHtml* parent, guiHtml* control, mlSection* section);
     void openLink(guiHtml* parent);
     template <typename Step>
     void guarded(Step step);
     void keepError(sstring const& message);
     bool endPage();
-    mlSection* openPage(guiHtml* node, guiHtmlBase* window);
+    mlSection* openPage(guiHtml* node, guiPageRoot* window);
     mlSection* findContent();
-    void pullTitle(guiHtmlBase* window);
-    void warnOfDepth();
+    void pullTitle(guiPageRoot* window);
 
     mlParser* m_parser;
     sstring m_directory;
@@ -196,6 +190,5 @@ private:
     bool m_warnedOfDepth = false;
     unsigned m_depth = 0; // elements that are open, those around the page's node included
     std::vector<scope_t> m_scopes;
-    std::vector<std::unique_ptr<guiImageMap>> m_maps;
-    std::vector<guiHtmlImage*> m_mappedImages; // not owned; those that ask for a map
+    std::vector<std::pair<std::type_index, std::unique_ptr<guiReaderState>>> m_states;
 };

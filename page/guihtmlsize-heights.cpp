@@ -33,7 +33,7 @@ void rememberEstimate(guiLayoutMemo& memo, int width, int height)
 bool isSettled(guiHtml const* child) { return child->m.layout.knows(guiLayoutMemo::kSettled, guiLayoutRun::number()); }
 
 /// A child's own height for a width; a percentage is unknown while its parent's height is.
-int likedHeight(guiHtml* child, int width)
+int wantedHeight(guiHtml* child, int width)
 {
     if (isSettled(child) && guiClampPixels(child->m.activeCx) == width)
         return guiClampPixels(child->m.activeCy);
@@ -52,13 +52,13 @@ int likedLayerHeight(guiHtml* node, guiLayer const& layer, int width)
     if (node->m.layout.knows(guiLayoutMemo::kShares, guiLayoutRun::number()) &&
         guiClampPixels(node->m.activeCx) == width) {
         for (guiHtml* child : guiLayerNodes(node, layer))
-            largest = std::max(largest, likedHeight(child, guiClampPixels(child->m.activeCx)));
+            largest = std::max(largest, wantedHeight(child, guiClampPixels(child->m.activeCx)));
         return largest;
     }
     guiLayerWidths const shares = guiShareWidth(node, layer, guiInnerWidth(node, width));
     int const* childWidth = shares.widths.data();
     for (guiHtml* child : guiLayerNodes(node, layer))
-        largest = std::max(largest, likedHeight(child, *childWidth++));
+        largest = std::max(largest, wantedHeight(child, *childWidth++));
     return largest;
 }
 

@@ -1,10 +1,10 @@
 // page/guihtmlsize-place.cpp: from the sizes that every node got to the rectangles.
-#include "page/guihtmlservices.h"
 #include "page/guihtmlsize-layers.h"
 #include "page/guihtmlsize-scroll.h"
 #include "page/guihtmlsize.h"
 #include "page/guilayoutcounters.h"
 #include "page/guilayouthold.h"
+#include "page/guipageroot.h"
 
 #include <initializer_list>
 
@@ -156,7 +156,8 @@ void guiHtml::setRect(guiRect* rect)
         return;
     int height = m.rect.height;
     if (isRoot) {
-        height -= guiServices::menuHeight(getBaseHtml());
+        if (guiPageRoot* root = getBaseHtml())
+            height -= root->getMenuHeight();
         m.activeCx = static_cast<unsigned>(std::max(m.rect.width, 0));
         m.activeCy = static_cast<unsigned>(std::max(height, 0));
         runPasses(this);

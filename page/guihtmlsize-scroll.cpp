@@ -1,11 +1,11 @@
 // page/guihtmlsize-scroll.cpp: see guihtmlsize-scroll.h.
 #include "page/guihtmlsize-scroll.h"
 
-#include "controls/guiwidgetscrollbar.h"
 #include "page/guihtml.h"
-#include "page/guihtmlservices.h"
 #include "page/guihtmlsize.h"
+#include "page/guipagesurface.h"
 
+#include <QScrollBar>
 #include <QSignalBlocker>
 
 namespace {
@@ -16,13 +16,16 @@ constexpr int kLineStep = 16;
 
 } // namespace
 
+// In a widget that is no surface a bar shows how far the content is scrolled, and moves nothing.
 QScrollBar* createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name)
 {
+    if (guiPageSurface* surface = guiPageSurface::of(node))
+        return surface->createScrollBar(node, orientation, name);
     QWidget* widget = node->getTopLevelWidget();
     if (!widget)
         return nullptr;
-    auto* bar = new guiWidgetScrollBar(orientation, widget, name);
-    bar->owner = node;
+    auto* bar = new QScrollBar(orientation, widget);
+    bar->setObjectName(QString::fromUtf8(name));
     bar->hide();
     return bar;
 }

@@ -1,9 +1,9 @@
 // page/guilayouthold.cpp: see guilayouthold.h. GUI thread only; loading runs nowhere else.
 #include "page/guilayouthold.h"
 
+#include "foundation/vela-log.h"
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
-#include "runtime/gui.h"
 
 #include <memory>
 #include <vector>
@@ -40,7 +40,7 @@ guiLayoutHold::~guiLayoutHold()
     try {
         release();
     } catch (...) {
-        guiComponent::logError("guiLayoutHold::~guiLayoutHold() - failed to lay a page out\n");
+        velaLog("guiLayoutHold::~guiLayoutHold() - failed to lay a page out\n");
     }
 }
 

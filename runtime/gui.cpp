@@ -1,21 +1,14 @@
-// runtime/gui.cpp: the exported entry points and the component object.
+// runtime/gui.cpp: the component object.
 #include "runtime/gui.h"
 
-#include "controls/guiimage.h"
-#include "controls/guitoolkit.h"
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
-#include "foundation/vela-memmgr.h"
-#include "foundation/vela-qt.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-textstream.h"
 #include "runtime/guicallback.h"
-#include "runtime/guicomponenthost.h"
 #include "runtime/guifilter.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
-#include "script/guicontrol.h"
-#include "script/guisizepolicy.h"
-#include "script/guiwindow.h"
 
 #include <cstdarg>
 #include <cstdio>
@@ -28,20 +21,6 @@ guiComponent* pGUI = nullptr;
 
 namespace {
 
-struct componentClass
-{
-    char const* name;
-    int (*configure)(ScriptClass& scriptClass);
-};
-
-constexpr componentClass kClasses[] = {
-    {"GuiWindow", guiWindow_onConfigure},         {"GuiControl", guiControl_onConfigure},
-    {"GuiSizePolicy", guiSizePolicy_onConfigure}, {"GuiToolkit", guiToolkit_onConfigure},
-    {"GuiImage", guiImage_onConfigure},
-};
-
-char const* const kClassNames[] = {"GuiWindow", "GuiControl", "GuiSizePolicy", "GuiToolkit", "GuiImage", nullptr};
-
 template <class Service>
 Service* getService(LibManager& manager, char const* guid)
 {
@@ -50,9 +29,8 @@ Service* getService(LibManager& manager, char const* guid)
 
 void tellWindowState(guiHtml* root, int isOpen)
 {
-    guiHtmlBase* base = root ? root->getBaseHtml() : nullptr;
-    if (base && base->getPageObject())
-        base->getPageObject()->windowState(isOpen);
+    if (ScriptObject* page = root ? guiPageObjectOf(root) : nullptr)
+        page->windowState(isOpen);
 }
 
 /// Holds the component lock for the length of a block.
@@ -70,45 +48,9 @@ private:
 
 } // namespace
 
-int Init(LibManager& manager)
-{
-    if (pGUI)
-        return 1;
-    MemMgr_Init();
-    pGUI = new guiComponent(manager);
-    return 1;
-}
-
-int Shutdown()
-{
-    if (!pGUI)
-        return 1;
-    pGUI->shutdownWait();
-    delete pGUI;
-    pGUI = nullptr;
-    MemMgr_CheckForLeaks();
-    MemMgr_ShutDown();
-    return 1;
-}
-
-char const* const* GetCompNames() { return kClassNames; }
-
-int ConfigCompClass(void*, char const* name, ScriptClass& scriptClass)
-{
-    if (!name)
-        return 0;
-    for (componentClass const& known : kClasses) {
-        if (stricmp8(reinterpret_cast<unsigned char const*>(name),
-                     reinterpret_cast<unsigned char const*>(known.name)) == 0)
-            return known.configure(scriptClass) != 0 ? 1 : 0;
-    }
-    return 0;
-}
-
 guiComponent::guiComponent(LibManager& manager) : hashlist<guiHtml>(kBuckets), m_manager(manager)
 {
     guiHtml::setRegistry(this);
-    guiComponentHost_install();
     m_t.thread = new guiThread(pthread_self());
     m_t.lock = rmutex_create();
     m_idle = pevent_create();
@@ -193,7 +135,7 @@ void guiComponent::setCurrentWindow(guiWidget* widget)
     ScriptObject* session = getSession();
     if (!getEngine() || !session)
         return;
-    guiHtmlBase* root = widget ? widget->htmlBase : nullptr;
+    guiPageRoot* root = widget ? widget->htmlBase : nullptr;
     ScriptValue* value = NewScriptValue();
     if (root && root->getPageObject())
         value->setObject(root->getPageObject());
@@ -341,7 +283,7 @@ void guiComponent::logError(char const* format, ...)
     va_end(arguments);
 }
 
-std::string guiComponent::printable(sstring const& text) { return sstoq(text).toStdString(); }
+std::string guiComponent::printable(sstring const& text) { return velaPrintable(text); }
 
 ScriptObject* guiComponent::NewScriptObject() { return pGUI->m_platform->createObject(pGUI->getEngine()); }
 ScriptValue* guiComponent::NewScriptValue() { return pGUI->m_platform->createValue(pGUI->getEngine()); }

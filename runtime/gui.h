@@ -3,9 +3,9 @@
 // shows.
 #pragma once
 
+#include "foundation/hashlist.h"
 #include "foundation/pmutex.h"
 #include "foundation/vela-string.h"
-#include "runtime/hashlist.h"
 #include "script/hostinterface.h"
 
 #include <atomic>
@@ -17,7 +17,8 @@ class guiThread;
 class guiWidget;
 class textstream;
 
-/// One component per process, made by `Init` and destroyed by `Shutdown` on the script thread. As a hash list it is the
+/// One component per process, made by `Init` and destroyed by `Shutdown` (script/guientrypoints.cpp) on the script
+/// thread. As a hash list it is the
 /// registry of live page nodes: a node pointer that arrives late is asked for here (`contains`) before anybody touches
 /// it.
 class guiComponent : public hashlist<guiHtml>

@@ -5,7 +5,6 @@
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
-#include "script/guiwindow.h"
 
 #include <cstdint>
 
@@ -58,29 +57,11 @@ sstring buildArguments(ScriptEngine* engine, sstring const& name, ScriptObject* 
 
 sstring textOf(ScriptValue const& value) { return value.isString() ? value.toString(0) : sstring(); }
 
-template <void (guiFormValues::*carry)()>
-void carryOnGuiThread(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
+/// Brings the values of the page's controls to script, or back.
+void carryFormValues(guiHtmlBase* root, guiFormCarry carry)
 {
-    if (guiHtmlBase* root = GetWindow(guiWindow_getData(data)))
-        (root->formValues().*carry)();
-}
-
-/// Brings the values of the page's controls to script, or back. They are read where their widgets live.
-template <void (guiFormValues::*carry)()>
-void carryFormValues(guiHtmlBase* root)
-{
-    guiThread* thread = pGUI->getThread();
-    if (!root || root->isReleased() || !root->getFormObject())
-        return;
-    if (thread->isGuiThread()) {
-        (root->formValues().*carry)();
-        return;
-    }
-    ScriptArgs* args = guiComponent::NewScriptArgs();
-    ScriptValue* result = guiComponent::NewScriptValue();
-    thread->callFunction(carryOnGuiThread<carry>, pGUI->getManager(), root->getPagePrivate(), nullptr, *args, *result);
-    guiComponent::DeleteScriptValue(result);
-    guiComponent::DeleteScriptArgs(args);
+    if (root && !root->isReleased() && root->getFormObject())
+        pGUI->getThread()->callCarryForm(root, carry);
 }
 
 } // namespace
@@ -125,14 +106,14 @@ void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, Sc
     HostPlatform* platform = pGUI->getPlatform();
     ScriptArgs* args = platform->createArgs(target->getEngine());
     sstring method = buildArguments(target->getEngine(), name, source, args);
-    guiHtmlBase* root = node ? node->getBaseHtml() : nullptr; // its counter keeps it alive across the call
+    guiHtmlBase* root = node ? guiHtmlBase::of(node) : nullptr; // its counter keeps it alive across the call
     if (root)
         root->shutdownEnter();
     if (disable)
-        carryFormValues<&guiFormValues::beginCall>(root);
+        carryFormValues(root, guiFormCarry::ToScript);
     callAndWait(target, target, method, args, result);
     if (disable)
-        carryFormValues<&guiFormValues::endCall>(root);
+        carryFormValues(root, guiFormCarry::ToControls);
     if (root)
         root->shutdownLeave();
     platform->destroyArgs(args);
@@ -205,7 +186,7 @@ ScriptObject* guiCallback_BuildCustomObject(guiHtml* node)
         return node->getCustomObject();
     static sstring const kBuild("build");
     HostPlatform* platform = pGUI->getPlatform();
-    ScriptEngine* engine = node->getBaseHtml()->getPageObject()->getEngine();
+    ScriptEngine* engine = guiPageObjectOf(node)->getEngine();
     ScriptObject* builder = platform->createObject(engine);
     ScriptArgs* args = platform->createArgs(engine);
     ScriptValue* value = platform->createValue(engine);

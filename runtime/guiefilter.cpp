@@ -55,7 +55,7 @@ bool isKeyInput(QEvent::Type type)
 
 } // namespace
 
-void guiHandOver::post(QObject* receiver, QEvent* event)
+void guiThreadPost::post(QObject* receiver, QEvent* event)
 {
     s_posts.fetch_add(1, std::memory_order_release);
     QCoreApplication::postEvent(receiver, event);
@@ -82,7 +82,7 @@ void guiEventFilter::catchUpLater()
 {
     if (inputBlock != 0 || !m_missedMove)
         return;
-    guiHandOver::post(this, new guiEvent(guiEventIdCatchUp));
+    guiThreadPost::post(this, new guiEvent(guiEventIdCatchUp));
 }
 
 bool guiEventFilter::event(QEvent* event)
@@ -119,7 +119,7 @@ bool guiEventFilter::holdBack(QObject* watched, QEvent::Type type)
 
 bool guiEventFilter::eventFilter(QObject* watched, QEvent* event)
 {
-    guiHandOver::take();
+    guiThreadPost::take();
     if (inputBlock != 0 && (isMouseInput(event->type()) || isKeyInput(event->type())))
         return holdBack(watched, event->type());
     if (mouseMoveBlock != 0 && event->type() == QEvent::MouseMove)

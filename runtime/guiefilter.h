@@ -34,11 +34,12 @@ enum guiEventID : int
     // What nobody outside knows, far from the numbers above.
     guiEventIdRelease = 10001,
     guiEventIdCatchUp = 10002, // for the filter, not for the thread
+    guiEventIdCarryForm = 10003,
 };
 
 /// Orders what a thread wrote before it posted something to the GUI thread before what the GUI thread reads when it
 /// arrives. Qt's queue does so too, but neither a reader nor a race detector can tell that from our code.
-class guiHandOver
+class guiThreadPost
 {
 public:
     /// Hands `event` over to Qt, for a `receiver` of the GUI thread. What another thread posts goes this way: a functor
@@ -162,6 +163,20 @@ using guiEventTrigger = guiNodeEvent<guiEventIdTrigger, guiHtml>;
 using guiEventClose = guiNodeEvent<guiEventIdClose, guiHtmlBase>;
 using guiEventUpdate = guiNodeEvent<guiEventIdUpdate, guiHtml>;
 using guiEventRelease = guiNodeEvent<guiEventIdRelease, guiHtmlBase>;
+
+/// Which way the values of a form travel around a call of a handler.
+enum class guiFormCarry
+{
+    ToScript,  ///< before the call
+    ToControls ///< after it
+};
+
+/// Carries the values of a page's controls to script, or what script changed back: they are where their widgets live.
+struct guiEventCarryForm : guiBlockingNodeEvent<guiEventIdCarryForm, guiHtmlBase>
+{
+    guiEventCarryForm(guiHtmlBase* root, guiFormCarry way) : guiBlockingNodeEvent(root), carry(way) {}
+    guiFormCarry carry;
+};
 
 /// Runs a ScriptMethod on the GUI thread with the arguments that script gave.
 struct guiEventFunction : guiBlockingEvent

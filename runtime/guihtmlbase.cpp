@@ -317,8 +317,6 @@ void guiHtmlBase::shutdownWait()
 
 QWidget* guiHtmlBase::getTopLevelWidget() { return getParent() ? getParent()->getTopLevelWidget() : getWidget(); }
 
-guiHtmlBase* guiHtmlBase::getBaseHtml() { return getParent() ? getParent()->getBaseHtml() : this; }
-
 /// Enter and Escape: closes the window for the name "X", else triggers the control of that name. Always 1: the key is
 /// used up.
 int guiHtmlBase::triggerNamed(sstring const& name)

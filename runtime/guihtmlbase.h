@@ -2,7 +2,7 @@
 // element, and makes and destroys the top-level widget that shows the page.
 #pragma once
 
-#include "page/guihtml.h"
+#include "page/guipageroot.h"
 #include "runtime/guiformvalues.h"
 #include "script/hostinterface.h"
 
@@ -31,7 +31,7 @@ enum guiWindowStyle : unsigned
 
 /// The page root. May outlive its widget and be opened again. Everything that touches the widget runs on the GUI
 /// thread; setters that only store a value may run on either thread while the window is closed.
-class guiHtmlBase : public guiHtml
+class guiHtmlBase : public guiPageRoot
 {
 public:
     /// Size in pixels of a window for which neither page nor script asks for one.
@@ -48,9 +48,11 @@ public:
     /// thread; `root` may be null.
     static void release(guiHtmlBase* root);
     /// Whether release() was called: the page has no window and no script any more. GUI thread.
-    bool isReleased() const { return m_isReleased; }
+    bool isReleased() const override { return m_isReleased; }
+    /// The root of the node's window, null for a node outside one. Every window's root is of this class.
+    static guiHtmlBase* of(guiHtml* node) { return static_cast<guiHtmlBase*>(node->getBaseHtml()); }
 
-    ScriptObject* getPageObject() const { return m_page; }
+    ScriptObject* getPageObject() const override { return m_page; }
     ScriptPrivate* getPagePrivate() const { return m_pagePrivate; }
     ScriptObject* getFormObject() const { return m_form; }
 
@@ -59,19 +61,19 @@ public:
     guiWidget* createWidget(int modal);
     /// Destroys the widget, if there is one, as soon as it is not painting. The node under the pointer hears that it is
     /// left, and after that no handler hears of the window any more. GUI thread.
-    void destroyWidget();
+    void destroyWidget() override;
     /// The widget, null while the window is closed.
     guiWidget* getWidget() const { return m_widget.load(std::memory_order_acquire); }
     bool isOpen() const { return getWidget() != nullptr; }
 
-    void setTitle(sstring const& title);
+    void setTitle(sstring const& title) override;
     sstring getTitle() const;
     /// Limits and default size in pixels. A 0 leaves the old value.
-    void setMinimumSize(int width, int height);
-    void setMaximumSize(int width, int height);
-    void setDefaultSize(int width, int height);
+    void setMinimumSize(int width, int height) override;
+    void setMaximumSize(int width, int height) override;
+    void setDefaultSize(int width, int height) override;
     /// 0 fixes the window at its default size, which is derived from the limits when it is not set.
-    void setResizable(int resizable);
+    void setResizable(int resizable) override;
     int getMinimumWidth() const { return m_minimumWidth; }
     int getDefaultWidth() const { return m_defaultWidth != 0 ? m_defaultWidth : kDefaultWidth; }
     int getMaximumWidth() const { return m_maximumWidth; }
@@ -84,30 +86,32 @@ public:
     /// Names of the controls that Enter and Escape trigger. "X" closes the window.
     void setEnterControl(sstring const& name) { m_enterControl = name; }
     void setEscapeControl(sstring const& name) { m_escapeControl = name; }
-    sstring getEnterControl() const { return m_enterControl; }
-    sstring getEscapeControl() const { return m_escapeControl; }
+    sstring getEnterControl() const override { return m_enterControl; }
+    sstring getEscapeControl() const override { return m_escapeControl; }
 
     /// Name of the node whose widget has the keyboard focus in this window, "" when none has.
     sstring getFocus();
     /// Gives the focus to the named control; remembered until the control exists.
-    void setFocus(sstring name);
-    sstring const& getPendingFocus() const { return m_pendingFocus; }
+    void setFocus(sstring name) override;
+    sstring getPendingFocus() const override { return m_pendingFocus; }
 
     /// What show() gives back to script. Owned by the engine of the page object; null without one.
     void setReturnCode(ScriptValue& value);
     ScriptValue* getReturnCode() const { return m_returnCode; }
 
     /// Radio buttons of one group name exclude each other.
-    void addToGroup(QAbstractButton* button, sstring const& group);
+    void addToGroup(QAbstractButton* button, sstring const& group) override;
 
     /// How the values of the page's controls travel to script. GUI thread.
     guiFormValues& formValues() { return m_formValues; }
+    void eraseFormValues(guiHtml* node) override { m_formValues.erase(node); }
+    void loadFormValues(guiHtml* node) override { m_formValues.load(node); }
 
     /// Height in pixels of the window's menu bar, 0 without one.
-    int getMenuHeight();
+    int getMenuHeight() override;
     /// The menu bar that stands above the page, not owned; null: none any more.
-    void setMenuBar(QMenuBar* bar);
-    QMenuBar* getMenuBar() const;
+    void setMenuBar(QMenuBar* bar) override;
+    QMenuBar* getMenuBar() const override;
     /// Points of a page's text where nothing else is asked for.
     static constexpr int kDefaultPoints = 10;
 
@@ -117,9 +121,7 @@ public:
     void shutdownWait();
 
     using guiHtml::operator=;
-    int getType() override { return kTypeBase; }
     QWidget* getTopLevelWidget() override;
-    guiHtmlBase* getBaseHtml() override;
     /// The font that all others of the page derive from: the toolkit's default face, as large on every screen; with
     /// the system font asked for, the application's font as it is.
     QFont getDefaultFont(int* points) override;

@@ -42,6 +42,16 @@ void guiHtmlFrameset::setTracks(std::vector<track_t> columns, std::vector<track_
     m_rows = std::max<int>(1, static_cast<int>(m_rowTracks.size()));
 }
 
+void guiHtmlFrameset::onAppend(guiHtml* child)
+{
+    if (child->getType() == kTypeText)
+        return;
+    unsigned const count = getChildCount();
+    if (nextStartsRow() && count && guiChildList::isNode(getChild(count - 1)))
+        appendMarker(kMarkerLineBreak);
+    placeNext(child);
+}
+
 void guiHtmlFrameset::placeNext(guiHtml* frame)
 {
     unsigned column = m_frames % static_cast<unsigned>(m_columns);

@@ -39,6 +39,8 @@ public:
     bool isResizable() const { return m_isResizable; }
     void setResizable(bool resizable) { m_isResizable = resizable; }
 
+    /// Every child but text is a frame, and stands in a row of its own or beside others.
+    void onAppend(guiHtml* child) override;
     /// Whether the next frame begins a new row.
     bool nextStartsRow() const { return m_frames > 0 && m_frames % static_cast<unsigned>(m_columns) == 0; }
     /// Gives the next frame the size of its column and row. For every frame once, in order.

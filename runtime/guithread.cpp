@@ -108,6 +108,14 @@ void serveUpdates(guiHtml* first)
             node->guiHtml::update();
 }
 
+void carryForm(guiHtmlBase& root, guiFormCarry carry)
+{
+    if (carry == guiFormCarry::ToScript)
+        root.formValues().beginCall();
+    else
+        root.formValues().endCall();
+}
+
 void repaint(guiHtml& node)
 {
     node.update();
@@ -172,9 +180,9 @@ void guiThread::run()
 bool guiThread::isGuiThread() const { return pthread_equal(pthread_self(), m_f.guiThreadId) != 0; }
 bool guiThread::isScriptThread() const { return pthread_equal(pthread_self(), m_f.scriptThreadId) != 0; }
 
-void guiThread::postEvent(guiEvent* event) { guiHandOver::post(m_f.receiver, event); }
+void guiThread::postEvent(guiEvent* event) { guiThreadPost::post(m_f.receiver, event); }
 
-void guiThread::postNullEvent() { guiHandOver::post(m_f.nullReceiver, new QEvent(QEvent::None)); }
+void guiThread::postNullEvent() { guiThreadPost::post(m_f.nullReceiver, new QEvent(QEvent::None)); }
 
 void guiThread::pumpOnce()
 {
@@ -264,6 +272,10 @@ void guiThread::dispatch(QEvent* event)
     case guiEventIdRelease:
         if (auto* e = static_cast<guiEventRelease*>(event); isRegistered(e->node))
             guiHtmlBase::release(e->node);
+        break;
+    case guiEventIdCarryForm:
+        if (auto* e = static_cast<guiEventCarryForm*>(event); isRegistered(e->node))
+            carryForm(*e->node, e->carry);
         break;
     case guiEventIdUpdate:
         serveUpdates(static_cast<guiEventUpdate*>(event)->node);
@@ -364,6 +376,8 @@ int guiThread::callUpdateLayout(guiHtml* node, int apply)
 }
 
 void guiThread::callRepaint(guiHtml* node) { send<guiEventRepaint>(node); }
+
+void guiThread::callCarryForm(guiHtmlBase* root, guiFormCarry carry) { send<guiEventCarryForm>(root, carry); }
 
 void guiThread::callFunction(ScriptMethod method, LibManager& manager, ScriptPrivate* data, ScriptObject* self,
                              ScriptArgs& args, ScriptValue& result)

@@ -36,6 +36,7 @@ public:
     int callSetCaption(guiHtml* node, sstring const& text);
     int callUpdateLayout(guiHtml* node, int apply);
     void callRepaint(guiHtml* node);
+    void callCarryForm(guiHtmlBase* root, guiFormCarry carry);
     void callFunction(ScriptMethod method, LibManager& manager, ScriptPrivate* data, ScriptObject* self,
                       ScriptArgs& args, ScriptValue& result);
 

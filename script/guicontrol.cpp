@@ -2,6 +2,8 @@
 #include "script/guicontrol.h"
 
 #include "controls/guihtmlimage.h"
+#include "controls/guiscriptmethod.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-poison.h"
 #include "page/guilinkname.h"
 #include "runtime/gui.h"
@@ -22,18 +24,6 @@ namespace {
 std::mutex theLock;
 std::set<std::pair<ScriptObject*, guiControlData*>> theBindings; // guarded by theLock
 
-template <ScriptMethod onGuiThread>
-void handOver(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    pGUI->getThread()->callFunction(onGuiThread, manager, data, self, args, result);
-}
-
-bool hasOneString(ScriptArgs& args) { return args.count() == 1 && args.get(0)->isString(); }
-bool isSwitch(ScriptValue const& value) { return value.isBool() || value.isNumber(); }
-/// No argument, which means on, or one boolean or number.
-bool hasSwitch(ScriptArgs& args) { return args.count() == 0 || (args.count() == 1 && isSwitch(*args.get(0))); }
-int switchOf(ScriptArgs& args) { return args.count() == 0 ? 1 : args.get(0)->toBool(0); }
-
 /// A picture shows another file; that of a window which is not on the screen is loaded when it is.
 void changePicture(guiHtmlImage& image, sstring const& file)
 {
@@ -46,10 +36,10 @@ void changePicture(guiHtmlImage& image, sstring const& file)
 void guiControl_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setBool(0);
-    guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr;
+    guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
     if (!node)
         return;
-    sstring file = args.get(0)->toString(0);
+    sstring file = guiTextOf(args, 0);
     auto* image = dynamic_cast<guiHtmlImage*>(node);
     if (!image) {
         result.setBool(pGUI->getThread()->callLoadFile(node, file));
@@ -62,28 +52,28 @@ void guiControl_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
 void guiControl_loadBackground_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                   ScriptValue& result)
 {
-    guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr;
-    result.setBool(node && pGUI->getThread()->callLoadBackground(node, args.get(0)->toString(0)));
+    guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
+    result.setBool(node && pGUI->getThread()->callLoadBackground(node, guiTextOf(args, 0)));
 }
 
 void guiControl_setText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
-    guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr;
-    result.setBool(node && pGUI->getThread()->callSetText(node, args.get(0)->toString(0)));
+    guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
+    result.setBool(node && pGUI->getThread()->callSetText(node, guiTextOf(args, 0)));
 }
 
 void guiControl_setCaption_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                               ScriptValue& result)
 {
     result.setNull();
-    if (guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr)
-        pGUI->getThread()->callSetCaption(node, args.get(0)->toString(0));
+    if (guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr)
+        pGUI->getThread()->callSetCaption(node, guiTextOf(args, 0));
 }
 
 void guiControl_play_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    guiHtml* node = hasSwitch(args) ? guiControl_getHtml(data, self) : nullptr;
+    guiHtml* node = guiIsOptionalSwitch(args) ? guiControl_getHtml(data, self) : nullptr;
     if (auto* image = dynamic_cast<guiHtmlImage*>(node))
         image->play();
 }
@@ -91,8 +81,8 @@ void guiControl_play_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
 void guiControl_enable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (guiHtml* node = hasSwitch(args) ? guiControl_getHtml(data, self) : nullptr)
-        node->setEnabled(switchOf(args));
+    if (guiHtml* node = guiIsOptionalSwitch(args) ? guiControl_getHtml(data, self) : nullptr)
+        node->setEnabled(guiOptionalSwitchOf(args));
 }
 
 void guiControl_disable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
@@ -113,9 +103,9 @@ void guiControl_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
                                  ScriptValue& result)
 {
     result.setNull();
-    if (!hasOneString(args))
+    if (!guiIsOneString(args))
         return;
-    std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(args.get(0)->toString(0));
+    std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(guiTextOf(args, 0));
     guiHtml* node = policy ? guiControl_getHtml(data, self) : nullptr;
     if (node)
         node->setSizePolicy(*policy);
@@ -137,7 +127,7 @@ void readClientSize_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Scr
     guiRect client;
     if (guiHtml* node = guiControl_getHtml(data, self))
         node->getClientRect(&client);
-    result.setInt(args.get(0)->toString(0) == "width" ? client.width : client.height);
+    result.setInt(guiTextOf(args, 0) == "width" ? client.width : client.height);
 }
 
 void publishWindow(ScriptObject* control, ScriptObject* window)
@@ -164,23 +154,17 @@ void unbind(guiControlData& record)
     record.windowData = nullptr;
 }
 
-struct methodEntry
-{
-    char const* name;
-    ScriptMethod method;
-};
-
-constexpr methodEntry kMethods[] = {
-    {"loadBackground", handOver<guiControl_loadBackground_qt>},
-    {"loadFile", handOver<guiControl_loadFile_qt>},
-    {"setText", handOver<guiControl_setText_qt>},
-    {"setCaption", handOver<guiControl_setCaption_qt>},
-    {"play", handOver<guiControl_play_qt>},
-    {"enable", handOver<guiControl_enable_qt>},
-    {"disable", handOver<guiControl_disable_qt>},
-    {"isEnabled", handOver<guiControl_isEnabled_qt>},
-    {"setSizePolicy", handOver<guiControl_setSizePolicy_qt>},
-    {"getSizePolicy", handOver<guiControl_getSizePolicy_qt>},
+constexpr guiScriptMethod kMethods[] = {
+    {"loadBackground", guiCallOnGuiThread<guiControl_loadBackground_qt>},
+    {"loadFile", guiCallOnGuiThread<guiControl_loadFile_qt>},
+    {"setText", guiCallOnGuiThread<guiControl_setText_qt>},
+    {"setCaption", guiCallOnGuiThread<guiControl_setCaption_qt>},
+    {"play", guiCallOnGuiThread<guiControl_play_qt>},
+    {"enable", guiCallOnGuiThread<guiControl_enable_qt>},
+    {"disable", guiCallOnGuiThread<guiControl_disable_qt>},
+    {"isEnabled", guiCallOnGuiThread<guiControl_isEnabled_qt>},
+    {"setSizePolicy", guiCallOnGuiThread<guiControl_setSizePolicy_qt>},
+    {"getSizePolicy", guiCallOnGuiThread<guiControl_getSizePolicy_qt>},
 };
 
 } // namespace
@@ -242,22 +226,12 @@ int guiControl_onConfigure(ScriptClass& scriptClass)
     scriptClass.setDestroyHandler(guiControl_onDestroy);
     scriptClass.setPropertyHandlers(guiControl_onAddProp, guiControl_onDelProp, guiControl_onGetProp,
                                     guiControl_onSetProp);
-    for (methodEntry const& entry : kMethods)
+    for (guiScriptMethod const& entry : kMethods)
         scriptClass.addMethod(entry.name, entry.method);
     return 1;
 }
 
-guiControlData* guiControl_getData(ScriptPrivate* data)
-{
-    if (!data)
-        return nullptr;
-    try {
-        auto* record = static_cast<guiControlData*>(data->getData(kPrivateKey));
-        return record && record->tag == kRecordTag ? record : nullptr;
-    } catch (...) {
-        return nullptr; // a host's slot that fails holds no record
-    }
-}
+guiControlData* guiControl_getData(ScriptPrivate* data) { return guiRecordIn<guiControlData>(data); }
 
 void guiControl_setPrivateInfo(ScriptPrivate* data, ScriptObject* window, sstring const& name)
 {
@@ -320,13 +294,12 @@ ScriptObject* CreateControlObject(ScriptObject* page)
 
 void FleshInControlObject(ScriptObject* object, guiHtml* node)
 {
-    guiHtmlBase* root = node->getBaseHtml();
-    ScriptObject* window = root ? root->getPageObject() : nullptr;
+    ScriptObject* window = guiPageObjectOf(node);
     guiControl_setPrivateInfo(object->getPrivate(), window, node->getName());
     guiControlData* record = guiControl_getData(object->getPrivate());
     if (record)
         record->isOfNode = true;
-    for (methodEntry const& entry : kMethods)
+    for (guiScriptMethod const& entry : kMethods)
         if (!object->hasMethod(entry.name))
             object->addMethod(entry.name, entry.method);
     if (!record) { // of another class, a script component's

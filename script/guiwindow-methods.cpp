@@ -2,6 +2,7 @@
 // change the page root. A window without a page gives each method's neutral result.
 #include "script/guiwindow-methods.h"
 
+#include "controls/guiscriptmethod.h"
 #include "runtime/guihtmlbase.h"
 #include "script/guisizepolicy.h"
 #include "script/guiwindow.h"
@@ -12,21 +13,14 @@ namespace {
 
 guiHtmlBase* rootOf(ScriptPrivate* data) { return GetWindow(guiWindow_getData(data)); }
 
-bool hasOneString(ScriptArgs& args) { return args.count() == 1 && args.get(0)->isString(); }
-
-/// A switch: no argument means on; one boolean or number is taken as it is; anything else is no switch.
+/// No argument means on; one boolean or whole number is taken as it is; anything else is no switch.
 std::optional<int> switchArgument(ScriptArgs& args)
 {
+    if (!guiIsOptionalSwitch(args))
+        return std::nullopt;
     if (args.count() == 0)
         return 1;
-    if (args.count() != 1)
-        return std::nullopt;
-    ScriptValue* value = args.get(0);
-    if (value->isBool())
-        return value->toBool(0);
-    if (value->isNumber())
-        return value->toInt(0);
-    return std::nullopt;
+    return args.get(0)->isBool() ? args.get(0)->toBool(0) : args.get(0)->toInt(0);
 }
 
 void setSize(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(int width, int height))
@@ -40,8 +34,8 @@ void setSize(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(
 void setName(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(sstring const& name))
 {
     guiHtmlBase* root = rootOf(data);
-    if (root && hasOneString(args))
-        (root->*setter)(args.get(0)->toString(0));
+    if (root && guiIsOneString(args))
+        (root->*setter)(guiTextOf(args, 0));
 }
 
 void getName(ScriptPrivate* data, ScriptArgs& args, ScriptValue& result, sstring (guiHtmlBase::*getter)() const)
@@ -125,8 +119,8 @@ void guiWindow_setFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
 {
     result.setNull();
     guiHtmlBase* root = rootOf(data);
-    if (root && hasOneString(args))
-        root->setFocus(args.get(0)->toString(0));
+    if (root && guiIsOneString(args))
+        root->setFocus(guiTextOf(args, 0));
 }
 
 void guiWindow_getFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
@@ -169,9 +163,9 @@ void guiWindow_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
 {
     result.setNull();
     guiHtmlBase* root = rootOf(data);
-    if (!root || !hasOneString(args))
+    if (!root || !guiIsOneString(args))
         return;
-    if (std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(args.get(0)->toString(0)))
+    if (std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(guiTextOf(args, 0)))
         root->setSizePolicy(*policy);
 }
 
@@ -186,10 +180,10 @@ void guiWindow_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
 void guiWindow_control_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (!hasOneString(args))
+    if (!guiIsOneString(args))
         return;
     void* control = nullptr;
-    if (ScriptObject* object = guiWindow_control(data, args.get(0)->toString(0), &control)) {
+    if (ScriptObject* object = guiWindow_control(data, guiTextOf(args, 0), &control)) {
         result.setObject(object);
         object->letGo();
     }

@@ -1,6 +1,7 @@
 // script/guiwindow.h: the script class GuiWindow: a window that loads a page, shows it and gives a value back.
 #pragma once
 
+#include "controls/guiscriptrecord.h"
 #include "foundation/vela-string.h"
 #include "script/hostinterface.h"
 
@@ -8,9 +9,6 @@
 
 class guiHtml;
 class guiHtmlBase;
-
-/// First word of every record that the component stores in a host's private slot.
-inline constexpr std::uint32_t kRecordTag = 0xfeedc0de;
 
 /// The private record of a GuiWindow object. Made and destroyed with it; script thread, read on the GUI thread during a
 /// call.

@@ -507,7 +507,7 @@ TEST(FlexEvents, AHandlerHearsOfARowWhenTheToolkitIsDoneWithIt)
 {
     BusyPage page;
     unsigned holds = 99;
-    page.flex->work = [&] { holds = page.view()->news.holds; };
+    page.flex->work = [&] { holds = page.view()->pendingNotices.holds; };
     page.flex->setItemSelected("b", 1);
     EXPECT_EQ(holds, 0u);
     holds = 99;

@@ -1,5 +1,5 @@
 // tests/controls/widget_test.cpp: how the top-level widget turns what the toolkit reports into calls on the page.
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guiwidgetscrollbar.h"
 #include "page/guilaterevents.h"
 #include "tests/support/pagewindow.h"

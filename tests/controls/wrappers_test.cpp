@@ -1,6 +1,6 @@
 // tests/controls/wrappers_test.cpp: each native widget forwards one signal to one operation of the node that owns it,
 // and asks it about Escape and Enter first.
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guihtmlcontroledit.h"
 #include "controls/guihtmlcontrolflex.h"

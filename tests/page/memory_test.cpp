@@ -1,10 +1,10 @@
 // tests/page/memory_test.cpp: a page that is loaded while there is no memory. Each allocation that the foundation makes
 // for it fails once: the load ends with velaError 12 or with a line in the log, and nothing is kept.
+#include "foundation/hashlist.h"
 #include "foundation/vela-error.h"
 #include "foundation/vela-memmgr.h"
 #include "page/guilayouthold.h"
 #include "page/guinodewatch.h"
-#include "runtime/hashlist.h"
 #include "tests/support/fakescript.h"
 #include "tests/support/leakcheck.h"
 #include "tests/support/pagewindow.h"

@@ -5,10 +5,10 @@
 #include "controls/guihtmlcustom.h"
 #include "controls/guihtmlform.h"
 #include "controls/guihtmlimage.h"
+#include "foundation/hashlist.h"
 #include "page/guihtmltext.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guihtmlframeset.h"
-#include "runtime/hashlist.h"
 #include "tests/support/fakescript.h"
 
 #include <QCoreApplication>

@@ -60,7 +60,7 @@ struct Worker : QObject
         return true;
     }
     /// Does not wait for the end of it. Any thread.
-    void post(std::function<void()> work) { guiHandOver::post(this, new WorkEvent(std::move(work))); }
+    void post(std::function<void()> work) { guiThreadPost::post(this, new WorkEvent(std::move(work))); }
 };
 
 struct WidgetCalls : testing::Test

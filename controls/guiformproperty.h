@@ -1,20 +1,22 @@
-// controls/guiformvalue.h: one property of a window's form object, through which a control and script exchange a value.
+// controls/guiformproperty.h: one property of a window's form object, through which a control and script exchange a
+// value.
 #pragma once
 
 #include "foundation/vela-string.h"
 
+class HostFormProp;
 class ScriptObject;
 class ScriptValue;
 
 /// Holds a temporary value of the form's engine. A control without a name has no property: nothing is found, and
 /// nothing written. GUI thread or script thread, wherever the page is worked with.
-class guiFormValue
+class guiFormProperty
 {
 public:
-    guiFormValue(ScriptObject* form, sstring const& name);
-    ~guiFormValue();
-    guiFormValue(guiFormValue const&) = delete;
-    guiFormValue& operator=(guiFormValue const&) = delete;
+    guiFormProperty(ScriptObject* form, sstring const& name);
+    ~guiFormProperty();
+    guiFormProperty(guiFormProperty const&) = delete;
+    guiFormProperty& operator=(guiFormProperty const&) = delete;
 
     /// Reads the property; false when the form has none of this name.
     bool read();
@@ -28,7 +30,8 @@ public:
     void erase();
 
 private:
-    ScriptObject* m_form; // not owned; null: there is no property
+    HostFormProp* m_service; // not owned; null without a component
+    ScriptObject* m_form;    // not owned; null: there is no property
     sstring m_name;
     ScriptValue* m_value = nullptr; // owned
 };

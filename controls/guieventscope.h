@@ -1,5 +1,5 @@
-// controls/guidispatch.h: keeps widgets alive while the toolkit is still inside one of their events. Almost every event
-// may end in a script handler, and a handler may close the window or replace the page that the widget belongs to.
+// controls/guieventscope.h: keeps widgets alive while the toolkit is still inside one of their events. Almost every
+// event may end in a script handler, and a handler may close the window or replace the page that the widget belongs to.
 #pragma once
 
 #include <utility>
@@ -7,13 +7,13 @@
 class QWidget;
 
 /// Marks a stretch of code that the toolkit called and that may reach script. GUI thread; nests.
-class guiDispatch
+class guiEventScope
 {
 public:
-    guiDispatch();
-    ~guiDispatch();
-    guiDispatch(guiDispatch const&) = delete;
-    guiDispatch& operator=(guiDispatch const&) = delete;
+    guiEventScope();
+    ~guiEventScope();
+    guiEventScope(guiEventScope const&) = delete;
+    guiEventScope& operator=(guiEventScope const&) = delete;
 
     static bool isActive();
     /// Has the event loop delete the widget once the outermost stretch, if there is one, has ended. deleteLater() alone

@@ -1,4 +1,4 @@
-// runtime/hashlist.h: a set of live objects by address, which any thread may ask whether an object still exists.
+// foundation/hashlist.h: a set of live objects by address, which any thread may ask whether an object still exists.
 #pragma once
 
 #include <cstddef>
