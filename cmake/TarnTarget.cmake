@@ -19,6 +19,11 @@ function(tarn_target target)
     target_include_directories(${target} PUBLIC "${PROJECT_SOURCE_DIR}")
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align)
+    # Tests call from whatever thread they like; what is shipped says which thread it runs on, and clang checks it.
+    file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
+    if(NOT folder MATCHES "^(tests|bench|fuzz)(/|$)")
+        target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>)
+    endif()
     if(TARN_ASSERTIONS)
         target_compile_options(${target} PRIVATE -UNDEBUG)
     endif()

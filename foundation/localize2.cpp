@@ -5,6 +5,7 @@
 #include "foundation/vela-poison.h"
 
 #include <atomic>
+#include <cassert>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
@@ -76,6 +77,7 @@ void setName(LOCALE& locale, char const* name)
 {
     // A longer name is cut.
     std::snprintf(locale.name, sizeof locale.name, "%s", canonicalName(name ? name : fallbackLocale));
+    assert(!locale.name[sizeof locale.name - 1]);
 }
 
 LOCALE* makeLocale(char const* name)
@@ -107,6 +109,7 @@ void initialise()
     if (!current || !std::strstr(current, name))
         std::setlocale(LC_ALL, name);
     setName(theSystemLocale, name);
+    assert(theSystemLocale.name[0]);
     defaultLocale = systemLocale;
 }
 
@@ -153,6 +156,7 @@ LOCALE* Locale_GetFromSystem()
 LOCALE* Locale_GetDefault()
 {
     Locale_Init();
+    assert(defaultLocale.load());
     return defaultLocale;
 }
 
@@ -204,6 +208,7 @@ int Locale_GetDefaultCodeset(LOCALE* locale, char* out)
     if (!out)
         return 0;
     CodepageRow const* row = findCodepage(nameOf(locale));
+    assert(!row || std::strlen(row->codeset) < maxCodesetName);
     if (row)
         std::strcpy(out, row->codeset);
     else

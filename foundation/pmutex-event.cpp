@@ -6,6 +6,7 @@
 
 #include "foundation/pmutex-p.h"
 
+#include <cassert>
 #include <cerrno>
 #include <new>
 
@@ -33,6 +34,7 @@ int waitUntil(pevent* event, timespec const* deadline)
 int waitFor(pevent* event, timespec const* deadline)
 {
     const Locked lock(event);
+    assert(!event->signalled || event->waiters == 0); // a set goes to who waits, or stays until somebody does
     if (event->signalled) {
         event->signalled = 0;
         return 0;
@@ -46,6 +48,7 @@ int waitFor(pevent* event, timespec const* deadline)
         --event->released;
         return 0;
     }
+    assert(event->waiters > 0);
     --event->waiters;
     return result;
 }
@@ -70,6 +73,7 @@ void pevent_destroy(pevent* event)
 {
     if (!event)
         return;
+    assert(event->waiters == 0 && event->released == 0);
     pthread_cond_destroy(&event->condition);
     pthread_mutex_destroy(&event->mutex);
     delete event;
@@ -82,6 +86,7 @@ int pevent_set(pevent* event)
         event->signalled = 1;
         return 0;
     }
+    assert(!event->signalled);
     --event->waiters;
     ++event->released;
     return pthread_cond_signal(&event->condition);
@@ -94,6 +99,7 @@ int pevent_setall(pevent* event)
         event->signalled = 1;
         return 0;
     }
+    assert(!event->signalled);
     event->released += event->waiters;
     event->waiters = 0;
     return pthread_cond_broadcast(&event->condition);

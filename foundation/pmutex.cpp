@@ -4,6 +4,7 @@
 
 #include "foundation/threading.h"
 
+#include <cassert>
 #include <cerrno>
 #include <new>
 
@@ -30,7 +31,8 @@ void pmutex_destroy(pmutex* mutex)
 {
     if (!mutex)
         return;
-    pthread_mutex_destroy(&mutex->mutex);
+    [[maybe_unused]] int const error = pthread_mutex_destroy(&mutex->mutex);
+    assert(!error); // somebody holds it
     delete mutex;
 }
 
@@ -71,6 +73,7 @@ void rmutex_destroy(rmutex* mutex)
 {
     if (!mutex)
         return;
+    assert(mutex->count == 0);
     pevent_destroy(mutex->wakeUp);
     pmutex_destroy(mutex->ownership);
     pmutex_destroy(mutex->guard);
@@ -89,8 +92,10 @@ bool takeGuarded(rmutex* mutex)
         ++mutex->count;
         return true;
     }
-    if (mutex->count || pmutex_requestNoBlock(mutex->ownership) != 0)
+    if (mutex->count)
         return false;
+    [[maybe_unused]] int const error = pmutex_requestNoBlock(mutex->ownership);
+    assert(!error); // locked while the count is not 0, and by nobody else
     mutex->owner = pthread_self();
     mutex->count = 1;
     return true;

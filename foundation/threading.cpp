@@ -7,6 +7,7 @@
 #include "foundation/vela-memmgr.h"
 
 #include <algorithm>
+#include <cassert>
 #include <csignal>
 
 namespace {
@@ -46,7 +47,11 @@ pmutex* tableLock()
 class TableLocked
 {
 public:
-    TableLocked() { pmutex_request(tableLock()); }
+    TableLocked()
+    {
+        assert(tableLock());
+        pmutex_request(tableLock());
+    }
     TableLocked(TableLocked const&) = delete;
     TableLocked& operator=(TableLocked const&) = delete;
     ~TableLocked() { pmutex_release(tableLock()); }
@@ -88,6 +93,8 @@ void ensureCount(Element*& array, unsigned int& count, unsigned int needed)
 
 unsigned int takeFreeSlot()
 {
+    assert(freeHint <= slotCount);
+    assert(std::all_of(slots, slots + freeHint, [](ThreadSlot const& slot) { return slot.inUse; }));
     unsigned int index = freeHint;
     while (index < slotCount && slots[index].inUse)
         ++index;
@@ -109,12 +116,14 @@ void runOnDestroyRecords(pthread_t thread)
 ThreadSlot slotAt(uintptr_t index)
 {
     const TableLocked lock;
+    assert(index < slotCount && slots[index].inUse);
     return slots[index];
 }
 
 void endThread(uintptr_t index)
 {
     const TableLocked lock;
+    assert(slots[index].inUse && pthread_equal(slots[index].thread, pthread_self()));
     runOnDestroyRecords(pthread_self());
     slots[index] = ThreadSlot{};
     freeHint = std::min(freeHint, static_cast<unsigned int>(index));
@@ -178,10 +187,12 @@ unsigned int insertionPoint(int priority)
 /// Shifts the records from `at` on up by one, into the first hole that an ended thread has left or else into a new one.
 void openRecord(unsigned int at)
 {
+    assert(at <= recordCount);
     unsigned int hole = at;
     while (hole < recordCount && records[hole].active)
         ++hole;
     ensureCount(records, recordCount, hole + 1);
+    assert(hole < recordCount && !records[hole].active);
     std::move_backward(records + at, records + hole, records + hole + 1);
 }
 

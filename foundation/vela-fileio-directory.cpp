@@ -3,6 +3,7 @@
 #include "foundation/vela-alloc.h"
 #include "foundation/vela-fileio-p.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -21,6 +22,7 @@ DIRENTRYDATA* makeEntry(DIR* directory, char const* name)
     auto* entry = static_cast<DIRENTRYDATA*>(velaCalloc(1, sizeof(DIRENTRYDATA)));
     if (!entry)
         return nullptr;
+    assert(std::strlen(name) < sizeof entry->name);
     std::strncpy(entry->name, name, sizeof entry->name - 1);
     struct stat status;
     if (fstatat(dirfd(directory), name, &status, 0) == 0 && S_ISDIR(status.st_mode))
@@ -136,11 +138,13 @@ int FileIO_FreeDirectoryEnumeration(DIRDATA* listing)
     beginFileCall();
     if (!listing)
         return failFileCall(EINVAL);
-    for (DIRENTRYDATA* entry = listing->first; entry;) {
+    [[maybe_unused]] unsigned int freed = 0;
+    for (DIRENTRYDATA* entry = listing->first; entry; ++freed) {
         DIRENTRYDATA* next = entry->next;
         std::free(entry);
         entry = next;
     }
+    assert(freed == listing->count);
     std::free(listing);
     return endFileCall(true);
 }

@@ -4,6 +4,7 @@
 #include "foundation/vela-fileio-p.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 
@@ -29,6 +30,7 @@ int endFileCall(bool succeeded)
 
 int failFileCall(int error)
 {
+    assert(error != 0);
     errno = error;
     return endFileCall(false);
 }
@@ -53,6 +55,7 @@ NarrowPath::NarrowPath(unsigned short const* path) : given(path != nullptr)
     if (strlen8(converted) >= maxPathBytes)
         error = ENAMETOOLONG;
     std::memcpy(text, converted, maxPathBytes - 1);
+    assert(error || strlen8(converted) == std::strlen(text));
 }
 
 int widenResult(char const* text, unsigned short* result, unsigned int size)

@@ -2,6 +2,7 @@
 
 #include "foundation/vela-fileio-p.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -22,6 +23,7 @@ bool joinPath(std::string_view directory, char const* name, char* result)
 /// Takes the first directory off a ":"-separated list.
 std::string_view nextDirectory(std::string_view& list)
 {
+    assert(!list.empty());
     const size_t colon = list.find(':');
     const std::string_view directory = list.substr(0, colon);
     list.remove_prefix(colon == list.npos ? list.size() : colon + 1);
@@ -135,6 +137,7 @@ void removeParentSteps(sstring& path)
             clean += *at++;
             continue;
         }
+        assert(slash < clean.getLength());
         clean.setAt(slash, ""); // ends the text there
         at += 3;
     }
@@ -148,6 +151,7 @@ sstring FileIO_CanonicalizePath(sstring const& path)
     sstring result = absolutePath(path);
     result.replace("/./", "/");
     result.replace("//", "/");
+    assert(result.getLength() > 0 && result[0] == '/');
     if (result[result.getLength() - 1] != '/')
         result += "/";
     removeParentSteps(result);

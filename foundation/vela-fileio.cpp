@@ -6,6 +6,7 @@
 #include "foundation/vela-alloc.h"
 #include "foundation/vela-fileio-p.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
@@ -89,6 +90,7 @@ int FileIO_OpenA(char const* path, ENU_FILE_OPEN mode, FILEDATA** file)
     auto* record = static_cast<FILEDATA*>(velaCalloc(1, sizeof(FILEDATA)));
     if (!record)
         return failFileCall(ENOMEM);
+    assert(std::strlen(path) < sizeof record->path);
     std::strcpy(record->path, path);
     record->descriptor = openDescriptor(path, planFor(mode));
     if (record->descriptor < 0) {
@@ -112,6 +114,7 @@ int FileIO_Close(FILEDATA* file)
     beginFileCall();
     if (!file)
         return failFileCall(EINVAL);
+    assert(file->descriptor >= 0);
     bool const closed = close(file->descriptor) == 0;
     int const result = endFileCall(closed);
     std::free(file);
@@ -128,6 +131,7 @@ int FileIO_Read(FILEDATA* file, void* buffer, unsigned long length, unsigned lon
         count = ::read(file->descriptor, buffer, length);
     while (count < 0 && errno == EINTR);
     *read = count > 0 ? static_cast<unsigned long>(count) : 0;
+    assert(*read <= length);
     *atEnd = count == 0;
     return endFileCall(count >= 0);
 }

@@ -7,6 +7,7 @@
 #include "foundation/vela-error.h"
 
 #include <atomic>
+#include <cassert>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
@@ -61,6 +62,7 @@ unsigned int roundedUp(unsigned int needed, unsigned int granule)
     if (granule == 0)
         return 0;
     const uint64_t rounded = (uint64_t{needed} + granule - 1) / granule * granule;
+    assert(rounded >= needed && rounded % granule == 0);
     return rounded > UINT32_MAX ? 0 : static_cast<unsigned int>(rounded);
 }
 
@@ -79,6 +81,7 @@ void MemReallocArrayFunction(void** array, unsigned int elementSize, unsigned in
     void* block = newBytes <= PTRDIFF_MAX ? velaCalloc(newCapacity, elementSize ? elementSize : 1) : nullptr;
     if (!block)
         throw velaError(ENOMEM);
+    assert(oldBytes <= newBytes);
     if (oldBytes)
         std::memcpy(block, *array, oldBytes);
     std::free(*array);

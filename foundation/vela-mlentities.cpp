@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <iterator>
 #include <string_view>
@@ -113,6 +114,7 @@ unsigned int decodeReferences(unsigned short* text, unsigned int count)
         }
         to = writeCode(to, decoded.code);
         from += 1 + decoded.length;
+        assert(to <= from && from <= end);
     }
     return static_cast<unsigned int>(to - text);
 }

@@ -2,6 +2,8 @@
 // which.
 #include "foundation/vela-mlparser.h"
 
+#include <cassert>
+
 namespace {
 
 mlTagType tagTypeOf(mlTokenType opener)
@@ -177,6 +179,7 @@ void mlParser::addText(bool isCData)
 
 void mlParser::openSection(mlSection* section)
 {
+    assert(section->isTag() && !section->hasFlag(mlSection::IsOpen));
     open.push_back(section);
     section->setFlag(mlSection::IsOpen, true);
     ++section->tag.name->folded->openSections;
@@ -184,9 +187,11 @@ void mlParser::openSection(mlSection* section)
 
 void mlParser::closeInnermost()
 {
+    assert(open.size() > 1); // the root closes never
     mlSection* section = open.back();
     open.pop_back();
     section->setFlag(mlSection::IsOpen, false);
+    assert(section->tag.name->folded->openSections > 0);
     --section->tag.name->folded->openSections;
 }
 
@@ -208,6 +213,7 @@ void mlParser::readFullText(mlSection* section)
 {
     if (!getStream() || section->text.startOffset == mlSection::noStart)
         return;
+    assert(section->isText() && section->isTruncated());
     Reading reading(*this);
     tokens.settle();
     pushPos();

@@ -1,6 +1,7 @@
 // foundation/vela-mlparser.cpp: see the header. How tokens are read is vela-mltokenizer.cpp's business.
 #include "foundation/vela-mlparser.h"
 
+#include <cassert>
 #include <cerrno>
 #include <utility>
 
@@ -34,6 +35,7 @@ mlParser::mlParser(mlSection const* section)
     // An open section is always the last child of its parent.
     for (; section && section->hasFlag(mlSection::IsOpen);
          section = section->loadedChild(section->getChildCount() - 1)) {
+        assert(copy);
         openSection(copy);
         copy = copy->loadedChild(copy->getChildCount() - 1);
     }

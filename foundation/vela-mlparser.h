@@ -2,6 +2,8 @@
 // brings everything of the markup: tokens, attributes, sections and errors.
 #pragma once
 
+#include <cassert>
+
 #include "foundation/vela-array.h"
 #include "foundation/vela-mlparseerror.h"
 #include "foundation/vela-mlpool.h"
@@ -122,7 +124,11 @@ class mlParser::Reading
 {
 public:
     explicit Reading(mlParser& user);
-    ~Reading() { parser.close(); }
+    ~Reading()
+    {
+        assert(parser.readers > 0);
+        parser.close();
+    }
     Reading(Reading const&) = delete;
     Reading& operator=(Reading const&) = delete;
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 #include <random>
@@ -104,12 +105,14 @@ void* mlPool::take(size_t bytes)
         return takeLarge(bytes);
     // A given-back piece is used when its class promises that it is large enough.
     unsigned int const kind = bytes < smallestPiece ? 0 : static_cast<unsigned int>(std::bit_width(bytes - 1)) - 4;
+    assert(kind < classCount);
     if (FreePiece* piece = freePieces[kind]) {
         freePieces[kind] = piece->next;
         return piece;
     }
     if (bytes > static_cast<size_t>(blockEnd - blockAt))
         addBlock(bytes);
+    assert(bytes <= static_cast<size_t>(blockEnd - blockAt));
     return std::exchange(blockAt, blockAt + bytes);
 }
 
@@ -118,6 +121,7 @@ void mlPool::give(void* memory, size_t bytes)
     bytes = rounded(bytes);
     if (bytes > largeBytes) {
         auto* block = static_cast<LargeBlock*>(memory) - 1;
+        assert(block->previous ? block->previous->next == block : largeBlocks == block);
         if (block->next)
             block->next->previous = block->previous;
         (block->previous ? block->previous->next : largeBlocks) = block->next;
@@ -127,6 +131,7 @@ void mlPool::give(void* memory, size_t bytes)
         return;
     auto* piece = static_cast<FreePiece*>(memory);
     unsigned int const kind = static_cast<unsigned int>(std::bit_width(bytes)) - 5;
+    assert(kind < classCount && freePieces[kind] != piece); // given back once
     piece->next = freePieces[kind];
     freePieces[kind] = piece;
 }
@@ -158,6 +163,7 @@ mlName* mlPool::find(unsigned short const* units, unsigned int length, uint32_t 
 {
     if (buckets.empty())
         return nullptr;
+    assert(std::has_single_bit(buckets.size()));
     mlName* name = buckets[hash & (buckets.size() - 1)];
     // Not memcmp(): an empty name may have no address.
     while (name && !(name->hash == hash && name->length == length && std::equal(units, units + length, name->units())))
@@ -183,6 +189,7 @@ mlName* mlPool::name(unsigned short const* units, unsigned int length)
     mlName* made = makeName(units, length, hash);
     if (!isFolded(units, length))
         made->folded = name(folded(units, length).data(), length);
+    assert(made->folded->folded == made->folded);
     return made;
 }
 
@@ -196,6 +203,7 @@ mlName* mlPool::makeName(unsigned short const* units, unsigned int length, uint3
     std::copy_n(units, length, made->units());
     bucket = made;
     ++nameCount;
+    assert(nameCount <= buckets.size());
     return made;
 }
 

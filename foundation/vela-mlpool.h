@@ -2,6 +2,7 @@
 // the pool takes them from large blocks, keeps each name once, and frees everything at once, however deep the tree is.
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -38,6 +39,7 @@ struct mlText
     bool isFar() const { return length > nearUnits; }
     unsigned short* far() const
     {
+        assert(isFar()); // otherwise the units stand here
         unsigned short* pointer;
         std::memcpy(&pointer, place, sizeof pointer);
         return pointer;
@@ -78,7 +80,11 @@ public:
     void setLocale(LOCALE* wanted);
 
     /// Deletes the section, which was made outside of any parser, with the pool.
-    void adopt(mlSection* section) { adopted.push_back(section); }
+    void adopt(mlSection* section)
+    {
+        assert(section);
+        adopted.push_back(section);
+    }
 
     bool isOneAttr = false; ///< the pool belongs to one attribute outside of any section
     mlParser* parser;       ///< whose sections these are; null for a section made outside of any parser

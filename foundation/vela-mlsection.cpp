@@ -2,6 +2,7 @@
 #include "foundation/vela-mlsection.h"
 
 #include <algorithm>
+#include <cassert>
 #include <memory>
 #include <new>
 #include <string_view>
@@ -61,6 +62,7 @@ mlAttr& mlAttr::operator=(mlAttr const& other)
 /// Into the own pool.
 void mlAttr::copyContent(mlAttr const& other)
 {
+    assert(pool && other.pool);
     name = other.name ? pool->name(other.name->units(), other.name->length) : nullptr;
     pool->setText(value, other.value.units(), other.value.length);
     line = other.line;
@@ -69,9 +71,17 @@ void mlAttr::copyContent(mlAttr const& other)
 // Not in the header: at -O3 g++ 12 takes the pool of a parser, which is never freed here, for one that is.
 void mlAttr::freePool() { delete pool; }
 
-sstring mlAttr::getLHS() const { return name ? pool->makeString(name->units(), name->length) : sstring(); }
+sstring mlAttr::getLHS() const
+{
+    assert(pool); // null in one that was moved from
+    return name ? pool->makeString(name->units(), name->length) : sstring();
+}
 
-sstring mlAttr::getRHS() const { return pool->makeString(value.units(), value.length); }
+sstring mlAttr::getRHS() const
+{
+    assert(pool);
+    return pool->makeString(value.units(), value.length);
+}
 
 void mlAttr::set(sstring const& newName, sstring const& newValue)
 {
@@ -107,6 +117,7 @@ void mlSection::destroyAdopted(velaArray<mlSection*>& list)
     while (!waiting.empty()) {
         mlSection* section = waiting.back();
         waiting.pop_back();
+        assert(section->hasFlag(OwnsPool));
         velaArray<mlSection*> inner = std::exchange(section->pool->adopted, {});
         waiting.insert(waiting.end(), inner.begin(), inner.end());
         delete section;
@@ -183,6 +194,7 @@ mlAttr* mlSection::nextAttr()
 /// Moves these, made in the section's pool, into the place of the attributes, in one block of just their number.
 void mlSection::setAttrs(velaArray<mlAttr>& attributes)
 {
+    assert(!isText() && !tag.attributes);
     auto const count = static_cast<uint32_t>(attributes.size());
     tag.attributes = new (pool->take(AttrBlock::bytes(count))) AttrBlock{nullptr, count, count};
     std::uninitialized_move(attributes.begin(), attributes.end(), tag.attributes->at(0));
@@ -203,6 +215,7 @@ void mlSection::removeAttr(sstring const& name)
                 keptBlock = keptBlock->next;
                 kept = 0;
             }
+            assert(keptBlock && kept < keptBlock->capacity);
             mlAttr* const place = keptBlock->at(kept++);
             if (place != block->at(i))
                 new (place) mlAttr(std::move(*block->at(i)));
@@ -231,6 +244,7 @@ bool mlSection::parseChild(unsigned int index) const
 /// The first child stands in the section itself: most elements have no other.
 void mlSection::growChildren()
 {
+    assert(tag.childCount == tag.childCapacity);
     uint32_t const capacity = tag.childCapacity == 0 ? 1 : tag.childCapacity * 2;
     if (capacity > 1) {
         auto** grown = static_cast<mlSection**>(pool->take(capacity * sizeof(mlSection*)));
@@ -244,6 +258,7 @@ void mlSection::growChildren()
 
 void mlSection::link(mlSection* child)
 {
+    assert(!isText() && child != this);
     if (tag.childCount == tag.childCapacity)
         growChildren();
     childArray()[tag.childCount++] = child;
@@ -260,6 +275,7 @@ mlSection* mlSection::nextSection()
 void mlSection::append(mlSection* child)
 {
     requireNoText();
+    assert(child->hasFlag(OwnsPool)); // one of a parser is freed with that
     link(child);
     pool->adopt(child);
     child->setParser(pool->parser);
@@ -365,6 +381,7 @@ void mlSection::placeText(unsigned short const* units, unsigned int length, book
                           bool isData, bool spaced)
 {
     becomeText();
+    assert(isText() && !isTag());
     pool->setText(text.data, units, length);
     text.startOffset = start.isEmpty() ? noStart : start.offset();
     text.startUnit = start.unit();

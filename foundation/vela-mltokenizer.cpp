@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstdint>
 
 #ifdef __SSE2__
@@ -152,6 +153,7 @@ void mlTokenizer::setStream(textstream* source)
 
 void mlTokenizer::settle()
 {
+    assert(at >= base && at <= end);
     if (at != base)
         stream->skipRun(static_cast<unsigned int>(at - base));
     forgetAhead();
@@ -159,6 +161,7 @@ void mlTokenizer::settle()
 
 bool mlTokenizer::refill()
 {
+    assert(at == end); // or units would be left out
     settle();
     unsigned int count = 0;
     base = at = stream->peekRun(count);
@@ -206,6 +209,7 @@ inline void mlTokenizer::consume(unsigned int count)
         at += step;
         count -= step;
     }
+    assert(count == 0); // a token was seen there
 }
 
 int mlTokenizer::tokenAhead(unsigned long flags) { return hasUnit() ? matchHere(flags) : -1; }
@@ -252,6 +256,7 @@ mlTokenType mlTokenizer::nextSkippingComments(unsigned long flags, bool isLimite
 /// does not swallow the page.
 void mlTokenizer::readQuoted(unsigned long flags)
 {
+    assert(at != end && isQuote(*at));
     unsigned short const quote = *at++;
     unsigned short const stop = flags & mlContextContent ? static_cast<unsigned short>('<') : quote;
     bool isClosed = false;
@@ -275,6 +280,7 @@ void mlTokenizer::readRun(unsigned long flags, bool isLimited)
     bool const isWord = spaceEndsRun(flags);
     bool isBlank = false; // white space was read and not yet written
     run = true;
+    assert(at != end && at >= stream->cacheBegin());
     runStart = bookmark(stream->cacheStart(), static_cast<unsigned int>(at - stream->cacheBegin()));
     while (hasUnit()) {
         unsigned short const* p =
@@ -304,6 +310,7 @@ void mlTokenizer::append(unsigned short const* from, unsigned short const* to, b
     size_t const total = buffer.size() + afterBlank + static_cast<size_t>(to - from);
     if (total > maxTextUnits)
         throw velaError(12);
+    assert(!truncated || buffer.size() == lengthLimit);
     if (truncated)
         return;
     truncated = isLimited && total > lengthLimit;

@@ -2,6 +2,7 @@
 #include "foundation/vela-mlwriter.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "foundation/vela-error.h"
 #include "foundation/vela-mltoken.h"
@@ -93,6 +94,7 @@ bool mlWriter::writeOpening(mlSection const& section)
     if (section.isText())
         writeText(section);
     else if (section.isTag()) {
+        assert(static_cast<size_t>(section.getType()) < std::size(openers));
         write(openers[section.getType()]);
         write(section.tag.name);
         for (unsigned int i = 0; mlAttr* attr = section.getAttr(i); ++i) {
@@ -108,6 +110,7 @@ bool mlWriter::writeOpening(mlSection const& section)
 
 void mlWriter::writeClosing(mlSection const& section)
 {
+    assert(section.isTag());
     beginLine();
     write("</");
     write(section.tag.name);

@@ -7,6 +7,7 @@
 #include "foundation/vela-string-match.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cctype>
 #include <climits>
 #include <cstdint>
@@ -87,6 +88,7 @@ unsigned short* strncat16(unsigned short* to, unsigned short const* from, unsign
 unsigned short* strncpy16(unsigned short* to, unsigned short const* from, unsigned int count)
 {
     unsigned int const copied = lengthUpTo(from, count);
+    assert(copied <= count);
     std::fill_n(std::copy_n(from, copied, to), count - copied, static_cast<unsigned short>(0));
     return to;
 }
@@ -246,6 +248,7 @@ unsigned short* strtok16(unsigned short* text, unsigned short const* separators)
         return nullptr;
     token += strspn16(token, separators);
     unsigned short* end = token + strcspn16(token, separators);
+    assert(!*end || end > token); // or a separator would be left at the front
     position = *end ? end + 1 : end;
     *end = 0;
     return end == token ? nullptr : token;

@@ -9,6 +9,7 @@
 #include "foundation/vela-string-converters.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 
@@ -21,7 +22,11 @@ namespace {
 struct CodesetName
 {
     char text[maxCodesetName] = {};
-    explicit CodesetName(LOCALE* locale) { Locale_GetDefaultCodeset(locale, text); }
+    explicit CodesetName(LOCALE* locale)
+    {
+        Locale_GetDefaultCodeset(locale, text);
+        assert(text[0] && !text[maxCodesetName - 1]);
+    }
 };
 
 CodesetConverter const& namedOrDefault(char const* charset)
@@ -69,6 +74,7 @@ bool convert(CodesetConverter const& codeset, unsigned short* out, unsigned char
     char const* from = reinterpret_cast<char const*>(in);
     ucnv_reset(codeset.converter);
     ucnv_toUnicode(codeset.converter, &to, to + capacity, &from, from + std::strlen(from), nullptr, true, &error);
+    assert(to >= toUChar(out) && to <= toUChar(out) + capacity);
     std::fill(to, toUChar(out) + capacity, UChar{});
     return U_SUCCESS(error);
 }
@@ -84,6 +90,7 @@ bool convert(CodesetConverter const& codeset, unsigned char* out, unsigned short
     UChar const* from = toUChar(in);
     ucnv_reset(codeset.converter);
     ucnv_fromUnicode(codeset.converter, &to, to + capacity, &from, from + strlen16(in), nullptr, true, &error);
+    assert(to >= reinterpret_cast<char*>(out) && to <= reinterpret_cast<char*>(out) + capacity);
     std::fill(to, reinterpret_cast<char*>(out) + capacity, '\0');
     return U_SUCCESS(error);
 }
@@ -203,6 +210,7 @@ unsigned char* ToAnsi16(unsigned short const* text)
         return nullptr;
     unsigned int const length = strlen16(text);
     buffer.holdAtLeast(isPlainAscii(text, length) ? length + 1 : length * 4 + 4);
+    assert(buffer.capacity > length);
     UnicodeToAnsi(buffer.units, text, buffer.capacity);
     buffer.units[buffer.capacity - 1] = 0;
     return buffer.units;
@@ -214,6 +222,7 @@ unsigned short* ToUnicode8(unsigned char const* text)
     if (!text)
         return nullptr;
     buffer.holdAtLeast(strlen8(text) + 1);
+    assert(buffer.capacity > 0);
     AnsiToUnicode(buffer.units, text, buffer.capacity);
     buffer.units[buffer.capacity - 1] = 0;
     return buffer.units;

@@ -5,6 +5,7 @@
 #include "foundation/vela-array.h"
 #include "foundation/vela-string-convert.h"
 
+#include <cassert>
 #include <cstring>
 
 #include <strings.h>
@@ -62,6 +63,7 @@ private:
     CodesetConverter const& open(char const* charset)
     {
         CodesetConverter& entry = entries[used < mostKept ? used++ : next++ % mostKept];
+        assert(used <= mostKept);
         CloseConverter(entry.converter);
         entry.converter = nullptr;
         entry.keepsAscii = false;
@@ -70,6 +72,7 @@ private:
             entry.name[0] = 0;
             return entry;
         }
+        assert(!entry.name[sizeof entry.name - 1]); // never written
         entry.converter = OpenConverter(charset);
         entry.keepsAscii = entry.converter && keepsAsciiBytes(entry.converter);
         return entry;
@@ -100,6 +103,7 @@ thread_local AtThreadEnd atThreadEnd;
 
 CodesetConverter const& converterFor(char const* charset)
 {
+    assert(charset);
     if (!current) {
         atThreadEnd.touch();
         current = new ThreadConverters;

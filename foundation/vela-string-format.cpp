@@ -5,6 +5,7 @@
 #include "foundation/vela-alloc.h"
 #include "foundation/vela-error.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -48,6 +49,7 @@ sformat& sformat::vformat(char const* format, va_list arguments)
     if (resultLength >= 0 && static_cast<unsigned int>(resultLength) >= capacity)
         throw velaError(formattedTextTooLong);
     setSizeA(formatBytes);
+    assert(getCapacityA() == capacity); // what was too long is the same before and after
     set(result);
     return *this;
 }

@@ -6,6 +6,7 @@
 #include "foundation/vela-string-c.h"
 
 #include <algorithm>
+#include <cassert>
 
 UnitSet::UnitSet(unsigned short const* set)
 {
@@ -62,6 +63,7 @@ velaArray<unsigned int> bordersOf(Unit const* wanted, unsigned int length)
             border = borders[border - 1];
         if (wanted[i] == wanted[border])
             ++border;
+        assert(border <= i);
         borders[i] = border;
     }
     return borders;
@@ -70,6 +72,7 @@ velaArray<unsigned int> bordersOf(Unit const* wanted, unsigned int length)
 template <class Unit, class OnMatch>
 void eachLongMatch(Unit const* text, Unit const* wanted, unsigned int length, OnMatch onMatch)
 {
+    assert(length > 0);
     velaArray<unsigned int> const borders = bordersOf(wanted, length);
     unsigned int matched = 0;
     for (Unit const* at = text; *at; ++at) {
@@ -79,6 +82,7 @@ void eachLongMatch(Unit const* text, Unit const* wanted, unsigned int length, On
             ++matched;
         if (matched < length)
             continue;
+        assert(at + 1 - text >= static_cast<long>(length));
         if (!onMatch(at + 1 - length))
             return;
         matched = borders[length - 1];

@@ -5,6 +5,7 @@
 #include "foundation/vela-string-match.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -161,6 +162,7 @@ unsigned int sstring::replace(unsigned int pos, unsigned int count, sstring cons
     pos = std::min(pos, length);
     count = std::min(count, length - pos);
     growWideFor(with.length);
+    assert(uint64_t{length} - count + with.length < wideCapacity);
     const size_t unit = sizeof(unsigned short);
     unsigned short* gap = wideBuffer + pos;
     if (with.length != count)
@@ -180,9 +182,11 @@ void sstring::growWideFor(unsigned int more)
 void sstring::replaceHits(sstring const& from, sstring const& to, unsigned short const* hit)
 {
     unsigned int const fromLength = strlen16(from.wideBuffer);
+    assert(fromLength > 0); // or it would be found for ever
     sstring result;
     unsigned short const* rest = wideBuffer;
     for (; hit; hit = strstr16(rest, from.wideBuffer)) {
+        assert(hit >= rest);
         result.writeUnits(result.length, rest, static_cast<unsigned int>(hit - rest), true);
         result.writeUnits(result.length, to.wideBuffer, to.length, true);
         rest = hit + fromLength;
@@ -190,6 +194,7 @@ void sstring::replaceHits(sstring const& from, sstring const& to, unsigned short
     result.append(rest);
     std::swap(wideBuffer, result.wideBuffer);
     std::swap(wideCapacity, result.wideCapacity);
+    std::swap(length, result.length);
     length = strlen16(wideBuffer);
 }
 

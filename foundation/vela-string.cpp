@@ -10,6 +10,7 @@
 #include "foundation/vela-locale.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -29,6 +30,7 @@ unsigned int limited(uint64_t value) { return static_cast<unsigned int>(std::min
 /// The block at the new size, its fresh units zero, so that an index beyond the text reads a defined unit.
 unsigned short* regrown(unsigned short* old, size_t oldUnits, size_t newUnits)
 {
+    assert(newUnits > oldUnits && (old || oldUnits == 0));
     const size_t unit = sizeof(unsigned short);
     if ((newUnits - oldUnits) * unit < largeBytes) {
         auto* block = static_cast<unsigned short*>(velaRealloc(old, newUnits * unit));
@@ -57,6 +59,7 @@ sstring::sstring(sstring const& other, unsigned int start, unsigned int count)
 
 sstring::~sstring()
 {
+    assert(length < std::max(wideCapacity, 1u));
     if (ownLocale)
         Locale_Destroy(ownLocale);
     if (wideCapacity)
@@ -102,6 +105,7 @@ unsigned int sstring::capacityFor(uint64_t n, unsigned int present) const
         return present;
     const uint64_t step = std::clamp<uint64_t>(length, smallestStep, largestStep);
     const uint64_t wanted = (n + headroom + step - 1) / step * step;
+    assert(wanted >= n + headroom && wanted > present);
     if (wanted > UINT32_MAX)
         throw velaError(ENOMEM);
     return static_cast<unsigned int>(wanted);
@@ -117,6 +121,7 @@ void sstring::growWide(uint64_t units) const
         throw velaError(ENOMEM);
     wideBuffer = block;
     wideCapacity = wanted;
+    assert(!emptyText[0]); // every string without a buffer reads it
 }
 
 void sstring::growAnsi(uint64_t bytes) const
@@ -172,6 +177,7 @@ unsigned char* sstring::getAnsiAt(unsigned int index) const
     unsigned int const count = strlen16(text);
     const uint64_t room = uint64_t{count} * 4 + 4;
     growAnsi(room);
+    assert(room < ansiCapacity);
     if (keepsPlainAscii(ownLocale) && isPlainAscii(text, count)) {
         std::copy_n(text, count, ansiCache);
         ansiCache[count] = 0;
@@ -191,6 +197,7 @@ unsigned short const* sstring::widened(unsigned char const* text) const
         return emptyText;
     const uint64_t room = uint64_t{strlen8(text)} * 4 + 4;
     growScratch(room);
+    assert(room < scratchCapacity);
     if (!AnsiToUnicode(wideScratch, text, limited(room), ownLocale))
         wideScratch[0] = 0;
     wideScratch[room] = 0;
@@ -219,6 +226,7 @@ unsigned short* sstring::openRange(unsigned int pos, unsigned int count)
     const uint64_t end = uint64_t{pos} + count;
     if (end + 1 + headroom > wideCapacity)
         growWide(end + 1);
+    assert(length < wideCapacity && end < wideCapacity);
     if (length < pos)
         std::fill(wideBuffer + length, wideBuffer + pos, static_cast<unsigned short>(' '));
     return wideBuffer + pos;
@@ -227,6 +235,7 @@ unsigned short* sstring::openRange(unsigned int pos, unsigned int count)
 /// An explicit count that ends inside the text overwrites in place; everything else ends the text.
 void sstring::closeRange(uint64_t end, bool endsText)
 {
+    assert(end < wideCapacity);
     if (!endsText && end < length)
         return;
     length = static_cast<unsigned int>(end);
@@ -238,6 +247,7 @@ void sstring::writeUnits(unsigned int pos, unsigned short const* source, unsigne
     bool const own = ownsUnit(source);
     const ptrdiff_t ownOffset = own ? source - wideBuffer : 0;
     unsigned short* target = openRange(pos, count);
+    assert(!own || uint64_t{count} + static_cast<uint64_t>(ownOffset) <= wideCapacity);
     std::memmove(target, own ? wideBuffer + ownOffset : source, size_t{count} * sizeof(unsigned short));
     closeRange(uint64_t{pos} + count, endsText);
 }

@@ -1,6 +1,7 @@
 // foundation/vela-textstream-fill.cpp: how a stream's caches are filled from its source, and how the source's encoding
 // is found.
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
@@ -58,6 +59,7 @@ void textstream::detectByteOrder()
 /// Reads `count` bytes of the source from `offset` on; fewer when the source became shorter meanwhile.
 unsigned int textstream::readSource(void* out, unsigned int offset, unsigned int count)
 {
+    assert(offset <= size && count <= size - offset);
     if (memory) {
         std::memcpy(out, memory + offset, count);
         memoryPosition = offset + count;
@@ -86,6 +88,7 @@ void textstream::fill()
         fillCodeSet();
     else
         fillUtf16();
+    assert(current.valid < tsCache::bufferUnits && current.consumed <= size - current.start);
     current.valid = dropZeros(current.buffer, current.valid);
     current.buffer[current.valid] = 0;
 }
@@ -108,6 +111,7 @@ void textstream::fillCodeSet()
     if (!chunk) {
         ensureBuffer(rawBuffer, rawBufferBytes);
         got = readSource(rawBuffer, current.start, wanted);
+        assert(got <= wanted && got < rawBufferBytes);
         rawBuffer[got] = 0;
         chunk = rawBuffer;
     }

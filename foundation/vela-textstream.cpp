@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstdlib>
 #include <utility>
 
@@ -116,6 +117,7 @@ int textstream::open(sstring const& name)
     unsigned long length = 0;
     if (!openFile(path, length))
         return 0;
+    assert(file && length <= UINT32_MAX);
     releaseMemory();
     start(static_cast<unsigned int>(length));
     return openFlag;
@@ -189,6 +191,7 @@ void textstream::close()
     if (!openFlag)
         return;
     reopenPlace = bookmark(current.start, current.position);
+    assert(!file != !memory); // one source, not two
     if (file)
         FileIO_Close(file);
     file = nullptr;
@@ -313,6 +316,7 @@ unsigned short const* textstream::peekRun(unsigned int& count)
 
 void textstream::skipRun(unsigned int count)
 {
+    assert(current.position <= current.valid && count <= current.valid - current.position);
     current.position += count;
     if (current.position >= current.valid)
         leaveExhaustedCache();
@@ -338,6 +342,7 @@ bool textstream::leaveExhaustedCache()
     unsigned int const next = current.start + current.consumed;
     if (current.consumed == 0 || next >= size)
         return false;
+    assert(next > current.start); // or the same text would come for ever
     std::swap(current, spare);
     setPos(next, 0);
     return true;
@@ -383,6 +388,7 @@ datastream::~datastream() = default;
 
 void textstream::adopt(unsigned short* data, unsigned int lengthUnits)
 {
+    assert(!openFlag && !memory && lengthUnits <= UINT32_MAX / 2);
     memory = reinterpret_cast<unsigned char*>(data);
     ownsMemory = 1;
     openFlag = 1;

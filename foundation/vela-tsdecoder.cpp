@@ -3,6 +3,7 @@
 #include "foundation/vela-tsdecoder.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 
@@ -59,6 +60,7 @@ bool isUtf8Trail(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 /// Reads one multi-byte character; returns its length, or 0 when it is ill-formed or cut off.
 unsigned int readUtf8(unsigned char const* bytes, unsigned int count, uint32_t& code)
 {
+    assert(count > 0);
     unsigned int const length = utf8Length(bytes[0]);
     if (length < 2 || length > count || !isUtf8Second(bytes[0], bytes[1]))
         return 0;
@@ -192,6 +194,7 @@ bool tsDecoder::buildTable()
 
 tsDecoder::Result tsDecoder::decode(unsigned char const* bytes, unsigned int count, bool isLast, unsigned short* out)
 {
+    assert(isChosen);
     Result result{};
     if (kind == Utf8 && decodeUtf8(bytes, count, isLast, out, result))
         return result;
@@ -204,6 +207,7 @@ tsDecoder::Result tsDecoder::decode(unsigned char const* bytes, unsigned int cou
 tsDecoder::Result tsDecoder::decodeTable(unsigned char const* bytes, unsigned int count, bool isLast,
                                          unsigned short* out) const
 {
+    assert(kind != SingleByte || table.size() > 256);
     unsigned int const end = isLast || count < 2 ? count : count - 1;
     if (kind == SingleByte)
         std::transform(bytes, bytes + end, out, [units = table.data()](unsigned char b) { return units[b]; });
@@ -236,6 +240,7 @@ bool tsDecoder::decodeUtf8(unsigned char const* bytes, unsigned int count, bool 
         }
     }
     result = {static_cast<unsigned int>(to - out), end};
+    assert(result.units <= result.bytes && result.bytes <= count);
     return true;
 }
 
@@ -247,6 +252,7 @@ bool tsDecoder::convert(UConverter* with, unsigned char const* bytes, unsigned i
     UErrorCode status = U_ZERO_ERROR;
     ucnv_toUnicode(with, &to, to + capacity, &from, from + count, nullptr, flush, &status);
     units = static_cast<unsigned int>(to - toUChar(out));
+    assert(units <= capacity);
     return U_SUCCESS(status);
 }
 
@@ -269,6 +275,7 @@ bool tsDecoder::tryTail(unsigned char const* bytes, unsigned int count, Tail& ta
 /// them.
 unsigned int tsDecoder::guardedEnd(unsigned char const* bytes, unsigned int count, bool& failed) const
 {
+    assert(count <= 2 * guardBytes); // what a tail has room for
     Tail before;
     Tail after;
     failed = !tryTail(bytes, count, before);
@@ -298,6 +305,7 @@ tsDecoder::Result tsDecoder::decodeGeneral(unsigned char const* bytes, unsigned 
     unsigned int end = 0;
     if (!failed)
         end = guardedEnd(bytes + headBytes, tailBytes, failed);
+    assert(end <= tailBytes && headUnits <= count);
     unsigned int tailUnits = 0;
     if (!failed && convert(converter, bytes + headBytes, end, true, out + headUnits, count - headUnits, tailUnits))
         return {headUnits + tailUnits, headBytes + end};
