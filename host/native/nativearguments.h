@@ -1,13 +1,14 @@
 // host/native/nativearguments.h: the arguments of one call.
 #pragma once
 
+#include "host/hostslots.h"
+#include "host/native/nativevalue.h"
+
 #include <deque>
 #include <initializer_list>
 
-#include "host/native/nativevalue.h"
-
 /// A list of values. Used by one thread at a time. A value's address stays the same while more are added.
-class NativeArguments final : public ScriptArgs
+class NativeArguments final : public ScriptArgsSlots
 {
 public:
     NativeArguments() = default;
@@ -20,11 +21,6 @@ public:
     void add(NativeValue value) { m_values.push_back(std::move(value)); }
 
     // What the component calls.
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
     void append(ScriptValue* value) override;
     int count() override { return static_cast<int>(m_values.size()); }
     ScriptValue* get(int index) override;

@@ -1,13 +1,13 @@
 // host/native/nativecall.h: the asynchronous calls that have not ended, and the promise that each ends exactly once.
 #pragma once
 
+#include "host/native/nativearguments.h"
+
 #include <atomic>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <unordered_set>
-
-#include "host/native/nativearguments.h"
 
 /// What is called: the method `name` of `holder`, with `self` as the `this` object.
 struct NativeCallTarget

@@ -1,11 +1,11 @@
 // host/native/nativeclass.h: what a class of the component declared of itself.
 #pragma once
 
+#include "host/native/nativemethod.h"
+
 #include <map>
 #include <string>
 #include <vector>
-
-#include "host/native/nativemethod.h"
 
 /// Filled by ConfigCompClass on the script thread, then only read, on any thread.
 class NativeClass final : public ScriptClass

@@ -2,13 +2,7 @@
 // objects and the calls that are under way. Objects keep it, so a handle may outlive the NativeHost.
 #pragma once
 
-#include <atomic>
-#include <functional>
-#include <map>
-#include <memory>
-#include <thread>
-#include <unordered_set>
-
+#include "host/hostslots.h"
 #include "host/native/nativecall.h"
 #include "host/native/nativeclass.h"
 #include "host/native/nativelibmanager.h"
@@ -17,10 +11,17 @@
 #include "host/native/nativeopenwindows.h"
 #include "host/native/nativeruntime.h"
 
+#include <atomic>
+#include <functional>
+#include <map>
+#include <memory>
+#include <thread>
+#include <unordered_set>
+
 /// Makes the parts of an object of a class that the application registered: adds its handlers and properties.
 using NativeFactory = std::function<void(NativeObject& object, NativeArguments const& args)>;
 
-class NativeEngine final : public ScriptEngine, public std::enable_shared_from_this<NativeEngine>
+class NativeEngine final : public ScriptEngineSlots, public std::enable_shared_from_this<NativeEngine>
 {
 public:
     /// The calling thread is the script thread.
@@ -88,19 +89,9 @@ public:
     void clear();
 
     // What the component calls.
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
     ScriptRuntime* getRuntime() override { return &m_runtime; }
     ScriptObject* createInstance(sstring const& className) override;
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
     ScriptValue* makeValue() override;
-    void reserved11() override {}
-    void reserved12() override {}
-    void reserved13() override {}
     void releaseValue(ScriptValue* value) override;
 
     /// Number of values made by makeValue and not released.

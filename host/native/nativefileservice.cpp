@@ -1,14 +1,15 @@
 #include "host/native/nativefileservice.h"
 
+#include "host/native/nativeobject.h"
+#include "host/native/nativetext.h"
+
 #include <algorithm>
 #include <cerrno>
+#include <vector>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <vector>
-
-#include "host/native/nativeobject.h"
-#include "host/native/nativetext.h"
 
 namespace {
 

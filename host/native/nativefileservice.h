@@ -1,6 +1,8 @@
 // host/native/nativefileservice.h: finds and reads the files that pages and scripts name.
 #pragma once
 
+#include "host/hostslots.h"
+
 #include <atomic>
 #include <filesystem>
 #include <map>
@@ -8,11 +10,9 @@
 #include <optional>
 #include <string>
 
-#include "script/hostinterface.h"
-
 /// Relative names belong to the folder of the object that asks, or else to the folder of the host. "vfs://Name/file"
 /// names a file inside the folder that was added as "Name", and nothing outside of it. Any thread.
-class NativeFileService final : public HostLoadFile
+class NativeFileService final : public HostLoadFileSlots
 {
 public:
     /// The largest file that can be read.
@@ -25,14 +25,6 @@ public:
     void addFolder(std::string const& name, std::filesystem::path folder);
 
     // What the component calls.
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
     void resolvePath(ScriptObject* relativeTo, sstring& path) override;
     bool readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length) override;
     void attach() override { m_attached = true; }

@@ -1,11 +1,12 @@
 #include "host/native/nativehost.h"
 
+#include "host/native/nativetext.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
-#include <unistd.h>
 
-#include "host/native/nativetext.h"
+#include <unistd.h>
 
 namespace {
 

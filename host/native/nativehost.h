@@ -7,13 +7,13 @@
 //     NativeValue answer = window.show();
 #pragma once
 
-#include <filesystem>
-#include <string>
-#include <vector>
-
 #include "host/native/nativeengine.h"
 #include "host/native/nativeentrypoints.h"
 #include "host/native/nativewindow.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
 
 /// How a NativeHost is set up.
 struct NativeHostOptions

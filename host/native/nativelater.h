@@ -1,12 +1,12 @@
 // host/native/nativelater.h: the answer of a handler that can not answer yet, and what a handler may return.
 #pragma once
 
+#include "host/native/nativevalue.h"
+
 #include <concepts>
 #include <functional>
 #include <memory>
 #include <variant>
-
-#include "host/native/nativevalue.h"
 
 /// A result that comes later. A handler keeps a copy and returns another; the call ends when `complete` is called on
 /// any copy, on any thread, or with null when the last copy the handler kept is gone. The script thread serves other

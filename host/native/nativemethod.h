@@ -1,13 +1,13 @@
 // host/native/nativemethod.h: what stands behind the name of a method.
 #pragma once
 
+#include "host/native/nativearguments.h"
+#include "host/native/nativelater.h"
+
 #include <functional>
 #include <memory>
 #include <type_traits>
 #include <variant>
-
-#include "host/native/nativearguments.h"
-#include "host/native/nativelater.h"
 
 class NativeObject;
 

@@ -63,7 +63,7 @@ void NativeObject::letGo()
 /// The last handle is gone. An object whose destroy handler is still to run is kept once more until it has.
 void NativeObject::end()
 {
-    if (m_stage != Stage::Created) {
+    if (m_stage != Stage::kCreated) {
         delete this;
         return;
     }
@@ -88,13 +88,13 @@ void NativeObject::runCreateHandler(NativeArguments& args)
         running.emplace(*m_engine);
     if (m_class && m_class->createHandler())
         m_class->createHandler()(m_engine->manager(), &m_private, this, args, result);
-    m_stage = Stage::Created;
+    m_stage = Stage::kCreated;
 }
 
 void NativeObject::runDestroyHandler()
 {
-    Stage created = Stage::Created;
-    if (!m_stage.compare_exchange_strong(created, Stage::Destroyed))
+    Stage created = Stage::kCreated;
+    if (!m_stage.compare_exchange_strong(created, Stage::kDestroyed))
         return;
     NativeArguments none;
     if (m_class && m_class->destroyHandler() && m_engine->hasComponent())

@@ -2,6 +2,10 @@
 // slot.
 #pragma once
 
+#include "host/hostslots.h"
+#include "host/native/nativemethod.h"
+#include "host/native/nativeprivate.h"
+
 #include <atomic>
 #include <filesystem>
 #include <list>
@@ -9,16 +13,13 @@
 #include <memory>
 #include <mutex>
 
-#include "host/native/nativemethod.h"
-#include "host/native/nativeprivate.h"
-
 class NativeClass;
 class NativeEngine;
 
 /// Made by NativeEngine and NativePlatform, kept by handles, gone with the last. The tables may be used on any thread;
 /// methods run on the script thread. The destroy handler of a component class runs on the script thread too: when the
 /// last handle goes elsewhere, the end of the object travels there.
-class NativeObject final : public ScriptObject
+class NativeObject final : public ScriptObjectSlots
 {
 public:
     /// A new object that is kept once, for the caller. `scriptClass` is null for a plain object and outlives the
@@ -88,15 +89,6 @@ public:
     std::string pageText() const;
 
     // What the component calls.
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
     bool getProperty(sstring const& name, ScriptValue* out) override;
     /// The property "window" does not hold its window: a control belongs to a page that the window owns, so that
     /// neither would ever end. It reads as null once the window is gone.
@@ -110,20 +102,10 @@ public:
     int beginSession(int flags) override;
     int endSession() override;
     void windowState(int isOpen) override;
-    void reserved21() override {}
-    void reserved22() override {}
-    void reserved23() override {}
     void callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result) override;
-    void reserved25() override {}
     void callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
                          void* context) override;
-    void reserved27() override {}
-    void reserved28() override {}
-    void reserved29() override {}
     bool hasMethod(sstring const& name) override;
-    void reserved31() override {}
-    void reserved32() override {}
-    void reserved33() override {}
     ScriptEngine* getEngine() override;
 
 private:
@@ -141,9 +123,9 @@ private:
 
     enum class Stage
     {
-        Plain,
-        Created,
-        Destroyed
+        kPlain,
+        kCreated,
+        kDestroyed
     };
 
     /// A property is a value or, for a window that must not be held, the number of its object.
@@ -159,7 +141,7 @@ private:
     NativeClass const* const m_class;
     std::string const m_className;
     std::atomic<int> m_keeps{1};
-    std::atomic<Stage> m_stage{Stage::Plain};
+    std::atomic<Stage> m_stage{Stage::kPlain};
     std::atomic<bool> m_callable{false};
     NativePrivate m_private;
     mutable std::mutex m_mutex; // guards everything below

@@ -1,11 +1,11 @@
 // host/native/nativeobjecttable.h: every script object that exists, so that none outlives the component unnoticed.
 #pragma once
 
+#include "host/native/nativeobjectref.h"
+
 #include <map>
 #include <mutex>
 #include <vector>
-
-#include "host/native/nativeobjectref.h"
 
 /// Any thread.
 class NativeObjectTable

@@ -2,10 +2,10 @@
 // handle.
 #pragma once
 
+#include "host/native/nativeobjectref.h"
+
 #include <map>
 #include <mutex>
-
-#include "host/native/nativeobjectref.h"
 
 class NativePump;
 

@@ -1,14 +1,14 @@
 // host/native/nativeplatform.h: the factory service, and a count of what the component has not given back.
 #pragma once
 
-#include <atomic>
+#include "host/hostslots.h"
 
-#include "script/hostinterface.h"
+#include <atomic>
 
 class NativeEngine;
 
 /// Any thread. Everything is made in the one engine, whichever is passed.
-class NativePlatform final : public HostPlatform
+class NativePlatform final : public HostPlatformSlots
 {
 public:
     explicit NativePlatform(NativeEngine& engine) : m_engine(engine) {}
@@ -26,15 +26,9 @@ public:
     static int listsInUse();
 
     // What the component calls.
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
     ScriptObject* createObject(ScriptEngine* engine) override;
     ScriptArgs* createArgs(ScriptEngine* engine) override;
     ScriptValue* createValue(ScriptEngine* engine) override;
-    void reserved9() override {}
     void destroyObject(ScriptObject* object) override;
     void destroyArgs(ScriptArgs* args) override;
     void destroyValue(ScriptValue* value) override;

@@ -4,10 +4,11 @@
 
 #include <climits>
 #include <ctime>
+#include <thread>
+
 #include <linux/futex.h>
 #include <sched.h>
 #include <sys/syscall.h>
-#include <thread>
 #include <unistd.h>
 
 namespace {

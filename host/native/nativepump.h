@@ -1,17 +1,17 @@
 // host/native/nativepump.h: the script thread's queue of work, and its sleep between two pieces of it.
 #pragma once
 
+#include "host/hostslots.h"
+
 #include <atomic>
 #include <chrono>
 #include <deque>
 #include <functional>
 #include <mutex>
 
-#include "script/hostinterface.h"
-
 /// `post` and `wake` may be called on any thread, everything else on the script thread. Turns may be nested: a piece of
 /// work may take turns itself.
-class NativePump final : public ScriptPump
+class NativePump final : public ScriptPumpSlots
 {
 public:
     using Work = std::function<void()>;
@@ -25,19 +25,7 @@ public:
     bool turn(std::chrono::nanoseconds limit);
 
     // What the component calls.
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
     void runOnce(int flags) override;
-    void reserved11() override {}
-    void reserved12() override {}
-    void reserved13() override {}
     void step() override { turn(kStepLimit); }
     void wake() override;
 

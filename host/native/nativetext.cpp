@@ -1,8 +1,8 @@
 #include "host/native/nativetext.h"
 
-#include <cstdio>
-
 #include <unicode/ustring.h>
+
+#include <cstdio>
 
 namespace {
 

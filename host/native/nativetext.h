@@ -3,10 +3,10 @@
 // changes it and so must not happen on two threads.
 #pragma once
 
+#include "foundation/vela-string.h"
+
 #include <string>
 #include <string_view>
-
-#include "foundation/vela-string.h"
 
 /// UTF-16 of UTF-8 text; a malformed byte becomes U+FFFD.
 std::u16string nativeFromUtf8(std::string_view text);

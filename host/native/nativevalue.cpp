@@ -1,13 +1,13 @@
 #include "host/native/nativevalue.h"
 
+#include "host/native/nativeobject.h"
+#include "host/native/nativetext.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
 #include <ostream>
-
-#include "host/native/nativeobject.h"
-#include "host/native/nativetext.h"
 
 namespace {
 

@@ -2,18 +2,18 @@
 // what handlers take and return.
 #pragma once
 
+#include "host/hostslots.h"
+#include "host/native/nativeobjectref.h"
+
 #include <concepts>
 #include <iosfwd>
 #include <string>
 #include <string_view>
 #include <variant>
 
-#include "host/native/nativeobjectref.h"
-#include "script/hostinterface.h"
-
 /// Null, boolean, number, text, object or function. One value is used by one thread at a time; copies are independent,
 /// except that they name the same object.
-class NativeValue final : public ScriptValue
+class NativeValue final : public ScriptValueSlots
 {
 public:
     NativeValue() = default;
@@ -72,14 +72,12 @@ public:
     double toNumber(double fallback) const override;
     sstring toString(int flags) const override;
     ScriptObject* toObject(int flags) const override;
-    void reserved13() override {}
     void setNull() override { replace(std::monostate()); }
     void setInt(int value) override { replace(static_cast<double>(value)); }
     void setBool(int value) override { replace(value != 0); }
     void setNumber(double value) override { replace(value); }
     void setString(sstring const& value) override;
     void setObject(ScriptObject* value) override;
-    void reserved20() override {}
     void assign(ScriptValue const& other) override;
 
 private:

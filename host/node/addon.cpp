@@ -91,10 +91,10 @@ Napi::Value session(Info info)
 void complete(Info info)
 {
     auto& engine = NodeEngine::of(info.Env());
-    engine.completeCall(info[0].As<Napi::Number>().Uint32Value(), engine.fromScript(info[1]));
+    engine.calls().complete(info[0].As<Napi::Number>().Uint32Value(), engine.fromScript(info[1]));
 }
 
-void report(Info info) { NodeEngine::of(info.Env()).report(info[0]); }
+void report(Info info) { NodeEngine::of(info.Env()).helpers().report(info[0]); }
 
 Napi::Value isWaiting(Info info)
 {
@@ -134,7 +134,7 @@ void onCleanup(napi_async_cleanup_hook_handle handle, void* data)
 
 Napi::Object initialize(Napi::Env env, Napi::Object exports)
 {
-    auto engine = new NodeEngine(env); // never freed: handles of script objects may outlive the environment
+    auto engine = new NodeEngine(env); // never freed, see there
     napi_set_instance_data(env, engine, nullptr, nullptr);
     napi_add_async_cleanup_hook(env, onCleanup, engine, nullptr);
     auto add = [&](char const* name, auto function) { exports.Set(name, Napi::Function::New(env, function, name)); };

@@ -2,10 +2,10 @@
 // for all of its version 1.
 #include "host/node/closingguard.h"
 
-#include <pthread.h>
-
 #include <algorithm>
 #include <cstring>
+
+#include <pthread.h>
 
 namespace {
 

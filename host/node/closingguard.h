@@ -6,9 +6,9 @@
 // event, for example, would come back to an object that is gone when the socket was closed meanwhile.
 #pragma once
 
-#include <vector>
-
 #include <uv.h>
+
+#include <vector>
 
 /// Which handles are in use further down the stack is told from the stack itself: those it holds a pointer to, or to
 /// Node's object around them. A stray pointer only delays the end of a handle. All other handles close as usual. Loop's

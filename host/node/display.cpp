@@ -1,14 +1,14 @@
 // host/node/display.cpp: looks for the X server that the environment names.
 #include "host/node/display.h"
 
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace {
 

@@ -116,12 +116,11 @@ Napi::Value NodeClass::construct(Napi::CallbackInfo const& info)
         Napi::Error::New(info.Env(), "new " + m_name + "(): " + error).ThrowAsJavaScriptException();
         return {};
     }
-    auto object = new NodeObject(m_engine, NodeObject::Kind::Instance, this);
+    auto object = NodeObject::make(m_engine, NodeObject::Kind::kInstance, this);
     object->setFolder(m_engine.takeNextFolder());
     m_engine.wrap(script, *object);
-    object->unreference();
     if (m_onCreate)
-        m_engine.invoke(m_onCreate, object, m_name, info);
+        m_engine.invoke(m_onCreate, object.get(), m_name, info);
     return script;
 }
 

@@ -3,11 +3,11 @@
 
 #include "script/hostinterface.h"
 
+#include <napi.h>
+
 #include <deque>
 #include <string>
 #include <vector>
-
-#include <napi.h>
 
 class NodeEngine;
 class NodeObject;

@@ -5,11 +5,11 @@
 #include "host/node/nodeclass.h"
 #include "host/node/nodeengine.h"
 
-#include <dlfcn.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
+
+#include <dlfcn.h>
+#include <unistd.h>
 
 NodeComponent& NodeComponent::the()
 {
@@ -64,14 +64,14 @@ std::string NodeComponent::ensureStarted(NodeEngine& engine)
         return {};
     if (isLive())
         return "another thread of this process has windows; only the thread that made the first one can make more";
-    if (m_state == State::Ended)
+    if (m_state == State::kEnded)
         return "the window system of this process has ended";
     auto problem = findDisplayProblem();
     if (!problem.empty())
         return problem;
     m_owner = &engine;
     m_init(engine.services());
-    m_state = State::Live;
+    m_state = State::kLive;
     guardProcessExit();
     thread_local GuardAtThreadEnd guardAtThreadEnd;
     return {};
@@ -89,7 +89,7 @@ void NodeComponent::end(NodeEngine& engine)
     }
     engine.destroyInstances();
     m_shutdown();
-    m_state = State::Ended;
+    m_state = State::kEnded;
 }
 
 /// The last one registered runs first. The libraries of the toolkit register destructors of their own as they are used,

@@ -27,7 +27,7 @@ public:
     /// Starts the component for `engine`, unless it runs for it already. Returns "" or one sentence that says why the
     /// component can not serve this environment. Script thread.
     std::string ensureStarted(NodeEngine& engine);
-    bool isLive() const { return m_state.load(std::memory_order_acquire) == State::Live; }
+    bool isLive() const { return m_state.load(std::memory_order_acquire) == State::kLive; }
     bool isOwnedBy(NodeEngine const& engine) const { return m_owner.load(std::memory_order_acquire) == &engine; }
 
     /// Ends the component that `engine` started: calls in flight are answered with null, windows are closed, objects
@@ -42,9 +42,9 @@ public:
 private:
     enum class State
     {
-        None,
-        Live,
-        Ended
+        kNone,
+        kLive,
+        kEnded
     };
 
     NodeComponent() = default;
@@ -56,6 +56,6 @@ private:
     int (*m_shutdown)() = nullptr;
     char const* const* (*m_getCompNames)() = nullptr;
     int (*m_configCompClass)(void*, char const*, ScriptClass&) = nullptr;
-    std::atomic<State> m_state{State::None};
+    std::atomic<State> m_state{State::kNone};
     std::atomic<NodeEngine*> m_owner{nullptr};
 };

@@ -1,163 +1,92 @@
-// host/node/nodeengine.h: one environment of the interpreter: its objects, its calls in flight, its open windows. The
-// main program is one environment, each worker thread another.
+// host/node/nodeengine.h: one environment of the interpreter, as the component knows it. The main program is one
+// environment, each worker thread another.
 //
-// An engine is made when the addon is loaded and never freed: handles of script objects may outlive their environment.
+// Its parts: nodeengine-values.cpp (values and objects between the two languages), nodeengine-objects.cpp (objects that
+// the component makes or looks into), nodeengine-calls.cpp (calls in both directions), nodeengine-loop.cpp (what the
+// pump asks for) and nodeengine.cpp (start, threads, end).
 #pragma once
 
+#include "host/hostslots.h"
+#include "host/node/nodecall.h"
+#include "host/node/nodehelpers.h"
+#include "host/node/nodemethodnames.h"
 #include "host/node/nodeobject.h"
-#include "host/node/nodepump.h"
+#include "host/node/nodeopenwindows.h"
+#include "host/node/noderuntime.h"
 #include "host/node/nodeservices.h"
-#include "script/hostinterface.h"
+
+#include <napi.h>
 
 #include <atomic>
 #include <functional>
 #include <map>
 #include <memory>
-#include <set>
+#include <string>
 #include <thread>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
-#include <napi.h>
-
 class NodeClass;
-class NodeComponent;
 
-/// The pump's owner, as the component asks for it.
-class NodeRuntime final : public ScriptRuntime
+/// Made when the addon is loaded and never freed: handles of script objects may outlive their environment. Script
+/// thread, unless a function says otherwise.
+class NodeEngine final : public ScriptEngineSlots
 {
 public:
-    explicit NodeRuntime(NodeEngine& engine) : m_pump(engine) {}
-    NodePump& pump() { return m_pump; }
-
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
-    void reserved10() override {}
-    void reserved11() override {}
-    void reserved12() override {}
-    void reserved13() override {}
-    void reserved14() override {}
-    void reserved15() override {}
-    void reserved16() override {}
-    void reserved17() override {}
-    void reserved18() override {}
-    void reserved19() override {}
-    void reserved20() override {}
-    void reserved21() override {}
-    void reserved22() override {}
-    void reserved23() override {}
-    void reserved24() override {}
-    void reserved25() override {}
-    void reserved26() override {}
-    void reserved27() override {}
-    void reserved28() override {}
-    void reserved29() override {}
-    void reserved30() override {}
-    void reserved31() override {}
-    void reserved32() override {}
-    void reserved33() override {}
-    void reserved34() override {}
-    ScriptPump* getPump(int) override { return &m_pump; }
-
-private:
-    NodePump m_pump;
-};
-
-/// A call of a script method that has not ended. Completed exactly once, on any thread.
-class NodeCall
-{
-public:
-    using Done = std::function<void(NodeValue&)>;
-    NodeCall(unsigned id, Done done) : m_id(id), m_done(std::move(done)) {}
-    unsigned id() const { return m_id; }
-    void complete(NodeValue value);
-    bool isDone() const { return m_isDone.load(std::memory_order_acquire); }
-
-private:
-    unsigned const m_id;
-    std::atomic<bool> m_isTaken{false};
-    std::atomic<bool> m_isDone{false};
-    Done m_done;
-};
-
-class NodeEngine final : public ScriptEngine
-{
-public:
+    /// The calling thread is the script thread.
     explicit NodeEngine(Napi::Env env);
     NodeEngine(NodeEngine const&) = delete;
     NodeEngine& operator=(NodeEngine const&) = delete;
 
     static NodeEngine& of(Napi::Env env);
     Napi::Env env() const { return m_env; }
-    bool isScriptThread() const { return std::this_thread::get_id() == m_thread; }
     NodePump& pump() { return m_runtime.pump(); }
     NodeServices& services() { return m_services; }
+    NodeHelpers& helpers() { return m_helpers; }
+    NodeMethodNames& methodNames() { return m_methodNames; }
+    NodeOpenWindows& windows() { return m_windows; }
+    NodeCallTable& calls() { return m_calls; }
 
     /// Takes over the functions of index.js that the engine calls (see there) and starts listening for work.
     void start(Napi::Object helpers);
 
-    // Values. Script thread.
+    // Threads. Any thread.
+    bool isScriptThread() const { return std::this_thread::get_id() == m_thread; }
+    void post(std::function<void()> run, std::function<void()> cancel = {});
+    /// Runs `work` on the script thread: at once when this is it, else later.
+    void runOrPost(std::function<void()> work);
+    /// Runs `work` on the script thread and waits for it. False when the engine is closing; nothing was run then.
+    bool runAndWait(std::function<void()> work);
+
+    // Values.
     Napi::Value toScript(NodeValue const& value);
     Napi::Value toScript(NodeObject* object);
     NodeValue fromScript(Napi::Value value);
     /// The handle of `object`: the same one as long as anybody keeps it.
-    ObjectHold handleOf(Napi::Object object);
+    NodeObjectHold handleOf(Napi::Object object);
     /// The handle of an object of one of the component's classes, null for any other.
     NodeObject* instanceOf(Napi::Value value);
     /// Makes `script` the JavaScript object of `object`, an Instance.
     void wrap(Napi::Object script, NodeObject& object);
 
-    // Classes. Script thread.
+    // Classes and objects.
     NodeClass& addClass(std::unique_ptr<NodeClass> scriptClass);
     NodeClass* findClass(std::u16string const& name);
-    /// Set while an object is made for a handle that exists already; the constructor takes it.
-    NodeObject* takeAdopted();
-    /// Objects with a destroy handler to run; each is referenced until it has run.
+    /// The object that a constructor, running because of toScript, is to take; null when script said `new`.
+    NodeObject* takeAdopted() { return std::exchange(m_adopted, nullptr); }
+    /// Objects with a destroy handler to run; each is kept until it has run.
     void addInstance(NodeObject& object);
     void removeInstance(NodeObject& object);
-    /// Its methods are published to the other threads from now on.
-    void track(NodeObject& object);
-    void untrack(NodeObject& object);
+    /// Any thread.
+    unsigned long long nextObjectNumber() { return m_nextNumber.fetch_add(1, std::memory_order_relaxed); }
+    /// The session object, which the component keeps; null until the first window was made. Any thread.
+    NodeObject* session() const { return m_session.load(std::memory_order_acquire); }
+    void setSession(NodeObject* session) { m_session.store(session, std::memory_order_release); }
+    /// The folder of the script that makes the next object.
+    void setNextFolder(std::string folder) { m_nextFolder = std::move(folder); }
+    std::string takeNextFolder() { return std::exchange(m_nextFolder, {}); }
 
-    // Calls. Script thread.
-    /// Runs the component's method `name` for script. When the component has ended: what the method gives for a window
-    /// or control that is gone.
-    Napi::Value invoke(ScriptMethod method, NodeObject* self, std::string const& name, Napi::CallbackInfo const& info);
-    /// The same for handlers that script does not see.
-    void invoke(ScriptMethod method, NodeObject* self, NodeArgs& args, NodeValue& result);
-    /// Runs `work`, which calls into the component and may wait there.
-    void enter(std::function<void()> const& work);
-    /// Starts a call of a script method. `call` is completed when it has ended.
-    bool callOwnTable(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
-                      std::deque<NodeValue> const& args);
-    void callScript(std::shared_ptr<NodeCall> call, NodeObject& target, NodeObject& self, std::u16string const& name,
-                    std::deque<NodeValue> const& args);
-    /// Calls a script method and waits until it has ended; the pump runs meanwhile.
-    NodeValue callAndWait(NodeObject& target, NodeObject& self, std::u16string const& name,
-                          std::deque<NodeValue> const& args);
-    void completeCall(unsigned id, NodeValue value);
-    /// An error that nobody caught: what the interpreter does with those, it does (it may end the process).
-    void report(Napi::Value error);
-    /// Whether a synchronous call from the component is on the stack, or what it does around one. Script thread.
-    bool isInsideCall() const { return m_callDepth > 0 || NodePlatform::listsInUse() > 0; }
-
-    // Threads. Any thread.
-    void post(std::function<void()> run, std::function<void()> cancel = {});
-    /// Runs `work` on the script thread: at once when this is it, else later.
-    void runOrPost(std::function<void()> run, std::function<void()> cancel = {});
-    /// Runs `work` on the script thread and waits for it. False when the engine is closing; nothing was run then.
-    bool runAndWait(std::function<void()> run);
-    std::shared_ptr<NodeCall> addCall(NodeCall::Done done);
-
-    // Script objects of the application. Script thread.
+    // The JavaScript side of one object.
     bool readScript(NodeObject& object, std::u16string const& name, NodeValue& out);
     void writeScript(NodeObject& object, std::u16string const& name, NodeValue const& value);
     void eraseScript(NodeObject& object, std::u16string const& name);
@@ -167,75 +96,79 @@ public:
     /// From now on the owner's JavaScript object keeps the other's, and the other way round.
     void tie(NodeObject& owner, NodeObject& object);
 
-    // The pump's needs. Script thread.
+    // Calls.
+    /// Runs the component's method `name` for script. When the component has ended: what the method gives for a window
+    /// or control that is gone.
+    Napi::Value invoke(ScriptMethod method, NodeObject* self, std::string const& name, Napi::CallbackInfo const& info);
+    /// The same for handlers that script does not see.
+    void invoke(ScriptMethod method, NodeObject* self, NodeArgs& args, NodeValue& result);
+    /// Runs `work`, which calls into the component and may wait there.
+    void enter(std::function<void()> const& work);
+    /// Runs a script method; `call` is completed when it has ended, which may be later.
+    void callScript(std::shared_ptr<NodeCall> call, NodeObject& target, NodeObject& self, std::u16string const& name,
+                    NodeArgs::Values const& args);
+    /// Calls a script method and waits until it has ended; the pump runs meanwhile.
+    NodeValue callAndWait(NodeObject& target, NodeObject& self, std::u16string const& name,
+                          NodeArgs::Values const& args);
+    /// Whether a synchronous call from the component is on the stack, or what it does around one.
+    bool isInsideCall() const { return m_callDepth > 0 || NodePlatform::listsInUse() > 0; }
+
+    // What the pump needs.
+    /// Runs one queued piece of work as a callback of its own for the interpreter; false when it threw.
     bool dispatchOne();
+    /// The idle loop starts a turn.
     void onLoopTurn();
-    void publishMethods();
+    /// A wait begins to turn the loop.
     void startTimers();
     /// Turns the event loop once, then runs promises.
     void turnLoop();
-    void runMicrotasks();
+    /// Keeps the loop alive exactly as long as there is a window or work.
     void updateAlive();
 
-    // Windows.
-    /// Any thread.
-    void windowChanged(NodeObject& window, bool isOpen);
-    bool hasOpenWindow() const { return m_openCount.load(std::memory_order_acquire) > 0; }
-
-    void setSession(NodeObject* session) { m_session.store(session, std::memory_order_release); }
-    NodeObject* session() const { return m_session.load(std::memory_order_acquire); }
-    /// The folder of the script that makes the next object.
-    void setNextFolder(std::string folder) { m_nextFolder = std::move(folder); }
-    std::string takeNextFolder() { return std::exchange(m_nextFolder, {}); }
-
     // The end.
-    /// No more calls into script: those in flight are completed with null, later ones at once. Any thread.
+    /// No more calls into script: those in flight are completed with null, later ones at once.
     void close();
-    /// Closes every open window. Script thread.
+    /// Closes every open window.
     void closeWindows();
-    /// Runs the destroy handlers of all objects that are left. Script thread.
+    /// Runs the destroy handlers of all objects that are left, oldest first.
     void destroyInstances();
-    /// Whether the environment still runs script.
-    bool isScriptAlive();
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
+    // What the component calls.
     ScriptRuntime* getRuntime() override { return &m_runtime; }
     ScriptObject* createInstance(sstring const& className) override;
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
     ScriptValue* makeValue() override { return new NodeValue(); }
-    void reserved11() override {}
-    void reserved12() override {}
-    void reserved13() override {}
     void releaseValue(ScriptValue* value) override { delete static_cast<NodeValue*>(value); }
 
 private:
+    /// A method that the component gave to single objects, as the interpreter's functions refer to it.
+    struct OwnMethod
+    {
+        ScriptMethod method;
+        std::string name;
+    };
+
     ~NodeEngine() = default;
 
     static void onCollected(napi_env env, void* object, void* hint);
-    static void onScriptObjectCollected(Napi::Env env, NodeObject* object);
+    static void onExternalCollected(Napi::Env env, NodeObject* object);
     static napi_value onOwnMethod(napi_env env, napi_callback_info info);
 
-    /// What the helper returned; empty when it threw, which is reported.
-    Napi::Value callHelper(char const* name, std::initializer_list<napi_value> args);
-    void reportPending();
+    Napi::External<NodeObject> makeExternal(NodeObject& object);
     Napi::Value project(NodeObject& object);
     Napi::Value projectTable(NodeObject& object);
     Napi::Value projectInstance(NodeObject& object);
-    void publish(NodeObject& object);
-    void publishAll(std::unordered_set<NodeObject*> const& objects);
-    void publishFresh(NodeObject* self);
+    NodeObjectHold makeInstance(NodeClass& scriptClass); // any thread
+    NodeObjectHold makeApplicationObject(std::u16string const& name);
+    std::vector<NodeObjectRef> instances() const;
+
+    bool callOwnTable(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
+                      NodeArgs::Values const& args);
+
+    Napi::FunctionReference wrapFunction(void (NodeEngine::*work)());
     void runOneTask();
+    void publishMethodNames() { m_methodNames.publish(); }
     void runLoopOnce();
-    void windowOpened(NodeObject& window);
-    void windowClosed(NodeObject& window);
-    ObjectHold makeInstance(NodeClass& scriptClass); // any thread
-    ObjectHold makeApplicationObject(std::u16string const& name);
-    void waitFor(NodeCall& call, NodeObject& receiver);
+    void runMicrotasks();
     void abandon();
 
     Napi::Env m_env;
@@ -244,35 +177,25 @@ private:
     NodeServices m_services;
 
     // Script thread.
-    std::map<std::string, Napi::FunctionReference, std::less<>> m_helpers;
+    NodeHelpers m_helpers;
+    NodeMethodNames m_methodNames;
     Napi::ObjectReference m_handles; // a WeakMap from objects to their handles
     Napi::FunctionReference m_getHandle;
     Napi::FunctionReference m_setHandle;
-    Napi::FunctionReference m_dispatch;
-    Napi::FunctionReference m_publish;
-    Napi::FunctionReference m_turn;
+    Napi::FunctionReference m_runOneTask;
+    Napi::FunctionReference m_publishMethodNames;
+    Napi::FunctionReference m_runLoopOnce;
     std::unique_ptr<Napi::AsyncContext> m_asyncContext;
     std::vector<std::unique_ptr<NodeClass>> m_classes;
-    std::unordered_set<NodeObject*> m_instances; // each referenced
-    std::unordered_set<NodeObject*> m_tracked;
-    std::unordered_set<NodeObject*> m_fresh; // tracked, never published
-    std::set<NodeObject*> m_openWindows;     // each held
-    NodeObject* m_adopted = nullptr;
+    std::map<unsigned long long, NodeObjectRef> m_instances; // by number
+    NodeObject* m_adopted = nullptr;                         // not owned
     std::string m_nextFolder;
     int m_callDepth = 0;
-    bool m_hasOpened = false;   // a window, ever
-    bool m_isAbandoned = false; // the environment was terminated; no call into it succeeds
-    struct OwnMethod
-    {
-        ScriptMethod method;
-        std::string name;
-    };
     std::map<std::pair<ScriptMethod, std::u16string>, std::unique_ptr<OwnMethod>> m_ownMethods; // by what they hold
 
-    std::atomic<int> m_openCount{0};
-    std::atomic<NodeObject*> m_session{nullptr};
-    std::mutex m_callMutex; // guards what follows
-    bool m_isClosed = false;
-    unsigned m_nextCall = 1;
-    std::map<unsigned, std::shared_ptr<NodeCall>> m_calls;
+    // Any thread.
+    NodeOpenWindows m_windows;
+    NodeCallTable m_calls;
+    std::atomic<unsigned long long> m_nextNumber{1};
+    std::atomic<NodeObject*> m_session{nullptr}; // not owned
 };

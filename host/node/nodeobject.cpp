@@ -25,21 +25,30 @@ void NodePrivate::setData(char const* key, void* data)
     m_data[key] = data;
 }
 
+void NodeObjectReference::take(NodeObject& object) { object.addReference(); }
+
+void NodeObjectReference::drop(NodeObject& object) { object.dropReference(); }
+
+void NodeObjectHolding::take(NodeObject& object) { object.addHold(); }
+
+void NodeObjectHolding::drop(NodeObject& object) { object.dropHold(); }
+
+NodeObjectRef NodeObject::make(NodeEngine& engine, Kind kind, NodeClass* scriptClass)
+{
+    return NodeObjectRef::adopt(new NodeObject(engine, kind, scriptClass));
+}
+
 NodeObject::NodeObject(NodeEngine& engine, Kind kind, NodeClass* scriptClass)
-    : m_engine(engine), m_kind(kind), m_class(scriptClass)
+    : m_engine(engine), m_number(engine.nextObjectNumber()), m_kind(kind), m_class(scriptClass)
 {}
 
 NodeObject::~NodeObject()
 {
     if (m_engine.pump().isClosed())
         m_script.SuppressDestruct(); // the environment is going and takes its references along
-    for (auto& [name, entry] : m_table)
-        clearEntry(entry);
-    if (m_owner)
-        m_owner->unreference();
 }
 
-void NodeObject::unreference()
+void NodeObject::dropReference()
 {
     if (m_references.fetch_sub(1, std::memory_order_acq_rel) != 1)
         return;
@@ -49,25 +58,23 @@ void NodeObject::unreference()
         m_engine.post([this] { delete this; }, [this] { delete this; });
 }
 
-void NodeObject::hold()
+void NodeObject::addHold()
 {
-    reference();
-    if (m_holds.fetch_add(1, std::memory_order_acq_rel) != 0)
-        return;
-    settleSoon();
+    addReference();
+    if (m_holds.fetch_add(1, std::memory_order_acq_rel) == 0)
+        settleSoon();
 }
 
-void NodeObject::release()
+void NodeObject::dropHold()
 {
     if (m_holds.fetch_sub(1, std::memory_order_acq_rel) == 1)
         settleSoon();
-    unreference();
+    dropReference();
 }
 
 void NodeObject::settleSoon()
 {
-    reference();
-    m_engine.runOrPost([this] { settle(), unreference(); }, [this] { unreference(); });
+    m_engine.runOrPost([self = NodeObjectRef(this)] { self->settle(); });
 }
 
 void NodeObject::bind(Napi::Object object)
@@ -84,7 +91,7 @@ Napi::Object NodeObject::script() const { return m_isBound ? m_script.Value() : 
 void NodeObject::unbind()
 {
     m_isBound = false;
-    m_engine.untrack(*this);
+    m_engine.methodNames().untrack(*this);
     settle();
 }
 
@@ -92,10 +99,9 @@ void NodeObject::setOwner(NodeObject* owner)
 {
     if (m_owner || owner == this)
         return;
-    owner->reference();
     {
         std::lock_guard lock(m_mutex);
-        m_owner = owner;
+        m_owner = NodeObjectRef(owner);
     }
     if (m_isBound)
         m_engine.tie(*owner, *this);
@@ -108,7 +114,7 @@ void NodeObject::settle()
         m_isStrong = !m_isStrong;
         m_isStrong ? m_script.Ref() : m_script.Unref();
     }
-    if (m_kind == Kind::Instance && !m_isBound && !isHeld())
+    if (m_kind == Kind::kInstance && !m_isBound && !isHeld())
         destroyInstance();
 }
 
@@ -140,8 +146,8 @@ bool NodeObject::readTable(std::u16string const& name, NodeValue& out) const
     auto found = m_table.find(name);
     if (found == m_table.end())
         return false;
-    if (auto unheld = found->second.unheld)
-        out = NodeValue(ObjectHold(unheld));
+    if (auto unheld = found->second.unheld.get())
+        out = NodeValue(NodeObjectHold(unheld));
     else
         out = found->second.value;
     return true;
@@ -150,42 +156,28 @@ bool NodeObject::readTable(std::u16string const& name, NodeValue& out) const
 NodeObject::Entry NodeObject::makeEntry(NodeValue value) const
 {
     auto object = value.object();
-    bool isWindow = m_kind == Kind::Instance && object && object->kind() == Kind::Instance;
+    bool isWindow = m_kind == Kind::kInstance && object && object->kind() == Kind::kInstance;
     if (!isWindow)
-        return {std::move(value), nullptr};
-    object->reference();
-    return {NodeValue(), object};
+        return {std::move(value), {}};
+    return {NodeValue(), NodeObjectRef(object)};
 }
 
-void NodeObject::clearEntry(Entry& entry)
-{
-    if (entry.unheld)
-        entry.unheld->unreference();
-    entry = Entry();
-}
-
+/// The old entry goes after the lock: with it, an object may end.
 bool NodeObject::writeTable(std::u16string const& name, NodeValue value)
 {
     Entry entry = makeEntry(std::move(value));
-    std::unique_lock lock(m_mutex);
+    std::lock_guard lock(m_mutex);
     auto [at, isNew] = m_table.try_emplace(name);
     std::swap(at->second, entry);
-    lock.unlock();
-    clearEntry(entry); // may end an object: not under the lock
     return isNew;
 }
 
 bool NodeObject::eraseTable(std::u16string const& name)
 {
     std::unique_lock lock(m_mutex);
-    auto found = m_table.find(name);
-    if (found == m_table.end())
-        return false;
-    Entry entry = std::exchange(found->second, Entry());
-    m_table.erase(found);
-    lock.unlock();
-    clearEntry(entry);
-    return true;
+    auto erased = m_table.extract(name);
+    lock.unlock(); // as above
+    return !erased.empty();
 }
 
 std::vector<std::u16string> NodeObject::tableNames() const
@@ -222,7 +214,7 @@ ScriptMethod NodeObject::ownMethod(std::u16string const& name) const
     return found == m_ownMethods.end() ? nullptr : found->second;
 }
 
-void NodeObject::publishMethods(std::shared_ptr<const MethodNames> names)
+void NodeObject::publishMethods(std::shared_ptr<MethodNames const> names)
 {
     std::lock_guard lock(m_mutex);
     m_methodNames = std::move(names);
@@ -232,11 +224,11 @@ bool NodeObject::getProperty(sstring const& name, ScriptValue* out)
 {
     auto text = toText(name);
     auto& value = *static_cast<NodeValue*>(out);
-    if (m_kind != Kind::Script && readTable(text, value))
+    if (m_kind != Kind::kScript && readTable(text, value))
         return true;
     value.setNull();
     bool found = false;
-    if (m_kind != Kind::Table && m_isBound)
+    if (m_kind != Kind::kTable && m_isBound)
         m_engine.runAndWait([&] { found = m_engine.readScript(*this, text, value); });
     return found;
 }
@@ -246,29 +238,29 @@ void NodeObject::setProperty(sstring const& name, ScriptValue* value)
     auto text = toText(name);
     NodeValue copy = value ? *static_cast<NodeValue*>(value) : NodeValue();
     adoptWindow(text, copy);
-    if (m_kind != Kind::Script) {
-        if (writeTable(text, std::move(copy)) && m_kind == Kind::Instance)
-            m_engine.runOrPost([hold = ObjectHold(this), text] { hold->m_engine.defineAccessor(*hold.get(), text); });
+    if (m_kind != Kind::kScript) {
+        if (writeTable(text, std::move(copy)) && m_kind == Kind::kInstance)
+            m_engine.runOrPost([hold = NodeObjectHold(this), text] { hold->m_engine.defineAccessor(*hold, text); });
         return;
     }
-    m_engine.runOrPost([hold = ObjectHold(this), text, copy] { hold->m_engine.writeScript(*hold.get(), text, copy); });
+    m_engine.runOrPost([hold = NodeObjectHold(this), text, copy] { hold->m_engine.writeScript(*hold, text, copy); });
 }
 
 void NodeObject::adoptWindow(std::u16string const& name, NodeValue const& value)
 {
     auto window = value.object();
-    if (name != kWindowProperty || m_kind == Kind::Table || !window || window->kind() != Kind::Instance)
+    if (name != kWindowProperty || m_kind == Kind::kTable || !window || window->kind() != Kind::kInstance)
         return;
-    m_engine.runOrPost([hold = ObjectHold(this), owner = ObjectHold(window)] { hold->setOwner(owner.get()); });
+    m_engine.runOrPost([hold = NodeObjectHold(this), owner = NodeObjectHold(window)] { hold->setOwner(owner.get()); });
 }
 
 void NodeObject::deleteProperty(sstring const& name)
 {
     auto text = toText(name);
-    if (m_kind != Kind::Script)
+    if (m_kind != Kind::kScript)
         eraseTable(text);
-    if (m_kind != Kind::Table)
-        m_engine.runOrPost([hold = ObjectHold(this), text] { hold->m_engine.eraseScript(*hold.get(), text); });
+    if (m_kind != Kind::kTable)
+        m_engine.runOrPost([hold = NodeObjectHold(this), text] { hold->m_engine.eraseScript(*hold, text); });
 }
 
 bool NodeObject::hasProperty(sstring const& name)
@@ -285,7 +277,7 @@ void NodeObject::addMethod(sstring const& name, ScriptMethod method)
         m_ownMethods[text] = method;
     }
     m_engine.runOrPost(
-        [hold = ObjectHold(this), text, method] { hold->m_engine.defineMethod(*hold.get(), text, method); });
+        [hold = NodeObjectHold(this), text, method] { hold->m_engine.defineMethod(*hold, text, method); });
 }
 
 int NodeObject::beginSession(int)
@@ -302,7 +294,7 @@ int NodeObject::endSession()
     return 1;
 }
 
-void NodeObject::windowState(int isOpen) { m_engine.windowChanged(*this, isOpen != 0); }
+void NodeObject::windowState(int isOpen) { m_engine.windows().notice(*this, isOpen != 0); }
 
 void NodeObject::callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result)
 {
@@ -315,11 +307,11 @@ void NodeObject::callMethod(ScriptObject* self, sstring const& name, ScriptArgs*
 void NodeObject::callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
                                  void* context)
 {
-    auto call = m_engine.addCall([done, context](NodeValue& value) { done(value, context); });
+    auto call = m_engine.calls().add([done, context](NodeValue& value) { done(value, context); });
     auto receiver = self ? static_cast<NodeObject*>(self) : this;
-    auto run = [hold = ObjectHold(this), receiver = ObjectHold(receiver), text = toText(name),
+    auto run = [hold = NodeObjectHold(this), receiver = NodeObjectHold(receiver), text = toText(name),
                 values = static_cast<NodeArgs*>(args)->values(),
-                call] { hold->m_engine.callScript(call, *hold.get(), *receiver.get(), text, values); };
+                call] { hold->m_engine.callScript(call, *hold, *receiver, text, values); };
     m_engine.pump().post({std::move(run), {}, true});
 }
 

@@ -7,8 +7,10 @@
 // properties live in the interpreter, and other threads ask the script thread for them.
 #pragma once
 
+#include "host/hostslots.h"
 #include "host/node/nodevalue.h"
-#include "script/hostinterface.h"
+
+#include <napi.h>
 
 #include <atomic>
 #include <map>
@@ -19,19 +21,15 @@
 #include <string>
 #include <vector>
 
-#include <napi.h>
-
 class NodeClass;
 class NodeEngine;
 
 /// The private slot of one object. Any thread.
-class NodePrivate final : public ScriptPrivate
+class NodePrivate final : public ScriptPrivateSlots
 {
 public:
-    void reserved1() override {}
+    // What the component calls.
     void* getData(char const* key) override;
-    void reserved3() override {}
-    void reserved4() override {}
     void setData(char const* key, void* data) override;
 
 private:
@@ -39,28 +37,32 @@ private:
     std::map<std::string, void*, std::less<>> m_data;
 };
 
-class NodeObject final : public ScriptObject
+class NodeObject final : public ScriptObjectSlots
 {
 public:
     enum class Kind
     {
-        Table,
-        Instance,
-        Script
+        kTable,
+        kInstance,
+        kScript
     };
     using MethodNames = std::set<std::u16string, std::less<>>;
 
-    /// Starts with one reference, the caller's. `scriptClass` only for an Instance.
-    NodeObject(NodeEngine& engine, Kind kind, NodeClass* scriptClass = nullptr);
+    /// A new object. `scriptClass` only for an Instance; it outlives the object.
+    static NodeObjectRef make(NodeEngine& engine, Kind kind, NodeClass* scriptClass = nullptr);
+    NodeObject(NodeObject const&) = delete;
+    NodeObject& operator=(NodeObject const&) = delete;
 
-    // Lifetime. A reference keeps the handle; a hold is a reference that also keeps the JavaScript object. Any thread;
-    // what the last of them leaves to do travels to the script thread.
-    void reference() { m_references.fetch_add(1, std::memory_order_relaxed); }
-    void unreference();
-    void hold();
-    void release();
+    // Lifetime, for NodeObjectRef and NodeObjectHold. A reference keeps the handle; a hold is a reference that also
+    // keeps the JavaScript object. Any thread; what the last of them leaves to do travels to the script thread.
+    void addReference() { m_references.fetch_add(1, std::memory_order_relaxed); }
+    void dropReference();
+    void addHold();
+    void dropHold();
     bool isHeld() const { return m_holds.load(std::memory_order_acquire) > 0; }
 
+    /// Greater than that of every object of the engine that was made before.
+    unsigned long long number() const { return m_number; }
     Kind kind() const { return m_kind; }
     bool isFunction() const { return m_isFunction; }
     NodeClass* scriptClass() const { return m_class; }
@@ -76,7 +78,7 @@ public:
     /// From now on `owner`'s JavaScript object keeps this one's, instead of the holds of the component: a window and
     /// its controls refer to each other, and only the interpreter can tell when nobody else refers to either.
     void setOwner(NodeObject* owner);
-    NodeObject* owner() const { return m_owner; }
+    NodeObject* owner() const { return m_owner.get(); }
     /// Brings the strength of the reference to the JavaScript object in line with the holds, and ends an Instance that
     /// nobody holds and no JavaScript object stands for.
     void settle();
@@ -101,42 +103,24 @@ public:
     std::map<std::u16string, ScriptMethod> ownMethods() const;
     /// The one of this name, null when there is none.
     ScriptMethod ownMethod(std::u16string const& name) const;
-    void publishMethods(std::shared_ptr<const MethodNames> names);
+    void publishMethods(std::shared_ptr<MethodNames const> names);
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
+    // What the component calls.
     bool getProperty(sstring const& name, ScriptValue* out) override;
     void setProperty(sstring const& name, ScriptValue* value) override;
     void deleteProperty(sstring const& name) override;
     bool hasProperty(sstring const& name) override;
     void addMethod(sstring const& name, ScriptMethod method) override;
     ScriptPrivate* getPrivate() override { return &m_private; }
-    void keep() override { hold(); }
-    void letGo() override { release(); }
+    void keep() override { addHold(); }
+    void letGo() override { dropHold(); }
     int beginSession(int flags) override;
     int endSession() override;
     void windowState(int isOpen) override;
-    void reserved21() override {}
-    void reserved22() override {}
-    void reserved23() override {}
     void callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result) override;
-    void reserved25() override {}
     void callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
                          void* context) override;
-    void reserved27() override {}
-    void reserved28() override {}
-    void reserved29() override {}
     bool hasMethod(sstring const& name) override;
-    void reserved31() override {}
-    void reserved32() override {}
-    void reserved33() override {}
     ScriptEngine* getEngine() override;
 
 private:
@@ -144,17 +128,18 @@ private:
     struct Entry
     {
         NodeValue value;
-        NodeObject* unheld = nullptr; // referenced
+        NodeObjectRef unheld; // counts instead of `value` when there is one
     };
 
+    NodeObject(NodeEngine& engine, Kind kind, NodeClass* scriptClass);
     ~NodeObject();
     Entry makeEntry(NodeValue value) const;
-    static void clearEntry(Entry& entry);
     void settleSoon();
     bool isStrong() const { return m_holds.load(std::memory_order_acquire) > 0 && !m_owner; }
     void adoptWindow(std::u16string const& name, NodeValue const& value);
 
     NodeEngine& m_engine;
+    unsigned long long const m_number;
     Kind const m_kind;
     NodeClass* const m_class; // not owned
     bool m_isFunction = false;
@@ -170,9 +155,9 @@ private:
 
     mutable std::mutex m_mutex; // guards what follows
     std::string m_folder;
-    NodeObject* m_owner = nullptr; // referenced; set once, on the script thread
+    NodeObjectRef m_owner; // set once, on the script thread
     std::map<std::u16string, Entry> m_table;
     std::map<std::u16string, ScriptMethod> m_ownMethods;
-    std::shared_ptr<const MethodNames> m_methodNames;
+    std::shared_ptr<MethodNames const> m_methodNames;
     std::u16string m_pageText;
 };

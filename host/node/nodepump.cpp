@@ -10,10 +10,10 @@
 
 #include "host/node/nodeengine.h"
 
-#include <poll.h>
-
 #include <algorithm>
 #include <chrono>
+
+#include <poll.h>
 
 namespace {
 
@@ -76,7 +76,7 @@ void NodePump::post(NodeTask task)
         if (!isClosed()) {
             m_tasks.push_back(std::move(task));
             rouse();
-            if (m_sleep != Sleep::OnSignal && m_loop)
+            if (m_sleep != Sleep::kOnSignal && m_loop)
                 uv_async_send(&m_async);
             return;
         }
@@ -211,9 +211,9 @@ void NodePump::wake()
 /// Ends the wait of the script thread, if it waits. Under the lock.
 void NodePump::rouse()
 {
-    if (m_sleep == Sleep::OnSignal)
+    if (m_sleep == Sleep::kOnSignal)
         m_signal.notify_one();
-    else if (m_sleep == Sleep::InLoop && m_loop)
+    else if (m_sleep == Sleep::kInLoop && m_loop)
         uv_async_send(&m_async);
 }
 
@@ -238,10 +238,10 @@ bool NodePump::takeWake()
 bool NodePump::waitForSignal(int64_t microseconds)
 {
     std::unique_lock lock(m_mutex);
-    m_sleep = Sleep::OnSignal;
+    m_sleep = Sleep::kOnSignal;
     bool roused = m_signal.wait_for(lock, std::chrono::microseconds(microseconds),
                                     [this] { return m_isWoken || !m_tasks.empty(); });
-    m_sleep = Sleep::Awake;
+    m_sleep = Sleep::kAwake;
     m_isWoken = false;
     return roused;
 }
@@ -253,12 +253,12 @@ void NodePump::waitInLoop()
         std::lock_guard lock(m_mutex);
         if (m_isWoken || !m_tasks.empty())
             return;
-        m_sleep = Sleep::InLoop;
+        m_sleep = Sleep::kInLoop;
     }
     pollfd descriptor{uv_backend_fd(m_loop), POLLIN, 0};
     poll(&descriptor, 1, loopTimeout());
     std::lock_guard lock(m_mutex);
-    m_sleep = Sleep::Awake;
+    m_sleep = Sleep::kAwake;
 }
 
 /// How long the loop may sleep now, in milliseconds. Immediates that wait behind a callback which waits itself are

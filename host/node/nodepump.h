@@ -2,8 +2,10 @@
 // inside the component (step) and, while it is idle, when the event loop is woken (uv_async_t).
 #pragma once
 
+#include "host/hostslots.h"
 #include "host/node/closingguard.h"
-#include "script/hostinterface.h"
+
+#include <uv.h>
 
 #include <atomic>
 #include <condition_variable>
@@ -11,8 +13,6 @@
 #include <functional>
 #include <memory>
 #include <mutex>
-
-#include <uv.h>
 
 class NodeEngine;
 
@@ -25,7 +25,7 @@ struct NodeTask
     bool callsHandler = false; // runs a handler of the application, not only book-keeping
 };
 
-class NodePump final : public ScriptPump
+class NodePump final : public ScriptPumpSlots
 {
 public:
     explicit NodePump(NodeEngine& engine) : m_engine(engine) {}
@@ -69,28 +69,16 @@ public:
     };
     bool isWaiting() const { return m_waitDepth > 0; }
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
     void runOnce(int flags) override;
-    void reserved11() override {}
-    void reserved12() override {}
-    void reserved13() override {}
     void step() override;
     void wake() override;
 
 private:
     enum class Sleep
     {
-        Awake,
-        OnSignal,
-        InLoop
+        kAwake,
+        kOnSignal,
+        kInLoop
     };
 
     static void onAsync(uv_async_t* handle);
@@ -124,5 +112,5 @@ private:
     std::condition_variable m_signal;
     std::deque<NodeTask> m_tasks;
     bool m_isWoken = false;
-    Sleep m_sleep = Sleep::Awake;
+    Sleep m_sleep = Sleep::kAwake;
 };

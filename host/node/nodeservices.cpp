@@ -15,10 +15,8 @@ thread_local int theListsInUse = 0;
 
 ScriptObject* NodePlatform::createObject(ScriptEngine* engine)
 {
-    auto object = new NodeObject(*static_cast<NodeEngine*>(engine), NodeObject::Kind::Table);
-    object->hold();
-    object->unreference();
-    return object;
+    auto object = NodeObject::make(*static_cast<NodeEngine*>(engine), NodeObject::Kind::kTable);
+    return NodeObjectHold(object.get()).release(); // for destroyObject
 }
 
 ScriptArgs* NodePlatform::createArgs(ScriptEngine*)
@@ -32,7 +30,7 @@ ScriptValue* NodePlatform::createValue(ScriptEngine*) { return new NodeValue(); 
 void NodePlatform::destroyObject(ScriptObject* object)
 {
     if (object)
-        own(object)->release();
+        own(object)->dropHold();
 }
 
 void NodePlatform::destroyArgs(ScriptArgs* args)

@@ -1,24 +1,19 @@
 // host/node/nodeservices.h: the services that the component asks its host for, of one environment.
 #pragma once
 
+#include "host/hostslots.h"
 #include "host/node/nodefiles.h"
 #include "script/hostinterface.h"
 
 class NodeEngine;
 
 /// Makes and releases objects, values and argument lists. Any thread.
-class NodePlatform final : public HostPlatform
+class NodePlatform final : public HostPlatformSlots
 {
 public:
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
     ScriptObject* createObject(ScriptEngine* engine) override;
     ScriptArgs* createArgs(ScriptEngine* engine) override;
     ScriptValue* createValue(ScriptEngine* engine) override;
-    void reserved9() override {}
     void destroyObject(ScriptObject* object) override;
     void destroyArgs(ScriptArgs* args) override;
     void destroyValue(ScriptValue* value) override;
@@ -29,19 +24,11 @@ public:
 };
 
 /// Reads pages and pictures for the component. Any thread.
-class NodeLoadFile final : public HostLoadFile
+class NodeLoadFile final : public HostLoadFileSlots
 {
 public:
     explicit NodeLoadFile(NodeFiles& files) : m_files(files) {}
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
     void resolvePath(ScriptObject* relativeTo, sstring& path) override;
     bool readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length) override;
     void attach() override {}

@@ -1,4 +1,4 @@
-// host/node/nodevalue.cpp: script values. What becomes of a value in the interpreter is nodeengine.cpp's business.
+// host/node/nodevalue.cpp: script values. Their way into the interpreter and back is in nodeengine-values.cpp.
 #include "host/node/nodevalue.h"
 
 #include "host/node/nodeobject.h"
@@ -7,27 +7,9 @@
 #include <limits>
 #include <utility>
 
-ObjectHold::ObjectHold(NodeObject* object) : m_object(object)
-{
-    if (m_object)
-        m_object->hold();
-}
-
-ObjectHold& ObjectHold::operator=(ObjectHold other) noexcept
-{
-    std::swap(m_object, other.m_object);
-    return *this;
-}
-
-ObjectHold::~ObjectHold()
-{
-    if (m_object)
-        m_object->release();
-}
-
 NodeObject* NodeValue::object() const
 {
-    auto hold = std::get_if<ObjectHold>(&m_data);
+    auto hold = std::get_if<NodeObjectHold>(&m_data);
     return hold ? hold->get() : nullptr;
 }
 
@@ -76,7 +58,7 @@ struct ToText
     std::u16string operator()(bool flag) const { return flag ? u"true" : u"false"; }
     std::u16string operator()(double number) const { return numberToText(number); }
     std::u16string operator()(std::u16string const& text) const { return text; }
-    std::u16string operator()(ObjectHold const& object) const
+    std::u16string operator()(NodeObjectHold const& object) const
     {
         return object && object->isFunction() ? u"[function]" : u"[object]";
     }
@@ -91,7 +73,7 @@ ScriptObject* NodeValue::toObject(int) const { return object(); }
 void NodeValue::setObject(ScriptObject* value)
 {
     if (value)
-        m_data = ObjectHold(static_cast<NodeObject*>(value));
+        m_data = NodeObjectHold(static_cast<NodeObject*>(value));
     else
         setNull();
 }

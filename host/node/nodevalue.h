@@ -2,52 +2,41 @@
 // thread reads arguments and writes results without touching the interpreter.
 #pragma once
 
+#include "host/hostslots.h"
+#include "host/node/nodeobjectref.h"
 #include "host/node/nodetext.h"
-#include "script/hostinterface.h"
 
 #include <deque>
 #include <variant>
 
-class NodeObject;
-
-/// Holds one script object for as long as it exists: the object's script half can not be collected meanwhile. Any
-/// thread.
-class ObjectHold
-{
-public:
-    ObjectHold() = default;
-    explicit ObjectHold(NodeObject* object);
-    ObjectHold(ObjectHold const& other) : ObjectHold(other.m_object) {}
-    ObjectHold(ObjectHold&& other) noexcept : m_object(other.m_object) { other.m_object = nullptr; }
-    ObjectHold& operator=(ObjectHold other) noexcept;
-    ~ObjectHold();
-
-    NodeObject* get() const { return m_object; }
-    NodeObject* operator->() const { return m_object; }
-    explicit operator bool() const { return m_object != nullptr; }
-
-private:
-    NodeObject* m_object = nullptr;
-};
-
 /// A value: null, boolean, number, string or object (functions are objects that can be called). Not shared between
 /// threads without outside locking.
-class NodeValue final : public ScriptValue
+class NodeValue final : public ScriptValueSlots
 {
 public:
-    using Data = std::variant<std::monostate, bool, double, std::u16string, ObjectHold>;
+    using Data = std::variant<std::monostate, bool, double, std::u16string, NodeObjectHold>;
 
     NodeValue() = default;
     explicit NodeValue(Data data) : m_data(std::move(data)) {}
     NodeValue(NodeValue const&) = default;
-    NodeValue& operator=(NodeValue const&) = default;
     NodeValue(NodeValue&&) = default;
-    NodeValue& operator=(NodeValue&&) = default;
+    // Not defaulted: the base class assigns through `assign`, so that a move would copy first.
+    NodeValue& operator=(NodeValue const& other)
+    {
+        assign(other);
+        return *this;
+    }
+    NodeValue& operator=(NodeValue&& other) noexcept
+    {
+        m_data = std::move(other.m_data);
+        return *this;
+    }
     ~NodeValue() = default;
 
     Data const& data() const { return m_data; }
     NodeObject* object() const;
 
+    // What the component calls.
     bool isFunction() const override;
     bool isNumber() const override { return std::holds_alternative<double>(m_data); }
     bool isBool() const override { return std::holds_alternative<bool>(m_data); }
@@ -60,14 +49,12 @@ public:
     double toNumber(double fallback) const override;
     sstring toString(int flags) const override;
     ScriptObject* toObject(int flags) const override;
-    void reserved13() override {}
     void setNull() override { m_data = std::monostate(); }
     void setInt(int value) override { m_data = static_cast<double>(value); }
     void setBool(int value) override { m_data = value != 0; }
     void setNumber(double value) override { m_data = value; }
     void setString(sstring const& value) override { m_data = toText(value); }
     void setObject(ScriptObject* value) override;
-    void reserved20() override {}
     void assign(ScriptValue const& other) override;
 
 private:
@@ -75,22 +62,22 @@ private:
 };
 
 /// The arguments of one call.
-class NodeArgs final : public ScriptArgs
+class NodeArgs final : public ScriptArgsSlots
 {
 public:
-    void add(NodeValue value) { m_values.push_back(std::move(value)); }
-    std::deque<NodeValue> const& values() const { return m_values; }
+    using Values = std::deque<NodeValue>; // a deque: values that were handed out stay where they are
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
+    NodeArgs() = default;
+    explicit NodeArgs(Values values) : m_values(std::move(values)) {}
+    void add(NodeValue value) { m_values.push_back(std::move(value)); }
+    Values const& values() const { return m_values; }
+
+    // What the component calls.
     void append(ScriptValue* value) override;
     int count() override { return static_cast<int>(m_values.size()); }
     ScriptValue* get(int index) override;
 
 private:
-    std::deque<NodeValue> m_values; // a deque: values that were handed out stay where they are
-    NodeValue m_null;               // what get() answers beyond the last
+    Values m_values;
+    NodeValue m_null; // what get() answers beyond the last
 };

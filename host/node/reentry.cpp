@@ -2,9 +2,9 @@
 // signatures since Node 12; pointers stay opaque.
 #include "host/node/reentry.h"
 
-#include <dlfcn.h>
-
 #include <cstdlib>
+
+#include <dlfcn.h>
 
 namespace reentry {
 

@@ -3,6 +3,7 @@
 #include "host/native/nativehost.h"
 
 #include <gtest/gtest.h>
+
 #include <thread>
 
 using namespace std::chrono_literals;

@@ -2,10 +2,10 @@
 // did.
 #pragma once
 
+#include "host/native/nativeentrypoints.h"
+
 #include <string>
 #include <vector>
-
-#include "host/native/nativeentrypoints.h"
 
 /// One at a time, like a component. Its class GuiWindow has "open", "close", "isOpen", "show" (waits in the host's pump
 /// until the window is closed; gives what "setReturnValue" was given) and "work" (blocks the script thread until the

@@ -3,6 +3,7 @@
 #include "tests/host/fakecomponent.h"
 
 #include <gtest/gtest.h>
+
 #include <thread>
 
 using namespace std::chrono_literals;

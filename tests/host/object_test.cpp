@@ -2,6 +2,7 @@
 #include "host/native/nativehost.h"
 
 #include <gtest/gtest.h>
+
 #include <thread>
 
 namespace {

@@ -2,8 +2,10 @@
 #include "host/native/nativepump.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
+
 #include <thread>
+
+#include <sys/resource.h>
 
 using namespace std::chrono_literals;
 

@@ -2,10 +2,12 @@
 #include "host/native/nativehost.h"
 #include "host/native/nativetext.h"
 
-#include <fstream>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
+
+#include <fstream>
 #include <thread>
+
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;

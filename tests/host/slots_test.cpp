@@ -3,8 +3,9 @@
 // made.
 #include "host/native/nativehost.h"
 
-#include <cstring>
 #include <gtest/gtest.h>
+
+#include <cstring>
 
 namespace {
 

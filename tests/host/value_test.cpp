@@ -2,8 +2,9 @@
 #include "host/native/nativehost.h"
 #include "host/native/nativetext.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
+
+#include <cmath>
 #include <limits>
 
 namespace {

@@ -209,3 +209,22 @@ test('an async ePostOpen is waited for, and left alone when its window closes', 
         process.exit(0);`);
     assert.deepEqual([stdout, stderr, code], ['null true\n', '', 0]);
 });
+
+test('the end of a window is seen however soon it comes after its opening', async () => {
+    const { stdout, stderr, code } = await runScript(`
+        const sleep = (ms) => new Promise((resolve) => setTimeout(resolve, ms));
+        class Clock extends tarn.GuiWindow {
+            async ePostOpen() {
+                this.testCloseLater(this.delay);
+                for (;;) await sleep(1);
+            }
+        }
+        for (let i = 0; i < 40; ++i) {
+            const clock = new Clock('page.html');
+            clock.delay = i % 4;
+            clock.show();
+        }
+        console.log('all');
+        process.exit(0);`);
+    assert.deepEqual([stdout, stderr, code], ['all\n', '', 0]);
+});

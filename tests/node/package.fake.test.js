@@ -8,7 +8,7 @@ const os = require('node:os');
 const path = require('node:path');
 const { test } = require('node:test');
 const { packageFolder, runScript, scratch } = require('./helpers.js');
-const { explain } = require(path.join(packageFolder, 'loader.js'));
+const { explain } = require(path.join(packageFolder, 'js', 'loader.js'));
 
 const compiler = path.join(packageFolder, 'node_modules', 'typescript', 'bin', 'tsc');
 
@@ -46,6 +46,17 @@ test('the package is found from any folder', () => {
     const out = execFileSync(process.execPath, ['-p', `require(${JSON.stringify(packageFolder)}).GuiWindow.name`],
         { cwd: os.tmpdir(), encoding: 'utf8' });
     assert.equal(out, 'GuiWindow\n');
+});
+
+test('what is published is complete: it is found by its name and needs no other file', () => {
+    const { name, files } = JSON.parse(fs.readFileSync(path.join(packageFolder, 'package.json'), 'utf8'));
+    const published = path.join(scratch, 'elsewhere', 'node_modules', name);
+    for (const file of [...files, 'package.json']) {
+        fs.cpSync(path.join(packageFolder, file), path.join(published, file), { recursive: true });
+    }
+    const out = execFileSync(process.execPath, ['-p', `const { GuiWindow } = require(${JSON.stringify(name)});
+        new GuiWindow().testReadFile('vfs://GuiWindow/broken.png') > 0`], { cwd: path.join(scratch, 'elsewhere'), encoding: 'utf8' });
+    assert.equal(out, 'true\n');
 });
 
 const missing = (library) => `${library}: cannot open shared object file: No such file or directory`;

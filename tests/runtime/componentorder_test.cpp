@@ -1,6 +1,7 @@
 // Tests of the order in which the component asks its host for things when it starts and ends, and of how it lets script
 // work go on while a window is waited for.
 #include "controls/guiwidget.h"
+#include "host/hostslots.h"
 #include "page/guihtml.h"
 #include "runtime/guihtmlbase.h"
 #include "tests/runtime/onguithread.h"
@@ -21,7 +22,7 @@ using List = std::vector<std::string>;
 bool hasApplication() { return QCoreApplication::instance() != nullptr; }
 
 /// The services of the C++ host, with a note of each call that the component makes when it starts and ends.
-class LoggingManager final : public LibManager, public HostLoadFile, public HostPlatform
+class LoggingManager final : public LibManager, public HostLoadFileSlots, public HostPlatformSlots
 {
 public:
     void* getInterface(char const** guid) override
@@ -34,14 +35,6 @@ public:
         return m_engine->manager().getInterface(guid);
     }
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
     void resolvePath(ScriptObject*, sstring&) override {}
     bool readFile(ScriptObject*, sstring, void const**, unsigned*) override { return false; }
     void attach() override { note("attach"); }
@@ -54,7 +47,6 @@ public:
     }
     ScriptArgs* createArgs(ScriptEngine* engine) override { return platform().createArgs(engine); }
     ScriptValue* createValue(ScriptEngine* engine) override { return platform().createValue(engine); }
-    void reserved9() override {}
     void destroyObject(ScriptObject* object) override
     {
         note(m_engine->session() ? "destroy a session that has not ended" : "destroy an object");

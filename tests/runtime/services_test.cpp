@@ -1,4 +1,5 @@
 // Tests of what the component asks its host for: the three services, room for paths, and the session object.
+#include "host/hostslots.h"
 #include "host/native/nativehost.h"
 #include "runtime/gui.h"
 #include "tests/support/fakescript.h"
@@ -14,19 +15,11 @@ namespace {
 using Log = std::vector<std::string>;
 
 /// Hands everything on to the host's file service.
-class RecordingFiles final : public HostLoadFile
+class RecordingFiles final : public HostLoadFileSlots
 {
 public:
     explicit RecordingFiles(HostLoadFile* host) : m_host(host) {}
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
     void resolvePath(ScriptObject* relativeTo, sstring& path) override
     {
         capacities.push_back(path.getCapacity());
@@ -47,23 +40,17 @@ private:
 };
 
 /// Makes the first object itself, which is the session's.
-class RecordingPlatform final : public HostPlatform
+class RecordingPlatform final : public HostPlatformSlots
 {
 public:
     explicit RecordingPlatform(HostPlatform* host) : m_host(host) {}
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
     ScriptObject* createObject(ScriptEngine* engine) override
     {
         return objects++ == 0 ? &session : m_host->createObject(engine);
     }
     ScriptArgs* createArgs(ScriptEngine* engine) override { return m_host->createArgs(engine); }
     ScriptValue* createValue(ScriptEngine* engine) override { return m_host->createValue(engine); }
-    void reserved9() override {}
     void destroyObject(ScriptObject* object) override
     {
         if (object == &session)

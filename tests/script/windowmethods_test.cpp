@@ -1,6 +1,7 @@
 // Tests of the 26 methods of GuiWindow as a table: each in every state of a window, with right and with wrong
 // arguments; of what they change; and of every message that the class prints.
 #include "controls/guiwidget.h"
+#include "host/hostslots.h"
 #include "host/native/nativeprivate.h"
 #include "runtime/guifilter.h"
 #include "script/guicontrol.h"
@@ -427,13 +428,10 @@ TEST_F(WindowMethods, RecordIsTaggedAndItsSlotEmptiedAtTheEnd)
 }
 
 /// A host's slot that fails.
-class ThrowingSlot final : public ScriptPrivate
+class ThrowingSlot final : public ScriptPrivateSlots
 {
 public:
-    void reserved1() override {}
     void* getData(char const*) override { throw std::runtime_error("no slot"); }
-    void reserved3() override {}
-    void reserved4() override {}
     void setData(char const*, void*) override {}
 };
 

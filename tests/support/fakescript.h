@@ -2,6 +2,7 @@
 // few strings: enough to follow links without an interpreter.
 #pragma once
 
+#include "host/hostslots.h"
 #include "page/guipagehost.h"
 #include "script/hostinterface.h"
 
@@ -12,41 +13,22 @@
 #include <vector>
 
 /// An engine without values.
-class FakeEngine final : public ScriptEngine
+class FakeEngine final : public ScriptEngineSlots
 {
 public:
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
     ScriptRuntime* getRuntime() override { return nullptr; }
     ScriptObject* createInstance(sstring const&) override { return nullptr; }
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
     ScriptValue* makeValue() override { return nullptr; }
-    void reserved11() override {}
-    void reserved12() override {}
-    void reserved13() override {}
     void releaseValue(ScriptValue*) override {}
 };
 
 /// An object whose methods are C++ functions: each gets the event's name and returns the handler's reply.
-class FakeObject final : public ScriptObject
+class FakeObject final : public ScriptObjectSlots
 {
 public:
     std::map<std::string, std::function<std::string(std::string const& event)>> methods;
     std::vector<std::string> session; ///< what it heard as the session object
 
-    void reserved1() override {}
-    void reserved2() override {}
-    void reserved3() override {}
-    void reserved4() override {}
-    void reserved5() override {}
-    void reserved6() override {}
-    void reserved7() override {}
-    void reserved8() override {}
-    void reserved9() override {}
     bool getProperty(sstring const&, ScriptValue*) override { return false; }
     void setProperty(sstring const&, ScriptValue*) override {}
     void deleteProperty(sstring const&) override {}
@@ -58,19 +40,9 @@ public:
     int beginSession(int flags) override { return session.push_back("begin " + std::to_string(flags)), 7; }
     int endSession() override { return session.push_back("end"), 7; }
     void windowState(int) override {}
-    void reserved21() override {}
-    void reserved22() override {}
-    void reserved23() override {}
     void callMethod(ScriptObject*, sstring const&, ScriptArgs*, ScriptValue*) override {}
-    void reserved25() override {}
     void callMethodAsync(ScriptObject*, sstring const&, ScriptArgs*, ScriptCompletion, void*) override {}
-    void reserved27() override {}
-    void reserved28() override {}
-    void reserved29() override {}
     bool hasMethod(sstring const& name) override { return methods.contains(name.c_str()); }
-    void reserved31() override {}
-    void reserved32() override {}
-    void reserved33() override {}
     ScriptEngine* getEngine() override { return &m_engine; }
 
 private:

@@ -1,11 +1,11 @@
 // tests/node/fake/fakecomponent.cpp: entry points, and the two directions of calls.
 #include "tests/node/fake/fakecomponent.h"
 
-#include <strings.h>
-
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+
+#include <strings.h>
 
 Fake fake;
 

@@ -46,8 +46,8 @@ function orExplain(what, load) {
     }
 }
 
-const addonFile = path.join(__dirname, 'lib', 'tarn.node');
-const componentFile = process.env.TARN_LIBRARY || path.join(__dirname, 'lib', 'libtarn.so');
+const addonFile = path.join(__dirname, '..', 'lib', 'tarn.node');
+const componentFile = process.env.TARN_LIBRARY || path.join(__dirname, '..', 'lib', 'libtarn.so');
 
 function loadAddon() {
     return orExplain('the addon (host/node/lib/tarn.node, made by the build)', () => require(addonFile));

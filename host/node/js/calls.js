@@ -1,0 +1,58 @@
+'use strict';
+// Calls of script methods by the component, and the promises that some of them return.
+
+const { findMethod } = require('./methods.js');
+const { native } = require('./native.js');
+const { arePromisesStuck, lookForStuckPromises } = require('./wait.js');
+
+/** Handlers whose promise has not settled, by the number of their call. */
+const unsettled = new Set();
+
+function isThenable(value) {
+    return value !== null && (typeof value === 'object' || typeof value === 'function') && typeof value.then === 'function';
+}
+
+function finish(id, value) {
+    unsettled.delete(id);
+    native.complete(id, value);
+}
+
+/** The call is completed before its error is reported: the report may end the process. */
+function fail(id, error) {
+    finish(id, null);
+    native.report(error);
+}
+
+function awaitResult(id, promise) {
+    unsettled.add(id);
+    Promise.resolve(promise).then((value) => finish(id, value), (error) => fail(id, error));
+    if (arePromisesStuck() && native.isWaiting()) {
+        finish(id, null);
+    }
+}
+
+/** Calls a method for the component and answers under `id`, now or when the promise that it returns has settled. */
+function runCall(id, target, self, name, args) {
+    try {
+        const method = findMethod(target, name);
+        const result = method === undefined ? null : Reflect.apply(method, self, args);
+        if (isThenable(result)) {
+            awaitResult(id, result);
+        } else {
+            finish(id, result);
+        }
+    } catch (error) {
+        fail(id, error);
+    }
+    return true;
+}
+
+/** Only where the addon can not run promises inside a promise: ends the calls whose promise can not settle meanwhile. */
+function checkPromises() {
+    if (lookForStuckPromises()) {
+        [...unsettled].forEach((id) => finish(id, null));
+    }
+    return true;
+}
+
+module.exports = { checkPromises, runCall };

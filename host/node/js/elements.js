@@ -1,0 +1,29 @@
+'use strict';
+// Custom elements: the classes of the application that pages name.
+
+const { callerFolder } = require('./callerfolder.js');
+const { native } = require('./native.js');
+
+/** Classes and the folders of the scripts that registered them, by name. */
+const registered = new Map();
+
+function register(name, Class) {
+    if (typeof name !== 'string' || name === '' || typeof Class !== 'function') {
+        throw new TypeError('tarn.register(name, Class) needs a name and a class');
+    }
+    registered.set(name, { Class, folder: callerFolder() });
+}
+
+/** For the component: a new element; null when there is no class of that name. Letters' case does not matter. */
+function construct(name) {
+    const wanted = name.toLowerCase();
+    const exact = registered.get(name);
+    const found = exact ?? [...registered].find(([known]) => known.toLowerCase() === wanted)?.[1];
+    if (found === undefined) {
+        return null;
+    }
+    native.setNextFolder(found.folder);
+    return new found.Class();
+}
+
+module.exports = { construct, register };

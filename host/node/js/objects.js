@@ -1,0 +1,31 @@
+'use strict';
+// What the component adds to JavaScript objects: properties, methods, and the tie between a window and its controls.
+
+const { native } = require('./native.js');
+
+function defineAccessor(object, name) {
+    Object.defineProperty(object, name, {
+        get: () => native.tableGet(object, name),
+        set: (value) => native.tableSet(object, name, value),
+        enumerable: true,
+        configurable: true,
+    });
+}
+
+function defineMethod(object, name, method) {
+    Object.defineProperty(object, name, { value: method, writable: true, configurable: true });
+}
+
+const ownedBy = new WeakMap();
+const ownerOf = new WeakMap();
+
+/** A window and its controls keep each other, by edges that the garbage collector can see. */
+function tie(owner, object) {
+    if (!ownedBy.has(owner)) {
+        ownedBy.set(owner, new Set());
+    }
+    ownedBy.get(owner).add(object);
+    ownerOf.set(object, owner);
+}
+
+module.exports = { defineAccessor, defineMethod, tie };

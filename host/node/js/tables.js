@@ -1,0 +1,54 @@
+'use strict';
+// Objects whose properties lie in the component's memory: the session, a form, a rectangle. Script sees each through a proxy.
+
+const { inspect } = require('node:util');
+const { native } = require('./native.js');
+
+/** From the hidden object behind a proxy to the proxy, which is what the addon knows. */
+const proxies = new WeakMap();
+
+function isInTable(proxy, name) {
+    return typeof name === 'string' && native.tableHas(proxy, name);
+}
+
+const traps = {
+    get: (target, name, proxy) => (isInTable(proxies.get(target), name)
+        ? native.tableGet(proxies.get(target), name) : Reflect.get(target, name, proxy)),
+    has: (target, name) => isInTable(proxies.get(target), name) || Reflect.has(target, name),
+    set: (target, name, value) => {
+        if (typeof name === 'symbol') {
+            return Reflect.set(target, name, value);
+        }
+        native.tableSet(proxies.get(target), name, value);
+        return true;
+    },
+    deleteProperty: (target, name) => {
+        if (typeof name === 'symbol') {
+            return Reflect.deleteProperty(target, name);
+        }
+        native.tableDelete(proxies.get(target), name);
+        return true;
+    },
+    ownKeys: (target) => native.tableNames(proxies.get(target)).concat(Object.getOwnPropertySymbols(target)),
+    getOwnPropertyDescriptor: (target, name) => (isInTable(proxies.get(target), name)
+        ? { value: native.tableGet(proxies.get(target), name), writable: true, enumerable: true, configurable: true }
+        : Reflect.getOwnPropertyDescriptor(target, name)),
+    defineProperty: (target, name, property) => {
+        if (typeof name === 'symbol' || !('value' in property)) {
+            return typeof name === 'symbol' && Reflect.defineProperty(target, name, property);
+        }
+        native.tableSet(proxies.get(target), name, property.value);
+        return true;
+    },
+    preventExtensions: () => false,
+};
+
+function projectTable() {
+    const target = {};
+    const proxy = new Proxy(target, traps);
+    Object.defineProperty(target, inspect.custom, { value: () => ({ ...proxy }) });
+    proxies.set(target, proxy);
+    return proxy;
+}
+
+module.exports = { projectTable };

@@ -1,0 +1,127 @@
+// host/node/nodeengine-calls.cpp: calls from script into the component, and from the component into script.
+#include "host/node/nodecomponent.h"
+#include "host/node/nodeengine.h"
+
+#include <set>
+#include <string>
+
+namespace {
+
+/// What a method of a window or control that is gone gives, by its name: script may go on after the component's end.
+Napi::Value neutralResult(Napi::Env env, std::string const& name)
+{
+    static std::set<std::string, std::less<>> const tests = {
+        "open",      "isOpen",    "isValid",       "load",           "loadFile",      "setText",       "loadBackground",
+        "isEnabled", "isChecked", "isItemChecked", "isItemSelected", "isItemEnabled", "isItemExpanded"};
+    static std::set<std::string, std::less<>> const texts = {"getTitle", "getFocus", "getEnterControl",
+                                                             "getEscapeControl"};
+    if (tests.contains(name))
+        return Napi::Boolean::New(env, false);
+    if (texts.contains(name))
+        return Napi::String::New(env, "");
+    if (name == "getSizePolicy")
+        return Napi::String::New(env, "RESIZE");
+    return env.Null();
+}
+
+class Depth
+{
+public:
+    explicit Depth(int& depth) : m_depth(depth) { ++m_depth; }
+    ~Depth() { --m_depth; }
+    Depth(Depth const&) = delete;
+    Depth& operator=(Depth const&) = delete;
+
+private:
+    int& m_depth;
+};
+
+} // namespace
+
+// --- from script into the component ---
+
+void NodeEngine::enter(std::function<void()> const& work)
+{
+    {
+        NodePump::Wait wait(pump());
+        work();
+    }
+    pump().runBookKeeping(); // what the component wrote during the call is there when the call returns
+    updateAlive();
+}
+
+void NodeEngine::invoke(ScriptMethod method, NodeObject* self, NodeArgs& args, NodeValue& result)
+{
+    NodeObjectHold hold(self);
+    enter([&] { method(m_services, self->getPrivate(), self, args, result); });
+}
+
+Napi::Value NodeEngine::invoke(ScriptMethod method, NodeObject* self, std::string const& name,
+                               Napi::CallbackInfo const& info)
+{
+    if (!NodeComponent::the().isLive())
+        return neutralResult(m_env, name);
+    m_methodNames.publishFresh(self);
+    NodeArgs args;
+    for (size_t i = 0; i < info.Length(); ++i)
+        args.add(fromScript(info[i]));
+    NodeValue result;
+    invoke(method, self, args, result);
+    return toScript(result);
+}
+
+// --- from the component into script ---
+
+/// A method that the component gave to an object of its own, which no script has seen: calls it without a detour.
+bool NodeEngine::callOwnTable(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
+                              NodeArgs::Values const& args)
+{
+    auto method = target.kind() == NodeObject::Kind::kTable ? target.ownMethod(name) : nullptr;
+    if (!method)
+        return false;
+    NodeArgs list(args);
+    NodeValue result;
+    invoke(method, &self, list, result);
+    m_calls.complete(call.id(), std::move(result));
+    return true;
+}
+
+void NodeEngine::callScript(std::shared_ptr<NodeCall> call, NodeObject& target, NodeObject& self,
+                            std::u16string const& name, NodeArgs::Values const& args)
+{
+    if (callOwnTable(*call, target, self, name, args))
+        return;
+    Napi::HandleScope scope(m_env);
+    auto list = Napi::Array::New(m_env, args.size());
+    for (size_t i = 0; i < args.size(); ++i)
+        list.Set(static_cast<uint32_t>(i), toScript(args[i]));
+    auto id = Napi::Number::New(m_env, call->id());
+    auto done =
+        m_helpers.call("runCall", {id, toScript(&target), toScript(&self), Napi::String::New(m_env, name), list});
+    if (done.IsEmpty())
+        m_calls.complete(call->id(), NodeValue());
+    if (pump().isWaiting())
+        runMicrotasks();
+    m_methodNames.publish();
+}
+
+NodeValue NodeEngine::callAndWait(NodeObject& target, NodeObject& self, std::u16string const& name,
+                                  NodeArgs::Values const& args)
+{
+    Depth depth(m_callDepth);
+    NodeValue result;
+    auto call = m_calls.add([&result](NodeValue& value) { result = value; });
+    if (call->isDone())
+        return result;
+    // An async handler that never ends, such as a clock in an opened window, is left alone once its window is closed.
+    bool const isOpenWindow = m_windows.contains(self);
+    NodePump::Wait wait(pump());
+    callScript(call, target, self, name, args);
+    while (!call->isDone()) {
+        if (isOpenWindow && !m_windows.contains(self))
+            m_calls.complete(call->id(), NodeValue());
+        else
+            pump().step();
+    }
+    return result;
+}

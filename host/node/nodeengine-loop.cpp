@@ -1,0 +1,75 @@
+// host/node/nodeengine-loop.cpp: what the pump asks of the interpreter: to run one piece of work, to turn its event
+// loop from further up the stack, and to run its promises there.
+#include "host/node/nodeengine.h"
+#include "host/node/reentry.h"
+
+// --- while the program is idle ---
+
+void NodeEngine::runOneTask() { pump().runOne(); }
+
+bool NodeEngine::dispatchOne()
+{
+    Napi::HandleScope scope(m_env);
+    auto result = m_runOneTask.MakeCallback(m_env.Global(), std::initializer_list<napi_value>{}, *m_asyncContext);
+    m_helpers.reportPending();
+    return !result.IsEmpty();
+}
+
+void NodeEngine::onLoopTurn()
+{
+    if (!m_methodNames.tracksAny() || !m_windows.any())
+        return;
+    Napi::HandleScope scope(m_env);
+    m_publishMethodNames.MakeCallback(m_env.Global(), std::initializer_list<napi_value>{}, *m_asyncContext);
+    m_helpers.reportPending();
+}
+
+void NodeEngine::updateAlive() { pump().setAlive(m_windows.any() || pump().hasWork()); }
+
+// --- while script waits in the component ---
+
+void NodeEngine::startTimers()
+{
+    Napi::HandleScope scope(m_env);
+    m_helpers.call("startWait", {});
+}
+
+void NodeEngine::runLoopOnce()
+{
+    reentry::ErrorBarrier barrier;
+    uv_run(pump().loop(), UV_RUN_NOWAIT);
+}
+
+/// Through the interpreter, so that an error which a callback of the loop lets through stops here and not in the script
+/// that waits.
+void NodeEngine::turnLoop()
+{
+    Napi::HandleScope scope(m_env);
+    m_runLoopOnce.Call({});
+    m_helpers.reportPending();
+    runMicrotasks();
+    m_methodNames.publish();
+}
+
+void NodeEngine::runMicrotasks()
+{
+    Napi::HandleScope scope(m_env);
+    auto done = m_helpers.call("runTicks", {});
+    if (reentry::canRunMicrotasks()) {
+        reentry::runMicrotasks();
+        done = m_helpers.call("runTicks", {});
+    } else {
+        done = m_helpers.call("checkPromises", {});
+    }
+    if (done.IsEmpty() && !m_helpers.hasGivenUp() && !m_helpers.isScriptAlive())
+        abandon();
+}
+
+/// The environment was terminated while it waits inside the component. Nothing of script runs any more; what waits for
+/// a window to close must return.
+void NodeEngine::abandon()
+{
+    m_helpers.giveUp();
+    close();
+    closeWindows();
+}

@@ -1,0 +1,43 @@
+// host/node/nodehelpers.cpp: see the header.
+#include "host/node/nodehelpers.h"
+
+void NodeHelpers::start(Napi::Object helpers)
+{
+    auto names = helpers.GetPropertyNames();
+    for (uint32_t i = 0; i < names.Length(); ++i) {
+        auto name = names.Get(i).As<Napi::String>().Utf8Value();
+        auto& kept = m_functions[name];
+        kept = Napi::Persistent(helpers.Get(name).As<Napi::Function>());
+        kept.SuppressDestruct();
+    }
+}
+
+Napi::FunctionReference const& NodeHelpers::find(char const* name) const { return m_functions.find(name)->second; }
+
+Napi::Value NodeHelpers::call(char const* name, std::initializer_list<napi_value> args)
+{
+    if (m_hasGivenUp)
+        return {};
+    auto result = find(name).Call(args);
+    reportPending();
+    return result;
+}
+
+void NodeHelpers::report(Napi::Value error) { napi_fatal_exception(m_env, error); }
+
+void NodeHelpers::reportPending()
+{
+    if (m_env.IsExceptionPending())
+        report(m_env.GetAndClearPendingException().Value());
+}
+
+bool NodeHelpers::isScriptAlive()
+{
+    if (m_hasGivenUp)
+        return false;
+    Napi::HandleScope scope(m_env);
+    auto answer = find("isAlive").Call({});
+    if (m_env.IsExceptionPending())
+        m_env.GetAndClearPendingException();
+    return !answer.IsEmpty();
+}

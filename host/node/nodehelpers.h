@@ -1,0 +1,40 @@
+// host/node/nodehelpers.h: the functions of the package's JavaScript part that the engine calls ("helpers", see
+// index.js), and what becomes of an error that leaves one of them.
+#pragma once
+
+#include <initializer_list>
+#include <map>
+#include <string>
+
+#include <napi.h>
+
+/// The helpers of one environment. Script thread.
+class NodeHelpers
+{
+public:
+    explicit NodeHelpers(Napi::Env env) : m_env(env) {}
+
+    /// Takes over every function of `helpers`, by its name. Once.
+    void start(Napi::Object helpers);
+
+    /// What the helper returned; empty when it threw, which is reported, and after giveUp().
+    Napi::Value call(char const* name, std::initializer_list<napi_value> args);
+
+    /// An error that nobody caught: what the interpreter does with those, it does (it may end the process).
+    void report(Napi::Value error);
+    /// Reports the exception that is pending, if there is one.
+    void reportPending();
+
+    /// Whether the environment still runs script. A worker thread that is being terminated does not.
+    bool isScriptAlive();
+    /// Calls nothing any more: the environment was terminated.
+    void giveUp() { m_hasGivenUp = true; }
+    bool hasGivenUp() const { return m_hasGivenUp; }
+
+private:
+    Napi::FunctionReference const& find(char const* name) const;
+
+    Napi::Env m_env;
+    std::map<std::string, Napi::FunctionReference, std::less<>> m_functions;
+    bool m_hasGivenUp = false;
+};

@@ -1,0 +1,63 @@
+// host/node/nodemethodnames.cpp: see the header.
+#include "host/node/nodemethodnames.h"
+
+#include "host/node/nodehelpers.h"
+#include "host/node/nodeobject.h"
+
+#include <memory>
+#include <utility>
+
+void NodeMethodNames::track(NodeObject& object)
+{
+    m_tracked.insert(&object);
+    m_fresh.insert(&object);
+}
+
+void NodeMethodNames::untrack(NodeObject& object)
+{
+    m_tracked.erase(&object);
+    m_fresh.erase(&object);
+}
+
+void NodeMethodNames::publish()
+{
+    m_fresh.clear();
+    std::vector<NodeObjectRef> objects;
+    for (auto object : m_tracked)
+        objects.emplace_back(object);
+    publishEach(objects);
+}
+
+void NodeMethodNames::publishFresh(NodeObject* self)
+{
+    auto fresh = std::exchange(m_fresh, {});
+    for (auto object = self; object; object = object->owner())
+        fresh.insert(object);
+    std::vector<NodeObjectRef> objects;
+    for (auto object : fresh)
+        objects.emplace_back(object);
+    publishEach(objects);
+}
+
+/// Looking at an object may run script, of a proxy: objects may come and go meanwhile, so the caller keeps these.
+void NodeMethodNames::publishEach(std::vector<NodeObjectRef> const& objects)
+{
+    for (auto& object : objects)
+        publishOne(*object);
+}
+
+void NodeMethodNames::publishOne(NodeObject& object)
+{
+    Napi::HandleScope scope(m_env);
+    auto script = object.script();
+    if (script.IsEmpty())
+        return;
+    auto changed = m_helpers.call("scanMethods", {script});
+    if (changed.IsEmpty() || !changed.IsArray())
+        return;
+    auto list = changed.As<Napi::Array>();
+    auto names = std::make_shared<NodeObject::MethodNames>();
+    for (uint32_t i = 0; i < list.Length(); ++i)
+        names->insert(list.Get(i).ToString().Utf16Value());
+    object.publishMethods(std::move(names));
+}
