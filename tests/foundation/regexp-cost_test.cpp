@@ -111,6 +111,8 @@ TEST(RegexpCost, EveryRepetitionThatFitsOverALongTextIsQuick)
     expectQuick(repeated(".*a", 170), text, true);
     expectQuick(repeated(".*a", 169) + ".*$", text, true);
     expectQuick(repeated(".*a", 169) + "x", text, false);
+    // Each of the first items would try the whole text, where only the beginning can match.
+    expectQuick(repeated(".*a", 170), repeated("a", 170) + repeated("b", kLong), true);
     expectQuick("^" + repeated("[ab]*", 102) + "x", text, false);
     expectQuick("^" + repeated("[^x]*", 127) + "x", text, false);
     expectQuick(repeated(".", 509) + "$", text, true);
