@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr unsigned int sizes[] = {10 << 10, 100 << 10, 1 << 20};
+constexpr unsigned int kSizes[] = {10 << 10, 100 << 10, 1 << 20};
 
 void countBytes(benchmark::State& state, std::string const& page)
 {
@@ -55,12 +55,12 @@ void tokens(benchmark::State& state, std::string const& page)
     for (auto _ : state) {
         textstream stream = streamOver(page);
         mlTokenizer tokenizer(&stream);
-        unsigned long context = mlContextContent;
-        while (tokenizer.nextSkippingComments(context, true) != mlTokenEnd) {
+        unsigned long context = kContextContent;
+        while (tokenizer.nextSkippingComments(context, true) != kTokenEnd) {
             mlTokenType const type = tokenizer.type();
-            bool const opens = type >= mlTokenOpenInclude && type <= mlTokenOpen;
-            bool const closes = type >= mlTokenCloseComment && type <= mlTokenClose;
-            context = opens ? mlContextTag : closes ? mlContextContent : context;
+            bool const opens = type >= kTokenOpenInclude && type <= kTokenOpen;
+            bool const closes = type >= kTokenCloseComment && type <= kTokenClose;
+            context = opens ? kContextTag : closes ? kContextContent : context;
         }
     }
     countBytes(state, page);
@@ -131,7 +131,7 @@ int main(int argc, char** argv)
 {
     std::vector<Ratio> ratios;
     for (PageKind const& kind : pageKinds())
-        for (unsigned int size : sizes)
+        for (unsigned int size : kSizes)
             addPage(kind.name + std::string("/") + std::to_string(size >> 10) + "KB", makePage(kind, size), ratios);
     return runWithRatios(argc, argv, ratios);
 }

@@ -21,9 +21,9 @@
 
 namespace {
 
-constexpr int tripsPerSample = 1000;
-constexpr int rounds = 61;
-constexpr double target = 1.0 / 3;
+constexpr int kTripsPerSample = 1000;
+constexpr int kRounds = 61;
+constexpr double kTarget = 1.0 / 3;
 
 void pinTo(pthread_t thread, int core)
 {
@@ -62,14 +62,14 @@ void arrive(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue
 /// On the GUI thread: calls the handler `onPing` of an object once for each trip.
 void callHandlers(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs&, ScriptValue& result)
 {
-    for (int i = 0; i < tripsPerSample; ++i)
+    for (int i = 0; i < kTripsPerSample; ++i)
         guiCallback_CallEvent(nullptr, self, "onPing", self, &result);
 }
 
 /// The two ends; the GUI thread's is made and destroyed there.
 struct Line
 {
-    Peer script{tripsPerSample};
+    Peer script{kTripsPerSample};
     Peer* gui = nullptr;
 };
 
@@ -77,7 +77,7 @@ Line* line = nullptr;
 
 void makeGuiEnd(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
-    line->gui = new Peer(tripsPerSample);
+    line->gui = new Peer(kTripsPerSample);
     line->gui->other = &line->script;
     line->script.other = line->gui;
 }
@@ -86,7 +86,7 @@ void destroyGuiEnd(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, Scri
 
 void callFromScript()
 {
-    for (int i = 0; i < tripsPerSample; ++i)
+    for (int i = 0; i < kTripsPerSample; ++i)
         callOnGuiThread(arrive, nullptr);
 }
 
@@ -94,7 +94,7 @@ void callFromScript()
 double clickHere(NativeHost& host)
 {
     std::optional<double> seconds;
-    clickLater(clickWindow, tripsPerSample, [&](double found) {
+    clickLater(kClickWindow, kTripsPerSample, [&](double found) {
         host.post([&, found] { seconds = found; }); // on the script thread, which then looks
     });
     if (!host.serveUntil([&] { return seconds.has_value(); }, std::chrono::minutes(1)) || *seconds < 0) {
@@ -106,18 +106,19 @@ double clickHere(NativeHost& host)
 
 double bareTrip()
 {
-    return secondsOf([] { line->script.letOtherPlay(); }) / tripsPerSample;
+    return secondsOf([] { line->script.letOtherPlay(); }) / kTripsPerSample;
 }
 
 /// Clicks on a link whose handler does nothing, from the press to the release after the handler has returned.
 void compareClicks(NativeHost& host, int const& clicked)
 {
     auto const print = [](char const* name, Medians const& medians) {
-        printRatio(name, medians.ours, medians.peer, target);
+        printRatio(name, medians.ours, medians.peer, kTarget);
     };
-    print("click-to-handler-and-back/native", measureInTurns(
-                                                  rounds, [&] { return clickHere(host) / tripsPerSample; }, bareTrip));
-    if (clicked != (rounds + 1) * tripsPerSample) {
+    print("click-to-handler-and-back/native",
+          measureInTurns(
+              kRounds, [&] { return clickHere(host) / kTripsPerSample; }, bareTrip));
+    if (clicked != (kRounds + 1) * kTripsPerSample) {
         std::fprintf(stderr, "bench_roundtrip: %d clicks reached the handler\n", clicked);
         std::_Exit(1);
     }
@@ -125,7 +126,7 @@ void compareClicks(NativeHost& host, int const& clicked)
     if (node)
         print("click-to-handler-and-back/node",
               measureInTurns(
-                  rounds, [&] { return node->click(tripsPerSample) / tripsPerSample; }, bareTrip));
+                  kRounds, [&] { return node->click(kTripsPerSample) / kTripsPerSample; }, bareTrip));
     else
         std::printf("no Node.js host was built: its clicks are not measured\n");
 }
@@ -134,8 +135,8 @@ void compareClicks(NativeHost& host, int const& clicked)
 void compare(char const* name, std::function<void()> const& ours, std::function<void()> const& peer)
 {
     Medians const medians = measureInTurns(
-        rounds, [&] { return secondsOf(ours) / tripsPerSample; }, [&] { return secondsOf(peer) / tripsPerSample; });
-    printRatio(name, medians.ours, medians.peer, target);
+        kRounds, [&] { return secondsOf(ours) / kTripsPerSample; }, [&] { return secondsOf(peer) / kTripsPerSample; });
+    printRatio(name, medians.ours, medians.peer, kTarget);
 }
 
 } // namespace
@@ -143,7 +144,7 @@ void compare(char const* name, std::function<void()> const& ours, std::function<
 int main()
 {
     NativeHost host({.folder = TARN_BENCH_FOLDER});
-    NativeWindow window = host.window(clickPage); // from now on there is an engine, and so a pump to wait in
+    NativeWindow window = host.window(kClickPage); // from now on there is an engine, and so a pump to wait in
     int clicked = 0;
     window.on("onPing", [&](NativeWindow&, NativeArguments const&) { ++clicked; });
     if (!window.open())
@@ -168,10 +169,10 @@ int main()
     callOnGuiThread(destroyGuiEnd, nullptr);
     window.close();
 
-    constexpr int expected = (rounds + 1) * tripsPerSample;
-    if (reachedOnGuiThread == expected && reachedOnScriptThread == expected)
+    constexpr int kExpected = (kRounds + 1) * kTripsPerSample;
+    if (reachedOnGuiThread == kExpected && reachedOnScriptThread == kExpected)
         return 0;
     std::fprintf(stderr, "bench_roundtrip: %d and %d calls arrived, not %d\n", reachedOnGuiThread,
-                 reachedOnScriptThread, expected);
+                 reachedOnScriptThread, kExpected);
     return 1;
 }

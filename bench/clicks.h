@@ -10,8 +10,8 @@
 #include <optional>
 #include <string>
 
-inline constexpr char clickPage[] = "click-page.html";
-inline constexpr char clickWindow[] = "Click";
+inline constexpr char kClickPage[] = "click-page.html";
+inline constexpr char kClickWindow[] = "Click";
 
 namespace clicks {
 

@@ -47,23 +47,23 @@ public:
         Run const& best = *std::min_element(measured.begin(), measured.end(),
                                             [](Run const& a, Run const& b) { return secondsOf(a) < secondsOf(b); });
         std::string const args = best.run_name.args.empty() ? "" : "/" + best.run_name.args;
-        seconds[best.run_name.function_name + args] = secondsOf(best);
+        m_seconds[best.run_name.function_name + args] = secondsOf(best);
         ConsoleReporter::ReportRuns({best});
     }
 
     /// Leaves out what was not run, for example because a filter excluded it or the peer is not installed.
     void print(Ratio const& ratio) const
     {
-        auto const ours = seconds.find(ratio.ours);
-        auto const peer = seconds.find(ratio.peer);
-        if (ours != seconds.end() && peer != seconds.end())
+        auto const ours = m_seconds.find(ratio.ours);
+        auto const peer = m_seconds.find(ratio.peer);
+        if (ours != m_seconds.end() && peer != m_seconds.end())
             printRatio(ratio.name, ours->second, peer->second, ratio.target);
     }
 
 private:
     static double secondsOf(Run const& run) { return run.cpu_accumulated_time / static_cast<double>(run.iterations); }
 
-    std::map<std::string, double> seconds;
+    std::map<std::string, double> m_seconds;
 };
 
 /// The body of main(): runs what was registered, then prints the ratios.

@@ -14,9 +14,9 @@ inline std::string timeText(double seconds)
         char const* name;
         double seconds;
     };
-    constexpr Unit units[] = {{"s", 1}, {"ms", 1e-3}, {"us", 1e-6}, {"ns", 1e-9}};
-    Unit unit = units[3];
-    for (Unit const& candidate : units) {
+    constexpr Unit kUnits[] = {{"s", 1}, {"ms", 1e-3}, {"us", 1e-6}, {"ns", 1e-9}};
+    Unit unit = kUnits[3];
+    for (Unit const& candidate : kUnits) {
         if (seconds >= candidate.seconds) {
             unit = candidate;
             break;

@@ -39,7 +39,7 @@ private:
     std::optional<Seen> sizeOf(xcb_window_t window);
     bool showsContent(Seen const& seen, uint32_t background, uint32_t text);
 
-    std::unique_ptr<xcb_connection_t, Disconnect> connection;
-    xcb_window_t root = 0;
-    xcb_window_t managed = 0; // the window manager's latest; 0: none
+    std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+    xcb_window_t m_root = 0;
+    xcb_window_t m_managed = 0; // the window manager's latest; 0: none
 };

@@ -97,7 +97,7 @@ void guiMovie::play(int loop)
     m_isPaused = false;
     m_isPlaying = true;
     m_player = pthread_create_managed(&guiMovie::threadMain, reinterpret_cast<intptr_t>(this));
-    m_hasPlayer = m_player != noThread;
+    m_hasPlayer = m_player != kNoThread;
     m_isPlaying = m_hasPlayer;
 }
 

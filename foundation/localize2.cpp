@@ -47,13 +47,13 @@ const CodepageRow codepageTable[] = {
     {"zh_TW", "zh_TW", "BIG5"},
 };
 
-constexpr size_t codepageNameLength = 5; // of every locale and alias above
+constexpr size_t kCodepageNameLength = 5; // of every locale and alias above
 
 /// The alias column is asked for the whole table first, then the locale column. Asked by every conversion, so names
 /// that can not be there are sorted out at once.
 CodepageRow const* findCodepage(char const* name)
 {
-    if (std::strlen(name) != codepageNameLength)
+    if (std::strlen(name) != kCodepageNameLength)
         return nullptr;
     for (CodepageRow const& row : codepageTable)
         if (strcasecmp(name, row.alias) == 0)
@@ -192,7 +192,7 @@ void copyLibraryCodeset(char* out)
 {
     char const* name = nl_langinfo(CODESET);
     const size_t length = name ? std::strcspn(name, ":") : 0;
-    if (length == 0 || length >= maxCodesetName) {
+    if (length == 0 || length >= kMaxCodesetName) {
         std::strcpy(out, fallbackCodeset);
         return;
     }
@@ -208,7 +208,7 @@ int Locale_GetDefaultCodeset(LOCALE* locale, char* out)
     if (!out)
         return 0;
     CodepageRow const* row = findCodepage(nameOf(locale));
-    assert(!row || std::strlen(row->codeset) < maxCodesetName);
+    assert(!row || std::strlen(row->codeset) < kMaxCodesetName);
     if (row)
         std::strcpy(out, row->codeset);
     else

@@ -8,7 +8,7 @@ struct LOCALE
 };
 
 /// Room that Locale_GetDefaultCodeset() needs, terminator included.
-constexpr unsigned int maxCodesetName = 64;
+constexpr unsigned int kMaxCodesetName = 64;
 
 /// Takes the system locale from the environment and makes it the default. Runs once; every function below calls it
 /// first. Returns 1.

@@ -15,14 +15,14 @@ namespace {
 class Locked
 {
 public:
-    explicit Locked(pevent* event) : mutex(&event->mutex) { pthread_mutex_lock(mutex); }
+    explicit Locked(pevent* event) : m_mutex(&event->mutex) { pthread_mutex_lock(m_mutex); }
     Locked(Locked const&) = delete;
     Locked& operator=(Locked const&) = delete;
     /// The last touch of the event: who was let go may destroy it from here on.
-    ~Locked() { pthread_mutex_unlock(mutex); }
+    ~Locked() { pthread_mutex_unlock(m_mutex); }
 
 private:
-    pthread_mutex_t* mutex;
+    pthread_mutex_t* m_mutex;
 };
 
 int waitUntil(pevent* event, timespec const* deadline)

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int millisecondsPerTry = 1000;
+constexpr int kMillisecondsPerTry = 1000;
 
 } // namespace
 
@@ -44,11 +44,11 @@ int pmutex_request_timeout(pmutex* mutex, int milliseconds)
 {
     if (milliseconds <= 0)
         return 1;
-    for (int left = milliseconds; left > 0; left -= millisecondsPerTry)
+    for (int left = milliseconds; left > 0; left -= kMillisecondsPerTry)
         if (pmutex_requestNoBlock(mutex) == 0)
             return 0;
-    for (int left = milliseconds; left > 0; left -= millisecondsPerTry) {
-        millisleep(millisecondsPerTry);
+    for (int left = milliseconds; left > 0; left -= kMillisecondsPerTry) {
+        millisleep(kMillisecondsPerTry);
         if (pmutex_requestNoBlock(mutex) == 0)
             return 0;
     }

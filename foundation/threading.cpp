@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr unsigned int granule = 32;
+constexpr unsigned int kGranule = 32;
 
 struct ThreadSlot
 {
@@ -67,27 +67,27 @@ public:
         sigemptyset(&blocked);
         for (int number : {SIGHUP, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2, SIGCHLD, SIGIO, 19, 20, 21, 22})
             sigaddset(&blocked, number);
-        worked = pthread_sigmask(SIG_BLOCK, &blocked, &previous) == 0;
+        worked = pthread_sigmask(SIG_BLOCK, &blocked, &m_previous) == 0;
     }
     SignalsBlocked(SignalsBlocked const&) = delete;
     SignalsBlocked& operator=(SignalsBlocked const&) = delete;
     ~SignalsBlocked()
     {
         if (worked)
-            pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+            pthread_sigmask(SIG_SETMASK, &m_previous, nullptr);
     }
 
     bool worked = false;
 
 private:
-    sigset_t previous;
+    sigset_t m_previous;
 };
 
 template <class Element>
 void ensureCount(Element*& array, unsigned int& count, unsigned int needed)
 {
     void* block = array;
-    MemReallocArrayFunction(&block, sizeof(Element), &count, needed, granule);
+    MemReallocArrayFunction(&block, sizeof(Element), &count, needed, kGranule);
     array = static_cast<Element*>(block);
 }
 
@@ -147,7 +147,7 @@ pthread_t startInSlot(unsigned int index, pthread_attr_t const* attributes, Mana
     void* slotIndex = reinterpret_cast<void*>(uintptr_t{index});
     if (pthread_create(&slot.thread, attributes, runManaged, slotIndex) != 0) {
         freeHint = index;
-        return noThread;
+        return kNoThread;
     }
     freeHint = index + 1;
     return slot.thread;
@@ -164,12 +164,12 @@ pthread_t pthread_create_managed_with_attr(pthread_attr_t const* attributes, Man
 {
     const SignalsBlocked signals;
     if (!signals.worked || !routine || !tableLock())
-        return noThread;
+        return kNoThread;
     const TableLocked lock;
     try {
         return startInSlot(takeFreeSlot(), attributes, routine, argument);
     } catch (velaError const&) {
-        return noThread;
+        return kNoThread;
     }
 }
 

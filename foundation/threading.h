@@ -12,10 +12,10 @@ typedef intptr_t (*ManagedRoutine)(intptr_t argument);
 typedef void (*OnDestroyCallback)(void* data, pthread_t thread);
 
 /// What stands for a thread id when no thread could be created.
-constexpr pthread_t noThread = static_cast<pthread_t>(-1);
+constexpr pthread_t kNoThread = static_cast<pthread_t>(-1);
 
 /// Starts a joinable thread with SIGHUP, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2, SIGCHLD, SIGIO and the signals 19 to 22
-/// blocked; the caller's own mask stays. Returns its id, or noThread. The result of the routine is what pthread_join()
+/// blocked; the caller's own mask stays. Returns its id, or kNoThread. The result of the routine is what pthread_join()
 /// reports.
 pthread_t pthread_create_managed(ManagedRoutine routine, intptr_t argument);
 /// The same with attributes for pthread_create(), null for none.

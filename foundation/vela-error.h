@@ -9,14 +9,14 @@
 class velaError
 {
 public:
-    explicit velaError(int errorCode) : code(errorCode), message(sstring::NoBuffer{}) {}
-    velaError(int errorCode, sstring const& text) : code(errorCode), message(text) {}
+    explicit velaError(int errorCode) : m_code(errorCode), m_message(sstring::NoBuffer{}) {}
+    velaError(int errorCode, sstring const& text) : m_code(errorCode), m_message(text) {}
 
-    int getCode() const { return code; }
+    int getCode() const { return m_code; }
     /// Empty unless the thrower said more.
-    sstring const& getMessage() const { return message; }
+    sstring const& getMessage() const { return m_message; }
 
 private:
-    int code;        ///< errno-style number
-    sstring message; ///< one line for a person, or empty
+    int m_code;        ///< errno-style number
+    sstring m_message; ///< one line for a person, or empty
 };

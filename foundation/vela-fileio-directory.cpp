@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr unsigned int directoryBit = 0x4000; // S_IFDIR
+constexpr unsigned int kDirectoryBit = 0x4000; // S_IFDIR
 
 /// A new entry for the listing, owned by the caller; null when there is no memory.
 DIRENTRYDATA* makeEntry(DIR* directory, char const* name)
@@ -26,7 +26,7 @@ DIRENTRYDATA* makeEntry(DIR* directory, char const* name)
     std::strncpy(entry->name, name, sizeof entry->name - 1);
     struct stat status;
     if (fstatat(dirfd(directory), name, &status, 0) == 0 && S_ISDIR(status.st_mode))
-        entry->isDirectory = directoryBit;
+        entry->isDirectory = kDirectoryBit;
     return entry;
 }
 

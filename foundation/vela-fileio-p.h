@@ -18,13 +18,13 @@ class NarrowPath
 public:
     explicit NarrowPath(unsigned short const* path);
     /// Null when the path was null.
-    char const* get() const { return given ? text : nullptr; }
+    char const* get() const { return m_given ? m_text : nullptr; }
     /// ENAMETOOLONG when it does not fit; the text is then cut.
     int error = 0;
 
 private:
-    bool given;
-    char text[maxPathBytes] = {};
+    bool m_given;
+    char m_text[kMaxPathBytes] = {};
 };
 
 /// Calls an A function with a converted path.

@@ -14,7 +14,7 @@
 namespace {
 
 thread_local int lastError = 0;
-constexpr mode_t newDirectoryPermissions = 0700;
+constexpr mode_t kNewDirectoryPermissions = 0700;
 
 } // namespace
 
@@ -39,23 +39,23 @@ int pathError(char const* path)
 {
     if (!path || !*path)
         return EINVAL;
-    return std::strlen(path) < maxPathBytes ? 0 : ENAMETOOLONG;
+    return std::strlen(path) < kMaxPathBytes ? 0 : ENAMETOOLONG;
 }
 
-NarrowPath::NarrowPath(unsigned short const* path) : given(path != nullptr)
+NarrowPath::NarrowPath(unsigned short const* path) : m_given(path != nullptr)
 {
-    if (!given)
+    if (!m_given)
         return;
     // Every unit becomes at least one byte and at most four, so nothing is cut that would have fitted.
-    unsigned char converted[maxPathBytes * 4] = {};
-    if (strlen16(path) < maxPathBytes)
+    unsigned char converted[kMaxPathBytes * 4] = {};
+    if (strlen16(path) < kMaxPathBytes)
         UnicodeToAnsi(converted, path, sizeof converted - 1);
     else
         error = ENAMETOOLONG;
-    if (strlen8(converted) >= maxPathBytes)
+    if (strlen8(converted) >= kMaxPathBytes)
         error = ENAMETOOLONG;
-    std::memcpy(text, converted, maxPathBytes - 1);
-    assert(error || strlen8(converted) == std::strlen(text));
+    std::memcpy(m_text, converted, kMaxPathBytes - 1);
+    assert(error || strlen8(converted) == std::strlen(m_text));
 }
 
 int widenResult(char const* text, unsigned short* result, unsigned int size)
@@ -119,7 +119,7 @@ int FileIO_SetCurrentDirectoryA(char const* path) { return onPath(path, chdir); 
 
 int FileIO_CreateDirectoryA(char const* path)
 {
-    return onPath(path, [](char const* valid) { return mkdir(valid, newDirectoryPermissions); });
+    return onPath(path, [](char const* valid) { return mkdir(valid, kNewDirectoryPermissions); });
 }
 
 int FileIO_GetCurrentDirectoryA(char* result)
@@ -127,15 +127,15 @@ int FileIO_GetCurrentDirectoryA(char* result)
     beginFileCall();
     if (!result)
         return failFileCall(EINVAL);
-    return endFileCall(getcwd(result, maxPathBytes) != nullptr);
+    return endFileCall(getcwd(result, kMaxPathBytes) != nullptr);
 }
 
 int FileIO_GetCurrentDirectoryW(unsigned short* result)
 {
-    char narrow[maxPathBytes];
+    char narrow[kMaxPathBytes];
     if (!result)
         return failFileCall(EINVAL);
-    return FileIO_GetCurrentDirectoryA(narrow) && widenResult(narrow, result, maxPathBytes);
+    return FileIO_GetCurrentDirectoryA(narrow) && widenResult(narrow, result, kMaxPathBytes);
 }
 
 namespace {

@@ -15,9 +15,9 @@ namespace {
 bool joinPath(std::string_view directory, char const* name, char* result)
 {
     char const* slash = !directory.empty() && directory.back() == '/' ? "" : "/";
-    int const length = std::snprintf(result, maxPathBytes, "%.*s%s%s", static_cast<int>(directory.size()),
+    int const length = std::snprintf(result, kMaxPathBytes, "%.*s%s%s", static_cast<int>(directory.size()),
                                      directory.data(), slash, name);
-    return length >= 0 && static_cast<unsigned int>(length) < maxPathBytes;
+    return length >= 0 && static_cast<unsigned int>(length) < kMaxPathBytes;
 }
 
 /// Takes the first directory off a ":"-separated list.
@@ -40,7 +40,7 @@ int FileIO_FindFileInPathA(char const* name, char* result)
     char const* variable = std::getenv("PATH");
     if (!variable)
         return failFileCall(ENOENT);
-    char candidate[maxPathBytes];
+    char candidate[kMaxPathBytes];
     for (std::string_view list(variable); !list.empty();) {
         const std::string_view directory = nextDirectory(list);
         if (directory.empty() || !joinPath(directory, name, candidate) || !FileIO_FileExistsA(candidate))
@@ -56,8 +56,8 @@ namespace {
 /// Puts the current directory before a relative path; `result` may be the path itself.
 int appendToCurrentDirectory(char const* path, char* result)
 {
-    char current[maxPathBytes];
-    char joined[maxPathBytes];
+    char current[kMaxPathBytes];
+    char joined[kMaxPathBytes];
     if (!FileIO_GetCurrentDirectoryA(current))
         return 0;
     if (!joinPath(current, path, joined))
@@ -91,10 +91,10 @@ using PathFunction = int (*)(char const*, char*);
 
 int widenedResultOf(PathFunction function, unsigned short const* name, unsigned short* result)
 {
-    char narrow[maxPathBytes];
+    char narrow[kMaxPathBytes];
     if (!result)
         return failFileCall(EINVAL);
-    return withNarrowPath(name, function, static_cast<char*>(narrow)) && widenResult(narrow, result, maxPathBytes);
+    return withNarrowPath(name, function, static_cast<char*>(narrow)) && widenResult(narrow, result, kMaxPathBytes);
 }
 
 } // namespace
@@ -116,7 +116,7 @@ sstring absolutePath(sstring path)
     FileIO_ConvertSlashesToOSTypeA(path);
     if (path[0] == '/')
         return path;
-    char current[maxPathBytes] = {};
+    char current[kMaxPathBytes] = {};
     FileIO_GetCurrentDirectoryA(current);
     FileIO_ConvertSlashesToOSTypeA(current);
     return current + ("/" + path);

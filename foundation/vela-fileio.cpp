@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr mode_t newFilePermissions = 0600;
+constexpr mode_t kNewFilePermissions = 0600;
 
 bool initialised = false;
 
@@ -59,7 +59,7 @@ int openDescriptor(char const* path, OpenPlan const& plan)
     }
     errno = 0;
     int const descriptor = exists ? open(path, plan.existingFlags | O_CLOEXEC)
-                                  : open(path, plan.missingFlags | O_CLOEXEC, newFilePermissions);
+                                  : open(path, plan.missingFlags | O_CLOEXEC, kNewFilePermissions);
     if (descriptor >= 0 && plan.seeksEnd)
         lseek(descriptor, 0, SEEK_END);
     return descriptor;

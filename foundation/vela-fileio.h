@@ -12,7 +12,7 @@
 #include <ctime>
 
 /// Room for any path, terminator included: what a `result` buffer of the functions below must hold, in bytes or units.
-constexpr unsigned int maxPathBytes = 4096;
+constexpr unsigned int kMaxPathBytes = 4096;
 
 enum ENU_FILE_OPEN : int
 {
@@ -33,16 +33,16 @@ enum ENU_FILE_SEEK : int
 /// One open file, made by FileIO_Open and freed by FileIO_Close.
 struct FILEDATA
 {
-    unsigned int reserved;   ///< 0
-    int locked;              ///< 1 once FileIO_Lock succeeded, for good
-    char path[maxPathBytes]; ///< as it was passed
-    int descriptor;          ///< the operating system's
+    unsigned int reserved;    ///< 0
+    int locked;               ///< 1 once FileIO_Lock succeeded, for good
+    char path[kMaxPathBytes]; ///< as it was passed
+    int descriptor;           ///< the operating system's
 };
 
 /// One name of a directory.
 struct DIRENTRYDATA
 {
-    char name[maxPathBytes];
+    char name[kMaxPathBytes];
     unsigned int isDirectory; ///< 0x4000 for directories (links are followed), else 0
     DIRENTRYDATA* next;       ///< null at the end
 };

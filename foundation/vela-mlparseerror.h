@@ -5,33 +5,33 @@
 
 enum mlParseErrorCode : int
 {
-    mlErrorUnexpectedSymbol = 0,
-    mlErrorNoTagName = 1,
-    mlErrorNoTagClosure = 2,
-    mlErrorNoCDataClosure = 3,
-    mlErrorNoAttributeValue = 4,
-    mlErrorTagNameLength = 5,
-    mlErrorAttributeNameLength = 6,
-    mlErrorAttributeValueLength = 7
+    kErrorUnexpectedSymbol = 0,
+    kErrorNoTagName = 1,
+    kErrorNoTagClosure = 2,
+    kErrorNoCDataClosure = 3,
+    kErrorNoAttributeValue = 4,
+    kErrorTagNameLength = 5,
+    kErrorAttributeNameLength = 6,
+    kErrorAttributeValueLength = 7
 };
 
 /// Thrown by value.
 class mlParseError
 {
 public:
-    static constexpr unsigned int unknownLine = 0xFFFFFFFF;
+    static constexpr unsigned int kUnknownLine = 0xFFFFFFFF;
 
-    explicit mlParseError(mlParseErrorCode errorCode, unsigned int errorLine = unknownLine)
-        : code(errorCode), line(errorLine)
+    explicit mlParseError(mlParseErrorCode errorCode, unsigned int errorLine = kUnknownLine)
+        : m_code(errorCode), m_line(errorLine)
     {}
 
-    mlParseErrorCode getCode() const { return code; }
+    mlParseErrorCode getCode() const { return m_code; }
     /// The line, from 1, on which reading stood; 0xFFFFFFFF when it is not known.
-    unsigned int getLine() const { return line; }
+    unsigned int getLine() const { return m_line; }
     /// One English line with its newline, such as "line 3: expected tag closure marker\n".
     sstring toEnglishString() const;
 
 private:
-    mlParseErrorCode code;
-    unsigned int line;
+    mlParseErrorCode m_code;
+    unsigned int m_line;
 };

@@ -9,21 +9,21 @@ namespace {
 mlTagType tagTypeOf(mlTokenType opener)
 {
     switch (opener) {
-    case mlTokenOpenDeclaration:
-        return mlTagDeclaration;
-    case mlTokenOpenInstruction:
-        return mlTagInstruction;
-    case mlTokenOpenInclude:
-        return mlTagInclude;
+    case kTokenOpenDeclaration:
+        return kTagDeclaration;
+    case kTokenOpenInstruction:
+        return kTagInstruction;
+    case kTokenOpenInclude:
+        return kTagInclude;
     default:
-        return mlTagOrdinary;
+        return kTagOrdinary;
     }
 }
 
 bool endsTag(mlTokenType type)
 {
-    return type == mlTokenClose || type == mlTokenCloseEmpty || type == mlTokenCloseInstruction ||
-           type == mlTokenCloseComment;
+    return type == kTokenClose || type == kTokenCloseEmpty || type == kTokenCloseInstruction ||
+           type == kTokenCloseComment;
 }
 
 bool neverNests(mlSection const& section)
@@ -36,106 +36,106 @@ bool neverNests(mlSection const& section)
 /// One step. False when nothing more is there.
 bool mlParser::parseNextSection()
 {
-    if (open.empty())
+    if (m_open.empty())
         return false;
-    hasFailed = true; // until the step is done
-    mlTokenType const type = tokens.nextSkippingComments(mlContextContent, !keepsLongTexts);
-    if (type != mlTokenEnd)
+    m_hasFailed = true; // until the step is done
+    mlTokenType const type = m_tokens.nextSkippingComments(kContextContent, !m_keepsLongTexts);
+    if (type != kTokenEnd)
         parseItem(type);
-    hasFailed = false;
-    if (isIncremental && open.size() == 1)
-        open.clear();
-    return type != mlTokenEnd;
+    m_hasFailed = false;
+    if (m_isIncremental && m_open.size() == 1)
+        m_open.clear();
+    return type != kTokenEnd;
 }
 
 void mlParser::parseItem(mlTokenType type)
 {
-    if (type == mlTokenText)
+    if (type == kTokenText)
         return addText(false);
     // White space before a tag separates the texts on both its sides: "a <b>c</b>" is two words.
-    bool const hadSpace = tokens.hasLeadingSpace();
+    bool const hadSpace = m_tokens.hasLeadingSpace();
     switch (type) {
-    case mlTokenOpenCData:
-        tokens.setPendingSpace(hadSpace);
+    case kTokenOpenCData:
+        m_tokens.setPendingSpace(hadSpace);
         return parseCData();
-    case mlTokenOpenInclude:
-    case mlTokenOpenDeclaration:
-    case mlTokenOpenInstruction:
-    case mlTokenOpen:
+    case kTokenOpenInclude:
+    case kTokenOpenDeclaration:
+    case kTokenOpenInstruction:
+    case kTokenOpen:
         parseTag(tagTypeOf(type));
         break;
-    case mlTokenOpenClose:
+    case kTokenOpenClose:
         parseClose();
         break;
     default:
-        fail(mlErrorUnexpectedSymbol);
+        fail(kErrorUnexpectedSymbol);
     }
-    tokens.setPendingSpace(hadSpace);
+    m_tokens.setPendingSpace(hadSpace);
 }
 
 /// The name of an opening or closing tag, which is then the tokenizer's text.
 void mlParser::readTagName()
 {
-    if (tokens.next(mlContextTag, true) != mlTokenText)
-        fail(mlErrorNoTagName);
-    if (tokens.isTruncated())
-        fail(mlErrorTagNameLength);
+    if (m_tokens.next(kContextTag, true) != kTokenText)
+        fail(kErrorNoTagName);
+    if (m_tokens.isTruncated())
+        fail(kErrorTagNameLength);
 }
 
 void mlParser::parseTag(mlTagType type)
 {
     readTagName();
-    mlName* const name = pool.name(tokens.text(), tokens.length());
+    mlName* const name = m_pool.name(m_tokens.text(), m_tokens.length());
     mlSection const* outer = innermost();
-    if (open.size() > 1 && outer->tag.name->folded == name->folded && neverNests(*outer))
+    if (m_open.size() > 1 && outer->tag.name->folded == name->folded && neverNests(*outer))
         closeInnermost();
     mlSection* section = nextSection();
-    section->setFlag(mlSection::IsTag, true);
-    section->tagType = static_cast<uint8_t>(type);
+    section->setFlag(mlSection::kIsTag, true);
+    section->m_tagType = static_cast<uint8_t>(type);
     section->tag.name = name;
-    newest = section;
+    m_newest = section;
     parseAttributes(section);
-    if (type == mlTagOrdinary && tokens.type() != mlTokenCloseEmpty && !section->isNamed("br"))
+    if (type == kTagOrdinary && m_tokens.type() != kTokenCloseEmpty && !section->isNamed("br"))
         openSection(section);
 }
 
 /// Reads up to the token that ends the tag. What was read before an error stays.
 void mlParser::parseAttributes(mlSection* section)
 {
-    attributes.clear();
+    m_attributes.clear();
     try {
-        tokens.next(mlContextTag, true);
-        while (!endsTag(tokens.type())) {
-            if (tokens.type() != mlTokenText)
-                fail(mlErrorNoTagClosure);
+        m_tokens.next(kContextTag, true);
+        while (!endsTag(m_tokens.type())) {
+            if (m_tokens.type() != kTokenText)
+                fail(kErrorNoTagClosure);
             if (parseAttribute())
-                tokens.next(mlContextTag, true);
+                m_tokens.next(kContextTag, true);
         }
     } catch (mlParseError const&) {
-        section->setAttrs(attributes);
+        section->setAttrs(m_attributes);
         throw;
     }
-    if (!attributes.empty())
-        section->setAttrs(attributes);
+    if (!m_attributes.empty())
+        section->setAttrs(m_attributes);
 }
 
 /// Reads one attribute whose name is the present token. False when the token behind it was read already, since there
 /// was no value.
 bool mlParser::parseAttribute()
 {
-    if (tokens.isTruncated())
-        fail(mlErrorAttributeNameLength);
-    mlAttr& attr = attributes.emplace_back(mlAttr(&pool));
-    attr.setName(tokens.text(), tokens.length());
-    attr.line = tokens.line();
-    mlTokenType const type = tokens.next(mlContextTag, true);
-    if (endsTag(type) || type == mlTokenText)
+    if (m_tokens.isTruncated())
+        fail(kErrorAttributeNameLength);
+    mlAttr& attr = m_attributes.emplace_back(mlAttr(&m_pool));
+    attr.setName(m_tokens.text(), m_tokens.length());
+    attr.m_line = m_tokens.line();
+    mlTokenType const type = m_tokens.next(kContextTag, true);
+    if (endsTag(type) || type == kTokenText)
         return false;
-    if (type != mlTokenEquals || tokens.next(mlContextTag, true) != mlTokenText)
-        fail(mlErrorNoAttributeValue);
-    if (tokens.isTruncated())
-        fail(mlErrorAttributeValueLength);
-    pool.setText(attr.value, tokens.text(), tokens.length());
+    if (type != kTokenEquals || m_tokens.next(kContextTag, true) != kTokenText)
+        fail(kErrorNoAttributeValue);
+    if (m_tokens.isTruncated())
+        fail(kErrorAttributeValueLength);
+    m_pool.setText(attr.m_value, m_tokens.text(), m_tokens.length());
     return true;
 }
 
@@ -144,7 +144,7 @@ bool mlParser::parseAttribute()
 void mlParser::parseClose()
 {
     readTagName();
-    mlName const* name = pool.findFolded(tokens.text(), tokens.length());
+    mlName const* name = m_pool.findFolded(m_tokens.text(), m_tokens.length());
     bool const isOpen = name && name->openSections != 0;
     while (isOpen) {
         bool const isLast = innermost()->tag.name->folded == name;
@@ -152,45 +152,45 @@ void mlParser::parseClose()
         if (isLast)
             break;
     }
-    if (tokens.next(mlContextTag, true) != mlTokenClose && isOpen)
-        fail(mlErrorNoTagClosure);
+    if (m_tokens.next(kContextTag, true) != kTokenClose && isOpen)
+        fail(kErrorNoTagClosure);
 }
 
 void mlParser::parseCData()
 {
-    mlTokenType const type = tokens.next(mlContextRaw, !keepsLongTexts);
-    if (type != mlTokenText && type != mlTokenCloseCData)
-        fail(mlErrorNoCDataClosure);
+    mlTokenType const type = m_tokens.next(kContextRaw, !m_keepsLongTexts);
+    if (type != kTokenText && type != kTokenCloseCData)
+        fail(kErrorNoCDataClosure);
     addText(true);
-    if (type == mlTokenText && tokens.next(mlContextRaw, true) != mlTokenCloseCData)
-        fail(mlErrorNoCDataClosure);
+    if (type == kTokenText && m_tokens.next(kContextRaw, true) != kTokenCloseCData)
+        fail(kErrorNoCDataClosure);
 }
 
 /// A text section of the present token. Of a run that was cut only the place is kept.
 void mlParser::addText(bool isCData)
 {
     mlSection* section = nextSection();
-    bool const isCut = tokens.isTruncated();
-    section->placeText(tokens.text(), isCut ? 0 : tokens.length(), tokens.isRun() ? tokens.start() : bookmark(), isCut,
-                       isCData, tokens.hasLeadingSpace());
+    bool const isCut = m_tokens.isTruncated();
+    section->placeText(m_tokens.text(), isCut ? 0 : m_tokens.length(), m_tokens.isRun() ? m_tokens.start() : bookmark(),
+                       isCut, isCData, m_tokens.hasLeadingSpace());
     if (isCut)
-        longTexts.push_back(section);
+        m_longTexts.push_back(section);
 }
 
 void mlParser::openSection(mlSection* section)
 {
-    assert(section->isTag() && !section->hasFlag(mlSection::IsOpen));
-    open.push_back(section);
-    section->setFlag(mlSection::IsOpen, true);
+    assert(section->isTag() && !section->hasFlag(mlSection::kIsOpen));
+    m_open.push_back(section);
+    section->setFlag(mlSection::kIsOpen, true);
     ++section->tag.name->folded->openSections;
 }
 
 void mlParser::closeInnermost()
 {
-    assert(open.size() > 1); // the root closes never
-    mlSection* section = open.back();
-    open.pop_back();
-    section->setFlag(mlSection::IsOpen, false);
+    assert(m_open.size() > 1); // the root closes never
+    mlSection* section = m_open.back();
+    m_open.pop_back();
+    section->setFlag(mlSection::kIsOpen, false);
     assert(section->tag.name->folded->openSections > 0);
     --section->tag.name->folded->openSections;
 }
@@ -198,11 +198,11 @@ void mlParser::closeInnermost()
 /// Parses on until an open section has a child of that number. False when it never will.
 bool mlParser::parseUntilChild(mlSection const* section, unsigned int index)
 {
-    if (!getStream() || hasFailed)
+    if (!getStream() || m_hasFailed)
         return false;
     Reading reading(*this);
     while (index >= section->getChildCount())
-        if (!section->hasFlag(mlSection::IsOpen) || !parseNextSection())
+        if (!section->hasFlag(mlSection::kIsOpen) || !parseNextSection())
             return false;
     return true;
 }
@@ -211,15 +211,15 @@ bool mlParser::parseUntilChild(mlSection const* section, unsigned int index)
 /// between.
 void mlParser::readFullText(mlSection* section)
 {
-    if (!getStream() || section->text.startOffset == mlSection::noStart)
+    if (!getStream() || section->text.startOffset == mlSection::kNoStart)
         return;
     assert(section->isText() && section->isTruncated());
     Reading reading(*this);
-    tokens.settle();
+    m_tokens.settle();
     pushPos();
     getStream()->setPos(section->text.startOffset, section->text.startUnit);
-    tokens.next(section->isCData() ? mlContextRaw : mlContextContent, false);
-    pool.setText(section->text.data, tokens.text(), tokens.length());
-    section->setFlag(mlSection::Truncated, false);
+    m_tokens.next(section->isCData() ? kContextRaw : kContextContent, false);
+    m_pool.setText(section->text.data, m_tokens.text(), m_tokens.length());
+    section->setFlag(mlSection::kTruncated, false);
     popPos();
 }

@@ -10,37 +10,37 @@
 
 namespace {
 
-constexpr int notOpen = 9;
+constexpr int kNotOpen = 9;
 
 } // namespace
 
 mlParser::mlParser(textstream const* source)
-    : tokens(const_cast<textstream*>(source)), pool(this), root(mlSection::make(&pool)), open{root}
+    : m_tokens(const_cast<textstream*>(source)), m_pool(this), m_root(mlSection::make(&m_pool)), m_open{m_root}
 {}
 
 mlParser::mlParser(mlSection const* section)
-    : tokens(section->getParser() ? section->getParser()->getStream() : nullptr),
-      pool(this),
-      root(mlSection::make(&pool)),
-      open{root},
-      isIncremental(true)
+    : m_tokens(section->getParser() ? section->getParser()->getStream() : nullptr),
+      m_pool(this),
+      m_root(mlSection::make(&m_pool)),
+      m_open{m_root},
+      m_isIncremental(true)
 {
-    mlSection* copy = section->copyInto(&pool);
-    root->link(copy);
+    mlSection* copy = section->copyInto(&m_pool);
+    m_root->link(copy);
     if (mlParser const* other = section->getParser()) {
-        tokens.setLine(other->tokens.line());
-        tokens.setPendingSpace(other->tokens.pendingSpace());
-        pool.setLocale(other->pool.locale);
+        m_tokens.setLine(other->m_tokens.line());
+        m_tokens.setPendingSpace(other->m_tokens.pendingSpace());
+        m_pool.setLocale(other->m_pool.m_locale);
     }
     // An open section is always the last child of its parent.
-    for (; section && section->hasFlag(mlSection::IsOpen);
+    for (; section && section->hasFlag(mlSection::kIsOpen);
          section = section->loadedChild(section->getChildCount() - 1)) {
         assert(copy);
         openSection(copy);
         copy = copy->loadedChild(copy->getChildCount() - 1);
     }
-    if (open.size() == 1)
-        open.clear();
+    if (m_open.size() == 1)
+        m_open.clear();
 }
 
 mlParser::~mlParser() = default;
@@ -48,49 +48,49 @@ mlParser::~mlParser() = default;
 void mlParser::requireStream() const
 {
     if (!getStream())
-        throw velaError(notOpen);
+        throw velaError(kNotOpen);
 }
 
-void mlParser::fail(mlParseErrorCode code) const { throw mlParseError(code, tokens.line()); }
+void mlParser::fail(mlParseErrorCode code) const { throw mlParseError(code, m_tokens.line()); }
 
 int mlParser::reopen()
 {
     requireStream();
-    ++readers;
+    ++m_readers;
     return getStream()->reopen();
 }
 
 void mlParser::close()
 {
-    if (readers > 0)
-        --readers;
-    if (readers > 0 || !getStream())
+    if (m_readers > 0)
+        --m_readers;
+    if (m_readers > 0 || !getStream())
         return;
-    tokens.settle();
-    pool.setLocale(getStream()->getLocale());
-    places.clear();
+    m_tokens.settle();
+    m_pool.setLocale(getStream()->getLocale());
+    m_places.clear();
     getStream()->close();
 }
 
 /// A stream that can not be opened again has its own error once something is read from it; want of memory is told here.
-mlParser::Reading::Reading(mlParser& user) : parser(user)
+mlParser::Reading::Reading(mlParser& user) : m_parser(user)
 {
-    parser.requireStream();
-    if (parser.reopen() || FileIO_GetLastErr() != ENOMEM)
+    m_parser.requireStream();
+    if (m_parser.reopen() || FileIO_GetLastErr() != ENOMEM)
         return;
-    parser.close();
+    m_parser.close();
     throw velaError(ENOMEM);
 }
 
 mlSection* mlParser::getSection(unsigned int index)
 {
-    if (index < root->getChildCount() || !getStream())
-        return root->loadedChild(index);
+    if (index < m_root->getChildCount() || !getStream())
+        return m_root->loadedChild(index);
     Reading reading(*this);
-    while (index >= root->getChildCount())
+    while (index >= m_root->getChildCount())
         if (!parseNextSection())
             return nullptr;
-    return root->loadedChild(index);
+    return m_root->loadedChild(index);
 }
 
 void mlParser::fullParse()
@@ -99,25 +99,25 @@ void mlParser::fullParse()
         return;
     {
         Reading reading(*this);
-        keepsLongTexts = true;
+        m_keepsLongTexts = true;
         while (parseNextSection()) {}
         readLongTexts();
     }
-    tokens.setStream(nullptr);
+    m_tokens.setStream(nullptr);
 }
 
 void mlParser::readLongTexts()
 {
-    for (mlSection* section : velaArray<mlSection*>(std::move(longTexts)))
+    for (mlSection* section : velaArray<mlSection*>(std::move(m_longTexts)))
         if (section->isTruncated())
             readFullText(section);
-    longTexts.clear();
+    m_longTexts.clear();
 }
 
 mlSection* mlParser::nextSection()
 {
     mlSection* section = innermost()->nextSection();
-    section->line = tokens.line();
+    section->m_line = m_tokens.line();
     return section;
 }
 
@@ -126,9 +126,9 @@ void mlParser::append(mlSection* section) { innermost()->append(section); }
 mlSection* mlParser::findParsed(sstring const& name)
 {
     // Whoever walks the tree may make it grow; here only what is there already is wanted.
-    bool const hadFailed = std::exchange(hasFailed, true);
-    mlSection* found = root->findSection(name);
-    hasFailed = hadFailed;
+    bool const hadFailed = std::exchange(m_hasFailed, true);
+    mlSection* found = m_root->findSection(name);
+    m_hasFailed = hadFailed;
     return found;
 }
 
@@ -142,11 +142,11 @@ mlSection* mlParser::findSection(sstring const& name)
     // Sections are made in the order of a depth-first walk, so the first new one of that name is the one.
     istring const wanted(name);
     do {
-        newest = nullptr;
+        m_newest = nullptr;
         if (!parseNextSection())
             return nullptr;
-    } while (!newest || newest->getName() != wanted);
-    return newest;
+    } while (!m_newest || m_newest->getName() != wanted);
+    return m_newest;
 }
 
 sstring mlParser::toString() { return write(false); }
@@ -160,49 +160,49 @@ sstring mlParser::write(bool isFormatted)
         writer.useLines(0);
     for (unsigned int i = 0; mlSection const* section = getSection(i); ++i)
         writer.writeTree(*section);
-    return writer.result(pool);
+    return writer.result(m_pool);
 }
 
 void mlParser::pushPos()
 {
     requireStream();
     getStream()->pushPos();
-    places.push_back({tokens.line(), tokens.pendingSpace()});
+    m_places.push_back({m_tokens.line(), m_tokens.pendingSpace()});
 }
 
 void mlParser::popPos()
 {
     requireStream();
-    tokens.settle();
+    m_tokens.settle();
     getStream()->popPos();
-    if (places.empty())
+    if (m_places.empty())
         return; // pushed at the stream itself
-    tokens.setLine(places.back().line);
-    tokens.setPendingSpace(places.back().isSpacePending);
-    places.pop_back();
+    m_tokens.setLine(m_places.back().line);
+    m_tokens.setPendingSpace(m_places.back().isSpacePending);
+    m_places.pop_back();
 }
 
 bookmark mlParser::getPos()
 {
     Reading reading(*this);
-    tokens.settle();
+    m_tokens.settle();
     return getStream()->getPos();
 }
 
 void mlParser::setPos(bookmark const& place)
 {
     Reading reading(*this);
-    tokens.settle();
+    m_tokens.settle();
     getStream()->setPos(place);
 }
 
 void mlParser::rewind()
 {
     Reading reading(*this);
-    tokens.settle();
+    m_tokens.settle();
     getStream()->rewind();
-    tokens.setLine(1);
-    tokens.setPendingSpace(false);
+    m_tokens.setLine(1);
+    m_tokens.setPendingSpace(false);
 }
 
 mlToken mlParser::peekToken()
@@ -217,9 +217,9 @@ mlToken mlParser::peekToken()
 mlToken mlParser::popToken()
 {
     Reading reading(*this);
-    mlTokenType const type = tokens.next(mlContextNone, false);
-    mlToken token(type, tokens.tokenText());
-    tokens.settle();
+    mlTokenType const type = m_tokens.next(kContextNone, false);
+    mlToken token(type, m_tokens.tokenText());
+    m_tokens.settle();
     return token;
 }
 
@@ -227,38 +227,38 @@ void mlParser::popToken(mlTokenType* type, sstring* text, bookmark* start, int* 
                         unsigned long flags)
 {
     Reading reading(*this);
-    tokens.next(flags, start && truncated);
+    m_tokens.next(flags, start && truncated);
     giveToken(type, text, start, truncated, leadingSpace);
-    tokens.settle();
+    m_tokens.settle();
 }
 
 void mlParser::popTokenSkipComments(mlTokenType* type, sstring* text, bookmark* start, int* truncated,
                                     int* leadingSpace, unsigned long flags)
 {
     Reading reading(*this);
-    tokens.nextSkippingComments(flags, start && truncated);
+    m_tokens.nextSkippingComments(flags, start && truncated);
     giveToken(type, text, start, truncated, leadingSpace);
-    tokens.settle();
+    m_tokens.settle();
 }
 
 void mlParser::giveToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace) const
 {
     if (type)
-        *type = tokens.type();
+        *type = m_tokens.type();
     if (text)
-        *text = tokens.tokenText();
-    if (start && tokens.isRun())
-        *start = tokens.start();
+        *text = m_tokens.tokenText();
+    if (start && m_tokens.isRun())
+        *start = m_tokens.start();
     if (truncated)
-        *truncated = tokens.isTruncated();
+        *truncated = m_tokens.isTruncated();
     if (leadingSpace)
-        *leadingSpace = tokens.hasLeadingSpace();
+        *leadingSpace = m_tokens.hasLeadingSpace();
 }
 
 int mlParser::isToken(unsigned long flags)
 {
     Reading reading(*this);
-    int const token = tokens.tokenAhead(flags);
-    tokens.settle();
+    int const token = m_tokens.tokenAhead(flags);
+    m_tokens.settle();
     return token;
 }

@@ -70,9 +70,9 @@ public:
     int isToken(unsigned long flags);
 
     /// The current line, from 1.
-    unsigned int getLine() const { return tokens.line(); }
+    unsigned int getLine() const { return m_tokens.line(); }
     /// The stream; null after fullParse().
-    textstream* getStream() const { return tokens.getStream(); }
+    textstream* getStream() const { return m_tokens.getStream(); }
 
 private:
     friend class mlSection;
@@ -100,23 +100,23 @@ private:
     void readLongTexts();
     void openSection(mlSection* section);
     void closeInnermost();
-    mlSection* innermost() const { return open.empty() ? root : open.back(); }
+    mlSection* innermost() const { return m_open.empty() ? m_root : m_open.back(); }
     mlSection* findParsed(sstring const& name);
     sstring write(bool isFormatted);
     void giveToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace) const;
 
-    mlTokenizer tokens;
-    mlPool pool;
-    mlSection* root;                 // its children are the outermost sections; in the pool, like all sections
-    velaArray<mlSection*> open;      // open[0] is the root; empty once an incremental parser has ended
-    velaArray<Place> places;         // what belongs to the stream's pushed positions
-    unsigned int readers = 0;        // reopen() calls without their close()
-    bool isIncremental = false;      // ends with its first element
-    bool keepsLongTexts = false;     // fullParse(): nothing can be read again later
-    bool hasFailed = false;          // bad syntax was met: only an explicit call reads on
-    mlSection* newest = nullptr;     // the last tag made, for findSection()
-    velaArray<mlAttr> attributes;    // of the tag being read
-    velaArray<mlSection*> longTexts; // cut texts that nobody asked for yet; not owned
+    mlTokenizer m_tokens;
+    mlPool m_pool;
+    mlSection* m_root;                 // its children are the outermost sections; in the pool, like all sections
+    velaArray<mlSection*> m_open;      // open[0] is the root; empty once an incremental parser has ended
+    velaArray<Place> m_places;         // what belongs to the stream's pushed positions
+    unsigned int m_readers = 0;        // reopen() calls without their close()
+    bool m_isIncremental = false;      // ends with its first element
+    bool m_keepsLongTexts = false;     // fullParse(): nothing can be read again later
+    bool m_hasFailed = false;          // bad syntax was met: only an explicit call reads on
+    mlSection* m_newest = nullptr;     // the last tag made, for findSection()
+    velaArray<mlAttr> m_attributes;    // of the tag being read
+    velaArray<mlSection*> m_longTexts; // cut texts that nobody asked for yet; not owned
 };
 
 /// Keeps the stream open for one piece of work.
@@ -126,12 +126,12 @@ public:
     explicit Reading(mlParser& user);
     ~Reading()
     {
-        assert(parser.readers > 0);
-        parser.close();
+        assert(m_parser.m_readers > 0);
+        m_parser.close();
     }
     Reading(Reading const&) = delete;
     Reading& operator=(Reading const&) = delete;
 
 private:
-    mlParser& parser;
+    mlParser& m_parser;
 };

@@ -31,12 +31,12 @@ struct mlName
 /// A text in a pool. Up to four units stand in the place of the pointer.
 struct mlText
 {
-    static constexpr unsigned int nearUnits = 4;
+    static constexpr unsigned int kNearUnits = 4;
 
     uint32_t place[2] = {};
     uint32_t length = 0;
 
-    bool isFar() const { return length > nearUnits; }
+    bool isFar() const { return length > kNearUnits; }
     unsigned short* far() const
     {
         assert(isFar()); // otherwise the units stand here
@@ -83,7 +83,7 @@ public:
     void adopt(mlSection* section)
     {
         assert(section);
-        adopted.push_back(section);
+        m_adopted.push_back(section);
     }
 
     bool isOneAttr = false; ///< the pool belongs to one attribute outside of any section
@@ -98,8 +98,8 @@ private:
     struct LargeBlock;
     struct FreePiece;
 
-    static constexpr size_t firstBlockBytes = 512;
-    static constexpr unsigned int classCount = 13; // free pieces of 16 bytes to 64 KB
+    static constexpr size_t kFirstBlockBytes = 512;
+    static constexpr unsigned int kClassCount = 13; // free pieces of 16 bytes to 64 KB
 
     void* takeLarge(size_t bytes);
     void addBlock(size_t neededBytes);
@@ -107,15 +107,15 @@ private:
     mlName* find(unsigned short const* units, unsigned int length, uint32_t hash) const;
     mlName* makeName(unsigned short const* units, unsigned int length, uint32_t hash);
 
-    Block* blocks = nullptr;
-    char* blockAt = nullptr;
-    char* blockEnd = nullptr;
-    size_t nextBlockBytes = firstBlockBytes;
-    LargeBlock* largeBlocks = nullptr;
-    FreePiece* freePieces[classCount] = {};
-    velaArray<mlName*> buckets; // a power of two
-    uint32_t nameCount = 0;
-    LOCALE* locale = nullptr; // ownLocale or the system's; null: the process default
-    LOCALE ownLocale{};
-    velaArray<mlSection*> adopted;
+    Block* m_blocks = nullptr;
+    char* m_blockAt = nullptr;
+    char* m_blockEnd = nullptr;
+    size_t m_nextBlockBytes = kFirstBlockBytes;
+    LargeBlock* m_largeBlocks = nullptr;
+    FreePiece* m_freePieces[kClassCount] = {};
+    velaArray<mlName*> m_buckets; // a power of two
+    uint32_t m_nameCount = 0;
+    LOCALE* m_locale = nullptr; // ownLocale or the system's; null: the process default
+    LOCALE m_ownLocale{};
+    velaArray<mlSection*> m_adopted;
 };

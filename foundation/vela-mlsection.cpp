@@ -14,8 +14,8 @@
 
 namespace {
 
-constexpr int invalidArgument = 22;
-constexpr unsigned int firstAttributes = 2;
+constexpr int kInvalidArgument = 22;
+constexpr unsigned int kFirstAttributes = 2;
 
 bool equalsFolded(mlName const* name, char const* wanted)
 {
@@ -45,11 +45,11 @@ struct mlSection::AttrBlock
     mlAttr* at(uint32_t index) { return reinterpret_cast<mlAttr*>(this + 1) + index; }
 };
 
-mlAttr::mlAttr() : pool(new mlPool(nullptr)) { pool->isOneAttr = true; }
+mlAttr::mlAttr() : m_pool(new mlPool(nullptr)) { m_pool->isOneAttr = true; }
 
 mlAttr::mlAttr(mlAttr const& other) : mlAttr()
 {
-    pool->setLocale(other.pool->locale);
+    m_pool->setLocale(other.m_pool->m_locale);
     copyContent(other);
 }
 
@@ -62,51 +62,51 @@ mlAttr& mlAttr::operator=(mlAttr const& other)
 /// Into the own pool.
 void mlAttr::copyContent(mlAttr const& other)
 {
-    assert(pool && other.pool);
-    name = other.name ? pool->name(other.name->units(), other.name->length) : nullptr;
-    pool->setText(value, other.value.units(), other.value.length);
-    line = other.line;
+    assert(m_pool && other.m_pool);
+    m_name = other.m_name ? m_pool->name(other.m_name->units(), other.m_name->length) : nullptr;
+    m_pool->setText(m_value, other.m_value.units(), other.m_value.length);
+    m_line = other.m_line;
 }
 
 // Not in the header: at -O3 g++ 12 takes the pool of a parser, which is never freed here, for one that is.
-void mlAttr::freePool() { delete pool; }
+void mlAttr::freePool() { delete m_pool; }
 
 sstring mlAttr::getLHS() const
 {
-    assert(pool); // null in one that was moved from
-    return name ? pool->makeString(name->units(), name->length) : sstring();
+    assert(m_pool); // null in one that was moved from
+    return m_name ? m_pool->makeString(m_name->units(), m_name->length) : sstring();
 }
 
 sstring mlAttr::getRHS() const
 {
-    assert(pool);
-    return pool->makeString(value.units(), value.length);
+    assert(m_pool);
+    return m_pool->makeString(m_value.units(), m_value.length);
 }
 
 void mlAttr::set(sstring const& newName, sstring const& newValue)
 {
     setName(newName.getUnicode(), newName.getLength());
-    pool->setText(value, newValue.getUnicode(), newValue.getLength());
+    m_pool->setText(m_value, newValue.getUnicode(), newValue.getLength());
 }
 
-void mlAttr::setName(unsigned short const* units, unsigned int length) { name = pool->name(units, length); }
+void mlAttr::setName(unsigned short const* units, unsigned int length) { m_name = m_pool->name(units, length); }
 
 sstring mlAttr::toString() const
 {
     mlWriter writer;
     writer.writeAttr(*this);
-    return writer.result(*pool);
+    return writer.result(*m_pool);
 }
 
-bool mlAttr::isNamed(char const* wanted) const { return equalsFolded(name, wanted); }
+bool mlAttr::isNamed(char const* wanted) const { return equalsFolded(m_name, wanted); }
 
-mlSection::mlSection(mlParser* parser) : pool(new mlPool(parser)), flags(OwnsPool), tag() {}
+mlSection::mlSection(mlParser* parser) : m_pool(new mlPool(parser)), m_flags(kOwnsPool), tag() {}
 
 /// A section inside a pool needs no end: its pool drops it.
 mlSection::~mlSection()
 {
-    if (hasFlag(OwnsPool))
-        delete pool;
+    if (hasFlag(kOwnsPool))
+        delete m_pool;
 }
 
 mlSection* mlSection::make(mlPool* home) { return new (home->take(sizeof(mlSection))) mlSection(home); }
@@ -117,8 +117,8 @@ void mlSection::destroyAdopted(velaArray<mlSection*>& list)
     while (!waiting.empty()) {
         mlSection* section = waiting.back();
         waiting.pop_back();
-        assert(section->hasFlag(OwnsPool));
-        velaArray<mlSection*> inner = std::exchange(section->pool->adopted, {});
+        assert(section->hasFlag(kOwnsPool));
+        velaArray<mlSection*> inner = std::exchange(section->m_pool->m_adopted, {});
         waiting.insert(waiting.end(), inner.begin(), inner.end());
         delete section;
     }
@@ -127,18 +127,18 @@ void mlSection::destroyAdopted(velaArray<mlSection*>& list)
 void mlSection::requireNoTag() const
 {
     if (isTag())
-        throw velaError(invalidArgument);
+        throw velaError(kInvalidArgument);
 }
 
 void mlSection::requireNoText() const
 {
     if (isText())
-        throw velaError(invalidArgument);
+        throw velaError(kInvalidArgument);
 }
 
 sstring mlSection::getName() const
 {
-    return !isText() && tag.name ? pool->makeString(tag.name->units(), tag.name->length) : sstring();
+    return !isText() && tag.name ? m_pool->makeString(tag.name->units(), tag.name->length) : sstring();
 }
 
 unsigned short const* mlSection::getNameUnits(unsigned int* length) const
@@ -181,14 +181,14 @@ mlAttr* mlSection::nextAttr()
 {
     requireNoText();
     AttrBlock** place = &tag.attributes;
-    uint32_t capacity = firstAttributes;
+    uint32_t capacity = kFirstAttributes;
     while (*place && (*place)->count == (*place)->capacity) {
-        capacity = std::max(firstAttributes, (*place)->capacity * 2);
+        capacity = std::max(kFirstAttributes, (*place)->capacity * 2);
         place = &(*place)->next;
     }
     if (!*place)
-        *place = new (pool->take(AttrBlock::bytes(capacity))) AttrBlock{nullptr, 0, capacity};
-    return new ((*place)->at((*place)->count++)) mlAttr(pool);
+        *place = new (m_pool->take(AttrBlock::bytes(capacity))) AttrBlock{nullptr, 0, capacity};
+    return new ((*place)->at((*place)->count++)) mlAttr(m_pool);
 }
 
 /// Moves these, made in the section's pool, into the place of the attributes, in one block of just their number.
@@ -196,7 +196,7 @@ void mlSection::setAttrs(velaArray<mlAttr>& attributes)
 {
     assert(!isText() && !tag.attributes);
     auto const count = static_cast<uint32_t>(attributes.size());
-    tag.attributes = new (pool->take(AttrBlock::bytes(count))) AttrBlock{nullptr, count, count};
+    tag.attributes = new (m_pool->take(AttrBlock::bytes(count))) AttrBlock{nullptr, count, count};
     std::uninitialized_move(attributes.begin(), attributes.end(), tag.attributes->at(0));
 }
 
@@ -209,7 +209,7 @@ void mlSection::removeAttr(sstring const& name)
     uint32_t kept = 0; // in keptBlock
     for (AttrBlock* block = tag.attributes; block; block = block->next) {
         for (uint32_t i = 0; i < block->count; ++i) {
-            if (equalsFolded(block->at(i)->name, name))
+            if (equalsFolded(block->at(i)->m_name, name))
                 continue;
             if (kept == keptBlock->capacity) {
                 keptBlock = keptBlock->next;
@@ -238,7 +238,7 @@ mlSection* mlSection::getChild(unsigned int index) const
 /// Lets the parser read until the child is there; false when it never will be.
 bool mlSection::parseChild(unsigned int index) const
 {
-    return hasFlag(IsOpen) && pool->parser && pool->parser->parseUntilChild(this, index);
+    return hasFlag(kIsOpen) && m_pool->parser && m_pool->parser->parseUntilChild(this, index);
 }
 
 /// The first child stands in the section itself: most elements have no other.
@@ -247,10 +247,10 @@ void mlSection::growChildren()
     assert(tag.childCount == tag.childCapacity);
     uint32_t const capacity = tag.childCapacity == 0 ? 1 : tag.childCapacity * 2;
     if (capacity > 1) {
-        auto** grown = static_cast<mlSection**>(pool->take(capacity * sizeof(mlSection*)));
+        auto** grown = static_cast<mlSection**>(m_pool->take(capacity * sizeof(mlSection*)));
         std::copy_n(childArray(), tag.childCount, grown);
         if (tag.childCapacity > 1)
-            pool->give(tag.children, tag.childCapacity * sizeof(mlSection*));
+            m_pool->give(tag.children, tag.childCapacity * sizeof(mlSection*));
         tag.children = grown;
     }
     tag.childCapacity = capacity;
@@ -267,7 +267,7 @@ void mlSection::link(mlSection* child)
 mlSection* mlSection::nextSection()
 {
     requireNoText();
-    mlSection* child = make(pool);
+    mlSection* child = make(m_pool);
     link(child);
     return child;
 }
@@ -275,23 +275,23 @@ mlSection* mlSection::nextSection()
 void mlSection::append(mlSection* child)
 {
     requireNoText();
-    assert(child->hasFlag(OwnsPool)); // one of a parser is freed with that
+    assert(child->hasFlag(kOwnsPool)); // one of a parser is freed with that
     link(child);
-    pool->adopt(child);
-    child->setParser(pool->parser);
+    m_pool->adopt(child);
+    child->setParser(m_pool->parser);
 }
 
 /// Below a section, sections with pools of their own can stand, which were appended.
 void mlSection::setParser(mlParser* parser)
 {
-    velaArray<mlPool*> waiting{pool};
+    velaArray<mlPool*> waiting{m_pool};
     while (!waiting.empty()) {
         mlPool* home = waiting.back();
         waiting.pop_back();
         if (std::exchange(home->parser, parser) == parser)
             continue;
-        for (mlSection* section : home->adopted)
-            waiting.push_back(section->pool);
+        for (mlSection* section : home->m_adopted)
+            waiting.push_back(section->m_pool);
     }
 }
 
@@ -321,8 +321,8 @@ unsigned short const* mlSection::getDataUnits(unsigned int* length) const
     *length = 0;
     if (!isText())
         return nullptr;
-    if (hasFlag(Truncated) && pool->parser)
-        pool->parser->readFullText(const_cast<mlSection*>(this));
+    if (hasFlag(kTruncated) && m_pool->parser)
+        m_pool->parser->readFullText(const_cast<mlSection*>(this));
     *length = text.data.length;
     return text.data.units();
 }
@@ -331,7 +331,7 @@ sstring mlSection::getData() const
 {
     unsigned int length = 0;
     unsigned short const* units = getDataUnits(&length);
-    return units ? pool->makeString(units, length) : sstring();
+    return units ? m_pool->makeString(units, length) : sstring();
 }
 
 void mlSection::setTag(sstring const& name, mlTagType type)
@@ -345,15 +345,15 @@ void mlSection::setTagName(sstring const& name) { setTagName(name.getUnicode(), 
 void mlSection::setTagName(unsigned short const* units, unsigned int length)
 {
     requireNoText();
-    setFlag(IsTag, true);
-    tag.name = pool->name(units, length);
+    setFlag(kIsTag, true);
+    tag.name = m_pool->name(units, length);
 }
 
 void mlSection::setTagType(mlTagType type)
 {
     requireNoText();
-    setFlag(IsTag, true);
-    tagType = static_cast<uint8_t>(type);
+    setFlag(kIsTag, true);
+    m_tagType = static_cast<uint8_t>(type);
 }
 
 void mlSection::becomeText()
@@ -361,15 +361,15 @@ void mlSection::becomeText()
     requireNoTag();
     if (isText())
         return;
-    text = TextBody{mlText(), noStart, 0};
-    setFlag(IsText, true);
+    text = TextBody{mlText(), kNoStart, 0};
+    setFlag(kIsText, true);
 }
 
 void mlSection::setData(sstring const& data)
 {
     becomeText();
-    setFlag(Truncated, false);
-    pool->setText(text.data, data.getUnicode(), data.getLength());
+    setFlag(kTruncated, false);
+    m_pool->setText(text.data, data.getUnicode(), data.getLength());
 }
 
 void mlSection::setText(sstring const& data, bookmark const& start, int isLong, int isData, int spaced)
@@ -382,35 +382,35 @@ void mlSection::placeText(unsigned short const* units, unsigned int length, book
 {
     becomeText();
     assert(isText() && !isTag());
-    pool->setText(text.data, units, length);
-    text.startOffset = start.isEmpty() ? noStart : start.offset();
+    m_pool->setText(text.data, units, length);
+    text.startOffset = start.isEmpty() ? kNoStart : start.offset();
     text.startUnit = start.unit();
-    setFlag(Truncated, isLong);
-    setFlag(IsCData, isData);
-    setFlag(LeadingSpace, spaced);
+    setFlag(kTruncated, isLong);
+    setFlag(kIsCData, isData);
+    setFlag(kLeadingSpace, spaced);
 }
 
 /// Everything but the children.
 void mlSection::copyItem(mlSection* to) const
 {
-    to->line = line;
-    to->tagType = tagType;
-    to->flags = static_cast<uint8_t>(flags & ~(OwnsPool | IsOpen | IsText));
+    to->m_line = m_line;
+    to->m_tagType = m_tagType;
+    to->m_flags = static_cast<uint8_t>(m_flags & ~(kOwnsPool | kIsOpen | kIsText));
     if (isText()) {
-        bookmark const start = text.startOffset == noStart ? bookmark() : bookmark(text.startOffset, text.startUnit);
-        to->placeText(text.data.units(), text.data.length, start, hasFlag(Truncated), isCData(), hasLeadingSpace());
+        bookmark const start = text.startOffset == kNoStart ? bookmark() : bookmark(text.startOffset, text.startUnit);
+        to->placeText(text.data.units(), text.data.length, start, hasFlag(kTruncated), isCData(), hasLeadingSpace());
         return;
     }
     if (tag.name)
-        to->tag.name = to->pool->name(tag.name->units(), tag.name->length);
+        to->tag.name = to->m_pool->name(tag.name->units(), tag.name->length);
     for (AttrBlock* block = tag.attributes; block; block = block->next) {
         for (uint32_t i = 0; i < block->count; ++i) {
             mlAttr const& from = *block->at(i);
             mlAttr* copy = to->nextAttr();
-            if (from.name)
-                copy->setName(from.name->units(), from.name->length);
-            copy->pool->setText(copy->value, from.value.units(), from.value.length);
-            copy->line = from.line;
+            if (from.m_name)
+                copy->setName(from.m_name->units(), from.m_name->length);
+            copy->m_pool->setText(copy->m_value, from.m_value.units(), from.m_value.length);
+            copy->m_line = from.m_line;
         }
     }
 }
@@ -437,7 +437,7 @@ sstring mlSection::toString() const
 {
     mlWriter writer;
     writer.writeTree(*this);
-    return writer.result(*pool);
+    return writer.result(*m_pool);
 }
 
 sstring mlSection::toFormattedString(unsigned int indent) const
@@ -445,5 +445,5 @@ sstring mlSection::toFormattedString(unsigned int indent) const
     mlWriter writer;
     writer.useLines(indent);
     writer.writeTree(*this);
-    return writer.result(*pool);
+    return writer.result(*m_pool);
 }

@@ -14,10 +14,10 @@ class mlSection;
 
 enum mlTagType : int
 {
-    mlTagOrdinary = 0,    ///< "<"
-    mlTagDeclaration = 1, ///< "<!"
-    mlTagInstruction = 2, ///< "<?"
-    mlTagInclude = 3      ///< "<!--#", a server-side include
+    kTagOrdinary = 0,    ///< "<"
+    kTagDeclaration = 1, ///< "<!"
+    kTagInstruction = 2, ///< "<?"
+    kTagInclude = 3      ///< "<!--#", a server-side include
 };
 
 /// An attribute of a tag. Lives in its section and as long as it, unless removed; or alone, made or copied by its user.
@@ -31,11 +31,14 @@ public:
     mlAttr& operator=(mlAttr const& other);
     /// Takes over the other's memory; the other can only be destroyed then.
     mlAttr(mlAttr&& other) noexcept
-        : pool(std::exchange(other.pool, nullptr)), name(other.name), value(other.value), line(other.line)
+        : m_pool(std::exchange(other.m_pool, nullptr)),
+          m_name(other.m_name),
+          m_value(other.m_value),
+          m_line(other.m_line)
     {}
     ~mlAttr()
     {
-        if (pool && pool->isOneAttr)
+        if (m_pool && m_pool->isOneAttr)
             freePool();
     }
 
@@ -45,7 +48,7 @@ public:
     sstring getRHS() const;
     void set(sstring const& name, sstring const& value);
     /// The line on which the name ended, from 1; 0 for an attribute that was not parsed.
-    unsigned int getLine() const { return line; }
+    unsigned int getLine() const { return m_line; }
     /// name="value", with quotation marks in the value as "&quot;".
     sstring toString() const;
 
@@ -57,15 +60,15 @@ private:
     friend class mlParser;
     friend class mlWriter;
 
-    explicit mlAttr(mlPool* home) : pool(home) {}
+    explicit mlAttr(mlPool* home) : m_pool(home) {}
     void setName(unsigned short const* units, unsigned int length);
     void copyContent(mlAttr const& other);
     void freePool();
 
-    mlPool* pool; // the section's, or this attribute's own (isOneAttr); null when moved from
-    mlName* name = nullptr;
-    mlText value;
-    unsigned int line = 0;
+    mlPool* m_pool; // the section's, or this attribute's own (isOneAttr); null when moved from
+    mlName* m_name = nullptr;
+    mlText m_value;
+    unsigned int m_line = 0;
 };
 
 /// One item. Sections of a parser belong to it; one made with `new` belongs to its maker until it is appended
@@ -79,10 +82,10 @@ public:
     mlSection(mlSection const&) = delete;
     mlSection& operator=(mlSection const&) = delete;
 
-    bool isTag() const { return hasFlag(IsTag); }
-    bool isText() const { return hasFlag(IsText); }
+    bool isTag() const { return hasFlag(kIsTag); }
+    bool isText() const { return hasFlag(kIsText); }
     /// Of a tag.
-    mlTagType getType() const { return static_cast<mlTagType>(tagType); }
+    mlTagType getType() const { return static_cast<mlTagType>(m_tagType); }
     /// Of a tag, as written; empty for a text.
     sstring getName() const;
     /// The name's units, not terminated, without a copy; null for a text. Valid as long as the section.
@@ -117,11 +120,11 @@ public:
     /// The same without a copy, not terminated; valid as long as the section and its text.
     unsigned short const* getDataUnits(unsigned int* length) const;
     /// White space stood before the text.
-    bool hasLeadingSpace() const { return hasFlag(LeadingSpace); }
+    bool hasLeadingSpace() const { return hasFlag(kLeadingSpace); }
     /// Whether the text is character data.
-    bool isCData() const { return hasFlag(IsCData); }
+    bool isCData() const { return hasFlag(kIsCData); }
     /// Whether only the place of the text is known yet.
-    bool isTruncated() const { return hasFlag(Truncated); }
+    bool isTruncated() const { return hasFlag(kTruncated); }
 
     void setTag(sstring const& name, mlTagType type);
     void setTagName(sstring const& name);
@@ -131,8 +134,8 @@ public:
     void setText(sstring const& text, bookmark const& start, int isTruncated, int isCData, int hasLeadingSpace);
 
     /// The line of the tag's name or the text's end, from 1; 0 for a section that was not parsed.
-    unsigned int getLine() const { return line; }
-    mlParser* getParser() const { return pool->parser; }
+    unsigned int getLine() const { return m_line; }
+    mlParser* getParser() const { return m_pool->parser; }
     /// Sets the parser that this section's tree reads from.
     void setParser(mlParser* parser);
 
@@ -150,13 +153,13 @@ private:
 
     enum Flag : uint8_t
     {
-        IsTag = 1,
-        IsText = 2,
-        Truncated = 4,
-        IsCData = 8,
-        LeadingSpace = 16,
-        IsOpen = 32,  // its parser is reading its children
-        OwnsPool = 64 // made outside of any parser
+        kIsTag = 1,
+        kIsText = 2,
+        kTruncated = 4,
+        kIsCData = 8,
+        kLeadingSpace = 16,
+        kIsOpen = 32,  // its parser is reading its children
+        kOwnsPool = 64 // made outside of any parser
     };
 
     struct AttrBlock;
@@ -178,13 +181,13 @@ private:
         uint32_t startOffset; // noStart: the text has no place in a stream
         uint32_t startUnit;
     };
-    static constexpr uint32_t noStart = 0xFFFFFFFF;
+    static constexpr uint32_t kNoStart = 0xFFFFFFFF;
 
-    explicit mlSection(mlPool* home) : pool(home), tag() {}
+    explicit mlSection(mlPool* home) : m_pool(home), tag() {}
     static mlSection* make(mlPool* home);
 
-    bool hasFlag(Flag flag) const { return (flags & flag) != 0; }
-    void setFlag(Flag flag, bool isSet) { flags = static_cast<uint8_t>(isSet ? flags | flag : flags & ~flag); }
+    bool hasFlag(Flag flag) const { return (m_flags & flag) != 0; }
+    void setFlag(Flag flag, bool isSet) { m_flags = static_cast<uint8_t>(isSet ? m_flags | flag : m_flags & ~flag); }
     void requireNoTag() const;
     void requireNoText() const;
     void becomeText();
@@ -201,10 +204,10 @@ private:
     mlSection* copyInto(mlPool* home) const;
     void copyItem(mlSection* to) const;
 
-    mlPool* pool; // the parser's, or this section's own (OwnsPool)
-    uint32_t line = 0;
-    uint8_t flags = 0;
-    uint8_t tagType = mlTagOrdinary;
+    mlPool* m_pool; // the parser's, or this section's own (OwnsPool)
+    uint32_t m_line = 0;
+    uint8_t m_flags = 0;
+    uint8_t m_tagType = kTagOrdinary;
     union
     {
         TagBody tag; // unless IsText

@@ -18,20 +18,20 @@ namespace {
 
 enum UnitClass : uint8_t
 {
-    Plain = 0,
-    Space = 1,
-    TokenBegin = 2, // some token of the context may begin here
-    Reference = 4
+    kPlain = 0,
+    kSpace = 1,
+    kTokenBegin = 2, // some token of the context may begin here
+    kReference = 4
 };
 
 /// No text may become longer, so that lengths stay below 2^31.
-constexpr size_t maxTextUnits = 0x7FFFFFFF;
-constexpr size_t keptBufferUnits = 65536;
-constexpr unsigned int lookAheadUnits = 20;
-constexpr unsigned int contextCount = 16;
-constexpr unsigned int beyondTable = 128; // stands for every unit from here on
-constexpr long groupUnits = 8;
-using ClassTable = std::array<uint8_t, beyondTable + 1>;
+constexpr size_t kMaxTextUnits = 0x7FFFFFFF;
+constexpr size_t kEptBufferUnits = 65536;
+constexpr unsigned int kLookAheadUnits = 20;
+constexpr unsigned int kContextCount = 16;
+constexpr unsigned int kBeyondTable = 128; // stands for every unit from here on
+constexpr long kGroupUnits = 8;
+using ClassTable = std::array<uint8_t, kBeyondTable + 1>;
 
 /// Whether any token of the context begins with the unit. The longest way on is one of these.
 constexpr bool mayBeginToken(unsigned short unit, unsigned long flags)
@@ -43,45 +43,45 @@ constexpr bool mayBeginToken(unsigned short unit, unsigned long flags)
            mlMatchToken(doubled, 3, flags) >= 0;
 }
 
-constexpr std::array<ClassTable, contextCount> makeTables()
+constexpr std::array<ClassTable, kContextCount> makeTables()
 {
-    std::array<ClassTable, contextCount> tables{};
-    for (unsigned int flags = 0; flags < contextCount; ++flags) {
-        for (unsigned short unit = 0; unit < beyondTable; ++unit)
-            tables[flags][unit] = mayBeginToken(unit, flags) ? TokenBegin : Plain;
+    std::array<ClassTable, kContextCount> tables{};
+    for (unsigned int flags = 0; flags < kContextCount; ++flags) {
+        for (unsigned short unit = 0; unit < kBeyondTable; ++unit)
+            tables[flags][unit] = mayBeginToken(unit, flags) ? kTokenBegin : kPlain;
         for (char blank : {' ', '\t', '\r', '\n'})
-            tables[flags][static_cast<unsigned char>(blank)] = Space;
-        tables[flags]['&'] = Reference;
+            tables[flags][static_cast<unsigned char>(blank)] = kSpace;
+        tables[flags]['&'] = kReference;
     }
     return tables;
 }
 
-constexpr std::array<ClassTable, contextCount> classTables = makeTables();
+constexpr std::array<ClassTable, kContextCount> kClassTables = makeTables();
 
-ClassTable const& tableFor(unsigned long flags) { return classTables[flags % contextCount]; }
+ClassTable const& tableFor(unsigned long flags) { return kClassTables[flags % kContextCount]; }
 
 inline uint8_t classOf(ClassTable const& table, unsigned short unit)
 {
-    return table[std::min<unsigned int>(unit, beyondTable)];
+    return table[std::min<unsigned int>(unit, kBeyondTable)];
 }
 
 inline bool isSpace(unsigned short unit) { return unit == ' ' || unit == '\n' || unit == '\r' || unit == '\t'; }
 inline bool isQuote(unsigned short unit) { return unit == '"' || unit == '\''; }
 
-bool spaceEndsRun(unsigned long flags) { return flags == mlContextNone || (flags & mlContextTag); }
+bool spaceEndsRun(unsigned long flags) { return flags == kContextNone || (flags & kContextTag); }
 
 /// End of the stretch that ends at white space or where a token may begin.
 unsigned short const* plainEnd(unsigned short const* at, unsigned short const* end, ClassTable const& table,
                                bool& hasReference)
 {
-    unsigned int seen = Plain;
+    unsigned int seen = kPlain;
     for (; at != end; ++at) {
         uint8_t const kind = classOf(table, *at);
-        if (kind & (Space | TokenBegin))
+        if (kind & (kSpace | kTokenBegin))
             break;
         seen |= kind;
     }
-    hasReference |= seen == Reference;
+    hasReference |= seen == kReference;
     return at;
 }
 
@@ -93,7 +93,7 @@ unsigned short const* skipPlainGroups(unsigned short const* at, unsigned short c
 {
     auto const all = [](short unit) { return _mm_set1_epi16(unit); };
     __m128i references = _mm_setzero_si128();
-    for (; end - at > groupUnits; at += groupUnits) {
+    for (; end - at > kGroupUnits; at += kGroupUnits) {
         __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(at));
         __m128i const next = _mm_loadu_si128(reinterpret_cast<__m128i const*>(at + 1));
         // Unsigned units up to 0x1F: saturating subtraction leaves zero.
@@ -125,7 +125,7 @@ unsigned short const* wordsEnd(unsigned short const* at, unsigned short const* e
         if (at != start && at[-1] == ' ')
             --at; // whether it ends the stretch depends on what follows
         at = plainEnd(at, end, table, hasReference);
-        if (end - at < 2 || *at != ' ' || (classOf(table, at[1]) & (Space | TokenBegin)))
+        if (end - at < 2 || *at != ' ' || (classOf(table, at[1]) & (kSpace | kTokenBegin)))
             return at;
         ++at;
     }
@@ -136,36 +136,36 @@ unsigned short const* wordsEnd(unsigned short const* at, unsigned short const* e
 sstring mlTokenizer::tokenText() const
 {
     sstring result;
-    if (stream && stream->getLocale())
-        result.setLocale(stream->getLocale());
-    if (tokenType == mlTokenText)
+    if (m_stream && m_stream->getLocale())
+        result.setLocale(m_stream->getLocale());
+    if (m_tokenType == kTokenText)
         result.set(text(), 0, length());
     else
-        result = mlTokenText8(tokenType).empty() ? "" : mlTokenText8(tokenType).data();
+        result = mlTokenText8(m_tokenType).empty() ? "" : mlTokenText8(m_tokenType).data();
     return result;
 }
 
 void mlTokenizer::setStream(textstream* source)
 {
     forgetAhead();
-    stream = source;
+    m_stream = source;
 }
 
 void mlTokenizer::settle()
 {
-    assert(at >= base && at <= end);
-    if (at != base)
-        stream->skipRun(static_cast<unsigned int>(at - base));
+    assert(m_at >= m_base && m_at <= m_end);
+    if (m_at != m_base)
+        m_stream->skipRun(static_cast<unsigned int>(m_at - m_base));
     forgetAhead();
 }
 
 bool mlTokenizer::refill()
 {
-    assert(at == end); // or units would be left out
+    assert(m_at == m_end); // or units would be left out
     settle();
     unsigned int count = 0;
-    base = at = stream->peekRun(count);
-    end = at + count;
+    m_base = m_at = m_stream->peekRun(count);
+    m_end = m_at + count;
     return count != 0;
 }
 
@@ -174,12 +174,12 @@ bool mlTokenizer::skipSpace()
 {
     bool hasSkipped = false;
     while (hasUnit()) {
-        unsigned short const* p = at;
-        for (; p != end && isSpace(*p); ++p)
-            currentLine += *p == '\n';
-        hasSkipped |= p != at;
-        at = p;
-        if (p != end)
+        unsigned short const* p = m_at;
+        for (; p != m_end && isSpace(*p); ++p)
+            m_currentLine += *p == '\n';
+        hasSkipped |= p != m_at;
+        m_at = p;
+        if (p != m_end)
             break;
     }
     return hasSkipped;
@@ -188,16 +188,16 @@ bool mlTokenizer::skipSpace()
 /// The token at the reading place, which must not be the end.
 inline int mlTokenizer::matchHere(unsigned long flags)
 {
-    bool const isAllHere = end - at >= static_cast<long>(mlTokenMaxLength);
-    return isAllHere ? mlMatchToken(at, mlTokenMaxLength, flags) : matchAcross(flags);
+    bool const isAllHere = m_end - m_at >= static_cast<long>(kTokenMaxLength);
+    return isAllHere ? mlMatchToken(m_at, kTokenMaxLength, flags) : matchAcross(flags);
 }
 
 /// The same where a token may go on in the next chunk.
 int mlTokenizer::matchAcross(unsigned long flags)
 {
     settle();
-    unsigned short ahead[lookAheadUnits + 1];
-    unsigned int const count = stream->peek(ahead, lookAheadUnits);
+    unsigned short ahead[kLookAheadUnits + 1];
+    unsigned int const count = m_stream->peek(ahead, kLookAheadUnits);
     refill();
     return mlMatchToken(ahead, count, flags);
 }
@@ -205,8 +205,8 @@ int mlTokenizer::matchAcross(unsigned long flags)
 inline void mlTokenizer::consume(unsigned int count)
 {
     while (count != 0 && hasUnit()) {
-        unsigned int const step = std::min(count, static_cast<unsigned int>(end - at));
-        at += step;
+        unsigned int const step = std::min(count, static_cast<unsigned int>(m_end - m_at));
+        m_at += step;
         count -= step;
     }
     assert(count == 0); // a token was seen there
@@ -216,62 +216,62 @@ int mlTokenizer::tokenAhead(unsigned long flags) { return hasUnit() ? matchHere(
 
 mlTokenType mlTokenizer::next(unsigned long flags, bool isLimited)
 {
-    if (buffer.capacity() > keptBufferUnits)
-        buffer = {};
-    buffer.clear();
-    truncated = run = hasReference = false;
-    bool const wasPending = isSpacePending;
-    isSpacePending = false;
-    leadingSpace = skipSpace() || wasPending;
-    if (at == end)
-        return tokenType = mlTokenEnd;
-    unsigned short const unit = *at;
+    if (m_buffer.capacity() > kEptBufferUnits)
+        m_buffer = {};
+    m_buffer.clear();
+    m_truncated = m_run = m_hasReference = false;
+    bool const wasPending = m_isSpacePending;
+    m_isSpacePending = false;
+    m_leadingSpace = skipSpace() || wasPending;
+    if (m_at == m_end)
+        return m_tokenType = kTokenEnd;
+    unsigned short const unit = *m_at;
     if (isQuote(unit)) {
         readQuoted(flags);
-        return tokenType = mlTokenText;
+        return m_tokenType = kTokenText;
     }
-    if (classOf(tableFor(flags), unit) & TokenBegin) {
+    if (classOf(tableFor(flags), unit) & kTokenBegin) {
         int const token = matchHere(flags);
         if (token >= 0) {
             consume(mlTokenLength(token));
-            return tokenType = static_cast<mlTokenType>(token);
+            return m_tokenType = static_cast<mlTokenType>(token);
         }
     }
     readRun(flags, isLimited);
-    return tokenType = mlTokenText;
+    return m_tokenType = kTokenText;
 }
 
 mlTokenType mlTokenizer::nextSkippingComments(unsigned long flags, bool isLimited)
 {
     bool hadSpace = false;
-    while (next(flags, isLimited) == mlTokenOpenComment) {
-        hadSpace |= leadingSpace;
+    while (next(flags, isLimited) == kTokenOpenComment) {
+        hadSpace |= m_leadingSpace;
         skipComment();
     }
-    leadingSpace |= hadSpace;
-    return tokenType;
+    m_leadingSpace |= hadSpace;
+    return m_tokenType;
 }
 
 /// A quotation mark up to its match, without a limit; between tags a "<" ends it as well, so that a lone mark in a text
 /// does not swallow the page.
 void mlTokenizer::readQuoted(unsigned long flags)
 {
-    assert(at != end && isQuote(*at));
-    unsigned short const quote = *at++;
-    unsigned short const stop = flags & mlContextContent ? static_cast<unsigned short>('<') : quote;
+    assert(m_at != m_end && isQuote(*m_at));
+    unsigned short const quote = *m_at++;
+    unsigned short const stop = flags & kContextContent ? static_cast<unsigned short>('<') : quote;
     bool isClosed = false;
     while (!isClosed && hasUnit()) {
-        unsigned short const* p = at;
-        for (; p != end && *p != quote && *p != stop; ++p) {
-            currentLine += *p == '\n';
-            hasReference |= *p == '&';
+        unsigned short const* p = m_at;
+        for (; p != m_end && *p != quote && *p != stop; ++p) {
+            m_currentLine += *p == '\n';
+            m_hasReference |= *p == '&';
         }
-        append(at, p, false, false);
-        isClosed = p != end;
-        at = p + (isClosed && *p == quote);
+        append(m_at, p, false, false);
+        isClosed = p != m_end;
+        m_at = p + (isClosed && *p == quote);
     }
-    if (hasReference && !(flags & mlContextRaw))
-        buffer.resize(decodeReferences(buffer.data(), length()));
+    if (m_hasReference && !(flags & kContextRaw))
+        m_buffer.resize(decodeReferences(m_buffer.data(), length()));
 }
 
 void mlTokenizer::readRun(unsigned long flags, bool isLimited)
@@ -279,46 +279,46 @@ void mlTokenizer::readRun(unsigned long flags, bool isLimited)
     ClassTable const& table = tableFor(flags);
     bool const isWord = spaceEndsRun(flags);
     bool isBlank = false; // white space was read and not yet written
-    run = true;
-    assert(at != end && at >= stream->cacheBegin());
-    runStart = bookmark(stream->cacheStart(), static_cast<unsigned int>(at - stream->cacheBegin()));
+    m_run = true;
+    assert(m_at != m_end && m_at >= m_stream->cacheBegin());
+    m_runStart = bookmark(m_stream->cacheStart(), static_cast<unsigned int>(m_at - m_stream->cacheBegin()));
     while (hasUnit()) {
         unsigned short const* p =
-            isWord ? plainEnd(at, end, table, hasReference) : wordsEnd(at, end, table, hasReference);
-        if (p == at && isSpace(*p)) {
+            isWord ? plainEnd(m_at, m_end, table, m_hasReference) : wordsEnd(m_at, m_end, table, m_hasReference);
+        if (p == m_at && isSpace(*p)) {
             if (isWord)
                 break;
             isBlank |= skipSpace();
             continue;
         }
-        if (p == at) {
+        if (p == m_at) {
             if (matchHere(flags) >= 0)
                 break;
-            p = at + 1;
+            p = m_at + 1;
         }
-        append(at, p, isBlank, isLimited);
+        append(m_at, p, isBlank, isLimited);
         isBlank = false;
-        at = p;
+        m_at = p;
     }
-    isSpacePending = isBlank && (flags & mlContextContent);
-    if (hasReference && !(flags & mlContextRaw))
-        buffer.resize(decodeReferences(buffer.data(), length()));
+    m_isSpacePending = isBlank && (flags & kContextContent);
+    if (m_hasReference && !(flags & kContextRaw))
+        m_buffer.resize(decodeReferences(m_buffer.data(), length()));
 }
 
 void mlTokenizer::append(unsigned short const* from, unsigned short const* to, bool afterBlank, bool isLimited)
 {
-    size_t const total = buffer.size() + afterBlank + static_cast<size_t>(to - from);
-    if (total > maxTextUnits)
+    size_t const total = m_buffer.size() + afterBlank + static_cast<size_t>(to - from);
+    if (total > kMaxTextUnits)
         throw velaError(12);
-    assert(!truncated || buffer.size() == lengthLimit);
-    if (truncated)
+    assert(!m_truncated || m_buffer.size() == kLengthLimit);
+    if (m_truncated)
         return;
-    truncated = isLimited && total > lengthLimit;
+    m_truncated = isLimited && total > kLengthLimit;
     if (afterBlank)
-        buffer.push_back(' ');
-    buffer.insert(buffer.end(), from, truncated ? from + std::min<long>(to - from, lengthLimit) : to);
-    if (truncated)
-        buffer.resize(lengthLimit);
+        m_buffer.push_back(' ');
+    m_buffer.insert(m_buffer.end(), from, m_truncated ? from + std::min<long>(to - from, kLengthLimit) : to);
+    if (m_truncated)
+        m_buffer.resize(kLengthLimit);
 }
 
 /// Passes over a comment whose opener was read. What begins with a quotation mark is a quoted string here too, so that
@@ -327,12 +327,12 @@ void mlTokenizer::skipComment()
 {
     for (;;) {
         skipSpace();
-        if (at == end)
+        if (m_at == m_end)
             return;
-        if (isQuote(*at))
+        if (isQuote(*m_at))
             skipQuoted();
-        else if (matchHere(mlContextComment) >= 0)
-            return consume(mlTokenLength(mlTokenCloseComment));
+        else if (matchHere(kContextComment) >= 0)
+            return consume(mlTokenLength(kTokenCloseComment));
         else
             skipToHyphens();
     }
@@ -340,10 +340,10 @@ void mlTokenizer::skipComment()
 
 void mlTokenizer::skipQuoted()
 {
-    unsigned short const quote = *at++;
+    unsigned short const quote = *m_at++;
     while (hasUnit()) {
-        unsigned short const unit = *at++;
-        currentLine += unit == '\n';
+        unsigned short const unit = *m_at++;
+        m_currentLine += unit == '\n';
         if (unit == quote)
             return;
     }
@@ -353,14 +353,14 @@ void mlTokenizer::skipQuoted()
 void mlTokenizer::skipToHyphens()
 {
     while (hasUnit()) {
-        unsigned short const* p = at;
-        for (; p != end && *p != '-'; ++p)
-            currentLine += *p == '\n';
-        at = p;
-        if (p == end)
+        unsigned short const* p = m_at;
+        for (; p != m_end && *p != '-'; ++p)
+            m_currentLine += *p == '\n';
+        m_at = p;
+        if (p == m_end)
             continue;
-        if (matchHere(mlContextComment) >= 0)
+        if (matchHere(kContextComment) >= 0)
             return;
-        ++at;
+        ++m_at;
     }
 }

@@ -9,13 +9,13 @@
 
 namespace {
 
-constexpr unsigned int blanksPerLevel = 2;
+constexpr unsigned int kBlanksPerLevel = 2;
 /// Deeper levels stand no further to the right, or a deep tree would be written in the square of its depth.
-constexpr unsigned int deepestIndent = 40;
-constexpr size_t maxUnits = 0x7FFFFFFF;
+constexpr unsigned int kDeepestIndent = 40;
+constexpr size_t kMaxUnits = 0x7FFFFFFF;
 
-constexpr std::string_view openers[] = {"<", "<!", "<?", "<!--#"};
-constexpr std::string_view closers[] = {">", ">", "?>", "-->"};
+constexpr std::string_view kOpeners[] = {"<", "<!", "<?", "<!--#"};
+constexpr std::string_view kClosers[] = {">", ">", "?>", "-->"};
 
 std::string_view escapeOf(unsigned short unit) { return unit == '<' ? "&lt;" : unit == '>' ? "&gt;" : "&quot;"; }
 
@@ -27,7 +27,7 @@ bool isPlainWord(mlName const* name)
         return false;
     for (unsigned int i = 0; i < name->length; ++i) {
         bool const isBlank = units[i] == ' ' || units[i] == '\t' || units[i] == '\r' || units[i] == '\n';
-        if (isBlank || mlMatchToken(units + i, name->length - i, mlContextTag) >= 0)
+        if (isBlank || mlMatchToken(units + i, name->length - i, kContextTag) >= 0)
             return false;
     }
     return true;
@@ -38,7 +38,7 @@ bool isPlainWord(mlName const* name)
 void mlWriter::write(mlName const* name)
 {
     if (name)
-        units.insert(units.end(), name->units(), name->units() + name->length);
+        m_units.insert(m_units.end(), name->units(), name->units() + name->length);
 }
 
 void mlWriter::writeEscaped(unsigned short const* text, unsigned int length, std::string_view special)
@@ -46,7 +46,7 @@ void mlWriter::writeEscaped(unsigned short const* text, unsigned int length, std
     unsigned short const* const end = text + length;
     while (text != end) {
         unsigned short const* stop = std::find_first_of(text, end, special.begin(), special.end());
-        units.insert(units.end(), text, stop);
+        m_units.insert(m_units.end(), text, stop);
         if (stop == end)
             return;
         write(escapeOf(*stop));
@@ -65,9 +65,9 @@ void mlWriter::writeAttrName(mlName const* name)
 
 void mlWriter::writeAttr(mlAttr const& attr)
 {
-    writeAttrName(attr.name);
+    writeAttrName(attr.m_name);
     write("=\"");
-    writeEscaped(attr.value.units(), attr.value.length, "\"");
+    writeEscaped(attr.m_value.units(), attr.m_value.length, "\"");
     write("\"");
 }
 
@@ -78,7 +78,7 @@ void mlWriter::writeText(mlSection const& section)
         write(" ");
     if (section.isCData()) {
         write("<![CDATA[");
-        units.insert(units.end(), data.getUnicode(), data.getUnicode() + data.getLength());
+        m_units.insert(m_units.end(), data.getUnicode(), data.getUnicode() + data.getLength());
         write("]]>");
     } else if (data.getLength() == 1 && data.getUnicode()[0] == ' ')
         write("&nbsp;");
@@ -94,15 +94,15 @@ bool mlWriter::writeOpening(mlSection const& section)
     if (section.isText())
         writeText(section);
     else if (section.isTag()) {
-        assert(static_cast<size_t>(section.getType()) < std::size(openers));
-        write(openers[section.getType()]);
+        assert(static_cast<size_t>(section.getType()) < std::size(kOpeners));
+        write(kOpeners[section.getType()]);
         write(section.tag.name);
         for (unsigned int i = 0; mlAttr* attr = section.getAttr(i); ++i) {
             write(" ");
             writeAttr(*attr);
         }
-        hasContent = section.getType() == mlTagOrdinary && section.getChild(0);
-        write(section.getType() == mlTagOrdinary && !hasContent ? "/>" : closers[section.getType()]);
+        hasContent = section.getType() == kTagOrdinary && section.getChild(0);
+        write(section.getType() == kTagOrdinary && !hasContent ? "/>" : kClosers[section.getType()]);
     }
     endLine();
     return hasContent;
@@ -120,15 +120,15 @@ void mlWriter::writeClosing(mlSection const& section)
 
 void mlWriter::beginLine()
 {
-    if (isFormatted)
-        units.insert(units.end(), std::min(depth, deepestIndent) * blanksPerLevel, ' ');
-    if (units.size() > maxUnits)
+    if (m_isFormatted)
+        m_units.insert(m_units.end(), std::min(m_depth, kDeepestIndent) * kBlanksPerLevel, ' ');
+    if (m_units.size() > kMaxUnits)
         throw velaError(12);
 }
 
 void mlWriter::endLine()
 {
-    if (isFormatted)
+    if (m_isFormatted)
         write("\n");
 }
 
@@ -143,23 +143,23 @@ void mlWriter::writeTree(mlSection const& top)
     if (writeOpening(top))
         path.push_back({&top, 0});
     while (!path.empty()) {
-        unsigned int const below = depth + static_cast<unsigned int>(path.size());
+        unsigned int const below = m_depth + static_cast<unsigned int>(path.size());
         mlSection const* child = path.back().section->getChild(path.back().nextChild++);
-        unsigned int const outer = depth;
-        depth = child ? below : below - 1;
+        unsigned int const outer = m_depth;
+        m_depth = child ? below : below - 1;
         if (child && writeOpening(*child))
             path.push_back({child, 0});
         else if (!child) {
             writeClosing(*path.back().section);
             path.pop_back();
         }
-        depth = outer;
+        m_depth = outer;
     }
 }
 
 sstring mlWriter::result(mlPool const& pool) const
 {
-    if (units.size() > maxUnits)
+    if (m_units.size() > kMaxUnits)
         throw velaError(12);
-    return pool.makeString(units.data(), static_cast<unsigned int>(units.size()));
+    return pool.makeString(m_units.data(), static_cast<unsigned int>(m_units.size()));
 }

@@ -14,8 +14,8 @@ public:
     /// One item on a line from now on, the first `level` levels deep.
     void useLines(unsigned int level)
     {
-        isFormatted = true;
-        depth = level;
+        m_isFormatted = true;
+        m_depth = level;
     }
     /// The section and everything below it.
     void writeTree(mlSection const& top);
@@ -24,7 +24,7 @@ public:
     sstring result(mlPool const& pool) const;
 
 private:
-    void write(std::string_view text) { units.insert(units.end(), text.begin(), text.end()); }
+    void write(std::string_view text) { m_units.insert(m_units.end(), text.begin(), text.end()); }
     void write(mlName const* name);
     void writeEscaped(unsigned short const* text, unsigned int length, std::string_view special);
     void writeAttrName(mlName const* name);
@@ -34,7 +34,7 @@ private:
     void beginLine();
     void endLine();
 
-    velaArray<unsigned short> units;
-    bool isFormatted = false;
-    unsigned int depth = 0; // levels
+    velaArray<unsigned short> m_units;
+    bool m_isFormatted = false;
+    unsigned int m_depth = 0; // levels
 };

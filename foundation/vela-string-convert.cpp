@@ -21,11 +21,11 @@ namespace {
 /// The code-set name that a conversion works under.
 struct CodesetName
 {
-    char text[maxCodesetName] = {};
+    char text[kMaxCodesetName] = {};
     explicit CodesetName(LOCALE* locale)
     {
         Locale_GetDefaultCodeset(locale, text);
-        assert(text[0] && !text[maxCodesetName - 1]);
+        assert(text[0] && !text[kMaxCodesetName - 1]);
     }
 };
 
@@ -140,7 +140,7 @@ namespace {
 struct LastAnswer
 {
     LOCALE locale{};
-    char libraryCodeset[maxCodesetName] = {};
+    char libraryCodeset[kMaxCodesetName] = {};
     bool keepsAscii = false;
 
     bool isAbout(LOCALE const& asked, char const* library) const
@@ -163,7 +163,7 @@ bool keepsPlainAscii(LOCALE* locale)
         return lastAnswer.keepsAscii;
     bool const keeps = converterFor(CodesetName(locale).text).keepsAscii;
     // A nameless locale stands for ICU's default, which may change.
-    if (locale->name[0] && library && std::strlen(library) < maxCodesetName) {
+    if (locale->name[0] && library && std::strlen(library) < kMaxCodesetName) {
         lastAnswer = {*locale, {}, keeps};
         std::strcpy(lastAnswer.libraryCodeset, library);
     }

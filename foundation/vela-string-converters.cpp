@@ -45,25 +45,25 @@ public:
     ThreadConverters& operator=(ThreadConverters const&) = delete;
     ~ThreadConverters()
     {
-        for (CodesetConverter& kept : entries)
+        for (CodesetConverter& kept : m_entries)
             CloseConverter(kept.converter);
     }
 
     CodesetConverter const& find(char const* charset)
     {
-        for (unsigned int i = 0; i < used; ++i)
-            if (std::strcmp(entries[i].name, charset) == 0)
-                return entries[i];
+        for (unsigned int i = 0; i < m_used; ++i)
+            if (std::strcmp(m_entries[i].name, charset) == 0)
+                return m_entries[i];
         return open(charset);
     }
 
 private:
-    static constexpr unsigned int mostKept = 8;
+    static constexpr unsigned int kMostKept = 8;
 
     CodesetConverter const& open(char const* charset)
     {
-        CodesetConverter& entry = entries[used < mostKept ? used++ : next++ % mostKept];
-        assert(used <= mostKept);
+        CodesetConverter& entry = m_entries[m_used < kMostKept ? m_used++ : m_next++ % kMostKept];
+        assert(m_used <= kMostKept);
         CloseConverter(entry.converter);
         entry.converter = nullptr;
         entry.keepsAscii = false;
@@ -78,9 +78,9 @@ private:
         return entry;
     }
 
-    CodesetConverter entries[mostKept] = {};
-    unsigned int used = 0; ///< entries filled from the front
-    unsigned int next = 0; ///< the entry that goes when all are filled
+    CodesetConverter m_entries[kMostKept] = {};
+    unsigned int m_used = 0; ///< entries filled from the front
+    unsigned int m_next = 0; ///< the entry that goes when all are filled
 };
 
 /// Made on a thread's first conversion. A conversion after the thread's own destructors ran makes a new one, which

@@ -13,11 +13,11 @@
 
 namespace {
 
-constexpr unsigned int formatBytes = 2048;
+constexpr unsigned int kFormatBytes = 2048;
 char const emptyFormat[] = {0};
-constexpr int formattedTextTooLong = 7;
+constexpr int kFormattedTextTooLong = 7;
 /// A cache of the usual size is formatted on the stack.
-constexpr unsigned int stackBytes = 4096;
+constexpr unsigned int kStackBytes = 4096;
 
 struct Freed
 {
@@ -38,17 +38,17 @@ sformat& sformat::vformat(char const* format, va_list arguments)
 {
     if (!format)
         format = emptyFormat;
-    unsigned int const capacity = capacityFor(formatBytes, getCapacityA());
-    char onStack[stackBytes];
-    std::unique_ptr<char, Freed> onHeap(capacity > stackBytes ? static_cast<char*>(velaMalloc(capacity)) : nullptr);
-    char* result = capacity > stackBytes ? onHeap.get() : onStack;
+    unsigned int const capacity = capacityFor(kFormatBytes, getCapacityA());
+    char onStack[kStackBytes];
+    std::unique_ptr<char, Freed> onHeap(capacity > kStackBytes ? static_cast<char*>(velaMalloc(capacity)) : nullptr);
+    char* result = capacity > kStackBytes ? onHeap.get() : onStack;
     if (!result)
         throw velaError(ENOMEM);
     result[0] = 0;
     int const resultLength = std::vsnprintf(result, capacity, format, arguments);
     if (resultLength >= 0 && static_cast<unsigned int>(resultLength) >= capacity)
-        throw velaError(formattedTextTooLong);
-    setSizeA(formatBytes);
+        throw velaError(kFormattedTextTooLong);
+    setSizeA(kFormatBytes);
     assert(getCapacityA() == capacity); // what was too long is the same before and after
     set(result);
     return *this;

@@ -12,18 +12,18 @@ UnitSet::UnitSet(unsigned short const* set)
 {
     for (; *set; ++set) {
         if (*set < 256)
-            lowBytes[*set] = true;
+            m_lowBytes[*set] = true;
         else
-            highUnits.push_back(*set);
+            m_highUnits.push_back(*set);
     }
-    std::sort(highUnits.begin(), highUnits.end());
+    std::sort(m_highUnits.begin(), m_highUnits.end());
 }
 
 bool UnitSet::contains(unsigned short unit) const
 {
     if (unit < 256)
-        return lowBytes[unit];
-    return !highUnits.empty() && std::binary_search(highUnits.begin(), highUnits.end(), unit);
+        return m_lowBytes[unit];
+    return !m_highUnits.empty() && std::binary_search(m_highUnits.begin(), m_highUnits.end(), unit);
 }
 
 namespace {
@@ -32,7 +32,7 @@ unsigned int lengthOf(unsigned short const* text) { return strlen16(text); }
 unsigned int lengthOf(unsigned char const* text) { return strlen8(text); }
 
 /// Up to this length a text is compared at every position; beyond, a table keeps repetitive texts linear.
-constexpr unsigned int longestPlainPattern = 32;
+constexpr unsigned int kLongestPlainPattern = 32;
 
 template <class Unit>
 bool matchesAt(Unit const* text, Unit const* wanted)
@@ -93,7 +93,7 @@ template <class Unit, class OnMatch>
 void eachMatch(Unit const* text, Unit const* wanted, OnMatch onMatch)
 {
     unsigned int const length = lengthOf(wanted);
-    if (length <= longestPlainPattern)
+    if (length <= kLongestPlainPattern)
         eachShortMatch(text, wanted, onMatch);
     else
         eachLongMatch(text, wanted, length, onMatch);

@@ -13,8 +13,8 @@ public:
     bool contains(unsigned short unit) const;
 
 private:
-    bool lowBytes[256] = {};             ///< whether some member has this low byte
-    velaArray<unsigned short> highUnits; ///< members above 0xFF, sorted
+    bool m_lowBytes[256] = {};             ///< whether some member has this low byte
+    velaArray<unsigned short> m_highUnits; ///< members above 0xFF, sorted
 };
 
 /// Last match of `wanted` in `text` that starts at or below `limit`; null when there is none. An empty text matches at

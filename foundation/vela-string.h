@@ -35,8 +35,8 @@ public:
     /// How many hits replace() works on: 0 is every one, any other value only the first.
     enum ReplaceHowMany : int
     {
-        ReplaceAll = 0,
-        ReplaceFirst = 1
+        kReplaceAll = 0,
+        kReplaceFirst = 1
     };
 
     /// An empty string; it owns a buffer.
@@ -84,16 +84,16 @@ public:
     // freed.
 
     /// Length in code units, without the terminator.
-    unsigned int getLength() const { return length; }
+    unsigned int getLength() const { return m_length; }
     /// The text itself, zero-terminated.
-    unsigned short* getUnicode() const { return wideBuffer; }
-    unsigned short* toUnicode() const { return wideBuffer; }
-    operator unsigned short*() const { return wideBuffer; }
+    unsigned short* getUnicode() const { return m_wideBuffer; }
+    unsigned short* toUnicode() const { return m_wideBuffer; }
+    operator unsigned short*() const { return m_wideBuffer; }
     /// Address of unit `index`; makes room for that many units first.
     unsigned short* getUnicodeAt(unsigned int index) const
     {
         setSize(index);
-        return wideBuffer + index;
+        return m_wideBuffer + index;
     }
 
     /// The text in the 8-bit code set of the string's locale, zero-terminated, converted anew by each request. Valid
@@ -111,7 +111,7 @@ public:
     unsigned short* getBuffer(unsigned int units)
     {
         setSize(units);
-        return wideBuffer;
+        return m_wideBuffer;
     }
 
     /// Unit `index`. One beyond the length makes room for it instead of failing; what stands there is not part of the
@@ -122,9 +122,9 @@ public:
     unsigned short const& operator[](unsigned int index) const { return *getUnicodeAt(index); }
 
     /// The number that the text begins with, 0 when there is none.
-    operator int() const { return static_cast<int>(atol16(wideBuffer)); }
+    operator int() const { return static_cast<int>(atol16(m_wideBuffer)); }
     /// True for an empty text.
-    bool operator!() const { return wideBuffer[0] == 0; }
+    bool operator!() const { return m_wideBuffer[0] == 0; }
 
     /// The string's own locale or, when it has none, the process default. Not for the caller to destroy.
     LOCALE* getLocale() const;
@@ -151,12 +151,12 @@ public:
     sstring& append(char const* text);
     sstring& append(unsigned char const* text);
     inline sstring& append(unsigned short const* text);
-    sstring& append(sstring const& text) { return append(text.wideBuffer); }
+    sstring& append(sstring const& text) { return append(text.m_wideBuffer); }
     sstring& append(int number);
     sstring& append(void const* address);
     sstring& append(char16_t const* text) = delete;
 
-    sstring& operator+=(sstring const& other) { return append(other.wideBuffer); }
+    sstring& operator+=(sstring const& other) { return append(other.m_wideBuffer); }
     sstring& operator+=(char const* text) { return append(text); }
     sstring& operator+=(unsigned char const* text) { return append(text); }
     sstring& operator+=(unsigned short const* text) { return append(text); }
@@ -198,28 +198,28 @@ public:
     /// Puts `to` in the place of `from`, at every hit or only the first, from left to right; what was put in is not
     /// searched again. Nothing is done for an empty `from`. Returns the new length. Takes time in proportion to the
     /// text.
-    unsigned int replace(sstring const& from, sstring const& to, ReplaceHowMany howMany = ReplaceAll);
-    unsigned int replace(unsigned char const* from, unsigned char const* to, ReplaceHowMany howMany = ReplaceAll);
-    unsigned int replace(unsigned short const* from, unsigned short const* to, ReplaceHowMany howMany = ReplaceAll);
+    unsigned int replace(sstring const& from, sstring const& to, ReplaceHowMany howMany = kReplaceAll);
+    unsigned int replace(unsigned char const* from, unsigned char const* to, ReplaceHowMany howMany = kReplaceAll);
+    unsigned int replace(unsigned short const* from, unsigned short const* to, ReplaceHowMany howMany = kReplaceAll);
 
     /// Room for n units in the text's buffer, n bytes in the 8-bit cache, n units in the scratch buffer. Nothing
     /// happens when n + 16 fits; otherwise the buffer becomes n + 16, rounded up to a multiple of the text's length,
     /// which counts as at least 32 and at most 1,048,576.
     void setSize(unsigned int units) const
     {
-        if (uint64_t{units} + headroom > wideCapacity)
+        if (uint64_t{units} + kHeadroom > m_wideCapacity)
             growWide(units);
     }
     void setSizeA(unsigned int bytes) const;
     void setSizeW(unsigned int units) const;
     /// What the three buffers hold at present, in units, bytes, units.
-    unsigned int getCapacity() const { return wideCapacity; }
-    unsigned int getCapacityA() const { return ansiCapacity; }
-    unsigned int getCapacityW() const { return scratchCapacity; }
+    unsigned int getCapacity() const { return m_wideCapacity; }
+    unsigned int getCapacityA() const { return m_ansiCapacity; }
+    unsigned int getCapacityW() const { return m_scratchCapacity; }
 
     /// Sets the tare flag, which nothing here reads.
-    void tare() { tareFlag = 1; }
-    unsigned int isTare() const { return tareFlag; }
+    void tare() { m_tareFlag = 1; }
+    unsigned int isTare() const { return m_tareFlag; }
 
     // Searching. Positions are code units; npos when absent.
 
@@ -269,13 +269,13 @@ public:
     virtual int compare(unsigned short const* text, unsigned int count) const;
     virtual int comparei(unsigned char const* text, unsigned int count) const;
     virtual int comparei(unsigned short const* text, unsigned int count) const;
-    int compare(sstring const& text, unsigned int count) const { return compare(text.wideBuffer, count); }
-    int comparei(sstring const& text, unsigned int count) const { return comparei(text.wideBuffer, count); }
+    int compare(sstring const& text, unsigned int count) const { return compare(text.m_wideBuffer, count); }
+    int comparei(sstring const& text, unsigned int count) const { return comparei(text.m_wideBuffer, count); }
 
     /// The six comparison operators: with text through the virtual compare(), with an istring without regard to case,
     /// with an int as numbers. Pointers to writable text have their own, or built-in pointer comparison would compete.
 #define TARN_COMPARISON(op)                                                                                            \
-    bool operator op(sstring const& other) const { return compare(other.wideBuffer, npos) op 0; }                      \
+    bool operator op(sstring const& other) const { return compare(other.m_wideBuffer, npos) op 0; }                    \
     bool operator op(char const* text) const { return compare(bytes(text), npos) op 0; }                               \
     bool operator op(char* text) const { return compare(bytes(text), npos) op 0; }                                     \
     bool operator op(unsigned char const* text) const { return compare(text, npos) op 0; }                             \
@@ -301,9 +301,9 @@ protected:
     explicit sstring(NoBuffer) noexcept {}
 
     /// The largest number of units a buffer is made for.
-    static constexpr uint64_t maxUnits = uint64_t{1} << 31;
+    static constexpr uint64_t kMaxUnits = uint64_t{1} << 31;
     /// Spare units or bytes that every request is given.
-    static constexpr unsigned int headroom = 16;
+    static constexpr unsigned int kHeadroom = 16;
     /// What a buffer request makes of the present capacity: itself when n + 16 fits, else the next step. Throws
     /// velaError 12.
     unsigned int capacityFor(uint64_t n, unsigned int present) const;
@@ -330,15 +330,15 @@ private:
     /// What wideBuffer points to while the string owns no block (capacity 0). Never written.
     static unsigned short emptyText[1];
 
-    mutable unsigned short* wideBuffer = emptyText; ///< the text, zero-terminated; owned when wideCapacity is not 0
-    mutable unsigned int wideCapacity = 0;          ///< of wideBuffer, in units
-    unsigned int length = 0;                        ///< in units, without the terminator
-    mutable unsigned char* ansiCache = nullptr;     ///< last 8-bit rendering handed out; owned
-    mutable unsigned int ansiCapacity = 0;          ///< of ansiCache, in bytes
-    mutable unsigned short* wideScratch = nullptr;  ///< 8-bit arguments after their conversion; owned
-    mutable unsigned int scratchCapacity = 0;       ///< of wideScratch, in units
-    unsigned int tareFlag = 0;                      ///< 1 once tare() was called
-    LOCALE* ownLocale = nullptr;                    ///< owned copy; null: the process default
+    mutable unsigned short* m_wideBuffer = emptyText; ///< the text, zero-terminated; owned when wideCapacity is not 0
+    mutable unsigned int m_wideCapacity = 0;          ///< of wideBuffer, in units
+    unsigned int m_length = 0;                        ///< in units, without the terminator
+    mutable unsigned char* m_ansiCache = nullptr;     ///< last 8-bit rendering handed out; owned
+    mutable unsigned int m_ansiCapacity = 0;          ///< of ansiCache, in bytes
+    mutable unsigned short* m_wideScratch = nullptr;  ///< 8-bit arguments after their conversion; owned
+    mutable unsigned int m_scratchCapacity = 0;       ///< of wideScratch, in units
+    unsigned int m_tareFlag = 0;                      ///< 1 once tare() was called
+    LOCALE* m_ownLocale = nullptr;                    ///< owned copy; null: the process default
 };
 
 /// A string whose comparisons ignore case, also when it is the right operand.
@@ -431,16 +431,16 @@ std::ostream& operator<<(std::ostream& stream, sstring const& text);
 inline sstring& sstring::append(unsigned short const* text)
 {
     if (text)
-        writeUnits(length, text, strlen16(text), true);
+        writeUnits(m_length, text, strlen16(text), true);
     return *this;
 }
 
 inline sstring& sstring::operator+=(unsigned short unit)
 {
-    if (uint64_t{length} + 2 + headroom > wideCapacity)
-        growWide(uint64_t{length} + 2);
-    wideBuffer[length++] = unit;
-    wideBuffer[length] = 0;
+    if (uint64_t{m_length} + 2 + kHeadroom > m_wideCapacity)
+        growWide(uint64_t{m_length} + 2);
+    m_wideBuffer[m_length++] = unit;
+    m_wideBuffer[m_length] = 0;
     return *this;
 }
 

@@ -26,29 +26,29 @@ public:
     sstring toString() const;
     operator sstring() const { return toString(); }
 
-    bool isEmpty() const { return !isSet; }
-    unsigned int offset() const { return offsetBytes; }
-    unsigned int unit() const { return unitIndex; }
+    bool isEmpty() const { return !m_isSet; }
+    unsigned int offset() const { return m_offsetBytes; }
+    unsigned int unit() const { return m_unitIndex; }
     bool operator==(bookmark const& other) const = default;
 
 private:
-    unsigned int offsetBytes = 0;
-    unsigned int unitIndex = 0;
-    bool isSet = false;
+    unsigned int m_offsetBytes = 0;
+    unsigned int m_unitIndex = 0;
+    bool m_isSet = false;
 };
 
 /// One decoded stretch of a stream's source.
 struct tsCache
 {
-    static constexpr unsigned int bufferUnits = 16385; ///< the last one is for the terminator
-    static constexpr unsigned int chunkSize = 16384;
+    static constexpr unsigned int kBufferUnits = 16385; ///< the last one is for the terminator
+    static constexpr unsigned int kChunkSize = 16384;
 
-    unsigned short* buffer = nullptr;  ///< bufferUnits units, owned by the stream; allocated on first use
-    unsigned int valid = 0;            ///< decoded units in the buffer; 0: empty, to be filled
-    unsigned int readSize = chunkSize; ///< source bytes (8-bit text) or units (UTF-16) that one fill takes
-    unsigned int consumed = 0;         ///< source bytes that produced the buffer's contents
-    unsigned int start = 0;            ///< byte offset in the source at which the contents begin
-    unsigned int position = 0;         ///< index of the next unit to hand out
+    unsigned short* buffer = nullptr;   ///< bufferUnits units, owned by the stream; allocated on first use
+    unsigned int valid = 0;             ///< decoded units in the buffer; 0: empty, to be filled
+    unsigned int readSize = kChunkSize; ///< source bytes (8-bit text) or units (UTF-16) that one fill takes
+    unsigned int consumed = 0;          ///< source bytes that produced the buffer's contents
+    unsigned int start = 0;             ///< byte offset in the source at which the contents begin
+    unsigned int position = 0;          ///< index of the next unit to hand out
 };
 
 /// A text source. Belongs to one thread at a time. Reading, positioning or advance() on a stream that is not open
@@ -117,8 +117,8 @@ public:
     /// Consumes `count` units of what peekRun() gave.
     void skipRun(unsigned int count);
     /// The unit of the current cache that begins it: peekRun()'s units minus this is the unit index of a bookmark.
-    unsigned short const* cacheBegin() const { return current.buffer; }
-    unsigned int cacheStart() const { return current.start; }
+    unsigned short const* cacheBegin() const { return m_current.buffer; }
+    unsigned int cacheStart() const { return m_current.start; }
 
 protected:
     /// Takes over `data` as UTF-16 text in the machine's own byte order without looking for a byte-order mark.
@@ -127,9 +127,9 @@ protected:
 private:
     enum UnitMode
     {
-        CodeSet = 0,
-        Utf16Little = 1,
-        Utf16Big = 2
+        kCodeSet = 0,
+        kUtf16Little = 1,
+        kUtf16Big = 2
     };
 
     void requireOpen() const;
@@ -154,25 +154,25 @@ private:
     void chooseCodeSet(unsigned char const* chunk, unsigned int count);
     void chooseLocale(velaBytes const& declared);
 
-    int unitMode = CodeSet;
-    int openFlag = 0;
-    FILEDATA* file = nullptr;        // owned while open; null for a memory stream
-    unsigned char* memory = nullptr; // null for a file
-    unsigned int memoryPosition = 0; // bytes
-    int ownsMemory = 0;
-    unsigned int dataStart = 0;         // length of the byte-order mark: 0, 2 or 3
-    unsigned int size = 0;              // bytes of the source
-    unsigned char* rawBuffer = nullptr; // a file's undecoded chunk and a terminator
-    tsCache current;
-    tsCache spare;
-    velaArray<bookmark> positions;
-    LOCALE* locale = nullptr;         // owned; null: not decided
-    unsigned char* codeSet = nullptr; // owned; null: the locale's
-    sstring scratch;
-    sstring fileName;
-    bookmark reopenPlace;
-    bool localeDeclared = false; // the locale was found in the text, not set from outside
-    std::unique_ptr<tsDecoder> decoder;
+    int m_unitMode = kCodeSet;
+    int m_openFlag = 0;
+    FILEDATA* m_file = nullptr;        // owned while open; null for a memory stream
+    unsigned char* m_memory = nullptr; // null for a file
+    unsigned int m_memoryPosition = 0; // bytes
+    int m_ownsMemory = 0;
+    unsigned int m_dataStart = 0;         // length of the byte-order mark: 0, 2 or 3
+    unsigned int m_size = 0;              // bytes of the source
+    unsigned char* m_rawBuffer = nullptr; // a file's undecoded chunk and a terminator
+    tsCache m_current;
+    tsCache m_spare;
+    velaArray<bookmark> m_positions;
+    LOCALE* m_locale = nullptr;         // owned; null: not decided
+    unsigned char* m_codeSet = nullptr; // owned; null: the locale's
+    sstring m_scratch;
+    sstring m_fileName;
+    bookmark m_reopenPlace;
+    bool m_localeDeclared = false; // the locale was found in the text, not set from outside
+    std::unique_ptr<tsDecoder> m_decoder;
 };
 
 /// A stream over a private copy of a string's text.

@@ -17,7 +17,7 @@ namespace {
 
 /// Bytes at a chunk's end that the search for its last whole character may look at. No character of any code set is
 /// longer than 8 bytes with its shifts; a text that goes on dropping bytes beyond this decodes to nothing anyway.
-constexpr unsigned int guardBytes = 32;
+constexpr unsigned int kGuardBytes = 32;
 
 void widen(unsigned char const* bytes, unsigned int count, unsigned short* out)
 {
@@ -144,7 +144,7 @@ bool equalsFolded(unsigned char a, char lower) { return (a | 0x20) == lower; }
 /// What the bytes behind a fixed place of the chunk decode to, for one trial end.
 struct tsDecoder::Tail
 {
-    unsigned short units[guardBytes * 8];
+    unsigned short units[kGuardBytes * 8];
     unsigned int count;
     unsigned int characters; // surrogate pairs count once, so that no half of one is taken for a character lost
     uint32_t last;
@@ -154,31 +154,31 @@ tsDecoder::~tsDecoder() { close(); }
 
 void tsDecoder::close()
 {
-    if (converter)
-        CloseConverter(converter);
-    converter = nullptr;
+    if (m_converter)
+        CloseConverter(m_converter);
+    m_converter = nullptr;
 }
 
 void tsDecoder::useCodeSet(char const* name)
 {
-    if (isChosen && codeSet == name)
+    if (m_isChosen && m_codeSet == name)
         return;
     close();
-    codeSet = name;
-    isChosen = true;
-    converter = OpenConverter(name);
+    m_codeSet = name;
+    m_isChosen = true;
+    m_converter = OpenConverter(name);
     chooseKind();
 }
 
 void tsDecoder::chooseKind()
 {
-    if (!converter) {
-        kind = Widen;
+    if (!m_converter) {
+        m_kind = kWiden;
         return;
     }
-    UConverterType const type = ucnv_getType(converter);
+    UConverterType const type = ucnv_getType(m_converter);
     bool const isTable = type == UCNV_SBCS || type == UCNV_LATIN_1 || type == UCNV_US_ASCII;
-    kind = type == UCNV_UTF8 ? Utf8 : isTable && buildTable() ? SingleByte : General;
+    m_kind = type == UCNV_UTF8 ? kUtf8 : isTable && buildTable() ? kSingleByte : kGeneral;
 }
 
 bool tsDecoder::buildTable()
@@ -186,19 +186,19 @@ bool tsDecoder::buildTable()
     unsigned char bytes[256];
     for (unsigned int i = 0; i < 256; ++i)
         bytes[i] = static_cast<unsigned char>(i);
-    table.resize(257);
+    m_table.resize(257);
     unsigned int units = 0;
-    ucnv_reset(converter);
-    return convert(converter, bytes, 256, true, table.data(), 257, units) && units == 256;
+    ucnv_reset(m_converter);
+    return convert(m_converter, bytes, 256, true, m_table.data(), 257, units) && units == 256;
 }
 
 tsDecoder::Result tsDecoder::decode(unsigned char const* bytes, unsigned int count, bool isLast, unsigned short* out)
 {
-    assert(isChosen);
+    assert(m_isChosen);
     Result result{};
-    if (kind == Utf8 && decodeUtf8(bytes, count, isLast, out, result))
+    if (m_kind == kUtf8 && decodeUtf8(bytes, count, isLast, out, result))
         return result;
-    if (kind == Utf8 || kind == General)
+    if (m_kind == kUtf8 || m_kind == kGeneral)
         return decodeGeneral(bytes, count, isLast, out);
     return decodeTable(bytes, count, isLast, out);
 }
@@ -207,10 +207,10 @@ tsDecoder::Result tsDecoder::decode(unsigned char const* bytes, unsigned int cou
 tsDecoder::Result tsDecoder::decodeTable(unsigned char const* bytes, unsigned int count, bool isLast,
                                          unsigned short* out) const
 {
-    assert(kind != SingleByte || table.size() > 256);
+    assert(m_kind != kSingleByte || m_table.size() > 256);
     unsigned int const end = isLast || count < 2 ? count : count - 1;
-    if (kind == SingleByte)
-        std::transform(bytes, bytes + end, out, [units = table.data()](unsigned char b) { return units[b]; });
+    if (m_kind == kSingleByte)
+        std::transform(bytes, bytes + end, out, [units = m_table.data()](unsigned char b) { return units[b]; });
     else
         widen(bytes, end, out);
     return {end, end};
@@ -259,7 +259,7 @@ bool tsDecoder::convert(UConverter* with, unsigned char const* bytes, unsigned i
 /// Decodes the bytes up to one trial end with a copy of the converter as it stands before them.
 bool tsDecoder::tryTail(unsigned char const* bytes, unsigned int count, Tail& tail) const
 {
-    UConverter* copy = cloneOf(converter);
+    UConverter* copy = cloneOf(m_converter);
     if (!copy)
         return false;
     bool const ok = convert(copy, bytes, count, true, tail.units, std::size(tail.units), tail.count);
@@ -275,12 +275,12 @@ bool tsDecoder::tryTail(unsigned char const* bytes, unsigned int count, Tail& ta
 /// them.
 unsigned int tsDecoder::guardedEnd(unsigned char const* bytes, unsigned int count, bool& failed) const
 {
-    assert(count <= 2 * guardBytes); // what a tail has room for
+    assert(count <= 2 * kGuardBytes); // what a tail has room for
     Tail before;
     Tail after;
     failed = !tryTail(bytes, count, before);
     bool hasShrunk = false;
-    for (unsigned int end = count; end > 0 && count - end < guardBytes && !failed; --end) {
+    for (unsigned int end = count; end > 0 && count - end < kGuardBytes && !failed; --end) {
         failed = !tryTail(bytes, end - 1, after);
         bool const isFewer = after.characters < before.characters;
         bool const isOther = after.characters == before.characters && after.last != before.last;
@@ -295,11 +295,11 @@ unsigned int tsDecoder::guardedEnd(unsigned char const* bytes, unsigned int coun
 tsDecoder::Result tsDecoder::decodeGeneral(unsigned char const* bytes, unsigned int count, bool isLast,
                                            unsigned short* out)
 {
-    ucnv_reset(converter);
-    unsigned int const tailBytes = isLast ? 0 : std::min(count, 2 * guardBytes);
+    ucnv_reset(m_converter);
+    unsigned int const tailBytes = isLast ? 0 : std::min(count, 2 * kGuardBytes);
     unsigned int const headBytes = count - tailBytes;
     unsigned int headUnits = 0;
-    bool failed = !convert(converter, bytes, headBytes, isLast, out, count, headUnits);
+    bool failed = !convert(m_converter, bytes, headBytes, isLast, out, count, headUnits);
     if (isLast && !failed)
         return {headUnits, count};
     unsigned int end = 0;
@@ -307,7 +307,7 @@ tsDecoder::Result tsDecoder::decodeGeneral(unsigned char const* bytes, unsigned 
         end = guardedEnd(bytes + headBytes, tailBytes, failed);
     assert(end <= tailBytes && headUnits <= count);
     unsigned int tailUnits = 0;
-    if (!failed && convert(converter, bytes + headBytes, end, true, out + headUnits, count - headUnits, tailUnits))
+    if (!failed && convert(m_converter, bytes + headBytes, end, true, out + headUnits, count - headUnits, tailUnits))
         return {headUnits + tailUnits, headBytes + end};
     end = isLast || count < 2 ? count : count - 1;
     widen(bytes, end, out);
@@ -316,13 +316,13 @@ tsDecoder::Result tsDecoder::decodeGeneral(unsigned char const* bytes, unsigned 
 
 velaBytes findDeclaredCodeSet(unsigned char const* bytes, unsigned int count)
 {
-    static constexpr char keyword[] = "charset";
-    constexpr unsigned int keywordLength = sizeof keyword - 1;
+    static constexpr char kEyword[] = "charset";
+    constexpr unsigned int kEywordLength = sizeof kEyword - 1;
     unsigned char const* const end = bytes + count;
-    unsigned char const* at = std::search(bytes, end, keyword, keyword + keywordLength, equalsFolded);
+    unsigned char const* at = std::search(bytes, end, kEyword, kEyword + kEywordLength, equalsFolded);
     if (at == end)
         return {};
-    at = std::find(at + keywordLength, end, '=');
+    at = std::find(at + kEywordLength, end, '=');
     if (at == end)
         return {};
     at = std::find_if_not(at + 1, end, isBlank);

@@ -33,10 +33,10 @@ public:
 private:
     enum Kind
     {
-        Widen,
-        SingleByte,
-        Utf8,
-        General
+        kWiden,
+        kSingleByte,
+        kUtf8,
+        kGeneral
     };
 
     struct Tail;
@@ -52,11 +52,11 @@ private:
     bool tryTail(unsigned char const* bytes, unsigned int count, Tail& tail) const;
     unsigned int guardedEnd(unsigned char const* bytes, unsigned int count, bool& failed) const;
 
-    Kind kind = Widen;
-    UConverter* converter = nullptr; // owned
-    velaBytes codeSet;
-    bool isChosen = false;
-    velaArray<unsigned short> table; // SingleByte: the unit of each byte
+    Kind m_kind = kWiden;
+    UConverter* m_converter = nullptr; // owned
+    velaBytes m_codeSet;
+    bool m_isChosen = false;
+    velaArray<unsigned short> m_table; // SingleByte: the unit of each byte
 };
 
 /// The code-set name that a text declares behind the word "charset" and the next "=": up to 127 letters, digits, "_"

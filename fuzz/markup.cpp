@@ -188,7 +188,7 @@ void requireNoTraceOfChunks(std::string const& text, FuzzRandom& random)
 {
     Page page(text);
     sstring const units = page.stream.toString();
-    unsigned const inFront = tsCache::chunkSize - random.below(std::min(units.getLength(), 8000u) + 1);
+    unsigned const inFront = tsCache::kChunkSize - random.below(std::min(units.getLength(), 8000u) + 1);
     sstring const comment(("<!--" + std::string(inFront - 7, 'x') + "-->").c_str());
     Page alone(units);
     Page moved(comment + units);

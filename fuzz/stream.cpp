@@ -77,7 +77,7 @@ bool isStateless(std::string const& codeSet)
 /// How much must stand before a text that shall begin `before` units ahead of the end of a chunk.
 size_t filling(unsigned chunks, size_t before)
 {
-    return chunks == 1 || chunks == 2 ? chunks * size_t{tsCache::chunkSize} - before : 0;
+    return chunks == 1 || chunks == 2 ? chunks * size_t{tsCache::kChunkSize} - before : 0;
 }
 
 Source makeSource(FuzzBytes& input)

@@ -20,44 +20,44 @@ namespace {
 class WorkingIn
 {
 public:
-    explicit WorkingIn(std::string const& path) : before(std::filesystem::current_path())
+    explicit WorkingIn(std::string const& path) : m_before(std::filesystem::current_path())
     {
         std::filesystem::current_path(path);
     }
-    ~WorkingIn() { std::filesystem::current_path(before); }
+    ~WorkingIn() { std::filesystem::current_path(m_before); }
 
 private:
-    std::filesystem::path before;
+    std::filesystem::path m_before;
 };
 
 /// Sets or removes the search path for the length of a test.
 class SearchPath
 {
 public:
-    explicit SearchPath(char const* value) : before(std::getenv("PATH") ? std::getenv("PATH") : "")
+    explicit SearchPath(char const* value) : m_before(std::getenv("PATH") ? std::getenv("PATH") : "")
     {
         if (value)
             setenv("PATH", value, 1);
         else
             unsetenv("PATH");
     }
-    ~SearchPath() { setenv("PATH", before.c_str(), 1); }
+    ~SearchPath() { setenv("PATH", m_before.c_str(), 1); }
 
 private:
-    std::string before;
+    std::string m_before;
 };
 
 std::string canonical(std::string const& path) { return FileIO_CanonicalizePath(path.c_str()).c_str(); }
 
 std::string foundInPath(char const* name)
 {
-    char result[maxPathBytes] = "untouched";
+    char result[kMaxPathBytes] = "untouched";
     return FileIO_FindFileInPathA(name, result) ? result : "failed: " + std::string(result);
 }
 
 std::string fullPathOf(std::string const& argv0)
 {
-    char result[maxPathBytes];
+    char result[kMaxPathBytes];
     return FileIO_GetCurrentProcessFullPathA(argv0.c_str(), result) ? result : "failed";
 }
 
@@ -108,8 +108,8 @@ TEST(FileNames, TheCurrentDirectoryMoves)
 {
     const TemporaryDirectory directory;
     const WorkingIn start("/");
-    char current[maxPathBytes];
-    unsigned short wide[maxPathBytes];
+    char current[kMaxPathBytes];
+    unsigned short wide[kMaxPathBytes];
     EXPECT_TRUE(FileIO_SetCurrentDirectoryA(directory.path().c_str()));
     EXPECT_TRUE(FileIO_GetCurrentDirectoryA(current));
     EXPECT_EQ(current, directory.path());
@@ -185,7 +185,7 @@ TEST(Directories, AListingHoldsEveryNameInTheSystemsOrder)
     EXPECT_EQ(count, 6u);
     std::map<std::string, int> entries;
     std::string order;
-    char name[maxPathBytes];
+    char name[kMaxPathBytes];
     int isDirectory = -1;
     for (int more = FileIO_GetFirstDirEntryA(listing, &isDirectory, name, sizeof name); more;
          more = FileIO_GetNextDirEntryA(listing, &isDirectory, name, sizeof name)) {
@@ -267,7 +267,7 @@ TEST(SearchPath, TheFirstDirectoryThatHasTheNameWins)
     directory.write("one/tool", "x");
     EXPECT_EQ(foundInPath("tool"), directory.file("one/tool"));
     EXPECT_EQ(foundInPath("nothing"), "failed: untouched");
-    unsigned short wide[maxPathBytes];
+    unsigned short wide[kMaxPathBytes];
     EXPECT_TRUE(FileIO_FindFileInPathW(u16(u"tool"), wide));
     EXPECT_EQ(sstring(wide), directory.file("one/tool").c_str());
 }
@@ -308,7 +308,7 @@ TEST(SearchPath, TheProgramsOwnPathIsMadeAbsolute)
     }
     const SearchPath path(".");
     EXPECT_EQ(fullPathOf("tool"), directory.path() + "/./tool");
-    unsigned short wide[maxPathBytes];
+    unsigned short wide[kMaxPathBytes];
     EXPECT_TRUE(FileIO_GetCurrentProcessFullPathW(u16(u"/x"), wide));
     EXPECT_EQ(sstring(wide), "/x");
 }

@@ -22,14 +22,14 @@ class Opened
 public:
     Opened(std::string const& path, int mode)
     {
-        EXPECT_TRUE(FileIO_OpenA(path.c_str(), static_cast<ENU_FILE_OPEN>(mode), &file)) << path;
+        EXPECT_TRUE(FileIO_OpenA(path.c_str(), static_cast<ENU_FILE_OPEN>(mode), &m_file)) << path;
     }
-    ~Opened() { FileIO_Close(file); }
-    operator FILEDATA*() const { return file; }
-    FILEDATA* operator->() const { return file; }
+    ~Opened() { FileIO_Close(m_file); }
+    operator FILEDATA*() const { return m_file; }
+    FILEDATA* operator->() const { return m_file; }
 
 private:
-    FILEDATA* file = nullptr;
+    FILEDATA* m_file = nullptr;
 };
 
 std::string readUpTo(FILEDATA* file, unsigned long length)

@@ -23,7 +23,7 @@ std::string canonical(char const* name)
 std::string codesetOf(char const* name)
 {
     LOCALE* locale = Locale_Create(name);
-    char text[maxCodesetName];
+    char text[kMaxCodesetName];
     EXPECT_EQ(Locale_GetDefaultCodeset(locale, text), 1);
     Locale_Destroy(locale);
     return text;
@@ -34,7 +34,7 @@ std::string codesetOf(char const* name)
 {
     setenv("LC_ALL", environment, 1);
     LOCALE* system = Locale_GetFromSystem();
-    char codeset[maxCodesetName];
+    char codeset[kMaxCodesetName];
     Locale_GetDefaultCodeset(system, codeset);
     std::fprintf(stderr, "%s/%s", system->name, codeset);
     bool const right = std::strcmp(system->name, expectedName) == 0 && std::strcmp(codeset, expectedCodeset) == 0;
@@ -92,7 +92,7 @@ TEST(Locale, ALocaleOutsideTheTableHasTheLibrarysCodeSet)
 {
     EXPECT_NE(codesetOf("sv_SE"), "");
     EXPECT_EQ(codesetOf("sv_SE").find(':'), std::string::npos);
-    char text[maxCodesetName];
+    char text[kMaxCodesetName];
     EXPECT_EQ(Locale_GetDefaultCodeset(nullptr, text), 1);
     EXPECT_EQ(Locale_GetDefaultCodeset(nullptr, nullptr), 0);
 }

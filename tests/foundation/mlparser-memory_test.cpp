@@ -98,7 +98,7 @@ double heldPerByte(std::string const& page)
     return held;
 }
 
-constexpr size_t fourMegabytes = 4u << 20;
+constexpr size_t kFourMegabytes = 4u << 20;
 
 } // namespace
 
@@ -109,8 +109,8 @@ TEST(Memory, PageTakesLessThanTwelveTimesItsSize)
         char const* name;
         std::string text;
     };
-    for (Page const& page : {Page{"text", textPage(fourMegabytes)}, Page{"table", tablePage(fourMegabytes)},
-                             Page{"dense table", densePage(fourMegabytes)}}) {
+    for (Page const& page : {Page{"text", textPage(kFourMegabytes)}, Page{"table", tablePage(kFourMegabytes)},
+                             Page{"dense table", densePage(kFourMegabytes)}}) {
         double const held = heldPerByte(page.text) + 1;
         double const peak = peakPerByte(page.text);
         std::printf("bytes per page byte of a %s page: %.2f held, %.2f at the peak\n", page.name, held, peak);

@@ -103,8 +103,8 @@ TEST(Robustness, AnyBytesAreReadToTheEnd)
 
 TEST(Robustness, DeepNestingIsFollowedWrittenSearchedAndDropped)
 {
-    constexpr unsigned int depth = 100000;
-    MemorySource source(repeated("<div>", depth) + "x");
+    constexpr unsigned int kDepth = 100000;
+    MemorySource source(repeated("<div>", kDepth) + "x");
     mlParser parser(source.get());
     parser.fullParse();
     mlSection* section = parser.getSection(0);
@@ -113,20 +113,20 @@ TEST(Robustness, DeepNestingIsFollowedWrittenSearchedAndDropped)
         section = section->getChild(0);
         ++levels;
     }
-    EXPECT_EQ(levels, depth);
-    EXPECT_EQ(parser.toString().getLength(), depth * 11 + 1);
-    EXPECT_LT(parser.toFormattedString().getLength(), depth * 200);
+    EXPECT_EQ(levels, kDepth);
+    EXPECT_EQ(parser.toString().getLength(), kDepth * 11 + 1);
+    EXPECT_LT(parser.toFormattedString().getLength(), kDepth * 200);
     EXPECT_EQ(parser.findSection("span"), nullptr);
 }
 
 TEST(Robustness, DeepChainOfAppendedSectionsIsDropped)
 {
     mlSection top;
-    top.setTag("a", mlTagOrdinary);
+    top.setTag("a", kTagOrdinary);
     mlSection* at = &top;
     for (int i = 0; i < 100000; ++i) {
         mlSection* child = new mlSection;
-        child->setTag("b", mlTagOrdinary);
+        child->setTag("b", kTagOrdinary);
         at->append(child);
         at = child;
     }

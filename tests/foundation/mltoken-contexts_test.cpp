@@ -7,7 +7,7 @@ namespace {
 
 struct Token
 {
-    mlTokenType type = mlTokenNone;
+    mlTokenType type = kTokenNone;
     std::string text;
     bookmark start;
     int truncated = -1;
@@ -37,7 +37,7 @@ std::string tokens(std::string const& page, unsigned long flags)
     MemorySource source(page);
     mlParser parser(source.get());
     std::string out;
-    for (Token token = pop(parser, flags); token.type != mlTokenEnd; token = pop(parser, flags))
+    for (Token token = pop(parser, flags); token.type != kTokenEnd; token = pop(parser, flags))
         out += (out.empty() ? "" : "|") + ((token.leadingSpace ? "_" : "") + token.text);
     return out;
 }
@@ -74,7 +74,7 @@ TEST(TokenTable, EachTokenIsRecognisedExceptInItsExcludedContexts)
             mlParser parser(source.get());
             EXPECT_EQ(parser.isToken(flags), isExcluded ? -1 : row.value) << row.text << " in " << flags;
             Token const token = pop(parser, flags);
-            EXPECT_EQ(token.type, isExcluded ? mlTokenText : row.value) << row.text << " in " << flags;
+            EXPECT_EQ(token.type, isExcluded ? kTokenText : row.value) << row.text << " in " << flags;
             EXPECT_EQ(token.text, row.text);
         }
     }
@@ -180,12 +180,12 @@ TEST(Tokens, RunIsCutBehind1024UnitsWhenPlaceAndFlagAreAsked)
         MemorySource source(" " + std::string(1025, 'x') + "]]>");
         mlParser parser(source.get());
         Token const token = pop(parser, flags);
-        EXPECT_EQ(token.type, mlTokenText);
+        EXPECT_EQ(token.type, kTokenText);
         EXPECT_EQ(token.truncated, 1) << flags;
         EXPECT_EQ(token.text, std::string(1024, 'x')) << "what stands before the cut is kept";
         EXPECT_EQ(token.start, bookmark(0, 1));
         bool const isEndRecognised = flags != 4;
-        EXPECT_EQ(pop(parser, flags).type == mlTokenCloseCData, isEndRecognised) << "the rest of the run is skipped";
+        EXPECT_EQ(pop(parser, flags).type == kTokenCloseCData, isEndRecognised) << "the rest of the run is skipped";
     }
     MemorySource source(std::string(3000, 'x'));
     mlParser parser(source.get());
@@ -245,9 +245,9 @@ TEST(Tokens, PeekedTokenComesAgain)
     EXPECT_EQ(text8(parser.popToken().getText()), "a");
     EXPECT_EQ(text8(parser.peekToken().getText()), "b");
     EXPECT_EQ(parser.getLine(), 1u) << "what is only peeked at counts no lines";
-    EXPECT_EQ(parser.popToken().getType(), mlTokenText);
+    EXPECT_EQ(parser.popToken().getType(), kTokenText);
     EXPECT_EQ(parser.getLine(), 2u);
-    EXPECT_EQ(parser.peekToken().getType(), mlTokenEnd);
+    EXPECT_EQ(parser.peekToken().getType(), kTokenEnd);
 }
 
 TEST(Tokens, TextTakesTheStreamsLocale)

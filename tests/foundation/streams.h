@@ -19,17 +19,17 @@
 class MemorySource
 {
 public:
-    explicit MemorySource(std::string bytes) : data(bytes.begin(), bytes.end())
+    explicit MemorySource(std::string bytes) : m_data(bytes.begin(), bytes.end())
     {
-        data.push_back(0);
-        stream = std::make_unique<textstream>(data.data(), static_cast<unsigned int>(bytes.size()), 0);
+        m_data.push_back(0);
+        m_stream = std::make_unique<textstream>(m_data.data(), static_cast<unsigned int>(bytes.size()), 0);
     }
-    textstream* operator->() { return stream.get(); }
-    textstream* get() { return stream.get(); }
+    textstream* operator->() { return m_stream.get(); }
+    textstream* get() { return m_stream.get(); }
 
 private:
-    std::vector<unsigned char> data;
-    std::unique_ptr<textstream> stream;
+    std::vector<unsigned char> m_data;
+    std::unique_ptr<textstream> m_stream;
 };
 
 /// A file that is gone when the test ends.
@@ -40,17 +40,17 @@ public:
     {
         char pattern[] = "/tmp/tarn-stream-XXXXXX";
         int const descriptor = mkstemp(pattern);
-        path = pattern;
+        m_path = pattern;
         EXPECT_EQ(write(descriptor, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
         close(descriptor);
     }
-    ~TemporaryFile() { unlink(path.c_str()); }
+    ~TemporaryFile() { unlink(m_path.c_str()); }
     TemporaryFile(TemporaryFile const&) = delete;
     TemporaryFile& operator=(TemporaryFile const&) = delete;
-    sstring name() const { return sstring(path.c_str()); }
+    sstring name() const { return sstring(m_path.c_str()); }
 
 private:
-    std::string path;
+    std::string m_path;
 };
 
 inline std::u16string text16(sstring const& text)

@@ -151,7 +151,7 @@ TEST(StringSearch, ReplacedTextIsNotSearchedAgain)
 TEST(StringSearch, ReplacesEveryHitOrOnlyTheFirst)
 {
     sstring text("one two one two");
-    EXPECT_EQ(text.replace("one", "1", sstring::ReplaceFirst), 13u);
+    EXPECT_EQ(text.replace("one", "1", sstring::kReplaceFirst), 13u);
     EXPECT_EQ(text, "1 two one two");
     EXPECT_EQ(text.replace(u16(u"two"), u16(u"three"), static_cast<sstring::ReplaceHowMany>(7)), 15u);
     EXPECT_EQ(text, "1 three one two");
@@ -209,7 +209,7 @@ TEST(StringSearch, ReplacedTextEndsAtItsTerminator)
     EXPECT_EQ(text.replace(from, "-"), 4u);
     EXPECT_EQ(text, "x-y-");
     text = "xaya";
-    EXPECT_EQ(text.replace(from, "-", sstring::ReplaceFirst), 4u);
+    EXPECT_EQ(text.replace(from, "-", sstring::kReplaceFirst), 4u);
     EXPECT_EQ(text, "x-ya");
     sstring const nothing(u16(u"\0a"), 0, 2);
     EXPECT_EQ(text.replace(nothing, "-"), 4u);

@@ -57,7 +57,7 @@ TEST(TextstreamInterface, VirtualOperationsStandInTheirSlots)
 TEST(TextstreamInterface, CacheHoldsOneChunkAndATerminator)
 {
     tsCache cache;
-    EXPECT_EQ(tsCache::bufferUnits * sizeof(unsigned short), 32770u);
+    EXPECT_EQ(tsCache::kBufferUnits * sizeof(unsigned short), 32770u);
     EXPECT_EQ(cache.readSize, 16384u);
     EXPECT_EQ(cache.valid, 0u);
     EXPECT_LT(offsetof(tsCache, buffer), offsetof(tsCache, valid));

@@ -87,7 +87,7 @@ TEST(ManagedThreads, ArgumentAndResultHaveTheSizeOfAPointer)
 {
     const intptr_t large = intptr_t{1} << 40;
     const pthread_t thread = pthread_create_managed(doubled, large);
-    ASSERT_NE(thread, noThread);
+    ASSERT_NE(thread, kNoThread);
     EXPECT_EQ(resultOf(thread), large * 2);
     EXPECT_EQ(pthread_create_managed(nullptr, 0), static_cast<pthread_t>(-1));
 }
