@@ -1,4 +1,4 @@
-// page/guifiletype.h: what kind of file a name stands for, by its ending.
+// page/guifiletype.h: the kind of a file by its extension.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -11,6 +11,7 @@ enum guiFindFileType : int
     kFileOther = 2,
 };
 
-/// What a file's last extension says that it is, in any case: ".bmp", ".gif", ".jpg", ".jpeg" and ".png" are pictures,
+/// The kind of a file by its last extension, without regard to case: ".bmp", ".gif", ".jpg", ".jpeg" and ".png" are
+/// pictures,
 /// ".wav", ".avi" and ".avz" movies.
 int getFindFileType(sstring const& name);

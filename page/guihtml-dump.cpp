@@ -64,7 +64,7 @@ char const* markerText(guiMarker marker)
 
 std::string indent(unsigned blanks) { return std::string(blanks, ' '); }
 
-/// Collects lines, each with the blanks of one indentation in front.
+/// Collects lines that all have the same indentation.
 class dumpWriter
 {
 public:
@@ -82,7 +82,7 @@ private:
     sstring m_out;
 };
 
-/// The rest of a sizes line: requests and minima on both axes.
+/// A line about sizes: requests and minimums on both axes, then `end`.
 sformat sizesText(char const* word, guiHtml::sizes_t const& sizes, char const* end)
 {
     return sformat("%s: X=%lu%s, Y=%lu%s, cxMin=%ld, cyMin=%ld%s", word, static_cast<unsigned long>(sizes.x),

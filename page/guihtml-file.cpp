@@ -1,6 +1,7 @@
-// page/guihtml-file.cpp: gives nodes the content of files: pages, pictures, background images, and what `src`
-// attributes name. Parsing is guihtml-load.cpp's. A content filter is a script: after it has run, the node may be gone.
+// page/guihtml-file.cpp: fills nodes from files: pages, pictures, background images, and the files that `src`
+// attributes name. guihtml-load.cpp parses the text. Content filters are script: one may delete the node.
 #include "foundation/vela-log.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
@@ -15,11 +16,11 @@
 
 namespace {
 
-/// Takes the content out of a node, and what belonged to it out of the form.
+/// Removes the content of a node, and the values of its controls from the form.
 void empty(guiHtml* node)
 {
     if (node->getChildCount() == 0)
-        return; // a control's value is none of its content
+        return; // a control has no content, and keeps its value
     guiNodeWatch self(node);
     if (guiPageRoot* root = node->getBaseHtml())
         root->eraseFormValues(node);
@@ -30,7 +31,7 @@ void empty(guiHtml* node)
     node->updateLayout(1);
 }
 
-/// A page that holds nothing but one picture or movie.
+/// The text of a page that shows only one picture or movie.
 sstring picturePage(sstring const& path)
 {
     sstring name = path;
@@ -39,8 +40,8 @@ sstring picturePage(sstring const& path)
     return sstring("<img src=\"") + name + "\">";
 }
 
-/// The name to load: links and `src` are relative to the page around the node, what script loads into a window to the
-/// script.
+/// The full name of a file to load. Links and `src` are relative to the page around the node; a file that script loads
+/// into a window is relative to the script.
 sstring nameToLoad(guiHtml* node, sstring const& file)
 {
     if (node->getParent())
@@ -57,7 +58,7 @@ int loadPageFile(guiHtml* node, guiPageFile& file, guiNodeWatch const& self)
     return file.fail("apply content from");
 }
 
-/// A page that can not be loaded leaves the node empty.
+/// When the page can not be loaded, the node is left empty.
 int loadPage(guiHtml* node, sstring const& path)
 {
     guiNodeWatch self(node);
@@ -70,7 +71,7 @@ int loadPage(guiHtml* node, sstring const& path)
     return result;
 }
 
-/// Whether the file is what one of the pages around the node was loaded from.
+/// Whether one of the pages around the node was loaded from this file.
 bool isWithin(guiHtml const* node, sstring const& path)
 {
     for (guiHtml const* above = node->getParent(); above; above = above->getParent())
@@ -99,7 +100,7 @@ int loadInto(guiHtml* node, sstring const& file)
     return result;
 }
 
-/// Loads what a `src` attribute names, unless the page would contain itself without end.
+/// Loads the file that a `src` attribute names, unless that would nest a page in itself without end.
 int loadSource(guiHtml* node, sstring const& source)
 {
     sstring path;
@@ -112,7 +113,7 @@ int loadSource(guiHtml* node, sstring const& source)
     return 0;
 }
 
-/// Top of a node in the content of its root, wherever that is scrolled to.
+/// Top of a node in the content of its root, whatever the scroll positions.
 int topInRoot(guiHtml const* node)
 {
     int top = 0;
@@ -138,6 +139,7 @@ int scrollToBookmark(guiHtml* root, sstring const& bookmark)
 
 int guiHtml::loadFile(sstring file)
 {
+    assertOnGuiThread();
     sstring name;
     sstring bookmark;
     guiSplitBookmark(file, name, bookmark);
@@ -154,6 +156,7 @@ int guiHtml::loadPicture(sstring const& path) { return setText(picturePage(path)
 
 int guiHtml::loadBackground(sstring file)
 {
+    assertOnGuiThread();
     QPixmap image;
     guiNodeWatch self(this);
     sstring const path = guiFullName(this, file);
@@ -165,7 +168,7 @@ int guiHtml::loadBackground(sstring file)
     return 1;
 }
 
-// Only names it: dynamicLoad() reads the file.
+// Stores the name; dynamicLoad() reads the file.
 int guiHtml::setBackgroundImage(sstring const& file)
 {
     setString(kStringBackground, file);
@@ -175,6 +178,7 @@ int guiHtml::setBackgroundImage(sstring const& file)
 
 int guiHtml::dynamicLoad()
 {
+    assertOnGuiThread();
     guiNodeWatch self(this);
     int result = 1;
     if (hasString(kStringBackground) && !isBackgroundLoaded())
@@ -190,8 +194,8 @@ int guiHtml::dynamicLoad()
     return result;
 }
 
-// Nothing in a library may change the process's directory: the names in a page are completed with that of its file
-// instead.
+// A library must not change the process's working directory, so the node's file gets its full name, and names in the
+// page are completed with its directory.
 void guiHtml::setCurrentDirectory()
 {
     if (hasString(kStringFile))

@@ -1,5 +1,6 @@
-// page/guihtml-font.cpp: the font of a node: its own, if the page names one, otherwise its parent's.
+// page/guihtml-font.cpp: the font of a node: its own if the page names one, otherwise that of its parent.
 #include "foundation/vela-qt.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guifontepoch.h"
 #include "page/guihtml.h"
 #include "page/guihtmlsize.h"
@@ -8,10 +9,11 @@
 
 #include <QApplication>
 #include <QFontInfo>
+#include <cassert>
 
 namespace {
 
-bool decidesAboutFont(guiHtml* node)
+bool choosesFont(guiHtml* node)
 {
     return !node->m.parent || node->hasString(kStringFace) || node->getType() == guiHtml::kTypeBase;
 }
@@ -21,15 +23,16 @@ bool knowsSource(guiHtml const* node)
     return guiLayoutRun::isActive() && node->m.layout.knows(guiLayoutMemo::kFont, guiLayoutRun::number());
 }
 
-/// The nearest node from here up that decides about its font itself. In a layout every node passed remembers it, so
-/// that a deep page is not climbed again for each of its texts.
+/// The nearest node, from this one upwards, that chooses its own font. During a layout the nodes on the way remember
+/// it, so that the walk is not repeated for each text of a deep page.
 guiHtml* fontSource(guiHtml* node)
 {
     guiHtml* source = node;
-    for (; !knowsSource(source) && !decidesAboutFont(source); ++guiLayoutCounters::fontClimbs)
+    for (; !knowsSource(source) && !choosesFont(source); ++guiLayoutCounters::fontClimbs)
         source = source->m.parent;
     if (knowsSource(source))
         source = source->m.layout.fontSource;
+    assert(choosesFont(source));
     for (; node != source && !knowsSource(node) && guiLayoutRun::isActive(); node = node->m.parent) {
         node->m.layout.fontSource = source;
         node->m.layout.learn(guiLayoutMemo::kFont, guiLayoutRun::number());
@@ -37,7 +40,7 @@ guiHtml* fontSource(guiHtml* node)
     return source;
 }
 
-/// The last source asked in a layout: most nodes of a page share one.
+/// The font source that was asked last during a layout: most nodes of a page share one.
 struct rememberedFont
 {
     guiHtml* source = nullptr;
@@ -58,7 +61,7 @@ QFont fontFrom(guiHtml* source, int* points)
     return last.font;
 }
 
-/// The last root that a layout began with.
+/// The root that the last layout began with, and its font then.
 struct checkedRoot
 {
     guiHtml* root = nullptr;
@@ -78,6 +81,8 @@ QFont applicationFont(int* points)
 
 void guiFontEpoch::check(guiHtml* root)
 {
+    assertOnGuiThread();
+    assert(!root->m.parent);
     static checkedRoot& last = *new checkedRoot;
     int points = 0;
     QFont const font = root->getDefaultFont(&points);
@@ -87,7 +92,7 @@ void guiFontEpoch::check(guiHtml* root)
     advance();
 }
 
-// The window root overrides this: it supplies the first font.
+// The root of a window overrides this: all other fonts derive from its font.
 QFont guiHtml::getDefaultFont(int* points)
 {
     if (!m.parent)

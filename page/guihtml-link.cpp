@@ -1,6 +1,7 @@
-// page/guihtml-link.cpp: follows links. One that begins with "event://" calls a script handler, any other loads a file
-// into a node. A handler may replace the page or close the window, so nothing of the node is touched after one ran
-// unless it lives.
+// page/guihtml-link.cpp: follows links. A link that begins with "event://" calls a script handler, any other loads a
+// file into a node. A handler may replace the page or close the window, so after the call the node is used only if it
+// is still alive.
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
@@ -9,7 +10,7 @@
 
 namespace {
 
-/// The name of the handler in a link, with its arguments; "" when the link is none that calls a handler.
+/// The name of the handler in a link, with its arguments; "" when the link calls no handler.
 sstring eventIn(sstring const& link)
 {
     unsigned at = link.find(sstring(kEventPrefix));
@@ -32,7 +33,7 @@ guiHtml* nearestNamed(guiHtml* node)
     return node;
 }
 
-/// The frame that contains the node: the child of the nearest frameset above it; the root when there is none.
+/// The frame that contains the node: a child of the nearest frameset above it, or the root without a frameset.
 guiHtml* frameOf(guiHtml* node)
 {
     guiHtml* at = node;
@@ -55,6 +56,7 @@ guiHtml* findTarget(guiHtml* node, sstring const& target)
 
 int guiHtml::onEvent(sstring name, ScriptObject* object)
 {
+    assertOnGuiThread();
     guiNodeWatch self(this);
     ScriptObject* page = guiPageObjectOf(this);
     if (onHyperlink(name, object))
@@ -64,6 +66,7 @@ int guiHtml::onEvent(sstring name, ScriptObject* object)
 
 int guiHtml::onHyperlink(sstring link, ScriptObject* object)
 {
+    assertOnGuiThread();
     sstring target;
     sstring rest;
     guiSplitTarget(guiDecodePercent(link), target, rest);
@@ -81,8 +84,7 @@ int guiHtml::onHyperlinkAction(sstring& link, sstring& target, ScriptObject* obj
     sstring reply;
     if (!callHandler(this, object, guiPageObjectOf(this), event, reply))
         return 0;
-    // A handler that replaced this node's page and names a file means the window that the node was in, if it still has
-    // one.
+    // When the handler deleted this node and returned the name of a file, the file is loaded into the window.
     auto* window = static_cast<guiPageRoot*>(root.get());
     guiHtml* from = self.alive() ? this : window;
     if (window && window->isReleased())

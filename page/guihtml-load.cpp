@@ -1,8 +1,9 @@
-// page/guihtml-load.cpp: gives a node its content from page text.
+// page/guihtml-load.cpp: fills a node from page text.
 #include "page/guihtml.h"
 
 #include "foundation/vela-mlparser.h"
 #include "foundation/vela-textstream.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtmlparser.h"
 #include "page/guilayouthold.h"
 #include "page/guinodewatch.h"
@@ -14,8 +15,8 @@
 
 namespace {
 
-/// The text as UTF-16 in the machine's byte order, behind a byte-order mark: a "charset" that the page names says how
-/// its file was encoded, not this. Both a whole page and a part of one have one element around everything.
+/// The text as UTF-16 in the machine's byte order. The byte-order mark in front overrides a "charset" in the page,
+/// which says how the file was encoded. The html element makes a part of a page parse like a whole one.
 std::vector<unsigned char> toBytes(sstring const& text)
 {
     constexpr char16_t kOpening[] = u"\xFEFF<html>";
@@ -34,11 +35,11 @@ std::vector<unsigned char> toBytes(sstring const& text)
 struct pulledPage
 {
     int result;
-    bool mayLoad; // some element names a file
+    bool mayLoad; // dynamicLoad() may have something to do
 };
 
-/// Makes the elements of a text. Its copy and its sections are gone before anything is laid out: a page of 50 MB would
-/// need several times as much at once else.
+/// Parses the text into nodes. A function of its own so that the parser and its copy of the text are freed before the
+/// layout: on a page of 50 MB they take several times that much.
 pulledPage pullPage(guiHtml* node, sstring const& content, sstring const& directory)
 {
     std::vector<unsigned char> page = toBytes(content);
@@ -53,6 +54,7 @@ pulledPage pullPage(guiHtml* node, sstring const& content, sstring const& direct
 
 int guiHtml::setText(sstring const& content, sstring const& directory)
 {
+    assertOnGuiThread();
     guiLayoutHold hold;
     guiNodeWatch self(this);
     if (guiPageRoot* root = getBaseHtml())
@@ -67,7 +69,7 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
     if (guiPageRoot* root = getBaseHtml())
         root->loadFormValues(this);
 
-    // Files pass content filters, which are scripts, and so are elements that go: this node may not outlive them.
+    // Content filters and the destruction of custom elements run script, which may delete this node.
     if (self.alive() && (page.mayLoad || hasString(kStringSource) || hasString(kStringBackground)))
         dynamicLoad();
     if (!self.alive())

@@ -1,6 +1,5 @@
-// page/guihtml-paint.cpp: paints a plain node: border or group box, background, children, the corner between two scroll
-// bars. Text runs, images and custom elements paint themselves; guihtml-mouse.cpp has the pointer, guihtml-scroll.cpp
-// the scrolling.
+// page/guihtml-paint.cpp: paints a plain node: border or group box, background, children, and the corner between two
+// scroll bars. Text runs, images and custom elements override this.
 #include "page/guichildspan.h"
 #include "page/guicolor.h"
 #include "page/guihtml.h"
@@ -8,6 +7,7 @@
 #include "page/guipainting.h"
 
 #include "foundation/vela-qt.h"
+#include "foundation/vela-threadrole.h"
 
 #include <QFont>
 #include <QPainter>
@@ -16,6 +16,7 @@
 #include <QScrollBar>
 #include <QWidget>
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -49,8 +50,8 @@ QRect clippedTo(guiRect const& inner, QRegion const* region)
     return region ? toQRect(inner).intersected(region->boundingRect()) : toQRect(inner);
 }
 
-/// What stands behind a node without a colour of its own: the window's ground, or, painted into nothing that is a
-/// window (`window` is null), light gray.
+/// The colour behind a node: its own, or else the background of the window; light gray when the page is not painted
+/// into a window (`window` is null).
 QColor backgroundOf(guiHtml* node, guiWidget const* window)
 {
     if (node->hasBackgroundColor())
@@ -70,7 +71,7 @@ void paintBackground(guiHtml* node, QPainter* painter, guiRect const& rect, guiW
 
 guiColor dimmed(guiColor color) { return {color.red * 2 / 3, color.green * 2 / 3, color.blue * 2 / 3}; }
 
-/// The frame of a group box without its caption: six points, open between the ends of the gap.
+/// The frame of a group box, open at the top between gapLeft and gapRight for the caption.
 void drawOpenFrame(QPainter* painter, int gapLeft, int gapRight, QRect const& corners, guiColor color)
 {
     QColor pen = toQColor(color);
@@ -135,6 +136,8 @@ void guiHtml::paintBorder(QPainter* painter, guiRect* rect, int highlight)
 
 void guiHtml::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region)
 {
+    assertOnGuiThread();
+    assert(painter);
     if (region)
         painter->setClipRegion(*region);
     if (!getTopLevelWidget())
@@ -161,7 +164,7 @@ void guiHtml::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegio
         paintCornerTo(painter, x, y, widget, region);
 }
 
-// A child may be a script's: its handler can replace this node's content, or the whole page, while it paints.
+// A custom element paints by script, which may replace this node's content or the whole page.
 void guiHtml::paintChildrenTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region)
 {
     guiNodeWatch self(this);

@@ -1,5 +1,6 @@
-// page/guihtml-scroll.cpp: repaints a node, and scrolls one: the pixels move, the strip that appears is painted, and
-// the native widgets among what was or becomes visible follow. The bars themselves are layout's (guihtmlsize.cpp).
+// page/guihtml-scroll.cpp: repaints and scrolls a node. Scrolling moves the pixels, paints the strip that appears, and
+// moves the native widgets that were or become visible. Layout makes the scroll bars (guihtmlsize-scroll.cpp).
+#include "foundation/vela-threadrole.h"
 #include "page/guichildspan.h"
 #include "page/guihtml.h"
 #include "page/guihtmlsize-scroll.h"
@@ -8,13 +9,14 @@
 #include <QScrollBar>
 #include <QWidget>
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
 QRect toQRect(guiRect const& rect) { return {rect.left, rect.top, rect.width, rect.height}; }
 
-/// Where a node shows its content, relative to its own corner: inside border, space and scroll bars; of a window below
-/// its menu.
+/// Where a node shows its content, relative to its own corner: inside border, space and scroll bars; in a root, below
+/// the menu bar.
 guiRect contentArea(guiHtml* node)
 {
     int inset = node->m.border + node->m.space;
@@ -37,7 +39,7 @@ QRect visibleArea(guiHtml* node)
     return toQRect(area).translated(corner.left, corner.top).intersected(toQRect(clip));
 }
 
-/// A picture behind the content stays where it is, so the pixels can not simply move.
+/// A background picture does not scroll with the content, so the pixels can not simply be moved.
 bool hasFixedPicture(guiHtml const* node)
 {
     for (; node; node = node->getParent()) {
@@ -49,8 +51,8 @@ bool hasFixedPicture(guiHtml const* node)
     return false;
 }
 
-/// One step of scrolling: the pixels of `area`, in widget coordinates, moved by `by`; or they could not be moved, and
-/// the area is painted anew.
+/// One scroll step: the pixels of `area`, in widget coordinates, were moved by `by`, or, if that was not possible, the
+/// area is repainted.
 struct scrolling
 {
     QWidget* window;
@@ -59,7 +61,7 @@ struct scrolling
     bool movesPixels;
 };
 
-/// What the toolkit would paint anew of a widget that moves, and of its window, it does not while this exists.
+/// While this exists, the toolkit does not repaint the widget and its window when the widget moves.
 class quietMove
 {
 public:
@@ -69,7 +71,7 @@ public:
     quietMove& operator=(quietMove const&) = delete;
 
 private:
-    // Not setUpdatesEnabled(), which paints everything when it is switched on again.
+    // Not setUpdatesEnabled(), which repaints everything when updates are enabled again.
     void setQuiet(bool quiet)
     {
         m_window->setAttribute(Qt::WA_UpdatesDisabled, quiet);
@@ -80,8 +82,8 @@ private:
     QWidget* m_widget; // not owned
 };
 
-/// Moves the clip widget of a control that lies whole in the area before and after: its pixels are there already. False
-/// when it is another case. What was moved before stays.
+/// Moves the clip widget of a control that is wholly inside the area before and after the step: its pixels have been
+/// moved already. False in all other cases. A control that is already in its place stays there.
 bool moveWithPixels(scrolling const& step, guiHtml* node)
 {
     QWidget const* control = node->getChildWidget();
@@ -102,9 +104,8 @@ bool moveWithPixels(scrolling const& step, guiHtml* node)
     return true;
 }
 
-// Of opaque widgets the toolkit moves the pixels too, from where others lie already: what is moved here is painted
-// anew.
-
+// The toolkit moves the pixels of opaque widgets too, although scrolling has already overwritten them, so the widget is
+// repainted.
 void placeControl(scrolling const& step, guiHtml* node)
 {
     if (moveWithPixels(step, node))
@@ -125,7 +126,7 @@ void placeBars(guiHtml* node)
         scroll.barY->update();
 }
 
-/// Puts the native widgets of all nodes that meet the area (in the coordinates of `parent`'s content) in their places.
+/// Moves the native widgets of all nodes that intersect the area (in coordinates of `parent`'s content) into place.
 void placeWidgets(scrolling const& step, guiHtml* parent, guiRect const& area)
 {
     guiChildSpan span(parent, area);
@@ -144,7 +145,14 @@ void placeWidgets(scrolling const& step, guiHtml* parent, guiRect const& area)
     }
 }
 
-bool meet(guiRect const& a, guiRect const& b) { return toQRect(a).intersects(toQRect(b)); }
+guiRect moved(guiRect rect, QPoint by)
+{
+    rect.left += by.x();
+    rect.top += by.y();
+    return rect;
+}
+
+bool intersect(guiRect const& a, guiRect const& b) { return toQRect(a).intersects(toQRect(b)); }
 
 guiRect around(guiRect const& a, guiRect const& b)
 {
@@ -152,10 +160,10 @@ guiRect around(guiRect const& a, guiRect const& b)
     return {both.left(), both.width(), both.top(), both.height()};
 }
 
-/// Puts all native widgets in their places that were or are in one of the two parts of the node's content.
+/// Moves all native widgets into place that are in the part of the content shown before or in the one shown after.
 void placeWidgetsIn(scrolling const& step, guiHtml* node, guiRect const& before, guiRect const& after)
 {
-    if (meet(before, after)) {
+    if (intersect(before, after)) {
         placeWidgets(step, node, around(before, after));
         return;
     }
@@ -163,33 +171,39 @@ void placeWidgetsIn(scrolling const& step, guiHtml* node, guiRect const& before,
     placeWidgets(step, node, after);
 }
 
-/// Scrolls to (x, y), which must be within the ranges.
+QPoint positionOf(guiHtml::scroll_t const& scroll)
+{
+    return {static_cast<int>(scroll.posX), static_cast<int>(scroll.posY)};
+}
+
+/// Moves or repaints what the window shows of the node's content.
+scrolling showStep(guiHtml* node, QWidget* window, QPoint by)
+{
+    scrolling step{window, visibleArea(node), by, false};
+    guiPageSurface* surface = hasFixedPicture(node) ? nullptr : guiPageSurface::of(node);
+    if (surface)
+        step.movesPixels = surface->scrollPixels(step.area, by.x(), by.y());
+    else
+        window->update(step.area);
+    return step;
+}
+
+/// Scrolls to (x, y), of which each is within its range or the present position.
 void scrollTo(guiHtml* node, unsigned x, unsigned y)
 {
     guiHtml::scroll_t& scroll = node->ensureScroll();
-    int dx = static_cast<int>(scroll.posX) - static_cast<int>(x);
-    int dy = static_cast<int>(scroll.posY) - static_cast<int>(y);
-    if (dx == 0 && dy == 0)
-        return;
-    guiRect after = contentArea(node);
-    guiRect before = after;
-    before.left += static_cast<int>(scroll.posX);
-    before.top += static_cast<int>(scroll.posY);
-    after.left += static_cast<int>(x);
-    after.top += static_cast<int>(y);
+    assert(x <= scroll.rangeX || x == scroll.posX);
+    assert(y <= scroll.rangeY || y == scroll.posY);
+    QPoint const from = positionOf(scroll);
     scroll.posX = x;
     scroll.posY = y;
-
-    QWidget* widget = node->getTopLevelWidget();
-    if (!widget)
+    QPoint const to = positionOf(scroll);
+    QWidget* window = node->getTopLevelWidget();
+    if (from == to || !window)
         return;
-    scrolling step{widget, visibleArea(node), QPoint(dx, dy), false};
-    guiPageSurface* surface = hasFixedPicture(node) ? nullptr : guiPageSurface::of(node);
-    if (surface)
-        step.movesPixels = surface->scrollPixels(step.area, dx, dy);
-    else
-        widget->update(step.area);
-    placeWidgetsIn(step, node, before, after);
+    scrolling const step = showStep(node, window, from - to);
+    guiRect const area = contentArea(node);
+    placeWidgetsIn(step, node, moved(area, from), moved(area, to));
 }
 
 unsigned limited(int pos, unsigned range) { return std::min(static_cast<unsigned>(std::max(pos, 0)), range); }
@@ -198,6 +212,7 @@ unsigned limited(int pos, unsigned range) { return std::min(static_cast<unsigned
 
 void guiHtml::update()
 {
+    assertOnGuiThread();
     QWidget* widget = getTopLevelWidget();
     if (!widget)
         return;
@@ -207,5 +222,14 @@ void guiHtml::update()
         widget->update(toQRect(clip));
 }
 
-void guiHtml::onScrollX(int pos) { scrollTo(this, limited(pos, getScroll().rangeX), getScroll().posY); }
-void guiHtml::onScrollY(int pos) { scrollTo(this, getScroll().posX, limited(pos, getScroll().rangeY)); }
+void guiHtml::onScrollX(int pos)
+{
+    assertOnGuiThread();
+    scrollTo(this, limited(pos, getScroll().rangeX), getScroll().posY);
+}
+
+void guiHtml::onScrollY(int pos)
+{
+    assertOnGuiThread();
+    scrollTo(this, getScroll().posX, limited(pos, getScroll().rangeY));
+}

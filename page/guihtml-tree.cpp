@@ -1,12 +1,14 @@
-// page/guihtml-tree.cpp: walks the tree: look-up by name, where a node lies in its window, the keyboard focus order,
+// page/guihtml-tree.cpp: walks the tree: look-up by name, a node's position in its window, the keyboard focus order,
 // and the Enter and Escape keys.
 #include "page/guihtml.h"
 
+#include "foundation/vela-threadrole.h"
 #include "page/guipagehost.h"
 #include "page/guipageroot.h"
 
 #include <QWidget>
 #include <algorithm>
+#include <cassert>
 #include <vector>
 
 guiHtml* guiHtml::getLastChild() const
@@ -20,8 +22,10 @@ guiHtml* guiHtml::getLastChild() const
 unsigned guiHtml::getDepth() const
 {
     unsigned depth = 0;
-    for (guiHtml const* node = m.parent; node; node = node->m.parent)
+    for (guiHtml const* node = m.parent; node; node = node->m.parent) {
+        assert(node != this);
         ++depth;
+    }
     return depth;
 }
 
@@ -66,7 +70,7 @@ guiHtml* topOf(guiHtml* node)
     return node;
 }
 
-/// Left and top become the larger, right and bottom the smaller of the two; never a negative extent.
+/// The common part of two rectangles; width and height are never negative.
 guiRect intersect(guiRect const& a, guiRect const& b)
 {
     guiRect both;
@@ -144,10 +148,8 @@ struct tabStop
     int tabIndex;
 };
 
-/// In document order, until updateTabOrder() sorts it.
-using TabOrderList = std::vector<tabStop>;
-
-void findWidgets(guiHtml* node, TabOrderList& stops)
+/// In document order.
+void findWidgets(guiHtml* node, std::vector<tabStop>& stops)
 {
     if (QWidget* widget = node->getChildWidget())
         stops.push_back({widget, node->getTabIndex()});
@@ -159,10 +161,11 @@ void findWidgets(guiHtml* node, TabOrderList& stops)
 
 void guiHtml::updateTabOrder()
 {
+    assertOnGuiThread();
     if (!m.tabOrderDirty)
         return;
     m.tabOrderDirty = 0;
-    TabOrderList stops;
+    std::vector<tabStop> stops;
     findWidgets(this, stops);
     if (stops.empty())
         return;

@@ -14,20 +14,17 @@ void guiHtmlParser::keepPixelSizes(guiHtml* node)
         node->m.fixed.cyMin = static_cast<int>(node->m.fixed.y);
 }
 
-void guiHtmlParser::appendBlock(guiHtml* parent, guiHtml* block)
+void guiHtmlParser::startBlock(guiHtml* parent)
 {
     if (m_lastWasBlock)
         appendLineBreak(parent);
     else
         appendParagraph(parent);
-    appendGuiHtml(parent, block);
 }
 
 void guiHtmlParser::pullTableTag(guiHtml* parent, mlSection* section)
 {
-    auto* table = new guiHtml;
-    appendBlock(parent, table);
-    pullTable(table, section);
+    pullTable(appendBlock(parent, std::make_unique<guiHtml>()), section);
     appendLineBreak(parent);
 }
 
@@ -53,9 +50,7 @@ void guiHtmlParser::pullTableRow(guiHtml* parent, mlSection* section)
 
 void guiHtmlParser::pullTableCellTag(guiHtml* parent, mlSection* section)
 {
-    auto* cell = new guiHtml;
-    appendGuiHtml(parent, cell);
-    pullTableCell(cell, section);
+    pullTableCell(appendGuiHtml(parent, std::make_unique<guiHtml>()), section);
 }
 
 void guiHtmlParser::pullTableCell(guiHtml* node, mlSection* section)
@@ -78,28 +73,37 @@ void guiHtmlParser::pullRuleTag(guiHtml* parent, mlSection* section)
     appendParagraph(parent);
     if (own != outer)
         appendAlignment(parent, own);
-    auto* rule = new guiHtml;
-    appendGuiHtml(parent, rule);
-    pullRule(rule, section);
-    appendParagraph(parent); // before the mark, behind which there would be none
+    pullRule(appendGuiHtml(parent, std::make_unique<guiHtml>()), section);
+    appendParagraph(parent); // before the alignment marker: after a marker no break is appended
     if (own != outer)
         appendAlignment(parent, outer);
 }
 
-// An etched line is the dark border colour with the light one in its lower half, so that painting needs to know no
-// rules.
+namespace {
+
+/// Gives a node a width of its own and a fixed height in pixels.
+void setLineSize(guiHtml* node, guiLength width, int height)
+{
+    node->m.fixed.unitX = width.unit;
+    node->m.fixed.x = width.value;
+    node->m.fixed.unitY = kUnitPixels;
+    node->m.fixed.y = static_cast<unsigned>(height);
+    node->m.fixed.cyMin = height;
+}
+
+constexpr guiLength kWholeWidth{kUnitPercent, 100};
+
+} // namespace
+
+// An etched line is a node in the dark border colour with a child in the light one in its lower half, so that painting
+// needs no case for rules.
 void guiHtmlParser::pullRule(guiHtml* node, mlSection* section)
 {
     constexpr int kDefaultHeight = 2;
     sstring size = pullAttr(section, "size");
     int height = size.getLength() ? guiToPixels(size) : kDefaultHeight;
     sstring width = pullAttr(section, "width");
-    guiLength length = width.getLength() ? guiToLength(width) : guiLength{kUnitPercent, 100};
-    node->m.fixed.unitX = length.unit;
-    node->m.fixed.x = length.value;
-    node->m.fixed.unitY = kUnitPixels;
-    node->m.fixed.y = static_cast<unsigned>(height);
-    node->m.fixed.cyMin = height;
+    setLineSize(node, width.getLength() ? guiToLength(width) : kWholeWidth, height);
     node->m.alignY = kAlignBottom;
     pullName(node, section);
 
@@ -108,12 +112,7 @@ void guiHtmlParser::pullRule(guiHtml* node, mlSection* section)
     node->setBackgroundColor(flat);
     if (isFlat || height < 2)
         return;
-    auto* lower = new guiHtml;
-    appendGuiHtml(node, lower);
-    lower->m.fixed.unitX = kUnitPercent;
-    lower->m.fixed.x = 100;
-    lower->m.fixed.unitY = kUnitPixels;
-    lower->m.fixed.y = static_cast<unsigned>(height / 2);
-    lower->m.fixed.cyMin = height / 2;
+    guiHtml* lower = appendGuiHtml(node, std::make_unique<guiHtml>());
+    setLineSize(lower, kWholeWidth, height / 2);
     lower->setBackgroundColor(node->getBorderLight());
 }

@@ -6,6 +6,8 @@
 #include "page/guihtmltext.h"
 #include "page/guinumbers.h"
 
+#include <cassert>
+
 namespace {
 
 guiHtml* lastEntry(guiHtml* parent)
@@ -14,7 +16,7 @@ guiHtml* lastEntry(guiHtml* parent)
     return count ? parent->getChild(count - 1) : nullptr;
 }
 
-/// Whether a break may stand at the end: only behind a node, never in a frameset, whose rows break by themselves.
+/// Whether a break may be appended: only after a node, never in a frameset, whose rows break by themselves.
 bool takesBreak(guiHtml* parent)
 {
     return guiChildList::isNode(lastEntry(parent)) && parent->getType() != guiHtml::kTypeFrameset;
@@ -40,6 +42,7 @@ guiAlignment applyMarker(guiHtml* entry, guiAlignment alignment)
 
 void guiHtmlParser::appendGuiHtml(guiHtml* parent, guiHtml* child)
 {
+    assert(!child->getParent() || child->getParent() == parent);
     parent->onAppend(child);
     parent->append(child);
     child->m.useSystemFont = parent->m.useSystemFont;
@@ -70,19 +73,21 @@ void guiHtmlParser::appendLineBreak(guiHtml* parent)
 
 void guiHtmlParser::appendAlignment(guiHtml* parent, guiAlignment alignment)
 {
+    assert(alignment <= kAlignRight);
     parent->appendMarker(static_cast<guiMarker>(kMarkerAlignLeft + unsigned{alignment}));
 }
 
-// The markers that were looked at once are not looked at again: a page may have thousands of paragraphs in one node.
+// No marker is read twice: a page may have thousands of paragraphs in one node.
 guiAlignment guiHtmlParser::getCurrentAlignment(guiHtml* parent)
 {
     for (std::size_t i = m_scopes.size(); i-- > 0;) {
-        scope_t& scope = m_scopes[i];
-        if (scope.parent != parent)
+        scope& around = m_scopes[i];
+        if (around.parent != parent)
             continue;
-        for (; scope.scanned < parent->getChildCount(); ++scope.scanned)
-            scope.last = applyMarker(parent->getChild(scope.scanned), scope.last);
-        return scope.last;
+        assert(around.scanned <= parent->getChildCount());
+        for (; around.scanned < parent->getChildCount(); ++around.scanned)
+            around.last = applyMarker(parent->getChild(around.scanned), around.last);
+        return around.last;
     }
     guiAlignment alignment = parent->m.alignX;
     for (guiHtml* entry : parent->m.children)

@@ -1,4 +1,4 @@
-// page/guihtmlparser-window.cpp: applies a whole page to a node or a window.
+// page/guihtmlparser-window.cpp: reads a whole page into a node or a window.
 #include "page/guihtmlparser.h"
 
 #include "foundation/vela-error.h"
@@ -7,8 +7,10 @@
 #include "page/guinumbers.h"
 #include "page/guipageroot.h"
 
-/// Runs one step over the markup. Markup is parsed as far as it is asked for, so every look at it may meet a syntax
-/// error: the first is kept for the log, and what was parsed before it stays.
+#include <cassert>
+
+/// Runs one step over the markup. Markup is parsed on demand, so every access may find a syntax error: the first one is
+/// kept for the log, and everything parsed before it is kept.
 template <typename Step>
 void guiHtmlParser::guarded(Step step)
 {
@@ -27,7 +29,7 @@ void guiHtmlParser::keepError(sstring const& message)
         m_error = message;
 }
 
-/// Logs the first error, if there was one, and tells whether the page was read whole.
+/// Logs the first error, if there was one; whether the page was read completely.
 bool guiHtmlParser::endPage()
 {
     if (m_error.getLength() == 0)
@@ -55,11 +57,11 @@ int guiHtmlParser::pullWindow(guiPageRoot* window)
         pullSizeInfo(window, section);
         guarded([&] { pullBase(window, section); });
     }
-    return m_hasContent && endPage(); // what is no page at all is the caller's to say, in one line
+    return m_hasContent && endPage(); // without content the caller logs the only line
 }
 
-/// Reads the whole markup, the window's title (if `window` is not null) and the node's colours, background and
-/// alignment. The section with the content, null when there is none.
+/// Parses the markup, and reads the window's title (if `window` is not null) and the node's colours, background and
+/// alignment. Returns the section with the content, null without one.
 mlSection* guiHtmlParser::openPage(guiHtml* node, guiPageRoot* window)
 {
     guarded([&] { m_parser->fullParse(); });
@@ -75,7 +77,7 @@ mlSection* guiHtmlParser::openPage(guiHtml* node, guiPageRoot* window)
     return section;
 }
 
-// One by one: after an error in the head there is no body, but still the element around both.
+// Two guarded steps: after a syntax error in the head there is no body, but still the html element.
 mlSection* guiHtmlParser::findContent()
 {
     mlSection* section = nullptr;
@@ -93,8 +95,10 @@ void guiHtmlParser::pullTitle(guiPageRoot* window)
 
 void guiHtmlParser::pullBase(guiHtml* node, mlSection* section)
 {
+    assert(m_scopes.empty());
     m_depth = node->getDepth();
     pullContent(node, section);
+    assert(m_scopes.empty() && m_depth == node->getDepth());
     for (auto const& [kind, state] : std::exchange(m_states, {}))
         state->finish();
 }

@@ -3,11 +3,14 @@
 
 #include "foundation/vela-log.h"
 #include "foundation/vela-mlparser.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "page/guihtmltext.h"
 #include "page/guitagtable.h"
 
-/// The tags that make plain nodes, marks and text. Those of other nodes stand beside these nodes.
+#include <cassert>
+
+/// Adds the tags that make plain nodes, markers and text. The tags of other nodes are added beside those nodes.
 struct pageTags
 {
     pageTags();
@@ -65,12 +68,13 @@ pageTags const thePageTags;
 
 } // namespace
 
-/// One level of content being read: counts the depth, keeps the flag of the level around, and remembers the alignment
-/// of the node that is being filled.
+/// One level of content being read: counts the depth, restores m_lastWasBlock of the level around it, and keeps the
+/// scope of the node that is being filled.
 class guiHtmlParser::level
 {
 public:
-    level(guiHtmlParser& parser, guiHtml* parent) : m_parser(parser), m_lastWasBlock(parser.m_lastWasBlock)
+    level(guiHtmlParser& parser, guiHtml* parent)
+        : m_parser(parser), m_parent(parent), m_lastWasBlock(parser.m_lastWasBlock)
     {
         m_ownsScope = parser.m_scopes.empty() || parser.m_scopes.back().parent != parent;
         if (m_ownsScope)
@@ -80,6 +84,7 @@ public:
     }
     ~level()
     {
+        assert(m_parser.m_depth > 0 && m_parser.m_scopes.back().parent == m_parent);
         --m_parser.m_depth;
         m_parser.m_lastWasBlock = m_lastWasBlock;
         if (m_ownsScope)
@@ -90,17 +95,20 @@ public:
 
 private:
     guiHtmlParser& m_parser;
+    [[maybe_unused]] guiHtml* m_parent; // not owned; only checked
     bool m_lastWasBlock;
     bool m_ownsScope;
 };
 
 guiHtmlParser::guiHtmlParser(mlParser* parser, sstring const& directory)
-    : m_parser(parser), m_directory(directory), m_loadsBefore(guiHtml::namedLoads())
-{}
+    : m_parser(parser), m_directory(directory), m_loadsBefore(guiHtml::pendingLoadCount())
+{
+    assertOnGuiThread();
+}
 
 guiHtmlParser::~guiHtmlParser() = default;
 
-bool guiHtmlParser::mayLoad() const { return guiHtml::namedLoads() != m_loadsBefore; }
+bool guiHtmlParser::mayLoad() const { return guiHtml::pendingLoadCount() != m_loadsBefore; }
 
 bool guiHtmlParser::isFormattingTag(sstring const& name)
 {
@@ -108,8 +116,9 @@ bool guiHtmlParser::isFormattingTag(sstring const& name)
     return tag && (tag->traits & kTagFormats);
 }
 
-// Some elements are never closed (hr, img, ...) and so contain all that follows them; a page of thousands of them nests
-// as deeply. Their content, and everything beyond the deepest level, is read here in a loop instead.
+// Some elements are never closed (hr, img, ...) and therefore contain everything that follows; thousands of them would
+// nest thousands of levels deep. The loop reads their content, and everything beyond the deepest level, without
+// recursion.
 void guiHtmlParser::pullContent(guiHtml* parent, mlSection* section)
 {
     struct place
@@ -117,6 +126,7 @@ void guiHtmlParser::pullContent(guiHtml* parent, mlSection* section)
         mlSection* section;
         unsigned next;
     };
+    assert(parent && section);
     level here(*this, parent);
     std::vector<place> outer;
     place at{section, 0};
@@ -134,7 +144,7 @@ void guiHtmlParser::pullContent(guiHtml* parent, mlSection* section)
     }
 }
 
-/// Reads one item. Whether its own content is still to be read, into the same node.
+/// Reads one item. True when the caller has to read the item's content, into the same node.
 bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
 {
     if (!item->isTag()) {
@@ -199,6 +209,7 @@ void guiHtmlParser::pullMenuList(guiHtml* parent, mlSection* section)
     else
         appendLineBreak(parent);
     pullContent(parent, section);
+    assert(m_listDepth > 0);
     if (--m_listDepth != 0)
         appendLineBreak(parent);
     else

@@ -2,15 +2,18 @@
 #include "page/guipagefile.h"
 
 #include "foundation/vela-log.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guipagehost.h"
 
 int guiPageFile::read(ScriptObject* owner)
 {
+    assertOnGuiThread();
     return guiPageHost::current().readText(owner, m_path, m_text) ? 1 : fail("load file");
 }
 
 int guiPageFile::filter(guiPageRoot* root)
 {
+    assertOnGuiThread();
     return guiPageHost::current().filterText(root, m_path, m_text) ? 1 : fail("filter file");
 }
 

@@ -1,5 +1,5 @@
-// page/guipagefile.h: how the text of every page comes from its file: read by the host, then filtered by script. The
-// first page of a window and each later one take this road.
+// page/guipagefile.h: gets the text of a page from its file: the host reads it, then script filters it. Used for the
+// first page of a window and for every later one.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -7,8 +7,8 @@
 class guiPageRoot;
 class ScriptObject;
 
-/// One page on its way from its file into a node. What goes wrong is logged in one line that begins with the name of
-/// the caller. GUI thread.
+/// The file of one page while it is loaded. A failure is logged in one line that begins with the name of the caller.
+/// GUI thread.
 class guiPageFile
 {
 public:
@@ -20,7 +20,7 @@ public:
     /// Runs the content filters over what was read; they are script, so nodes may be gone afterwards. `root` may be
     /// null. 1, or 0 with a log line.
     int filter(guiPageRoot* root);
-    /// What was read and filtered; the caller may take it out.
+    /// The text, read and filtered; the caller may move it out.
     sstring& text() { return m_text; }
     sstring const& path() const { return m_path; }
     /// Logs that the file could not be `what` ("load file", "apply content from"). Always 0.

@@ -1,4 +1,4 @@
-// page/guipagehost.cpp: the neutral answers of guipagehost.h, and which host is in use.
+// page/guipagehost.cpp: the default answers of guipagehost.h, and the host in use.
 #include "page/guipagehost.h"
 
 #include <atomic>
@@ -7,7 +7,7 @@ namespace {
 
 std::atomic<guiPageHost*> theHost{nullptr};
 
-guiPageHost& neutralHost()
+guiPageHost& defaultHost()
 {
     static auto& host = *new guiPageHost; // never destroyed: pages may outlive the process's static objects
     return host;
@@ -27,7 +27,7 @@ int guiPageHost::readImage(ScriptObject*, sstring const&, QPixmap&) { return 0; 
 guiPageHost& guiPageHost::current()
 {
     guiPageHost* host = theHost.load(std::memory_order_acquire);
-    return host ? *host : neutralHost();
+    return host ? *host : defaultHost();
 }
 
 bool guiPageHost::isInstalled() { return theHost.load(std::memory_order_acquire) != nullptr; }

@@ -1,6 +1,6 @@
-// page/guipagehost.h: what pages ask of the world outside: files, content filters, script handlers and objects. The
-// window runtime answers (runtime/guicomponenthost.h). Without it no file can be read and no handler exists, and pages
-// still lay out and paint.
+// page/guipagehost.h: the interface through which pages reach files, content filters, script handlers and script
+// objects. The window runtime implements it (runtime/guicomponenthost.h). Without an implementation no file can be read
+// and no handler exists, but pages can be laid out and painted.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -10,8 +10,8 @@ class guiPageRoot;
 class QPixmap;
 class ScriptObject;
 
-/// Every function has a neutral answer here. GUI thread, unless it says otherwise. Those that may run script may
-/// replace the page and close the window: the caller asks whether its nodes still live (page/guinodewatch.h).
+/// Every function has a default answer here. GUI thread, unless it says otherwise. A function that runs script may
+/// replace the page or close the window: the caller checks whether its nodes are still alive (page/guinodewatch.h).
 class guiPageHost
 {
 public:
@@ -22,12 +22,12 @@ public:
     /// Calls the handler that `event` names ("onPick/3/red": the method `onPick`) on `target` and waits for it. 0 when
     /// `target` has no such method; else 1 and, in `reply`, the string that it returned, "" for anything else.
     virtual int callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply);
-    /// Has the script side make a node's object, which stands for the node from then on and is kept by it; null when
-    /// that failed. Runs script. Script thread too.
+    /// Makes the script object that stands for the node, which then holds a reference to it; null on failure. Runs
+    /// script. Script thread too.
     virtual ScriptObject* buildCustomObject(guiHtml* node);
-    /// The node that this object stands for is going: the object stands for nothing any more and is let go. Any thread.
+    /// Called when a node with a script object is destroyed: gives up the node's reference to the object. Any thread.
     virtual void unbindObject(ScriptObject* object, guiHtml* node);
-    /// Runs triggerNow() of the node later, from the event loop, if the node still lives then. Any thread.
+    /// Has the event loop call triggerNow() of the node later, if the node still exists then. Any thread.
     virtual void postTrigger(guiHtml* node);
 
     // ---- Files; `owner` is the window's script object, null for nodes outside a window ----
@@ -41,10 +41,10 @@ public:
     /// Decodes an image file; 0, after a log line, when that failed.
     virtual int readImage(ScriptObject* owner, sstring const& path, QPixmap& image);
 
-    /// The host in use: the installed one, or one that gives the neutral answers. Any thread.
+    /// The installed host, or one that gives the default answers. Any thread.
     static guiPageHost& current();
-    /// Whether there is an installed one.
+    /// Whether a host is installed.
     static bool isInstalled();
-    /// Not owned; null: none any more. Before the first node is made, and after the last one is gone.
+    /// Not owned; null removes it. Called before the first node is made and after the last one is destroyed.
     static void install(guiPageHost* host);
 };

@@ -1,5 +1,5 @@
-// page/guipageroot.h: what a page asks of its root, the node that stands for the whole window. The window runtime's
-// root (runtime/guihtmlbase.h) answers; a page without a window gets the neutral answers here.
+// page/guipageroot.h: the root of a page, the node that stands for the whole window. The window runtime derives its
+// root from this (runtime/guihtmlbase.h); a page without a window gets the default answers here.
 #pragma once
 
 #include "page/guihtml.h"
@@ -15,15 +15,15 @@ public:
 
     using guiHtml::operator=;
     int getType() override { return kTypeBase; }
-    /// Itself, or, for a page inside another one, the root of that.
+    /// This node, or, for a page inside another one, the root of the outer page.
     guiPageRoot* getBaseHtml() override { return getParent() ? getParent()->getBaseHtml() : this; }
 
     /// The window's script object, null for a page without script. Not owned.
     virtual ScriptObject* getPageObject() const { return nullptr; }
-    /// Whether the page has given up its window and its script for good, and only waits to be deleted.
+    /// Whether the page has lost its window and its script for good, and only waits to be deleted.
     virtual bool isReleased() const { return false; }
 
-    // ---- What a page says about its window; sizes in pixels, 0 leaves the old value ----
+    // ---- Properties of the window that a page sets; sizes in pixels, 0 keeps the old value ----
 
     virtual void setTitle(sstring const&) {}
     virtual void setMinimumSize(int, int) {}
@@ -36,7 +36,7 @@ public:
     /// Names of the controls that Enter and Escape trigger, "" without one.
     virtual sstring getEnterControl() const { return {}; }
     virtual sstring getEscapeControl() const { return {}; }
-    /// Name of a control that is to get the focus as soon as it exists, "" when none is.
+    /// Name of a control that gets the focus as soon as it exists, "" for none.
     virtual sstring getPendingFocus() const { return {}; }
     virtual void setFocus(sstring) {}
     /// Radio buttons of one group name exclude each other.
@@ -46,9 +46,9 @@ public:
     virtual QMenuBar* getMenuBar() const { return nullptr; }
     /// Height of the menu bar in pixels, 0 without one.
     virtual int getMenuHeight() { return 0; }
-    /// The controls at and below the node are going: their values in the window's form object go with them.
+    /// Called before the controls at and below the node are destroyed: removes their values from the form object.
     virtual void eraseFormValues(guiHtml*) {}
-    /// The controls at and below the node are new: what the form object holds are their first values.
+    /// Called for new controls at and below the node: gives them the values that the form object holds.
     virtual void loadFormValues(guiHtml*) {}
 
     /// Closes the window, if there is one.

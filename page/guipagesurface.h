@@ -1,5 +1,5 @@
-// page/guipagesurface.h: what a page wants of the widget that shows it. A window's widget (controls/guiwidget.h)
-// derives from this besides its toolkit class; a page in any other widget lays out and paints without.
+// page/guipagesurface.h: the interface to the widget that shows a page. A window's widget (controls/guiwidget.h)
+// derives from this and from its toolkit class; a page in any other widget is laid out and painted without it.
 #pragma once
 
 #include <Qt>
@@ -8,7 +8,7 @@ class guiHtml;
 class QRect;
 class QScrollBar;
 
-/// One per top-level widget; registered while it exists. GUI thread.
+/// One for each window; in a list of all surfaces while it exists. GUI thread.
 class guiPageSurface
 {
 public:
@@ -17,17 +17,17 @@ public:
 
     /// The surface that shows the node's page, null when its page is in no window, or in another kind of widget.
     static guiPageSurface* of(guiHtml* node);
-    /// The node is going, or its widgets are: whichever surface holds on to it lets go.
+    /// Called before a node or its widgets are destroyed: tells the surface that has the node under the pointer.
     static void nodeLosesWidget(guiHtml* node);
 
-    /// A hidden scroll bar of the widget that scrolls the node. The widget owns it; layout shows and places it.
+    /// A new hidden scroll bar that scrolls the node. The widget owns it; layout shows and places it.
     virtual QScrollBar* createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name) = 0;
-    /// Moves the pixels of `area`, those of the widgets in it too, by (dx, dy) and has the strip that appears painted.
-    /// False when that is not possible: then all of the area is painted.
+    /// Moves the pixels of `area`, those of the widgets in it too, by (dx, dy) and schedules a paint of the strip that
+    /// appears. False when that is not possible: then the whole area is repainted.
     virtual bool scrollPixels(QRect const& area, int dx, int dy) = 0;
-    /// Whether the surface holds on to the node, as the one under the pointer.
+    /// Whether the node is the one under the pointer.
     virtual bool isHovering(guiHtml const* node) const = 0;
-    /// The node under the pointer is going.
+    /// The node under the pointer is about to be destroyed.
     virtual void onHtmlDestroy(guiHtml* node) = 0;
 
 protected:

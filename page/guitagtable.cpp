@@ -46,6 +46,6 @@ guiTagTable::entry const* guiTagTable::find(sstring const& word) const
 
 guiTagTable& guiTags()
 {
-    static auto& table = *new guiTagTable; // for ever: the GUI thread still parses while the process exits
+    static auto& table = *new guiTagTable; // never destroyed: the GUI thread still parses while the process exits
     return table;
 }

@@ -1,5 +1,5 @@
-// page/guitagtable.h: which function reads which element of a page. Whoever makes a kind of node adds its readers here,
-// from a static object beside that code: a new tag is one new file.
+// page/guitagtable.h: which function reads which element of a page. The code of each kind of node adds its readers here
+// from a static object, so that a new tag needs no change elsewhere.
 #pragma once
 
 #include <string_view>
@@ -16,15 +16,15 @@ enum guiTagTrait : unsigned
     kTagPlain = 0,
     kTagFormats = 1,  ///< formats text, makes no block
     kTagNests = 2,    ///< reads its content as a level of its own
-    kTagFollowed = 4, ///< is never closed: its content stands behind it
-    kTagBlock = 8,    ///< is a block object to a table that comes next
+    kTagFollowed = 4, ///< is never closed: its content follows it
+    kTagBlock = 8,    ///< counts as a block for a table that comes next
 };
 
 /// Reads one element, its content included, into `parent`. GUI thread.
 using guiTagReader = void (*)(guiHtmlParser& parser, guiHtml* parent, mlSection* section);
 
-/// Readers by a word of the page language: a tag, or the value of an attribute that chooses between kinds. Filled
-/// before main() and by libraries that are loaded, only read after that.
+/// Readers by word: a tag, or the value of an attribute that chooses between kinds of elements. Filled by static
+/// objects when a library is loaded; after that any thread may read.
 class guiTagTable
 {
 public:
@@ -36,7 +36,7 @@ public:
 
     /// `word` in lower-case ASCII, at most kLongestWord letters; it lives as long as the table. Each word once.
     void add(char const* word, guiTagReader reader, unsigned traits = kTagPlain);
-    /// Without regard to case; null for a word that nobody has added.
+    /// Without regard to case; null for an unknown word.
     entry const* find(unsigned short const* units, unsigned length) const;
     entry const* find(sstring const& word) const;
     /// Every word, in no particular order.
