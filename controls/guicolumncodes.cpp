@@ -33,6 +33,6 @@ guiColumnCode guiReadColumnCode(sstring const& codes, unsigned at)
     return part;
 }
 
-bool guiHoldsColumnCode(sstring const& text) { return nextCode(text, 0) < text.getLength(); }
+bool guiContainsColumnCode(sstring const& text) { return nextCode(text, 0) < text.getLength(); }
 
 sstring guiColumnCodeOf(int column, sstring const& text) { return sformat("|%ld|", long{column}) + text; }

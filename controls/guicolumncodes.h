@@ -9,7 +9,7 @@
 #include <vector>
 
 /// Columns beyond this are left out: a page's list has a handful.
-inline constexpr int kMostColumns = 1000;
+inline constexpr int kColumnLimit = 1000;
 
 /// One segment of column codes: the text from unit `begin` to `end`, for a column from 1.
 struct guiColumnCode
@@ -23,20 +23,20 @@ struct guiColumnCode
 guiColumnCode guiReadColumnCode(sstring const& codes, unsigned at);
 
 /// Whether codes can not say the text, since it would be read as several segments.
-bool guiHoldsColumnCode(sstring const& text);
+bool guiContainsColumnCode(sstring const& text);
 
 /// "|N|" and the text.
 sstring guiColumnCodeOf(int column, sstring const& text);
 
 /// Texts that stand for themselves, among the codes.
-struct guiPlainTexts
+struct guiUncodedTexts
 {
-    struct text_t
+    struct columnText
     {
         int column;
         sstring text;
     };
-    std::vector<text_t> texts;
+    std::vector<columnText> texts;
     unsigned at = 0; ///< they come behind this many units of the codes
 
     void clear() { *this = {}; }
@@ -46,7 +46,7 @@ struct guiPlainTexts
 /// Calls `visit(column, text, isPlain)` for each text in the order in which they were set, columns counted from 1. What
 /// no list has a column for is left out.
 template <typename Visit>
-void guiForEachColumn(sstring const& codes, guiPlainTexts const& plain, Visit visit)
+void guiForEachColumn(sstring const& codes, guiUncodedTexts const& plain, Visit visit)
 {
     auto next = plain.texts.begin();
     auto visitPlain = [&] {
@@ -59,7 +59,7 @@ void guiForEachColumn(sstring const& codes, guiPlainTexts const& plain, Visit vi
         guiColumnCode const part = guiReadColumnCode(codes, at);
         int const column = part.begin == at ? 1 : part.column;
         at = part.end;
-        if (column >= 1 && column <= kMostColumns)
+        if (column >= 1 && column <= kColumnLimit)
             visit(column, codes.subString(part.begin, part.end - part.begin), false);
     }
     visitPlain();

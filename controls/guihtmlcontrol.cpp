@@ -128,10 +128,10 @@ int guiHtmlControl::textWidth(sstring const& text)
 {
     guiTextFont& font = guiTextFonts::of(getDefaultFont(nullptr));
     QStringView const shown = sstoview(text).left(kMeasuredUnits);
-    return limited(guiTextPixels(font.wordAdvance(shown)));
+    return clampLength(guiTextPixels(font.wordAdvance(shown)));
 }
 
-int guiHtmlControl::limited(std::int64_t pixels)
+int guiHtmlControl::clampLength(std::int64_t pixels)
 {
     return static_cast<int>(std::clamp<std::int64_t>(pixels, 0, kMaxPixels));
 }
@@ -164,7 +164,7 @@ void guiHtmlControl::buildCustomObject_script()
     m.object = object;
 }
 
-void guiHtmlControl::fire(sstring const& link)
+void guiHtmlControl::followLink(sstring const& link)
 {
     if (link.getLength() == 0)
         return;

@@ -73,9 +73,9 @@ protected:
     int textWidth(sstring const& text);
     int lineSpacing();
     /// A measured length as nodes may have it: 0 to kMaxPixels.
-    static int limited(std::int64_t pixels);
+    static int clampLength(std::int64_t pixels);
     /// Follows the link with the control's script object; nothing for "".
-    void fire(sstring const& link);
+    void followLink(sstring const& link);
 
     sstring m_text;
     sstring m_action;

@@ -23,7 +23,7 @@ void pullInputButton(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     button->initText(guiHtmlParser::pullAttr(section, "value"));
     sstring action = guiHtmlParser::pullAttr(section, "onclick");
     button->setAction(action.getLength() ? action : guiHtmlParser::pullAttr(section, "onchange"));
-    button->init(buttonType(guiHtmlParser::pullAttr(section, "type")), guiIsGiven(section, "checked"));
+    button->init(buttonType(guiHtmlParser::pullAttr(section, "type")), guiHasValue(section, "checked"));
 }
 
 guiInputType const kButton("button", pullInputButton);

@@ -181,11 +181,11 @@ void guiHtmlControlButton::eraseFormProperty(ScriptObject* form)
 
 namespace {
 
-using Button = guiHtmlControlButton;
+using buttonNode = guiHtmlControlButton;
 
 void control_isChecked_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
-    Button* button = args.count() == 0 ? guiControlOf<Button>(data, self) : nullptr;
+    buttonNode* button = args.count() == 0 ? guiControlOf<buttonNode>(data, self) : nullptr;
     result.setBool(button && button->isChecked());
 }
 
@@ -195,14 +195,14 @@ void control_check_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Scri
     bool isPlain = args.count() == 0;
     if (!isPlain && (args.count() != 1 || !guiIsSwitch(args, 0)))
         return;
-    if (Button* button = guiControlOf<Button>(data, self))
+    if (buttonNode* button = guiControlOf<buttonNode>(data, self))
         button->setChecked(isPlain || guiSwitchOf(args, 0));
 }
 
 void control_uncheck_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (Button* button = args.count() == 0 ? guiControlOf<Button>(data, self) : nullptr)
+    if (buttonNode* button = args.count() == 0 ? guiControlOf<buttonNode>(data, self) : nullptr)
         button->setChecked(0);
 }
 
@@ -226,5 +226,5 @@ void guiHtmlControlButton::onClick()
     if (link.getLength() == 0 && m_buttonType == kButtonSubmit)
         if (guiHtmlForm* form = formAround(getParent()))
             link = form->getAction();
-    fire(link);
+    followLink(link);
 }

@@ -22,7 +22,7 @@ void pullEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section, sstrin
     edit->initText(text);
     edit->setAction(guiHtmlParser::pullAttr(section, "onchange"));
     edit->init({editType(section),
-                guiCountOr(guiHtmlParser::pullAttr(section, columns), guiHtmlControlEdit::kDefaultSize),
+                guiCountOrDefault(guiHtmlParser::pullAttr(section, columns), guiHtmlControlEdit::kDefaultSize),
                 guiToNumber(guiHtmlParser::pullAttr(section, "maxlength")), rows});
 }
 
@@ -33,7 +33,7 @@ void pullInputEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 
 void pullInputEditField(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    int const rows = guiCountOr(guiHtmlParser::pullAttr(section, "rows"), guiHtmlControlEdit::kDefaultRows);
+    int const rows = guiCountOrDefault(guiHtmlParser::pullAttr(section, "rows"), guiHtmlControlEdit::kDefaultRows);
     pullEdit(parser, parent, section, parser.pullText(section), "cols", rows);
 }
 

@@ -45,13 +45,13 @@ int guiHtmlControlEdit::getPreferredWidth()
     constexpr int kAroundText = 8;
     if (m_shape.size == 0 || !hasWindow())
         return 0;
-    return limited(std::int64_t{m_shape.size} * textWidth("X") + kAroundText);
+    return clampLength(std::int64_t{m_shape.size} * textWidth("X") + kAroundText);
 }
 
 int guiHtmlControlEdit::getHeightEstimate(unsigned long)
 {
     constexpr int kAroundText = 6;
-    return hasWindow() ? limited(std::int64_t{m_shape.rows} * lineSpacing() + kAroundText) : 0;
+    return hasWindow() ? clampLength(std::int64_t{m_shape.rows} * lineSpacing() + kAroundText) : 0;
 }
 
 QWidget* guiHtmlControlEdit::getChildWidget()
@@ -121,5 +121,5 @@ void guiHtmlControlEdit::onChange(sstring const& text)
     if (m_action.getLength() == 0)
         return;
     m_text = text;
-    fire(m_action);
+    followLink(m_action);
 }

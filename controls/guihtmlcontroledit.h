@@ -21,7 +21,7 @@ public:
     static constexpr int kDefaultRows = 2;
 
     /// What the page's attributes say.
-    struct shape_t
+    struct fieldShape
     {
         guiEditType type = kEditText;
         int size = kDefaultSize; ///< visible width in characters
@@ -37,8 +37,8 @@ public:
     guiHtml& operator=(guiHtml& other) override;
     guiHtml* Clone(guiHtml* parent) override;
 
-    shape_t const& getShape() const { return m_shape; }
-    void init(shape_t const& shape) { m_shape = shape; }
+    fieldShape const& getShape() const { return m_shape; }
+    void init(fieldShape const& shape) { m_shape = shape; }
 
     using guiHtmlControl::setText;
     /// Puts another text into the field, where it stands; nothing is laid out. Always 1.
@@ -64,7 +64,7 @@ private:
     void createMultiEdit();
     void destroyWidgets();
 
-    shape_t m_shape;
+    fieldShape m_shape;
     guiWidgetLineEdit* m_lineEdit = nullptr;   // owned, for one row
     guiWidgetMultiEdit* m_multiEdit = nullptr; // owned, for several
 };

@@ -54,7 +54,7 @@ int guiHtmlControlFlex::getPreferredWidth()
         if (text.getLength() > longest[column].getLength())
             longest[column] = text;
     };
-    guiForEachColumn(m_columnCodes, m_plainHeadings, [&](int column, sstring const& text, bool isPlain) {
+    guiForEachColumn(m_columnCodes, m_uncodedHeadings, [&](int column, sstring const& text, bool isPlain) {
         if (int const width = isPlain ? -1 : widthIn(text); width >= 0)
             widths[column] = width;
         else
@@ -62,13 +62,13 @@ int guiHtmlControlFlex::getPreferredWidth()
     });
     for (auto const& item : m_items)
         if (item)
-            guiForEachColumn(item->text, item->plain, note);
+            guiForEachColumn(item->text, item->uncoded, note);
     for (auto const& [column, text] : longest)
         widths.try_emplace(column, textWidth(text) + kBetweenColumns);
     std::int64_t sum = kAroundText;
     for (auto const& [column, width] : widths)
         sum += width;
-    return limited(sum);
+    return clampLength(sum);
 }
 
 int guiHtmlControlFlex::getHeightEstimate(unsigned long)
@@ -78,7 +78,7 @@ int guiHtmlControlFlex::getHeightEstimate(unsigned long)
     if (!hasWindow())
         return 0;
     std::int64_t rows = std::int64_t{m_visibleRows} * lineSpacing() + kAroundRows;
-    return limited(rows + (showsHeader() ? lineSpacing() + kAroundHeading : 0));
+    return clampLength(rows + (showsHeader() ? lineSpacing() + kAroundHeading : 0));
 }
 
 QWidget* guiHtmlControlFlex::getChildWidget() { return m_listView; }
@@ -92,7 +92,7 @@ guiHtml& guiHtmlControlFlex::operator=(guiHtml& other)
     destroyWidgets(); // of the rows that go
     init(flex->m_styleBits, flex->m_visibleRows, flex->m_multiple);
     m_columnCodes = flex->m_columnCodes;
-    m_plainHeadings = flex->m_plainHeadings;
+    m_uncodedHeadings = flex->m_uncodedHeadings;
     m_selectAction = flex->m_selectAction;
     m_changeAction = flex->m_changeAction;
     m_headerEnabled = flex->m_headerEnabled;
@@ -121,8 +121,8 @@ void guiHtmlControlFlex::appendEntry(guiHtmlControlFlexEntry const& entry)
         m_items.back()->text = entry.value;
 }
 
-void guiHtmlControlFlex::onSelect() { fire(m_selectAction); }
-void guiHtmlControlFlex::onChange() { fire(m_changeAction); }
+void guiHtmlControlFlex::onSelect() { followLink(m_selectAction); }
+void guiHtmlControlFlex::onChange() { followLink(m_changeAction); }
 
 void guiHtmlControlFlex::createChildWidget()
 {
@@ -147,7 +147,7 @@ void guiHtmlControlFlex::createChildWidget()
 void guiHtmlControlFlex::createColumns()
 {
     m_listView->setColumnCount(0);
-    guiForEachColumn(m_columnCodes, m_plainHeadings, [this](int column, sstring const& text, bool isPlain) {
+    guiForEachColumn(m_columnCodes, m_uncodedHeadings, [this](int column, sstring const& text, bool isPlain) {
         int const width = isPlain ? -1 : widthIn(text);
         if (width >= 0)
             setColumnWidth(column, width);
@@ -180,13 +180,13 @@ void guiHtmlControlFlex::createRows()
 /// `above` null: at the top level.
 void guiHtmlControlFlex::createRow(guiHtmlControlFlexEntry& entry, guiCheckListItem* above)
 {
-    auto const indicator = static_cast<guiCheckListItem::Indicator>(entry.entryType);
+    auto const indicator = static_cast<guiCheckListItem::indicatorKind>(entry.entryType);
     entry.item = above ? new guiCheckListItem(nullptr, above, QString(), indicator)
                        : new guiCheckListItem(nullptr, m_listView, QString(), indicator);
     if (above)
         m_listView->setRootIsDecorated(true);
-    guiForEachColumn(entry.text, entry.plain,
-                     [&](int column, sstring const& text, bool) { setCell(entry.item, column, text); });
+    guiForEachColumn(entry.text, entry.uncoded,
+                     [&](int column, sstring const& text, bool) { setCellText(entry.item, column, text); });
     entry.item->setOn(entry.checked > 0);
     entry.item->setEnabled(entry.enabled > 0);
 }
@@ -200,7 +200,7 @@ void guiHtmlControlFlex::bindRows()
 }
 
 /// Columns that only rows have get no heading.
-void guiHtmlControlFlex::setCell(guiCheckListItem* row, int column, sstring const& text)
+void guiHtmlControlFlex::setCellText(guiCheckListItem* row, int column, sstring const& text)
 {
     addColumns(column);
     row->setText(column - 1, sstoq(text));
@@ -250,20 +250,20 @@ void guiHtmlControlFlex::destroyWidgets()
 {
     if (m_listView) {
         dirtyTabOrder();
-        keepStates();
+        saveStates();
     }
     guiDestroyWrapper(m_listView);
     onDestroyChildWidget();
 }
 
 /// What the user and script did to the widget is there again when it is made anew.
-void guiHtmlControlFlex::keepStates()
+void guiHtmlControlFlex::saveStates()
 {
-    keepColumns();
+    saveColumns();
     for (auto const& entry : m_items) {
         if (!entry || !entry->item)
             continue;
-        keepTexts(*entry);
+        saveTexts(*entry);
         entry->checked = entry->item->isOn();
         entry->selected = entry->item->isSelected();
         entry->enabled = entry->item->isEnabled();
@@ -273,37 +273,37 @@ void guiHtmlControlFlex::keepStates()
 }
 
 /// The headings, and the widths of all columns but one that fills the list.
-void guiHtmlControlFlex::keepColumns()
+void guiHtmlControlFlex::saveColumns()
 {
     m_columnCodes = sstring();
-    m_plainHeadings.clear();
+    m_uncodedHeadings.clear();
     int const count = m_listView->columnCount();
     for (int column = 1; column <= count; ++column) {
         sstring const heading = qtoss(m_listView->headerItem()->text(column - 1));
-        if (guiHoldsColumnCode(heading) || heading.find(kWidth) == 0)
-            m_plainHeadings.add(column, heading);
+        if (guiContainsColumnCode(heading) || heading.find(kWidth) == 0)
+            m_uncodedHeadings.add(column, heading);
         else
             m_columnCodes += guiColumnCodeOf(column, heading);
         if (column < count || !m_listView->header()->stretchLastSection())
             m_columnCodes += sformat("|%ld|%s%ld", long{column}, kWidth, long{m_listView->columnWidth(column - 1)});
     }
-    m_plainHeadings.at = m_columnCodes.getLength();
+    m_uncodedHeadings.at = m_columnCodes.getLength();
 }
 
-void guiHtmlControlFlex::keepTexts(guiHtmlControlFlexEntry& entry)
+void guiHtmlControlFlex::saveTexts(guiHtmlControlFlexEntry& entry)
 {
     entry.text = sstring();
-    entry.plain.clear();
+    entry.uncoded.clear();
     for (int column = 1; column <= m_listView->columnCount(); ++column) {
         sstring const cell = qtoss(entry.item->text(column - 1));
-        if (guiHoldsColumnCode(cell))
-            entry.plain.add(column, cell);
+        if (guiContainsColumnCode(cell))
+            entry.uncoded.add(column, cell);
         else if (column == 1)
             entry.text = cell;
         else if (cell.getLength())
             entry.text += guiColumnCodeOf(column, cell);
     }
-    entry.plain.at = entry.text.getLength();
+    entry.uncoded.at = entry.text.getLength();
 }
 
 guiHtmlControlFlexEntry* guiHtmlControlFlex::findItem(istring const& value)
@@ -437,19 +437,19 @@ void guiHtmlControlFlex::removeItem(sstring const& value)
         return;
     std::unique_ptr<guiHtmlControlFlexEntry> const gone = std::move(*found);
     if (gone->item)
-        takeOut(gone->item);
+        deleteRow(gone->item);
 }
 
 /// What else is selected stays so. Script hears of a row that was selected when the list is whole again: its handler
 /// may change the list once more.
-void guiHtmlControlFlex::takeOut(guiCheckListItem* row)
+void guiHtmlControlFlex::deleteRow(guiCheckListItem* row)
 {
     bool const wasSelected = row->isSelected();
     QList<QTreeWidgetItem*> const selected = m_listView->selectedItems();
     auto const mode = m_listView->selectionMode();
     m_listView->owner = nullptr;
     m_listView->setSelectionMode(QAbstractItemView::MultiSelection); // else the row's neighbour would be selected
-    moveUp(row);
+    moveChildrenToTop(row);
     for (QTreeWidgetItem* each : selected)
         each->setSelected(each != row);
     delete row;
@@ -460,7 +460,7 @@ void guiHtmlControlFlex::takeOut(guiCheckListItem* row)
 }
 
 /// The rows under one that goes belong to no row then, so that they lie at the top level.
-void guiHtmlControlFlex::moveUp(guiCheckListItem* row)
+void guiHtmlControlFlex::moveChildrenToTop(guiCheckListItem* row)
 {
     std::vector<std::pair<QTreeWidgetItem*, bool>> rows;
     for (int i = 0; i < row->childCount(); ++i)
@@ -497,7 +497,7 @@ void guiHtmlControlFlex::setColumnWidth(int column, int width)
 
 void guiHtmlControlFlex::setColumnText(int column, sstring const& text)
 {
-    if (column < 1 || column > kMostColumns)
+    if (column < 1 || column > kColumnLimit)
         return;
     if (!m_listView) {
         m_columnCodes += guiColumnCodeOf(column, text);
@@ -510,10 +510,10 @@ void guiHtmlControlFlex::setColumnText(int column, sstring const& text)
 void guiHtmlControlFlex::setItemText(sstring const& value, int column, sstring const& text)
 {
     guiHtmlControlFlexEntry* entry = findItem(value);
-    if (!entry || column < 1 || column > kMostColumns)
+    if (!entry || column < 1 || column > kColumnLimit)
         return;
     if (entry->item)
-        setCell(entry->item, column, text);
+        setCellText(entry->item, column, text);
     else
         entry->text += guiColumnCodeOf(column, text);
 }

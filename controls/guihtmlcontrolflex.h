@@ -37,7 +37,7 @@ struct guiHtmlControlFlexEntry
     int selected = 0;
     int enabled = 1;
     int expanded = 1;
-    guiPlainTexts plain;              ///< texts that were set while there was a widget and that `text` can not say
+    guiUncodedTexts uncoded;          ///< texts that were set while there was a widget and that `text` can not say
     guiCheckListItem* item = nullptr; ///< the row while the widget exists, which then has the four states; not owned
 };
 
@@ -125,21 +125,21 @@ private:
     void createRows();
     void createRow(guiHtmlControlFlexEntry& entry, guiCheckListItem* above);
     void bindRows();
-    void setCell(guiCheckListItem* row, int column, sstring const& text);
+    void setCellText(guiCheckListItem* row, int column, sstring const& text);
     void addColumns(int count);
     void fitColumns();
     void selectRow(guiCheckListItem* row, bool on);
     void clearSelection();
-    void takeOut(guiCheckListItem* row);
-    void moveUp(guiCheckListItem* row);
-    void keepStates();
-    void keepColumns();
-    void keepTexts(guiHtmlControlFlexEntry& entry);
+    void deleteRow(guiCheckListItem* row);
+    void moveChildrenToTop(guiCheckListItem* row);
+    void saveStates();
+    void saveColumns();
+    void saveTexts(guiHtmlControlFlexEntry& entry);
     void destroyWidgets();
 
     items_t m_items; // may have holes
     sstring m_columnCodes;
-    guiPlainTexts m_plainHeadings; // headings that m_columnCodes can not say
+    guiUncodedTexts m_uncodedHeadings; // headings that m_columnCodes can not say
     sstring m_selectAction = "event://eSelect";
     sstring m_changeAction = "event://eChange";
     unsigned m_styleBits = 0;

@@ -51,13 +51,13 @@ int guiHtmlControlList::getPreferredWidth()
     for (auto const& entry : m_entries)
         if (entry && (!longest || entry->text.getLength() > longest->text.getLength()))
             longest = entry.get();
-    return limited(std::int64_t{longest ? textWidth(longest->text) : 0} + kAroundText);
+    return clampLength(std::int64_t{longest ? textWidth(longest->text) : 0} + kAroundText);
 }
 
 int guiHtmlControlList::getHeightEstimate(unsigned long)
 {
     constexpr int kAroundRows = 6;
-    return hasWindow() ? limited(std::int64_t{m_visibleRows} * lineSpacing() + kAroundRows) : 0;
+    return hasWindow() ? clampLength(std::int64_t{m_visibleRows} * lineSpacing() + kAroundRows) : 0;
 }
 
 QWidget* guiHtmlControlList::getChildWidget()
@@ -116,7 +116,7 @@ void guiHtmlControlList::destroyWidgets()
 {
     if (getChildWidget()) {
         dirtyTabOrder();
-        keepSelection();
+        saveSelection();
     }
     guiDestroyWrapper(m_comboBox);
     guiDestroyWrapper(m_listBox);
@@ -201,7 +201,7 @@ sstring guiHtmlControlList::getSelected()
 }
 
 /// Keeps a choice until there is a widget.
-void guiHtmlControlList::choose(guiHtmlControlListEntry& chosen, bool on)
+void guiHtmlControlList::setChosen(guiHtmlControlListEntry& chosen, bool on)
 {
     bool isOneOfMany = m_multiple && m_visibleRows > 1;
     if (on && !isOneOfMany)
@@ -222,7 +222,7 @@ void guiHtmlControlList::setSelected(sstring const& value, int on)
         if (hasWidget)
             selectRow(static_cast<int>(i), on != 0);
         else
-            choose(*m_entries[i], on != 0);
+            setChosen(*m_entries[i], on != 0);
     }
 }
 
@@ -235,7 +235,7 @@ bool guiHtmlControlList::isRowSelected(int row) const
 }
 
 /// The n-th row is the n-th entry that is no hole.
-void guiHtmlControlList::keepSelection()
+void guiHtmlControlList::saveSelection()
 {
     int row = 0;
     for (auto const& entry : m_entries)
@@ -282,7 +282,7 @@ void guiHtmlControlList::removeItem(sstring const& value)
     }
 }
 
-void guiHtmlControlList::onChange() { fire(m_action); }
+void guiHtmlControlList::onChange() { followLink(m_action); }
 
 void guiHtmlControlList::readFormProperty(ScriptObject* form)
 {
@@ -299,7 +299,7 @@ void guiHtmlControlList::eraseFormProperty(ScriptObject* form) { guiFormProperty
 
 namespace {
 
-using List = guiHtmlControlList;
+using listNode = guiHtmlControlList;
 
 void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
@@ -307,14 +307,14 @@ void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
     bool hasText = args.count() == 2;
     if (!guiIsString(args, 0) || (args.count() != 1 && !hasText) || (hasText && !guiIsString(args, 1)))
         return;
-    if (List* list = guiControlOf<List>(data, self))
+    if (listNode* list = guiControlOf<listNode>(data, self))
         list->addItem(guiTextOf(args, 0), hasText ? guiTextOf(args, 1) : sstring());
 }
 
 void control_removeItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    List* list = args.count() == 1 && guiIsString(args, 0) ? guiControlOf<List>(data, self) : nullptr;
+    listNode* list = args.count() == 1 && guiIsString(args, 0) ? guiControlOf<listNode>(data, self) : nullptr;
     if (list)
         list->removeItem(guiTextOf(args, 0));
 }
@@ -325,7 +325,7 @@ void control_selectItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self,
     bool hasSwitch = args.count() == 2;
     if (!guiIsString(args, 0) || (args.count() != 1 && !hasSwitch) || (hasSwitch && !guiIsSwitch(args, 1)))
         return;
-    if (List* list = guiControlOf<List>(data, self))
+    if (listNode* list = guiControlOf<listNode>(data, self))
         list->setSelected(guiTextOf(args, 0), hasSwitch ? guiSwitchOf(args, 1) : 1);
 }
 

@@ -76,9 +76,9 @@ protected:
 private:
     int currentRow() const;
     bool isRowSelected(int row) const;
-    void choose(guiHtmlControlListEntry& entry, bool on);
+    void setChosen(guiHtmlControlListEntry& entry, bool on);
     guiHtmlControlListEntry const* selectedEntry() const;
-    void keepSelection();
+    void saveSelection();
     void restoreSelection();
     void selectRow(int row, bool on);
     void insertRow(int row, QString const& text);

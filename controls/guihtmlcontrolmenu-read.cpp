@@ -11,7 +11,7 @@ std::unique_ptr<guiHtmlControlMenuItem> readMenuItem(mlSection* section)
     item->name = guiHtmlParser::pullAttr(section, "name");
     item->text = guiHtmlParser::pullAttr(section, "value");
     item->enabled = !guiHtmlParser::hasAttr(section, "disabled");
-    item->checked = guiIsGiven(section, "checked");
+    item->checked = guiHasValue(section, "checked");
     item->checkable = guiHtmlParser::hasAttr(section, "checked") || guiHtmlParser::hasAttr(section, "unchecked");
     return item;
 }
@@ -21,7 +21,7 @@ struct menuLevel
 {
     mlSection* section;
     unsigned next; // child
-    guiHtmlControlMenu::items_t* items;
+    guiHtmlControlMenu::menuItems* items;
     unsigned depth;
 };
 

@@ -14,9 +14,9 @@
 
 namespace {
 
-guiHtmlControlMenu::items_t copyItems(guiHtmlControlMenu::items_t const& items)
+guiHtmlControlMenu::menuItems copyItems(guiHtmlControlMenu::menuItems const& items)
 {
-    guiHtmlControlMenu::items_t copies;
+    guiHtmlControlMenu::menuItems copies;
     for (auto const& item : items) {
         auto copy = std::make_unique<guiHtmlControlMenuItem>();
         copy->name = item->name;
@@ -102,7 +102,7 @@ void guiHtmlControlMenu::createChildWidget()
     m_menuBar->show();
 }
 
-void guiHtmlControlMenu::fillMenu(QWidget* menu, items_t const& items)
+void guiHtmlControlMenu::fillMenu(QWidget* menu, menuItems const& items)
 {
     for (auto const& item : items)
         insertItem(menu, *item);

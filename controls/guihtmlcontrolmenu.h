@@ -35,7 +35,7 @@ struct guiHtmlControlMenuItem
 class guiHtmlControlMenu : public guiHtmlControl
 {
 public:
-    using items_t = std::vector<std::unique_ptr<guiHtmlControlMenuItem>>;
+    using menuItems = std::vector<std::unique_ptr<guiHtmlControlMenuItem>>;
 
     explicit guiHtmlControlMenu(guiHtml* parent = nullptr) : guiHtmlControl(parent) {}
     ~guiHtmlControlMenu() override;
@@ -70,15 +70,15 @@ public:
     /// The user chose the item that has this id while the menu bar exists.
     virtual void activateItem(int id);
 
-    items_t const& getItems() const { return m_items; }
+    menuItems const& getItems() const { return m_items; }
     /// The top-level items, to add to before any widget exists.
-    items_t& editItems() { return m_items; }
+    menuItems& editItems() { return m_items; }
 
 protected:
     void addScriptMethods(ScriptObject* object) override;
 
 private:
-    void fillMenu(QWidget* menu, items_t const& items);
+    void fillMenu(QWidget* menu, menuItems const& items);
     void insertItem(QWidget* menu, guiHtmlControlMenuItem& item);
     QAction* createEntry(QWidget* menu);
     void showText(guiHtmlControlMenuItem const& item);
@@ -88,7 +88,7 @@ private:
     void destroyWidgets();
 
     guiWidgetMenuBar* m_menuBar = nullptr; // owned
-    items_t m_items;
+    menuItems m_items;
     std::map<int, guiHtmlControlMenuItem*> m_byId; // items that are in the menu bar
     int m_nextId = 1;
 };

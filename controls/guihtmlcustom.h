@@ -11,7 +11,7 @@ class guiHtmlCustom : public guiHtml
 {
 public:
     /// What the node shares with its script component.
-    struct mx_t
+    struct sharedState
     {
         ScriptObject* mouse = nullptr; ///< object with the properties "x" and "y", null while there is no instance
         int mouseX = 0;                ///< last place of the pointer, relative to the node
@@ -36,7 +36,7 @@ public:
     void onCallback();
 
     /// The custom node's record, open to the classes of the page.
-    mx_t mx;
+    sharedState mx;
 
 private:
     sstring m_compName;

@@ -16,16 +16,16 @@ namespace {
 class imageMaps : public guiReaderState
 {
 public:
-    void finish() override { assignImageMap(); }
+    void finish() override { assignMaps(); }
 
     std::vector<std::unique_ptr<guiImageMap>> maps;
     std::vector<guiHtmlImage*> images; // not owned
 
 private:
-    void assignImageMap();
+    void assignMaps();
 };
 
-void imageMaps::assignImageMap()
+void imageMaps::assignMaps()
 {
     auto before = [](sstring const& a, sstring const& b) { return a.comparei(b.getUnicode(), sstring::npos) < 0; };
     std::map<sstring, guiImageMap const*, decltype(before)> byName(before);
@@ -40,7 +40,7 @@ void imageMaps::assignImageMap()
 
 // ---- Images ----
 
-void askForMap(guiHtmlParser& parser, guiHtmlImage* image, sstring const& map)
+void requestMap(guiHtmlParser& parser, guiHtmlImage* image, sstring const& map)
 {
     if (map.getLength() == 0)
         return;
@@ -59,7 +59,7 @@ void pullImage(guiHtmlParser& parser, guiHtmlImage* image, mlSection* section)
     image->setLink(guiHtmlParser::pullAttr(section, "onclick"));
     image->setPlayback({guiHtmlParser::hasAttr(section, "pause") || guiHtmlParser::hasAttr(section, "paused"),
                         guiHtmlParser::hasAttr(section, "loop") || guiHtmlParser::hasAttr(section, "looped")});
-    askForMap(parser, image, guiHtmlParser::pullAttr(section, "usemap"));
+    requestMap(parser, image, guiHtmlParser::pullAttr(section, "usemap"));
     sstring source = guiHtmlParser::pullAttr(section, "src");
     if (source.getLength())
         image->setSource(source);

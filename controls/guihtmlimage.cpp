@@ -64,14 +64,14 @@ void guiHtmlImage::setSource(sstring const& name)
     m_isPending = true;
     if (!guiControlHost::current().isGuiThread())
         return;
-    if (!loadPending())
+    if (!loadPendingSource())
         update();
     else if (getTopLevelWidget())
         updateLayout(1);
 }
 
 /// Whether the picture's size is another one now.
-bool guiHtmlImage::loadPending()
+bool guiHtmlImage::loadPendingSource()
 {
     if (!m_isPending || !guiPageHost::isInstalled())
         return false;
@@ -177,7 +177,7 @@ int guiHtmlImage::getHeightEstimate(unsigned long) { return guiClampPixels(guiFr
 
 int guiHtmlImage::calcDynamicLayout()
 {
-    loadPending();
+    loadPendingSource();
     return guiHtml::calcDynamicLayout();
 }
 
@@ -228,7 +228,7 @@ sstring guiHtmlImage::linkAt(int x, int y) const
 
 int guiHtmlImage::canHitTest() { return m_map || m_link.getLength() || guiHtml::canHitTest(); }
 
-void guiHtmlImage::hoverLink(bool isOverLink)
+void guiHtmlImage::setOverLink(bool isOverLink)
 {
     if (isOverLink == m_isOverLink)
         return;
@@ -239,13 +239,13 @@ void guiHtmlImage::hoverLink(bool isOverLink)
 
 void guiHtmlImage::onMouseMove(int x, int y)
 {
-    hoverLink(linkAt(x, y).getLength() != 0);
+    setOverLink(linkAt(x, y).getLength() != 0);
     guiHtml::onMouseMove(x, y);
 }
 
 void guiHtmlImage::onMouseOff()
 {
-    hoverLink(false);
+    setOverLink(false);
     guiHtml::onMouseOff();
 }
 

@@ -17,7 +17,7 @@ class guiHtmlImage : public guiHtml
 {
 public:
     /// How a movie starts.
-    struct playback_t
+    struct moviePlayback
     {
         bool paused = false; ///< only when script says so
         bool looped = false;
@@ -50,8 +50,8 @@ public:
     /// The link under a point of the picture, or the picture's own link when it has no map.
     sstring getMappedLink(int x, int y) const;
     void setLink(sstring const& link) { m_link = link; }
-    playback_t const& getPlayback() const { return m_playback; }
-    void setPlayback(playback_t const& playback) { m_playback = playback; }
+    moviePlayback const& getPlayback() const { return m_playback; }
+    void setPlayback(moviePlayback const& playback) { m_playback = playback; }
 
     /// Plays the movie once, without looping; nothing when the source is a still picture.
     void play();
@@ -76,8 +76,8 @@ public:
 private:
     guiRect pictureRect() const;
     sstring linkAt(int x, int y) const;
-    void hoverLink(bool isOverLink);
-    bool loadPending();
+    void setOverLink(bool isOverLink);
+    bool loadPendingSource();
     QPixmap readSource();
     QPixmap readMovie();
     void startMovie(bool isLooped);
@@ -96,5 +96,5 @@ private:
     std::unique_ptr<guiImageMap> m_map;
     sstring m_mapName;
     sstring m_link; // for clicks, without a map
-    playback_t m_playback;
+    moviePlayback m_playback;
 };

@@ -29,18 +29,18 @@ void pullControl(guiHtmlParser& parser, guiHtml* parent, guiHtml* control, mlSec
         control->setEnabled(0);
 }
 
-bool guiIsGiven(mlSection* section, char const* name)
+bool guiHasValue(mlSection* section, char const* name)
 {
     return guiHtmlParser::pullAttr(section, name).getLength() != 0;
 }
 
-int guiCountOr(sstring const& count, int otherwise)
+int guiCountOrDefault(sstring const& count, int otherwise)
 {
     int number = std::clamp(guiToNumber(count), -kMaxPixels, kMaxPixels);
     return number ? number : otherwise;
 }
 
-sstring guiOwnText(mlSection* section)
+sstring guiDirectText(mlSection* section)
 {
     sstring text;
     for (unsigned i = 0; mlSection* item = section->getChild(i); ++i) {

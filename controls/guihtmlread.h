@@ -26,11 +26,11 @@ struct guiObjectClass
 void pullControl(guiHtmlParser& parser, guiHtml* parent, guiHtml* control, mlSection* section);
 
 /// Whether the attribute is there with anything but an empty value; without a value it reads as "1".
-bool guiIsGiven(mlSection* section, char const* name);
+bool guiHasValue(mlSection* section, char const* name);
 /// Columns or rows; an absent or zero number is `otherwise`.
-int guiCountOr(sstring const& count, int otherwise);
+int guiCountOrDefault(sstring const& count, int otherwise);
 /// The text directly in an element, without that of the elements in it.
-sstring guiOwnText(mlSection* section);
+sstring guiDirectText(mlSection* section);
 
 /// Walks the elements of some names below a section in order. One that is not closed contains those that follow it, so
 /// they are looked for at any depth; one by one, since a list of thousands nests as deeply.

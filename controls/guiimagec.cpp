@@ -31,7 +31,7 @@ bool decode(void const* data, unsigned length, QPixmap& image)
 }
 
 // The limit counts kilobytes and grows by bytes, so that it is at its ceiling after a few pictures.
-void remember(QString const& name, QPixmap const& image)
+void cacheImage(QString const& name, QPixmap const& image)
 {
     std::int64_t bytes = std::int64_t{image.width()} * image.height() * image.depth() / 8;
     std::int64_t limit = std::min<std::int64_t>(QPixmapCache::cacheLimit() + bytes, kMaxCacheLimit);
@@ -39,7 +39,7 @@ void remember(QString const& name, QPixmap const& image)
     QPixmapCache::insert(name, image);
 }
 
-int failed(sstring const& name, char const* why)
+int logFailure(sstring const& name, char const* why)
 {
     velaLog("guiLoadImage() - failed to load image %s; %s\n", velaPrintable(name).c_str(), why);
     return 0;
@@ -56,10 +56,10 @@ int guiLoadImage(ScriptObject* owner, sstring const& name, QPixmap& image)
     unsigned length = 0;
     HostLoadFile* files = guiControlHost::current().loadFile();
     if (!files || !files->readFile(owner, name, &data, &length))
-        return failed(name, "file not found");
+        return logFailure(name, "file not found");
     if (!decode(data, length, image))
-        return failed(name, "bad format");
-    remember(key, image);
+        return logFailure(name, "bad format");
+    cacheImage(key, image);
     return 1;
 }
 

@@ -23,7 +23,7 @@ public:
     sstring hitTest(int x, int y) const;
 
 private:
-    enum kind_t : unsigned char
+    enum shapeKind : unsigned char
     {
         kRectangle,
         kCircle,
@@ -32,7 +32,7 @@ private:
 
     bool contains(int x, int y) const;
 
-    kind_t m_kind = kRectangle;
+    shapeKind m_kind = kRectangle;
     QPolygon m_points; // of a polygon
     QRect m_box;       // around the shape
     sstring m_link;

@@ -74,7 +74,7 @@ void guiMovie::freeMovie()
     m_next = 0;
 }
 
-void guiMovie::onStopped(stopped_t callback, void* data)
+void guiMovie::onStopped(stoppedCallback callback, void* data)
 {
     pmutex_request(m_lock);
     m_callback = callback;
@@ -131,7 +131,7 @@ intptr_t guiMovie::threadMain(intptr_t self)
 
 void guiMovie::run()
 {
-    constexpr unsigned kShortest = 1; // milliseconds: a movie of frames without a duration keeps no processor busy
+    constexpr unsigned kShortestFrame = 1; // milliseconds: a movie of frames without a duration keeps no processor busy
     while (m_isPlaying) {
         if (m_isPaused) {
             pevent_wait(m_wake);
@@ -140,10 +140,10 @@ void guiMovie::run()
         if (!showNext())
             break;
         unsigned const duration = m_video.frames[m_next - 1].duration;
-        waitAtMost(m_wake, std::max(duration, kShortest));
+        waitAtMost(m_wake, std::max(duration, kShortestFrame));
     }
     m_isPlaying = false;
-    tellStopped();
+    notifyStopped();
 }
 
 /// Hands the next frame over; false behind the last one, and without any.
@@ -160,10 +160,10 @@ bool guiMovie::showNext()
     return true;
 }
 
-void guiMovie::tellStopped()
+void guiMovie::notifyStopped()
 {
     pmutex_request(m_lock);
-    stopped_t const callback = std::exchange(m_callback, nullptr);
+    stoppedCallback const callback = std::exchange(m_callback, nullptr);
     void* const data = m_callbackData;
     pmutex_release(m_lock);
     if (callback)

@@ -18,7 +18,7 @@ struct pmutex;
 class guiMovie
 {
 public:
-    using stopped_t = void (*)(guiMovie* movie, void* data);
+    using stoppedCallback = void (*)(guiMovie* movie, void* data);
 
     guiMovie();
     /// Also loads the file; isValid() says whether it could.
@@ -52,13 +52,13 @@ public:
     void stop();
     bool isPlaying() const { return m_isPlaying; }
     /// What to call, on the player's thread, when the movie ends or is stopped; once.
-    void onStopped(stopped_t callback, void* data);
+    void onStopped(stoppedCallback callback, void* data);
 
 private:
     static intptr_t threadMain(intptr_t self);
     void run();
     bool showNext();
-    void tellStopped();
+    void notifyStopped();
     void join();
 
     guiVideo m_video;
@@ -68,9 +68,9 @@ private:
     std::atomic<bool> m_isLooping{false};
     std::size_t m_next = 0; // frame; the player's while it runs
     pthread_t m_player{};
-    bool m_hasPlayer = false;       // a thread was started and not joined yet
-    stopped_t m_callback = nullptr; // guarded by m_lock
-    void* m_callbackData = nullptr; // guarded by m_lock
-    pmutex* m_lock;                 // owned
-    pevent* m_wake;                 // owned; ends the wait for the next frame early
+    bool m_hasPlayer = false;             // a thread was started and not joined yet
+    stoppedCallback m_callback = nullptr; // guarded by m_lock
+    void* m_callbackData = nullptr;       // guarded by m_lock
+    pmutex* m_lock;                       // owned
+    pevent* m_wake;                       // owned; ends the wait for the next frame early
 };

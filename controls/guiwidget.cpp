@@ -25,13 +25,13 @@
 namespace {
 
 /// Drops mouse moves while it exists, so that they do not pile up behind a slow handler.
-class moveBlock
+class mouseMoveBlock
 {
 public:
-    moveBlock() { guiControlHost::current().disableMM(); }
-    ~moveBlock() { guiControlHost::current().enableMM(); }
-    moveBlock(moveBlock const&) = delete;
-    moveBlock& operator=(moveBlock const&) = delete;
+    mouseMoveBlock() { guiControlHost::current().disableMM(); }
+    ~mouseMoveBlock() { guiControlHost::current().enableMM(); }
+    mouseMoveBlock(mouseMoveBlock const&) = delete;
+    mouseMoveBlock& operator=(mouseMoveBlock const&) = delete;
 };
 
 /// Whether the page paints every pixel of its rectangle, so that nothing has to be put under it.
@@ -42,7 +42,7 @@ bool isOpaque(guiHtml const* page)
 }
 
 /// The innermost node under the point that has the scroll bar, null when there is none.
-QScrollBar* barUnder(guiHtml* node, QPoint at, Qt::Orientation orientation)
+QScrollBar* scrollBarAt(guiHtml* node, QPoint at, Qt::Orientation orientation)
 {
     guiRect rect = node->m.rect;
     if (at.x() < rect.left || at.x() >= rect.right() || at.y() < rect.top || at.y() >= rect.bottom())
@@ -52,7 +52,7 @@ QScrollBar* barUnder(guiHtml* node, QPoint at, Qt::Orientation orientation)
                   at.y() - rect.top + static_cast<int>(scroll.posY));
     guiChildSpan span(node, {inside.x(), 1, inside.y(), 1});
     while (guiHtml* child = span.next())
-        if (QScrollBar* bar = barUnder(child, inside, orientation))
+        if (QScrollBar* bar = scrollBarAt(child, inside, orientation))
             return bar;
     return orientation == Qt::Vertical ? scroll.barY.data() : scroll.barX.data();
 }
@@ -164,7 +164,7 @@ void guiWidget::hover(QPoint at)
         node->onMouseOn();
     if (!node || hoverNode != node || !found.alive())
         return; // a handler replaced the page, or moved the pointer elsewhere
-    moveBlock block;
+    mouseMoveBlock block;
     node->onMouseMove(x, y);
 }
 
@@ -243,7 +243,7 @@ void guiWidget::wheelEvent(QWheelEvent* event)
     bool isHorizontal = std::abs(event->angleDelta().x()) > std::abs(event->angleDelta().y());
     QPoint at = event->position().toPoint();
     guiPageRoot* page = livePage();
-    QScrollBar* bar = page ? barUnder(page, at, isHorizontal ? Qt::Horizontal : Qt::Vertical) : nullptr;
+    QScrollBar* bar = page ? scrollBarAt(page, at, isHorizontal ? Qt::Horizontal : Qt::Vertical) : nullptr;
     if (!bar) {
         QDialog::wheelEvent(event);
         return;
@@ -287,7 +287,7 @@ void guiWidget::showEvent(QShowEvent* event)
 {
     guiEventScope scope;
     QDialog::showEvent(event);
-    tellVisibility();
+    reportVisibility();
     refresh();
     if (livePage())
         livePage()->onShow();
@@ -297,12 +297,12 @@ void guiWidget::hideEvent(QHideEvent* event)
 {
     QDialog::hideEvent(event);
     if (!event->spontaneous()) // a minimised window is still open to the user
-        tellVisibility();
+        reportVisibility();
 }
 
 /// A script that waits for the window to close goes by this. It then reads the form, which a page that is closing has
 /// not written yet.
-void guiWidget::tellVisibility()
+void guiWidget::reportVisibility()
 {
     guiControlHost::current().onVisible(this, isVisible() || isPainting() || m_isClosing);
 }
@@ -316,7 +316,7 @@ void guiWidget::closeEvent(QCloseEvent* event)
     if (livePage())
         livePage()->destroyWidget();
     m_isClosing = false;
-    tellVisibility();
+    reportVisibility();
 }
 
 // ---- Painting ----
@@ -330,7 +330,7 @@ void guiWidget::paintEvent(QPaintEvent* event)
     guiEventScope scope;
     ++paintDepth;
     if (paintDepth > 1)
-        m_missed += event->region();
+        m_missedDamage += event->region();
     else
         paintRegion(event->region());
     if (--paintDepth == 0)
@@ -392,10 +392,10 @@ void guiWidget::endPaint()
         unbind();
         hide();
         guiEventScope::deleteAfterwards(this);
-    } else if (!m_missed.isEmpty()) {
-        update(m_missed);
+    } else if (!m_missedDamage.isEmpty()) {
+        update(m_missedDamage);
     }
-    m_missed = QRegion();
-    tellVisibility();
+    m_missedDamage = QRegion();
+    reportVisibility();
     guiControlHost::current().wakeWaiters();
 }

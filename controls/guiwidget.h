@@ -80,10 +80,10 @@ private:
     void ensureBuffer();
     void paintThroughBuffer(QRegion const& region);
     void endPaint();
-    void tellVisibility();
+    void reportVisibility();
 
     QWidget* m_outOfView = nullptr; // owned; null until something is out of view
-    QRegion m_missed;               // damage that arrived while the page was being painted
+    QRegion m_missedDamage;         // damage that arrived while the page was being painted
     bool m_isClosing = false;       // hidden on the user's request, but the page still has things to do
 };
 

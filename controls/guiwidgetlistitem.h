@@ -10,24 +10,24 @@ class guiHtmlControlFlex;
 class guiCheckListItem : public QTreeWidgetItem
 {
 public:
-    enum Indicator
+    enum indicatorKind
     {
-        Controller = 0, ///< none
-        CheckBox = 1,
-        RadioButton = 2,
+        kNoIndicator = 0, ///< none
+        kCheckBox = 1,
+        kRadioButton = 2,
     };
 
     /// At the end of the list, or of the rows under `parent`.
-    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidget* parent, QString const& text, Indicator indicator);
-    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidgetItem* parent, QString const& text, Indicator indicator);
+    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidget* parent, QString const& text, indicatorKind indicator);
+    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidgetItem* parent, QString const& text, indicatorKind indicator);
     /// Right behind the row `after`.
     guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidget* parent, QTreeWidgetItem* after, QString const& text,
-                     Indicator indicator);
+                     indicatorKind indicator);
     guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidgetItem* parent, QTreeWidgetItem* after, QString const& text,
-                     Indicator indicator);
+                     indicatorKind indicator);
     ~guiCheckListItem() override;
 
-    Indicator getIndicator() const { return m_indicator; }
+    indicatorKind getIndicator() const { return m_indicator; }
     bool isOn() const;
     /// Nothing for a row without an indicator.
     void setOn(bool on);
@@ -43,11 +43,11 @@ public:
     guiHtmlControlFlex* owner = nullptr; ///< not owned; may be null
 
 private:
-    void start(QString const& text);
+    void initialize(QString const& text);
     guiCheckListItem* otherOn() const;
-    void tellOwner();
+    void notifyOwner();
 
-    Indicator m_indicator;
+    indicatorKind m_indicator;
     bool m_isEnabled = true;
     bool* m_isGone = nullptr; // set to true by the destructor
 };

@@ -19,7 +19,7 @@ bool isRadio(QStyleOptionViewItem const& option, QModelIndex const& index)
     auto const* tree = qobject_cast<QTreeWidget const*>(option.widget);
     auto const* row =
         tree && index.column() == 0 ? dynamic_cast<guiCheckListItem*>(tree->itemFromIndex(index)) : nullptr;
-    return row && row->getIndicator() == guiCheckListItem::RadioButton;
+    return row && row->getIndicator() == guiCheckListItem::kRadioButton;
 }
 
 QStyle* styleOf(QStyleOptionViewItem const& option)
@@ -42,7 +42,7 @@ QIcon blankIcon(QSize const& size)
 }
 
 /// Whether the event, in a row that the user may check, means its indicator.
-bool isMeant(QEvent const* event, QRect const& indicator)
+bool usesIndicator(QEvent const* event, QRect const& indicator)
 {
     if (event->type() == QEvent::KeyPress) {
         int key = static_cast<QKeyEvent const*>(event)->key();
@@ -96,7 +96,7 @@ bool guiWidgetRadioRow::editorEvent(QEvent* event, QAbstractItemModel* model, QS
     if (!isRadio(option, index))
         return QStyledItemDelegate::editorEvent(event, model, option, index);
     Qt::ItemFlags needed = Qt::ItemIsUserCheckable | Qt::ItemIsEnabled;
-    if ((model->flags(index) & needed) != needed || !isMeant(event, indicatorRect(option, index)))
+    if ((model->flags(index) & needed) != needed || !usesIndicator(event, indicatorRect(option, index)))
         return false;
     return model->setData(index, Qt::Checked, Qt::CheckStateRole);
 }
