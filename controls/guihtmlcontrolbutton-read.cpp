@@ -18,8 +18,7 @@ guiButtonType buttonType(sstring const& type)
 
 void pullInputButton(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    auto* button = new guiHtmlControlButton;
-    pullControl(parser, parent, button, section);
+    auto* button = pullControl<guiHtmlControlButton>(parser, parent, section);
     button->initText(guiHtmlParser::pullAttr(section, "value"));
     sstring action = guiHtmlParser::pullAttr(section, "onclick");
     button->setAction(action.getLength() ? action : guiHtmlParser::pullAttr(section, "onchange"));

@@ -13,12 +13,11 @@ guiEditType editType(mlSection* section)
     return guiIsWord(type, "file") ? kEditFile : kEditText;
 }
 
-/// Makes a field with the given text; `columns` names the attribute with its width in characters.
+/// Makes a field with the given text; `columns` is the name of the attribute for its width in characters.
 void pullEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section, sstring const& text, char const* columns,
               int rows)
 {
-    auto* edit = new guiHtmlControlEdit;
-    pullControl(parser, parent, edit, section);
+    auto* edit = pullControl<guiHtmlControlEdit>(parser, parent, section);
     edit->initText(text);
     edit->setAction(guiHtmlParser::pullAttr(section, "onchange"));
     edit->init({editType(section),

@@ -8,7 +8,7 @@ namespace {
 
 sstring firstNonEmpty(sstring const& a, sstring const& b) { return a.getLength() ? a : b; }
 
-/// The columns of a row: text1 is the first, text2 and on are appended as "|N|" and the text, up to the first gap.
+/// The column codes of a row: the text of text1, then those of text2, text3 and so on up to the first that is missing.
 sstring columnTexts(mlSection* section)
 {
     sstring text = guiHtmlParser::pullAttr(section, "text1");
@@ -21,7 +21,7 @@ sstring columnTexts(mlSection* section)
     }
 }
 
-/// Key and text of a row. A param without a text names its key `name` and its text `value`, like all params.
+/// Key and text of a row. In a param without `text`, `name` is the key and `value` the text, as in all params.
 void readKeyAndText(mlSection* section, guiHtmlControlFlexEntry& entry)
 {
     sstring name = guiHtmlParser::pullAttr(section, "name");
@@ -66,8 +66,7 @@ void pullInputFlexEntries(guiHtmlControlFlex* flex, mlSection* section)
 template <unsigned styleBits>
 void pullInputFlex(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    auto* flex = new guiHtmlControlFlex;
-    pullControl(parser, parent, flex, section);
+    auto* flex = pullControl<guiHtmlControlFlex>(parser, parent, section);
     int rows = guiToPixels(guiHtmlParser::pullAttr(section, "size"));
     flex->init(styleBits, rows ? rows : guiHtmlControlFlex::kDefaultRows, guiHasValue(section, "multiple"));
     if (guiHasValue(section, "onselect"))

@@ -1,4 +1,4 @@
-// controls/guihtmlcontrolflex-script.cpp: a flex list as script sees it: its methods and its value in the form.
+// controls/guihtmlcontrolflex-script.cpp: the methods of a flex list for script, and its value in the form.
 #include "controls/guiformproperty.h"
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiscriptmethod.h"
@@ -6,6 +6,7 @@
 #include "page/guinumbers.h"
 
 #include <algorithm>
+#include <cassert>
 
 void guiHtmlControlFlex::readFormProperty(ScriptObject* form)
 {
@@ -43,7 +44,7 @@ flexNode* listFor(ScriptPrivate* data, ScriptObject* self, ScriptArgs& args)
     return guiIsString(args, 0) ? guiControlOf<flexNode>(data, self) : nullptr;
 }
 
-/// A method that asks for a state of a row.
+/// A method that returns a state of a row.
 template <int (flexNode::*getter)(sstring const& value)>
 void ask_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
@@ -51,7 +52,7 @@ void ask_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& ar
     result.setBool(flex && (flex->*getter)(guiTextOf(args, 0)));
 }
 
-/// A method that sets a state: with a value alone on, else as the second argument says.
+/// A method that turns a state on, or, with a second argument, on or off.
 template <void (flexNode::*setter)(sstring const& value, int on)>
 void set_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
@@ -62,7 +63,7 @@ void set_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& ar
         (flex->*setter)(guiTextOf(args, 0), hasSwitch ? guiSwitchOf(args, 1) : 1);
 }
 
-/// A method that ends a state.
+/// A method that turns a state off.
 template <void (flexNode::*setter)(sstring const& value, int on)>
 void clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
@@ -78,7 +79,7 @@ void control_scrollToTop_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
         flex->scrollToTop();
 }
 
-/// The kind of a row, as pages name it or by number.
+/// The type of a row, by the word that pages use or by number.
 guiHtmlControlFlexEntryType rowType(ScriptArgs& args, int index)
 {
     if (guiIsNumber(args, index)) {
@@ -92,7 +93,7 @@ guiHtmlControlFlexEntryType rowType(ScriptArgs& args, int index)
     return guiIsWord(word, "radiobutton") ? kFlexRadio : kFlexPlain;
 }
 
-/// Text, parent and type may be left out from the right.
+/// Arguments: value, text, parent and type; the last ones may be missing.
 void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();

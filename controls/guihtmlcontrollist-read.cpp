@@ -18,8 +18,7 @@ void pullInputListEntries(guiHtmlControlList* list, mlSection* section)
 
 void pullInputList(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    auto* list = new guiHtmlControlList;
-    pullControl(parser, parent, list, section);
+    auto* list = pullControl<guiHtmlControlList>(parser, parent, section);
     list->setAction(guiHtmlParser::pullAttr(section, "onchange"));
     bool const hasSize = guiHtmlParser::hasAttr(section, "size");
     int visibleRows = hasSize ? guiToPixels(guiHtmlParser::pullAttr(section, "size")) : 1;

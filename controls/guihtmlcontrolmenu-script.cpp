@@ -1,4 +1,4 @@
-// controls/guihtmlcontrolmenu-script.cpp: a menu as script sees it: its methods, each with an item's name first.
+// controls/guihtmlcontrolmenu-script.cpp: the methods of a menu for script, each of which takes an item's name first.
 #include "controls/guihtmlcontrolmenu.h"
 #include "controls/guiscriptmethod.h"
 
@@ -12,7 +12,7 @@ menuNode* menuFor(ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, int
     return args.count() == count && guiIsString(args, 0) ? guiControlOf<menuNode>(data, self) : nullptr;
 }
 
-/// A method that asks for a state of an item.
+/// A method that returns a state of an item.
 template <int (menuNode::*getter)(sstring const& name)>
 void ask_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
@@ -20,7 +20,7 @@ void ask_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& ar
     result.setBool(menu && (menu->*getter)(guiTextOf(args, 0)));
 }
 
-/// A method that sets a state: with a name alone on, else as the second argument says.
+/// A method that turns a state on, or, with a second argument, on or off.
 template <void (menuNode::*setter)(sstring const& name, int on)>
 void set_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
@@ -30,7 +30,7 @@ void set_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& ar
         (menu->*setter)(guiTextOf(args, 0), hasSwitch ? guiSwitchOf(args, 1) : 1);
 }
 
-/// A method that ends a state.
+/// A method that turns a state off.
 template <void (menuNode::*setter)(sstring const& name, int on)>
 void clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {

@@ -6,6 +6,7 @@
 #include "controls/guiwidgetlistview.h"
 
 #include <QTreeWidget>
+#include <cassert>
 
 guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, QTreeWidget* parent, QString const& text,
                                    indicatorKind indicator)
@@ -43,6 +44,8 @@ guiCheckListItem::~guiCheckListItem()
 
 void guiCheckListItem::initialize(QString const& text)
 {
+    assertOnGuiThread();
+    assert(m_indicator == kNoIndicator || m_indicator == kCheckBox || m_indicator == kRadioButton);
     setText(0, text);
     if (m_indicator != kNoIndicator)
         QTreeWidgetItem::setData(0, Qt::CheckStateRole, Qt::Unchecked);
@@ -72,7 +75,7 @@ void guiCheckListItem::setData(int column, int role, QVariant const& value)
         stateChange(!wasOn);
 }
 
-/// The row of this group that is on besides this one, null when there is none.
+/// Another radio row of this group that is on, null when there is none.
 guiCheckListItem* guiCheckListItem::otherOn() const
 {
     QTreeWidgetItem* group = parent() ? parent() : treeWidget() ? treeWidget()->invisibleRootItem() : nullptr;
@@ -97,9 +100,10 @@ void guiCheckListItem::notifyOwner()
 
 void guiCheckListItem::stateChange(bool on)
 {
+    assert(m_indicator != kNoIndicator);
     guiEventScope scope;
     bool isGone = false;
-    bool* outer = m_isGone; // a handler may change the row once more
+    bool* outer = m_isGone; // of an outer call: a handler may change the row once more
     m_isGone = &isGone;
     if (guiCheckListItem* other = on && m_indicator == kRadioButton ? otherOn() : nullptr)
         other->setOn(false);

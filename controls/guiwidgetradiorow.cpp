@@ -1,6 +1,6 @@
-// controls/guiwidgetradiorow.cpp: see guiwidgetradiorow.h. To the style a radio row has a blank picture in the place of
-// its check box, so that text and selection stand where they do in check box rows; the indicator is then drawn over
-// that picture.
+// controls/guiwidgetradiorow.cpp: see guiwidgetradiorow.h. The style is told that a radio row has a blank icon instead
+// of a check box, so that text and selection are in the same place as in check box rows; the indicator is then drawn
+// over that icon.
 #include "controls/guiwidgetradiorow.h"
 
 #include "controls/guiwidgetlistitem.h"
@@ -41,7 +41,7 @@ QIcon blankIcon(QSize const& size)
     return QIcon(blank);
 }
 
-/// Whether the event, in a row that the user may check, means its indicator.
+/// Whether the event, in a row that the user may check, checks it: a click on the indicator or its key.
 bool usesIndicator(QEvent const* event, QRect const& indicator)
 {
     if (event->type() == QEvent::KeyPress) {
