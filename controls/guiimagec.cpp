@@ -4,12 +4,14 @@
 #include "controls/guicontrolhost.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
+#include "foundation/vela-threadrole.h"
 
 #include <QBuffer>
 #include <QImageReader>
 #include <QPixmap>
 #include <QPixmapCache>
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -30,9 +32,11 @@ bool decode(void const* data, unsigned length, QPixmap& image)
     return !image.isNull();
 }
 
-// The limit counts kilobytes and grows by bytes, so that it is at its ceiling after a few pictures.
+/// The cache limit counts kilobytes, but each picture adds its size in bytes: it reaches the maximum after a few
+/// pictures.
 void cacheImage(QString const& name, QPixmap const& image)
 {
+    assert(!image.isNull());
     std::int64_t bytes = std::int64_t{image.width()} * image.height() * image.depth() / 8;
     std::int64_t limit = std::min<std::int64_t>(QPixmapCache::cacheLimit() + bytes, kMaxCacheLimit);
     QPixmapCache::setCacheLimit(static_cast<int>(limit));
@@ -49,6 +53,7 @@ int logFailure(sstring const& name, char const* why)
 
 int guiLoadImage(ScriptObject* owner, sstring const& name, QPixmap& image)
 {
+    assertOnGuiThread();
     QString const key = sstoq(name);
     if (QPixmapCache::find(key, &image))
         return 1;
@@ -72,4 +77,8 @@ QPixmap guiLoadImage(ScriptObject* owner, sstring const& name)
 
 QPixmap guiLoadBrokenImage(ScriptObject* owner) { return guiLoadImage(owner, sstring(kBrokenImage)); }
 
-void guiFreeImages() { QPixmapCache::clear(); }
+void guiFreeImages()
+{
+    assertOnGuiThread();
+    QPixmapCache::clear();
+}
