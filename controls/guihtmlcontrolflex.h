@@ -147,7 +147,7 @@ private:
     void bindRows() TARN_ON(velaGuiRole);
     void selectRow(guiCheckListItem* row, bool on);
     void clearSelection();
-    void deleteRow(std::unique_ptr<guiCheckListItem> row);
+    void deleteRow(std::unique_ptr<guiCheckListItem> row) TARN_ON(velaGuiRole);
     void moveChildrenToTop(guiCheckListItem* row) TARN_ON(velaGuiRole);
     bool isBound(guiHtmlControlFlexEntry const& entry) const;
     void saveStates() TARN_ON(velaGuiRole);
