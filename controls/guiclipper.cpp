@@ -2,8 +2,10 @@
 #include "controls/guiclipper.h"
 
 #include "controls/guiwidget.h"
+#include "foundation/vela-threadrole.h"
 
 #include <QRect>
+#include <cassert>
 
 namespace {
 
@@ -26,6 +28,8 @@ void bringIntoView(QWidget* clipper, guiWidget* window)
 
 QWidget* guiCreateClipper(guiWidget* window, bool isInView)
 {
+    assertOnGuiThread();
+    assert(window);
     auto* clipper = new QWidget(isInView ? window : window->outOfView());
     clipper->setObjectName(QStringLiteral("controlclipper"));
     clipper->hide();
@@ -34,6 +38,8 @@ QWidget* guiCreateClipper(guiWidget* window, bool isInView)
 
 void guiPlaceClipper(QWidget* clipper, guiWidget* window, QRect const& place)
 {
+    assertOnGuiThread();
+    assert(clipper->parentWidget() == window || clipper->parentWidget() == window->outOfView());
     bool const isInView = !place.isEmpty();
     if (isInView && clipper->parentWidget() != window)
         bringIntoView(clipper, window);

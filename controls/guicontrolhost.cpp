@@ -1,4 +1,4 @@
-// controls/guicontrolhost.cpp: the neutral answers of guicontrolhost.h, and which host is in use.
+// controls/guicontrolhost.cpp: the neutral defaults of guicontrolhost.h, and the host in use.
 #include "controls/guicontrolhost.h"
 
 #include <atomic>
@@ -9,7 +9,7 @@ std::atomic<guiControlHost*> theHost{nullptr};
 
 guiControlHost& neutralHost()
 {
-    static auto& host = *new guiControlHost; // never destroyed: windows may outlive the process's static objects
+    static auto& host = *new guiControlHost; // never destroyed: windows may outlive static objects
     return host;
 }
 

@@ -7,34 +7,47 @@
 
 namespace {
 
-// GUI thread.
-unsigned theDepth = 0;
-std::vector<QPointer<QWidget>> theWidgetsToDelete; // to be deleted when theDepth is 0 again
+unsigned theDepth TARN_GUARDED_BY(velaGuiRole) = 0;
+/// Deleted when theDepth is 0 again; the toolkit may have deleted them before.
+std::vector<QPointer<QWidget>> theWidgetsToDelete TARN_GUARDED_BY(velaGuiRole);
 
-void deleteWidgets()
+void deleteWidgets() TARN_ON(velaGuiRole)
 {
+    assert(theDepth == 0);
     std::vector<QPointer<QWidget>> widgets;
     widgets.swap(theWidgetsToDelete);
     for (QPointer<QWidget> const& widget : widgets) {
         if (widget)
-            widget->deleteLater(); // the toolkit looks at it once more when our handler has returned
+            widget->deleteLater(); // the toolkit still uses it when our handler returns
     }
 }
 
 } // namespace
 
-guiEventScope::guiEventScope() { ++theDepth; }
+guiEventScope::guiEventScope()
+{
+    assertOnGuiThread();
+    ++theDepth;
+}
 
 guiEventScope::~guiEventScope()
 {
+    assertOnGuiThread();
+    assert(theDepth > 0);
     if (--theDepth == 0)
         deleteWidgets();
 }
 
-bool guiEventScope::isActive() { return theDepth != 0; }
+bool guiEventScope::isActive()
+{
+    assertOnGuiThread();
+    return theDepth != 0;
+}
 
 void guiEventScope::deleteAfterwards(QWidget* widget)
 {
+    assertOnGuiThread();
+    assert(widget);
     if (isActive())
         theWidgetsToDelete.emplace_back(widget);
     else

@@ -1,33 +1,36 @@
-// controls/guieventscope.h: keeps widgets alive while the toolkit is still inside one of their events. Almost every
-// event may end in a script handler, and a handler may close the window or replace the page that the widget belongs to.
+// controls/guieventscope.h: keeps widgets alive while the toolkit is still handling one of their events. Almost every
+// event may call a script handler, and a handler may close the window or replace the page that the widget belongs to.
 #pragma once
 
+#include "foundation/vela-threadrole.h"
+
+#include <cassert>
 #include <utility>
 
 class QWidget;
 
-/// Marks a stretch of code that the toolkit called and that may reach script. GUI thread; nests.
+/// Marks code that the toolkit has called and that may call script. GUI thread; scopes nest.
 class guiEventScope
 {
 public:
-    guiEventScope();
+    guiEventScope() TARN_PROVES(velaGuiRole);
     ~guiEventScope();
     guiEventScope(guiEventScope const&) = delete;
     guiEventScope& operator=(guiEventScope const&) = delete;
 
     static bool isActive();
-    /// Has the event loop delete the widget once the outermost stretch, if there is one, has ended. deleteLater() alone
-    /// does not: a handler waits in an event loop of its own, which would delete a widget that is still in the middle
-    /// of its event.
+    /// Has the event loop delete the widget, once the outermost scope, if there is one, has ended. deleteLater() alone
+    /// is too early: a handler is waited for in a nested event loop, which would delete a widget that is still in the
+    /// middle of its event.
     static void deleteAfterwards(QWidget* widget);
 };
 
-/// Deletes the widget: at once when nothing of the toolkit may be inside it, else hidden now and deleted by the event
-/// loop as soon as the outermost handler has returned. Null is allowed. The caller forgets the pointer either way.
+/// Deletes the widget: at once outside all scopes; inside one the widget is hidden now and deleted by the event loop
+/// after the outermost scope has ended. Null is allowed. The caller must not use the pointer again. GUI thread.
 void guiDeleteWidget(QWidget* widget);
 
-/// What a node does with a wrapper widget that it no longer wants: unbinds it, so that nothing it still reports reaches
-/// the node, and deletes it as above.
+/// How a node disposes of one of its widgets: unbinds it, so that nothing it still reports reaches the node, and
+/// deletes it as above. Null is allowed. GUI thread, unless it is null.
 template <typename Wrapper>
 void guiDestroyWrapper(Wrapper*& wrapper)
 {
@@ -37,5 +40,6 @@ void guiDestroyWrapper(Wrapper*& wrapper)
         wrapper->unbind();
     else
         wrapper->owner = nullptr;
+    assert(!wrapper->owner);
     guiDeleteWidget(std::exchange(wrapper, nullptr));
 }

@@ -2,12 +2,16 @@
 #include "controls/guiformproperty.h"
 
 #include "controls/guicontrolhost.h"
+#include "foundation/vela-threadrole.h"
+
+#include <cassert>
 
 guiFormProperty::guiFormProperty(ScriptObject* form, sstring const& name)
     : m_service(guiControlHost::current().formProp()),
       m_form(m_service && name.getLength() ? form : nullptr),
       m_name(name)
 {
+    assertOnGuiThread();
     if (m_form)
         m_value = guiControlHost::current().platform()->createValue(m_form->getEngine());
 }
@@ -25,6 +29,7 @@ sstring guiFormProperty::text() const { return m_value ? m_value->toString(0) : 
 
 void guiFormProperty::write(sstring const& text)
 {
+    assert(!m_form == !m_value);
     if (!m_form)
         return;
     m_value->setString(text);
@@ -33,6 +38,7 @@ void guiFormProperty::write(sstring const& text)
 
 void guiFormProperty::writeNull()
 {
+    assert(!m_form == !m_value);
     if (!m_form)
         return;
     m_value->setNull();

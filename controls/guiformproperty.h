@@ -8,8 +8,7 @@ class HostFormProp;
 class ScriptObject;
 class ScriptValue;
 
-/// Holds a temporary value of the form's engine. A control without a name has no property: nothing is found, and
-/// nothing written. GUI thread or script thread, wherever the page is worked with.
+/// A control without a name has no property: nothing is found, and nothing is written. GUI thread.
 class guiFormProperty
 {
 public:
@@ -33,5 +32,5 @@ private:
     HostFormProp* m_service; // not owned; null without a component
     ScriptObject* m_form;    // not owned; null: there is no property
     sstring m_name;
-    ScriptValue* m_value = nullptr; // owned
+    ScriptValue* m_value = nullptr; // what is read or written; owned, null without a property
 };

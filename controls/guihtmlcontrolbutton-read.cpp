@@ -18,12 +18,11 @@ guiButtonType buttonType(sstring const& type)
 
 void pullInputButton(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    auto* button = new guiHtmlControlButton;
-    pullControl(parser, parent, button, section);
+    auto* button = pullControl<guiHtmlControlButton>(parser, parent, section);
     button->initText(guiHtmlParser::pullAttr(section, "value"));
     sstring action = guiHtmlParser::pullAttr(section, "onclick");
     button->setAction(action.getLength() ? action : guiHtmlParser::pullAttr(section, "onchange"));
-    button->init(buttonType(guiHtmlParser::pullAttr(section, "type")), guiIsGiven(section, "checked"));
+    button->init(buttonType(guiHtmlParser::pullAttr(section, "type")), guiHasValue(section, "checked"));
 }
 
 guiInputType const kButton("button", pullInputButton);

@@ -13,16 +13,15 @@ guiEditType editType(mlSection* section)
     return guiIsWord(type, "file") ? kEditFile : kEditText;
 }
 
-/// Makes a field with the given text; `columns` names the attribute with its width in characters.
+/// Makes a field with the given text; `columns` is the name of the attribute for its width in characters.
 void pullEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section, sstring const& text, char const* columns,
               int rows)
 {
-    auto* edit = new guiHtmlControlEdit;
-    pullControl(parser, parent, edit, section);
+    auto* edit = pullControl<guiHtmlControlEdit>(parser, parent, section);
     edit->initText(text);
     edit->setAction(guiHtmlParser::pullAttr(section, "onchange"));
     edit->init({editType(section),
-                guiCountOr(guiHtmlParser::pullAttr(section, columns), guiHtmlControlEdit::kDefaultSize),
+                guiCountOrDefault(guiHtmlParser::pullAttr(section, columns), guiHtmlControlEdit::kDefaultSize),
                 guiToNumber(guiHtmlParser::pullAttr(section, "maxlength")), rows});
 }
 
@@ -33,7 +32,7 @@ void pullInputEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 
 void pullInputEditField(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    int const rows = guiCountOr(guiHtmlParser::pullAttr(section, "rows"), guiHtmlControlEdit::kDefaultRows);
+    int const rows = guiCountOrDefault(guiHtmlParser::pullAttr(section, "rows"), guiHtmlControlEdit::kDefaultRows);
     pullEdit(parser, parent, section, parser.pullText(section), "cols", rows);
 }
 

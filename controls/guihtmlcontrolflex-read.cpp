@@ -6,9 +6,9 @@
 
 namespace {
 
-sstring firstGiven(sstring const& a, sstring const& b) { return a.getLength() ? a : b; }
+sstring firstNonEmpty(sstring const& a, sstring const& b) { return a.getLength() ? a : b; }
 
-/// The columns of a row: text1 is the first, text2 and on are appended as "|N|" and the text, up to the first gap.
+/// The column codes of a row: the text of text1, then those of text2, text3 and so on up to the first that is missing.
 sstring columnTexts(mlSection* section)
 {
     sstring text = guiHtmlParser::pullAttr(section, "text1");
@@ -21,20 +21,20 @@ sstring columnTexts(mlSection* section)
     }
 }
 
-/// Key and text of a row. A param without a text names its key `name` and its text `value`, like all params.
+/// Key and text of a row. In a param without `text`, `name` is the key and `value` the text, as in all params.
 void readKeyAndText(mlSection* section, guiHtmlControlFlexEntry& entry)
 {
     sstring name = guiHtmlParser::pullAttr(section, "name");
     sstring value = guiHtmlParser::pullAttr(section, "value");
-    sstring text = firstGiven(columnTexts(section), guiHtmlParser::pullAttr(section, "text"));
+    sstring text = firstNonEmpty(columnTexts(section), guiHtmlParser::pullAttr(section, "text"));
     bool isParam = section->isNamed("param");
     if (isParam && text.getLength() == 0 && name.getLength()) {
         entry.value = name;
         entry.text = value;
         return;
     }
-    entry.text = text.getLength() || isParam ? text : guiOwnText(section);
-    entry.value = firstGiven(firstGiven(value, name), entry.text);
+    entry.text = text.getLength() || isParam ? text : guiDirectText(section);
+    entry.value = firstNonEmpty(firstNonEmpty(value, name), entry.text);
 }
 
 guiHtmlControlFlexEntryType rowType(sstring const& type, unsigned styleBits)
@@ -55,8 +55,8 @@ void pullInputFlexEntries(guiHtmlControlFlex* flex, mlSection* section)
         readKeyAndText(row, entry);
         entry.parent = guiHtmlParser::pullAttr(row, "parent");
         entry.entryType = rowType(guiHtmlParser::pullAttr(row, "type"), flex->getStyleBits());
-        entry.selected = guiIsGiven(row, "selected");
-        entry.checked = guiIsGiven(row, "checked");
+        entry.selected = guiHasValue(row, "selected");
+        entry.checked = guiHasValue(row, "checked");
         entry.enabled = !guiHtmlParser::hasAttr(row, "disabled");
         entry.expanded = !guiHtmlParser::hasAttr(row, "collapsed");
         flex->appendEntry(entry);
@@ -66,13 +66,12 @@ void pullInputFlexEntries(guiHtmlControlFlex* flex, mlSection* section)
 template <unsigned styleBits>
 void pullInputFlex(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    auto* flex = new guiHtmlControlFlex;
-    pullControl(parser, parent, flex, section);
+    auto* flex = pullControl<guiHtmlControlFlex>(parser, parent, section);
     int rows = guiToPixels(guiHtmlParser::pullAttr(section, "size"));
-    flex->init(styleBits, rows ? rows : guiHtmlControlFlex::kDefaultRows, guiIsGiven(section, "multiple"));
-    if (guiIsGiven(section, "onselect"))
+    flex->init(styleBits, rows ? rows : guiHtmlControlFlex::kDefaultRows, guiHasValue(section, "multiple"));
+    if (guiHasValue(section, "onselect"))
         flex->setSelectAction(guiHtmlParser::pullAttr(section, "onselect"));
-    if (guiIsGiven(section, "onchange"))
+    if (guiHasValue(section, "onchange"))
         flex->setChangeAction(guiHtmlParser::pullAttr(section, "onchange"));
     pullInputFlexEntries(flex, section);
 }

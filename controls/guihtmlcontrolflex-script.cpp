@@ -1,4 +1,4 @@
-// controls/guihtmlcontrolflex-script.cpp: a flex list as script sees it: its methods and its value in the form.
+// controls/guihtmlcontrolflex-script.cpp: the methods of a flex list for script, and its value in the form.
 #include "controls/guiformproperty.h"
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiscriptmethod.h"
@@ -6,6 +6,7 @@
 #include "page/guinumbers.h"
 
 #include <algorithm>
+#include <cassert>
 
 void guiHtmlControlFlex::readFormProperty(ScriptObject* form)
 {
@@ -35,50 +36,50 @@ void guiHtmlControlFlex::eraseFormProperty(ScriptObject* form) { guiFormProperty
 
 namespace {
 
-using Flex = guiHtmlControlFlex;
+using flexNode = guiHtmlControlFlex;
 
 /// The list, when the first argument is a row's value.
-Flex* listFor(ScriptPrivate* data, ScriptObject* self, ScriptArgs& args)
+flexNode* listFor(ScriptPrivate* data, ScriptObject* self, ScriptArgs& args)
 {
-    return guiIsString(args, 0) ? guiControlOf<Flex>(data, self) : nullptr;
+    return guiIsString(args, 0) ? guiControlOf<flexNode>(data, self) : nullptr;
 }
 
-/// A method that asks for a state of a row.
-template <int (Flex::*getter)(sstring const& value)>
+/// A method that returns a state of a row.
+template <int (flexNode::*getter)(sstring const& value)>
 void ask_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
-    Flex* flex = args.count() == 1 ? listFor(data, self, args) : nullptr;
+    flexNode* flex = args.count() == 1 ? listFor(data, self, args) : nullptr;
     result.setBool(flex && (flex->*getter)(guiTextOf(args, 0)));
 }
 
-/// A method that sets a state: with a value alone on, else as the second argument says.
-template <void (Flex::*setter)(sstring const& value, int on)>
+/// A method that turns a state on, or, with a second argument, on or off.
+template <void (flexNode::*setter)(sstring const& value, int on)>
 void set_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
     bool hasSwitch = args.count() == 2 && guiIsSwitch(args, 1);
-    Flex* flex = args.count() == 1 || hasSwitch ? listFor(data, self, args) : nullptr;
+    flexNode* flex = args.count() == 1 || hasSwitch ? listFor(data, self, args) : nullptr;
     if (flex)
         (flex->*setter)(guiTextOf(args, 0), hasSwitch ? guiSwitchOf(args, 1) : 1);
 }
 
-/// A method that ends a state.
-template <void (Flex::*setter)(sstring const& value, int on)>
+/// A method that turns a state off.
+template <void (flexNode::*setter)(sstring const& value, int on)>
 void clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (Flex* flex = args.count() == 1 ? listFor(data, self, args) : nullptr)
+    if (flexNode* flex = args.count() == 1 ? listFor(data, self, args) : nullptr)
         (flex->*setter)(guiTextOf(args, 0), 0);
 }
 
 void control_scrollToTop_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (Flex* flex = args.count() == 0 ? guiControlOf<Flex>(data, self) : nullptr)
+    if (flexNode* flex = args.count() == 0 ? guiControlOf<flexNode>(data, self) : nullptr)
         flex->scrollToTop();
 }
 
-/// The kind of a row, as pages name it or by number.
+/// The type of a row, by the word that pages use or by number.
 guiHtmlControlFlexEntryType rowType(ScriptArgs& args, int index)
 {
     if (guiIsNumber(args, index)) {
@@ -92,7 +93,7 @@ guiHtmlControlFlexEntryType rowType(ScriptArgs& args, int index)
     return guiIsWord(word, "radiobutton") ? kFlexRadio : kFlexPlain;
 }
 
-/// Text, parent and type may be left out from the right.
+/// Arguments: value, text, parent and type; the last ones may be missing.
 void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
@@ -101,7 +102,7 @@ void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
     for (int i = 1; i < std::min(args.count(), 3); ++i)
         if (!guiIsString(args, i) && !args.get(i)->isNull())
             return;
-    if (Flex* flex = listFor(data, self, args))
+    if (flexNode* flex = listFor(data, self, args))
         flex->addItem(guiTextOf(args, 0), args.count() > 1 ? guiTextOf(args, 1) : sstring(),
                       args.count() > 2 ? guiTextOf(args, 2) : sstring(), rowType(args, 3));
 }
@@ -109,7 +110,7 @@ void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
 void control_removeItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (Flex* flex = args.count() == 1 ? listFor(data, self, args) : nullptr)
+    if (flexNode* flex = args.count() == 1 ? listFor(data, self, args) : nullptr)
         flex->removeItem(guiTextOf(args, 0));
 }
 
@@ -117,7 +118,7 @@ void control_setHeaderEnabled_qt(LibManager&, ScriptPrivate* data, ScriptObject*
                                  ScriptValue& result)
 {
     result.setNull();
-    Flex* flex = args.count() == 1 && guiIsSwitch(args, 0) ? guiControlOf<Flex>(data, self) : nullptr;
+    flexNode* flex = args.count() == 1 && guiIsSwitch(args, 0) ? guiControlOf<flexNode>(data, self) : nullptr;
     if (flex)
         flex->setHeaderEnabled(guiSwitchOf(args, 0));
 }
@@ -127,7 +128,7 @@ void control_setColumnWidth_qt(LibManager&, ScriptPrivate* data, ScriptObject* s
 {
     result.setNull();
     bool const fits = args.count() == 2 && guiIsNumber(args, 0) && guiIsNumber(args, 1);
-    if (Flex* flex = fits ? guiControlOf<Flex>(data, self) : nullptr)
+    if (flexNode* flex = fits ? guiControlOf<flexNode>(data, self) : nullptr)
         flex->setColumnWidth(args.get(0)->toInt(0), args.get(1)->toInt(0));
 }
 
@@ -136,7 +137,7 @@ void control_setColumnText_qt(LibManager&, ScriptPrivate* data, ScriptObject* se
 {
     result.setNull();
     bool const fits = args.count() == 2 && guiIsNumber(args, 0) && guiIsString(args, 1);
-    if (Flex* flex = fits ? guiControlOf<Flex>(data, self) : nullptr)
+    if (flexNode* flex = fits ? guiControlOf<flexNode>(data, self) : nullptr)
         flex->setColumnText(args.get(0)->toInt(0), guiTextOf(args, 1));
 }
 
@@ -144,24 +145,24 @@ void control_setItemText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
 {
     result.setNull();
     bool const fits = args.count() == 3 && guiIsNumber(args, 1) && guiIsString(args, 2);
-    if (Flex* flex = fits ? listFor(data, self, args) : nullptr)
+    if (flexNode* flex = fits ? listFor(data, self, args) : nullptr)
         flex->setItemText(guiTextOf(args, 0), args.get(1)->toInt(0), guiTextOf(args, 2));
 }
 
 constexpr guiScriptMethod kMethods[] = {
     {"scrollToTop", guiCallOnGuiThread<control_scrollToTop_qt>},
-    {"isItemChecked", guiCallOnGuiThread<ask_qt<&Flex::isItemChecked>>},
-    {"checkItem", guiCallOnGuiThread<set_qt<&Flex::setItemChecked>>},
-    {"uncheckItem", guiCallOnGuiThread<clear_qt<&Flex::setItemChecked>>},
-    {"isItemSelected", guiCallOnGuiThread<ask_qt<&Flex::isItemSelected>>},
-    {"selectItem", guiCallOnGuiThread<set_qt<&Flex::setItemSelected>>},
-    {"unselectItem", guiCallOnGuiThread<clear_qt<&Flex::setItemSelected>>},
-    {"isItemEnabled", guiCallOnGuiThread<ask_qt<&Flex::isItemEnabled>>},
-    {"enableItem", guiCallOnGuiThread<set_qt<&Flex::setItemEnabled>>},
-    {"disableItem", guiCallOnGuiThread<clear_qt<&Flex::setItemEnabled>>},
-    {"isItemExpanded", guiCallOnGuiThread<ask_qt<&Flex::isItemExpanded>>},
-    {"expandItem", guiCallOnGuiThread<set_qt<&Flex::setItemExpanded>>},
-    {"collapseItem", guiCallOnGuiThread<clear_qt<&Flex::setItemExpanded>>},
+    {"isItemChecked", guiCallOnGuiThread<ask_qt<&flexNode::isItemChecked>>},
+    {"checkItem", guiCallOnGuiThread<set_qt<&flexNode::setItemChecked>>},
+    {"uncheckItem", guiCallOnGuiThread<clear_qt<&flexNode::setItemChecked>>},
+    {"isItemSelected", guiCallOnGuiThread<ask_qt<&flexNode::isItemSelected>>},
+    {"selectItem", guiCallOnGuiThread<set_qt<&flexNode::setItemSelected>>},
+    {"unselectItem", guiCallOnGuiThread<clear_qt<&flexNode::setItemSelected>>},
+    {"isItemEnabled", guiCallOnGuiThread<ask_qt<&flexNode::isItemEnabled>>},
+    {"enableItem", guiCallOnGuiThread<set_qt<&flexNode::setItemEnabled>>},
+    {"disableItem", guiCallOnGuiThread<clear_qt<&flexNode::setItemEnabled>>},
+    {"isItemExpanded", guiCallOnGuiThread<ask_qt<&flexNode::isItemExpanded>>},
+    {"expandItem", guiCallOnGuiThread<set_qt<&flexNode::setItemExpanded>>},
+    {"collapseItem", guiCallOnGuiThread<clear_qt<&flexNode::setItemExpanded>>},
     {"addItem", guiCallOnGuiThread<control_addItem_qt>},
     {"removeItem", guiCallOnGuiThread<control_removeItem_qt>},
     {"setHeaderEnabled", guiCallOnGuiThread<control_setHeaderEnabled_qt>},

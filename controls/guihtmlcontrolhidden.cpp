@@ -12,5 +12,8 @@ void guiHtmlControlHidden::readFormProperty(ScriptObject* form)
         setText(value.text(), sstring());
 }
 
-void guiHtmlControlHidden::writeFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).write(m_text); }
+void guiHtmlControlHidden::writeFormProperty(ScriptObject* form)
+{
+    guiFormProperty(form, getName()).write(m_content.text);
+}
 void guiHtmlControlHidden::eraseFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).erase(); }

@@ -9,21 +9,20 @@ void pullInputListEntries(guiHtmlControlList* list, mlSection* section)
 {
     guiElementWalk walk(section, {"option", "param"});
     while (mlSection* entry = walk.next()) {
-        sstring text = guiOwnText(entry);
+        sstring text = guiDirectText(entry);
         bool const hasValue = guiHtmlParser::hasAttr(entry, "value");
         list->appendEntry(hasValue ? guiHtmlParser::pullAttr(entry, "value") : text, text,
-                          guiIsGiven(entry, "selected"));
+                          guiHasValue(entry, "selected"));
     }
 }
 
 void pullInputList(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    auto* list = new guiHtmlControlList;
-    pullControl(parser, parent, list, section);
+    auto* list = pullControl<guiHtmlControlList>(parser, parent, section);
     list->setAction(guiHtmlParser::pullAttr(section, "onchange"));
     bool const hasSize = guiHtmlParser::hasAttr(section, "size");
     int visibleRows = hasSize ? guiToPixels(guiHtmlParser::pullAttr(section, "size")) : 1;
-    list->init(visibleRows, guiIsGiven(section, "multiple"), guiIsGiven(section, "edit"));
+    list->init(visibleRows, guiHasValue(section, "multiple"), guiHasValue(section, "edit"));
     pullInputListEntries(list, section);
 }
 

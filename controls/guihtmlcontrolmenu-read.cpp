@@ -11,21 +11,21 @@ std::unique_ptr<guiHtmlControlMenuItem> readMenuItem(mlSection* section)
     item->name = guiHtmlParser::pullAttr(section, "name");
     item->text = guiHtmlParser::pullAttr(section, "value");
     item->enabled = !guiHtmlParser::hasAttr(section, "disabled");
-    item->checked = guiIsGiven(section, "checked");
+    item->checked = guiHasValue(section, "checked");
     item->checkable = guiHtmlParser::hasAttr(section, "checked") || guiHtmlParser::hasAttr(section, "unchecked");
     return item;
 }
 
-/// An element that is being read.
+/// An element that is being read, and where its items go.
 struct menuLevel
 {
     mlSection* section;
-    unsigned next; // child
-    guiHtmlControlMenu::items_t* items;
+    unsigned next;                        // child to read
+    guiHtmlControlMenu::menuItems* items; // not owned
     unsigned depth;
 };
 
-/// Adds the item that an element stands for, if any; where the elements in it go.
+/// Adds the item that an element stands for, if any. Returns where the elements inside it go.
 menuLevel pullMenuItem(guiHtmlParser& parser, mlSection* element, menuLevel const& around)
 {
     menuLevel inside{element, 0, around.items, around.depth};
@@ -42,7 +42,8 @@ menuLevel pullMenuItem(guiHtmlParser& parser, mlSection* element, menuLevel cons
     return inside;
 }
 
-// A nested menu element is an item with a sub-menu; a param that is not closed contains the items that follow it.
+// A nested menu element is an item with a sub-menu. A param is usually not closed and so contains the items that follow
+// it.
 void pullMenuItems(guiHtmlParser& parser, guiHtmlControlMenu* menu, mlSection* section)
 {
     std::vector<menuLevel> path{{section, 0, &menu->editItems(), parser.depth()}};
@@ -57,8 +58,7 @@ void pullMenuItems(guiHtmlParser& parser, guiHtmlControlMenu* menu, mlSection* s
 
 void pullObjectMenu(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    auto* menu = new guiHtmlControlMenu;
-    pullControl(parser, parent, menu, section);
+    auto* menu = pullControl<guiHtmlControlMenu>(parser, parent, section);
     pullMenuItems(parser, menu, section);
 }
 

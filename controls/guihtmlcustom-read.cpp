@@ -1,5 +1,5 @@
-// controls/guihtmlcustom-read.cpp: reads `object` elements: those of the classes that are known by name, and all
-// others, which stand for script's own.
+// controls/guihtmlcustom-read.cpp: reads the element `object`, whose attribute `classid` chooses the reader. A class
+// that nobody has registered is a component in script.
 #include "controls/guihtmlcustom.h"
 #include "controls/guihtmlread.h"
 
@@ -14,8 +14,7 @@ void pullObjectParams(guiHtmlCustom* custom, mlSection* section)
 
 void pullCustom(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    auto* custom = new guiHtmlCustom;
-    pullControl(parser, parent, custom, section);
+    auto* custom = pullControl<guiHtmlCustom>(parser, parent, section);
     guiHtmlParser::pullObjectAlignment(custom, section);
     guiHtmlParser::pullBackground(custom, section);
     guiHtmlParser::pullBorder(custom, section);

@@ -8,9 +8,7 @@ guiHtml& guiHtmlCustom::operator=(guiHtml& other)
     guiHtml::operator=(other);
     if (other.getType() != kTypeCustom)
         return *this;
-    auto& custom = static_cast<guiHtmlCustom&>(other);
-    m_compName = custom.m_compName;
-    m_params = custom.m_params;
+    m_component = static_cast<guiHtmlCustom&>(other).m_component;
     return *this;
 }
 

@@ -1,10 +1,12 @@
-// controls/guihtmlimage-read.cpp: reads images and image maps, and brings the two together when the page is whole.
+// controls/guihtmlimage-read.cpp: reads images and image maps, and gives each image its map when the page has been
+// read.
 #include "controls/guihtmlimage.h"
 #include "controls/guihtmlread.h"
 #include "controls/guiimagemap.h"
 #include "page/guinumbers.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 #include <map>
 #include <memory>
@@ -12,20 +14,21 @@
 
 namespace {
 
-/// The maps of one page, and the images that ask for one, wherever on the page each stands.
+/// The maps of one page and the images that name one, collected until the page has been read: an image may come before
+/// its map.
 class imageMaps : public guiReaderState
 {
 public:
-    void finish() override { assignImageMap(); }
+    void finish() override { assignMaps(); }
 
     std::vector<std::unique_ptr<guiImageMap>> maps;
-    std::vector<guiHtmlImage*> images; // not owned
+    std::vector<guiHtmlImage*> images; // not owned; nothing destroys them while the page is read
 
 private:
-    void assignImageMap();
+    void assignMaps();
 };
 
-void imageMaps::assignImageMap()
+void imageMaps::assignMaps()
 {
     auto before = [](sstring const& a, sstring const& b) { return a.comparei(b.getUnicode(), sstring::npos) < 0; };
     std::map<sstring, guiImageMap const*, decltype(before)> byName(before);
@@ -40,7 +43,7 @@ void imageMaps::assignImageMap()
 
 // ---- Images ----
 
-void askForMap(guiHtmlParser& parser, guiHtmlImage* image, sstring const& map)
+void requestMap(guiHtmlParser& parser, guiHtmlImage* image, sstring const& map)
 {
     if (map.getLength() == 0)
         return;
@@ -59,7 +62,7 @@ void pullImage(guiHtmlParser& parser, guiHtmlImage* image, mlSection* section)
     image->setLink(guiHtmlParser::pullAttr(section, "onclick"));
     image->setPlayback({guiHtmlParser::hasAttr(section, "pause") || guiHtmlParser::hasAttr(section, "paused"),
                         guiHtmlParser::hasAttr(section, "loop") || guiHtmlParser::hasAttr(section, "looped")});
-    askForMap(parser, image, guiHtmlParser::pullAttr(section, "usemap"));
+    requestMap(parser, image, guiHtmlParser::pullAttr(section, "usemap"));
     sstring source = guiHtmlParser::pullAttr(section, "src");
     if (source.getLength())
         image->setSource(source);
@@ -84,7 +87,7 @@ void pullInputImage(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 
 // ---- Maps ----
 
-/// Comma-separated whole numbers, limited so that shapes keep within 32 bits.
+/// Comma-separated whole numbers, limited so that computing with them stays within 32 bits.
 std::vector<int> readCoordinates(sstring const& list)
 {
     constexpr std::size_t kMostCoordinates = 4096;
@@ -97,15 +100,17 @@ std::vector<int> readCoordinates(sstring const& list)
     return numbers;
 }
 
-/// From one corner to the opposite one, in either order.
+/// `at`: x and y of two opposite corners, in either order.
 void addRectangle(guiImageMap* map, sstring const& link, std::vector<int> const& at)
 {
+    assert(at.size() >= 4);
     map->addRegion(guiImageMapRegion(link, std::min(at[0], at[2]), std::min(at[1], at[3]), std::abs(at[2] - at[0]),
                                      std::abs(at[3] - at[1])));
 }
 
 void addPolygon(guiImageMap* map, sstring const& link, std::vector<int> const& numbers)
 {
+    assert(numbers.size() >= 6); // three corners
     std::vector<int> xs;
     std::vector<int> ys;
     for (std::size_t i = 0; i + 1 < numbers.size(); i += 2) {

@@ -1,14 +1,26 @@
-// controls/guihtmlread.cpp: see guihtmlread.h; and the elements `input` and `object`, each of which is many.
+// controls/guihtmlread.cpp: see guihtmlread.h. Also reads the element `input`, whose attribute `type` chooses the
+// reader.
 #include "controls/guihtmlread.h"
 
 #include "foundation/vela-mlparser.h"
 #include "page/guinumbers.h"
 
 #include <algorithm>
+#include <cassert>
+#include <string_view>
+
+namespace {
+
+[[maybe_unused]] bool isLowerCase(std::string_view name)
+{
+    return std::none_of(name.begin(), name.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+}
+
+} // namespace
 
 guiTagTable& guiInputTypes()
 {
-    static auto& table = *new guiTagTable; // for ever, like the table of tags
+    static auto& table = *new guiTagTable; // never destroyed, like the table of tags
     return table;
 }
 
@@ -18,9 +30,12 @@ guiTagTable& guiObjectClasses()
     return table;
 }
 
-void pullControl(guiHtmlParser& parser, guiHtml* parent, guiHtml* control, mlSection* section)
+void pullControl(guiHtmlParser& parser, guiHtml* parent, std::unique_ptr<guiHtml> made, mlSection* section)
 {
+    assert(parent && made && !made->getParent());
+    guiHtml* const control = made.release();
     parser.appendGuiHtml(parent, control);
+    assert(control->getParent() == parent);
     guiHtmlParser::pullName(control, section);
     guiHtmlParser::pullMouseEvents(control, section);
     guiHtmlParser::pullRestrict(control, section);
@@ -29,18 +44,18 @@ void pullControl(guiHtmlParser& parser, guiHtml* parent, guiHtml* control, mlSec
         control->setEnabled(0);
 }
 
-bool guiIsGiven(mlSection* section, char const* name)
+bool guiHasValue(mlSection* section, char const* name)
 {
     return guiHtmlParser::pullAttr(section, name).getLength() != 0;
 }
 
-int guiCountOr(sstring const& count, int otherwise)
+int guiCountOrDefault(sstring const& count, int otherwise)
 {
     int number = std::clamp(guiToNumber(count), -kMaxPixels, kMaxPixels);
     return number ? number : otherwise;
 }
 
-sstring guiOwnText(mlSection* section)
+sstring guiDirectText(mlSection* section)
 {
     sstring text;
     for (unsigned i = 0; mlSection* item = section->getChild(i); ++i) {
@@ -51,6 +66,13 @@ sstring guiOwnText(mlSection* section)
         text += item->getData();
     }
     return text;
+}
+
+guiElementWalk::guiElementWalk(mlSection* around, std::initializer_list<char const*> names)
+    : m_names(names), m_path{{around, 0}}
+{
+    assert(around);
+    assert(std::all_of(names.begin(), names.end(), isLowerCase)); // sections are asked for names in lower case only
 }
 
 bool guiElementWalk::isWanted(mlSection* section) const
@@ -74,7 +96,7 @@ mlSection* guiElementWalk::next()
 
 namespace {
 
-/// A control of an unknown type is none.
+/// An unknown type makes no control.
 void pullInput(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
     if (guiTagTable::entry const* type = guiInputTypes().find(guiHtmlParser::pullAttr(section, "type")))

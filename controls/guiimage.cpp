@@ -1,4 +1,5 @@
-// controls/guiimage.cpp: see guiimage.h. The picture belongs to the GUI thread, its record to the script thread.
+// controls/guiimage.cpp: see guiimage.h. The picture belongs to the GUI thread; the record that holds it is made and
+// destroyed with the script object, on the thread on which the host does that.
 #include "controls/guiimage.h"
 
 #include "controls/guiimagec.h"
@@ -6,14 +7,15 @@
 #include "controls/guiscriptrecord.h"
 
 #include <QPixmap>
+#include <cassert>
 #include <memory>
 
 namespace {
 
-/// The private record of a GuiImage object. Made and destroyed with it.
+/// The private record of a GuiImage object.
 struct guiImageData
 {
-    std::uint32_t tag;
+    std::uint32_t tag = kRecordTag;
     std::unique_ptr<QPixmap> image; // null until one was loaded
 };
 
@@ -34,9 +36,10 @@ void guiImage_setSizeProps(ScriptObject* image, QPixmap const& picture)
     setSizeProperty(image, "height", picture.height());
 }
 
-/// A failed load leaves the picture of before.
+/// A load that fails leaves the old picture.
 void guiImage_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setBool(0);
     guiImageData* record = guiImage_getData(data);
     if (!record || !guiIsOneString(args))
@@ -45,6 +48,7 @@ void guiImage_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, 
     auto picture = std::make_unique<QPixmap>();
     if (!guiLoadImage(self, path, *picture))
         return;
+    assert(!picture->isNull());
     record->image = std::move(picture);
     guiImage_setSizeProps(self, *record->image);
     result.setBool(1);
@@ -54,26 +58,30 @@ constexpr ScriptMethod guiImage_loadFile_script = guiCallOnGuiThread<guiImage_lo
 
 void guiImage_onCreate(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
 {
-    data->setData(kPrivateKey, new guiImageData{kRecordTag, nullptr});
+    data->setData(kPrivateKey, std::make_unique<guiImageData>().release()); // guiImage_onDestroy() takes it back
     result.setBool(1);
 }
 
 void forgetPicture_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
-    guiImage_getData(data)->image.reset();
+    assertOnGuiThread();
+    guiImageData* record = guiImage_getData(data);
+    assert(record && record->image);
+    record->image.reset();
 }
 
 void guiImage_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                         ScriptValue& result)
 {
     result.setBool(1);
-    guiImageData* record = guiImage_getData(data);
+    std::unique_ptr<guiImageData> const record(guiImage_getData(data));
     if (!record)
         return;
     if (record->image)
         guiControlHost::current().callFunction(forgetPicture_qt, manager, data, self, args, result);
+    assert(!record->image);
     data->setData(kPrivateKey, nullptr);
-    delete record;
+    record->tag = 0; // whoever still has the record does not take it for one
 }
 
 } // namespace
@@ -88,6 +96,7 @@ int guiImage_onConfigure(ScriptClass& scriptClass)
 
 QPixmap const* guiImage_getPixmap(ScriptObject* image)
 {
+    assertOnGuiThread();
     guiImageData* record = image ? guiImage_getData(image->getPrivate()) : nullptr;
     return record ? record->image.get() : nullptr;
 }

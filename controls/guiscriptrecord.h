@@ -5,10 +5,10 @@
 
 #include <cstdint>
 
-/// First word of every record. What has another one is not ours.
+/// The first word of every record. Data that begins with another word is not ours.
 inline constexpr std::uint32_t kRecordTag = 0xfeedc0de;
 
-/// The record in a slot, null when there is none, or one without the tag. `Record` begins with a field `tag`. Any
+/// The record in a slot; null when the slot is empty or its data has no tag. `Record` begins with a field `tag`. Any
 /// thread.
 template <typename Record>
 Record* guiRecordIn(ScriptPrivate* data)
@@ -19,6 +19,6 @@ Record* guiRecordIn(ScriptPrivate* data)
         auto* record = static_cast<Record*>(data->getData(kPrivateKey));
         return record && record->tag == kRecordTag ? record : nullptr;
     } catch (...) {
-        return nullptr; // a host's slot that fails holds no record
+        return nullptr; // a host that cannot read its slot
     }
 }

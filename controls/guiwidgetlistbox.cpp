@@ -8,14 +8,13 @@
 #include <QKeyEvent>
 #include <utility>
 
-guiWidgetListBox::guiWidgetListBox(QWidget* parent) : QListWidget(parent)
+guiWidgetListBox::guiWidgetListBox(QWidget* parent) : guiNoticeView(parent)
 {
+    assertOnGuiThread();
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_NoSystemBackground);
     connect(this, &QListWidget::itemSelectionChanged, this, [this] {
-        if (pendingNotices.holds)
-            pendingNotices.hasNewSelection = true;
-        else
+        if (!holdsSelection())
             emit selectionChanged();
     });
     connect(this, SIGNAL(selectionChanged()), this, SLOT(onChange()));
@@ -23,22 +22,11 @@ guiWidgetListBox::guiWidgetListBox(QWidget* parent) : QListWidget(parent)
 
 void guiWidgetListBox::deliverNotices()
 {
+    assert(pendingNotices.holds == 0);
     guiEventScope scope;
     guiPendingNotices const due = std::exchange(pendingNotices, {});
     if (due.hasNewSelection)
         emit selectionChanged();
-}
-
-bool guiWidgetListBox::event(QEvent* event)
-{
-    guiNoticeHold hold(this);
-    return QListWidget::event(event);
-}
-
-bool guiWidgetListBox::viewportEvent(QEvent* event)
-{
-    guiNoticeHold hold(this);
-    return QListWidget::viewportEvent(event);
 }
 
 void guiWidgetListBox::onChange()

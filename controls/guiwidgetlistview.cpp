@@ -11,15 +11,14 @@
 #include <QTreeWidgetItemIterator>
 #include <utility>
 
-guiWidgetListView::guiWidgetListView(QWidget* parent) : QTreeWidget(parent)
+guiWidgetListView::guiWidgetListView(QWidget* parent) : guiNoticeView(parent)
 {
+    assertOnGuiThread();
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_NoSystemBackground);
     setItemDelegate(new guiWidgetRadioRow(this));
     connect(this, &QTreeWidget::itemSelectionChanged, this, [this] {
-        if (pendingNotices.holds)
-            pendingNotices.hasNewSelection = true;
-        else
+        if (!holdsSelection())
             emit selectionChanged();
     });
     connect(this, SIGNAL(selectionChanged()), this, SLOT(onSelect()));
@@ -27,6 +26,7 @@ guiWidgetListView::guiWidgetListView(QWidget* parent) : QTreeWidget(parent)
 
 void guiWidgetListView::unbind()
 {
+    assertOnGuiThread();
     owner = nullptr;
     for (QTreeWidgetItemIterator at(this); *at; ++at)
         if (auto* row = dynamic_cast<guiCheckListItem*>(*at))
@@ -35,24 +35,13 @@ void guiWidgetListView::unbind()
 
 void guiWidgetListView::deliverNotices()
 {
+    assert(pendingNotices.holds == 0);
     guiEventScope scope;
     guiPendingNotices const due = std::exchange(pendingNotices, {});
     for (unsigned i = 0; i < due.changes && owner; ++i)
         owner->onChange();
     if (due.hasNewSelection)
         emit selectionChanged();
-}
-
-bool guiWidgetListView::event(QEvent* event)
-{
-    guiNoticeHold hold(this);
-    return QTreeWidget::event(event);
-}
-
-bool guiWidgetListView::viewportEvent(QEvent* event)
-{
-    guiNoticeHold hold(this);
-    return QTreeWidget::viewportEvent(event);
 }
 
 void guiWidgetListView::onSelect()

@@ -7,7 +7,7 @@
 
 #include <QKeyEvent>
 
-// No default button: Enter belongs to the page's own choice of a control, whichever widget has the focus.
+// Not a dialog's default button: which control Enter triggers is up to the page, whichever widget has the focus.
 guiWidgetPushButton::guiWidgetPushButton(QWidget* parent) : QPushButton(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
@@ -22,7 +22,7 @@ void guiWidgetPushButton::onClick()
         owner->onClick();
 }
 
-// The toolkit presses a focused button on Return only where it may become a dialog's default one.
+// The toolkit presses a focused button on Return only if the button may become a dialog's default button.
 void guiWidgetPushButton::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;

@@ -451,7 +451,7 @@ TEST_F(ControlScript, LoadedPicturesHaveTheirSizeAndStayWhenTheNextFails)
     open("x");
     NativeObjectRef image = host.create("GuiImage");
     ASSERT_TRUE(image);
-    EXPECT_EQ(guiImage_getPixmap(image.get()), nullptr);
+    onGuiThread([&] { EXPECT_EQ(guiImage_getPixmap(image.get()), nullptr); });
     EXPECT_EQ(image->call("loadFile", {"good.png"}), NativeValue(true));
     EXPECT_EQ(image->get("width"), NativeValue(5));
     EXPECT_EQ(image->get("height"), NativeValue(3));
@@ -460,5 +460,5 @@ TEST_F(ControlScript, LoadedPicturesHaveTheirSizeAndStayWhenTheNextFails)
     EXPECT_EQ(image->call("loadFile", {"good.png", 1}), NativeValue(false));
     EXPECT_EQ(image->get("width"), NativeValue(5));
     onGuiThread([&] { EXPECT_EQ(guiImage_getPixmap(image.get())->size(), QSize(5, 3)); });
-    EXPECT_EQ(guiImage_getPixmap(host.object().get()), nullptr);
+    onGuiThread([&] { EXPECT_EQ(guiImage_getPixmap(host.object().get()), nullptr); });
 }
