@@ -5,6 +5,7 @@
 #include "foundation/threading.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-textstream.h"
+#include "foundation/vela-threadrole.h"
 #include "runtime/guicallback.h"
 #include "runtime/guifilter.h"
 #include "runtime/guihtmlbase.h"
@@ -62,6 +63,7 @@ guiComponent::guiComponent(LibManager& manager) : hashlist<guiHtml>(kBuckets), m
 
 guiComponent::~guiComponent()
 {
+    assertOnScriptThread();
     closeWindows();
     if (ScriptObject* session = m_session.exchange(nullptr)) {
         session->endSession();
@@ -112,6 +114,7 @@ void guiComponent::leave()
 
 void guiComponent::setEngine(ScriptEngine* engine)
 {
+    assertOnScriptThread();
     m_t.engine.store(engine, std::memory_order_release);
     if (!engine || getSession())
         return;
@@ -129,6 +132,7 @@ ScriptPump* guiComponent::getPump() const
 
 void guiComponent::setCurrentWindow(guiWidget* widget)
 {
+    assertOnGuiThread();
     if (widget == m_currentWindow)
         return;
     m_currentWindow = widget;
@@ -147,6 +151,7 @@ void guiComponent::setCurrentWindow(guiWidget* widget)
 
 void guiComponent::onOpen(guiWidget* widget, guiHtml* root)
 {
+    assertOnGuiThread();
     {
         componentLock lock(*this);
         m_windows[widget] = {root, false};
@@ -156,6 +161,7 @@ void guiComponent::onOpen(guiWidget* widget, guiHtml* root)
 
 void guiComponent::onClose(guiWidget* widget, guiHtml* root)
 {
+    assertOnGuiThread();
     if (widget == m_currentWindow)
         m_currentWindow = nullptr; // another window may get the same address
     {
@@ -168,6 +174,7 @@ void guiComponent::onClose(guiWidget* widget, guiHtml* root)
 
 void guiComponent::onVisible(guiWidget* widget, bool isVisible)
 {
+    assertOnGuiThread();
     {
         componentLock lock(*this);
         auto found = m_windows.find(widget);
@@ -201,6 +208,7 @@ bool guiComponent::isWaitedFor(guiWidget* widget)
 
 void guiComponent::runPump(guiWidget* widget)
 {
+    assertOnScriptThread();
     if (!getEngine())
         return;
     m_t.thread->forceEnable();

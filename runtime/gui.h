@@ -6,6 +6,7 @@
 #include "foundation/hashlist.h"
 #include "foundation/pmutex.h"
 #include "foundation/vela-string.h"
+#include "foundation/vela-threadrole.h"
 #include "script/hostinterface.h"
 
 #include <atomic>
@@ -122,10 +123,10 @@ private:
     HostFormProp* m_formProp = nullptr;
     HostPlatform* m_platform = nullptr;
     std::atomic<ScriptObject*> m_session{nullptr};
-    guiWidget* m_currentWindow = nullptr;     // GUI thread; not owned
-    std::map<guiWidget*, window_t> m_windows; // guarded by the component lock
-    pevent* m_idle = nullptr;                 // owned; set when the last call into script has ended
-    unsigned m_shutdownCount = 0;             // guarded by the component lock
+    guiWidget* m_currentWindow TARN_GUARDED_BY(velaGuiRole) = nullptr; // not owned
+    std::map<guiWidget*, window_t> m_windows;                          // guarded by the component lock
+    pevent* m_idle = nullptr;     // owned; set when the last call into script has ended
+    unsigned m_shutdownCount = 0; // guarded by the component lock
 };
 
 /// The one component, null when not initialised. Set and cleared on the script thread.

@@ -17,15 +17,21 @@ unsigned findSeparator(sstring const& name, unsigned from)
 }
 
 /// Waits for a call that runs on the script thread; the GUI keeps painting meanwhile.
-void waitForCall(guiCallbackRecord& call)
+void pumpUntilDone(guiCallbackRecord const& call) TARN_ON(velaGuiRole)
 {
     guiThread* thread = pGUI->getThread();
+    while (call.done.load(std::memory_order_acquire) == 0)
+        thread->pumpOnce();
+}
+
+void waitForCall(guiCallbackRecord& call)
+{
     if (call.waiter) {
         pevent_wait(call.waiter);
         return;
     }
-    while (call.done.load(std::memory_order_acquire) == 0)
-        thread->pumpOnce();
+    assertOnGuiThread();
+    pumpUntilDone(call);
 }
 
 /// Calls a method of `target` with `self` as its object.
@@ -33,6 +39,7 @@ void callAndWait(ScriptObject* target, ScriptObject* self, sstring const& method
 {
     guiThread* thread = pGUI->getThread();
     if (thread->isScriptThread()) {
+        assertOnScriptThread();
         target->callMethod(self, method, args, result);
         return;
     }
@@ -168,6 +175,7 @@ int guiCallback_CallCustom(guiHtmlCustom* node, ScriptObject* object, sstring na
 void guiCallback_BuildCustomObject_Callback(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args,
                                             ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
     if (args.count() < 1 || !args.get(0)->isNumber())
         return;

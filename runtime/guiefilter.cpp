@@ -87,6 +87,7 @@ void guiEventFilter::catchUpLater()
 
 bool guiEventFilter::event(QEvent* event)
 {
+    assertOnGuiThread();
     if (event->type() != static_cast<QEvent::Type>(guiEventIdCatchUp))
         return QObject::event(event);
     catchUp();
@@ -119,6 +120,7 @@ bool guiEventFilter::holdBack(QObject* watched, QEvent::Type type)
 
 bool guiEventFilter::eventFilter(QObject* watched, QEvent* event)
 {
+    assertOnGuiThread();
     guiThreadPost::take();
     if (inputBlock != 0 && (isMouseInput(event->type()) || isKeyInput(event->type())))
         return holdBack(watched, event->type());

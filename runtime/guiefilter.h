@@ -4,6 +4,7 @@
 
 #include "foundation/pmutex.h"
 #include "foundation/vela-string.h"
+#include "foundation/vela-threadrole.h"
 #include "script/hostinterface.h"
 
 #include <QEvent>
@@ -76,12 +77,12 @@ public:
     std::atomic<unsigned> mouseMoveBlock{0}; ///< the same of activateMM()
 
 private:
-    bool holdBack(QObject* watched, QEvent::Type type);
+    bool holdBack(QObject* watched, QEvent::Type type) TARN_ON(velaGuiRole);
     void catchUpLater();
-    void catchUp();
+    void catchUp() TARN_ON(velaGuiRole);
 
     std::atomic<bool> m_missedMove{false};
-    QPointer<QWindow> m_pointerWindow; // where the missed move went; GUI thread
+    QPointer<QWindow> m_pointerWindow TARN_GUARDED_BY(velaGuiRole); // where the missed move went
 };
 
 /// An event for the GUI thread. Allocated by whoever posts it, deleted by Qt after its dispatch.

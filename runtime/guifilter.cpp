@@ -3,6 +3,7 @@
 // meant.
 #include "runtime/guifilter.h"
 
+#include "foundation/vela-threadrole.h"
 #include "runtime/gui.h"
 
 #include <algorithm>
@@ -50,12 +51,14 @@ void insert(std::unique_ptr<ONEFILTER> filter)
 
 void guiFilter_add(sstring pattern, ScriptObject* messages)
 {
+    assertOnScriptThread();
     messages->keep();
     insert(std::make_unique<ONEFILTER>(pattern, nullptr, messages));
 }
 
 void guiFilter_add(sstring pattern, ScriptValue* function)
 {
+    assertOnScriptThread();
     ScriptValue* copy = guiComponent::NewScriptValue();
     *copy = *function;
     insert(std::make_unique<ONEFILTER>(pattern, copy, nullptr));
@@ -63,6 +66,7 @@ void guiFilter_add(sstring pattern, ScriptValue* function)
 
 void guiFilter_remove(sstring pattern)
 {
+    assertOnScriptThread();
     std::vector<std::unique_ptr<ONEFILTER>> removed; // destroyed last, after the lock: that goes to the host
     std::lock_guard<std::mutex> guard(theLock);
     for (std::unique_ptr<ONEFILTER>& filter : theFilters) {

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "foundation/vela-string.h"
+#include "foundation/vela-threadrole.h"
 
 #include <string>
 #include <unordered_map>
@@ -26,33 +27,34 @@ public:
     guiFormValues& operator=(guiFormValues const&) = delete;
 
     /// Bracket a call of a handler; calls nest. The end may run handlers of controls that change.
-    void beginCall();
-    void endCall();
+    void beginCall() TARN_ON(velaGuiRole);
+    void endCall() TARN_ON(velaGuiRole);
     /// Writes all values, for script that looks at them after the window has closed. What a running handler has put
     /// into the form counts as read first.
-    void store();
+    void store() TARN_ON(velaGuiRole);
     /// The controls at and below a node are going: their properties go too.
-    void erase(guiHtml* node);
+    void erase(guiHtml* node) TARN_ON(velaGuiRole);
     /// The controls at and below a node are new: properties that exist are their first values.
-    void load(guiHtml* node);
+    void load(guiHtml* node) TARN_ON(velaGuiRole);
 
 private:
     using controlList = std::vector<guiHtml*>;
     using nameKey = std::u16string;
 
     ScriptObject* form() const;
-    controlList const& controls();
-    void writeAll();
-    void readChanges();
-    bool isChanged(nameKey const& name, ScriptValue* scratch);
-    void remember(nameKey const& name);
-    void forget(nameKey const& name);
+    controlList const& controls() TARN_ON(velaGuiRole);
+    void writeAll() TARN_ON(velaGuiRole);
+    void readChanges() TARN_ON(velaGuiRole);
+    bool isChanged(nameKey const& name, ScriptValue* scratch) TARN_ON(velaGuiRole);
+    void remember(nameKey const& name) TARN_ON(velaGuiRole);
+    void forget(nameKey const& name) TARN_ON(velaGuiRole);
 
     guiHtmlBase& m_root;
-    controlList m_controls;                              // named controls in the page's order, as of m_generation
-    unsigned long m_generation{};                        // see guiHtml::generation()
-    std::unordered_map<nameKey, ScriptValue*> m_written; // owned; null: the form had no such property
-    int m_depth = 0;                                     // handlers that run
+    controlList m_controls TARN_GUARDED_BY(velaGuiRole);       // named controls in the page's order, as of m_generation
+    unsigned long m_generation TARN_GUARDED_BY(velaGuiRole){}; // see guiHtml::generation()
+    // What the form held when a handler was called. Owned; null: it had no such property.
+    std::unordered_map<nameKey, ScriptValue*> m_written TARN_GUARDED_BY(velaGuiRole);
+    int m_depth TARN_GUARDED_BY(velaGuiRole) = 0; // handlers that run
 };
 
 /// Whether two values are the same for script: of one kind, with the same content or object.

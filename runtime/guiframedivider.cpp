@@ -2,6 +2,7 @@
 // same place in their rows.
 #include "runtime/guiframedivider.h"
 
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 
 #include <algorithm>
@@ -110,6 +111,7 @@ void request(Row const& frames, bool isColumn, int pixels)
 
 std::optional<guiFrameDivider> guiFrameDivider::find(guiHtml const* frameset, int x, int y)
 {
+    assertOnGuiThread();
     guiHtml::scroll_t const& scroll = frameset->getScroll();
     int atX = x + static_cast<int>(scroll.posX);
     int atY = y + static_cast<int>(scroll.posY);
@@ -128,6 +130,7 @@ std::optional<guiFrameDivider> guiFrameDivider::find(guiHtml const* frameset, in
 
 bool guiFrameDivider::moveTo(guiHtml* frameset, int x, int y)
 {
+    assertOnGuiThread();
     bool isColumn = isBetweenColumns();
     std::vector<Row> rows = rowsOf(frameset);
     Row first = track(rows, isColumn, m_index);

@@ -96,6 +96,7 @@ guiHtmlBase::~guiHtmlBase()
 
 void guiHtmlBase::release(guiHtmlBase* root)
 {
+    assertOnGuiThread();
     if (!root)
         return;
     guiNodeWatch live(root);
@@ -122,8 +123,18 @@ bool guiHtmlBase::isCalling() const
     return isCalling;
 }
 
+/// The widget, for a caller that is going to change it; setters run on other threads too as long as there is none.
+guiWidget* guiHtmlBase::widgetToUse() const
+{
+    guiWidget* widget = getWidget();
+    if (widget)
+        assertOnGuiThread();
+    return widget;
+}
+
 guiWidget* guiHtmlBase::createWidget(int modal)
 {
+    assertOnGuiThread();
     if (guiWidget* existing = getWidget())
         return existing;
     bool isModal = modal != 0 && QApplication::activeWindow();
@@ -148,14 +159,14 @@ guiWidget* guiHtmlBase::createWidget(int modal)
 
 void guiHtmlBase::destroyWidget()
 {
-    guiWidget* widget = getWidget();
+    guiWidget* widget = widgetToUse();
     if (!widget)
         return;
     guiNodeWatch self(this);
     widget->refresh(); // the node under the pointer hears that it is left while the page is still whole
     if (!self.alive() || getWidget() != widget)
         return;
-    m_formValues.store(); // while the controls still know what was typed into them
+    formValues().store(); // while the controls still know what was typed into them
     if (!self.alive() || getWidget() != widget)
         return;
     destroyChildWidget();
@@ -168,7 +179,7 @@ void guiHtmlBase::destroyWidget()
 void guiHtmlBase::setTitle(sstring const& title)
 {
     m_title = title;
-    if (guiWidget* widget = getWidget())
+    if (guiWidget* widget = widgetToUse())
         widget->setWindowTitle(sstoq(title));
 }
 
@@ -178,7 +189,7 @@ void guiHtmlBase::setMinimumSize(int width, int height)
 {
     storeNonZero(m_minimumWidth, width);
     storeNonZero(m_minimumHeight, height);
-    if (guiWidget* widget = getWidget())
+    if (guiWidget* widget = widgetToUse())
         applyLimits(widget);
 }
 
@@ -186,7 +197,7 @@ void guiHtmlBase::setMaximumSize(int width, int height)
 {
     storeNonZero(m_maximumWidth, width);
     storeNonZero(m_maximumHeight, height);
-    if (guiWidget* widget = getWidget())
+    if (guiWidget* widget = widgetToUse())
         applyLimits(widget);
 }
 
@@ -206,7 +217,7 @@ void guiHtmlBase::setDefaultSize(int width, int height)
 {
     storeNonZero(m_defaultWidth, width);
     storeNonZero(m_defaultHeight, height);
-    if (guiWidget* widget = getWidget())
+    if (guiWidget* widget = widgetToUse())
         widget->resize(inRange(getDefaultWidth()), inRange(getDefaultHeight()));
 }
 
@@ -224,7 +235,7 @@ void guiHtmlBase::setResizable(int resizable)
 
 sstring guiHtmlBase::getFocus()
 {
-    guiWidget* widget = getWidget();
+    guiWidget* widget = widgetToUse();
     QWidget* focused = widget ? widget->focusWidget() : nullptr;
     guiHtml* node = focused ? findWidget(focused) : nullptr;
     return node ? node->getName() : sstring();
@@ -237,6 +248,7 @@ void guiHtmlBase::setFocus(sstring name)
     QWidget* control = node ? node->getChildWidget() : nullptr;
     if (!control)
         return;
+    assertOnGuiThread();
     control->setFocus();
     m_pendingFocus = sstring();
 }
@@ -249,6 +261,7 @@ void guiHtmlBase::setReturnCode(ScriptValue& value)
 
 void guiHtmlBase::addToGroup(QAbstractButton* button, sstring const& group)
 {
+    assertOnGuiThread();
     istring wanted(group);
     auto found =
         std::find_if(m_groups.begin(), m_groups.end(), [&](auto const& known) { return wanted == known.first; });
@@ -259,8 +272,18 @@ void guiHtmlBase::addToGroup(QAbstractButton* button, sstring const& group)
     found->second->addButton(button);
 }
 
-int guiHtmlBase::getMenuHeight() { return m_menuBar ? m_menuBar->sizeHint().height() : 0; }
-void guiHtmlBase::setMenuBar(QMenuBar* bar) { m_menuBar = bar; }
+int guiHtmlBase::getMenuHeight()
+{
+    assertOnGuiThread();
+    return m_menuBar ? m_menuBar->sizeHint().height() : 0;
+}
+
+void guiHtmlBase::setMenuBar(QMenuBar* bar)
+{
+    assertOnGuiThread();
+    m_menuBar = bar;
+}
+
 QMenuBar* guiHtmlBase::getMenuBar() const { return m_menuBar; }
 
 QFont guiHtmlBase::getDefaultFont(int* points)

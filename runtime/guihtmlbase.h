@@ -2,6 +2,7 @@
 // element, and makes and destroys the top-level widget that shows the page.
 #pragma once
 
+#include "foundation/vela-threadrole.h"
 #include "page/guipageroot.h"
 #include "runtime/guiformvalues.h"
 #include "script/hostinterface.h"
@@ -103,9 +104,13 @@ public:
     void addToGroup(QAbstractButton* button, sstring const& group) override;
 
     /// How the values of the page's controls travel to script. GUI thread.
-    guiFormValues& formValues() { return m_formValues; }
-    void eraseFormValues(guiHtml* node) override { m_formValues.erase(node); }
-    void loadFormValues(guiHtml* node) override { m_formValues.load(node); }
+    guiFormValues& formValues() TARN_PROVES(velaGuiRole)
+    {
+        assertOnGuiThread();
+        return m_formValues;
+    }
+    void eraseFormValues(guiHtml* node) override { formValues().erase(node); }
+    void loadFormValues(guiHtml* node) override { formValues().load(node); }
 
     /// Height in pixels of the window's menu bar, 0 without one.
     int getMenuHeight() override;
@@ -129,6 +134,7 @@ public:
     int onEscape() override;
 
 private:
+    guiWidget* widgetToUse() const;
     void applyLimits(QWidget* widget) const;
     bool isCalling() const;
     int triggerNamed(sstring const& name);

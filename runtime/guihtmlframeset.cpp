@@ -1,6 +1,7 @@
 // runtime/guihtmlframeset.cpp: see guihtmlframeset.h.
 #include "runtime/guihtmlframeset.h"
 
+#include "foundation/vela-threadrole.h"
 #include "page/guihtmlsize-layers.h"
 
 #include <QWidget>
@@ -67,6 +68,7 @@ void guiHtmlFrameset::placeNext(guiHtml* frame)
 
 int guiHtmlFrameset::getChildHeight(unsigned index, unsigned long width, unsigned long available)
 {
+    assertOnGuiThread();
     if (!guiChildList::isNode(getChild(index)) || !sharesHeight(getChild(index)))
         return guiHtml::getChildHeight(index, width, available);
     shares_t const& shares = shareHeight(available);
@@ -117,6 +119,7 @@ bool guiHtmlFrameset::isOnDivider(int x, int y)
 
 guiHtml* guiHtmlFrameset::hitTest(int* x, int* y)
 {
+    assertOnGuiThread();
     int ownX = *x - m.rect.left;
     int ownY = *y - m.rect.top;
     if (!m_dragged && !isOnDivider(ownX, ownY))
@@ -130,12 +133,14 @@ guiHtml* guiHtmlFrameset::hitTest(int* x, int* y)
 
 void guiHtmlFrameset::onMouseOn()
 {
+    assertOnGuiThread();
     if (canHitTest())
         guiHtml::onMouseOn();
 }
 
 void guiHtmlFrameset::onMouseOff()
 {
+    assertOnGuiThread();
     m_dragged.reset();
     if (canHitTest())
         guiHtml::onMouseOff();
@@ -143,6 +148,7 @@ void guiHtmlFrameset::onMouseOff()
 
 void guiHtmlFrameset::onMouseMove(int x, int y)
 {
+    assertOnGuiThread();
     std::optional<guiFrameDivider> divider = m_dragged;
     if (!divider && m_isResizable)
         divider = guiFrameDivider::find(this, x, y);
@@ -156,6 +162,7 @@ void guiHtmlFrameset::onMouseMove(int x, int y)
 
 void guiHtmlFrameset::onMouseUp()
 {
+    assertOnGuiThread();
     m_dragged.reset();
     if (canHitTest())
         guiHtml::onMouseUp();
@@ -163,6 +170,7 @@ void guiHtmlFrameset::onMouseUp()
 
 void guiHtmlFrameset::onMouseDown(int x, int y)
 {
+    assertOnGuiThread();
     if (m_isResizable)
         m_dragged = guiFrameDivider::find(this, x, y);
     if (canHitTest())

@@ -58,6 +58,7 @@ public:
 
     bool event(QEvent* event) override
     {
+        assertOnGuiThread();
         return event->type() >= QEvent::User ? m_thread.event(event) : QObject::event(event);
     }
 
@@ -88,7 +89,7 @@ bool isRegistered(Node* node)
     return node && pGUI && pGUI->contains(node);
 }
 
-int openPage(guiHtmlBase& root, int modal)
+int openPage(guiHtmlBase& root, int modal) TARN_ON(velaGuiRole)
 {
     guiWidget* widget = root.createWidget(modal);
     widget->setWindowTitle(sstoq(root.getTitle()));
@@ -99,7 +100,7 @@ int openPage(guiHtmlBase& root, int modal)
 
 /// The repaint event of `first` has come. The others that asked for one get no pass of their own: their places only
 /// join what this one damages.
-void serveUpdates(guiHtml* first)
+void serveUpdates(guiHtml* first) TARN_ON(velaGuiRole)
 {
     if (isRegistered(first))
         first->update();
@@ -108,7 +109,7 @@ void serveUpdates(guiHtml* first)
             node->guiHtml::update();
 }
 
-void carryForm(guiHtmlBase& root, guiFormCarry carry)
+void carryForm(guiHtmlBase& root, guiFormCarry carry) TARN_ON(velaGuiRole)
 {
     if (carry == guiFormCarry::ToScript)
         root.formValues().beginCall();
@@ -116,7 +117,7 @@ void carryForm(guiHtmlBase& root, guiFormCarry carry)
         root.formValues().endCall();
 }
 
-void repaint(guiHtml& node)
+void repaint(guiHtml& node) TARN_ON(velaGuiRole)
 {
     node.update();
     if (QWidget* widget = node.getTopLevelWidget())
@@ -130,12 +131,14 @@ guiThread::guiThread(pthread_t scriptThread) : m_f{}
     m_f.started = pevent_create();
     m_f.finished = pevent_create();
     m_f.scriptThreadId = scriptThread;
+    velaScriptRole.claim();
     pthread_create_managed(&guiThread::threadMain, reinterpret_cast<intptr_t>(this));
     pevent_wait(m_f.started);
 }
 
 guiThread::~guiThread()
 {
+    assertOnScriptThread();
     postEvent(new guiEventShutdown);
     pevent_wait(m_f.finished);
     pthread_join(m_f.guiThreadId, nullptr); // nobody else does; until then it keeps its stack, and uses the event
@@ -143,6 +146,7 @@ guiThread::~guiThread()
     pevent_destroy(m_f.started);
     pevent_destroy(m_f.finished);
     velaPoison(&m_f, sizeof m_f);
+    velaScriptRole.release();
 }
 
 intptr_t guiThread::threadMain(intptr_t self)
@@ -154,6 +158,7 @@ intptr_t guiThread::threadMain(intptr_t self)
 void guiThread::run()
 {
     m_f.guiThreadId = pthread_self();
+    velaGuiRole.claim();
     m_f.nullReceiver = new QObject;
     m_f.filter = new guiEventFilter;
     m_f.receiver = new guiThreadReceiver(*this);
@@ -174,6 +179,7 @@ void guiThread::run()
     delete std::exchange(m_f.filter, nullptr);
     delete std::exchange(m_f.app, nullptr);
     delete std::exchange(m_f.nullReceiver, nullptr);
+    velaGuiRole.release();
     pevent_set(m_f.finished);
 }
 
@@ -186,6 +192,7 @@ void guiThread::postNullEvent() { guiThreadPost::post(m_f.nullReceiver, new QEve
 
 void guiThread::pumpOnce()
 {
+    assertOnGuiThread();
     QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
@@ -197,6 +204,7 @@ void guiThread::forceEnable() { m_f.filter->forceDeactivate(); }
 
 bool guiThread::event(QEvent* event)
 {
+    assertOnGuiThread(); // what the compiler takes for granted
     disableMM();
     dispatchSafely(event);
     if (auto* own = dynamic_cast<guiEvent*>(event))
@@ -289,11 +297,13 @@ void guiThread::dispatch(QEvent* event)
 void guiThread::sendEvent(guiBlockingEvent* event)
 {
     if (isGuiThread()) {
+        assertOnGuiThread();
         this->event(event);
         return;
     }
     std::atomic<int> done{0};
     if (isScriptThread()) {
+        assertOnScriptThread();
         event->setWaiter(&done, nullptr);
         postEvent(event);
         waitOnScriptThread(done);

@@ -2,6 +2,7 @@
 // (runtime/guiefilter.h) and, for the blocking ones, waits until they are handled.
 #pragma once
 
+#include "foundation/vela-threadrole.h"
 #include "runtime/guiefilter.h"
 
 #include <pthread.h>
@@ -13,9 +14,11 @@ class QApplication;
 class guiThread
 {
 public:
-    /// Starts the GUI thread and waits until its application object exists.
+    /// Starts the GUI thread and waits until its application object exists. From now on the new thread plays the GUI
+    /// role and the calling thread, `scriptThread`, the script role.
     explicit guiThread(pthread_t scriptThread);
-    /// Ends the event loop and waits until the GUI thread has destroyed its application object.
+    /// Ends the event loop and waits until the GUI thread has destroyed its application object. Both roles are free
+    /// afterwards.
     ~guiThread();
     guiThread(guiThread const&) = delete;
     guiThread& operator=(guiThread const&) = delete;
@@ -52,8 +55,8 @@ public:
     /// Makes a pumpOnce() that is waiting, or else the next one, return.
     void postNullEvent();
 
-    /// Handles Qt events once, waiting for one when there is none. GUI thread.
-    void pumpOnce();
+    /// Handles Qt events once, waiting for one when there is none.
+    void pumpOnce() TARN_ON(velaGuiRole);
 
     /// User input is dropped between disable() and enable(), mouse moves between disableMM() and enableMM(). Calls
     /// nest.
@@ -63,8 +66,8 @@ public:
     void enableMM();
     void forceEnable();
 
-    /// Handles one event, one of the component's own or (with a log line) any other; true. GUI thread.
-    bool event(QEvent* event);
+    /// Handles one event, one of the component's own or (with a log line) any other; true.
+    bool event(QEvent* event) TARN_ON(velaGuiRole);
     /// Posts `event` and waits until it has been handled. On the GUI thread it is handled directly and stays the
     /// caller's.
     void sendEvent(guiBlockingEvent* event);
@@ -84,9 +87,9 @@ private:
 
     static intptr_t threadMain(intptr_t self);
     void run();
-    void dispatch(QEvent* event);
-    void dispatchSafely(QEvent* event);
-    void waitOnScriptThread(std::atomic<int>& done);
+    void dispatch(QEvent* event) TARN_ON(velaGuiRole);
+    void dispatchSafely(QEvent* event) TARN_ON(velaGuiRole);
+    void waitOnScriptThread(std::atomic<int>& done) TARN_ON(velaScriptRole);
     template <class Event, class... Arguments>
     void send(Arguments&&... arguments);
 

@@ -5,6 +5,7 @@
 #include "controls/guiscriptmethod.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-poison.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guilinkname.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
@@ -35,6 +36,7 @@ void changePicture(guiHtmlImage& image, sstring const& file)
 
 void guiControl_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setBool(0);
     guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
     if (!node)
@@ -52,12 +54,14 @@ void guiControl_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
 void guiControl_loadBackground_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                   ScriptValue& result)
 {
+    assertOnGuiThread();
     guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
     result.setBool(node && pGUI->getThread()->callLoadBackground(node, guiTextOf(args, 0)));
 }
 
 void guiControl_setText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
     result.setBool(node && pGUI->getThread()->callSetText(node, guiTextOf(args, 0)));
 }
@@ -65,6 +69,7 @@ void guiControl_setText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self,
 void guiControl_setCaption_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                               ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     if (guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr)
         pGUI->getThread()->callSetCaption(node, guiTextOf(args, 0));
@@ -72,6 +77,7 @@ void guiControl_setCaption_qt(LibManager&, ScriptPrivate* data, ScriptObject* se
 
 void guiControl_play_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtml* node = guiIsOptionalSwitch(args) ? guiControl_getHtml(data, self) : nullptr;
     if (auto* image = dynamic_cast<guiHtmlImage*>(node))
@@ -80,6 +86,7 @@ void guiControl_play_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
 
 void guiControl_enable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     if (guiHtml* node = guiIsOptionalSwitch(args) ? guiControl_getHtml(data, self) : nullptr)
         node->setEnabled(guiOptionalSwitchOf(args));
@@ -87,6 +94,7 @@ void guiControl_enable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, 
 
 void guiControl_disable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     if (guiHtml* node = args.count() == 0 ? guiControl_getHtml(data, self) : nullptr)
         node->setEnabled(0);
@@ -95,6 +103,7 @@ void guiControl_disable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self,
 void guiControl_isEnabled_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                              ScriptValue& result)
 {
+    assertOnGuiThread();
     guiHtml* node = args.count() == 0 ? guiControl_getHtml(data, self) : nullptr;
     result.setBool(node && node->isEnabled());
 }
@@ -102,6 +111,7 @@ void guiControl_isEnabled_qt(LibManager&, ScriptPrivate* data, ScriptObject* sel
 void guiControl_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                  ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     if (!guiIsOneString(args))
         return;
@@ -114,6 +124,7 @@ void guiControl_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
 void guiControl_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                  ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     if (args.count() != 0)
         return;
@@ -124,6 +135,7 @@ void guiControl_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
 /// The arguments of a property handler while it runs on the GUI thread.
 void readClientSize_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     guiRect client;
     if (guiHtml* node = guiControl_getHtml(data, self))
         node->getClientRect(&client);
@@ -180,6 +192,7 @@ bool guiControl_onDelProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValu
 bool guiControl_onGetProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
                           ScriptValue& out, bool isStatic)
 {
+    assertOnScriptThread();
     if (!guiControl_onAddProp(manager, data, self, name, isStatic))
         return false;
     ScriptArgs* args = guiComponent::NewScriptArgs();
@@ -206,6 +219,7 @@ void guiControl_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, S
 
 void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setBool(1);
     guiControlData* record = guiControl_getData(data);
     if (!record)
@@ -222,6 +236,7 @@ void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
 
 int guiControl_onConfigure(ScriptClass& scriptClass)
 {
+    assertOnScriptThread();
     scriptClass.setCreateHandler(guiControl_onCreate);
     scriptClass.setDestroyHandler(guiControl_onDestroy);
     scriptClass.setPropertyHandlers(guiControl_onAddProp, guiControl_onDelProp, guiControl_onGetProp,
@@ -263,6 +278,7 @@ void guiControl_setPrivateName(ScriptPrivate* data, sstring const& name)
 
 void guiControl_forgetWindow(ScriptObject* window)
 {
+    assertOnScriptThread();
     std::lock_guard<std::mutex> guard(theLock);
     auto at = theBindings.lower_bound({window, nullptr});
     while (at != theBindings.end() && at->first == window) {
@@ -273,6 +289,7 @@ void guiControl_forgetWindow(ScriptObject* window)
 
 guiHtml* guiControl_getHtml(ScriptPrivate* data, ScriptObject* self)
 {
+    assertOnGuiThread();
     // A node's own object means that node: others on the page may have the same name, or none as well.
     if (guiHtml* node = pGUI->findNode(self))
         return node;

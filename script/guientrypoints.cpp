@@ -3,6 +3,7 @@
 #include "controls/guitoolkit.h"
 #include "foundation/vela-memmgr.h"
 #include "foundation/vela-string.h"
+#include "foundation/vela-threadrole.h"
 #include "runtime/gui.h"
 #include "script/guicontrol.h"
 #include "script/guiscripthost.h"
@@ -39,6 +40,7 @@ int Init(LibManager& manager)
 
 int Shutdown()
 {
+    assertOnScriptThread();
     if (!pGUI)
         return 1;
     pGUI->shutdownWait();
@@ -53,6 +55,7 @@ char const* const* GetCompNames() { return kClassNames; }
 
 int ConfigCompClass(void*, char const* name, ScriptClass& scriptClass)
 {
+    assertOnScriptThread();
     if (!name)
         return 0;
     for (componentClass const& known : kClasses) {

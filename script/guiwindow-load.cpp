@@ -5,6 +5,7 @@
 #include "foundation/vela-log.h"
 #include "foundation/vela-mlparser.h"
 #include "foundation/vela-textstream.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtmlparser.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
@@ -75,6 +76,7 @@ int loadFirst(guiWindowData& record, ScriptObject* relativeTo, sstring const& pa
 
 void loadFirst_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setBool(0);
     guiWindowData* record = guiWindow_getData(data);
     if (record && !record->root)
@@ -104,6 +106,7 @@ sstring guiWindow_resolve(ScriptObject* relativeTo, sstring path)
 
 int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path)
 {
+    assertOnScriptThread();
     guiWindowData* record = guiWindow_getData(data);
     if (!record)
         return 0;
@@ -114,6 +117,7 @@ int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path)
 
 ScriptObject* guiWindow_control(ScriptPrivate* data, sstring name, void** out)
 {
+    assertOnGuiThread();
     *out = nullptr;
     guiWindowData* record = guiWindow_getData(data);
     guiHtml* node = record ? GetControl(record, name) : nullptr;

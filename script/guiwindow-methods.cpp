@@ -3,6 +3,7 @@
 #include "script/guiwindow-methods.h"
 
 #include "controls/guiscriptmethod.h"
+#include "foundation/vela-threadrole.h"
 #include "runtime/guihtmlbase.h"
 #include "script/guisizepolicy.h"
 #include "script/guiwindow.h"
@@ -50,12 +51,14 @@ void getName(ScriptPrivate* data, ScriptArgs& args, ScriptValue& result, sstring
 
 void guiWindow_isOpen_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     guiHtmlBase* root = rootOf(data);
     result.setBool(args.count() == 0 && root && root->isOpen());
 }
 
 void guiWindow_isValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     if (args.count() == 0)
         result.setBool(rootOf(data) != nullptr);
@@ -63,6 +66,7 @@ void guiWindow_isValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
 
 void guiWindow_setReturnValue_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (root && args.count() == 1)
@@ -71,24 +75,28 @@ void guiWindow_setReturnValue_qt(LibManager&, ScriptPrivate* data, ScriptObject*
 
 void guiWindow_setMinimumSize_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setSize(data, args, &guiHtmlBase::setMinimumSize);
 }
 
 void guiWindow_setMaximumSize_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setSize(data, args, &guiHtmlBase::setMaximumSize);
 }
 
 void guiWindow_setDefaultSize_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setSize(data, args, &guiHtmlBase::setDefaultSize);
 }
 
 void guiWindow_setResizable_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (std::optional<int> on = switchArgument(args); on && root)
@@ -97,6 +105,7 @@ void guiWindow_setResizable_qt(LibManager&, ScriptPrivate* data, ScriptObject*, 
 
 void guiWindow_useSystemFont_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (std::optional<int> on = switchArgument(args); on && root)
@@ -105,18 +114,21 @@ void guiWindow_useSystemFont_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
 
 void guiWindow_setTitle_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setName(data, args, &guiHtmlBase::setTitle);
 }
 
 void guiWindow_getTitle_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     getName(data, args, result, &guiHtmlBase::getTitle);
 }
 
 void guiWindow_setFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (root && guiIsOneString(args))
@@ -125,6 +137,7 @@ void guiWindow_setFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
 
 void guiWindow_getFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (args.count() == 0)
@@ -134,6 +147,7 @@ void guiWindow_getFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
 void guiWindow_setEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
                                   ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setName(data, args, &guiHtmlBase::setEnterControl);
 }
@@ -141,6 +155,7 @@ void guiWindow_setEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject
 void guiWindow_getEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
                                   ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     getName(data, args, result, &guiHtmlBase::getEnterControl);
 }
@@ -148,6 +163,7 @@ void guiWindow_getEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject
 void guiWindow_setEscapeControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
                                    ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setName(data, args, &guiHtmlBase::setEscapeControl);
 }
@@ -155,12 +171,14 @@ void guiWindow_setEscapeControl_qt(LibManager&, ScriptPrivate* data, ScriptObjec
 void guiWindow_getEscapeControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
                                    ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     getName(data, args, result, &guiHtmlBase::getEscapeControl);
 }
 
 void guiWindow_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (!root || !guiIsOneString(args))
@@ -171,6 +189,7 @@ void guiWindow_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
 
 void guiWindow_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (args.count() == 0)
@@ -179,6 +198,7 @@ void guiWindow_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
 
 void guiWindow_control_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     if (!guiIsOneString(args))
         return;

@@ -5,6 +5,7 @@
 #include "controls/guiscriptmethod.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-poison.h"
+#include "foundation/vela-threadrole.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
 #include "runtime/guifilter.h"
@@ -42,6 +43,7 @@ constexpr ScriptMethod guiWindow_control_script = guiCallOnGuiThread<guiWindow_c
 
 void guiWindow_open_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnScriptThread();
     int modal = args.count() == 1 && args.get(0)->isBool() && args.get(0)->toBool(0);
     result.setBool(guiWindow_open(data, modal));
 }
@@ -57,6 +59,7 @@ void raisePostOpen(guiWindowData const& record)
 
 void guiWindow_show_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
     if (!guiWindow_open(data, 1))
         return;
@@ -74,12 +77,14 @@ void guiWindow_show_script(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
 
 void guiWindow_close_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
     guiWindow_close(data);
 }
 
 void guiWindow_load_script(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
     if (guiIsOneString(args))
         result.setBool(guiWindow_load(data, self, guiTextOf(args, 0)));
@@ -88,11 +93,13 @@ void guiWindow_load_script(LibManager&, ScriptPrivate* data, ScriptObject* self,
 void guiWindow_loadFile_script(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                ScriptValue& result)
 {
+    assertOnScriptThread();
     guiWindow_load_script(pGUI->getManager(), data, self, args, result);
 }
 
 void guiWindow_setText_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
     if (!guiIsOneString(args))
         return;
@@ -103,6 +110,7 @@ void guiWindow_setText_script(LibManager&, ScriptPrivate* data, ScriptObject*, S
 void guiWindow_loadBackground_script(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                      ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
     if (!guiIsOneString(args))
         return;
@@ -114,6 +122,7 @@ void guiWindow_loadBackground_script(LibManager&, ScriptPrivate* data, ScriptObj
 /// The page tree belongs to the GUI thread, so it is deleted there.
 void deleteRoot_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
+    assertOnGuiThread();
     guiWindowData* record = guiWindow_getData(data);
     guiHtmlBase::release(std::exchange(record->root, nullptr));
 }
@@ -151,6 +160,7 @@ constexpr guiScriptMethod kMethods[] = {
 
 void guiWindow_onLoad_script(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
     if (self)
         pGUI->setEngine(self->getEngine());
@@ -168,6 +178,7 @@ void guiWindow_onLoad_script(LibManager&, ScriptPrivate*, ScriptObject* self, Sc
 
 void guiWindow_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnScriptThread();
     pGUI->setEngine(self->getEngine());
     auto* record = static_cast<guiWindowData*>(std::calloc(1, sizeof(guiWindowData)));
     if (!record)
@@ -185,6 +196,7 @@ void guiWindow_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
 void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                          ScriptValue& result)
 {
+    assertOnScriptThread();
     guiWindowData* record = guiWindow_getData(data);
     result.setBool(1);
     if (!record)
@@ -204,6 +216,7 @@ void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject*
 
 int guiWindow_onConfigure(ScriptClass& scriptClass)
 {
+    assertOnScriptThread();
     scriptClass.setCreateHandler(guiWindow_onCreate);
     scriptClass.setDestroyHandler(guiWindow_onDestroy);
     for (guiScriptMethod const& entry : kMethods)
@@ -228,6 +241,7 @@ guiHtml* GetControl(void* record, sstring& name)
                 velaPrintable(name).c_str(), static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(record)));
         return nullptr;
     }
+    assertOnGuiThread();
     if (name.getLength() == 0)
         return root;
     guiHtml* node = root->getNamed(name);
@@ -251,6 +265,7 @@ void SetCurrentControl(ScriptPrivate* data, sstring& name)
 
 void guiWindow_chooseControl(ScriptPrivate* data, sstring name)
 {
+    assertOnGuiThread();
     guiWindowData* record = guiWindow_getData(data);
     if (!record)
         return;
@@ -265,6 +280,7 @@ void guiWindow_chooseControl(ScriptPrivate* data, sstring name)
 
 int guiWindow_open(ScriptPrivate* data, int modal)
 {
+    assertOnScriptThread();
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
     return root ? pGUI->getThread()->callPageOpen(root, modal) : 0;
 }

@@ -125,8 +125,8 @@ TEST(ComponentOrder, WithoutASessionThereIsNoneToEnd)
     LoggingManager manager;
     Init(manager);
     manager.takeLog();
-    pGUI->setCurrentWindow(nullptr); // nobody to tell
-    pGUI->runPump(nullptr);          // no engine: nothing
+    onGuiThread([] { pGUI->setCurrentWindow(nullptr); }); // nobody to tell
+    pGUI->runPump(nullptr);                               // no engine: nothing
     Shutdown();
     EXPECT_EQ(manager.takeLog(), List{"release"});
 }

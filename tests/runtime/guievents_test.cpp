@@ -250,6 +250,7 @@ TEST(GuiEvents, ANullEventWakesAWaitingPump)
         });
         auto rescue = [&] { isRescued = true; };
         QTimer::singleShot(10s, qApp, rescue);
+        assertOnGuiThread();
         while (!posted)
             pGUI->getThread()->pumpOnce();
         poster.join();
