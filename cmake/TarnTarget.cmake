@@ -75,6 +75,27 @@ function(tarn_layer name)
         Qt6::Widgets)
 endfunction()
 
+# tarn_test_target(<target>): what the code of tests is compiled with beyond all other code.
+function(tarn_test_target target)
+    tarn_target(${target})
+    # At -O3 g++ 12 takes the standard library's own "text" + string for a copy onto itself (GCC bug 105651).
+    target_compile_options(${target} PRIVATE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
+    # The assertions' code is large, takes long to optimise, and is not what is looked at.
+    target_compile_options(${target} PRIVATE -O0)
+    if(NOT TARN_SANITIZE)
+        target_compile_options(${target} PRIVATE $<$<CONFIG:RelWithDebInfo>:-g1>)
+    endif()
+endfunction()
+
+# tarn_test_support(<name> <sources>... [LIBS <targets>...]): sources that several test programs share, compiled once. A program
+# takes them by naming the target among its LIBS.
+function(tarn_test_support name)
+    cmake_parse_arguments(arg "" "" "LIBS" ${ARGN})
+    add_library(${name} OBJECT ${arg_UNPARSED_ARGUMENTS})
+    tarn_test_target(${name})
+    target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gtest)
+endfunction()
+
 # tarn_test(<name> <sources>... LIBS <targets>... [LABELS <labels>...] [ENV <NAME=value>...]): one GoogleTest program, each of
 # its tests known to CTest by name, and each in a process of its own with the given environment. Tests labelled "display" run on
 # a virtual X server, which each of them has to itself (tests/e2e/run-test.sh). Under sanitizers, where a process takes half a
@@ -82,16 +103,15 @@ endfunction()
 function(tarn_test name)
     cmake_parse_arguments(arg "" "" "LIBS;LABELS;ENV" ${ARGN})
     add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
-    tarn_target(${name})
-    # At -O3 g++ 12 takes the standard library's own "text" + string for a copy onto itself (GCC bug 105651).
-    target_compile_options(${name} PRIVATE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
+    tarn_test_target(${name})
     target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gtest GTest::gtest_main)
-    # The assertions' code is large, takes long to optimise, and is not what is looked at.
-    target_compile_options(${name} PRIVATE -O0)
-    if(NOT TARN_SANITIZE)
-        target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-g1>)
-    endif()
-    if("tarn_component" IN_LIST arg_LIBS)
+    set(hasLayers FALSE)
+    foreach(layer tarn_page tarn_controls tarn_runtime tarn_script tarn_component)
+        if(layer IN_LIST arg_LIBS)
+            set(hasLayers TRUE)
+        endif()
+    endforeach()
+    if(hasLayers)
         tarn_precompiled(${name} windowtests <QtWidgets> <gtest/gtest.h> <functional> <map> <string> <vector>)
     else()
         tarn_precompiled(${name} tests <gtest/gtest.h> <functional> <map> <string> <vector>)
@@ -113,7 +133,7 @@ function(tarn_test name)
     endif()
 
     set(startsComponent FALSE)
-    if("tarn_native_host" IN_LIST arg_LIBS AND ("tarn" IN_LIST arg_LIBS OR "tarn_component" IN_LIST arg_LIBS))
+    if("tarn_native_host" IN_LIST arg_LIBS AND ("tarn" IN_LIST arg_LIBS OR hasLayers))
         set(startsComponent TRUE)
     endif()
     if(TARN_SANITIZE AND NOT startsComponent)

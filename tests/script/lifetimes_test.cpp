@@ -1,6 +1,6 @@
-// tests/controls/lifetimes_test.cpp: the methods of controls with arguments that they do not take, before the window is
+// tests/script/lifetimes_test.cpp: the methods of controls with arguments that they do not take, before the window is
 // open, after the control is gone, and from inside a handler of the same control.
-#include "tests/controls/controlscript.h"
+#include "tests/script/controlscript.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-// tests/controls/moviefile.h: writes movie files for tests, chunk by chunk.
+// tests/support/moviefile.h: writes movie files for tests, chunk by chunk.
 #pragma once
 
 #include <QBuffer>

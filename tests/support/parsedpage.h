@@ -1,4 +1,4 @@
-// tests/page/pagesupport.h: parses a page and shows the tree in one line.
+// tests/support/parsedpage.h: parses a page and shows the tree in one line.
 #pragma once
 
 #include "page/guihtml.h"
@@ -33,6 +33,12 @@ Node* findNode(parsedPage const& page, int type)
 {
     return static_cast<Node*>(findType(page.root.get(), type));
 }
+
+/// The word for a control in an outline. The page knows no kinds of controls, so each folder of tests says it.
+std::string controlWord(guiHtml* control);
+
+/// Levels of nodes below the node.
+unsigned deepest(guiHtml* node);
 
 /// 8-bit rendering, for messages and comparisons.
 std::string utf8(sstring const& text);

@@ -1,4 +1,4 @@
-// tests/controls/controlscript.h: a window of the C++ host whose controls a test works with as script does.
+// tests/script/controlscript.h: a window of the C++ host whose controls a test works with as script does.
 #pragma once
 
 #include "controls/guihtmlcontrolbutton.h"

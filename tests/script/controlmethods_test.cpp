@@ -1,11 +1,11 @@
-// tests/controls/script_test.cpp: controls as script sees them, through the C++ host: the methods of their objects, the
-// handlers that a click calls, and their values in the form.
+// tests/script/controlmethods_test.cpp: controls as script sees them, through the C++ host: the methods of their
+// objects, the handlers that a click calls, and their values in the form.
 #include "controls/guihtmlimage.h"
 #include "controls/guiimage.h"
 #include "controls/guiimagec.h"
 #include "controls/guimovie.h"
-#include "tests/controls/controlscript.h"
-#include "tests/controls/moviefile.h"
+#include "tests/script/controlscript.h"
+#include "tests/support/moviefile.h"
 
 #include <QImage>
 #include <QPixmapCache>

@@ -1,10 +1,10 @@
-// tests/page/pagesupport.cpp: see pagesupport.h.
-#include "tests/page/pagesupport.h"
+// tests/support/parsedpage.cpp: see parsedpage.h.
+#include "tests/support/parsedpage.h"
 
-#include "controls/guihtmlcontrol.h"
 #include "page/guihtmltext.h"
 
 #include <QString>
+#include <algorithm>
 
 std::string utf8(sstring const& text)
 {
@@ -28,7 +28,7 @@ std::string kindOf(guiHtml* node)
     case guiHtml::kTypeImage:
         return "image";
     case guiHtml::kTypeControl:
-        return "control" + std::to_string(static_cast<guiHtmlControl*>(node)->getControlType());
+        return controlWord(node);
     case guiHtml::kTypeFrameset:
         return "frameset";
     case guiHtml::kTypeCustom:
@@ -88,4 +88,12 @@ guiHtml* findType(guiHtml* node, int type)
             return found;
     }
     return nullptr;
+}
+
+unsigned deepest(guiHtml* node)
+{
+    unsigned depth = 0;
+    for (guiHtml* child : guiNodesOf(node))
+        depth = std::max(depth, 1 + deepest(child));
+    return depth;
 }

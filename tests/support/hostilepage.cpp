@@ -1,5 +1,5 @@
-// tests/page/hostilesupport.cpp: see hostilesupport.h.
-#include "tests/page/hostilesupport.h"
+// tests/support/hostilepage.cpp: see hostilepage.h.
+#include "tests/support/hostilepage.h"
 
 #include "foundation/vela-mlparser.h"
 #include "foundation/vela-textstream.h"
@@ -82,52 +82,35 @@ budget::~budget()
     EXPECT_LE(statusMegabytes("VmHWM:") - m_startMegabytes, m_megabytes) << "megabytes";
 }
 
-hostilePage::hostilePage() : m_window(std::make_unique<PageWindow>(sstring(), 480, 240)) {}
-
-hostilePage::hostilePage(std::string const& markup) : hostilePage()
+std::string hostileSetText(guiHtml& root, std::string const& markup)
 {
     testing::internal::CaptureStderr();
-    m_window->root.setText(sstring(markup.c_str()), sstring());
-    m_log = testing::internal::GetCapturedStderr();
+    root.setText(sstring(markup.c_str()), sstring());
+    return testing::internal::GetCapturedStderr();
 }
 
-hostilePage hostilePage::loaded(std::string markup)
+std::string hostileLoad(guiPageRoot& root, std::string markup)
 {
-    hostilePage page;
     testing::internal::CaptureStderr();
     {
         textstream stream(reinterpret_cast<unsigned char*>(markup.data()), static_cast<unsigned>(markup.size()), 0);
         mlParser parser(&stream);
-        guiHtmlParser(&parser, "").pullWindow(&page.m_window->root);
+        guiHtmlParser(&parser, "").pullWindow(&root);
     }
-    page.m_log = testing::internal::GetCapturedStderr();
-    page.layOut(480, 240);
-    return page;
+    return testing::internal::GetCapturedStderr();
 }
 
-void hostilePage::layOut(int width, int height)
-{
-    m_window->root.m.rect = {0, width, 0, height};
-    m_window->root.updateLayout(1);
-}
-
-void hostilePage::paint()
-{
-    Canvas canvas(480, 240);
-    canvas.paint(&m_window->root, m_window->widget);
-}
-
-bool hostilePage::isWithinBounds() const
+bool isPageWithinBounds(guiHtml* root)
 {
     bool isGood = true;
-    visit(&m_window->root, 0, [&](guiHtml* node, unsigned) { isGood = isGood && isSane(node); });
+    visit(root, 0, [&](guiHtml* node, unsigned) { isGood = isGood && isSane(node); });
     return isGood;
 }
 
-std::string hostilePage::text() const
+std::string textOfPage(guiHtml* root)
 {
     std::string all;
-    visit(&m_window->root, 0, [&](guiHtml* node, unsigned) {
+    visit(root, 0, [&](guiHtml* node, unsigned) {
         if (node->getType() == guiHtml::kTypeText)
             all += static_cast<guiHtmlText*>(node)->getText().c_str();
     });
@@ -136,37 +119,28 @@ std::string hostilePage::text() const
     return all;
 }
 
-std::size_t hostilePage::textLength() const
+std::size_t textLengthOfPage(guiHtml* root)
 {
     std::size_t length = 0;
-    visit(&m_window->root, 0, [&](guiHtml* node, unsigned) {
+    visit(root, 0, [&](guiHtml* node, unsigned) {
         if (node->getType() == guiHtml::kTypeText)
             length += static_cast<guiHtmlText*>(node)->getText().getLength();
     });
     return length;
 }
 
-unsigned hostilePage::countNodes() const
+unsigned countNodesOfPage(guiHtml* root)
 {
     unsigned count = 0;
-    visit(&m_window->root, 0, [&](guiHtml*, unsigned) { ++count; });
+    visit(root, 0, [&](guiHtml*, unsigned) { ++count; });
     return count;
 }
 
-unsigned hostilePage::deepest() const
+unsigned deepestOfPage(guiHtml* root)
 {
     unsigned deepest = 0;
-    visit(&m_window->root, 0, [&](guiHtml*, unsigned depth) { deepest = std::max(deepest, depth); });
+    visit(root, 0, [&](guiHtml*, unsigned depth) { deepest = std::max(deepest, depth); });
     return deepest;
-}
-
-std::string repeated(std::string const& text, std::size_t count)
-{
-    std::string all;
-    all.reserve(text.size() * count);
-    for (std::size_t i = 0; i < count; ++i)
-        all += text;
-    return all;
 }
 
 std::vector<std::string> hostileNumbers()

@@ -1,0 +1,43 @@
+// tests/runtime/testcomponent.cpp: the entry points of a component that is the window runtime and no more. Its one
+// class makes objects that have no page, and bring their engine as windows do.
+#include "foundation/vela-memmgr.h"
+#include "runtime/gui.h"
+#include "runtime/guicomponenthost.h"
+
+namespace {
+
+char const* const kClassNames[] = {"GuiWindow", nullptr};
+
+void onCreate(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs&, ScriptValue& result)
+{
+    pGUI->setEngine(self->getEngine());
+    result.setBool(1);
+}
+
+} // namespace
+
+int Init(LibManager& manager)
+{
+    MemMgr_Init();
+    static guiComponentHost& host = *new guiComponentHost; // never destroyed: pages may outlive static objects
+    guiControlHost::install(&host);
+    pGUI = new guiComponent(manager);
+    return 1;
+}
+
+int Shutdown()
+{
+    pGUI->shutdownWait();
+    delete pGUI;
+    pGUI = nullptr;
+    MemMgr_ShutDown();
+    return 1;
+}
+
+char const* const* GetCompNames() { return kClassNames; }
+
+int ConfigCompClass(void*, char const*, ScriptClass& scriptClass)
+{
+    scriptClass.setCreateHandler(onCreate);
+    return 1;
+}
