@@ -2,6 +2,7 @@
 #include "host/hostslots.h"
 #include "host/native/nativehost.h"
 #include "runtime/gui.h"
+#include "tests/runtime/onguithread.h"
 
 #include <gtest/gtest.h>
 
