@@ -1,24 +1,10 @@
 // foundation/vela-regexp.cpp: what a pattern expression is to its users, and the two comparisons of units.
 #include "foundation/vela-regexp.h"
 
+#include "foundation/vela-log.h"
 #include "foundation/vela-regexp-p.h"
 
 #include <algorithm>
-#include <cstdarg>
-#include <cstdio>
-
-namespace {
-
-/// Writes to standard error.
-__attribute__((format(printf, 1, 2))) void logLine(char const* format, ...)
-{
-    va_list arguments;
-    va_start(arguments, format);
-    std::vfprintf(stderr, format, arguments);
-    va_end(arguments);
-}
-
-} // namespace
 
 void Expr::setExpr(sstring const& pattern)
 {
@@ -86,7 +72,6 @@ bool Expr::fIsInCharSet(unsigned short const* set, unsigned short unit, bool neg
 
 void Expr::reportTooManySteps(char const* method) const
 {
-    sstring const pattern = m_pattern; // a copy: writing 8-bit text into its buffer is no business of other threads
-    logLine("Expr::%s() - the match would take more than %u steps: %s\n", method, ExprWalk::kMostSteps,
-            pattern.c_str());
+    velaLog("Expr::%s() - the match would take more than %u steps: %s\n", method, ExprWalk::kMostSteps,
+            velaPrintable(m_pattern).c_str());
 }

@@ -111,6 +111,8 @@ TEST(RegexpCost, EveryRepetitionThatFitsOverALongTextIsQuick)
     expectQuick(repeated(".*a", 170), text, true);
     expectQuick(repeated(".*a", 169) + ".*$", text, true);
     expectQuick(repeated(".*a", 169) + "x", text, false);
+    // Each of the first items would try the whole text, where only the beginning can match.
+    expectQuick(repeated(".*a", 170), repeated("a", 170) + repeated("b", kLong), true);
     expectQuick("^" + repeated("[ab]*", 102) + "x", text, false);
     expectQuick("^" + repeated("[^x]*", 127) + "x", text, false);
     expectQuick(repeated(".", 509) + "$", text, true);
@@ -142,7 +144,6 @@ TEST(RegexpCost, UnitsThatAreReadCountAsSteps)
 
 TEST(RegexpCost, TooManyStepsAreOneLineAndNoMatch)
 {
-    std::string const end = " steps: ";
     for (char const* pattern : {R"(\(.*\)\(.*\)\(.*\)\1\2\3$)", R"(^\(a*\)\(a*\)\(a*\)\(a*\)\1\2\3\4b$)"}) {
         // It is matched twice.
         std::string const line =
@@ -150,6 +151,15 @@ TEST(RegexpCost, TooManyStepsAreOneLineAndNoMatch)
         EXPECT_EQ(logOf(pattern, repeated("a", 1001) + "xb", false), line + line);
         expectQuick(pattern, repeated("a", 12) + "xb", pattern[0] == '\\');
     }
+}
+
+TEST(RegexpCost, TheLineShowsAPatternInAnyScript)
+{
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(matches(u"\\(.*\\)\\(.*\\)\\(.*\\)\\1\\2\\3\u0416", std::u16string(1001, u'a') + u"x\u0416"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "Expr::operator==() - the match would take more than 1000000 steps: "
+              "\\(.*\\)\\(.*\\)\\(.*\\)\\1\\2\\3\xD0\x96\n");
 }
 
 TEST(RegexpCost, TheStepsOfASubsetAreLimitedToo)

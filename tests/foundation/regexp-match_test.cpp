@@ -107,6 +107,8 @@ TEST(RegexpMatch, ComparesWholeUnits)
     EXPECT_TRUE(matches(u"^[\u0161-\u0163]*$", u"\u0161\u0162\u0163"));
     EXPECT_FALSE(matches(u"[\u0161-\u0163]", u"b"));
     EXPECT_FALSE(matches(u"\u012A", u"a")) << "only an asterisk is one, whatever its low byte";
+    EXPECT_FALSE(matches(u"\u0001", u"a")) << "the smallest unit is one like others";
+    EXPECT_FALSE(matches(u"[^\u0001]", u"\u0001"));
     EXPECT_TRUE(matches(u"\uFFFF*[^\uFFFE]$", u"\uFFFF\uFFFF"));
 }
 
@@ -221,7 +223,7 @@ TEST(RegexpMatch, AGroupOfAnAttemptThatFailedIsForgotten)
 
 TEST(RegexpMatch, ChangesNeitherExpressionNorText)
 {
-    Expr const expr(R"(\(a*\)b\1)");
+    Expr const expr(R"(\(a*\)b\1$)");
     sstring const text("aabaa");
     unsigned int const capacity = text.getCapacity();
     unsigned int const patternCapacity = expr.getExpr().getCapacityA();
@@ -229,6 +231,9 @@ TEST(RegexpMatch, ChangesNeitherExpressionNorText)
     EXPECT_EQ(text.getCapacity(), capacity);
     EXPECT_EQ(text.getCapacityA(), 0u);
     EXPECT_EQ(text.getCapacityW(), 0u);
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(expr == units(repeated("a", 3000) + "b" + repeated("a", 1499) + "c")) << "too many steps";
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "") << "the pattern was written out";
     EXPECT_EQ(expr.getExpr().getCapacityA(), patternCapacity);
 }
 
