@@ -160,6 +160,26 @@ sstring guiCallback_CallFilter(ScriptObject* owner, ScriptValue* function, Scrip
     return filtered;
 }
 
+sstring guiCallback_CallFilter(ScriptObject* owner, sstring const& event)
+{
+    return guiCallback_CallEvent(nullptr, owner, event, pGUI->getSession());
+}
+
+void guiCallback_CallGetString(ScriptObject* messages, sstring const& key, ScriptValue* result)
+{
+    static sstring const& getString = *new sstring("getString"); // for ever: pages load while the process exits
+    HostPlatform* platform = pGUI->getPlatform();
+    ScriptArgs* args = platform->createArgs(messages->getEngine());
+    ScriptValue* value = platform->createValue(messages->getEngine());
+    value->setString(key);
+    args->append(value);
+    pGUI->getThread()->disable();
+    callAndWait(messages, messages, getString, args, result);
+    pGUI->getThread()->enable();
+    platform->destroyValue(value);
+    platform->destroyArgs(args);
+}
+
 int guiCallback_CallCustom(guiHtmlCustom* node, ScriptObject* object, sstring name, ScriptObject* source)
 {
     if (!object->hasMethod(guiCallback_StripEventName(name)))

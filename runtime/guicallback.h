@@ -43,6 +43,14 @@ sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name,
 /// and the text of a page, and waits for it. Its result if that is a string, else "". User input is blocked meanwhile.
 sstring guiCallback_CallFilter(ScriptObject* owner, ScriptValue* function, ScriptObject* window, sstring const& text);
 
+/// Calls the handler that `event` names on `owner`, as a link does: with the session first, then what the name carries.
+/// Its result if that is a string, else "". User input is blocked meanwhile.
+sstring guiCallback_CallFilter(ScriptObject* owner, sstring const& event);
+
+/// Calls the method "getString" of an object with messages with a key as its only argument, and waits for the result:
+/// null when there is none. User input is blocked meanwhile.
+void guiCallback_CallGetString(ScriptObject* messages, sstring const& key, ScriptValue* result);
+
 /// Calls a handler of the script component that an `object` element stands for, which first tells its mouse object
 /// where the pointer is. Returns the handler's number, 0 for a result of another kind, and 1 without a call when
 /// `object` has no such handler. The node may be gone afterwards.

@@ -94,8 +94,13 @@ int guiComponentHost::readText(ScriptObject* owner, sstring const& path, sstring
 int guiComponentHost::filterText(guiPageRoot* root, sstring& name, sstring& text)
 {
     auto* window = static_cast<guiHtmlBase*>(root);
-    ScriptObject* page = window ? window->getPageObject() : nullptr;
-    return guiFilter_load(page, name, text, page, window ? window->getFormObject() : nullptr);
+    if (!window)
+        return guiFilter_load(nullptr, name, text, nullptr, nullptr);
+    ScriptObject* page = window->getPageObject();
+    window->shutdownEnter(); // a filter is a call into script made for this page
+    int const result = guiFilter_load(page, name, text, page, window->getFormObject());
+    window->shutdownLeave();
+    return result;
 }
 
 int guiComponentHost::readImage(ScriptObject* owner, sstring const& path, QPixmap& image)

@@ -1,0 +1,79 @@
+// runtime/guifilter-messages.cpp: replaces the numbered messages of a page by what a script object says for them.
+#include "runtime/guifilter.h"
+
+#include "foundation/vela-log.h"
+#include "runtime/gui.h"
+#include "runtime/guicallback.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+namespace {
+
+using units = std::basic_string_view<unsigned short>;
+
+bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
+
+/// What the object says for a key; nothing when it does not know it.
+std::optional<sstring> messageFor(ScriptObject* messages, sstring const& key)
+{
+    HostPlatform* platform = pGUI->getPlatform();
+    ScriptValue* answer = platform->createValue(messages->getEngine());
+    guiCallback_CallGetString(messages, key, answer);
+    std::optional<sstring> text;
+    if (!answer->isNull())
+        text = answer->toString(0);
+    platform->destroyValue(answer);
+    return text;
+}
+
+/// Replaces the messages from left to right; what was put in is not looked at again.
+class messageWalk
+{
+public:
+    messageWalk(sstring const& text, ScriptObject* messages)
+        : m_text(text.getUnicode(), text.getLength()), m_messages(messages)
+    {}
+
+    sstring replaced()
+    {
+        for (std::size_t at = m_text.find('@'); at != units::npos; at = m_text.find('@', at + 1))
+            if (at + 1 < m_text.size() && isDigit(m_text[at + 1]))
+                at = replaceAt(at);
+        m_out.append(m_text.substr(m_copied));
+        return sstring(m_out.c_str());
+    }
+
+private:
+    /// The marker at `at`; the last of its units that were replaced.
+    std::size_t replaceAt(std::size_t at)
+    {
+        auto const digits = m_text.begin() + static_cast<std::ptrdiff_t>(at) + 1;
+        std::size_t const end =
+            static_cast<std::size_t>(std::find_if_not(digits, m_text.end(), isDigit) - m_text.begin());
+        std::optional<sstring> const message = messageFor(m_messages, sformat("AUTO%ld", atol16(&m_text[at + 1])));
+        if (!message)
+            return at;
+        m_out.append(m_text.substr(m_copied, at - m_copied));
+        m_out.append(message->getUnicode(), message->getLength());
+        m_copied = end;
+        return end - 1;
+    }
+
+    units m_text;
+    ScriptObject* m_messages; // not owned
+    std::basic_string<unsigned short> m_out;
+    std::size_t m_copied = 0; // units of m_text that m_out stands for
+};
+
+} // namespace
+
+sstring guiFilter_applyMessages(sstring text, ScriptObject* messages)
+{
+    sstring replaced = messageWalk(text, messages).replaced();
+    if (std::size_t{replaced.getLength()} * sizeof(unsigned short) <= kFilteredBytes)
+        return replaced;
+    velaLog("guiFilter_applyMessages() - the messages come to more than 64 MiB: they are left out\n");
+    return text;
+}
