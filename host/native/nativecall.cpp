@@ -1,14 +1,19 @@
 #include "host/native/nativecall.h"
 
+#include <cassert>
+
 void NativeCall::end(NativeValue& result)
 {
-    if (!m_ended.exchange(true) && m_done)
+    [[maybe_unused]] bool hadEnded = m_ended.exchange(true);
+    assert(!hadEnded); // a second completion would write into a frame that is gone
+    if (m_done)
         m_done(result, m_context);
 }
 
 bool NativeCallTable::add(std::shared_ptr<NativeCall> const& call)
 {
     std::lock_guard lock(m_mutex);
+    assert(!call->hasEnded());
     if (!m_closed)
         m_calls.insert(call);
     return !m_closed;
@@ -16,11 +21,11 @@ bool NativeCallTable::add(std::shared_ptr<NativeCall> const& call)
 
 void NativeCallTable::end(std::shared_ptr<NativeCall> const& call, NativeValue& result)
 {
-    {
-        std::lock_guard lock(m_mutex);
-        m_calls.erase(call);
-    }
-    call->end(result);
+    std::unique_lock lock(m_mutex);
+    bool isTaken = m_calls.erase(call) > 0; // who takes a call out of the table ends it
+    lock.unlock();
+    if (isTaken)
+        call->end(result);
 }
 
 void NativeCallTable::close()

@@ -24,7 +24,7 @@ class NativeCall
 public:
     NativeCall(ScriptCompletion done, void* context) : m_done(done), m_context(context) {}
 
-    /// Calls the completion function with `result`, unless that has happened.
+    /// Calls the completion function with `result`. Once.
     void end(NativeValue& result);
     bool hasEnded() const { return m_ended; }
 
@@ -40,7 +40,7 @@ class NativeCallTable
 public:
     /// Takes a new call; false when the table is closed, and the call is not in it then.
     bool add(std::shared_ptr<NativeCall> const& call);
-    /// Takes the call out and ends it with `result`.
+    /// Takes the call out and ends it with `result`, unless it has ended.
     void end(std::shared_ptr<NativeCall> const& call, NativeValue& result);
     /// Ends every call with null and takes no more.
     void close();

@@ -3,6 +3,8 @@
 #include "host/native/nativeobject.h"
 #include "host/native/nativetext.h"
 
+#include <cassert>
+
 namespace {
 
 ScriptPrivate* slotOf(NativeObject* self) { return self ? self->getPrivate() : nullptr; }
@@ -20,6 +22,7 @@ void NativeClass::setPropertyHandlers(ScriptAddProp onAddProp, ScriptDelProp onD
 
 void NativeClass::addMethod(sstring const& name, ScriptMethod method)
 {
+    assert(method);
     std::u16string key = nativeFromSString(name);
     m_methodNames.push_back(nativeToUtf8(key));
     m_methods.insert_or_assign(std::move(key), method);
@@ -27,6 +30,7 @@ void NativeClass::addMethod(sstring const& name, ScriptMethod method)
 
 void NativeClass::addClassMethod(sstring const& name, ScriptMethod method)
 {
+    assert(method);
     std::u16string key = nativeFromSString(name);
     m_classMethodNames.push_back(nativeToUtf8(key));
     m_classMethods.insert_or_assign(std::move(key), method);

@@ -2,11 +2,27 @@
 
 #include "host/native/nativetext.h"
 
+#include <cassert>
+
+NativeEngine::ComponentCall::ComponentCall(NativeEngine& engine)
+    : m_engine(engine), m_depth(engine.onScriptThread() ? ++engine.m_componentDepth : 0)
+{}
+
+NativeEngine::ComponentCall::~ComponentCall()
+{
+    if (m_depth == 0)
+        return;
+    assert(m_engine.onScriptThread() && m_engine.m_componentDepth == m_depth);
+    --m_engine.m_componentDepth;
+}
+
 // ---- classes and objects
 
 NativeClass& NativeEngine::addClass(std::string const& name)
 {
+    assert(onScriptThread());
     auto& slot = m_classes[name];
+    assert(!slot); // objects of the class point to it
     slot = std::make_unique<NativeClass>(name);
     return *slot;
 }
@@ -19,6 +35,7 @@ NativeClass const* NativeEngine::findClass(std::string_view name) const
 
 void NativeEngine::addFactory(std::string const& name, NativeFactory factory)
 {
+    assert(onScriptThread() && factory);
     m_factories.insert_or_assign(name, std::move(factory));
 }
 
@@ -67,6 +84,7 @@ ScriptObject* NativeEngine::createInstance(sstring const& className)
 
 NativeObjectRef NativeEngine::classObject(std::string const& className)
 {
+    assert(onScriptThread());
     NativeClass const* scriptClass = findClass(className);
     if (!scriptClass)
         return {};
@@ -95,7 +113,8 @@ void NativeEngine::releaseValue(ScriptValue* value)
 {
     std::unique_lock lock(m_mutex);
     auto released = m_values.extract(value);
-    lock.unlock(); // the value goes without the lock: it may hold the last handle of an object
+    assert(released); // only what makeValue made, and once
+    lock.unlock();    // the value goes without the lock: it may hold the last handle of an object
 }
 
 void NativeEngine::dropValues()
@@ -129,6 +148,7 @@ void NativeEngine::setSession(NativeObjectRef session)
 
 NativeValue NativeEngine::wait(NativeResult result)
 {
+    assert(onScriptThread());
     struct Box
     {
         NativeValue value;
@@ -136,6 +156,7 @@ NativeValue NativeEngine::wait(NativeResult result)
     };
     auto box = std::make_shared<Box>();
     result.whenComplete([box, engine = shared_from_this()](NativeValue& value) {
+        assert(!box->ready);
         box->value = value;
         box->ready = true;
         engine->pump().wake();
@@ -159,6 +180,7 @@ void NativeEngine::startCall(NativeCallTarget target, ScriptCompletion done, voi
 
 void NativeEngine::runCall(NativeCallTarget& target, std::shared_ptr<NativeCall> const& call)
 {
+    assert(onScriptThread());
     if (call->hasEnded())
         return;
     NativeResult result = target.holder->invoke(*target.self, target.name, target.args);
@@ -176,12 +198,14 @@ void NativeEngine::stopCalls()
 
 void NativeEngine::destroyObjects()
 {
+    assert(onScriptThread());
     for (NativeObjectRef const& object : m_objects.all())
         object->runDestroyHandler();
 }
 
 void NativeEngine::clear()
 {
+    assert(onScriptThread() && !hasComponent());
     m_windows.clear();
     pump().runOnce(0); // objects whose end travelled here
     setSession(nullptr);

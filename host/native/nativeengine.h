@@ -3,6 +3,7 @@
 #pragma once
 
 #include "host/hostslots.h"
+#include "host/hostthread.h"
 #include "host/native/nativecall.h"
 #include "host/native/nativeclass.h"
 #include "host/native/nativelibmanager.h"
@@ -15,7 +16,6 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <thread>
 #include <unordered_set>
 
 /// Makes the parts of an object of a class that the application registered: adds its handlers and properties.
@@ -34,7 +34,7 @@ public:
     NativeObjectTable& objects() { return m_objects; }
     NativeCallTable& calls() { return m_calls; }
     NativeOpenWindows& windows() { return m_windows; }
-    bool onScriptThread() const { return std::this_thread::get_id() == m_scriptThread; }
+    bool onScriptThread() const { return m_scriptThread.isCurrent(); }
 
     /// Whether the component is there to be called: from `setComponent(true)` before Init to `setComponent(false)`
     /// before Shutdown.
@@ -43,17 +43,19 @@ public:
 
     /// Whether a function of the component is running on the script thread, below the one that asks. Script thread.
     bool insideComponent() const { return m_componentDepth > 0; }
-    /// Marks that a function of the component is running, while it lives. Script thread.
+    /// Marks that a function of the component is running, while it lives. Counts on the script thread, and does nothing
+    /// on another one.
     class ComponentCall
     {
     public:
-        explicit ComponentCall(NativeEngine& engine) : m_engine(engine) { ++m_engine.m_componentDepth; }
-        ~ComponentCall() { --m_engine.m_componentDepth; }
+        explicit ComponentCall(NativeEngine& engine);
+        ~ComponentCall();
         ComponentCall(ComponentCall const&) = delete;
         ComponentCall& operator=(ComponentCall const&) = delete;
 
     private:
         NativeEngine& m_engine;
+        int const m_depth; // of this call, from 1; 0 on another thread
     };
 
     /// Takes a class of the component. Script thread, before any object of it is made.
@@ -106,7 +108,7 @@ private:
     NativeObjectRef constructOfApplication(std::string const& className, NativeFactory const& factory,
                                            NativeArguments& args);
 
-    std::thread::id const m_scriptThread = std::this_thread::get_id();
+    HostThread const m_scriptThread;
     std::atomic<bool> m_hasComponent{false};
     std::atomic<bool> m_stopped{false};
     int m_componentDepth = 0; // script thread

@@ -4,6 +4,7 @@
 #include "host/native/nativetext.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <vector>
 
@@ -105,6 +106,18 @@ bool NativeFileService::readFile(ScriptObject* relativeTo, sstring path, void co
     *data = bytes.data();
     *length = static_cast<unsigned>(bytes.size());
     return true;
+}
+
+void NativeFileService::attach()
+{
+    [[maybe_unused]] bool was = m_attached.exchange(true);
+    assert(!was);
+}
+
+void NativeFileService::release()
+{
+    [[maybe_unused]] bool was = m_attached.exchange(false);
+    assert(was);
 }
 
 std::filesystem::path NativeFileService::resolve(ScriptObject* relativeTo, std::string const& name) const

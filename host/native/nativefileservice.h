@@ -27,8 +27,8 @@ public:
     // What the component calls.
     void resolvePath(ScriptObject* relativeTo, sstring& path) override;
     bool readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length) override;
-    void attach() override { m_attached = true; }
-    void release() override { m_attached = false; }
+    void attach() override;
+    void release() override;
 
     /// Whether the component has attached itself and not released the service since.
     bool isAttached() const { return m_attached; }

@@ -2,6 +2,7 @@
 
 #include "host/native/nativetext.h"
 
+#include <cassert>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
@@ -62,6 +63,7 @@ NativeHost::~NativeHost() { end(); }
 
 void NativeHost::start()
 {
+    assert(m_engine->onScriptThread() && !m_engine->hasComponent());
     m_engine->setComponent(true);
     if (!m_component.init(m_engine->manager()))
         throw std::runtime_error("NativeHost: the component's Init failed");
@@ -85,6 +87,7 @@ void NativeHost::end()
 {
     if (current != this)
         return;
+    assert(m_engine->onScriptThread());
     current = nullptr;
     m_engine->stopCalls();
     m_engine->destroyObjects();
@@ -122,6 +125,7 @@ NativeValue NativeHost::session(std::string_view property)
 
 void NativeHost::run()
 {
+    assert(m_engine->onScriptThread());
     while (!m_quit.exchange(false) && m_engine->windows().any())
         m_engine->pump().turn(std::chrono::nanoseconds::max());
 }
@@ -147,6 +151,7 @@ void NativeHost::post(std::function<void()> work)
 
 bool NativeHost::serveUntil(std::function<bool()> const& done, std::chrono::milliseconds limit)
 {
+    assert(done);
     auto end = std::chrono::steady_clock::now() + limit;
     while (!done()) {
         auto left = end - std::chrono::steady_clock::now();

@@ -1,5 +1,6 @@
 #include "host/native/nativelater.h"
 
+#include <cassert>
 #include <mutex>
 
 struct NativeLater::State
@@ -32,6 +33,7 @@ void NativeLater::complete(NativeValue value) const
         std::lock_guard lock(m_state->mutex);
         if (std::exchange(m_state->complete, true))
             return;
+        assert(m_state->value.isNull());
         m_state->value = value;
         next = std::exchange(m_state->next, nullptr);
     }
@@ -45,6 +47,7 @@ void NativeLater::whenComplete(std::function<void(NativeValue&)> next) const
     {
         std::lock_guard lock(m_state->mutex);
         if (!m_state->complete) {
+            assert(!m_state->next); // one call waits for one answer
             m_state->next = std::move(next);
             return;
         }

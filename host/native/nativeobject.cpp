@@ -4,7 +4,7 @@
 #include "host/native/nativeengine.h"
 #include "host/native/nativetext.h"
 
-#include <optional>
+#include <cassert>
 
 namespace {
 
@@ -43,7 +43,11 @@ NativeObject::NativeObject(std::shared_ptr<NativeEngine> engine, NativeClass con
     m_number = m_engine->objects().add(this); // last: from here on others see the object
 }
 
-NativeObject::~NativeObject() { m_engine->objects().remove(this); }
+NativeObject::~NativeObject()
+{
+    assert(m_keeps == 0 && m_stage != Stage::kCreated);
+    m_engine->objects().remove(this);
+}
 
 // ---- life
 
@@ -54,9 +58,17 @@ bool NativeObject::tryKeep()
     return keeps > 0;
 }
 
+void NativeObject::keep()
+{
+    [[maybe_unused]] int keeps = m_keeps.fetch_add(1, std::memory_order_relaxed);
+    assert(keeps > 0); // else its end has begun: tryKeep
+}
+
 void NativeObject::letGo()
 {
-    if (m_keeps.fetch_sub(1, std::memory_order_acq_rel) == 1)
+    int keeps = m_keeps.fetch_sub(1, std::memory_order_acq_rel);
+    assert(keeps > 0);
+    if (keeps == 1)
         end();
 }
 
@@ -76,16 +88,16 @@ void NativeObject::end()
 
 void NativeObject::finishOnScriptThread()
 {
+    assert(m_engine->onScriptThread());
     runDestroyHandler();
     letGo();
 }
 
 void NativeObject::runCreateHandler(NativeArguments& args)
 {
+    assert(m_stage == Stage::kPlain);
     NativeValue result;
-    std::optional<NativeEngine::ComponentCall> running; // counts what runs on the script thread
-    if (m_engine->onScriptThread())
-        running.emplace(*m_engine);
+    NativeEngine::ComponentCall running(*m_engine);
     if (m_class && m_class->createHandler())
         m_class->createHandler()(m_engine->manager(), &m_private, this, args, result);
     m_stage = Stage::kCreated;
@@ -93,6 +105,7 @@ void NativeObject::runCreateHandler(NativeArguments& args)
 
 void NativeObject::runDestroyHandler()
 {
+    assert(m_engine->onScriptThread());
     Stage created = Stage::kCreated;
     if (!m_stage.compare_exchange_strong(created, Stage::kDestroyed))
         return;
@@ -157,6 +170,7 @@ bool NativeObject::hasMethod(sstring const& name) { return nativeIsMethod(findMe
 
 NativeResult NativeObject::run(NativeMethod const& method, NativeObject& self, NativeArguments& args)
 {
+    assert(m_engine->onScriptThread());
     if (auto* handler = std::get_if<std::shared_ptr<const NativeHandler>>(&method))
         return (**handler)(self, args);
     NativeValue result;
@@ -223,12 +237,18 @@ void NativeObject::callMethodAsync(ScriptObject* self, sstring const& name, Scri
 
 // ---- properties
 
+bool NativeObject::isDynamic(NativeValue const& name)
+{
+    assert(!m_class || m_engine->onScriptThread()); // the component answers for its classes there only
+    return m_class && m_engine->hasComponent() && m_class->hasDynamic(m_engine->manager(), this, name);
+}
+
 NativeValue NativeObject::get(std::string_view name)
 {
     NativeEngine::ComponentCall running(*m_engine);
     NativeValue out;
     NativeValue key(name);
-    if (m_class && m_engine->hasComponent() && m_class->hasDynamic(m_engine->manager(), this, key))
+    if (isDynamic(key))
         m_class->getDynamic(m_engine->manager(), this, key, out);
     else
         readProperty(nativeFromUtf8(name), out);
@@ -239,7 +259,7 @@ bool NativeObject::set(std::string_view name, NativeValue const& value)
 {
     NativeEngine::ComponentCall running(*m_engine);
     NativeValue key(name);
-    if (m_class && m_engine->hasComponent() && m_class->hasDynamic(m_engine->manager(), this, key))
+    if (isDynamic(key))
         return m_class->setDynamic(m_engine->manager(), this, key, value);
     writeProperty(nativeFromUtf8(name), value);
     return true;
@@ -249,7 +269,7 @@ bool NativeObject::remove(std::string_view name)
 {
     NativeEngine::ComponentCall running(*m_engine);
     NativeValue key(name);
-    if (m_class && m_engine->hasComponent() && m_class->hasDynamic(m_engine->manager(), this, key))
+    if (isDynamic(key))
         return m_class->removeDynamic(m_engine->manager(), this, key);
     eraseProperty(nativeFromUtf8(name));
     return true;

@@ -97,7 +97,7 @@ public:
     bool hasProperty(sstring const& name) override;
     void addMethod(sstring const& name, ScriptMethod method) override;
     ScriptPrivate* getPrivate() override { return &m_private; }
-    void keep() override { m_keeps.fetch_add(1, std::memory_order_relaxed); }
+    void keep() override;
     void letGo() override;
     int beginSession(int flags) override;
     int endSession() override;
@@ -112,6 +112,8 @@ private:
     NativeObject(std::shared_ptr<NativeEngine> engine, NativeClass const* scriptClass, std::string className);
     ~NativeObject();
 
+    /// Whether the class has a dynamic property of this name.
+    bool isDynamic(NativeValue const& name);
     void end();
     void finishOnScriptThread();
     NativeMethod findMethod(std::u16string const& name) const;

@@ -2,9 +2,12 @@
 
 #include "host/native/nativeobject.h"
 
+#include <cassert>
+
 unsigned long long NativeObjectTable::add(NativeObject* object)
 {
     std::lock_guard lock(m_mutex);
+    assert(!m_ageOf.contains(object));
     m_ageOf[object] = m_next;
     m_byAge[m_next] = object;
     return m_next++;
@@ -14,6 +17,7 @@ void NativeObjectTable::remove(NativeObject* object)
 {
     std::lock_guard lock(m_mutex);
     auto found = m_ageOf.find(object);
+    assert(found != m_ageOf.end() && m_byAge.contains(found->second));
     m_byAge.erase(found->second);
     m_ageOf.erase(found);
 }

@@ -2,8 +2,11 @@
 
 #include "host/native/nativepump.h"
 
+#include <cassert>
+
 void NativeOpenWindows::setOpen(NativeObjectRef const& window, bool isOpen)
 {
+    assert(window);
     {
         std::lock_guard lock(m_mutex);
         if (isOpen)

@@ -2,6 +2,8 @@
 
 #include "host/native/nativeengine.h"
 
+#include <cassert>
+
 namespace {
 
 thread_local int theListsInUse = 0;
@@ -33,7 +35,8 @@ void NativePlatform::destroyObject(ScriptObject* object)
 {
     if (!object)
         return;
-    --m_objects;
+    [[maybe_unused]] int left = --m_objects;
+    assert(left >= 0);
     object->letGo();
 }
 
@@ -41,7 +44,8 @@ void NativePlatform::destroyArgs(ScriptArgs* args)
 {
     if (!args)
         return;
-    --m_args;
+    [[maybe_unused]] int left = --m_args;
+    assert(left >= 0 && theListsInUse > 0); // lists end on the thread that made them
     --theListsInUse;
     delete static_cast<NativeArguments*>(args);
 }
@@ -50,6 +54,7 @@ void NativePlatform::destroyValue(ScriptValue* value)
 {
     if (!value)
         return;
-    --m_values;
+    [[maybe_unused]] int left = --m_values;
+    assert(left >= 0);
     delete static_cast<NativeValue*>(value);
 }

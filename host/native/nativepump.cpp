@@ -2,6 +2,7 @@
 // sleeps.
 #include "host/native/nativepump.h"
 
+#include <cassert>
 #include <climits>
 #include <ctime>
 #include <thread>
@@ -53,6 +54,7 @@ bool canSpin()
 
 void NativePump::post(Work work)
 {
+    assert(work);
     {
         std::lock_guard lock(m_mutex);
         m_queue.push_back(std::move(work));
@@ -68,6 +70,7 @@ void NativePump::wake()
 
 void NativePump::runOnce(int)
 {
+    assert(m_scriptThread.isCurrent());
     std::unique_lock lock(m_mutex);
     size_t ready = m_queue.size();
     lock.unlock();
@@ -76,6 +79,7 @@ void NativePump::runOnce(int)
 
 bool NativePump::turn(std::chrono::nanoseconds limit)
 {
+    assert(m_scriptThread.isCurrent());
     if (runFront())
         return true;
     bool woken = waitForSignal(limit);
@@ -97,7 +101,9 @@ bool NativePump::runFront()
 /// True when the signal came; it is consumed then.
 bool NativePump::waitForSignal(std::chrono::nanoseconds limit)
 {
-    if (m_signal.exchange(kQuiet) == kWoken)
+    unsigned signal = m_signal.exchange(kQuiet);
+    assert(signal != kAsleep); // each wait leaves the signal awake, whatever ran meanwhile
+    if (signal == kWoken)
         return true;
     Clock::time_point start = Clock::now();
     if (m_shortWaits && spinForSignal())

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/hostslots.h"
+#include "host/hostthread.h"
 
 #include <atomic>
 #include <chrono>
@@ -9,8 +10,8 @@
 #include <functional>
 #include <mutex>
 
-/// `post` and `wake` may be called on any thread, everything else on the script thread. Turns may be nested: a piece of
-/// work may take turns itself.
+/// `post` and `wake` may be called on any thread, everything else on the script thread, which is the one that makes the
+/// pump. Turns may be nested: a piece of work may take turns itself.
 class NativePump final : public ScriptPumpSlots
 {
 public:
@@ -41,6 +42,7 @@ private:
     static constexpr unsigned kAsleep = 2;
 
     std::atomic<unsigned> m_signal{kQuiet};
+    HostThread const m_scriptThread;
     bool m_shortWaits = false; // the last wait was over within the spin limit
     std::mutex m_mutex;        // guards m_queue
     std::deque<Work> m_queue;

@@ -4,6 +4,7 @@
 #include "host/native/nativetext.h"
 
 #include <algorithm>
+#include <cassert>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -120,6 +121,13 @@ ScriptObject* NativeValue::toObject(int) const
 {
     auto* object = std::get_if<NativeObjectRef>(&m_data);
     return object ? object->get() : nullptr;
+}
+
+void NativeValue::replace(Data data)
+{
+    auto* object = std::get_if<NativeObjectRef>(&data);
+    assert(!object || *object); // no object is null, which is a kind of its own
+    std::swap(m_data, data);
 }
 
 void NativeValue::setString(sstring const& value) { replace(nativeFromSString(value)); }

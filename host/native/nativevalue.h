@@ -84,7 +84,7 @@ private:
     using Data = std::variant<std::monostate, bool, double, std::u16string, NativeObjectRef>;
 
     /// Swaps first and destroys the old content afterwards, since the end of an object may come back to this value.
-    void replace(Data data) { std::swap(m_data, data); }
+    void replace(Data data);
 
     Data m_data;
 };

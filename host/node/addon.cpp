@@ -3,17 +3,24 @@
 #include "host/node/nodecomponent.h"
 #include "host/node/nodeengine.h"
 
+#include <cassert>
+
 namespace {
 
 using Info = Napi::CallbackInfo const&;
 
 NodeObject* handleArgument(Info info)
 {
+    assert(info[0].IsObject() || info[0].IsFunction());
     auto handle = NodeEngine::of(info.Env()).handleOf(info[0].As<Napi::Object>());
     return handle.get(); // the JavaScript object, an argument, keeps it
 }
 
-std::u16string textArgument(Info info, size_t index) { return info[index].As<Napi::String>().Utf16Value(); }
+std::u16string textArgument(Info info, size_t index)
+{
+    assert(info[index].IsString());
+    return info[index].As<Napi::String>().Utf16Value();
+}
 
 /// load(path): loads the component library and returns its classes by name.
 Napi::Value load(Info info)
@@ -40,8 +47,9 @@ void start(Info info) { NodeEngine::of(info.Env()).start(info[0].As<Napi::Object
 /// setPublicClass(name, class): what stands for the component's objects of that class.
 void setPublicClass(Info info)
 {
-    if (auto known = NodeEngine::of(info.Env()).findClass(textArgument(info, 0)))
-        known->setPublicClass(info[1].As<Napi::Function>());
+    auto known = NodeEngine::of(info.Env()).findClass(textArgument(info, 0));
+    assert(known && info[1].IsFunction());
+    known->setPublicClass(info[1].As<Napi::Function>());
 }
 
 // tableGet(proxy, name), tableHas, tableSet, tableDelete, tableNames: the properties that lie with the handle.
@@ -90,6 +98,7 @@ Napi::Value session(Info info)
 /// complete(id, value): a call of a script method has ended.
 void complete(Info info)
 {
+    assert(info[0].IsNumber());
     auto& engine = NodeEngine::of(info.Env());
     engine.calls().complete(info[0].As<Napi::Number>().Uint32Value(), engine.fromScript(info[1]));
 }

@@ -3,6 +3,7 @@
 #include "host/node/closingguard.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstring>
 
 #include <pthread.h>
@@ -31,12 +32,15 @@ uintptr_t stackTop()
 
 } // namespace
 
+bool ClosingGuard::isBelow(Extent const& a, Extent const& b) { return a.begin < b.begin; }
+
 void ClosingGuard::collect(uv_handle_t* handle, void* extents)
 {
     auto address = reinterpret_cast<uintptr_t>(handle);
     auto wrap = reinterpret_cast<uintptr_t>(handle->data); // Node's object, which has the handle inside
     bool isInside = wrap < address && address - wrap < kLargestWrap;
     auto end = address + uv_handle_size(handle->type);
+    assert(end > address);
     static_cast<std::vector<Extent>*>(extents)->push_back({isInside ? wrap : address, end, handle});
 }
 
@@ -46,6 +50,8 @@ __attribute__((noinline, no_sanitize("address"))) void ClosingGuard::scanStack(s
     __builtin_unwind_init(); // puts the registers that callers keep pointers in into this frame
     auto word = static_cast<uintptr_t const*>(__builtin_frame_address(0)) - kFrameWords;
     auto top = reinterpret_cast<uintptr_t const*>(stackTop());
+    assert(!top || word < top);
+    assert(std::is_sorted(extents.begin(), extents.end(), isBelow));
     for (; word < top; ++word) {
         auto after = std::upper_bound(extents.begin(), extents.end(), *word,
                                       [](uintptr_t value, Extent const& extent) { return value < extent.begin; });
@@ -58,7 +64,7 @@ ClosingGuard::ClosingGuard(uv_loop_t* loop) : m_loop(loop)
 {
     std::vector<Extent> extents;
     uv_walk(loop, collect, &extents);
-    std::sort(extents.begin(), extents.end(), [](Extent const& a, Extent const& b) { return a.begin < b.begin; });
+    std::sort(extents.begin(), extents.end(), isBelow);
     scanStack(extents);
     std::sort(m_inUse.begin(), m_inUse.end());
     m_inUse.erase(std::unique(m_inUse.begin(), m_inUse.end()), m_inUse.end());
@@ -67,6 +73,7 @@ ClosingGuard::ClosingGuard(uv_loop_t* loop) : m_loop(loop)
 ClosingGuard::~ClosingGuard()
 {
     for (auto handle : m_heldBack) {
+        assert(uv_is_closing(handle) && handle->loop == m_loop);
         handle->next_closing = m_loop->closing_handles;
         m_loop->closing_handles = handle;
     }
@@ -81,6 +88,7 @@ void ClosingGuard::holdBack()
 {
     for (auto at = &m_loop->closing_handles; *at;) {
         auto handle = *at;
+        assert(uv_is_closing(handle) && handle->loop == m_loop); // what we take for the list is it
         if (isInUse(handle)) {
             *at = handle->next_closing;
             m_heldBack.push_back(handle);
@@ -100,6 +108,7 @@ __attribute__((noinline)) void clearDeadStack()
 
 void startLast(uv_check_t* check, uv_check_cb callback)
 {
+    assert(check->loop && !uv_is_closing(reinterpret_cast<uv_handle_t*>(check)));
     uv_check_stop(check);
     uv_check_start(check, callback);
     // A check handle that is started runs before all others: the others are started again, and so run before this one.

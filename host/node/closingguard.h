@@ -36,6 +36,7 @@ private:
         uv_handle_t* handle;
     };
 
+    static bool isBelow(Extent const& a, Extent const& b);
     static void collect(uv_handle_t* handle, void* extents);
     void scanStack(std::vector<Extent> const& extents);
     bool isInUse(uv_handle_t* handle) const;

@@ -1,18 +1,20 @@
 // host/node/nodecall.cpp: see the header.
 #include "host/node/nodecall.h"
 
+#include <cassert>
 #include <utility>
 
 void NodeCall::complete(NodeValue value)
 {
-    if (m_isTaken.exchange(true))
-        return;
+    [[maybe_unused]] bool wasTaken = m_isTaken.exchange(true);
+    assert(!wasTaken); // a second completion would write into a frame that is gone
     m_done(value);
     m_isDone.store(true, std::memory_order_release);
 }
 
 std::shared_ptr<NodeCall> NodeCallTable::add(NodeCall::Done done)
 {
+    assert(done);
     std::unique_lock lock(m_mutex);
     auto call = std::make_shared<NodeCall>(m_next++, std::move(done));
     if (!m_isClosed) {
@@ -37,6 +39,7 @@ std::vector<std::shared_ptr<NodeCall>> NodeCallTable::close()
 {
     std::vector<std::shared_ptr<NodeCall>> left;
     std::lock_guard lock(m_mutex);
+    assert(!m_isClosed || m_calls.empty());
     m_isClosed = true;
     for (auto& [id, call] : m_calls)
         left.push_back(std::move(call));

@@ -4,6 +4,8 @@
 #include "host/node/nodecomponent.h"
 #include "host/node/nodeengine.h"
 
+#include <cassert>
+
 namespace {
 
 /// The component says whether it knows a dynamic property only when it is asked by name. These are the names it is
@@ -23,11 +25,13 @@ void NodeClass::setPropertyHandlers(ScriptAddProp onAddProp, ScriptDelProp onDel
 
 void NodeClass::addMethod(sstring const& name, ScriptMethod method)
 {
+    assert(method && m_class.IsEmpty());
     m_members.push_back({this, toUtf8(toText(name)), method, false});
 }
 
 void NodeClass::addClassMethod(sstring const& name, ScriptMethod method)
 {
+    assert(method && m_class.IsEmpty());
     m_members.push_back({this, toUtf8(toText(name)), method, true});
 }
 
@@ -72,6 +76,7 @@ std::vector<napi_property_descriptor> NodeClass::describe()
 
 Napi::Function NodeClass::build()
 {
+    assert(m_engine.isScriptThread() && m_class.IsEmpty());
     findProperties();
     auto members = describe();
     Napi::Env env = m_engine.env();
@@ -108,6 +113,7 @@ Napi::Value NodeClass::construct(Napi::CallbackInfo const& info)
 {
     auto script = info.This().As<Napi::Object>();
     if (auto adopted = m_engine.takeAdopted()) {
+        assert(adopted->scriptClass() == this);
         m_engine.wrap(script, *adopted);
         return script;
     }
@@ -126,6 +132,7 @@ Napi::Value NodeClass::construct(Napi::CallbackInfo const& info)
 
 void NodeClass::create(NodeObject& object)
 {
+    assert(object.scriptClass() == this);
     NodeArgs args;
     NodeValue result;
     if (!m_onCreate)
@@ -138,6 +145,7 @@ void NodeClass::create(NodeObject& object)
 
 void NodeClass::destroy(NodeObject& object)
 {
+    assert(object.scriptClass() == this);
     NodeArgs args;
     NodeValue result;
     if (m_onDestroy && NodeComponent::the().isLive())

@@ -5,6 +5,7 @@
 #include "host/node/nodeclass.h"
 #include "host/node/nodeengine.h"
 
+#include <cassert>
 #include <cstdio>
 #include <cstdlib>
 
@@ -54,12 +55,15 @@ std::string NodeComponent::load(std::string const& path)
 
 bool NodeComponent::configure(NodeClass& scriptClass)
 {
+    assert(m_library);
     return m_configCompClass(nullptr, scriptClass.name().c_str(), scriptClass) != 0;
 }
 
 std::string NodeComponent::ensureStarted(NodeEngine& engine)
 {
+    assert(engine.isScriptThread());
     std::lock_guard lock(m_mutex);
+    assert(m_library);
     if (isLive() && isOwnedBy(engine))
         return {};
     if (isLive())
@@ -69,6 +73,7 @@ std::string NodeComponent::ensureStarted(NodeEngine& engine)
     auto problem = findDisplayProblem();
     if (!problem.empty())
         return problem;
+    assert(m_state == State::kNone && !m_owner);
     m_owner = &engine;
     m_init(engine.services());
     m_state = State::kLive;
@@ -81,6 +86,7 @@ void NodeComponent::end(NodeEngine& engine)
 {
     if (!isLive() || !isOwnedBy(engine))
         return;
+    assert(engine.isScriptThread());
     engine.close();
     engine.closeWindows(); // a GUI thread with nothing to paint registers no more destructors
     if (engine.isInsideCall()) {
@@ -88,6 +94,7 @@ void NodeComponent::end(NodeEngine& engine)
         return;
     }
     engine.destroyInstances();
+    NodePump::Wait wait(engine.pump());
     m_shutdown();
     m_state = State::kEnded;
 }

@@ -1,7 +1,9 @@
 // host/node/nodeengine-calls.cpp: calls from script into the component, and from the component into script.
-#include "host/node/nodecomponent.h"
 #include "host/node/nodeengine.h"
 
+#include "host/node/nodecomponent.h"
+
+#include <cassert>
 #include <set>
 #include <string>
 
@@ -28,7 +30,11 @@ class Depth
 {
 public:
     explicit Depth(int& depth) : m_depth(depth) { ++m_depth; }
-    ~Depth() { --m_depth; }
+    ~Depth()
+    {
+        assert(m_depth > 0);
+        --m_depth;
+    }
     Depth(Depth const&) = delete;
     Depth& operator=(Depth const&) = delete;
 
@@ -52,6 +58,7 @@ void NodeEngine::enter(std::function<void()> const& work)
 
 void NodeEngine::invoke(ScriptMethod method, NodeObject* self, NodeArgs& args, NodeValue& result)
 {
+    assert(isScriptThread() && self && method);
     NodeObjectHold hold(self);
     enter([&] { method(m_services, self->getPrivate(), self, args, result); });
 }
@@ -89,6 +96,7 @@ bool NodeEngine::callOwnTable(NodeCall const& call, NodeObject& target, NodeObje
 void NodeEngine::callScript(std::shared_ptr<NodeCall> call, NodeObject& target, NodeObject& self,
                             std::u16string const& name, NodeArgs::Values const& args)
 {
+    assert(isScriptThread());
     if (callOwnTable(*call, target, self, name, args))
         return;
     Napi::HandleScope scope(m_env);
@@ -108,6 +116,7 @@ void NodeEngine::callScript(std::shared_ptr<NodeCall> call, NodeObject& target, 
 NodeValue NodeEngine::callAndWait(NodeObject& target, NodeObject& self, std::u16string const& name,
                                   NodeArgs::Values const& args)
 {
+    assert(isScriptThread()); // elsewhere nobody could wait: callMethodAsync
     Depth depth(m_callDepth);
     NodeValue result;
     auto call = m_calls.add([&result](NodeValue& value) { result = value; });

@@ -1,7 +1,10 @@
 // host/node/nodeengine-loop.cpp: what the pump asks of the interpreter: to run one piece of work, to turn its event
 // loop from further up the stack, and to run its promises there.
 #include "host/node/nodeengine.h"
+
 #include "host/node/reentry.h"
+
+#include <cassert>
 
 // --- while the program is idle ---
 
@@ -17,6 +20,7 @@ bool NodeEngine::dispatchOne()
 
 void NodeEngine::onLoopTurn()
 {
+    assert(isScriptThread() && !pump().isWaiting());
     if (!m_methodNames.tracksAny() || !m_windows.any())
         return;
     Napi::HandleScope scope(m_env);
@@ -36,6 +40,7 @@ void NodeEngine::startTimers()
 
 void NodeEngine::runLoopOnce()
 {
+    assert(pump().isWaiting() && pump().loop());
     reentry::ErrorBarrier barrier;
     uv_run(pump().loop(), UV_RUN_NOWAIT);
 }
@@ -69,6 +74,7 @@ void NodeEngine::runMicrotasks()
 /// a window to close must return.
 void NodeEngine::abandon()
 {
+    assert(pump().isWaiting());
     m_helpers.giveUp();
     close();
     closeWindows();

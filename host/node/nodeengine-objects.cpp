@@ -1,7 +1,10 @@
 // host/node/nodeengine-objects.cpp: the classes and their objects, and what the component does with the JavaScript side
 // of an object.
-#include "host/node/nodeclass.h"
 #include "host/node/nodeengine.h"
+
+#include "host/node/nodeclass.h"
+
+#include <cassert>
 
 // --- classes ---
 
@@ -21,10 +24,15 @@ NodeClass* NodeEngine::findClass(std::u16string const& name)
 
 // --- objects ---
 
-void NodeEngine::addInstance(NodeObject& object) { m_instances.try_emplace(object.number(), &object); }
+void NodeEngine::addInstance(NodeObject& object)
+{
+    assert(isScriptThread() && object.kind() == NodeObject::Kind::kInstance);
+    m_instances.try_emplace(object.number(), &object);
+}
 
 void NodeEngine::removeInstance(NodeObject& object)
 {
+    assert(isScriptThread());
     m_methodNames.untrack(object);
     m_instances.erase(object.number());
 }
@@ -118,6 +126,7 @@ void NodeEngine::defineMethod(NodeObject& object, std::u16string const& name, Sc
     auto script = object.script();
     if (script.IsEmpty())
         return;
+    assert(method);
     auto& stored = m_ownMethods[{method, name}];
     if (!stored)
         stored = std::make_unique<OwnMethod>(OwnMethod{method, toUtf8(name)});
@@ -139,6 +148,7 @@ napi_value NodeEngine::onOwnMethod(napi_env env, napi_callback_info rawInfo)
 
 void NodeEngine::tie(NodeObject& owner, NodeObject& object)
 {
+    assert(&owner != &object && object.owner() == &owner);
     Napi::HandleScope scope(m_env);
     m_helpers.call("tie", {toScript(&owner), object.script()});
 }

@@ -1,6 +1,9 @@
 // host/node/nodeengine-values.cpp: values and objects on their way from one language to the other.
-#include "host/node/nodeclass.h"
 #include "host/node/nodeengine.h"
+
+#include "host/node/nodeclass.h"
+
+#include <cassert>
 
 namespace {
 
@@ -64,6 +67,7 @@ NodeObject* NodeEngine::instanceOf(Napi::Value value)
 
 NodeObjectHold NodeEngine::handleOf(Napi::Object object)
 {
+    assert(isScriptThread());
     if (auto instance = instanceOf(object))
         return NodeObjectHold(instance);
     auto known = m_getHandle.Call(m_handles.Value(), {object});
@@ -83,6 +87,7 @@ Napi::External<NodeObject> NodeEngine::makeExternal(NodeObject& object)
 
 void NodeEngine::wrap(Napi::Object script, NodeObject& object)
 {
+    assert(object.kind() == NodeObject::Kind::kInstance && !instanceOf(script));
     napi_wrap(m_env, script, NodeObjectRef(&object).release(), onCollected, nullptr, nullptr);
     napi_type_tag_object(m_env, script, &kInstanceTag);
     object.bind(script);
@@ -132,8 +137,10 @@ Napi::Value NodeEngine::projectTable(NodeObject& object)
 
 Napi::Value NodeEngine::projectInstance(NodeObject& object)
 {
+    assert(!m_adopted);
     m_adopted = &object;
     auto made = object.scriptClass()->publicClass().New({});
+    assert(made.IsEmpty() || !m_adopted); // the constructor has taken it
     m_adopted = nullptr;
     if (made.IsEmpty()) {
         m_helpers.reportPending();

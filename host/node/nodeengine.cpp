@@ -3,23 +3,20 @@
 
 #include "host/node/nodeclass.h"
 
+#include <cassert>
 #include <condition_variable>
 #include <mutex>
 #include <optional>
 
 NodeEngine::NodeEngine(Napi::Env env)
-    : m_env(env),
-      m_thread(std::this_thread::get_id()),
-      m_runtime(*this),
-      m_helpers(env),
-      m_methodNames(env, m_helpers),
-      m_windows(*this)
+    : m_env(env), m_runtime(*this), m_helpers(env), m_methodNames(env, m_helpers), m_windows(*this)
 {}
 
 NodeEngine& NodeEngine::of(Napi::Env env) { return *env.GetInstanceData<NodeEngine>(); }
 
 void NodeEngine::start(Napi::Object helpers)
 {
+    assert(isScriptThread() && !m_asyncContext);
     m_helpers.start(helpers);
     auto weakMap = m_env.Global().Get("WeakMap").As<Napi::Function>().New({});
     m_handles = Napi::Persistent(weakMap);
@@ -66,6 +63,7 @@ bool NodeEngine::runAndWait(std::function<void()> work)
     std::optional<bool> outcome;
     auto finish = [&](bool good) {
         std::lock_guard lock(mutex);
+        assert(!outcome);
         outcome = good;
         signal.notify_one(); // under the lock: the waiter destroys the signal as soon as it gets it
     };
@@ -79,6 +77,7 @@ bool NodeEngine::runAndWait(std::function<void()> work)
 
 void NodeEngine::close()
 {
+    assert(isScriptThread());
     auto left = m_calls.close();
     pump().close();
     for (auto& call : left)

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "host/hostslots.h"
+#include "host/hostthread.h"
 #include "host/node/nodecall.h"
 #include "host/node/nodehelpers.h"
 #include "host/node/nodemethodnames.h"
@@ -22,7 +23,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -51,7 +51,7 @@ public:
     void start(Napi::Object helpers);
 
     // Threads. Any thread.
-    bool isScriptThread() const { return std::this_thread::get_id() == m_thread; }
+    bool isScriptThread() const { return m_thread.isCurrent(); }
     void post(std::function<void()> run, std::function<void()> cancel = {});
     /// Runs `work` on the script thread: at once when this is it, else later.
     void runOrPost(std::function<void()> work);
@@ -172,7 +172,7 @@ private:
     void abandon();
 
     Napi::Env m_env;
-    std::thread::id const m_thread;
+    HostThread const m_thread;
     NodeRuntime m_runtime;
     NodeServices m_services;
 

@@ -1,8 +1,11 @@
 // host/node/nodehelpers.cpp: see the header.
 #include "host/node/nodehelpers.h"
 
+#include <cassert>
+
 void NodeHelpers::start(Napi::Object helpers)
 {
+    assert(m_thread.isCurrent() && m_functions.empty());
     auto names = helpers.GetPropertyNames();
     for (uint32_t i = 0; i < names.Length(); ++i) {
         auto name = names.Get(i).As<Napi::String>().Utf8Value();
@@ -12,7 +15,13 @@ void NodeHelpers::start(Napi::Object helpers)
     }
 }
 
-Napi::FunctionReference const& NodeHelpers::find(char const* name) const { return m_functions.find(name)->second; }
+Napi::FunctionReference const& NodeHelpers::find(char const* name) const
+{
+    auto found = m_functions.find(name);
+    assert(m_thread.isCurrent());
+    assert(found != m_functions.end()); // else index.js does not give this function
+    return found->second;
+}
 
 Napi::Value NodeHelpers::call(char const* name, std::initializer_list<napi_value> args)
 {

@@ -2,11 +2,13 @@
 // index.js), and what becomes of an error that leaves one of them.
 #pragma once
 
+#include "host/hostthread.h"
+
+#include <napi.h>
+
 #include <initializer_list>
 #include <map>
 #include <string>
-
-#include <napi.h>
 
 /// The helpers of one environment. Script thread.
 class NodeHelpers
@@ -35,6 +37,7 @@ private:
     Napi::FunctionReference const& find(char const* name) const;
 
     Napi::Env m_env;
+    HostThread const m_thread;
     std::map<std::string, Napi::FunctionReference, std::less<>> m_functions;
     bool m_hasGivenUp = false;
 };

@@ -4,17 +4,20 @@
 #include "host/node/nodehelpers.h"
 #include "host/node/nodeobject.h"
 
+#include <cassert>
 #include <memory>
 #include <utility>
 
 void NodeMethodNames::track(NodeObject& object)
 {
+    assert(m_thread.isCurrent());
     m_tracked.insert(&object);
     m_fresh.insert(&object);
 }
 
 void NodeMethodNames::untrack(NodeObject& object)
 {
+    assert(m_thread.isCurrent());
     m_tracked.erase(&object);
     m_fresh.erase(&object);
 }
@@ -49,6 +52,7 @@ void NodeMethodNames::publishEach(std::vector<NodeObjectRef> const& objects)
 void NodeMethodNames::publishOne(NodeObject& object)
 {
     Napi::HandleScope scope(m_env);
+    assert(m_thread.isCurrent());
     auto script = object.script();
     if (script.IsEmpty())
         return;

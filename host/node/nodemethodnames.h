@@ -3,12 +3,13 @@
 // and publishes what it saw.
 #pragma once
 
+#include "host/hostthread.h"
 #include "host/node/nodeobjectref.h"
+
+#include <napi.h>
 
 #include <unordered_set>
 #include <vector>
-
-#include <napi.h>
 
 class NodeHelpers;
 
@@ -34,6 +35,7 @@ private:
     void publishOne(NodeObject& object);
 
     Napi::Env m_env;
+    HostThread const m_thread;
     NodeHelpers& m_helpers;
     std::unordered_set<NodeObject*> m_tracked; // not kept: an object leaves before it ends
     std::unordered_set<NodeObject*> m_fresh;   // tracked, never published

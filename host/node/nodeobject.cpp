@@ -4,6 +4,7 @@
 #include "host/node/nodeclass.h"
 #include "host/node/nodeengine.h"
 
+#include <cassert>
 #include <utility>
 
 namespace {
@@ -44,13 +45,23 @@ NodeObject::NodeObject(NodeEngine& engine, Kind kind, NodeClass* scriptClass)
 
 NodeObject::~NodeObject()
 {
+    assert(m_references == 0 && m_holds == 0);
+    assert(m_engine.isScriptThread() || m_engine.pump().isClosed());
     if (m_engine.pump().isClosed())
         m_script.SuppressDestruct(); // the environment is going and takes its references along
 }
 
+void NodeObject::addReference()
+{
+    [[maybe_unused]] int before = m_references.fetch_add(1, std::memory_order_relaxed);
+    assert(before > 0);
+}
+
 void NodeObject::dropReference()
 {
-    if (m_references.fetch_sub(1, std::memory_order_acq_rel) != 1)
+    int before = m_references.fetch_sub(1, std::memory_order_acq_rel);
+    assert(before > 0);
+    if (before != 1)
         return;
     if (m_engine.isScriptThread() || m_engine.pump().isClosed())
         delete this;
@@ -67,7 +78,9 @@ void NodeObject::addHold()
 
 void NodeObject::dropHold()
 {
-    if (m_holds.fetch_sub(1, std::memory_order_acq_rel) == 1)
+    int before = m_holds.fetch_sub(1, std::memory_order_acq_rel);
+    assert(before > 0);
+    if (before == 1)
         settleSoon();
     dropReference();
 }
@@ -79,6 +92,7 @@ void NodeObject::settleSoon()
 
 void NodeObject::bind(Napi::Object object)
 {
+    assert(m_engine.isScriptThread() && !m_isBound);
     m_script = Napi::ObjectReference::New(object, 0);
     m_isFunction = object.IsFunction();
     m_isBound = true;
@@ -86,10 +100,15 @@ void NodeObject::bind(Napi::Object object)
     settle();
 }
 
-Napi::Object NodeObject::script() const { return m_isBound ? m_script.Value() : Napi::Object(); }
+Napi::Object NodeObject::script() const
+{
+    assert(m_engine.isScriptThread());
+    return m_isBound ? m_script.Value() : Napi::Object();
+}
 
 void NodeObject::unbind()
 {
+    assert(m_engine.isScriptThread());
     m_isBound = false;
     m_engine.methodNames().untrack(*this);
     settle();
@@ -97,6 +116,7 @@ void NodeObject::unbind()
 
 void NodeObject::setOwner(NodeObject* owner)
 {
+    assert(m_engine.isScriptThread() && owner->kind() == Kind::kInstance);
     if (m_owner || owner == this)
         return;
     {
@@ -110,6 +130,7 @@ void NodeObject::setOwner(NodeObject* owner)
 
 void NodeObject::settle()
 {
+    assert(m_engine.isScriptThread());
     if (m_isBound && isStrong() != m_isStrong && !m_engine.pump().isClosed()) {
         m_isStrong = !m_isStrong;
         m_isStrong ? m_script.Ref() : m_script.Unref();
@@ -120,6 +141,7 @@ void NodeObject::settle()
 
 void NodeObject::destroyInstance()
 {
+    assert(m_engine.isScriptThread() && m_kind == Kind::kInstance);
     if (std::exchange(m_isDestroyed, true))
         return;
     m_class->destroy(*this);

@@ -55,7 +55,7 @@ public:
 
     // Lifetime, for NodeObjectRef and NodeObjectHold. A reference keeps the handle; a hold is a reference that also
     // keeps the JavaScript object. Any thread; what the last of them leaves to do travels to the script thread.
-    void addReference() { m_references.fetch_add(1, std::memory_order_relaxed); }
+    void addReference();
     void dropReference();
     void addHold();
     void dropHold();

@@ -4,6 +4,7 @@
 #include "host/node/nodecomponent.h"
 #include "host/node/nodeengine.h"
 
+#include <cassert>
 #include <utility>
 
 void NodeOpenWindows::notice(NodeObject& window, bool isOpen)
@@ -32,6 +33,7 @@ bool NodeOpenWindows::contains(NodeObject& window) const
 
 void NodeOpenWindows::opened(NodeObject& window)
 {
+    assert(m_engine.isScriptThread());
     if (!m_held.try_emplace(&window, &window).second)
         return;
     if (!std::exchange(m_hadAny, true))
@@ -40,6 +42,7 @@ void NodeOpenWindows::opened(NodeObject& window)
 
 void NodeOpenWindows::closed(NodeObject& window)
 {
+    assert(m_engine.isScriptThread());
     auto held = m_held.extract(&window); // lets go at the end: script hears of it while the window is held
     if (!held)
         return;

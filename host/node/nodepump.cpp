@@ -11,6 +11,7 @@
 #include "host/node/nodeengine.h"
 
 #include <algorithm>
+#include <cassert>
 #include <chrono>
 
 #include <poll.h>
@@ -24,14 +25,16 @@ constexpr int kEagerSleepMs = 2;
 
 } // namespace
 
-NodePump::Wait::Wait(NodePump& pump) : m_pump(pump), m_wasQuiet(pump.m_isQuiet), m_guard(std::move(pump.m_guard))
+NodePump::Wait::Wait(NodePump& pump)
+    : m_pump(pump), m_depth(++pump.m_waitDepth), m_wasQuiet(pump.m_isQuiet), m_guard(std::move(pump.m_guard))
 {
-    ++pump.m_waitDepth;
+    assert(pump.m_engine.isScriptThread());
     pump.m_isQuiet = false;
 }
 
 NodePump::Wait::~Wait()
 {
+    assert(m_pump.m_waitDepth == m_depth); // waits end in the opposite order
     --m_pump.m_waitDepth;
     m_pump.m_isQuiet = m_wasQuiet;
     m_pump.m_guard = std::move(m_guard);
@@ -39,6 +42,7 @@ NodePump::Wait::~Wait()
 
 void NodePump::start(uv_loop_t* loop)
 {
+    assert(m_engine.isScriptThread() && !m_loop && m_openHandles == 0);
     m_loop = loop;
     uv_async_init(loop, &m_async, onAsync);
     uv_prepare_init(loop, &m_prepare);
@@ -54,6 +58,7 @@ void NodePump::start(uv_loop_t* loop)
 
 void NodePump::stop(std::function<void()> closed)
 {
+    assert(m_loop && isClosed() && m_openHandles == 3);
     m_onStopped = std::move(closed);
     {
         std::lock_guard lock(m_mutex); // after this nobody sends to the handle
@@ -61,6 +66,7 @@ void NodePump::stop(std::function<void()> closed)
     }
     auto onClosed = [](uv_handle_t* handle) {
         auto self = static_cast<NodePump*>(handle->data);
+        assert(self->m_openHandles > 0);
         if (--self->m_openHandles == 0)
             self->m_onStopped();
     };
@@ -71,6 +77,7 @@ void NodePump::stop(std::function<void()> closed)
 
 void NodePump::post(NodeTask task)
 {
+    assert(task.run);
     {
         std::lock_guard lock(m_mutex);
         if (!isClosed()) {
@@ -101,7 +108,9 @@ void NodePump::close()
 
 bool NodePump::take(NodeTask& task, bool handlersToo)
 {
+    assert(m_engine.isScriptThread());
     std::lock_guard lock(m_mutex);
+    assert(!isClosed() || m_tasks.empty());
     if (m_tasks.empty() || (m_tasks.front().callsHandler && !handlersToo))
         return false;
     task = std::move(m_tasks.front());
@@ -132,6 +141,7 @@ bool NodePump::hasWork() const
 
 void NodePump::setAlive(bool alive)
 {
+    assert(m_engine.isScriptThread());
     if (alive == m_isAlive || !m_loop)
         return;
     m_isAlive = alive;
@@ -167,12 +177,14 @@ void NodePump::onCheck(uv_check_t* handle)
 
 void NodePump::runOnce(int)
 {
+    assert(isWaiting());
     runReady();
     takeWake();
 }
 
 void NodePump::step()
 {
+    assert(isWaiting()); // the component is called through a Wait, whoever calls it
     if (runReady() || takeWake())
         return;
     if (isClosed()) {
@@ -238,6 +250,7 @@ bool NodePump::takeWake()
 bool NodePump::waitForSignal(int64_t microseconds)
 {
     std::unique_lock lock(m_mutex);
+    assert(m_sleep == Sleep::kAwake);
     m_sleep = Sleep::kOnSignal;
     bool roused = m_signal.wait_for(lock, std::chrono::microseconds(microseconds),
                                     [this] { return m_isWoken || !m_tasks.empty(); });
@@ -253,6 +266,7 @@ void NodePump::waitInLoop()
         std::lock_guard lock(m_mutex);
         if (m_isWoken || !m_tasks.empty())
             return;
+        assert(m_sleep == Sleep::kAwake);
         m_sleep = Sleep::kInLoop;
     }
     pollfd descriptor{uv_backend_fd(m_loop), POLLIN, 0};

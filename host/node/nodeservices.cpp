@@ -3,6 +3,7 @@
 
 #include "host/node/nodeengine.h"
 
+#include <cassert>
 #include <cstring>
 
 namespace {
@@ -37,6 +38,7 @@ void NodePlatform::destroyArgs(ScriptArgs* args)
 {
     if (!args)
         return;
+    assert(theListsInUse > 0); // lists end on the thread that made them
     --theListsInUse;
     delete static_cast<NodeArgs*>(args);
 }

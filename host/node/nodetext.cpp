@@ -1,6 +1,7 @@
 // host/node/nodetext.cpp: conversions of text. Writes nothing, keeps nothing; any thread.
 #include "host/node/nodetext.h"
 
+#include <cassert>
 #include <charconv>
 #include <cmath>
 
@@ -15,6 +16,7 @@ bool isLow(char16_t unit) { return (unit & 0xFC00) == 0xDC00; }
 
 char32_t nextOf(std::u16string_view text, size_t& at)
 {
+    assert(at < text.size());
     char16_t unit = text[at++];
     if (isHigh(unit) && at < text.size() && isLow(text[at]))
         return 0x10000 + ((unit - 0xD800u) << 10) + (text[at++] - 0xDC00u);
@@ -64,6 +66,7 @@ bool isScalar(char32_t c, int trail)
 
 char32_t nextOf(std::string_view bytes, size_t& at)
 {
+    assert(at < bytes.size());
     auto lead = static_cast<unsigned char>(bytes[at]);
     int trail = trailCount(lead);
     if (trail < 0 || at + static_cast<size_t>(trail) >= bytes.size()) {

@@ -3,9 +3,16 @@
 
 #include "host/node/nodeobject.h"
 
+#include <cassert>
 #include <cmath>
 #include <limits>
 #include <utility>
+
+NodeValue::NodeValue(Data data) : m_data(std::move(data))
+{
+    auto hold = std::get_if<NodeObjectHold>(&m_data);
+    assert(!hold || *hold); // no object is null, which is a kind of its own
+}
 
 NodeObject* NodeValue::object() const
 {

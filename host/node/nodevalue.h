@@ -17,7 +17,7 @@ public:
     using Data = std::variant<std::monostate, bool, double, std::u16string, NodeObjectHold>;
 
     NodeValue() = default;
-    explicit NodeValue(Data data) : m_data(std::move(data)) {}
+    explicit NodeValue(Data data);
     NodeValue(NodeValue const&) = default;
     NodeValue(NodeValue&&) = default;
     // Not defaulted: the base class assigns through `assign`, so that a move would copy first.

@@ -2,13 +2,20 @@
 // signatures since Node 12; pointers stay opaque.
 #include "host/node/reentry.h"
 
+#include <algorithm>
+#include <cassert>
 #include <cstdlib>
+#include <iterator>
 
 #include <dlfcn.h>
 
 namespace reentry {
 
 namespace {
+
+// What the room for a v8::TryCatch is filled with, and how much of its end must stay so.
+constexpr unsigned char kUntouched = 0xA5;
+constexpr int kMargin = 128;
 
 struct Functions
 {
@@ -67,7 +74,9 @@ ErrorBarrier::ErrorBarrier()
 {
     if (!m_isActive)
         return;
+    std::fill(std::begin(m_tryCatch), std::end(m_tryCatch), kUntouched);
     v8().makeTryCatch(m_tryCatch, v8().currentIsolate());
+    assert(std::count(std::end(m_tryCatch) - kMargin, std::end(m_tryCatch), kUntouched) == kMargin);
     v8().setVerbose(m_tryCatch, true);
 }
 

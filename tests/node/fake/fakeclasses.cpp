@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstring>
+#include <vector>
 
 #define FAKE_METHOD(name)                                                                                              \
     void name([[maybe_unused]] LibManager& manager, [[maybe_unused]] ScriptPrivate* data,                              \
@@ -152,26 +153,38 @@ struct Fire
 {
     ScriptObject* target;
     sstring name;
-    ScriptArgs* args;
+    std::vector<ScriptValue*> values; // made by the platform
     int delayMs;
 };
+
+/// The arguments of a handler; made on the GUI thread, as the real component makes them.
+ScriptArgs* takeArguments(Fire* fire)
+{
+    auto list = fake.platform->createArgs(fake.engine);
+    for (auto value : fire->values) {
+        list->append(value);
+        fake.platform->destroyValue(value);
+    }
+    return list;
+}
 
 void publish(char const* name, ScriptValue* value) { fake.session->setProperty(name, value); }
 
 void runFire(Fire* fire)
 {
     sleepMs(fire->delayMs);
+    auto list = takeArguments(fire);
     auto result = fake.platform->createValue(fake.engine);
     auto value = fake.platform->createValue(fake.engine);
     value->setBool(fire->target->hasMethod(fire->name));
     publish("lastKnown", value);
-    callHandler(fire->target, fire->name, fire->args, result);
+    callHandler(fire->target, fire->name, list, result);
     publish("lastResult", result);
     value->setInt(fake.fires.fetch_add(1) + 1);
     publish("fires", value);
     fake.platform->destroyValue(value);
     fake.platform->destroyValue(result);
-    fake.platform->destroyArgs(fire->args);
+    fake.platform->destroyArgs(list);
     fire->target->letGo();
     delete fire;
 }
@@ -180,11 +193,12 @@ void runFire(Fire* fire)
 /// it saw into the session.
 FAKE_METHOD(testFire)
 {
-    auto list = fake.platform->createArgs(fake.engine);
-    for (int i = 2; i < args.count(); ++i)
-        list->append(args.get(i));
+    auto fire = new Fire{self, args.get(1)->toString(0), {}, args.get(0)->toInt(0)};
+    for (int i = 2; i < args.count(); ++i) {
+        fire->values.push_back(fake.platform->createValue(fake.engine));
+        fire->values.back()->assign(*args.get(i));
+    }
     self->keep();
-    auto fire = new Fire{self, args.get(1)->toString(0), list, args.get(0)->toInt(0)};
     fake.gui.post([fire] { runFire(fire); });
 }
 
