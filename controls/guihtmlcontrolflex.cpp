@@ -8,6 +8,7 @@
 
 #include <QHeaderView>
 #include <QScrollBar>
+#include <algorithm>
 #include <cassert>
 
 namespace {
@@ -28,6 +29,8 @@ guiHtml& guiHtmlControlFlex::operator=(guiHtml& other)
     destroyWidgets(); // they show the rows that are replaced now
     m_list = flex->m_list;
     m_items = copyWithoutRows(flex->m_items);
+    assert(
+        std::all_of(m_items.begin(), m_items.end(), [this](auto const& entry) { return !entry || isBound(*entry); }));
     return *this;
 }
 
