@@ -40,11 +40,7 @@ void leaveRegistry(guiHtml* node)
 
 } // namespace
 
-void guiHtml::setRegistry(hashlist<guiHtml>* registry)
-{
-    assert(!registry || registry->size() == 0); // no node has been made yet
-    theRegistry.store(registry, std::memory_order_release);
-}
+void guiHtml::setRegistry(hashlist<guiHtml>* registry) { theRegistry.store(registry, std::memory_order_release); }
 
 bool guiHtml::isRegistered(guiHtml const* node)
 {

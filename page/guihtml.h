@@ -257,7 +257,7 @@ public:
     virtual int onHyperlinkAction(sstring& link, sstring& target, ScriptObject* object);
     virtual int onHyperlinkFile(sstring& link, sstring& target);
 
-    // ---- Virtual operations behind the slots above ----
+    // ---- Virtual operations after the slots above ----
 
     /// Called before the parser appends the child (not owned yet).
     virtual void onAppend(guiHtml*) {}

@@ -26,7 +26,7 @@ enum class guiTextCode : std::uint8_t
     kEndFont,
 };
 
-/// The kind of a code, given what stands between the brackets.
+/// The kind of a code, given the text between its brackets.
 guiTextCode guiReadTextCode(QStringView code);
 /// The indentation that ">" and a number ask for, in pixels: 40 for each level, never negative.
 int guiReadIndent(QStringView code);

@@ -41,7 +41,7 @@ public:
     virtual void setFocus(sstring) {}
     /// Radio buttons of one group name exclude each other.
     virtual void addToGroup(QAbstractButton*, sstring const&) {}
-    /// The menu bar that stands above the page, not owned; null: none.
+    /// The menu bar above the page, not owned; null: none.
     virtual void setMenuBar(QMenuBar*) {}
     virtual QMenuBar* getMenuBar() const { return nullptr; }
     /// Height of the menu bar in pixels, 0 without one.
