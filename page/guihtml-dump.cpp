@@ -1,8 +1,6 @@
 // page/guihtml-dump.cpp: the tree as text, for tests and the debugger.
 #include "page/guihtml.h"
 
-#include "page/guihtmltext.h"
-
 #include <QScrollBar>
 #include <string>
 
@@ -141,7 +139,7 @@ sstring guiHtml::toString(unsigned indent)
     dumpWriter out(indent);
     out.line(sstring(typeWord(getType())) + ": " + getName() + "\n");
     if (getType() == kTypeText)
-        out.line(sstring("text: ") + static_cast<guiHtmlText*>(this)->getText() + "\n");
+        out.line(sstring("text: ") + getRunText() + "\n");
     writeGeometry(out, this);
     writeLook(out, this);
     writeChildren(out, this, indent + 2);

@@ -1,5 +1,5 @@
 // page/guihtml-file.cpp: fills nodes from files: pages, pictures, background images, and the files that `src`
-// attributes name. guihtml-load.cpp parses the text. Content filters are script: one may delete the node.
+// attributes name. guihtmlparser-load.cpp parses the text. Content filters are script: one may delete the node.
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"

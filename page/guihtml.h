@@ -1,8 +1,8 @@
 // page/guihtml.h: the base class of all page elements. A page is a tree of nodes: the root (guipageroot.h), text runs
 // (guihtmltext.h), images, controls, forms and framesets derive from guiHtml; a plain guiHtml is a table, a cell or a
 // frame. guihtml.cpp makes, copies and destroys nodes, guihtml-tree.cpp walks the tree, guihtml-dump.cpp writes it as
-// text, guihtml-load.cpp fills a node from page text, guihtmlsize.cpp computes its rectangle, guihtml-paint.cpp paints
-// it, guihtml-link.cpp follows its links.
+// text, guihtmlparser-load.cpp fills a node from page text, guihtmlsize.cpp computes its rectangle, guihtml-paint.cpp
+// paints it, guihtml-link.cpp follows its links.
 #pragma once
 
 #include "foundation/vela-string.h"

@@ -65,6 +65,7 @@ public:
 
     /// The text with its codes.
     sstring getText() const { return mx.text.toString(); }
+    sstring getRunText() const override { return getText(); }
     /// The text for the parser to append to.
     guiRunText& editText() { return mx.text; }
 

@@ -38,9 +38,9 @@ public:
 
     void eraseFormProperty(ScriptObject* form) override { pGUI->getFormProp()->eraseProperty(form, getName()); }
 
-    int setText(sstring const& content, sstring const&) override
+    int setText(sstring const& page, sstring const&) override
     {
-        text = content.c_str();
+        text = page.c_str();
         return 1;
     }
 

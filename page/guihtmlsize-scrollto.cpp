@@ -1,5 +1,6 @@
-// page/guihtml-scroll.cpp: repaints and scrolls a node. Scrolling moves the pixels, paints the strip that appears, and
-// moves the native widgets that were or become visible. Layout makes the scroll bars (guihtmlsize-scroll.cpp).
+// page/guihtmlsize-scrollto.cpp: repaints and scrolls a node. Scrolling moves the pixels, paints the strip that
+// appears, and moves the native widgets that were or become visible. Layout makes the scroll bars
+// (guihtmlsize-scroll.cpp).
 #include "foundation/vela-threadrole.h"
 #include "page/guichildspan.h"
 #include "page/guihtml.h"

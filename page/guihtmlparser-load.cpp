@@ -1,4 +1,4 @@
-// page/guihtml-load.cpp: fills a node from page text.
+// page/guihtmlparser-load.cpp: fills a node from page text.
 #include "page/guihtml.h"
 
 #include "foundation/vela-mlparser.h"

@@ -1,4 +1,4 @@
-// page/guihtml-font.cpp: the font of a node: its own if the page names one, otherwise that of its parent.
+// page/guihtmltext-nodefont.cpp: the font of a node: its own if the page names one, otherwise that of its parent.
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guifontepoch.h"
