@@ -259,6 +259,8 @@ public:
 
     // ---- Virtual operations after the slots above ----
 
+    /// The text of a run, with its codes; "" for every other node.
+    virtual sstring getRunText() const { return {}; }
     /// Called before the parser appends the child (not owned yet).
     virtual void onAppend(guiHtml*) {}
     /// Replaces the content by a picture or a movie; `path` is the file's full name. 1 or 0.
