@@ -4,6 +4,7 @@
 #include "controls/guiimagec.h"
 #include "foundation/vela-error.h"
 #include "foundation/vela-textstream.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
@@ -11,13 +12,14 @@
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 
+#include <cassert>
 #include <memory>
 
 namespace {
 
-constexpr unsigned kPathUnits = 1024; // room for a full name, which the host may write in place
+constexpr unsigned kPathUnits = 1024; // 16-bit units of room, in which the host writes the full name
 
-/// Whether script learns which control it is called for.
+/// Whether the event is a user's choice of a control, which script finds as the session's current control.
 bool isChoice(guiHtml* node, sstring const& event)
 {
     return node->getType() == guiHtml::kTypeControl && node->hasString(kStringName) && guiCallback_ShouldDisable(event);
@@ -29,6 +31,7 @@ bool isChoice(guiHtml* node, sstring const& event)
 
 int guiComponentHost::callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply)
 {
+    assert(node && target);
     if (!target->hasMethod(guiCallback_StripEventName(event)))
         return 0;
     if (guiHtmlBase* root = guiHtmlBase::of(node); root && isChoice(node, event))
@@ -37,7 +40,7 @@ int guiComponentHost::callHandler(guiHtml* node, ScriptObject* target, sstring c
     return 1;
 }
 
-// Only controls have objects that are made for them; those of custom elements exist before their node asks.
+// Objects are made for controls only; a custom element's object exists before its node asks.
 ScriptObject* guiComponentHost::buildCustomObject(guiHtml* node)
 {
     if (!pGUI || node->getType() != guiHtml::kTypeControl || !guiPageObjectOf(node))
@@ -47,7 +50,7 @@ ScriptObject* guiComponentHost::buildCustomObject(guiHtml* node)
 
 void guiComponentHost::unbindObject(ScriptObject* object, guiHtml* node)
 {
-    // A copy of a node has the same object, which still stands for the node that was copied.
+    // A copy of a node has the object of the original, and the object stands for the original only.
     if (!pGUI || pGUI->findNode(object) != node)
         return;
     pGUI->unbindObject(object);
@@ -72,6 +75,7 @@ HostLoadFile* guiComponentHost::loadFile() { return pGUI ? pGUI->getLoadFile() :
 
 sstring guiComponentHost::resolvePath(ScriptObject* owner, sstring const& path)
 {
+    assert(!pGUI->holdsLock());
     sstring full = path;
     full.setSize(kPathUnits);
     pGUI->getLoadFile()->resolvePath(owner, full);
@@ -81,26 +85,25 @@ sstring guiComponentHost::resolvePath(ScriptObject* owner, sstring const& path)
 int guiComponentHost::readText(ScriptObject* owner, sstring const& path, sstring& text)
 {
     try {
-        std::unique_ptr<textstream> stream(pGUI->loadTextStream(owner, path));
+        std::unique_ptr<textstream> stream = pGUI->loadTextStream(owner, path);
         if (!stream)
             return 0;
         text = stream->toString();
         return 1;
     } catch (velaError const&) {
-        return 0; // no memory for it
+        return 0; // out of memory
     }
 }
 
 int guiComponentHost::filterText(guiPageRoot* root, sstring& name, sstring& text)
 {
-    auto* window = static_cast<guiHtmlBase*>(root);
+    assertOnGuiThread();
+    guiHtmlBase* window = guiHtmlBase::from(root);
     if (!window)
         return guiFilter_load(nullptr, name, text, nullptr, nullptr);
     ScriptObject* page = window->getPageObject();
-    window->shutdownEnter(); // a filter is a call into script made for this page
-    int const result = guiFilter_load(page, name, text, page, window->getFormObject());
-    window->shutdownLeave();
-    return result;
+    guiPageInCall const alive(*window); // a filter is a call into script made for this page
+    return guiFilter_load(page, name, text, page, window->getFormObject());
 }
 
 int guiComponentHost::readImage(ScriptObject* owner, sstring const& path, QPixmap& image)

@@ -1,11 +1,11 @@
-// runtime/guicomponenthost.h: the component as the host of pages and controls: the host's files, the content filters,
-// the script handlers behind links, the GUI thread and the list of windows. What only the script classes know is left
-// open for script/guiscripthost.h.
+// runtime/guicomponenthost.h: the component as the host of pages and controls: it answers what they ask of the files,
+// the content filters, the script handlers behind links, the GUI thread and the list of windows. What only the script
+// classes can answer is left to script/guiscripthost.h.
 #pragma once
 
 #include "controls/guicontrolhost.h"
 
-/// Answers from the one component (`pGUI`), and neutrally while there is none.
+/// Answers with the help of the one component (`pGUI`), and neutrally while there is none.
 class guiComponentHost : public guiControlHost
 {
 public:
@@ -40,7 +40,7 @@ public:
     HostLoadFile* loadFile() override;
 
 protected:
-    /// The user used the control of this name: script asks the session for it. `window` is the private slot of the
-    /// window's script object.
-    virtual void chooseControl(ScriptPrivate*, sstring const&) {}
+    /// The user has used the control of this name, so it becomes the session's current control. `window` is the private
+    /// slot of the window's script object. GUI thread.
+    virtual void chooseControl(ScriptPrivate* window, sstring const& name) = 0;
 };

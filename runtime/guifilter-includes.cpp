@@ -47,13 +47,13 @@ constexpr std::string_view kEvent = "event://";
 
 bool isBlank(unsigned short unit) { return unit == ' ' || unit == '\t'; }
 
-/// Reads on behind `<!--#`.
+/// Reads what follows `<!--#`.
 class includeReader
 {
 public:
     includeReader(units text, std::size_t at) : m_text(text), m_at(at) {}
 
-    /// Skips blanks, then the word; false when something else stands there.
+    /// Skips blanks and then the word; false when something else stands there.
     bool take(std::string_view word)
     {
         skipBlanks();
@@ -63,7 +63,7 @@ public:
         return true;
     }
 
-    /// Between quotation marks, or up to a blank; to the end of the text where that never comes.
+    /// The value between quotation marks or up to a blank; up to the end of the text when neither follows.
     units takeValue()
     {
         skipBlanks();
@@ -88,7 +88,7 @@ private:
     std::size_t m_at;
 };
 
-/// What the include at `begin` asks for, which opens like one; nothing when it is malformed.
+/// The value of the include that opens at `begin`; nothing when it is malformed.
 std::optional<units> readInclude(units text, std::size_t begin)
 {
     includeReader reader(text, begin + kOpening.size());
@@ -97,8 +97,8 @@ std::optional<units> readInclude(units text, std::size_t begin)
     return reader.takeValue();
 }
 
-/// The first include that is well formed. Malformed ones are the parser's. Behind one that nothing closes there is no
-/// other that something does.
+/// The first include that is well formed; malformed ones are left to the parser. When one is not closed, neither is any
+/// that follows it.
 std::optional<include> findInclude(units text)
 {
     for (std::size_t at = findWord(text, 0, kOpening); at != units::npos; at = findWord(text, at + 1, kOpening)) {
@@ -117,7 +117,7 @@ units unitsOf(sstring const& text) { return units(text.getUnicode(), text.getLen
 
 sstring stringOf(units text) { return sstring(text.data(), 0, static_cast<unsigned>(text.size())); }
 
-/// What the include stands for: "" for a value that is no link to a handler.
+/// What the handler returns for the include; "" when the value is not a link to a handler.
 sstring expansionOf(include const& found, ScriptObject* owner)
 {
     std::size_t const event = findWord(found.value, 0, kEvent);

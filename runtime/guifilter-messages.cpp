@@ -1,4 +1,4 @@
-// runtime/guifilter-messages.cpp: replaces the numbered messages of a page by what a script object says for them.
+// runtime/guifilter-messages.cpp: replaces the numbered messages of a page by the texts that a script object gives.
 #include "runtime/guifilter.h"
 
 #include "foundation/vela-log.h"
@@ -6,6 +6,7 @@
 #include "runtime/guicallback.h"
 
 #include <algorithm>
+#include <cassert>
 #include <optional>
 #include <string>
 
@@ -15,20 +16,15 @@ using units = std::basic_string_view<unsigned short>;
 
 bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
 
-/// What the object says for a key; nothing when it does not know it.
+/// The object's text for a key; nothing when it has none.
 std::optional<sstring> messageFor(ScriptObject* messages, sstring const& key)
 {
-    HostPlatform* platform = pGUI->getPlatform();
-    ScriptValue* answer = platform->createValue(messages->getEngine());
-    guiCallback_CallGetString(messages, key, answer);
-    std::optional<sstring> text;
-    if (!answer->isNull())
-        text = answer->toString(0);
-    platform->destroyValue(answer);
-    return text;
+    guiOwnedValue answer(pGUI->getPlatform()->createValue(messages->getEngine()));
+    guiCallback_CallGetString(messages, key, answer.get());
+    return answer->isNull() ? std::nullopt : std::optional(answer->toString(0));
 }
 
-/// Replaces the messages from left to right; what was put in is not looked at again.
+/// Replaces the messages from left to right; texts that were put in are not searched again.
 class messageWalk
 {
 public:
@@ -46,12 +42,13 @@ public:
     }
 
 private:
-    /// The marker at `at`; the last of its units that were replaced.
+    /// Replaces the marker at `at` and gives the place of its last unit; `at` itself when it stays.
     std::size_t replaceAt(std::size_t at)
     {
         auto const digits = m_text.begin() + static_cast<std::ptrdiff_t>(at) + 1;
         std::size_t const end =
             static_cast<std::size_t>(std::find_if_not(digits, m_text.end(), isDigit) - m_text.begin());
+        assert(end > at + 1 && m_copied <= at);
         std::optional<sstring> const message = messageFor(m_messages, sformat("AUTO%ld", atol16(&m_text[at + 1])));
         if (!message)
             return at;
@@ -64,7 +61,7 @@ private:
     units m_text;
     ScriptObject* m_messages; // not owned
     std::basic_string<unsigned short> m_out;
-    std::size_t m_copied = 0; // units of m_text that m_out stands for
+    std::size_t m_copied = 0; // units of m_text that are in m_out already, as they were or replaced
 };
 
 } // namespace

@@ -1,6 +1,6 @@
-// runtime/guifilter.cpp: the table of content filters, and their way over a page. Script may add and remove filters
-// while one runs: a page goes through those that there were when it came, less those that are gone when their turn
-// comes.
+// runtime/guifilter.cpp: the table of content filters, and how they run over a page. Script may add and remove filters
+// while one runs: a page goes through the filters that existed when it was loaded, without those that are removed
+// before their turn.
 #include "runtime/guifilter.h"
 
 #include "foundation/vela-log.h"
@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cassert>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -23,14 +24,15 @@ sstring expressionFor(sstring const& pattern)
     return isEnding ? sstring(".") + pattern : pattern;
 }
 
-/// One registered filter: either a function or an object with messages. Held by the table and by the pages that are on
-/// their way through it.
+/// One registered filter: either a function or an object with messages. Held by the table and by the pages that are
+/// being filtered.
 class oneFilter
 {
 public:
     oneFilter(sstring const& filterPattern, ScriptValue* filterFunction, ScriptObject* filterMessages)
         : pattern(filterPattern), function(filterFunction), messages(filterMessages), m_names(expressionFor(pattern))
     {
+        assert((function != nullptr) != (messages != nullptr));
         if (!m_names.Compile())
             velaLog("guiFilter_add() - %s is not a valid pattern: it matches nothing\n",
                     velaPrintable(pattern).c_str());
@@ -87,7 +89,7 @@ filterList filtersFor(sstring const& path)
     return all;
 }
 
-/// A function that returns nothing declines: the text stays.
+/// A function that returns nothing leaves the text as it is.
 void runFunction(oneFilter const& filter, ScriptObject* owner, sstring& text, ScriptObject* window)
 {
     sstring filtered = guiCallback_CallFilter(owner, filter.function, window, text);
@@ -114,6 +116,7 @@ void run(oneFilter const& filter, ScriptObject* owner, sstring& text, ScriptObje
 void guiFilter_add(sstring pattern, ScriptObject* messages)
 {
     assertOnScriptThread();
+    assert(messages);
     messages->keep();
     insert(std::make_shared<oneFilter>(pattern, nullptr, messages));
 }
@@ -121,6 +124,7 @@ void guiFilter_add(sstring pattern, ScriptObject* messages)
 void guiFilter_add(sstring pattern, ScriptValue* function)
 {
     assertOnScriptThread();
+    assert(function);
     ScriptValue* copy = guiComponent::NewScriptValue();
     *copy = *function;
     insert(std::make_shared<oneFilter>(pattern, copy, nullptr));
@@ -129,7 +133,7 @@ void guiFilter_add(sstring pattern, ScriptValue* function)
 void guiFilter_remove(sstring pattern)
 {
     assertOnScriptThread();
-    filterList removed; // let go after the lock: that goes to the host
+    filterList removed; // declared before the guard, so that filters end, which calls the host, without the lock
     std::lock_guard<std::mutex> guard(theLock);
     for (std::shared_ptr<oneFilter>& filter : theFilters) {
         if (!filter || filter->pattern != pattern)
@@ -141,11 +145,10 @@ void guiFilter_remove(sstring pattern)
 
 void guiFilter_destroyAll()
 {
-    filterList all;
-    {
-        std::lock_guard<std::mutex> guard(theLock);
-        all.swap(theFilters);
-    }
+    assertOnScriptThread();
+    filterList all; // as in guiFilter_remove()
+    std::lock_guard<std::mutex> guard(theLock);
+    all.swap(theFilters);
 }
 
 unsigned guiFilter_count()
@@ -163,6 +166,7 @@ void guiFilter_showText(ScriptObject* form, sstring const& text)
 
 int guiFilter_load(ScriptObject* owner, sstring& name, sstring& text, ScriptObject* window, ScriptObject* form)
 {
+    assert(!pGUI || !pGUI->holdsLock()); // filters call script
     for (std::shared_ptr<oneFilter> const& filter : filtersFor(name))
         if (!filter->isRemoved)
             run(*filter, owner, text, window, form);

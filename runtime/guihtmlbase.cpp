@@ -17,6 +17,7 @@
 #include <QFontInfo>
 #include <QMenuBar>
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -30,8 +31,8 @@ int middleOf(int minimum, int maximum, int fallback)
     return maximum != 0 ? maximum : fallback;
 }
 
-/// A size that a window can have: larger than any screen, and a page that asks for more gets no more than 256 MiB of
-/// pixels.
+/// Limits a size in pixels to what a window can have. The limit is larger than any screen, and keeps the pixels of a
+/// page that asks for more within 256 MiB.
 int inRange(int size)
 {
     constexpr int kLargestWindow = 8192;
@@ -87,8 +88,7 @@ guiHtmlBase::guiHtmlBase(ScriptObject* page, ScriptPrivate* data, ScriptObject* 
 guiHtmlBase::~guiHtmlBase()
 {
     shutdownWait();
-    for (auto const& group : m_groups)
-        delete group.second;
+    m_groups.clear();
     if (m_returnCode)
         m_engine->releaseValue(m_returnCode);
     destroyChildren(); // while this is still the root that they ask for
@@ -101,7 +101,7 @@ void guiHtmlBase::release(guiHtmlBase* root)
         return;
     guiNodeWatch live(root);
     if (guiWidget* widget = root->getWidget()) {
-        guiLaterEvents later; // script's object is going already: it is called no more
+        guiLaterEvents later; // script's object is going already, so no handler may run
         widget->refresh();
     }
     root->destroyWidget();
@@ -111,6 +111,7 @@ void guiHtmlBase::release(guiHtmlBase* root)
     root->m_page = nullptr;
     root->m_pagePrivate = nullptr;
     root->m_form = nullptr;
+    assert(!root->getWidget());
     if (!root->isCalling())
         delete root;
 }
@@ -123,7 +124,7 @@ bool guiHtmlBase::isCalling() const
     return isCalling;
 }
 
-/// The widget, for a caller that is going to change it; setters run on other threads too as long as there is none.
+/// The widget, for a caller that uses it: only the GUI thread may, while there is one.
 guiWidget* guiHtmlBase::widgetToUse() const
 {
     guiWidget* widget = getWidget();
@@ -163,16 +164,17 @@ void guiHtmlBase::destroyWidget()
     if (!widget)
         return;
     guiNodeWatch self(this);
-    widget->refresh(); // the node under the pointer hears that it is left while the page is still whole
+    widget->refresh(); // tells the node under the pointer that it is left, while the page is still whole
     if (!self.alive() || getWidget() != widget)
         return;
     formValues().store(); // while the controls still know what was typed into them
     if (!self.alive() || getWidget() != widget)
         return;
     destroyChildWidget();
+    assert(getWidget() == widget);
     m_widget.store(nullptr, std::memory_order_release);
     guiLayoutRun::startAnew(); // controls take no room in a page without a window
-    widget->deleteWhenSafe();  // tells the component, at the end of the paint if one is going on
+    widget->deleteWhenSafe();  // at the end of the paint if one is going on; tells the component
     guiCallback_postNullEvent();
 }
 
@@ -262,11 +264,12 @@ void guiHtmlBase::setReturnCode(ScriptValue& value)
 void guiHtmlBase::addToGroup(QAbstractButton* button, sstring const& group)
 {
     assertOnGuiThread();
+    assert(button);
     istring wanted(group);
     auto found =
         std::find_if(m_groups.begin(), m_groups.end(), [&](auto const& known) { return wanted == known.first; });
     if (found == m_groups.end()) {
-        m_groups.emplace_back(group, new QButtonGroup);
+        m_groups.emplace_back(group, std::make_unique<QButtonGroup>());
         found = std::prev(m_groups.end());
     }
     found->second->addButton(button);
@@ -311,6 +314,7 @@ void guiHtmlBase::shutdownLeave()
     if (!pGUI)
         return;
     pGUI->enter();
+    assert(pGUI->hasCallsInFlight(m_shutdownCount)); // each call for a page is one for the component
     if (m_shutdownCount != 0)
         --m_shutdownCount;
     if (m_shutdownCount == 0 && m_isReleased)
@@ -324,10 +328,11 @@ void guiHtmlBase::shutdownWait()
     constexpr unsigned kPollMs = 200;
     if (!pGUI)
         return;
+    assert(!pGUI->holdsLock()); // the end of a call takes it
     pGUI->enter();
     while (m_shutdownCount != 0) {
         pGUI->leave();
-        // The call that is waited for may need the script thread, so that one serves it instead of sleeping.
+        // The call may need the script thread, so that thread runs script work instead of sleeping.
         ScriptPump* pump = pGUI->getThread()->isScriptThread() ? pGUI->getPump() : nullptr;
         if (pump)
             pump->step();
@@ -340,8 +345,8 @@ void guiHtmlBase::shutdownWait()
 
 QWidget* guiHtmlBase::getTopLevelWidget() { return getParent() ? getParent()->getTopLevelWidget() : getWidget(); }
 
-/// Enter and Escape: closes the window for the name "X", else triggers the control of that name. Always 1: the key is
-/// used up.
+/// What Enter and Escape do: the name "X" closes the window, any other triggers the control of that name. Always 1,
+/// which uses up the key.
 int guiHtmlBase::triggerNamed(sstring const& name)
 {
     if (name.getLength() == 0)

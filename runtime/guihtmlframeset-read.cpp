@@ -9,24 +9,24 @@
 
 namespace {
 
-/// Comma-separated pixels, percents and "*".
-std::vector<guiHtmlFrameset::track_t> readTracks(sstring const& list)
+/// Reads a comma-separated list of pixels, percents and "*".
+std::vector<guiHtmlFrameset::track> readTracks(sstring const& list)
 {
     constexpr std::size_t kMostTracks = 1000;
-    std::vector<guiHtmlFrameset::track_t> tracks;
+    std::vector<guiHtmlFrameset::track> tracks;
     for (unsigned at = 0; at < list.getLength() && tracks.size() < kMostTracks;) {
         unsigned end = std::min(list.find(',', at), list.getLength());
         sstring part = list.subString(at, end - at);
         guiLength length = guiToLength(part);
         bool isShare = part.find('*') != sstring::npos;
-        tracks.push_back(isShare ? guiHtmlFrameset::track_t() : guiHtmlFrameset::track_t{length.unit, length.value});
+        tracks.push_back(isShare ? guiHtmlFrameset::track() : guiHtmlFrameset::track{length.unit, length.value});
         at = end + 1;
     }
     return tracks;
 }
 
-/// A frameset without a size of its own fills its place: its frames share what there is. Inside another one its place
-/// is its column and row.
+/// A frameset without a size of its own fills its place. Not called for one inside another frameset, whose place is its
+/// column and row.
 void fillPlace(guiHtml* node)
 {
     if (node->m.fixed.unitX == kUnitUnbound) {

@@ -6,6 +6,7 @@
 
 #include <QWidget>
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -35,7 +36,7 @@ guiHtml& guiHtmlFrameset::operator=(guiHtml& other)
 
 guiHtml* guiHtmlFrameset::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
-void guiHtmlFrameset::setTracks(std::vector<track_t> columns, std::vector<track_t> rows)
+void guiHtmlFrameset::setTracks(std::vector<track> columns, std::vector<track> rows)
 {
     m_columnTracks = std::move(columns);
     m_rowTracks = std::move(rows);
@@ -45,6 +46,7 @@ void guiHtmlFrameset::setTracks(std::vector<track_t> columns, std::vector<track_
 
 void guiHtmlFrameset::onAppend(guiHtml* child)
 {
+    assert(child && child != this);
     if (child->getType() == kTypeText)
         return;
     unsigned const count = getChildCount();
@@ -55,11 +57,12 @@ void guiHtmlFrameset::onAppend(guiHtml* child)
 
 void guiHtmlFrameset::placeNext(guiHtml* frame)
 {
+    assert(m_columns >= 1 && m_rows >= 1);
     unsigned column = m_frames % static_cast<unsigned>(m_columns);
     unsigned row = m_frames / static_cast<unsigned>(m_columns);
     ++m_frames;
-    track_t width = column < m_columnTracks.size() ? m_columnTracks[column] : track_t();
-    track_t height = row < m_rowTracks.size() ? m_rowTracks[row] : track_t();
+    track width = column < m_columnTracks.size() ? m_columnTracks[column] : track();
+    track height = row < m_rowTracks.size() ? m_rowTracks[row] : track();
     frame->m.fixed.unitX = width.unit;
     frame->m.fixed.x = width.size;
     frame->m.fixed.unitY = height.unit;
@@ -69,9 +72,10 @@ void guiHtmlFrameset::placeNext(guiHtml* frame)
 int guiHtmlFrameset::getChildHeight(unsigned index, unsigned long width, unsigned long available)
 {
     assertOnGuiThread();
+    assert(index < getChildCount());
     if (!guiChildList::isNode(getChild(index)) || !sharesHeight(getChild(index)))
         return guiHtml::getChildHeight(index, width, available);
-    shares_t const& shares = shareHeight(available);
+    rowShares const& shares = shareHeight(available);
     return index < shares.lastRow ? shares.each : shares.last;
 }
 
@@ -83,8 +87,8 @@ int guiHtmlFrameset::fixedRowHeight(unsigned first, unsigned count, unsigned lon
     return height;
 }
 
-/// Asked for every frame, worked out once.
-guiHtmlFrameset::shares_t const& guiHtmlFrameset::shareHeight(unsigned long available)
+/// Asked for every frame, worked out once in a run of the layout.
+guiHtmlFrameset::rowShares const& guiHtmlFrameset::shareHeight(unsigned long available)
 {
     if (m_shares.run == guiLayoutRun::number() && m_shares.available == available)
         return m_shares;
@@ -129,7 +133,7 @@ guiHtml* guiHtmlFrameset::hitTest(int* x, int* y)
     return this;
 }
 
-// Of the pointer on its dividers a frameset tells nobody who has not asked.
+// Script hears of the pointer on the dividers only if the page asks for mouse events of the frameset.
 
 void guiHtmlFrameset::onMouseOn()
 {

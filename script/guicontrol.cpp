@@ -1,4 +1,4 @@
-// script/guicontrol.cpp: the GuiControl class: its record, its methods and its two read-only properties.
+// script/guicontrol.cpp: see guicontrol.h: the record, the methods and the two read-only properties of the class.
 #include "script/guicontrol.h"
 
 #include "controls/guihtmlimage.h"
@@ -14,6 +14,7 @@
 #include "script/guiwindow.h"
 
 #include <QWidget>
+#include <cassert>
 #include <cstdlib>
 #include <mutex>
 #include <new>
@@ -21,11 +22,11 @@
 
 namespace {
 
-// Control objects by window, so that a window which ends is forgotten by them: they do not keep it.
+// Control objects by window. They do not keep their window, so they are found here and unbound when it ends.
 std::mutex theLock;
 std::set<std::pair<ScriptObject*, guiControlData*>> theBindings; // guarded by theLock
 
-/// A picture shows another file; that of a window which is not on the screen is loaded when it is.
+/// Gives a picture another file, which is loaded now or, when the window is not on the screen, as soon as it is.
 void changePicture(guiHtmlImage& image, sstring const& file)
 {
     image.setSource(guiFullName(&image, file));
@@ -132,7 +133,7 @@ void guiControl_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
     result.setString(guiSizePolicy_toName(node ? node->getSizePolicy() : kPolicyResize));
 }
 
-/// The arguments of a property handler while it runs on the GUI thread.
+/// The part of guiControl_onGetProp that runs on the GUI thread. Its argument is the name of the property.
 void readClientSize_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     assertOnGuiThread();
@@ -144,24 +145,23 @@ void readClientSize_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Scr
 
 void publishWindow(ScriptObject* control, ScriptObject* window)
 {
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiOwnedValue value = guiNewValue();
     value->setObject(window);
-    control->setProperty("window", value);
-    guiComponent::DeleteScriptValue(value);
+    control->setProperty("window", value.get());
 }
 
 void publishName(ScriptObject* control, sstring const& name)
 {
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiOwnedValue value = guiNewValue();
     value->setString(name);
-    control->setProperty("name", value);
-    guiComponent::DeleteScriptValue(value);
+    control->setProperty("name", value.get());
 }
 
 /// Ends the binding to a window, if there is one. Under the lock.
 void unbind(guiControlData& record)
 {
-    theBindings.erase({record.window, &record});
+    [[maybe_unused]] std::size_t const count = theBindings.erase({record.window, &record});
+    assert(count == 1 || !record.window);
     record.window = nullptr;
     record.windowData = nullptr;
 }
@@ -195,11 +195,10 @@ bool guiControl_onGetProp(LibManager& manager, ScriptPrivate* data, ScriptObject
     assertOnScriptThread();
     if (!guiControl_onAddProp(manager, data, self, name, isStatic))
         return false;
-    ScriptArgs* args = guiComponent::NewScriptArgs();
-    args->append(const_cast<ScriptValue*>(&name));
+    guiOwnedArgs args = guiNewArgs();
+    args->append(const_cast<ScriptValue*>(&name)); // copied, not changed
     out.setNull();
     pGUI->getThread()->callFunction(readClientSize_qt, manager, data, self, *args, out);
-    guiComponent::DeleteScriptArgs(args);
     return true;
 }
 
@@ -210,6 +209,7 @@ bool guiControl_onSetProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValu
 
 void guiControl_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
 {
+    assert(!guiControl_getData(data));
     void* memory = std::malloc(sizeof(guiControlData));
     if (!memory)
         throw std::bad_alloc();
@@ -217,7 +217,8 @@ void guiControl_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, S
     result.setBool(1);
 }
 
-void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
+void guiControl_onDestroy(LibManager&, ScriptPrivate* data, [[maybe_unused]] ScriptObject* self, ScriptArgs&,
+                          ScriptValue& result)
 {
     assertOnScriptThread();
     result.setBool(1);
@@ -228,6 +229,7 @@ void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
         std::lock_guard<std::mutex> guard(theLock);
         unbind(*record);
     }
+    assert(record->self == self);
     data->setData(kPrivateKey, nullptr);
     record->~guiControlData();
     velaPoison(record, sizeof *record);
@@ -258,6 +260,7 @@ void guiControl_setPrivateInfo(ScriptPrivate* data, ScriptObject* window, sstrin
         unbind(*record);
         record->window = window;
         record->windowData = window ? guiWindow_getData(window->getPrivate()) : nullptr;
+        assert(theBindings.count({window, record}) == 0);
         theBindings.insert({window, record});
     }
     publishWindow(record->self, window);
@@ -290,7 +293,7 @@ void guiControl_forgetWindow(ScriptObject* window)
 guiHtml* guiControl_getHtml(ScriptPrivate* data, ScriptObject* self)
 {
     assertOnGuiThread();
-    // A node's own object means that node: others on the page may have the same name, or none as well.
+    // An object that was made for a node stands for that node; others may have the same name, or no name either.
     if (guiHtml* node = pGUI->findNode(self))
         return node;
     guiControlData* record = guiControl_getData(data);
@@ -311,6 +314,7 @@ ScriptObject* CreateControlObject(ScriptObject* page)
 
 void FleshInControlObject(ScriptObject* object, guiHtml* node)
 {
+    assert(object && node);
     ScriptObject* window = guiPageObjectOf(node);
     guiControl_setPrivateInfo(object->getPrivate(), window, node->getName());
     guiControlData* record = guiControl_getData(object->getPrivate());
@@ -319,7 +323,7 @@ void FleshInControlObject(ScriptObject* object, guiHtml* node)
     for (guiScriptMethod const& entry : kMethods)
         if (!object->hasMethod(entry.name))
             object->addMethod(entry.name, entry.method);
-    if (!record) { // of another class, a script component's
+    if (!record) { // an object of another class, which a script component has made
         publishWindow(object, window);
         publishName(object, node->getName());
     }

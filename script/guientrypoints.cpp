@@ -5,10 +5,15 @@
 #include "foundation/vela-string.h"
 #include "foundation/vela-threadrole.h"
 #include "runtime/gui.h"
+#include "runtime/guithread.h"
 #include "script/guicontrol.h"
 #include "script/guiscripthost.h"
 #include "script/guisizepolicy.h"
 #include "script/guiwindow.h"
+
+#include <array>
+#include <cassert>
+#include <iterator>
 
 namespace {
 
@@ -24,7 +29,18 @@ constexpr componentClass kClasses[] = {
     {"GuiImage", guiImage_onConfigure},
 };
 
-char const* const kClassNames[] = {"GuiWindow", "GuiControl", "GuiSizePolicy", "GuiToolkit", "GuiImage", nullptr};
+/// The same names as GetCompNames() gives them, with a null pointer at the end.
+constexpr auto kClassNames = [] {
+    std::array<char const*, std::size(kClasses) + 1> names{};
+    for (std::size_t i = 0; i < std::size(kClasses); ++i)
+        names[i] = kClasses[i].name;
+    return names;
+}();
+
+bool isSameName(char const* a, char const* b)
+{
+    return stricmp8(reinterpret_cast<unsigned char const*>(a), reinterpret_cast<unsigned char const*>(b)) == 0;
+}
 
 } // namespace
 
@@ -35,6 +51,7 @@ int Init(LibManager& manager)
     MemMgr_Init();
     guiScriptHost_install();
     pGUI = new guiComponent(manager);
+    assert(pGUI->getThread()->isScriptThread());
     return 1;
 }
 
@@ -51,7 +68,7 @@ int Shutdown()
     return 1;
 }
 
-char const* const* GetCompNames() { return kClassNames; }
+char const* const* GetCompNames() { return kClassNames.data(); }
 
 int ConfigCompClass(void*, char const* name, ScriptClass& scriptClass)
 {
@@ -59,8 +76,7 @@ int ConfigCompClass(void*, char const* name, ScriptClass& scriptClass)
     if (!name)
         return 0;
     for (componentClass const& known : kClasses) {
-        if (stricmp8(reinterpret_cast<unsigned char const*>(name),
-                     reinterpret_cast<unsigned char const*>(known.name)) == 0)
+        if (isSameName(name, known.name))
             return known.configure(scriptClass) != 0 ? 1 : 0;
     }
     return 0;

@@ -29,6 +29,6 @@ protected:
 
 void guiScriptHost_install()
 {
-    static auto& host = *new scriptHost; // never destroyed: pages may outlive the process's static objects
+    static auto& host = *new scriptHost; // never destroyed: pages may outlive static objects
     guiControlHost::install(&host);
 }

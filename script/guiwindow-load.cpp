@@ -16,23 +16,24 @@
 #include "runtime/guithread.h"
 #include "script/guicontrol.h"
 
+#include <cassert>
+
 namespace {
 
-/// Makes the window known to the session: its page is the one being worked with from now on.
+/// Makes the window the session's current one.
 void publish(guiWindowData& record)
 {
     ScriptObject* session = pGUI->getSession();
     if (!session)
         return;
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiOwnedValue value = guiNewValue();
     value->setObject(record.window);
-    session->setProperty("currentWindow", value);
+    session->setProperty("currentWindow", value.get());
     value->setObject(record.form);
-    session->setProperty("currentForm", value);
-    guiComponent::DeleteScriptValue(value);
+    session->setProperty("currentForm", value.get());
 }
 
-/// Builds the page tree of a new window from the page's text, which is used up.
+/// Builds the page tree of a new window from the text of its file, which is emptied.
 int apply(guiHtmlBase& root, guiPageFile& file)
 {
     datastream stream(file.text());
@@ -46,7 +47,7 @@ int apply(guiHtmlBase& root, guiPageFile& file)
     return result;
 }
 
-/// What a new page takes in from outside: first values that the form holds already, and the pages and pictures that
+/// Gives a new page what comes from outside: the values that the form holds already, and the pages and pictures that
 /// the page names.
 void finishLoading(guiHtmlBase* root)
 {
@@ -56,9 +57,10 @@ void finishLoading(guiHtmlBase* root)
         root->dynamicLoad();
 }
 
-/// Makes the page of a window that has none. Filters are script, which may destroy the window.
+/// Makes the page of a window that has none. The filters run script, which may destroy the window.
 int loadFirst(guiWindowData& record, ScriptObject* relativeTo, sstring const& path)
 {
+    assert(!record.root);
     guiPageFile file(path, "GuiWindow::load()");
     if (!file.read(relativeTo))
         return 0;
@@ -83,18 +85,15 @@ void loadFirst_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptAr
         result.setBool(loadFirst(*record, self, guiTextOf(args, 0)));
 }
 
-/// Nodes, pictures and measured text belong to the GUI thread.
+/// Loads the first page on the GUI thread, to which nodes, pictures and measured text belong.
 int callLoadFirst(ScriptPrivate* data, ScriptObject* relativeTo, sstring const& path)
 {
-    ScriptArgs* args = guiComponent::NewScriptArgs();
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiOwnedArgs args = guiNewArgs();
+    guiOwnedValue value = guiNewValue();
     value->setString(path);
-    args->append(value);
+    args->append(value.get());
     pGUI->getThread()->callFunction(loadFirst_qt, pGUI->getManager(), data, relativeTo, *args, *value);
-    int const result = value->toBool(0);
-    guiComponent::DeleteScriptValue(value);
-    guiComponent::DeleteScriptArgs(args);
-    return result;
+    return value->toBool(0);
 }
 
 } // namespace
@@ -111,13 +110,14 @@ int guiWindow_load(ScriptPrivate* data, ScriptObject* relativeTo, sstring path)
     if (!record)
         return 0;
     if (record->root)
-        return pGUI->getThread()->callLoadFile(record->root, path); // which resolves the name, behind its bookmark
+        return pGUI->getThread()->callLoadFile(record->root, path); // resolves the name itself, apart from its bookmark
     return callLoadFirst(data, relativeTo, guiWindow_resolve(relativeTo, path));
 }
 
 ScriptObject* guiWindow_control(ScriptPrivate* data, sstring name, void** out)
 {
     assertOnGuiThread();
+    assert(out);
     *out = nullptr;
     guiWindowData* record = guiWindow_getData(data);
     guiHtml* node = record ? GetControl(record, name) : nullptr;

@@ -1,5 +1,5 @@
-// script/guiwindow-methods.cpp: what the GuiWindow methods do on the GUI thread: check the arguments, then read or
-// change the page root. A window without a page gives each method's neutral result.
+// script/guiwindow-methods.cpp: see guiwindow-methods.h. Each method checks the arguments, then reads or changes the
+// page root. Without a page it gives its neutral result.
 #include "script/guiwindow-methods.h"
 
 #include "controls/guiscriptmethod.h"
@@ -14,7 +14,7 @@ namespace {
 
 guiHtmlBase* rootOf(ScriptPrivate* data) { return GetWindow(guiWindow_getData(data)); }
 
-/// No argument means on; one boolean or whole number is taken as it is; anything else is no switch.
+/// No argument means on; one boolean or number is taken as it is; anything else is not a switch.
 std::optional<int> switchArgument(ScriptArgs& args)
 {
     if (!guiIsOptionalSwitch(args))

@@ -1,5 +1,5 @@
-// script/guiwindow.cpp: the GuiWindow class as script sees it: its table of methods, and the life of its record. What
-// the methods do on the GUI thread is in guiwindow-methods.cpp, loading in guiwindow-load.cpp.
+// script/guiwindow.cpp: see guiwindow.h: the table of methods and the life of the record. What the methods do on the
+// GUI thread is in guiwindow-methods.cpp, loading a page in guiwindow-load.cpp.
 #include "script/guiwindow.h"
 
 #include "controls/guiscriptmethod.h"
@@ -14,6 +14,9 @@
 #include "script/guicontrol.h"
 #include "script/guiwindow-methods.h"
 
+#include <cassert>
+#include <cstdlib>
+#include <new>
 #include <utility>
 
 namespace {
@@ -38,8 +41,8 @@ constexpr ScriptMethod guiWindow_setSizePolicy_script = guiCallOnGuiThread<guiWi
 constexpr ScriptMethod guiWindow_getSizePolicy_script = guiCallOnGuiThread<guiWindow_getSizePolicy_qt>;
 constexpr ScriptMethod guiWindow_control_script = guiCallOnGuiThread<guiWindow_control_qt>;
 
-// The methods below send blocking events of their own, so they run on the script thread. Handlers may run meanwhile and
-// destroy the window: each step looks at the record again.
+// The methods below send blocking events of their own, so they run on the script thread. Handlers that run meanwhile
+// may destroy the window, so each step looks at the record again.
 
 void guiWindow_open_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
@@ -48,13 +51,12 @@ void guiWindow_open_script(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
     result.setBool(guiWindow_open(data, modal));
 }
 
-/// Tells the page that its window stands.
+/// Tells the window's script object that the window is open.
 void raisePostOpen(guiWindowData const& record)
 {
-    static const sstring kPostOpen("ePostOpen");
-    ScriptValue* ignored = guiComponent::NewScriptValue();
-    guiCallback_CallEvent(record.root, record.window, kPostOpen, pGUI->getSession(), ignored);
-    guiComponent::DeleteScriptValue(ignored);
+    static sstring const kPostOpen("ePostOpen");
+    guiOwnedValue ignored = guiNewValue();
+    guiCallback_CallEvent(record.root, record.window, kPostOpen, pGUI->getSession(), ignored.get());
 }
 
 void guiWindow_show_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
@@ -66,7 +68,7 @@ void guiWindow_show_script(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
     guiHtmlBase* opened = GetWindow(guiWindow_getData(data));
     if (!opened)
         return;
-    guiWidget* widget = opened->getWidget(); // compared with the open windows only, never followed
+    guiWidget* widget = opened->getWidget(); // only compared with the open windows, never dereferenced
     raisePostOpen(*guiWindow_getData(data));
     if (widget)
         pGUI->runPump(widget);
@@ -124,6 +126,7 @@ void deleteRoot_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&,
 {
     assertOnGuiThread();
     guiWindowData* record = guiWindow_getData(data);
+    assert(record);
     guiHtmlBase::release(std::exchange(record->root, nullptr));
 }
 
@@ -180,6 +183,7 @@ void guiWindow_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
 {
     assertOnScriptThread();
     pGUI->setEngine(self->getEngine());
+    assert(!guiWindow_getData(data));
     auto* record = static_cast<guiWindowData*>(std::calloc(1, sizeof(guiWindowData)));
     if (!record)
         throw std::bad_alloc();
@@ -205,6 +209,7 @@ void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject*
         pGUI->getThread()->callFunction(deleteRoot_qt, manager, data, self, args, result);
     if (guiWindow_getData(data) != record)
         return; // a handler that ran meanwhile has destroyed the window already
+    assert(!record->root);
     guiControl_forgetWindow(record->window);
     data->setData(kPrivateKey, nullptr);
     if (record->control)
@@ -256,10 +261,9 @@ void SetCurrentControl(ScriptPrivate* data, sstring& name)
     ScriptObject* session = pGUI->getSession();
     if (!record || !record->control || !session)
         return;
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiOwnedValue value = guiNewValue();
     value->setObject(record->control);
-    session->setProperty("currentControl", value);
-    guiComponent::DeleteScriptValue(value);
+    session->setProperty("currentControl", value.get());
     guiControl_setPrivateName(record->control->getPrivate(), name);
 }
 

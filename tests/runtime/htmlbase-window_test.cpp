@@ -307,7 +307,7 @@ TEST(Framesets, HaveOneColumnAndOneRowUntilToldAndCopyBoth)
     EXPECT_EQ(frameset.getType(), 6);
     EXPECT_EQ(frameset.getColumnCount(), 1);
     EXPECT_EQ(frameset.getRowCount(), 1);
-    frameset.setTracks(std::vector<guiHtmlFrameset::track_t>(3), std::vector<guiHtmlFrameset::track_t>(2));
+    frameset.setTracks(std::vector<guiHtmlFrameset::track>(3), std::vector<guiHtmlFrameset::track>(2));
     frameset.m.border = 7;
     guiHtmlFrameset assigned;
     guiHtml& target = assigned;
