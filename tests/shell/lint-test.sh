@@ -253,11 +253,25 @@ WithoutHistoryTheChangesAreSkipped() {
     [ "$passed $failed $skipped" = '0 0 1' ] || fail "counted: $passed $failed $skipped"
 }
 
-# A tree of two sources that include one header, and a clang-tidy that finds a fault in whatever holds the word "fault".
+# A tree of two sources, and a clang-tidy that finds a fault in a file that holds that word, and that can not compile
+# one with the word "misfit" behind another.
 put_tidy_tree() {
-    pretend clang-tidy-14 'case "$1" in --version) echo 14; exit ;; esac' \
-        'for name; do :; done' 'echo "$name" >>"$WORK/read"' \
-        'grep -q fault "$name" || exit 0' 'echo "$PWD/$name:1:1: error: a fault [check]"' 'exit 1'
+    pretend clang-tidy-14 'case "$*" in *--version* | *--dump-config*) exit ;; esac' \
+        'for word; do' \
+        '    case $word in --checks=-\**) trial=yes ;; --) break ;; esac' \
+        '    source=$word' \
+        'done' \
+        'files=$(sed -n "s/^#include \"\(\/.*\)\"/\1/p" "$source")' \
+        '[ -n "$trial" ] || echo "$source" $files | sed "s|[^ ]*/tree/||g; s|build/lint/groups/||" >>"$WORK/read"' \
+        '[ -n "$files" ] || files=$source' \
+        'first=yes' \
+        'for name in $files $(sed -n "s|^#include \"\([^/].*\)\"|$PWD/\1|p" $files); do' \
+        '    [ -n "$trial" ] || ! grep -q fault "$name" || { echo "$name:1:1: error: a fault [check]" && code=1; }' \
+        '    [ -n "$first" ] || ! grep -q misfit "$name" ||' \
+        '        { echo "$name:1:1: error: no [clang-diagnostic-error]" && code=1; }' \
+        '    first=' \
+        'done' \
+        'exit ${code-0}'
     export WORK=$work
     put page/a.h
     put page/a.cpp '#include "page/a.h"'
@@ -269,18 +283,18 @@ put_tidy_tree() {
     cd "$work/tree" || exit
 }
 
-# tidy FILE...: what it says in the last line, and the sources that were read.
+# tidy FILE...: what was read is in $work/read, one line for each run.
 tidy() {
     : >"$work/read"
     run node "$real/scripts/lint/tidy.js" build/dev "$@"
 }
-expect_read() { [ "$(sort "$work/read" | paste -sd' ')" = "$1" ] || fail "read: $(<"$work/read")"; }
+expect_read() { [ "$(<"$work/read")" = "$1" ] || fail "read: $(<"$work/read")"; }
 
 ASourceIsReadAgainOnlyWhenSomethingHasChanged() {
     put_tidy_tree
     tidy page/a.cpp page/b.cpp
     expect_code 0
-    expect_read 'page/a.cpp page/b.cpp'
+    expect_read 'page/group1.cpp page/a.cpp page/b.cpp'
     tidy page/a.cpp page/b.cpp
     expect_code 0
     expect_read ''
@@ -289,7 +303,7 @@ ASourceIsReadAgainOnlyWhenSomethingHasChanged() {
     expect_read page/a.cpp
     put page/.clang-tidy 'Checks: other'
     tidy page/a.cpp page/b.cpp
-    expect_read 'page/a.cpp page/b.cpp'
+    expect_read 'page/group1.cpp page/a.cpp page/b.cpp'
 }
 
 AFindingFailsUntilItIsMended() {
@@ -298,12 +312,34 @@ AFindingFailsUntilItIsMended() {
     tidy page/a.cpp page/b.cpp
     expect_code 1
     grep -qx 'page/b.cpp:1:1: error: a fault \[check\]' "$work/out" || fail 'the finding is not shown'
+    expect_read $'page/group1.cpp page/a.cpp page/b.cpp\npage/b.cpp'
     tidy page/a.cpp page/b.cpp
     expect_code 1
     expect_read page/b.cpp
     put page/b.cpp
     tidy page/a.cpp page/b.cpp
     expect_code 0
+}
+
+AFindingInAHeaderIsShownOnce() {
+    put_tidy_tree
+    put page/a.h '// fault'
+    put page/b.cpp '#include "page/a.h"'
+    tidy page/a.cpp page/b.cpp
+    expect_code 1
+    [ "$(grep -cx 'page/a.h:1:1: error: a fault \[check\]' "$work/out")" = 1 ] || fail 'the finding is not shown once'
+    grep -qx '2 sources, 2 of them read now, 2 with findings' "$work/out" || fail 'both are not clean'
+    put page/a.h
+    tidy page/a.cpp page/b.cpp
+    expect_code 0
+}
+
+SourcesThatDoNotFitTogetherAreReadApart() {
+    put_tidy_tree
+    put page/b.cpp '// misfit'
+    tidy page/a.cpp page/b.cpp
+    expect_code 0
+    [ "$(sort "$work/read")" = $'page/a.cpp\npage/b.cpp' ] || fail "read: $(<"$work/read")"
 }
 
 ASourceThatNothingCompilesIsNamed() {
