@@ -8,8 +8,9 @@
 class HostThread
 {
 public:
+    HostThread() : m_id(std::this_thread::get_id()) {}
     bool isCurrent() const { return std::this_thread::get_id() == m_id; }
 
 private:
-    std::thread::id const m_id = std::this_thread::get_id();
+    std::thread::id const m_id;
 };

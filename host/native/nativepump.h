@@ -42,7 +42,7 @@ private:
     static constexpr unsigned kAsleep = 2;
 
     std::atomic<unsigned> m_signal{kQuiet};
-    HostThread const m_scriptThread;
+    [[maybe_unused]] HostThread const m_scriptThread;
     bool m_shortWaits = false; // the last wait was over within the spin limit
     std::mutex m_mutex;        // guards m_queue
     std::deque<Work> m_queue;

@@ -125,7 +125,7 @@ ScriptObject* NativeValue::toObject(int) const
 
 void NativeValue::replace(Data data)
 {
-    auto* object = std::get_if<NativeObjectRef>(&data);
+    [[maybe_unused]] auto* object = std::get_if<NativeObjectRef>(&data);
     assert(!object || *object); // no object is null, which is a kind of its own
     std::swap(m_data, data);
 }

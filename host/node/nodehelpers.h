@@ -37,7 +37,7 @@ private:
     Napi::FunctionReference const& find(char const* name) const;
 
     Napi::Env m_env;
-    HostThread const m_thread;
+    [[maybe_unused]] HostThread const m_thread;
     std::map<std::string, Napi::FunctionReference, std::less<>> m_functions;
     bool m_hasGivenUp = false;
 };

@@ -35,7 +35,7 @@ private:
     void publishOne(NodeObject& object);
 
     Napi::Env m_env;
-    HostThread const m_thread;
+    [[maybe_unused]] HostThread const m_thread;
     NodeHelpers& m_helpers;
     std::unordered_set<NodeObject*> m_tracked; // not kept: an object leaves before it ends
     std::unordered_set<NodeObject*> m_fresh;   // tracked, never published

@@ -64,7 +64,7 @@ public:
 
     private:
         NodePump& m_pump;
-        int const m_depth; // of this wait, from 1
+        [[maybe_unused]] int const m_depth; // of this wait, from 1
         bool const m_wasQuiet;
         std::unique_ptr<ClosingGuard> m_guard; // of the wait below
     };

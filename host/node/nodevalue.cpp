@@ -10,7 +10,7 @@
 
 NodeValue::NodeValue(Data data) : m_data(std::move(data))
 {
-    auto hold = std::get_if<NodeObjectHold>(&m_data);
+    [[maybe_unused]] auto hold = std::get_if<NodeObjectHold>(&m_data);
     assert(!hold || *hold); // no object is null, which is a kind of its own
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 // What the room for a v8::TryCatch is filled with, and how much of its end must stay so.
 constexpr unsigned char kUntouched = 0xA5;
-constexpr int kMargin = 128;
+[[maybe_unused]] constexpr int kMargin = 128;
 
 struct Functions
 {

@@ -39,6 +39,13 @@ TEST(Pump, AnIdleStepReturnsAfterFiftyMilliseconds)
     EXPECT_LT(waited, 500.0); // 50 on a machine that is not overloaded
 }
 
+TEST(Pump, AnIdleStepBehindAnotherWaitsAsLong)
+{
+    NativePump pump;
+    pump.step();
+    EXPECT_GE(timeOfStep(pump).count(), 49.0);
+}
+
 TEST(Pump, AWakeBeforeTheStepIsRemembered)
 {
     NativePump pump;
