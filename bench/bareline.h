@@ -1,5 +1,5 @@
-// bench/bareline.h: the peer of what crosses between the script thread and the GUI thread: two bare objects of the
-// toolkit that post events to each other.
+// bench/bareline.h: the peer for calls between the script thread and the GUI thread: two plain objects of the toolkit
+// that post events to each other.
 #pragma once
 
 #include <QCoreApplication>
@@ -7,16 +7,16 @@
 #include <QEventLoop>
 #include <QObject>
 
-/// What the two ends of the peer's line send to each other.
+/// The events that the two objects post.
 inline constexpr auto kBall = QEvent::Type(QEvent::User + 500);
-inline constexpr auto kPlay = QEvent::Type(QEvent::User + 501); // asks the other end to play all trips
-inline constexpr auto kEnd = QEvent::Type(QEvent::User + 502);  // the answer, when it has
+inline constexpr auto kPlay = QEvent::Type(QEvent::User + 501); // asks the other object to start all trips
+inline constexpr auto kEnd = QEvent::Type(QEvent::User + 502);  // the answer after the last trip
 
-/// One end of the peer's line: an object that sends every ball back, or waits for each to come back.
+/// Sends every ball back, or sends balls and waits for each to come back.
 class Peer : public QObject
 {
 public:
-    /// `trips`: how many there are in one game.
+    /// `trips`: the number of balls in one game.
     explicit Peer(int trips) : m_tripCount(trips) {}
 
     Peer* other = nullptr; // not owned

@@ -1,12 +1,13 @@
-// bench/bench-markup.cpp: how fast a page in memory becomes tokens and sections, beside a plain pass over its text and
-// beside other parsers of HTML that build a tree of the same page. Making and freeing the tree counts on all sides.
-#include <numeric>
-#include <string>
-#include <vector>
+// bench/bench-markup.cpp: how fast a page in memory is parsed into tokens and sections, compared with a plain pass over
+// its text and with other HTML parsers that build a tree. The time includes making and freeing the tree.
 
 #include "bench/page-texts.h"
 #include "bench/ratio.h"
 #include "foundation/vela-mlparser.h"
+
+#include <numeric>
+#include <string>
+#include <vector>
 
 #ifdef TARN_HAVE_GUMBO
 #include <gumbo.h>
@@ -30,7 +31,7 @@ textstream streamOver(std::string const& page)
                       static_cast<unsigned int>(page.size()), 0);
 }
 
-/// The floor: every unit of the decoded text looked at once.
+/// The lower limit: one look at every unit of the decoded text.
 void plainPass(benchmark::State& state, std::string const& page)
 {
     std::vector<unsigned short> const units(page.begin(), page.end());
@@ -106,7 +107,7 @@ void add(std::string const& step, std::string const& where, Measure measure, std
         benchmark::RegisterBenchmark(name.c_str(), [measure, page](benchmark::State& state) { measure(state, page); }));
 }
 
-/// Registers every step for one page; returns what is to be compared.
+/// Registers every step for a page and the ratios to print.
 void addPage(std::string const& where, std::string const& page, std::vector<Ratio>& ratios)
 {
     add("plain", where, plainPass, page);

@@ -1,13 +1,6 @@
-// bench/bench-roundtrip.cpp: what it costs to cross between the script thread and the GUI thread and come back, beside
-// two bare objects of the toolkit that post events to each other in the same process. Both threads share one core:
-// there the time is that of the work and of two switches, and does not depend on how soon a sleeping core wakes up.
-#include <pthread.h>
-#include <sched.h>
-
-#include <cstdlib>
-#include <functional>
-#include <memory>
-#include <optional>
+// bench/bench-roundtrip.cpp: the cost of a call from the script thread to the GUI thread or back, compared with two
+// plain objects of the toolkit that post events to each other in the same process. Both threads share a core: the time
+// is then that of the work and two switches, and does not depend on how fast a sleeping core wakes up.
 
 #include "bench/alternating.h"
 #include "bench/bareline.h"
@@ -18,6 +11,14 @@
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
 #include "runtime/guithread.h"
+
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include <pthread.h>
+#include <sched.h>
 
 namespace {
 
@@ -42,31 +43,31 @@ ScriptArgs& noArguments()
     return none;
 }
 
-/// Runs a function on the GUI thread and waits for it, as every call of a window's method does.
+/// Runs a function on the GUI thread and waits, as every call of a window's method does.
 void callOnGuiThread(ScriptMethod method, ScriptObject* self)
 {
     NativeValue result;
     pGUI->getThread()->callFunction(method, pGUI->getManager(), nullptr, self, noArguments(), result);
 }
 
-/// How often each of our two functions was reached, on the thread where it belongs. Read after the measurement.
+/// How often each of our two functions ran, counted on its thread. Read after the measurement.
 int reachedOnGuiThread = 0;
 int reachedOnScriptThread = 0;
 
-/// As good as nothing.
+/// Small, so that the crossing itself is measured.
 void arrive(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
     reachedOnGuiThread += pGUI->getThread()->isGuiThread();
 }
 
-/// On the GUI thread: calls the handler `onPing` of an object once for each trip.
+/// On the GUI thread: calls an object's handler `onPing` once for each trip.
 void callHandlers(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs&, ScriptValue& result)
 {
     for (int i = 0; i < kTripsPerSample; ++i)
         guiCallback_CallEvent(nullptr, self, "onPing", self, &result);
 }
 
-/// The two ends; the GUI thread's is made and destroyed there.
+/// The two objects; that of the GUI thread is made and destroyed there.
 struct Line
 {
     Peer script{kTripsPerSample};
@@ -90,12 +91,12 @@ void callFromScript()
         callOnGuiThread(arrive, nullptr);
 }
 
-/// Clicks the link of our own window, while the script thread serves the handlers; seconds.
+/// Clicks the link of our own window while the script thread runs the handlers. Returns the seconds.
 double clickHere(NativeHost& host)
 {
     std::optional<double> seconds;
     clickLater(kClickWindow, kTripsPerSample, [&](double found) {
-        host.post([&, found] { seconds = found; }); // on the script thread, which then looks
+        host.post([&, found] { seconds = found; }); // ends the loop of the script thread
     });
     if (!host.serveUntil([&] { return seconds.has_value(); }, std::chrono::minutes(1)) || *seconds < 0) {
         std::fprintf(stderr, "bench_roundtrip: the window does not answer clicks\n");
@@ -109,7 +110,8 @@ double bareTrip()
     return secondsOf([] { line->script.letOtherPlay(); }) / kTripsPerSample;
 }
 
-/// Clicks on a link whose handler does nothing, from the press to the release after the handler has returned.
+/// Measures clicks on a link whose handler does nothing, from the press until the handler has returned and the button
+/// is released.
 void compareClicks(NativeHost& host, int const& clicked)
 {
     auto const print = [](char const* name, Medians const& medians) {
@@ -131,7 +133,7 @@ void compareClicks(NativeHost& host, int const& clicked)
         std::printf("no Node.js host was built: its clicks are not measured\n");
 }
 
-/// Measures one pair; prints the time of one trip.
+/// Measures a pair and prints the time of a trip.
 void compare(char const* name, std::function<void()> const& ours, std::function<void()> const& peer)
 {
     Medians const medians = measureInTurns(
@@ -144,7 +146,7 @@ void compare(char const* name, std::function<void()> const& ours, std::function<
 int main()
 {
     NativeHost host({.folder = TARN_BENCH_FOLDER});
-    NativeWindow window = host.window(kClickPage); // from now on there is an engine, and so a pump to wait in
+    NativeWindow window = host.window(kClickPage); // makes an engine, which the loop below waits in
     int clicked = 0;
     window.on("onPing", [&](NativeWindow&, NativeArguments const&) { ++clicked; });
     if (!window.open())

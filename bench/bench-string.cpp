@@ -1,21 +1,22 @@
-// bench/bench-string.cpp: how fast a string grows by appending, unit by unit and piece by piece, beside the string of
-// the standard library that holds the same units. Making and freeing the string counts on both sides.
-#include <cstring>
-#include <string>
+// bench/bench-string.cpp: how fast a string grows by appending units and pieces, compared with the standard library's
+// string of the same units. The time includes making and freeing the string.
 
 #include "bench/ratio.h"
 #include "foundation/vela-string.h"
+
+#include <cstring>
+#include <string>
 
 namespace {
 
 constexpr unsigned int kSizes[] = {100, 10'000, 1'000'000}; // units in the finished string
 
-/// A word with the blank behind it, as running text has them.
+/// Words with blanks, as in running text.
 constexpr char16_t kWidePiece[] = u"running text ";
 constexpr char kNarrowPiece[] = "running text ";
 constexpr unsigned int kPieceUnits = sizeof kNarrowPiece - 1;
 
-/// Hides a constant from the compiler: neither side may know how long the piece is.
+/// Hides a constant from the compiler, which must not know its length.
 template <class Unit>
 Unit const* unknown(Unit const* text)
 {
@@ -54,7 +55,7 @@ struct PeerWidePieces
     static void append(String& text, unsigned int) { text += unknown(kWidePiece); }
 };
 
-/// 8-bit text goes through the code set of the string's locale; the peer knows none and only widens.
+/// Our string converts 8-bit text from its code set; the peer only widens it.
 struct OurNarrowPieces
 {
     using String = sstring;

@@ -1,20 +1,21 @@
-// bench/bench-window.cpp: how long it takes from the start of a process until its window shows its text, beside a bare
-// program of the toolkit that paints the same text itself. Both are watched from outside in the same way.
+// bench/bench-window.cpp: the time from the start of a process until its window shows text, compared with a minimal
+// program of the toolkit that paints the same text. Both are observed from outside in the same way.
+
+#include "bench/alternating.h"
+#include "bench/ratioline.h"
+#include "bench/windowwatch.h"
+
+#include <csignal>
+#include <filesystem>
+#include <stdexcept>
+#include <thread>
+
+#include <exception>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <csignal>
-#include <exception>
-#include <filesystem>
-#include <stdexcept>
-#include <thread>
-
-#include "bench/alternating.h"
-#include "bench/ratioline.h"
-#include "bench/windowwatch.h"
 
 namespace {
 
@@ -27,10 +28,10 @@ constexpr uint32_t kText = 0xFFFFFF;
 constexpr int kWidth = 320;
 constexpr int kHeight = 160;
 constexpr std::chrono::seconds kLongestStart{30};
-/// Until the window manager has cleared away the last window.
+/// Time for the window manager to clean up after the last window.
 constexpr std::chrono::milliseconds kRest{60};
 
-/// A program that is started, looked at and killed.
+/// A program that is started, observed and killed.
 class Child
 {
 public:
@@ -51,7 +52,7 @@ public:
             end();
     }
 
-    /// Processor seconds that it used.
+    /// The processor seconds that it has used.
     double end()
     {
         kill(m_process, SIGKILL);
@@ -68,14 +69,14 @@ private:
     pid_t m_process = 0;
 };
 
-/// What one program needed, over all its starts.
+/// What a program needed in each of its starts.
 struct Program
 {
     std::vector<std::string> words;
     std::vector<double> processorSeconds;
 };
 
-/// Seconds until the window is there; a program that fails to show it ends the benchmark.
+/// Returns the seconds until the window shows its text. Ends the benchmark if the program does not show it.
 double timeOfStart(WindowWatch& watch, Program& program)
 {
     auto const start = Clock::now();

@@ -10,12 +10,12 @@
 
 namespace {
 
-/// How long the watch sleeps between two looks: short beside the start of any program, long beside what a look costs
+/// The interval of polling: short compared with the start of any program, long compared with the time that a poll takes
 /// the server.
 constexpr std::chrono::microseconds kPollInterval{250};
-/// More than a stray frame or caret would have.
+/// More pixels than a frame or a caret has.
 constexpr auto kLeastTextPixels = 30;
-/// Bits of a pixel that are colour.
+/// The bits of a pixel that hold its colour.
 constexpr uint32_t kColourMask = 0xFFFFFF;
 
 struct Free
@@ -25,7 +25,7 @@ struct Free
 template <class T>
 using Owned = std::unique_ptr<T, Free>;
 
-/// Nothing while the window is not on the screen. The screen has 24 or 32 bits of colour.
+/// Returns nothing while the window is not visible. The screen has 24 or 32 bits of colour.
 std::vector<uint32_t> pixelsOf(xcb_connection_t* connection, xcb_window_t window, int x, int y, int width, int height)
 {
     auto const request =
@@ -57,7 +57,7 @@ WindowWatch::WindowWatch()
     xcb_flush(m_connection.get());
 }
 
-/// A window manager gives each window that it takes a frame as its parent.
+/// A window manager makes each managed window the child of a frame.
 void WindowWatch::readEvents()
 {
     while (Owned<xcb_generic_event_t> const event{xcb_poll_for_event(m_connection.get())}) {

@@ -1,7 +1,6 @@
 // foundation/pmutex.cpp: see pmutex.h. The event is in pmutex-event.cpp.
 
 #include "foundation/pmutex-p.h"
-
 #include "foundation/threading.h"
 
 #include <cassert>
@@ -32,7 +31,7 @@ void pmutex_destroy(pmutex* mutex)
     if (!mutex)
         return;
     [[maybe_unused]] int const error = pthread_mutex_destroy(&mutex->mutex);
-    assert(!error); // somebody holds it
+    assert(!error); // a thread still holds it
     delete mutex;
 }
 
@@ -84,8 +83,8 @@ namespace {
 
 bool ownedByCaller(rmutex const* mutex) { return mutex->count && pthread_equal(mutex->owner, pthread_self()); }
 
-/// With the guard held: takes the lock when it is free or the caller's own. Ownership is only tried, never waited for:
-/// the guard has just told that it is free, and its owner takes the guard while holding it.
+/// Takes the lock if it is free or already the caller's. The caller holds the guard. Never blocks on `ownership`, whose
+/// owner acquires the guard while holding it.
 bool takeGuarded(rmutex* mutex)
 {
     if (ownedByCaller(mutex)) {
@@ -95,13 +94,13 @@ bool takeGuarded(rmutex* mutex)
     if (mutex->count)
         return false;
     [[maybe_unused]] int const error = pmutex_requestNoBlock(mutex->ownership);
-    assert(!error); // locked while the count is not 0, and by nobody else
+    assert(!error); // it is only ever locked while count is not 0
     mutex->owner = pthread_self();
     mutex->count = 1;
     return true;
 }
 
-/// Looks again after each wake-up and once more after the deadline; a null deadline never passes.
+/// Tries again after each wake-up, and a last time after the deadline. A null deadline never passes.
 int requestUntil(rmutex* mutex, timespec const* deadline)
 {
     bool late = false;
@@ -125,7 +124,7 @@ int rmutex_request_timeout(rmutex* mutex, int milliseconds)
 {
     if (milliseconds < 0)
         return requestUntil(mutex, nullptr);
-    const timespec deadline{std::time(nullptr) + milliseconds / 1000, 0};
+    timespec const deadline{std::time(nullptr) + milliseconds / 1000, 0};
     return requestUntil(mutex, &deadline);
 }
 
@@ -134,7 +133,7 @@ int rmutex_release(rmutex* mutex)
     pmutex_request(mutex->guard);
     if (ownedByCaller(mutex) && --mutex->count == 0)
         pmutex_release(mutex->ownership);
-    // Before the guard is released: the next owner may destroy the lock.
+    // While the guard is held: as soon as it is free the next owner may destroy the lock.
     pevent_setall(mutex->wakeUp);
     pmutex_release(mutex->guard);
     return 0;

@@ -1,11 +1,11 @@
-// foundation/vela-error.h: the exception of the foundation library's classes. The C-style functions report by return
-// value.
+// foundation/vela-error.h: the exception that this library's classes throw. The C-style functions report errors by
+// return value.
 #pragma once
 
 #include "foundation/vela-string.h"
 
-/// Thrown and caught by value. Codes are errno numbers; 12 is out of memory, 22 an invalid argument, and 7 a formatted
-/// text that fills its buffer.
+/// Thrown by value. Codes are errno numbers: 12 is out of memory, 22 an invalid argument, 7 a formatted text that does
+/// not fit its buffer.
 class velaError
 {
 public:
@@ -13,10 +13,10 @@ public:
     velaError(int errorCode, sstring const& text) : m_code(errorCode), m_message(text) {}
 
     int getCode() const { return m_code; }
-    /// Empty unless the thrower said more.
+    /// A line of text for people; often empty.
     sstring const& getMessage() const { return m_message; }
 
 private:
-    int m_code;        ///< errno-style number
-    sstring m_message; ///< one line for a person, or empty
+    int m_code;
+    sstring m_message;
 };

@@ -1,4 +1,4 @@
-// foundation/vela-fileio-search.cpp: finding programs along the "PATH", and cleaning paths.
+// foundation/vela-fileio-search.cpp: finding programs through the variable "PATH", and canonicalizing paths.
 
 #include "foundation/vela-fileio-p.h"
 
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// directory + "/" + name; false when it does not fit into maxPathBytes.
+/// Writes directory + "/" + name; returns false if it needs more than kMaxPathBytes.
 bool joinPath(std::string_view directory, char const* name, char* result)
 {
     char const* slash = !directory.empty() && directory.back() == '/' ? "" : "/";
@@ -20,12 +20,12 @@ bool joinPath(std::string_view directory, char const* name, char* result)
     return length >= 0 && static_cast<unsigned int>(length) < kMaxPathBytes;
 }
 
-/// Takes the first directory off a ":"-separated list.
+/// Removes the first directory from a ":"-separated list and returns it.
 std::string_view nextDirectory(std::string_view& list)
 {
     assert(!list.empty());
-    const size_t colon = list.find(':');
-    const std::string_view directory = list.substr(0, colon);
+    size_t const colon = list.find(':');
+    std::string_view const directory = list.substr(0, colon);
     list.remove_prefix(colon == list.npos ? list.size() : colon + 1);
     return directory;
 }
@@ -42,7 +42,7 @@ int FileIO_FindFileInPathA(char const* name, char* result)
         return failFileCall(ENOENT);
     char candidate[kMaxPathBytes];
     for (std::string_view list(variable); !list.empty();) {
-        const std::string_view directory = nextDirectory(list);
+        std::string_view const directory = nextDirectory(list);
         if (directory.empty() || !joinPath(directory, name, candidate) || !FileIO_FileExistsA(candidate))
             continue;
         std::strcpy(result, candidate);
@@ -53,7 +53,7 @@ int FileIO_FindFileInPathA(char const* name, char* result)
 
 namespace {
 
-/// Puts the current directory before a relative path; `result` may be the path itself.
+/// Prefixes a relative path with the current directory. `result` and `path` may be the same buffer.
 int appendToCurrentDirectory(char const* path, char* result)
 {
     char current[kMaxPathBytes];
@@ -122,11 +122,11 @@ sstring absolutePath(sstring path)
     return current + ("/" + path);
 }
 
-/// Whether "/../" stands at this place of a terminated text.
+/// Whether the text begins with "/../".
 bool isParentStep(unsigned short const* at) { return at[0] == '/' && at[1] == '.' && at[2] == '.' && at[3] == '/'; }
 
-/// Removes each "/../" together with the name before it, in one pass: the part already passed is cut back to its last
-/// "/". One at the very front stays, having nothing before it.
+/// Removes each "/../" together with the name before it. One at the very front has no name before it and stays. A
+/// single pass that cuts the result back to its last "/" keeps this linear.
 void removeParentSteps(sstring& path)
 {
     sstring clean;

@@ -1,5 +1,9 @@
-// foundation/vela-mlentities.cpp: see the header. The names are HTML 4's (HTMLlat1), in the order of their codes.
+// foundation/vela-mlentities.cpp: see the header. The Latin-1 names are those of HTML 4 (HTMLlat1), in the order of
+// their codes.
+
 #include "foundation/vela-mlentities.h"
+
+#include "foundation/vela-comtypes.h"
 
 #include <algorithm>
 #include <array>
@@ -39,7 +43,7 @@ bool hasPrefix(unsigned short const* text, unsigned int count, std::string_view 
 
 bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
 
-/// What one reference stands for, and how many units behind the "&" it takes; 0 units: it is none.
+/// A decoded reference and its length after the "&"; length 0 means that it is not a reference.
 struct Decoded
 {
     unsigned int length = 0;
@@ -83,7 +87,7 @@ Decoded decodeOne(unsigned short const* text, unsigned int count)
     return decoded;
 }
 
-/// A reference is never shorter than what it stands for, so writing never overtakes reading.
+/// A reference is always longer than its character, so decoding in place never overwrites text not yet read.
 unsigned short* writeCode(unsigned short* out, uint32_t code)
 {
     if (code == 0)
@@ -106,8 +110,7 @@ unsigned int decodeReferences(unsigned short* text, unsigned int count)
     unsigned short const* from = std::find(text, text + count, '&');
     unsigned short* to = text + (from - text);
     while (from != end) {
-        Decoded const decoded =
-            *from == '&' ? decodeOne(from + 1, static_cast<unsigned int>(end - from - 1)) : Decoded();
+        Decoded const decoded = *from == '&' ? decodeOne(from + 1, unitsBetween(from + 1, end)) : Decoded();
         if (decoded.length == 0) {
             *to++ = *from++;
             continue;
@@ -116,5 +119,5 @@ unsigned int decodeReferences(unsigned short* text, unsigned int count)
         from += 1 + decoded.length;
         assert(to <= from && from <= end);
     }
-    return static_cast<unsigned int>(to - text);
+    return unitsBetween(text, to);
 }

@@ -1,4 +1,5 @@
 // foundation/vela-mlparseerror.cpp: see the header.
+
 #include "foundation/vela-mlparseerror.h"
 
 #include <iterator>

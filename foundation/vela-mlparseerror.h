@@ -1,4 +1,4 @@
-// foundation/vela-mlparseerror.h: what the markup parser throws at bad syntax.
+// foundation/vela-mlparseerror.h: what the markup parser throws on a syntax error.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -26,9 +26,9 @@ public:
     {}
 
     mlParseErrorCode getCode() const { return m_code; }
-    /// The line, from 1, on which reading stood; 0xFFFFFFFF when it is not known.
+    /// The line of the error, from 1; kUnknownLine if it is not known.
     unsigned int getLine() const { return m_line; }
-    /// One English line with its newline, such as "line 3: expected tag closure marker\n".
+    /// A line of English text with a newline, such as "line 3: expected tag closure marker\n".
     sstring toEnglishString() const;
 
 private:

@@ -1,5 +1,6 @@
 // foundation/vela-mlparser-sections.cpp: the grammar of the markup: how tokens become sections, and which tags close
 // which.
+
 #include "foundation/vela-mlparser.h"
 
 #include <cassert>
@@ -33,18 +34,18 @@ bool neverNests(mlSection const& section)
 
 } // namespace
 
-/// One step. False when nothing more is there.
+/// Parses one item. Returns false at the end.
 bool mlParser::parseNextSection()
 {
-    if (m_open.empty())
+    if (m_openSections.empty())
         return false;
-    m_hasFailed = true; // until the step is done
+    m_hasFailed = true; // stays so if the item throws
     mlTokenType const type = m_tokens.nextSkippingComments(kContextContent, !m_keepsLongTexts);
     if (type != kTokenEnd)
         parseItem(type);
     m_hasFailed = false;
-    if (m_isIncremental && m_open.size() == 1)
-        m_open.clear();
+    if (m_isIncremental && m_openSections.size() == 1)
+        m_openSections.clear();
     return type != kTokenEnd;
 }
 
@@ -52,7 +53,7 @@ void mlParser::parseItem(mlTokenType type)
 {
     if (type == kTokenText)
         return addText(false);
-    // White space before a tag separates the texts on both its sides: "a <b>c</b>" is two words.
+    // White space before a tag separates the texts around the tag: "a <b>c</b>" is two words.
     bool const hadSpace = m_tokens.hasLeadingSpace();
     switch (type) {
     case kTokenOpenCData:
@@ -73,7 +74,7 @@ void mlParser::parseItem(mlTokenType type)
     m_tokens.setPendingSpace(hadSpace);
 }
 
-/// The name of an opening or closing tag, which is then the tokenizer's text.
+/// Reads the name of an opening or closing tag; it is then the tokenizer's text.
 void mlParser::readTagName()
 {
     if (m_tokens.next(kContextTag, true) != kTokenText)
@@ -87,19 +88,19 @@ void mlParser::parseTag(mlTagType type)
     readTagName();
     mlName* const name = m_pool.name(m_tokens.text(), m_tokens.length());
     mlSection const* outer = innermost();
-    if (m_open.size() > 1 && outer->tag.name->folded == name->folded && neverNests(*outer))
+    if (m_openSections.size() > 1 && outer->m_tag.name->folded == name->folded && neverNests(*outer))
         closeInnermost();
     mlSection* section = nextSection();
     section->setFlag(mlSection::kIsTag, true);
     section->m_tagType = static_cast<uint8_t>(type);
-    section->tag.name = name;
-    m_newest = section;
+    section->m_tag.name = name;
+    m_newestTag = section;
     parseAttributes(section);
     if (type == kTagOrdinary && m_tokens.type() != kTokenCloseEmpty && !section->isNamed("br"))
         openSection(section);
 }
 
-/// Reads up to the token that ends the tag. What was read before an error stays.
+/// Reads the attributes and the token that ends the tag. Attributes read before an error are kept.
 void mlParser::parseAttributes(mlSection* section)
 {
     m_attributes.clear();
@@ -119,8 +120,8 @@ void mlParser::parseAttributes(mlSection* section)
         section->setAttrs(m_attributes);
 }
 
-/// Reads one attribute whose name is the present token. False when the token behind it was read already, since there
-/// was no value.
+/// Reads the attribute whose name is the current token. Returns false if it has no value and the token after the name
+/// has already been read.
 bool mlParser::parseAttribute()
 {
     if (m_tokens.isTruncated())
@@ -139,15 +140,15 @@ bool mlParser::parseAttribute()
     return true;
 }
 
-/// Closes the innermost open section of the name and all inside it. A name that is not open costs no look at the open
-/// ones.
+/// Closes the innermost open section of that name and all sections inside it. The counter in the name saves a search
+/// when none is open.
 void mlParser::parseClose()
 {
     readTagName();
     mlName const* name = m_pool.findFolded(m_tokens.text(), m_tokens.length());
     bool const isOpen = name && name->openSections != 0;
     while (isOpen) {
-        bool const isLast = innermost()->tag.name->folded == name;
+        bool const isLast = innermost()->m_tag.name->folded == name;
         closeInnermost();
         if (isLast)
             break;
@@ -166,13 +167,14 @@ void mlParser::parseCData()
         fail(kErrorNoCDataClosure);
 }
 
-/// A text section of the present token. Of a run that was cut only the place is kept.
+/// Makes a text section of the current token. A truncated text is not stored, only its position.
 void mlParser::addText(bool isCData)
 {
     mlSection* section = nextSection();
     bool const isCut = m_tokens.isTruncated();
-    section->placeText(m_tokens.text(), isCut ? 0 : m_tokens.length(), m_tokens.isRun() ? m_tokens.start() : bookmark(),
-                       isCut, isCData, m_tokens.hasLeadingSpace());
+    section->assignText(m_tokens.text(), isCut ? 0 : m_tokens.length(),
+                        m_tokens.isUnquotedText() ? m_tokens.start() : bookmark(), isCut, isCData,
+                        m_tokens.hasLeadingSpace());
     if (isCut)
         m_longTexts.push_back(section);
 }
@@ -180,46 +182,45 @@ void mlParser::addText(bool isCData)
 void mlParser::openSection(mlSection* section)
 {
     assert(section->isTag() && !section->hasFlag(mlSection::kIsOpen));
-    m_open.push_back(section);
+    m_openSections.push_back(section);
     section->setFlag(mlSection::kIsOpen, true);
-    ++section->tag.name->folded->openSections;
+    ++section->m_tag.name->folded->openSections;
 }
 
 void mlParser::closeInnermost()
 {
-    assert(m_open.size() > 1); // the root closes never
-    mlSection* section = m_open.back();
-    m_open.pop_back();
+    assert(m_openSections.size() > 1); // the root is never closed
+    mlSection* section = m_openSections.back();
+    m_openSections.pop_back();
     section->setFlag(mlSection::kIsOpen, false);
-    assert(section->tag.name->folded->openSections > 0);
-    --section->tag.name->folded->openSections;
+    assert(section->m_tag.name->folded->openSections > 0);
+    --section->m_tag.name->folded->openSections;
 }
 
-/// Parses on until an open section has a child of that number. False when it never will.
+/// Parses until the section has a child with that index. Returns false if it ends without one.
 bool mlParser::parseUntilChild(mlSection const* section, unsigned int index)
 {
     if (!getStream() || m_hasFailed)
         return false;
-    Reading reading(*this);
+    OpenStream const open(*this);
     while (index >= section->getChildCount())
         if (!section->hasFlag(mlSection::kIsOpen) || !parseNextSection())
             return false;
     return true;
 }
 
-/// Reads a text that was cut once more, from its place in the stream and without a limit, as if nothing had happened
-/// between.
+/// Reads a truncated text again, in full, and restores the reading position.
 void mlParser::readFullText(mlSection* section)
 {
-    if (!getStream() || section->text.startOffset == mlSection::kNoStart)
+    if (!getStream() || section->m_text.startOffset == mlSection::kNoStart)
         return;
     assert(section->isText() && section->isTruncated());
-    Reading reading(*this);
-    m_tokens.settle();
+    OpenStream const open(*this);
+    m_tokens.syncStream();
     pushPos();
-    getStream()->setPos(section->text.startOffset, section->text.startUnit);
+    getStream()->setPos(section->m_text.startOffset, section->m_text.startUnit);
     m_tokens.next(section->isCData() ? kContextRaw : kContextContent, false);
-    m_pool.setText(section->text.data, m_tokens.text(), m_tokens.length());
+    m_pool.setText(section->m_text.data, m_tokens.text(), m_tokens.length());
     section->setFlag(mlSection::kTruncated, false);
     popPos();
 }

@@ -1,46 +1,42 @@
-// foundation/vela-mlparser.cpp: see the header. How tokens are read is vela-mltokenizer.cpp's business.
+// foundation/vela-mlparser.cpp: see the header. Tokens are read in vela-mltokenizer.cpp, sections are parsed in
+// vela-mlparser-sections.cpp.
+
 #include "foundation/vela-mlparser.h"
+
+#include "foundation/vela-error.h"
+#include "foundation/vela-mlwriter.h"
 
 #include <cassert>
 #include <cerrno>
 #include <utility>
 
-#include "foundation/vela-error.h"
-#include "foundation/vela-mlwriter.h"
-
-namespace {
-
-constexpr int kNotOpen = 9;
-
-} // namespace
-
 mlParser::mlParser(textstream const* source)
-    : m_tokens(const_cast<textstream*>(source)), m_pool(this), m_root(mlSection::make(&m_pool)), m_open{m_root}
+    : m_tokens(const_cast<textstream*>(source)), m_pool(this), m_root(mlSection::make(&m_pool)), m_openSections{m_root}
 {}
 
 mlParser::mlParser(mlSection const* section)
     : m_tokens(section->getParser() ? section->getParser()->getStream() : nullptr),
       m_pool(this),
       m_root(mlSection::make(&m_pool)),
-      m_open{m_root},
+      m_openSections{m_root},
       m_isIncremental(true)
 {
     mlSection* copy = section->copyInto(&m_pool);
-    m_root->link(copy);
+    m_root->linkChild(copy);
     if (mlParser const* other = section->getParser()) {
         m_tokens.setLine(other->m_tokens.line());
-        m_tokens.setPendingSpace(other->m_tokens.pendingSpace());
+        m_tokens.setPendingSpace(other->m_tokens.hasPendingSpace());
         m_pool.setLocale(other->m_pool.m_locale);
     }
-    // An open section is always the last child of its parent.
+    // An open section is always its parent's last child.
     for (; section && section->hasFlag(mlSection::kIsOpen);
-         section = section->loadedChild(section->getChildCount() - 1)) {
+         section = section->parsedChild(section->getChildCount() - 1)) {
         assert(copy);
         openSection(copy);
-        copy = copy->loadedChild(copy->getChildCount() - 1);
+        copy = copy->parsedChild(copy->getChildCount() - 1);
     }
-    if (m_open.size() == 1)
-        m_open.clear();
+    if (m_openSections.size() == 1)
+        m_openSections.clear();
 }
 
 mlParser::~mlParser() = default;
@@ -48,7 +44,7 @@ mlParser::~mlParser() = default;
 void mlParser::requireStream() const
 {
     if (!getStream())
-        throw velaError(kNotOpen);
+        throw velaError(EBADF);
 }
 
 void mlParser::fail(mlParseErrorCode code) const { throw mlParseError(code, m_tokens.line()); }
@@ -66,14 +62,14 @@ void mlParser::close()
         --m_readers;
     if (m_readers > 0 || !getStream())
         return;
-    m_tokens.settle();
+    m_tokens.syncStream();
     m_pool.setLocale(getStream()->getLocale());
-    m_places.clear();
+    m_pushedPlaces.clear();
     getStream()->close();
 }
 
-/// A stream that can not be opened again has its own error once something is read from it; want of memory is told here.
-mlParser::Reading::Reading(mlParser& user) : m_parser(user)
+/// If the stream can not be opened, reading from it throws; only running out of memory is reported here.
+mlParser::OpenStream::OpenStream(mlParser& user) : m_parser(user)
 {
     m_parser.requireStream();
     if (m_parser.reopen() || FileIO_GetLastErr() != ENOMEM)
@@ -85,12 +81,12 @@ mlParser::Reading::Reading(mlParser& user) : m_parser(user)
 mlSection* mlParser::getSection(unsigned int index)
 {
     if (index < m_root->getChildCount() || !getStream())
-        return m_root->loadedChild(index);
-    Reading reading(*this);
+        return m_root->parsedChild(index);
+    OpenStream const open(*this);
     while (index >= m_root->getChildCount())
         if (!parseNextSection())
             return nullptr;
-    return m_root->loadedChild(index);
+    return m_root->parsedChild(index);
 }
 
 void mlParser::fullParse()
@@ -98,7 +94,7 @@ void mlParser::fullParse()
     if (!getStream())
         return;
     {
-        Reading reading(*this);
+        OpenStream const open(*this);
         m_keepsLongTexts = true;
         while (parseNextSection()) {}
         readLongTexts();
@@ -123,9 +119,9 @@ mlSection* mlParser::nextSection()
 
 void mlParser::append(mlSection* section) { innermost()->append(section); }
 
-mlSection* mlParser::findParsed(sstring const& name)
+mlSection* mlParser::findAmongParsed(sstring const& name)
 {
-    // Whoever walks the tree may make it grow; here only what is there already is wanted.
+    // Walking the tree would make it grow; here only the existing sections count.
     bool const hadFailed = std::exchange(m_hasFailed, true);
     mlSection* found = m_root->findSection(name);
     m_hasFailed = hadFailed;
@@ -134,19 +130,19 @@ mlSection* mlParser::findParsed(sstring const& name)
 
 mlSection* mlParser::findSection(sstring const& name)
 {
-    if (mlSection* found = findParsed(name))
+    if (mlSection* found = findAmongParsed(name))
         return found;
     if (!getStream())
         return nullptr;
-    Reading reading(*this);
-    // Sections are made in the order of a depth-first walk, so the first new one of that name is the one.
+    OpenStream const open(*this);
+    // Sections are made in depth-first order, so the first new one of that name is the result.
     istring const wanted(name);
     do {
-        m_newest = nullptr;
+        m_newestTag = nullptr;
         if (!parseNextSection())
             return nullptr;
-    } while (!m_newest || m_newest->getName() != wanted);
-    return m_newest;
+    } while (!m_newestTag || m_newestTag->getName() != wanted);
+    return m_newestTag;
 }
 
 sstring mlParser::toString() { return write(false); }
@@ -167,39 +163,39 @@ void mlParser::pushPos()
 {
     requireStream();
     getStream()->pushPos();
-    m_places.push_back({m_tokens.line(), m_tokens.pendingSpace()});
+    m_pushedPlaces.push_back({m_tokens.line(), m_tokens.hasPendingSpace()});
 }
 
 void mlParser::popPos()
 {
     requireStream();
-    m_tokens.settle();
+    m_tokens.syncStream();
     getStream()->popPos();
-    if (m_places.empty())
-        return; // pushed at the stream itself
-    m_tokens.setLine(m_places.back().line);
-    m_tokens.setPendingSpace(m_places.back().isSpacePending);
-    m_places.pop_back();
+    if (m_pushedPlaces.empty())
+        return; // it was pushed directly on the stream
+    m_tokens.setLine(m_pushedPlaces.back().line);
+    m_tokens.setPendingSpace(m_pushedPlaces.back().hasPendingSpace);
+    m_pushedPlaces.pop_back();
 }
 
 bookmark mlParser::getPos()
 {
-    Reading reading(*this);
-    m_tokens.settle();
+    OpenStream const open(*this);
+    m_tokens.syncStream();
     return getStream()->getPos();
 }
 
 void mlParser::setPos(bookmark const& place)
 {
-    Reading reading(*this);
-    m_tokens.settle();
+    OpenStream const open(*this);
+    m_tokens.syncStream();
     getStream()->setPos(place);
 }
 
 void mlParser::rewind()
 {
-    Reading reading(*this);
-    m_tokens.settle();
+    OpenStream const open(*this);
+    m_tokens.syncStream();
     getStream()->rewind();
     m_tokens.setLine(1);
     m_tokens.setPendingSpace(false);
@@ -207,7 +203,7 @@ void mlParser::rewind()
 
 mlToken mlParser::peekToken()
 {
-    Reading reading(*this);
+    OpenStream const open(*this);
     pushPos();
     mlToken token = popToken();
     popPos();
@@ -216,38 +212,38 @@ mlToken mlParser::peekToken()
 
 mlToken mlParser::popToken()
 {
-    Reading reading(*this);
+    OpenStream const open(*this);
     mlTokenType const type = m_tokens.next(kContextNone, false);
     mlToken token(type, m_tokens.tokenText());
-    m_tokens.settle();
+    m_tokens.syncStream();
     return token;
 }
 
 void mlParser::popToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace,
                         unsigned long flags)
 {
-    Reading reading(*this);
+    OpenStream const open(*this);
     m_tokens.next(flags, start && truncated);
-    giveToken(type, text, start, truncated, leadingSpace);
-    m_tokens.settle();
+    reportToken(type, text, start, truncated, leadingSpace);
+    m_tokens.syncStream();
 }
 
 void mlParser::popTokenSkipComments(mlTokenType* type, sstring* text, bookmark* start, int* truncated,
                                     int* leadingSpace, unsigned long flags)
 {
-    Reading reading(*this);
+    OpenStream const open(*this);
     m_tokens.nextSkippingComments(flags, start && truncated);
-    giveToken(type, text, start, truncated, leadingSpace);
-    m_tokens.settle();
+    reportToken(type, text, start, truncated, leadingSpace);
+    m_tokens.syncStream();
 }
 
-void mlParser::giveToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace) const
+void mlParser::reportToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace) const
 {
     if (type)
         *type = m_tokens.type();
     if (text)
         *text = m_tokens.tokenText();
-    if (start && m_tokens.isRun())
+    if (start && m_tokens.isUnquotedText())
         *start = m_tokens.start();
     if (truncated)
         *truncated = m_tokens.isTruncated();
@@ -257,8 +253,8 @@ void mlParser::giveToken(mlTokenType* type, sstring* text, bookmark* start, int*
 
 int mlParser::isToken(unsigned long flags)
 {
-    Reading reading(*this);
+    OpenStream const open(*this);
     int const token = m_tokens.tokenAhead(flags);
-    m_tokens.settle();
+    m_tokens.syncStream();
     return token;
 }

@@ -1,5 +1,9 @@
 // foundation/vela-mlpool.cpp: see the header.
+
 #include "foundation/vela-mlpool.h"
+
+#include "foundation/vela-error.h"
+#include "foundation/vela-mlsection.h"
 
 #include <algorithm>
 #include <bit>
@@ -9,13 +13,10 @@
 #include <random>
 #include <utility>
 
-#include "foundation/vela-error.h"
-#include "foundation/vela-mlsection.h"
-
 namespace {
 
 constexpr size_t kLastBlockBytes = 32768;
-/// What is larger gets a block of its own, which can be freed alone.
+/// Larger pieces get a block of their own, which can be freed separately.
 constexpr size_t kLargeBytes = 2048;
 constexpr size_t kSmallestPiece = 16;
 constexpr unsigned int kFirstBuckets = 8;
@@ -34,8 +35,7 @@ velaArray<unsigned short> folded(unsigned short const* units, unsigned int lengt
     return result;
 }
 
-/// Pages are foreign input: with a number that nobody can guess, nobody can write one whose names all meet in one
-/// bucket.
+/// A random number makes the hashes unpredictable, so that no page can be written whose names all fall into one bucket.
 uint64_t hashSecret()
 {
     static uint64_t const secret = [] {
@@ -98,12 +98,12 @@ mlPool::~mlPool()
         std::free(std::exchange(m_largeBlocks, m_largeBlocks->next));
 }
 
-void* mlPool::take(size_t bytes)
+void* mlPool::allocate(size_t bytes)
 {
     bytes = rounded(bytes);
     if (bytes > kLargeBytes)
-        return takeLarge(bytes);
-    // A given-back piece is used when its class promises that it is large enough.
+        return allocateLarge(bytes);
+    // Every free piece of a class is at least as large as the largest request for it.
     unsigned int const kind = bytes < kSmallestPiece ? 0 : static_cast<unsigned int>(std::bit_width(bytes - 1)) - 4;
     assert(kind < kClassCount);
     if (FreePiece* piece = m_freePieces[kind]) {
@@ -116,7 +116,7 @@ void* mlPool::take(size_t bytes)
     return std::exchange(m_blockAt, m_blockAt + bytes);
 }
 
-void mlPool::give(void* memory, size_t bytes)
+void mlPool::release(void* memory, size_t bytes)
 {
     bytes = rounded(bytes);
     if (bytes > kLargeBytes) {
@@ -131,12 +131,12 @@ void mlPool::give(void* memory, size_t bytes)
         return;
     auto* piece = static_cast<FreePiece*>(memory);
     unsigned int const kind = static_cast<unsigned int>(std::bit_width(bytes)) - 5;
-    assert(kind < kClassCount && m_freePieces[kind] != piece); // given back once
+    assert(kind < kClassCount && m_freePieces[kind] != piece); // not released twice
     piece->next = m_freePieces[kind];
     m_freePieces[kind] = piece;
 }
 
-void* mlPool::takeLarge(size_t bytes)
+void* mlPool::allocateLarge(size_t bytes)
 {
     auto* block = static_cast<LargeBlock*>(velaAllocate(sizeof(LargeBlock) + bytes));
     block->next = m_largeBlocks;
@@ -147,7 +147,8 @@ void* mlPool::takeLarge(size_t bytes)
     return block + 1;
 }
 
-/// The first block is small, so that a section made alone costs little; each further one is four times as large.
+/// The first block is small, because a single section may have a pool of its own; each further block is four times as
+/// large.
 void mlPool::addBlock(size_t neededBytes)
 {
     size_t const bytes = std::max(m_nextBlockBytes, sizeof(Block) + neededBytes);
@@ -165,7 +166,7 @@ mlName* mlPool::find(unsigned short const* units, unsigned int length, uint32_t 
         return nullptr;
     assert(std::has_single_bit(m_buckets.size()));
     mlName* name = m_buckets[hash & (m_buckets.size() - 1)];
-    // Not memcmp(): an empty name may have no address.
+    // Not memcmp(), which does not accept the null pointer of an empty name.
     while (name && !(name->hash == hash && name->length == length && std::equal(units, units + length, name->units())))
         name = name->nextInBucket;
     return name;
@@ -197,7 +198,7 @@ mlName* mlPool::makeName(unsigned short const* units, unsigned int length, uint3
 {
     if (m_nameCount >= m_buckets.size())
         growNames();
-    auto* made = static_cast<mlName*>(take(sizeof(mlName) + length * sizeof *units));
+    auto* made = static_cast<mlName*>(allocate(sizeof(mlName) + length * sizeof *units));
     mlName*& bucket = m_buckets[hash & (m_buckets.size() - 1)];
     *made = {bucket, made, hash, length, 0};
     std::copy_n(units, length, made->units());
@@ -222,8 +223,8 @@ void mlPool::growNames()
 
 void mlPool::clearText(mlText& text)
 {
-    if (text.isFar())
-        give(text.far(), text.length * sizeof(unsigned short));
+    if (text.isOutOfLine())
+        release(text.outOfLine(), text.length * sizeof(unsigned short));
     text = mlText();
 }
 
@@ -231,12 +232,12 @@ void mlPool::setText(mlText& text, unsigned short const* units, unsigned int len
 {
     mlText made;
     made.length = length;
-    if (made.isFar()) {
-        auto* far = static_cast<unsigned short*>(take(length * sizeof *units));
+    if (made.isOutOfLine()) {
+        auto* far = static_cast<unsigned short*>(allocate(length * sizeof *units));
         std::memcpy(far, units, length * sizeof *units);
-        std::memcpy(made.place, &far, sizeof far);
+        std::memcpy(made.storage, &far, sizeof far);
     } else if (length != 0)
-        std::memcpy(made.place, units, length * sizeof *units);
+        std::memcpy(made.storage, units, length * sizeof *units);
     clearText(text);
     text = made;
 }

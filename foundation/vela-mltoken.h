@@ -1,11 +1,11 @@
-// foundation/vela-mltoken.h: the tokens of the markup: their kinds, their texts and where each is recognised. Reading
-// them from a stream is vela-mltokenizer.h's business.
+// foundation/vela-mltoken.h: the tokens of the markup: their types, their texts and the contexts in which they are
+// recognised. vela-mltokenizer.h reads them from a stream.
 #pragma once
+
+#include "foundation/vela-string.h"
 
 #include <iterator>
 #include <string_view>
-
-#include "foundation/vela-string.h"
 
 enum mlTokenType : int
 {
@@ -27,17 +27,18 @@ enum mlTokenType : int
     kTokenNone = 15
 };
 
-/// Where the tokenizer reads, as a bit set: which tokens it recognises and whether white space ends a text.
+/// The contexts of the tokenizer, as bits. They determine which tokens are recognised and whether white space ends a
+/// text.
 enum mlContext : unsigned long
 {
-    kContextNone = 0, ///< like a tag
-    kContextTag = 1,  ///< white space ends a text
-    kContextRaw = 2,  ///< character data: no character references
+    kContextNone = 0, ///< as inside a tag
+    kContextTag = 1,  ///< inside a tag: white space ends a text
+    kContextRaw = 2,  ///< character data: character references are not decoded
     kContextComment = 4,
     kContextContent = 8 ///< text between tags
 };
 
-/// One token with its text: the token's own, or the text read.
+/// A token with its text.
 class mlToken
 {
 public:
@@ -52,7 +53,7 @@ private:
     sstring m_text;
 };
 
-/// The texts of tokens 1 to 13, zero-terminated, and their lengths in units; empty for the other kinds.
+/// The texts of tokens 1 to 13, zero-terminated; empty for the other types.
 constexpr std::string_view kTokenTexts[] = {"",  "<![CDATA[", "<!--#", "<!--", "<!", "</", "<?",
                                             "<", "]]>",       "-->",   "/>",   "?>", ">",  "="};
 constexpr std::string_view mlTokenText8(int type)
@@ -60,12 +61,12 @@ constexpr std::string_view mlTokenText8(int type)
     return type > 0 && type < std::ssize(kTokenTexts) ? kTokenTexts[type] : std::string_view();
 }
 constexpr unsigned int mlTokenLength(int type) { return static_cast<unsigned int>(mlTokenText8(type).size()); }
-/// The longest token's length in units.
+/// The length of the longest token.
 constexpr unsigned int kTokenMaxLength = 9;
 
 namespace mlTokenMatching {
 
-/// Contexts in which a token is plain text: an opener, and what has a meaning only inside a tag.
+/// The contexts in which openers, and tokens that end or divide a tag, are plain text.
 constexpr unsigned long kNotForOpeners = kContextRaw | kContextComment;
 constexpr unsigned long kNotForTagTokens = kContextRaw | kContextComment | kContextContent;
 
@@ -104,9 +105,8 @@ constexpr int matchOpener(unsigned short const* units, unsigned int count)
 
 } // namespace mlTokenMatching
 
-/// The first token in the order of the kinds that the units begin with, without regard to case, and that is recognised
-/// in the context; -1 when there is none. Written out as a decision for each unit, since a page asks this for every
-/// tag.
+/// The first token, in the order of mlTokenType, that the units begin with and that the context recognises; -1 if there
+/// is none. Ignores case. A hand-written decision tree, because it runs for every tag.
 constexpr int mlMatchToken(unsigned short const* units, unsigned int count, unsigned long flags)
 {
     using namespace mlTokenMatching;

@@ -1,16 +1,19 @@
-// foundation/vela-mltokenizer.cpp: see the header. Text goes through loops over plain stretches; only a unit that a
-// table marks for the context gets a closer look.
+// foundation/vela-mltokenizer.cpp: see the header. Text is scanned in tight loops; a table for each context marks the
+// units that need a closer look.
+
 #include "foundation/vela-mltokenizer.h"
 
 #include <algorithm>
 #include <array>
 #include <cassert>
+#include <cerrno>
 #include <cstdint>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
 #endif
 
+#include "foundation/vela-comtypes.h"
 #include "foundation/vela-error.h"
 #include "foundation/vela-mlentities.h"
 
@@ -20,20 +23,21 @@ enum UnitClass : uint8_t
 {
     kPlain = 0,
     kSpace = 1,
-    kTokenBegin = 2, // some token of the context may begin here
+    kTokenBegin = 2, // a token may begin here
     kReference = 4
 };
 
-/// No text may become longer, so that lengths stay below 2^31.
+/// Longer texts are refused, so that lengths stay below 2^31.
 constexpr size_t kMaxTextUnits = 0x7FFFFFFF;
 constexpr size_t kEptBufferUnits = 65536;
 constexpr unsigned int kLookAheadUnits = 20;
 constexpr unsigned int kContextCount = 16;
-constexpr unsigned int kBeyondTable = 128; // stands for every unit from here on
+constexpr unsigned int kBeyondTable = 128; // the table entry of all units from here on
 constexpr long kGroupUnits = 8;
 using ClassTable = std::array<uint8_t, kBeyondTable + 1>;
 
-/// Whether any token of the context begins with the unit. The longest way on is one of these.
+/// Whether a token of the context may begin with the unit. Every token other than the openers, which one unit decides,
+/// has one of these three forms.
 constexpr bool mayBeginToken(unsigned short unit, unsigned long flags)
 {
     unsigned short const alone[] = {unit};
@@ -70,7 +74,7 @@ inline bool isQuote(unsigned short unit) { return unit == '"' || unit == '\''; }
 
 bool spaceEndsRun(unsigned long flags) { return flags == kContextNone || (flags & kContextTag); }
 
-/// End of the stretch that ends at white space or where a token may begin.
+/// The end of the text up to white space or a unit that may begin a token.
 unsigned short const* plainEnd(unsigned short const* at, unsigned short const* end, ClassTable const& table,
                                bool& hasReference)
 {
@@ -87,8 +91,8 @@ unsigned short const* plainEnd(unsigned short const* at, unsigned short const* e
 
 #ifdef __SSE2__
 
-/// Passes over groups of eight units that end no stretch of words whatever the context: no control unit, nothing a
-/// token begins with, no two blanks in a row. Stops before the first other group.
+/// Skips groups of eight units that are plain text in any context: without control units, units that may begin a token,
+/// or two blanks in a row.
 unsigned short const* skipPlainGroups(unsigned short const* at, unsigned short const* end, bool& hasReference)
 {
     auto const all = [](short unit) { return _mm_set1_epi16(unit); };
@@ -96,7 +100,7 @@ unsigned short const* skipPlainGroups(unsigned short const* at, unsigned short c
     for (; end - at > kGroupUnits; at += kGroupUnits) {
         __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(at));
         __m128i const next = _mm_loadu_si128(reinterpret_cast<__m128i const*>(at + 1));
-        // Unsigned units up to 0x1F: saturating subtraction leaves zero.
+        // Saturating subtraction gives zero for units up to 0x1F.
         __m128i special = _mm_cmpeq_epi16(_mm_subs_epu16(units, all(0x1F)), _mm_setzero_si128());
         for (char unit : {'<', ']', '-', '>', '=', '/', '?'})
             special = _mm_or_si128(special, _mm_cmpeq_epi16(units, all(unit)));
@@ -115,7 +119,7 @@ unsigned short const* skipPlainGroups(unsigned short const* at, unsigned short c
 
 #endif
 
-/// The same where white space does not end a run: single blanks between words belong to the stretch.
+/// Like plainEnd(), for contexts in which single blanks between words belong to the text.
 unsigned short const* wordsEnd(unsigned short const* at, unsigned short const* end, ClassTable const& table,
                                bool& hasReference)
 {
@@ -123,7 +127,7 @@ unsigned short const* wordsEnd(unsigned short const* at, unsigned short const* e
         unsigned short const* const start = at;
         at = skipPlainGroups(at, end, hasReference);
         if (at != start && at[-1] == ' ')
-            --at; // whether it ends the stretch depends on what follows
+            --at; // it belongs to the text only if a word follows
         at = plainEnd(at, end, table, hasReference);
         if (end - at < 2 || *at != ' ' || (classOf(table, at[1]) & (kSpace | kTokenBegin)))
             return at;
@@ -147,29 +151,29 @@ sstring mlTokenizer::tokenText() const
 
 void mlTokenizer::setStream(textstream* source)
 {
-    forgetAhead();
+    dropLookAhead();
     m_stream = source;
 }
 
-void mlTokenizer::settle()
+void mlTokenizer::syncStream()
 {
     assert(m_at >= m_base && m_at <= m_end);
     if (m_at != m_base)
-        m_stream->skipRun(static_cast<unsigned int>(m_at - m_base));
-    forgetAhead();
+        m_stream->skipRun(unitsBetween(m_base, m_at));
+    dropLookAhead();
 }
 
 bool mlTokenizer::refill()
 {
-    assert(m_at == m_end); // or units would be left out
-    settle();
+    assert(m_at == m_end); // otherwise units would be skipped
+    syncStream();
     unsigned int count = 0;
     m_base = m_at = m_stream->peekRun(count);
     m_end = m_at + count;
     return count != 0;
 }
 
-/// Skips white space and counts lines; whether there was any.
+/// Skips white space, counting lines. Returns whether there was any.
 bool mlTokenizer::skipSpace()
 {
     bool hasSkipped = false;
@@ -185,17 +189,17 @@ bool mlTokenizer::skipSpace()
     return hasSkipped;
 }
 
-/// The token at the reading place, which must not be the end.
+/// The token at the current position, which must not be the end.
 inline int mlTokenizer::matchHere(unsigned long flags)
 {
     bool const isAllHere = m_end - m_at >= static_cast<long>(kTokenMaxLength);
     return isAllHere ? mlMatchToken(m_at, kTokenMaxLength, flags) : matchAcross(flags);
 }
 
-/// The same where a token may go on in the next chunk.
+/// The same for a token that may continue in the next chunk.
 int mlTokenizer::matchAcross(unsigned long flags)
 {
-    settle();
+    syncStream();
     unsigned short ahead[kLookAheadUnits + 1];
     unsigned int const count = m_stream->peek(ahead, kLookAheadUnits);
     refill();
@@ -205,11 +209,11 @@ int mlTokenizer::matchAcross(unsigned long flags)
 inline void mlTokenizer::consume(unsigned int count)
 {
     while (count != 0 && hasUnit()) {
-        unsigned int const step = std::min(count, static_cast<unsigned int>(m_end - m_at));
+        unsigned int const step = std::min(count, unitsBetween(m_at, m_end));
         m_at += step;
         count -= step;
     }
-    assert(count == 0); // a token was seen there
+    assert(count == 0); // the token was there a moment ago
 }
 
 int mlTokenizer::tokenAhead(unsigned long flags) { return hasUnit() ? matchHere(flags) : -1; }
@@ -219,10 +223,10 @@ mlTokenType mlTokenizer::next(unsigned long flags, bool isLimited)
     if (m_buffer.capacity() > kEptBufferUnits)
         m_buffer = {};
     m_buffer.clear();
-    m_truncated = m_run = m_hasReference = false;
-    bool const wasPending = m_isSpacePending;
-    m_isSpacePending = false;
-    m_leadingSpace = skipSpace() || wasPending;
+    m_isTruncated = m_isUnquotedText = m_hasReference = false;
+    bool const wasPending = m_hasPendingSpace;
+    m_hasPendingSpace = false;
+    m_hasLeadingSpace = skipSpace() || wasPending;
     if (m_at == m_end)
         return m_tokenType = kTokenEnd;
     unsigned short const unit = *m_at;
@@ -245,15 +249,15 @@ mlTokenType mlTokenizer::nextSkippingComments(unsigned long flags, bool isLimite
 {
     bool hadSpace = false;
     while (next(flags, isLimited) == kTokenOpenComment) {
-        hadSpace |= m_leadingSpace;
+        hadSpace |= m_hasLeadingSpace;
         skipComment();
     }
-    m_leadingSpace |= hadSpace;
+    m_hasLeadingSpace |= hadSpace;
     return m_tokenType;
 }
 
-/// A quotation mark up to its match, without a limit; between tags a "<" ends it as well, so that a lone mark in a text
-/// does not swallow the page.
+/// Reads a quoted text of any length. Between tags a "<" ends it, too, so that a single quotation mark in a text does
+/// not consume the rest of the page.
 void mlTokenizer::readQuoted(unsigned long flags)
 {
     assert(m_at != m_end && isQuote(*m_at));
@@ -278,10 +282,10 @@ void mlTokenizer::readRun(unsigned long flags, bool isLimited)
 {
     ClassTable const& table = tableFor(flags);
     bool const isWord = spaceEndsRun(flags);
-    bool isBlank = false; // white space was read and not yet written
-    m_run = true;
+    bool isBlank = false; // white space has been read but not yet stored
+    m_isUnquotedText = true;
     assert(m_at != m_end && m_at >= m_stream->cacheBegin());
-    m_runStart = bookmark(m_stream->cacheStart(), static_cast<unsigned int>(m_at - m_stream->cacheBegin()));
+    m_textStart = bookmark(m_stream->cacheStart(), unitsBetween(m_stream->cacheBegin(), m_at));
     while (hasUnit()) {
         unsigned short const* p =
             isWord ? plainEnd(m_at, m_end, table, m_hasReference) : wordsEnd(m_at, m_end, table, m_hasReference);
@@ -300,29 +304,29 @@ void mlTokenizer::readRun(unsigned long flags, bool isLimited)
         isBlank = false;
         m_at = p;
     }
-    m_isSpacePending = isBlank && (flags & kContextContent);
+    m_hasPendingSpace = isBlank && (flags & kContextContent);
     if (m_hasReference && !(flags & kContextRaw))
         m_buffer.resize(decodeReferences(m_buffer.data(), length()));
 }
 
 void mlTokenizer::append(unsigned short const* from, unsigned short const* to, bool afterBlank, bool isLimited)
 {
-    size_t const total = m_buffer.size() + afterBlank + static_cast<size_t>(to - from);
+    size_t const total = m_buffer.size() + afterBlank + unitsBetween(from, to);
     if (total > kMaxTextUnits)
-        throw velaError(12);
-    assert(!m_truncated || m_buffer.size() == kLengthLimit);
-    if (m_truncated)
+        throw velaError(ENOMEM);
+    assert(!m_isTruncated || m_buffer.size() == kLengthLimit);
+    if (m_isTruncated)
         return;
-    m_truncated = isLimited && total > kLengthLimit;
+    m_isTruncated = isLimited && total > kLengthLimit;
     if (afterBlank)
         m_buffer.push_back(' ');
-    m_buffer.insert(m_buffer.end(), from, m_truncated ? from + std::min<long>(to - from, kLengthLimit) : to);
-    if (m_truncated)
+    m_buffer.insert(m_buffer.end(), from, m_isTruncated ? from + std::min<long>(to - from, kLengthLimit) : to);
+    if (m_isTruncated)
         m_buffer.resize(kLengthLimit);
 }
 
-/// Passes over a comment whose opener was read. What begins with a quotation mark is a quoted string here too, so that
-/// a "-->" inside it does not end the comment.
+/// Skips a comment whose opener has been read. Quoted texts are recognised here, too: a "-->" inside one does not end
+/// the comment.
 void mlTokenizer::skipComment()
 {
     for (;;) {
@@ -349,7 +353,7 @@ void mlTokenizer::skipQuoted()
     }
 }
 
-/// Passes over the rest of a run in a comment, up to "-->" or the end.
+/// Skips the text of a comment up to "-->" or the end.
 void mlTokenizer::skipToHyphens()
 {
     while (hasUnit()) {

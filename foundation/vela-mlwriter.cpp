@@ -1,16 +1,19 @@
 // foundation/vela-mlwriter.cpp: see the header.
-#include "foundation/vela-mlwriter.h"
 
-#include <algorithm>
-#include <cassert>
+#include "foundation/vela-mlwriter.h"
 
 #include "foundation/vela-error.h"
 #include "foundation/vela-mltoken.h"
 
+#include <algorithm>
+#include <cassert>
+#include <cerrno>
+
 namespace {
 
 constexpr unsigned int kBlanksPerLevel = 2;
-/// Deeper levels stand no further to the right, or a deep tree would be written in the square of its depth.
+/// Deeper levels are not indented further; otherwise the size of a deep tree's text would grow with the square of its
+/// depth.
 constexpr unsigned int kDeepestIndent = 40;
 constexpr size_t kMaxUnits = 0x7FFFFFFF;
 
@@ -19,7 +22,7 @@ constexpr std::string_view kClosers[] = {">", ">", "?>", "-->"};
 
 std::string_view escapeOf(unsigned short unit) { return unit == '<' ? "&lt;" : unit == '>' ? "&gt;" : "&quot;"; }
 
-/// Whether a name reads back as one word; one that was quoted may not.
+/// Whether the name can be written without quotation marks.
 bool isPlainWord(mlName const* name)
 {
     unsigned short const* units = name->units();
@@ -86,7 +89,7 @@ void mlWriter::writeText(mlSection const& section)
         writeEscaped(data.getUnicode(), data.getLength(), "<>\"");
 }
 
-/// Returns whether the section was written as one that has content, so that its children and its close tag follow.
+/// Returns whether the section has content, so that its children and its closing tag must follow.
 bool mlWriter::writeOpening(mlSection const& section)
 {
     beginLine();
@@ -96,7 +99,7 @@ bool mlWriter::writeOpening(mlSection const& section)
     else if (section.isTag()) {
         assert(static_cast<size_t>(section.getType()) < std::size(kOpeners));
         write(kOpeners[section.getType()]);
-        write(section.tag.name);
+        write(section.m_tag.name);
         for (unsigned int i = 0; mlAttr* attr = section.getAttr(i); ++i) {
             write(" ");
             writeAttr(*attr);
@@ -113,7 +116,7 @@ void mlWriter::writeClosing(mlSection const& section)
     assert(section.isTag());
     beginLine();
     write("</");
-    write(section.tag.name);
+    write(section.m_tag.name);
     write(">");
     endLine();
 }
@@ -123,7 +126,7 @@ void mlWriter::beginLine()
     if (m_isFormatted)
         m_units.insert(m_units.end(), std::min(m_depth, kDeepestIndent) * kBlanksPerLevel, ' ');
     if (m_units.size() > kMaxUnits)
-        throw velaError(12);
+        throw velaError(ENOMEM);
 }
 
 void mlWriter::endLine()
@@ -160,6 +163,6 @@ void mlWriter::writeTree(mlSection const& top)
 sstring mlWriter::result(mlPool const& pool) const
 {
     if (m_units.size() > kMaxUnits)
-        throw velaError(12);
+        throw velaError(ENOMEM);
     return pool.makeString(m_units.data(), static_cast<unsigned int>(m_units.size()));
 }

@@ -18,7 +18,7 @@
 
 namespace {
 
-/// The code-set name that a conversion works under.
+/// The name of a locale's code set.
 struct CodesetName
 {
     char text[kMaxCodesetName] = {};
@@ -36,11 +36,11 @@ CodesetConverter const& namedOrDefault(char const* charset)
     return converterFor(CodesetName(Locale_GetDefault()).text);
 }
 
-/// Some code sets exchange 0x1A, 0x1C and 0x7F among each other; the terminator is no character.
+/// Some code sets permute 0x1A, 0x1C and 0x7F; the terminator does not count.
 constexpr bool isPlain(unsigned int unit) { return unit - 1 < 0x7E && unit != 0x1A && unit != 0x1C; }
 
-/// Copies plain ASCII between the flavours, zeroing the rest of the output. False, with the output undefined, at the
-/// first other character, or when the text does not fit.
+/// Copies plain ASCII and fills the rest of the output with zeros. Returns false, with undefined output, if the text
+/// has other characters or does not fit.
 template <class Out, class In>
 bool copyPlainAscii(Out* out, In const* in, unsigned int capacity)
 {
@@ -53,7 +53,7 @@ bool copyPlainAscii(Out* out, In const* in, unsigned int capacity)
     return true;
 }
 
-/// Widens or narrows each character, for want of a converter.
+/// Widens or narrows each character where there is no converter.
 template <class Out, class In>
 void copyEach(Out* out, In const* in, unsigned int capacity)
 {
@@ -72,8 +72,8 @@ bool convert(CodesetConverter const& codeset, unsigned short* out, unsigned char
     UErrorCode error = U_ZERO_ERROR;
     UChar* to = toUChar(out);
     char const* from = reinterpret_cast<char const*>(in);
-    ucnv_reset(codeset.converter);
-    ucnv_toUnicode(codeset.converter, &to, to + capacity, &from, from + std::strlen(from), nullptr, true, &error);
+    ucnv_reset(codeset.converter.get());
+    ucnv_toUnicode(codeset.converter.get(), &to, to + capacity, &from, from + std::strlen(from), nullptr, true, &error);
     assert(to >= toUChar(out) && to <= toUChar(out) + capacity);
     std::fill(to, toUChar(out) + capacity, UChar{});
     return U_SUCCESS(error);
@@ -88,8 +88,8 @@ bool convert(CodesetConverter const& codeset, unsigned char* out, unsigned short
     UErrorCode error = U_ZERO_ERROR;
     char* to = reinterpret_cast<char*>(out);
     UChar const* from = toUChar(in);
-    ucnv_reset(codeset.converter);
-    ucnv_fromUnicode(codeset.converter, &to, to + capacity, &from, from + strlen16(in), nullptr, true, &error);
+    ucnv_reset(codeset.converter.get());
+    ucnv_fromUnicode(codeset.converter.get(), &to, to + capacity, &from, from + strlen16(in), nullptr, true, &error);
     assert(to >= reinterpret_cast<char*>(out) && to <= reinterpret_cast<char*>(out) + capacity);
     std::fill(to, reinterpret_cast<char*>(out) + capacity, '\0');
     return U_SUCCESS(error);
@@ -134,8 +134,8 @@ int UnicodeToAnsi(unsigned char* out, unsigned short const* in, unsigned int cap
 
 namespace {
 
-/// The last answer of keepsPlainAscii() on this thread, with all that it depends on: the name of the locale and what
-/// the C library says. Every 8-bit text of a string asks, nearly always about the same locale, and finding its code set
+/// A cache of keepsPlainAscii(): its last result on this thread and what that depends on, the locale's name and the C
+/// library's code set. Every conversion of a string asks, nearly always for the same locale, and finding the code set
 /// takes longer than copying a word.
 struct LastAnswer
 {
@@ -162,7 +162,7 @@ bool keepsPlainAscii(LOCALE* locale)
     if (library && lastAnswer.isAbout(*locale, library))
         return lastAnswer.keepsAscii;
     bool const keeps = converterFor(CodesetName(locale).text).keepsAscii;
-    // A nameless locale stands for ICU's default, which may change.
+    // A nameless locale is not cached: it stands for ICU's default, which may change.
     if (locale->name[0] && library && std::strlen(library) < kMaxCodesetName) {
         lastAnswer = {*locale, {}, keeps};
         std::strcpy(lastAnswer.libraryCodeset, library);
@@ -182,7 +182,7 @@ bool isPlainAscii(unsigned short const* text, unsigned int length)
 
 namespace {
 
-/// A buffer that grows to what a conversion needs and never shrinks; lives as long as the process.
+/// A buffer that grows as needed, never shrinks and lives as long as the process.
 template <class Unit>
 struct StaticBuffer
 {

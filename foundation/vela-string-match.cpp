@@ -31,7 +31,7 @@ namespace {
 unsigned int lengthOf(unsigned short const* text) { return strlen16(text); }
 unsigned int lengthOf(unsigned char const* text) { return strlen8(text); }
 
-/// Up to this length a text is compared at every position; beyond, a table keeps repetitive texts linear.
+/// Up to this length a pattern is compared at every position; for longer ones a table guarantees linear time.
 constexpr unsigned int kLongestPlainPattern = 32;
 
 template <class Unit>
@@ -44,7 +44,7 @@ bool matchesAt(Unit const* text, Unit const* wanted)
     return *wanted == 0;
 }
 
-/// Calls onMatch(position) for each match of a short pattern, overlapping ones too, until it returns false.
+/// Calls onMatch(position) for each match of a short pattern, including overlapping ones, until it returns false.
 template <class Unit, class OnMatch>
 void eachShortMatch(Unit const* text, Unit const* wanted, OnMatch onMatch)
 {

@@ -2,6 +2,7 @@
 
 #include "foundation/vela-string.h"
 
+#include "foundation/vela-comtypes.h"
 #include "foundation/vela-string-match.h"
 
 #include <algorithm>
@@ -11,10 +12,10 @@ namespace {
 
 constexpr unsigned int npos = sstring::npos;
 
-/// Position of the first unit from `from` on whose membership in `set` is `member`.
+/// The position of the first unit at or after `from` that is in `set`, or that is not, as `member` says.
 unsigned int findMember(sstring const& text, sstring const& set, unsigned int from, bool member)
 {
-    const UnitSet units(set.getUnicode());
+    UnitSet const units(set.getUnicode());
     unsigned short const* unit = text.getUnicode();
     for (unsigned int i = from; i < text.getLength(); ++i)
         if (units.contains(unit[i]) == member)
@@ -22,7 +23,7 @@ unsigned int findMember(sstring const& text, sstring const& set, unsigned int fr
     return npos;
 }
 
-/// Last accepted position at or below `limit`, or npos.
+/// The last accepted position at or before `limit`, or npos.
 template <class Accepts>
 unsigned int findBackwards(unsigned int length, unsigned int limit, Accepts accepts)
 {
@@ -34,7 +35,7 @@ unsigned int findBackwards(unsigned int length, unsigned int limit, Accepts acce
 
 unsigned int rfindMember(sstring const& text, sstring const& set, unsigned int limit, bool member)
 {
-    const UnitSet units(set.getUnicode());
+    UnitSet const units(set.getUnicode());
     unsigned short const* unit = text.getUnicode();
     return findBackwards(text.getLength(), limit, [&](unsigned int i) { return units.contains(unit[i]) == member; });
 }
@@ -54,7 +55,7 @@ unsigned int sstring::find(sstring const& text, unsigned int from) const
     if (from > m_length)
         return npos;
     unsigned short const* hit = strstr16(m_wideBuffer + from, text.m_wideBuffer);
-    return hit ? static_cast<unsigned int>(hit - m_wideBuffer) : npos;
+    return hit ? unitsBetween(m_wideBuffer, hit) : npos;
 }
 
 unsigned int sstring::find_any(sstring const& set, unsigned int from) const
@@ -75,7 +76,7 @@ unsigned int sstring::rfind(unsigned short unit, unsigned int limit) const
 unsigned int sstring::rfind(sstring const& text, unsigned int limit) const
 {
     unsigned short const* hit = lastMatch16(m_wideBuffer, text.m_wideBuffer, limit);
-    return hit ? static_cast<unsigned int>(hit - m_wideBuffer) : npos;
+    return hit ? unitsBetween(m_wideBuffer, hit) : npos;
 }
 
 unsigned int sstring::rfind_any(sstring const& set, unsigned int limit) const
@@ -163,7 +164,7 @@ unsigned int sstring::replace(unsigned int pos, unsigned int count, sstring cons
     count = std::min(count, m_length - pos);
     growWideFor(with.m_length);
     assert(uint64_t{m_length} - count + with.m_length < m_wideCapacity);
-    const size_t unit = sizeof(unsigned short);
+    size_t const unit = sizeof(unsigned short);
     unsigned short* gap = m_wideBuffer + pos;
     if (with.m_length != count)
         std::memmove(gap + with.m_length, gap + count, (size_t{m_length} - pos - count + 1) * unit);
@@ -178,16 +179,15 @@ void sstring::growWideFor(unsigned int more)
         growWide(uint64_t{m_length} + more);
 }
 
-/// Builds the text anew, piece by piece, so that many hits cost no more than one copy of the text.
+/// Builds a new text piece by piece, so that any number of hits costs only one copy of the text.
 void sstring::replaceHits(sstring const& from, sstring const& to, unsigned short const* hit)
 {
     unsigned int const fromLength = strlen16(from.m_wideBuffer);
-    assert(fromLength > 0); // or it would be found for ever
+    assert(fromLength > 0); // an empty text would be found forever
     sstring result;
     unsigned short const* rest = m_wideBuffer;
     for (; hit; hit = strstr16(rest, from.m_wideBuffer)) {
-        assert(hit >= rest);
-        result.writeUnits(result.m_length, rest, static_cast<unsigned int>(hit - rest), true);
+        result.writeUnits(result.m_length, rest, unitsBetween(rest, hit), true);
         result.writeUnits(result.m_length, to.m_wideBuffer, to.m_length, true);
         rest = hit + fromLength;
     }
@@ -200,13 +200,13 @@ void sstring::replaceHits(sstring const& from, sstring const& to, unsigned short
 
 unsigned int sstring::replace(sstring const& from, sstring const& to, ReplaceHowMany howMany)
 {
-    // What is searched ends at a terminator, wherever the string's own length ends.
+    // A search text ends at its first terminator, even if the string is longer.
     unsigned int const fromLength = strlen16(from.m_wideBuffer);
     unsigned short const* hit = fromLength ? strstr16(m_wideBuffer, from.m_wideBuffer) : nullptr;
     if (!hit)
         return m_length;
     if (howMany != kReplaceAll)
-        return replace(static_cast<unsigned int>(hit - m_wideBuffer), fromLength, to);
+        return replace(unitsBetween(m_wideBuffer, hit), fromLength, to);
     replaceHits(from, to, hit);
     return m_length;
 }

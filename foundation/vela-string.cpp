@@ -1,6 +1,5 @@
-// foundation/vela-string.cpp: a string's life, its buffers, its 8-bit rendering and every way of writing into it.
-// Searching, replacing and comparing are in vela-string-search.cpp, printf-style formatting is in
-// vela-string-format.cpp.
+// foundation/vela-string.cpp: construction, buffers, 8-bit rendering and writing. Searching, replacing and comparing
+// are in vela-string-search.cpp, formatting is in vela-string-format.cpp.
 
 #include "foundation/vela-string.h"
 
@@ -22,16 +21,16 @@ namespace {
 
 constexpr uint64_t kSmallestStep = 32;
 constexpr uint64_t kLargestStep = 0x100000;
-/// Beyond this many fresh bytes a block comes from calloc, which takes untouched pages instead of writing zeros.
+/// From this many new bytes on a block comes from calloc(), which need not write zeros into fresh pages.
 constexpr size_t kLargeBytes = size_t{16} << 20;
 
 unsigned int limited(uint64_t value) { return static_cast<unsigned int>(std::min<uint64_t>(value, UINT32_MAX)); }
 
-/// The block at the new size, its fresh units zero, so that an index beyond the text reads a defined unit.
+/// Resizes the block. New units are zero, so that an index beyond the text reads a defined value.
 unsigned short* regrown(unsigned short* old, size_t oldUnits, size_t newUnits)
 {
     assert(newUnits > oldUnits && (old || oldUnits == 0));
-    const size_t unit = sizeof(unsigned short);
+    size_t const unit = sizeof(unsigned short);
     if ((newUnits - oldUnits) * unit < kLargeBytes) {
         auto* block = static_cast<unsigned short*>(velaRealloc(old, newUnits * unit));
         if (block)
@@ -51,17 +50,15 @@ unsigned short* regrown(unsigned short* old, size_t oldUnits, size_t newUnits)
 unsigned short sstring::emptyText[1] = {0};
 
 sstring::sstring(sstring const& other, unsigned int start, unsigned int count)
-    : sstring(NoBuffer{}) // from here on the destructor runs, whatever is thrown
+    : sstring(NoBuffer{}) // from here on an exception runs the destructor
 {
-    m_ownLocale = velaCopyLocale(other.m_ownLocale);
+    m_ownLocale = velaCopyLocale(other.m_ownLocale.get());
     set(other, start, count);
 }
 
 sstring::~sstring()
 {
     assert(m_length < std::max(m_wideCapacity, 1u));
-    if (m_ownLocale)
-        Locale_Destroy(m_ownLocale);
     if (m_wideCapacity)
         std::free(m_wideBuffer);
     std::free(m_ansiCache);
@@ -69,7 +66,6 @@ sstring::~sstring()
     m_wideBuffer = nullptr;
     m_ansiCache = nullptr;
     m_wideScratch = nullptr;
-    m_ownLocale = nullptr;
     m_wideCapacity = m_length = m_ansiCapacity = m_scratchCapacity = m_tareFlag = 0;
 }
 
@@ -77,10 +73,7 @@ sstring& sstring::operator=(sstring const& other)
 {
     if (this == &other)
         return *this;
-    LOCALE* const copy = velaCopyLocale(other.m_ownLocale);
-    if (m_ownLocale)
-        Locale_Destroy(m_ownLocale);
-    m_ownLocale = copy;
+    m_ownLocale = velaCopyLocale(other.m_ownLocale.get());
     return set(other.m_wideBuffer);
 }
 
@@ -103,8 +96,8 @@ unsigned int sstring::capacityFor(uint64_t n, unsigned int present) const
 {
     if (n + kHeadroom <= present)
         return present;
-    const uint64_t step = std::clamp<uint64_t>(m_length, kSmallestStep, kLargestStep);
-    const uint64_t wanted = (n + kHeadroom + step - 1) / step * step;
+    uint64_t const step = std::clamp<uint64_t>(m_length, kSmallestStep, kLargestStep);
+    uint64_t const wanted = (n + kHeadroom + step - 1) / step * step;
     assert(wanted >= n + kHeadroom && wanted > present);
     if (wanted > UINT32_MAX)
         throw velaError(ENOMEM);
@@ -121,7 +114,7 @@ void sstring::growWide(uint64_t units) const
         throw velaError(ENOMEM);
     m_wideBuffer = block;
     m_wideCapacity = wanted;
-    assert(!emptyText[0]); // every string without a buffer reads it
+    assert(!emptyText[0]); // every string without a buffer shares it
 }
 
 void sstring::growAnsi(uint64_t bytes) const
@@ -160,14 +153,11 @@ void sstring::setSizeW(unsigned int units) const { growScratch(units); }
 
 // Locale and 8-bit rendering
 
-LOCALE* sstring::getLocale() const { return m_ownLocale ? m_ownLocale : Locale_GetDefault(); }
+LOCALE* sstring::getLocale() const { return m_ownLocale ? m_ownLocale.get() : Locale_GetDefault(); }
 
 LOCALE* sstring::setLocale(LOCALE* locale)
 {
-    LOCALE* copy = !locale || locale == Locale_GetDefault() ? nullptr : velaCopyLocale(locale);
-    if (m_ownLocale && m_ownLocale != copy)
-        Locale_Destroy(m_ownLocale);
-    m_ownLocale = copy;
+    m_ownLocale = velaCopyLocale(locale == Locale_GetDefault() ? nullptr : locale);
     return getLocale();
 }
 
@@ -175,15 +165,15 @@ unsigned char* sstring::getAnsiAt(unsigned int index) const
 {
     unsigned short const* text = index > m_length ? emptyText : m_wideBuffer + index;
     unsigned int const count = strlen16(text);
-    const uint64_t room = uint64_t{count} * 4 + 4;
+    uint64_t const room = uint64_t{count} * 4 + 4;
     growAnsi(room);
     assert(room < m_ansiCapacity);
-    if (keepsPlainAscii(m_ownLocale) && isPlainAscii(text, count)) {
+    if (keepsPlainAscii(m_ownLocale.get()) && isPlainAscii(text, count)) {
         std::copy_n(text, count, m_ansiCache);
         m_ansiCache[count] = 0;
         return m_ansiCache;
     }
-    if (!UnicodeToAnsi(m_ansiCache, text, limited(room), m_ownLocale))
+    if (!UnicodeToAnsi(m_ansiCache, text, limited(room), m_ownLocale.get()))
         m_ansiCache[0] = 0;
     m_ansiCache[room] = 0;
     return m_ansiCache;
@@ -195,10 +185,10 @@ unsigned short const* sstring::widened(unsigned char const* text) const
 {
     if (!text)
         return emptyText;
-    const uint64_t room = uint64_t{strlen8(text)} * 4 + 4;
+    uint64_t const room = uint64_t{strlen8(text)} * 4 + 4;
     growScratch(room);
     assert(room < m_scratchCapacity);
-    if (!AnsiToUnicode(m_wideScratch, text, limited(room), m_ownLocale))
+    if (!AnsiToUnicode(m_wideScratch, text, limited(room), m_ownLocale.get()))
         m_wideScratch[0] = 0;
     m_wideScratch[room] = 0;
     return m_wideScratch;
@@ -207,23 +197,23 @@ unsigned short const* sstring::widened(unsigned char const* text) const
 sstring sstring::inMyLocale(unsigned char const* text) const
 {
     sstring result;
-    result.setLocale(m_ownLocale);
+    result.setLocale(m_ownLocale.get());
     result.set(text);
     return result;
 }
 
 // Writing
 
-bool sstring::ownsUnit(unsigned short const* unit) const
+bool sstring::isInBuffer(unsigned short const* unit) const
 {
-    const std::less<unsigned short const*> before;
+    std::less<unsigned short const*> const before;
     return !before(unit, m_wideBuffer) && before(unit, m_wideBuffer + m_wideCapacity);
 }
 
-/// Makes room for `count` units at `pos` and the terminator, and fills a gap before them with spaces.
-unsigned short* sstring::openRange(unsigned int pos, unsigned int count)
+/// Makes room for `count` units at `pos` and a terminator. A gap between the text and `pos` is filled with spaces.
+unsigned short* sstring::makeRoomAt(unsigned int pos, unsigned int count)
 {
-    const uint64_t end = uint64_t{pos} + count;
+    uint64_t const end = uint64_t{pos} + count;
     if (end + 1 + kHeadroom > m_wideCapacity)
         growWide(end + 1);
     assert(m_length < m_wideCapacity && end < m_wideCapacity);
@@ -232,8 +222,8 @@ unsigned short* sstring::openRange(unsigned int pos, unsigned int count)
     return m_wideBuffer + pos;
 }
 
-/// An explicit count that ends inside the text overwrites in place; everything else ends the text.
-void sstring::closeRange(uint64_t end, bool endsText)
+/// Sets the length and the terminator, unless units inside the text have been overwritten.
+void sstring::endWriteAt(uint64_t end, bool endsText)
 {
     assert(end < m_wideCapacity);
     if (!endsText && end < m_length)
@@ -244,18 +234,18 @@ void sstring::closeRange(uint64_t end, bool endsText)
 
 void sstring::writeUnits(unsigned int pos, unsigned short const* source, unsigned int count, bool endsText)
 {
-    bool const own = ownsUnit(source);
-    const ptrdiff_t ownOffset = own ? source - m_wideBuffer : 0;
-    unsigned short* target = openRange(pos, count);
+    bool const own = isInBuffer(source);
+    ptrdiff_t const ownOffset = own ? source - m_wideBuffer : 0;
+    unsigned short* target = makeRoomAt(pos, count);
     assert(!own || uint64_t{count} + static_cast<uint64_t>(ownOffset) <= m_wideCapacity);
     std::memmove(target, own ? m_wideBuffer + ownOffset : source, size_t{count} * sizeof(unsigned short));
-    closeRange(uint64_t{pos} + count, endsText);
+    endWriteAt(uint64_t{pos} + count, endsText);
 }
 
 void sstring::writePlainAscii(unsigned int pos, unsigned char const* source, unsigned int count, bool endsText)
 {
-    std::copy_n(source, count, openRange(pos, count));
-    closeRange(uint64_t{pos} + count, endsText);
+    std::copy_n(source, count, makeRoomAt(pos, count));
+    endWriteAt(uint64_t{pos} + count, endsText);
 }
 
 void sstring::setAt(unsigned int pos, unsigned short const* text, unsigned int start, unsigned int count)
@@ -264,7 +254,7 @@ void sstring::setAt(unsigned int pos, unsigned short const* text, unsigned int s
         return writeUnits(pos, emptyText, 0, count == npos);
     if (count != npos)
         return writeUnits(pos, text + start, count, false);
-    // Such a text ends at its terminator, which may stand before the start.
+    // The text ends at its terminator, which may come before `start`.
     bool const beginsInside = std::find(text, text + start, 0) == text + start;
     unsigned short const* source = beginsInside ? text + start : emptyText;
     writeUnits(pos, source, strlen16(source), true);
@@ -274,7 +264,7 @@ void sstring::setAt(unsigned int pos, unsigned char const* text, unsigned int st
 {
     bool const endsText = count == npos;
     unsigned int const bytesGiven = text ? strlen8(text) : 0;
-    bool const plain = keepsPlainAscii(m_ownLocale) && isPlainAscii(text, bytesGiven);
+    bool const plain = keepsPlainAscii(m_ownLocale.get()) && isPlainAscii(text, bytesGiven);
     unsigned short const* wide = plain ? nullptr : widened(text);
     unsigned int const units = plain ? bytesGiven : strlen16(wide);
     start = std::min(start, units);

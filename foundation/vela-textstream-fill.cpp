@@ -1,22 +1,24 @@
-// foundation/vela-textstream-fill.cpp: how a stream's caches are filled from its source, and how the source's encoding
-// is found.
-#include <algorithm>
-#include <cassert>
-#include <cstdlib>
-#include <cstring>
-#include <utility>
+// foundation/vela-textstream-fill.cpp: reading the source, detecting its encoding and filling the caches.
+
+#include "foundation/vela-textstream.h"
 
 #include "foundation/vela-alloc.h"
 #include "foundation/vela-locale.h"
-#include "foundation/vela-textstream.h"
 #include "foundation/vela-tsdecoder.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
 
 namespace {
 
 constexpr unsigned int kRawBufferBytes = 49153;
 constexpr unsigned int kNameBytes = 128;
 
-/// Leaves out the zero units; returns how many units stay. Nearly every text has none, so that is looked at first.
+/// Removes zero units and returns the number that remain. Counts them first, because nearly every text has none.
 unsigned int dropZeros(unsigned short* units, unsigned int count)
 {
     unsigned int zeros = 0;
@@ -33,12 +35,12 @@ void ensureBuffer(T*& buffer, unsigned int count)
     if (!buffer)
         buffer = static_cast<T*>(velaMalloc(count * sizeof(T)));
     if (!buffer)
-        throw velaError(12);
+        throw velaError(ENOMEM);
 }
 
 } // namespace
 
-/// FF FE and FE FF are UTF-16; EF BB BF is only skipped: a text that is UTF-8 declares it.
+/// FF FE and FE FF mark UTF-16. EF BB BF is only skipped: UTF-8 has to be declared in the text.
 void textstream::detectByteOrder()
 {
     unsigned char mark[3] = {};
@@ -56,7 +58,7 @@ void textstream::detectByteOrder()
         m_dataStart = 2;
 }
 
-/// Reads `count` bytes of the source from `offset` on; fewer when the source became shorter meanwhile.
+/// Reads `count` bytes of the source from `offset` on; fewer if the file has become shorter.
 unsigned int textstream::readSource(void* out, unsigned int offset, unsigned int count)
 {
     assert(offset <= m_size && count <= m_size - offset);
@@ -103,7 +105,7 @@ void textstream::fillUtf16()
                       [](unsigned short& unit) { SwapEndian(&unit); });
 }
 
-/// A memory stream is decoded where it lies; a file's bytes pass through the raw buffer.
+/// Memory is decoded in place; a file is read into the raw buffer first.
 void textstream::fillCodeSet()
 {
     unsigned int const wanted = std::min(m_size - m_current.start, m_current.readSize);
@@ -123,23 +125,22 @@ void textstream::fillCodeSet()
     m_current.consumed = result.bytes;
 }
 
-/// The locale that a page's declaration stands for; the process's when it declares none.
+/// Sets the locale of the declared code set, or the default one if none is declared.
 void textstream::chooseLocale(velaBytes const& declared)
 {
     if (declared.empty()) {
         m_locale = velaCopyLocale(Locale_GetDefault());
         return;
     }
-    free8(std::exchange(m_codeSet, nullptr));
-    m_codeSet = strdup8(reinterpret_cast<unsigned char const*>(declared.c_str()));
-    m_locale = m_codeSet ? Locale_Create(declared.c_str()) : nullptr;
+    m_codeSet = declared;
+    m_locale.reset(Locale_Create(declared.c_str()));
     if (!m_locale)
-        throw velaError(12); // in another code set it would be another text
+        throw velaError(ENOMEM); // with another code set the text would be different
     m_localeDeclared = true;
 }
 
-/// A stream without a locale takes it from what its first chunk declares, or from the process. In a later chunk, which
-/// finds none when it was cleared meanwhile, the same word is only text.
+/// A stream without a locale takes it from a declaration in its first chunk, or from the process. If the locale is
+/// cleared later, a declaration in a later chunk is only text.
 void textstream::chooseCodeSet(unsigned char const* chunk, unsigned int count)
 {
     bool const isFirst = !m_decoder;
@@ -147,9 +148,9 @@ void textstream::chooseCodeSet(unsigned char const* chunk, unsigned int count)
         chooseLocale(isFirst ? findDeclaredCodeSet(chunk, count) : velaBytes());
     if (isFirst)
         m_decoder = std::unique_ptr<tsDecoder>(new tsDecoder);
-    if (m_codeSet)
-        return m_decoder->useCodeSet(reinterpret_cast<char const*>(m_codeSet));
+    if (!m_codeSet.empty())
+        return m_decoder->useCodeSet(m_codeSet.c_str());
     char name[kNameBytes] = {};
-    Locale_GetDefaultCodeset(m_locale, name);
+    Locale_GetDefaultCodeset(m_locale.get(), name);
     m_decoder->useCodeSet(name);
 }

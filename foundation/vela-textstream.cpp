@@ -1,35 +1,30 @@
-// foundation/vela-textstream.cpp: opening, positions and handing out units. Filling the caches from the source is in
+// foundation/vela-textstream.cpp: opening, positions and reading units. The caches are filled in
 // vela-textstream-fill.cpp.
-#include "foundation/vela-textstream.h"
 
-#include <algorithm>
-#include <bit>
-#include <cassert>
-#include <cstdlib>
-#include <utility>
+#include "foundation/vela-textstream.h"
 
 #include "foundation/vela-locale.h"
 #include "foundation/vela-poison.h"
 #include "foundation/vela-tsdecoder.h"
 
+#include <algorithm>
+#include <bit>
+#include <cassert>
+#include <cerrno>
+#include <cstdlib>
+#include <utility>
+
 namespace {
 
-constexpr int kNoMemory = 12;
-constexpr int kNotOpen = 9;
-constexpr int kAlreadyOpen = 16;
-constexpr int kNoPosition = 22;
-
-/// Why an open failed, where the operating system had nothing against it.
-constexpr int kInvalidArgument = 22;
-
+/// Why opening failed.
 int openError()
 {
     int const error = FileIO_GetLastErr();
-    return error != 0 ? error : kInvalidArgument;
+    return error != 0 ? error : EINVAL;
 }
 
-/// Fills what is given up with 0xFE, so that a late use is seen at once.
-void spoil(tsCache& cache)
+/// Fills the cache with 0xFE, so that a use after free is noticed.
+void freeAndPoison(tsCache& cache)
 {
     free16(cache.buffer);
     velaPoison(&cache, sizeof cache);
@@ -77,14 +72,9 @@ textstream::~textstream()
         FileIO_Close(m_file);
     releaseMemory();
     std::free(m_rawBuffer);
-    if (m_locale)
-        Locale_Destroy(m_locale);
-    free8(m_codeSet);
-    spoil(m_current);
-    spoil(m_spare);
+    freeAndPoison(m_current);
+    freeAndPoison(m_spare);
     m_rawBuffer = nullptr;
-    m_locale = nullptr;
-    m_codeSet = nullptr;
     velaPoison(&m_unitMode, sizeof m_unitMode);
     velaPoison(&m_size, sizeof m_size);
 }
@@ -100,7 +90,7 @@ void textstream::releaseMemory()
 void textstream::requireOpen() const
 {
     if (!m_openFlag)
-        throw velaError(kNotOpen);
+        throw velaError(EBADF);
 }
 
 int textstream::open(unsigned char const* name) { return open(sstring(name)); }
@@ -110,7 +100,7 @@ int textstream::open(unsigned short const* name) { return open(sstring(name)); }
 int textstream::open(sstring const& name)
 {
     if (m_openFlag)
-        throw velaError(kAlreadyOpen);
+        throw velaError(EBUSY);
     if (m_fileName.getLength() == 0)
         m_fileName = name;
     sstring path(name);
@@ -123,7 +113,7 @@ int textstream::open(sstring const& name)
     return m_openFlag;
 }
 
-/// Opens the file alone; `length` receives its size in bytes. A file whose offsets do not fit into 32 bits is refused.
+/// Opens the file and gets its size in bytes. Refuses a file whose size does not fit into 32 bits.
 int textstream::openFile(sstring& path, unsigned long& length)
 {
     if (!FileIO_OpenW(path.getUnicode(), FILE_OPEN_READ, &m_file)) {
@@ -140,11 +130,11 @@ int textstream::openFile(sstring& path, unsigned long& length)
 int textstream::open(unsigned char* data, unsigned int dataSize, int ownsData)
 {
     if (m_openFlag)
-        throw velaError(kAlreadyOpen);
+        throw velaError(EBUSY);
     if (!data && dataSize != 0)
         return 0;
     releaseMemory();
-    m_memory = data ? data : static_cast<unsigned char*>(velaAllocate(1)); // a memory stream is told by its pointer
+    m_memory = data ? data : static_cast<unsigned char*>(velaAllocate(1)); // a null pointer would mean a file
     m_ownsMemory = data ? ownsData : 1;
     start(dataSize);
     return m_openFlag;
@@ -159,7 +149,7 @@ void textstream::start(unsigned int sourceSize)
     rewind();
 }
 
-/// Another source follows: nothing decoded or declared by the last one may show.
+/// Discards everything decoded from or declared in the previous source.
 void textstream::forgetDecoded()
 {
     m_current.valid = m_current.consumed = 0;
@@ -167,8 +157,7 @@ void textstream::forgetDecoded()
     m_reopenPlace = bookmark();
     if (m_localeDeclared)
         setLocale(nullptr);
-    free8(m_codeSet);
-    m_codeSet = nullptr;
+    m_codeSet.clear();
     m_decoder.reset();
 }
 
@@ -191,7 +180,7 @@ void textstream::close()
     if (!m_openFlag)
         return;
     m_reopenPlace = bookmark(m_current.start, m_current.position);
-    assert(!m_file != !m_memory); // one source, not two
+    assert(!m_file != !m_memory); // exactly one source
     if (m_file)
         FileIO_Close(m_file);
     m_file = nullptr;
@@ -230,7 +219,7 @@ void textstream::popPos()
 {
     requireOpen();
     if (m_positions.empty())
-        throw velaError(kNoPosition);
+        throw velaError(EINVAL);
     bookmark const place = m_positions.back();
     m_positions.pop_back();
     setPos(place);
@@ -263,7 +252,7 @@ unsigned short textstream::popUnit(bool consume)
 
 unsigned int textstream::popString(sstring& out, unsigned int n, bool consume)
 {
-    // No more than the rest of the source can come, whatever was asked for.
+    // A large request must not allocate more than the rest of the source.
     unsigned int const wanted = std::min(n, unitsLeftAtMost());
     velaArray<unsigned short> units(wanted + 1u);
     unsigned int const count = popData(units.data(), wanted, consume);
@@ -279,7 +268,7 @@ unsigned int textstream::popText(unsigned char* out, unsigned int n, bool consum
     return count;
 }
 
-/// An upper bound of the units that can still come: none is made of less than one byte.
+/// An upper bound of the units that remain: each takes at least one byte.
 unsigned int textstream::unitsLeftAtMost() const
 {
     requireOpen();
@@ -322,7 +311,7 @@ void textstream::skipRun(unsigned int count)
         leaveExhaustedCache();
 }
 
-/// Makes the current cache hold at least one unit at the position. False at the end of the text.
+/// Makes sure that the current cache has a unit at the position. Returns false at the end of the text.
 bool textstream::ensureUnits()
 {
     for (;;) {
@@ -335,14 +324,14 @@ bool textstream::ensureUnits()
     }
 }
 
-/// Goes on to the chunk behind the current one, which becomes the spare, so that a return to it decodes nothing again.
-/// False, and nothing happens, when the source ends here.
+/// Moves to the next chunk. The current cache becomes the spare, so that going back decodes nothing again. Returns
+/// false, without moving, if the source ends here.
 bool textstream::leaveExhaustedCache()
 {
     unsigned int const next = m_current.start + m_current.consumed;
     if (m_current.consumed == 0 || next >= m_size)
         return false;
-    assert(next > m_current.start); // or the same text would come for ever
+    assert(next > m_current.start); // otherwise the same text would repeat forever
     std::swap(m_current, m_spare);
     setPos(next, 0);
     return true;
@@ -358,19 +347,16 @@ sstring textstream::toString()
     }
     sstring result;
     if (m_locale)
-        result.setLocale(m_locale);
+        result.setLocale(m_locale.get());
     result.set(rest.data(), 0, static_cast<unsigned int>(rest.size()));
     return result;
 }
 
-LOCALE* textstream::getLocale() { return m_locale; }
+LOCALE* textstream::getLocale() { return m_locale.get(); }
 
 void textstream::setLocale(LOCALE* wanted)
 {
-    LOCALE* const copy = velaCopyLocale(wanted);
-    if (m_locale)
-        Locale_Destroy(m_locale);
-    m_locale = copy;
+    m_locale = velaCopyLocale(wanted);
     m_localeDeclared = false;
 }
 
@@ -379,7 +365,7 @@ datastream::datastream(sstring& text)
     unsigned int const length = text.getLength();
     unsigned short* copy = malloc16(length + 1);
     if (!copy)
-        throw velaError(kNoMemory);
+        throw velaError(ENOMEM);
     std::copy_n(text.getUnicode(), length, copy);
     adopt(copy, length);
 }

@@ -1,4 +1,4 @@
-// tests/foundation/fileio-path_test.cpp: names, directories, searching and cleaning paths.
+// tests/foundation/fileio-path_test.cpp: paths and directories, searching and canonicalizing.
 
 #include "foundation/localize2.h"
 #include "foundation/vela-fileio.h"
@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Works in a directory for the length of a test.
+/// Changes the current directory during a test.
 class WorkingIn
 {
 public:
@@ -30,7 +30,7 @@ private:
     std::filesystem::path m_before;
 };
 
-/// Sets or removes the search path for the length of a test.
+/// Sets or removes the search path during a test.
 class SearchPath
 {
 public:
@@ -65,8 +65,8 @@ std::string fullPathOf(std::string const& argv0)
 
 TEST(FileNames, ExistenceAndReadability)
 {
-    const TemporaryDirectory directory;
-    const std::string file = directory.write("a", "x");
+    TemporaryDirectory const directory;
+    std::string const file = directory.write("a", "x");
     EXPECT_TRUE(FileIO_FileExistsA(file.c_str()));
     EXPECT_TRUE(FileIO_FileExistsW(sstring(file.c_str())));
     EXPECT_TRUE(FileIO_IsFileReadableA(file.c_str()));
@@ -88,9 +88,9 @@ TEST(FileNames, ExistenceAndReadability)
 
 TEST(FileNames, DeletesFilesAndMakesAndRemovesDirectories)
 {
-    const TemporaryDirectory directory;
-    const std::string file = directory.write("a", "x");
-    const std::string folder = directory.file("folder");
+    TemporaryDirectory const directory;
+    std::string const file = directory.write("a", "x");
+    std::string const folder = directory.file("folder");
     EXPECT_TRUE(FileIO_FileDeleteA(file.c_str()));
     EXPECT_FALSE(FileIO_FileDeleteA(file.c_str()));
     EXPECT_EQ(FileIO_GetLastErr(), ENOENT);
@@ -106,8 +106,8 @@ TEST(FileNames, DeletesFilesAndMakesAndRemovesDirectories)
 
 TEST(FileNames, TheCurrentDirectoryMoves)
 {
-    const TemporaryDirectory directory;
-    const WorkingIn start("/");
+    TemporaryDirectory const directory;
+    WorkingIn const start("/");
     char current[kMaxPathBytes];
     unsigned short wide[kMaxPathBytes];
     EXPECT_TRUE(FileIO_SetCurrentDirectoryA(directory.path().c_str()));
@@ -155,7 +155,7 @@ TEST(FileNames, BackslashesBecomeSlashes)
 
 TEST(FileNames, AWidePathIsNarrowedByTheDefaultLocale)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     LOCALE* japanese = Locale_Create("ja_JP");
     Locale_SetDefault(japanese);
     sstring path(directory.path().c_str());
@@ -173,7 +173,7 @@ TEST(FileNames, AWidePathIsNarrowedByTheDefaultLocale)
 
 TEST(Directories, AListingHoldsEveryNameInTheSystemsOrder)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     directory.write("file", "x");
     std::filesystem::create_directory(directory.file("folder"));
     std::filesystem::create_symlink("missing", directory.file("dangling"));
@@ -193,7 +193,7 @@ TEST(Directories, AListingHoldsEveryNameInTheSystemsOrder)
         order += std::string(name) + "/";
     }
     EXPECT_EQ(FileIO_GetLastErr(), ENOENT);
-    const std::map<std::string, int> expected{{".", 0x4000},      {"..", 0x4000}, {"dangling", 0},
+    std::map<std::string, int> const expected{{".", 0x4000},      {"..", 0x4000}, {"dangling", 0},
                                               {"folder", 0x4000}, {"file", 0},    {"link", 0x4000}};
     EXPECT_EQ(entries, expected);
     std::string systemOrder;
@@ -205,9 +205,9 @@ TEST(Directories, AListingHoldsEveryNameInTheSystemsOrder)
     EXPECT_TRUE(FileIO_FreeDirectoryEnumeration(listing));
 }
 
-TEST(Directories, ANameIsHandedOutOnlyWhenItIsShorterThanTheBuffer)
+TEST(Directories, ANameIsReturnedOnlyIfItFitsTheBuffer)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     directory.write("1234567", "x");
     DIRDATA* listing = nullptr;
     ASSERT_TRUE(FileIO_EnumerateDirectoryW(sstring(directory.path().c_str()), &listing));
@@ -237,9 +237,9 @@ TEST(Directories, ANameIsHandedOutOnlyWhenItIsShorterThanTheBuffer)
     EXPECT_TRUE(FileIO_FreeDirectoryEnumeration(listing));
 }
 
-TEST(Directories, WhatIsNoDirectoryFails)
+TEST(Directories, OnlyADirectoryIsEnumerated)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     auto* listing = reinterpret_cast<DIRDATA*>(1);
     EXPECT_FALSE(FileIO_EnumerateDirectoryA(directory.write("a", "x").c_str(), &listing));
     EXPECT_EQ(listing, nullptr);
@@ -257,12 +257,12 @@ TEST(Directories, WhatIsNoDirectoryFails)
 
 TEST(SearchPath, TheFirstDirectoryThatHasTheNameWins)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     std::filesystem::create_directory(directory.file("one"));
     std::filesystem::create_directory(directory.file("two"));
     directory.write("two/tool", "x");
-    const std::string both = directory.file("missing") + "::" + directory.file("one") + ":" + directory.file("two/");
-    const SearchPath path(both.c_str());
+    std::string const both = directory.file("missing") + "::" + directory.file("one") + ":" + directory.file("two/");
+    SearchPath const path(both.c_str());
     EXPECT_EQ(foundInPath("tool"), directory.file("two/tool"));
     directory.write("one/tool", "x");
     EXPECT_EQ(foundInPath("tool"), directory.file("one/tool"));
@@ -274,7 +274,7 @@ TEST(SearchPath, TheFirstDirectoryThatHasTheNameWins)
 
 TEST(SearchPath, NamesWithASlashAreNotSearched)
 {
-    const SearchPath path("/");
+    SearchPath const path("/");
     EXPECT_EQ(foundInPath("bin"), "/bin");
     EXPECT_EQ(foundInPath("../bin"), "failed: untouched");
     EXPECT_EQ(foundInPath("/bin"), "failed: untouched");
@@ -287,33 +287,33 @@ TEST(SearchPath, NamesWithASlashAreNotSearched)
 
 TEST(SearchPath, WithoutTheVariableNothingIsFound)
 {
-    const SearchPath path(nullptr);
+    SearchPath const path(nullptr);
     EXPECT_EQ(foundInPath("sh"), "failed: untouched");
 }
 
 TEST(SearchPath, TheProgramsOwnPathIsMadeAbsolute)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     directory.write("tool", "x");
-    const WorkingIn working(directory.path());
+    WorkingIn const working(directory.path());
     EXPECT_EQ(fullPathOf("/usr/bin/tool"), "/usr/bin/tool");
     EXPECT_EQ(fullPathOf("./tool"), directory.path() + "/./tool");
     EXPECT_EQ(fullPathOf("bin/tool"), directory.path() + "/bin/tool");
     EXPECT_EQ(fullPathOf(std::string(4090, 'x') + "/x"), "failed");
     EXPECT_EQ(fullPathOf(""), "failed");
     {
-        const SearchPath path(directory.path().c_str());
+        SearchPath const path(directory.path().c_str());
         EXPECT_EQ(fullPathOf("tool"), directory.path() + "/tool");
         EXPECT_EQ(fullPathOf("nothing"), "failed");
     }
-    const SearchPath path(".");
+    SearchPath const path(".");
     EXPECT_EQ(fullPathOf("tool"), directory.path() + "/./tool");
     unsigned short wide[kMaxPathBytes];
     EXPECT_TRUE(FileIO_GetCurrentProcessFullPathW(u16(u"/x"), wide));
     EXPECT_EQ(sstring(wide), "/x");
 }
 
-TEST(CanonicalPath, ParentStepsAreTakenAway)
+TEST(CanonicalPath, ParentStepsAreRemoved)
 {
     EXPECT_EQ(canonical("/a/b/../c"), "/a/c");
     EXPECT_EQ(canonical("/"), "/");
@@ -334,7 +334,7 @@ TEST(CanonicalPath, AParentStepAtTheFrontStays)
     EXPECT_EQ(canonical("/a/../../x"), "/../x");
 }
 
-TEST(CanonicalPath, DotsAndDoubleSlashesGoInOnePassEach)
+TEST(CanonicalPath, DotsAndDoubleSlashesAreReplacedInOnePassEach)
 {
     EXPECT_EQ(canonical("/a/./b"), "/a/b");
     EXPECT_EQ(canonical("/a//b"), "/a/b");
@@ -344,17 +344,17 @@ TEST(CanonicalPath, DotsAndDoubleSlashesGoInOnePassEach)
 
 TEST(CanonicalPath, RelativePathsStartInTheCurrentDirectory)
 {
-    const TemporaryDirectory directory;
-    const WorkingIn working(directory.path());
+    TemporaryDirectory const directory;
+    WorkingIn const working(directory.path());
     EXPECT_EQ(canonical("a/b"), directory.path() + "/a/b");
     EXPECT_EQ(canonical("./a"), directory.path() + "/a");
     EXPECT_EQ(canonical("x/../a"), directory.path() + "/a");
     EXPECT_EQ(canonical(""), directory.path());
 }
 
-TEST(CanonicalPath, EndlessPathsTakeLinearTime)
+TEST(CanonicalPath, VeryLongPathsTakeLinearTime)
 {
-    // Searching from the front after each step would look at 10^11 units and run into the time limit.
+    // Starting at the front after each step would read 10^11 units and exceed the time limit.
     std::string deep;
     for (int i = 0; i < 300000; ++i)
         deep += "/a";

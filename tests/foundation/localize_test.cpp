@@ -29,7 +29,7 @@ std::string codesetOf(char const* name)
     return text;
 }
 
-/// For a process of its own, before anything has asked for a locale: what the environment makes of the system locale.
+/// For a new process that has not used a locale yet: the system locale that the environment gives.
 [[noreturn]] void exitWithSystemLocale(char const* environment, char const* expectedName, char const* expectedCodeset)
 {
     setenv("LC_ALL", environment, 1);
@@ -116,7 +116,7 @@ TEST(Locale, TheSystemLocaleIsSharedAndNeverFreed)
     ASSERT_NE(system, nullptr);
     EXPECT_EQ(Locale_GetDefault(), system);
     EXPECT_EQ(Locale_Copy(system), system);
-    const std::string name = system->name;
+    std::string const name = system->name;
     Locale_Destroy(system);
     EXPECT_EQ(Locale_GetFromSystem()->name, name);
     EXPECT_EQ(Locale_Copy(nullptr), nullptr);

@@ -1,7 +1,8 @@
-// Which sections a page becomes, and which tags close which.
+// tests/foundation/mlparser-sections_test.cpp: the sections of a page, and which tags close which.
+
 #include "tests/foundation/markup.h"
 
-TEST(Sections, TagsHoldWhatStandsBetweenThem)
+TEST(Sections, TagsContainWhatIsBetweenThem)
 {
     EXPECT_EQ(dumpOf("<html><body bgcolor=red>Hello <b>big</b> world</body></html>"),
               "<html>[<body bgcolor=red>['Hello' <b>[' big'] ' world']]");
@@ -80,7 +81,7 @@ TEST(Sections, AttributesWithAndWithoutValue)
 
 TEST(Sections, AttributeNamesMayBeEmpty) { EXPECT_EQ(dumpOf("<a \"\" ''=1>x</a>"), "<a = =1>['x']"); }
 
-TEST(Sections, OpenerTellsTheTagType)
+TEST(Sections, TheOpenerDeterminesTheTagType)
 {
     EXPECT_EQ(dumpOf("<!DOCTYPE html PUBLIC \"-//X\"><p>x"), "<!DOCTYPE html= PUBLIC= -//X=> <p>['x']");
     EXPECT_EQ(dumpOf("<?xml version='1.0'?>x"), "<?xml version=1.0> 'x'");

@@ -1,7 +1,9 @@
-// Which tokens are recognised where, and how texts, quoted strings and white space are read in each context.
-#include <cstdint>
+// tests/foundation/mltoken-contexts_test.cpp: which tokens each context recognises, and how it reads texts, quoted
+// strings and white space.
 
 #include "tests/foundation/markup.h"
+
+#include <cstdint>
 
 namespace {
 
@@ -31,7 +33,7 @@ Token popOne(std::string const& page, unsigned long flags)
     return pop(parser, flags);
 }
 
-/// The tokens of a text in one context, such as `<|b|>`, leading white space as "_".
+/// The tokens of a text in a context, such as `<|b|>`, with "_" for leading white space.
 std::string tokens(std::string const& page, unsigned long flags)
 {
     MemorySource source(page);
@@ -172,7 +174,7 @@ TEST(Tokens, QuotedStringHasNoLimit)
     EXPECT_TRUE(token.start.isEmpty());
 }
 
-TEST(Tokens, RunIsCutBehind1024UnitsWhenPlaceAndFlagAreAsked)
+TEST(Tokens, ATextIsTruncatedAfter1024UnitsIfPositionAndFlagAreRequested)
 {
     for (unsigned long flags : {0ul, 1ul, 2ul, 4ul, 8ul}) {
         EXPECT_EQ(popOne(std::string(1024, 'x'), flags).truncated, 0);
@@ -194,7 +196,7 @@ TEST(Tokens, RunIsCutBehind1024UnitsWhenPlaceAndFlagAreAsked)
     EXPECT_EQ(whole.text.size(), 3000u);
 }
 
-TEST(Tokens, ARunOfWordsIsCutInsideAWordOrBehindABlank)
+TEST(Tokens, ATextIsTruncatedInsideAWordOrAfterABlank)
 {
     EXPECT_EQ(popOne(std::string(1020, 'x') + " \n yyyyyy", 8).text, std::string(1020, 'x') + " yyy");
     EXPECT_EQ(popOne(std::string(1023, 'x') + " yyy", 8).text, std::string(1023, 'x') + " ");
@@ -202,7 +204,7 @@ TEST(Tokens, ARunOfWordsIsCutInsideAWordOrBehindABlank)
     EXPECT_EQ(popOne(std::string(1024, 'x') + " y &lt; " + std::string(3000, 'z'), 8).text, std::string(1024, 'x'));
 }
 
-TEST(Tokens, WhiteSpaceBehindACutRunIsStillSeen)
+TEST(Tokens, WhiteSpaceAfterATruncatedTextCounts)
 {
     MemorySource source(std::string(2000, 'x') + " <b");
     mlParser parser(source.get());

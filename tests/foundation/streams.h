@@ -1,5 +1,8 @@
-// tests/foundation/streams.h: sources for streams, and what was read as text that an assertion can compare and print.
+// tests/foundation/streams.h: sources for streams, and text that assertions can compare and print.
 #pragma once
+
+#include "foundation/vela-textstream.h"
+#include "tests/foundation/strings.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -12,10 +15,7 @@
 
 #include <unistd.h>
 
-#include "foundation/vela-textstream.h"
-#include "tests/foundation/strings.h"
-
-/// A stream over bytes that stay here as long as it.
+/// A stream with the bytes that it reads.
 class MemorySource
 {
 public:
@@ -32,7 +32,7 @@ private:
     std::unique_ptr<textstream> m_stream;
 };
 
-/// A file that is gone when the test ends.
+/// A file that is deleted at the end of the test.
 class TemporaryFile
 {
 public:
@@ -58,7 +58,7 @@ inline std::u16string text16(sstring const& text)
     return std::u16string(reinterpret_cast<char16_t const*>(text.getUnicode()), text.getLength());
 }
 
-/// UTF-8, so that a failed assertion can be read.
+/// UTF-8, so that failed assertions are legible.
 inline std::string text8(std::u16string const& units)
 {
     std::string out;
@@ -81,7 +81,7 @@ inline std::string text8(std::u16string const& units)
 }
 inline std::string text8(sstring const& text) { return text8(text16(text)); }
 
-/// Bytes of UTF-16 text in one byte order, with its mark.
+/// The bytes of UTF-16 text with a byte-order mark.
 inline std::string utf16Bytes(std::u16string const& units, bool isBig)
 {
     std::string out = isBig ? "\xFE\xFF" : "\xFF\xFE";
@@ -102,7 +102,7 @@ inline std::u16string allUnits(textstream& stream)
     return units;
 }
 
-/// The code of the velaError that `action` throws; 0 when it throws none.
+/// The code of the velaError that `action` throws; 0 if it throws none.
 template <class Action>
 int errorOf(Action action)
 {

@@ -1,4 +1,4 @@
-// tests/foundation/temporarydirectory.h: a directory of a test's own, removed with everything in it.
+// tests/foundation/temporarydirectory.h: a directory that is removed at the end of a test with everything in it.
 #pragma once
 
 #include <cstdlib>

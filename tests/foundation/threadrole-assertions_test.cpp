@@ -1,5 +1,5 @@
-// tests/foundation/threadrole-assertions_test.cpp: a thread that acts in a role which another one holds ends the
-// program. For builds that keep their assertions.
+// tests/foundation/threadrole-assertions_test.cpp: a function that runs on the wrong thread ends the program. Needs a
+// build with assertions.
 
 #include "foundation/vela-threadrole.h"
 
@@ -13,13 +13,13 @@
 
 namespace {
 
-/// Starts each dying program anew: one that is forked while threads run may hang.
+/// Uses a new process for each death, because one forked while threads run may hang.
 class ThreadRoleDeath : public testing::Test
 {
 protected:
     ThreadRoleDeath() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
 
-    /// The role is claimed here; then something runs on another thread.
+    /// Claims the role, then runs a function on another thread.
     template <class Call>
     static void claimHereAndRunElsewhere(velaThreadRole& role, Call call)
     {

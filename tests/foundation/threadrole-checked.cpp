@@ -1,5 +1,5 @@
-// tests/foundation/threadrole-checked.cpp: functions of two threads, for clang to check; not part of a program. As it
-// stands each is on its thread; TARN_WRONG_CALL and TARN_WRONG_READ each add a mistake.
+// tests/foundation/threadrole-checked.cpp: functions of two threads that only clang's analysis reads. They are correct;
+// TARN_WRONG_CALL and TARN_WRONG_READ each add a mistake.
 
 #include "foundation/vela-threadrole.h"
 

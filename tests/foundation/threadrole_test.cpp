@@ -1,4 +1,4 @@
-// tests/foundation/threadrole_test.cpp: who holds a role, and who is stopped for acting in it without holding it.
+// tests/foundation/threadrole_test.cpp: which thread holds a role.
 
 #include "foundation/vela-threadrole.h"
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Runs something on another thread, to its end.
+/// Runs a function on another thread and waits for it.
 template <class Call>
 void elsewhere(Call call)
 {
