@@ -13,19 +13,6 @@ constexpr char16_t kWindowProperty[] = u"window"; // on controls and custom elem
 
 } // namespace
 
-void* NodePrivate::getData(char const* key)
-{
-    std::lock_guard lock(m_mutex);
-    auto found = m_data.find(key);
-    return found == m_data.end() ? nullptr : found->second;
-}
-
-void NodePrivate::setData(char const* key, void* data)
-{
-    std::lock_guard lock(m_mutex);
-    m_data[key] = data;
-}
-
 void NodeObjectReference::take(NodeObject& object) { object.addReference(); }
 
 void NodeObjectReference::drop(NodeObject& object) { object.dropReference(); }
@@ -145,6 +132,7 @@ void NodeObject::destroyInstance()
     if (std::exchange(m_isDestroyed, true))
         return;
     m_class->destroy(*this);
+    m_private.clear();
     m_engine.removeInstance(*this);
 }
 

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "host/hostslots.h"
+#include "host/node/nodeprivate.h"
 #include "host/node/nodevalue.h"
 
 #include <napi.h>
@@ -23,19 +24,6 @@
 
 class NodeClass;
 class NodeEngine;
-
-/// The private slot of one object. Any thread.
-class NodePrivate final : public ScriptPrivateSlots
-{
-public:
-    // What the component calls.
-    void* getData(char const* key) override;
-    void setData(char const* key, void* data) override;
-
-private:
-    std::mutex m_mutex;
-    std::map<std::string, void*, std::less<>> m_data;
-};
 
 class NodeObject final : public ScriptObjectSlots
 {

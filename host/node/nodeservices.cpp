@@ -47,17 +47,17 @@ int NodePlatform::listsInUse() { return theListsInUse; }
 
 void NodePlatform::destroyValue(ScriptValue* value) { delete static_cast<NodeValue*>(value); }
 
-std::string NodeLoadFile::resolve(ScriptObject* relativeTo, sstring const& path) const
+std::string NodeFileService::resolve(ScriptObject* relativeTo, sstring const& path) const
 {
     return m_files.resolve(relativeTo ? own(relativeTo)->folder() : std::string(), toUtf8(toText(path)));
 }
 
-void NodeLoadFile::resolvePath(ScriptObject* relativeTo, sstring& path)
+void NodeFileService::resolvePath(ScriptObject* relativeTo, sstring& path)
 {
     path = toSstring(fromUtf8(resolve(relativeTo, path)));
 }
 
-bool NodeLoadFile::readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length)
+bool NodeFileService::readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length)
 {
     thread_local std::string bytes; // valid until this thread's next call, as the interface says
     bool good = NodeFiles::read(resolve(relativeTo, path), bytes);
@@ -66,24 +66,24 @@ bool NodeLoadFile::readFile(ScriptObject* relativeTo, sstring path, void const**
     return good;
 }
 
-bool NodeFormProp::readProperty(ScriptObject* form, sstring const& name, ScriptValue* out)
+bool NodeFormService::readProperty(ScriptObject* form, sstring const& name, ScriptValue* out)
 {
     return form ? form->getProperty(name, out) : (out->setNull(), false);
 }
 
-void NodeFormProp::writeProperty(ScriptObject* form, sstring const& name, ScriptValue* value)
+void NodeFormService::writeProperty(ScriptObject* form, sstring const& name, ScriptValue* value)
 {
     if (form)
         form->setProperty(name, value);
 }
 
-void NodeFormProp::eraseProperty(ScriptObject* form, sstring const& name)
+void NodeFormService::eraseProperty(ScriptObject* form, sstring const& name)
 {
     if (form)
         form->deleteProperty(name);
 }
 
-void NodeFormProp::setPageText(ScriptObject* form, sstring const& text)
+void NodeFormService::setPageText(ScriptObject* form, sstring const& text)
 {
     if (form)
         own(form)->setPageText(toText(text));
@@ -92,9 +92,9 @@ void NodeFormProp::setPageText(ScriptObject* form, sstring const& text)
 void* NodeServices::getInterface(char const** guid)
 {
     if (std::strcmp(*guid, kHostLoadFileGuid) == 0)
-        return static_cast<HostLoadFile*>(&m_loadFile);
+        return static_cast<HostLoadFile*>(&m_fileService);
     if (std::strcmp(*guid, kHostFormPropGuid) == 0)
-        return static_cast<HostFormProp*>(&m_formProp);
+        return static_cast<HostFormProp*>(&m_formService);
     if (std::strcmp(*guid, kHostPlatformGuid) == 0)
         return static_cast<HostPlatform*>(&m_platform);
     return nullptr;

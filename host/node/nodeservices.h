@@ -24,10 +24,10 @@ public:
 };
 
 /// Reads pages and pictures for the component. Any thread.
-class NodeLoadFile final : public HostLoadFileSlots
+class NodeFileService final : public HostLoadFileSlots
 {
 public:
-    explicit NodeLoadFile(NodeFiles& files) : m_files(files) {}
+    explicit NodeFileService(NodeFiles& files) : m_files(files) {}
 
     void resolvePath(ScriptObject* relativeTo, sstring& path) override;
     bool readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length) override;
@@ -40,7 +40,7 @@ private:
 };
 
 /// The values of a window's controls as properties of its form object. Any thread; never waits.
-class NodeFormProp final : public HostFormProp
+class NodeFormService final : public HostFormProp
 {
 public:
     bool readProperty(ScriptObject* form, sstring const& name, ScriptValue* out) override;
@@ -53,7 +53,7 @@ public:
 class NodeServices final : public LibManager
 {
 public:
-    NodeServices() : m_loadFile(m_files) {}
+    NodeServices() : m_fileService(m_files) {}
     NodeFiles& files() { return m_files; }
 
     void* getInterface(char const** guid) override;
@@ -61,6 +61,6 @@ public:
 private:
     NodeFiles m_files;
     NodePlatform m_platform;
-    NodeLoadFile m_loadFile;
-    NodeFormProp m_formProp;
+    NodeFileService m_fileService;
+    NodeFormService m_formService;
 };

@@ -95,7 +95,15 @@ for (const [name, { source, code = null, signal = null, stderr = /^$/, options, 
 
 test('an exit destroys all windows before the component is shut down', async () => {
     const { stderr } = await runScript(`${opened} process.exit(0);`, { env: { FAKE_REPORT: '1' } });
-    assert.equal(stderr, 'fake: ended with 0 windows\n');
+    assert.equal(stderr, 'fake: ended with 0 windows, destroyed window window window\n');
+});
+
+test('an exit destroys the oldest objects first, so a window before its controls', async () => {
+    const { stderr } = await runScript(`
+        const first = new tarn.GuiWindow('page.html');
+        const kept = [first.control('a'), new tarn.GuiWindow('page.html'), first.control('b'), new tarn.GuiWindow('page.html')];
+        process.exit(0);`, { env: { FAKE_REPORT: '1' } });
+    assert.equal(stderr, 'fake: ended with 0 windows, destroyed window control window control window\n');
 });
 
 test('listeners of "exit" may use windows', async () => {

@@ -65,6 +65,7 @@ FAKE_METHOD(windowDestroy)
         control->letGo();
     self->getEngine()->releaseValue(window->returnValue);
     fake.platform->destroyObject(window->form);
+    fake.destroyed += " window";
     window->tag = 0xFEFEFEFE; // never freed: the tag betrays a later use
     fake.liveWindows.fetch_sub(1);
 }
@@ -296,6 +297,7 @@ FAKE_METHOD(controlCreate) { data->setData(kPrivateKey, new FakeControl()); }
 
 FAKE_METHOD(controlDestroy)
 {
+    fake.destroyed += " control";
     delete static_cast<FakeControl*>(data->getData(kPrivateKey));
     data->setData(kPrivateKey, nullptr);
 }

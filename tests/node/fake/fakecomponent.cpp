@@ -108,7 +108,8 @@ __attribute__((visibility("default"))) int Shutdown()
     }
     fake.gui.stop();
     if (std::getenv("FAKE_REPORT"))
-        std::fprintf(stderr, "fake: ended with %d windows\n", fake.liveWindows.load());
+        std::fprintf(stderr, "fake: ended with %d windows, destroyed%s\n", fake.liveWindows.load(),
+                     fake.destroyed.c_str());
     return 1;
 }
 

@@ -35,6 +35,7 @@ struct Fake
     std::atomic<int> completions{0};
     std::atomic<int> fires{0};
     std::atomic<int> liveWindows{0};
+    std::string destroyed; // what the destroy handlers ended, in order
 };
 
 extern Fake fake;
