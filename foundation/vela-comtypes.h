@@ -1,8 +1,6 @@
 // foundation/vela-comtypes.h: small helpers for pointers to text.
 #pragma once
 
-#include "foundation/vela-error.h"
-
 #include <cassert>
 #include <cstdint>
 

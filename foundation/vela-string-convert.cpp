@@ -5,6 +5,7 @@
 #include "foundation/localize2.h"
 #include "foundation/vela-alloc.h"
 #include "foundation/vela-comtypes.h"
+#include "foundation/vela-error.h"
 #include "foundation/vela-string-c.h"
 #include "foundation/vela-string-converters.h"
 
