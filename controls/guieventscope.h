@@ -29,6 +29,13 @@ public:
 /// after the outermost scope has ended. Null is allowed. The caller must not use the pointer again. GUI thread.
 void guiDeleteWidget(QWidget* widget);
 
+/// Whether a wrapper widget, if there is one, is the node's own: bound to it, or not bound yet when making it failed.
+template <typename Wrapper, typename Node>
+bool guiIsBoundTo(Wrapper const* wrapper, Node const* node)
+{
+    return !wrapper || !wrapper->owner || wrapper->owner == node;
+}
+
 /// How a node disposes of one of its widgets: unbinds it, so that nothing it still reports reaches the node, and
 /// deletes it as above. Null is allowed. GUI thread, unless it is null.
 template <typename Wrapper>

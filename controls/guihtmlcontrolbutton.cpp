@@ -160,9 +160,9 @@ void guiHtmlControlButton::destroyChildWidget()
 void guiHtmlControlButton::destroyWidgets()
 {
     isChecked(); // keeps what the user did last
-    assert(!m_pushButton || m_pushButton->owner == this);
-    assert(!m_checkBox || m_checkBox->owner == this);
-    assert(!m_radioButton || m_radioButton->owner == this);
+    assert(guiIsBoundTo(m_pushButton, this));
+    assert(guiIsBoundTo(m_checkBox, this));
+    assert(guiIsBoundTo(m_radioButton, this));
     guiDestroyWrapper(m_pushButton);
     guiDestroyWrapper(m_checkBox);
     guiDestroyWrapper(m_radioButton);

@@ -107,8 +107,8 @@ void guiHtmlControlEdit::destroyWidgets()
 {
     if (getChildWidget())
         dirtyTabOrder();
-    assert(!m_lineEdit || m_lineEdit->owner == this);
-    assert(!m_multiEdit || m_multiEdit->owner == this);
+    assert(guiIsBoundTo(m_lineEdit, this));
+    assert(guiIsBoundTo(m_multiEdit, this));
     guiDestroyWrapper(m_lineEdit);
     guiDestroyWrapper(m_multiEdit);
     onDestroyChildWidget();

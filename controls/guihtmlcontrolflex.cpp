@@ -104,7 +104,7 @@ void guiHtmlControlFlex::destroyWidgets()
 {
     if (m_listView) {
         assertOnGuiThread();
-        assert(m_listView->owner == this);
+        assert(guiIsBoundTo(m_listView, this));
         dirtyTabOrder();
         saveStates();
     }

@@ -125,8 +125,8 @@ void guiHtmlControlList::destroyWidgets()
         dirtyTabOrder();
         saveSelection();
     }
-    assert(!m_comboBox || m_comboBox->owner == this);
-    assert(!m_listBox || m_listBox->owner == this);
+    assert(guiIsBoundTo(m_comboBox, this));
+    assert(guiIsBoundTo(m_listBox, this));
     guiDestroyWrapper(m_comboBox);
     guiDestroyWrapper(m_listBox);
     onDestroyChildWidget();

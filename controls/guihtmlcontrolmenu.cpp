@@ -179,7 +179,8 @@ void guiHtmlControlMenu::destroyWidgets()
     if (!m_menuBar)
         return;
     assertOnGuiThread();
-    assert(m_menuBar->owner == this && isBound(m_items));
+    assert(guiIsBoundTo(m_menuBar, this));
+    assert(isBound(m_items));
     guiPageRoot* base = getBaseHtml();
     if (base && base->getMenuBar() == m_menuBar)
         base->setMenuBar(nullptr);

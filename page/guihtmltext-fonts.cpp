@@ -165,6 +165,7 @@ guiTextFont::guiTextFont(QFont const& font) : m_font(font), m_underlined(underli
     m_descent = metrics.descent();
     m_blankAdvance = guiToAdvance(m_metrics.horizontalAdvance(QLatin1Char(' ')));
     m_kernsBlanks = movesLettersAtBlanks(m_metrics);
+    m_direct.fill(kNotMeasured);
 }
 
 int guiTextFont::measure(QStringView text) const
@@ -178,6 +179,8 @@ int guiTextFont::measure(QStringView text) const
 int guiTextFont::wordAdvance(QStringView word)
 {
     assertOnGuiThread();
+    if (word.size() == 1 && word.front().unicode() < kDirectUnits)
+        return characterAdvance(word);
     if (m_used * 2 >= m_slots.size())
         rehash();
     std::uint64_t const key = keyOf(word);
@@ -191,6 +194,14 @@ int guiTextFont::wordAdvance(QStringView word)
         ++m_used;
     }
     return m_slots[at].advance;
+}
+
+int guiTextFont::characterAdvance(QStringView character)
+{
+    int& advance = m_direct[character.front().unicode()];
+    if (advance == kNotMeasured)
+        advance = measure(character);
+    return advance;
 }
 
 void guiTextFont::rehash()

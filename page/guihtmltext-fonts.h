@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <unordered_map>
@@ -88,6 +89,7 @@ private:
     };
 
     int measure(QStringView text) const;
+    int characterAdvance(QStringView character);
     void rehash();
 
     QFont m_font;
@@ -98,6 +100,11 @@ private:
     int m_blankAdvance;
     bool m_kernsBlanks;
     guiTextFont* m_variants[4] = {};
+    /// Advances of words of one unit below kDirectUnits, each measured when it is first asked for: a long word is measured
+    /// character by character.
+    static constexpr unsigned kDirectUnits = 256;
+    static constexpr int kNotMeasured = -1;
+    std::array<int, kDirectUnits> m_direct;
     std::vector<slot> m_slots; // open addressing; a power of two
     unsigned m_used = 0;
     std::unordered_map<std::uint64_t, std::vector<guiTextWord>> m_characters; // by word, of words that had to be cut
