@@ -1,3 +1,4 @@
+// bench/windowwatch.cpp: see windowwatch.h.
 #include "bench/windowwatch.h"
 
 #include <algorithm>

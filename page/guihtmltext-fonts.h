@@ -8,8 +8,8 @@
 #include <QStringView>
 
 #include <algorithm>
-#include <cmath>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <memory>
 #include <unordered_map>
@@ -100,8 +100,8 @@ private:
     int m_blankAdvance;
     bool m_kernsBlanks;
     guiTextFont* m_variants[4] = {};
-    /// Advances of words of one unit below kDirectUnits, each measured when it is first asked for: a long word is measured
-    /// character by character.
+    /// Advances of words of one unit below kDirectUnits, each measured when it is first asked for: a long word is
+    /// measured character by character.
     static constexpr unsigned kDirectUnits = 256;
     static constexpr int kNotMeasured = -1;
     std::array<int, kDirectUnits> m_direct;

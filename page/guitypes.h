@@ -12,13 +12,13 @@ struct guiColor
     int green = 0;
     int blue = 0;
 
-    static const guiColor White;
-    static const guiColor LightGray;
-    static const guiColor DarkGray;
-    static const guiColor Black;
-    static const guiColor BrightRed;
-    static const guiColor BrightGreen;
-    static const guiColor BrightBlue;
+    static guiColor const White;
+    static guiColor const LightGray;
+    static guiColor const DarkGray;
+    static guiColor const Black;
+    static guiColor const BrightRed;
+    static guiColor const BrightGreen;
+    static guiColor const BrightBlue;
 
     bool operator==(guiColor const&) const = default;
 };

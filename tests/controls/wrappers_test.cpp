@@ -460,7 +460,8 @@ namespace {
 
 struct CheckList : ::testing::Test
 {
-    guiCheckListItem* add(char const* text, guiCheckListItem::indicatorKind indicator, QTreeWidgetItem* parent = nullptr)
+    guiCheckListItem* add(char const* text, guiCheckListItem::indicatorKind indicator,
+                          QTreeWidgetItem* parent = nullptr)
     {
         return parent ? new guiCheckListItem(&owner, parent, text, indicator)
                       : new guiCheckListItem(&owner, &view, text, indicator);
@@ -527,8 +528,8 @@ TEST_F(CheckList, RowsCanBePutBehindOthers)
     auto* between = new guiCheckListItem(&owner, &view, first, "between", guiCheckListItem::kCheckBox);
     EXPECT_EQ(view.indexOfTopLevelItem(between), 1);
     auto* child = add("child", guiCheckListItem::kCheckBox, first);
-    auto* behind =
-        new guiCheckListItem(&owner, static_cast<QTreeWidgetItem*>(first), child, "behind", guiCheckListItem::kCheckBox);
+    auto* behind = new guiCheckListItem(&owner, static_cast<QTreeWidgetItem*>(first), child, "behind",
+                                        guiCheckListItem::kCheckBox);
     EXPECT_EQ(first->indexOfChild(behind), 1);
     EXPECT_EQ(behind->owner, &owner);
 }

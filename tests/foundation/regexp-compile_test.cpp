@@ -1,4 +1,5 @@
-// Pattern expressions: what a pattern is compiled to, and which patterns are invalid.
+// tests/foundation/regexp-compile_test.cpp: pattern expressions: what a pattern is compiled to, and which patterns are
+// invalid.
 #include "tests/foundation/regexps.h"
 
 // Items

@@ -1,4 +1,5 @@
-// Pattern expressions: hostile patterns and long texts cost little time, few steps and no stack.
+// tests/foundation/regexp-cost_test.cpp: pattern expressions: hostile patterns and long texts cost little time, few
+// steps and no stack.
 #include "foundation/vela-regexp-p.h"
 #include "tests/foundation/regexps.h"
 

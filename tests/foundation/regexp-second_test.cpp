@@ -1,5 +1,5 @@
-// Pattern expressions: random patterns and texts, compared with ICU's regular expressions, which have another grammar
-// and another engine.
+// tests/foundation/regexp-second_test.cpp: pattern expressions: random patterns and texts, compared with ICU's regular
+// expressions, which have another grammar and another engine.
 #include "tests/foundation/regexps.h"
 
 #include <cstdlib>

@@ -1,4 +1,5 @@
-// Tests of calls from pages into script: event names, and calls from each kind of thread.
+// tests/runtime/callback_test.cpp: tests of calls from pages into script: event names, and calls from each kind of
+// thread.
 #include "runtime/guicallback.h"
 
 #include "controls/guihtmlcustom.h"

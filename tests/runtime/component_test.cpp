@@ -1,4 +1,4 @@
-// Tests of the component's registries, its lock and its end.
+// tests/runtime/component_test.cpp: tests of the component's registries, its lock and its end.
 #include "controls/guiwidget.h"
 #include "page/guihtml.h"
 #include "runtime/guihtmlbase.h"

@@ -1,5 +1,5 @@
-// Tests of how the component keeps its windows: which one is the current one, and how it lets script work go on while
-// one is waited for.
+// tests/runtime/componentwindows_test.cpp: tests of how the component keeps its windows: which one is the current one,
+// and how it lets script work go on while one is waited for.
 #include "controls/guiwidget.h"
 #include "page/guihtml.h"
 #include "runtime/guihtmlbase.h"

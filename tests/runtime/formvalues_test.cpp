@@ -1,5 +1,5 @@
-// Tests of how the values of controls travel to script and back when a handler is called, with controls that are
-// nothing but a value.
+// tests/runtime/formvalues_test.cpp: tests of how the values of controls travel to script and back when a handler is
+// called, with controls that are nothing but a value.
 #include "runtime/guicallback.h"
 #include "runtime/guiformvalues.h"
 #include "runtime/guihtmlbase.h"
@@ -146,7 +146,7 @@ TEST_F(FormValues, ThatChangeTheirKindOrGoAreChanges)
 {
     NativeWindow window = windowOf("");
     ValueNode* node = add(window, "n", "1");
-    const std::function<void()> changes[] = {
+    std::function<void()> const changes[] = {
         [&] { form()->set("n", 1); }, [&] { form()->set("n", true); }, [&] { form()->set("n", NativeValue()); },
         [&] { form()->set("n", NativeValue(host.object())); }, [&] { form()->remove("n"); }};
     int expected = 0;
@@ -243,7 +243,7 @@ TEST(SameValue, ComparesKindAndContent)
 {
     NativeHost host;
     NativeObjectRef object = host.object();
-    const NativeValue values[] = {NativeValue(), true, false, 0, 1, 1.5, "", "1", "true", object, host.object()};
+    NativeValue const values[] = {NativeValue(), true, false, 0, 1, 1.5, "", "1", "true", object, host.object()};
     for (NativeValue const& a : values)
         for (NativeValue const& b : values)
             EXPECT_EQ(guiIsSameValue(a, b), &a == &b);

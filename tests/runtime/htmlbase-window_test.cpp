@@ -1,5 +1,5 @@
-// Tests of the page root and its window: what is done in which order when the window comes and goes, the focus, groups
-// of radio buttons, and who waits for whom at the end.
+// tests/runtime/htmlbase-window_test.cpp: tests of the page root and its window: what is done in which order when the
+// window comes and goes, the focus, groups of radio buttons, and who waits for whom at the end.
 #include "controls/guiwidget.h"
 #include "page/guihtml.h"
 #include "runtime/guihtmlbase.h"

@@ -1,4 +1,5 @@
-// Tests of what the component asks its host for: the three services and the session object.
+// tests/runtime/services_test.cpp: tests of what the component asks its host for: the three services and the session
+// object.
 #include "runtime/gui.h"
 #include "tests/support/recordingmanager.h"
 

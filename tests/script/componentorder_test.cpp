@@ -1,4 +1,5 @@
-// Tests of the order in which the component asks its host for things when it starts and ends.
+// tests/script/componentorder_test.cpp: tests of the order in which the component asks its host for things when it
+// starts and ends.
 #include "host/hostslots.h"
 #include "host/native/nativehost.h"
 #include "runtime/gui.h"

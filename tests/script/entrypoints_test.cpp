@@ -1,4 +1,5 @@
-// Tests of the four entry points: the component is there once, and declares its five classes.
+// tests/script/entrypoints_test.cpp: tests of the four entry points: the component is there once, and declares its five
+// classes.
 #include "host/native/nativehost.h"
 #include "runtime/gui.h"
 

@@ -1,5 +1,5 @@
-// Tests of the content filters and includes of pages: which run, in which order, over which text, on every road that a
-// page comes by.
+// tests/script/filter_test.cpp: tests of the content filters and includes of pages: which run, in which order, over
+// which text, on every road that a page comes by.
 #include "runtime/guifilter.h"
 #include "tests/script/scriptfixture.h"
 

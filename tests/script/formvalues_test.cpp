@@ -1,5 +1,5 @@
-// Tests of what becomes of the values of controls when script works with their window: changes the controls or the
-// page, and opens and closes it.
+// tests/script/formvalues_test.cpp: tests of what becomes of the values of controls when script works with their
+// window: changes the controls or the page, and opens and closes it.
 #include "tests/script/scriptfixture.h"
 #include "tests/support/valuenode.h"
 

@@ -1,4 +1,4 @@
-// Tests of the paths that windows have the host resolve.
+// tests/script/services_test.cpp: tests of the paths that windows have the host resolve.
 #include "tests/support/recordingmanager.h"
 
 #include <gtest/gtest.h>
