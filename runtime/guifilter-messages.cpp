@@ -13,15 +13,19 @@
 namespace {
 
 using units = std::basic_string_view<unsigned short>;
+using message = std::basic_string<unsigned short>;
 
 bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
 
 /// The object's text for a key; nothing when it has none.
-std::optional<sstring> messageFor(ScriptObject* messages, sstring const& key)
+std::optional<message> messageFor(ScriptObject* messages, sstring const& key)
 {
     guiOwnedValue answer(pGUI->getPlatform()->createValue(messages->getEngine()));
     guiCallback_CallGetString(messages, key, answer.get());
-    return answer->isNull() ? std::nullopt : std::optional(answer->toString(0));
+    if (answer->isNull())
+        return std::nullopt;
+    sstring const text = answer->toString(0);
+    return message(text.getUnicode(), text.getLength());
 }
 
 /// Replaces the messages from left to right; texts that were put in are not searched again.
@@ -49,18 +53,18 @@ private:
         std::size_t const end =
             static_cast<std::size_t>(std::find_if_not(digits, m_text.end(), isDigit) - m_text.begin());
         assert(end > at + 1 && m_copied <= at);
-        std::optional<sstring> const message = messageFor(m_messages, sformat("AUTO%ld", atol16(&m_text[at + 1])));
-        if (!message)
+        std::optional<message> const found = messageFor(m_messages, sformat("AUTO%ld", atol16(&m_text[at + 1])));
+        if (!found)
             return at;
         m_out.append(m_text.substr(m_copied, at - m_copied));
-        m_out.append(message->getUnicode(), message->getLength());
+        m_out.append(*found);
         m_copied = end;
         return end - 1;
     }
 
     units m_text;
     ScriptObject* m_messages; // not owned
-    std::basic_string<unsigned short> m_out;
+    message m_out;
     std::size_t m_copied = 0; // units of m_text that are in m_out already, as they were or replaced
 };
 
