@@ -8,7 +8,7 @@
 
 namespace {
 
-bool isLowerAscii(std::string_view word)
+[[maybe_unused]] bool isLowerAscii(std::string_view word)
 {
     return std::all_of(word.begin(), word.end(), [](char c) { return c > ' ' && c < 0x7F && (c < 'A' || c > 'Z'); });
 }
