@@ -1,4 +1,4 @@
-// bench/alternating.h: measures two things in turns, so that whatever else the machine does meets both alike, and takes
+// bench/alternating.h: measures two things alternately, so that other load on the machine affects both alike, and takes
 // the median of each. For what Google Benchmark can not time: two threads, and whole processes.
 #pragma once
 
@@ -7,7 +7,7 @@
 #include <functional>
 #include <vector>
 
-/// Seconds that `work` takes.
+/// The seconds that `work` takes.
 inline double secondsOf(std::function<void()> const& work)
 {
     auto const start = std::chrono::steady_clock::now();
@@ -30,7 +30,7 @@ struct Medians
 };
 
 /// Takes `rounds` samples of each; a sample is what the function returns, in seconds. The order changes with every
-/// round, so that neither is always the one that finds the caches cold. One round before the first does not count.
+/// round, so that neither always finds cold caches. An extra round beforehand does not count.
 inline Medians measureInTurns(int rounds, std::function<double()> const& ours, std::function<double()> const& peer)
 {
     std::vector<double> oursSamples, peerSamples;

@@ -1,5 +1,5 @@
-// bench/bareline.h: the peer of what crosses between the script thread and the GUI thread: two bare objects of the
-// toolkit that post events to each other.
+// bench/bareline.h: the peer for calls between the script thread and the GUI thread: two plain objects of the toolkit
+// that post events to each other.
 #pragma once
 
 #include <QCoreApplication>
@@ -7,34 +7,34 @@
 #include <QEventLoop>
 #include <QObject>
 
-/// What the two ends of the peer's line send to each other.
-inline constexpr auto ball = QEvent::Type(QEvent::User + 500);
-inline constexpr auto play = QEvent::Type(QEvent::User + 501); // asks the other end to play all trips
-inline constexpr auto end = QEvent::Type(QEvent::User + 502);  // the answer, when it has
+/// The events that the two objects post.
+inline constexpr auto kBall = QEvent::Type(QEvent::User + 500);
+inline constexpr auto kPlay = QEvent::Type(QEvent::User + 501); // asks the other object to start all trips
+inline constexpr auto kEnd = QEvent::Type(QEvent::User + 502);  // the answer after the last trip
 
-/// One end of the peer's line: an object that sends every ball back, or waits for each to come back.
+/// Sends every ball back, or sends balls and waits for each to come back.
 class Peer : public QObject
 {
 public:
-    /// `trips`: how many there are in one game.
-    explicit Peer(int trips) : tripCount(trips) {}
+    /// `trips`: the number of balls in one game.
+    explicit Peer(int trips) : m_tripCount(trips) {}
 
     Peer* other = nullptr; // not owned
 
     bool event(QEvent* event) override
     {
         switch (static_cast<int>(event->type())) {
-        case ball:
-            ++arrived;
-            if (answers)
-                send(ball);
+        case kBall:
+            ++m_arrived;
+            if (m_answers)
+                send(kBall);
             return true;
-        case play:
+        case kPlay:
             playTrips();
-            send(end);
+            send(kEnd);
             return true;
-        case end:
-            ended = true;
+        case kEnd:
+            m_ended = true;
             return true;
         default:
             return QObject::event(event);
@@ -43,20 +43,20 @@ public:
 
     void playTrips()
     {
-        answers = false;
-        for (arrived = 0; arrived < tripCount;) {
-            int const before = arrived;
-            send(ball);
-            waitUntil([&] { return arrived > before; });
+        m_answers = false;
+        for (m_arrived = 0; m_arrived < m_tripCount;) {
+            int const before = m_arrived;
+            send(kBall);
+            waitUntil([&] { return m_arrived > before; });
         }
-        answers = true;
+        m_answers = true;
     }
 
     void letOtherPlay()
     {
-        ended = false;
-        send(play);
-        waitUntil([this] { return ended; });
+        m_ended = false;
+        send(kPlay);
+        waitUntil([this] { return m_ended; });
     }
 
 private:
@@ -70,8 +70,8 @@ private:
             loop.processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     }
 
-    int const tripCount;
-    int arrived = 0;
-    bool answers = true;
-    bool ended = false;
+    int const m_tripCount;
+    int m_arrived = 0;
+    bool m_answers = true;
+    bool m_ended = false;
 };

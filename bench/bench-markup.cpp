@@ -1,12 +1,13 @@
-// bench/bench-markup.cpp: how fast a page in memory becomes tokens and sections, beside a plain pass over its text and
-// beside other parsers of HTML that build a tree of the same page. Making and freeing the tree counts on all sides.
-#include <numeric>
-#include <string>
-#include <vector>
+// bench/bench-markup.cpp: how fast a page in memory is parsed into tokens and sections, compared with a plain pass over
+// its text and with other HTML parsers that build a tree. The time includes making and freeing the tree.
 
 #include "bench/page-texts.h"
 #include "bench/ratio.h"
 #include "foundation/vela-mlparser.h"
+
+#include <numeric>
+#include <string>
+#include <vector>
 
 #ifdef TARN_HAVE_GUMBO
 #include <gumbo.h>
@@ -17,7 +18,7 @@
 
 namespace {
 
-constexpr unsigned int sizes[] = {10 << 10, 100 << 10, 1 << 20};
+constexpr unsigned int kSizes[] = {10 << 10, 100 << 10, 1 << 20};
 
 void countBytes(benchmark::State& state, std::string const& page)
 {
@@ -30,7 +31,7 @@ textstream streamOver(std::string const& page)
                       static_cast<unsigned int>(page.size()), 0);
 }
 
-/// The floor: every unit of the decoded text looked at once.
+/// The lower limit: one look at every unit of the decoded text.
 void plainPass(benchmark::State& state, std::string const& page)
 {
     std::vector<unsigned short> const units(page.begin(), page.end());
@@ -55,12 +56,12 @@ void tokens(benchmark::State& state, std::string const& page)
     for (auto _ : state) {
         textstream stream = streamOver(page);
         mlTokenizer tokenizer(&stream);
-        unsigned long context = mlContextContent;
-        while (tokenizer.nextSkippingComments(context, true) != mlTokenEnd) {
+        unsigned long context = kContextContent;
+        while (tokenizer.nextSkippingComments(context, true) != kTokenEnd) {
             mlTokenType const type = tokenizer.type();
-            bool const opens = type >= mlTokenOpenInclude && type <= mlTokenOpen;
-            bool const closes = type >= mlTokenCloseComment && type <= mlTokenClose;
-            context = opens ? mlContextTag : closes ? mlContextContent : context;
+            bool const opens = type >= kTokenOpenInclude && type <= kTokenOpen;
+            bool const closes = type >= kTokenCloseComment && type <= kTokenClose;
+            context = opens ? kContextTag : closes ? kContextContent : context;
         }
     }
     countBytes(state, page);
@@ -106,7 +107,7 @@ void add(std::string const& step, std::string const& where, Measure measure, std
         benchmark::RegisterBenchmark(name.c_str(), [measure, page](benchmark::State& state) { measure(state, page); }));
 }
 
-/// Registers every step for one page; returns what is to be compared.
+/// Registers every step for a page and the ratios to print.
 void addPage(std::string const& where, std::string const& page, std::vector<Ratio>& ratios)
 {
     add("plain", where, plainPass, page);
@@ -131,7 +132,7 @@ int main(int argc, char** argv)
 {
     std::vector<Ratio> ratios;
     for (PageKind const& kind : pageKinds())
-        for (unsigned int size : sizes)
+        for (unsigned int size : kSizes)
             addPage(kind.name + std::string("/") + std::to_string(size >> 10) + "KB", makePage(kind, size), ratios);
     return runWithRatios(argc, argv, ratios);
 }

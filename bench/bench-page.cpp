@@ -1,14 +1,16 @@
-// bench/bench-page.cpp: how fast the text of a page becomes a laid-out tree, how fast that is laid out at another
-// width, and what it takes in memory, beside other engines of the size that a toolkit's user can choose from.
-#include <algorithm>
-#include <cmath>
-#include <cstdio>
-#include <exception>
-#include <limits>
+// bench/bench-page.cpp: how fast a page is parsed and laid out, how fast it is laid out at another width, and how much
+// memory it takes, compared with other small engines.
 
 #include "bench/page-texts.h"
 #include "bench/pageprograms.h"
 #include "bench/ratioline.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+#include <exception>
 
 namespace {
 
@@ -34,7 +36,7 @@ void keepBest(PageFigures& best, PageFigures const& found)
     }
 }
 
-/// Each engine in its turn, several times over, so that whatever else the machine does meets all alike.
+/// Runs the engines alternately, several times each, so that other load on the machine affects all alike.
 Results measure(std::vector<std::string> const& engines, std::string const& kind, unsigned size)
 {
     Results results;

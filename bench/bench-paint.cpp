@@ -1,18 +1,20 @@
-// bench/bench-paint.cpp: how fast a window of 800 by 600 pixels is painted anew, and how fast it scrolls by one step,
-// at the top, in the middle and at the end of a long page, beside other engines.
-#include <algorithm>
-#include <cstdio>
-#include <exception>
+// bench/bench-paint.cpp: how fast a window of 800 by 600 pixels is repainted, and how fast it scrolls by one step, at
+// the top, in the middle and at the end of a long page, compared with other engines.
 
 #include "bench/pageprograms.h"
 #include "bench/ratioline.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include <exception>
 
 namespace {
 
 constexpr char kPlaces[][8] = {"top", "middle", "end"};
 constexpr int kRounds = 3;
 constexpr double kMostSpread = 1.3;
-constexpr double kStepTarget = 3; // steps in the time of a whole window
+constexpr double kStepTarget = 3; // steps in the time of one full repaint
 
 void keepBest(PageFigures& best, PageFigures const& found)
 {

@@ -1,13 +1,6 @@
-// bench/bench-roundtrip.cpp: what it costs to cross between the script thread and the GUI thread and come back, beside
-// two bare objects of the toolkit that post events to each other in the same process. Both threads share one core:
-// there the time is that of the work and of two switches, and does not depend on how soon a sleeping core wakes up.
-#include <pthread.h>
-#include <sched.h>
-
-#include <cstdlib>
-#include <functional>
-#include <memory>
-#include <optional>
+// bench/bench-roundtrip.cpp: the cost of a call from the script thread to the GUI thread or back, compared with two
+// plain objects of the toolkit that post events to each other in the same process. Both threads share a core: the time
+// is then that of the work and two switches, and does not depend on how fast a sleeping core wakes up.
 
 #include "bench/alternating.h"
 #include "bench/bareline.h"
@@ -19,11 +12,19 @@
 #include "runtime/guicallback.h"
 #include "runtime/guithread.h"
 
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include <pthread.h>
+#include <sched.h>
+
 namespace {
 
-constexpr int tripsPerSample = 1000;
-constexpr int rounds = 61;
-constexpr double target = 1.0 / 3;
+constexpr int kTripsPerSample = 1000;
+constexpr int kRounds = 61;
+constexpr double kTarget = 1.0 / 3;
 
 void pinTo(pthread_t thread, int core)
 {
@@ -42,34 +43,34 @@ ScriptArgs& noArguments()
     return none;
 }
 
-/// Runs a function on the GUI thread and waits for it, as every call of a window's method does.
+/// Runs a function on the GUI thread and waits, as every call of a window's method does.
 void callOnGuiThread(ScriptMethod method, ScriptObject* self)
 {
     NativeValue result;
     pGUI->getThread()->callFunction(method, pGUI->getManager(), nullptr, self, noArguments(), result);
 }
 
-/// How often each of our two functions was reached, on the thread where it belongs. Read after the measurement.
+/// How often each of our two functions ran, counted on its thread. Read after the measurement.
 int reachedOnGuiThread = 0;
 int reachedOnScriptThread = 0;
 
-/// As good as nothing.
+/// Small, so that the crossing itself is measured.
 void arrive(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
     reachedOnGuiThread += pGUI->getThread()->isGuiThread();
 }
 
-/// On the GUI thread: calls the handler `onPing` of an object once for each trip.
+/// On the GUI thread: calls an object's handler `onPing` once for each trip.
 void callHandlers(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs&, ScriptValue& result)
 {
-    for (int i = 0; i < tripsPerSample; ++i)
+    for (int i = 0; i < kTripsPerSample; ++i)
         guiCallback_CallEvent(nullptr, self, "onPing", self, &result);
 }
 
-/// The two ends; the GUI thread's is made and destroyed there.
+/// The two objects; that of the GUI thread is made and destroyed there.
 struct Line
 {
-    Peer script{tripsPerSample};
+    Peer script{kTripsPerSample};
     Peer* gui = nullptr;
 };
 
@@ -77,7 +78,7 @@ Line* line = nullptr;
 
 void makeGuiEnd(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
-    line->gui = new Peer(tripsPerSample);
+    line->gui = new Peer(kTripsPerSample);
     line->gui->other = &line->script;
     line->script.other = line->gui;
 }
@@ -86,16 +87,16 @@ void destroyGuiEnd(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, Scri
 
 void callFromScript()
 {
-    for (int i = 0; i < tripsPerSample; ++i)
+    for (int i = 0; i < kTripsPerSample; ++i)
         callOnGuiThread(arrive, nullptr);
 }
 
-/// Clicks the link of our own window, while the script thread serves the handlers; seconds.
+/// Clicks the link of our own window while the script thread runs the handlers. Returns the seconds.
 double clickHere(NativeHost& host)
 {
     std::optional<double> seconds;
-    clickLater(clickWindow, tripsPerSample, [&](double found) {
-        host.post([&, found] { seconds = found; }); // on the script thread, which then looks
+    clickLater(kClickWindow, kTripsPerSample, [&](double found) {
+        host.post([&, found] { seconds = found; }); // ends the loop of the script thread
     });
     if (!host.serveUntil([&] { return seconds.has_value(); }, std::chrono::minutes(1)) || *seconds < 0) {
         std::fprintf(stderr, "bench_roundtrip: the window does not answer clicks\n");
@@ -106,18 +107,20 @@ double clickHere(NativeHost& host)
 
 double bareTrip()
 {
-    return secondsOf([] { line->script.letOtherPlay(); }) / tripsPerSample;
+    return secondsOf([] { line->script.letOtherPlay(); }) / kTripsPerSample;
 }
 
-/// Clicks on a link whose handler does nothing, from the press to the release after the handler has returned.
+/// Measures clicks on a link whose handler does nothing, from the press until the handler has returned and the button
+/// is released.
 void compareClicks(NativeHost& host, int const& clicked)
 {
     auto const print = [](char const* name, Medians const& medians) {
-        printRatio(name, medians.ours, medians.peer, target);
+        printRatio(name, medians.ours, medians.peer, kTarget);
     };
-    print("click-to-handler-and-back/native", measureInTurns(
-                                                  rounds, [&] { return clickHere(host) / tripsPerSample; }, bareTrip));
-    if (clicked != (rounds + 1) * tripsPerSample) {
+    print("click-to-handler-and-back/native",
+          measureInTurns(
+              kRounds, [&] { return clickHere(host) / kTripsPerSample; }, bareTrip));
+    if (clicked != (kRounds + 1) * kTripsPerSample) {
         std::fprintf(stderr, "bench_roundtrip: %d clicks reached the handler\n", clicked);
         std::_Exit(1);
     }
@@ -125,17 +128,17 @@ void compareClicks(NativeHost& host, int const& clicked)
     if (node)
         print("click-to-handler-and-back/node",
               measureInTurns(
-                  rounds, [&] { return node->click(tripsPerSample) / tripsPerSample; }, bareTrip));
+                  kRounds, [&] { return node->click(kTripsPerSample) / kTripsPerSample; }, bareTrip));
     else
         std::printf("no Node.js host was built: its clicks are not measured\n");
 }
 
-/// Measures one pair; prints the time of one trip.
+/// Measures a pair and prints the time of a trip.
 void compare(char const* name, std::function<void()> const& ours, std::function<void()> const& peer)
 {
     Medians const medians = measureInTurns(
-        rounds, [&] { return secondsOf(ours) / tripsPerSample; }, [&] { return secondsOf(peer) / tripsPerSample; });
-    printRatio(name, medians.ours, medians.peer, target);
+        kRounds, [&] { return secondsOf(ours) / kTripsPerSample; }, [&] { return secondsOf(peer) / kTripsPerSample; });
+    printRatio(name, medians.ours, medians.peer, kTarget);
 }
 
 } // namespace
@@ -143,7 +146,7 @@ void compare(char const* name, std::function<void()> const& ours, std::function<
 int main()
 {
     NativeHost host({.folder = TARN_BENCH_FOLDER});
-    NativeWindow window = host.window(clickPage); // from now on there is an engine, and so a pump to wait in
+    NativeWindow window = host.window(kClickPage); // makes an engine, which the loop below waits in
     int clicked = 0;
     window.on("onPing", [&](NativeWindow&, NativeArguments const&) { ++clicked; });
     if (!window.open())
@@ -168,10 +171,10 @@ int main()
     callOnGuiThread(destroyGuiEnd, nullptr);
     window.close();
 
-    constexpr int expected = (rounds + 1) * tripsPerSample;
-    if (reachedOnGuiThread == expected && reachedOnScriptThread == expected)
+    constexpr int kExpected = (kRounds + 1) * kTripsPerSample;
+    if (reachedOnGuiThread == kExpected && reachedOnScriptThread == kExpected)
         return 0;
     std::fprintf(stderr, "bench_roundtrip: %d and %d calls arrived, not %d\n", reachedOnGuiThread,
-                 reachedOnScriptThread, expected);
+                 reachedOnScriptThread, kExpected);
     return 1;
 }

@@ -1,21 +1,22 @@
-// bench/bench-string.cpp: how fast a string grows by appending, unit by unit and piece by piece, beside the string of
-// the standard library that holds the same units. Making and freeing the string counts on both sides.
-#include <cstring>
-#include <string>
+// bench/bench-string.cpp: how fast a string grows by appending units and pieces, compared with the standard library's
+// string of the same units. The time includes making and freeing the string.
 
 #include "bench/ratio.h"
 #include "foundation/vela-string.h"
 
+#include <cstring>
+#include <string>
+
 namespace {
 
-constexpr unsigned int sizes[] = {100, 10'000, 1'000'000}; // units in the finished string
+constexpr unsigned int kSizes[] = {100, 10'000, 1'000'000}; // units in the finished string
 
-/// A word with the blank behind it, as running text has them.
-constexpr char16_t widePiece[] = u"running text ";
-constexpr char narrowPiece[] = "running text ";
-constexpr unsigned int pieceUnits = sizeof narrowPiece - 1;
+/// Words with blanks, as in running text.
+constexpr char16_t kWidePiece[] = u"running text ";
+constexpr char kNarrowPiece[] = "running text ";
+constexpr unsigned int kPieceUnits = sizeof kNarrowPiece - 1;
 
-/// Hides a constant from the compiler: neither side may know how long the piece is.
+/// Hides a constant from the compiler, which must not know its length.
 template <class Unit>
 Unit const* unknown(Unit const* text)
 {
@@ -26,49 +27,49 @@ Unit const* unknown(Unit const* text)
 struct OurUnits
 {
     using String = sstring;
-    static constexpr unsigned int step = 1;
+    static constexpr unsigned int kStep = 1;
     static void append(String& text, unsigned int i) { text += static_cast<unsigned short>('a' + i % 26); }
 };
 
 struct PeerUnits
 {
     using String = std::u16string;
-    static constexpr unsigned int step = 1;
+    static constexpr unsigned int kStep = 1;
     static void append(String& text, unsigned int i) { text += static_cast<char16_t>('a' + i % 26); }
 };
 
 struct OurWidePieces
 {
     using String = sstring;
-    static constexpr unsigned int step = pieceUnits;
+    static constexpr unsigned int kStep = kPieceUnits;
     static void append(String& text, unsigned int)
     {
-        text += unknown(reinterpret_cast<unsigned short const*>(widePiece));
+        text += unknown(reinterpret_cast<unsigned short const*>(kWidePiece));
     }
 };
 
 struct PeerWidePieces
 {
     using String = std::u16string;
-    static constexpr unsigned int step = pieceUnits;
-    static void append(String& text, unsigned int) { text += unknown(widePiece); }
+    static constexpr unsigned int kStep = kPieceUnits;
+    static void append(String& text, unsigned int) { text += unknown(kWidePiece); }
 };
 
-/// 8-bit text goes through the code set of the string's locale; the peer knows none and only widens.
+/// Our string converts 8-bit text from its code set; the peer only widens it.
 struct OurNarrowPieces
 {
     using String = sstring;
-    static constexpr unsigned int step = pieceUnits;
-    static void append(String& text, unsigned int) { text += unknown(narrowPiece); }
+    static constexpr unsigned int kStep = kPieceUnits;
+    static void append(String& text, unsigned int) { text += unknown(kNarrowPiece); }
 };
 
 struct PeerNarrowPieces
 {
     using String = std::u16string;
-    static constexpr unsigned int step = pieceUnits;
+    static constexpr unsigned int kStep = kPieceUnits;
     static void append(String& text, unsigned int)
     {
-        char const* piece = unknown(narrowPiece);
+        char const* piece = unknown(kNarrowPiece);
         text.append(piece, piece + std::strlen(piece));
     }
 };
@@ -79,7 +80,7 @@ void grow(benchmark::State& state)
     unsigned int const units = static_cast<unsigned int>(state.range(0));
     for (auto _ : state) {
         typename Way::String text;
-        for (unsigned int i = 0; i < units; i += Way::step) {
+        for (unsigned int i = 0; i < units; i += Way::kStep) {
             Way::append(text, i);
             benchmark::ClobberMemory();
         }
@@ -95,7 +96,7 @@ void addPair(std::string const& name, std::vector<Ratio>& ratios)
     std::string const peer = name + "-u16string";
     auto* const oursRuns = repeated(benchmark::RegisterBenchmark(ours.c_str(), grow<Ours>));
     auto* const peerRuns = repeated(benchmark::RegisterBenchmark(peer.c_str(), grow<Peer>));
-    for (unsigned int size : sizes) {
+    for (unsigned int size : kSizes) {
         std::string const units = std::to_string(size);
         oursRuns->Arg(size);
         peerRuns->Arg(size);

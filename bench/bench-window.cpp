@@ -1,36 +1,37 @@
-// bench/bench-window.cpp: how long it takes from the start of a process until its window shows its text, beside a bare
-// program of the toolkit that paints the same text itself. Both are watched from outside in the same way.
+// bench/bench-window.cpp: the time from the start of a process until its window shows text, compared with a minimal
+// program of the toolkit that paints the same text. Both are observed from outside in the same way.
+
+#include "bench/alternating.h"
+#include "bench/ratioline.h"
+#include "bench/windowwatch.h"
+
+#include <csignal>
+#include <filesystem>
+#include <stdexcept>
+#include <thread>
+
+#include <exception>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
-#include <exception>
-#include <filesystem>
-#include <stdexcept>
-#include <thread>
-
-#include "bench/alternating.h"
-#include "bench/ratioline.h"
-#include "bench/windowwatch.h"
-
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int rounds = 41;
-constexpr double target = 1 / 1.25;
-constexpr uint32_t background = 0x336699;
-constexpr uint32_t text = 0xFFFFFF;
-constexpr int width = 320;
-constexpr int height = 160;
-constexpr std::chrono::seconds longestStart{30};
-/// Until the window manager has cleared away the last window.
-constexpr std::chrono::milliseconds rest{60};
+constexpr int kRounds = 41;
+constexpr double kTarget = 1 / 1.25;
+constexpr uint32_t kBackground = 0x336699;
+constexpr uint32_t kText = 0xFFFFFF;
+constexpr int kWidth = 320;
+constexpr int kHeight = 160;
+constexpr std::chrono::seconds kLongestStart{30};
+/// Time for the window manager to clean up after the last window.
+constexpr std::chrono::milliseconds kRest{60};
 
-/// A program that is started, looked at and killed.
+/// A program that is started, observed and killed.
 class Child
 {
 public:
@@ -40,24 +41,24 @@ public:
         for (std::string const& word : words)
             arguments.push_back(const_cast<char*>(word.c_str()));
         arguments.push_back(nullptr);
-        if (posix_spawn(&process, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0)
+        if (posix_spawn(&m_process, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0)
             throw std::runtime_error("can not start " + words[0]);
     }
     Child(Child const&) = delete;
     Child& operator=(Child const&) = delete;
     ~Child()
     {
-        if (process != 0)
+        if (m_process != 0)
             end();
     }
 
-    /// Processor seconds that it used.
+    /// The processor seconds that it has used.
     double end()
     {
-        kill(process, SIGKILL);
+        kill(m_process, SIGKILL);
         rusage used{};
-        wait4(process, nullptr, 0, &used);
-        process = 0;
+        wait4(m_process, nullptr, 0, &used);
+        m_process = 0;
         auto const seconds = [](timeval const& time) {
             return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
         };
@@ -65,30 +66,30 @@ public:
     }
 
 private:
-    pid_t process = 0;
+    pid_t m_process = 0;
 };
 
-/// What one program needed, over all its starts.
+/// What a program needed in each of its starts.
 struct Program
 {
     std::vector<std::string> words;
     std::vector<double> processorSeconds;
 };
 
-/// Seconds until the window is there; a program that fails to show it ends the benchmark.
+/// Returns the seconds until the window shows its text. Ends the benchmark if the program does not show it.
 double timeOfStart(WindowWatch& watch, Program& program)
 {
     auto const start = Clock::now();
     Child child(program.words);
-    auto const seen = watch.waitForContent(background, text, [&] { return Clock::now() - start > longestStart; });
+    auto const seen = watch.waitForContent(kBackground, kText, [&] { return Clock::now() - start > kLongestStart; });
     double const seconds = std::chrono::duration<double>(Clock::now() - start).count();
     program.processorSeconds.push_back(child.end());
     if (!seen)
         throw std::runtime_error(program.words[0] + " showed no window with its text");
-    if (seen->width != width || seen->height != height)
+    if (seen->width != kWidth || seen->height != kHeight)
         throw std::runtime_error(program.words[0] + " showed a window of another size");
     watch.waitUntilGone(seen->window);
-    std::this_thread::sleep_for(rest);
+    std::this_thread::sleep_for(kRest);
     return seconds;
 }
 
@@ -99,10 +100,10 @@ void measure()
     Program plain{{folder + "/window_plain"}, {}};
     WindowWatch watch;
     Medians const medians = measureInTurns(
-        rounds, [&] { return timeOfStart(watch, page); }, [&] { return timeOfStart(watch, plain); });
+        kRounds, [&] { return timeOfStart(watch, page); }, [&] { return timeOfStart(watch, plain); });
     std::printf("processor time up to then: %s, and %s of the bare program\n",
                 timeText(median(page.processorSeconds)).c_str(), timeText(median(plain.processorSeconds)).c_str());
-    printRatio("first-window", medians.ours, medians.peer, target);
+    printRatio("first-window", medians.ours, medians.peer, kTarget);
 }
 
 } // namespace

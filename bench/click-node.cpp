@@ -1,8 +1,9 @@
-// bench/click-node.cpp: an addon beside that of the Node.js host, through which bench/click.js has its window clicked:
-// click(title, count, done) calls done(seconds) when the GUI thread has clicked.
-#include <napi.h>
+// bench/click-node.cpp: an addon with which bench/click.js clicks in its own window: click(title, count, done) calls
+// done(seconds) after the GUI thread has clicked.
 
 #include "bench/clicks.h"
+
+#include <napi.h>
 
 namespace {
 

@@ -1,6 +1,6 @@
 'use strict';
-// click.js ADDON: a window in the Node.js host, whose link is clicked as often as a line on standard input says; answers with
-// the seconds and the number of clicks that reached the handler. bench/nodeclicks.cpp starts it.
+// click.js ADDON: shows a window in the Node.js host. For each number on standard input it clicks the window's link
+// that often and prints the seconds and the number of clicks that reached the handler. bench/nodeclicks.cpp starts it.
 
 const path = require('node:path');
 const readline = require('node:readline');

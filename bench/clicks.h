@@ -1,17 +1,18 @@
-// bench/clicks.h: a user who clicks the link of bench/click-page.html, as fast as it is answered. Shared by the
-// programs of both hosts; only the toolkit is needed.
+// bench/clicks.h: clicks the link of bench/click-page.html, each time as soon as the last click has been handled. Used
+// with both hosts; needs only the toolkit.
 #pragma once
 
-#include <QApplication>
-#include <QMouseEvent>
-#include <QWidget>
 #include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
 
-inline constexpr char clickPage[] = "click-page.html";
-inline constexpr char clickWindow[] = "Click";
+#include <QApplication>
+#include <QMouseEvent>
+#include <QWidget>
+
+inline constexpr char kClickPage[] = "click-page.html";
+inline constexpr char kClickWindow[] = "Click";
 
 namespace clicks {
 
@@ -30,7 +31,7 @@ inline QWidget* findWindow(std::string const& title)
     return nullptr;
 }
 
-/// A point where the pointer becomes a hand. After a click it is an arrow until it has left the link.
+/// A point at which the pointer becomes a hand. After a click it stays an arrow until it has left the link.
 inline std::optional<QPoint> findLink(QWidget* window)
 {
     send(window, QEvent::MouseMove, QPoint(window->width() - 1, window->height() - 1), Qt::NoButton);
@@ -43,7 +44,7 @@ inline std::optional<QPoint> findLink(QWidget* window)
     return std::nullopt;
 }
 
-/// Clicks `count` times; seconds, or -1 when there is no such window or link. GUI thread.
+/// Clicks `count` times. Returns the seconds, or -1 if there is no such window or link. GUI thread.
 inline double perform(std::string const& title, int count)
 {
     QWidget* const window = findWindow(title);
@@ -52,7 +53,7 @@ inline double perform(std::string const& title, int count)
         return -1;
     auto const start = std::chrono::steady_clock::now();
     for (int i = 0; i < count; ++i) {
-        send(window, QEvent::MouseButtonPress, *link, Qt::LeftButton); // returns when the handler has
+        send(window, QEvent::MouseButtonPress, *link, Qt::LeftButton); // returns after the handler
         send(window, QEvent::MouseButtonRelease, *link, Qt::NoButton);
     }
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -60,8 +61,8 @@ inline double perform(std::string const& title, int count)
 
 } // namespace clicks
 
-/// Has the GUI thread click the link of the window of this title `count` times; `done` is called there with the seconds
-/// that it took, -1 when there was nothing to click. Any thread, after the first window was made.
+/// Lets the GUI thread click the link of the window with this title `count` times and call `done` there with the
+/// seconds, or -1 if there is nothing to click. Any thread, after the first window has been made.
 inline void clickLater(std::string const& title, int count, std::function<void(double)> done)
 {
     auto const work = [title, count, done = std::move(done)] { done(clicks::perform(title, count)); };

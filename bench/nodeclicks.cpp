@@ -1,11 +1,12 @@
-// bench/nodeclicks.cpp: see nodeclicks.h. An order is the number of clicks in a line, the answer the seconds and how
-// many clicks reached the handler.
+// bench/nodeclicks.cpp: see nodeclicks.h. An order is a line with the number of clicks, the answer one with the seconds
+// and the number of clicks that reached the handler.
+
 #include "bench/nodeclicks.h"
+
+#include <cstdlib>
 
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <cstdlib>
 
 namespace {
 

@@ -1,22 +1,23 @@
-// bench/nodeclicks.h: the program bench/click.js, which does in the Node.js host what bench_roundtrip does in its own.
+// bench/nodeclicks.h: runs bench/click.js, which measures clicks in the Node.js host as bench_roundtrip does in the
+// native host.
 #pragma once
-
-#include <sys/types.h>
 
 #include <cstdio>
 #include <memory>
 
-/// A running program with a window. It keeps to the cores of the thread that started it.
+#include <sys/types.h>
+
+/// A running program with a window, on the cores of the thread that started it.
 class NodeClicks
 {
 public:
-    /// Null when the Node.js host was not built. Ends this program when it does not start.
+    /// Null if the Node.js host was not built. Exits if the program does not start.
     static std::unique_ptr<NodeClicks> start();
     ~NodeClicks();
     NodeClicks(NodeClicks const&) = delete;
     NodeClicks& operator=(NodeClicks const&) = delete;
 
-    /// Clicks so often, one click after the other; seconds. Ends this program when not every click reached the handler.
+    /// Clicks that often, one click after another, and returns the seconds. Exits if a click did not reach the handler.
     double click(int count);
 
 private:

@@ -1,11 +1,11 @@
-// bench/page-texts.h: the generated pages that the benchmarks read: four kinds, of any size, always the same.
+// bench/page-texts.h: generated pages for the benchmarks: four kinds of any size, the same in every run.
 #pragma once
 
 #include <functional>
 #include <string>
 #include <vector>
 
-/// A page made of many small parts, one for each running number.
+/// A page of many small parts, one for each number.
 struct PageKind
 {
     char const* name;
@@ -49,7 +49,7 @@ inline std::vector<PageKind> const& pageKinds()
     return all;
 }
 
-/// A page of at least `bytes` bytes of UTF-8, and hardly more.
+/// A page of UTF-8 with at least `bytes` bytes and at most one part more.
 inline std::string makePage(PageKind const& kind, std::size_t bytes)
 {
     std::string page = "<html><head><meta http-equiv=\"Content-Type\" content=\"text/html; charset=utf-8\"/>"

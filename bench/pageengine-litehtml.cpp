@@ -1,18 +1,18 @@
-// bench/pageengine-litehtml.cpp: litehtml as a peer, drawing with the toolkit's fonts. The widths of words are cached,
-// as a sensible user of the library would do.
-#include <QApplication>
-#include <QFontMetrics>
+// bench/pageengine-litehtml.cpp: litehtml as a peer, which draws with the toolkit's fonts. The widths of words are
+// cached, as is usual with this library.
+
+#include "bench/pageview-qt.h"
 
 #include <memory>
 #include <unordered_map>
 
+#include <QApplication>
+#include <QFontMetrics>
 #include <litehtml/litehtml.h>
-
-#include "bench/pageview-qt.h"
 
 namespace {
 
-// What the library's users ship as their style sheet, cut down to the tags of the generated pages.
+// The style sheet that programs have to provide, reduced to the tags of the generated pages.
 constexpr char kStyles[] = R"(
 html { display: block } head, title, meta, script, style { display: none }
 body { display: block; margin: 8px } p { display: block; margin: 1em 0 } form, div { display: block }

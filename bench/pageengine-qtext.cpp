@@ -1,11 +1,12 @@
 // bench/pageengine-qtext.cpp: the toolkit's own rich text, QTextDocument, as a peer.
-#include <QAbstractTextDocumentLayout>
-#include <QApplication>
-#include <QTextDocument>
+
+#include "bench/pageview-qt.h"
 
 #include <memory>
 
-#include "bench/pageview-qt.h"
+#include <QAbstractTextDocumentLayout>
+#include <QApplication>
+#include <QTextDocument>
 
 namespace {
 
@@ -20,7 +21,7 @@ public:
         m_document->setDefaultFont(QApplication::font());
         m_document->setTextWidth(width);
         m_document->setHtml(m_text);
-        m_height = static_cast<int>(m_document->size().height()); // asking is what lays it out
+        m_height = static_cast<int>(m_document->size().height()); // this lays it out
     }
     void layOut(int width) override
     {

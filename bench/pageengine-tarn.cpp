@@ -1,17 +1,19 @@
-// bench/pageengine-tarn.cpp: our own engine, measured as bench/pageengine.h says.
-#include <QApplication>
-#include <QScrollBar>
-
-#include <memory>
+// bench/pageengine-tarn.cpp: our own engine.
 
 #include "bench/pageengine.h"
+
 #include "bench/pageview-qt.h"
 #include "controls/guiwidget.h"
+#include "foundation/hashlist.h"
 #include "foundation/vela-qt.h"
 #include "page/guihtml.h"
 #include "page/guilayoutcounters.h"
 #include "runtime/guihtmlbase.h"
-#include "runtime/hashlist.h"
+
+#include <memory>
+
+#include <QApplication>
+#include <QScrollBar>
 
 namespace {
 
@@ -96,7 +98,7 @@ int main(int argc, char** argv)
     QApplication::setFont(font);
     constexpr unsigned kBuckets = 1027; // as many as the component has
     hashlist<guiHtml> registry(kBuckets);
-    guiHtml::setRegistry(&registry); // as in a component: entering and leaving it counts
+    guiHtml::setRegistry(&registry); // every node enters and leaves it, as in the component
     int code = 0;
     {
         TarnEngine engine;

@@ -1,14 +1,15 @@
 // bench/pageengine-wx.cpp: wxHTML as a peer.
+
+#include "bench/pageengine.h"
+
+#include <clocale>
+#include <memory>
+
 #include <wx/app.h>
 #include <wx/bitmap.h>
 #include <wx/dcmemory.h>
 #include <wx/html/htmlcell.h>
 #include <wx/html/winpars.h>
-
-#include <clocale>
-#include <memory>
-
-#include "bench/pageengine.h"
 
 namespace {
 

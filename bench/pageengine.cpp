@@ -1,8 +1,8 @@
 // bench/pageengine.cpp: see pageengine.h.
+
 #include "bench/pageengine.h"
 
-#include <malloc.h>
-#include <unistd.h>
+#include "bench/page-texts.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -11,12 +11,13 @@
 #include <ctime>
 #include <functional>
 
-#include "bench/page-texts.h"
+#include <malloc.h>
+#include <unistd.h>
 
 namespace {
 
 constexpr int kMostRounds = 9;
-constexpr double kLongEnough = 0.5; // seconds of measuring, after which no further round is begun
+constexpr double kLongEnough = 0.5; // seconds of measuring after which no further round starts
 constexpr int kPaintRounds = 41;
 
 double processorSeconds()
@@ -33,7 +34,7 @@ double timeOf(std::function<void()> const& work)
     return processorSeconds() - start;
 }
 
-/// Bytes of this process in memory.
+/// Resident bytes of this process.
 double residentBytes()
 {
     std::FILE* file = std::fopen("/proc/self/statm", "r");
@@ -54,8 +55,7 @@ struct LoadFigures
     int height = 0;
 };
 
-/// How much the process grew by one laid-out page, and how much of that is left when the allocator has given back to
-/// the system what only loading needed.
+/// How much a laid-out page makes the process grow, and how much of that remains after the heap has been trimmed.
 void measureGrowth(PageEngine& engine, std::string const& page, LoadFigures& out)
 {
     engine.take(page);
@@ -84,7 +84,7 @@ LoadFigures measureLoad(PageEngine& engine, std::string const& page)
     return best;
 }
 
-/// The first page of a process pays for fonts and tables that all others find ready.
+/// The first page of a process also pays for loading fonts and building tables.
 void warmUp(PageEngine& engine, PageKind const& kind)
 {
     engine.take(makePage(kind, 10 << 10));
@@ -120,7 +120,7 @@ double repaintAt(PageView& view, int y)
     return middleOf(samples);
 }
 
-/// One step down from each of the places, among them.
+/// The median time of one step down, over these positions.
 double stepFrom(PageView& view, std::vector<int> const& places)
 {
     std::vector<double> samples;

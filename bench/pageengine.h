@@ -1,27 +1,27 @@
-// bench/pageengine.h: an engine that lays pages out, and the program that measures one. Each engine is measured by a
-// program of its own (bench/pageengine-*.cpp), since toolkits do not share a process well and memory is counted per
-// process; bench-page.cpp and bench-paint.cpp start them in turns and compare.
+// bench/pageengine.h: an engine that lays out pages, and the program that measures it. Each engine has a program of its
+// own (bench/pageengine-*.cpp), because toolkits can not share a process and memory is counted per process;
+// bench-page.cpp and bench-paint.cpp start them alternately and compare.
 #pragma once
 
 #include <string>
 
-/// All methods are called on the main thread. The font is kPageFont in kPageFontPixels, whatever the engine's default.
+/// All methods are called on the main thread. Every engine uses the font kPageFont at kPageFontPixels.
 class PageEngine
 {
 public:
     virtual ~PageEngine() = default;
 
-    /// Takes a page, UTF-8, in the form in which the engine reads it best. Not measured.
+    /// Prepares a page, given as UTF-8, in the form that the engine prefers. Not measured.
     virtual void take(std::string const& page) = 0;
-    /// From the page's text to a laid-out tree, `width` pixels wide.
+    /// Parses the page and lays it out `width` pixels wide.
     virtual void load(int width) = 0;
-    /// Lays the tree out again.
+    /// Lays the tree out again at another width.
     virtual void layOut(int width) = 0;
-    /// The laid-out height in pixels: the proof that something was done.
+    /// The height of the layout in pixels, as evidence of the work.
     virtual int height() = 0;
-    /// Drops the tree; the page stays.
+    /// Frees the tree; the page stays.
     virtual void clear() = 0;
-    /// How much work layout was, in words for a person; "" if the engine does not say.
+    /// A description of the layout's work; "" if the engine has none.
     virtual std::string effort() { return ""; }
 };
 
@@ -31,11 +31,11 @@ class PageView
 public:
     virtual ~PageView() = default;
 
-    /// Loads the page (UTF-8) and shows its top.
+    /// Loads the page, given as UTF-8, and shows its top.
     virtual void show(std::string const& page) = 0;
-    /// How far the page can be scrolled, in pixels.
+    /// The largest scroll position, in pixels.
     virtual int range() = 0;
-    /// Scrolls there and has painted when it returns.
+    /// Scrolls to a position; painting is done when it returns.
     virtual void scrollTo(int y) = 0;
     /// Paints the whole window.
     virtual void repaint() = 0;
@@ -46,7 +46,7 @@ inline constexpr int kPageFontPixels = 12;
 inline constexpr int kPageWidth = 800;
 inline constexpr int kPageHeight = 600;
 inline constexpr int kNarrowWidth = 600;
-/// What one step of a scroll bar moves.
+/// One step of a scroll bar, in pixels.
 inline constexpr int kScrollStep = 16;
 
 /// The body of main() of a program that measures one engine; `view` may be null: then it can not paint.

@@ -1,4 +1,5 @@
 // bench/pageprograms.cpp: see pageprograms.h.
+
 #include "bench/pageprograms.h"
 
 #include <cstdio>

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-/// Named figures of one program's run: seconds, bytes, counts.
+/// The figures of one run by name: seconds, bytes, counts.
 using PageFigures = std::map<std::string, double>;
 
-/// The engines whose programs were built, ours ("tarn") first. Says on standard output which peers are missing.
+/// The engines whose programs were built, ours ("tarn") first. Prints which peers are missing.
 std::vector<std::string> findPageEngines(std::vector<std::string> const& peers);
 
-/// Runs the engine's program. Throws std::runtime_error when it fails.
+/// Runs the engine's program. Throws std::runtime_error if it fails.
 PageFigures runPageEngine(std::string const& engine, std::string const& arguments);

@@ -1,6 +1,10 @@
-// bench/pageview-qt.h: the window in which the peers show their pages: a widget that scrolls as a user of the toolkit
-// would write it, moving pixels and painting the strip that appears.
+// bench/pageview-qt.h: the window in which the peers show their pages: a widget that scrolls in the toolkit's usual
+// way, by moving pixels and painting the strip that appears.
 #pragma once
+
+#include "bench/pageengine.h"
+
+#include <functional>
 
 #include <QCoreApplication>
 #include <QPaintEvent>
@@ -8,11 +12,7 @@
 #include <QWidget>
 #include <QWindow>
 
-#include <functional>
-
-#include "bench/pageengine.h"
-
-/// A window that the window manager has not shown yet is not painted.
+/// Waits for the window manager, before which nothing is painted.
 inline void waitUntilExposed(QWidget& widget)
 {
     while (!widget.windowHandle()->isExposed())
@@ -20,7 +20,7 @@ inline void waitUntilExposed(QWidget& widget)
     QCoreApplication::processEvents();
 }
 
-/// Paints through `paint`, which gets a painter and the visible part of the page, in coordinates of the page.
+/// Calls `paint` with a painter and the visible part of the page, in page coordinates.
 class PeerWidget : public QWidget
 {
 public:
@@ -57,7 +57,7 @@ private:
     int m_top = 0;
 };
 
-/// Shows what an engine laid out.
+/// Shows the layout of an engine.
 class PeerView : public PageView
 {
 public:

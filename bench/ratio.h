@@ -1,7 +1,9 @@
-// bench/ratio.h: runs the benchmarks of a program and then says how its measurements stand to each other, one line
-// each (bench/ratioline.h). Figures of one run on one machine can be compared; absolute times can not. Every program
-// whose benchmarks run on one thread shares this; bench/alternating.h serves the others.
+// bench/ratio.h: runs the benchmarks of a program and prints the ratios of their results (bench/ratioline.h). Results
+// of the same run on the same machine are comparable, absolute times are not. For benchmarks on one thread;
+// bench/alternating.h is for the others.
 #pragma once
+
+#include "bench/ratioline.h"
 
 #include <algorithm>
 #include <iterator>
@@ -11,10 +13,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include "bench/ratioline.h"
-
-/// How many times as fast `ours` is as `peer`, both names of benchmarks, as the run prints them. A target below 1 says
-/// what part of a limit is to be reached.
+/// A comparison of two benchmarks, named as the run prints them. The target says how many times as fast `ours` should
+/// be as `peer`; below 1 it is the part of the peer's speed to reach.
 struct Ratio
 {
     std::string name;
@@ -23,18 +23,18 @@ struct Ratio
     double target;
 };
 
-/// Has a benchmark measured several times, each time shortly.
+/// Repeats a short measurement several times.
 inline benchmark::internal::Benchmark* repeated(benchmark::internal::Benchmark* measurement)
 {
     return measurement->MinTime(0.1)->Repetitions(5);
 }
 
-/// Prints and keeps, of the repetitions of each benchmark, the one with the shortest processor time: it is the least
-/// disturbed by other programs.
+/// Keeps and prints the repetition of each benchmark with the shortest processor time, which other programs have
+/// disturbed least.
 class RatioReporter : public benchmark::ConsoleReporter
 {
 public:
-    /// Without colours, whose control characters would stand in the lines that other programs read.
+    /// Without colours: other programs read these lines and can not handle control characters.
     RatioReporter() : ConsoleReporter(OO_Tabular) {}
 
     void ReportRuns(std::vector<Run> const& runs) override
@@ -47,26 +47,26 @@ public:
         Run const& best = *std::min_element(measured.begin(), measured.end(),
                                             [](Run const& a, Run const& b) { return secondsOf(a) < secondsOf(b); });
         std::string const args = best.run_name.args.empty() ? "" : "/" + best.run_name.args;
-        seconds[best.run_name.function_name + args] = secondsOf(best);
+        m_seconds[best.run_name.function_name + args] = secondsOf(best);
         ConsoleReporter::ReportRuns({best});
     }
 
-    /// Leaves out what was not run, for example because a filter excluded it or the peer is not installed.
+    /// Prints nothing if one of the two was not run, because a filter excludes it or the peer is not installed.
     void print(Ratio const& ratio) const
     {
-        auto const ours = seconds.find(ratio.ours);
-        auto const peer = seconds.find(ratio.peer);
-        if (ours != seconds.end() && peer != seconds.end())
+        auto const ours = m_seconds.find(ratio.ours);
+        auto const peer = m_seconds.find(ratio.peer);
+        if (ours != m_seconds.end() && peer != m_seconds.end())
             printRatio(ratio.name, ours->second, peer->second, ratio.target);
     }
 
 private:
     static double secondsOf(Run const& run) { return run.cpu_accumulated_time / static_cast<double>(run.iterations); }
 
-    std::map<std::string, double> seconds;
+    std::map<std::string, double> m_seconds;
 };
 
-/// The body of main(): runs what was registered, then prints the ratios.
+/// The body of main(): runs the registered benchmarks, then prints the ratios.
 inline int runWithRatios(int argc, char** argv, std::vector<Ratio> const& ratios)
 {
     benchmark::Initialize(&argc, argv);

@@ -1,12 +1,12 @@
-// bench/ratioline.h: how a benchmark program says what it found, one line for each comparison:
+// bench/ratioline.h: how a benchmark program prints its results, one line for each comparison:
 //   ratio <name> <value> target <value> ours <figure> peer <figure>
-// bench/run gathers these lines into its closing table. Figures hold no blanks.
+// bench/run collects these lines into a table. Figures contain no blanks.
 #pragma once
 
 #include <cstdio>
 #include <string>
 
-/// A duration as a person reads it: three digits and a unit.
+/// A duration with three digits and a unit.
 inline std::string timeText(double seconds)
 {
     struct Unit
@@ -14,9 +14,9 @@ inline std::string timeText(double seconds)
         char const* name;
         double seconds;
     };
-    constexpr Unit units[] = {{"s", 1}, {"ms", 1e-3}, {"us", 1e-6}, {"ns", 1e-9}};
-    Unit unit = units[3];
-    for (Unit const& candidate : units) {
+    constexpr Unit kUnits[] = {{"s", 1}, {"ms", 1e-3}, {"us", 1e-6}, {"ns", 1e-9}};
+    Unit unit = kUnits[3];
+    for (Unit const& candidate : kUnits) {
         if (seconds >= candidate.seconds) {
             unit = candidate;
             break;
@@ -27,8 +27,8 @@ inline std::string timeText(double seconds)
     return text;
 }
 
-/// Prints one comparison of two durations in seconds: how many times as fast `ours` is as `peer`. It is met when that
-/// is at least `target`; a target below 1 says what part of the peer's speed is to be reached.
+/// Prints a comparison of two durations in seconds: how many times as fast `ours` is as `peer`. The target is met if
+/// that is at least `target`.
 inline void printRatio(std::string const& name, double ours, double peer, double target)
 {
     std::printf("ratio %s %.3g target %.3g ours %s peer %s\n", name.c_str(), peer / ours, target,
@@ -36,7 +36,7 @@ inline void printRatio(std::string const& name, double ours, double peer, double
     std::fflush(stdout);
 }
 
-/// The same for two figures of any unit of which less is better, such as bytes: how many times `ours` goes into `peer`.
+/// The same for other figures of which less is better, such as bytes.
 inline void printFigure(std::string const& name, double ours, double peer, double target)
 {
     std::printf("ratio %s %.3g target %.3g ours %.4g peer %.4g\n", name.c_str(), peer / ours, target, ours, peer);

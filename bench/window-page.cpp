@@ -1,5 +1,6 @@
-// bench/window-page.cpp: a program as users write it: it opens the page that it is given and serves it.
-// bench-window.cpp starts it.
+// bench/window-page.cpp: a typical program, which opens the given page and handles its events. bench-window.cpp starts
+// it.
+
 #include "host/native/nativehost.h"
 
 int main(int argc, char** argv)

@@ -1,5 +1,6 @@
-// bench/window-plain.cpp: the least that the toolkit needs to show the text of window-page.html. bench-window.cpp
+// bench/window-plain.cpp: a minimal program of the toolkit that shows the text of window-page.html. bench-window.cpp
 // starts it.
+
 #include <QApplication>
 #include <QPainter>
 #include <QWidget>

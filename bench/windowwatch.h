@@ -1,5 +1,4 @@
-// bench/windowwatch.h: watches another program's window from outside, through the X server, as its user would: the
-// program is not asked and can not help.
+// bench/windowwatch.h: watches another program's window through the X server, without help from that program.
 #pragma once
 
 #include <functional>
@@ -8,11 +7,11 @@
 
 #include <xcb/xcb.h>
 
-/// A connection that sees which windows the window manager takes into its care.
+/// A connection to the X server that observes which windows the window manager manages.
 class WindowWatch
 {
 public:
-    /// Throws std::runtime_error when there is no display.
+    /// Throws std::runtime_error if there is no display.
     WindowWatch();
 
     struct Seen
@@ -22,11 +21,11 @@ public:
         int height; // pixels
     };
 
-    /// Waits until a window that the window manager has taken since the last call shows its content: `background` in
-    /// its upper left corner and some pixels of `text`, both 0xRRGGBB. Nothing when `giveUp` says so; it is asked now
-    /// and then.
+    /// Waits until a window that became managed since the last call shows its content: `background` in its upper left
+    /// corner and some pixels of `text`, both 0xRRGGBB. Returns nothing if `giveUp`, which it calls repeatedly, returns
+    /// true.
     std::optional<Seen> waitForContent(uint32_t background, uint32_t text, std::function<bool()> const& giveUp);
-    /// Waits until the window is gone. The program must have ended.
+    /// Waits until the window is gone, after its program has ended.
     void waitUntilGone(xcb_window_t window);
 
 private:
@@ -39,7 +38,7 @@ private:
     std::optional<Seen> sizeOf(xcb_window_t window);
     bool showsContent(Seen const& seen, uint32_t background, uint32_t text);
 
-    std::unique_ptr<xcb_connection_t, Disconnect> connection;
-    xcb_window_t root = 0;
-    xcb_window_t managed = 0; // the window manager's latest; 0: none
+    std::unique_ptr<xcb_connection_t, Disconnect> m_connection;
+    xcb_window_t m_root = 0;
+    xcb_window_t m_managed = 0; // the window managed last; 0: none
 };

@@ -19,6 +19,11 @@ function(tarn_target target)
     target_include_directories(${target} PUBLIC "${PROJECT_SOURCE_DIR}")
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align)
+    # Tests call from whatever thread they like; what is shipped says which thread it runs on, and clang checks it.
+    file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
+    if(NOT folder MATCHES "^(tests|bench|fuzz)(/|$)")
+        target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>)
+    endif()
     if(TARN_ASSERTIONS)
         target_compile_options(${target} PRIVATE -UNDEBUG)
     endif()
@@ -56,6 +61,41 @@ function(tarn_precompiled target kind)
     endif()
 endfunction()
 
+# tarn_layer(<name> ON <layer below> [MOC] <sources>...): one folder of the component. Whoever links <name> gets the folder's
+# objects, all of them, since some only add themselves to a table, and those of the layers below; nothing above.
+function(tarn_layer name)
+    cmake_parse_arguments(arg "MOC" "ON" "" ${ARGN})
+    add_library(${name}_objects OBJECT ${arg_UNPARSED_ARGUMENTS})
+    tarn_target(${name}_objects)
+    set_target_properties(${name}_objects PROPERTIES AUTOMOC ${arg_MOC})
+    target_link_libraries(${name}_objects PRIVATE tarn_foundation tarn_foundation_qt Qt6::Widgets)
+    tarn_precompiled(${name}_objects component <QtWidgets> <algorithm> <functional> <map> <memory> <string> <vector>)
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE $<TARGET_OBJECTS:${name}_objects> ${arg_ON} tarn_foundation_qt tarn_foundation
+        Qt6::Widgets)
+endfunction()
+
+# tarn_test_target(<target>): what the code of tests is compiled with beyond all other code.
+function(tarn_test_target target)
+    tarn_target(${target})
+    # At -O3 g++ 12 takes the standard library's own "text" + string for a copy onto itself (GCC bug 105651).
+    target_compile_options(${target} PRIVATE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
+    # The assertions' code is large, takes long to optimise, and is not what is looked at.
+    target_compile_options(${target} PRIVATE -O0)
+    if(NOT TARN_SANITIZE)
+        target_compile_options(${target} PRIVATE $<$<CONFIG:RelWithDebInfo>:-g1>)
+    endif()
+endfunction()
+
+# tarn_test_support(<name> <sources>... [LIBS <targets>...]): sources that several test programs share, compiled once. A program
+# takes them by naming the target among its LIBS.
+function(tarn_test_support name)
+    cmake_parse_arguments(arg "" "" "LIBS" ${ARGN})
+    add_library(${name} OBJECT ${arg_UNPARSED_ARGUMENTS})
+    tarn_test_target(${name})
+    target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gtest)
+endfunction()
+
 # tarn_test(<name> <sources>... LIBS <targets>... [LABELS <labels>...] [ENV <NAME=value>...]): one GoogleTest program, each of
 # its tests known to CTest by name, and each in a process of its own with the given environment. Tests labelled "display" run on
 # a virtual X server, which each of them has to itself (tests/e2e/run-test.sh). Under sanitizers, where a process takes half a
@@ -63,16 +103,15 @@ endfunction()
 function(tarn_test name)
     cmake_parse_arguments(arg "" "" "LIBS;LABELS;ENV" ${ARGN})
     add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
-    tarn_target(${name})
-    # At -O3 g++ 12 takes the standard library's own "text" + string for a copy onto itself (GCC bug 105651).
-    target_compile_options(${name} PRIVATE $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict>)
+    tarn_test_target(${name})
     target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gtest GTest::gtest_main)
-    # The assertions' code is large, takes long to optimise, and is not what is looked at.
-    target_compile_options(${name} PRIVATE -O0)
-    if(NOT TARN_SANITIZE)
-        target_compile_options(${name} PRIVATE $<$<CONFIG:RelWithDebInfo>:-g1>)
-    endif()
-    if("tarn_component" IN_LIST arg_LIBS)
+    set(hasLayers FALSE)
+    foreach(layer tarn_page tarn_controls tarn_runtime tarn_script tarn_component)
+        if(layer IN_LIST arg_LIBS)
+            set(hasLayers TRUE)
+        endif()
+    endforeach()
+    if(hasLayers)
         tarn_precompiled(${name} windowtests <QtWidgets> <gtest/gtest.h> <functional> <map> <string> <vector>)
     else()
         tarn_precompiled(${name} tests <gtest/gtest.h> <functional> <map> <string> <vector>)
@@ -94,7 +133,7 @@ function(tarn_test name)
     endif()
 
     set(startsComponent FALSE)
-    if("tarn_native_host" IN_LIST arg_LIBS AND ("tarn" IN_LIST arg_LIBS OR "tarn_component" IN_LIST arg_LIBS))
+    if("tarn_native_host" IN_LIST arg_LIBS AND ("tarn" IN_LIST arg_LIBS OR hasLayers))
         set(startsComponent TRUE)
     endif()
     if(TARN_SANITIZE AND NOT startsComponent)

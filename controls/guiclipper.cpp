@@ -2,8 +2,10 @@
 #include "controls/guiclipper.h"
 
 #include "controls/guiwidget.h"
+#include "foundation/vela-threadrole.h"
 
 #include <QRect>
+#include <cassert>
 
 namespace {
 
@@ -14,7 +16,7 @@ bool holdsFocus(QWidget const* clipper, guiWidget const* window)
 }
 
 // A new parent takes the focus away.
-void takeFromShelf(QWidget* clipper, guiWidget* window)
+void bringIntoView(QWidget* clipper, guiWidget* window)
 {
     QWidget* focused = holdsFocus(clipper, window) ? window->focusWidget() : nullptr;
     clipper->setParent(window);
@@ -26,7 +28,9 @@ void takeFromShelf(QWidget* clipper, guiWidget* window)
 
 QWidget* guiCreateClipper(guiWidget* window, bool isInView)
 {
-    auto* clipper = new QWidget(isInView ? window : window->shelf());
+    assertOnGuiThread();
+    assert(window);
+    auto* clipper = new QWidget(isInView ? window : window->outOfView());
     clipper->setObjectName(QStringLiteral("controlclipper"));
     clipper->hide();
     return clipper;
@@ -34,11 +38,13 @@ QWidget* guiCreateClipper(guiWidget* window, bool isInView)
 
 void guiPlaceClipper(QWidget* clipper, guiWidget* window, QRect const& place)
 {
+    assertOnGuiThread();
+    assert(clipper->parentWidget() == window || clipper->parentWidget() == window->outOfView());
     bool const isInView = !place.isEmpty();
     if (isInView && clipper->parentWidget() != window)
-        takeFromShelf(clipper, window);
+        bringIntoView(clipper, window);
     clipper->setGeometry(place);
     clipper->setVisible(isInView);
     if (!isInView && clipper->parentWidget() == window && !holdsFocus(clipper, window))
-        clipper->setParent(window->shelf());
+        clipper->setParent(window->outOfView());
 }

@@ -10,7 +10,7 @@ bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
 /// Where the next "|" in front of a digit is, the length when there is none.
 unsigned nextCode(sstring const& text, unsigned from)
 {
-    unsigned short const* units = text.getUnicode();
+    unsigned short const* units = text.getUnicode(); // ends in a 0, so that the unit behind another may be read
     while (from < text.getLength() && !(units[from] == '|' && isDigit(units[from + 1])))
         ++from;
     return from;
@@ -20,6 +20,7 @@ unsigned nextCode(sstring const& text, unsigned from)
 
 guiColumnCode guiReadColumnCode(sstring const& codes, unsigned at)
 {
+    assert(at <= codes.getLength());
     unsigned short const* units = codes.getUnicode();
     guiColumnCode part{0, at, at};
     if (units[at] == '|' && isDigit(units[at + 1])) {
@@ -30,9 +31,14 @@ guiColumnCode guiReadColumnCode(sstring const& codes, unsigned at)
         part.begin = units[end] == '|' ? end + 1 : end;
     }
     part.end = nextCode(codes, part.begin);
+    assert(part.begin <= part.end && part.end <= codes.getLength());
     return part;
 }
 
-bool guiHoldsColumnCode(sstring const& text) { return nextCode(text, 0) < text.getLength(); }
+bool guiContainsColumnCode(sstring const& text) { return nextCode(text, 0) < text.getLength(); }
 
-sstring guiColumnCodeOf(int column, sstring const& text) { return sformat("|%ld|", long{column}) + text; }
+sstring guiColumnCodeOf(int column, sstring const& text)
+{
+    assert(column >= 1);
+    return sformat("|%ld|", long{column}) + text;
+}

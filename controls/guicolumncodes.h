@@ -1,66 +1,69 @@
 // controls/guicolumncodes.h: the texts of several columns in one string: the first column's, then "|N|" and the text of
-// column N, and so on. Such a string can not say a text that holds a "|" in front of a digit itself; texts that were
-// set in a list that stands may hold anything, so those are kept beside the codes.
+// column N, and so on. Such codes cannot express a text that itself holds a "|" in front of a digit. Script may set any
+// text while a list is shown, so texts of that kind are kept beside the codes.
 #pragma once
 
 #include "foundation/vela-string.h"
 
 #include <algorithm>
+#include <cassert>
 #include <vector>
 
-/// Columns beyond this are left out: a page's list has a handful.
-inline constexpr int kMostColumns = 1000;
+/// Texts for columns beyond this one are ignored: a page's list has a handful.
+inline constexpr int kColumnLimit = 1000;
 
-/// One segment of column codes: the text from unit `begin` to `end`, for a column from 1.
+/// One segment of column codes: its text are the units from `begin` to `end`.
 struct guiColumnCode
 {
-    int column; ///< 0 for a text in front of all numbers, as for the number 0
+    int column; ///< counted from 1; 0 for a text in front of all numbers, as for the number 0
     unsigned begin;
     unsigned end;
 };
 
-/// The segment that begins at unit `at`, which is the start or the end of another segment.
+/// The segment that begins at unit `at`: the start of the codes or the end of another segment.
 guiColumnCode guiReadColumnCode(sstring const& codes, unsigned at);
 
-/// Whether codes can not say the text, since it would be read as several segments.
-bool guiHoldsColumnCode(sstring const& text);
+/// Whether codes cannot express the text, because it would be read as several segments.
+bool guiContainsColumnCode(sstring const& text);
 
 /// "|N|" and the text.
 sstring guiColumnCodeOf(int column, sstring const& text);
 
-/// Texts that stand for themselves, among the codes.
-struct guiPlainTexts
+/// Texts that stand beside the codes and are taken literally.
+struct guiUncodedTexts
 {
-    struct text_t
+    struct columnText
     {
         int column;
         sstring text;
     };
-    std::vector<text_t> texts;
-    unsigned at = 0; ///< they come behind this many units of the codes
+    std::vector<columnText> texts;
+    unsigned at = 0; ///< they were set when the codes had this many units
 
     void clear() { *this = {}; }
     void add(int column, sstring const& text) { texts.push_back({column, text}); }
 };
 
-/// Calls `visit(column, text, isPlain)` for each text in the order in which they were set, columns counted from 1. What
-/// no list has a column for is left out.
+/// Calls `visit(column, text, isUncoded)` for each text in the order in which they were set, columns counted from 1.
+/// Columns that no list has are left out.
 template <typename Visit>
-void guiForEachColumn(sstring const& codes, guiPlainTexts const& plain, Visit visit)
+void guiForEachColumn(sstring const& codes, guiUncodedTexts const& uncoded, Visit visit)
 {
-    auto next = plain.texts.begin();
-    auto visitPlain = [&] {
-        for (; next != plain.texts.end(); ++next)
+    assert(uncoded.at <= codes.getLength());
+    auto next = uncoded.texts.begin();
+    auto visitUncoded = [&] {
+        for (; next != uncoded.texts.end(); ++next)
             visit(next->column, next->text, true);
     };
     for (unsigned at = 0; at < codes.getLength();) {
-        if (at >= plain.at)
-            visitPlain();
+        if (at >= uncoded.at)
+            visitUncoded();
         guiColumnCode const part = guiReadColumnCode(codes, at);
+        assert(part.end > at); // or this would never end
         int const column = part.begin == at ? 1 : part.column;
         at = part.end;
-        if (column >= 1 && column <= kMostColumns)
+        if (column >= 1 && column <= kColumnLimit)
             visit(column, codes.subString(part.begin, part.end - part.begin), false);
     }
-    visitPlain();
+    visitUncoded();
 }

@@ -2,24 +2,24 @@
 #include "controls/guihtmlcontrol.h"
 
 #include "controls/guiclipper.h"
-#include "controls/guidispatch.h"
+#include "controls/guicontrolhost.h"
+#include "controls/guieventscope.h"
 #include "controls/guiwidget.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
-#include "page/guihtmlservices.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtmltext-fonts.h"
 #include "page/guinodewatch.h"
-#include "runtime/gui.h"
-#include "runtime/guihtmlbase.h"
-#include "runtime/guithread.h"
-#include "script/guicontrol.h"
+#include "page/guipageroot.h"
 
 #include <QWidget>
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace {
 
-// A text of this many characters is wider than any window: the rest needs no measuring.
+// A text of this many characters is wider than any window, so what follows is not measured.
 constexpr qsizetype kMeasuredUnits = kMaxPixels;
 
 } // namespace
@@ -30,9 +30,8 @@ guiHtml& guiHtmlControl::operator=(guiHtml& other)
 {
     guiHtml::operator=(other);
     if (other.getType() == kTypeControl) {
-        auto& control = static_cast<guiHtmlControl&>(other);
-        m_text = control.m_text;
-        m_action = control.m_action;
+        assert(dynamic_cast<guiHtmlControl*>(&other));
+        m_content = static_cast<guiHtmlControl&>(other).m_content;
     }
     return *this;
 }
@@ -41,7 +40,8 @@ guiHtml* guiHtmlControl::Clone(guiHtml* parent) { return guiCloneNode(*this, par
 
 int guiHtmlControl::setText(sstring const& text, sstring const&)
 {
-    m_text = text;
+    assertOnGuiThread();
+    m_content.text = text;
     if (getChildWidget()) {
         guiNodeWatch self(this);
         destroyChildWidget();
@@ -55,6 +55,7 @@ int guiHtmlControl::setText(sstring const& text, sstring const&)
 
 void guiHtmlControl::setEnabled(int enabled)
 {
+    assertOnGuiThread();
     guiHtml::setEnabled(enabled);
     if (QWidget* widget = getChildWidget())
         widget->setEnabled(enabled > 0);
@@ -65,6 +66,7 @@ void guiHtmlControl::setRect(guiRect* rect)
     guiHtml::setRect(rect);
     if (!hasWindow())
         return;
+    assertOnGuiThread();
     createChildWidget();
     guiRect place;
     getRectInWidget(&place);
@@ -72,13 +74,22 @@ void guiHtmlControl::setRect(guiRect* rect)
     placeInClip(getChildWidget());
 }
 
+/// The window that the page is in, null when it is in none.
+guiWidget* guiHtmlControl::getWindow()
+{
+    QWidget* window = getTopLevelWidget();
+    assert(!window || dynamic_cast<guiWidget*>(window));
+    return static_cast<guiWidget*>(window);
+}
+
 QWidget* guiHtmlControl::getClipWidget()
 {
+    assert(hasWindow());
     if (m_clipWidget)
         return m_clipWidget;
     guiRect rect;
     getClipRect(&rect);
-    m_clipWidget = guiCreateClipper(static_cast<guiWidget*>(getTopLevelWidget()), !rect.isEmpty());
+    m_clipWidget = guiCreateClipper(getWindow(), !rect.isEmpty());
     m_clipWidget->setFont(getDefaultFont(nullptr));
     getRectInWidget(&rect);
     onSetRect(&rect);
@@ -96,28 +107,34 @@ void guiHtmlControl::onSetRect(guiRect* rect)
     clip.left = std::max(rect->left, clip.left);
     clip.top = std::max(rect->top, clip.top);
     if (m_clipWidget)
-        guiPlaceClipper(m_clipWidget, static_cast<guiWidget*>(getTopLevelWidget()),
-                        QRect(clip.left, clip.top, clip.width, clip.height));
+        guiPlaceClipper(m_clipWidget, getWindow(), QRect(clip.left, clip.top, clip.width, clip.height));
 }
 
-void guiHtmlControl::onDestroyChildWidget() { guiDeleteWidget(std::exchange(m_clipWidget, nullptr)); }
+void guiHtmlControl::onDestroyChildWidget()
+{
+    assert(!getChildWidget()); // else the control would keep a pointer to a widget that goes with its parent
+    guiDeleteWidget(std::exchange(m_clipWidget, nullptr));
+}
 
 void guiHtmlControl::placeInClip(QWidget* widget)
 {
-    if (widget)
-        widget->setGeometry(-m_clipOffsetX, -m_clipOffsetY, m.rect.width, m.rect.height);
+    if (!widget)
+        return;
+    assert(widget->parentWidget() == m_clipWidget);
+    widget->setGeometry(-m_clipOffsetX, -m_clipOffsetY, m.rect.width, m.rect.height);
 }
 
 void guiHtmlControl::dirtyTabOrder()
 {
-    if (guiHtmlBase* base = getBaseHtml())
+    if (guiPageRoot* base = getBaseHtml())
         base->m.tabOrderDirty = 1;
 }
 
-// The widget was made with the clip widget's font. To give it the same again would not be nothing: a combo box then
-// makes the list that it drops down.
+// A new widget has the clip widget's font. Setting the same font again is not free: it makes a combo box create the
+// list that it drops down.
 void guiHtmlControl::finishWidget(QWidget* widget)
 {
+    assert(widget && widget == getChildWidget());
     QFont const font = getDefaultFont(nullptr);
     if (widget->font() != font)
         widget->setFont(font);
@@ -130,10 +147,10 @@ int guiHtmlControl::textWidth(sstring const& text)
 {
     guiTextFont& font = guiTextFonts::of(getDefaultFont(nullptr));
     QStringView const shown = sstoview(text).left(kMeasuredUnits);
-    return limited(guiTextPixels(font.wordAdvance(shown)));
+    return clampLength(guiTextPixels(font.wordAdvance(shown)));
 }
 
-int guiHtmlControl::limited(std::int64_t pixels)
+int guiHtmlControl::clampLength(std::int64_t pixels)
 {
     return static_cast<int>(std::clamp<std::int64_t>(pixels, 0, kMaxPixels));
 }
@@ -142,32 +159,35 @@ int guiHtmlControl::lineSpacing() { return guiTextFonts::of(getDefaultFont(nullp
 
 ScriptObject* guiHtmlControl::getCustomObject()
 {
-    if (m.object || !pGUI || !guiServices::hasPageObject(getBaseHtml()))
+    if (m.object || !guiPageObjectOf(this))
         return m.object;
-    if (pGUI->getThread()->isScriptThread()) {
+    if (guiControlHost::current().isScriptThread()) {
         buildCustomObject_script();
         return m.object;
     }
     guiNodeWatch self(this);
-    guiServices::buildCustomObject(this);
+    guiControlHost::current().buildCustomObject(this);
     return self.alive() ? m.object.load() : nullptr;
 }
 
 void guiHtmlControl::buildCustomObject_script()
 {
-    ScriptObject* object = CreateControlObject(getBaseHtml()->getPageObject());
+    assertOnScriptThread();
+    assert(!m.object);
+    guiControlHost& host = guiControlHost::current();
+    ScriptObject* object = host.makeControlObject(this);
     if (!object) {
-        guiComponent::logError("BuildCustomObject failed for 0x%08lX!\n", reinterpret_cast<unsigned long>(this));
+        velaLog("BuildCustomObject failed for 0x%08lX!\n", reinterpret_cast<unsigned long>(this));
         return;
     }
-    FleshInControlObject(object, this);
     addScriptMethods(object);
-    pGUI->bindObject(object, this);
+    host.bindObject(object, this);
     m.object = object;
 }
 
-void guiHtmlControl::fire(sstring const& link)
+void guiHtmlControl::followLink(sstring const& link)
 {
+    assertOnGuiThread();
     if (link.getLength() == 0)
         return;
     guiNodeWatch self(this);

@@ -1,16 +1,19 @@
 // controls/guihtmlcontrolbutton.cpp: see guihtmlcontrolbutton.h.
 #include "controls/guihtmlcontrolbutton.h"
 
-#include "controls/guicontrolmethod.h"
-#include "controls/guidispatch.h"
-#include "controls/guiformvalue.h"
+#include "controls/guieventscope.h"
+#include "controls/guiformproperty.h"
 #include "controls/guihtmlform.h"
+#include "controls/guiscriptmethod.h"
 #include "controls/guiwidgetcheckbox.h"
 #include "controls/guiwidgetpushbutton.h"
 #include "controls/guiwidgetradiobutton.h"
 #include "foundation/vela-qt.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guicolor.h"
-#include "runtime/guihtmlbase.h"
+#include "page/guipageroot.h"
+
+#include <cassert>
 
 namespace {
 
@@ -21,7 +24,7 @@ guiHtmlForm* formAround(guiHtml* node)
     return static_cast<guiHtmlForm*>(node);
 }
 
-/// The colour around the indicator: the node's own, or what the page shows there.
+/// Paints the surroundings of the indicator: in the node's colour, or not at all, so that the page shows through.
 void setBackground(QWidget* widget, guiHtml const* node)
 {
     QPalette palette = widget->palette();
@@ -38,7 +41,7 @@ guiHtml& guiHtmlControlButton::operator=(guiHtml& other)
 {
     guiHtmlControl::operator=(other);
     if (auto* button = dynamic_cast<guiHtmlControlButton*>(&other))
-        init(button->m_buttonType, button->m_checked);
+        m_state = button->m_state;
     return *this;
 }
 
@@ -46,26 +49,28 @@ guiHtml* guiHtmlControlButton::Clone(guiHtml* parent) { return guiCloneNode(*thi
 
 void guiHtmlControlButton::init(guiButtonType type, bool checked)
 {
-    m_buttonType = type;
-    m_checked = checked;
+    assert(!getChildWidget());
+    m_state.type = type;
+    m_state.checked = checked;
 }
 
 int guiHtmlControlButton::isChecked()
 {
     if (m_checkBox)
-        m_checked = m_checkBox->isChecked();
+        m_state.checked = m_checkBox->isChecked();
     if (m_radioButton)
-        m_checked = m_radioButton->isChecked();
-    return m_checked;
+        m_state.checked = m_radioButton->isChecked();
+    return m_state.checked;
 }
 
-// What the user did to the widget counts, so that is asked for first.
+// isChecked() comes first because the user may have changed the widget since the last call.
 void guiHtmlControlButton::setChecked(int checked)
 {
+    assertOnGuiThread();
     int wanted = checked > 0;
     if (wanted == isChecked())
         return;
-    m_checked = wanted;
+    m_state.checked = wanted;
     if (m_checkBox)
         m_checkBox->setChecked(wanted);
     if (m_radioButton)
@@ -78,7 +83,7 @@ int guiHtmlControlButton::getPreferredWidth()
     constexpr int kAroundLabel = 12;
     if (isCheckable())
         return kCheckSize;
-    return hasWindow() ? textWidth(m_text) + kAroundLabel : 0;
+    return hasWindow() ? textWidth(m_content.text) + kAroundLabel : 0;
 }
 
 int guiHtmlControlButton::getHeightEstimate(unsigned long)
@@ -89,8 +94,14 @@ int guiHtmlControlButton::getHeightEstimate(unsigned long)
     return hasWindow() ? lineSpacing() + kAroundLabel : 0;
 }
 
+bool guiHtmlControlButton::hasOneWidgetAtMost() const
+{
+    return int{m_pushButton != nullptr} + int{m_checkBox != nullptr} + int{m_radioButton != nullptr} <= 1;
+}
+
 QWidget* guiHtmlControlButton::getChildWidget()
 {
+    assert(hasOneWidgetAtMost());
     if (m_pushButton)
         return m_pushButton;
     if (m_checkBox)
@@ -102,10 +113,11 @@ void guiHtmlControlButton::createChildWidget()
 {
     if (getChildWidget() || !hasWindow())
         return;
+    assertOnGuiThread();
     dirtyTabOrder();
-    if (m_buttonType == kButtonCheckBox)
+    if (m_state.type == kButtonCheckBox)
         createCheckBox();
-    else if (m_buttonType == kButtonRadio)
+    else if (m_state.type == kButtonRadio)
         createRadioButton();
     else
         createPushButton();
@@ -114,7 +126,7 @@ void guiHtmlControlButton::createChildWidget()
 void guiHtmlControlButton::createPushButton()
 {
     m_pushButton = new guiWidgetPushButton(getClipWidget());
-    m_pushButton->setText(sstoq(m_text));
+    m_pushButton->setText(sstoq(m_content.text));
     m_pushButton->owner = this;
     finishWidget(m_pushButton);
 }
@@ -123,7 +135,7 @@ void guiHtmlControlButton::createCheckBox()
 {
     m_checkBox = new guiWidgetCheckBox(getClipWidget());
     m_checkBox->owner = this;
-    m_checkBox->setChecked(m_checked > 0);
+    m_checkBox->setChecked(m_state.checked > 0);
     setBackground(m_checkBox, this);
     finishWidget(m_checkBox);
 }
@@ -132,9 +144,9 @@ void guiHtmlControlButton::createRadioButton()
 {
     m_radioButton = new guiWidgetRadioButton(getClipWidget());
     m_radioButton->owner = this;
-    if (guiHtmlBase* base = getBaseHtml())
+    if (guiPageRoot* base = getBaseHtml())
         base->addToGroup(m_radioButton, getName());
-    m_radioButton->setChecked(m_checked > 0);
+    m_radioButton->setChecked(m_state.checked > 0);
     setBackground(m_radioButton, this);
     finishWidget(m_radioButton);
 }
@@ -147,7 +159,10 @@ void guiHtmlControlButton::destroyChildWidget()
 
 void guiHtmlControlButton::destroyWidgets()
 {
-    isChecked(); // what the user did last is kept
+    isChecked(); // keeps what the user did last
+    assert(guiIsBoundTo(m_pushButton, this));
+    assert(guiIsBoundTo(m_checkBox, this));
+    assert(guiIsBoundTo(m_radioButton, this));
     guiDestroyWrapper(m_pushButton);
     guiDestroyWrapper(m_checkBox);
     guiDestroyWrapper(m_radioButton);
@@ -156,59 +171,58 @@ void guiHtmlControlButton::destroyWidgets()
 
 void guiHtmlControlButton::readFormProperty(ScriptObject* form)
 {
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     if (value.read())
-        setChecked(value.isString() && istring(value.text()) == m_text);
+        setChecked(value.isString() && istring(value.text()) == m_content.text);
 }
 
-// An unchecked radio button leaves the property to the checked one of its group.
+// The checked radio button of a group writes the property that they all share; the others must not overwrite it.
 void guiHtmlControlButton::writeFormProperty(ScriptObject* form)
 {
     if (!isCheckable())
         return;
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     if (isChecked())
-        value.write(m_text);
-    else if (m_buttonType == kButtonCheckBox)
+        value.write(m_content.text);
+    else if (m_state.type == kButtonCheckBox)
         value.writeNull();
 }
 
 void guiHtmlControlButton::eraseFormProperty(ScriptObject* form)
 {
     if (isCheckable())
-        guiFormValue(form, getName()).erase();
+        guiFormProperty(form, getName()).erase();
 }
 
 namespace {
 
-using Button = guiHtmlControlButton;
+using buttonNode = guiHtmlControlButton;
 
 void control_isChecked_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
-    Button* button = args.count() == 0 ? guiControlOf<Button>(data, self) : nullptr;
+    buttonNode* button = args.count() == 0 ? guiControlOf<buttonNode>(data, self) : nullptr;
     result.setBool(button && button->isChecked());
 }
 
 void control_check_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    bool isPlain = args.count() == 0;
-    if (!isPlain && (args.count() != 1 || !guiIsSwitch(args, 0)))
+    if (!guiIsOptionalSwitch(args))
         return;
-    if (Button* button = guiControlOf<Button>(data, self))
-        button->setChecked(isPlain || guiSwitchOf(args, 0));
+    if (buttonNode* button = guiControlOf<buttonNode>(data, self))
+        button->setChecked(guiOptionalSwitchOf(args));
 }
 
 void control_uncheck_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (Button* button = args.count() == 0 ? guiControlOf<Button>(data, self) : nullptr)
+    if (buttonNode* button = args.count() == 0 ? guiControlOf<buttonNode>(data, self) : nullptr)
         button->setChecked(0);
 }
 
-constexpr ScriptMethod control_isChecked_script = guiControlHandOver<control_isChecked_qt>;
-constexpr ScriptMethod control_check_script = guiControlHandOver<control_check_qt>;
-constexpr ScriptMethod control_uncheck_script = guiControlHandOver<control_uncheck_qt>;
+constexpr ScriptMethod control_isChecked_script = guiCallOnGuiThread<control_isChecked_qt>;
+constexpr ScriptMethod control_check_script = guiCallOnGuiThread<control_check_qt>;
+constexpr ScriptMethod control_uncheck_script = guiCallOnGuiThread<control_uncheck_qt>;
 
 } // namespace
 
@@ -222,9 +236,10 @@ void guiHtmlControlButton::addScriptMethods(ScriptObject* object)
 // A reset button without a link does nothing: there is no built-in reset.
 void guiHtmlControlButton::onClick()
 {
-    sstring link = m_action;
-    if (link.getLength() == 0 && m_buttonType == kButtonSubmit)
+    assertOnGuiThread();
+    sstring link = m_content.action;
+    if (link.getLength() == 0 && m_state.type == kButtonSubmit)
         if (guiHtmlForm* form = formAround(getParent()))
             link = form->getAction();
-    fire(link);
+    followLink(link);
 }

@@ -32,12 +32,12 @@ public:
     guiHtml& operator=(guiHtml& other) override;
     guiHtml* Clone(guiHtml* parent) override;
 
-    guiButtonType getButtonType() const { return m_buttonType; }
+    guiButtonType getButtonType() const { return m_state.type; }
     /// The state before any widget exists: what the parser sets.
     void init(guiButtonType type, bool checked);
-    /// 1 or 0; asks the widget, if there is one.
+    /// 1 or 0, as the widget says if there is one.
     int isChecked();
-    /// A radio button that is the checked one of its group can not be unchecked while it has a widget.
+    /// While it has a widget, the checked radio button of a group cannot be unchecked.
     void setChecked(int checked);
 
     int getPreferredWidth() override;
@@ -50,8 +50,8 @@ public:
     void writeFormProperty(ScriptObject* form) override;
     void eraseFormProperty(ScriptObject* form) override;
 
-    /// The user pressed or checked it, or script did as if: follows the node's link or, without one, a submit button
-    /// its form's.
+    /// The user pressed or checked the control, or script triggered it: follows the node's link. A submit button
+    /// without a link follows its form's.
     virtual void onClick();
     void triggerNow() override { onClick(); }
 
@@ -59,14 +59,21 @@ protected:
     void addScriptMethods(ScriptObject* object) override;
 
 private:
-    bool isCheckable() const { return m_buttonType == kButtonCheckBox || m_buttonType == kButtonRadio; }
+    /// What a copy of the node takes over.
+    struct buttonState
+    {
+        guiButtonType type = kButtonPlain;
+        int checked = 0; // as of the last question to the widget
+    };
+
+    bool isCheckable() const { return m_state.type == kButtonCheckBox || m_state.type == kButtonRadio; }
+    bool hasOneWidgetAtMost() const;
     void createPushButton();
     void createCheckBox();
     void createRadioButton();
     void destroyWidgets();
 
-    guiButtonType m_buttonType = kButtonPlain;
-    int m_checked = 0;
+    buttonState m_state;
     guiWidgetPushButton* m_pushButton = nullptr;   // owned, for the first three types
     guiWidgetCheckBox* m_checkBox = nullptr;       // owned
     guiWidgetRadioButton* m_radioButton = nullptr; // owned

@@ -1,11 +1,14 @@
 // controls/guihtmlcontroledit.cpp: see guihtmlcontroledit.h.
 #include "controls/guihtmlcontroledit.h"
 
-#include "controls/guidispatch.h"
-#include "controls/guiformvalue.h"
+#include "controls/guieventscope.h"
+#include "controls/guiformproperty.h"
 #include "controls/guiwidgetlineedit.h"
 #include "controls/guiwidgetmultiedit.h"
 #include "foundation/vela-qt.h"
+#include "foundation/vela-threadrole.h"
+
+#include <cassert>
 
 guiHtmlControlEdit::~guiHtmlControlEdit() { destroyWidgets(); }
 
@@ -21,9 +24,10 @@ guiHtml* guiHtmlControlEdit::Clone(guiHtml* parent) { return guiCloneNode(*this,
 
 int guiHtmlControlEdit::setText(sstring const& text)
 {
+    assertOnGuiThread();
     if (getText() == text)
         return 1;
-    m_text = text;
+    m_content.text = text;
     if (m_lineEdit)
         m_lineEdit->setText(sstoq(text));
     else if (m_multiEdit)
@@ -34,10 +38,10 @@ int guiHtmlControlEdit::setText(sstring const& text)
 sstring guiHtmlControlEdit::getText()
 {
     if (m_lineEdit)
-        m_text = qtoss(m_lineEdit->text());
+        m_content.text = qtoss(m_lineEdit->text());
     else if (m_multiEdit)
-        m_text = qtoss(m_multiEdit->toPlainText());
-    return m_text;
+        m_content.text = qtoss(m_multiEdit->toPlainText());
+    return m_content.text;
 }
 
 int guiHtmlControlEdit::getPreferredWidth()
@@ -45,17 +49,18 @@ int guiHtmlControlEdit::getPreferredWidth()
     constexpr int kAroundText = 8;
     if (m_shape.size == 0 || !hasWindow())
         return 0;
-    return limited(std::int64_t{m_shape.size} * textWidth("X") + kAroundText);
+    return clampLength(std::int64_t{m_shape.size} * textWidth("X") + kAroundText);
 }
 
 int guiHtmlControlEdit::getHeightEstimate(unsigned long)
 {
     constexpr int kAroundText = 6;
-    return hasWindow() ? limited(std::int64_t{m_shape.rows} * lineSpacing() + kAroundText) : 0;
+    return hasWindow() ? clampLength(std::int64_t{m_shape.rows} * lineSpacing() + kAroundText) : 0;
 }
 
 QWidget* guiHtmlControlEdit::getChildWidget()
 {
+    assert(!m_lineEdit || !m_multiEdit);
     if (m_lineEdit)
         return m_lineEdit;
     return m_multiEdit;
@@ -65,6 +70,7 @@ void guiHtmlControlEdit::createChildWidget()
 {
     if (getChildWidget() || m_shape.rows < 1 || !hasWindow())
         return;
+    assertOnGuiThread();
     dirtyTabOrder();
     if (m_shape.rows == 1)
         createLineEdit();
@@ -72,13 +78,13 @@ void guiHtmlControlEdit::createChildWidget()
         createMultiEdit();
 }
 
-// The owner is bound last: the first text is no change that anybody made.
+// The owner is bound last, because setting the first text is not a change to report.
 void guiHtmlControlEdit::createLineEdit()
 {
     m_lineEdit = new guiWidgetLineEdit(getClipWidget());
     if (m_shape.type == kEditPassword)
         m_lineEdit->setEchoMode(QLineEdit::Password);
-    m_lineEdit->setText(sstoq(m_text));
+    m_lineEdit->setText(sstoq(m_content.text));
     m_lineEdit->owner = this;
     finishWidget(m_lineEdit);
 }
@@ -86,7 +92,7 @@ void guiHtmlControlEdit::createLineEdit()
 void guiHtmlControlEdit::createMultiEdit()
 {
     m_multiEdit = new guiWidgetMultiEdit(getClipWidget());
-    m_multiEdit->setPlainText(sstoq(m_text));
+    m_multiEdit->setPlainText(sstoq(m_content.text));
     m_multiEdit->owner = this;
     finishWidget(m_multiEdit);
 }
@@ -101,6 +107,8 @@ void guiHtmlControlEdit::destroyWidgets()
 {
     if (getChildWidget())
         dirtyTabOrder();
+    assert(guiIsBoundTo(m_lineEdit, this));
+    assert(guiIsBoundTo(m_multiEdit, this));
     guiDestroyWrapper(m_lineEdit);
     guiDestroyWrapper(m_multiEdit);
     onDestroyChildWidget();
@@ -108,18 +116,19 @@ void guiHtmlControlEdit::destroyWidgets()
 
 void guiHtmlControlEdit::readFormProperty(ScriptObject* form)
 {
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     if (value.read() && value.isString())
         setText(value.text());
 }
 
-void guiHtmlControlEdit::writeFormProperty(ScriptObject* form) { guiFormValue(form, getName()).write(getText()); }
-void guiHtmlControlEdit::eraseFormProperty(ScriptObject* form) { guiFormValue(form, getName()).erase(); }
+void guiHtmlControlEdit::writeFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).write(getText()); }
+void guiHtmlControlEdit::eraseFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).erase(); }
 
 void guiHtmlControlEdit::onChange(sstring const& text)
 {
-    if (m_action.getLength() == 0)
+    assertOnGuiThread();
+    if (m_content.action.getLength() == 0)
         return;
-    m_text = text;
-    fire(m_action);
+    m_content.text = text;
+    followLink(m_content.action);
 }

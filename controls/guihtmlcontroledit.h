@@ -13,7 +13,7 @@ enum guiEditType : int
     kEditFile = 2,
 };
 
-/// A field of text: one line (rows 1) or several; none is shown for fewer rows.
+/// A text field of one line (`rows` 1) or of several; one with less than one row is not shown. GUI thread.
 class guiHtmlControlEdit : public guiHtmlControl
 {
 public:
@@ -21,7 +21,7 @@ public:
     static constexpr int kDefaultRows = 2;
 
     /// What the page's attributes say.
-    struct shape_t
+    struct fieldShape
     {
         guiEditType type = kEditText;
         int size = kDefaultSize; ///< visible width in characters
@@ -37,11 +37,11 @@ public:
     guiHtml& operator=(guiHtml& other) override;
     guiHtml* Clone(guiHtml* parent) override;
 
-    shape_t const& getShape() const { return m_shape; }
-    void init(shape_t const& shape) { m_shape = shape; }
+    fieldShape const& getShape() const { return m_shape; }
+    void init(fieldShape const& shape) { m_shape = shape; }
 
     using guiHtmlControl::setText;
-    /// Puts another text into the field, where it stands; nothing is laid out. Always 1.
+    /// Changes the text in place, without a new layout. Always 1.
     int setText(sstring const& text);
     /// What the field holds now.
     sstring getText() override;
@@ -56,7 +56,7 @@ public:
     void writeFormProperty(ScriptObject* form) override;
     void eraseFormProperty(ScriptObject* form) override;
 
-    /// The user changed the text: with a link, the node keeps the text and follows the link.
+    /// The user changed the text: if there is a link, the node stores the text and follows the link.
     virtual void onChange(sstring const& text);
 
 private:
@@ -64,7 +64,7 @@ private:
     void createMultiEdit();
     void destroyWidgets();
 
-    shape_t m_shape;
+    fieldShape m_shape;
     guiWidgetLineEdit* m_lineEdit = nullptr;   // owned, for one row
     guiWidgetMultiEdit* m_multiEdit = nullptr; // owned, for several
 };

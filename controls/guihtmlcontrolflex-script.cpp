@@ -1,15 +1,16 @@
-// controls/guihtmlcontrolflex-script.cpp: a flex list as script sees it: its methods and its value in the form.
-#include "controls/guicontrolmethod.h"
-#include "controls/guiformvalue.h"
+// controls/guihtmlcontrolflex-script.cpp: the methods of a flex list for script, and its value in the form.
+#include "controls/guiformproperty.h"
 #include "controls/guihtmlcontrolflex.h"
+#include "controls/guiscriptmethod.h"
 #include "controls/guiwidgetlistitem.h"
 #include "page/guinumbers.h"
 
 #include <algorithm>
+#include <cassert>
 
 void guiHtmlControlFlex::readFormProperty(ScriptObject* form)
 {
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     if (!value.read())
         return;
     if (value.isNull())
@@ -20,7 +21,7 @@ void guiHtmlControlFlex::readFormProperty(ScriptObject* form)
 
 void guiHtmlControlFlex::writeFormProperty(ScriptObject* form)
 {
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     auto isSelected = [](auto const& entry) {
         return entry && (entry->item ? entry->item->isSelected() : entry->selected != 0);
     };
@@ -31,54 +32,54 @@ void guiHtmlControlFlex::writeFormProperty(ScriptObject* form)
         value.write((*found)->value);
 }
 
-void guiHtmlControlFlex::eraseFormProperty(ScriptObject* form) { guiFormValue(form, getName()).erase(); }
+void guiHtmlControlFlex::eraseFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).erase(); }
 
 namespace {
 
-using Flex = guiHtmlControlFlex;
+using flexNode = guiHtmlControlFlex;
 
 /// The list, when the first argument is a row's value.
-Flex* listFor(ScriptPrivate* data, ScriptObject* self, ScriptArgs& args)
+flexNode* listFor(ScriptPrivate* data, ScriptObject* self, ScriptArgs& args)
 {
-    return guiIsString(args, 0) ? guiControlOf<Flex>(data, self) : nullptr;
+    return guiIsString(args, 0) ? guiControlOf<flexNode>(data, self) : nullptr;
 }
 
-/// A method that asks for a state of a row.
-template <int (Flex::*getter)(sstring const& value)>
+/// A method that returns a state of a row.
+template <int (flexNode::*getter)(sstring const& value)>
 void ask_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
-    Flex* flex = args.count() == 1 ? listFor(data, self, args) : nullptr;
+    flexNode* flex = args.count() == 1 ? listFor(data, self, args) : nullptr;
     result.setBool(flex && (flex->*getter)(guiTextOf(args, 0)));
 }
 
-/// A method that sets a state: with a value alone on, else as the second argument says.
-template <void (Flex::*setter)(sstring const& value, int on)>
+/// A method that turns a state on, or, with a second argument, on or off.
+template <void (flexNode::*setter)(sstring const& value, int on)>
 void set_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
     bool hasSwitch = args.count() == 2 && guiIsSwitch(args, 1);
-    Flex* flex = args.count() == 1 || hasSwitch ? listFor(data, self, args) : nullptr;
+    flexNode* flex = args.count() == 1 || hasSwitch ? listFor(data, self, args) : nullptr;
     if (flex)
         (flex->*setter)(guiTextOf(args, 0), hasSwitch ? guiSwitchOf(args, 1) : 1);
 }
 
-/// A method that ends a state.
-template <void (Flex::*setter)(sstring const& value, int on)>
+/// A method that turns a state off.
+template <void (flexNode::*setter)(sstring const& value, int on)>
 void clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (Flex* flex = args.count() == 1 ? listFor(data, self, args) : nullptr)
+    if (flexNode* flex = args.count() == 1 ? listFor(data, self, args) : nullptr)
         (flex->*setter)(guiTextOf(args, 0), 0);
 }
 
 void control_scrollToTop_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (Flex* flex = args.count() == 0 ? guiControlOf<Flex>(data, self) : nullptr)
+    if (flexNode* flex = args.count() == 0 ? guiControlOf<flexNode>(data, self) : nullptr)
         flex->scrollToTop();
 }
 
-/// The kind of a row, as pages name it or by number.
+/// The type of a row, by the word that pages use or by number.
 guiHtmlControlFlexEntryType rowType(ScriptArgs& args, int index)
 {
     if (guiIsNumber(args, index)) {
@@ -92,7 +93,7 @@ guiHtmlControlFlexEntryType rowType(ScriptArgs& args, int index)
     return guiIsWord(word, "radiobutton") ? kFlexRadio : kFlexPlain;
 }
 
-/// Text, parent and type may be left out from the right.
+/// Arguments: value, text, parent and type; the last ones may be missing.
 void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
@@ -101,7 +102,7 @@ void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
     for (int i = 1; i < std::min(args.count(), 3); ++i)
         if (!guiIsString(args, i) && !args.get(i)->isNull())
             return;
-    if (Flex* flex = listFor(data, self, args))
+    if (flexNode* flex = listFor(data, self, args))
         flex->addItem(guiTextOf(args, 0), args.count() > 1 ? guiTextOf(args, 1) : sstring(),
                       args.count() > 2 ? guiTextOf(args, 2) : sstring(), rowType(args, 3));
 }
@@ -109,7 +110,7 @@ void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
 void control_removeItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    if (Flex* flex = args.count() == 1 ? listFor(data, self, args) : nullptr)
+    if (flexNode* flex = args.count() == 1 ? listFor(data, self, args) : nullptr)
         flex->removeItem(guiTextOf(args, 0));
 }
 
@@ -117,7 +118,7 @@ void control_setHeaderEnabled_qt(LibManager&, ScriptPrivate* data, ScriptObject*
                                  ScriptValue& result)
 {
     result.setNull();
-    Flex* flex = args.count() == 1 && guiIsSwitch(args, 0) ? guiControlOf<Flex>(data, self) : nullptr;
+    flexNode* flex = args.count() == 1 && guiIsSwitch(args, 0) ? guiControlOf<flexNode>(data, self) : nullptr;
     if (flex)
         flex->setHeaderEnabled(guiSwitchOf(args, 0));
 }
@@ -127,7 +128,7 @@ void control_setColumnWidth_qt(LibManager&, ScriptPrivate* data, ScriptObject* s
 {
     result.setNull();
     bool const fits = args.count() == 2 && guiIsNumber(args, 0) && guiIsNumber(args, 1);
-    if (Flex* flex = fits ? guiControlOf<Flex>(data, self) : nullptr)
+    if (flexNode* flex = fits ? guiControlOf<flexNode>(data, self) : nullptr)
         flex->setColumnWidth(args.get(0)->toInt(0), args.get(1)->toInt(0));
 }
 
@@ -136,7 +137,7 @@ void control_setColumnText_qt(LibManager&, ScriptPrivate* data, ScriptObject* se
 {
     result.setNull();
     bool const fits = args.count() == 2 && guiIsNumber(args, 0) && guiIsString(args, 1);
-    if (Flex* flex = fits ? guiControlOf<Flex>(data, self) : nullptr)
+    if (flexNode* flex = fits ? guiControlOf<flexNode>(data, self) : nullptr)
         flex->setColumnText(args.get(0)->toInt(0), guiTextOf(args, 1));
 }
 
@@ -144,36 +145,36 @@ void control_setItemText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
 {
     result.setNull();
     bool const fits = args.count() == 3 && guiIsNumber(args, 1) && guiIsString(args, 2);
-    if (Flex* flex = fits ? listFor(data, self, args) : nullptr)
+    if (flexNode* flex = fits ? listFor(data, self, args) : nullptr)
         flex->setItemText(guiTextOf(args, 0), args.get(1)->toInt(0), guiTextOf(args, 2));
 }
 
-constexpr guiControlMethod kMethods[] = {
-    {"scrollToTop", guiControlHandOver<control_scrollToTop_qt>},
-    {"isItemChecked", guiControlHandOver<ask_qt<&Flex::isItemChecked>>},
-    {"checkItem", guiControlHandOver<set_qt<&Flex::setItemChecked>>},
-    {"uncheckItem", guiControlHandOver<clear_qt<&Flex::setItemChecked>>},
-    {"isItemSelected", guiControlHandOver<ask_qt<&Flex::isItemSelected>>},
-    {"selectItem", guiControlHandOver<set_qt<&Flex::setItemSelected>>},
-    {"unselectItem", guiControlHandOver<clear_qt<&Flex::setItemSelected>>},
-    {"isItemEnabled", guiControlHandOver<ask_qt<&Flex::isItemEnabled>>},
-    {"enableItem", guiControlHandOver<set_qt<&Flex::setItemEnabled>>},
-    {"disableItem", guiControlHandOver<clear_qt<&Flex::setItemEnabled>>},
-    {"isItemExpanded", guiControlHandOver<ask_qt<&Flex::isItemExpanded>>},
-    {"expandItem", guiControlHandOver<set_qt<&Flex::setItemExpanded>>},
-    {"collapseItem", guiControlHandOver<clear_qt<&Flex::setItemExpanded>>},
-    {"addItem", guiControlHandOver<control_addItem_qt>},
-    {"removeItem", guiControlHandOver<control_removeItem_qt>},
-    {"setHeaderEnabled", guiControlHandOver<control_setHeaderEnabled_qt>},
-    {"setColumnWidth", guiControlHandOver<control_setColumnWidth_qt>},
-    {"setColumnText", guiControlHandOver<control_setColumnText_qt>},
-    {"setItemText", guiControlHandOver<control_setItemText_qt>},
+constexpr guiScriptMethod kMethods[] = {
+    {"scrollToTop", guiCallOnGuiThread<control_scrollToTop_qt>},
+    {"isItemChecked", guiCallOnGuiThread<ask_qt<&flexNode::isItemChecked>>},
+    {"checkItem", guiCallOnGuiThread<set_qt<&flexNode::setItemChecked>>},
+    {"uncheckItem", guiCallOnGuiThread<clear_qt<&flexNode::setItemChecked>>},
+    {"isItemSelected", guiCallOnGuiThread<ask_qt<&flexNode::isItemSelected>>},
+    {"selectItem", guiCallOnGuiThread<set_qt<&flexNode::setItemSelected>>},
+    {"unselectItem", guiCallOnGuiThread<clear_qt<&flexNode::setItemSelected>>},
+    {"isItemEnabled", guiCallOnGuiThread<ask_qt<&flexNode::isItemEnabled>>},
+    {"enableItem", guiCallOnGuiThread<set_qt<&flexNode::setItemEnabled>>},
+    {"disableItem", guiCallOnGuiThread<clear_qt<&flexNode::setItemEnabled>>},
+    {"isItemExpanded", guiCallOnGuiThread<ask_qt<&flexNode::isItemExpanded>>},
+    {"expandItem", guiCallOnGuiThread<set_qt<&flexNode::setItemExpanded>>},
+    {"collapseItem", guiCallOnGuiThread<clear_qt<&flexNode::setItemExpanded>>},
+    {"addItem", guiCallOnGuiThread<control_addItem_qt>},
+    {"removeItem", guiCallOnGuiThread<control_removeItem_qt>},
+    {"setHeaderEnabled", guiCallOnGuiThread<control_setHeaderEnabled_qt>},
+    {"setColumnWidth", guiCallOnGuiThread<control_setColumnWidth_qt>},
+    {"setColumnText", guiCallOnGuiThread<control_setColumnText_qt>},
+    {"setItemText", guiCallOnGuiThread<control_setItemText_qt>},
 };
 
 } // namespace
 
 void guiHtmlControlFlex::addScriptMethods(ScriptObject* object)
 {
-    for (guiControlMethod const& each : kMethods)
+    for (guiScriptMethod const& each : kMethods)
         object->addMethod(each.name, each.method);
 }

@@ -1,9 +1,12 @@
 // controls/guihtmlcontrolflex.h: lists with columns, check boxes and nested rows: `object` elements of the classes
-// "flexlist", "checklist", "listview" and "treeview".
+// "flexlist", "checklist", "listview" and "treeview". guihtmlcontrolflex.cpp makes, copies and measures the node and
+// makes its widget, -rows.cpp does what concerns single rows, -columns.cpp what concerns columns and their texts,
+// -script.cpp connects the list with script and -read.cpp with the parser.
 #pragma once
 
 #include "controls/guicolumncodes.h"
 #include "controls/guihtmlcontrol.h"
+#include "foundation/vela-threadrole.h"
 
 #include <memory>
 #include <set>
@@ -31,19 +34,20 @@ struct guiHtmlControlFlexEntry
 {
     sstring value;  ///< the row's key
     sstring text;   ///< column codes: the first column's text, then "|N|" and the text of column N
-    sstring parent; ///< key of the row that this one lies under, "" for the top level
+    sstring parent; ///< key of the row that this one is nested under, "" for the top level
     guiHtmlControlFlexEntryType entryType = kFlexPlain;
     int checked = 0;
     int selected = 0;
     int enabled = 1;
     int expanded = 1;
-    guiPlainTexts plain;              ///< texts that were set while there was a widget and that `text` can not say
-    guiCheckListItem* item = nullptr; ///< the row while the widget exists, which then has the four states; not owned
+    guiUncodedTexts uncoded; ///< texts that were set while there was a widget and that `text` cannot express
+    guiCheckListItem* item =
+        nullptr; ///< the widget's row, null without a widget; it then has the four states. Not owned
 };
 
 /// Rows exist independently of the widget: what is done to the list while its page is hidden is kept in them. A removed
 /// row leaves a hole that the next added one fills. Columns count from 1; rows are found by value without regard to
-/// case.
+/// case. GUI thread.
 class guiHtmlControlFlex : public guiHtmlControl
 {
 public:
@@ -58,15 +62,15 @@ public:
     guiHtml* Clone(guiHtml* parent) override;
 
     void init(unsigned styleBits, int visibleRows, bool multiple);
-    unsigned getStyleBits() const { return m_styleBits; }
-    int getVisibleRows() const { return m_visibleRows; }
-    int isMultiple() const { return m_multiple; }
-    int isHeaderEnabled() const { return m_headerEnabled; }
-    sstring getColumnCodes() const { return m_columnCodes; }
-    sstring getSelectAction() const { return m_selectAction; }
-    sstring getChangeAction() const { return m_changeAction; }
-    void setSelectAction(sstring const& link) { m_selectAction = link; }
-    void setChangeAction(sstring const& link) { m_changeAction = link; }
+    unsigned getStyleBits() const { return m_list.styleBits; }
+    int getVisibleRows() const { return m_list.visibleRows; }
+    int isMultiple() const { return m_list.multiple; }
+    int isHeaderEnabled() const { return m_list.headerEnabled; }
+    sstring getColumnCodes() const { return m_list.columnCodes; }
+    sstring getSelectAction() const { return m_list.selectAction; }
+    sstring getChangeAction() const { return m_list.changeAction; }
+    void setSelectAction(sstring const& link) { m_list.selectAction = link; }
+    void setChangeAction(sstring const& link) { m_list.changeAction = link; }
 
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
@@ -74,8 +78,8 @@ public:
     void createChildWidget() override;
     void destroyChildWidget() override;
 
-    /// Takes one segment off column codes: `column` becomes its number (0 for a text in front of all numbers), `rest`
-    /// what follows. Returns its text.
+    /// Splits the first segment off column codes: `column` becomes its number (0 for a text in front of all numbers),
+    /// `rest` what follows. Returns its text.
     static sstring popColumnText(int* column, sstring text, sstring& rest);
 
     /// The first row of this value, null when there is none.
@@ -90,7 +94,7 @@ public:
     void setItemEnabled(sstring const& value, int on);
     void setItemExpanded(sstring const& value, int on);
     void scrollToTop();
-    /// Adds a row; an empty text shows the value. It lies at the top level when there is no row of value `parent`.
+    /// Adds a row; an empty text shows the value. It goes to the top level when there is no row of value `parent`.
     void addItem(sstring const& value, sstring const& text, sstring const& parent,
                  guiHtmlControlFlexEntryType entryType);
     void removeItem(sstring const& value);
@@ -104,11 +108,11 @@ public:
     void writeFormProperty(ScriptObject* form) override;
     void eraseFormProperty(ScriptObject* form) override;
 
-    /// Other rows are selected, or a row's state changed: follows the link for that.
+    /// The selection or a row's state has changed: follows the link for that.
     virtual void onSelect();
     virtual void onChange();
 
-    /// Adds a row at the end; an empty text shows the value.
+    /// Adds a row at the end, before there is a widget; an empty text shows the value.
     void appendEntry(guiHtmlControlFlexEntry const& entry);
     unsigned getItemCount() const { return static_cast<unsigned>(m_items.size()); }
     /// Null for a hole that a removed row left.
@@ -118,34 +122,46 @@ protected:
     void addScriptMethods(ScriptObject* object) override;
 
 private:
-    using items_t = std::vector<std::unique_ptr<guiHtmlControlFlexEntry>>;
+    using entryList = std::vector<std::unique_ptr<guiHtmlControlFlexEntry>>;
 
+    /// What page and script have said about the list as a whole.
+    struct listSettings
+    {
+        sstring columnCodes;             // the headings, and widths as "WIDTH=" and pixels
+        guiUncodedTexts uncodedHeadings; // headings that columnCodes cannot express
+        sstring selectAction = "event://eSelect";
+        sstring changeAction = "event://eChange";
+        unsigned styleBits = 0; // of guiFlexStyle
+        int visibleRows = kDefaultRows;
+        int multiple = 0;
+        int headerEnabled = 1;
+    };
+
+    static entryList copyWithoutRows(entryList const& entries);
     bool showsHeader() const;
-    void createColumns();
-    void createRows();
-    void createRow(guiHtmlControlFlexEntry& entry, guiCheckListItem* above);
-    void bindRows();
-    void setCell(guiCheckListItem* row, int column, sstring const& text);
-    void addColumns(int count);
-    void fitColumns();
-    void selectRow(guiCheckListItem* row, bool on);
-    void clearSelection();
-    void takeOut(guiCheckListItem* row);
-    void moveUp(guiCheckListItem* row);
-    void keepStates();
-    void keepColumns();
-    void keepTexts(guiHtmlControlFlexEntry& entry);
     void destroyWidgets();
 
-    items_t m_items; // may have holes
-    sstring m_columnCodes;
-    guiPlainTexts m_plainHeadings; // headings that m_columnCodes can not say
-    sstring m_selectAction = "event://eSelect";
-    sstring m_changeAction = "event://eChange";
-    unsigned m_styleBits = 0;
-    int m_visibleRows = kDefaultRows;
-    int m_multiple = 0;
-    int m_headerEnabled = 1;
+    // Rows
+    void createRows();
+    void createRow(guiHtmlControlFlexEntry& entry, guiCheckListItem* above);
+    void bindRows() TARN_ON(velaGuiRole);
+    void selectRow(guiCheckListItem* row, bool on);
+    void clearSelection();
+    void deleteRow(std::unique_ptr<guiCheckListItem> row) TARN_ON(velaGuiRole);
+    void moveChildrenToTop(guiCheckListItem* row) TARN_ON(velaGuiRole);
+    bool isBound(guiHtmlControlFlexEntry const& entry) const;
+    void saveStates() TARN_ON(velaGuiRole);
+
+    // Columns
+    void createColumns();
+    void setCellText(guiCheckListItem* row, int column, sstring const& text);
+    void addColumns(int count);
+    void fitColumns();
+    void saveColumns() TARN_ON(velaGuiRole);
+    void saveTexts(guiHtmlControlFlexEntry& entry) TARN_ON(velaGuiRole);
+
+    entryList m_items; // null for a hole
+    listSettings m_list;
     guiWidgetListView* m_listView = nullptr; // owned
     std::set<int> m_widths;                  // columns of the widget whose width was set
 };

@@ -1,8 +1,9 @@
-// controls/guihtmlcontrolhidden.h: a named value that a page carries along and never shows.
+// controls/guihtmlcontrolhidden.h: a named value of a page that is never shown.
 #pragma once
 
 #include "controls/guihtmlcontrol.h"
 
+/// Has no widget and takes no room. GUI thread.
 class guiHtmlControlHidden : public guiHtmlControl
 {
 public:

@@ -1,15 +1,17 @@
 // controls/guihtmlcontrollist.cpp: see guihtmlcontrollist.h.
 #include "controls/guihtmlcontrollist.h"
 
-#include "controls/guicontrolmethod.h"
-#include "controls/guidispatch.h"
-#include "controls/guiformvalue.h"
+#include "controls/guieventscope.h"
+#include "controls/guiformproperty.h"
+#include "controls/guiscriptmethod.h"
 #include "controls/guiwidgetcombobox.h"
 #include "controls/guiwidgetlistbox.h"
 #include "foundation/vela-qt.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guinodewatch.h"
 
 #include <algorithm>
+#include <cassert>
 
 guiHtmlControlList::~guiHtmlControlList() { destroyWidgets(); }
 
@@ -19,8 +21,8 @@ guiHtml& guiHtmlControlList::operator=(guiHtml& other)
     auto* list = dynamic_cast<guiHtmlControlList*>(&other);
     if (!list || list == this)
         return *this;
-    destroyWidgets(); // of the entries that go
-    init(list->m_visibleRows, list->m_multiple, list->m_editable);
+    destroyWidgets(); // they show the entries that are replaced now
+    m_list = list->m_list;
     m_entries.clear();
     for (auto const& entry : list->m_entries)
         m_entries.push_back(entry ? std::make_unique<guiHtmlControlListEntry>(*entry) : nullptr);
@@ -31,13 +33,15 @@ guiHtml* guiHtmlControlList::Clone(guiHtml* parent) { return guiCloneNode(*this,
 
 void guiHtmlControlList::init(int visibleRows, bool multiple, bool editable)
 {
-    m_visibleRows = visibleRows;
-    m_multiple = multiple;
-    m_editable = editable;
+    assert(!getChildWidget());
+    m_list.visibleRows = visibleRows;
+    m_list.multiple = multiple;
+    m_list.editable = editable;
 }
 
 void guiHtmlControlList::appendEntry(sstring const& value, sstring const& text, bool selected)
 {
+    assert(!getChildWidget());
     m_entries.push_back(std::make_unique<guiHtmlControlListEntry>(
         guiHtmlControlListEntry{value, text.getLength() ? text : value, selected}));
 }
@@ -51,17 +55,18 @@ int guiHtmlControlList::getPreferredWidth()
     for (auto const& entry : m_entries)
         if (entry && (!longest || entry->text.getLength() > longest->text.getLength()))
             longest = entry.get();
-    return limited(std::int64_t{longest ? textWidth(longest->text) : 0} + kAroundText);
+    return clampLength(std::int64_t{longest ? textWidth(longest->text) : 0} + kAroundText);
 }
 
 int guiHtmlControlList::getHeightEstimate(unsigned long)
 {
     constexpr int kAroundRows = 6;
-    return hasWindow() ? limited(std::int64_t{m_visibleRows} * lineSpacing() + kAroundRows) : 0;
+    return hasWindow() ? clampLength(std::int64_t{m_list.visibleRows} * lineSpacing() + kAroundRows) : 0;
 }
 
 QWidget* guiHtmlControlList::getChildWidget()
 {
+    assert(!m_comboBox || !m_listBox);
     if (m_comboBox)
         return m_comboBox;
     return m_listBox;
@@ -69,15 +74,16 @@ QWidget* guiHtmlControlList::getChildWidget()
 
 void guiHtmlControlList::createChildWidget()
 {
-    if (getChildWidget() || m_visibleRows < 1 || !hasWindow())
+    if (getChildWidget() || m_list.visibleRows < 1 || !hasWindow())
         return;
+    assertOnGuiThread();
     dirtyTabOrder();
-    if (m_visibleRows == 1)
+    if (m_list.visibleRows == 1)
         createComboBox();
     else
         createListBox();
     restoreSelection();
-    if (m_comboBox) // only now: what the page selects is nobody's choice
+    if (m_comboBox) // only now: the selection that the page gives is not a change to report
         m_comboBox->owner = this;
     else
         m_listBox->owner = this;
@@ -87,15 +93,16 @@ void guiHtmlControlList::createChildWidget()
 void guiHtmlControlList::createComboBox()
 {
     m_comboBox = new guiWidgetComboBox(getClipWidget());
-    m_comboBox->setEditable(m_editable > 0);
-    m_comboBox->setInsertPolicy(QComboBox::NoInsert); // what the user types is no entry
+    m_comboBox->setEditable(m_list.editable > 0);
+    m_comboBox->setInsertPolicy(QComboBox::NoInsert); // what the user types does not become an entry
     insertEntries();
 }
 
 void guiHtmlControlList::createListBox()
 {
     m_listBox = new guiWidgetListBox(getClipWidget());
-    m_listBox->setSelectionMode(m_multiple ? QAbstractItemView::MultiSelection : QAbstractItemView::SingleSelection);
+    m_listBox->setSelectionMode(m_list.multiple ? QAbstractItemView::MultiSelection
+                                                : QAbstractItemView::SingleSelection);
     insertEntries();
 }
 
@@ -116,8 +123,10 @@ void guiHtmlControlList::destroyWidgets()
 {
     if (getChildWidget()) {
         dirtyTabOrder();
-        keepSelection();
+        saveSelection();
     }
+    assert(guiIsBoundTo(m_comboBox, this));
+    assert(guiIsBoundTo(m_listBox, this));
     guiDestroyWrapper(m_comboBox);
     guiDestroyWrapper(m_listBox);
     onDestroyChildWidget();
@@ -130,7 +139,7 @@ int guiHtmlControlList::currentRow() const
     return m_comboBox ? m_comboBox->currentIndex() : -1;
 }
 
-/// Behind the last row when there are fewer.
+/// Appends the row when the widget has fewer rows than `row`.
 void guiHtmlControlList::insertRow(int row, QString const& text)
 {
     if (m_listBox)
@@ -147,12 +156,14 @@ void guiHtmlControlList::removeRow(int row)
         m_comboBox->removeItem(row);
 }
 
-/// Script hears of a row that was selected when the list is whole again: its handler may change the list once more.
+/// If the row was selected, script is told once the list is consistent again, because its handler may change the list
+/// once more.
 void guiHtmlControlList::removeListRow(int row)
 {
+    assert(m_listBox && m_listBox->owner == this);
     bool const wasSelected = isRowSelected(row);
     m_listBox->owner = nullptr;
-    delete m_listBox->takeItem(row);
+    delete m_listBox->takeItem(row); // null when there are fewer rows
     m_listBox->owner = this;
     if (wasSelected)
         onChange();
@@ -165,7 +176,7 @@ void guiHtmlControlList::selectRow(int row, bool on)
     QListWidgetItem* item = m_listBox ? m_listBox->item(row) : nullptr;
     if (!item)
         return;
-    guiHoldNews hold(m_listBox); // script may remove the row or the whole page
+    guiNoticeHold hold(m_listBox); // or script might remove the row, or the whole page, in between
     if (on)
         m_listBox->setCurrentItem(item, QItemSelectionModel::NoUpdate);
     item->setSelected(on);
@@ -194,16 +205,17 @@ guiHtmlControlListEntry const* guiHtmlControlList::selectedEntry() const
 
 sstring guiHtmlControlList::getSelected()
 {
-    if (m_comboBox && m_editable > 0)
+    if (m_comboBox && m_list.editable > 0)
         return qtoss(m_comboBox->currentText());
     guiHtmlControlListEntry const* entry = selectedEntry();
     return entry ? entry->value : sstring();
 }
 
-/// Keeps a choice until there is a widget.
-void guiHtmlControlList::choose(guiHtmlControlListEntry& chosen, bool on)
+/// Keeps a selection until there is a widget.
+void guiHtmlControlList::setChosen(guiHtmlControlListEntry& chosen, bool on)
 {
-    bool isOneOfMany = m_multiple && m_visibleRows > 1;
+    assert(!getChildWidget());
+    bool const isOneOfMany = m_list.multiple && m_list.visibleRows > 1;
     if (on && !isOneOfMany)
         for (auto const& entry : m_entries)
             if (entry)
@@ -213,16 +225,17 @@ void guiHtmlControlList::choose(guiHtmlControlListEntry& chosen, bool on)
 
 void guiHtmlControlList::setSelected(sstring const& value, int on)
 {
+    assertOnGuiThread();
     istring wanted(value);
-    bool hasWidget = getChildWidget() != nullptr;
-    guiNodeWatch self(this); // a list box tells script which rows are selected
+    bool const hasWidget = getChildWidget() != nullptr;
+    guiNodeWatch self(this); // a list box that changes its selection calls script
     for (std::size_t i = 0; self.alive() && i < m_entries.size(); ++i) {
         if (!m_entries[i] || wanted != m_entries[i]->value)
             continue;
         if (hasWidget)
             selectRow(static_cast<int>(i), on != 0);
         else
-            choose(*m_entries[i], on != 0);
+            setChosen(*m_entries[i], on != 0);
     }
 }
 
@@ -234,8 +247,8 @@ bool guiHtmlControlList::isRowSelected(int row) const
     return item && item->isSelected();
 }
 
-/// The n-th row is the n-th entry that is no hole.
-void guiHtmlControlList::keepSelection()
+/// Takes the n-th row for the n-th entry that is not a hole.
+void guiHtmlControlList::saveSelection()
 {
     int row = 0;
     for (auto const& entry : m_entries)
@@ -260,6 +273,7 @@ void guiHtmlControlList::restoreSelection()
 
 void guiHtmlControlList::addItem(sstring const& value, sstring const& text)
 {
+    assertOnGuiThread();
     auto hole = std::find(m_entries.begin(), m_entries.end(), nullptr);
     if (hole == m_entries.end())
         hole = m_entries.emplace(m_entries.end());
@@ -272,8 +286,9 @@ void guiHtmlControlList::addItem(sstring const& value, sstring const& text)
 
 void guiHtmlControlList::removeItem(sstring const& value)
 {
+    assertOnGuiThread();
     istring wanted(value);
-    guiNodeWatch self(this);
+    guiNodeWatch self(this); // its handlers may replace the page
     for (std::size_t i = 0; self.alive() && i < m_entries.size(); ++i) {
         if (!m_entries[i] || wanted != m_entries[i]->value)
             continue;
@@ -282,21 +297,24 @@ void guiHtmlControlList::removeItem(sstring const& value)
     }
 }
 
-void guiHtmlControlList::onChange() { fire(m_action); }
+void guiHtmlControlList::onChange() { followLink(m_content.action); }
 
 void guiHtmlControlList::readFormProperty(ScriptObject* form)
 {
-    guiFormValue value(form, getName());
+    guiFormProperty value(form, getName());
     if (value.read() && value.isString())
         setSelected(value.text(), 1);
 }
 
-void guiHtmlControlList::writeFormProperty(ScriptObject* form) { guiFormValue(form, getName()).write(getSelected()); }
-void guiHtmlControlList::eraseFormProperty(ScriptObject* form) { guiFormValue(form, getName()).erase(); }
+void guiHtmlControlList::writeFormProperty(ScriptObject* form)
+{
+    guiFormProperty(form, getName()).write(getSelected());
+}
+void guiHtmlControlList::eraseFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).erase(); }
 
 namespace {
 
-using List = guiHtmlControlList;
+using listNode = guiHtmlControlList;
 
 void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
@@ -304,14 +322,14 @@ void control_addItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
     bool hasText = args.count() == 2;
     if (!guiIsString(args, 0) || (args.count() != 1 && !hasText) || (hasText && !guiIsString(args, 1)))
         return;
-    if (List* list = guiControlOf<List>(data, self))
+    if (listNode* list = guiControlOf<listNode>(data, self))
         list->addItem(guiTextOf(args, 0), hasText ? guiTextOf(args, 1) : sstring());
 }
 
 void control_removeItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     result.setNull();
-    List* list = args.count() == 1 && guiIsString(args, 0) ? guiControlOf<List>(data, self) : nullptr;
+    listNode* list = args.count() == 1 && guiIsString(args, 0) ? guiControlOf<listNode>(data, self) : nullptr;
     if (list)
         list->removeItem(guiTextOf(args, 0));
 }
@@ -322,13 +340,13 @@ void control_selectItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self,
     bool hasSwitch = args.count() == 2;
     if (!guiIsString(args, 0) || (args.count() != 1 && !hasSwitch) || (hasSwitch && !guiIsSwitch(args, 1)))
         return;
-    if (List* list = guiControlOf<List>(data, self))
+    if (listNode* list = guiControlOf<listNode>(data, self))
         list->setSelected(guiTextOf(args, 0), hasSwitch ? guiSwitchOf(args, 1) : 1);
 }
 
-constexpr ScriptMethod control_addItem_script = guiControlHandOver<control_addItem_qt>;
-constexpr ScriptMethod control_removeItem_script = guiControlHandOver<control_removeItem_qt>;
-constexpr ScriptMethod control_selectItem_script = guiControlHandOver<control_selectItem_qt>;
+constexpr ScriptMethod control_addItem_script = guiCallOnGuiThread<control_addItem_qt>;
+constexpr ScriptMethod control_removeItem_script = guiCallOnGuiThread<control_removeItem_qt>;
+constexpr ScriptMethod control_selectItem_script = guiCallOnGuiThread<control_selectItem_qt>;
 
 } // namespace
 

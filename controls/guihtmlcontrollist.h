@@ -13,15 +13,15 @@ struct guiHtmlControlListEntry
 {
     sstring value;   ///< what forms and scripts see
     sstring text;    ///< what is shown
-    int selected;    ///< the page's initial choice
-    int chosen = -1; ///< while there is no widget: 1 or 0 as was chosen since, -1 as the page says
+    int selected;    ///< whether the page selects it
+    int chosen = -1; ///< without a widget: 1 or 0 if that was set since the page was read, else -1
 };
 
 class guiWidgetComboBox;
 class guiWidgetListBox;
 
 /// Entries exist independently of the widget: what is done to the list while its page is hidden is kept in them. A
-/// removed entry leaves a hole that the next added one fills.
+/// removed entry leaves a hole that the next added one fills. GUI thread.
 class guiHtmlControlList : public guiHtmlControl
 {
 public:
@@ -33,11 +33,11 @@ public:
     guiHtml& operator=(guiHtml& other) override;
     guiHtml* Clone(guiHtml* parent) override;
 
-    /// `visibleRows`: 1 a combo box, more a list box, less no widget.
+    /// `visibleRows`: 1 for a combo box, more for a list box; with less there is no widget.
     void init(int visibleRows, bool multiple, bool editable);
-    int getVisibleRows() const { return m_visibleRows; }
-    int isMultiple() const { return m_multiple; }
-    int isEditable() const { return m_editable; }
+    int getVisibleRows() const { return m_list.visibleRows; }
+    int isMultiple() const { return m_list.multiple; }
+    int isEditable() const { return m_list.editable; }
 
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
@@ -49,19 +49,20 @@ public:
     sstring getDefaultSelection() const;
     /// Value of the chosen entry, or what the user typed; "" when nothing is chosen.
     sstring getSelected();
-    /// Selects the entries of this value, compared without regard to case; `on` 0 deselects them in a list box.
+    /// Selects the entries of this value, compared without regard to case; `on` 0 deselects them in a list box. Runs
+    /// script.
     void setSelected(sstring const& value, int on);
     /// Adds an entry, an empty text shows the value, and selects it.
     void addItem(sstring const& value, sstring const& text);
-    /// Removes the entries of this value, compared without regard to case. The rows of a widget close up while the
-    /// entries keep holes, so that rows and entries do not line up any more.
+    /// Removes the entries of this value, compared without regard to case. The rows of a widget move up, while a
+    /// removed entry leaves a hole, so from then on rows and entries have different indices.
     void removeItem(sstring const& value);
 
     void readFormProperty(ScriptObject* form) override;
     void writeFormProperty(ScriptObject* form) override;
     void eraseFormProperty(ScriptObject* form) override;
 
-    /// The user chose: follows the node's link, if it has one.
+    /// The user changed the selection: follows the node's link, if it has one.
     virtual void onChange();
 
     /// Adds an entry at the end; an empty text shows the value.
@@ -74,11 +75,19 @@ protected:
     void addScriptMethods(ScriptObject* object) override;
 
 private:
+    /// What the page says about the list as a whole.
+    struct listSettings
+    {
+        int visibleRows = 1;
+        int multiple = 0;
+        int editable = 0;
+    };
+
     int currentRow() const;
     bool isRowSelected(int row) const;
-    void choose(guiHtmlControlListEntry& entry, bool on);
+    void setChosen(guiHtmlControlListEntry& entry, bool on);
     guiHtmlControlListEntry const* selectedEntry() const;
-    void keepSelection();
+    void saveSelection();
     void restoreSelection();
     void selectRow(int row, bool on);
     void insertRow(int row, QString const& text);
@@ -89,10 +98,8 @@ private:
     void insertEntries();
     void destroyWidgets();
 
-    std::vector<std::unique_ptr<guiHtmlControlListEntry>> m_entries; // may have holes
-    int m_visibleRows = 1;
-    int m_multiple = 0;
-    int m_editable = 0;
+    std::vector<std::unique_ptr<guiHtmlControlListEntry>> m_entries; // null for a hole
+    listSettings m_list;
     guiWidgetComboBox* m_comboBox = nullptr; // owned, for one visible row
     guiWidgetListBox* m_listBox = nullptr;   // owned, for several
 };

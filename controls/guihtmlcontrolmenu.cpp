@@ -1,29 +1,28 @@
 // controls/guihtmlcontrolmenu.cpp: see guihtmlcontrolmenu.h.
 #include "controls/guihtmlcontrolmenu.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guiwidgetmenubar.h"
 #include "controls/guiwidgetpopupmenu.h"
 #include "foundation/vela-qt.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtmlsize.h"
 #include "page/guinodewatch.h"
-#include "runtime/guihtmlbase.h"
+#include "page/guipageroot.h"
 
 #include <QAction>
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
-guiHtmlControlMenu::items_t copyItems(guiHtmlControlMenu::items_t const& items)
+/// The native menus stay with the items that are copied.
+guiHtmlControlMenu::menuItems copyItems(guiHtmlControlMenu::menuItems const& items)
 {
-    guiHtmlControlMenu::items_t copies;
+    guiHtmlControlMenu::menuItems copies;
     for (auto const& item : items) {
         auto copy = std::make_unique<guiHtmlControlMenuItem>();
-        copy->name = item->name;
-        copy->text = item->text;
-        copy->checkable = item->checkable;
-        copy->checked = item->checked;
-        copy->enabled = item->enabled;
+        static_cast<guiMenuItemContent&>(*copy) = *item;
         copy->children = copyItems(item->children);
         copies.push_back(std::move(copy));
     }
@@ -38,7 +37,7 @@ guiHtml& guiHtmlControlMenu::operator=(guiHtml& other)
     auto* menu = dynamic_cast<guiHtmlControlMenu*>(&other);
     if (!menu || menu == this)
         return *this;
-    destroyWidgets(); // of the items that go
+    destroyWidgets(); // they show the items that are replaced now
     m_items = copyItems(menu->m_items);
     return *this;
 }
@@ -54,11 +53,13 @@ void guiHtmlControlMenuItem::destroyPopup()
 {
     for (auto const& child : children)
         child->destroyPopup();
+    assert(!popup || (action && action == popup->menuAction()));
     if (action) {
+        assert(action->data().toInt() == id);
         checked = action->isChecked();
         enabled = action->isEnabled();
     }
-    action = nullptr; // goes with the menu that holds it
+    action = nullptr; // the menu that it is in deletes it
     guiDestroyWrapper(popup);
 }
 
@@ -66,7 +67,7 @@ guiHtmlControlMenu::~guiHtmlControlMenu() { destroyWidgets(); }
 
 int guiHtmlControlMenu::getHeightEstimate(unsigned long) { return m_menuBar ? m_menuBar->sizeHint().height() : 0; }
 
-// The bar has to exist before heights are asked for: the first layout reckons with it then.
+// The bar has to exist before heights are computed, so that the first layout leaves room for it.
 int guiHtmlControlMenu::calcDynamicLayout()
 {
     createChildWidget();
@@ -80,7 +81,7 @@ void guiHtmlControlMenu::setRect(guiRect* rect)
     placeMenuBar();
 }
 
-/// The bar stands along the top of the window, wherever the page has the menu and however far it is scrolled.
+/// The bar is always at the top of the window, wherever the menu is in the page and however far the page is scrolled.
 void guiHtmlControlMenu::placeMenuBar()
 {
     if (m_menuBar)
@@ -91,18 +92,21 @@ void guiHtmlControlMenu::createChildWidget()
 {
     if (m_menuBar || !hasWindow())
         return;
+    assertOnGuiThread();
+    assert(m_byId.empty());
     m_menuBar = new guiWidgetMenuBar(getTopLevelWidget());
     m_menuBar->setFont(getDefaultFont(nullptr));
     fillMenu(m_menuBar, m_items);
+    assert(isBound(m_items));
     m_menuBar->owner = this;
     m_menuBar->setEnabled(m.enabled);
-    if (guiHtmlBase* base = getBaseHtml())
+    if (guiPageRoot* base = getBaseHtml())
         base->setMenuBar(m_menuBar);
     placeMenuBar();
     m_menuBar->show();
 }
 
-void guiHtmlControlMenu::fillMenu(QWidget* menu, items_t const& items)
+void guiHtmlControlMenu::fillMenu(QWidget* menu, menuItems const& items)
 {
     for (auto const& item : items)
         insertItem(menu, *item);
@@ -110,9 +114,11 @@ void guiHtmlControlMenu::fillMenu(QWidget* menu, items_t const& items)
 
 void guiHtmlControlMenu::insertItem(QWidget* menu, guiHtmlControlMenuItem& item)
 {
+    assert(!item.action && !item.popup);
     guiLayoutRun::startAnew(); // a bar with an item is higher than one without
     item.id = m_nextId++;
-    m_byId[item.id] = &item;
+    [[maybe_unused]] bool const isNew = m_byId.emplace(item.id, &item).second;
+    assert(isNew);
     item.action = item.children.empty() ? createEntry(menu) : createPopupMenu(item)->menuAction();
     showText(item);
     item.action->setData(item.id);
@@ -122,14 +128,23 @@ void guiHtmlControlMenu::insertItem(QWidget* menu, guiHtmlControlMenuItem& item)
     menu->addAction(item.action);
 }
 
+/// Whether each of the items, and each below them, is in the menu bar under its own id.
+bool guiHtmlControlMenu::isBound(menuItems const& items) const
+{
+    return std::all_of(items.begin(), items.end(), [this](auto const& item) {
+        auto const found = m_byId.find(item->id);
+        return found != m_byId.end() && found->second == item.get() && item->action && isBound(item->children);
+    });
+}
+
 void guiHtmlControlMenu::showText(guiHtmlControlMenuItem const& item)
 {
     item.action->setSeparator(item.isSeparator());
-    item.action->setText(item.isSeparator() ? QString() : sstoq(item.text)); // a line with a text shows that, too
+    item.action->setText(item.isSeparator() ? QString() : sstoq(item.text)); // the toolkit shows a separator's text
 }
 
-// The toolkit would check or uncheck an entry that is chosen; here that is for the page's handler to decide. This is
-// connected before the menu is, so that the mark is right when the handler looks.
+// The toolkit toggles the check mark of an item that is chosen, but that decision belongs to the page's handler. This
+// slot takes the change back; it is connected before the menu's own, so the handler sees the right mark.
 QAction* guiHtmlControlMenu::createEntry(QWidget* menu)
 {
     auto* action = new QAction(menu);
@@ -163,7 +178,10 @@ void guiHtmlControlMenu::destroyWidgets()
 {
     if (!m_menuBar)
         return;
-    guiHtmlBase* base = getBaseHtml();
+    assertOnGuiThread();
+    assert(guiIsBoundTo(m_menuBar, this));
+    assert(isBound(m_items));
+    guiPageRoot* base = getBaseHtml();
     if (base && base->getMenuBar() == m_menuBar)
         base->setMenuBar(nullptr);
     for (auto const& item : m_items)
@@ -201,6 +219,7 @@ int guiHtmlControlMenu::isItemEnabled(sstring const& name)
 
 void guiHtmlControlMenu::setItemChecked(sstring const& name, int on)
 {
+    assertOnGuiThread();
     guiHtmlControlMenuItem* item = findItem(name);
     if (!item)
         return;
@@ -214,6 +233,7 @@ void guiHtmlControlMenu::setItemChecked(sstring const& name, int on)
 
 void guiHtmlControlMenu::setItemEnabled(sstring const& name, int on)
 {
+    assertOnGuiThread();
     guiHtmlControlMenuItem* item = findItem(name);
     if (!item)
         return;
@@ -225,6 +245,7 @@ void guiHtmlControlMenu::setItemEnabled(sstring const& name, int on)
 
 void guiHtmlControlMenu::setItemText(sstring const& name, sstring const& text)
 {
+    assertOnGuiThread();
     guiHtmlControlMenuItem* item = findItem(name);
     if (!item)
         return;
@@ -235,7 +256,8 @@ void guiHtmlControlMenu::setItemText(sstring const& name, sstring const& text)
 
 void guiHtmlControlMenu::activate(guiHtmlControlMenuItem const* item)
 {
-    guiHtmlBase* base = item && !item->isSeparator() ? getBaseHtml() : nullptr;
+    assertOnGuiThread();
+    guiPageRoot* base = item && !item->isSeparator() ? getBaseHtml() : nullptr;
     if (!base)
         return;
     sstring const address = sformat("event://%s/", "eMenu") + item->name;
@@ -250,5 +272,6 @@ void guiHtmlControlMenu::activateItem(sstring name) { activate(findItem(name)); 
 void guiHtmlControlMenu::activateItem(int id)
 {
     auto found = m_byId.find(id);
+    assert(found == m_byId.end() || found->second->id == id);
     activate(found == m_byId.end() ? nullptr : found->second);
 }

@@ -11,31 +11,37 @@ class guiWidgetMenuBar;
 class guiWidgetPopupMenu;
 class QAction;
 
-/// One entry of a menu, with its sub-menu.
-struct guiHtmlControlMenuItem
+/// What page and script have said about an item: what a copy of the item takes over.
+struct guiMenuItemContent
 {
     sstring name; ///< the item's key
-    sstring text; ///< what is shown; "-" of an item without a sub-menu is a separator
+    sstring text; ///< what is shown; an item "-" without a sub-menu is a separator
     int checkable = 0;
-    int checked = 0;
-    int enabled = 1;
-    std::vector<std::unique_ptr<guiHtmlControlMenuItem>> children;
-    int id = 0;                          ///< what the menu bar calls the item; 0 until it has one
-    guiWidgetPopupMenu* popup = nullptr; ///< the sub-menu while the menu bar exists; owned
-    QAction* action = nullptr;           ///< the entry in the menu that holds the item; not owned
+    int checked = 0; ///< without a menu bar; else the item's action has the state
+    int enabled = 1; ///< the same
+};
 
-    /// A line between the items around it, which nobody can choose.
+/// One item of a menu, with its sub-menu.
+struct guiHtmlControlMenuItem : guiMenuItemContent
+{
+    std::vector<std::unique_ptr<guiHtmlControlMenuItem>> children;
+    int id = 0;                          ///< identifies the item in the menu bar; 0 until it has been there
+    guiWidgetPopupMenu* popup = nullptr; ///< the sub-menu while the menu bar exists; owned
+    QAction* action = nullptr;           ///< the item in the native menu; not owned, null without a menu bar
+
+    /// A line between the items around it, which the user cannot choose.
     bool isSeparator() const { return children.empty() && text == "-"; }
     /// Whether any direct child has a check mark.
     bool AreChildrenCheckable() const;
-    /// Deletes the pop-ups of the children, then its own.
+    /// Deletes the pop-ups of the children, then its own. Stores the state of the action first.
     void destroyPopup();
 };
 
+/// The menu bar exists while the page is in a window; its items exist independently of it. GUI thread.
 class guiHtmlControlMenu : public guiHtmlControl
 {
 public:
-    using items_t = std::vector<std::unique_ptr<guiHtmlControlMenuItem>>;
+    using menuItems = std::vector<std::unique_ptr<guiHtmlControlMenuItem>>;
 
     explicit guiHtmlControlMenu(guiHtml* parent = nullptr) : guiHtmlControl(parent) {}
     ~guiHtmlControlMenu() override;
@@ -55,8 +61,8 @@ public:
     /// The menu bar, null while the page is not in a window.
     guiWidgetMenuBar* getMenuBar() const { return m_menuBar; }
 
-    /// The first item of this name without regard to case, from `from` on downwards (null: in the whole menu), an item
-    /// before its children; null when there is none.
+    /// The first item of this name, compared without regard to case: `from` and the items below it (null: the whole
+    /// menu), an item before its children. Null when there is none.
     guiHtmlControlMenuItem* findItem(istring const& name, guiHtmlControlMenuItem* from = nullptr);
     /// State of the item of this name; 0 when there is none.
     int isItemChecked(sstring const& name);
@@ -64,21 +70,21 @@ public:
     void setItemChecked(sstring const& name, int on);
     void setItemEnabled(sstring const& name, int on);
     void setItemText(sstring const& name, sstring const& text);
-    /// As if the user had chosen the item: the page event "eMenu" with its name. Nothing for a name that is none, or a
-    /// separator's.
+    /// As if the user had chosen the item: the page event "eMenu" with its name. Does nothing for a separator, or when
+    /// there is no item of this name.
     void activateItem(sstring name);
     /// The user chose the item that has this id while the menu bar exists.
     virtual void activateItem(int id);
 
-    items_t const& getItems() const { return m_items; }
+    menuItems const& getItems() const { return m_items; }
     /// The top-level items, to add to before any widget exists.
-    items_t& editItems() { return m_items; }
+    menuItems& editItems() { return m_items; }
 
 protected:
     void addScriptMethods(ScriptObject* object) override;
 
 private:
-    void fillMenu(QWidget* menu, items_t const& items);
+    void fillMenu(QWidget* menu, menuItems const& items);
     void insertItem(QWidget* menu, guiHtmlControlMenuItem& item);
     QAction* createEntry(QWidget* menu);
     void showText(guiHtmlControlMenuItem const& item);
@@ -86,9 +92,10 @@ private:
     void activate(guiHtmlControlMenuItem const* item);
     void placeMenuBar();
     void destroyWidgets();
+    bool isBound(menuItems const& items) const;
 
     guiWidgetMenuBar* m_menuBar = nullptr; // owned
-    items_t m_items;
-    std::map<int, guiHtmlControlMenuItem*> m_byId; // items that are in the menu bar
+    menuItems m_items;
+    std::map<int, guiHtmlControlMenuItem*> m_byId; // not owned; the items that are in the menu bar
     int m_nextId = 1;
 };

@@ -1,16 +1,14 @@
 // controls/guihtmlcustom.cpp: see guihtmlcustom.h.
 #include "controls/guihtmlcustom.h"
 
-#include "runtime/gui.h"
+#include "controls/guicontrolhost.h"
 
 guiHtml& guiHtmlCustom::operator=(guiHtml& other)
 {
     guiHtml::operator=(other);
     if (other.getType() != kTypeCustom)
         return *this;
-    auto& custom = static_cast<guiHtmlCustom&>(other);
-    m_compName = custom.m_compName;
-    m_params = custom.m_params;
+    m_component = static_cast<guiHtmlCustom&>(other).m_component;
     return *this;
 }
 
@@ -20,10 +18,11 @@ void guiHtmlCustom::onCallback()
 {
     if (!mx.mouse)
         return;
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiControlHost& host = guiControlHost::current();
+    ScriptValue* value = host.newValue();
     value->setInt(mx.mouseX);
     mx.mouse->setProperty("x", value);
     value->setInt(mx.mouseY);
     mx.mouse->setProperty("y", value);
-    guiComponent::DeleteScriptValue(value);
+    host.deleteValue(value);
 }

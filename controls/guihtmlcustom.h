@@ -1,4 +1,4 @@
-// controls/guihtmlcustom.h: an `object` element whose behaviour and drawing live in a script component.
+// controls/guihtmlcustom.h: an `object` element whose behaviour and drawing are up to a component in script.
 #pragma once
 
 #include "page/guihtml.h"
@@ -7,14 +7,15 @@
 #include <utility>
 #include <vector>
 
+/// GUI thread.
 class guiHtmlCustom : public guiHtml
 {
 public:
     /// What the node shares with its script component.
-    struct mx_t
+    struct sharedState
     {
-        ScriptObject* mouse = nullptr; ///< object with the properties "x" and "y", null while there is no instance
-        int mouseX = 0;                ///< last place of the pointer, relative to the node
+        ScriptObject* mouse = nullptr; ///< its properties "x" and "y" are the pointer's place; null without an instance
+        int mouseX = 0;                ///< last place of the pointer, relative to the node, pixels
         int mouseY = 0;                //
     };
 
@@ -25,20 +26,26 @@ public:
     guiHtml& operator=(guiHtml& other) override;
     guiHtml* Clone(guiHtml* parent) override;
 
-    /// The component's name; makes its instance.
-    void setCompName(sstring const& name) { m_compName = name; }
-    sstring getCompName() const { return m_compName; }
-    /// Sets a property of the instance. After setCompName.
-    void setParam(sstring const& name, sstring const& value) { m_params.emplace_back(name, value); }
-    std::vector<std::pair<sstring, sstring>> const& getParams() const { return m_params; }
+    /// The name of the component.
+    void setCompName(sstring const& name) { m_component.name = name; }
+    sstring getCompName() const { return m_component.name; }
+    /// Adds a property for the instance, as name and value.
+    void setParam(sstring const& name, sstring const& value) { m_component.params.emplace_back(name, value); }
+    std::vector<std::pair<sstring, sstring>> const& getParams() const { return m_component.params; }
 
-    /// Called just before a handler of the instance runs: brings the pointer's place to the mouse object. Any thread.
+    /// Called just before a handler of the instance runs: writes the pointer's place into the mouse object. Any thread.
     void onCallback();
 
     /// The custom node's record, open to the classes of the page.
-    mx_t mx;
+    sharedState mx;
 
 private:
-    sstring m_compName;
-    std::vector<std::pair<sstring, sstring>> m_params;
+    /// What a copy of the node takes over.
+    struct component
+    {
+        sstring name;
+        std::vector<std::pair<sstring, sstring>> params;
+    };
+
+    component m_component;
 };

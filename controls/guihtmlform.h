@@ -1,8 +1,9 @@
-// controls/guihtmlform.h: the `form` element: a container whose action its submit buttons fire.
+// controls/guihtmlform.h: the `form` element: a container with an action, which its submit buttons follow.
 #pragma once
 
 #include "page/guihtml.h"
 
+/// GUI thread.
 class guiHtmlForm : public guiHtml
 {
 public:

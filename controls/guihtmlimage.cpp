@@ -1,25 +1,21 @@
 // controls/guihtmlimage.cpp: see guihtmlimage.h.
 #include "controls/guihtmlimage.h"
 
+#include "controls/guicontrolhost.h"
 #include "controls/guiimagec.h"
 #include "controls/guiimagemap.h"
 #include "controls/guimovie.h"
 #include "page/guihtmlsize.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
-#include "page/guipagehost.h"
-#include "runtime/gui.h"
-#include "runtime/guihtmlbase.h"
-#include "runtime/guithread.h"
+#include "page/guipageroot.h"
 
 #include <QApplication>
 #include <QPainter>
 #include <QWidget>
+#include <cassert>
 
 namespace {
-
-/// Without a component whoever works with pages is the GUI thread.
-bool isGuiThread() { return !pGUI || pGUI->getThread()->isGuiThread(); }
 
 int offsetFor(guiAlignment align, int size, int room)
 {
@@ -40,16 +36,8 @@ guiHtml& guiHtmlImage::operator=(guiHtml& other)
     if (other.getType() != kTypeImage || &other == this)
         return *this;
     auto& image = static_cast<guiHtmlImage&>(other);
-    m_source = image.m_source;
-    m_image = image.m_image;
-    m_isLoaded = image.m_isLoaded;
-    m_isPending = image.m_isPending;
-    m_width = image.m_width;
-    m_height = image.m_height;
-    m_isMovie = image.m_isMovie;
-    m_link = image.m_link;
-    m_mapName = image.m_mapName;
-    m_playback = image.m_playback;
+    dropMovie();
+    m_content = image.m_content;
     m_map = image.m_map ? image.m_map->Clone() : nullptr;
     return *this;
 }
@@ -58,78 +46,105 @@ guiHtml* guiHtmlImage::Clone(guiHtml* parent) { return guiCloneNode(*this, paren
 
 // ---- The picture ----
 
+QPixmap const* guiHtmlImage::getPixmap() const
+{
+    return m_content.image && !m_content.image->isNull() ? &*m_content.image : nullptr;
+}
+
 void guiHtmlImage::setSource(sstring const& name)
 {
-    if (name == m_source)
+    if (name == m_content.source)
         return;
-    stopMovie();
-    m_movie.reset();
-    m_source = name;
-    m_isMovie = getFindFileType(name) == kFileMovie;
-    m_isPending = true;
-    if (!isGuiThread())
+    dropMovie();
+    m_content.source = name;
+    m_content.isMovie = getFindFileType(name) == kFileMovie;
+    m_content.isPending = true;
+    if (!guiControlHost::current().isGuiThread())
         return;
-    if (!loadPending())
+    if (!loadPendingSource())
         update();
     else if (getTopLevelWidget())
         updateLayout(1);
 }
 
-/// Whether the picture's size is another one now.
-bool guiHtmlImage::loadPending()
+/// Loads a source that has been set and not loaded yet; whether the picture's size has changed. Without a component
+/// nothing can be read, and the source stays pending.
+bool guiHtmlImage::loadPendingSource()
 {
-    if (!m_isPending || !guiPageHost::current())
+    if (!m_content.isPending || !guiPageHost::isInstalled())
         return false;
-    m_isPending = false;
-    m_image = readSource();
-    bool const isAsLarge = m_image->width() == m_width && m_image->height() == m_height;
-    m_width = m_image->width();
-    m_height = m_image->height();
-    return !isAsLarge;
+    assertOnGuiThread();
+    m_content.isPending = false;
+    QPixmap image = readSource();
+    bool const isSameSize = image.width() == m_content.width && image.height() == m_content.height;
+    m_content.width = image.width();
+    m_content.height = image.height();
+    m_content.image = std::move(image);
+    assert(isConsistent());
+    return !isSameSize;
+}
+
+/// The size that layout uses is the picture's, and only a movie plays.
+bool guiHtmlImage::isConsistent() const
+{
+    bool const isMeasured = !m_content.image || (m_content.image->width() == m_content.width &&
+                                                 m_content.image->height() == m_content.height);
+    return isMeasured && (!m_movie || m_content.isMovie) && (!m_content.isLoaded || m_content.image);
 }
 
 QPixmap guiHtmlImage::readSource()
 {
     QPixmap image;
-    m_isLoaded = false;
-    if (m_source.getLength() == 0)
+    m_content.isLoaded = false;
+    if (m_content.source.getLength() == 0)
         return image;
-    if (m_isMovie)
+    if (m_content.isMovie)
         return readMovie();
-    guiPageHost* host = guiPageHost::current();
-    m_isLoaded = host->readImage(getBaseHtml(), guiFullName(this, m_source), image);
-    if (!m_isLoaded)
-        host->readImage(getBaseHtml(), sstring(kBrokenImage), image);
+    guiPageHost& host = guiPageHost::current();
+    m_content.isLoaded = host.readImage(guiPageObjectOf(this), guiFullName(this, m_content.source), image);
+    if (!m_content.isLoaded)
+        host.readImage(guiPageObjectOf(this), sstring(kBrokenImage), image);
     return image;
 }
 
-/// The first frame; a sound has none.
+/// The first frame; a movie that is only sound has none.
 QPixmap guiHtmlImage::readMovie()
 {
-    if (!pGUI)
+    assert(!m_movie);
+    if (!guiControlHost::current().loadFile())
         return QPixmap();
-    guiHtmlBase* base = getBaseHtml();
     m_movie = std::make_unique<guiMovie>();
-    m_isLoaded = m_movie->loadFile(base ? base->getPageObject() : nullptr, guiFullName(this, m_source));
+    m_content.isLoaded = m_movie->loadFile(guiPageObjectOf(this), guiFullName(this, m_content.source));
     if (!m_movie->hasVideo())
         return QPixmap();
     m_movie->setRenderTarget(this);
     return m_movie->getFrames().front().image;
 }
 
+int guiHtmlImage::loadPicture(sstring const& path)
+{
+    setSource(path);
+    return 1;
+}
+
 // ---- Playing ----
 
-void guiHtmlImage::play() { startMovie(false); }
+void guiHtmlImage::play()
+{
+    assertOnGuiThread();
+    startMovie(false);
+}
 
 void guiHtmlImage::startMovie(bool isLooped)
 {
+    assert(isConsistent());
     if (!m_movie || !m_movie->isValid())
         return;
     m_movie->onStopped(&guiHtmlImage::onStopped, this);
     m_movie->play(isLooped);
 }
 
-/// Nobody hears of this end.
+/// Stops the movie without the page event "eStopped", which is for a movie that ends by itself.
 void guiHtmlImage::stopMovie()
 {
     if (!m_movie)
@@ -139,19 +154,28 @@ void guiHtmlImage::stopMovie()
     m_frame = nullptr;
 }
 
+/// The movie of a source that is replaced now.
+void guiHtmlImage::dropMovie()
+{
+    stopMovie();
+    m_movie.reset();
+    assert(!m_frame.load());
+}
+
 void guiHtmlImage::setMovieFrame(QPixmap* frame)
 {
     m_frame = frame;
-    pGUI->getThread()->postUpdate(this);
+    guiControlHost::current().postUpdate(this);
 }
 
 void guiHtmlImage::onStopped(guiMovie*, void* data)
 {
     auto* node = static_cast<guiHtmlImage*>(data);
+    assert(node);
     QMetaObject::invokeMethod(
         qApp,
         [node] {
-            if (pGUI && pGUI->contains(node))
+            if (guiHtml::isRegistered(node))
                 node->onEvent("event://eStopped", node->getCustomObject());
         },
         Qt::QueuedConnection);
@@ -159,9 +183,10 @@ void guiHtmlImage::onStopped(guiMovie*, void* data)
 
 void guiHtmlImage::onShow()
 {
+    assertOnGuiThread();
     guiHtml::onShow();
-    if (m_movie && !m_playback.paused && !m_movie->isPlaying())
-        startMovie(m_playback.looped);
+    if (m_movie && !m_content.playback.paused && !m_movie->isPlaying())
+        startMovie(m_content.playback.looped);
 }
 
 void guiHtmlImage::destroyChildWidget()
@@ -172,30 +197,32 @@ void guiHtmlImage::destroyChildWidget()
 
 // ---- Its size and place ----
 
-int guiHtmlImage::getPreferredWidth() { return guiClampPixels(guiFrameOf(this) + m_width); }
-int guiHtmlImage::getHeightEstimate(unsigned long) { return guiClampPixels(guiFrameOf(this) + m_height); }
+int guiHtmlImage::getPreferredWidth() { return guiClampPixels(guiFrameOf(this) + m_content.width); }
+int guiHtmlImage::getHeightEstimate(unsigned long) { return guiClampPixels(guiFrameOf(this) + m_content.height); }
 
 int guiHtmlImage::calcDynamicLayout()
 {
-    loadPending();
+    loadPendingSource();
     return guiHtml::calcDynamicLayout();
 }
 
-/// Where the picture stands, relative to the node's own corner: aligned in the node as large as it is, or stretched
-/// over it when the page says how large both its sides are.
+/// Where the picture is drawn, relative to the node's corner: stretched over the node if the page gives both its width
+/// and its height, otherwise in its own size and aligned in the node.
 guiRect guiHtmlImage::pictureRect() const
 {
+    assert(isConsistent());
     int const inset = guiClampPixels(guiFrameOf(this) / 2);
     int const roomX = std::max(0, m.rect.width - 2 * inset);
     int const roomY = std::max(0, m.rect.height - 2 * inset);
     if (m.fixed.unitX != kUnitUnbound && m.fixed.unitY != kUnitUnbound)
         return {inset, roomX, inset, roomY};
-    return {inset + offsetFor(m.alignX, m_width, roomX), m_width, inset + offsetFor(m.alignY, m_height, roomY),
-            m_height};
+    return {inset + offsetFor(m.alignX, m_content.width, roomX), m_content.width,
+            inset + offsetFor(m.alignY, m_content.height, roomY), m_content.height};
 }
 
 void guiHtmlImage::paintChildrenTo(QPainter* painter, int x, int y, guiWidget*, QRegion const* region)
 {
+    assertOnGuiThread();
     guiRect const place = pictureRect();
     QPixmap const* frame = m_frame;
     QPixmap const* shown = frame ? frame : getPixmap();
@@ -211,24 +238,25 @@ void guiHtmlImage::paintChildrenTo(QPainter* painter, int x, int y, guiWidget*, 
 
 void guiHtmlImage::setImageMap(std::unique_ptr<guiImageMap> map) { m_map = std::move(map); }
 
-sstring guiHtmlImage::getMappedLink(int x, int y) const { return m_map ? m_map->hitTest(x, y) : m_link; }
+sstring guiHtmlImage::getMappedLink(int x, int y) const { return m_map ? m_map->hitTest(x, y) : m_content.link; }
 
-/// The link under a point of the node; maps count in the picture's own pixels.
+/// The link under a point of the node. Maps use the coordinates of the picture in its own size.
 sstring guiHtmlImage::linkAt(int x, int y) const
 {
     guiRect const place = pictureRect();
-    std::int64_t const atX = std::int64_t{x - place.left};
-    std::int64_t const atY = std::int64_t{y - place.top};
-    bool const isStretched = !place.isEmpty() && (place.width != m_width || place.height != m_height) && m_width > 0;
+    std::int64_t const atX = std::int64_t{x} - place.left;
+    std::int64_t const atY = std::int64_t{y} - place.top;
+    bool const isStretched =
+        !place.isEmpty() && m_content.width > 0 && (place.width != m_content.width || place.height != m_content.height);
     if (!isStretched)
         return getMappedLink(static_cast<int>(atX), static_cast<int>(atY));
-    return getMappedLink(static_cast<int>(atX * m_width / place.width),
-                         static_cast<int>(atY * m_height / place.height));
+    return getMappedLink(static_cast<int>(atX * m_content.width / place.width),
+                         static_cast<int>(atY * m_content.height / place.height));
 }
 
-int guiHtmlImage::canHitTest() { return m_map || m_link.getLength() || guiHtml::canHitTest(); }
+int guiHtmlImage::canHitTest() { return m_map || m_content.link.getLength() || guiHtml::canHitTest(); }
 
-void guiHtmlImage::hoverLink(bool isOverLink)
+void guiHtmlImage::setOverLink(bool isOverLink)
 {
     if (isOverLink == m_isOverLink)
         return;
@@ -239,19 +267,20 @@ void guiHtmlImage::hoverLink(bool isOverLink)
 
 void guiHtmlImage::onMouseMove(int x, int y)
 {
-    hoverLink(linkAt(x, y).getLength() != 0);
+    setOverLink(linkAt(x, y).getLength() != 0);
     guiHtml::onMouseMove(x, y);
 }
 
 void guiHtmlImage::onMouseOff()
 {
-    hoverLink(false);
+    setOverLink(false);
     guiHtml::onMouseOff();
 }
 
-// A press on a link is not also an event of the picture, unless its page asks for that.
+// A press on a link is reported as an event of the picture only if the page asks for that event.
 void guiHtmlImage::onMouseDown(int x, int y)
 {
+    assertOnGuiThread();
     sstring const link = linkAt(x, y);
     guiNodeWatch self(this);
     if (link.getLength() == 0 || hasString(kStringMouseDown))

@@ -1,6 +1,7 @@
 // controls/guihtmlimage.h: the `img` element: a still picture or a movie, with a link or an image map.
 #pragma once
 
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 
 #include <QPixmap>
@@ -11,15 +12,15 @@
 class guiImageMap;
 class guiMovie;
 
-/// Takes the size of its picture, with its frame. A picture that can not be loaded is replaced by a small one that says
-/// so. Files are read on the GUI thread: a source that is set on another one is loaded when the page is laid out.
+/// Is as large as its picture and the frame around it. A picture that cannot be loaded is replaced by a small one that
+/// says so. Files are read on the GUI thread: a source that is set on another one is loaded when the page is laid out.
 class guiHtmlImage : public guiHtml
 {
 public:
     /// How a movie starts.
-    struct playback_t
+    struct moviePlayback
     {
-        bool paused = false; ///< only when script says so
+        bool paused = false; ///< it waits until script starts it
         bool looped = false;
     };
 
@@ -31,31 +32,32 @@ public:
     guiHtml& operator=(guiHtml& other) override;
     guiHtml* Clone(guiHtml* parent) override;
 
-    sstring getSource() const { return m_source; }
-    /// Shows another picture or movie; nothing for the name that it has. The window is laid out anew unless the picture
-    /// is as large as the last.
+    sstring getSource() const { return m_content.source; }
+    /// Shows another picture or movie; does nothing when the source already has this name. The window is laid out anew
+    /// unless the picture is as large as the last one.
     void setSource(sstring const& name);
-    bool isMovie() const { return m_isMovie; }
+    int loadPicture(sstring const& path) override;
+    bool isMovie() const { return m_content.isMovie; }
     /// The picture that is shown, null while there is none.
-    QPixmap const* getPixmap() const { return m_image && !m_image->isNull() ? &*m_image : nullptr; }
-    /// Whether that is the source itself, not what stands in for a broken one.
-    bool isLoaded() const { return m_isLoaded; }
-    /// Takes the map over; null: none.
+    QPixmap const* getPixmap() const;
+    /// Whether that is the source itself, not the replacement for one that cannot be loaded.
+    bool isLoaded() const { return m_content.isLoaded; }
+    /// Takes the map over; null removes it.
     void setImageMap(std::unique_ptr<guiImageMap> map);
     guiImageMap const* getImageMap() const { return m_map.get(); }
     /// The name of the map that the page asks for, "" without one.
-    sstring getMapName() const { return m_mapName; }
-    void setMapName(sstring const& name) { m_mapName = name; }
+    sstring getMapName() const { return m_content.mapName; }
+    void setMapName(sstring const& name) { m_content.mapName = name; }
     /// The link under a point of the picture, or the picture's own link when it has no map.
     sstring getMappedLink(int x, int y) const;
-    void setLink(sstring const& link) { m_link = link; }
-    playback_t const& getPlayback() const { return m_playback; }
-    void setPlayback(playback_t const& playback) { m_playback = playback; }
+    void setLink(sstring const& link) { m_content.link = link; }
+    moviePlayback const& getPlayback() const { return m_content.playback; }
+    void setPlayback(moviePlayback const& playback) { m_content.playback = playback; }
 
-    /// Plays the movie once, without looping; nothing when the source is a still picture.
+    /// Plays the movie once, without looping; does nothing when the source is a still picture. GUI thread.
     void play();
     guiMovie const* getMovie() const { return m_movie.get(); }
-    /// Shows a frame of the movie, which must live as long as it is shown. Any thread.
+    /// Shows a frame of the movie; the frame must live as long as it is shown. Any thread.
     void setMovieFrame(QPixmap* frame);
     /// The movie has ended: the page event "eStopped". On the player's thread; `data` is the node.
     static void onStopped(guiMovie* movie, void* data);
@@ -75,25 +77,33 @@ public:
 private:
     guiRect pictureRect() const;
     sstring linkAt(int x, int y) const;
-    void hoverLink(bool isOverLink);
-    bool loadPending();
-    QPixmap readSource();
-    QPixmap readMovie();
-    void startMovie(bool isLooped);
+    void setOverLink(bool isOverLink);
+    bool loadPendingSource();
+    bool isConsistent() const;
+    QPixmap readSource() TARN_ON(velaGuiRole);
+    QPixmap readMovie() TARN_ON(velaGuiRole);
+    void startMovie(bool isLooped) TARN_ON(velaGuiRole);
     void stopMovie();
+    void dropMovie();
 
-    sstring m_source;
-    std::optional<QPixmap> m_image; // none before the GUI thread has read one: script must not touch Qt
-    bool m_isLoaded = false;
-    bool m_isPending = false; // the source is still to be loaded
-    int m_width = 0;          // of the picture as it was last shown
-    int m_height = 0;         //
-    bool m_isMovie = false;
-    bool m_isOverLink = false;                    // the pointer is a hand
-    std::unique_ptr<guiMovie> m_movie;            // null unless the source is one
-    std::atomic<QPixmap const*> m_frame{nullptr}; // the movie's, shown in place of the picture
+    /// What a copy of the node takes over.
+    struct content
+    {
+        sstring source;
+        std::optional<QPixmap> image; // none before the GUI thread has read one: script must not touch Qt
+        bool isLoaded = false;
+        bool isPending = false; // the source has not been loaded yet
+        int width = 0;          // of the picture that was last loaded
+        int height = 0;         //
+        bool isMovie = false;
+        sstring mapName;
+        sstring link; // for clicks, without a map
+        moviePlayback playback;
+    };
+
+    content m_content;
     std::unique_ptr<guiImageMap> m_map;
-    sstring m_mapName;
-    sstring m_link; // for clicks, without a map
-    playback_t m_playback;
+    std::unique_ptr<guiMovie> m_movie;            // null unless the source is a movie that was loaded here
+    std::atomic<QPixmap const*> m_frame{nullptr}; // the movie's, shown in place of the picture; not owned
+    bool m_isOverLink = false;                    // the pointer is a hand
 };

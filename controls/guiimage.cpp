@@ -1,41 +1,33 @@
-// controls/guiimage.cpp: see guiimage.h. The picture belongs to the GUI thread, its record to the script thread.
+// controls/guiimage.cpp: see guiimage.h. The picture belongs to the GUI thread; the record that holds it is made and
+// destroyed with the script object, on the thread on which the host does that.
 #include "controls/guiimage.h"
 
-#include "controls/guicontrolmethod.h"
 #include "controls/guiimagec.h"
-#include "foundation/vela-comtypes.h"
-#include "script/guiwindow.h"
+#include "controls/guiscriptmethod.h"
+#include "controls/guiscriptrecord.h"
 
 #include <QPixmap>
+#include <cassert>
 #include <memory>
 
 namespace {
 
-/// The private record of a GuiImage object. Made and destroyed with it.
+/// The private record of a GuiImage object.
 struct guiImageData
 {
-    std::uint32_t tag;
+    std::uint32_t tag = kRecordTag;
     std::unique_ptr<QPixmap> image; // null until one was loaded
 };
 
-guiImageData* guiImage_getData(ScriptPrivate* data)
-{
-    if (!data)
-        return nullptr;
-    try {
-        auto* record = static_cast<guiImageData*>(data->getData(kPrivateKey));
-        return record && record->tag == kRecordTag ? record : nullptr;
-    } catch (...) {
-        return nullptr; // a host's slot that fails holds no record
-    }
-}
+guiImageData* guiImage_getData(ScriptPrivate* data) { return guiRecordIn<guiImageData>(data); }
 
 void setSizeProperty(ScriptObject* image, char const* name, int pixels)
 {
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiControlHost& host = guiControlHost::current();
+    ScriptValue* value = host.newValue();
     value->setInt(pixels);
     image->setProperty(name, value);
-    guiComponent::DeleteScriptValue(value);
+    host.deleteValue(value);
 }
 
 void guiImage_setSizeProps(ScriptObject* image, QPixmap const& picture)
@@ -44,47 +36,52 @@ void guiImage_setSizeProps(ScriptObject* image, QPixmap const& picture)
     setSizeProperty(image, "height", picture.height());
 }
 
-/// A failed load leaves the picture of before.
+/// A load that fails leaves the old picture.
 void guiImage_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setBool(0);
     guiImageData* record = guiImage_getData(data);
-    if (!record || args.count() != 1 || !guiIsString(args, 0))
+    if (!record || !guiIsOneString(args))
         return;
-    sstring path = guiTextOf(args, 0);
-    pGUI->getLoadFile()->resolvePath(self, path);
+    sstring const path = guiControlHost::current().resolvePath(self, guiTextOf(args, 0));
     auto picture = std::make_unique<QPixmap>();
     if (!guiLoadImage(self, path, *picture))
         return;
+    assert(!picture->isNull());
     record->image = std::move(picture);
     guiImage_setSizeProps(self, *record->image);
     result.setBool(1);
 }
 
-constexpr ScriptMethod guiImage_loadFile_script = guiControlHandOver<guiImage_loadFile_qt>;
+constexpr ScriptMethod guiImage_loadFile_script = guiCallOnGuiThread<guiImage_loadFile_qt>;
 
 void guiImage_onCreate(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
 {
-    data->setData(kPrivateKey, new guiImageData{kRecordTag, nullptr});
+    data->setData(kPrivateKey, std::make_unique<guiImageData>().release()); // guiImage_onDestroy() takes it back
     result.setBool(1);
 }
 
 void forgetPicture_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
-    guiImage_getData(data)->image.reset();
+    assertOnGuiThread();
+    guiImageData* record = guiImage_getData(data);
+    assert(record && record->image);
+    record->image.reset();
 }
 
 void guiImage_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                         ScriptValue& result)
 {
     result.setBool(1);
-    guiImageData* record = guiImage_getData(data);
+    std::unique_ptr<guiImageData> const record(guiImage_getData(data));
     if (!record)
         return;
     if (record->image)
-        pGUI->getThread()->callFunction(forgetPicture_qt, manager, data, self, args, result);
+        guiControlHost::current().callFunction(forgetPicture_qt, manager, data, self, args, result);
+    assert(!record->image);
     data->setData(kPrivateKey, nullptr);
-    delete record;
+    record->tag = 0; // whoever still has the record does not take it for one
 }
 
 } // namespace
@@ -99,6 +96,7 @@ int guiImage_onConfigure(ScriptClass& scriptClass)
 
 QPixmap const* guiImage_getPixmap(ScriptObject* image)
 {
+    assertOnGuiThread();
     guiImageData* record = image ? guiImage_getData(image->getPrivate()) : nullptr;
     return record ? record->image.get() : nullptr;
 }

@@ -1,15 +1,17 @@
 // controls/guiimagec.cpp: see guiimagec.h.
 #include "controls/guiimagec.h"
 
+#include "controls/guicontrolhost.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
-#include "page/guinumbers.h"
-#include "runtime/gui.h"
+#include "foundation/vela-threadrole.h"
 
 #include <QBuffer>
 #include <QImageReader>
 #include <QPixmap>
 #include <QPixmapCache>
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -30,50 +32,39 @@ bool decode(void const* data, unsigned length, QPixmap& image)
     return !image.isNull();
 }
 
-// The limit counts kilobytes and grows by bytes, so that it is at its ceiling after a few pictures.
-void remember(QString const& name, QPixmap const& image)
+/// The cache limit counts kilobytes, but each picture adds its size in bytes: it reaches the maximum after a few
+/// pictures.
+void cacheImage(QString const& name, QPixmap const& image)
 {
+    assert(!image.isNull());
     std::int64_t bytes = std::int64_t{image.width()} * image.height() * image.depth() / 8;
     std::int64_t limit = std::min<std::int64_t>(QPixmapCache::cacheLimit() + bytes, kMaxCacheLimit);
     QPixmapCache::setCacheLimit(static_cast<int>(limit));
     QPixmapCache::insert(name, image);
 }
 
-int failed(sstring const& name, char const* why)
+int logFailure(sstring const& name, char const* why)
 {
-    guiComponent::logError("guiLoadImage() - failed to load image %s; %s\n", guiComponent::printable(name).c_str(),
-                           why);
+    velaLog("guiLoadImage() - failed to load image %s; %s\n", velaPrintable(name).c_str(), why);
     return 0;
-}
-
-bool hasOneOf(sstring const& extension, std::initializer_list<char const*> known)
-{
-    return std::any_of(known.begin(), known.end(), [&](char const* each) { return guiIsWord(extension, each); });
 }
 
 } // namespace
 
-int getFindFileType(sstring const& name)
-{
-    unsigned const dot = name.rfind('.');
-    sstring const extension = dot == sstring::npos ? sstring() : name.subString(dot);
-    if (hasOneOf(extension, {".wav", ".avi", ".avz"}))
-        return kFileMovie;
-    return hasOneOf(extension, {".bmp", ".gif", ".jpg", ".jpeg", ".png"}) ? kFilePicture : kFileOther;
-}
-
 int guiLoadImage(ScriptObject* owner, sstring const& name, QPixmap& image)
 {
+    assertOnGuiThread();
     QString const key = sstoq(name);
     if (QPixmapCache::find(key, &image))
         return 1;
     void const* data = nullptr;
     unsigned length = 0;
-    if (!pGUI->getLoadFile()->readFile(owner, name, &data, &length))
-        return failed(name, "file not found");
+    HostLoadFile* files = guiControlHost::current().loadFile();
+    if (!files || !files->readFile(owner, name, &data, &length))
+        return logFailure(name, "file not found");
     if (!decode(data, length, image))
-        return failed(name, "bad format");
-    remember(key, image);
+        return logFailure(name, "bad format");
+    cacheImage(key, image);
     return 1;
 }
 
@@ -86,4 +77,8 @@ QPixmap guiLoadImage(ScriptObject* owner, sstring const& name)
 
 QPixmap guiLoadBrokenImage(ScriptObject* owner) { return guiLoadImage(owner, sstring(kBrokenImage)); }
 
-void guiFreeImages() { QPixmapCache::clear(); }
+void guiFreeImages()
+{
+    assertOnGuiThread();
+    QPixmapCache::clear();
+}

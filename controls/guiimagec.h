@@ -1,30 +1,19 @@
-// controls/guiimagec.h: loads pictures and keeps the decoded ones, so that a picture on many pages is decoded once.
+// controls/guiimagec.h: loads pictures and caches them, so that a picture on many pages is decoded once.
 #pragma once
 
-#include "foundation/vela-string.h"
+#include "page/guifiletype.h"
 
 class QPixmap;
 class ScriptObject;
 
-/// What getFindFileType() returns.
-enum guiFindFileType : int
-{
-    kFilePicture = 0,
-    kFileMovie = 1,
-    kFileOther = 2,
-};
-
-/// What a file's last extension says that it is, in any case: ".bmp", ".gif", ".jpg", ".jpeg" and ".png" are pictures,
-/// ".wav", ".avi" and ".avz" movies.
-int getFindFileType(sstring const& name);
-
 /// The picture in a file, by full name or relative to the script that owns `owner` (may be null). 1, or 0 after a log
-/// line. A picture beyond 16384 pixels on a side or 256 MiB decoded is refused. GUI thread; needs the component.
+/// line. A picture with a side of more than 16384 pixels, or of more than 256 MiB when decoded, is refused. GUI thread;
+/// needs the component.
 int guiLoadImage(ScriptObject* owner, sstring const& name, QPixmap& image);
-/// The same; a null pixmap when it can not be loaded.
+/// The same; a null pixmap when it cannot be loaded.
 QPixmap guiLoadImage(ScriptObject* owner, sstring const& name);
-/// The picture shown in place of one that can not be loaded.
+/// The picture that is shown instead of one that cannot be loaded.
 inline constexpr char kBrokenImage[] = "vfs://GuiWindow/broken.png";
 QPixmap guiLoadBrokenImage(ScriptObject* owner);
-/// Forgets all decoded pictures.
+/// Empties the cache. GUI thread.
 void guiFreeImages();

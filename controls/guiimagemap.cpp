@@ -3,26 +3,29 @@
 
 #include <QPainterPath>
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
 QPolygon polygon(int const* xs, int const* ys, int count)
 {
+    assert(count >= 0);
     QPolygon points(count);
     for (int i = 0; i < count; ++i)
         points.setPoint(i, xs[i], ys[i]);
     return points;
 }
 
-/// The toolkit's circle, as it fills it. A point for every few pixels, so it is made when it is asked for.
+/// A circle as the toolkit fills it. It has a point for every few pixels, so it is only made when it is needed.
 QPolygon circleIn(QRect const& box)
 {
+    assert(!box.isEmpty()); // there is no polygon of it
     QPainterPath path;
     path.addEllipse(box);
     return path.toSubpathPolygons().at(0).toPolygon();
 }
 
-/// Whether an edge is crossed on the way from the point to the left. An edge's lower end is not its own.
+/// Whether a line from the point to the left crosses an edge. The lower end of an edge does not belong to it.
 bool isCrossed(QPoint from, QPoint to, int x, int y)
 {
     if (from.y() > to.y())
@@ -34,8 +37,9 @@ bool isCrossed(QPoint from, QPoint to, int x, int y)
     return (qint64{x} - from.x()) * height >= (qint64{y} - from.y()) * width;
 }
 
-/// The odd-even rule, pixel for pixel as the toolkit fills regions. A region itself is a list of rectangles: a large
-/// circle takes seconds to become one, and a polygon that goes to and fro never does.
+/// The odd-even rule, with the same result for each pixel as the toolkit's regions. A region itself would not do: it is
+/// a list of rectangles, which takes seconds to compute for a large circle and practically for ever for a polygon whose
+/// edges cross many times.
 bool isInside(QPolygon const& shape, int x, int y)
 {
     bool inside = false;

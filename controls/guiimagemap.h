@@ -12,7 +12,7 @@
 class guiImageMapRegion
 {
 public:
-    /// A rectangle; none without a width and a height.
+    /// A rectangle; nothing is in it unless it has a width and a height.
     guiImageMapRegion(sstring const& link, int x, int y, int width, int height);
     /// A circle around (cx, cy).
     guiImageMapRegion(sstring const& link, int cx, int cy, int radius);
@@ -23,7 +23,7 @@ public:
     sstring hitTest(int x, int y) const;
 
 private:
-    enum kind_t : unsigned char
+    enum shapeKind : unsigned char
     {
         kRectangle,
         kCircle,
@@ -32,12 +32,13 @@ private:
 
     bool contains(int x, int y) const;
 
-    kind_t m_kind = kRectangle;
+    shapeKind m_kind = kRectangle;
     QPolygon m_points; // of a polygon
     QRect m_box;       // around the shape
     sstring m_link;
 };
 
+/// The areas of one picture. A plain value, used on one thread at a time.
 class guiImageMap
 {
 public:
@@ -48,7 +49,7 @@ public:
     void addRegion(guiImageMapRegion const& region) { m_regions.push_back(region); }
     unsigned getRegionCount() const { return static_cast<unsigned>(m_regions.size()); }
     std::unique_ptr<guiImageMap> Clone() const { return std::make_unique<guiImageMap>(*this); }
-    /// The link of the first region, in the order of adding, that the point lies in and that has one; else "".
+    /// The link at a point: that of the first region there, in the order of adding, that has a link; else "".
     sstring hitTest(int x, int y) const;
 
 private:

@@ -1,14 +1,16 @@
 // controls/guimovie.cpp: see guimovie.h.
 #include "controls/guimovie.h"
 
+#include "controls/guicontrolhost.h"
 #include "controls/guihtmlimage.h"
-#include "controls/guiimagec.h"
 #include "foundation/pmutex.h"
 #include "foundation/threading.h"
+#include "foundation/vela-log.h"
+#include "page/guifiletype.h"
 #include "page/guinumbers.h"
-#include "runtime/gui.h"
 
 #include <algorithm>
+#include <cassert>
 #include <ctime>
 #include <utility>
 
@@ -20,7 +22,7 @@ bool isSound(sstring const& name)
     return dot != sstring::npos && guiIsWord(name.subString(dot), ".wav");
 }
 
-/// Waits until the event is set or the time is over.
+/// Waits until the event is set or the time has passed.
 void waitAtMost(pevent* event, unsigned milliseconds)
 {
     timespec deadline;
@@ -43,6 +45,7 @@ guiMovie::guiMovie(ScriptObject* owner, sstring const& name) : guiMovie() { load
 guiMovie::~guiMovie()
 {
     stop();
+    assert(!m_hasThread && !m_isPlaying);
     pevent_destroy(m_wake);
     pmutex_destroy(m_lock);
 }
@@ -51,33 +54,42 @@ bool guiMovie::isMovie(sstring const& name) { return getFindFileType(name) == kF
 
 int guiMovie::loadFile(ScriptObject* owner, sstring const& name)
 {
+    assertOnGuiThread();
     freeMovie();
     void const* data = nullptr;
     unsigned length = 0;
     bool const isKnown = isMovie(name);
-    bool const isRead = isKnown && pGUI->getLoadFile()->readFile(owner, name, &data, &length);
+    HostLoadFile* files = guiControlHost::current().loadFile();
+    bool const isRead = isKnown && files && files->readFile(owner, name, &data, &length);
     if (isRead && isSound(name))
         m_video.audio.assign(static_cast<unsigned char const*>(data), static_cast<unsigned char const*>(data) + length);
     if (isRead && (hasAudio() || loadVideo(data, length, m_video)))
         return 1;
-    guiComponent::logError("guiMovie::loadFile() - failed to load movie %s; %s\n",
-                           guiComponent::printable(name).c_str(), isKnown && !isRead ? "file not found" : "bad format");
+    velaLog("guiMovie::loadFile() - failed to load movie %s; %s\n", velaPrintable(name).c_str(),
+            isKnown && !isRead ? "file not found" : "bad format");
     return 0;
 }
 
 void guiMovie::freeMovie()
 {
     stop();
+    assertAtRestOrOnPlayer();
     m_video = {};
     m_next = 0;
 }
 
-void guiMovie::onStopped(stopped_t callback, void* data)
+void guiMovie::onStopped(stoppedCallback callback, void* data)
 {
     pmutex_request(m_lock);
     m_callback = callback;
     m_callbackData = data;
     pmutex_release(m_lock);
+}
+
+void guiMovie::setRenderTarget(guiHtmlImage* target)
+{
+    assert(!m_hasThread);
+    m_target = target;
 }
 
 void guiMovie::play(int loop)
@@ -87,16 +99,18 @@ void guiMovie::play(int loop)
         resume();
         return;
     }
-    join(); // of the time before
+    join(); // the thread of the last time, which has ended by itself
     if (!isValid())
         return;
+    assertAtRestOrOnPlayer();
     m_next = 0;
     pevent_reset(m_wake);
     m_isPaused = false;
     m_isPlaying = true;
-    m_player = pthread_create_managed(&guiMovie::threadMain, reinterpret_cast<intptr_t>(this));
-    m_hasPlayer = m_player != noThread;
-    m_isPlaying = m_hasPlayer;
+    m_thread = pthread_create_managed(&guiMovie::threadMain, reinterpret_cast<intptr_t>(this));
+    m_hasThread = m_thread != kNoThread;
+    if (!m_hasThread)
+        m_isPlaying = false;
 }
 
 void guiMovie::resume()
@@ -115,8 +129,10 @@ void guiMovie::stop()
 
 void guiMovie::join()
 {
-    if (std::exchange(m_hasPlayer, false))
-        pthread_join(m_player, nullptr);
+    if (!std::exchange(m_hasThread, false))
+        return;
+    assert(!pthread_equal(pthread_self(), m_thread)); // the player cannot wait for its own end
+    pthread_join(m_thread, nullptr);
 }
 
 // ---- The player's thread ----
@@ -129,7 +145,9 @@ intptr_t guiMovie::threadMain(intptr_t self)
 
 void guiMovie::run()
 {
-    constexpr unsigned kShortest = 1; // milliseconds: a movie of frames without a duration keeps no processor busy
+    constexpr unsigned kShortestFrame =
+        1; // milliseconds, so that frames without a duration do not keep a processor busy
+    m_player.claim();
     while (m_isPlaying) {
         if (m_isPaused) {
             pevent_wait(m_wake);
@@ -137,14 +155,16 @@ void guiMovie::run()
         }
         if (!showNext())
             break;
+        assert(m_next >= 1 && m_next <= m_video.frames.size());
         unsigned const duration = m_video.frames[m_next - 1].duration;
-        waitAtMost(m_wake, std::max(duration, kShortest));
+        waitAtMost(m_wake, std::max(duration, kShortestFrame));
     }
     m_isPlaying = false;
-    tellStopped();
+    notifyStopped();
+    m_player.release();
 }
 
-/// Hands the next frame over; false behind the last one, and without any.
+/// Hands the next frame over; false when there is none left, or none at all.
 bool guiMovie::showNext()
 {
     if (m_next >= m_video.frames.size()) {
@@ -158,10 +178,10 @@ bool guiMovie::showNext()
     return true;
 }
 
-void guiMovie::tellStopped()
+void guiMovie::notifyStopped()
 {
     pmutex_request(m_lock);
-    stopped_t const callback = std::exchange(m_callback, nullptr);
+    stoppedCallback const callback = std::exchange(m_callback, nullptr);
     void* const data = m_callbackData;
     pmutex_release(m_lock);
     if (callback)

@@ -1,11 +1,13 @@
-// controls/guimovie.h: a movie: decoded whole when it is loaded, its frames handed to an image node one after another
-// by a thread of its own.
+// controls/guimovie.h: a movie. All of it is decoded when it is loaded; a thread of its own then hands its frames to an
+// image node one after another.
 #pragma once
 
 #include "controls/readavi.h"
 #include "foundation/vela-string.h"
+#include "foundation/vela-threadrole.h"
 
 #include <atomic>
+#include <cassert>
 #include <pthread.h>
 
 class guiHtmlImage;
@@ -18,7 +20,7 @@ struct pmutex;
 class guiMovie
 {
 public:
-    using stopped_t = void (*)(guiMovie* movie, void* data);
+    using stoppedCallback = void (*)(guiMovie* movie, void* data);
 
     guiMovie();
     /// Also loads the file; isValid() says whether it could.
@@ -31,8 +33,8 @@ public:
     /// Whether the name's last extension is ".wav", ".avi" or ".avz", in any case.
     static bool isMovie(sstring const& name);
 
-    /// Reads the file through the component, by full name with a movie's extension; what was loaded before is gone. 1,
-    /// or 0 after a log line, and the movie is empty.
+    /// Replaces what was loaded before by a file, which the component reads; `name` is its full name, with a movie's
+    /// extension. 1, or 0 after a log line, and the movie is then empty.
     int loadFile(ScriptObject* owner, sstring const& name);
     /// Stops the movie and frees what was loaded.
     void freeMovie();
@@ -41,36 +43,39 @@ public:
     bool hasAudio() const { return !m_video.audio.empty(); }
     std::vector<VideoFrame> const& getFrames() const { return m_video.frames; }
 
-    /// The node that shows the frames, not owned; null: none. While the movie is not playing.
-    void setRenderTarget(guiHtmlImage* target) { m_target = target; }
-    /// Starts from the first frame, `loop` not 0 over and over; goes on where it was paused; nothing while it plays. A
-    /// movie without frames ends at once.
+    /// The node that shows the frames, not owned; null: none. Only while no player runs.
+    void setRenderTarget(guiHtmlImage* target);
+    /// Starts from the first frame, over and over when `loop` is not 0. A paused movie goes on where it was paused; one
+    /// that plays goes on playing. A movie without frames ends at once.
     void play(int loop);
     void pause() { m_isPaused = true; }
     void resume();
     /// Ends playing and waits until the last frame has been handed over.
     void stop();
     bool isPlaying() const { return m_isPlaying; }
-    /// What to call, on the player's thread, when the movie ends or is stopped; once.
-    void onStopped(stopped_t callback, void* data);
+    /// Called once, on the player's thread, when the movie ends or is stopped.
+    void onStopped(stoppedCallback callback, void* data);
 
 private:
     static intptr_t threadMain(intptr_t self);
     void run();
-    bool showNext();
-    void tellStopped();
+    bool showNext() TARN_ON(m_player);
+    void notifyStopped() TARN_ON(m_player);
     void join();
+    /// Ends the program while the player runs on another thread, in builds with assertions.
+    void assertAtRestOrOnPlayer() const TARN_PROVES(m_player) { assert(m_player.isHeld()); }
 
-    guiVideo m_video;
+    guiVideo m_video; // constant while a player runs
     guiHtmlImage* m_target = nullptr;
     std::atomic<bool> m_isPlaying{false};
     std::atomic<bool> m_isPaused{false};
     std::atomic<bool> m_isLooping{false};
-    std::size_t m_next = 0; // frame; the player's while it runs
-    pthread_t m_player{};
-    bool m_hasPlayer = false;       // a thread was started and not joined yet
-    stopped_t m_callback = nullptr; // guarded by m_lock
-    void* m_callbackData = nullptr; // guarded by m_lock
-    pmutex* m_lock;                 // owned
-    pevent* m_wake;                 // owned; ends the wait for the next frame early
+    velaThreadRole m_player;                          // held by the thread while it plays
+    std::size_t m_next TARN_GUARDED_BY(m_player) = 0; // frame
+    pthread_t m_thread{};                             // the player's, while m_hasThread
+    bool m_hasThread = false;                         // a thread was started and has not been joined yet
+    stoppedCallback m_callback = nullptr;             // guarded by m_lock
+    void* m_callbackData = nullptr;                   // guarded by m_lock
+    pmutex* m_lock;                                   // owned
+    pevent* m_wake;                                   // owned; ends the wait for the next frame early
 };

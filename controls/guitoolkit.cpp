@@ -1,5 +1,5 @@
-// controls/guitoolkit.cpp: declares the class. FIXME: it has no methods yet, so a script can make objects of it and do
-// nothing with them.
+// controls/guitoolkit.cpp: see guitoolkit.h. FIXME: the class has no methods yet, so its objects are of no use to a
+// script.
 #include "controls/guitoolkit.h"
 
 int guiToolkit_onConfigure(ScriptClass&) { return 1; }

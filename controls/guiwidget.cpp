@@ -1,17 +1,16 @@
-// controls/guiwidget.cpp: see guiwidget.h. Whatever is called on a node may run script, which may close this window.
-// The widget itself survives until its handlers have returned (guidispatch.h), but its page may be unbound: each step
-// asks again.
+// controls/guiwidget.cpp: see guiwidget.h. Almost every call of a node may run script, which may close this window. The
+// widget itself lives until its handlers have returned (guieventscope.h), but its page may be unbound meanwhile, so
+// each step checks again.
 #include "controls/guiwidget.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guicontrolhost.h"
+#include "controls/guieventscope.h"
+#include "controls/guiwidgetscrollbar.h"
 #include "page/guichildspan.h"
 #include "page/guihtml.h"
 #include "page/guilaterevents.h"
 #include "page/guinodewatch.h"
-#include "runtime/gui.h"
-#include "runtime/guicallback.h"
-#include "runtime/guihtmlbase.h"
-#include "runtime/guithread.h"
+#include "page/guipageroot.h"
 
 #include <QChildEvent>
 #include <QCoreApplication>
@@ -20,40 +19,31 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>
-#include <algorithm>
-#include <vector>
+#include <cassert>
+#include <cstdlib>
 
 namespace {
 
-std::vector<guiWidget*> theWindows; // GUI thread
-
-/// Drops mouse moves while it exists, so that they do not pile up behind a slow handler.
-class moveBlock
+/// Discards mouse moves while it exists, so that they do not queue up behind a slow handler.
+class mouseMoveBlock
 {
 public:
-    moveBlock()
-    {
-        if (pGUI)
-            pGUI->getThread()->disableMM();
-    }
-    ~moveBlock()
-    {
-        if (pGUI)
-            pGUI->getThread()->enableMM();
-    }
-    moveBlock(moveBlock const&) = delete;
-    moveBlock& operator=(moveBlock const&) = delete;
+    mouseMoveBlock() { guiControlHost::current().disableMM(); }
+    ~mouseMoveBlock() { guiControlHost::current().enableMM(); }
+    mouseMoveBlock(mouseMoveBlock const&) = delete;
+    mouseMoveBlock& operator=(mouseMoveBlock const&) = delete;
 };
 
-/// Whether the page paints every pixel of its rectangle, so that nothing has to be put under it.
+/// Whether the page paints every pixel of its rectangle, so that nothing has to be painted under it.
 bool isOpaque(guiHtml const* page)
 {
     return page->hasBackgroundColor() && !page->hasString(kStringBackground) && page->m.border == 0 &&
            page->m.space == 0;
 }
 
-/// The innermost node under the point that has the scroll bar, null when there is none.
-QScrollBar* barUnder(guiHtml* node, QPoint at, Qt::Orientation orientation)
+/// The scroll bar of the innermost scrolled node under the point, null when there is none. The point is relative to the
+/// content of the node's parent.
+QScrollBar* scrollBarAt(guiHtml* node, QPoint at, Qt::Orientation orientation)
 {
     guiRect rect = node->m.rect;
     if (at.x() < rect.left || at.x() >= rect.right() || at.y() < rect.top || at.y() >= rect.bottom())
@@ -63,7 +53,7 @@ QScrollBar* barUnder(guiHtml* node, QPoint at, Qt::Orientation orientation)
                   at.y() - rect.top + static_cast<int>(scroll.posY));
     guiChildSpan span(node, {inside.x(), 1, inside.y(), 1});
     while (guiHtml* child = span.next())
-        if (QScrollBar* bar = barUnder(child, inside, orientation))
+        if (QScrollBar* bar = scrollBarAt(child, inside, orientation))
             return bar;
     return orientation == Qt::Vertical ? scroll.barY.data() : scroll.barX.data();
 }
@@ -72,6 +62,7 @@ QScrollBar* barUnder(guiHtml* node, QPoint at, Qt::Orientation orientation)
 
 guiWidget::guiWidget(QWidget* parent, char const* name, int modal, Qt::WindowFlags flags) : QDialog(parent, flags)
 {
+    assertOnGuiThread();
     setObjectName(QString::fromUtf8(name));
     if (modal)
         setWindowModality(Qt::ApplicationModal);
@@ -80,37 +71,38 @@ guiWidget::guiWidget(QWidget* parent, char const* name, int modal, Qt::WindowFla
     setAttribute(Qt::WA_StaticContents);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
-    theWindows.push_back(this);
 }
 
 guiWidget::~guiWidget()
 {
-    std::erase(theWindows, this);
+    assertOnGuiThread();
+    assert(!isPainting());
     unbind();
 }
 
 void guiWidget::unbind()
 {
-    guiHtmlBase* bound = htmlBase;
+    guiPageRoot* bound = htmlBase;
     htmlBase = nullptr;
     hoverNode = nullptr;
-    if (bound && pGUI)
-        pGUI->onClose(this, bound);
+    if (bound)
+        guiControlHost::current().onClose(this, bound);
 }
 
 void guiWidget::deleteWhenSafe()
 {
-    if (paintDepth != 0) {
+    assertOnGuiThread();
+    if (isPainting()) {
         deletePending = 1;
         return;
     }
-    if (!guiDispatch::isActive()) {
+    if (!guiEventScope::isActive()) {
         delete this;
         return;
     }
     unbind();
     hide();
-    guiDispatch::deleteAfterwards(this);
+    guiEventScope::deleteAfterwards(this);
 }
 
 void guiWidget::refresh()
@@ -119,7 +111,7 @@ void guiWidget::refresh()
     hoverNode = nullptr;
     if (!old)
         return;
-    guiDispatch dispatch;
+    guiEventScope scope;
     old->onMouseOff();
     setCursor(Qt::ArrowCursor);
 }
@@ -128,30 +120,32 @@ void guiWidget::onHtmlDestroy(guiHtml* node)
 {
     if (!node || node != hoverNode)
         return;
-    guiLaterEvents later; // the tree around the node is being taken apart: no handler may look at it now
+    guiLaterEvents later; // the tree around the node is being destroyed: no handler may see it now
     refresh();
-}
-
-void guiWidget::forgetNode(guiHtml* node)
-{
-    auto hovers = [node](guiWidget* window) { return window->hoverNode == node; };
-    auto found = std::find_if(theWindows.begin(), theWindows.end(), hovers);
-    if (found != theWindows.end())
-        (*found)->onHtmlDestroy(node);
 }
 
 int guiWidget::logPixelsY() const { return metric(PdmDpiY); }
 
-QWidget* guiWidget::shelf()
+QWidget* guiWidget::outOfView()
 {
-    if (!m_shelf) {
-        m_shelf = new QWidget(this);
-        m_shelf->hide(); // or the window would show it with itself
+    if (!m_outOfView) {
+        m_outOfView = new QWidget(this);
+        m_outOfView->hide(); // else it would be shown together with the window
     }
-    return m_shelf;
+    return m_outOfView;
 }
 
-// While the window paints, the toolkit does not move pixels.
+QScrollBar* guiWidget::createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name)
+{
+    assertOnGuiThread();
+    assert(node);
+    auto* bar = new guiWidgetScrollBar(orientation, this, name);
+    bar->owner = node;
+    bar->hide();
+    return bar;
+}
+
+// The toolkit does not move pixels while the window paints.
 bool guiWidget::scrollPixels(QRect const& area, int dx, int dy)
 {
     bool const canMove = isVisible() && !isPainting() && std::abs(dx) < area.width() && std::abs(dy) < area.height();
@@ -166,6 +160,7 @@ bool guiWidget::scrollPixels(QRect const& area, int dx, int dy)
 
 void guiWidget::hover(QPoint at)
 {
+    assert(livePage());
     int x = at.x();
     int y = at.y();
     guiHtml* node = livePage()->hitTest(&x, &y);
@@ -179,14 +174,14 @@ void guiWidget::hover(QPoint at)
     if (node && old != node && hoverNode == node && found.alive())
         node->onMouseOn();
     if (!node || hoverNode != node || !found.alive())
-        return; // a handler replaced the page, or moved the pointer elsewhere
-    moveBlock block;
+        return; // a handler has replaced the page or moved the pointer
+    mouseMoveBlock block;
     node->onMouseMove(x, y);
 }
 
 void guiWidget::mouseMoveEvent(QMouseEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (livePage())
         hover(event->position().toPoint());
     QDialog::mouseMoveEvent(event);
@@ -194,7 +189,7 @@ void guiWidget::mouseMoveEvent(QMouseEvent* event)
 
 void guiWidget::mousePressEvent(QMouseEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     QDialog::mousePressEvent(event);
     QPoint at = event->position().toPoint();
     int x = at.x();
@@ -202,8 +197,8 @@ void guiWidget::mousePressEvent(QMouseEvent* event)
     guiHtml* node = livePage() ? livePage()->hitTest(&x, &y) : nullptr;
     if (!node)
         return;
-    // A window may open, or change its page, beneath a pointer that rests, and moves are dropped while a handler runs:
-    // the run of text learns where the pointer is now. It fires no event for that.
+    // The run of text may not know where the pointer is: the window may have opened, or changed its page, under a
+    // pointer that did not move, and moves are discarded while a handler runs. It fires no event for this call.
     if (node->getType() == guiHtml::kTypeText)
         node->onMouseMove(x, y);
     node->onMouseDown(x, y);
@@ -211,8 +206,8 @@ void guiWidget::mousePressEvent(QMouseEvent* event)
 
 void guiWidget::mouseReleaseEvent(QMouseEvent* event)
 {
-    guiDispatch dispatch;
-    if (guiHtmlBase* page = livePage()) {
+    guiEventScope scope;
+    if (guiPageRoot* page = livePage()) {
         int x = event->position().toPoint().x();
         int y = event->position().toPoint().y();
         if (guiHtml* node = page->hitTest(&x, &y))
@@ -224,7 +219,7 @@ void guiWidget::mouseReleaseEvent(QMouseEvent* event)
 
 void guiWidget::enterEvent(QEnterEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (livePage())
         hover(event->position().toPoint());
     QDialog::enterEvent(event);
@@ -232,12 +227,12 @@ void guiWidget::enterEvent(QEnterEvent* event)
 
 void guiWidget::leaveEvent(QEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     refresh();
     QDialog::leaveEvent(event);
 }
 
-// The toolkit tells a child that the pointer came, but not its parent that the pointer is on the page no more.
+// When the pointer enters a child, the toolkit does not tell the parent, for whose page it has then left.
 void guiWidget::childEvent(QChildEvent* event)
 {
     if (event->added())
@@ -248,7 +243,7 @@ void guiWidget::childEvent(QChildEvent* event)
 bool guiWidget::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Enter && watched->parent() == this) {
-        guiDispatch dispatch;
+        guiEventScope scope;
         refresh();
     }
     return QDialog::eventFilter(watched, event);
@@ -258,13 +253,13 @@ void guiWidget::wheelEvent(QWheelEvent* event)
 {
     bool isHorizontal = std::abs(event->angleDelta().x()) > std::abs(event->angleDelta().y());
     QPoint at = event->position().toPoint();
-    guiHtmlBase* page = livePage();
-    QScrollBar* bar = page ? barUnder(page, at, isHorizontal ? Qt::Horizontal : Qt::Vertical) : nullptr;
+    guiPageRoot* page = livePage();
+    QScrollBar* bar = page ? scrollBarAt(page, at, isHorizontal ? Qt::Horizontal : Qt::Vertical) : nullptr;
     if (!bar) {
         QDialog::wheelEvent(event);
         return;
     }
-    guiDispatch dispatch;
+    guiEventScope scope;
     QCoreApplication::sendEvent(bar, event);
 }
 
@@ -272,14 +267,14 @@ void guiWidget::wheelEvent(QWheelEvent* event)
 
 void guiWidget::keyPressEvent(QKeyEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (guiHandleKey(livePage(), event->key(), true))
         event->accept();
     else
         QDialog::keyPressEvent(event);
 }
 
-// The page is a stop for keys, but not one that Tab should find between two of its controls.
+// The page itself can have the focus, but Tab should not stop there on the way from one control to the next.
 bool guiWidget::focusNextPrevChild(bool next)
 {
     bool moved = QDialog::focusNextPrevChild(next);
@@ -288,7 +283,7 @@ bool guiWidget::focusNextPrevChild(bool next)
 
 void guiWidget::resizeEvent(QResizeEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (livePage()) {
         guiRect rect{0, width(), 0, height()};
         livePage()->setRect(&rect);
@@ -301,9 +296,9 @@ void guiWidget::resizeEvent(QResizeEvent* event)
 
 void guiWidget::showEvent(QShowEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     QDialog::showEvent(event);
-    tellVisibility();
+    reportVisibility();
     refresh();
     if (livePage())
         livePage()->onShow();
@@ -313,27 +308,26 @@ void guiWidget::hideEvent(QHideEvent* event)
 {
     QDialog::hideEvent(event);
     if (!event->spontaneous()) // a minimised window is still open to the user
-        tellVisibility();
+        reportVisibility();
 }
 
-/// A script that waits for the window to close goes by this. It then reads the form, which a page that is closing has
-/// not written yet.
-void guiWidget::tellVisibility()
+/// Script that waits for the window to close goes on when the window counts as invisible, and then reads the form. So a
+/// window that is closing counts as visible until its page has written the form.
+void guiWidget::reportVisibility()
 {
-    if (pGUI)
-        pGUI->onVisible(this, isVisible() || isPainting() || m_isClosing);
+    guiControlHost::current().onVisible(this, isVisible() || isPainting() || m_isClosing);
 }
 
 void guiWidget::closeEvent(QCloseEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     event->ignore();
     m_isClosing = true;
     hide();
     if (livePage())
         livePage()->destroyWidget();
     m_isClosing = false;
-    tellVisibility();
+    reportVisibility();
 }
 
 // ---- Painting ----
@@ -344,20 +338,21 @@ void guiWidget::paintEvent(QPaintEvent* event)
         QDialog::paintEvent(event);
         return;
     }
-    guiDispatch dispatch;
+    guiEventScope scope;
     ++paintDepth;
     if (paintDepth > 1)
-        m_missed += event->region();
+        m_missedDamage += event->region();
     else
         paintRegion(event->region());
+    assert(isPainting());
     if (--paintDepth == 0)
         endPaint();
 }
 
 void guiWidget::paintRegion(QRegion const& region)
 {
-    if (isActiveWindow() && pGUI)
-        pGUI->setCurrentWindow(this);
+    if (isActiveWindow())
+        guiControlHost::current().setCurrentWindow(this);
     ensureBuffer();
     if (backBuffer.isNull())
         paintPage(this, region);
@@ -379,12 +374,13 @@ void guiWidget::ensureBuffer()
     if (isSameScale && present.width() >= width() && present.height() >= height())
         return;
     QSize wanted = size() + QSize(kBackBufferMargin, kBackBufferMargin);
-    backBuffer = QPixmap(); // first, so that the two never exist together
+    backBuffer = QPixmap(); // first, so that there are never two buffers at a time
     backBuffer = makeBuffer(isSameScale ? wanted.expandedTo(present) : wanted);
 }
 
 void guiWidget::paintPage(QPaintDevice* device, QRegion const& region)
 {
+    assert(isPainting());
     QPainter painter(device);
     painter.setClipRegion(region);
     if (!htmlBase)
@@ -402,17 +398,18 @@ void guiWidget::paintThroughBuffer(QRegion const& region)
     painter.drawPixmap(QRectF(rect()), backBuffer, QRectF(QPointF(), QSizeF(size()) * backBuffer.devicePixelRatio()));
 }
 
-// The toolkit still holds on to a widget whose paint event returns, so it is deleted right after, by the event loop.
+// The toolkit still uses the widget when its paint event returns, so the event loop deletes it afterwards.
 void guiWidget::endPaint()
 {
+    assert(!isPainting());
     if (deletePending) {
         unbind();
         hide();
-        guiDispatch::deleteAfterwards(this);
-    } else if (!m_missed.isEmpty()) {
-        update(m_missed);
+        guiEventScope::deleteAfterwards(this);
+    } else if (!m_missedDamage.isEmpty()) {
+        update(m_missedDamage);
     }
-    m_missed = QRegion();
-    tellVisibility();
-    guiCallback_postNullEvent();
+    m_missedDamage = QRegion();
+    reportVisibility();
+    guiControlHost::current().wakeWaiters();
 }

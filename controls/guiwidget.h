@@ -1,17 +1,20 @@
-// controls/guiwidget.h: the top-level widget of a window. It paints the page and turns what the toolkit reports (mouse,
-// keys, paint, resize, show, close) into calls on the page tree; all behaviour is in the nodes.
+// controls/guiwidget.h: the top-level widget of a window. It turns the toolkit's events (mouse, keys, paint, resize,
+// show, close) into calls of the page's nodes, which have all the behaviour, and has the page paint itself.
 #pragma once
+
+#include "foundation/vela-threadrole.h"
+#include "page/guipagesurface.h"
 
 #include <QDialog>
 #include <QPixmap>
 
 class guiHtml;
-class guiHtmlBase;
+class guiPageRoot;
 class QEvent;
 
-/// Made unbound; the page root binds `htmlBase`. While that is null, every handler does what the toolkit does and no
-/// more. GUI thread.
-class guiWidget : public QDialog
+/// Made unbound; the page root sets `htmlBase`. While that is null, every handler only does what the toolkit does by
+/// default. GUI thread.
+class guiWidget : public QDialog, public guiPageSurface
 {
     Q_OBJECT
 
@@ -24,24 +27,22 @@ public:
     ~guiWidget() override;
 
     bool isPainting() const { return paintDepth != 0; }
-    /// Deletes the widget; while it paints, at the end of the outermost paint; while another of its handlers runs, when
-    /// that has returned. The page is unbound and the window hidden at once unless it paints.
+    /// Deletes the widget at once, or as soon as that is safe: at the end of the outermost paint event, or when all
+    /// event scopes have ended. Except during a paint event, the page is unbound and the window hidden at once.
     void deleteWhenSafe();
-    /// The pointer is over no node any more: the hovered one is told and the cursor is an arrow again.
+    /// Forgets the node under the pointer, tells it so, and makes the cursor an arrow again.
     void refresh();
-    /// The node is going, or its widgets are.
-    void onHtmlDestroy(guiHtml* node);
-    /// The same for all windows.
-    static void forgetNode(guiHtml* node);
+    /// The node, or its widgets, are about to be destroyed.
+    void onHtmlDestroy(guiHtml* node) override;
+    bool isHovering(guiHtml const* node) const override { return node == hoverNode; }
     /// Vertical resolution in dots per inch.
     int logPixelsY() const;
-    /// A hidden child, under which the window keeps native widgets that are out of view.
-    QWidget* shelf();
-    /// Moves the pixels of `area`, those of the widgets in it too, by (dx, dy) and has the strip that appears painted.
-    /// False when that can not be: then all of the area is painted.
-    bool scrollPixels(QRect const& area, int dx, int dy);
+    /// The hidden parent of the native widgets that are out of view.
+    QWidget* outOfView();
+    QScrollBar* createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name) override;
+    bool scrollPixels(QRect const& area, int dx, int dy) override;
 
-    guiHtmlBase* htmlBase = nullptr; ///< the page; not owned
+    guiPageRoot* htmlBase = nullptr; ///< the page; not owned
     guiHtml* hoverNode = nullptr;    ///< the node under the pointer; not owned, dropped by onHtmlDestroy()
     QPixmap backBuffer;              ///< in device pixels; null until the first paint
     unsigned paintDepth = 0;         ///< paintEvent() calls on the stack
@@ -58,8 +59,8 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
-    // Beyond the toolkit's defaults: the pointer can come and go without a move that this widget sees, and Tab goes
-    // from control to control.
+    // The pointer can enter and leave the page without a mouse move that this widget sees, and Tab goes from control to
+    // control.
     bool focusNextPrevChild(bool next) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
@@ -71,27 +72,28 @@ protected:
     virtual QPixmap makeBuffer(QSize const& size);
 
 private:
-    /// The page, null as soon as the window is to go: what happens to it until then is not the page's business.
-    guiHtmlBase* livePage() const { return deletePending ? nullptr : htmlBase; }
+    /// The page; null once the window is to be deleted, because its remaining events no longer concern the page.
+    guiPageRoot* livePage() const { return deletePending ? nullptr : htmlBase; }
     void unbind();
-    void hover(QPoint at);
-    void paintRegion(QRegion const& region);
-    void paintPage(QPaintDevice* device, QRegion const& region);
-    void ensureBuffer();
-    void paintThroughBuffer(QRegion const& region);
-    void endPaint();
-    void tellVisibility();
+    void hover(QPoint at) TARN_ON(velaGuiRole);
+    void paintRegion(QRegion const& region) TARN_ON(velaGuiRole);
+    void paintPage(QPaintDevice* device, QRegion const& region) TARN_ON(velaGuiRole);
+    void ensureBuffer() TARN_ON(velaGuiRole);
+    void paintThroughBuffer(QRegion const& region) TARN_ON(velaGuiRole);
+    void endPaint() TARN_ON(velaGuiRole);
+    void reportVisibility();
 
-    QWidget* m_shelf = nullptr; // owned; null until something is out of view
-    QRegion m_missed;           // damage that arrived while the page was being painted
-    bool m_isClosing = false;   // hidden on the user's request, but the page still has things to do
+    QWidget* m_outOfView = nullptr; // owned; null until something is out of view
+    QRegion m_missedDamage;         // what was to be repainted while a paint event was going on
+    bool m_isClosing = false;       // the user has closed the window, and the page is still saving its form
 };
 
-/// The rule that all widgets of a page share for Escape and Enter: the owner's onEscape() or onEnter() is asked, and
-/// the event counts as used when that returned not 0. `withEnter` false: Escape only. True when the event was used up.
+/// How all widgets of a page handle Escape and Enter: by the owner's onEscape() or onEnter(). Returns true when those
+/// return not 0: the key has been used. `withEnter` false: Escape only. Runs script.
 template <typename Owner>
 bool guiHandleKey(Owner* owner, int key, bool withEnter)
 {
+    assertOnGuiThread();
     if (!owner)
         return false;
     if (key == Qt::Key_Escape)

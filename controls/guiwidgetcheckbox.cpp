@@ -1,7 +1,7 @@
 // controls/guiwidgetcheckbox.cpp: see guiwidgetcheckbox.h.
 #include "controls/guiwidgetcheckbox.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guiwidget.h"
 
@@ -17,14 +17,14 @@ guiWidgetCheckBox::guiWidgetCheckBox(QWidget* parent) : QCheckBox(parent)
 
 void guiWidgetCheckBox::onClick()
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->onClick();
 }
 
 void guiWidgetCheckBox::keyPressEvent(QKeyEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (guiHandleKey(owner, event->key(), true))
         event->accept();
     else

@@ -1,7 +1,7 @@
 // controls/guiwidgetcombobox.cpp: see guiwidgetcombobox.h.
 #include "controls/guiwidgetcombobox.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrollist.h"
 #include "controls/guiwidget.h"
 
@@ -24,14 +24,14 @@ QString guiWidgetComboBox::text(int index) const { return index >= 0 && index < 
 
 void guiWidgetComboBox::onChange(int)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->onChange();
 }
 
 void guiWidgetComboBox::keyPressEvent(QKeyEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (guiHandleKey(owner, event->key(), true))
         event->accept();
     else

@@ -15,9 +15,9 @@ public:
 
     guiHtmlControlList* owner = nullptr; ///< not owned; null until the node binds it
 
-    /// Makes the item current; nothing for an index that is none.
+    /// Makes the item current; does nothing when there is no such item.
     void setCurrentItem(int index);
-    /// The item's text, "" for an index that is none.
+    /// The item's text, "" when there is no such item.
     QString text(int index) const;
 
 public slots:

@@ -1,7 +1,7 @@
 // controls/guiwidgetlineedit.cpp: see guiwidgetlineedit.h.
 #include "controls/guiwidgetlineedit.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontroledit.h"
 #include "controls/guiwidget.h"
 #include "foundation/vela-qt.h"
@@ -17,14 +17,14 @@ guiWidgetLineEdit::guiWidgetLineEdit(QWidget* parent) : QLineEdit(parent)
 
 void guiWidgetLineEdit::onChange(QString const& text)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->onChange(qtoss(text));
 }
 
 void guiWidgetLineEdit::keyPressEvent(QKeyEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (guiHandleKey(owner, event->key(), true))
         event->accept();
     else

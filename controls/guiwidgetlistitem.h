@@ -10,44 +10,46 @@ class guiHtmlControlFlex;
 class guiCheckListItem : public QTreeWidgetItem
 {
 public:
-    enum Indicator
+    enum indicatorKind
     {
-        Controller = 0, ///< none
-        CheckBox = 1,
-        RadioButton = 2,
+        kNoIndicator = 0,
+        kCheckBox = 1,
+        kRadioButton = 2,
     };
 
     /// At the end of the list, or of the rows under `parent`.
-    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidget* parent, QString const& text, Indicator indicator);
-    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidgetItem* parent, QString const& text, Indicator indicator);
-    /// Right behind the row `after`.
+    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidget* parent, QString const& text, indicatorKind indicator);
+    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidgetItem* parent, QString const& text, indicatorKind indicator);
+    /// Directly after the row `after`.
     guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidget* parent, QTreeWidgetItem* after, QString const& text,
-                     Indicator indicator);
+                     indicatorKind indicator);
     guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidgetItem* parent, QTreeWidgetItem* after, QString const& text,
-                     Indicator indicator);
+                     indicatorKind indicator);
     ~guiCheckListItem() override;
 
-    Indicator getIndicator() const { return m_indicator; }
+    indicatorKind getIndicator() const { return m_indicator; }
     bool isOn() const;
-    /// Nothing for a row without an indicator.
+    /// Does nothing for a row without an indicator.
     void setOn(bool on);
-    /// What was set for the row itself. The toolkit also greys the rows under a disabled one; they are still enabled.
+    /// What was set for the row itself. The toolkit also shows the rows nested under a disabled one as disabled; those
+    /// still count as enabled here.
     bool isEnabled() const { return m_isEnabled; }
     void setEnabled(bool enabled);
 
     void setData(int column, int role, QVariant const& value) override;
-    /// Called once for each change of the state, whoever made it: unchecks the other radio row of the group, then tells
-    /// the owner, unless its list holds news. The row may be gone when it returns.
+    /// Called once for each change of the state, by the user or by script: unchecks the other radio row of the group,
+    /// then notifies the owner, or leaves that to the list if it holds back notices. The row may be gone when this
+    /// returns.
     virtual void stateChange(bool on);
 
     guiHtmlControlFlex* owner = nullptr; ///< not owned; may be null
 
 private:
-    void start(QString const& text);
+    void initialize(QString const& text);
     guiCheckListItem* otherOn() const;
-    void tellOwner();
+    void notifyOwner();
 
-    Indicator m_indicator;
+    indicatorKind m_indicator;
     bool m_isEnabled = true;
-    bool* m_isGone = nullptr; // set to true by the destructor
+    bool* m_isGone = nullptr; // not owned; the destructor sets what it points to
 };

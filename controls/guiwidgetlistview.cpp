@@ -1,7 +1,7 @@
 // controls/guiwidgetlistview.cpp: see guiwidgetlistview.h.
 #include "controls/guiwidgetlistview.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiwidget.h"
 #include "controls/guiwidgetlistitem.h"
@@ -11,15 +11,14 @@
 #include <QTreeWidgetItemIterator>
 #include <utility>
 
-guiWidgetListView::guiWidgetListView(QWidget* parent) : QTreeWidget(parent)
+guiWidgetListView::guiWidgetListView(QWidget* parent) : guiNoticeView(parent)
 {
+    assertOnGuiThread();
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_NoSystemBackground);
     setItemDelegate(new guiWidgetRadioRow(this));
     connect(this, &QTreeWidget::itemSelectionChanged, this, [this] {
-        if (news.holds)
-            news.hasNewSelection = true;
-        else
+        if (!holdsSelection())
             emit selectionChanged();
     });
     connect(this, SIGNAL(selectionChanged()), this, SLOT(onSelect()));
@@ -27,44 +26,34 @@ guiWidgetListView::guiWidgetListView(QWidget* parent) : QTreeWidget(parent)
 
 void guiWidgetListView::unbind()
 {
+    assertOnGuiThread();
     owner = nullptr;
     for (QTreeWidgetItemIterator at(this); *at; ++at)
         if (auto* row = dynamic_cast<guiCheckListItem*>(*at))
             row->owner = nullptr;
 }
 
-void guiWidgetListView::tellNews()
+void guiWidgetListView::deliverNotices()
 {
-    guiDispatch dispatch;
-    guiNews const told = std::exchange(news, {});
-    for (unsigned i = 0; i < told.changes && owner; ++i)
+    assert(pendingNotices.holds == 0);
+    guiEventScope scope;
+    guiPendingNotices const due = std::exchange(pendingNotices, {});
+    for (unsigned i = 0; i < due.changes && owner; ++i)
         owner->onChange();
-    if (told.hasNewSelection)
+    if (due.hasNewSelection)
         emit selectionChanged();
-}
-
-bool guiWidgetListView::event(QEvent* event)
-{
-    guiHoldNews hold(this);
-    return QTreeWidget::event(event);
-}
-
-bool guiWidgetListView::viewportEvent(QEvent* event)
-{
-    guiHoldNews hold(this);
-    return QTreeWidget::viewportEvent(event);
 }
 
 void guiWidgetListView::onSelect()
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->onSelect();
 }
 
 void guiWidgetListView::keyPressEvent(QKeyEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (guiHandleKey(owner, event->key(), true))
         event->accept();
     else

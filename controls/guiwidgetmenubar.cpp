@@ -1,7 +1,7 @@
 // controls/guiwidgetmenubar.cpp: see guiwidgetmenubar.h.
 #include "controls/guiwidgetmenubar.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolmenu.h"
 
 #include <QAction>
@@ -14,7 +14,7 @@ guiWidgetMenuBar::guiWidgetMenuBar(QWidget* parent) : QMenuBar(parent)
 
 void guiWidgetMenuBar::onActivate(int id)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->activateItem(id);
 }

@@ -5,7 +5,7 @@
 
 class guiHtmlControlMenu;
 
-/// The data of each action is the id of its item, an int. Choices made in its pop-ups are reported here too. GUI
+/// The data of each action is the id of its item, an int. The bar also reports what is chosen in its pop-ups. GUI
 /// thread.
 class guiWidgetMenuBar : public QMenuBar
 {

@@ -1,7 +1,7 @@
 // controls/guiwidgetmultiedit.cpp: see guiwidgetmultiedit.h.
 #include "controls/guiwidgetmultiedit.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontroledit.h"
 #include "foundation/vela-qt.h"
 
@@ -19,13 +19,13 @@ guiWidgetMultiEdit::guiWidgetMultiEdit(QWidget* parent) : QPlainTextEdit(parent)
 
 void guiWidgetMultiEdit::onChange()
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->onChange(qtoss(toPlainText()));
 }
 
-/// A bar that leaves no width to the text makes the editor forget how its lines wrap, which takes the bar away, and so
-/// on without an end: the GUI thread would never come out of it.
+/// A scroll bar that leaves no width for the text makes the editor discard how its lines wrap, which removes the bar,
+/// and so on: the GUI thread would be stuck in an endless loop.
 bool guiWidgetMultiEdit::event(QEvent* event)
 {
     if (event->type() == QEvent::Resize) {

@@ -5,7 +5,7 @@
 
 class guiHtmlControlMenu;
 
-/// The menu bar reports what is chosen here, so the slot does nothing. GUI thread.
+/// The menu bar reports what is chosen here, so the pop-up's own slot does nothing. GUI thread.
 class guiWidgetPopupMenu : public QMenu
 {
     Q_OBJECT

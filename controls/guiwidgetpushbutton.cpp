@@ -1,13 +1,13 @@
 // controls/guiwidgetpushbutton.cpp: see guiwidgetpushbutton.h.
 #include "controls/guiwidgetpushbutton.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guiwidget.h"
 
 #include <QKeyEvent>
 
-// No default button: Enter belongs to the page's own choice of a control, whichever widget has the focus.
+// Not a dialog's default button: which control Enter triggers is up to the page, whichever widget has the focus.
 guiWidgetPushButton::guiWidgetPushButton(QWidget* parent) : QPushButton(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
@@ -17,15 +17,15 @@ guiWidgetPushButton::guiWidgetPushButton(QWidget* parent) : QPushButton(parent)
 
 void guiWidgetPushButton::onClick()
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->onClick();
 }
 
-// The toolkit presses a focused button on Return only where it may become a dialog's default one.
+// The toolkit presses a focused button on Return only if the button may become a dialog's default button.
 void guiWidgetPushButton::keyPressEvent(QKeyEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (guiHandleKey(owner, event->key(), false))
         event->accept();

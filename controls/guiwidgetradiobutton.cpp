@@ -1,7 +1,7 @@
 // controls/guiwidgetradiobutton.cpp: see guiwidgetradiobutton.h.
 #include "controls/guiwidgetradiobutton.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guiwidget.h"
 
@@ -17,14 +17,14 @@ guiWidgetRadioButton::guiWidgetRadioButton(QWidget* parent) : QRadioButton(paren
 
 void guiWidgetRadioButton::onClick()
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner)
         owner->onClick();
 }
 
 void guiWidgetRadioButton::keyPressEvent(QKeyEvent* event)
 {
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (guiHandleKey(owner, event->key(), true))
         event->accept();
     else

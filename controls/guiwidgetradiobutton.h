@@ -20,6 +20,6 @@ public slots:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    /// Draws the indicator alone, whole in the size that pages reckon with, which may be less than the style's.
+    /// Draws the indicator only, in the size that layout uses for it, which may be smaller than the style's.
     void paintEvent(QPaintEvent* event) override;
 };

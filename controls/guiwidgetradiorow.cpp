@@ -1,6 +1,6 @@
-// controls/guiwidgetradiorow.cpp: see guiwidgetradiorow.h. To the style a radio row has a blank picture in the place of
-// its check box, so that text and selection stand where they do in check box rows; the indicator is then drawn over
-// that picture.
+// controls/guiwidgetradiorow.cpp: see guiwidgetradiorow.h. The style is told that a radio row has a blank icon instead
+// of a check box, so that text and selection are in the same place as in check box rows; the indicator is then drawn
+// over that icon.
 #include "controls/guiwidgetradiorow.h"
 
 #include "controls/guiwidgetlistitem.h"
@@ -19,7 +19,7 @@ bool isRadio(QStyleOptionViewItem const& option, QModelIndex const& index)
     auto const* tree = qobject_cast<QTreeWidget const*>(option.widget);
     auto const* row =
         tree && index.column() == 0 ? dynamic_cast<guiCheckListItem*>(tree->itemFromIndex(index)) : nullptr;
-    return row && row->getIndicator() == guiCheckListItem::RadioButton;
+    return row && row->getIndicator() == guiCheckListItem::kRadioButton;
 }
 
 QStyle* styleOf(QStyleOptionViewItem const& option)
@@ -41,8 +41,8 @@ QIcon blankIcon(QSize const& size)
     return QIcon(blank);
 }
 
-/// Whether the event, in a row that the user may check, means its indicator.
-bool isMeant(QEvent const* event, QRect const& indicator)
+/// Whether the event, in a row that the user may check, checks it: a click on the indicator or its key.
+bool usesIndicator(QEvent const* event, QRect const& indicator)
 {
     if (event->type() == QEvent::KeyPress) {
         int key = static_cast<QKeyEvent const*>(event)->key();
@@ -96,7 +96,7 @@ bool guiWidgetRadioRow::editorEvent(QEvent* event, QAbstractItemModel* model, QS
     if (!isRadio(option, index))
         return QStyledItemDelegate::editorEvent(event, model, option, index);
     Qt::ItemFlags needed = Qt::ItemIsUserCheckable | Qt::ItemIsEnabled;
-    if ((model->flags(index) & needed) != needed || !isMeant(event, indicatorRect(option, index)))
+    if ((model->flags(index) & needed) != needed || !usesIndicator(event, indicatorRect(option, index)))
         return false;
     return model->setData(index, Qt::Checked, Qt::CheckStateRole);
 }

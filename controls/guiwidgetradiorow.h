@@ -1,5 +1,4 @@
-// controls/guiwidgetradiorow.h: draws the indicator of radio rows and checks them; all other rows are the toolkit's
-// business.
+// controls/guiwidgetradiorow.h: draws and handles the indicator of radio rows; the toolkit does so for all other rows.
 #pragma once
 
 #include <QStyledItemDelegate>
@@ -15,7 +14,7 @@ public:
     void paint(QPainter* painter, QStyleOptionViewItem const& option, QModelIndex const& index) const override;
     bool editorEvent(QEvent* event, QAbstractItemModel* model, QStyleOptionViewItem const& option,
                      QModelIndex const& index) override;
-    /// Where the indicator of a row stands, in the view's coordinates.
+    /// The place of a row's indicator, in the view's coordinates.
     QRect indicatorRect(QStyleOptionViewItem const& option, QModelIndex const& index) const;
 
 protected:

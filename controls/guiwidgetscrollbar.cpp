@@ -1,7 +1,7 @@
 // controls/guiwidgetscrollbar.cpp: see guiwidgetscrollbar.h.
 #include "controls/guiwidgetscrollbar.h"
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "page/guihtml.h"
 
 #include <QPaintEvent>
@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kAroundThumb = 4; // pixels: as far as its frame may lie outside its rectangle
+constexpr int kAroundThumb = 4; // pixels by which the frame may exceed the thumb's rectangle
 
 } // namespace
 
@@ -27,7 +27,7 @@ void guiWidgetScrollBar::onChange(int value)
 {
     if (!owner)
         return;
-    guiDispatch dispatch;
+    guiEventScope scope;
     if (owner->getScroll().barY == this)
         owner->onScrollY(value);
     else if (owner->getScroll().barX == this)
@@ -42,8 +42,8 @@ QRect guiWidgetScrollBar::thumb() const
     return rect.adjusted(-kAroundThumb, -kAroundThumb, kAroundThumb, kAroundThumb);
 }
 
-// A bar covers what it lies on, so that painting the page does not paint the bar, too. Styles that may leave something
-// out say when they take the widget over that it does not; what they leave out is painted below.
+// An opaque bar is not painted again whenever the page under it is. Styles that may leave pixels unpainted switch this
+// off when they are set up for the widget; paintEvent() fills those pixels, so it is switched on again.
 bool guiWidgetScrollBar::event(QEvent* event)
 {
     bool const isUsed = QScrollBar::event(event);
@@ -60,7 +60,7 @@ void guiWidgetScrollBar::paintEvent(QPaintEvent* event)
     m_paintedAtEnd = isAtEnd();
 }
 
-// At an end a style may draw an arrow in another way.
+// At an end of the range a style may draw one of the arrows differently, so then all is repainted.
 void guiWidgetScrollBar::sliderChange(SliderChange change)
 {
     if (change != SliderValueChange || m_paintedAtEnd || isAtEnd()) {

@@ -5,7 +5,7 @@
 
 class guiHtml;
 
-/// Made by layout; scrolls its owner while it is dragged. Only a vertical bar can have the keyboard focus. GUI thread.
+/// Made by layout; scrolls its owner. Only a vertical bar can have the keyboard focus. GUI thread.
 class guiWidgetScrollBar : public QScrollBar
 {
     Q_OBJECT
@@ -21,13 +21,13 @@ public slots:
 protected:
     bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    /// Paints no more than the thumb anew when only that moved.
+    /// Repaints only the thumb when only that has moved.
     void sliderChange(SliderChange change) override;
 
 private:
     QRect thumb() const;
     bool isAtEnd() const { return value() == minimum() || value() == maximum(); }
 
-    QRect m_paintedThumb; // as it is on the screen
+    QRect m_paintedThumb; // as it is on the screen; with a frame around it
     bool m_paintedAtEnd = true;
 };

@@ -1,5 +1,7 @@
-// controls/readavi.cpp: see readavi.h. All sizes in the files are little-endian; the names are read as they stand.
+// controls/readavi.cpp: see readavi.h. The numbers in the files are little-endian.
 #include "controls/readavi.h"
+
+#include "foundation/vela-threadrole.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -88,6 +90,7 @@ void append(std::vector<unsigned char>& to, void const* bytes, std::size_t count
 {
     if (count == 0)
         return;
+    assert(bytes);
     std::size_t const end = to.size();
     to.resize(end + count);
     std::memcpy(to.data() + end, bytes, count);
@@ -95,13 +98,14 @@ void append(std::vector<unsigned char>& to, void const* bytes, std::size_t count
 
 void appendNumber(std::vector<unsigned char>& to, unsigned number, int bytes = 4)
 {
+    assert(bytes >= 1 && bytes <= 4);
     for (int i = 0; i < bytes; ++i)
         to.push_back(static_cast<unsigned char>(number >> 8 * i));
 }
 
 // ---- AVI ----
 
-/// What the main header says.
+/// What is used of the main header.
 struct aviHeader
 {
     unsigned microseconds; // per frame
@@ -123,7 +127,7 @@ bool readAviHeader(DataStream& in, aviHeader* out)
     return field(4) != 0 && out->width != 0 && out->width <= kMaxSide && out->height != 0 && out->height <= kMaxSide;
 }
 
-/// The beginning of a WAV file of this format; the two sizes are filled in at the end.
+/// The start of a WAV file in this format; endAudio() fills in its two sizes.
 void beginAudio(DataStream& in, chunk const& format, std::vector<unsigned char>& audio)
 {
     if (format.size > in.left() || !audio.empty())
@@ -134,11 +138,13 @@ void beginAudio(DataStream& in, chunk const& format, std::vector<unsigned char>&
     append(audio, "data\0\0\0\0", 8);
 }
 
-// In the order of the machine: that is how such files are written.
+/// Fills in the sizes of the file and of its sound data, which begins at `dataStart`, in the byte order of this
+/// machine.
 void endAudio(std::vector<unsigned char>& audio, std::size_t dataStart)
 {
     if (audio.empty())
         return;
+    assert(dataStart >= 8 && dataStart <= audio.size());
     auto const whole = static_cast<std::uint32_t>(audio.size() - 4);
     auto const bytes = static_cast<std::uint32_t>(audio.size() - dataStart);
     std::memcpy(audio.data() + 4, &whole, sizeof whole);
@@ -175,7 +181,7 @@ void readStreams(DataStream& in, chunk const& headers, std::vector<unsigned char
     }
 }
 
-/// Bits per pixel of a raw frame, 0 when its size fits none.
+/// Bits per pixel of a raw frame of `size` bytes, 0 when no number of bits gives that size.
 unsigned bitsOf(std::size_t size, aviHeader const& header)
 {
     auto rows = [&](std::size_t bytes) { return (header.width * bytes + 3) / 4 * 4 * header.height; };
@@ -186,9 +192,10 @@ unsigned bitsOf(std::size_t size, aviHeader const& header)
     return size == std::size_t{header.width} * 4 * header.height ? 32 : 0;
 }
 
-/// The raw frame as a picture file.
+/// The raw frame as a picture file that the toolkit can read.
 std::vector<unsigned char> toBmp(unsigned char const* pixels, std::size_t size, aviHeader const& header, unsigned bits)
 {
+    assert(bits == 16 || bits == 24 || bits == 32);
     constexpr unsigned kHeaders = 54;
     std::vector<unsigned char> file;
     file.reserve(size + kHeaders);
@@ -300,6 +307,7 @@ bool DataStream::read(void* buffer, std::size_t count)
 
 int loadVideo(void const* data, std::size_t size, guiVideo& video)
 {
+    assertOnGuiThread();
     video = {};
     DataStream in(data, size);
     if (loadByForm(in, video))

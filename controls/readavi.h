@@ -1,9 +1,10 @@
-// controls/readavi.h: reads movies from memory: AVI files of uncompressed frames with PCM sound, and AVZ files, RIFF
-// files of ready-made pictures and one sound file. Nothing in a file is believed: every size is checked against the
-// bytes that remain before anything is made of it.
+// controls/readavi.h: reads movies from memory: AVI files of uncompressed frames with PCM sound, and AVZ files, which
+// are RIFF files of picture files and one sound file. Files are not trusted: every size is checked against the bytes
+// that are left before it is used.
 #pragma once
 
 #include <QPixmap>
+#include <cassert>
 #include <cstddef>
 #include <vector>
 
@@ -14,7 +15,7 @@ struct VideoFrame
     unsigned duration = 0; ///< milliseconds that it stays on the screen
 };
 
-/// A read cursor over bytes that somebody else owns.
+/// A read cursor over bytes that the caller owns. The position is never behind the end.
 class DataStream
 {
 public:
@@ -23,25 +24,29 @@ public:
     /// Copies the next bytes; false, and nothing copied, when fewer remain.
     bool read(void* buffer, std::size_t count);
     std::size_t getPos() const { return m_pos; }
-    /// Beyond the end is the end.
+    /// A position behind the end counts as the end.
     void setPos(std::size_t pos) { m_pos = pos < m_size ? pos : m_size; }
     /// To an even position.
     void align() { setPos(m_pos + m_pos % 2); }
-    std::size_t left() const { return m_size - m_pos; }
+    std::size_t left() const
+    {
+        assert(m_pos <= m_size);
+        return m_size - m_pos;
+    }
     unsigned char const* here() const { return m_data + m_pos; }
 
 private:
-    unsigned char const* m_data;
+    unsigned char const* m_data; // not owned
     std::size_t m_size;
     std::size_t m_pos = 0;
 };
 
-/// A chunk's name as a number, the first character in the highest byte.
+/// The name of a chunk as a number, the first character in the highest byte.
 constexpr unsigned BuildFCC(unsigned char a, unsigned char b, unsigned char c, unsigned char d)
 {
     return static_cast<unsigned>(a) << 24 | static_cast<unsigned>(b) << 16 | static_cast<unsigned>(c) << 8 | d;
 }
-/// Whether two names are equal in every character that neither leaves open as 0.
+/// Whether two names are equal; a character 0 matches any other.
 constexpr bool EqualsFCC(unsigned x, unsigned y)
 {
     for (unsigned mask : {0xFF000000u, 0xFF0000u, 0xFF00u, 0xFFu})
@@ -57,6 +62,6 @@ struct guiVideo
     std::vector<VideoFrame> frames;
 };
 
-/// Reads a movie. 1 when it has sound or at least one frame; else 0, and `video` is empty. A fault ends the reading,
-/// what was read before it stays. GUI thread.
+/// Reads a movie. 1 when it has sound or at least one frame; else 0, and `video` is empty. Reading ends at the first
+/// error; what comes before it is kept. GUI thread.
 int loadVideo(void const* data, std::size_t size, guiVideo& video);

@@ -1,24 +1,26 @@
 // foundation/localize2.cpp: see localize2.h.
 
 #include "foundation/localize2.h"
+
 #include "foundation/vela-alloc.h"
 #include "foundation/vela-poison.h"
 
 #include <atomic>
+#include <cassert>
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 
 #include <langinfo.h>
-#include <mutex>
 #include <strings.h>
 #include <unicode/uloc.h>
 
 namespace {
 
-char const fallbackLocale[] = "en_US";
-char const fallbackCodeset[] = "IBM-850";
+constexpr char kFallbackLocale[] = "en_US";
+constexpr char kFallbackCodeset[] = "IBM-850";
 
 struct CharsetRow
 {
@@ -26,8 +28,8 @@ struct CharsetRow
     char const* locale;
 };
 
-/// Code sets as pages name them, and the locale whose text they carry.
-const CharsetRow charsetTable[] = {
+/// Code sets by the names that pages use, and the locale each stands for.
+constexpr CharsetRow kCharsetTable[] = {
     {"iso8859-1", "en_US"}, {"iso-8859-1", "en_US"}, {"euc-kr", "ko_KR"},
     {"shift_jis", "ja_JP"}, {"gb2312", "zh_CN"},     {"big5", "zh_TW"},
 };
@@ -39,25 +41,25 @@ struct CodepageRow
     char const* codeset;
 };
 
-const CodepageRow codepageTable[] = {
+constexpr CodepageRow kCodepageTable[] = {
     {"en_US", "en_US", "IBM-850"}, {"es_ES", "es_ES", "IBM-850"},  {"fr_FR", "fr_FR", "IBM-850"},
     {"de_DE", "de_DE", "IBM-850"}, {"it_IT", "it_IT", "IBM-850"},  {"pt_BR", "pt_BR", "IBM-850"},
     {"ja_JP", "ja_JP", "IBM-932"}, {"ko_KR", "ko_KR", "ksc_5601"}, {"zh_CN", "zh_CN", "IBM-1381"},
     {"zh_TW", "zh_TW", "BIG5"},
 };
 
-constexpr size_t codepageNameLength = 5; // of every locale and alias above
+constexpr size_t kCodepageNameLength = 5; // of every locale and alias above
 
-/// The alias column is asked for the whole table first, then the locale column. Asked by every conversion, so names
-/// that can not be there are sorted out at once.
+/// Searches all aliases first, then all locales. Every conversion calls this, so a name of another length is rejected
+/// at once.
 CodepageRow const* findCodepage(char const* name)
 {
-    if (std::strlen(name) != codepageNameLength)
+    if (std::strlen(name) != kCodepageNameLength)
         return nullptr;
-    for (CodepageRow const& row : codepageTable)
+    for (CodepageRow const& row : kCodepageTable)
         if (strcasecmp(name, row.alias) == 0)
             return &row;
-    for (CodepageRow const& row : codepageTable)
+    for (CodepageRow const& row : kCodepageTable)
         if (strcasecmp(name, row.locale) == 0)
             return &row;
     return nullptr;
@@ -65,7 +67,7 @@ CodepageRow const* findCodepage(char const* name)
 
 char const* canonicalName(char const* name)
 {
-    for (CharsetRow const& row : charsetTable)
+    for (CharsetRow const& row : kCharsetTable)
         if (strcasecmp(name, row.charset) == 0)
             return row.locale;
     CodepageRow const* row = findCodepage(name);
@@ -74,8 +76,9 @@ char const* canonicalName(char const* name)
 
 void setName(LOCALE& locale, char const* name)
 {
-    // A longer name is cut.
-    std::snprintf(locale.name, sizeof locale.name, "%s", canonicalName(name ? name : fallbackLocale));
+    // Cuts a longer name.
+    std::snprintf(locale.name, sizeof locale.name, "%s", canonicalName(name ? name : kFallbackLocale));
+    assert(!locale.name[sizeof locale.name - 1]);
 }
 
 LOCALE* makeLocale(char const* name)
@@ -86,18 +89,18 @@ LOCALE* makeLocale(char const* name)
     return locale;
 }
 
-LOCALE theSystemLocale{}; // takes no memory that could be wanting: without it no 8-bit text can be read
+LOCALE theSystemLocale{}; // static, so that it exists even when memory runs out: 8-bit text can not be read without it
 LOCALE* const systemLocale = &theSystemLocale;
 std::atomic<LOCALE*> defaultLocale{nullptr};
 
 char const* nameFromEnvironment()
 {
     if (!std::setlocale(LC_ALL, "")) {
-        std::setlocale(LC_ALL, fallbackLocale);
-        return fallbackLocale;
+        std::setlocale(LC_ALL, kFallbackLocale);
+        return kFallbackLocale;
     }
     char const* name = uloc_getDefault();
-    return name && *name ? name : fallbackLocale;
+    return name && *name ? name : kFallbackLocale;
 }
 
 void initialise()
@@ -107,6 +110,7 @@ void initialise()
     if (!current || !std::strstr(current, name))
         std::setlocale(LC_ALL, name);
     setName(theSystemLocale, name);
+    assert(theSystemLocale.name[0]);
     defaultLocale = systemLocale;
 }
 
@@ -153,6 +157,7 @@ LOCALE* Locale_GetFromSystem()
 LOCALE* Locale_GetDefault()
 {
     Locale_Init();
+    assert(defaultLocale.load());
     return defaultLocale;
 }
 
@@ -180,16 +185,16 @@ char const* nameOf(LOCALE* locale)
     if (locale && locale->name[0])
         return locale->name;
     char const* name = uloc_getDefault();
-    return name && *name ? name : fallbackLocale;
+    return name && *name ? name : kFallbackLocale;
 }
 
-/// The C library's idea of the code set, which may carry a ":" and more behind it.
+/// The code set that the C library reports, up to a ":".
 void copyLibraryCodeset(char* out)
 {
     char const* name = nl_langinfo(CODESET);
-    const size_t length = name ? std::strcspn(name, ":") : 0;
-    if (length == 0 || length >= maxCodesetName) {
-        std::strcpy(out, fallbackCodeset);
+    size_t const length = name ? std::strcspn(name, ":") : 0;
+    if (length == 0 || length >= kMaxCodesetName) {
+        std::strcpy(out, kFallbackCodeset);
         return;
     }
     std::memcpy(out, name, length);
@@ -204,6 +209,7 @@ int Locale_GetDefaultCodeset(LOCALE* locale, char* out)
     if (!out)
         return 0;
     CodepageRow const* row = findCodepage(nameOf(locale));
+    assert(!row || std::strlen(row->codeset) < kMaxCodesetName);
     if (row)
         std::strcpy(out, row->codeset);
     else

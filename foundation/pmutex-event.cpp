@@ -1,11 +1,11 @@
 // foundation/pmutex-event.cpp: the auto-reset event of pmutex.h.
 //
-// A set hands exactly one release to the threads that wait; each return of a wait takes exactly one. So none is lost
-// when a wait times out in the moment it is let go, and a condition variable that wakes for no reason lets nobody
-// through.
+// pevent_set() adds one release, and a wait that returns consumes one. A wait that times out just as it is released
+// therefore loses nothing, and a spurious wake-up of the condition variable lets nobody through.
 
 #include "foundation/pmutex-p.h"
 
+#include <cassert>
 #include <cerrno>
 #include <new>
 
@@ -14,14 +14,14 @@ namespace {
 class Locked
 {
 public:
-    explicit Locked(pevent* event) : mutex(&event->mutex) { pthread_mutex_lock(mutex); }
+    explicit Locked(pevent* event) : m_mutex(&event->mutex) { pthread_mutex_lock(m_mutex); }
     Locked(Locked const&) = delete;
     Locked& operator=(Locked const&) = delete;
-    /// The last touch of the event: who was let go may destroy it from here on.
-    ~Locked() { pthread_mutex_unlock(mutex); }
+    /// The last access to the event: the released thread may destroy it as soon as the lock is free.
+    ~Locked() { pthread_mutex_unlock(m_mutex); }
 
 private:
-    pthread_mutex_t* mutex;
+    pthread_mutex_t* m_mutex;
 };
 
 int waitUntil(pevent* event, timespec const* deadline)
@@ -32,7 +32,9 @@ int waitUntil(pevent* event, timespec const* deadline)
 
 int waitFor(pevent* event, timespec const* deadline)
 {
-    const Locked lock(event);
+    Locked const lock(event);
+    assert(!event->signalled ||
+           event->waiters == 0); // a set releases a waiting thread or, without one, stays signalled
     if (event->signalled) {
         event->signalled = 0;
         return 0;
@@ -46,6 +48,7 @@ int waitFor(pevent* event, timespec const* deadline)
         --event->released;
         return 0;
     }
+    assert(event->waiters > 0);
     --event->waiters;
     return result;
 }
@@ -70,6 +73,7 @@ void pevent_destroy(pevent* event)
 {
     if (!event)
         return;
+    assert(event->waiters == 0 && event->released == 0);
     pthread_cond_destroy(&event->condition);
     pthread_mutex_destroy(&event->mutex);
     delete event;
@@ -77,11 +81,12 @@ void pevent_destroy(pevent* event)
 
 int pevent_set(pevent* event)
 {
-    const Locked lock(event);
+    Locked const lock(event);
     if (event->waiters == 0) {
         event->signalled = 1;
         return 0;
     }
+    assert(!event->signalled);
     --event->waiters;
     ++event->released;
     return pthread_cond_signal(&event->condition);
@@ -89,11 +94,12 @@ int pevent_set(pevent* event)
 
 int pevent_setall(pevent* event)
 {
-    const Locked lock(event);
+    Locked const lock(event);
     if (event->waiters == 0) {
         event->signalled = 1;
         return 0;
     }
+    assert(!event->signalled);
     event->released += event->waiters;
     event->waiters = 0;
     return pthread_cond_broadcast(&event->condition);
@@ -101,7 +107,7 @@ int pevent_setall(pevent* event)
 
 int pevent_reset(pevent* event)
 {
-    const Locked lock(event);
+    Locked const lock(event);
     event->signalled = 0;
     return 0;
 }
@@ -112,7 +118,7 @@ int pevent_wait_timeout(pevent* event, int milliseconds)
 {
     if (milliseconds < 0)
         return pevent_wait(event);
-    const timespec deadline{std::time(nullptr) + milliseconds / 1000, 0};
+    timespec const deadline{std::time(nullptr) + milliseconds / 1000, 0};
     return pevent_wait_timeout_ts(event, &deadline);
 }
 

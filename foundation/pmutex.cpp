@@ -1,15 +1,15 @@
 // foundation/pmutex.cpp: see pmutex.h. The event is in pmutex-event.cpp.
 
 #include "foundation/pmutex-p.h"
-
 #include "foundation/threading.h"
 
+#include <cassert>
 #include <cerrno>
 #include <new>
 
 namespace {
 
-constexpr int millisecondsPerTry = 1000;
+constexpr int kMillisecondsPerTry = 1000;
 
 } // namespace
 
@@ -30,7 +30,8 @@ void pmutex_destroy(pmutex* mutex)
 {
     if (!mutex)
         return;
-    pthread_mutex_destroy(&mutex->mutex);
+    [[maybe_unused]] int const error = pthread_mutex_destroy(&mutex->mutex);
+    assert(!error); // a thread still holds it
     delete mutex;
 }
 
@@ -42,11 +43,11 @@ int pmutex_request_timeout(pmutex* mutex, int milliseconds)
 {
     if (milliseconds <= 0)
         return 1;
-    for (int left = milliseconds; left > 0; left -= millisecondsPerTry)
+    for (int left = milliseconds; left > 0; left -= kMillisecondsPerTry)
         if (pmutex_requestNoBlock(mutex) == 0)
             return 0;
-    for (int left = milliseconds; left > 0; left -= millisecondsPerTry) {
-        millisleep(millisecondsPerTry);
+    for (int left = milliseconds; left > 0; left -= kMillisecondsPerTry) {
+        millisleep(kMillisecondsPerTry);
         if (pmutex_requestNoBlock(mutex) == 0)
             return 0;
     }
@@ -71,6 +72,7 @@ void rmutex_destroy(rmutex* mutex)
 {
     if (!mutex)
         return;
+    assert(mutex->count == 0);
     pevent_destroy(mutex->wakeUp);
     pmutex_destroy(mutex->ownership);
     pmutex_destroy(mutex->guard);
@@ -81,22 +83,24 @@ namespace {
 
 bool ownedByCaller(rmutex const* mutex) { return mutex->count && pthread_equal(mutex->owner, pthread_self()); }
 
-/// With the guard held: takes the lock when it is free or the caller's own. Ownership is only tried, never waited for:
-/// the guard has just told that it is free, and its owner takes the guard while holding it.
+/// Takes the lock if it is free or already the caller's. The caller holds the guard. Never blocks on `ownership`, whose
+/// owner acquires the guard while holding it.
 bool takeGuarded(rmutex* mutex)
 {
     if (ownedByCaller(mutex)) {
         ++mutex->count;
         return true;
     }
-    if (mutex->count || pmutex_requestNoBlock(mutex->ownership) != 0)
+    if (mutex->count)
         return false;
+    [[maybe_unused]] int const error = pmutex_requestNoBlock(mutex->ownership);
+    assert(!error); // it is only ever locked while count is not 0
     mutex->owner = pthread_self();
     mutex->count = 1;
     return true;
 }
 
-/// Looks again after each wake-up and once more after the deadline; a null deadline never passes.
+/// Tries again after each wake-up, and a last time after the deadline. A null deadline never passes.
 int requestUntil(rmutex* mutex, timespec const* deadline)
 {
     bool late = false;
@@ -120,7 +124,7 @@ int rmutex_request_timeout(rmutex* mutex, int milliseconds)
 {
     if (milliseconds < 0)
         return requestUntil(mutex, nullptr);
-    const timespec deadline{std::time(nullptr) + milliseconds / 1000, 0};
+    timespec const deadline{std::time(nullptr) + milliseconds / 1000, 0};
     return requestUntil(mutex, &deadline);
 }
 
@@ -129,7 +133,7 @@ int rmutex_release(rmutex* mutex)
     pmutex_request(mutex->guard);
     if (ownedByCaller(mutex) && --mutex->count == 0)
         pmutex_release(mutex->ownership);
-    // Before the guard is released: the next owner may destroy the lock.
+    // While the guard is held: as soon as it is free the next owner may destroy the lock.
     pevent_setall(mutex->wakeUp);
     pmutex_release(mutex->guard);
     return 0;

@@ -26,7 +26,7 @@ void gettimecounts(unsigned long* seconds, unsigned long* microseconds)
 
 unsigned int millicountAt(unsigned long seconds, unsigned long microseconds)
 {
-    // The modulus keeps the product inside 32 bits.
+    // The modulus keeps the product within 32 bits.
     return static_cast<unsigned int>(seconds % 4290000 * 1000 + microseconds / 1000);
 }
 

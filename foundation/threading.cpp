@@ -1,4 +1,5 @@
-// foundation/threading.cpp: the two tables behind managed threads. Time and random helpers are in threading-time.cpp.
+// foundation/threading.cpp: the tables of managed threads and of their callbacks. Time and random numbers are in
+// threading-time.cpp.
 
 #include "foundation/threading.h"
 
@@ -7,15 +8,16 @@
 #include "foundation/vela-memmgr.h"
 
 #include <algorithm>
+#include <cassert>
 #include <csignal>
 
 namespace {
 
-constexpr unsigned int granule = 32;
+constexpr unsigned int kGranule = 32;
 
 struct ThreadSlot
 {
-    int inUse; ///< stays set after a failed start: such a slot is never handed out again
+    int inUse; ///< stays set after a failed start; the slot is then never used again
     pthread_t thread;
     ManagedRoutine routine;
     intptr_t argument;
@@ -30,11 +32,11 @@ struct OnDestroyRecord
     int priority;
 };
 
-/// Everything below is guarded by tableLock(). Both tables live as long as the process.
+/// Guarded by tableLock(). Both tables live as long as the process.
 ThreadSlot* slots = nullptr;
 unsigned int slotCount = 0;
-unsigned int freeHint = 0;          // no slot below is free
-OnDestroyRecord* records = nullptr; // active ones by ascending priority
+unsigned int freeHint = 0;          // no slot below this index is free
+OnDestroyRecord* records = nullptr; // the active ones sorted by ascending priority
 unsigned int recordCount = 0;
 
 pmutex* tableLock()
@@ -46,13 +48,17 @@ pmutex* tableLock()
 class TableLocked
 {
 public:
-    TableLocked() { pmutex_request(tableLock()); }
+    TableLocked()
+    {
+        assert(tableLock());
+        pmutex_request(tableLock());
+    }
     TableLocked(TableLocked const&) = delete;
     TableLocked& operator=(TableLocked const&) = delete;
     ~TableLocked() { pmutex_release(tableLock()); }
 };
 
-/// Blocks the signals that belong to the process's main thread, and restores the caller's mask at the end.
+/// Blocks the signals that the main thread handles, and restores the caller's mask at the end.
 class SignalsBlocked
 {
 public:
@@ -62,32 +68,35 @@ public:
         sigemptyset(&blocked);
         for (int number : {SIGHUP, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2, SIGCHLD, SIGIO, 19, 20, 21, 22})
             sigaddset(&blocked, number);
-        worked = pthread_sigmask(SIG_BLOCK, &blocked, &previous) == 0;
+        m_isBlocking = pthread_sigmask(SIG_BLOCK, &blocked, &m_previous) == 0;
     }
     SignalsBlocked(SignalsBlocked const&) = delete;
     SignalsBlocked& operator=(SignalsBlocked const&) = delete;
     ~SignalsBlocked()
     {
-        if (worked)
-            pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+        if (m_isBlocking)
+            pthread_sigmask(SIG_SETMASK, &m_previous, nullptr);
     }
 
-    bool worked = false;
+    bool isBlocking() const { return m_isBlocking; }
 
 private:
-    sigset_t previous;
+    bool m_isBlocking = false;
+    sigset_t m_previous;
 };
 
 template <class Element>
 void ensureCount(Element*& array, unsigned int& count, unsigned int needed)
 {
     void* block = array;
-    MemReallocArrayFunction(&block, sizeof(Element), &count, needed, granule);
+    MemReallocArrayFunction(&block, sizeof(Element), &count, needed, kGranule);
     array = static_cast<Element*>(block);
 }
 
 unsigned int takeFreeSlot()
 {
+    assert(freeHint <= slotCount);
+    assert(std::all_of(slots, slots + freeHint, [](ThreadSlot const& slot) { return slot.inUse; }));
     unsigned int index = freeHint;
     while (index < slotCount && slots[index].inUse)
         ++index;
@@ -108,13 +117,15 @@ void runOnDestroyRecords(pthread_t thread)
 
 ThreadSlot slotAt(uintptr_t index)
 {
-    const TableLocked lock;
+    TableLocked const lock;
+    assert(index < slotCount && slots[index].inUse);
     return slots[index];
 }
 
 void endThread(uintptr_t index)
 {
-    const TableLocked lock;
+    TableLocked const lock;
+    assert(slots[index].inUse && pthread_equal(slots[index].thread, pthread_self()));
     runOnDestroyRecords(pthread_self());
     slots[index] = ThreadSlot{};
     freeHint = std::min(freeHint, static_cast<unsigned int>(index));
@@ -123,13 +134,13 @@ void endThread(uintptr_t index)
 void* runManaged(void* slotIndex)
 {
     auto const index = reinterpret_cast<uintptr_t>(slotIndex);
-    const ThreadSlot slot = slotAt(index);
-    const intptr_t result = slot.routine(slot.argument);
+    ThreadSlot const slot = slotAt(index);
+    intptr_t const result = slot.routine(slot.argument);
     endThread(index);
     return reinterpret_cast<void*>(result);
 }
 
-/// With the table locked.
+/// The caller holds the table's lock.
 pthread_t startInSlot(unsigned int index, pthread_attr_t const* attributes, ManagedRoutine routine, intptr_t argument)
 {
     ThreadSlot& slot = slots[index];
@@ -138,7 +149,7 @@ pthread_t startInSlot(unsigned int index, pthread_attr_t const* attributes, Mana
     void* slotIndex = reinterpret_cast<void*>(uintptr_t{index});
     if (pthread_create(&slot.thread, attributes, runManaged, slotIndex) != 0) {
         freeHint = index;
-        return noThread;
+        return kNoThread;
     }
     freeHint = index + 1;
     return slot.thread;
@@ -153,20 +164,20 @@ pthread_t pthread_create_managed(ManagedRoutine routine, intptr_t argument)
 
 pthread_t pthread_create_managed_with_attr(pthread_attr_t const* attributes, ManagedRoutine routine, intptr_t argument)
 {
-    const SignalsBlocked signals;
-    if (!signals.worked || !routine || !tableLock())
-        return noThread;
-    const TableLocked lock;
+    SignalsBlocked const signals;
+    if (!signals.isBlocking() || !routine || !tableLock())
+        return kNoThread;
+    TableLocked const lock;
     try {
         return startInSlot(takeFreeSlot(), attributes, routine, argument);
     } catch (velaError const&) {
-        return noThread;
+        return kNoThread;
     }
 }
 
 namespace {
 
-/// Behind the last active record whose priority does not exceed the given one.
+/// The index after the last active record whose priority does not exceed the given one.
 unsigned int insertionPoint(int priority)
 {
     for (unsigned int i = recordCount; i-- > 0;)
@@ -175,13 +186,15 @@ unsigned int insertionPoint(int priority)
     return 0;
 }
 
-/// Shifts the records from `at` on up by one, into the first hole that an ended thread has left or else into a new one.
+/// Makes room at `at` by shifting the records up, into the first inactive record or a new one.
 void openRecord(unsigned int at)
 {
+    assert(at <= recordCount);
     unsigned int hole = at;
     while (hole < recordCount && records[hole].active)
         ++hole;
     ensureCount(records, recordCount, hole + 1);
+    assert(hole < recordCount && !records[hole].active);
     std::move_backward(records + at, records + hole, records + hole + 1);
 }
 
@@ -191,7 +204,7 @@ int pthread_ondestroy(pthread_t thread, OnDestroyCallback callback, void* data, 
 {
     if (!callback || !tableLock())
         return 0;
-    const TableLocked lock;
+    TableLocked const lock;
     try {
         unsigned int const at = insertionPoint(priority);
         openRecord(at);
@@ -204,7 +217,7 @@ int pthread_ondestroy(pthread_t thread, OnDestroyCallback callback, void* data, 
 
 ManagedThreadTable pthread_managed_table()
 {
-    const TableLocked lock;
+    TableLocked const lock;
     auto const inUse = std::count_if(slots, slots + slotCount, [](ThreadSlot const& slot) { return slot.inUse; });
     return {slotCount, static_cast<unsigned int>(inUse), freeHint};
 }

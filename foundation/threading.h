@@ -1,31 +1,32 @@
-// foundation/threading.h: threads that are entered in one table of the process, so that others can ask for a call when
-// one of them ends; and the time and random helpers.
+// foundation/threading.h: managed threads, which are listed in a table of the process so that callbacks can be
+// registered for their end; time and random numbers.
 #pragma once
 
 #include <cstdint>
 
 #include <pthread.h>
 
-/// What a managed thread runs; argument and result have the size of a pointer.
+/// The function that a managed thread runs.
 typedef intptr_t (*ManagedRoutine)(intptr_t argument);
-/// Runs on the ending thread, while the table is locked: it must neither create managed threads nor register callbacks.
+/// Called on the ending thread while the table is locked: it must neither create managed threads nor register
+/// callbacks.
 typedef void (*OnDestroyCallback)(void* data, pthread_t thread);
 
-/// What stands for a thread id when no thread could be created.
-constexpr pthread_t noThread = static_cast<pthread_t>(-1);
+/// Returned instead of a thread id when no thread could be created.
+constexpr pthread_t kNoThread = static_cast<pthread_t>(-1);
 
 /// Starts a joinable thread with SIGHUP, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2, SIGCHLD, SIGIO and the signals 19 to 22
-/// blocked; the caller's own mask stays. Returns its id, or noThread. The result of the routine is what pthread_join()
-/// reports.
+/// blocked in it. Returns its id, or kNoThread. pthread_join() gives the routine's result.
 pthread_t pthread_create_managed(ManagedRoutine routine, intptr_t argument);
-/// The same with attributes for pthread_create(), null for none.
+/// The same with attributes for pthread_create(); null for the defaults.
 pthread_t pthread_create_managed_with_attr(pthread_attr_t const* attributes, ManagedRoutine routine, intptr_t argument);
 
-/// Has `callback(data, thread)` called when that managed thread ends. Callbacks of one thread run by ascending
-/// priority, equal ones in the order of registration. Returns 1, or 0 when there is no memory or callback.
+/// Registers `callback(data, thread)` for the end of a managed thread. Callbacks of one thread run by ascending
+/// priority, those of equal priority in the order of registration. Returns 1, or 0 if `callback` is null or memory has
+/// run out.
 int pthread_ondestroy(pthread_t thread, OnDestroyCallback callback, void* data, int priority);
 
-/// How the thread table is filled at this moment, for diagnostics and tests.
+/// The state of the thread table, for diagnostics and tests.
 struct ManagedThreadTable
 {
     unsigned int slotCount; ///< a multiple of 32
@@ -34,18 +35,18 @@ struct ManagedThreadTable
 };
 ManagedThreadTable pthread_managed_table();
 
-/// Sleeps that long, also when a signal interrupts.
+/// Sleeps for the whole time, even if signals interrupt it.
 void millisleep(unsigned int milliseconds);
-/// Time since 1970 in two parts; either pointer may be null.
+/// The time since 1970 in seconds and microseconds; either pointer may be null.
 void gettimecounts(unsigned long* seconds, unsigned long* microseconds);
-/// Milliseconds that wrap to 0 every 4,290,000 seconds.
+/// Milliseconds since 1970, wrapping to 0 every 4,290,000 seconds.
 unsigned int getmillicount();
-/// The value of getmillicount() at a given time.
+/// What getmillicount() returns at a given time.
 unsigned int millicountAt(unsigned long seconds, unsigned long microseconds);
 /// Seconds since 1970.
 unsigned long getsecondcount();
 
 /// Seeds the C library's rand().
 void random_init(unsigned int seed);
-/// Next number, 0 to RAND_MAX, of the sequence whose state the caller keeps.
+/// The next number, 0 to RAND_MAX, of a sequence whose state the caller keeps.
 int random_next(unsigned int* state);

@@ -1,5 +1,5 @@
-// foundation/vela-alloc.h: where this library's memory comes from: the C library, by way of functions that a test can
-// make fail (MemMgr_FailAfter). Blocks go back with std::free().
+// foundation/vela-alloc.h: how this library allocates memory: from the C library, through functions that a test can
+// make fail (MemMgr_FailAfter). Free blocks with std::free().
 #pragma once
 
 #include <cstddef>
@@ -8,11 +8,17 @@
 #ifdef NDEBUG
 inline bool velaAllocationFails() { return false; }
 #else
-/// Counts one allocation; whether it is the one that shall fail. Any thread.
+/// Counts one allocation and says whether it is the one to fail. Any thread.
 bool velaAllocationFails();
 #endif
 
-/// As the C library's; null when there is no memory.
+/// Deleter for std::unique_ptr of a block that these functions return.
+struct velaFreed
+{
+    void operator()(void* block) const { std::free(block); }
+};
+
+/// Like malloc(), calloc() and realloc().
 inline void* velaMalloc(std::size_t bytes) { return velaAllocationFails() ? nullptr : std::malloc(bytes); }
 inline void* velaCalloc(std::size_t count, std::size_t bytes)
 {

@@ -1,23 +1,24 @@
-// foundation/vela-array.h: the standard containers of this library, with its own error for want of memory.
+// foundation/vela-array.h: standard containers that throw this library's own error when out of memory.
 #pragma once
-
-#include <new>
-#include <string>
-#include <vector>
 
 #include "foundation/vela-alloc.h"
 #include "foundation/vela-error.h"
 
-/// Memory for at least one byte; throws velaError 12 when there is none. Goes back with std::free().
+#include <cerrno>
+#include <new>
+#include <string>
+#include <vector>
+
+/// At least one byte; free it with std::free(). Throws velaError 12 when out of memory.
 inline void* velaAllocate(std::size_t bytes)
 {
     void* block = velaMalloc(bytes ? bytes : 1);
     if (!block)
-        throw velaError(12);
+        throw velaError(ENOMEM);
     return block;
 }
 
-/// Lets standard containers throw velaError 12 instead of std::bad_alloc.
+/// An allocator that throws velaError 12 instead of std::bad_alloc.
 template <class T>
 struct velaAllocator
 {
@@ -31,7 +32,7 @@ struct velaAllocator
     T* allocate(std::size_t count)
     {
         if (count > static_cast<std::size_t>(-1) / 2 / sizeof(T))
-            throw velaError(12);
+            throw velaError(ENOMEM);
         return static_cast<T*>(velaAllocate(count * sizeof(T)));
     }
     void deallocate(T* block, std::size_t) noexcept { std::free(block); }
@@ -40,10 +41,10 @@ struct velaAllocator
 
 template <class T>
 using velaArray = std::vector<T, velaAllocator<T>>;
-/// 8-bit text that is not for display: names of code sets, digits.
+/// 8-bit text for internal use, such as code-set names and digits.
 using velaBytes = std::basic_string<char, std::char_traits<char>, velaAllocator<char>>;
 
-/// Base of classes that are made with `new` inside this library.
+/// Base of classes that this library allocates with `new`.
 struct velaAllocated
 {
     static void* operator new(std::size_t bytes) { return velaAllocate(bytes); }

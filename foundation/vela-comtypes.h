@@ -1,13 +1,20 @@
-// foundation/vela-comtypes.h: the few types and constants that every file of the foundation library shares.
+// foundation/vela-comtypes.h: small helpers for pointers to text.
 #pragma once
 
-#include "foundation/vela-error.h"
-
+#include <cassert>
 #include <cstdint>
 
 #include <unicode/umachine.h>
 
-/// ICU's text unit is char16_t, the library's is unsigned short: same size and representation. These two functions are
-/// the only place where one pointer becomes the other.
+/// ICU uses char16_t, this library unsigned short, of the same size and representation. Only these functions convert
+/// the pointers.
 inline UChar const* toUChar(unsigned short const* text) { return reinterpret_cast<UChar const*>(text); }
 inline UChar* toUChar(unsigned short* text) { return reinterpret_cast<UChar*>(text); }
+
+/// The distance of two pointers into one text. No text has 2^32 units.
+template <class Unit>
+unsigned int unitsBetween(Unit const* from, Unit const* to)
+{
+    assert(from <= to && to - from <= UINT32_MAX);
+    return static_cast<unsigned int>(to - from);
+}

@@ -16,7 +16,7 @@ DebugReceiver Debug_SetReceiver(DebugReceiver receiver) { return currentReceiver
 
 void Debug_Print(char const* format, ...)
 {
-    const DebugReceiver receiver = currentReceiver;
+    DebugReceiver const receiver = currentReceiver;
     if (!receiver)
         return;
     char message[1024];

@@ -1,10 +1,10 @@
-// foundation/vela-debug.h: messages for who works on the library itself. They are discarded unless a receiver is set.
+// foundation/vela-debug.h: messages for developers of this library. They are discarded unless a receiver is set.
 #pragma once
 
-/// Takes a printf-style message, at most 1,023 bytes of which count. Any thread.
+/// Sends a printf-style message, cut to 1,023 bytes, to the receiver. Any thread.
 void Debug_Print(char const* format, ...) __attribute__((format(printf, 1, 2)));
 
-/// Who is given each formatted message from now on; null discards them again, which is the state at start. The receiver
-/// may be called on any thread. Returns the previous one.
+/// Sets the function that receives every message from now on; null, the initial state, discards them. The receiver may
+/// be called on any thread. Returns the previous one.
 typedef void (*DebugReceiver)(char const* message);
 DebugReceiver Debug_SetReceiver(DebugReceiver receiver);

@@ -1,22 +1,22 @@
-// foundation/vela-error.h: the exception of the foundation library's classes. The C-style functions report by return
-// value.
+// foundation/vela-error.h: the exception that this library's classes throw. The C-style functions report errors by
+// return value.
 #pragma once
 
 #include "foundation/vela-string.h"
 
-/// Thrown and caught by value. Codes are errno numbers; 12 is out of memory, 22 an invalid argument, and 7 a formatted
-/// text that fills its buffer.
+/// Thrown by value. Codes are errno numbers: 12 is out of memory, 22 an invalid argument, 7 a formatted text that does
+/// not fit its buffer.
 class velaError
 {
 public:
-    explicit velaError(int errorCode) : code(errorCode), message(sstring::NoBuffer{}) {}
-    velaError(int errorCode, sstring const& text) : code(errorCode), message(text) {}
+    explicit velaError(int errorCode) : m_code(errorCode), m_message(sstring::NoBuffer{}) {}
+    velaError(int errorCode, sstring const& text) : m_code(errorCode), m_message(text) {}
 
-    int getCode() const { return code; }
-    /// Empty unless the thrower said more.
-    sstring const& getMessage() const { return message; }
+    int getCode() const { return m_code; }
+    /// A line of text for people; often empty.
+    sstring const& getMessage() const { return m_message; }
 
 private:
-    int code;        ///< errno-style number
-    sstring message; ///< one line for a person, or empty
+    int m_code;
+    sstring m_message;
 };

@@ -3,9 +3,11 @@
 #include "foundation/vela-alloc.h"
 #include "foundation/vela-fileio-p.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -13,22 +15,37 @@
 
 namespace {
 
-constexpr unsigned int directoryBit = 0x4000; // S_IFDIR
+constexpr unsigned int kDirectoryBit = 0x4000; // S_IFDIR
 
-/// A new entry for the listing, owned by the caller; null when there is no memory.
-DIRENTRYDATA* makeEntry(DIR* directory, char const* name)
+struct DirectoryCloser
 {
-    auto* entry = static_cast<DIRENTRYDATA*>(velaCalloc(1, sizeof(DIRENTRYDATA)));
+    void operator()(DIR* directory) const { closedir(directory); }
+};
+
+struct ListingFreer
+{
+    void operator()(DIRDATA* listing) const { FileIO_FreeDirectoryEnumeration(listing); }
+};
+
+using OpenDirectory = std::unique_ptr<DIR, DirectoryCloser>;
+using Entry = std::unique_ptr<DIRENTRYDATA, velaFreed>;
+using Listing = std::unique_ptr<DIRDATA, ListingFreer>;
+
+/// Null when out of memory.
+Entry makeEntry(DIR* directory, char const* name)
+{
+    Entry entry(static_cast<DIRENTRYDATA*>(velaCalloc(1, sizeof(DIRENTRYDATA))));
     if (!entry)
         return nullptr;
+    assert(std::strlen(name) < sizeof entry->name);
     std::strncpy(entry->name, name, sizeof entry->name - 1);
     struct stat status;
     if (fstatat(dirfd(directory), name, &status, 0) == 0 && S_ISDIR(status.st_mode))
-        entry->isDirectory = directoryBit;
+        entry->isDirectory = kDirectoryBit;
     return entry;
 }
 
-/// 0, or the error that stopped the reading.
+/// Returns 0, or the error that ended the reading.
 int readEntries(DIR* directory, DIRDATA* listing)
 {
     DIRENTRYDATA** end = &listing->first;
@@ -37,7 +54,7 @@ int readEntries(DIR* directory, DIRDATA* listing)
         dirent const* found = readdir(directory);
         if (!found)
             return errno;
-        *end = makeEntry(directory, found->d_name);
+        *end = makeEntry(directory, found->d_name).release();
         if (!*end)
             return ENOMEM;
         end = &(*end)->next;
@@ -55,18 +72,16 @@ int FileIO_EnumerateDirectoryA(char const* path, DIRDATA** listing)
     *listing = nullptr;
     if (int const error = pathError(path))
         return failFileCall(error);
-    DIR* directory = opendir(path);
+    OpenDirectory const directory(opendir(path));
     if (!directory)
         return endFileCall(false);
-    auto* result = static_cast<DIRDATA*>(velaCalloc(1, sizeof(DIRDATA)));
-    int const error = result ? readEntries(directory, result) : ENOMEM;
-    closedir(directory);
-    if (error) {
-        FileIO_FreeDirectoryEnumeration(result);
+    Listing result(static_cast<DIRDATA*>(velaCalloc(1, sizeof(DIRDATA))));
+    if (int const error = result ? readEntries(directory.get(), result.get()) : ENOMEM) {
+        result.reset(); // before the error is stored
         return failFileCall(error);
     }
     result->cursor = result->first;
-    *listing = result;
+    *listing = result.release();
     return endFileCall(true);
 }
 
@@ -136,11 +151,13 @@ int FileIO_FreeDirectoryEnumeration(DIRDATA* listing)
     beginFileCall();
     if (!listing)
         return failFileCall(EINVAL);
-    for (DIRENTRYDATA* entry = listing->first; entry;) {
+    [[maybe_unused]] unsigned int freed = 0;
+    for (DIRENTRYDATA* entry = listing->first; entry; ++freed) {
         DIRENTRYDATA* next = entry->next;
         std::free(entry);
         entry = next;
     }
+    assert(freed == listing->count);
     std::free(listing);
     return endFileCall(true);
 }

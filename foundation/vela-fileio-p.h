@@ -1,15 +1,15 @@
-// foundation/vela-fileio-p.h: what the files of the file service share. Not part of the public interface.
+// foundation/vela-fileio-p.h: what the source files of vela-fileio.h share. Internal.
 #pragma once
 
 #include "foundation/vela-fileio.h"
 
-/// Begins a function: errno is 0 from here on, so that success leaves no old error.
+/// Call at the start of a function: clears errno, so that no old error remains after a success.
 void beginFileCall();
-/// Ends a function: keeps errno as the last error and returns `succeeded`.
+/// Call at the end of a function: stores errno as the last error and returns `succeeded`.
 int endFileCall(bool succeeded);
-/// Ends a function with this error.
+/// Call when a function fails: stores the error and returns 0.
 int failFileCall(int error);
-/// 0 when the path is neither null nor empty nor too long, else the error.
+/// Returns 0 if the path is neither null nor empty nor too long, otherwise the error.
 int pathError(char const* path);
 
 /// A 16-bit path in the 8-bit code set of the default locale.
@@ -17,24 +17,25 @@ class NarrowPath
 {
 public:
     explicit NarrowPath(unsigned short const* path);
-    /// Null when the path was null.
-    char const* get() const { return given ? text : nullptr; }
-    /// ENAMETOOLONG when it does not fit; the text is then cut.
-    int error = 0;
+    /// Null if the path was null.
+    char const* get() const { return m_isGiven ? m_text : nullptr; }
+    /// ENAMETOOLONG if the path did not fit and was cut, otherwise 0.
+    int error() const { return m_error; }
 
 private:
-    bool given;
-    char text[maxPathBytes] = {};
+    bool m_isGiven;
+    int m_error = 0;
+    char m_text[kMaxPathBytes] = {};
 };
 
-/// Calls an A function with a converted path.
+/// Converts a path and passes it to a function that takes an 8-bit one.
 template <class Function, class... Arguments>
 int withNarrowPath(unsigned short const* path, Function function, Arguments... arguments)
 {
-    const NarrowPath narrow(path);
-    return narrow.error ? failFileCall(narrow.error) : function(narrow.get(), arguments...);
+    NarrowPath const narrow(path);
+    return narrow.error() ? failFileCall(narrow.error()) : function(narrow.get(), arguments...);
 }
 
-/// Converts an 8-bit result to 16 bits; `size` is what `result` holds, in units. Fails when the text and its terminator
-/// do not fit.
+/// Converts an 8-bit result to 16 bits. `result` has room for `size` units; fails if the text and its terminator do not
+/// fit.
 int widenResult(char const* text, unsigned short* result, unsigned int size);

@@ -1,9 +1,10 @@
-// foundation/vela-fileio-path.cpp: what can be asked of and done with a name: existence, deletion, directories, the
-// current directory; and how 16-bit paths become 8-bit ones. Searching and cleaning paths is in vela-fileio-search.cpp.
+// foundation/vela-fileio-path.cpp: functions that take a path, and the conversion of 16-bit paths. Searching and
+// canonicalizing paths is in vela-fileio-search.cpp.
 
 #include "foundation/vela-fileio-p.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstring>
 
@@ -13,7 +14,7 @@
 namespace {
 
 thread_local int lastError = 0;
-constexpr mode_t newDirectoryPermissions = 0700;
+constexpr mode_t kNewDirectoryPermissions = 0700;
 
 } // namespace
 
@@ -29,6 +30,7 @@ int endFileCall(bool succeeded)
 
 int failFileCall(int error)
 {
+    assert(error != 0);
     errno = error;
     return endFileCall(false);
 }
@@ -37,22 +39,23 @@ int pathError(char const* path)
 {
     if (!path || !*path)
         return EINVAL;
-    return std::strlen(path) < maxPathBytes ? 0 : ENAMETOOLONG;
+    return std::strlen(path) < kMaxPathBytes ? 0 : ENAMETOOLONG;
 }
 
-NarrowPath::NarrowPath(unsigned short const* path) : given(path != nullptr)
+NarrowPath::NarrowPath(unsigned short const* path) : m_isGiven(path != nullptr)
 {
-    if (!given)
+    if (!m_isGiven)
         return;
-    // Every unit becomes at least one byte and at most four, so nothing is cut that would have fitted.
-    unsigned char converted[maxPathBytes * 4] = {};
-    if (strlen16(path) < maxPathBytes)
+    // Each unit becomes one to four bytes, so a path of kMaxPathBytes units or more can not fit.
+    unsigned char converted[kMaxPathBytes * 4] = {};
+    if (strlen16(path) < kMaxPathBytes)
         UnicodeToAnsi(converted, path, sizeof converted - 1);
     else
-        error = ENAMETOOLONG;
-    if (strlen8(converted) >= maxPathBytes)
-        error = ENAMETOOLONG;
-    std::memcpy(text, converted, maxPathBytes - 1);
+        m_error = ENAMETOOLONG;
+    if (strlen8(converted) >= kMaxPathBytes)
+        m_error = ENAMETOOLONG;
+    std::memcpy(m_text, converted, kMaxPathBytes - 1);
+    assert(m_error || strlen8(converted) == std::strlen(m_text));
 }
 
 int widenResult(char const* text, unsigned short* result, unsigned int size)
@@ -68,9 +71,9 @@ int widenResult(char const* text, unsigned short* result, unsigned int size)
 
 namespace {
 
-/// Runs one system call on a valid path.
+/// Checks the path, then passes it to a system call.
 template <class Call>
-int onPath(char const* path, Call call)
+int callWithPath(char const* path, Call call)
 {
     beginFileCall();
     if (int const error = pathError(path))
@@ -85,7 +88,7 @@ int FileIO_GetSizeA(char const* path, unsigned long* size)
     if (!size)
         return failFileCall(EINVAL);
     struct stat status;
-    if (!onPath(path, [&](char const* valid) { return stat(valid, &status); }))
+    if (!callWithPath(path, [&](char const* valid) { return stat(valid, &status); }))
         return 0;
     *size = static_cast<unsigned long>(status.st_size);
     return 1;
@@ -94,29 +97,29 @@ int FileIO_GetSizeA(char const* path, unsigned long* size)
 int FileIO_FileExistsA(char const* path)
 {
     struct stat status;
-    return onPath(path, [&](char const* valid) { return stat(valid, &status); });
+    return callWithPath(path, [&](char const* valid) { return stat(valid, &status); });
 }
 
 int FileIO_IsFileReadableA(char const* path)
 {
-    return onPath(path, [](char const* valid) { return access(valid, R_OK); });
+    return callWithPath(path, [](char const* valid) { return access(valid, R_OK); });
 }
 
 int FileIO_DirectoryExistsA(char const* path)
 {
     struct stat status;
-    if (!onPath(path, [&](char const* valid) { return stat(valid, &status); }))
+    if (!callWithPath(path, [&](char const* valid) { return stat(valid, &status); }))
         return 0;
     return S_ISDIR(status.st_mode) ? 1 : failFileCall(ENOTDIR);
 }
 
-int FileIO_FileDeleteA(char const* path) { return onPath(path, unlink); }
-int FileIO_RemoveDirectoryA(char const* path) { return onPath(path, rmdir); }
-int FileIO_SetCurrentDirectoryA(char const* path) { return onPath(path, chdir); }
+int FileIO_FileDeleteA(char const* path) { return callWithPath(path, unlink); }
+int FileIO_RemoveDirectoryA(char const* path) { return callWithPath(path, rmdir); }
+int FileIO_SetCurrentDirectoryA(char const* path) { return callWithPath(path, chdir); }
 
 int FileIO_CreateDirectoryA(char const* path)
 {
-    return onPath(path, [](char const* valid) { return mkdir(valid, newDirectoryPermissions); });
+    return callWithPath(path, [](char const* valid) { return mkdir(valid, kNewDirectoryPermissions); });
 }
 
 int FileIO_GetCurrentDirectoryA(char* result)
@@ -124,15 +127,15 @@ int FileIO_GetCurrentDirectoryA(char* result)
     beginFileCall();
     if (!result)
         return failFileCall(EINVAL);
-    return endFileCall(getcwd(result, maxPathBytes) != nullptr);
+    return endFileCall(getcwd(result, kMaxPathBytes) != nullptr);
 }
 
 int FileIO_GetCurrentDirectoryW(unsigned short* result)
 {
-    char narrow[maxPathBytes];
+    char narrow[kMaxPathBytes];
     if (!result)
         return failFileCall(EINVAL);
-    return FileIO_GetCurrentDirectoryA(narrow) && widenResult(narrow, result, maxPathBytes);
+    return FileIO_GetCurrentDirectoryA(narrow) && widenResult(narrow, result, kMaxPathBytes);
 }
 
 namespace {
@@ -157,7 +160,7 @@ int FileIO_SetCurrentDirectoryW(unsigned short const* path)
     return withNarrowPath(path, FileIO_SetCurrentDirectoryA);
 }
 
-// Names alone
+// Paths as text
 
 int FileIO_IsFileNameAbsoluteA(char const* name)
 {

@@ -1,7 +1,8 @@
-// foundation/vela-fileio-search.cpp: finding programs along the "PATH", and cleaning paths.
+// foundation/vela-fileio-search.cpp: finding programs through the variable "PATH", and canonicalizing paths.
 
 #include "foundation/vela-fileio-p.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -10,20 +11,21 @@
 
 namespace {
 
-/// directory + "/" + name; false when it does not fit into maxPathBytes.
+/// Writes directory + "/" + name; returns false if it needs more than kMaxPathBytes.
 bool joinPath(std::string_view directory, char const* name, char* result)
 {
     char const* slash = !directory.empty() && directory.back() == '/' ? "" : "/";
-    int const length = std::snprintf(result, maxPathBytes, "%.*s%s%s", static_cast<int>(directory.size()),
+    int const length = std::snprintf(result, kMaxPathBytes, "%.*s%s%s", static_cast<int>(directory.size()),
                                      directory.data(), slash, name);
-    return length >= 0 && static_cast<unsigned int>(length) < maxPathBytes;
+    return length >= 0 && static_cast<unsigned int>(length) < kMaxPathBytes;
 }
 
-/// Takes the first directory off a ":"-separated list.
+/// Removes the first directory from a ":"-separated list and returns it.
 std::string_view nextDirectory(std::string_view& list)
 {
-    const size_t colon = list.find(':');
-    const std::string_view directory = list.substr(0, colon);
+    assert(!list.empty());
+    size_t const colon = list.find(':');
+    std::string_view const directory = list.substr(0, colon);
     list.remove_prefix(colon == list.npos ? list.size() : colon + 1);
     return directory;
 }
@@ -38,9 +40,9 @@ int FileIO_FindFileInPathA(char const* name, char* result)
     char const* variable = std::getenv("PATH");
     if (!variable)
         return failFileCall(ENOENT);
-    char candidate[maxPathBytes];
+    char candidate[kMaxPathBytes];
     for (std::string_view list(variable); !list.empty();) {
-        const std::string_view directory = nextDirectory(list);
+        std::string_view const directory = nextDirectory(list);
         if (directory.empty() || !joinPath(directory, name, candidate) || !FileIO_FileExistsA(candidate))
             continue;
         std::strcpy(result, candidate);
@@ -51,11 +53,11 @@ int FileIO_FindFileInPathA(char const* name, char* result)
 
 namespace {
 
-/// Puts the current directory before a relative path; `result` may be the path itself.
+/// Prefixes a relative path with the current directory. `result` and `path` may be the same buffer.
 int appendToCurrentDirectory(char const* path, char* result)
 {
-    char current[maxPathBytes];
-    char joined[maxPathBytes];
+    char current[kMaxPathBytes];
+    char joined[kMaxPathBytes];
     if (!FileIO_GetCurrentDirectoryA(current))
         return 0;
     if (!joinPath(current, path, joined))
@@ -89,10 +91,10 @@ using PathFunction = int (*)(char const*, char*);
 
 int widenedResultOf(PathFunction function, unsigned short const* name, unsigned short* result)
 {
-    char narrow[maxPathBytes];
+    char narrow[kMaxPathBytes];
     if (!result)
         return failFileCall(EINVAL);
-    return withNarrowPath(name, function, static_cast<char*>(narrow)) && widenResult(narrow, result, maxPathBytes);
+    return withNarrowPath(name, function, static_cast<char*>(narrow)) && widenResult(narrow, result, kMaxPathBytes);
 }
 
 } // namespace
@@ -114,17 +116,17 @@ sstring absolutePath(sstring path)
     FileIO_ConvertSlashesToOSTypeA(path);
     if (path[0] == '/')
         return path;
-    char current[maxPathBytes] = {};
+    char current[kMaxPathBytes] = {};
     FileIO_GetCurrentDirectoryA(current);
     FileIO_ConvertSlashesToOSTypeA(current);
     return current + ("/" + path);
 }
 
-/// Whether "/../" stands at this place of a terminated text.
+/// Whether the text begins with "/../".
 bool isParentStep(unsigned short const* at) { return at[0] == '/' && at[1] == '.' && at[2] == '.' && at[3] == '/'; }
 
-/// Removes each "/../" together with the name before it, in one pass: the part already passed is cut back to its last
-/// "/". One at the very front stays, having nothing before it.
+/// Removes each "/../" together with the name before it. One at the very front has no name before it and stays. A
+/// single pass that cuts the result back to its last "/" keeps this linear.
 void removeParentSteps(sstring& path)
 {
     sstring clean;
@@ -135,6 +137,7 @@ void removeParentSteps(sstring& path)
             clean += *at++;
             continue;
         }
+        assert(slash < clean.getLength());
         clean.setAt(slash, ""); // ends the text there
         at += 3;
     }
@@ -148,6 +151,7 @@ sstring FileIO_CanonicalizePath(sstring const& path)
     sstring result = absolutePath(path);
     result.replace("/./", "/");
     result.replace("//", "/");
+    assert(result.getLength() > 0 && result[0] == '/');
     if (result[result.getLength() - 1] != '/')
         result += "/";
     removeParentSteps(result);

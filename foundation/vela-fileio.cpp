@@ -1,4 +1,4 @@
-// foundation/vela-fileio.cpp: open files. Names and paths are in vela-fileio-path.cpp, listings in
+// foundation/vela-fileio.cpp: open files. Functions on paths are in vela-fileio-path.cpp, directory listings in
 // vela-fileio-directory.cpp.
 
 #include "foundation/vela-fileio.h"
@@ -6,10 +6,12 @@
 #include "foundation/vela-alloc.h"
 #include "foundation/vela-fileio-p.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -17,11 +19,11 @@
 
 namespace {
 
-constexpr mode_t newFilePermissions = 0600;
+constexpr mode_t kNewFilePermissions = 0600;
 
 bool initialised = false;
 
-/// How one mode opens an existing and a missing file.
+/// What a mode does with an existing and with a missing file.
 struct OpenPlan
 {
     int existingFlags;
@@ -58,7 +60,7 @@ int openDescriptor(char const* path, OpenPlan const& plan)
     }
     errno = 0;
     int const descriptor = exists ? open(path, plan.existingFlags | O_CLOEXEC)
-                                  : open(path, plan.missingFlags | O_CLOEXEC, newFilePermissions);
+                                  : open(path, plan.missingFlags | O_CLOEXEC, kNewFilePermissions);
     if (descriptor >= 0 && plan.seeksEnd)
         lseek(descriptor, 0, SEEK_END);
     return descriptor;
@@ -86,17 +88,15 @@ int FileIO_OpenA(char const* path, ENU_FILE_OPEN mode, FILEDATA** file)
     *file = nullptr;
     if (int const error = pathError(path))
         return failFileCall(error);
-    auto* record = static_cast<FILEDATA*>(velaCalloc(1, sizeof(FILEDATA)));
+    std::unique_ptr<FILEDATA, velaFreed> record(static_cast<FILEDATA*>(velaCalloc(1, sizeof(FILEDATA))));
     if (!record)
         return failFileCall(ENOMEM);
+    assert(std::strlen(path) < sizeof record->path);
     std::strcpy(record->path, path);
     record->descriptor = openDescriptor(path, planFor(mode));
-    if (record->descriptor < 0) {
-        int const error = errno;
-        std::free(record);
-        return failFileCall(error);
-    }
-    *file = record;
+    if (record->descriptor < 0)
+        return failFileCall(errno);
+    *file = record.release();
     return endFileCall(true);
 }
 
@@ -112,6 +112,7 @@ int FileIO_Close(FILEDATA* file)
     beginFileCall();
     if (!file)
         return failFileCall(EINVAL);
+    assert(file->descriptor >= 0);
     bool const closed = close(file->descriptor) == 0;
     int const result = endFileCall(closed);
     std::free(file);
@@ -128,6 +129,7 @@ int FileIO_Read(FILEDATA* file, void* buffer, unsigned long length, unsigned lon
         count = ::read(file->descriptor, buffer, length);
     while (count < 0 && errno == EINTR);
     *read = count > 0 ? static_cast<unsigned long>(count) : 0;
+    assert(*read <= length);
     *atEnd = count == 0;
     return endFileCall(count >= 0);
 }
@@ -151,7 +153,7 @@ int FileIO_Seek(FILEDATA* file, ENU_FILE_SEEK from, unsigned long low, unsigned 
     if (!file)
         return failFileCall(EINVAL);
     auto const bits = static_cast<uint32_t>(low);
-    const off_t relative = static_cast<int32_t>(bits);
+    off_t const relative = static_cast<int32_t>(bits);
     switch (from) {
     case FILE_SEEK_START:
         return endFileCall(lseek(file->descriptor, static_cast<off_t>(bits), SEEK_SET) >= 0);
@@ -170,7 +172,7 @@ int FileIO_GetCurPos(FILEDATA* file, unsigned long* low, unsigned long* high)
     beginFileCall();
     if (!file || !low || !high)
         return failFileCall(EINVAL);
-    const off_t position = lseek(file->descriptor, 0, SEEK_CUR);
+    off_t const position = lseek(file->descriptor, 0, SEEK_CUR);
     if (position < 0)
         return endFileCall(false);
     *low = static_cast<unsigned long>(position) & 0xFFFFFFFF;
@@ -180,10 +182,10 @@ int FileIO_GetCurPos(FILEDATA* file, unsigned long* low, unsigned long* high)
 
 namespace {
 
-/// Works on the lock of the whole file and puts the current position back; lockf counts from it.
+/// Locks or unlocks the whole file. lockf() starts at the current position, which is restored afterwards.
 bool lockWhole(int descriptor, int command)
 {
-    const off_t position = lseek(descriptor, 0, SEEK_CUR);
+    off_t const position = lseek(descriptor, 0, SEEK_CUR);
     if (position < 0 || lseek(descriptor, 0, SEEK_SET) < 0)
         return false;
     bool const worked = lockf(descriptor, command, 0) == 0;
@@ -240,6 +242,6 @@ int FileIO_Truncate(FILEDATA* file)
     beginFileCall();
     if (!file)
         return failFileCall(EINVAL);
-    const off_t position = lseek(file->descriptor, 0, SEEK_CUR);
+    off_t const position = lseek(file->descriptor, 0, SEEK_CUR);
     return endFileCall(position >= 0 && ftruncate(file->descriptor, position) == 0);
 }

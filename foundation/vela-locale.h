@@ -1,15 +1,17 @@
-// foundation/vela-locale.h: locales that this library's own classes keep.
+// foundation/vela-locale.h: locales that the classes of this library own.
 #pragma once
 
 #include "foundation/localize2.h"
-#include "foundation/vela-error.h"
 
-/// A copy, to be given to Locale_Destroy(); null for null. Throws velaError 12: without its locale a text would be read
-/// in another code set.
-inline LOCALE* velaCopyLocale(LOCALE* locale)
+#include <memory>
+
+struct velaLocaleDestroyer
 {
-    LOCALE* copy = Locale_Copy(locale);
-    if (locale && !copy)
-        throw velaError(12);
-    return copy;
-}
+    void operator()(LOCALE* locale) const { Locale_Destroy(locale); }
+};
+
+using velaLocale = std::unique_ptr<LOCALE, velaLocaleDestroyer>;
+
+/// A copy; null for null. Throws velaError 12 when out of memory: without its locale a text would be read in another
+/// code set.
+velaLocale velaCopyLocale(LOCALE* locale);

@@ -1,6 +1,5 @@
-// foundation/vela-memmgr-new.cpp: the global allocation operators, straight from the C library, so that a block may
-// cross between this library and code that uses malloc. Left to the sanitizers where one is active: they bring their
-// own.
+// foundation/vela-memmgr-new.cpp: the global operators new and delete, which call malloc() and free() directly, so that
+// blocks can be exchanged with code that uses those. Sanitizers bring their own.
 
 #include <cstdlib>
 #include <new>
@@ -17,7 +16,7 @@
 
 void* operator new(std::size_t size)
 {
-    // A block of no bytes still has an address of its own.
+    // An allocation of zero bytes has an address of its own, too.
     if (void* block = std::malloc(size ? size : 1))
         return block;
     throw std::bad_alloc();

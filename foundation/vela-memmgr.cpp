@@ -7,6 +7,7 @@
 #include "foundation/vela-error.h"
 
 #include <atomic>
+#include <cassert>
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
@@ -24,7 +25,7 @@ unsigned int accountedBlocks = 0;
 
 int MemMgr_Init()
 {
-    const std::lock_guard<std::mutex> lock(accountingLock);
+    std::lock_guard<std::mutex> const lock(accountingLock);
     if (initialisations++ == 0) {
         std::memset(accounting, 0, sizeof accounting);
         accountedBlocks = 0;
@@ -34,7 +35,7 @@ int MemMgr_Init()
 
 void MemMgr_ShutDown()
 {
-    const std::lock_guard<std::mutex> lock(accountingLock);
+    std::lock_guard<std::mutex> const lock(accountingLock);
     if (initialisations)
         --initialisations;
 }
@@ -55,12 +56,13 @@ void MemMgr_VerifyIntegrity()
 
 namespace {
 
-/// `needed` rounded up to a multiple of `granule`; 0 when there is no such number that an unsigned int holds.
+/// `needed` rounded up to a multiple of `granule`; 0 if `granule` is 0 or the result does not fit into 32 bits.
 unsigned int roundedUp(unsigned int needed, unsigned int granule)
 {
     if (granule == 0)
         return 0;
-    const uint64_t rounded = (uint64_t{needed} + granule - 1) / granule * granule;
+    uint64_t const rounded = (uint64_t{needed} + granule - 1) / granule * granule;
+    assert(rounded >= needed && rounded % granule == 0);
     return rounded > UINT32_MAX ? 0 : static_cast<unsigned int>(rounded);
 }
 
@@ -74,11 +76,12 @@ void MemReallocArrayFunction(void** array, unsigned int elementSize, unsigned in
     unsigned int const newCapacity = roundedUp(needed, granule);
     if (newCapacity == 0)
         throw velaError(EINVAL);
-    const uint64_t oldBytes = *array ? uint64_t{*capacity} * elementSize : 0;
-    const uint64_t newBytes = uint64_t{newCapacity} * elementSize;
+    uint64_t const oldBytes = *array ? uint64_t{*capacity} * elementSize : 0;
+    uint64_t const newBytes = uint64_t{newCapacity} * elementSize;
     void* block = newBytes <= PTRDIFF_MAX ? velaCalloc(newCapacity, elementSize ? elementSize : 1) : nullptr;
     if (!block)
         throw velaError(ENOMEM);
+    assert(oldBytes <= newBytes);
     if (oldBytes)
         std::memcpy(block, *array, oldBytes);
     std::free(*array);

@@ -1,30 +1,30 @@
-// foundation/vela-memmgr.h: hooks of the memory manager, and the one function that grows arrays. The accounting
-// allocator is not active in this build: operator new and delete go straight to the C library (vela-memmgr-new.cpp).
+// foundation/vela-memmgr.h: the memory manager's functions and the growth of arrays. Allocations are not accounted for:
+// the operators new and delete call the C library directly (vela-memmgr-new.cpp).
 #pragma once
 
 #include "foundation/vela-error.h"
 
-/// Counts initialisations; the first one clears the accounting. Always returns 1. Any thread.
+/// Counts initialisations; the first one clears the accounting. Returns 1. Any thread.
 int MemMgr_Init();
 void MemMgr_ShutDown();
-/// Whether the accounting allocator is active: 0.
+/// Whether allocations are accounted for; always 0.
 int MemMgr_IsVELAMemoryManagerInUse();
 
-/// Nothing to tell without accounting; the last two say so through Debug_Print().
+/// Without accounting there is nothing to report; the last two say so through Debug_Print().
 void MemMgr_PrintMemUsage();
 void MemMgr_CheckForLeaks();
 void memMgr_DumpMemUsage();
 void MemMgr_VerifyIntegrity();
 
-/// Grows `*array`, a block of `*capacity` elements from malloc (null when there is none yet), to `needed` elements,
-/// rounded up to a multiple of `granule`. New elements are zero; elements are moved as bytes. Nothing happens when the
-/// capacity suffices. Throws velaError 22 when there is no such capacity (a granule of 0, or a multiple beyond 32 bits)
-/// and 12 when there is no memory; the array is then as it was. The caller frees the block with free().
+/// Grows `*array`, a block of `*capacity` elements from malloc() or null, to at least `needed` elements, rounded up to
+/// a multiple of `granule`. Elements are moved as bytes; new ones are zero. Does nothing if the capacity suffices.
+/// Throws velaError 22 if `granule` is 0 or the capacity does not fit into 32 bits, and 12 when out of memory; the
+/// array then stays unchanged. The caller frees the block with free().
 void MemReallocArrayFunction(void** array, unsigned int elementSize, unsigned int* capacity, unsigned int needed,
                              unsigned int granule);
 
-/// For tests, in builds with assertions: the next `count` allocations of this library succeed, and the one behind them
-/// fails as if there were no memory. It is one alone; a negative count is for none. All threads' allocations count.
+/// For tests, in builds with assertions: after `count` more allocations of this library, on any thread, one fails as if
+/// memory had run out. A negative count switches this off.
 void MemMgr_FailAfter(long count);
-/// Whether the allocation that was to fail has been reached.
+/// Whether that allocation has failed.
 int MemMgr_HasFailed();

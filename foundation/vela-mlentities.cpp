@@ -1,8 +1,13 @@
-// foundation/vela-mlentities.cpp: see the header. The names are HTML 4's (HTMLlat1), in the order of their codes.
+// foundation/vela-mlentities.cpp: see the header. The Latin-1 names are those of HTML 4 (HTMLlat1), in the order of
+// their codes.
+
 #include "foundation/vela-mlentities.h"
+
+#include "foundation/vela-comtypes.h"
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <iterator>
 #include <string_view>
@@ -15,11 +20,11 @@ struct Reference
     unsigned short code;
 };
 
-constexpr Reference commonReferences[] = {{"amp", '&'},   {"lt", '<'},   {"gt", '>'},
-                                          {"apos", '\''}, {"quot", '"'}, {"nbsp", ' '}};
+constexpr Reference kCommonReferences[] = {{"amp", '&'},   {"lt", '<'},   {"gt", '>'},
+                                           {"apos", '\''}, {"quot", '"'}, {"nbsp", ' '}};
 
-constexpr unsigned short firstLatin1 = 161;
-constexpr std::string_view latin1Names[] = {
+constexpr unsigned short kFirstLatin1 = 161;
+constexpr std::string_view kLatin1Names[] = {
     "iexcl",  "cent",   "pound",  "curren", "yen",    "brvbar", "sect",   "uml",    "copy",   "ordf",   "laquo",
     "not",    "shy",    "reg",    "macr",   "deg",    "plusmn", "sup2",   "sup3",   "acute",  "micro",  "para",
     "middot", "cedil",  "sup1",   "ordm",   "raquo",  "frac14", "frac12", "frac34", "iquest", "Agrave", "Aacute",
@@ -29,7 +34,7 @@ constexpr std::string_view latin1Names[] = {
     "atilde", "auml",   "aring",  "aelig",  "ccedil", "egrave", "eacute", "ecirc",  "euml",   "igrave", "iacute",
     "icirc",  "iuml",   "eth",    "ntilde", "ograve", "oacute", "ocirc",  "otilde", "ouml",   "divide", "oslash",
     "ugrave", "uacute", "ucirc",  "uuml",   "yacute", "thorn",  "yuml"};
-static_assert(std::size(latin1Names) == 95);
+static_assert(std::size(kLatin1Names) == 95);
 
 bool hasPrefix(unsigned short const* text, unsigned int count, std::string_view prefix)
 {
@@ -38,21 +43,21 @@ bool hasPrefix(unsigned short const* text, unsigned int count, std::string_view 
 
 bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
 
-/// What one reference stands for, and how many units behind the "&" it takes; 0 units: it is none.
+/// A decoded reference and its length after the "&"; length 0 means that it is not a reference.
 struct Decoded
 {
     unsigned int length = 0;
     uint32_t code = 0;
 };
 
-constexpr uint32_t lastCode = 0x10FFFF;
+constexpr uint32_t kLastCode = 0x10FFFF;
 
 Decoded decodeNumber(unsigned short const* text, unsigned int count)
 {
     Decoded decoded;
     unsigned int i = 1;
     for (; i < count && isDigit(text[i]); ++i)
-        decoded.code = std::min<uint32_t>(decoded.code * 10 + (text[i] - '0'), lastCode + 1);
+        decoded.code = std::min<uint32_t>(decoded.code * 10 + (text[i] - '0'), kLastCode + 1);
     decoded.length = i > 1 ? i : 0;
     return decoded;
 }
@@ -63,15 +68,15 @@ Decoded decodeName(unsigned short const* text, unsigned int count)
 {
     if (count == 0 || !isLetter(text[0]))
         return {};
-    for (Reference const& reference : commonReferences)
+    for (Reference const& reference : kCommonReferences)
         if (hasPrefix(text, count, reference.name))
             return {static_cast<unsigned int>(reference.name.size()), reference.code};
-    auto const* name = std::find_if(std::begin(latin1Names), std::end(latin1Names),
+    auto const* name = std::find_if(std::begin(kLatin1Names), std::end(kLatin1Names),
                                     [&](std::string_view candidate) { return hasPrefix(text, count, candidate); });
-    if (name == std::end(latin1Names))
+    if (name == std::end(kLatin1Names))
         return {};
     return {static_cast<unsigned int>(name->size()),
-            firstLatin1 + static_cast<uint32_t>(name - std::begin(latin1Names))};
+            kFirstLatin1 + static_cast<uint32_t>(name - std::begin(kLatin1Names))};
 }
 
 Decoded decodeOne(unsigned short const* text, unsigned int count)
@@ -82,12 +87,12 @@ Decoded decodeOne(unsigned short const* text, unsigned int count)
     return decoded;
 }
 
-/// A reference is never shorter than what it stands for, so writing never overtakes reading.
+/// A reference is always longer than its character, so decoding in place never overwrites text not yet read.
 unsigned short* writeCode(unsigned short* out, uint32_t code)
 {
     if (code == 0)
         return out;
-    if (code > lastCode)
+    if (code > kLastCode)
         code = 0xFFFD;
     if (code > 0xFFFF) {
         *out++ = static_cast<unsigned short>(0xD7C0 + (code >> 10));
@@ -105,14 +110,14 @@ unsigned int decodeReferences(unsigned short* text, unsigned int count)
     unsigned short const* from = std::find(text, text + count, '&');
     unsigned short* to = text + (from - text);
     while (from != end) {
-        Decoded const decoded =
-            *from == '&' ? decodeOne(from + 1, static_cast<unsigned int>(end - from - 1)) : Decoded();
+        Decoded const decoded = *from == '&' ? decodeOne(from + 1, unitsBetween(from + 1, end)) : Decoded();
         if (decoded.length == 0) {
             *to++ = *from++;
             continue;
         }
         to = writeCode(to, decoded.code);
         from += 1 + decoded.length;
+        assert(to <= from && from <= end);
     }
-    return static_cast<unsigned int>(to - text);
+    return unitsBetween(text, to);
 }

@@ -1,37 +1,37 @@
-// foundation/vela-mlparseerror.h: what the markup parser throws at bad syntax.
+// foundation/vela-mlparseerror.h: what the markup parser throws on a syntax error.
 #pragma once
 
 #include "foundation/vela-string.h"
 
 enum mlParseErrorCode : int
 {
-    mlErrorUnexpectedSymbol = 0,
-    mlErrorNoTagName = 1,
-    mlErrorNoTagClosure = 2,
-    mlErrorNoCDataClosure = 3,
-    mlErrorNoAttributeValue = 4,
-    mlErrorTagNameLength = 5,
-    mlErrorAttributeNameLength = 6,
-    mlErrorAttributeValueLength = 7
+    kErrorUnexpectedSymbol = 0,
+    kErrorNoTagName = 1,
+    kErrorNoTagClosure = 2,
+    kErrorNoCDataClosure = 3,
+    kErrorNoAttributeValue = 4,
+    kErrorTagNameLength = 5,
+    kErrorAttributeNameLength = 6,
+    kErrorAttributeValueLength = 7
 };
 
 /// Thrown by value.
 class mlParseError
 {
 public:
-    static constexpr unsigned int unknownLine = 0xFFFFFFFF;
+    static constexpr unsigned int kUnknownLine = 0xFFFFFFFF;
 
-    explicit mlParseError(mlParseErrorCode errorCode, unsigned int errorLine = unknownLine)
-        : code(errorCode), line(errorLine)
+    explicit mlParseError(mlParseErrorCode errorCode, unsigned int errorLine = kUnknownLine)
+        : m_code(errorCode), m_line(errorLine)
     {}
 
-    mlParseErrorCode getCode() const { return code; }
-    /// The line, from 1, on which reading stood; 0xFFFFFFFF when it is not known.
-    unsigned int getLine() const { return line; }
-    /// One English line with its newline, such as "line 3: expected tag closure marker\n".
+    mlParseErrorCode getCode() const { return m_code; }
+    /// The line of the error, from 1; kUnknownLine if it is not known.
+    unsigned int getLine() const { return m_line; }
+    /// A line of English text with a newline, such as "line 3: expected tag closure marker\n".
     sstring toEnglishString() const;
 
 private:
-    mlParseErrorCode code;
-    unsigned int line;
+    mlParseErrorCode m_code;
+    unsigned int m_line;
 };

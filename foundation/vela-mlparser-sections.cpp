@@ -1,27 +1,30 @@
 // foundation/vela-mlparser-sections.cpp: the grammar of the markup: how tokens become sections, and which tags close
 // which.
+
 #include "foundation/vela-mlparser.h"
+
+#include <cassert>
 
 namespace {
 
 mlTagType tagTypeOf(mlTokenType opener)
 {
     switch (opener) {
-    case mlTokenOpenDeclaration:
-        return mlTagDeclaration;
-    case mlTokenOpenInstruction:
-        return mlTagInstruction;
-    case mlTokenOpenInclude:
-        return mlTagInclude;
+    case kTokenOpenDeclaration:
+        return kTagDeclaration;
+    case kTokenOpenInstruction:
+        return kTagInstruction;
+    case kTokenOpenInclude:
+        return kTagInclude;
     default:
-        return mlTagOrdinary;
+        return kTagOrdinary;
     }
 }
 
 bool endsTag(mlTokenType type)
 {
-    return type == mlTokenClose || type == mlTokenCloseEmpty || type == mlTokenCloseInstruction ||
-           type == mlTokenCloseComment;
+    return type == kTokenClose || type == kTokenCloseEmpty || type == kTokenCloseInstruction ||
+           type == kTokenCloseComment;
 }
 
 bool neverNests(mlSection const& section)
@@ -31,189 +34,193 @@ bool neverNests(mlSection const& section)
 
 } // namespace
 
-/// One step. False when nothing more is there.
+/// Parses one item. Returns false at the end.
 bool mlParser::parseNextSection()
 {
-    if (open.empty())
+    if (m_openSections.empty())
         return false;
-    hasFailed = true; // until the step is done
-    mlTokenType const type = tokens.nextSkippingComments(mlContextContent, !keepsLongTexts);
-    if (type != mlTokenEnd)
+    m_hasFailed = true; // stays so if the item throws
+    mlTokenType const type = m_tokens.nextSkippingComments(kContextContent, !m_keepsLongTexts);
+    if (type != kTokenEnd)
         parseItem(type);
-    hasFailed = false;
-    if (isIncremental && open.size() == 1)
-        open.clear();
-    return type != mlTokenEnd;
+    m_hasFailed = false;
+    if (m_isIncremental && m_openSections.size() == 1)
+        m_openSections.clear();
+    return type != kTokenEnd;
 }
 
 void mlParser::parseItem(mlTokenType type)
 {
-    if (type == mlTokenText)
+    if (type == kTokenText)
         return addText(false);
-    // White space before a tag separates the texts on both its sides: "a <b>c</b>" is two words.
-    bool const hadSpace = tokens.hasLeadingSpace();
+    // White space before a tag separates the texts around the tag: "a <b>c</b>" is two words.
+    bool const hadSpace = m_tokens.hasLeadingSpace();
     switch (type) {
-    case mlTokenOpenCData:
-        tokens.setPendingSpace(hadSpace);
+    case kTokenOpenCData:
+        m_tokens.setPendingSpace(hadSpace);
         return parseCData();
-    case mlTokenOpenInclude:
-    case mlTokenOpenDeclaration:
-    case mlTokenOpenInstruction:
-    case mlTokenOpen:
+    case kTokenOpenInclude:
+    case kTokenOpenDeclaration:
+    case kTokenOpenInstruction:
+    case kTokenOpen:
         parseTag(tagTypeOf(type));
         break;
-    case mlTokenOpenClose:
+    case kTokenOpenClose:
         parseClose();
         break;
     default:
-        fail(mlErrorUnexpectedSymbol);
+        fail(kErrorUnexpectedSymbol);
     }
-    tokens.setPendingSpace(hadSpace);
+    m_tokens.setPendingSpace(hadSpace);
 }
 
-/// The name of an opening or closing tag, which is then the tokenizer's text.
+/// Reads the name of an opening or closing tag; it is then the tokenizer's text.
 void mlParser::readTagName()
 {
-    if (tokens.next(mlContextTag, true) != mlTokenText)
-        fail(mlErrorNoTagName);
-    if (tokens.isTruncated())
-        fail(mlErrorTagNameLength);
+    if (m_tokens.next(kContextTag, true) != kTokenText)
+        fail(kErrorNoTagName);
+    if (m_tokens.isTruncated())
+        fail(kErrorTagNameLength);
 }
 
 void mlParser::parseTag(mlTagType type)
 {
     readTagName();
-    mlName* const name = pool.name(tokens.text(), tokens.length());
+    mlName* const name = m_pool.name(m_tokens.text(), m_tokens.length());
     mlSection const* outer = innermost();
-    if (open.size() > 1 && outer->tag.name->folded == name->folded && neverNests(*outer))
+    if (m_openSections.size() > 1 && outer->m_tag.name->folded == name->folded && neverNests(*outer))
         closeInnermost();
     mlSection* section = nextSection();
-    section->setFlag(mlSection::IsTag, true);
-    section->tagType = static_cast<uint8_t>(type);
-    section->tag.name = name;
-    newest = section;
+    section->setFlag(mlSection::kIsTag, true);
+    section->m_tagType = static_cast<uint8_t>(type);
+    section->m_tag.name = name;
+    m_newestTag = section;
     parseAttributes(section);
-    if (type == mlTagOrdinary && tokens.type() != mlTokenCloseEmpty && !section->isNamed("br"))
+    if (type == kTagOrdinary && m_tokens.type() != kTokenCloseEmpty && !section->isNamed("br"))
         openSection(section);
 }
 
-/// Reads up to the token that ends the tag. What was read before an error stays.
+/// Reads the attributes and the token that ends the tag. Attributes read before an error are kept.
 void mlParser::parseAttributes(mlSection* section)
 {
-    attributes.clear();
+    m_attributes.clear();
     try {
-        tokens.next(mlContextTag, true);
-        while (!endsTag(tokens.type())) {
-            if (tokens.type() != mlTokenText)
-                fail(mlErrorNoTagClosure);
+        m_tokens.next(kContextTag, true);
+        while (!endsTag(m_tokens.type())) {
+            if (m_tokens.type() != kTokenText)
+                fail(kErrorNoTagClosure);
             if (parseAttribute())
-                tokens.next(mlContextTag, true);
+                m_tokens.next(kContextTag, true);
         }
     } catch (mlParseError const&) {
-        section->setAttrs(attributes);
+        section->setAttrs(m_attributes);
         throw;
     }
-    if (!attributes.empty())
-        section->setAttrs(attributes);
+    if (!m_attributes.empty())
+        section->setAttrs(m_attributes);
 }
 
-/// Reads one attribute whose name is the present token. False when the token behind it was read already, since there
-/// was no value.
+/// Reads the attribute whose name is the current token. Returns false if it has no value and the token after the name
+/// has already been read.
 bool mlParser::parseAttribute()
 {
-    if (tokens.isTruncated())
-        fail(mlErrorAttributeNameLength);
-    mlAttr& attr = attributes.emplace_back(mlAttr(&pool));
-    attr.setName(tokens.text(), tokens.length());
-    attr.line = tokens.line();
-    mlTokenType const type = tokens.next(mlContextTag, true);
-    if (endsTag(type) || type == mlTokenText)
+    if (m_tokens.isTruncated())
+        fail(kErrorAttributeNameLength);
+    mlAttr& attr = m_attributes.emplace_back(mlAttr(&m_pool));
+    attr.setName(m_tokens.text(), m_tokens.length());
+    attr.m_line = m_tokens.line();
+    mlTokenType const type = m_tokens.next(kContextTag, true);
+    if (endsTag(type) || type == kTokenText)
         return false;
-    if (type != mlTokenEquals || tokens.next(mlContextTag, true) != mlTokenText)
-        fail(mlErrorNoAttributeValue);
-    if (tokens.isTruncated())
-        fail(mlErrorAttributeValueLength);
-    pool.setText(attr.value, tokens.text(), tokens.length());
+    if (type != kTokenEquals || m_tokens.next(kContextTag, true) != kTokenText)
+        fail(kErrorNoAttributeValue);
+    if (m_tokens.isTruncated())
+        fail(kErrorAttributeValueLength);
+    m_pool.setText(attr.m_value, m_tokens.text(), m_tokens.length());
     return true;
 }
 
-/// Closes the innermost open section of the name and all inside it. A name that is not open costs no look at the open
-/// ones.
+/// Closes the innermost open section of that name and all sections inside it. The counter in the name saves a search
+/// when none is open.
 void mlParser::parseClose()
 {
     readTagName();
-    mlName const* name = pool.findFolded(tokens.text(), tokens.length());
+    mlName const* name = m_pool.findFolded(m_tokens.text(), m_tokens.length());
     bool const isOpen = name && name->openSections != 0;
     while (isOpen) {
-        bool const isLast = innermost()->tag.name->folded == name;
+        bool const isLast = innermost()->m_tag.name->folded == name;
         closeInnermost();
         if (isLast)
             break;
     }
-    if (tokens.next(mlContextTag, true) != mlTokenClose && isOpen)
-        fail(mlErrorNoTagClosure);
+    if (m_tokens.next(kContextTag, true) != kTokenClose && isOpen)
+        fail(kErrorNoTagClosure);
 }
 
 void mlParser::parseCData()
 {
-    mlTokenType const type = tokens.next(mlContextRaw, !keepsLongTexts);
-    if (type != mlTokenText && type != mlTokenCloseCData)
-        fail(mlErrorNoCDataClosure);
+    mlTokenType const type = m_tokens.next(kContextRaw, !m_keepsLongTexts);
+    if (type != kTokenText && type != kTokenCloseCData)
+        fail(kErrorNoCDataClosure);
     addText(true);
-    if (type == mlTokenText && tokens.next(mlContextRaw, true) != mlTokenCloseCData)
-        fail(mlErrorNoCDataClosure);
+    if (type == kTokenText && m_tokens.next(kContextRaw, true) != kTokenCloseCData)
+        fail(kErrorNoCDataClosure);
 }
 
-/// A text section of the present token. Of a run that was cut only the place is kept.
+/// Makes a text section of the current token. A truncated text is not stored, only its position.
 void mlParser::addText(bool isCData)
 {
     mlSection* section = nextSection();
-    bool const isCut = tokens.isTruncated();
-    section->placeText(tokens.text(), isCut ? 0 : tokens.length(), tokens.isRun() ? tokens.start() : bookmark(), isCut,
-                       isCData, tokens.hasLeadingSpace());
+    bool const isCut = m_tokens.isTruncated();
+    section->assignText(m_tokens.text(), isCut ? 0 : m_tokens.length(),
+                        m_tokens.isUnquotedText() ? m_tokens.start() : bookmark(), isCut, isCData,
+                        m_tokens.hasLeadingSpace());
     if (isCut)
-        longTexts.push_back(section);
+        m_longTexts.push_back(section);
 }
 
 void mlParser::openSection(mlSection* section)
 {
-    open.push_back(section);
-    section->setFlag(mlSection::IsOpen, true);
-    ++section->tag.name->folded->openSections;
+    assert(section->isTag() && !section->hasFlag(mlSection::kIsOpen));
+    m_openSections.push_back(section);
+    section->setFlag(mlSection::kIsOpen, true);
+    ++section->m_tag.name->folded->openSections;
 }
 
 void mlParser::closeInnermost()
 {
-    mlSection* section = open.back();
-    open.pop_back();
-    section->setFlag(mlSection::IsOpen, false);
-    --section->tag.name->folded->openSections;
+    assert(m_openSections.size() > 1); // the root is never closed
+    mlSection* section = m_openSections.back();
+    m_openSections.pop_back();
+    section->setFlag(mlSection::kIsOpen, false);
+    assert(section->m_tag.name->folded->openSections > 0);
+    --section->m_tag.name->folded->openSections;
 }
 
-/// Parses on until an open section has a child of that number. False when it never will.
+/// Parses until the section has a child with that index. Returns false if it ends without one.
 bool mlParser::parseUntilChild(mlSection const* section, unsigned int index)
 {
-    if (!getStream() || hasFailed)
+    if (!getStream() || m_hasFailed)
         return false;
-    Reading reading(*this);
+    OpenStream const open(*this);
     while (index >= section->getChildCount())
-        if (!section->hasFlag(mlSection::IsOpen) || !parseNextSection())
+        if (!section->hasFlag(mlSection::kIsOpen) || !parseNextSection())
             return false;
     return true;
 }
 
-/// Reads a text that was cut once more, from its place in the stream and without a limit, as if nothing had happened
-/// between.
+/// Reads a truncated text again, in full, and restores the reading position.
 void mlParser::readFullText(mlSection* section)
 {
-    if (!getStream() || section->text.startOffset == mlSection::noStart)
+    if (!getStream() || section->m_text.startOffset == mlSection::kNoStart)
         return;
-    Reading reading(*this);
-    tokens.settle();
+    assert(section->isText() && section->isTruncated());
+    OpenStream const open(*this);
+    m_tokens.syncStream();
     pushPos();
-    getStream()->setPos(section->text.startOffset, section->text.startUnit);
-    tokens.next(section->isCData() ? mlContextRaw : mlContextContent, false);
-    pool.setText(section->text.data, tokens.text(), tokens.length());
-    section->setFlag(mlSection::Truncated, false);
+    getStream()->setPos(section->m_text.startOffset, section->m_text.startUnit);
+    m_tokens.next(section->isCData() ? kContextRaw : kContextContent, false);
+    m_pool.setText(section->m_text.data, m_tokens.text(), m_tokens.length());
+    section->setFlag(mlSection::kTruncated, false);
     popPos();
 }

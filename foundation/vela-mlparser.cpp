@@ -1,44 +1,42 @@
-// foundation/vela-mlparser.cpp: see the header. How tokens are read is vela-mltokenizer.cpp's business.
-#include "foundation/vela-mlparser.h"
+// foundation/vela-mlparser.cpp: see the header. Tokens are read in vela-mltokenizer.cpp, sections are parsed in
+// vela-mlparser-sections.cpp.
 
-#include <cerrno>
-#include <utility>
+#include "foundation/vela-mlparser.h"
 
 #include "foundation/vela-error.h"
 #include "foundation/vela-mlwriter.h"
 
-namespace {
-
-constexpr int notOpen = 9;
-
-} // namespace
+#include <cassert>
+#include <cerrno>
+#include <utility>
 
 mlParser::mlParser(textstream const* source)
-    : tokens(const_cast<textstream*>(source)), pool(this), root(mlSection::make(&pool)), open{root}
+    : m_tokens(const_cast<textstream*>(source)), m_pool(this), m_root(mlSection::make(&m_pool)), m_openSections{m_root}
 {}
 
 mlParser::mlParser(mlSection const* section)
-    : tokens(section->getParser() ? section->getParser()->getStream() : nullptr),
-      pool(this),
-      root(mlSection::make(&pool)),
-      open{root},
-      isIncremental(true)
+    : m_tokens(section->getParser() ? section->getParser()->getStream() : nullptr),
+      m_pool(this),
+      m_root(mlSection::make(&m_pool)),
+      m_openSections{m_root},
+      m_isIncremental(true)
 {
-    mlSection* copy = section->copyInto(&pool);
-    root->link(copy);
+    mlSection* copy = section->copyInto(&m_pool);
+    m_root->linkChild(copy);
     if (mlParser const* other = section->getParser()) {
-        tokens.setLine(other->tokens.line());
-        tokens.setPendingSpace(other->tokens.pendingSpace());
-        pool.setLocale(other->pool.locale);
+        m_tokens.setLine(other->m_tokens.line());
+        m_tokens.setPendingSpace(other->m_tokens.hasPendingSpace());
+        m_pool.setLocale(other->m_pool.m_locale);
     }
-    // An open section is always the last child of its parent.
-    for (; section && section->hasFlag(mlSection::IsOpen);
-         section = section->loadedChild(section->getChildCount() - 1)) {
+    // An open section is always its parent's last child.
+    for (; section && section->hasFlag(mlSection::kIsOpen);
+         section = section->parsedChild(section->getChildCount() - 1)) {
+        assert(copy);
         openSection(copy);
-        copy = copy->loadedChild(copy->getChildCount() - 1);
+        copy = copy->parsedChild(copy->getChildCount() - 1);
     }
-    if (open.size() == 1)
-        open.clear();
+    if (m_openSections.size() == 1)
+        m_openSections.clear();
 }
 
 mlParser::~mlParser() = default;
@@ -46,49 +44,49 @@ mlParser::~mlParser() = default;
 void mlParser::requireStream() const
 {
     if (!getStream())
-        throw velaError(notOpen);
+        throw velaError(EBADF);
 }
 
-void mlParser::fail(mlParseErrorCode code) const { throw mlParseError(code, tokens.line()); }
+void mlParser::fail(mlParseErrorCode code) const { throw mlParseError(code, m_tokens.line()); }
 
 int mlParser::reopen()
 {
     requireStream();
-    ++readers;
+    ++m_readers;
     return getStream()->reopen();
 }
 
 void mlParser::close()
 {
-    if (readers > 0)
-        --readers;
-    if (readers > 0 || !getStream())
+    if (m_readers > 0)
+        --m_readers;
+    if (m_readers > 0 || !getStream())
         return;
-    tokens.settle();
-    pool.setLocale(getStream()->getLocale());
-    places.clear();
+    m_tokens.syncStream();
+    m_pool.setLocale(getStream()->getLocale());
+    m_pushedPlaces.clear();
     getStream()->close();
 }
 
-/// A stream that can not be opened again has its own error once something is read from it; want of memory is told here.
-mlParser::Reading::Reading(mlParser& user) : parser(user)
+/// If the stream can not be opened, reading from it throws; only running out of memory is reported here.
+mlParser::OpenStream::OpenStream(mlParser& user) : m_parser(user)
 {
-    parser.requireStream();
-    if (parser.reopen() || FileIO_GetLastErr() != ENOMEM)
+    m_parser.requireStream();
+    if (m_parser.reopen() || FileIO_GetLastErr() != ENOMEM)
         return;
-    parser.close();
+    m_parser.close();
     throw velaError(ENOMEM);
 }
 
 mlSection* mlParser::getSection(unsigned int index)
 {
-    if (index < root->getChildCount() || !getStream())
-        return root->loadedChild(index);
-    Reading reading(*this);
-    while (index >= root->getChildCount())
+    if (index < m_root->getChildCount() || !getStream())
+        return m_root->parsedChild(index);
+    OpenStream const open(*this);
+    while (index >= m_root->getChildCount())
         if (!parseNextSection())
             return nullptr;
-    return root->loadedChild(index);
+    return m_root->parsedChild(index);
 }
 
 void mlParser::fullParse()
@@ -96,55 +94,55 @@ void mlParser::fullParse()
     if (!getStream())
         return;
     {
-        Reading reading(*this);
-        keepsLongTexts = true;
+        OpenStream const open(*this);
+        m_keepsLongTexts = true;
         while (parseNextSection()) {}
         readLongTexts();
     }
-    tokens.setStream(nullptr);
+    m_tokens.setStream(nullptr);
 }
 
 void mlParser::readLongTexts()
 {
-    for (mlSection* section : velaArray<mlSection*>(std::move(longTexts)))
+    for (mlSection* section : velaArray<mlSection*>(std::move(m_longTexts)))
         if (section->isTruncated())
             readFullText(section);
-    longTexts.clear();
+    m_longTexts.clear();
 }
 
 mlSection* mlParser::nextSection()
 {
     mlSection* section = innermost()->nextSection();
-    section->line = tokens.line();
+    section->m_line = m_tokens.line();
     return section;
 }
 
 void mlParser::append(mlSection* section) { innermost()->append(section); }
 
-mlSection* mlParser::findParsed(sstring const& name)
+mlSection* mlParser::findAmongParsed(sstring const& name)
 {
-    // Whoever walks the tree may make it grow; here only what is there already is wanted.
-    bool const hadFailed = std::exchange(hasFailed, true);
-    mlSection* found = root->findSection(name);
-    hasFailed = hadFailed;
+    // Walking the tree would make it grow; here only the existing sections count.
+    bool const hadFailed = std::exchange(m_hasFailed, true);
+    mlSection* found = m_root->findSection(name);
+    m_hasFailed = hadFailed;
     return found;
 }
 
 mlSection* mlParser::findSection(sstring const& name)
 {
-    if (mlSection* found = findParsed(name))
+    if (mlSection* found = findAmongParsed(name))
         return found;
     if (!getStream())
         return nullptr;
-    Reading reading(*this);
-    // Sections are made in the order of a depth-first walk, so the first new one of that name is the one.
+    OpenStream const open(*this);
+    // Sections are made in depth-first order, so the first new one of that name is the result.
     istring const wanted(name);
     do {
-        newest = nullptr;
+        m_newestTag = nullptr;
         if (!parseNextSection())
             return nullptr;
-    } while (!newest || newest->getName() != wanted);
-    return newest;
+    } while (!m_newestTag || m_newestTag->getName() != wanted);
+    return m_newestTag;
 }
 
 sstring mlParser::toString() { return write(false); }
@@ -158,54 +156,54 @@ sstring mlParser::write(bool isFormatted)
         writer.useLines(0);
     for (unsigned int i = 0; mlSection const* section = getSection(i); ++i)
         writer.writeTree(*section);
-    return writer.result(pool);
+    return writer.result(m_pool);
 }
 
 void mlParser::pushPos()
 {
     requireStream();
     getStream()->pushPos();
-    places.push_back({tokens.line(), tokens.pendingSpace()});
+    m_pushedPlaces.push_back({m_tokens.line(), m_tokens.hasPendingSpace()});
 }
 
 void mlParser::popPos()
 {
     requireStream();
-    tokens.settle();
+    m_tokens.syncStream();
     getStream()->popPos();
-    if (places.empty())
-        return; // pushed at the stream itself
-    tokens.setLine(places.back().line);
-    tokens.setPendingSpace(places.back().isSpacePending);
-    places.pop_back();
+    if (m_pushedPlaces.empty())
+        return; // it was pushed directly on the stream
+    m_tokens.setLine(m_pushedPlaces.back().line);
+    m_tokens.setPendingSpace(m_pushedPlaces.back().hasPendingSpace);
+    m_pushedPlaces.pop_back();
 }
 
 bookmark mlParser::getPos()
 {
-    Reading reading(*this);
-    tokens.settle();
+    OpenStream const open(*this);
+    m_tokens.syncStream();
     return getStream()->getPos();
 }
 
 void mlParser::setPos(bookmark const& place)
 {
-    Reading reading(*this);
-    tokens.settle();
+    OpenStream const open(*this);
+    m_tokens.syncStream();
     getStream()->setPos(place);
 }
 
 void mlParser::rewind()
 {
-    Reading reading(*this);
-    tokens.settle();
+    OpenStream const open(*this);
+    m_tokens.syncStream();
     getStream()->rewind();
-    tokens.setLine(1);
-    tokens.setPendingSpace(false);
+    m_tokens.setLine(1);
+    m_tokens.setPendingSpace(false);
 }
 
 mlToken mlParser::peekToken()
 {
-    Reading reading(*this);
+    OpenStream const open(*this);
     pushPos();
     mlToken token = popToken();
     popPos();
@@ -214,49 +212,49 @@ mlToken mlParser::peekToken()
 
 mlToken mlParser::popToken()
 {
-    Reading reading(*this);
-    mlTokenType const type = tokens.next(mlContextNone, false);
-    mlToken token(type, tokens.tokenText());
-    tokens.settle();
+    OpenStream const open(*this);
+    mlTokenType const type = m_tokens.next(kContextNone, false);
+    mlToken token(type, m_tokens.tokenText());
+    m_tokens.syncStream();
     return token;
 }
 
 void mlParser::popToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace,
                         unsigned long flags)
 {
-    Reading reading(*this);
-    tokens.next(flags, start && truncated);
-    giveToken(type, text, start, truncated, leadingSpace);
-    tokens.settle();
+    OpenStream const open(*this);
+    m_tokens.next(flags, start && truncated);
+    reportToken(type, text, start, truncated, leadingSpace);
+    m_tokens.syncStream();
 }
 
 void mlParser::popTokenSkipComments(mlTokenType* type, sstring* text, bookmark* start, int* truncated,
                                     int* leadingSpace, unsigned long flags)
 {
-    Reading reading(*this);
-    tokens.nextSkippingComments(flags, start && truncated);
-    giveToken(type, text, start, truncated, leadingSpace);
-    tokens.settle();
+    OpenStream const open(*this);
+    m_tokens.nextSkippingComments(flags, start && truncated);
+    reportToken(type, text, start, truncated, leadingSpace);
+    m_tokens.syncStream();
 }
 
-void mlParser::giveToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace) const
+void mlParser::reportToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace) const
 {
     if (type)
-        *type = tokens.type();
+        *type = m_tokens.type();
     if (text)
-        *text = tokens.tokenText();
-    if (start && tokens.isRun())
-        *start = tokens.start();
+        *text = m_tokens.tokenText();
+    if (start && m_tokens.isUnquotedText())
+        *start = m_tokens.start();
     if (truncated)
-        *truncated = tokens.isTruncated();
+        *truncated = m_tokens.isTruncated();
     if (leadingSpace)
-        *leadingSpace = tokens.hasLeadingSpace();
+        *leadingSpace = m_tokens.hasLeadingSpace();
 }
 
 int mlParser::isToken(unsigned long flags)
 {
-    Reading reading(*this);
-    int const token = tokens.tokenAhead(flags);
-    tokens.settle();
+    OpenStream const open(*this);
+    int const token = m_tokens.tokenAhead(flags);
+    m_tokens.syncStream();
     return token;
 }

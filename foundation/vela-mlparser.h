@@ -1,5 +1,5 @@
-// foundation/vela-mlparser.h: turns markup text into sections, as far as somebody asks for them. This header alone
-// brings everything of the markup: tokens, attributes, sections and errors.
+// foundation/vela-mlparser.h: parses markup into sections, on demand. This header also includes those of tokens,
+// attributes, sections and errors.
 #pragma once
 
 #include "foundation/vela-array.h"
@@ -10,76 +10,79 @@
 #include "foundation/vela-mltokenizer.h"
 #include "foundation/vela-textstream.h"
 
-/// A tolerant parser. The stream is not owned and must outlive the parser's reading; it is open only while a call
-/// reads, and is left at the place the parser reached. Bad syntax throws mlParseError; what was parsed before stays.
-/// Other errors are the stream's (velaError). A parser, its sections and its stream belong to one thread at a time.
+#include <cassert>
+
+/// A tolerant parser. It does not own the stream, which must live as long as the parser reads from it; it opens the
+/// stream only for the duration of a call and leaves it at the position reached. A syntax error throws mlParseError and
+/// keeps what has been parsed; other errors are velaErrors of the stream. A parser, its sections and its stream belong
+/// to one thread at a time.
 class mlParser
 {
 public:
     explicit mlParser(textstream const* source);
-    /// Parses the rest of one element of another parser, from where that one stands on the same stream. The first
-    /// section is a copy of the given one, and there are others only inside of it: when its element ends, so does the
-    /// parser.
+    /// Parses the rest of an element of another parser, from that one's position in the same stream. The first section
+    /// is a copy of the given one; the parser ends with that element.
     explicit mlParser(mlSection const* section);
     ~mlParser();
     mlParser(mlParser const&) = delete;
     mlParser& operator=(mlParser const&) = delete;
 
-    /// The outermost section of that number, which exists as soon as its tag is read; null past the last.
+    /// The outermost section with that index, which exists as soon as its tag has been read; null after the last.
     mlSection* getSection(unsigned int index);
-    /// Parses everything, long texts included, and lets go of the stream, which may then end before the parser.
+    /// Parses everything, including long texts, and detaches from the stream, which may then be destroyed before the
+    /// parser.
     void fullParse();
-    /// A new empty section at the place where parsing is: inside the innermost open section, or outermost.
+    /// Adds an empty section at the current position: inside the innermost open section, or as an outermost one.
     mlSection* nextSection();
-    /// Puts a section made with `new` at that place and takes it over.
+    /// Adds a section made with `new` at that position and takes ownership.
     void append(mlSection* section);
-    /// The first tag of that name, depth first, parsing on until it turns up; null when there is none.
+    /// The first tag of that name in depth-first order, parsing until it is found; null if there is none.
     mlSection* findSection(sstring const& name);
 
-    /// Everything as markup; parses to the end.
+    /// The whole text as markup; parses to the end.
     sstring toString();
-    /// The same with one item on a line, indented by depth.
+    /// The same with one item per line, indented by depth.
     sstring toFormattedString();
 
-    /// Opens the stream for several calls; each needs its close(). Returns 0 when the stream can not be opened.
+    /// Opens the stream for several calls, until the matching close(). Returns 0 if the stream can not be opened.
     int reopen();
-    /// Ends what the last reopen() began; the last one closes the stream and drops the pushed positions.
+    /// Ends a reopen(); the last one closes the stream and discards the pushed positions.
     void close();
 
-    // The stream's position. Between reopen() and close(), positions can be pushed.
+    // The stream's position. Positions can be pushed between reopen() and close().
     void pushPos();
     void popPos();
     bookmark getPos();
     void setPos(bookmark const& place);
     void rewind();
 
-    /// The next token in no particular context (white space ends a text), consumed or not.
+    /// The next token without a context: white space ends a text.
     mlToken peekToken();
     mlToken popToken();
-    /// Reads one token in a context (mlContext bits). Any pointer may be null. `start` receives the place of a text
-    /// run; with both `start` and `truncated` a run longer than 1,024 units is cut there, skipped to its end and
-    /// reported as truncated.
+    /// Reads one token in a context of mlContext bits. Any pointer may be null. `start` receives the position of an
+    /// unquoted text. If both `start` and `truncated` are given, a text longer than 1,024 units is truncated and its
+    /// rest is skipped.
     void popToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace,
                   unsigned long flags);
-    /// The same, comments passed over.
+    /// The same, skipping comments.
     void popTokenSkipComments(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace,
                               unsigned long flags);
-    /// The kind of the token at the stream's position, or -1.
+    /// The type of the token at the current position, or -1 if there is none.
     int isToken(unsigned long flags);
 
     /// The current line, from 1.
-    unsigned int getLine() const { return tokens.line(); }
+    unsigned int getLine() const { return m_tokens.line(); }
     /// The stream; null after fullParse().
-    textstream* getStream() const { return tokens.getStream(); }
+    textstream* getStream() const { return m_tokens.getStream(); }
 
 private:
     friend class mlSection;
 
-    class Reading;
+    class OpenStream;
     struct Place
     {
         unsigned int line;
-        bool isSpacePending;
+        bool hasPendingSpace;
     };
 
     void requireStream() const;
@@ -98,34 +101,38 @@ private:
     void readLongTexts();
     void openSection(mlSection* section);
     void closeInnermost();
-    mlSection* innermost() const { return open.empty() ? root : open.back(); }
-    mlSection* findParsed(sstring const& name);
+    mlSection* innermost() const { return m_openSections.empty() ? m_root : m_openSections.back(); }
+    mlSection* findAmongParsed(sstring const& name);
     sstring write(bool isFormatted);
-    void giveToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace) const;
+    void reportToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace) const;
 
-    mlTokenizer tokens;
-    mlPool pool;
-    mlSection* root;                 // its children are the outermost sections; in the pool, like all sections
-    velaArray<mlSection*> open;      // open[0] is the root; empty once an incremental parser has ended
-    velaArray<Place> places;         // what belongs to the stream's pushed positions
-    unsigned int readers = 0;        // reopen() calls without their close()
-    bool isIncremental = false;      // ends with its first element
-    bool keepsLongTexts = false;     // fullParse(): nothing can be read again later
-    bool hasFailed = false;          // bad syntax was met: only an explicit call reads on
-    mlSection* newest = nullptr;     // the last tag made, for findSection()
-    velaArray<mlAttr> attributes;    // of the tag being read
-    velaArray<mlSection*> longTexts; // cut texts that nobody asked for yet; not owned
+    mlTokenizer m_tokens;
+    mlPool m_pool;
+    mlSection* m_root;                    // parent of the outermost sections; in the pool, like all sections
+    velaArray<mlSection*> m_openSections; // outermost first, from the root; empty once an incremental parser has ended
+    velaArray<Place> m_pushedPlaces;      // what the tokenizer adds to each pushed position of the stream
+    unsigned int m_readers = 0;           // calls of reopen() not yet closed
+    bool m_isIncremental = false;         // ends with the element that it was made for
+    bool m_keepsLongTexts = false;        // fullParse(): the stream will not be there to read them later
+    bool m_hasFailed = false;             // after a syntax error only an explicit call continues
+    mlSection* m_newestTag = nullptr;     // the last tag parsed, for findSection()
+    velaArray<mlAttr> m_attributes;       // of the tag being parsed
+    velaArray<mlSection*> m_longTexts;    // truncated texts, to be read in full by fullParse(); not owned
 };
 
-/// Keeps the stream open for one piece of work.
-class mlParser::Reading
+/// Keeps the stream open while it lives.
+class mlParser::OpenStream
 {
 public:
-    explicit Reading(mlParser& user);
-    ~Reading() { parser.close(); }
-    Reading(Reading const&) = delete;
-    Reading& operator=(Reading const&) = delete;
+    explicit OpenStream(mlParser& user);
+    ~OpenStream()
+    {
+        assert(m_parser.m_readers > 0);
+        m_parser.close();
+    }
+    OpenStream(OpenStream const&) = delete;
+    OpenStream& operator=(OpenStream const&) = delete;
 
 private:
-    mlParser& parser;
+    mlParser& m_parser;
 };

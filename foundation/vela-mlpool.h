@@ -1,87 +1,93 @@
-// foundation/vela-mlpool.h: where sections keep their names, texts and lists. A page has ten thousands of small ones;
-// the pool takes them from large blocks, keeps each name once, and frees everything at once, however deep the tree is.
+// foundation/vela-mlpool.h: the memory of sections. A page has tens of thousands of small names, texts and lists; the
+// pool allocates them from large blocks, stores each name once, and frees everything at once, however deep the tree is.
 #pragma once
-
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
 
 #include "foundation/localize2.h"
 #include "foundation/vela-array.h"
 #include "foundation/vela-string.h"
 
+#include <cassert>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
 class mlParser;
 class mlSection;
 
-/// One spelling of a tag or attribute name. Two names of one pool are equal without regard to case when their `folded`
-/// are the same.
+/// One spelling of a tag or attribute name, followed by its units. Two names of a pool are equal, ignoring case, if
+/// their `folded` is the same.
 struct mlName
 {
     mlName* nextInBucket;
-    mlName* folded; ///< the same name in lower case; itself when it is
+    mlName* folded; ///< the name in lower case; this one if it has no capitals
     uint32_t hash;
     uint32_t length;
-    uint32_t openSections; ///< how many open sections of the pool's parser have this name; counted in `folded`
+    uint32_t openSections; ///< open sections of the pool's parser with this name; counted in `folded`
 
     unsigned short* units() { return reinterpret_cast<unsigned short*>(this + 1); }
     unsigned short const* units() const { return reinterpret_cast<unsigned short const*>(this + 1); }
 };
 
-/// A text in a pool. Up to four units stand in the place of the pointer.
+/// A text in a pool. Up to four units are stored in place of the pointer.
 struct mlText
 {
-    static constexpr unsigned int nearUnits = 4;
+    static constexpr unsigned int kInlineUnits = 4;
 
-    uint32_t place[2] = {};
+    uint32_t storage[2] = {};
     uint32_t length = 0;
 
-    bool isFar() const { return length > nearUnits; }
-    unsigned short* far() const
+    bool isOutOfLine() const { return length > kInlineUnits; }
+    unsigned short* outOfLine() const
     {
+        assert(isOutOfLine()); // otherwise `storage` holds the units themselves
         unsigned short* pointer;
-        std::memcpy(&pointer, place, sizeof pointer);
+        std::memcpy(&pointer, storage, sizeof pointer);
         return pointer;
     }
-    unsigned short const* units() const { return isFar() ? far() : reinterpret_cast<unsigned short const*>(place); }
+    unsigned short const* units() const
+    {
+        return isOutOfLine() ? outOfLine() : reinterpret_cast<unsigned short const*>(storage);
+    }
 };
 
-/// Lower case of the ASCII letters; what lies beyond has no case in a tag's name.
+/// The lower case of an ASCII letter; names fold no others.
 inline unsigned short mlFold(unsigned short unit)
 {
     return unit >= 'A' && unit <= 'Z' ? static_cast<unsigned short>(unit - 'A' + 'a') : unit;
 }
 
-/// Memory of one tree of sections. Out of memory is velaError 12. One thread at a time.
+/// The memory of a tree of sections. Throws velaError 12 when out of memory. One thread at a time.
 class mlPool : public velaAllocated
 {
 public:
-    explicit mlPool(mlParser* owner) : parser(owner) {}
+    explicit mlPool(mlParser* parser) : m_parser(parser) {}
     ~mlPool();
     mlPool(mlPool const&) = delete;
     mlPool& operator=(mlPool const&) = delete;
 
-    /// Memory aligned for pointers; lives as long as the pool unless given back with the same size.
-    void* take(size_t bytes);
-    void give(void* memory, size_t bytes);
+    /// Memory aligned for pointers. It is freed with the pool, or earlier by release() with the same size.
+    void* allocate(size_t bytes);
+    void release(void* memory, size_t bytes);
 
-    /// The pool's record of a name; made when it is new.
+    /// The pool's record of a name; made if there is none.
     mlName* name(unsigned short const* units, unsigned int length);
-    /// The folded record of a name in any spelling; null when the pool has none.
+    /// The record of the name in lower case; null if there is none.
     mlName* findFolded(unsigned short const* units, unsigned int length) const;
 
     void setText(mlText& text, unsigned short const* units, unsigned int length);
     void clearText(mlText& text);
 
-    /// A string of these units in the locale of the page.
+    /// A string with the pool's locale.
     sstring makeString(unsigned short const* units, unsigned int length) const;
-    /// The locale of the strings handed out; copied, null for the process default.
+    /// Sets the locale of the strings, of which a copy is kept; null for the process default.
     void setLocale(LOCALE* wanted);
 
-    /// Deletes the section, which was made outside of any parser, with the pool.
-    void adopt(mlSection* section) { adopted.push_back(section); }
-
-    bool isOneAttr = false; ///< the pool belongs to one attribute outside of any section
-    mlParser* parser;       ///< whose sections these are; null for a section made outside of any parser
+    /// Takes ownership of a section that was made outside any parser.
+    void adopt(mlSection* section)
+    {
+        assert(section);
+        m_adopted.push_back(section);
+    }
 
 private:
     friend class mlAttr;
@@ -92,24 +98,26 @@ private:
     struct LargeBlock;
     struct FreePiece;
 
-    static constexpr size_t firstBlockBytes = 512;
-    static constexpr unsigned int classCount = 13; // free pieces of 16 bytes to 64 KB
+    static constexpr size_t kFirstBlockBytes = 512;
+    static constexpr unsigned int kClassCount = 13; // sizes of free pieces, from 16 bytes to 64 KB
 
-    void* takeLarge(size_t bytes);
+    void* allocateLarge(size_t bytes);
     void addBlock(size_t neededBytes);
     void growNames();
     mlName* find(unsigned short const* units, unsigned int length, uint32_t hash) const;
     mlName* makeName(unsigned short const* units, unsigned int length, uint32_t hash);
 
-    Block* blocks = nullptr;
-    char* blockAt = nullptr;
-    char* blockEnd = nullptr;
-    size_t nextBlockBytes = firstBlockBytes;
-    LargeBlock* largeBlocks = nullptr;
-    FreePiece* freePieces[classCount] = {};
-    velaArray<mlName*> buckets; // a power of two
-    uint32_t nameCount = 0;
-    LOCALE* locale = nullptr; // ownLocale or the system's; null: the process default
-    LOCALE ownLocale{};
-    velaArray<mlSection*> adopted;
+    Block* m_blocks = nullptr;
+    char* m_blockAt = nullptr;
+    char* m_blockEnd = nullptr;
+    size_t m_nextBlockBytes = kFirstBlockBytes;
+    LargeBlock* m_largeBlocks = nullptr;
+    FreePiece* m_freePieces[kClassCount] = {};
+    velaArray<mlName*> m_buckets; // their number is a power of two
+    uint32_t m_nameCount = 0;
+    LOCALE* m_locale = nullptr; // m_ownLocale or the system locale; null: the process default
+    LOCALE m_ownLocale{};
+    velaArray<mlSection*> m_adopted;
+    bool m_isOneAttr = false; // belongs to an attribute outside any section
+    mlParser* m_parser;       // of the sections in this pool; null for a section that was made outside any parser
 };

@@ -1,20 +1,22 @@
-// foundation/vela-mlsection.cpp: see the header. Writing a section out again is in vela-mlwriter.cpp.
-#include "foundation/vela-mlsection.h"
+// foundation/vela-mlsection.cpp: see the header. Sections are written as markup in vela-mlwriter.cpp.
 
-#include <algorithm>
-#include <memory>
-#include <new>
-#include <string_view>
-#include <utility>
+#include "foundation/vela-mlsection.h"
 
 #include "foundation/vela-error.h"
 #include "foundation/vela-mlparser.h"
 #include "foundation/vela-mlwriter.h"
 
+#include <algorithm>
+#include <cassert>
+#include <cerrno>
+#include <memory>
+#include <new>
+#include <string_view>
+#include <utility>
+
 namespace {
 
-constexpr int invalidArgument = 22;
-constexpr unsigned int firstAttributes = 2;
+constexpr unsigned int kFirstAttributes = 2;
 
 bool equalsFolded(mlName const* name, char const* wanted)
 {
@@ -33,7 +35,7 @@ bool equalsFolded(mlName const* name, sstring const& text)
 
 } // namespace
 
-/// Attributes stand in blocks that never move, each twice as large as the one before.
+/// A block of attributes, which never moves. Each block has twice the capacity of the one before.
 struct mlSection::AttrBlock
 {
     AttrBlock* next;
@@ -44,11 +46,11 @@ struct mlSection::AttrBlock
     mlAttr* at(uint32_t index) { return reinterpret_cast<mlAttr*>(this + 1) + index; }
 };
 
-mlAttr::mlAttr() : pool(new mlPool(nullptr)) { pool->isOneAttr = true; }
+mlAttr::mlAttr() : m_pool(new mlPool(nullptr)) { m_pool->m_isOneAttr = true; }
 
 mlAttr::mlAttr(mlAttr const& other) : mlAttr()
 {
-    pool->setLocale(other.pool->locale);
+    m_pool->setLocale(other.m_pool->m_locale);
     copyContent(other);
 }
 
@@ -58,48 +60,57 @@ mlAttr& mlAttr::operator=(mlAttr const& other)
     return *this;
 }
 
-/// Into the own pool.
+/// Copies name, value and line into this attribute's pool.
 void mlAttr::copyContent(mlAttr const& other)
 {
-    name = other.name ? pool->name(other.name->units(), other.name->length) : nullptr;
-    pool->setText(value, other.value.units(), other.value.length);
-    line = other.line;
+    assert(m_pool && other.m_pool);
+    m_name = other.m_name ? m_pool->name(other.m_name->units(), other.m_name->length) : nullptr;
+    m_pool->setText(m_value, other.m_value.units(), other.m_value.length);
+    m_line = other.m_line;
 }
 
-// Not in the header: at -O3 g++ 12 takes the pool of a parser, which is never freed here, for one that is.
-void mlAttr::freePool() { delete pool; }
+// Not inline: at -O3 g++ 12 wrongly warns that the pool of a parser is freed here.
+void mlAttr::freePool() { delete m_pool; }
 
-sstring mlAttr::getLHS() const { return name ? pool->makeString(name->units(), name->length) : sstring(); }
+sstring mlAttr::getLHS() const
+{
+    assert(m_pool); // null after a move
+    return m_name ? m_pool->makeString(m_name->units(), m_name->length) : sstring();
+}
 
-sstring mlAttr::getRHS() const { return pool->makeString(value.units(), value.length); }
+sstring mlAttr::getRHS() const
+{
+    assert(m_pool);
+    return m_pool->makeString(m_value.units(), m_value.length);
+}
 
 void mlAttr::set(sstring const& newName, sstring const& newValue)
 {
     setName(newName.getUnicode(), newName.getLength());
-    pool->setText(value, newValue.getUnicode(), newValue.getLength());
+    m_pool->setText(m_value, newValue.getUnicode(), newValue.getLength());
 }
 
-void mlAttr::setName(unsigned short const* units, unsigned int length) { name = pool->name(units, length); }
+void mlAttr::setName(unsigned short const* units, unsigned int length) { m_name = m_pool->name(units, length); }
 
 sstring mlAttr::toString() const
 {
     mlWriter writer;
     writer.writeAttr(*this);
-    return writer.result(*pool);
+    return writer.result(*m_pool);
 }
 
-bool mlAttr::isNamed(char const* wanted) const { return equalsFolded(name, wanted); }
+bool mlAttr::isNamed(char const* wanted) const { return equalsFolded(m_name, wanted); }
 
-mlSection::mlSection(mlParser* parser) : pool(new mlPool(parser)), flags(OwnsPool), tag() {}
+mlSection::mlSection(mlParser* parser) : m_pool(new mlPool(parser)), m_flags(kOwnsPool), m_tag() {}
 
-/// A section inside a pool needs no end: its pool drops it.
+/// Runs only for sections that own their pool; all others are freed with theirs.
 mlSection::~mlSection()
 {
-    if (hasFlag(OwnsPool))
-        delete pool;
+    if (hasFlag(kOwnsPool))
+        delete m_pool;
 }
 
-mlSection* mlSection::make(mlPool* home) { return new (home->take(sizeof(mlSection))) mlSection(home); }
+mlSection* mlSection::make(mlPool* home) { return new (home->allocate(sizeof(mlSection))) mlSection(home); }
 
 void mlSection::destroyAdopted(velaArray<mlSection*>& list)
 {
@@ -107,7 +118,8 @@ void mlSection::destroyAdopted(velaArray<mlSection*>& list)
     while (!waiting.empty()) {
         mlSection* section = waiting.back();
         waiting.pop_back();
-        velaArray<mlSection*> inner = std::exchange(section->pool->adopted, {});
+        assert(section->hasFlag(kOwnsPool));
+        velaArray<mlSection*> inner = std::exchange(section->m_pool->m_adopted, {});
         waiting.insert(waiting.end(), inner.begin(), inner.end());
         delete section;
     }
@@ -116,32 +128,32 @@ void mlSection::destroyAdopted(velaArray<mlSection*>& list)
 void mlSection::requireNoTag() const
 {
     if (isTag())
-        throw velaError(invalidArgument);
+        throw velaError(EINVAL);
 }
 
 void mlSection::requireNoText() const
 {
     if (isText())
-        throw velaError(invalidArgument);
+        throw velaError(EINVAL);
 }
 
 sstring mlSection::getName() const
 {
-    return !isText() && tag.name ? pool->makeString(tag.name->units(), tag.name->length) : sstring();
+    return !isText() && m_tag.name ? m_pool->makeString(m_tag.name->units(), m_tag.name->length) : sstring();
 }
 
 unsigned short const* mlSection::getNameUnits(unsigned int* length) const
 {
-    mlName const* name = isText() ? nullptr : tag.name;
+    mlName const* name = isText() ? nullptr : m_tag.name;
     *length = name ? name->length : 0;
     return name ? name->units() : nullptr;
 }
 
-bool mlSection::isNamed(char const* name) const { return isTag() && equalsFolded(tag.name, name); }
+bool mlSection::isNamed(char const* name) const { return isTag() && equalsFolded(m_tag.name, name); }
 
 mlAttr* mlSection::getAttr(unsigned int index) const
 {
-    AttrBlock* block = isText() ? nullptr : tag.attributes;
+    AttrBlock* block = isText() ? nullptr : m_tag.attributes;
     while (block && index >= block->count) {
         index -= block->count;
         block = block->next;
@@ -152,14 +164,14 @@ mlAttr* mlSection::getAttr(unsigned int index) const
 unsigned int mlSection::getAttrCount() const
 {
     unsigned int count = 0;
-    for (AttrBlock* block = isText() ? nullptr : tag.attributes; block; block = block->next)
+    for (AttrBlock* block = isText() ? nullptr : m_tag.attributes; block; block = block->next)
         count += block->count;
     return count;
 }
 
 mlAttr* mlSection::findAttr(char const* name) const
 {
-    for (AttrBlock* block = isText() ? nullptr : tag.attributes; block; block = block->next)
+    for (AttrBlock* block = isText() ? nullptr : m_tag.attributes; block; block = block->next)
         for (uint32_t i = 0; i < block->count; ++i)
             if (block->at(i)->isNamed(name))
                 return block->at(i);
@@ -169,23 +181,24 @@ mlAttr* mlSection::findAttr(char const* name) const
 mlAttr* mlSection::nextAttr()
 {
     requireNoText();
-    AttrBlock** place = &tag.attributes;
-    uint32_t capacity = firstAttributes;
+    AttrBlock** place = &m_tag.attributes;
+    uint32_t capacity = kFirstAttributes;
     while (*place && (*place)->count == (*place)->capacity) {
-        capacity = std::max(firstAttributes, (*place)->capacity * 2);
+        capacity = std::max(kFirstAttributes, (*place)->capacity * 2);
         place = &(*place)->next;
     }
     if (!*place)
-        *place = new (pool->take(AttrBlock::bytes(capacity))) AttrBlock{nullptr, 0, capacity};
-    return new ((*place)->at((*place)->count++)) mlAttr(pool);
+        *place = new (m_pool->allocate(AttrBlock::bytes(capacity))) AttrBlock{nullptr, 0, capacity};
+    return new ((*place)->at((*place)->count++)) mlAttr(m_pool);
 }
 
-/// Moves these, made in the section's pool, into the place of the attributes, in one block of just their number.
+/// Moves attributes, which were made in the section's pool, into the section, in one block of exactly their number.
 void mlSection::setAttrs(velaArray<mlAttr>& attributes)
 {
+    assert(!isText() && !m_tag.attributes);
     auto const count = static_cast<uint32_t>(attributes.size());
-    tag.attributes = new (pool->take(AttrBlock::bytes(count))) AttrBlock{nullptr, count, count};
-    std::uninitialized_move(attributes.begin(), attributes.end(), tag.attributes->at(0));
+    m_tag.attributes = new (m_pool->allocate(AttrBlock::bytes(count))) AttrBlock{nullptr, count, count};
+    std::uninitialized_move(attributes.begin(), attributes.end(), m_tag.attributes->at(0));
 }
 
 void mlSection::addAttr(sstring const& name, sstring const& value) { nextAttr()->set(name, value); }
@@ -193,16 +206,17 @@ void mlSection::addAttr(sstring const& name, sstring const& value) { nextAttr()-
 void mlSection::removeAttr(sstring const& name)
 {
     requireNoText();
-    AttrBlock* keptBlock = tag.attributes;
-    uint32_t kept = 0; // in keptBlock
-    for (AttrBlock* block = tag.attributes; block; block = block->next) {
+    AttrBlock* keptBlock = m_tag.attributes;
+    uint32_t kept = 0; // attributes kept in keptBlock
+    for (AttrBlock* block = m_tag.attributes; block; block = block->next) {
         for (uint32_t i = 0; i < block->count; ++i) {
-            if (equalsFolded(block->at(i)->name, name))
+            if (equalsFolded(block->at(i)->m_name, name))
                 continue;
             if (kept == keptBlock->capacity) {
                 keptBlock = keptBlock->next;
                 kept = 0;
             }
+            assert(keptBlock && kept < keptBlock->capacity);
             mlAttr* const place = keptBlock->at(kept++);
             if (place != block->at(i))
                 new (place) mlAttr(std::move(*block->at(i)));
@@ -212,7 +226,7 @@ void mlSection::removeAttr(sstring const& name)
         keptBlock->count = kept;
 }
 
-unsigned int mlSection::getChildCount() const { return isText() ? 0 : tag.childCount; }
+unsigned int mlSection::getChildCount() const { return isText() ? 0 : m_tag.childCount; }
 
 mlSection* mlSection::getChild(unsigned int index) const
 {
@@ -222,60 +236,63 @@ mlSection* mlSection::getChild(unsigned int index) const
     return childArray()[index];
 }
 
-/// Lets the parser read until the child is there; false when it never will be.
+/// Lets the parser read until the child exists. Returns false if it never will.
 bool mlSection::parseChild(unsigned int index) const
 {
-    return hasFlag(IsOpen) && pool->parser && pool->parser->parseUntilChild(this, index);
+    return hasFlag(kIsOpen) && m_pool->m_parser && m_pool->m_parser->parseUntilChild(this, index);
 }
 
-/// The first child stands in the section itself: most elements have no other.
+/// The first child is stored in the section itself, because most elements have only one.
 void mlSection::growChildren()
 {
-    uint32_t const capacity = tag.childCapacity == 0 ? 1 : tag.childCapacity * 2;
+    assert(m_tag.childCount == m_tag.childCapacity);
+    uint32_t const capacity = m_tag.childCapacity == 0 ? 1 : m_tag.childCapacity * 2;
     if (capacity > 1) {
-        auto** grown = static_cast<mlSection**>(pool->take(capacity * sizeof(mlSection*)));
-        std::copy_n(childArray(), tag.childCount, grown);
-        if (tag.childCapacity > 1)
-            pool->give(tag.children, tag.childCapacity * sizeof(mlSection*));
-        tag.children = grown;
+        auto** grown = static_cast<mlSection**>(m_pool->allocate(capacity * sizeof(mlSection*)));
+        std::copy_n(childArray(), m_tag.childCount, grown);
+        if (m_tag.childCapacity > 1)
+            m_pool->release(m_tag.children, m_tag.childCapacity * sizeof(mlSection*));
+        m_tag.children = grown;
     }
-    tag.childCapacity = capacity;
+    m_tag.childCapacity = capacity;
 }
 
-void mlSection::link(mlSection* child)
+void mlSection::linkChild(mlSection* child)
 {
-    if (tag.childCount == tag.childCapacity)
+    assert(!isText() && child != this);
+    if (m_tag.childCount == m_tag.childCapacity)
         growChildren();
-    childArray()[tag.childCount++] = child;
+    childArray()[m_tag.childCount++] = child;
 }
 
 mlSection* mlSection::nextSection()
 {
     requireNoText();
-    mlSection* child = make(pool);
-    link(child);
+    mlSection* child = make(m_pool);
+    linkChild(child);
     return child;
 }
 
 void mlSection::append(mlSection* child)
 {
     requireNoText();
-    link(child);
-    pool->adopt(child);
-    child->setParser(pool->parser);
+    assert(child->hasFlag(kOwnsPool)); // a section of a parser would be freed with that parser
+    linkChild(child);
+    m_pool->adopt(child);
+    child->setParser(m_pool->m_parser);
 }
 
-/// Below a section, sections with pools of their own can stand, which were appended.
+/// Appended sections have pools of their own, each with a pointer to the parser.
 void mlSection::setParser(mlParser* parser)
 {
-    velaArray<mlPool*> waiting{pool};
+    velaArray<mlPool*> waiting{m_pool};
     while (!waiting.empty()) {
         mlPool* home = waiting.back();
         waiting.pop_back();
-        if (std::exchange(home->parser, parser) == parser)
+        if (std::exchange(home->m_parser, parser) == parser)
             continue;
-        for (mlSection* section : home->adopted)
-            waiting.push_back(section->pool);
+        for (mlSection* section : home->m_adopted)
+            waiting.push_back(section->m_pool);
     }
 }
 
@@ -291,7 +308,7 @@ mlSection* mlSection::findSection(sstring const& name) const
         mlSection* child = path.back().section->getChild(path.back().nextChild++);
         if (!child)
             path.pop_back();
-        else if (child->isTag() && equalsFolded(child->tag.name, name))
+        else if (child->isTag() && equalsFolded(child->m_tag.name, name))
             return child;
         else if (!child->isText())
             path.push_back({child, 0});
@@ -305,17 +322,17 @@ unsigned short const* mlSection::getDataUnits(unsigned int* length) const
     *length = 0;
     if (!isText())
         return nullptr;
-    if (hasFlag(Truncated) && pool->parser)
-        pool->parser->readFullText(const_cast<mlSection*>(this));
-    *length = text.data.length;
-    return text.data.units();
+    if (hasFlag(kTruncated) && m_pool->m_parser)
+        m_pool->m_parser->readFullText(const_cast<mlSection*>(this));
+    *length = m_text.data.length;
+    return m_text.data.units();
 }
 
 sstring mlSection::getData() const
 {
     unsigned int length = 0;
     unsigned short const* units = getDataUnits(&length);
-    return units ? pool->makeString(units, length) : sstring();
+    return units ? m_pool->makeString(units, length) : sstring();
 }
 
 void mlSection::setTag(sstring const& name, mlTagType type)
@@ -329,15 +346,15 @@ void mlSection::setTagName(sstring const& name) { setTagName(name.getUnicode(), 
 void mlSection::setTagName(unsigned short const* units, unsigned int length)
 {
     requireNoText();
-    setFlag(IsTag, true);
-    tag.name = pool->name(units, length);
+    setFlag(kIsTag, true);
+    m_tag.name = m_pool->name(units, length);
 }
 
 void mlSection::setTagType(mlTagType type)
 {
     requireNoText();
-    setFlag(IsTag, true);
-    tagType = static_cast<uint8_t>(type);
+    setFlag(kIsTag, true);
+    m_tagType = static_cast<uint8_t>(type);
 }
 
 void mlSection::becomeText()
@@ -345,60 +362,63 @@ void mlSection::becomeText()
     requireNoTag();
     if (isText())
         return;
-    text = TextBody{mlText(), noStart, 0};
-    setFlag(IsText, true);
+    m_text = TextBody{mlText(), kNoStart, 0};
+    setFlag(kIsText, true);
 }
 
 void mlSection::setData(sstring const& data)
 {
     becomeText();
-    setFlag(Truncated, false);
-    pool->setText(text.data, data.getUnicode(), data.getLength());
+    setFlag(kTruncated, false);
+    m_pool->setText(m_text.data, data.getUnicode(), data.getLength());
 }
 
 void mlSection::setText(sstring const& data, bookmark const& start, int isLong, int isData, int spaced)
 {
-    placeText(data.getUnicode(), data.getLength(), start, isLong != 0, isData != 0, spaced != 0);
+    assignText(data.getUnicode(), data.getLength(), start, isLong != 0, isData != 0, spaced != 0);
 }
 
-void mlSection::placeText(unsigned short const* units, unsigned int length, bookmark const& start, bool isLong,
-                          bool isData, bool spaced)
+void mlSection::assignText(unsigned short const* units, unsigned int length, bookmark const& start, bool isLong,
+                           bool isData, bool spaced)
 {
     becomeText();
-    pool->setText(text.data, units, length);
-    text.startOffset = start.isEmpty() ? noStart : start.offset();
-    text.startUnit = start.unit();
-    setFlag(Truncated, isLong);
-    setFlag(IsCData, isData);
-    setFlag(LeadingSpace, spaced);
+    assert(isText() && !isTag());
+    m_pool->setText(m_text.data, units, length);
+    m_text.startOffset = start.isEmpty() ? kNoStart : start.offset();
+    m_text.startUnit = start.unit();
+    setFlag(kTruncated, isLong);
+    setFlag(kIsCData, isData);
+    setFlag(kLeadingSpace, spaced);
 }
 
-/// Everything but the children.
+/// Copies everything but the children.
 void mlSection::copyItem(mlSection* to) const
 {
-    to->line = line;
-    to->tagType = tagType;
-    to->flags = static_cast<uint8_t>(flags & ~(OwnsPool | IsOpen | IsText));
+    to->m_line = m_line;
+    to->m_tagType = m_tagType;
+    to->m_flags = static_cast<uint8_t>(m_flags & ~(kOwnsPool | kIsOpen | kIsText));
     if (isText()) {
-        bookmark const start = text.startOffset == noStart ? bookmark() : bookmark(text.startOffset, text.startUnit);
-        to->placeText(text.data.units(), text.data.length, start, hasFlag(Truncated), isCData(), hasLeadingSpace());
+        bookmark const start =
+            m_text.startOffset == kNoStart ? bookmark() : bookmark(m_text.startOffset, m_text.startUnit);
+        to->assignText(m_text.data.units(), m_text.data.length, start, hasFlag(kTruncated), isCData(),
+                       hasLeadingSpace());
         return;
     }
-    if (tag.name)
-        to->tag.name = to->pool->name(tag.name->units(), tag.name->length);
-    for (AttrBlock* block = tag.attributes; block; block = block->next) {
+    if (m_tag.name)
+        to->m_tag.name = to->m_pool->name(m_tag.name->units(), m_tag.name->length);
+    for (AttrBlock* block = m_tag.attributes; block; block = block->next) {
         for (uint32_t i = 0; i < block->count; ++i) {
             mlAttr const& from = *block->at(i);
             mlAttr* copy = to->nextAttr();
-            if (from.name)
-                copy->setName(from.name->units(), from.name->length);
-            copy->pool->setText(copy->value, from.value.units(), from.value.length);
-            copy->line = from.line;
+            if (from.m_name)
+                copy->setName(from.m_name->units(), from.m_name->length);
+            copy->m_pool->setText(copy->m_value, from.m_value.units(), from.m_value.length);
+            copy->m_line = from.m_line;
         }
     }
 }
 
-/// A copy with all that is parsed below it.
+/// A copy with everything that has been parsed below it.
 mlSection* mlSection::copyInto(mlPool* home) const
 {
     mlSection* result = make(home);
@@ -420,7 +440,7 @@ sstring mlSection::toString() const
 {
     mlWriter writer;
     writer.writeTree(*this);
-    return writer.result(*pool);
+    return writer.result(*m_pool);
 }
 
 sstring mlSection::toFormattedString(unsigned int indent) const
@@ -428,5 +448,5 @@ sstring mlSection::toFormattedString(unsigned int indent) const
     mlWriter writer;
     writer.useLines(indent);
     writer.writeTree(*this);
-    return writer.result(*pool);
+    return writer.result(*m_pool);
 }

@@ -1,55 +1,59 @@
-// foundation/vela-mlsection.h: one parsed item of a markup text, a tag with its attributes and children or a text, and
-// the tree they form. A section keeps no strings but makes one when asked: a page has ten thousands of sections.
+// foundation/vela-mlsection.h: a parsed item of markup: a tag with its attributes and children, or a text. Sections
+// form a tree. They make strings only on request, because a page has tens of thousands of sections.
 #pragma once
-
-#include <utility>
 
 #include "foundation/vela-array.h"
 #include "foundation/vela-mlpool.h"
 #include "foundation/vela-string.h"
 #include "foundation/vela-textstream.h"
 
+#include <utility>
+
 class mlParser;
 class mlSection;
 
 enum mlTagType : int
 {
-    mlTagOrdinary = 0,    ///< "<"
-    mlTagDeclaration = 1, ///< "<!"
-    mlTagInstruction = 2, ///< "<?"
-    mlTagInclude = 3      ///< "<!--#", a server-side include
+    kTagOrdinary = 0,    ///< "<"
+    kTagDeclaration = 1, ///< "<!"
+    kTagInstruction = 2, ///< "<?"
+    kTagInclude = 3      ///< "<!--#", a server-side include
 };
 
-/// An attribute of a tag. Lives in its section and as long as it, unless removed; or alone, made or copied by its user.
+/// An attribute of a tag. It belongs to its section and lives as long, unless it is removed; one made or copied by a
+/// user stands alone.
 class mlAttr
 {
 public:
-    /// One that stands alone, without name and value.
+    /// Stands alone, without name and value.
     mlAttr();
-    /// One that stands alone.
+    /// Stands alone.
     mlAttr(mlAttr const& other);
     mlAttr& operator=(mlAttr const& other);
-    /// Takes over the other's memory; the other can only be destroyed then.
+    /// Takes over the other's memory. The other can then only be destroyed.
     mlAttr(mlAttr&& other) noexcept
-        : pool(std::exchange(other.pool, nullptr)), name(other.name), value(other.value), line(other.line)
+        : m_pool(std::exchange(other.m_pool, nullptr)),
+          m_name(other.m_name),
+          m_value(other.m_value),
+          m_line(other.m_line)
     {}
     ~mlAttr()
     {
-        if (pool && pool->isOneAttr)
+        if (m_pool && m_pool->m_isOneAttr)
             freePool();
     }
 
     /// The name.
     sstring getLHS() const;
-    /// The value; empty when the attribute has none.
+    /// The value; empty if the attribute has none.
     sstring getRHS() const;
     void set(sstring const& name, sstring const& value);
-    /// The line on which the name ended, from 1; 0 for an attribute that was not parsed.
-    unsigned int getLine() const { return line; }
+    /// The line on which the name ends, from 1; 0 if the attribute was not parsed.
+    unsigned int getLine() const { return m_line; }
     /// name="value", with quotation marks in the value as "&quot;".
     sstring toString() const;
 
-    /// Whether this is the name, without regard to case.
+    /// Whether the attribute has that name, ignoring case.
     bool isNamed(char const* name) const;
 
 private:
@@ -57,20 +61,20 @@ private:
     friend class mlParser;
     friend class mlWriter;
 
-    explicit mlAttr(mlPool* home) : pool(home) {}
+    explicit mlAttr(mlPool* home) : m_pool(home) {}
     void setName(unsigned short const* units, unsigned int length);
     void copyContent(mlAttr const& other);
     void freePool();
 
-    mlPool* pool; // the section's, or this attribute's own (isOneAttr); null when moved from
-    mlName* name = nullptr;
-    mlText value;
-    unsigned int line = 0;
+    mlPool* m_pool; // of the section, or owned (m_isOneAttr); null after a move
+    mlName* m_name = nullptr;
+    mlText m_value;
+    unsigned int m_line = 0;
 };
 
-/// One item. Sections of a parser belong to it; one made with `new` belongs to its maker until it is appended
-/// somewhere. Whatever asks a section that is not parsed to its end for a child that is not there yet makes its parser
-/// read on; so any reading may throw what mlParser::getSection() throws. One thread at a time.
+/// An item of markup. Sections of a parser belong to it; one made with `new` belongs to its maker until it is appended.
+/// Asking for a child that has not been parsed yet makes the parser continue, so every function that reads may throw
+/// what mlParser::getSection() throws. One thread at a time.
 class mlSection
 {
 public:
@@ -79,69 +83,69 @@ public:
     mlSection(mlSection const&) = delete;
     mlSection& operator=(mlSection const&) = delete;
 
-    bool isTag() const { return hasFlag(IsTag); }
-    bool isText() const { return hasFlag(IsText); }
-    /// Of a tag.
-    mlTagType getType() const { return static_cast<mlTagType>(tagType); }
-    /// Of a tag, as written; empty for a text.
+    bool isTag() const { return hasFlag(kIsTag); }
+    bool isText() const { return hasFlag(kIsText); }
+    /// The type of a tag.
+    mlTagType getType() const { return static_cast<mlTagType>(m_tagType); }
+    /// The name of a tag, as written; empty for a text.
     sstring getName() const;
-    /// The name's units, not terminated, without a copy; null for a text. Valid as long as the section.
+    /// The units of the name, not terminated and not copied; null for a text. Valid as long as the section.
     unsigned short const* getNameUnits(unsigned int* length) const;
-    /// Whether this is a tag of that name, without regard to case. Costs no string.
+    /// Whether this is a tag with that name, ignoring case. Makes no string.
     bool isNamed(char const* name) const;
 
-    /// Attributes and children by position; null past the last.
+    /// Attributes and children by index; null after the last.
     mlAttr* getAttr(unsigned int index) const;
     mlSection* getChild(unsigned int index) const;
-    /// How many there are; the children as far as they are parsed.
+    /// Their numbers, children as far as they have been parsed.
     unsigned int getAttrCount() const;
     unsigned int getChildCount() const;
-    /// The first attribute of that name, which is the one that counts, or null.
+    /// The first attribute with that name, or null. Later ones of the same name have no effect.
     mlAttr* findAttr(char const* name) const;
 
     void addAttr(sstring const& name, sstring const& value);
-    /// Removes every attribute of that name.
+    /// Removes all attributes with that name.
     void removeAttr(sstring const& name);
-    /// Appends a new empty attribute and returns it. It stays where it is when others follow.
+    /// Appends an empty attribute. The pointer stays valid when others are appended.
     mlAttr* nextAttr();
-    /// Appends a new empty child and returns it.
+    /// Appends an empty child.
     mlSection* nextSection();
-    /// Appends a section made with `new` and takes it over, with its children.
+    /// Appends a section made with `new`, with its children, and takes ownership.
     void append(mlSection* child);
-    /// The first tag of that name below this section, depth first; null when there is none.
+    /// The first tag with that name below this section, in depth-first order; null if there is none.
     mlSection* findSection(sstring const& name) const;
 
-    /// The text. A long run is read from the stream again on first request, and kept from then on. velaError 22 for a
-    /// tag.
+    /// The text. A truncated text is read from the stream in full on the first request and then kept. Throws velaError
+    /// 22 for a tag.
     sstring getData() const;
-    /// The same without a copy, not terminated; valid as long as the section and its text.
+    /// The same, not terminated and not copied; valid until the text changes.
     unsigned short const* getDataUnits(unsigned int* length) const;
-    /// White space stood before the text.
-    bool hasLeadingSpace() const { return hasFlag(LeadingSpace); }
+    /// Whether white space preceded the text.
+    bool hasLeadingSpace() const { return hasFlag(kLeadingSpace); }
     /// Whether the text is character data.
-    bool isCData() const { return hasFlag(IsCData); }
-    /// Whether only the place of the text is known yet.
-    bool isTruncated() const { return hasFlag(Truncated); }
+    bool isCData() const { return hasFlag(kIsCData); }
+    /// Whether only the position of the text is known so far.
+    bool isTruncated() const { return hasFlag(kTruncated); }
 
     void setTag(sstring const& name, mlTagType type);
     void setTagName(sstring const& name);
     void setTagType(mlTagType type);
-    /// Makes the section a text, or changes a text. velaError 22 for a tag.
+    /// Sets the text of an empty section or a text. Throws velaError 22 for a tag.
     void setData(sstring const& text);
     void setText(sstring const& text, bookmark const& start, int isTruncated, int isCData, int hasLeadingSpace);
 
-    /// The line of the tag's name or the text's end, from 1; 0 for a section that was not parsed.
-    unsigned int getLine() const { return line; }
-    mlParser* getParser() const { return pool->parser; }
-    /// Sets the parser that this section's tree reads from.
+    /// The line of the tag's name or of the text's end, from 1; 0 if the section was not parsed.
+    unsigned int getLine() const { return m_line; }
+    mlParser* getParser() const { return m_pool->m_parser; }
+    /// Sets the parser from which this section and those below it are read.
     void setParser(mlParser* parser);
 
     /// The section as markup.
     sstring toString() const;
-    /// The same with one item on a line, the outermost `indent` levels deep.
+    /// The same with one item per line, the outermost indented by `indent` levels.
     sstring toFormattedString(unsigned int indent = 0) const;
 
-    /// Deletes the sections of the list and those that they adopted, without recursion.
+    /// Deletes the sections and those that their pools have adopted, without recursion.
     static void destroyAdopted(velaArray<mlSection*>& list);
 
 private:
@@ -150,13 +154,13 @@ private:
 
     enum Flag : uint8_t
     {
-        IsTag = 1,
-        IsText = 2,
-        Truncated = 4,
-        IsCData = 8,
-        LeadingSpace = 16,
-        IsOpen = 32,  // its parser is reading its children
-        OwnsPool = 64 // made outside of any parser
+        kIsTag = 1,
+        kIsText = 2,
+        kTruncated = 4,
+        kIsCData = 8,
+        kLeadingSpace = 16,
+        kIsOpen = 32,  // the parser may still add children
+        kOwnsPool = 64 // was made outside any parser
     };
 
     struct AttrBlock;
@@ -166,7 +170,7 @@ private:
         AttrBlock* attributes;
         union
         {
-            mlSection* onlyChild; // childCapacity is 1
+            mlSection* onlyChild; // if childCapacity is 1
             mlSection** children;
         };
         uint32_t childCount;
@@ -175,39 +179,39 @@ private:
     struct TextBody
     {
         mlText data;
-        uint32_t startOffset; // noStart: the text has no place in a stream
+        uint32_t startOffset; // kNoStart: the text has no position in a stream
         uint32_t startUnit;
     };
-    static constexpr uint32_t noStart = 0xFFFFFFFF;
+    static constexpr uint32_t kNoStart = 0xFFFFFFFF;
 
-    explicit mlSection(mlPool* home) : pool(home), tag() {}
+    explicit mlSection(mlPool* home) : m_pool(home), m_tag() {}
     static mlSection* make(mlPool* home);
 
-    bool hasFlag(Flag flag) const { return (flags & flag) != 0; }
-    void setFlag(Flag flag, bool isSet) { flags = static_cast<uint8_t>(isSet ? flags | flag : flags & ~flag); }
+    bool hasFlag(Flag flag) const { return (m_flags & flag) != 0; }
+    void setFlag(Flag flag, bool isSet) { m_flags = static_cast<uint8_t>(isSet ? m_flags | flag : m_flags & ~flag); }
     void requireNoTag() const;
     void requireNoText() const;
     void becomeText();
-    void placeText(unsigned short const* units, unsigned int length, bookmark const& start, bool isLong, bool isData,
-                   bool spaced);
+    void assignText(unsigned short const* units, unsigned int length, bookmark const& start, bool isLong, bool isData,
+                    bool spaced);
     void setTagName(unsigned short const* units, unsigned int length);
     void growChildren();
-    void link(mlSection* child);
+    void linkChild(mlSection* child);
     bool parseChild(unsigned int index) const;
-    mlSection** childArray() { return tag.childCapacity == 1 ? &tag.onlyChild : tag.children; }
-    mlSection* const* childArray() const { return tag.childCapacity == 1 ? &tag.onlyChild : tag.children; }
-    mlSection* loadedChild(unsigned int index) const { return index < getChildCount() ? childArray()[index] : nullptr; }
+    mlSection** childArray() { return m_tag.childCapacity == 1 ? &m_tag.onlyChild : m_tag.children; }
+    mlSection* const* childArray() const { return m_tag.childCapacity == 1 ? &m_tag.onlyChild : m_tag.children; }
+    mlSection* parsedChild(unsigned int index) const { return index < getChildCount() ? childArray()[index] : nullptr; }
     void setAttrs(velaArray<mlAttr>& attributes);
     mlSection* copyInto(mlPool* home) const;
     void copyItem(mlSection* to) const;
 
-    mlPool* pool; // the parser's, or this section's own (OwnsPool)
-    uint32_t line = 0;
-    uint8_t flags = 0;
-    uint8_t tagType = mlTagOrdinary;
+    mlPool* m_pool; // of the parser, or owned (kOwnsPool)
+    uint32_t m_line = 0;
+    uint8_t m_flags = 0;
+    uint8_t m_tagType = kTagOrdinary;
     union
     {
-        TagBody tag; // unless IsText
-        TextBody text;
+        TagBody m_tag; // unless kIsText is set
+        TextBody m_text;
     };
 };

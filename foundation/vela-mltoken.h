@@ -1,73 +1,74 @@
-// foundation/vela-mltoken.h: the tokens of the markup: their kinds, their texts and where each is recognised. Reading
-// them from a stream is vela-mltokenizer.h's business.
+// foundation/vela-mltoken.h: the tokens of the markup: their types, their texts and the contexts in which they are
+// recognised. vela-mltokenizer.h reads them from a stream.
 #pragma once
+
+#include "foundation/vela-string.h"
 
 #include <iterator>
 #include <string_view>
 
-#include "foundation/vela-string.h"
-
 enum mlTokenType : int
 {
-    mlTokenEnd = 0,
-    mlTokenOpenCData = 1,         ///< "<![CDATA["
-    mlTokenOpenInclude = 2,       ///< "<!--#"
-    mlTokenOpenComment = 3,       ///< "<!--"
-    mlTokenOpenDeclaration = 4,   ///< "<!"
-    mlTokenOpenClose = 5,         ///< "</"
-    mlTokenOpenInstruction = 6,   ///< "<?"
-    mlTokenOpen = 7,              ///< "<"
-    mlTokenCloseCData = 8,        ///< "]]>"
-    mlTokenCloseComment = 9,      ///< "-->"
-    mlTokenCloseEmpty = 10,       ///< "/>"
-    mlTokenCloseInstruction = 11, ///< "?>"
-    mlTokenClose = 12,            ///< ">"
-    mlTokenEquals = 13,           ///< "="
-    mlTokenText = 14,             ///< a run of text, or a quoted string
-    mlTokenNone = 15
+    kTokenEnd = 0,
+    kTokenOpenCData = 1,         ///< "<![CDATA["
+    kTokenOpenInclude = 2,       ///< "<!--#"
+    kTokenOpenComment = 3,       ///< "<!--"
+    kTokenOpenDeclaration = 4,   ///< "<!"
+    kTokenOpenClose = 5,         ///< "</"
+    kTokenOpenInstruction = 6,   ///< "<?"
+    kTokenOpen = 7,              ///< "<"
+    kTokenCloseCData = 8,        ///< "]]>"
+    kTokenCloseComment = 9,      ///< "-->"
+    kTokenCloseEmpty = 10,       ///< "/>"
+    kTokenCloseInstruction = 11, ///< "?>"
+    kTokenClose = 12,            ///< ">"
+    kTokenEquals = 13,           ///< "="
+    kTokenText = 14,             ///< a run of text, or a quoted string
+    kTokenNone = 15
 };
 
-/// Where the tokenizer reads, as a bit set: which tokens it recognises and whether white space ends a text.
+/// The contexts of the tokenizer, as bits. They determine which tokens are recognised and whether white space ends a
+/// text.
 enum mlContext : unsigned long
 {
-    mlContextNone = 0, ///< like a tag
-    mlContextTag = 1,  ///< white space ends a text
-    mlContextRaw = 2,  ///< character data: no character references
-    mlContextComment = 4,
-    mlContextContent = 8 ///< text between tags
+    kContextNone = 0, ///< as inside a tag
+    kContextTag = 1,  ///< inside a tag: white space ends a text
+    kContextRaw = 2,  ///< character data: character references are not decoded
+    kContextComment = 4,
+    kContextContent = 8 ///< text between tags
 };
 
-/// One token with its text: the token's own, or the text read.
+/// A token with its text.
 class mlToken
 {
 public:
     mlToken() = default;
-    mlToken(mlTokenType kind, sstring const& content) : type(kind), text(content) {}
+    mlToken(mlTokenType kind, sstring const& content) : m_type(kind), m_text(content) {}
 
-    mlTokenType getType() const { return type; }
-    sstring const& getText() const { return text; }
+    mlTokenType getType() const { return m_type; }
+    sstring const& getText() const { return m_text; }
 
 private:
-    mlTokenType type = mlTokenNone;
-    sstring text;
+    mlTokenType m_type = kTokenNone;
+    sstring m_text;
 };
 
-/// The texts of tokens 1 to 13, zero-terminated, and their lengths in units; empty for the other kinds.
-constexpr std::string_view mlTokenTexts[] = {"",  "<![CDATA[", "<!--#", "<!--", "<!", "</", "<?",
-                                             "<", "]]>",       "-->",   "/>",   "?>", ">",  "="};
+/// The texts of tokens 1 to 13, zero-terminated; empty for the other types.
+constexpr std::string_view kTokenTexts[] = {"",  "<![CDATA[", "<!--#", "<!--", "<!", "</", "<?",
+                                            "<", "]]>",       "-->",   "/>",   "?>", ">",  "="};
 constexpr std::string_view mlTokenText8(int type)
 {
-    return type > 0 && type < std::ssize(mlTokenTexts) ? mlTokenTexts[type] : std::string_view();
+    return type > 0 && type < std::ssize(kTokenTexts) ? kTokenTexts[type] : std::string_view();
 }
 constexpr unsigned int mlTokenLength(int type) { return static_cast<unsigned int>(mlTokenText8(type).size()); }
-/// The longest token's length in units.
-constexpr unsigned int mlTokenMaxLength = 9;
+/// The length of the longest token.
+constexpr unsigned int kTokenMaxLength = 9;
 
 namespace mlTokenMatching {
 
-/// Contexts in which a token is plain text: an opener, and what has a meaning only inside a tag.
-constexpr unsigned long notForOpeners = mlContextRaw | mlContextComment;
-constexpr unsigned long notForTagTokens = mlContextRaw | mlContextComment | mlContextContent;
+/// The contexts in which openers, and tokens that end or divide a tag, are plain text.
+constexpr unsigned long kNotForOpeners = kContextRaw | kContextComment;
+constexpr unsigned long kNotForTagTokens = kContextRaw | kContextComment | kContextContent;
 
 constexpr unsigned short unitAt(unsigned short const* units, unsigned int count, unsigned int index)
 {
@@ -77,7 +78,7 @@ constexpr unsigned short unitAt(unsigned short const* units, unsigned int count,
 constexpr bool beginsCData(unsigned short const* units, unsigned int count)
 {
     char const* lower = "<![cdata[";
-    for (unsigned int i = 2; i < mlTokenMaxLength; ++i) {
+    for (unsigned int i = 2; i < kTokenMaxLength; ++i) {
         unsigned short const unit = unitAt(units, count, i);
         bool const isUpper = unit >= 'A' && unit <= 'Z';
         if ((isUpper ? unit + ('a' - 'A') : unit) != lower[i])
@@ -90,23 +91,22 @@ constexpr int matchOpener(unsigned short const* units, unsigned int count)
 {
     switch (unitAt(units, count, 1)) {
     case '/':
-        return mlTokenOpenClose;
+        return kTokenOpenClose;
     case '?':
-        return mlTokenOpenInstruction;
+        return kTokenOpenInstruction;
     case '!':
         if (unitAt(units, count, 2) == '-' && unitAt(units, count, 3) == '-')
-            return unitAt(units, count, 4) == '#' ? mlTokenOpenInclude : mlTokenOpenComment;
-        return beginsCData(units, count) ? mlTokenOpenCData : mlTokenOpenDeclaration;
+            return unitAt(units, count, 4) == '#' ? kTokenOpenInclude : kTokenOpenComment;
+        return beginsCData(units, count) ? kTokenOpenCData : kTokenOpenDeclaration;
     default:
-        return mlTokenOpen;
+        return kTokenOpen;
     }
 }
 
 } // namespace mlTokenMatching
 
-/// The first token in the order of the kinds that the units begin with, without regard to case, and that is recognised
-/// in the context; -1 when there is none. Written out as a decision for each unit, since a page asks this for every
-/// tag.
+/// The first token, in the order of mlTokenType, that the units begin with and that the context recognises; -1 if there
+/// is none. Ignores case. A hand-written decision tree, because it runs for every tag.
 constexpr int mlMatchToken(unsigned short const* units, unsigned int count, unsigned long flags)
 {
     using namespace mlTokenMatching;
@@ -114,20 +114,19 @@ constexpr int mlMatchToken(unsigned short const* units, unsigned int count, unsi
     bool const isThirdClosing = unitAt(units, count, 2) == '>';
     switch (unitAt(units, count, 0)) {
     case '<':
-        return flags & notForOpeners ? -1 : matchOpener(units, count);
+        return flags & kNotForOpeners ? -1 : matchOpener(units, count);
     case ']':
-        return second == ']' && isThirdClosing && !(flags & mlContextComment) ? mlTokenCloseCData : -1;
+        return second == ']' && isThirdClosing && !(flags & kContextComment) ? kTokenCloseCData : -1;
     case '-':
-        return second == '-' && isThirdClosing && !(flags & (mlContextRaw | mlContextContent)) ? mlTokenCloseComment
-                                                                                               : -1;
+        return second == '-' && isThirdClosing && !(flags & (kContextRaw | kContextContent)) ? kTokenCloseComment : -1;
     case '/':
-        return second == '>' && !(flags & notForTagTokens) ? mlTokenCloseEmpty : -1;
+        return second == '>' && !(flags & kNotForTagTokens) ? kTokenCloseEmpty : -1;
     case '?':
-        return second == '>' && !(flags & notForTagTokens) ? mlTokenCloseInstruction : -1;
+        return second == '>' && !(flags & kNotForTagTokens) ? kTokenCloseInstruction : -1;
     case '>':
-        return flags & notForTagTokens ? -1 : mlTokenClose;
+        return flags & kNotForTagTokens ? -1 : kTokenClose;
     case '=':
-        return flags & notForTagTokens ? -1 : mlTokenEquals;
+        return flags & kNotForTagTokens ? -1 : kTokenEquals;
     default:
         return -1;
     }

@@ -1,15 +1,19 @@
-// foundation/vela-mltokenizer.cpp: see the header. Text goes through loops over plain stretches; only a unit that a
-// table marks for the context gets a closer look.
+// foundation/vela-mltokenizer.cpp: see the header. Text is scanned in tight loops; a table for each context marks the
+// units that need a closer look.
+
 #include "foundation/vela-mltokenizer.h"
 
 #include <algorithm>
 #include <array>
+#include <cassert>
+#include <cerrno>
 #include <cstdint>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
 #endif
 
+#include "foundation/vela-comtypes.h"
 #include "foundation/vela-error.h"
 #include "foundation/vela-mlentities.h"
 
@@ -17,22 +21,23 @@ namespace {
 
 enum UnitClass : uint8_t
 {
-    Plain = 0,
-    Space = 1,
-    TokenBegin = 2, // some token of the context may begin here
-    Reference = 4
+    kPlain = 0,
+    kSpace = 1,
+    kTokenBegin = 2, // a token may begin here
+    kReference = 4
 };
 
-/// No text may become longer, so that lengths stay below 2^31.
-constexpr size_t maxTextUnits = 0x7FFFFFFF;
-constexpr size_t keptBufferUnits = 65536;
-constexpr unsigned int lookAheadUnits = 20;
-constexpr unsigned int contextCount = 16;
-constexpr unsigned int beyondTable = 128; // stands for every unit from here on
-constexpr long groupUnits = 8;
-using ClassTable = std::array<uint8_t, beyondTable + 1>;
+/// Longer texts are refused, so that lengths stay below 2^31.
+constexpr size_t kMaxTextUnits = 0x7FFFFFFF;
+constexpr size_t kEptBufferUnits = 65536;
+constexpr unsigned int kLookAheadUnits = 20;
+constexpr unsigned int kContextCount = 16;
+constexpr unsigned int kBeyondTable = 128; // the table entry of all units from here on
+constexpr long kGroupUnits = 8;
+using ClassTable = std::array<uint8_t, kBeyondTable + 1>;
 
-/// Whether any token of the context begins with the unit. The longest way on is one of these.
+/// Whether a token of the context may begin with the unit. Every token other than the openers, which one unit decides,
+/// has one of these three forms.
 constexpr bool mayBeginToken(unsigned short unit, unsigned long flags)
 {
     unsigned short const alone[] = {unit};
@@ -42,60 +47,60 @@ constexpr bool mayBeginToken(unsigned short unit, unsigned long flags)
            mlMatchToken(doubled, 3, flags) >= 0;
 }
 
-constexpr std::array<ClassTable, contextCount> makeTables()
+constexpr std::array<ClassTable, kContextCount> makeTables()
 {
-    std::array<ClassTable, contextCount> tables{};
-    for (unsigned int flags = 0; flags < contextCount; ++flags) {
-        for (unsigned short unit = 0; unit < beyondTable; ++unit)
-            tables[flags][unit] = mayBeginToken(unit, flags) ? TokenBegin : Plain;
+    std::array<ClassTable, kContextCount> tables{};
+    for (unsigned int flags = 0; flags < kContextCount; ++flags) {
+        for (unsigned short unit = 0; unit < kBeyondTable; ++unit)
+            tables[flags][unit] = mayBeginToken(unit, flags) ? kTokenBegin : kPlain;
         for (char blank : {' ', '\t', '\r', '\n'})
-            tables[flags][static_cast<unsigned char>(blank)] = Space;
-        tables[flags]['&'] = Reference;
+            tables[flags][static_cast<unsigned char>(blank)] = kSpace;
+        tables[flags]['&'] = kReference;
     }
     return tables;
 }
 
-constexpr std::array<ClassTable, contextCount> classTables = makeTables();
+constexpr std::array<ClassTable, kContextCount> kClassTables = makeTables();
 
-ClassTable const& tableFor(unsigned long flags) { return classTables[flags % contextCount]; }
+ClassTable const& tableFor(unsigned long flags) { return kClassTables[flags % kContextCount]; }
 
 inline uint8_t classOf(ClassTable const& table, unsigned short unit)
 {
-    return table[std::min<unsigned int>(unit, beyondTable)];
+    return table[std::min<unsigned int>(unit, kBeyondTable)];
 }
 
 inline bool isSpace(unsigned short unit) { return unit == ' ' || unit == '\n' || unit == '\r' || unit == '\t'; }
 inline bool isQuote(unsigned short unit) { return unit == '"' || unit == '\''; }
 
-bool spaceEndsRun(unsigned long flags) { return flags == mlContextNone || (flags & mlContextTag); }
+bool spaceEndsRun(unsigned long flags) { return flags == kContextNone || (flags & kContextTag); }
 
-/// End of the stretch that ends at white space or where a token may begin.
+/// The end of the text up to white space or a unit that may begin a token.
 unsigned short const* plainEnd(unsigned short const* at, unsigned short const* end, ClassTable const& table,
                                bool& hasReference)
 {
-    unsigned int seen = Plain;
+    unsigned int seen = kPlain;
     for (; at != end; ++at) {
         uint8_t const kind = classOf(table, *at);
-        if (kind & (Space | TokenBegin))
+        if (kind & (kSpace | kTokenBegin))
             break;
         seen |= kind;
     }
-    hasReference |= seen == Reference;
+    hasReference |= seen == kReference;
     return at;
 }
 
 #ifdef __SSE2__
 
-/// Passes over groups of eight units that end no stretch of words whatever the context: no control unit, nothing a
-/// token begins with, no two blanks in a row. Stops before the first other group.
+/// Skips groups of eight units that are plain text in any context: without control units, units that may begin a token,
+/// or two blanks in a row.
 unsigned short const* skipPlainGroups(unsigned short const* at, unsigned short const* end, bool& hasReference)
 {
     auto const all = [](short unit) { return _mm_set1_epi16(unit); };
     __m128i references = _mm_setzero_si128();
-    for (; end - at > groupUnits; at += groupUnits) {
+    for (; end - at > kGroupUnits; at += kGroupUnits) {
         __m128i const units = _mm_loadu_si128(reinterpret_cast<__m128i const*>(at));
         __m128i const next = _mm_loadu_si128(reinterpret_cast<__m128i const*>(at + 1));
-        // Unsigned units up to 0x1F: saturating subtraction leaves zero.
+        // Saturating subtraction gives zero for units up to 0x1F.
         __m128i special = _mm_cmpeq_epi16(_mm_subs_epu16(units, all(0x1F)), _mm_setzero_si128());
         for (char unit : {'<', ']', '-', '>', '=', '/', '?'})
             special = _mm_or_si128(special, _mm_cmpeq_epi16(units, all(unit)));
@@ -114,7 +119,7 @@ unsigned short const* skipPlainGroups(unsigned short const* at, unsigned short c
 
 #endif
 
-/// The same where white space does not end a run: single blanks between words belong to the stretch.
+/// Like plainEnd(), for contexts in which single blanks between words belong to the text.
 unsigned short const* wordsEnd(unsigned short const* at, unsigned short const* end, ClassTable const& table,
                                bool& hasReference)
 {
@@ -122,9 +127,9 @@ unsigned short const* wordsEnd(unsigned short const* at, unsigned short const* e
         unsigned short const* const start = at;
         at = skipPlainGroups(at, end, hasReference);
         if (at != start && at[-1] == ' ')
-            --at; // whether it ends the stretch depends on what follows
+            --at; // it belongs to the text only if a word follows
         at = plainEnd(at, end, table, hasReference);
-        if (end - at < 2 || *at != ' ' || (classOf(table, at[1]) & (Space | TokenBegin)))
+        if (end - at < 2 || *at != ' ' || (classOf(table, at[1]) & (kSpace | kTokenBegin)))
             return at;
         ++at;
     }
@@ -135,66 +140,68 @@ unsigned short const* wordsEnd(unsigned short const* at, unsigned short const* e
 sstring mlTokenizer::tokenText() const
 {
     sstring result;
-    if (stream && stream->getLocale())
-        result.setLocale(stream->getLocale());
-    if (tokenType == mlTokenText)
+    if (m_stream && m_stream->getLocale())
+        result.setLocale(m_stream->getLocale());
+    if (m_tokenType == kTokenText)
         result.set(text(), 0, length());
     else
-        result = mlTokenText8(tokenType).empty() ? "" : mlTokenText8(tokenType).data();
+        result = mlTokenText8(m_tokenType).empty() ? "" : mlTokenText8(m_tokenType).data();
     return result;
 }
 
 void mlTokenizer::setStream(textstream* source)
 {
-    forgetAhead();
-    stream = source;
+    dropLookAhead();
+    m_stream = source;
 }
 
-void mlTokenizer::settle()
+void mlTokenizer::syncStream()
 {
-    if (at != base)
-        stream->skipRun(static_cast<unsigned int>(at - base));
-    forgetAhead();
+    assert(m_at >= m_base && m_at <= m_end);
+    if (m_at != m_base)
+        m_stream->skipRun(unitsBetween(m_base, m_at));
+    dropLookAhead();
 }
 
 bool mlTokenizer::refill()
 {
-    settle();
+    assert(m_at == m_end); // otherwise units would be skipped
+    syncStream();
     unsigned int count = 0;
-    base = at = stream->peekRun(count);
-    end = at + count;
+    m_base = m_at = m_stream->peekRun(count);
+    m_end = m_at + count;
     return count != 0;
 }
 
-/// Skips white space and counts lines; whether there was any.
+/// Skips white space, counting lines. Returns whether there was any.
 bool mlTokenizer::skipSpace()
 {
     bool hasSkipped = false;
     while (hasUnit()) {
-        unsigned short const* p = at;
-        for (; p != end && isSpace(*p); ++p)
-            currentLine += *p == '\n';
-        hasSkipped |= p != at;
-        at = p;
-        if (p != end)
+        unsigned short const* p = m_at;
+        for (; p != m_end && isSpace(*p); ++p)
+            m_currentLine += *p == '\n';
+        hasSkipped |= p != m_at;
+        m_at = p;
+        if (p != m_end)
             break;
     }
     return hasSkipped;
 }
 
-/// The token at the reading place, which must not be the end.
+/// The token at the current position, which must not be the end.
 inline int mlTokenizer::matchHere(unsigned long flags)
 {
-    bool const isAllHere = end - at >= static_cast<long>(mlTokenMaxLength);
-    return isAllHere ? mlMatchToken(at, mlTokenMaxLength, flags) : matchAcross(flags);
+    bool const isAllHere = m_end - m_at >= static_cast<long>(kTokenMaxLength);
+    return isAllHere ? mlMatchToken(m_at, kTokenMaxLength, flags) : matchAcross(flags);
 }
 
-/// The same where a token may go on in the next chunk.
+/// The same for a token that may continue in the next chunk.
 int mlTokenizer::matchAcross(unsigned long flags)
 {
-    settle();
-    unsigned short ahead[lookAheadUnits + 1];
-    unsigned int const count = stream->peek(ahead, lookAheadUnits);
+    syncStream();
+    unsigned short ahead[kLookAheadUnits + 1];
+    unsigned int const count = m_stream->peek(ahead, kLookAheadUnits);
     refill();
     return mlMatchToken(ahead, count, flags);
 }
@@ -202,130 +209,134 @@ int mlTokenizer::matchAcross(unsigned long flags)
 inline void mlTokenizer::consume(unsigned int count)
 {
     while (count != 0 && hasUnit()) {
-        unsigned int const step = std::min(count, static_cast<unsigned int>(end - at));
-        at += step;
+        unsigned int const step = std::min(count, unitsBetween(m_at, m_end));
+        m_at += step;
         count -= step;
     }
+    assert(count == 0); // the token was there a moment ago
 }
 
 int mlTokenizer::tokenAhead(unsigned long flags) { return hasUnit() ? matchHere(flags) : -1; }
 
 mlTokenType mlTokenizer::next(unsigned long flags, bool isLimited)
 {
-    if (buffer.capacity() > keptBufferUnits)
-        buffer = {};
-    buffer.clear();
-    truncated = run = hasReference = false;
-    bool const wasPending = isSpacePending;
-    isSpacePending = false;
-    leadingSpace = skipSpace() || wasPending;
-    if (at == end)
-        return tokenType = mlTokenEnd;
-    unsigned short const unit = *at;
+    if (m_buffer.capacity() > kEptBufferUnits)
+        m_buffer = {};
+    m_buffer.clear();
+    m_isTruncated = m_isUnquotedText = m_hasReference = false;
+    bool const wasPending = m_hasPendingSpace;
+    m_hasPendingSpace = false;
+    m_hasLeadingSpace = skipSpace() || wasPending;
+    if (m_at == m_end)
+        return m_tokenType = kTokenEnd;
+    unsigned short const unit = *m_at;
     if (isQuote(unit)) {
         readQuoted(flags);
-        return tokenType = mlTokenText;
+        return m_tokenType = kTokenText;
     }
-    if (classOf(tableFor(flags), unit) & TokenBegin) {
+    if (classOf(tableFor(flags), unit) & kTokenBegin) {
         int const token = matchHere(flags);
         if (token >= 0) {
             consume(mlTokenLength(token));
-            return tokenType = static_cast<mlTokenType>(token);
+            return m_tokenType = static_cast<mlTokenType>(token);
         }
     }
     readRun(flags, isLimited);
-    return tokenType = mlTokenText;
+    return m_tokenType = kTokenText;
 }
 
 mlTokenType mlTokenizer::nextSkippingComments(unsigned long flags, bool isLimited)
 {
     bool hadSpace = false;
-    while (next(flags, isLimited) == mlTokenOpenComment) {
-        hadSpace |= leadingSpace;
+    while (next(flags, isLimited) == kTokenOpenComment) {
+        hadSpace |= m_hasLeadingSpace;
         skipComment();
     }
-    leadingSpace |= hadSpace;
-    return tokenType;
+    m_hasLeadingSpace |= hadSpace;
+    return m_tokenType;
 }
 
-/// A quotation mark up to its match, without a limit; between tags a "<" ends it as well, so that a lone mark in a text
-/// does not swallow the page.
+/// Reads a quoted text of any length. Between tags a "<" ends it, too, so that a single quotation mark in a text does
+/// not consume the rest of the page.
 void mlTokenizer::readQuoted(unsigned long flags)
 {
-    unsigned short const quote = *at++;
-    unsigned short const stop = flags & mlContextContent ? static_cast<unsigned short>('<') : quote;
+    assert(m_at != m_end && isQuote(*m_at));
+    unsigned short const quote = *m_at++;
+    unsigned short const stop = flags & kContextContent ? static_cast<unsigned short>('<') : quote;
     bool isClosed = false;
     while (!isClosed && hasUnit()) {
-        unsigned short const* p = at;
-        for (; p != end && *p != quote && *p != stop; ++p) {
-            currentLine += *p == '\n';
-            hasReference |= *p == '&';
+        unsigned short const* p = m_at;
+        for (; p != m_end && *p != quote && *p != stop; ++p) {
+            m_currentLine += *p == '\n';
+            m_hasReference |= *p == '&';
         }
-        append(at, p, false, false);
-        isClosed = p != end;
-        at = p + (isClosed && *p == quote);
+        append(m_at, p, false, false);
+        isClosed = p != m_end;
+        m_at = p + (isClosed && *p == quote);
     }
-    if (hasReference && !(flags & mlContextRaw))
-        buffer.resize(decodeReferences(buffer.data(), length()));
+    if (m_hasReference && !(flags & kContextRaw))
+        m_buffer.resize(decodeReferences(m_buffer.data(), length()));
 }
 
 void mlTokenizer::readRun(unsigned long flags, bool isLimited)
 {
     ClassTable const& table = tableFor(flags);
     bool const isWord = spaceEndsRun(flags);
-    bool isBlank = false; // white space was read and not yet written
-    run = true;
-    runStart = bookmark(stream->cacheStart(), static_cast<unsigned int>(at - stream->cacheBegin()));
+    bool isBlank = false; // white space has been read but not yet stored
+    m_isUnquotedText = true;
+    assert(m_at != m_end && m_at >= m_stream->cacheBegin());
+    m_textStart = bookmark(m_stream->cacheStart(), unitsBetween(m_stream->cacheBegin(), m_at));
     while (hasUnit()) {
         unsigned short const* p =
-            isWord ? plainEnd(at, end, table, hasReference) : wordsEnd(at, end, table, hasReference);
-        if (p == at && isSpace(*p)) {
+            isWord ? plainEnd(m_at, m_end, table, m_hasReference) : wordsEnd(m_at, m_end, table, m_hasReference);
+        if (p == m_at && isSpace(*p)) {
             if (isWord)
                 break;
             isBlank |= skipSpace();
             continue;
         }
-        if (p == at) {
+        if (p == m_at) {
             if (matchHere(flags) >= 0)
                 break;
-            p = at + 1;
+            p = m_at + 1;
         }
-        append(at, p, isBlank, isLimited);
+        append(m_at, p, isBlank, isLimited);
         isBlank = false;
-        at = p;
+        m_at = p;
     }
-    isSpacePending = isBlank && (flags & mlContextContent);
-    if (hasReference && !(flags & mlContextRaw))
-        buffer.resize(decodeReferences(buffer.data(), length()));
+    m_hasPendingSpace = isBlank && (flags & kContextContent);
+    if (m_hasReference && !(flags & kContextRaw))
+        m_buffer.resize(decodeReferences(m_buffer.data(), length()));
 }
 
 void mlTokenizer::append(unsigned short const* from, unsigned short const* to, bool afterBlank, bool isLimited)
 {
-    size_t const total = buffer.size() + afterBlank + static_cast<size_t>(to - from);
-    if (total > maxTextUnits)
-        throw velaError(12);
-    if (truncated)
+    size_t const total = m_buffer.size() + afterBlank + unitsBetween(from, to);
+    if (total > kMaxTextUnits)
+        throw velaError(ENOMEM);
+    assert(!m_isTruncated || m_buffer.size() == kLengthLimit);
+    if (m_isTruncated)
         return;
-    truncated = isLimited && total > lengthLimit;
+    m_isTruncated = isLimited && total > kLengthLimit;
     if (afterBlank)
-        buffer.push_back(' ');
-    buffer.insert(buffer.end(), from, truncated ? from + std::min<long>(to - from, lengthLimit) : to);
-    if (truncated)
-        buffer.resize(lengthLimit);
+        m_buffer.push_back(' ');
+    m_buffer.insert(m_buffer.end(), from, m_isTruncated ? from + std::min<long>(to - from, kLengthLimit) : to);
+    if (m_isTruncated)
+        m_buffer.resize(kLengthLimit);
 }
 
-/// Passes over a comment whose opener was read. What begins with a quotation mark is a quoted string here too, so that
-/// a "-->" inside it does not end the comment.
+/// Skips a comment whose opener has been read. Quoted texts are recognised here, too: a "-->" inside one does not end
+/// the comment.
 void mlTokenizer::skipComment()
 {
     for (;;) {
         skipSpace();
-        if (at == end)
+        if (m_at == m_end)
             return;
-        if (isQuote(*at))
+        if (isQuote(*m_at))
             skipQuoted();
-        else if (matchHere(mlContextComment) >= 0)
-            return consume(mlTokenLength(mlTokenCloseComment));
+        else if (matchHere(kContextComment) >= 0)
+            return consume(mlTokenLength(kTokenCloseComment));
         else
             skipToHyphens();
     }
@@ -333,27 +344,27 @@ void mlTokenizer::skipComment()
 
 void mlTokenizer::skipQuoted()
 {
-    unsigned short const quote = *at++;
+    unsigned short const quote = *m_at++;
     while (hasUnit()) {
-        unsigned short const unit = *at++;
-        currentLine += unit == '\n';
+        unsigned short const unit = *m_at++;
+        m_currentLine += unit == '\n';
         if (unit == quote)
             return;
     }
 }
 
-/// Passes over the rest of a run in a comment, up to "-->" or the end.
+/// Skips the text of a comment up to "-->" or the end.
 void mlTokenizer::skipToHyphens()
 {
     while (hasUnit()) {
-        unsigned short const* p = at;
-        for (; p != end && *p != '-'; ++p)
-            currentLine += *p == '\n';
-        at = p;
-        if (p == end)
+        unsigned short const* p = m_at;
+        for (; p != m_end && *p != '-'; ++p)
+            m_currentLine += *p == '\n';
+        m_at = p;
+        if (p == m_end)
             continue;
-        if (matchHere(mlContextComment) >= 0)
+        if (matchHere(kContextComment) >= 0)
             return;
-        ++at;
+        ++m_at;
     }
 }

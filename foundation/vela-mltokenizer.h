@@ -1,58 +1,57 @@
-// foundation/vela-mltokenizer.h: reads tokens from a text stream. It scans the stream's decoded units where they lie
-// and tells the stream how far it came only when asked to (settle).
+// foundation/vela-mltokenizer.h: reads tokens from a text stream. It scans the stream's decoded units in place and
+// moves the stream's own position only on request (syncStream).
 #pragma once
 
 #include "foundation/vela-array.h"
 #include "foundation/vela-mltoken.h"
 #include "foundation/vela-textstream.h"
 
-/// The stream is not owned and must be open while tokens are read. One thread at a time.
+/// Does not own the stream, which must be open while tokens are read. One thread at a time.
 class mlTokenizer
 {
 public:
-    explicit mlTokenizer(textstream* source) : stream(source) {}
+    explicit mlTokenizer(textstream* source) : m_stream(source) {}
 
-    /// Reads the next token in a context (mlContext bits). With `isLimited` a text run that is longer than
-    /// `lengthLimit` is cut there, skipped to its end and reported as truncated. The results below hold until the next
-    /// call.
+    /// Reads the next token in a context of mlContext bits. With `isLimited`, an unquoted text longer than kLengthLimit
+    /// is truncated and its rest is skipped. The results below are valid until the next call.
     mlTokenType next(unsigned long flags, bool isLimited);
-    /// The same; comments are passed over. White space before a comment still counts for what follows it.
+    /// The same, skipping comments. White space before a comment counts as leading space of the next token.
     mlTokenType nextSkippingComments(unsigned long flags, bool isLimited);
-    /// The token at the stream's position, -1 when there is none.
+    /// The type of the token at the current position, or -1 if there is none.
     int tokenAhead(unsigned long flags);
 
-    /// Longest text run, in units before character references are decoded, that a limited read keeps.
-    static constexpr unsigned int lengthLimit = 1024;
+    /// The longest unquoted text that a limited read keeps, in units before character references are decoded.
+    static constexpr unsigned int kLengthLimit = 1024;
 
-    mlTokenType type() const { return tokenType; }
-    /// Units of a text token; not terminated.
-    unsigned short const* text() const { return buffer.data(); }
-    unsigned int length() const { return static_cast<unsigned int>(buffer.size()); }
-    /// The text of the token, whatever its kind.
+    mlTokenType type() const { return m_tokenType; }
+    /// The units of a text token, not terminated.
+    unsigned short const* text() const { return m_buffer.data(); }
+    unsigned int length() const { return static_cast<unsigned int>(m_buffer.size()); }
+    /// The text of a token of any type.
     sstring tokenText() const;
-    /// White space stood before the token.
-    bool hasLeadingSpace() const { return leadingSpace; }
-    bool isTruncated() const { return truncated; }
-    /// Whether the token is a text run that is not quoted; then start() is where it begins.
-    bool isRun() const { return run; }
-    bookmark const& start() const { return runStart; }
+    /// Whether white space preceded the token.
+    bool hasLeadingSpace() const { return m_hasLeadingSpace; }
+    bool isTruncated() const { return m_isTruncated; }
+    /// Whether the token is a text without quotation marks; start() is then its position.
+    bool isUnquotedText() const { return m_isUnquotedText; }
+    bookmark const& start() const { return m_textStart; }
 
-    /// Current line, from 1: one more than the newlines consumed.
-    unsigned int line() const { return currentLine; }
-    void setLine(unsigned int line) { currentLine = line; }
-    /// The last text run ended in white space, which the next token is told.
-    bool pendingSpace() const { return isSpacePending; }
-    void setPendingSpace(bool isPending) { isSpacePending = isPending; }
+    /// The current line, from 1.
+    unsigned int line() const { return m_currentLine; }
+    void setLine(unsigned int line) { m_currentLine = line; }
+    /// Whether the last text ended in white space, which is leading space of the next token.
+    bool hasPendingSpace() const { return m_hasPendingSpace; }
+    void setPendingSpace(bool isPending) { m_hasPendingSpace = isPending; }
 
-    /// Moves the stream to where reading stands. Needed before anybody else uses or closes it.
-    void settle();
-    /// The stream was moved by somebody else: forget what was ahead.
-    void forgetAhead() { base = at = end = nullptr; }
+    /// Moves the stream to the tokenizer's position. Needed before other code uses or closes the stream.
+    void syncStream();
+    /// Discards the units read ahead. Needed after other code has moved the stream.
+    void dropLookAhead() { m_base = m_at = m_end = nullptr; }
     void setStream(textstream* source);
-    textstream* getStream() const { return stream; }
+    textstream* getStream() const { return m_stream; }
 
 private:
-    bool hasUnit() { return at != end || refill(); }
+    bool hasUnit() { return m_at != m_end || refill(); }
     bool refill();
     bool skipSpace();
     int matchHere(unsigned long flags);
@@ -65,19 +64,19 @@ private:
     void skipQuoted();
     void skipToHyphens();
 
-    textstream* stream;
-    // The stretch of decoded units being read: the stream stands at `base`, reading at `at`.
-    unsigned short const* base = nullptr;
-    unsigned short const* at = nullptr;
-    unsigned short const* end = nullptr;
+    textstream* m_stream;
+    // The decoded units being read: the stream's position is at m_base, the tokenizer's at m_at.
+    unsigned short const* m_base = nullptr;
+    unsigned short const* m_at = nullptr;
+    unsigned short const* m_end = nullptr;
 
-    velaArray<unsigned short> buffer; // the text token
-    mlTokenType tokenType = mlTokenNone;
-    bookmark runStart;
-    bool leadingSpace = false;
-    bool truncated = false;
-    bool run = false;
-    bool hasReference = false; // an "&" was read: references may have to be decoded
-    bool isSpacePending = false;
-    unsigned int currentLine = 1;
+    velaArray<unsigned short> m_buffer; // the text token
+    mlTokenType m_tokenType = kTokenNone;
+    bookmark m_textStart;
+    bool m_hasLeadingSpace = false;
+    bool m_isTruncated = false;
+    bool m_isUnquotedText = false;
+    bool m_hasReference = false; // the text contains an "&": references may have to be decoded
+    bool m_hasPendingSpace = false;
+    unsigned int m_currentLine = 1;
 };

@@ -1,24 +1,28 @@
 // foundation/vela-mlwriter.cpp: see the header.
-#include "foundation/vela-mlwriter.h"
 
-#include <algorithm>
+#include "foundation/vela-mlwriter.h"
 
 #include "foundation/vela-error.h"
 #include "foundation/vela-mltoken.h"
 
+#include <algorithm>
+#include <cassert>
+#include <cerrno>
+
 namespace {
 
-constexpr unsigned int blanksPerLevel = 2;
-/// Deeper levels stand no further to the right, or a deep tree would be written in the square of its depth.
-constexpr unsigned int deepestIndent = 40;
-constexpr size_t maxUnits = 0x7FFFFFFF;
+constexpr unsigned int kBlanksPerLevel = 2;
+/// Deeper levels are not indented further; otherwise the size of a deep tree's text would grow with the square of its
+/// depth.
+constexpr unsigned int kDeepestIndent = 40;
+constexpr size_t kMaxUnits = 0x7FFFFFFF;
 
-constexpr std::string_view openers[] = {"<", "<!", "<?", "<!--#"};
-constexpr std::string_view closers[] = {">", ">", "?>", "-->"};
+constexpr std::string_view kOpeners[] = {"<", "<!", "<?", "<!--#"};
+constexpr std::string_view kClosers[] = {">", ">", "?>", "-->"};
 
 std::string_view escapeOf(unsigned short unit) { return unit == '<' ? "&lt;" : unit == '>' ? "&gt;" : "&quot;"; }
 
-/// Whether a name reads back as one word; one that was quoted may not.
+/// Whether the name can be written without quotation marks.
 bool isPlainWord(mlName const* name)
 {
     unsigned short const* units = name->units();
@@ -26,7 +30,7 @@ bool isPlainWord(mlName const* name)
         return false;
     for (unsigned int i = 0; i < name->length; ++i) {
         bool const isBlank = units[i] == ' ' || units[i] == '\t' || units[i] == '\r' || units[i] == '\n';
-        if (isBlank || mlMatchToken(units + i, name->length - i, mlContextTag) >= 0)
+        if (isBlank || mlMatchToken(units + i, name->length - i, kContextTag) >= 0)
             return false;
     }
     return true;
@@ -37,7 +41,7 @@ bool isPlainWord(mlName const* name)
 void mlWriter::write(mlName const* name)
 {
     if (name)
-        units.insert(units.end(), name->units(), name->units() + name->length);
+        m_units.insert(m_units.end(), name->units(), name->units() + name->length);
 }
 
 void mlWriter::writeEscaped(unsigned short const* text, unsigned int length, std::string_view special)
@@ -45,7 +49,7 @@ void mlWriter::writeEscaped(unsigned short const* text, unsigned int length, std
     unsigned short const* const end = text + length;
     while (text != end) {
         unsigned short const* stop = std::find_first_of(text, end, special.begin(), special.end());
-        units.insert(units.end(), text, stop);
+        m_units.insert(m_units.end(), text, stop);
         if (stop == end)
             return;
         write(escapeOf(*stop));
@@ -64,9 +68,9 @@ void mlWriter::writeAttrName(mlName const* name)
 
 void mlWriter::writeAttr(mlAttr const& attr)
 {
-    writeAttrName(attr.name);
+    writeAttrName(attr.m_name);
     write("=\"");
-    writeEscaped(attr.value.units(), attr.value.length, "\"");
+    writeEscaped(attr.m_value.units(), attr.m_value.length, "\"");
     write("\"");
 }
 
@@ -77,7 +81,7 @@ void mlWriter::writeText(mlSection const& section)
         write(" ");
     if (section.isCData()) {
         write("<![CDATA[");
-        units.insert(units.end(), data.getUnicode(), data.getUnicode() + data.getLength());
+        m_units.insert(m_units.end(), data.getUnicode(), data.getUnicode() + data.getLength());
         write("]]>");
     } else if (data.getLength() == 1 && data.getUnicode()[0] == ' ')
         write("&nbsp;");
@@ -85,7 +89,7 @@ void mlWriter::writeText(mlSection const& section)
         writeEscaped(data.getUnicode(), data.getLength(), "<>\"");
 }
 
-/// Returns whether the section was written as one that has content, so that its children and its close tag follow.
+/// Returns whether the section has content, so that its children and its closing tag must follow.
 bool mlWriter::writeOpening(mlSection const& section)
 {
     beginLine();
@@ -93,14 +97,15 @@ bool mlWriter::writeOpening(mlSection const& section)
     if (section.isText())
         writeText(section);
     else if (section.isTag()) {
-        write(openers[section.getType()]);
-        write(section.tag.name);
+        assert(static_cast<size_t>(section.getType()) < std::size(kOpeners));
+        write(kOpeners[section.getType()]);
+        write(section.m_tag.name);
         for (unsigned int i = 0; mlAttr* attr = section.getAttr(i); ++i) {
             write(" ");
             writeAttr(*attr);
         }
-        hasContent = section.getType() == mlTagOrdinary && section.getChild(0);
-        write(section.getType() == mlTagOrdinary && !hasContent ? "/>" : closers[section.getType()]);
+        hasContent = section.getType() == kTagOrdinary && section.getChild(0);
+        write(section.getType() == kTagOrdinary && !hasContent ? "/>" : kClosers[section.getType()]);
     }
     endLine();
     return hasContent;
@@ -108,24 +113,25 @@ bool mlWriter::writeOpening(mlSection const& section)
 
 void mlWriter::writeClosing(mlSection const& section)
 {
+    assert(section.isTag());
     beginLine();
     write("</");
-    write(section.tag.name);
+    write(section.m_tag.name);
     write(">");
     endLine();
 }
 
 void mlWriter::beginLine()
 {
-    if (isFormatted)
-        units.insert(units.end(), std::min(depth, deepestIndent) * blanksPerLevel, ' ');
-    if (units.size() > maxUnits)
-        throw velaError(12);
+    if (m_isFormatted)
+        m_units.insert(m_units.end(), std::min(m_depth, kDeepestIndent) * kBlanksPerLevel, ' ');
+    if (m_units.size() > kMaxUnits)
+        throw velaError(ENOMEM);
 }
 
 void mlWriter::endLine()
 {
-    if (isFormatted)
+    if (m_isFormatted)
         write("\n");
 }
 
@@ -140,23 +146,23 @@ void mlWriter::writeTree(mlSection const& top)
     if (writeOpening(top))
         path.push_back({&top, 0});
     while (!path.empty()) {
-        unsigned int const below = depth + static_cast<unsigned int>(path.size());
+        unsigned int const below = m_depth + static_cast<unsigned int>(path.size());
         mlSection const* child = path.back().section->getChild(path.back().nextChild++);
-        unsigned int const outer = depth;
-        depth = child ? below : below - 1;
+        unsigned int const outer = m_depth;
+        m_depth = child ? below : below - 1;
         if (child && writeOpening(*child))
             path.push_back({child, 0});
         else if (!child) {
             writeClosing(*path.back().section);
             path.pop_back();
         }
-        depth = outer;
+        m_depth = outer;
     }
 }
 
 sstring mlWriter::result(mlPool const& pool) const
 {
-    if (units.size() > maxUnits)
-        throw velaError(12);
-    return pool.makeString(units.data(), static_cast<unsigned int>(units.size()));
+    if (m_units.size() > kMaxUnits)
+        throw velaError(ENOMEM);
+    return pool.makeString(m_units.data(), static_cast<unsigned int>(m_units.size()));
 }

@@ -1,30 +1,29 @@
-// foundation/vela-mlwriter.h: writes sections as markup again.
+// foundation/vela-mlwriter.h: writes sections as markup.
 #pragma once
-
-#include <string_view>
 
 #include "foundation/vela-array.h"
 #include "foundation/vela-mlsection.h"
 
-/// Collects markup. Reading what was written gives the same sections, as far as the markup can say it: an ampersand is
-/// written as it is.
+#include <string_view>
+
+/// Builds markup that parses to the same sections again, except that ampersands are not escaped.
 class mlWriter
 {
 public:
-    /// One item on a line from now on, the first `level` levels deep.
+    /// Switches to one item per line, the outermost indented by `level` levels.
     void useLines(unsigned int level)
     {
-        isFormatted = true;
-        depth = level;
+        m_isFormatted = true;
+        m_depth = level;
     }
-    /// The section and everything below it.
+    /// Writes the section and everything below it.
     void writeTree(mlSection const& top);
     void writeAttr(mlAttr const& attr);
-    /// What was written, in the locale of the pool.
+    /// The markup so far, in the pool's locale.
     sstring result(mlPool const& pool) const;
 
 private:
-    void write(std::string_view text) { units.insert(units.end(), text.begin(), text.end()); }
+    void write(std::string_view text) { m_units.insert(m_units.end(), text.begin(), text.end()); }
     void write(mlName const* name);
     void writeEscaped(unsigned short const* text, unsigned int length, std::string_view special);
     void writeAttrName(mlName const* name);
@@ -34,7 +33,7 @@ private:
     void beginLine();
     void endLine();
 
-    velaArray<unsigned short> units;
-    bool isFormatted = false;
-    unsigned int depth = 0; // levels
+    velaArray<unsigned short> m_units;
+    bool m_isFormatted = false;
+    unsigned int m_depth = 0; // levels
 };

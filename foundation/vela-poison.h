@@ -1,13 +1,13 @@
-// foundation/vela-poison.h: fills memory that is given up, so that a late use of it shows itself.
+// foundation/vela-poison.h: overwrites memory before it is freed, so that a use after free is noticed.
 #pragma once
 
 #include <cstddef>
 #include <cstring>
 
-/// Fills `bytes` bytes with 0xFE. A plain memset() in front of the end of an object, or of free(), is a store that
-/// nobody reads, and optimisers leave it out; this one they have to keep.
+/// Fills `bytes` bytes with 0xFE. A plain memset() before an object's end or a free() is a dead store, which optimisers
+/// remove; they have to keep this one.
 inline void velaPoison(void* place, std::size_t bytes)
 {
     std::memset(place, 0xFE, bytes);
-    __asm__ volatile("" : : "r"(place) : "memory"); // may read it, as far as the compiler knows
+    __asm__ volatile("" : : "r"(place) : "memory"); // for the compiler, this may read the bytes
 }

@@ -1,5 +1,5 @@
-// foundation/vela-qt.h: text between the foundation library and the toolkit. Needs Qt, so it is a library target of its
-// own (tarn_foundation_qt); the rest of the folder builds without.
+// foundation/vela-qt.h: converts text between this library and Qt. The only part that needs Qt, and so a target of its
+// own (tarn_foundation_qt).
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -7,12 +7,12 @@
 #include <QString>
 #include <QStringView>
 
-/// The string as the toolkit's text, unit by unit. Any thread.
+/// The same units as a QString. Any thread.
 QString sstoq(sstring const& text);
-/// The toolkit's text as a string, unit by unit.
+/// The same units as a string. Any thread.
 sstring qtoss(QString const& text);
 
-/// The string's units without a copy; valid until the string changes.
+/// A view of the string, without a copy; valid until the string changes.
 inline QStringView sstoview(sstring const& text)
 {
     return text.getLength() ? QStringView(text.getUnicode(), static_cast<qsizetype>(text.getLength())) : QStringView();

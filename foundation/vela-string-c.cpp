@@ -1,12 +1,14 @@
-// foundation/vela-string-c.cpp: see vela-string-c.h. The 8-bit flavour hands over to the C library. strstr16 and the
-// two strrstr functions are in vela-string-match.cpp.
+// foundation/vela-string-c.cpp: see vela-string-c.h. The 8-bit functions call the C library. strstr16() and both
+// strrstr() functions are in vela-string-match.cpp.
 
 #include "foundation/vela-string-c.h"
 
 #include "foundation/vela-array.h"
+#include "foundation/vela-comtypes.h"
 #include "foundation/vela-string-match.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cctype>
 #include <climits>
 #include <cstdint>
@@ -30,7 +32,7 @@ unsigned int strlen16(unsigned short const* text)
     unsigned short const* end = text;
     while (*end)
         ++end;
-    return static_cast<unsigned int>(end - text);
+    return unitsBetween(text, end);
 }
 
 // Copying
@@ -87,6 +89,7 @@ unsigned short* strncat16(unsigned short* to, unsigned short const* from, unsign
 unsigned short* strncpy16(unsigned short* to, unsigned short const* from, unsigned int count)
 {
     unsigned int const copied = lengthUpTo(from, count);
+    assert(copied <= count);
     std::fill_n(std::copy_n(from, copied, to), count - copied, static_cast<unsigned short>(0));
     return to;
 }
@@ -95,8 +98,8 @@ unsigned short* strncpy16(unsigned short* to, unsigned short const* from, unsign
 
 namespace {
 
-/// Difference of the first two characters that differ after folding, looking at `count` at most and at nothing behind
-/// a terminator: a unit such as U+0100 folds to zero and equals one.
+/// The difference of the first two characters that differ after folding, among the first `count`. Stops at a terminator
+/// in either text, because a unit such as U+0100 folds to zero and so equals one.
 template <class Unit, class Fold>
 int difference(Unit const* left, Unit const* right, uint64_t count, Fold fold)
 {
@@ -110,7 +113,7 @@ int difference(Unit const* left, Unit const* right, uint64_t count, Fold fold)
 }
 
 template <class Unit>
-Unit unfolded(Unit unit)
+Unit unchanged(Unit unit)
 {
     return unit;
 }
@@ -133,7 +136,7 @@ int strcmp16(unsigned short const* left, unsigned short const* right)
 
 int strncmp16(unsigned short const* left, unsigned short const* right, unsigned int count)
 {
-    return difference(left, right, count, unfolded<unsigned short>);
+    return difference(left, right, count, unchanged<unsigned short>);
 }
 
 int stricmp8(unsigned char const* left, unsigned char const* right)
@@ -208,7 +211,7 @@ unsigned char* strpbrk8(unsigned char const* text, unsigned char const* set)
 
 unsigned int strcspn16(unsigned short const* text, unsigned short const* set)
 {
-    const UnitSet units(set);
+    UnitSet const units(set);
     unsigned int length = 0;
     while (text[length] && !units.contains(text[length]))
         ++length;
@@ -217,7 +220,7 @@ unsigned int strcspn16(unsigned short const* text, unsigned short const* set)
 
 unsigned int strspn16(unsigned short const* text, unsigned short const* set)
 {
-    const UnitSet units(set);
+    UnitSet const units(set);
     unsigned int length = 0;
     while (text[length] && units.contains(text[length]))
         ++length;
@@ -246,6 +249,7 @@ unsigned short* strtok16(unsigned short* text, unsigned short const* separators)
         return nullptr;
     token += strspn16(token, separators);
     unsigned short* end = token + strcspn16(token, separators);
+    assert(!*end || end > token); // no separator is left at the front
     position = *end ? end + 1 : end;
     *end = 0;
     return end == token ? nullptr : token;
@@ -288,7 +292,7 @@ unsigned short const* skipSpaces(unsigned short const* text)
     return text;
 }
 
-/// The ASCII text at the front, white space skipped, up to the next space or character that no number contains.
+/// The printable ASCII text at the front, after white space.
 velaBytes numberText(unsigned short const* text)
 {
     velaBytes number;
@@ -305,8 +309,7 @@ double atof8(unsigned char const* text) { return std::atof(chars(text)); }
 int atoi16(unsigned short const* text) { return static_cast<int>(atol16(text)); }
 double atof16(unsigned short const* text) { return std::atof(numberText(text).c_str()); }
 
-/// A long text may be asked for its number often, so only the number itself is looked at. Saturates as the C library
-/// does.
+/// Reads only the digits: the text may be long, and this is called often. Saturates like the C library's function.
 long atol16(unsigned short const* text)
 {
     text = skipSpaces(text);

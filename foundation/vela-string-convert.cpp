@@ -5,10 +5,12 @@
 #include "foundation/localize2.h"
 #include "foundation/vela-alloc.h"
 #include "foundation/vela-comtypes.h"
+#include "foundation/vela-error.h"
 #include "foundation/vela-string-c.h"
 #include "foundation/vela-string-converters.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 
@@ -17,11 +19,15 @@
 
 namespace {
 
-/// The code-set name that a conversion works under.
+/// The name of a locale's code set.
 struct CodesetName
 {
-    char text[maxCodesetName] = {};
-    explicit CodesetName(LOCALE* locale) { Locale_GetDefaultCodeset(locale, text); }
+    char text[kMaxCodesetName] = {};
+    explicit CodesetName(LOCALE* locale)
+    {
+        Locale_GetDefaultCodeset(locale, text);
+        assert(text[0] && !text[kMaxCodesetName - 1]);
+    }
 };
 
 CodesetConverter const& namedOrDefault(char const* charset)
@@ -31,11 +37,11 @@ CodesetConverter const& namedOrDefault(char const* charset)
     return converterFor(CodesetName(Locale_GetDefault()).text);
 }
 
-/// Some code sets exchange 0x1A, 0x1C and 0x7F among each other; the terminator is no character.
+/// Some code sets permute 0x1A, 0x1C and 0x7F; the terminator does not count.
 constexpr bool isPlain(unsigned int unit) { return unit - 1 < 0x7E && unit != 0x1A && unit != 0x1C; }
 
-/// Copies plain ASCII between the flavours, zeroing the rest of the output. False, with the output undefined, at the
-/// first other character, or when the text does not fit.
+/// Copies plain ASCII and fills the rest of the output with zeros. Returns false, with undefined output, if the text
+/// has other characters or does not fit.
 template <class Out, class In>
 bool copyPlainAscii(Out* out, In const* in, unsigned int capacity)
 {
@@ -48,7 +54,7 @@ bool copyPlainAscii(Out* out, In const* in, unsigned int capacity)
     return true;
 }
 
-/// Widens or narrows each character, for want of a converter.
+/// Widens or narrows each character where there is no converter.
 template <class Out, class In>
 void copyEach(Out* out, In const* in, unsigned int capacity)
 {
@@ -67,8 +73,9 @@ bool convert(CodesetConverter const& codeset, unsigned short* out, unsigned char
     UErrorCode error = U_ZERO_ERROR;
     UChar* to = toUChar(out);
     char const* from = reinterpret_cast<char const*>(in);
-    ucnv_reset(codeset.converter);
-    ucnv_toUnicode(codeset.converter, &to, to + capacity, &from, from + std::strlen(from), nullptr, true, &error);
+    ucnv_reset(codeset.converter.get());
+    ucnv_toUnicode(codeset.converter.get(), &to, to + capacity, &from, from + std::strlen(from), nullptr, true, &error);
+    assert(to >= toUChar(out) && to <= toUChar(out) + capacity);
     std::fill(to, toUChar(out) + capacity, UChar{});
     return U_SUCCESS(error);
 }
@@ -82,8 +89,9 @@ bool convert(CodesetConverter const& codeset, unsigned char* out, unsigned short
     UErrorCode error = U_ZERO_ERROR;
     char* to = reinterpret_cast<char*>(out);
     UChar const* from = toUChar(in);
-    ucnv_reset(codeset.converter);
-    ucnv_fromUnicode(codeset.converter, &to, to + capacity, &from, from + strlen16(in), nullptr, true, &error);
+    ucnv_reset(codeset.converter.get());
+    ucnv_fromUnicode(codeset.converter.get(), &to, to + capacity, &from, from + strlen16(in), nullptr, true, &error);
+    assert(to >= reinterpret_cast<char*>(out) && to <= reinterpret_cast<char*>(out) + capacity);
     std::fill(to, reinterpret_cast<char*>(out) + capacity, '\0');
     return U_SUCCESS(error);
 }
@@ -127,13 +135,13 @@ int UnicodeToAnsi(unsigned char* out, unsigned short const* in, unsigned int cap
 
 namespace {
 
-/// The last answer of keepsPlainAscii() on this thread, with all that it depends on: the name of the locale and what
-/// the C library says. Every 8-bit text of a string asks, nearly always about the same locale, and finding its code set
+/// A cache of keepsPlainAscii(): its last result on this thread and what that depends on, the locale's name and the C
+/// library's code set. Every conversion of a string asks, nearly always for the same locale, and finding the code set
 /// takes longer than copying a word.
 struct LastAnswer
 {
     LOCALE locale{};
-    char libraryCodeset[maxCodesetName] = {};
+    char libraryCodeset[kMaxCodesetName] = {};
     bool keepsAscii = false;
 
     bool isAbout(LOCALE const& asked, char const* library) const
@@ -155,8 +163,8 @@ bool keepsPlainAscii(LOCALE* locale)
     if (library && lastAnswer.isAbout(*locale, library))
         return lastAnswer.keepsAscii;
     bool const keeps = converterFor(CodesetName(locale).text).keepsAscii;
-    // A nameless locale stands for ICU's default, which may change.
-    if (locale->name[0] && library && std::strlen(library) < maxCodesetName) {
+    // A nameless locale is not cached: it stands for ICU's default, which may change.
+    if (locale->name[0] && library && std::strlen(library) < kMaxCodesetName) {
         lastAnswer = {*locale, {}, keeps};
         std::strcpy(lastAnswer.libraryCodeset, library);
     }
@@ -175,7 +183,7 @@ bool isPlainAscii(unsigned short const* text, unsigned int length)
 
 namespace {
 
-/// A buffer that grows to what a conversion needs and never shrinks; lives as long as the process.
+/// A buffer that grows as needed, never shrinks and lives as long as the process.
 template <class Unit>
 struct StaticBuffer
 {
@@ -203,6 +211,7 @@ unsigned char* ToAnsi16(unsigned short const* text)
         return nullptr;
     unsigned int const length = strlen16(text);
     buffer.holdAtLeast(isPlainAscii(text, length) ? length + 1 : length * 4 + 4);
+    assert(buffer.capacity > length);
     UnicodeToAnsi(buffer.units, text, buffer.capacity);
     buffer.units[buffer.capacity - 1] = 0;
     return buffer.units;
@@ -214,6 +223,7 @@ unsigned short* ToUnicode8(unsigned char const* text)
     if (!text)
         return nullptr;
     buffer.holdAtLeast(strlen8(text) + 1);
+    assert(buffer.capacity > 0);
     AnsiToUnicode(buffer.units, text, buffer.capacity);
     buffer.units[buffer.capacity - 1] = 0;
     return buffer.units;

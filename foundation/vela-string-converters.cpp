@@ -5,6 +5,7 @@
 #include "foundation/vela-array.h"
 #include "foundation/vela-string-convert.h"
 
+#include <cassert>
 #include <cstring>
 
 #include <strings.h>
@@ -12,22 +13,22 @@
 
 namespace {
 
-/// Whether one byte becomes the same unit, and the unit the byte again.
+/// Whether the byte converts to the unit of the same value and back.
 bool keepsByte(UConverter* converter, char byte)
 {
     UChar unit[8] = {};
     char back[8] = {};
     UErrorCode error = U_ZERO_ERROR;
-    const int32_t units = ucnv_toUChars(converter, unit, 8, &byte, 1, &error);
-    const int32_t bytes = ucnv_fromUChars(converter, back, 8, unit, units, &error);
+    int32_t const units = ucnv_toUChars(converter, unit, 8, &byte, 1, &error);
+    int32_t const bytes = ucnv_fromUChars(converter, back, 8, unit, units, &error);
     return U_SUCCESS(error) && units == 1 && unit[0] == static_cast<UChar>(byte) && bytes == 1 && back[0] == byte;
 }
 
-/// Asked byte by byte instead of by name: ICU knows hundreds of names. Types that carry a state from character to
-/// character (escape sequences) are out whatever single bytes do.
+/// Tested byte by byte, because ICU knows hundreds of code sets. Stateful types, which use escape sequences, are
+/// excluded whatever single bytes convert to.
 bool keepsAsciiBytes(UConverter* converter)
 {
-    const UConverterType type = ucnv_getType(converter);
+    UConverterType const type = ucnv_getType(converter);
     if (type != UCNV_SBCS && type != UCNV_MBCS && type != UCNV_LATIN_1 && type != UCNV_UTF8 && type != UCNV_US_ASCII)
         return false;
     for (unsigned char byte = 1; byte < 0x80; ++byte)
@@ -42,46 +43,42 @@ public:
     ThreadConverters() = default;
     ThreadConverters(ThreadConverters const&) = delete;
     ThreadConverters& operator=(ThreadConverters const&) = delete;
-    ~ThreadConverters()
-    {
-        for (CodesetConverter& kept : entries)
-            CloseConverter(kept.converter);
-    }
 
     CodesetConverter const& find(char const* charset)
     {
-        for (unsigned int i = 0; i < used; ++i)
-            if (std::strcmp(entries[i].name, charset) == 0)
-                return entries[i];
+        for (unsigned int i = 0; i < m_used; ++i)
+            if (std::strcmp(m_entries[i].name, charset) == 0)
+                return m_entries[i];
         return open(charset);
     }
 
 private:
-    static constexpr unsigned int mostKept = 8;
+    static constexpr unsigned int kMostKept = 8;
 
     CodesetConverter const& open(char const* charset)
     {
-        CodesetConverter& entry = entries[used < mostKept ? used++ : next++ % mostKept];
-        CloseConverter(entry.converter);
-        entry.converter = nullptr;
+        CodesetConverter& entry = m_entries[m_used < kMostKept ? m_used++ : m_next++ % kMostKept];
+        assert(m_used <= kMostKept);
+        entry.converter.reset();
         entry.keepsAscii = false;
         std::strncpy(entry.name, charset, sizeof entry.name - 1);
         if (std::strlen(charset) >= sizeof entry.name) {
             entry.name[0] = 0;
             return entry;
         }
-        entry.converter = OpenConverter(charset);
-        entry.keepsAscii = entry.converter && keepsAsciiBytes(entry.converter);
+        assert(!entry.name[sizeof entry.name - 1]); // never written
+        entry.converter.reset(OpenConverter(charset));
+        entry.keepsAscii = entry.converter && keepsAsciiBytes(entry.converter.get());
         return entry;
     }
 
-    CodesetConverter entries[mostKept] = {};
-    unsigned int used = 0; ///< entries filled from the front
-    unsigned int next = 0; ///< the entry that goes when all are filled
+    CodesetConverter m_entries[kMostKept] = {};
+    unsigned int m_used = 0; ///< entries in use, from the front
+    unsigned int m_next = 0; ///< counts replacements; the entry to replace, modulo their number
 };
 
-/// Made on a thread's first conversion. A conversion after the thread's own destructors ran makes a new one, which
-/// stays until the process ends: strings in static storage may still be read then.
+/// Made by a thread's first conversion. A conversion after the thread's destructors have run makes another, which is
+/// never freed: strings in static storage may still be read then.
 thread_local ThreadConverters* current = nullptr;
 
 struct AtThreadEnd
@@ -100,6 +97,7 @@ thread_local AtThreadEnd atThreadEnd;
 
 CodesetConverter const& converterFor(char const* charset)
 {
+    assert(charset);
     if (!current) {
         atThreadEnd.touch();
         current = new ThreadConverters;

@@ -1,17 +1,26 @@
-// foundation/vela-string-converters.h: the open ICU converters of the calling thread. Not part of the public interface.
+// foundation/vela-string-converters.h: the open ICU converters of the calling thread. Internal.
 #pragma once
 
-struct UConverter;
+#include "foundation/vela-string-convert.h"
 
-/// A code set that this thread has asked for.
-struct CodesetConverter
+#include <memory>
+
+struct velaConverterCloser
 {
-    char name[128];        ///< as asked for; longer names are not kept
-    UConverter* converter; ///< owned; null when ICU does not know the name
-    bool keepsAscii;       ///< plain ASCII is the same bytes as units
+    void operator()(UConverter* converter) const { CloseConverter(converter); }
 };
 
-/// The converter for a code set, opened on first use and kept until the thread ends or other code sets push it out;
-/// unused since, so reset it before use. Valid until the next call on the same thread. Opening one costs many
-/// microseconds, and pages are decoded by many small conversions.
+using velaConverter = std::unique_ptr<UConverter, velaConverterCloser>;
+
+/// A code set that this thread has used.
+struct CodesetConverter
+{
+    char name[128];          ///< as requested; longer names are not kept
+    velaConverter converter; ///< null if ICU does not know the name
+    bool keepsAscii;         ///< plain ASCII has the same values in 8 and 16 bits
+};
+
+/// The converter of a code set. It is kept open until the thread ends or other code sets replace it, because opening
+/// one takes many microseconds and a page is decoded by many small conversions. Reset it before use. Valid until the
+/// next call on the same thread.
 CodesetConverter const& converterFor(char const* charset);

@@ -5,6 +5,7 @@
 #include "foundation/vela-alloc.h"
 #include "foundation/vela-error.h"
 
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -12,18 +13,13 @@
 
 namespace {
 
-constexpr unsigned int formatBytes = 2048;
-char const emptyFormat[] = {0};
-constexpr int formattedTextTooLong = 7;
-/// A cache of the usual size is formatted on the stack.
-constexpr unsigned int stackBytes = 4096;
+constexpr unsigned int kFormatBytes = 2048;
+constexpr char kEmptyFormat[] = {0};
+constexpr int kFormattedTextTooLong = 7;
+/// Results up to this size are formatted on the stack.
+constexpr unsigned int kStackBytes = 4096;
 
-struct Freed
-{
-    void operator()(char* block) const { std::free(block); }
-};
-
-/// Ends the argument list also when formatting throws.
+/// Ends the argument list even if formatting throws.
 struct ArgumentsEnd
 {
     va_list& list;
@@ -32,29 +28,31 @@ struct ArgumentsEnd
 
 } // namespace
 
-/// Formats beside the cache and not into it: an argument may be this string's own 8-bit rendering.
+/// Does not format into the 8-bit cache, because an argument may point into it.
 sformat& sformat::vformat(char const* format, va_list arguments)
 {
     if (!format)
-        format = emptyFormat;
-    unsigned int const capacity = capacityFor(formatBytes, getCapacityA());
-    char onStack[stackBytes];
-    std::unique_ptr<char, Freed> onHeap(capacity > stackBytes ? static_cast<char*>(velaMalloc(capacity)) : nullptr);
-    char* result = capacity > stackBytes ? onHeap.get() : onStack;
+        format = kEmptyFormat;
+    unsigned int const capacity = capacityFor(kFormatBytes, getCapacityA());
+    char onStack[kStackBytes];
+    std::unique_ptr<char, velaFreed> onHeap(capacity > kStackBytes ? static_cast<char*>(velaMalloc(capacity))
+                                                                   : nullptr);
+    char* result = capacity > kStackBytes ? onHeap.get() : onStack;
     if (!result)
         throw velaError(ENOMEM);
     result[0] = 0;
     int const resultLength = std::vsnprintf(result, capacity, format, arguments);
     if (resultLength >= 0 && static_cast<unsigned int>(resultLength) >= capacity)
-        throw velaError(formattedTextTooLong);
-    setSizeA(formatBytes);
+        throw velaError(kFormattedTextTooLong);
+    setSizeA(kFormatBytes);
+    assert(getCapacityA() == capacity); // the limit that was checked above
     set(result);
     return *this;
 }
 
 sformat& sformat::vformat(sstring const& format, va_list arguments)
 {
-    const sstring copy(format);
+    sstring const copy(format);
     return vformat(copy.c_str(), arguments);
 }
 
@@ -75,7 +73,7 @@ sformat::sformat(char const* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    const ArgumentsEnd end{arguments};
+    ArgumentsEnd const end{arguments};
     vformat(format, arguments);
 }
 
@@ -83,7 +81,7 @@ sformat::sformat(unsigned char const* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    const ArgumentsEnd end{arguments};
+    ArgumentsEnd const end{arguments};
     vformat(format, arguments);
 }
 
@@ -91,7 +89,7 @@ sformat::sformat(unsigned short const* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    const ArgumentsEnd end{arguments};
+    ArgumentsEnd const end{arguments};
     vformat(format, arguments);
 }
 
@@ -99,7 +97,7 @@ sformat& sformat::format(char const* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    const ArgumentsEnd end{arguments};
+    ArgumentsEnd const end{arguments};
     return vformat(format, arguments);
 }
 
@@ -107,7 +105,7 @@ sformat& sformat::format(unsigned char const* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    const ArgumentsEnd end{arguments};
+    ArgumentsEnd const end{arguments};
     return vformat(format, arguments);
 }
 
@@ -115,6 +113,6 @@ sformat& sformat::format(unsigned short const* format, ...)
 {
     va_list arguments;
     va_start(arguments, format);
-    const ArgumentsEnd end{arguments};
+    ArgumentsEnd const end{arguments};
     return vformat(format, arguments);
 }

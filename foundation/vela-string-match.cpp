@@ -6,23 +6,24 @@
 #include "foundation/vela-string-c.h"
 
 #include <algorithm>
+#include <cassert>
 
 UnitSet::UnitSet(unsigned short const* set)
 {
     for (; *set; ++set) {
         if (*set < 256)
-            lowBytes[*set] = true;
+            m_lowBytes[*set] = true;
         else
-            highUnits.push_back(*set);
+            m_highUnits.push_back(*set);
     }
-    std::sort(highUnits.begin(), highUnits.end());
+    std::sort(m_highUnits.begin(), m_highUnits.end());
 }
 
 bool UnitSet::contains(unsigned short unit) const
 {
     if (unit < 256)
-        return lowBytes[unit];
-    return !highUnits.empty() && std::binary_search(highUnits.begin(), highUnits.end(), unit);
+        return m_lowBytes[unit];
+    return !m_highUnits.empty() && std::binary_search(m_highUnits.begin(), m_highUnits.end(), unit);
 }
 
 namespace {
@@ -30,8 +31,8 @@ namespace {
 unsigned int lengthOf(unsigned short const* text) { return strlen16(text); }
 unsigned int lengthOf(unsigned char const* text) { return strlen8(text); }
 
-/// Up to this length a text is compared at every position; beyond, a table keeps repetitive texts linear.
-constexpr unsigned int longestPlainPattern = 32;
+/// Up to this length a pattern is compared at every position; for longer ones a table guarantees linear time.
+constexpr unsigned int kLongestPlainPattern = 32;
 
 template <class Unit>
 bool matchesAt(Unit const* text, Unit const* wanted)
@@ -43,7 +44,7 @@ bool matchesAt(Unit const* text, Unit const* wanted)
     return *wanted == 0;
 }
 
-/// Calls onMatch(position) for each match of a short pattern, overlapping ones too, until it returns false.
+/// Calls onMatch(position) for each match of a short pattern, including overlapping ones, until it returns false.
 template <class Unit, class OnMatch>
 void eachShortMatch(Unit const* text, Unit const* wanted, OnMatch onMatch)
 {
@@ -62,6 +63,7 @@ velaArray<unsigned int> bordersOf(Unit const* wanted, unsigned int length)
             border = borders[border - 1];
         if (wanted[i] == wanted[border])
             ++border;
+        assert(border <= i);
         borders[i] = border;
     }
     return borders;
@@ -70,6 +72,7 @@ velaArray<unsigned int> bordersOf(Unit const* wanted, unsigned int length)
 template <class Unit, class OnMatch>
 void eachLongMatch(Unit const* text, Unit const* wanted, unsigned int length, OnMatch onMatch)
 {
+    assert(length > 0);
     velaArray<unsigned int> const borders = bordersOf(wanted, length);
     unsigned int matched = 0;
     for (Unit const* at = text; *at; ++at) {
@@ -79,6 +82,7 @@ void eachLongMatch(Unit const* text, Unit const* wanted, unsigned int length, On
             ++matched;
         if (matched < length)
             continue;
+        assert(at + 1 - text >= static_cast<long>(length));
         if (!onMatch(at + 1 - length))
             return;
         matched = borders[length - 1];
@@ -89,7 +93,7 @@ template <class Unit, class OnMatch>
 void eachMatch(Unit const* text, Unit const* wanted, OnMatch onMatch)
 {
     unsigned int const length = lengthOf(wanted);
-    if (length <= longestPlainPattern)
+    if (length <= kLongestPlainPattern)
         eachShortMatch(text, wanted, onMatch);
     else
         eachLongMatch(text, wanted, length, onMatch);

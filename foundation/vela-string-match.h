@@ -1,10 +1,10 @@
-// foundation/vela-string-match.h: the two search tools that the string class and the C-string functions share: sets of
-// units, and substring matches in linear time. Not part of the public interface.
+// foundation/vela-string-match.h: sets of units, and substring search in linear time, for the string class and the
+// C-string functions. Internal.
 #pragma once
 
 #include "foundation/vela-array.h"
 
-/// A zero-terminated set of units, asked in constant time for almost every unit. The text must outlive the set.
+/// A set of units, from a zero-terminated text. Lookup takes constant time for units up to 0xFF.
 class UnitSet
 {
 public:
@@ -13,10 +13,10 @@ public:
     bool contains(unsigned short unit) const;
 
 private:
-    bool lowBytes[256] = {};             ///< whether some member has this low byte
-    velaArray<unsigned short> highUnits; ///< members above 0xFF, sorted
+    bool m_lowBytes[256] = {};             ///< members up to 0xFF
+    velaArray<unsigned short> m_highUnits; ///< members above 0xFF, sorted
 };
 
-/// Last match of `wanted` in `text` that starts at or below `limit`; null when there is none. An empty text matches at
-/// every position, the terminator's included.
+/// The last match of `wanted` in `text` that starts at or before `limit`; null if there is none. An empty text matches
+/// at every position, including the terminator's.
 unsigned short* lastMatch16(unsigned short const* text, unsigned short const* wanted, unsigned int limit);

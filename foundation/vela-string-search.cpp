@@ -2,18 +2,20 @@
 
 #include "foundation/vela-string.h"
 
+#include "foundation/vela-comtypes.h"
 #include "foundation/vela-string-match.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
 constexpr unsigned int npos = sstring::npos;
 
-/// Position of the first unit from `from` on whose membership in `set` is `member`.
+/// The position of the first unit at or after `from` that is in `set`, or that is not, as `member` says.
 unsigned int findMember(sstring const& text, sstring const& set, unsigned int from, bool member)
 {
-    const UnitSet units(set.getUnicode());
+    UnitSet const units(set.getUnicode());
     unsigned short const* unit = text.getUnicode();
     for (unsigned int i = from; i < text.getLength(); ++i)
         if (units.contains(unit[i]) == member)
@@ -21,7 +23,7 @@ unsigned int findMember(sstring const& text, sstring const& set, unsigned int fr
     return npos;
 }
 
-/// Last accepted position at or below `limit`, or npos.
+/// The last accepted position at or before `limit`, or npos.
 template <class Accepts>
 unsigned int findBackwards(unsigned int length, unsigned int limit, Accepts accepts)
 {
@@ -33,7 +35,7 @@ unsigned int findBackwards(unsigned int length, unsigned int limit, Accepts acce
 
 unsigned int rfindMember(sstring const& text, sstring const& set, unsigned int limit, bool member)
 {
-    const UnitSet units(set.getUnicode());
+    UnitSet const units(set.getUnicode());
     unsigned short const* unit = text.getUnicode();
     return findBackwards(text.getLength(), limit, [&](unsigned int i) { return units.contains(unit[i]) == member; });
 }
@@ -42,18 +44,18 @@ unsigned int rfindMember(sstring const& text, sstring const& set, unsigned int l
 
 unsigned int sstring::find(unsigned short unit, unsigned int from) const
 {
-    for (unsigned int i = from; i < length; ++i)
-        if (wideBuffer[i] == unit)
+    for (unsigned int i = from; i < m_length; ++i)
+        if (m_wideBuffer[i] == unit)
             return i;
     return npos;
 }
 
 unsigned int sstring::find(sstring const& text, unsigned int from) const
 {
-    if (from > length)
+    if (from > m_length)
         return npos;
-    unsigned short const* hit = strstr16(wideBuffer + from, text.wideBuffer);
-    return hit ? static_cast<unsigned int>(hit - wideBuffer) : npos;
+    unsigned short const* hit = strstr16(m_wideBuffer + from, text.m_wideBuffer);
+    return hit ? unitsBetween(m_wideBuffer, hit) : npos;
 }
 
 unsigned int sstring::find_any(sstring const& set, unsigned int from) const
@@ -68,13 +70,13 @@ unsigned int sstring::find_none(sstring const& set, unsigned int from) const
 
 unsigned int sstring::rfind(unsigned short unit, unsigned int limit) const
 {
-    return findBackwards(length, limit, [&](unsigned int i) { return wideBuffer[i] == unit; });
+    return findBackwards(m_length, limit, [&](unsigned int i) { return m_wideBuffer[i] == unit; });
 }
 
 unsigned int sstring::rfind(sstring const& text, unsigned int limit) const
 {
-    unsigned short const* hit = lastMatch16(wideBuffer, text.wideBuffer, limit);
-    return hit ? static_cast<unsigned int>(hit - wideBuffer) : npos;
+    unsigned short const* hit = lastMatch16(m_wideBuffer, text.m_wideBuffer, limit);
+    return hit ? unitsBetween(m_wideBuffer, hit) : npos;
 }
 
 unsigned int sstring::rfind_any(sstring const& set, unsigned int limit) const
@@ -89,23 +91,23 @@ unsigned int sstring::rfind_none(sstring const& set, unsigned int limit) const
 
 unsigned short* sstring::strchr(unsigned short unit) const
 {
-    for (unsigned int i = 0; i <= length; ++i)
-        if (wideBuffer[i] == unit)
-            return wideBuffer + i;
+    for (unsigned int i = 0; i <= m_length; ++i)
+        if (m_wideBuffer[i] == unit)
+            return m_wideBuffer + i;
     return nullptr;
 }
 
 unsigned short* sstring::strrchr(unsigned short unit) const
 {
-    for (unsigned int i = length + 1; i-- > 0;)
-        if (wideBuffer[i] == unit)
-            return wideBuffer + i;
+    for (unsigned int i = m_length + 1; i-- > 0;)
+        if (m_wideBuffer[i] == unit)
+            return m_wideBuffer + i;
     return nullptr;
 }
 
 unsigned short* sstring::strstr(sstring const& text, unsigned int count) const
 {
-    return strstr16(wideBuffer, text.subString(0, count).wideBuffer);
+    return strstr16(m_wideBuffer, text.subString(0, count).m_wideBuffer);
 }
 
 unsigned short* sstring::strstr(unsigned short const* text, unsigned int count) const
@@ -122,7 +124,7 @@ unsigned short* sstring::strstr(char const* text, unsigned int count) const { re
 
 unsigned short* sstring::strrstr(sstring const& text, unsigned int count) const
 {
-    return strrstr16(wideBuffer, text.subString(0, count).wideBuffer);
+    return strrstr16(m_wideBuffer, text.subString(0, count).m_wideBuffer);
 }
 
 unsigned short* sstring::strrstr(unsigned short const* text, unsigned int count) const
@@ -158,52 +160,55 @@ unsigned int sstring::replace(unsigned int pos, unsigned int count, sstring cons
 {
     if (&with == this)
         return replace(pos, count, sstring(with));
-    pos = std::min(pos, length);
-    count = std::min(count, length - pos);
-    growWideFor(with.length);
-    const size_t unit = sizeof(unsigned short);
-    unsigned short* gap = wideBuffer + pos;
-    if (with.length != count)
-        std::memmove(gap + with.length, gap + count, (size_t{length} - pos - count + 1) * unit);
-    std::memcpy(gap, with.wideBuffer, with.length * unit);
-    length = strlen16(wideBuffer);
-    return length;
+    pos = std::min(pos, m_length);
+    count = std::min(count, m_length - pos);
+    growWideFor(with.m_length);
+    assert(uint64_t{m_length} - count + with.m_length < m_wideCapacity);
+    size_t const unit = sizeof(unsigned short);
+    unsigned short* gap = m_wideBuffer + pos;
+    if (with.m_length != count)
+        std::memmove(gap + with.m_length, gap + count, (size_t{m_length} - pos - count + 1) * unit);
+    std::memcpy(gap, with.m_wideBuffer, with.m_length * unit);
+    m_length = strlen16(m_wideBuffer);
+    return m_length;
 }
 
 void sstring::growWideFor(unsigned int more)
 {
-    if (uint64_t{length} + more + headroom > wideCapacity)
-        growWide(uint64_t{length} + more);
+    if (uint64_t{m_length} + more + kHeadroom > m_wideCapacity)
+        growWide(uint64_t{m_length} + more);
 }
 
-/// Builds the text anew, piece by piece, so that many hits cost no more than one copy of the text.
+/// Builds a new text piece by piece, so that any number of hits costs only one copy of the text.
 void sstring::replaceHits(sstring const& from, sstring const& to, unsigned short const* hit)
 {
-    unsigned int const fromLength = strlen16(from.wideBuffer);
+    unsigned int const fromLength = strlen16(from.m_wideBuffer);
+    assert(fromLength > 0); // an empty text would be found forever
     sstring result;
-    unsigned short const* rest = wideBuffer;
-    for (; hit; hit = strstr16(rest, from.wideBuffer)) {
-        result.writeUnits(result.length, rest, static_cast<unsigned int>(hit - rest), true);
-        result.writeUnits(result.length, to.wideBuffer, to.length, true);
+    unsigned short const* rest = m_wideBuffer;
+    for (; hit; hit = strstr16(rest, from.m_wideBuffer)) {
+        result.writeUnits(result.m_length, rest, unitsBetween(rest, hit), true);
+        result.writeUnits(result.m_length, to.m_wideBuffer, to.m_length, true);
         rest = hit + fromLength;
     }
     result.append(rest);
-    std::swap(wideBuffer, result.wideBuffer);
-    std::swap(wideCapacity, result.wideCapacity);
-    length = strlen16(wideBuffer);
+    std::swap(m_wideBuffer, result.m_wideBuffer);
+    std::swap(m_wideCapacity, result.m_wideCapacity);
+    std::swap(m_length, result.m_length);
+    m_length = strlen16(m_wideBuffer);
 }
 
 unsigned int sstring::replace(sstring const& from, sstring const& to, ReplaceHowMany howMany)
 {
-    // What is searched ends at a terminator, wherever the string's own length ends.
-    unsigned int const fromLength = strlen16(from.wideBuffer);
-    unsigned short const* hit = fromLength ? strstr16(wideBuffer, from.wideBuffer) : nullptr;
+    // A search text ends at its first terminator, even if the string is longer.
+    unsigned int const fromLength = strlen16(from.m_wideBuffer);
+    unsigned short const* hit = fromLength ? strstr16(m_wideBuffer, from.m_wideBuffer) : nullptr;
     if (!hit)
-        return length;
-    if (howMany != ReplaceAll)
-        return replace(static_cast<unsigned int>(hit - wideBuffer), fromLength, to);
+        return m_length;
+    if (howMany != kReplaceAll)
+        return replace(unitsBetween(m_wideBuffer, hit), fromLength, to);
     replaceHits(from, to, hit);
-    return length;
+    return m_length;
 }
 
 unsigned int sstring::replace(unsigned char const* from, unsigned char const* to, ReplaceHowMany howMany)
@@ -221,7 +226,7 @@ unsigned int sstring::replace(unsigned short const* from, unsigned short const* 
 int sstring::compare(unsigned short const* text, unsigned int count) const
 {
     text = text ? text : emptyText;
-    return count == npos ? strcmp16(wideBuffer, text) : strncmp16(wideBuffer, text, count);
+    return count == npos ? strcmp16(m_wideBuffer, text) : strncmp16(m_wideBuffer, text, count);
 }
 
 int sstring::compare(unsigned char const* text, unsigned int count) const
@@ -232,7 +237,7 @@ int sstring::compare(unsigned char const* text, unsigned int count) const
 int sstring::comparei(unsigned short const* text, unsigned int count) const
 {
     text = text ? text : emptyText;
-    return count == npos ? stricmp16(wideBuffer, text) : strnicmp16(wideBuffer, text, count);
+    return count == npos ? stricmp16(m_wideBuffer, text) : strnicmp16(m_wideBuffer, text, count);
 }
 
 int sstring::comparei(unsigned char const* text, unsigned int count) const

@@ -1,6 +1,5 @@
-// foundation/vela-string.cpp: a string's life, its buffers, its 8-bit rendering and every way of writing into it.
-// Searching, replacing and comparing are in vela-string-search.cpp, printf-style formatting is in
-// vela-string-format.cpp.
+// foundation/vela-string.cpp: construction, buffers, 8-bit rendering and writing. Searching, replacing and comparing
+// are in vela-string-search.cpp, formatting is in vela-string-format.cpp.
 
 #include "foundation/vela-string.h"
 
@@ -10,6 +9,7 @@
 #include "foundation/vela-locale.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -19,18 +19,19 @@
 
 namespace {
 
-constexpr uint64_t smallestStep = 32;
-constexpr uint64_t largestStep = 0x100000;
-/// Beyond this many fresh bytes a block comes from calloc, which takes untouched pages instead of writing zeros.
-constexpr size_t largeBytes = size_t{16} << 20;
+constexpr uint64_t kSmallestStep = 32;
+constexpr uint64_t kLargestStep = 0x100000;
+/// From this many new bytes on a block comes from calloc(), which need not write zeros into fresh pages.
+constexpr size_t kLargeBytes = size_t{16} << 20;
 
 unsigned int limited(uint64_t value) { return static_cast<unsigned int>(std::min<uint64_t>(value, UINT32_MAX)); }
 
-/// The block at the new size, its fresh units zero, so that an index beyond the text reads a defined unit.
+/// Resizes the block. New units are zero, so that an index beyond the text reads a defined value.
 unsigned short* regrown(unsigned short* old, size_t oldUnits, size_t newUnits)
 {
-    const size_t unit = sizeof(unsigned short);
-    if ((newUnits - oldUnits) * unit < largeBytes) {
+    assert(newUnits > oldUnits && (old || oldUnits == 0));
+    size_t const unit = sizeof(unsigned short);
+    if ((newUnits - oldUnits) * unit < kLargeBytes) {
         auto* block = static_cast<unsigned short*>(velaRealloc(old, newUnits * unit));
         if (block)
             std::memset(block + oldUnits, 0, (newUnits - oldUnits) * unit);
@@ -49,59 +50,55 @@ unsigned short* regrown(unsigned short* old, size_t oldUnits, size_t newUnits)
 unsigned short sstring::emptyText[1] = {0};
 
 sstring::sstring(sstring const& other, unsigned int start, unsigned int count)
-    : sstring(NoBuffer{}) // from here on the destructor runs, whatever is thrown
+    : sstring(NoBuffer{}) // from here on an exception runs the destructor
 {
-    ownLocale = velaCopyLocale(other.ownLocale);
+    m_ownLocale = velaCopyLocale(other.m_ownLocale.get());
     set(other, start, count);
 }
 
 sstring::~sstring()
 {
-    if (ownLocale)
-        Locale_Destroy(ownLocale);
-    if (wideCapacity)
-        std::free(wideBuffer);
-    std::free(ansiCache);
-    std::free(wideScratch);
-    wideBuffer = nullptr;
-    ansiCache = nullptr;
-    wideScratch = nullptr;
-    ownLocale = nullptr;
-    wideCapacity = length = ansiCapacity = scratchCapacity = tareFlag = 0;
+    assert(m_length < std::max(m_wideCapacity, 1u));
+    if (m_wideCapacity)
+        std::free(m_wideBuffer);
+    std::free(m_ansiCache);
+    std::free(m_wideScratch);
+    m_wideBuffer = nullptr;
+    m_ansiCache = nullptr;
+    m_wideScratch = nullptr;
+    m_wideCapacity = m_length = m_ansiCapacity = m_scratchCapacity = m_tareFlag = 0;
 }
 
 sstring& sstring::operator=(sstring const& other)
 {
     if (this == &other)
         return *this;
-    LOCALE* const copy = velaCopyLocale(other.ownLocale);
-    if (ownLocale)
-        Locale_Destroy(ownLocale);
-    ownLocale = copy;
-    return set(other.wideBuffer);
+    m_ownLocale = velaCopyLocale(other.m_ownLocale.get());
+    return set(other.m_wideBuffer);
 }
 
 void sstring::swap(sstring& other) noexcept
 {
-    std::swap(wideBuffer, other.wideBuffer);
-    std::swap(wideCapacity, other.wideCapacity);
-    std::swap(length, other.length);
-    std::swap(ansiCache, other.ansiCache);
-    std::swap(ansiCapacity, other.ansiCapacity);
-    std::swap(wideScratch, other.wideScratch);
-    std::swap(scratchCapacity, other.scratchCapacity);
-    std::swap(tareFlag, other.tareFlag);
-    std::swap(ownLocale, other.ownLocale);
+    std::swap(m_wideBuffer, other.m_wideBuffer);
+    std::swap(m_wideCapacity, other.m_wideCapacity);
+    std::swap(m_length, other.m_length);
+    std::swap(m_ansiCache, other.m_ansiCache);
+    std::swap(m_ansiCapacity, other.m_ansiCapacity);
+    std::swap(m_wideScratch, other.m_wideScratch);
+    std::swap(m_scratchCapacity, other.m_scratchCapacity);
+    std::swap(m_tareFlag, other.m_tareFlag);
+    std::swap(m_ownLocale, other.m_ownLocale);
 }
 
 // Buffers
 
 unsigned int sstring::capacityFor(uint64_t n, unsigned int present) const
 {
-    if (n + headroom <= present)
+    if (n + kHeadroom <= present)
         return present;
-    const uint64_t step = std::clamp<uint64_t>(length, smallestStep, largestStep);
-    const uint64_t wanted = (n + headroom + step - 1) / step * step;
+    uint64_t const step = std::clamp<uint64_t>(m_length, kSmallestStep, kLargestStep);
+    uint64_t const wanted = (n + kHeadroom + step - 1) / step * step;
+    assert(wanted >= n + kHeadroom && wanted > present);
     if (wanted > UINT32_MAX)
         throw velaError(ENOMEM);
     return static_cast<unsigned int>(wanted);
@@ -109,45 +106,46 @@ unsigned int sstring::capacityFor(uint64_t n, unsigned int present) const
 
 void sstring::growWide(uint64_t units) const
 {
-    if (units > maxUnits)
+    if (units > kMaxUnits)
         throw velaError(ENOMEM);
-    unsigned int const wanted = capacityFor(units, wideCapacity);
-    unsigned short* block = regrown(wideCapacity ? wideBuffer : nullptr, wideCapacity, wanted);
+    unsigned int const wanted = capacityFor(units, m_wideCapacity);
+    unsigned short* block = regrown(m_wideCapacity ? m_wideBuffer : nullptr, m_wideCapacity, wanted);
     if (!block)
         throw velaError(ENOMEM);
-    wideBuffer = block;
-    wideCapacity = wanted;
+    m_wideBuffer = block;
+    m_wideCapacity = wanted;
+    assert(!emptyText[0]); // every string without a buffer shares it
 }
 
 void sstring::growAnsi(uint64_t bytes) const
 {
-    unsigned int const wanted = capacityFor(bytes, ansiCapacity);
-    if (wanted == ansiCapacity)
+    unsigned int const wanted = capacityFor(bytes, m_ansiCapacity);
+    if (wanted == m_ansiCapacity)
         return;
-    auto* block = static_cast<unsigned char*>(velaRealloc(ansiCache, wanted));
+    auto* block = static_cast<unsigned char*>(velaRealloc(m_ansiCache, wanted));
     if (!block)
         throw velaError(ENOMEM);
-    if (!ansiCache)
+    if (!m_ansiCache)
         block[0] = 0;
-    ansiCache = block;
-    ansiCapacity = wanted;
+    m_ansiCache = block;
+    m_ansiCapacity = wanted;
 }
 
 void sstring::growScratch(uint64_t units) const
 {
-    if (units > maxUnits)
+    if (units > kMaxUnits)
         throw velaError(ENOMEM);
-    unsigned int const wanted = capacityFor(units, scratchCapacity);
-    if (wanted == scratchCapacity)
+    unsigned int const wanted = capacityFor(units, m_scratchCapacity);
+    if (wanted == m_scratchCapacity)
         return;
-    void* block = velaRealloc(wideScratch, size_t{wanted} * sizeof(unsigned short));
+    void* block = velaRealloc(m_wideScratch, size_t{wanted} * sizeof(unsigned short));
     if (!block)
         throw velaError(ENOMEM);
-    bool const first = !wideScratch;
-    wideScratch = static_cast<unsigned short*>(block);
+    bool const first = !m_wideScratch;
+    m_wideScratch = static_cast<unsigned short*>(block);
     if (first)
-        wideScratch[0] = 0;
-    scratchCapacity = wanted;
+        m_wideScratch[0] = 0;
+    m_scratchCapacity = wanted;
 }
 
 void sstring::setSizeA(unsigned int bytes) const { growAnsi(bytes); }
@@ -155,32 +153,30 @@ void sstring::setSizeW(unsigned int units) const { growScratch(units); }
 
 // Locale and 8-bit rendering
 
-LOCALE* sstring::getLocale() const { return ownLocale ? ownLocale : Locale_GetDefault(); }
+LOCALE* sstring::getLocale() const { return m_ownLocale ? m_ownLocale.get() : Locale_GetDefault(); }
 
 LOCALE* sstring::setLocale(LOCALE* locale)
 {
-    LOCALE* copy = !locale || locale == Locale_GetDefault() ? nullptr : velaCopyLocale(locale);
-    if (ownLocale && ownLocale != copy)
-        Locale_Destroy(ownLocale);
-    ownLocale = copy;
+    m_ownLocale = velaCopyLocale(locale == Locale_GetDefault() ? nullptr : locale);
     return getLocale();
 }
 
 unsigned char* sstring::getAnsiAt(unsigned int index) const
 {
-    unsigned short const* text = index > length ? emptyText : wideBuffer + index;
+    unsigned short const* text = index > m_length ? emptyText : m_wideBuffer + index;
     unsigned int const count = strlen16(text);
-    const uint64_t room = uint64_t{count} * 4 + 4;
+    uint64_t const room = uint64_t{count} * 4 + 4;
     growAnsi(room);
-    if (keepsPlainAscii(ownLocale) && isPlainAscii(text, count)) {
-        std::copy_n(text, count, ansiCache);
-        ansiCache[count] = 0;
-        return ansiCache;
+    assert(room < m_ansiCapacity);
+    if (keepsPlainAscii(m_ownLocale.get()) && isPlainAscii(text, count)) {
+        std::copy_n(text, count, m_ansiCache);
+        m_ansiCache[count] = 0;
+        return m_ansiCache;
     }
-    if (!UnicodeToAnsi(ansiCache, text, limited(room), ownLocale))
-        ansiCache[0] = 0;
-    ansiCache[room] = 0;
-    return ansiCache;
+    if (!UnicodeToAnsi(m_ansiCache, text, limited(room), m_ownLocale.get()))
+        m_ansiCache[0] = 0;
+    m_ansiCache[room] = 0;
+    return m_ansiCache;
 }
 
 std::ostream& operator<<(std::ostream& stream, sstring const& text) { return stream << text.c_str(); }
@@ -189,63 +185,67 @@ unsigned short const* sstring::widened(unsigned char const* text) const
 {
     if (!text)
         return emptyText;
-    const uint64_t room = uint64_t{strlen8(text)} * 4 + 4;
+    uint64_t const room = uint64_t{strlen8(text)} * 4 + 4;
     growScratch(room);
-    if (!AnsiToUnicode(wideScratch, text, limited(room), ownLocale))
-        wideScratch[0] = 0;
-    wideScratch[room] = 0;
-    return wideScratch;
+    assert(room < m_scratchCapacity);
+    if (!AnsiToUnicode(m_wideScratch, text, limited(room), m_ownLocale.get()))
+        m_wideScratch[0] = 0;
+    m_wideScratch[room] = 0;
+    return m_wideScratch;
 }
 
 sstring sstring::inMyLocale(unsigned char const* text) const
 {
     sstring result;
-    result.setLocale(ownLocale);
+    result.setLocale(m_ownLocale.get());
     result.set(text);
     return result;
 }
 
 // Writing
 
-bool sstring::ownsUnit(unsigned short const* unit) const
+bool sstring::isInBuffer(unsigned short const* unit) const
 {
-    const std::less<unsigned short const*> before;
-    return !before(unit, wideBuffer) && before(unit, wideBuffer + wideCapacity);
+    std::less<unsigned short const*> const before;
+    return !before(unit, m_wideBuffer) && before(unit, m_wideBuffer + m_wideCapacity);
 }
 
-/// Makes room for `count` units at `pos` and the terminator, and fills a gap before them with spaces.
-unsigned short* sstring::openRange(unsigned int pos, unsigned int count)
+/// Makes room for `count` units at `pos` and a terminator. A gap between the text and `pos` is filled with spaces.
+unsigned short* sstring::makeRoomAt(unsigned int pos, unsigned int count)
 {
-    const uint64_t end = uint64_t{pos} + count;
-    if (end + 1 + headroom > wideCapacity)
+    uint64_t const end = uint64_t{pos} + count;
+    if (end + 1 + kHeadroom > m_wideCapacity)
         growWide(end + 1);
-    if (length < pos)
-        std::fill(wideBuffer + length, wideBuffer + pos, static_cast<unsigned short>(' '));
-    return wideBuffer + pos;
+    assert(m_length < m_wideCapacity && end < m_wideCapacity);
+    if (m_length < pos)
+        std::fill(m_wideBuffer + m_length, m_wideBuffer + pos, static_cast<unsigned short>(' '));
+    return m_wideBuffer + pos;
 }
 
-/// An explicit count that ends inside the text overwrites in place; everything else ends the text.
-void sstring::closeRange(uint64_t end, bool endsText)
+/// Sets the length and the terminator, unless units inside the text have been overwritten.
+void sstring::endWriteAt(uint64_t end, bool endsText)
 {
-    if (!endsText && end < length)
+    assert(end < m_wideCapacity);
+    if (!endsText && end < m_length)
         return;
-    length = static_cast<unsigned int>(end);
-    wideBuffer[length] = 0;
+    m_length = static_cast<unsigned int>(end);
+    m_wideBuffer[m_length] = 0;
 }
 
 void sstring::writeUnits(unsigned int pos, unsigned short const* source, unsigned int count, bool endsText)
 {
-    bool const own = ownsUnit(source);
-    const ptrdiff_t ownOffset = own ? source - wideBuffer : 0;
-    unsigned short* target = openRange(pos, count);
-    std::memmove(target, own ? wideBuffer + ownOffset : source, size_t{count} * sizeof(unsigned short));
-    closeRange(uint64_t{pos} + count, endsText);
+    bool const own = isInBuffer(source);
+    ptrdiff_t const ownOffset = own ? source - m_wideBuffer : 0;
+    unsigned short* target = makeRoomAt(pos, count);
+    assert(!own || uint64_t{count} + static_cast<uint64_t>(ownOffset) <= m_wideCapacity);
+    std::memmove(target, own ? m_wideBuffer + ownOffset : source, size_t{count} * sizeof(unsigned short));
+    endWriteAt(uint64_t{pos} + count, endsText);
 }
 
 void sstring::writePlainAscii(unsigned int pos, unsigned char const* source, unsigned int count, bool endsText)
 {
-    std::copy_n(source, count, openRange(pos, count));
-    closeRange(uint64_t{pos} + count, endsText);
+    std::copy_n(source, count, makeRoomAt(pos, count));
+    endWriteAt(uint64_t{pos} + count, endsText);
 }
 
 void sstring::setAt(unsigned int pos, unsigned short const* text, unsigned int start, unsigned int count)
@@ -254,7 +254,7 @@ void sstring::setAt(unsigned int pos, unsigned short const* text, unsigned int s
         return writeUnits(pos, emptyText, 0, count == npos);
     if (count != npos)
         return writeUnits(pos, text + start, count, false);
-    // Such a text ends at its terminator, which may stand before the start.
+    // The text ends at its terminator, which may come before `start`.
     bool const beginsInside = std::find(text, text + start, 0) == text + start;
     unsigned short const* source = beginsInside ? text + start : emptyText;
     writeUnits(pos, source, strlen16(source), true);
@@ -264,7 +264,7 @@ void sstring::setAt(unsigned int pos, unsigned char const* text, unsigned int st
 {
     bool const endsText = count == npos;
     unsigned int const bytesGiven = text ? strlen8(text) : 0;
-    bool const plain = keepsPlainAscii(ownLocale) && isPlainAscii(text, bytesGiven);
+    bool const plain = keepsPlainAscii(m_ownLocale.get()) && isPlainAscii(text, bytesGiven);
     unsigned short const* wide = plain ? nullptr : widened(text);
     unsigned int const units = plain ? bytesGiven : strlen16(wide);
     start = std::min(start, units);
@@ -282,10 +282,10 @@ void sstring::setAt(unsigned int pos, char const* text, unsigned int start, unsi
 
 void sstring::setAt(unsigned int pos, sstring const& text, unsigned int start, unsigned int count)
 {
-    start = std::min(start, text.length);
-    unsigned short const* source = text.wideBuffer + start;
+    start = std::min(start, text.m_length);
+    unsigned short const* source = text.m_wideBuffer + start;
     bool const endsText = count == npos;
-    writeUnits(pos, source, endsText ? strlen16(source) : std::min(count, text.length - start), endsText);
+    writeUnits(pos, source, endsText ? strlen16(source) : std::min(count, text.m_length - start), endsText);
 }
 
 sstring& sstring::set(char const* text, unsigned int start, unsigned int count)
@@ -314,7 +314,7 @@ sstring& sstring::set(sstring const& text, unsigned int start, unsigned int coun
 
 sstring& sstring::append(unsigned char const* text)
 {
-    setAt(length, text);
+    setAt(m_length, text);
     return *this;
 }
 
@@ -328,9 +328,9 @@ sstring& sstring::operator+=(unsigned char character)
 
 sstring& sstring::operator*(int copies)
 {
-    unsigned int const once = length;
+    unsigned int const once = m_length;
     for (; copies > 0; --copies)
-        writeUnits(length, wideBuffer, once, true);
+        writeUnits(m_length, m_wideBuffer, once, true);
     return *this;
 }
 

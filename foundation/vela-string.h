@@ -1,8 +1,9 @@
-// foundation/vela-string.h: the text type of the whole system. A string keeps 16-bit code units and renders them as
-// 8-bit text on request, in the code set of its locale. This header alone also brings the C-string functions
-// (vela-string-c.h) and the conversions between the two flavours (vela-string-convert.h).
+// foundation/vela-string.h: the text type of the whole system: 16-bit code units, rendered on request as 8-bit text in
+// the code set of the string's locale. Also includes the C-string functions (vela-string-c.h) and the conversions
+// (vela-string-convert.h).
 #pragma once
 
+#include "foundation/vela-locale.h"
 #include "foundation/vela-string-c.h"
 #include "foundation/vela-string-convert.h"
 
@@ -12,37 +13,35 @@
 #include <iosfwd>
 #include <type_traits>
 
-struct LOCALE;
 class istring;
 
-// The four comparisons are the only virtual operations, so the destructor is not one of them: nobody deletes a derived
-// string through a pointer to its base.
+// Only the four comparisons are virtual, not the destructor: derived strings are never deleted through a pointer to the
+// base.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-/// Text of 16-bit code units, zero-terminated, always with a length below 2^31. Positions, lengths and counts are code
-/// units.
+/// Zero-terminated text of fewer than 2^31 16-bit code units. Positions, lengths and counts are in code units.
 ///
-/// One string belongs to one thread at a time: even const reads may grow a buffer. Every operation that needs memory
-/// throws velaError 12 when there is none, or when the text would pass 2^31 units; nothing else fails. A null pointer
-/// given as text is an empty text.
+/// A string belongs to one thread at a time: even const functions may grow a buffer. Functions that allocate throw
+/// velaError 12 when out of memory or when the text would exceed 2^31 units; there are no other errors. A null pointer
+/// to text stands for an empty text.
 class sstring
 {
 public:
     /// As a count: up to the terminator. As a result: not found. As a limit: no limit.
     static constexpr unsigned int npos = 0xFFFFFFFF;
 
-    /// How many hits replace() works on: 0 is every one, any other value only the first.
+    /// Which hits replace() replaces: 0 all of them, any other value only the first.
     enum ReplaceHowMany : int
     {
-        ReplaceAll = 0,
-        ReplaceFirst = 1
+        kReplaceAll = 0,
+        kReplaceFirst = 1
     };
 
     /// An empty string; it owns a buffer.
     sstring() { setSize(1); }
-    /// `count` units of the text from position `start` on. 8-bit text is converted in the process default locale first,
-    /// so start and count index the converted text.
+    /// `count` units of the text from position `start` on. 8-bit text is first converted by the default locale, so both
+    /// are in units of the converted text.
     sstring(char const* text, unsigned int start = 0, unsigned int count = npos) : sstring(NoBuffer{})
     {
         set(text, start, count);
@@ -55,9 +54,9 @@ public:
     {
         set(text, start, count);
     }
-    /// Also copies the locale. A range that leaves the other text is cut at its end.
+    /// Also copies the locale. The range is cut at the end of the other text.
     sstring(sstring const& other, unsigned int start = 0, unsigned int count = npos);
-    /// Takes everything over; the other string is empty afterwards, without a buffer until the next write.
+    /// Takes over text, buffers and locale. The other string is then empty and has no buffer until the next write.
     sstring(sstring&& other) noexcept { swap(other); }
     ~sstring();
 
@@ -75,74 +74,74 @@ public:
     sstring& operator=(int number);
     /// The address as "0x%08lX" prints it.
     sstring& operator=(void const* address);
-    sstring& operator=(char16_t const* text) = delete; // would be taken for an address: cast to unsigned short const*
+    sstring&
+    operator=(char16_t const* text) = delete; // would be formatted as an address; cast to unsigned short const*
 
-    /// Exchanges text, buffers and locale with the other string; no unit is copied.
+    /// Exchanges text, buffers and locale, without copying units.
     void swap(sstring& other) noexcept;
 
-    // Reading. Pointers are into buffers of this string and valid until its next change; nothing handed out is to be
-    // freed.
+    // Reading. Pointers point into this string's buffers and are valid until it changes; the caller does not free them.
 
-    /// Length in code units, without the terminator.
-    unsigned int getLength() const { return length; }
-    /// The text itself, zero-terminated.
-    unsigned short* getUnicode() const { return wideBuffer; }
-    unsigned short* toUnicode() const { return wideBuffer; }
-    operator unsigned short*() const { return wideBuffer; }
-    /// Address of unit `index`; makes room for that many units first.
+    /// The length, without the terminator.
+    unsigned int getLength() const { return m_length; }
+    /// The text, zero-terminated.
+    unsigned short* getUnicode() const { return m_wideBuffer; }
+    unsigned short* toUnicode() const { return m_wideBuffer; }
+    operator unsigned short*() const { return m_wideBuffer; }
+    /// The address of unit `index`, after making room for that many units.
     unsigned short* getUnicodeAt(unsigned int index) const
     {
         setSize(index);
-        return wideBuffer + index;
+        return m_wideBuffer + index;
     }
 
-    /// The text in the 8-bit code set of the string's locale, zero-terminated, converted anew by each request. Valid
-    /// until the next 8-bit request on this string.
+    /// The text in the 8-bit code set of the string's locale, zero-terminated. Each call converts it again; the result
+    /// is valid until the next such call on this string.
     unsigned char* getAnsi() const { return getAnsiAt(0); }
     unsigned char* toAnsi() const { return getAnsiAt(0); }
     char* c_str() const { return reinterpret_cast<char*>(getAnsiAt(0)); }
     operator char*() const { return c_str(); }
     operator unsigned char*() const { return getAnsiAt(0); }
-    /// The same from unit `index` on; empty when the text ends before.
+    /// The same from unit `index` on; empty if the text ends before.
     unsigned char* getAnsiAt(unsigned int index) const;
 
-    /// The text's buffer with room for `units` units, for direct writing. The length is not updated; assign the buffer
-    /// to the string when done: `s = s.getUnicode()`.
+    /// The buffer, with room for `units` units, for direct writing. This does not update the length; afterwards assign
+    /// the buffer to the string: `s = s.getUnicode()`.
     unsigned short* getBuffer(unsigned int units)
     {
         setSize(units);
-        return wideBuffer;
+        return m_wideBuffer;
     }
 
-    /// Unit `index`. One beyond the length makes room for it instead of failing; what stands there is not part of the
-    /// text.
+    /// Unit `index`. An index beyond the length makes room for the unit, which is not part of the text.
     unsigned short& operator[](int index) { return *getUnicodeAt(static_cast<unsigned int>(index)); }
     unsigned short& operator[](unsigned int index) { return *getUnicodeAt(index); }
     unsigned short const& operator[](int index) const { return *getUnicodeAt(static_cast<unsigned int>(index)); }
     unsigned short const& operator[](unsigned int index) const { return *getUnicodeAt(index); }
 
-    /// The number that the text begins with, 0 when there is none.
-    operator int() const { return static_cast<int>(atol16(wideBuffer)); }
-    /// True for an empty text.
-    bool operator!() const { return wideBuffer[0] == 0; }
+    /// The number at the start of the text, 0 if there is none.
+    operator int() const { return static_cast<int>(atol16(m_wideBuffer)); }
+    /// Whether the text is empty.
+    bool operator!() const { return m_wideBuffer[0] == 0; }
 
-    /// The string's own locale or, when it has none, the process default. Not for the caller to destroy.
+    /// The string's own locale or, if it has none, the process default. The caller does not own it.
     LOCALE* getLocale() const;
-    /// Takes a copy, or none when `locale` is null or the process default. Returns the locale now in effect.
+    /// Sets a copy of `locale` as the string's own; null or the process default removes the own one. Returns the locale
+    /// that is now used.
     LOCALE* setLocale(LOCALE* locale);
 
     // Writing.
 
-    /// Makes `count` units of the text, from `start` on, the content. The same as setAt() with position 0.
+    /// Writes `count` units of the text, from `start` on, at position 0, as setAt() does.
     sstring& set(char const* text, unsigned int start = 0, unsigned int count = npos);
     sstring& set(unsigned char const* text, unsigned int start = 0, unsigned int count = npos);
     sstring& set(unsigned short const* text, unsigned int start = 0, unsigned int count = npos);
-    /// Takes the text, not the locale. A range that leaves the other text is cut at its end.
+    /// Copies the text, not the locale. The range is cut at the end of the other text.
     sstring& set(sstring const& text, unsigned int start = 0, unsigned int count = npos);
 
     /// Writes `count` units of the text, from `start` on, at position `pos`; a gap before `pos` is filled with spaces.
-    /// A count of npos writes the rest of the text and ends the string behind it. An explicit count that ends inside
-    /// the string overwrites in place and leaves the length alone. The text may be a part of this string.
+    /// With npos it writes the rest of the text, and the string ends there. With an explicit count that ends inside the
+    /// string it overwrites units and keeps the length. The text may be part of this string.
     void setAt(unsigned int pos, char const* text, unsigned int start = 0, unsigned int count = npos);
     void setAt(unsigned int pos, unsigned char const* text, unsigned int start = 0, unsigned int count = npos);
     void setAt(unsigned int pos, unsigned short const* text, unsigned int start = 0, unsigned int count = npos);
@@ -151,30 +150,31 @@ public:
     sstring& append(char const* text);
     sstring& append(unsigned char const* text);
     inline sstring& append(unsigned short const* text);
-    sstring& append(sstring const& text) { return append(text.wideBuffer); }
+    sstring& append(sstring const& text) { return append(text.m_wideBuffer); }
     sstring& append(int number);
     sstring& append(void const* address);
     sstring& append(char16_t const* text) = delete;
 
-    sstring& operator+=(sstring const& other) { return append(other.wideBuffer); }
+    sstring& operator+=(sstring const& other) { return append(other.m_wideBuffer); }
     sstring& operator+=(char const* text) { return append(text); }
     sstring& operator+=(unsigned char const* text) { return append(text); }
     sstring& operator+=(unsigned short const* text) { return append(text); }
-    /// One 8-bit character, converted.
+    /// Appends an 8-bit character, converted.
     sstring& operator+=(char character) { return *this += static_cast<unsigned char>(character); }
     sstring& operator+=(unsigned char character);
-    /// One code unit, as it is.
+    /// Appends a code unit.
     inline sstring& operator+=(unsigned short unit);
     sstring& operator+=(int number) { return append(number); }
     sstring& operator+=(void const* address) { return append(address); }
-    sstring& operator+=(char16_t unit) = delete; // would be taken for a number: cast to unsigned short
+    sstring& operator+=(char16_t unit) = delete; // would be formatted as a number; cast to unsigned short
     sstring& operator+=(char16_t const* text) = delete;
 
     sstring operator+(sstring const& other) const { return joined(other); }
     sstring operator+(char const* text) const { return joined(text); }
     sstring operator+(unsigned char const* text) const { return joined(text); }
     sstring operator+(unsigned short const* text) const { return joined(text); }
-    // Pointers to writable text once more: without them the conversion to int would offer pointer arithmetic as well.
+    // Pointers to writable text need overloads of their own: the conversion to int would make built-in pointer
+    // arithmetic a candidate.
     sstring operator+(char* text) const { return joined(text); }
     sstring operator+(unsigned char* text) const { return joined(text); }
     sstring operator+(unsigned short* text) const { return joined(text); }
@@ -186,59 +186,58 @@ public:
     sstring operator+(char16_t unit) const = delete;
     sstring operator+(char16_t const* text) const = delete;
 
-    /// Appends `copies` copies of the present text to this string itself, which then holds copies + 1 of them.
+    /// Appends `copies` copies of the text to this string itself, which then holds copies + 1 of them.
     sstring& operator*(int copies);
 
-    /// A new string with `count` units from `start` on, cut at the end of the text, in the same locale.
+    /// A new string of the same locale with `count` units from `start` on, cut at the end of the text.
     sstring subString(unsigned int start, unsigned int count = npos) const { return sstring(*this, start, count); }
 
-    /// Puts `with` in the place of the `count` units at `pos` (both cut at the end of the text). Returns the new
-    /// length.
+    /// Replaces the `count` units at `pos`, both cut at the end of the text, with `with`. Returns the new length.
     unsigned int replace(unsigned int pos, unsigned int count, sstring const& with);
-    /// Puts `to` in the place of `from`, at every hit or only the first, from left to right; what was put in is not
-    /// searched again. Nothing is done for an empty `from`. Returns the new length. Takes time in proportion to the
-    /// text.
-    unsigned int replace(sstring const& from, sstring const& to, ReplaceHowMany howMany = ReplaceAll);
-    unsigned int replace(unsigned char const* from, unsigned char const* to, ReplaceHowMany howMany = ReplaceAll);
-    unsigned int replace(unsigned short const* from, unsigned short const* to, ReplaceHowMany howMany = ReplaceAll);
+    /// Replaces `from` with `to`, at every hit or only the first, from left to right; replacements are not searched
+    /// again. Does nothing if `from` is empty. Returns the new length. Takes linear time.
+    unsigned int replace(sstring const& from, sstring const& to, ReplaceHowMany howMany = kReplaceAll);
+    unsigned int replace(unsigned char const* from, unsigned char const* to, ReplaceHowMany howMany = kReplaceAll);
+    unsigned int replace(unsigned short const* from, unsigned short const* to, ReplaceHowMany howMany = kReplaceAll);
 
-    /// Room for n units in the text's buffer, n bytes in the 8-bit cache, n units in the scratch buffer. Nothing
-    /// happens when n + 16 fits; otherwise the buffer becomes n + 16, rounded up to a multiple of the text's length,
-    /// which counts as at least 32 and at most 1,048,576.
+    /// Make room for n units of text, n bytes in the 8-bit cache, or n units in the scratch buffer. Do nothing if n +
+    /// 16 fits; otherwise the buffer grows to n + 16, rounded up to a multiple of the text's length, or of 32 for a
+    /// shorter text, or of 1,048,576 for a longer one.
     void setSize(unsigned int units) const
     {
-        if (uint64_t{units} + headroom > wideCapacity)
+        if (uint64_t{units} + kHeadroom > m_wideCapacity)
             growWide(units);
     }
     void setSizeA(unsigned int bytes) const;
     void setSizeW(unsigned int units) const;
-    /// What the three buffers hold at present, in units, bytes, units.
-    unsigned int getCapacity() const { return wideCapacity; }
-    unsigned int getCapacityA() const { return ansiCapacity; }
-    unsigned int getCapacityW() const { return scratchCapacity; }
+    /// The capacities of the three buffers in units, bytes and units.
+    unsigned int getCapacity() const { return m_wideCapacity; }
+    unsigned int getCapacityA() const { return m_ansiCapacity; }
+    unsigned int getCapacityW() const { return m_scratchCapacity; }
 
-    /// Sets the tare flag, which nothing here reads.
-    void tare() { tareFlag = 1; }
-    unsigned int isTare() const { return tareFlag; }
+    /// Sets a flag that this library does not use.
+    void tare() { m_tareFlag = 1; }
+    unsigned int isTare() const { return m_tareFlag; }
 
-    // Searching. Positions are code units; npos when absent.
+    // Searching. Functions that return a position return npos if there is no hit.
 
-    /// First occurrence at or after `from`. An empty text is found at `from`.
+    /// The first occurrence at or after `from`. An empty text is found at `from`.
     unsigned int find(unsigned short unit, unsigned int from = 0) const;
     unsigned int find(sstring const& text, unsigned int from = 0) const;
-    /// First unit at or after `from` that is, or is not, one of `set`.
+    /// The first unit at or after `from` that is, or is not, in `set`.
     unsigned int find_any(sstring const& set, unsigned int from = 0) const;
     unsigned int find_none(sstring const& set, unsigned int from = 0) const;
-    /// Last occurrence whose position does not exceed `limit`.
+    /// The last occurrence at or before `limit`.
     unsigned int rfind(unsigned short unit, unsigned int limit = npos) const;
     unsigned int rfind(sstring const& text, unsigned int limit = npos) const;
     unsigned int rfind_any(sstring const& set, unsigned int limit = npos) const;
     unsigned int rfind_none(sstring const& set, unsigned int limit = npos) const;
 
-    /// First and last occurrence as a pointer into the text, null when absent. A unit of 0 finds the terminator.
+    /// The first and last occurrence as a pointer into the text; null if there is none. The unit 0 finds the
+    /// terminator.
     unsigned short* strchr(unsigned short unit) const;
     unsigned short* strrchr(unsigned short unit) const;
-    /// First and last occurrence of the first `count` units of the text (npos: all), null when absent.
+    /// The first and last occurrence of the first `count` units of the text (npos: all); null if there is none.
     unsigned short* strstr(char const* text, unsigned int count = npos) const;
     unsigned short* strstr(unsigned char const* text, unsigned int count = npos) const;
     unsigned short* strstr(unsigned short const* text, unsigned int count = npos) const;
@@ -248,34 +247,35 @@ public:
     unsigned short* strrstr(unsigned short const* text, unsigned int count = npos) const;
     unsigned short* strrstr(sstring const& text, unsigned int count = npos) const;
 
-    /// The tail of the text from the first occurrence on; empty when absent.
+    /// The rest of the text from the first occurrence on; empty if there is none.
     sstring operator%(char character) const;
     sstring operator%(sstring const& text) const { return tailFrom(find(text)); }
     sstring operator%(char const* text) const { return tailFrom(find(inMyLocale(bytes(text)))); }
     sstring operator%(unsigned char const* text) const { return tailFrom(find(inMyLocale(text))); }
     sstring operator%(unsigned short const* text) const { return tailFrom(find(sstring(text))); }
-    /// The tail of the text from the last occurrence on; empty when absent.
+    /// The rest of the text from the last occurrence on; empty if there is none.
     sstring operator^(char character) const;
     sstring operator^(sstring const& text) const { return tailFrom(rfind(text)); }
     sstring operator^(char const* text) const { return tailFrom(rfind(inMyLocale(bytes(text)))); }
     sstring operator^(unsigned char const* text) const { return tailFrom(rfind(inMyLocale(text))); }
     sstring operator^(unsigned short const* text) const { return tailFrom(rfind(sstring(text))); }
 
-    // Comparing. Negative, zero or positive as this text stands before, equals or stands behind the argument; at most
-    // `count` units count. The `i` forms fold case as tolower16() does. 8-bit arguments are converted in the string's
+    // Comparing. Negative, zero or positive if this text is less than, equal to or greater than the argument, looking
+    // at `count` units at most. The `i` forms fold case with tolower16(). 8-bit arguments are converted by the string's
     // locale.
 
     virtual int compare(unsigned char const* text, unsigned int count) const;
     virtual int compare(unsigned short const* text, unsigned int count) const;
     virtual int comparei(unsigned char const* text, unsigned int count) const;
     virtual int comparei(unsigned short const* text, unsigned int count) const;
-    int compare(sstring const& text, unsigned int count) const { return compare(text.wideBuffer, count); }
-    int comparei(sstring const& text, unsigned int count) const { return comparei(text.wideBuffer, count); }
+    int compare(sstring const& text, unsigned int count) const { return compare(text.m_wideBuffer, count); }
+    int comparei(sstring const& text, unsigned int count) const { return comparei(text.m_wideBuffer, count); }
 
-    /// The six comparison operators: with text through the virtual compare(), with an istring without regard to case,
-    /// with an int as numbers. Pointers to writable text have their own, or built-in pointer comparison would compete.
+    /// The six comparison operators compare with text through the virtual compare(), with an istring ignoring case, and
+    /// with an int as numbers. Pointers to writable text have overloads of their own, because built-in pointer
+    /// comparison would otherwise be a candidate.
 #define TARN_COMPARISON(op)                                                                                            \
-    bool operator op(sstring const& other) const { return compare(other.wideBuffer, npos) op 0; }                      \
+    bool operator op(sstring const& other) const { return compare(other.m_wideBuffer, npos) op 0; }                    \
     bool operator op(char const* text) const { return compare(bytes(text), npos) op 0; }                               \
     bool operator op(char* text) const { return compare(bytes(text), npos) op 0; }                                     \
     bool operator op(unsigned char const* text) const { return compare(text, npos) op 0; }                             \
@@ -294,17 +294,17 @@ public:
 
 protected:
     friend class velaError;
-    /// An empty string that owns no buffer yet: what a moved-from string is, and what an error about missing memory can
-    /// carry.
+    /// An empty string without a buffer, like one that was moved from. Needs no memory, so an error about memory can
+    /// hold one.
     struct NoBuffer
     {};
     explicit sstring(NoBuffer) noexcept {}
 
-    /// The largest number of units a buffer is made for.
-    static constexpr uint64_t maxUnits = uint64_t{1} << 31;
-    /// Spare units or bytes that every request is given.
-    static constexpr unsigned int headroom = 16;
-    /// What a buffer request makes of the present capacity: itself when n + 16 fits, else the next step. Throws
+    /// The largest buffer, in units.
+    static constexpr uint64_t kMaxUnits = uint64_t{1} << 31;
+    /// Units or bytes added to every request.
+    static constexpr unsigned int kHeadroom = 16;
+    /// The capacity after a request for n units: the present one if n + kHeadroom fits, otherwise the next step. Throws
     /// velaError 12.
     unsigned int capacityFor(uint64_t n, unsigned int present) const;
 
@@ -315,9 +315,9 @@ private:
     void growWideFor(unsigned int more);
     void growAnsi(uint64_t bytes) const;
     void growScratch(uint64_t units) const;
-    bool ownsUnit(unsigned short const* unit) const;
-    unsigned short* openRange(unsigned int pos, unsigned int count);
-    void closeRange(uint64_t end, bool endsText);
+    bool isInBuffer(unsigned short const* unit) const;
+    unsigned short* makeRoomAt(unsigned int pos, unsigned int count);
+    void endWriteAt(uint64_t end, bool endsText);
     void writeUnits(unsigned int pos, unsigned short const* source, unsigned int count, bool endsText);
     void writePlainAscii(unsigned int pos, unsigned char const* source, unsigned int count, bool endsText);
     unsigned short const* widened(unsigned char const* text) const;
@@ -327,21 +327,21 @@ private:
     template <class Right>
     sstring joined(Right const& right) const;
 
-    /// What wideBuffer points to while the string owns no block (capacity 0). Never written.
+    /// The text of a string without a buffer (capacity 0). Never written.
     static unsigned short emptyText[1];
 
-    mutable unsigned short* wideBuffer = emptyText; ///< the text, zero-terminated; owned when wideCapacity is not 0
-    mutable unsigned int wideCapacity = 0;          ///< of wideBuffer, in units
-    unsigned int length = 0;                        ///< in units, without the terminator
-    mutable unsigned char* ansiCache = nullptr;     ///< last 8-bit rendering handed out; owned
-    mutable unsigned int ansiCapacity = 0;          ///< of ansiCache, in bytes
-    mutable unsigned short* wideScratch = nullptr;  ///< 8-bit arguments after their conversion; owned
-    mutable unsigned int scratchCapacity = 0;       ///< of wideScratch, in units
-    unsigned int tareFlag = 0;                      ///< 1 once tare() was called
-    LOCALE* ownLocale = nullptr;                    ///< owned copy; null: the process default
+    mutable unsigned short* m_wideBuffer = emptyText; ///< the text, zero-terminated; owned if the capacity is not 0
+    mutable unsigned int m_wideCapacity = 0;          ///< of m_wideBuffer, in units
+    unsigned int m_length = 0;                        ///< in units, without the terminator
+    mutable unsigned char* m_ansiCache = nullptr;     ///< the last 8-bit rendering; owned
+    mutable unsigned int m_ansiCapacity = 0;          ///< of m_ansiCache, in bytes
+    mutable unsigned short* m_wideScratch = nullptr;  ///< an 8-bit argument after conversion; owned
+    mutable unsigned int m_scratchCapacity = 0;       ///< of m_wideScratch, in units
+    unsigned int m_tareFlag = 0;                      ///< 1 after tare()
+    velaLocale m_ownLocale;                           ///< null: the process default
 };
 
-/// A string whose comparisons ignore case, also when it is the right operand.
+/// A string whose comparisons ignore case, even if it is the right operand.
 class istring : public sstring
 {
 public:
@@ -356,7 +356,7 @@ public:
     using sstring::operator=;
     using sstring::operator==;
     using sstring::operator!=;
-    /// Spelled out for two istrings: with only the inherited one, C++20 could take either of them as the left operand.
+    /// With the inherited operators alone, comparing two istrings would be ambiguous in C++20, which tries both orders.
     bool operator==(istring const& other) const { return comparei(other.getUnicode(), npos) == 0; }
     bool operator!=(istring const& other) const { return comparei(other.getUnicode(), npos) != 0; }
 
@@ -365,9 +365,8 @@ public:
     int compare(unsigned short const* text, unsigned int count) const override { return comparei(text, count); }
 };
 
-/// A string made from a printf-style format. The result, rendered in 8 bits, must stay below the formatting buffer (at
-/// least 2,064 bytes), else velaError 7 is thrown and the text stays as it was. Arguments may point into this string's
-/// own text.
+/// A string made from a printf-style format. If the result in 8 bits does not fit the formatting buffer of at least
+/// 2,064 bytes, it throws velaError 7 and keeps the text unchanged. Arguments may point into this string's own text.
 class sformat : public sstring
 {
 public:
@@ -378,7 +377,7 @@ public:
 
     using sstring::operator=;
 
-    /// Replaces the content.
+    /// Replace the content.
     sformat& format(char const* format, ...) __attribute__((format(printf, 2, 3)));
     sformat& format(unsigned char const* format, ...);
     sformat& format(unsigned short const* format, ...);
@@ -397,13 +396,13 @@ sstring operator+(char* left, sstring const& right);
 sstring operator+(unsigned char* left, sstring const& right);
 sstring operator+(unsigned short* left, sstring const& right);
 
-/// Any zero-terminated text that a string compares with.
+/// A unit of zero-terminated text that a string compares with.
 template <class Text>
 concept StringText = std::is_same_v < std::remove_const_t<Text>,
 char > || std::is_same_v<std::remove_const_t<Text>, unsigned char> ||
     std::is_same_v<std::remove_const_t<Text>, unsigned short>;
 
-/// With the text on the left; otherwise the addresses would be compared.
+/// With the text on the left. Otherwise the built-in operators would compare addresses.
 template <StringText Text>
 bool operator<(Text* left, sstring const& right)
 {
@@ -425,22 +424,22 @@ bool operator>=(Text* left, sstring const& right)
     return right <= left;
 }
 
-/// Writes the 8-bit rendering.
+/// Writes the text in 8 bits.
 std::ostream& operator<<(std::ostream& stream, sstring const& text);
 
 inline sstring& sstring::append(unsigned short const* text)
 {
     if (text)
-        writeUnits(length, text, strlen16(text), true);
+        writeUnits(m_length, text, strlen16(text), true);
     return *this;
 }
 
 inline sstring& sstring::operator+=(unsigned short unit)
 {
-    if (uint64_t{length} + 2 + headroom > wideCapacity)
-        growWide(uint64_t{length} + 2);
-    wideBuffer[length++] = unit;
-    wideBuffer[length] = 0;
+    if (uint64_t{m_length} + 2 + kHeadroom > m_wideCapacity)
+        growWide(uint64_t{m_length} + 2);
+    m_wideBuffer[m_length++] = unit;
+    m_wideBuffer[m_length] = 0;
     return *this;
 }
 
@@ -462,4 +461,4 @@ TARN_COMPARISON(==)
 TARN_COMPARISON(!=)
 #undef TARN_COMPARISON
 
-#include "foundation/vela-error.h" // what every string can throw; it holds a string itself, so it stands behind them
+#include "foundation/vela-error.h" // included last, because the error that strings throw holds a string

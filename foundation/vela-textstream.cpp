@@ -1,34 +1,30 @@
-// foundation/vela-textstream.cpp: opening, positions and handing out units. Filling the caches from the source is in
+// foundation/vela-textstream.cpp: opening, positions and reading units. The caches are filled in
 // vela-textstream-fill.cpp.
-#include "foundation/vela-textstream.h"
 
-#include <algorithm>
-#include <bit>
-#include <cstdlib>
-#include <utility>
+#include "foundation/vela-textstream.h"
 
 #include "foundation/vela-locale.h"
 #include "foundation/vela-poison.h"
 #include "foundation/vela-tsdecoder.h"
 
+#include <algorithm>
+#include <bit>
+#include <cassert>
+#include <cerrno>
+#include <cstdlib>
+#include <utility>
+
 namespace {
 
-constexpr int noMemory = 12;
-constexpr int notOpen = 9;
-constexpr int alreadyOpen = 16;
-constexpr int noPosition = 22;
-
-/// Why an open failed, where the operating system had nothing against it.
-constexpr int invalidArgument = 22;
-
+/// Why opening failed.
 int openError()
 {
     int const error = FileIO_GetLastErr();
-    return error != 0 ? error : invalidArgument;
+    return error != 0 ? error : EINVAL;
 }
 
-/// Fills what is given up with 0xFE, so that a late use is seen at once.
-void spoil(tsCache& cache)
+/// Fills the cache with 0xFE, so that a use after free is noticed.
+void freeAndPoison(tsCache& cache)
 {
     free16(cache.buffer);
     velaPoison(&cache, sizeof cache);
@@ -36,7 +32,7 @@ void spoil(tsCache& cache)
 
 } // namespace
 
-bookmark::bookmark(unsigned int offset, unsigned int unit) : offsetBytes(offset), unitIndex(unit), isSet(true) {}
+bookmark::bookmark(unsigned int offset, unsigned int unit) : m_offsetBytes(offset), m_unitIndex(unit), m_isSet(true) {}
 
 bookmark::bookmark(sstring const& text)
 {
@@ -44,16 +40,16 @@ bookmark::bookmark(sstring const& text)
     char* rest = nullptr;
     char const* numbers = copy.c_str();
     unsigned long const first = std::strtoul(numbers, &rest, 10);
-    isSet = rest != numbers;
-    offsetBytes = static_cast<unsigned int>(first);
-    unitIndex = static_cast<unsigned int>(std::strtoul(rest, nullptr, 10));
+    m_isSet = rest != numbers;
+    m_offsetBytes = static_cast<unsigned int>(first);
+    m_unitIndex = static_cast<unsigned int>(std::strtoul(rest, nullptr, 10));
 }
 
 sstring bookmark::toString() const
 {
-    if (!isSet)
+    if (!m_isSet)
         return sstring();
-    return sformat("%lu %lu", static_cast<unsigned long>(offsetBytes), static_cast<unsigned long>(unitIndex));
+    return sformat("%lu %lu", static_cast<unsigned long>(m_offsetBytes), static_cast<unsigned long>(m_unitIndex));
 }
 
 textstream::textstream() = default;
@@ -72,34 +68,29 @@ textstream::textstream(unsigned char* data, unsigned int dataSize, int ownsData)
 
 textstream::~textstream()
 {
-    if (file)
-        FileIO_Close(file);
+    if (m_file)
+        FileIO_Close(m_file);
     releaseMemory();
-    std::free(rawBuffer);
-    if (locale)
-        Locale_Destroy(locale);
-    free8(codeSet);
-    spoil(current);
-    spoil(spare);
-    rawBuffer = nullptr;
-    locale = nullptr;
-    codeSet = nullptr;
-    velaPoison(&unitMode, sizeof unitMode);
-    velaPoison(&size, sizeof size);
+    std::free(m_rawBuffer);
+    freeAndPoison(m_current);
+    freeAndPoison(m_spare);
+    m_rawBuffer = nullptr;
+    velaPoison(&m_unitMode, sizeof m_unitMode);
+    velaPoison(&m_size, sizeof m_size);
 }
 
 void textstream::releaseMemory()
 {
-    if (ownsMemory)
-        free8(memory);
-    memory = nullptr;
-    ownsMemory = 0;
+    if (m_ownsMemory)
+        free8(m_memory);
+    m_memory = nullptr;
+    m_ownsMemory = 0;
 }
 
 void textstream::requireOpen() const
 {
-    if (!openFlag)
-        throw velaError(notOpen);
+    if (!m_openFlag)
+        throw velaError(EBADF);
 }
 
 int textstream::open(unsigned char const* name) { return open(sstring(name)); }
@@ -108,104 +99,105 @@ int textstream::open(unsigned short const* name) { return open(sstring(name)); }
 
 int textstream::open(sstring const& name)
 {
-    if (openFlag)
-        throw velaError(alreadyOpen);
-    if (fileName.getLength() == 0)
-        fileName = name;
+    if (m_openFlag)
+        throw velaError(EBUSY);
+    if (m_fileName.getLength() == 0)
+        m_fileName = name;
     sstring path(name);
     unsigned long length = 0;
     if (!openFile(path, length))
         return 0;
+    assert(m_file && length <= UINT32_MAX);
     releaseMemory();
     start(static_cast<unsigned int>(length));
-    return openFlag;
+    return m_openFlag;
 }
 
-/// Opens the file alone; `length` receives its size in bytes. A file whose offsets do not fit into 32 bits is refused.
+/// Opens the file and gets its size in bytes. Refuses a file whose size does not fit into 32 bits.
 int textstream::openFile(sstring& path, unsigned long& length)
 {
-    if (!FileIO_OpenW(path.getUnicode(), FILE_OPEN_READ, &file)) {
-        file = nullptr;
+    if (!FileIO_OpenW(path.getUnicode(), FILE_OPEN_READ, &m_file)) {
+        m_file = nullptr;
         return 0;
     }
-    if (FileIO_GetSizeA(file, &length) && length <= 0xFFFFFFFFu)
+    if (FileIO_GetSizeA(m_file, &length) && length <= 0xFFFFFFFFu)
         return 1;
-    FileIO_Close(file);
-    file = nullptr;
+    FileIO_Close(m_file);
+    m_file = nullptr;
     return 0;
 }
 
 int textstream::open(unsigned char* data, unsigned int dataSize, int ownsData)
 {
-    if (openFlag)
-        throw velaError(alreadyOpen);
+    if (m_openFlag)
+        throw velaError(EBUSY);
     if (!data && dataSize != 0)
         return 0;
     releaseMemory();
-    memory = data ? data : static_cast<unsigned char*>(velaAllocate(1)); // a memory stream is told by its pointer
-    ownsMemory = data ? ownsData : 1;
+    m_memory = data ? data : static_cast<unsigned char*>(velaAllocate(1)); // a null pointer would mean a file
+    m_ownsMemory = data ? ownsData : 1;
     start(dataSize);
-    return openFlag;
+    return m_openFlag;
 }
 
 void textstream::start(unsigned int sourceSize)
 {
-    openFlag = 1;
-    size = sourceSize;
+    m_openFlag = 1;
+    m_size = sourceSize;
     forgetDecoded();
     detectByteOrder();
     rewind();
 }
 
-/// Another source follows: nothing decoded or declared by the last one may show.
+/// Discards everything decoded from or declared in the previous source.
 void textstream::forgetDecoded()
 {
-    current.valid = current.consumed = 0;
-    spare.valid = spare.consumed = 0;
-    reopenPlace = bookmark();
-    if (localeDeclared)
+    m_current.valid = m_current.consumed = 0;
+    m_spare.valid = m_spare.consumed = 0;
+    m_reopenPlace = bookmark();
+    if (m_localeDeclared)
         setLocale(nullptr);
-    free8(codeSet);
-    codeSet = nullptr;
-    decoder.reset();
+    m_codeSet.clear();
+    m_decoder.reset();
 }
 
-int textstream::isOpen() { return openFlag; }
+int textstream::isOpen() { return m_openFlag; }
 
 int textstream::reopen()
 {
-    if (openFlag)
+    if (m_openFlag)
         return 1;
     unsigned long length = 0;
-    if (!memory && !openFile(fileName, length))
+    if (!m_memory && !openFile(m_fileName, length))
         return 0;
-    openFlag = 1;
-    setPos(reopenPlace);
+    m_openFlag = 1;
+    setPos(m_reopenPlace);
     return 1;
 }
 
 void textstream::close()
 {
-    if (!openFlag)
+    if (!m_openFlag)
         return;
-    reopenPlace = bookmark(current.start, current.position);
-    if (file)
-        FileIO_Close(file);
-    file = nullptr;
-    openFlag = 0;
-    positions.clear();
+    m_reopenPlace = bookmark(m_current.start, m_current.position);
+    assert(!m_file != !m_memory); // exactly one source
+    if (m_file)
+        FileIO_Close(m_file);
+    m_file = nullptr;
+    m_openFlag = 0;
+    m_positions.clear();
 }
 
 bookmark textstream::getPos() const
 {
     requireOpen();
-    return bookmark(current.start, current.position);
+    return bookmark(m_current.start, m_current.position);
 }
 
 void textstream::setPos(bookmark const& place)
 {
     if (place.isEmpty())
-        setPos(dataStart, 0);
+        setPos(m_dataStart, 0);
     else
         setPos(place.offset(), place.unit());
 }
@@ -213,27 +205,27 @@ void textstream::setPos(bookmark const& place)
 void textstream::setPos(unsigned int offsetBytes, unsigned int unitIndex)
 {
     requireOpen();
-    if (spare.start == offsetBytes && spare.consumed != 0)
-        std::swap(current, spare);
-    if (current.start != offsetBytes)
-        current.valid = current.consumed = 0;
-    current.start = offsetBytes;
-    current.position = unitIndex;
+    if (m_spare.start == offsetBytes && m_spare.consumed != 0)
+        std::swap(m_current, m_spare);
+    if (m_current.start != offsetBytes)
+        m_current.valid = m_current.consumed = 0;
+    m_current.start = offsetBytes;
+    m_current.position = unitIndex;
 }
 
-void textstream::pushPos() { positions.push_back(getPos()); }
+void textstream::pushPos() { m_positions.push_back(getPos()); }
 
 void textstream::popPos()
 {
     requireOpen();
-    if (positions.empty())
-        throw velaError(noPosition);
-    bookmark const place = positions.back();
-    positions.pop_back();
+    if (m_positions.empty())
+        throw velaError(EINVAL);
+    bookmark const place = m_positions.back();
+    m_positions.pop_back();
     setPos(place);
 }
 
-void textstream::rewind() { setPos(dataStart, 0); }
+void textstream::rewind() { setPos(m_dataStart, 0); }
 
 unsigned int textstream::advance(unsigned int n) { return popData(nullptr, n, true); }
 
@@ -260,7 +252,7 @@ unsigned short textstream::popUnit(bool consume)
 
 unsigned int textstream::popString(sstring& out, unsigned int n, bool consume)
 {
-    // No more than the rest of the source can come, whatever was asked for.
+    // A large request must not allocate more than the rest of the source.
     unsigned int const wanted = std::min(n, unitsLeftAtMost());
     velaArray<unsigned short> units(wanted + 1u);
     unsigned int const count = popData(units.data(), wanted, consume);
@@ -271,29 +263,29 @@ unsigned int textstream::popString(sstring& out, unsigned int n, bool consume)
 
 unsigned int textstream::popText(unsigned char* out, unsigned int n, bool consume)
 {
-    unsigned int const count = popString(scratch, n, consume);
-    strcpy8(out, scratch.getAnsi());
+    unsigned int const count = popString(m_scratch, n, consume);
+    strcpy8(out, m_scratch.getAnsi());
     return count;
 }
 
-/// An upper bound of the units that can still come: none is made of less than one byte.
+/// An upper bound of the units that remain: each takes at least one byte.
 unsigned int textstream::unitsLeftAtMost() const
 {
     requireOpen();
-    unsigned int const behind = current.start < size ? size - current.start : 0;
-    return std::max(behind, current.valid);
+    unsigned int const behind = m_current.start < m_size ? m_size - m_current.start : 0;
+    return std::max(behind, m_current.valid);
 }
 
 unsigned int textstream::popData(unsigned short* out, unsigned int n, bool consume)
 {
     requireOpen();
-    unsigned int const startBefore = current.start;
-    unsigned int const positionBefore = current.position;
+    unsigned int const startBefore = m_current.start;
+    unsigned int const positionBefore = m_current.position;
     unsigned int done = 0;
     while (done < n && ensureUnits()) {
-        unsigned int const count = std::min(current.valid - current.position, n - done);
+        unsigned int const count = std::min(m_current.valid - m_current.position, n - done);
         if (out)
-            std::copy_n(current.buffer + current.position, count, out + done);
+            std::copy_n(m_current.buffer + m_current.position, count, out + done);
         done += count;
         skipRun(count);
     }
@@ -307,38 +299,40 @@ unsigned int textstream::popData(unsigned short* out, unsigned int n, bool consu
 unsigned short const* textstream::peekRun(unsigned int& count)
 {
     requireOpen();
-    count = ensureUnits() ? current.valid - current.position : 0;
-    return count ? current.buffer + current.position : nullptr;
+    count = ensureUnits() ? m_current.valid - m_current.position : 0;
+    return count ? m_current.buffer + m_current.position : nullptr;
 }
 
 void textstream::skipRun(unsigned int count)
 {
-    current.position += count;
-    if (current.position >= current.valid)
+    assert(m_current.position <= m_current.valid && count <= m_current.valid - m_current.position);
+    m_current.position += count;
+    if (m_current.position >= m_current.valid)
         leaveExhaustedCache();
 }
 
-/// Makes the current cache hold at least one unit at the position. False at the end of the text.
+/// Makes sure that the current cache has a unit at the position. Returns false at the end of the text.
 bool textstream::ensureUnits()
 {
     for (;;) {
-        if (current.valid == 0)
+        if (m_current.valid == 0)
             fill();
-        if (current.position < current.valid)
+        if (m_current.position < m_current.valid)
             return true;
         if (!leaveExhaustedCache())
             return false;
     }
 }
 
-/// Goes on to the chunk behind the current one, which becomes the spare, so that a return to it decodes nothing again.
-/// False, and nothing happens, when the source ends here.
+/// Moves to the next chunk. The current cache becomes the spare, so that going back decodes nothing again. Returns
+/// false, without moving, if the source ends here.
 bool textstream::leaveExhaustedCache()
 {
-    unsigned int const next = current.start + current.consumed;
-    if (current.consumed == 0 || next >= size)
+    unsigned int const next = m_current.start + m_current.consumed;
+    if (m_current.consumed == 0 || next >= m_size)
         return false;
-    std::swap(current, spare);
+    assert(next > m_current.start); // otherwise the same text would repeat forever
+    std::swap(m_current, m_spare);
     setPos(next, 0);
     return true;
 }
@@ -352,21 +346,18 @@ sstring textstream::toString()
         skipRun(count);
     }
     sstring result;
-    if (locale)
-        result.setLocale(locale);
+    if (m_locale)
+        result.setLocale(m_locale.get());
     result.set(rest.data(), 0, static_cast<unsigned int>(rest.size()));
     return result;
 }
 
-LOCALE* textstream::getLocale() { return locale; }
+LOCALE* textstream::getLocale() { return m_locale.get(); }
 
 void textstream::setLocale(LOCALE* wanted)
 {
-    LOCALE* const copy = velaCopyLocale(wanted);
-    if (locale)
-        Locale_Destroy(locale);
-    locale = copy;
-    localeDeclared = false;
+    m_locale = velaCopyLocale(wanted);
+    m_localeDeclared = false;
 }
 
 datastream::datastream(sstring& text)
@@ -374,7 +365,7 @@ datastream::datastream(sstring& text)
     unsigned int const length = text.getLength();
     unsigned short* copy = malloc16(length + 1);
     if (!copy)
-        throw velaError(noMemory);
+        throw velaError(ENOMEM);
     std::copy_n(text.getUnicode(), length, copy);
     adopt(copy, length);
 }
@@ -383,11 +374,12 @@ datastream::~datastream() = default;
 
 void textstream::adopt(unsigned short* data, unsigned int lengthUnits)
 {
-    memory = reinterpret_cast<unsigned char*>(data);
-    ownsMemory = 1;
-    openFlag = 1;
-    unitMode = IsBigEndian() ? Utf16Big : Utf16Little;
-    size = lengthUnits * 2;
+    assert(!m_openFlag && !m_memory && lengthUnits <= UINT32_MAX / 2);
+    m_memory = reinterpret_cast<unsigned char*>(data);
+    m_ownsMemory = 1;
+    m_openFlag = 1;
+    m_unitMode = IsBigEndian() ? kUtf16Big : kUtf16Little;
+    m_size = lengthUnits * 2;
     rewind();
 }
 

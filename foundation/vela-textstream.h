@@ -1,135 +1,134 @@
-// foundation/vela-textstream.h: reads a file or a block of memory as 16-bit units, whatever its encoding, with one-unit
-// look-ahead and saved positions. How one chunk of the source becomes units is vela-tsdecoder.h's business.
+// foundation/vela-textstream.h: reads a file or a block of memory in any encoding as 16-bit units, with look-ahead and
+// saved positions. vela-tsdecoder.h decodes the chunks.
 #pragma once
-
-#include <memory>
 
 #include "foundation/localize2.h"
 #include "foundation/vela-array.h"
 #include "foundation/vela-error.h"
 #include "foundation/vela-fileio.h"
+#include "foundation/vela-locale.h"
 #include "foundation/vela-string.h"
+
+#include <memory>
 
 class tsDecoder;
 
-/// A saved position in a textstream: the byte offset in the source at which a cache begins and the unit index inside
-/// that cache. Its text form is those two numbers, "%lu %lu"; a default bookmark's text is empty. Only the numbers are
-/// stored, since a parser takes thousands of bookmarks and looks at almost none.
+/// A saved position in a textstream: the byte offset of a cache in the source and the unit index in that cache. As text
+/// these are two numbers, "%lu %lu"; a default bookmark is an empty text. Stores only the numbers, because a parser
+/// makes thousands of bookmarks and hardly uses any.
 class bookmark
 {
 public:
     bookmark() = default;
     bookmark(unsigned int offsetBytes, unsigned int unitIndex);
-    /// Reads the two numbers, separated by blanks; a text without numbers gives a default bookmark.
+    /// Reads the two numbers; a text without numbers gives a default bookmark.
     explicit bookmark(sstring const& text);
 
     sstring toString() const;
     operator sstring() const { return toString(); }
 
-    bool isEmpty() const { return !isSet; }
-    unsigned int offset() const { return offsetBytes; }
-    unsigned int unit() const { return unitIndex; }
+    bool isEmpty() const { return !m_isSet; }
+    unsigned int offset() const { return m_offsetBytes; }
+    unsigned int unit() const { return m_unitIndex; }
     bool operator==(bookmark const& other) const = default;
 
 private:
-    unsigned int offsetBytes = 0;
-    unsigned int unitIndex = 0;
-    bool isSet = false;
+    unsigned int m_offsetBytes = 0;
+    unsigned int m_unitIndex = 0;
+    bool m_isSet = false;
 };
 
-/// One decoded stretch of a stream's source.
+/// A decoded chunk of a stream's source.
 struct tsCache
 {
-    static constexpr unsigned int bufferUnits = 16385; ///< the last one is for the terminator
-    static constexpr unsigned int chunkSize = 16384;
+    static constexpr unsigned int kBufferUnits = 16385; ///< including a terminator
+    static constexpr unsigned int kChunkSize = 16384;
 
-    unsigned short* buffer = nullptr;  ///< bufferUnits units, owned by the stream; allocated on first use
-    unsigned int valid = 0;            ///< decoded units in the buffer; 0: empty, to be filled
-    unsigned int readSize = chunkSize; ///< source bytes (8-bit text) or units (UTF-16) that one fill takes
-    unsigned int consumed = 0;         ///< source bytes that produced the buffer's contents
-    unsigned int start = 0;            ///< byte offset in the source at which the contents begin
-    unsigned int position = 0;         ///< index of the next unit to hand out
+    unsigned short* buffer = nullptr;   ///< kBufferUnits units, owned by the stream; null until first used
+    unsigned int valid = 0;             ///< decoded units in the buffer; 0: not filled
+    unsigned int readSize = kChunkSize; ///< bytes (8-bit text) or units (UTF-16) of the source to read at once
+    unsigned int consumed = 0;          ///< bytes of the source that the buffer's contents come from
+    unsigned int start = 0;             ///< byte offset of the contents in the source
+    unsigned int position = 0;          ///< index of the next unit to read
 };
 
-/// A text source. Belongs to one thread at a time. Reading, positioning or advance() on a stream that is not open
-/// throws velaError 9; out of memory is velaError 12. A zero unit can not stand in zero-terminated text and would read
-/// as the end, so zero units of the source are left out.
+/// A source of text. One thread at a time. Reading or moving in a stream that is not open throws velaError 9; being out
+/// of memory throws velaError 12. Zero units in the source are skipped, because they would end a zero-terminated text.
 class textstream
 {
 public:
     textstream();
-    /// Opens at once; throws velaError with FileIO_GetLastErr() as its code when that fails.
+    /// Opens the source; throws velaError with FileIO_GetLastErr() as its code on failure.
     explicit textstream(sstring const& fileName);
     textstream(unsigned char* data, unsigned int size, int ownsData);
     textstream(textstream const&) = delete;
     textstream& operator=(textstream const&) = delete;
 
-    /// Opens a file for reading and finds its byte order; 1 on success, 0 with FileIO_GetLastErr() set. The first name
-    /// ever given is the one that reopen() uses. velaError 16 when the stream is open already.
+    /// Opens a file and detects its byte order. Returns 1, or 0 with FileIO_GetLastErr() set. reopen() uses the name of
+    /// the first file. Throws velaError 16 if the stream is already open.
     virtual int open(unsigned char const* fileName);
     virtual int open(unsigned short const* fileName);
     virtual int open(sstring const& fileName);
-    /// The same over `size` bytes of memory, which must outlive the stream; with `ownsData` the stream frees them
-    /// (free8).
+    /// The same for `size` bytes of memory, which must outlive the stream or, with `ownsData`, are freed by it with
+    /// free8().
     virtual int open(unsigned char* data, unsigned int size, int ownsData);
     virtual int isOpen();
-    /// Opens the same source again, at the place where close() left it; 0 when that fails. An open stream stays as it
-    /// is.
+    /// Opens the same source again, at the position of close(). Returns 0 on failure. Does nothing if the stream is
+    /// open.
     virtual int reopen();
-    /// Remembers the place, closes the file and forgets the pushed positions. Decoded text is kept, so that closing and
-    /// reopening costs no decoding.
+    /// Saves the position, closes the file and discards the pushed positions. Keeps decoded text, so that reopening the
+    /// stream need not decode it again.
     virtual void close();
     virtual ~textstream();
     virtual bookmark getPos() const;
-    /// A default bookmark means the beginning of the text.
+    /// A default bookmark stands for the beginning of the text.
     virtual void setPos(bookmark const& place);
     virtual void pushPos();
-    /// velaError 22 when nothing was pushed.
+    /// Throws velaError 22 if no position has been pushed.
     virtual void popPos();
     virtual void rewind();
-    /// Consumes up to `n` units; returns how many there were.
+    /// Skips up to `n` units; returns their number.
     virtual unsigned int advance(unsigned int n);
     /// The next unit, or 0 at the end.
     virtual unsigned short peek();
-    /// Up to `n` units as 8-bit text, zero-terminated: `out` needs 4 bytes for each unit and one more. Returns the
-    /// units.
+    /// Up to `n` units as zero-terminated 8-bit text; `out` needs 4 bytes for each unit and one more. Returns the
+    /// number of units.
     virtual unsigned int peek(unsigned char* out, unsigned int n);
-    /// Up to `n` units, zero-terminated: `out` needs n + 1. Returns how many there were.
+    /// Up to `n` units, zero-terminated; `out` needs room for n + 1. Returns their number.
     virtual unsigned int peek(unsigned short* out, unsigned int n);
     virtual unsigned int peek(sstring& out, unsigned int n);
     virtual unsigned short pop();
     virtual unsigned int pop(unsigned char* out, unsigned int n);
     virtual unsigned int pop(unsigned short* out, unsigned int n);
     virtual unsigned int pop(sstring& out, unsigned int n);
-    /// The rest of the stream, in the stream's locale.
+    /// The rest of the text, with the stream's locale.
     virtual sstring toString();
-    /// The stream's own locale; null until one is set or the first chunk was decoded. Not handed over.
+    /// The stream's own locale, which it keeps; null until one is set or the first chunk has been decoded.
     virtual LOCALE* getLocale();
-    /// Replaces the stream's locale by a copy; null clears it.
+    /// Replaces the stream's locale with a copy; null clears it.
     virtual void setLocale(LOCALE* locale);
 
     void setPos(unsigned int offsetBytes, unsigned int unitIndex);
 
-    /// The decoded units from the position on that lie in one piece, without consuming them; `count` is 0 only at the
-    /// end. Valid until the next call on the stream other than skipRun(). For scanners that can not pay a call per
-    /// unit.
+    /// The decoded units from the current position on, as far as they are contiguous; `count` is 0 only at the end.
+    /// Valid until the next call other than skipRun(). For scanners for which a call per unit is too slow.
     unsigned short const* peekRun(unsigned int& count);
-    /// Consumes `count` units of what peekRun() gave.
+    /// Skips `count` units that peekRun() has returned.
     void skipRun(unsigned int count);
-    /// The unit of the current cache that begins it: peekRun()'s units minus this is the unit index of a bookmark.
-    unsigned short const* cacheBegin() const { return current.buffer; }
-    unsigned int cacheStart() const { return current.start; }
+    /// The first unit of the current cache. The distance from it to peekRun() is the unit index of a bookmark.
+    unsigned short const* cacheBegin() const { return m_current.buffer; }
+    unsigned int cacheStart() const { return m_current.start; }
 
 protected:
-    /// Takes over `data` as UTF-16 text in the machine's own byte order without looking for a byte-order mark.
+    /// Takes ownership of `data`, from malloc16(), as UTF-16 text in native byte order without a byte-order mark.
     void adopt(unsigned short* data, unsigned int lengthUnits);
 
 private:
     enum UnitMode
     {
-        CodeSet = 0,
-        Utf16Little = 1,
-        Utf16Big = 2
+        kCodeSet = 0,
+        kUtf16Little = 1,
+        kUtf16Big = 2
     };
 
     void requireOpen() const;
@@ -154,28 +153,28 @@ private:
     void chooseCodeSet(unsigned char const* chunk, unsigned int count);
     void chooseLocale(velaBytes const& declared);
 
-    int unitMode = CodeSet;
-    int openFlag = 0;
-    FILEDATA* file = nullptr;        // owned while open; null for a memory stream
-    unsigned char* memory = nullptr; // null for a file
-    unsigned int memoryPosition = 0; // bytes
-    int ownsMemory = 0;
-    unsigned int dataStart = 0;         // length of the byte-order mark: 0, 2 or 3
-    unsigned int size = 0;              // bytes of the source
-    unsigned char* rawBuffer = nullptr; // a file's undecoded chunk and a terminator
-    tsCache current;
-    tsCache spare;
-    velaArray<bookmark> positions;
-    LOCALE* locale = nullptr;         // owned; null: not decided
-    unsigned char* codeSet = nullptr; // owned; null: the locale's
-    sstring scratch;
-    sstring fileName;
-    bookmark reopenPlace;
-    bool localeDeclared = false; // the locale was found in the text, not set from outside
-    std::unique_ptr<tsDecoder> decoder;
+    int m_unitMode = kCodeSet;
+    int m_openFlag = 0;
+    FILEDATA* m_file = nullptr;        // owned while open; null for memory
+    unsigned char* m_memory = nullptr; // null for a file
+    unsigned int m_memoryPosition = 0; // bytes
+    int m_ownsMemory = 0;
+    unsigned int m_dataStart = 0;         // bytes of the byte-order mark: 0, 2 or 3
+    unsigned int m_size = 0;              // bytes of the source
+    unsigned char* m_rawBuffer = nullptr; // owned; an undecoded chunk of a file and a terminator
+    tsCache m_current;
+    tsCache m_spare;
+    velaArray<bookmark> m_positions;
+    velaLocale m_locale; // null: not known yet
+    velaBytes m_codeSet; // declared in the text; empty: the locale's
+    sstring m_scratch;
+    sstring m_fileName;
+    bookmark m_reopenPlace;
+    bool m_localeDeclared = false; // the locale comes from the text and was not set by a caller
+    std::unique_ptr<tsDecoder> m_decoder;
 };
 
-/// A stream over a private copy of a string's text.
+/// A stream over a copy of a string.
 class datastream : public textstream
 {
 public:
@@ -183,7 +182,7 @@ public:
     ~datastream() override;
 };
 
-/// True on a machine that keeps the high byte first; computed once.
+/// Whether the machine stores the high byte first.
 bool IsBigEndian();
-/// Swaps the two bytes of one unit.
+/// Swaps the bytes of a unit.
 void SwapEndian(unsigned short* unit);

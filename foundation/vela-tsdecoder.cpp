@@ -1,29 +1,32 @@
-// foundation/vela-tsdecoder.cpp: see the header. Single-byte code sets go through a table and well-formed UTF-8 through
-// a decoder of our own; everything else, and every ill-formed text, is ICU's.
+// foundation/vela-tsdecoder.cpp: see the header. Single-byte code sets are decoded by a table and well-formed UTF-8 by
+// our own decoder; ICU decodes everything else, including ill-formed UTF-8.
+
 #include "foundation/vela-tsdecoder.h"
-
-#include <algorithm>
-#include <cstdint>
-#include <cstring>
-
-#include <unicode/ucnv.h>
-#include <unicode/utf16.h>
 
 #include "foundation/vela-comtypes.h"
 #include "foundation/vela-string.h"
 
+#include <algorithm>
+#include <cassert>
+#include <cstdint>
+#include <cstring>
+#include <utility>
+
+#include <unicode/ucnv.h>
+#include <unicode/utf16.h>
+
 namespace {
 
-/// Bytes at a chunk's end that the search for its last whole character may look at. No character of any code set is
-/// longer than 8 bytes with its shifts; a text that goes on dropping bytes beyond this decodes to nothing anyway.
-constexpr unsigned int guardBytes = 32;
+/// How far back from a chunk's end to search for the end of its last whole character. With shift sequences no character
+/// is longer than 8 bytes; in a text with more undecodable bytes it does not matter where the chunk ends.
+constexpr unsigned int kTailBytes = 32;
 
 void widen(unsigned char const* bytes, unsigned int count, unsigned short* out)
 {
     std::copy(bytes, bytes + count, out);
 }
 
-/// Length of the run of ASCII bytes at the start, in steps of 8.
+/// The number of ASCII bytes at the start, rounded down to a multiple of 8.
 unsigned int asciiRun(unsigned char const* bytes, unsigned int count)
 {
     unsigned int i = 0;
@@ -36,7 +39,7 @@ unsigned int asciiRun(unsigned char const* bytes, unsigned int count)
     return i;
 }
 
-/// Bytes of the UTF-8 character that `lead` begins; 0 when it can not begin one.
+/// The length of the UTF-8 character that begins with `lead`; 0 if none does.
 unsigned int utf8Length(unsigned char lead)
 {
     if (lead < 0x80)
@@ -46,7 +49,7 @@ unsigned int utf8Length(unsigned char lead)
     return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
 }
 
-/// The second byte narrows the range for some leads: no overlong forms, no surrogates, nothing above U+10FFFF.
+/// For some lead bytes the range is smaller, which excludes overlong forms, surrogates and codes above U+10FFFF.
 bool isUtf8Second(unsigned char lead, unsigned char second)
 {
     unsigned char const low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
@@ -56,9 +59,10 @@ bool isUtf8Second(unsigned char lead, unsigned char second)
 
 bool isUtf8Trail(unsigned char byte) { return (byte & 0xC0) == 0x80; }
 
-/// Reads one multi-byte character; returns its length, or 0 when it is ill-formed or cut off.
+/// Reads a multi-byte character. Returns its length, or 0 if it is ill-formed or incomplete.
 unsigned int readUtf8(unsigned char const* bytes, unsigned int count, uint32_t& code)
 {
+    assert(count > 0);
     unsigned int const length = utf8Length(bytes[0]);
     if (length < 2 || length > count || !isUtf8Second(bytes[0], bytes[1]))
         return 0;
@@ -82,9 +86,9 @@ unsigned short* writeCode(unsigned short* out, uint32_t code)
     return out;
 }
 
-/// Where a chunk of well-formed UTF-8 ends so that no character is cut. Like the general search it gives up a last byte
-/// that is a character by itself. 0: not well-formed here, or too short to tell.
-unsigned int utf8GuardedEnd(unsigned char const* bytes, unsigned int count)
+/// Where to end a chunk of well-formed UTF-8 so that no character is split. Leaves a single-byte character at the end
+/// to the next chunk, as wholeEnd() does. Returns 0 if the end is ill-formed or the chunk is too short.
+unsigned int utf8WholeEnd(unsigned char const* bytes, unsigned int count)
 {
     if (count < 8)
         return 0;
@@ -116,16 +120,16 @@ uint32_t lastCodePoint(unsigned short const* units, unsigned int count)
     return last;
 }
 
-/// A converter in the same state, to be closed; null when there is no memory.
-UConverter* cloneOf(UConverter* converter)
+/// A converter in the same state; null when out of memory.
+velaConverter cloneOf(UConverter* converter)
 {
     UErrorCode status = U_ZERO_ERROR;
 #if U_ICU_VERSION_MAJOR_NUM >= 71
-    UConverter* copy = ucnv_clone(converter, &status);
+    velaConverter copy(ucnv_clone(converter, &status));
 #else
-    UConverter* copy = ucnv_safeClone(converter, nullptr, nullptr, &status);
+    velaConverter copy(ucnv_safeClone(converter, nullptr, nullptr, &status));
 #endif
-    return U_SUCCESS(status) ? copy : nullptr;
+    return U_SUCCESS(status) ? std::move(copy) : nullptr;
 }
 
 bool isCodeSetChar(unsigned char c)
@@ -139,44 +143,35 @@ bool equalsFolded(unsigned char a, char lower) { return (a | 0x20) == lower; }
 
 } // namespace
 
-/// What the bytes behind a fixed place of the chunk decode to, for one trial end.
+/// What the last bytes of a chunk decode to if it ends at a certain byte.
 struct tsDecoder::Tail
 {
-    unsigned short units[guardBytes * 8];
+    unsigned short units[kTailBytes * 8];
     unsigned int count;
-    unsigned int characters; // surrogate pairs count once, so that no half of one is taken for a character lost
+    unsigned int characters; // a surrogate pair counts once, so that half of one is not taken for a lost character
     uint32_t last;
 };
 
-tsDecoder::~tsDecoder() { close(); }
-
-void tsDecoder::close()
-{
-    if (converter)
-        CloseConverter(converter);
-    converter = nullptr;
-}
-
 void tsDecoder::useCodeSet(char const* name)
 {
-    if (isChosen && codeSet == name)
+    if (m_isChosen && m_codeSet == name)
         return;
-    close();
-    codeSet = name;
-    isChosen = true;
-    converter = OpenConverter(name);
+    m_converter.reset();
+    m_codeSet = name;
+    m_isChosen = true;
+    m_converter.reset(OpenConverter(name));
     chooseKind();
 }
 
 void tsDecoder::chooseKind()
 {
-    if (!converter) {
-        kind = Widen;
+    if (!m_converter) {
+        m_kind = kWiden;
         return;
     }
-    UConverterType const type = ucnv_getType(converter);
+    UConverterType const type = ucnv_getType(m_converter.get());
     bool const isTable = type == UCNV_SBCS || type == UCNV_LATIN_1 || type == UCNV_US_ASCII;
-    kind = type == UCNV_UTF8 ? Utf8 : isTable && buildTable() ? SingleByte : General;
+    m_kind = type == UCNV_UTF8 ? kUtf8 : isTable && buildTable() ? kSingleByte : kGeneral;
 }
 
 bool tsDecoder::buildTable()
@@ -184,29 +179,31 @@ bool tsDecoder::buildTable()
     unsigned char bytes[256];
     for (unsigned int i = 0; i < 256; ++i)
         bytes[i] = static_cast<unsigned char>(i);
-    table.resize(257);
+    m_table.resize(257);
     unsigned int units = 0;
-    ucnv_reset(converter);
-    return convert(converter, bytes, 256, true, table.data(), 257, units) && units == 256;
+    ucnv_reset(m_converter.get());
+    return convert(m_converter.get(), bytes, 256, true, m_table.data(), 257, units) && units == 256;
 }
 
 tsDecoder::Result tsDecoder::decode(unsigned char const* bytes, unsigned int count, bool isLast, unsigned short* out)
 {
+    assert(m_isChosen);
     Result result{};
-    if (kind == Utf8 && decodeUtf8(bytes, count, isLast, out, result))
+    if (m_kind == kUtf8 && decodeUtf8(bytes, count, isLast, out, result))
         return result;
-    if (kind == Utf8 || kind == General)
+    if (m_kind == kUtf8 || m_kind == kGeneral)
         return decodeGeneral(bytes, count, isLast, out);
     return decodeTable(bytes, count, isLast, out);
 }
 
-/// Every byte is a character, so the search for a cut one always gives up the last byte.
+/// Leaves the last byte to the next chunk, as wholeEnd() does in a text where every byte is a character.
 tsDecoder::Result tsDecoder::decodeTable(unsigned char const* bytes, unsigned int count, bool isLast,
                                          unsigned short* out) const
 {
+    assert(m_kind != kSingleByte || m_table.size() > 256);
     unsigned int const end = isLast || count < 2 ? count : count - 1;
-    if (kind == SingleByte)
-        std::transform(bytes, bytes + end, out, [units = table.data()](unsigned char b) { return units[b]; });
+    if (m_kind == kSingleByte)
+        std::transform(bytes, bytes + end, out, [units = m_table.data()](unsigned char b) { return units[b]; });
     else
         widen(bytes, end, out);
     return {end, end};
@@ -215,7 +212,7 @@ tsDecoder::Result tsDecoder::decodeTable(unsigned char const* bytes, unsigned in
 bool tsDecoder::decodeUtf8(unsigned char const* bytes, unsigned int count, bool isLast, unsigned short* out,
                            Result& result)
 {
-    unsigned int const end = isLast ? count : utf8GuardedEnd(bytes, count);
+    unsigned int const end = isLast ? count : utf8WholeEnd(bytes, count);
     if (end == 0)
         return count == 0;
     unsigned short* to = out;
@@ -235,7 +232,8 @@ bool tsDecoder::decodeUtf8(unsigned char const* bytes, unsigned int count, bool 
             i += length;
         }
     }
-    result = {static_cast<unsigned int>(to - out), end};
+    result = {unitsBetween(out, to), end};
+    assert(result.units <= result.bytes && result.bytes <= count);
     return true;
 }
 
@@ -246,34 +244,35 @@ bool tsDecoder::convert(UConverter* with, unsigned char const* bytes, unsigned i
     UChar* to = toUChar(out);
     UErrorCode status = U_ZERO_ERROR;
     ucnv_toUnicode(with, &to, to + capacity, &from, from + count, nullptr, flush, &status);
-    units = static_cast<unsigned int>(to - toUChar(out));
+    units = unitsBetween(toUChar(out), to);
+    assert(units <= capacity);
     return U_SUCCESS(status);
 }
 
-/// Decodes the bytes up to one trial end with a copy of the converter as it stands before them.
+/// Decodes the bytes with a copy of the converter, whose state is that before them.
 bool tsDecoder::tryTail(unsigned char const* bytes, unsigned int count, Tail& tail) const
 {
-    UConverter* copy = cloneOf(converter);
+    velaConverter const copy = cloneOf(m_converter.get());
     if (!copy)
         return false;
-    bool const ok = convert(copy, bytes, count, true, tail.units, std::size(tail.units), tail.count);
-    ucnv_close(copy);
+    bool const ok = convert(copy.get(), bytes, count, true, tail.units, std::size(tail.units), tail.count);
     tail.characters = codePoints(tail.units, tail.count);
     tail.last = lastCodePoint(tail.units, tail.count);
     return ok;
 }
 
-/// Drops the last byte again and again and watches what the rest decodes to. One character more, or another last
-/// character: the byte belonged to a whole character, which ends the chunk. One character fewer for the second time:
-/// the byte before was the last of a whole character. The bytes are the chunk's last ones; the converter stands before
-/// them.
-unsigned int tsDecoder::guardedEnd(unsigned char const* bytes, unsigned int count, bool& failed) const
+/// Finds the end of the last whole character among a chunk's last bytes by dropping one byte after another and
+/// comparing what the rest decodes to. If there is one character more, or another last character, the dropped byte
+/// ended a whole character. If there is one character fewer for the second time, the byte before it did. The
+/// converter's state is that before the bytes.
+unsigned int tsDecoder::wholeEnd(unsigned char const* bytes, unsigned int count, bool& failed) const
 {
+    assert(count <= 2 * kTailBytes); // all that a Tail has room for
     Tail before;
     Tail after;
     failed = !tryTail(bytes, count, before);
     bool hasShrunk = false;
-    for (unsigned int end = count; end > 0 && count - end < guardBytes && !failed; --end) {
+    for (unsigned int end = count; end > 0 && count - end < kTailBytes && !failed; --end) {
         failed = !tryTail(bytes, end - 1, after);
         bool const isFewer = after.characters < before.characters;
         bool const isOther = after.characters == before.characters && after.last != before.last;
@@ -288,18 +287,20 @@ unsigned int tsDecoder::guardedEnd(unsigned char const* bytes, unsigned int coun
 tsDecoder::Result tsDecoder::decodeGeneral(unsigned char const* bytes, unsigned int count, bool isLast,
                                            unsigned short* out)
 {
-    ucnv_reset(converter);
-    unsigned int const tailBytes = isLast ? 0 : std::min(count, 2 * guardBytes);
+    ucnv_reset(m_converter.get());
+    unsigned int const tailBytes = isLast ? 0 : std::min(count, 2 * kTailBytes);
     unsigned int const headBytes = count - tailBytes;
     unsigned int headUnits = 0;
-    bool failed = !convert(converter, bytes, headBytes, isLast, out, count, headUnits);
+    bool failed = !convert(m_converter.get(), bytes, headBytes, isLast, out, count, headUnits);
     if (isLast && !failed)
         return {headUnits, count};
     unsigned int end = 0;
     if (!failed)
-        end = guardedEnd(bytes + headBytes, tailBytes, failed);
+        end = wholeEnd(bytes + headBytes, tailBytes, failed);
+    assert(end <= tailBytes && headUnits <= count);
     unsigned int tailUnits = 0;
-    if (!failed && convert(converter, bytes + headBytes, end, true, out + headUnits, count - headUnits, tailUnits))
+    if (!failed &&
+        convert(m_converter.get(), bytes + headBytes, end, true, out + headUnits, count - headUnits, tailUnits))
         return {headUnits + tailUnits, headBytes + end};
     end = isLast || count < 2 ? count : count - 1;
     widen(bytes, end, out);
@@ -308,13 +309,13 @@ tsDecoder::Result tsDecoder::decodeGeneral(unsigned char const* bytes, unsigned 
 
 velaBytes findDeclaredCodeSet(unsigned char const* bytes, unsigned int count)
 {
-    static constexpr char keyword[] = "charset";
-    constexpr unsigned int keywordLength = sizeof keyword - 1;
+    static constexpr char kEyword[] = "charset";
+    constexpr unsigned int kEywordLength = sizeof kEyword - 1;
     unsigned char const* const end = bytes + count;
-    unsigned char const* at = std::search(bytes, end, keyword, keyword + keywordLength, equalsFolded);
+    unsigned char const* at = std::search(bytes, end, kEyword, kEyword + kEywordLength, equalsFolded);
     if (at == end)
         return {};
-    at = std::find(at + keywordLength, end, '=');
+    at = std::find(at + kEywordLength, end, '=');
     if (at == end)
         return {};
     at = std::find_if_not(at + 1, end, isBlank);

@@ -1,47 +1,44 @@
-// foundation/vela-tsdecoder.h: turns one chunk of 8-bit text into 16-bit units and keeps a character that straddles the
-// chunk's end whole. Which code set a text declares is found here too; textstream decides when to ask.
+// foundation/vela-tsdecoder.h: decodes chunks of 8-bit text into 16-bit units without splitting a character at a
+// chunk's end, and finds the code set that a text declares.
 #pragma once
+
+#include "foundation/vela-array.h"
+#include "foundation/vela-string-converters.h"
 
 #include <string>
 
-#include "foundation/vela-array.h"
-
-struct UConverter;
-
-/// Decodes the chunks of one stream. The converter stays open between chunks. One thread at a time.
+/// Decodes the chunks of a stream. One thread at a time.
 class tsDecoder : public velaAllocated
 {
 public:
     tsDecoder() = default;
-    ~tsDecoder();
     tsDecoder(tsDecoder const&) = delete;
     tsDecoder& operator=(tsDecoder const&) = delete;
 
-    /// Chooses the code set by its ICU name. One that ICU does not know widens each byte, as Latin-1 would.
+    /// Sets the code set by its ICU name. If ICU does not know it, each byte is widened, as Latin-1 would be.
     void useCodeSet(char const* name);
 
     struct Result
     {
         unsigned int units; ///< written to `out`
-        unsigned int bytes; ///< of the chunk that produced them; the rest belongs to the next chunk
+        unsigned int bytes; ///< bytes of the chunk that were used; the rest belongs to the next chunk
     };
 
-    /// Decodes `count` bytes into `out`, which has room for `count` units. Unless the chunk is the last of its source
-    /// it ends early where its last character may be incomplete.
+    /// Decodes `count` bytes into `out`, which has room for `count` units. Unless the chunk is the last one, leaves out
+    /// a last character that may be incomplete.
     Result decode(unsigned char const* bytes, unsigned int count, bool isLast, unsigned short* out);
 
 private:
     enum Kind
     {
-        Widen,
-        SingleByte,
-        Utf8,
-        General
+        kWiden,
+        kSingleByte,
+        kUtf8,
+        kGeneral
     };
 
     struct Tail;
 
-    void close();
     void chooseKind();
     bool buildTable();
     Result decodeTable(unsigned char const* bytes, unsigned int count, bool isLast, unsigned short* out) const;
@@ -50,16 +47,15 @@ private:
     bool convert(UConverter* with, unsigned char const* bytes, unsigned int count, bool flush, unsigned short* out,
                  unsigned int capacity, unsigned int& units) const;
     bool tryTail(unsigned char const* bytes, unsigned int count, Tail& tail) const;
-    unsigned int guardedEnd(unsigned char const* bytes, unsigned int count, bool& failed) const;
+    unsigned int wholeEnd(unsigned char const* bytes, unsigned int count, bool& failed) const;
 
-    Kind kind = Widen;
-    UConverter* converter = nullptr; // owned
-    velaBytes codeSet;
-    bool isChosen = false;
-    velaArray<unsigned short> table; // SingleByte: the unit of each byte
+    Kind m_kind = kWiden;
+    velaConverter m_converter; // null: ICU does not know the code set
+    velaBytes m_codeSet;
+    bool m_isChosen = false;
+    velaArray<unsigned short> m_table; // kSingleByte: the unit of each byte
 };
 
-/// The code-set name that a text declares behind the word "charset" and the next "=": up to 127 letters, digits, "_"
-/// and
-/// "-", after blanks and one quotation mark. Empty when there is none.
+/// The code set that a text declares after the word "charset" and the next "=", blanks and a quotation mark: up to 127
+/// letters, digits, "_" and "-". Empty if there is none.
 velaBytes findDeclaredCodeSet(unsigned char const* bytes, unsigned int count);

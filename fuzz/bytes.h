@@ -1,4 +1,5 @@
-// fuzz/bytes.h: the bytes of one input as numbers and choices, and random numbers that depend on an input alone.
+// fuzz/bytes.h: reads numbers and choices from the bytes of an input, and makes random numbers that depend only on the
+// input.
 #pragma once
 
 #include <algorithm>
@@ -7,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-/// Reads an input from its front. Behind the end everything is 0, so that every input means something.
+/// Reads an input from the front. Past the end every byte is 0, so that every input is valid.
 class FuzzBytes
 {
 public:
@@ -16,10 +17,10 @@ public:
     bool isEmpty() const { return m_at == m_end; }
     uint8_t byte() { return isEmpty() ? uint8_t{0} : *m_at++; }
     unsigned word() { return byte() * 256u + byte(); }
-    /// 0 to bound - 1; bound is 1 to 65536.
+    /// A number from 0 to bound - 1; bound is 1 to 65536.
     unsigned below(unsigned bound) { return (bound <= 256 ? byte() : word()) % bound; }
     bool flag() { return byte() & 1; }
-    /// Up to `length` bytes.
+    /// The next `length` bytes, or as many as are left.
     std::string text(size_t length)
     {
         size_t const count = std::min(length, static_cast<size_t>(m_end - m_at));
@@ -34,7 +35,7 @@ private:
     uint8_t const* m_end;
 };
 
-/// Random numbers whose seed is the input itself: the whole input can then be readable text. The generator is
+/// Random numbers with the input itself as their seed, so that the whole input can be readable text. The generator is
 /// Marsaglia's xorshift (Journal of Statistical Software 8, 2003), the seed the FNV-1a hash.
 class FuzzRandom
 {

@@ -1,7 +1,8 @@
-// fuzz/columns.cpp: lists with columns. Column codes come apart as a plain splitting says; and whatever is done to a
-// list, with its widget there or not, each cell and heading shows what a plain table of texts holds.
+// fuzz/columns.cpp: lists with columns. Column codes are parsed as a simple parser does it; whatever is done to a list,
+// with or without its widget, each cell and heading shows the text that a plain table of texts holds.
 //
-// Input: a list of steps, each a byte that chooses it and a few bytes of arguments.
+// Input: a list of steps, each a byte that selects it and a few bytes of arguments.
+
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiwidgetlistitem.h"
 #include "controls/guiwidgetlistview.h"
@@ -11,16 +12,16 @@
 #include "page/guinodewatch.h"
 #include "tests/support/pagewindow.h"
 
-#include <QString>
-
 #include <map>
 #include <memory>
 #include <vector>
 
+#include <QString>
+
 namespace {
 
 constexpr int kMaxSteps = 40;
-constexpr int kMaxColumns = 1000; // what stands in columns beyond is left out
+constexpr int kMaxColumns = 1000; // further columns are ignored
 
 sstring toText(QString const& text) { return sstring(reinterpret_cast<unsigned short const*>(text.utf16())); }
 
@@ -45,14 +46,14 @@ struct Segment
     bool isNumbered = false;
 };
 
-/// Takes the first segment off, the plainest way.
+/// Removes the first segment and returns it, in the simplest way.
 Segment takeSegment(QString& text)
 {
     Segment segment;
     qsizetype at = 0;
     segment.isNumbered = isCodeAt(text, 0);
     if (segment.isNumbered) {
-        double number = 0; // of any length
+        double number = 0; // with any number of digits
         for (at = 1; at < text.size() && isDigit(text[at]); ++at)
             number = number * 10 + (text[at].unicode() - u'0');
         segment.column = number > 2147483647.0 ? 2147483647 : static_cast<int>(number);
@@ -85,7 +86,7 @@ void checkSplitting(QString const& text)
 
 bool isColumn(int number) { return number >= 1 && number <= kMaxColumns; }
 
-/// The texts of one row, or the headings.
+/// The texts of a row, or the headings.
 using Texts = std::map<int, QString>;
 
 void apply(Texts& texts, QString const& codes, bool areHeadings)
@@ -97,8 +98,8 @@ void apply(Texts& texts, QString const& codes, bool areHeadings)
     }
 }
 
-/// What is set while there is no widget is a text of codes, which is read when there is one: a code that an earlier
-/// text leaves open takes in what follows.
+/// Without a widget, texts are appended as codes, which are parsed when there is one: a code that an earlier text
+/// leaves open includes the text that follows.
 struct Coded
 {
     Texts texts;
@@ -151,7 +152,7 @@ private:
         settle();
     }
 
-    /// Reads the codes if there is a widget.
+    /// Parses the codes if there is a widget.
     void settle()
     {
         if (!isShown())
@@ -206,13 +207,13 @@ private:
         auto const type = static_cast<guiHtmlControlFlexEntryType>(m_input.below(3));
         checkSplitting(text);
         if (find(key))
-            return; // which of two rows with one key is found depends on the hole that the second fills
+            return; // which of two rows with the same key is found depends on where the second is stored
         m_flex->addItem(toText(key), toText(text), toText(value()), type);
         m_rows.push_back({key, {{}, text.isEmpty() ? key : text}, false, type});
         settle();
     }
 
-    /// What is set while there is a widget stands as it is.
+    /// With a widget, texts are not parsed for codes.
     void set(Coded& texts, int column, QString const& text)
     {
         if (!isColumn(column))
@@ -267,7 +268,7 @@ private:
         if (!row || row->type == kFlexPlain)
             return;
         row->isChecked = on;
-        for (Row& other : m_rows) // radio rows beside it may have been switched off
+        for (Row& other : m_rows) // other radio rows may have been switched off
             if (row->type == kFlexRadio && other.type == kFlexRadio)
                 other.isChecked = m_flex->isItemChecked(toText(other.value));
         require(row->type == kFlexRadio || m_flex->isItemChecked(toText(key)) == on,

@@ -1,5 +1,6 @@
-// fuzz/events.cpp: any text as an event name. The method and the arguments are what a split at both separators gives.
-// The input is the name.
+// fuzz/events.cpp: any text as an event name. The method and its arguments are those that splitting at both separators
+// gives. The input is the name.
+
 #include "fuzz/bytes.h"
 #include "fuzz/finding.h"
 #include "host/native/nativearguments.h"
@@ -15,7 +16,7 @@ std::u16string unitsOf(sstring const& text)
     return std::u16string(reinterpret_cast<char16_t const*>(text.getUnicode()), text.getLength());
 }
 
-/// Name and arguments, as a script author would take the text apart.
+/// The name and the arguments, split in the simplest way.
 std::vector<std::u16string> pieces(std::u16string const& name)
 {
     std::vector<std::u16string> out(1);
@@ -25,7 +26,7 @@ std::vector<std::u16string> pieces(std::u16string const& name)
         else
             out.back() += unit;
     if (out.size() > 1 && out.back().empty())
-        out.pop_back(); // nothing behind the last separator
+        out.pop_back(); // nothing follows the last separator
     return out;
 }
 

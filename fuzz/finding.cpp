@@ -1,4 +1,5 @@
 // fuzz/finding.cpp: see finding.h.
+
 #include "fuzz/finding.h"
 
 #include <cstdio>
@@ -9,7 +10,7 @@
 void finding(std::string const& what)
 {
     std::string const line = "FINDING: " + what + "\n";
-    // Straight to the descriptor: the C library's stream may be silenced.
+    // Directly to the descriptor, because the C library's stream may be silenced.
     if (write(STDERR_FILENO, line.data(), line.size()) < 0)
         std::_Exit(1);
     std::abort();
@@ -17,7 +18,7 @@ void finding(std::string const& what)
 
 void silenceLog()
 {
-    // The fuzzing engine and the sanitizers keep the descriptor; only the C library's stream leads elsewhere.
+    // Redirects only the C library's stream; the fuzzing engine and the sanitizers use the descriptor.
     if (FILE* nowhere = std::fopen("/dev/null", "w"))
         stderr = nowhere;
 }

@@ -1,9 +1,9 @@
-// fuzz/finding.h: how a target says that something is wrong, beyond what the sanitizers see.
+// fuzz/finding.h: how a target reports a mistake that sanitizers do not see.
 #pragma once
 
 #include <string>
 
-/// Says on standard error what is wrong and ends the process. Works after silenceLog().
+/// Prints what is wrong to standard error and ends the process. Works after silenceLog().
 [[noreturn]] void finding(std::string const& what);
 inline void require(bool holds, char const* what)
 {
@@ -11,6 +11,6 @@ inline void require(bool holds, char const* what)
         finding(what);
 }
 
-/// From here on nothing that the library logs is written: bad input is reported in thousands of lines. What sanitizers
-/// and finding() say is.
+/// From now on discards what the library logs, because bad input is reported in thousands of lines. Sanitizers and
+/// finding() still print.
 void silenceLog();

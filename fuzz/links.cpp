@@ -1,7 +1,8 @@
-// fuzz/links.cpp: any text as a link that is followed from any place of a page with frames, in a world with a few files
-// and handlers. Percent codes, targets and bookmarks come apart as their rules say.
+// fuzz/links.cpp: any text as a link, followed from any node of a page with frames, with a few files and handlers.
+// Percent codes, targets and bookmarks are parsed by their rules.
 //
-// Input: the place, what a handler answers (a line), then the link.
+// Input: the node, the handler's answer (a line), then the link.
+
 #include "controls/guihtmlimage.h"
 #include "fuzz/bytes.h"
 #include "fuzz/finding.h"
@@ -11,9 +12,9 @@
 #include "tests/support/fakescript.h"
 #include "tests/support/pagewindow.h"
 
-#include <QString>
-
 #include <cctype>
+
+#include <QString>
 
 namespace {
 
@@ -31,7 +32,7 @@ Units unitsOf(sstring const& text)
     return Units(reinterpret_cast<char16_t const*>(text.getUnicode()), text.getLength());
 }
 
-/// The code at "%XY", 0 when there is none.
+/// The code at "%XY", 0 if there is none.
 char16_t codeAt(Units const& link, size_t at)
 {
     if (link[at] != u'%' || at + 2 >= link.size())
@@ -78,7 +79,7 @@ void checkParts(sstring const& link)
     guiIsPageFile(link);
 }
 
-/// The files that exist. They lead to each other.
+/// The files that exist, with links to each other.
 void addFiles(FakeHost& host)
 {
     host.files["/app/pages/main.html"] = "<a href='next.html'>x</a>";

@@ -1,13 +1,14 @@
-// fuzz/markup.cpp: any text as markup. However it is asked for, the same sections come out, and what they are written
-// as reads back as the same sections. The input is the markup itself.
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
+// fuzz/markup.cpp: any text as markup. In whatever order sections are requested they are the same, and writing and
+// parsing them gives the same sections again. The input is the markup itself.
 
 #include "foundation/vela-mlparser.h"
 #include "fuzz/bytes.h"
 #include "fuzz/finding.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -20,7 +21,7 @@ Units unitsOf(sstring const& text)
 
 bool isBlank(char16_t unit) { return unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n'; }
 
-/// Each stretch of blanks as one, as text between tags is read.
+/// Reduces each sequence of blanks to one, as in text between tags.
 Units collapsed(Units const& text)
 {
     Units out;
@@ -32,7 +33,7 @@ Units collapsed(Units const& text)
     return out;
 }
 
-/// All that one parser has made, as a line, and whether it may be expected to survive being written.
+/// All sections of a parser as a line of text, and whether writing and parsing them should give the same.
 struct Outline
 {
     Units line;
@@ -40,9 +41,9 @@ struct Outline
     bool survives = true;
 };
 
-/// A text that another text precedes becomes one with it; a reference ("&amp;lt;") is decoded once more; a text that
-/// begins with a quotation mark reads as a quoted string; blanks inside quoted strings are collapsed; character data
-/// ends at its first "]]>". Those are the format's own limits.
+/// Limits of the format: adjacent texts become one; a reference such as "&amp;lt;" is decoded again; a text that begins
+/// with a quotation mark becomes a quoted string; blanks in quoted strings are collapsed; character data ends at the
+/// first "]]>".
 bool textSurvives(Units const& text, bool isData)
 {
     if (isData)
@@ -54,7 +55,7 @@ bool textSurvives(Units const& text, bool isData)
 
 bool nameSurvives(Units const& name)
 {
-    static Units const special = u" \t\r\n<>=/?!-]\"'&"; // an element "!" is written as a declaration begins
+    static Units const special = u" \t\r\n<>=/?!-]\"'&"; // an element "!" is written like a declaration
     return !name.empty() && name.find_first_of(special) == Units::npos;
 }
 
@@ -70,7 +71,7 @@ void addSection(Outline& out, mlSection const& section, bool followsText);
 
 void addChildren(Outline& out, mlSection const& section)
 {
-    // Deeper than any stack: not compared.
+    // Too deep to compare recursively.
     if (++out.depth > 2000)
         out.survives = false;
     else {
@@ -114,7 +115,7 @@ Outline outlineOf(mlParser& parser)
     return out;
 }
 
-/// A parser over bytes that it keeps.
+/// A parser with the bytes that it reads.
 struct Page
 {
     explicit Page(std::string const& text)
@@ -128,7 +129,7 @@ struct Page
     mlParser parser;
 };
 
-/// Runs `read` until it ends or meets bad syntax; whether it ended.
+/// Runs `read`. Returns false on a syntax error.
 bool reads(std::function<void()> const& read)
 {
     try {
@@ -140,7 +141,7 @@ bool reads(std::function<void()> const& read)
     }
 }
 
-/// Asks for sections here and there before reading the rest.
+/// Requests a few random sections before the rest.
 void readInJumps(mlParser& parser, FuzzRandom& random)
 {
     for (unsigned i = 0; i < 8; ++i) {
@@ -154,7 +155,7 @@ void readInJumps(mlParser& parser, FuzzRandom& random)
     }
 }
 
-/// The rest of one element read by a parser of its own ends, and gives what is inside that element.
+/// A parser for the rest of an element gives the content of that element and ends with it.
 void readElsewhere(std::string const& text, FuzzRandom& random)
 {
     Page page(text);
@@ -182,13 +183,13 @@ void requireWrittenReadsBack(mlParser& parser, Outline const& outline)
     require(unitsOf(again.parser.toString()) == unitsOf(written), "written twice it differs");
 }
 
-/// A stream decodes its source in chunks: with a comment in front that moves the end of the first one to some place in
-/// the text, the text has the same sections.
+/// A stream decodes its source in chunks. With a comment in front, which moves the first chunk boundary to some
+/// position in the text, the sections are the same.
 void requireNoTraceOfChunks(std::string const& text, FuzzRandom& random)
 {
     Page page(text);
     sstring const units = page.stream.toString();
-    unsigned const inFront = tsCache::chunkSize - random.below(std::min(units.getLength(), 8000u) + 1);
+    unsigned const inFront = tsCache::kChunkSize - random.below(std::min(units.getLength(), 8000u) + 1);
     sstring const comment(("<!--" + std::string(inFront - 7, 'x') + "-->").c_str());
     Page alone(units);
     Page moved(comment + units);

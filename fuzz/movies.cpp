@@ -1,5 +1,6 @@
-// fuzz/movies.cpp: any bytes as a movie. What is read stays within what the bytes can hold, and a file that is cut off
-// has no frame that the whole one has not.
+// fuzz/movies.cpp: any bytes as a movie. The result is never larger than the bytes allow, and a truncated file has no
+// frame that the whole file lacks.
+
 #include "controls/readavi.h"
 #include "fuzz/bytes.h"
 #include "fuzz/finding.h"
@@ -27,7 +28,7 @@ void check(guiVideo const& video, size_t size)
         decoded += static_cast<std::size_t>(frame.image.width()) * static_cast<std::size_t>(frame.image.height()) * 4;
     }
     require(decoded <= kMaxDecoded, "frames take more memory than they may");
-    // A format whose size reaches out of its list may hold bytes that are sound as well.
+    // A format chunk that extends beyond its list may still contain valid bytes.
     require(video.audio.size() <= 2 * size + kWavHeaders, "more sound than there are bytes");
 }
 

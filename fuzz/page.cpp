@@ -1,21 +1,21 @@
-// fuzz/page.cpp: any text as a page, laid out at a size that depends on it: what holds for every page holds, another
-// layout at the same size changes nothing, and neither does a detour over another size. The input is the page itself.
+// fuzz/page.cpp: any text as a page, laid out at a size that depends on it. What must hold for every page holds; laying
+// it out again changes nothing, directly or after a layout at another size. The input is the page itself.
+#include "foundation/hashlist.h"
 #include "fuzz/bytes.h"
 #include "fuzz/finding.h"
 #include "fuzz/qtapplication.h"
 #include "page/guihtmlsize.h"
 #include "page/guinodewatch.h"
-#include "runtime/hashlist.h"
 #include "tests/page/referencelayout.h"
 #include "tests/support/layoutpromises.h"
 #include "tests/support/pagewindow.h"
 
+#include <memory>
+#include <vector>
+
 #include <QImage>
 #include <QPainter>
 #include <QString>
-
-#include <memory>
-#include <vector>
 
 namespace {
 
@@ -37,13 +37,13 @@ std::vector<guiRect> rectsAt(PageWindow& page, int width, int height)
     return rects;
 }
 
-/// Small and plain enough for the second computation, which knows no limits and takes its time.
+/// Whether the page is small and simple enough for the reference layout, which is slow and has no limits.
 bool isSimple(guiHtml* node, unsigned depth, unsigned& nodes)
 {
     bool const hasHugeNumber = std::max({node->m.fixed.x, node->m.fixed.y}) > 5000 ||
                                std::max({node->m.fixed.cxMin, node->m.fixed.cyMin}) > 5000 || node->m.border > 5000 ||
                                node->m.space > 5000 || node->m.divide > 5000;
-    // Percentages inside each other: the second computation knows no limit.
+    // Nested percentages, which the reference layout does not limit.
     bool const isCut = std::max(node->m.activeCx, node->m.activeCy) >= unsigned{kMaxLayoutPixels};
     int const type = node->getType();
     bool const isKnown = type == guiHtml::kTypePlain || type == guiHtml::kTypeBase || type == guiHtml::kTypeText;

@@ -1,5 +1,6 @@
-// fuzz/paths.cpp: any text as a path. The cleaned path is what the steps of its documentation give one by one, and no
-// "vfs://" name leads out of its folder. The input is the path.
+// fuzz/paths.cpp: any text as a path. The canonical path is what the documented steps give one by one, and no "vfs://"
+// name leads out of its folder. The input is the path.
+
 #include "foundation/vela-fileio.h"
 #include "fuzz/bytes.h"
 #include "fuzz/finding.h"
@@ -20,7 +21,7 @@ Units unitsOf(sstring const& text)
     return Units(reinterpret_cast<char16_t const*>(text.getUnicode()), text.getLength());
 }
 
-/// Every occurrence, what was put in not looked at again.
+/// Replaces every occurrence, without searching the replacements again.
 void replaceAll(Units& text, Units const& from, Units const& to)
 {
     for (size_t at = 0; (at = text.find(from, at)) != Units::npos; at += to.size())
@@ -47,7 +48,7 @@ Units cleaned(Units path)
     return path;
 }
 
-/// A folder of one file, beside a file that nobody may reach; gone with the process.
+/// A folder with a file, and a file beside the folder, which must not be reachable. Deleted with the process.
 class Documents
 {
 public:

@@ -1,11 +1,12 @@
 // fuzz/qtapplication.cpp: see qtapplication.h.
+
 #include "fuzz/qtapplication.h"
 
 #include "fuzz/finding.h"
 
-#include <QApplication>
-
 #include <cstdlib>
+
+#include <QApplication>
 
 void startQt()
 {

@@ -1,5 +1,5 @@
 // fuzz/qtapplication.h: the application object of targets that need the toolkit.
 #pragma once
 
-/// Makes it on the first call, off-screen and with the log silenced. It is never destroyed: the process ends without.
+/// Makes the application object on the first call, off-screen and with the log silenced. It is never destroyed.
 void startQt();

@@ -1,5 +1,6 @@
-// fuzz/replay.cpp: runs stored inputs through a target once, without a fuzzing engine: files, and folders of files. So
-// every compiler's ordinary tests keep what the fuzzers have found.
+// fuzz/replay.cpp: runs a target once on each stored input, given as files and folders, without a fuzzing engine. This
+// makes the fuzzers' findings regression tests for every compiler.
+
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -10,7 +11,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(uint8_t const* bytes, size_t size);
 extern "C" __attribute__((weak)) int LLVMFuzzerInitialize(int* count, char*** arguments);
-/// Only the custom mutators call it, and those are not run here.
+/// Only custom mutators call it, and they do not run here.
 extern "C" __attribute__((weak)) size_t LLVMFuzzerMutate(uint8_t*, size_t size, size_t) { return size; }
 
 namespace {
@@ -19,7 +20,7 @@ void run(std::filesystem::path const& file)
 {
     std::ifstream in(file, std::ios::binary);
     std::string const content{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-    // A copy of exactly that size, so that a sanitizer sees a read behind the end.
+    // A copy of exactly that size, so that a sanitizer notices reads past the end.
     std::vector<uint8_t> bytes(content.begin(), content.end());
     LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
 }

@@ -1,8 +1,13 @@
-// fuzz/stream.cpp: a text read in any pieces, with any going back, from memory or from a file, closed and opened in
-// between, gives the units of one straight read; and those are what the bytes mean in their code set.
+// fuzz/stream.cpp: reading a text in any pieces, going back, closing and reopening, from memory or a file, gives the
+// same units as reading it once; and these are the text in its code set.
 //
-// Input: the seed of the moves, code set, whether filling stands before the text so that it meets the end of a chunk,
-// and how near, then the text.
+// Input: the seed of the moves, the code set, whether and how far filler before the text moves it to the end of a
+// chunk, then the text.
+
+#include "foundation/vela-textstream.h"
+#include "fuzz/bytes.h"
+#include "fuzz/finding.h"
+
 #include <cstring>
 #include <memory>
 #include <string>
@@ -12,26 +17,22 @@
 #include <unicode/ucnv.h>
 #include <unistd.h>
 
-#include "foundation/vela-textstream.h"
-#include "fuzz/bytes.h"
-#include "fuzz/finding.h"
-
 namespace {
 
 using Units = std::u16string;
 
-/// Code sets of the locales, and more that pages may declare; "" declares none.
+/// The locales' code sets, and others that pages may declare; "" declares none.
 char const* const kCodeSets[] = {"",       "utf-8",        "iso-8859-1", "shift_jis",   "euc-kr",  "gb2312",
                                  "big5",   "IBM-850",      "IBM-932",    "ksc_5601",    "GBK",     "koi8-r",
                                  "euc-jp", "windows-1252", "utf-7",      "iso-2022-jp", "gb18030", "no-such-set"};
 constexpr unsigned kCodeSetCount = sizeof kCodeSets / sizeof *kCodeSets;
-/// Behind the code sets: UTF-16 in both orders.
+/// After the code sets: UTF-16 in both byte orders.
 constexpr unsigned kEncodingCount = kCodeSetCount + 2;
 
 struct Source
 {
     std::string bytes;
-    bool isExpected = false; // the units are known beforehand
+    bool isExpected = false; // the units are known in advance
     Units expected;
 };
 
@@ -52,7 +53,7 @@ Units unitsOfPairs(std::string const& bytes, bool isBig)
     return units;
 }
 
-/// The text in a code set, if ICU can decode all of it without a substitution.
+/// The text in a code set, if ICU can decode it without substitutions.
 bool decodeStrictly(std::string const& bytes, char const* codeSet, Units& out)
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -68,16 +69,16 @@ bool decodeStrictly(std::string const& bytes, char const* codeSet, Units& out)
     return U_SUCCESS(status);
 }
 
-/// Code sets whose characters stand for themselves wherever they are: whole decoding is then right for every cut.
+/// Stateless code sets, for which chunks decode to the same units as the whole text.
 bool isStateless(std::string const& codeSet)
 {
     return codeSet == "utf-8" || codeSet == "iso-8859-1" || codeSet == "IBM-850" || codeSet == "koi8-r";
 }
 
-/// How much must stand before a text that shall begin `before` units ahead of the end of a chunk.
+/// The size of the filler for a text that begins `before` units before the end of a chunk.
 size_t filling(unsigned chunks, size_t before)
 {
-    return chunks == 1 || chunks == 2 ? chunks * size_t{tsCache::chunkSize} - before : 0;
+    return chunks == 1 || chunks == 2 ? chunks * size_t{tsCache::kChunkSize} - before : 0;
 }
 
 Source makeSource(FuzzBytes& input)
@@ -110,7 +111,7 @@ Units readStraight(textstream& stream)
     return units;
 }
 
-/// Moves about in a stream and checks every unit it sees against the text known to be there.
+/// Moves around in a stream and compares every unit with the known text.
 class Walker
 {
 public:
@@ -126,7 +127,7 @@ public:
     }
 
 private:
-    /// Mostly a few units, now and then about a chunk.
+    /// Mostly a few units, sometimes about a chunk.
     unsigned count() { return m_random.oneIn(8) ? m_random.below(20000) : m_random.below(30); }
 
     void step()
@@ -236,7 +237,7 @@ private:
     std::vector<Kept> m_kept;
 };
 
-/// A file that has no place on any disk.
+/// A file in memory.
 class MemoryFile
 {
 public:
@@ -260,7 +261,7 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* bytes, size_t size)
     FuzzBytes input(bytes, size);
     FuzzRandom random(input.word());
     Source source = makeSource(input);
-    // A copy of exactly that size, so that a read behind the end is seen.
+    // A copy of exactly that size, so that a sanitizer notices reads past the end.
     std::vector<unsigned char> memory(source.bytes.begin(), source.bytes.end());
     textstream straight(memory.data(), static_cast<unsigned>(memory.size()), 0);
     Units const text = readStraight(straight);

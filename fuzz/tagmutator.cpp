@@ -1,5 +1,6 @@
-// fuzz/tagmutator.cpp: changes markup as markup. Plain changes of bytes seldom nest two tables or repeat a cell; these
-// take the text apart at its tags and insert, drop, repeat, wrap and move whole ones.
+// fuzz/tagmutator.cpp: a mutator that knows markup. Random changes of bytes seldom nest two tables or repeat a cell;
+// this one splits the text at its tags and inserts, removes, repeats, wraps and moves whole tags.
+
 #include "fuzz/bytes.h"
 
 #include <cstring>
@@ -10,7 +11,7 @@ extern "C" size_t LLVMFuzzerMutate(uint8_t* bytes, size_t size, size_t limit);
 
 namespace {
 
-// The same as in page.dict, which the engine reads.
+// The same as in page.dict, which the fuzzing engine reads.
 char const* const kTags[] = {
     "a",       "address",  "area",  "b",      "body",   "br",    "cite",     "center",  "dd",     "div",   "dl",
     "doctype", "dt",       "em",    "font",   "form",   "frame", "frameset", "h1",      "head",   "hr",    "html",
@@ -190,7 +191,7 @@ std::string makeTag(std::string const& name, FuzzRandom& random)
     return tag + ">";
 }
 
-/// Tags and what stands between them.
+/// Tags and the text between them.
 std::vector<std::string> split(std::string const& markup)
 {
     std::vector<std::string> parts;

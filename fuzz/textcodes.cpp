@@ -1,7 +1,8 @@
-// fuzz/textcodes.cpp: any text as a text run with formatting codes. The scanner's parts are the text again; measuring,
-// measuring again and painting agree at every width.
+// fuzz/textcodes.cpp: any text as a text run with formatting codes. The parts that the scanner finds add up to the
+// text; measuring, measuring again and painting agree at every width.
 //
 // Input: width, alignment, then the text.
+
 #include "fuzz/bytes.h"
 #include "fuzz/finding.h"
 #include "fuzz/qtapplication.h"

@@ -1,9 +1,10 @@
-// fuzz/window.cpp: whole windows through the C++ host: pages are loaded, clicked, typed into, resized and closed in any
-// order, and the handlers that this calls do the same. Whatever happens, the windows can be closed at the end, and then
-// no page node, object or call is left over.
+// fuzz/window.cpp: whole windows, with the C++ host: pages are loaded, clicked, typed into, resized and closed in any
+// order, and the handlers that this calls do the same. At the end the windows can always be closed, and then no page
+// node, object or call remains.
 //
-// Input: a list of steps, each a byte that chooses it and a few bytes of arguments. What handlers do is read from the
-// same bytes when they are called.
+// Input: a list of steps, each a byte that selects it and a few bytes of arguments. Handlers read their steps from the
+// same bytes.
+
 #include "controls/guiwidget.h"
 #include "fuzz/bytes.h"
 #include "fuzz/finding.h"
@@ -14,21 +15,21 @@
 #include "runtime/guithread.h"
 #include "script/guiwindow.h"
 
+#include <filesystem>
+#include <fstream>
+#include <optional>
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QWheelEvent>
 
-#include <filesystem>
-#include <fstream>
-#include <optional>
-
 namespace {
 
 constexpr unsigned kWindows = 3;
-constexpr int kMaxActions = 60; // of one input, those of handlers included
+constexpr int kMaxActions = 60; // of an input, including those of handlers
 
-/// Pages of the fuzzer's world. "a" to "d" are handlers.
+/// The pages. "a" to "d" are handlers.
 struct PageFile
 {
     char const* name;
@@ -68,7 +69,7 @@ T oneOf(T const (&list)[N], FuzzBytes& input)
     return list[input.below(N)];
 }
 
-/// The folder of the pages; gone with the process.
+/// The folder of the pages; deleted with the process.
 class World
 {
 public:
@@ -101,7 +102,7 @@ World& world()
     return world;
 }
 
-/// One thing a user does. Numbers, since they travel to the GUI thread as arguments of a call.
+/// An action of the user. Numbers, because they are passed to the GUI thread as arguments of a call.
 enum UserAct
 {
     kPress,
@@ -178,7 +179,7 @@ void onGuiThread(ScriptMethod method, NativeObject* object, NativeArguments args
                                     ignored);
 }
 
-/// Lets the GUI thread handle what was posted, and this one the calls that come of it.
+/// Lets the GUI thread handle posted events, and this thread the resulting calls.
 void settle(NativeHost& host)
 {
     for (int i = 0; i < 2; ++i)
@@ -198,7 +199,7 @@ public:
         }
     }
 
-    /// Closes everything; what handlers still want to do is refused.
+    /// Closes everything; further actions of handlers are refused.
     ~Session()
     {
         m_actionsLeft = 0;
@@ -206,7 +207,7 @@ public:
             window.close();
         require(m_host.serveUntil([this] { return !m_host.engine().windows().any(); }, std::chrono::seconds(10)),
                 "a closed window stays open");
-        // What was clicked before the end may call a handler after it: the handlers are this session's.
+        // A click before the end may call a handler of this session after it.
         require(m_host.serveUntil([this] { return hasNoCalls(); }, std::chrono::seconds(10)), "a call does not end");
         for (NativeWindow& window : m_windows)
             window = NativeWindow();
@@ -268,7 +269,7 @@ private:
             control->call(oneOf(kMethods, m_input), {"links.html", static_cast<int>(m_input.below(3))});
     }
 
-    /// A modal window ends only when somebody closes it: that is arranged before.
+    /// Arranges that the modal window is closed, before opening it.
     void showModally(NativeWindow window)
     {
         m_host.post([window] { window.close(); });
@@ -322,7 +323,7 @@ private:
     int m_actionsLeft = kMaxActions;
 };
 
-/// Everything of which an input must leave as much as there was.
+/// Everything whose number must be the same before and after an input.
 struct Census
 {
     explicit Census(NativeHost& host) : nodes(pGUI->size()), objects(host.engine().objects().size()) {}
@@ -331,8 +332,8 @@ struct Census
     size_t objects;
 };
 
-/// The session names the window, the form and the control last used, and keeps them; while windows close, the next
-/// becomes the current one.
+/// The session keeps the window, the form and the control that were used last; when a window closes, the next becomes
+/// the current one.
 bool isBackAt(Census const& before, NativeHost& host)
 {
     return host.serveUntil(
@@ -352,7 +353,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     silenceLog();
-    world().host().window(); // what is made once for all windows
+    world().host().window(); // makes what all windows share
     return 0;
 }
 

@@ -23,12 +23,15 @@ guiChildList::~guiChildList() { clear(); }
 
 void guiChildList::clear()
 {
-    if (block* array = arrayOf(); array && --array->shares == 0)
-        std::free(array);
+    if (block* array = arrayOf()) {
+        assert(array->shares > 0);
+        if (--array->shares == 0)
+            std::free(array);
+    }
     m_only = nullptr;
 }
 
-/// Counts one more list that holds the entries.
+/// Counts one more list that uses the array; a single entry gets an array first.
 void guiChildList::share() const
 {
     if (!m_only)
@@ -40,6 +43,7 @@ void guiChildList::share() const
 
 void guiChildList::append(guiHtml* entry)
 {
+    assert(!isNode(entry) || (reinterpret_cast<std::uintptr_t>(entry) & kIsArray) == 0);
     if (!m_only && entry) {
         m_only = entry;
         return;
@@ -48,13 +52,14 @@ void guiChildList::append(guiHtml* entry)
     if (!array || array->shares > 1 || array->count == array->capacity)
         grow();
     array = arrayOf();
+    assert(array->shares == 1 && array->count < array->capacity);
     begin()[array->count++] = entry;
 }
 
-/// An array of its own with more room.
+/// Replaces the array, or the single entry, by a larger array that only this list uses.
 void guiChildList::grow() const
 {
-    // 3, 7, 15, ... entries: with the header each block fills a chunk of the usual allocators.
+    // 3, 7, 15, ... entries and the header fill the block sizes that allocators hand out.
     unsigned const count = size();
     unsigned const capacity = 2 * count + (count == 0 ? 3 : 1);
     auto* larger = static_cast<block*>(std::malloc(sizeof(block) + std::size_t{capacity} * sizeof(guiHtml*)));
@@ -64,9 +69,11 @@ void guiChildList::grow() const
     if (count)
         std::memcpy(static_cast<void*>(larger + 1), begin(), std::size_t{count} * sizeof(guiHtml*));
     if (block* old = arrayOf()) {
-        old->count = 0; // taken over from all that share it
+        assert(old->shares > 0);
+        old->count = 0; // so that the lists that shared it become empty
         if (--old->shares == 0)
             std::free(old);
     }
     setArray(larger);
+    assert(size() == count && arrayOf() == larger);
 }

@@ -3,13 +3,14 @@
 
 #include "page/guitypes.h"
 
+#include <cassert>
 #include <cstddef>
 
 class guiHtml;
 
-/// An array of entries behind one word, so that the many nodes without children, or with one (most cells of a table
-/// hold a single run of text), pay 8 bytes. Copying shares the array: both lists then hold the same entries. Does not
-/// delete nodes by itself. GUI thread.
+/// An array of entries behind one pointer, so that the many nodes with one child or none (most table cells hold a
+/// single text run) take 8 bytes for it. Copying shares the array: both lists then hold the same entries. The list does
+/// not own the nodes; its node deletes them. GUI thread.
 class guiChildList
 {
 public:
@@ -19,12 +20,17 @@ public:
     guiChildList& operator=(guiChildList const& other);
     ~guiChildList();
 
-    /// Whether an entry is a node rather than a marker or an empty slot.
+    /// Whether an entry is a node, not a marker or an empty slot.
     static bool isNode(guiHtml const* entry) { return reinterpret_cast<std::uintptr_t>(entry) > kLastMarker; }
-    static guiHtml* fromMarker(guiMarker marker) { return reinterpret_cast<guiHtml*>(std::uintptr_t{marker}); }
-    /// The marker in an entry that is no node.
+    static guiHtml* fromMarker(guiMarker marker)
+    {
+        assert(marker <= kLastMarker);
+        return reinterpret_cast<guiHtml*>(std::uintptr_t{marker});
+    }
+    /// The marker in an entry that is not a node.
     static guiMarker toMarker(guiHtml const* entry)
     {
+        assert(!isNode(entry));
         return static_cast<guiMarker>(reinterpret_cast<std::uintptr_t>(entry));
     }
 
@@ -35,7 +41,11 @@ public:
         return m_only ? 1 : 0;
     }
     /// The raw entry at `i`, which must be below size().
-    guiHtml* operator[](unsigned i) const { return begin()[i]; }
+    guiHtml* operator[](unsigned i) const
+    {
+        assert(i < size());
+        return begin()[i];
+    }
     guiHtml** begin() const
     {
         block* array = arrayOf();
@@ -45,11 +55,15 @@ public:
     /// Whether another node shares the array.
     bool isShared() const { return arrayOf() && arrayOf()->shares > 1; }
 
-    /// Adds at the end; amortised constant time. When the array is shared, this list takes it over and all others
+    /// Adds at the end in amortised constant time. When the array is shared, this list takes it over and all others
     /// become empty, so that every node has one owner.
     void append(guiHtml* entry);
-    void set(unsigned i, guiHtml* entry) { begin()[i] = entry; }
-    /// Lets go of the array.
+    void set(unsigned i, guiHtml* entry)
+    {
+        assert(i < size());
+        begin()[i] = entry;
+    }
+    /// Empties this list; others that share its array keep it.
     void clear();
 
 private:
@@ -61,7 +75,7 @@ private:
         unsigned unused;
     };
 
-    static constexpr std::uintptr_t kIsArray = 1; // set in an address: neither nodes nor arrays lie at odd ones
+    static constexpr std::uintptr_t kIsArray = 1; // set in a pointer: nodes and arrays have even addresses
 
     block* arrayOf() const
     {
@@ -75,5 +89,5 @@ private:
     void share() const;
     void grow() const;
 
-    mutable guiHtml* m_only = nullptr; // the only entry, unless that is an empty slot; or the array, marked
+    mutable guiHtml* m_only = nullptr; // the only entry unless it is an empty slot; or the array, with kIsArray set
 };

@@ -3,14 +3,16 @@
 
 #include "page/guihtml.h"
 
+#include <cassert>
+
 namespace {
 
-bool meets(guiRect const& a, guiRect const& b)
+bool intersects(guiRect const& a, guiRect const& b)
 {
     return a.left < b.right() && b.left < a.right() && a.top < b.bottom() && b.top < a.bottom();
 }
 
-/// The first node at or behind entry `i`, null when only markers follow.
+/// The first node at or after entry `i`, null when only markers follow.
 guiHtml const* nodeFrom(guiHtml const* parent, unsigned i)
 {
     for (; i < parent->getChildCount(); ++i)
@@ -43,7 +45,7 @@ unsigned firstAtOrBelow(guiHtml const* parent, int top)
     return low;
 }
 
-/// The first entry of the layer that holds `top`, or of the one above when it lies between two.
+/// The first entry of the layer at `top`, or of the layer above when `top` lies between two.
 unsigned firstOfLayer(guiHtml const* parent, int top)
 {
     guiHtml const* last = nodeBefore(parent, firstAtOrBelow(parent, top + 1));
@@ -63,6 +65,7 @@ guiChildSpan::guiChildSpan(guiHtml const* parent, guiRect const& area)
 {
     if (m_isSorted)
         m_at = firstOfLayer(parent, area.top);
+    assert(m_at <= parent->getChildCount());
 }
 
 bool guiChildSpan::isPast(guiHtml const* child) const { return m_isSorted && child->m.rect.top >= m_area.bottom(); }
@@ -75,7 +78,7 @@ guiHtml* guiChildSpan::next()
             continue;
         if (isPast(child))
             return nullptr;
-        if (meets(child->m.rect, m_area))
+        if (intersects(child->m.rect, m_area))
             return child;
     }
     return nullptr;

@@ -1,15 +1,15 @@
-// page/guichildspan.h: the children of a node that meet an area, found without looking at all of them: painting, hit
-// testing and scrolling in the middle of a long page cost what they cost at its top.
+// page/guichildspan.h: finds the children of a node that intersect an area without looking at all of them, so that
+// painting, hit testing and scrolling take as long in the middle of a long page as at its top.
 #pragma once
 
 #include "page/guitypes.h"
 
 class guiHtml;
 
-/// Visits, in child order, the child nodes whose rectangles meet `area` (in coordinates of the parent's content).
-/// Layout stacks layers from top to bottom, so the first one is found by bisection and the walk ends below the area;
-/// lists of up to `kSmallList` entries are simply walked. Children may be removed during the walk (then some are
-/// skipped), the parent not.
+/// Visits, in child order, the child nodes whose rectangles intersect `area` (in coordinates of the parent's content).
+/// Layout stacks layers from top to bottom, so the first one is found by bisection and the walk ends below the area; in
+/// lists of up to `kSmallList` entries every child is tested. Children may be removed during the walk (then some are
+/// skipped), the parent may not. GUI thread.
 class guiChildSpan
 {
 public:
@@ -28,5 +28,5 @@ private:
     bool m_isSorted;
 };
 
-/// An area that every node meets.
+/// An area that intersects every node.
 guiRect guiWholePlane();

@@ -1,8 +1,6 @@
 // page/guihtml-dump.cpp: the tree as text, for tests and the debugger.
 #include "page/guihtml.h"
 
-#include "page/guihtmltext.h"
-
 #include <QScrollBar>
 #include <string>
 
@@ -64,7 +62,7 @@ char const* markerText(guiMarker marker)
 
 std::string indent(unsigned blanks) { return std::string(blanks, ' '); }
 
-/// Collects lines, each with the blanks of one indentation in front.
+/// Collects lines that all have the same indentation.
 class dumpWriter
 {
 public:
@@ -82,7 +80,7 @@ private:
     sstring m_out;
 };
 
-/// The rest of a sizes line: requests and minima on both axes.
+/// A line about sizes: requests and minimums on both axes, then `end`.
 sformat sizesText(char const* word, guiHtml::sizes_t const& sizes, char const* end)
 {
     return sformat("%s: X=%lu%s, Y=%lu%s, cxMin=%ld, cyMin=%ld%s", word, static_cast<unsigned long>(sizes.x),
@@ -141,7 +139,7 @@ sstring guiHtml::toString(unsigned indent)
     dumpWriter out(indent);
     out.line(sstring(typeWord(getType())) + ": " + getName() + "\n");
     if (getType() == kTypeText)
-        out.line(sstring("text: ") + static_cast<guiHtmlText*>(this)->getText() + "\n");
+        out.line(sstring("text: ") + getRunText() + "\n");
     writeGeometry(out, this);
     writeLook(out, this);
     writeChildren(out, this, indent + 2);

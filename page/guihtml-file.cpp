@@ -1,14 +1,14 @@
-// page/guihtml-file.cpp: gives nodes the content of files: pages, pictures, background images, and what `src`
-// attributes name. Parsing is guihtml-load.cpp's. A content filter is a script: after it has run, the node may be gone.
-#include "controls/guihtmlimage.h"
+// page/guihtml-file.cpp: fills nodes from files: pages, pictures, background images, and the files that `src`
+// attributes name. guihtmlparser-load.cpp parses the text. Content filters are script: one may delete the node.
+#include "foundation/vela-log.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
-#include "page/guihtmlservices.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
+#include "page/guipagefile.h"
 #include "page/guipagehost.h"
-#include "runtime/gui.h"
-#include "runtime/guihtmlbase.h"
+#include "page/guipageroot.h"
 
 #include <QPixmap>
 #include <QScrollBar>
@@ -16,13 +16,14 @@
 
 namespace {
 
-/// Takes the content out of a node, and what belonged to it out of the form.
+/// Removes the content of a node, and the values of its controls from the form.
 void empty(guiHtml* node)
 {
     if (node->getChildCount() == 0)
-        return; // a control's value is none of its content
+        return; // a control has no content, and keeps its value
     guiNodeWatch self(node);
-    guiServices::eraseFormValues(node);
+    if (guiPageRoot* root = node->getBaseHtml())
+        root->eraseFormValues(node);
     node->destroyChildren();
     if (!self.alive())
         return;
@@ -30,17 +31,7 @@ void empty(guiHtml* node)
     node->updateLayout(1);
 }
 
-/// Logs what went wrong with a file, and leaves the node empty, if there still is one. The result is that of a failed
-/// load.
-int failed(guiNodeWatch const& node, char const* what, sstring const& path)
-{
-    guiComponent::logError("guiHtml::loadFile() - failed to %s %s\n", what, guiComponent::printable(path).c_str());
-    if (node.alive())
-        empty(node.get());
-    return 0;
-}
-
-/// A page that holds nothing but one picture or movie.
+/// The text of a page that shows only one picture or movie.
 sstring picturePage(sstring const& path)
 {
     sstring name = path;
@@ -49,43 +40,38 @@ sstring picturePage(sstring const& path)
     return sstring("<img src=\"") + name + "\">";
 }
 
-int loadPicture(guiHtml* node, sstring const& path)
-{
-    if (auto* image = dynamic_cast<guiHtmlImage*>(node)) {
-        image->setSource(path);
-        return 1;
-    }
-    return node->setText(picturePage(path), guiDirectoryOf(path));
-}
-
-/// The name to load: links and `src` are relative to the page around the node, what script loads into a window to the
-/// script.
+/// The full name of a file to load. Links and `src` are relative to the page around the node; a file that script loads
+/// into a window is relative to the script.
 sstring nameToLoad(guiHtml* node, sstring const& file)
 {
     if (node->getParent())
         return guiFullName(node, file);
-    guiPageHost* host = guiPageHost::current();
-    return host ? host->resolvePath(node->getBaseHtml(), file) : file;
+    return guiPageHost::current().resolvePath(guiPageObjectOf(node), file);
 }
 
-int loadPage(guiHtml* node, sstring path)
+int loadPageFile(guiHtml* node, guiPageFile& file, guiNodeWatch const& self)
 {
-    guiPageHost* host = guiPageHost::current();
-    guiHtmlBase* root = node->getBaseHtml();
+    if (!file.read(guiPageObjectOf(node)) || !file.filter(node->getBaseHtml()))
+        return 0;
+    if (self.alive() && node->setText(file.text(), guiDirectoryOf(file.path())))
+        return 1;
+    return file.fail("apply content from");
+}
+
+/// When the page can not be loaded, the node is left empty.
+int loadPage(guiHtml* node, sstring const& path)
+{
     guiNodeWatch self(node);
     node->setString(kStringFile, path);
     node->setCurrentDirectory();
-    sstring text;
-    if (!host || !host->readText(root, path, text))
-        return failed(self, "load file", path);
-    if (!host->filterText(root, path, text))
-        return failed(self, "filter file", path);
-    if (!self.alive() || !node->setText(text, guiDirectoryOf(path)))
-        return failed(self, "apply content from", path);
-    return 1;
+    guiPageFile file(path, "guiHtml::loadFile()");
+    int const result = loadPageFile(node, file, self);
+    if (!result && self.alive())
+        empty(node);
+    return result;
 }
 
-/// Whether the file is what one of the pages around the node was loaded from.
+/// Whether one of the pages around the node was loaded from this file.
 bool isWithin(guiHtml const* node, sstring const& path)
 {
     for (guiHtml const* above = node->getParent(); above; above = above->getParent())
@@ -98,11 +84,10 @@ int loadWithin(guiLoadBudget const& budget, guiHtml* node, sstring const& file)
 {
     sstring path = nameToLoad(node, file);
     if (!guiIsPageFile(path))
-        return loadPicture(node, path);
+        return node->loadPicture(path);
     if (!budget.isExhausted())
         return loadPage(node, path);
-    guiComponent::logError("guiHtml::loadFile() - %s is not loaded: too many pages within pages\n",
-                           guiComponent::printable(path).c_str());
+    velaLog("guiHtml::loadFile() - %s is not loaded: too many pages within pages\n", velaPrintable(path).c_str());
     return 0;
 }
 
@@ -115,7 +100,7 @@ int loadInto(guiHtml* node, sstring const& file)
     return result;
 }
 
-/// Loads what a `src` attribute names, unless the page would contain itself without end.
+/// Loads the file that a `src` attribute names, unless that would nest a page in itself without end.
 int loadSource(guiHtml* node, sstring const& source)
 {
     sstring path;
@@ -124,12 +109,11 @@ int loadSource(guiHtml* node, sstring const& source)
     path = nameToLoad(node, path);
     if (!isWithin(node, path))
         return node->loadFile(source);
-    guiComponent::logError("guiHtml::dynamicLoad() - %s is not loaded: it contains itself\n",
-                           guiComponent::printable(path).c_str());
+    velaLog("guiHtml::dynamicLoad() - %s is not loaded: it contains itself\n", velaPrintable(path).c_str());
     return 0;
 }
 
-/// Top of a node in the content of its root, wherever that is scrolled to.
+/// Top of a node in the content of its root, whatever the scroll positions.
 int topInRoot(guiHtml const* node)
 {
     int top = 0;
@@ -155,6 +139,7 @@ int scrollToBookmark(guiHtml* root, sstring const& bookmark)
 
 int guiHtml::loadFile(sstring file)
 {
+    assertOnGuiThread();
     sstring name;
     sstring bookmark;
     guiSplitBookmark(file, name, bookmark);
@@ -167,12 +152,15 @@ int guiHtml::loadFile(sstring file)
     return name.getLength() != 0 || found;
 }
 
+int guiHtml::loadPicture(sstring const& path) { return setText(picturePage(path), guiDirectoryOf(path)); }
+
 int guiHtml::loadBackground(sstring file)
 {
-    guiPageHost* host = guiPageHost::current();
+    assertOnGuiThread();
     QPixmap image;
     guiNodeWatch self(this);
-    if (!host || !host->readImage(getBaseHtml(), guiFullName(this, file), image) || !self.alive())
+    sstring const path = guiFullName(this, file);
+    if (!guiPageHost::current().readImage(guiPageObjectOf(this), path, image) || !self.alive())
         return 0;
     setString(kStringBackground, file);
     setBackgroundPixmap(image);
@@ -180,7 +168,7 @@ int guiHtml::loadBackground(sstring file)
     return 1;
 }
 
-// Only names it: dynamicLoad() reads the file.
+// Stores the name; dynamicLoad() reads the file.
 int guiHtml::setBackgroundImage(sstring const& file)
 {
     setString(kStringBackground, file);
@@ -190,6 +178,7 @@ int guiHtml::setBackgroundImage(sstring const& file)
 
 int guiHtml::dynamicLoad()
 {
+    assertOnGuiThread();
     guiNodeWatch self(this);
     int result = 1;
     if (hasString(kStringBackground) && !isBackgroundLoaded())
@@ -205,8 +194,8 @@ int guiHtml::dynamicLoad()
     return result;
 }
 
-// Nothing in a library may change the process's directory: the names in a page are completed with that of its file
-// instead.
+// A library must not change the process's working directory, so the node's file gets its full name, and names in the
+// page are completed with its directory.
 void guiHtml::setCurrentDirectory()
 {
     if (hasString(kStringFile))

@@ -1,21 +1,16 @@
-// page/guihtml-link.cpp: follows links. One that begins with "event://" calls a script handler, any other loads a file
-// into a node. A handler may replace the page or close the window, so nothing of the node is touched after one ran
-// unless it lives.
+// page/guihtml-link.cpp: follows links. A link that begins with "event://" calls a script handler, any other loads a
+// file into a node. A handler may replace the page or close the window, so after the call the node is used only if it
+// is still alive.
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
 #include "page/guipagehost.h"
-#include "runtime/guihtmlbase.h"
+#include "page/guipageroot.h"
 
 namespace {
 
-ScriptObject* pageObjectOf(guiHtml* node)
-{
-    guiHtmlBase* root = node->getBaseHtml();
-    return root ? root->getPageObject() : nullptr;
-}
-
-/// The name of the handler in a link, with its arguments; "" when the link is none that calls a handler.
+/// The name of the handler in a link, with its arguments; "" when the link calls no handler.
 sstring eventIn(sstring const& link)
 {
     unsigned at = link.find(sstring(kEventPrefix));
@@ -25,12 +20,10 @@ sstring eventIn(sstring const& link)
 /// Calls the handler on the given object or, if that has none of its name, on the page's. 0 when neither has one.
 int callHandler(guiHtml* node, ScriptObject* object, ScriptObject* page, sstring const& event, sstring& reply)
 {
-    guiPageHost* host = guiPageHost::current();
-    if (!host)
-        return 0;
-    if (object && host->callHandler(node, object, event, reply))
+    guiPageHost& host = guiPageHost::current();
+    if (object && host.callHandler(node, object, event, reply))
         return 1;
-    return page && page != object ? host->callHandler(node, page, event, reply) : 0;
+    return page && page != object ? host.callHandler(node, page, event, reply) : 0;
 }
 
 guiHtml* nearestNamed(guiHtml* node)
@@ -40,7 +33,7 @@ guiHtml* nearestNamed(guiHtml* node)
     return node;
 }
 
-/// The frame that contains the node: the child of the nearest frameset above it; the root when there is none.
+/// The frame that contains the node: a child of the nearest frameset above it, or the root without a frameset.
 guiHtml* frameOf(guiHtml* node)
 {
     guiHtml* at = node;
@@ -53,7 +46,7 @@ guiHtml* findTarget(guiHtml* node, sstring const& target)
 {
     if (target == "_parent")
         return nearestNamed(node);
-    guiHtmlBase* root = node->getBaseHtml();
+    guiPageRoot* root = node->getBaseHtml();
     if (target == "_top" || !root)
         return root;
     return target.getLength() != 0 && target != "_self" ? root->getNamed(target) : nullptr;
@@ -63,8 +56,9 @@ guiHtml* findTarget(guiHtml* node, sstring const& target)
 
 int guiHtml::onEvent(sstring name, ScriptObject* object)
 {
+    assertOnGuiThread();
     guiNodeWatch self(this);
-    ScriptObject* page = pageObjectOf(this);
+    ScriptObject* page = guiPageObjectOf(this);
     if (onHyperlink(name, object))
         return 1;
     return object && object != page && self.alive() ? onHyperlink(name, nullptr) : 0;
@@ -72,6 +66,7 @@ int guiHtml::onEvent(sstring name, ScriptObject* object)
 
 int guiHtml::onHyperlink(sstring link, ScriptObject* object)
 {
+    assertOnGuiThread();
     sstring target;
     sstring rest;
     guiSplitTarget(guiDecodePercent(link), target, rest);
@@ -87,11 +82,10 @@ int guiHtml::onHyperlinkAction(sstring& link, sstring& target, ScriptObject* obj
     guiNodeWatch self(this);
     guiNodeWatch root(getBaseHtml());
     sstring reply;
-    if (!callHandler(this, object, pageObjectOf(this), event, reply))
+    if (!callHandler(this, object, guiPageObjectOf(this), event, reply))
         return 0;
-    // A handler that replaced this node's page and names a file means the window that the node was in, if it still has
-    // one.
-    auto* window = static_cast<guiHtmlBase*>(root.get());
+    // When the handler deleted this node and returned the name of a file, the file is loaded into the window.
+    auto* window = static_cast<guiPageRoot*>(root.get());
     guiHtml* from = self.alive() ? this : window;
     if (window && window->isReleased())
         return 1;

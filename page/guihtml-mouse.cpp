@@ -1,16 +1,18 @@
-// page/guihtml-mouse.cpp: which node lies under the pointer, and the events that a node fires when the pointer comes,
-// goes, moves and clicks. guihtml-link.cpp turns an event into a call of a handler; text runs have handlers of their
-// own.
+// page/guihtml-mouse.cpp: finds the node under the pointer, and fires the events of a node when the pointer enters,
+// leaves, moves and clicks. guihtml-link.cpp turns an event into a call of a handler; text runs override these
+// handlers.
+#include "foundation/vela-threadrole.h"
 #include "page/guichildspan.h"
 #include "page/guihtml.h"
 #include "page/guilaterevents.h"
 
 namespace {
 
-/// Fires the link of a mouse attribute, or the default one of a node without the attribute. The node may be gone
+/// Fires the link of a mouse attribute, or `defaultLink` for a node without the attribute. The node may be gone
 /// afterwards.
 void fire(guiHtml* node, sstring link, char const* defaultLink)
 {
+    assertOnGuiThread();
     if (link.getLength() == 0)
         link = sstring(defaultLink);
     if (!guiLaterEvents::take(node, link))
@@ -52,6 +54,7 @@ guiHtml* hitChild(guiHtml* node, int* x, int* y)
 
 guiHtml* guiHtml::hitTest(int* x, int* y)
 {
+    assertOnGuiThread();
     if (!contains(m.rect, *x, *y))
         return nullptr;
     int ownX = *x - m.rect.left;
@@ -66,8 +69,7 @@ guiHtml* guiHtml::hitTest(int* x, int* y)
     return hit ? hit : this;
 }
 
-// A plain node takes the pointer when its page asks for it: text and cells without handlers let it through to the node
-// behind.
+// A plain node receives the pointer only if it has a mouse attribute; otherwise the node behind it does.
 int guiHtml::canHitTest()
 {
     return hasString(kStringMouseOver) || hasString(kStringMouseOut) || hasString(kStringMouseDown) ||

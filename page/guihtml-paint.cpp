@@ -1,7 +1,5 @@
-// page/guihtml-paint.cpp: paints a plain node: border or group box, background, children, the corner between two scroll
-// bars. Text runs, images and custom elements paint themselves; guihtml-mouse.cpp has the pointer, guihtml-scroll.cpp
-// the scrolling.
-#include "controls/guiwidget.h"
+// page/guihtml-paint.cpp: paints a plain node: border or group box, background, children, and the corner between two
+// scroll bars. Text runs, images and custom elements override this.
 #include "page/guichildspan.h"
 #include "page/guicolor.h"
 #include "page/guihtml.h"
@@ -9,13 +7,16 @@
 #include "page/guipainting.h"
 
 #include "foundation/vela-qt.h"
+#include "foundation/vela-threadrole.h"
 
 #include <QFont>
 #include <QPainter>
 #include <QPixmap>
 #include <QRegion>
 #include <QScrollBar>
+#include <QWidget>
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -49,18 +50,17 @@ QRect clippedTo(guiRect const& inner, QRegion const* region)
     return region ? toQRect(inner).intersected(region->boundingRect()) : toQRect(inner);
 }
 
-QColor widgetColor(guiWidget* widget)
+/// The colour behind a node: its own, or else the background of the window; light gray when the page is not painted
+/// into a window (`window` is null).
+QColor backgroundOf(guiHtml* node, guiWidget const* window)
 {
+    if (node->hasBackgroundColor())
+        return toQColor(node->getBackgroundColor());
+    QWidget const* widget = window ? node->getTopLevelWidget() : nullptr;
     return widget ? widget->palette().color(QPalette::Window) : toQColor(guiColor::LightGray);
 }
 
-QColor backgroundOf(guiHtml const* node, guiWidget* widget)
-{
-    return node->hasBackgroundColor() ? toQColor(node->getBackgroundColor()) : widgetColor(widget);
-}
-
-void paintBackground(guiHtml const* node, QPainter* painter, guiRect const& rect, guiWidget* widget,
-                     QRegion const& clip)
+void paintBackground(guiHtml* node, QPainter* painter, guiRect const& rect, guiWidget* widget, QRegion const& clip)
 {
     bool isNamed = node->hasString(kStringBackground);
     if (isNamed && node->isBackgroundLoaded())
@@ -71,7 +71,7 @@ void paintBackground(guiHtml const* node, QPainter* painter, guiRect const& rect
 
 guiColor dimmed(guiColor color) { return {color.red * 2 / 3, color.green * 2 / 3, color.blue * 2 / 3}; }
 
-/// The frame of a group box without its caption: six points, open between the ends of the gap.
+/// The frame of a group box, open at the top between gapLeft and gapRight for the caption.
 void drawOpenFrame(QPainter* painter, int gapLeft, int gapRight, QRect const& corners, guiColor color)
 {
     QColor pen = toQColor(color);
@@ -136,6 +136,8 @@ void guiHtml::paintBorder(QPainter* painter, guiRect* rect, int highlight)
 
 void guiHtml::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region)
 {
+    assertOnGuiThread();
+    assert(painter);
     if (region)
         painter->setClipRegion(*region);
     if (!getTopLevelWidget())
@@ -162,7 +164,7 @@ void guiHtml::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegio
         paintCornerTo(painter, x, y, widget, region);
 }
 
-// A child may be a script's: its handler can replace this node's content, or the whole page, while it paints.
+// A custom element paints by script, which may replace this node's content or the whole page.
 void guiHtml::paintChildrenTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region)
 {
     guiNodeWatch self(this);

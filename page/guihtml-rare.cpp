@@ -1,10 +1,12 @@
-// page/guihtml-rare.cpp: reads and writes what few nodes have. Reading never makes the side record, nor does writing a
-// default.
+// page/guihtml-rare.cpp: reads and writes the properties that few nodes have. Only writing a value that is not the
+// default allocates the record.
 #include "page/guihtml-rare.h"
 
+#include "foundation/vela-threadrole.h"
 #include "page/guifontepoch.h"
 
 #include <QScrollBar>
+#include <cassert>
 
 namespace {
 
@@ -47,7 +49,7 @@ guiHtml::rare_t::rare_t(rare_t const& other)
 
 namespace {
 
-// Made once and for ever: the GUI thread still runs while the process exits.
+// Never destroyed: the GUI thread still runs while the process exits.
 template <typename T>
 T const& defaultsOf()
 {
@@ -77,6 +79,7 @@ bool guiHtml::isString(guiNodeString which, sstring const& value, bool fold) con
     if (!hasString(which))
         return value.getLength() == 0;
     auto const* text = findText(m.rare->texts, which);
+    assert(text && !text->value.empty());
     if (text->value.size() != value.getLength())
         return false;
     auto const* units = reinterpret_cast<unsigned short const*>(text->value.c_str());
@@ -85,16 +88,27 @@ bool guiHtml::isString(guiNodeString which, sstring const& value, bool fold) con
 
 void guiHtml::setString(guiNodeString which, sstring const& value)
 {
+    assertOnGuiThread();
     if (which == kStringFace)
         guiFontEpoch::advance();
     if (which == kStringSource || which == kStringBackground)
-        s_namedLoads.fetch_add(1, std::memory_order_relaxed);
-    if (value.getLength() == 0) {
-        if (m.rare)
-            std::erase_if(m.rare->texts, [which](auto const& text) { return text.which == which; });
-        m.rareParts = static_cast<std::uint16_t>(m.rareParts & ~(1u << which));
-        return;
-    }
+        ++s_pendingLoadCount;
+    if (value.getLength() == 0)
+        removeText(which);
+    else
+        storeText(which, value);
+    assert(hasString(which) == (findText(rare().texts, which) != nullptr));
+}
+
+void guiHtml::removeText(guiNodeString which)
+{
+    if (m.rare)
+        std::erase_if(m.rare->texts, [which](auto const& text) { return text.which == which; });
+    m.rareParts = static_cast<std::uint16_t>(m.rareParts & ~(1u << which));
+}
+
+void guiHtml::storeText(guiNodeString which, sstring const& value)
+{
     auto& texts = ensureRare().texts;
     if (auto* text = findText(texts, which))
         text->value = toUnits(value);
@@ -111,6 +125,7 @@ void guiHtml::setBorderColors(guiColor light, guiColor color, guiColor dark)
 {
     if (light == getBorderLight() && color == getBorderColor() && dark == getBorderDark())
         return;
+    assertOnGuiThread();
     rare_t& to = ensureRare();
     to.borderLight = light;
     to.borderColor = color;
@@ -122,6 +137,7 @@ bool guiHtml::hasBackgroundColor() const { return rare().hasBackground; }
 
 void guiHtml::setBackgroundColor(guiColor color)
 {
+    assertOnGuiThread();
     ensureRare().background = color;
     m.rare->hasBackground = true;
 }
@@ -143,30 +159,38 @@ void guiHtml::setTabIndex(int index)
 }
 
 QPixmap const* guiHtml::getBackgroundPixmap() const { return rare().backgroundImage.get(); }
+
 void guiHtml::setBackgroundPixmap(QPixmap const& image)
 {
+    assertOnGuiThread();
     ensureRare().backgroundImage = std::make_unique<QPixmap>(image);
 }
+
 void guiHtml::clearBackgroundPixmap()
 {
     if (m.rare)
         m.rare->backgroundImage.reset();
 }
 
-guiHtml::scroll_t const& guiHtml::getScroll() const { return isScrolled() ? *m.rare->scroll : defaultsOf<scroll_t>(); }
+guiHtml::scroll_t const& guiHtml::getScroll() const
+{
+    assert(isScrolled() == (m.rare && m.rare->scroll));
+    return isScrolled() ? *m.rare->scroll : defaultsOf<scroll_t>();
+}
 
 guiHtml::scroll_t& guiHtml::ensureScroll()
 {
+    assertOnGuiThread();
     rare_t& to = ensureRare();
     if (!to.scroll) {
         to.scroll = std::make_unique<scroll_t>();
         m.rareParts |= kRareScroll;
-        mayScroll();
+        reconsiderScrollBars();
     }
     return *to.scroll;
 }
 
-void guiHtml::mayScroll()
+void guiHtml::reconsiderScrollBars()
 {
     for (guiHtml* node = this; node; node = node->m.parent)
         node->m.layout.forget(guiLayoutMemo::kNoBars);
@@ -189,7 +213,12 @@ void guiHtml::resetScroll()
 }
 
 unsigned guiHtml::getCaptionWidth() const { return rare().captionWidth; }
-unsigned guiHtml::measuredCaptionHeight() const { return m.rare->captionHeight; }
+
+unsigned guiHtml::measuredCaptionHeight() const
+{
+    assert(m.rare);
+    return m.rare->captionHeight;
+}
 
 void guiHtml::setCaptionSize(unsigned width, unsigned height)
 {

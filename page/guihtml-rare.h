@@ -1,4 +1,5 @@
-// page/guihtml-rare.h: the side record of a node, for what few nodes have. Private to guihtml-rare.cpp and guihtml.cpp.
+// page/guihtml-rare.h: a separate record for the properties that few nodes have. Private to guihtml-rare.cpp and
+// guihtml.cpp.
 #pragma once
 
 #include "page/guihtml.h"
@@ -8,17 +9,17 @@
 #include <string>
 #include <vector>
 
-/// All defaults are those of a node without the record.
+/// Its defaults are what a node without the record answers.
 struct guiHtml::rare_t
 {
-    struct text_t
+    struct namedText
     {
         guiNodeString which;
         std::u16string value;
     };
 
     rare_t() = default;
-    /// A copy without the scroll bars: those belong to one node.
+    /// A copy without the scroll bars, which belong to one node.
     rare_t(rare_t const& other);
 
     guiPackedColor borderLight = guiColor::White;
@@ -30,7 +31,7 @@ struct guiHtml::rare_t
     int tabIndex = kNoTabIndex;
     unsigned captionWidth = 0;
     unsigned captionHeight = 0;
-    std::vector<text_t> texts;                // one per kind
+    std::vector<namedText> texts;             // at most one per guiNodeString
     std::unique_ptr<QPixmap> backgroundImage; // null: none is loaded
     std::unique_ptr<scroll_t> scroll;
 };

@@ -1,11 +1,14 @@
-// page/guihtml-tree.cpp: walks the tree: look-up by name, where a node lies in its window, the keyboard focus order,
+// page/guihtml-tree.cpp: walks the tree: look-up by name, a node's position in its window, the keyboard focus order,
 // and the Enter and Escape keys.
 #include "page/guihtml.h"
 
-#include "page/guihtmlservices.h"
+#include "foundation/vela-threadrole.h"
+#include "page/guipagehost.h"
+#include "page/guipageroot.h"
 
 #include <QWidget>
 #include <algorithm>
+#include <cassert>
 #include <vector>
 
 guiHtml* guiHtml::getLastChild() const
@@ -19,8 +22,10 @@ guiHtml* guiHtml::getLastChild() const
 unsigned guiHtml::getDepth() const
 {
     unsigned depth = 0;
-    for (guiHtml const* node = m.parent; node; node = node->m.parent)
+    for (guiHtml const* node = m.parent; node; node = node->m.parent) {
+        assert(node != this);
         ++depth;
+    }
     return depth;
 }
 
@@ -65,7 +70,7 @@ guiHtml* topOf(guiHtml* node)
     return node;
 }
 
-/// Left and top become the larger, right and bottom the smaller of the two; never a negative extent.
+/// The common part of two rectangles; width and height are never negative.
 guiRect intersect(guiRect const& a, guiRect const& b)
 {
     guiRect both;
@@ -92,7 +97,7 @@ QWidget* guiHtml::getTopLevelWidget()
     return top == this ? nullptr : top->getTopLevelWidget();
 }
 
-guiHtmlBase* guiHtml::getBaseHtml()
+guiPageRoot* guiHtml::getBaseHtml()
 {
     guiHtml* top = topOf(this);
     return top == this ? nullptr : top->getBaseHtml();
@@ -143,10 +148,8 @@ struct tabStop
     int tabIndex;
 };
 
-/// In document order, until updateTabOrder() sorts it.
-using TabOrderList = std::vector<tabStop>;
-
-void findWidgets(guiHtml* node, TabOrderList& stops)
+/// In document order.
+void findWidgets(guiHtml* node, std::vector<tabStop>& stops)
 {
     if (QWidget* widget = node->getChildWidget())
         stops.push_back({widget, node->getTabIndex()});
@@ -158,10 +161,11 @@ void findWidgets(guiHtml* node, TabOrderList& stops)
 
 void guiHtml::updateTabOrder()
 {
+    assertOnGuiThread();
     if (!m.tabOrderDirty)
         return;
     m.tabOrderDirty = 0;
-    TabOrderList stops;
+    std::vector<tabStop> stops;
     findWidgets(this, stops);
     if (stops.empty())
         return;
@@ -176,18 +180,20 @@ void guiHtml::updateTabOrder()
 
 int guiHtml::onEscape()
 {
-    if (!hasString(kStringName) || !isString(kStringName, guiServices::escapeControl(getBaseHtml())))
+    guiPageRoot* base = getBaseHtml();
+    if (!base || !hasString(kStringName) || !isString(kStringName, base->getEscapeControl()))
         return 0;
-    guiServices::postTrigger(this);
+    guiPageHost::current().postTrigger(this);
     return 1;
 }
 
 int guiHtml::onEnter()
 {
-    guiHtmlBase* base = getBaseHtml();
-    if (hasString(kStringName) && isString(kStringName, guiServices::enterControl(base))) {
-        guiServices::postTrigger(this);
-        return 1;
-    }
-    return guiServices::enterOnRoot(base);
+    guiPageRoot* base = getBaseHtml();
+    if (!base || base == this)
+        return 0;
+    if (!hasString(kStringName) || !isString(kStringName, base->getEnterControl()))
+        return base->onEnter();
+    guiPageHost::current().postTrigger(this);
+    return 1;
 }

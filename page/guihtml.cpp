@@ -1,13 +1,20 @@
-// page/guihtml.cpp: how nodes are made, copied and destroyed, and what a plain node answers.
+// page/guihtml.cpp: makes, copies and destroys nodes, and gives the answers of a plain node.
 #include "page/guihtml.h"
 
+#include "foundation/hashlist.h"
+#include "foundation/vela-log.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guifontepoch.h"
 #include "page/guihtml-rare.h"
-#include "page/guihtmlservices.h"
 #include "page/guinodewatch.h"
-#include "runtime/gui.h"
+#include "page/guipagehost.h"
+#include "page/guipageroot.h"
+#include "page/guipagesurface.h"
+
+#include <QScrollBar>
 
 #include <atomic>
+#include <cassert>
 #include <vector>
 
 namespace {
@@ -25,13 +32,21 @@ void enterRegistry(guiHtml* node)
 void leaveRegistry(guiHtml* node)
 {
     theGeneration.fetch_add(1, std::memory_order_relaxed);
-    if (hashlist<guiHtml>* registry = theRegistry.load(std::memory_order_acquire))
+    if (hashlist<guiHtml>* registry = theRegistry.load(std::memory_order_acquire)) {
+        assert(registry->size() != 0);
         registry->remove(node);
+    }
 }
 
 } // namespace
 
 void guiHtml::setRegistry(hashlist<guiHtml>* registry) { theRegistry.store(registry, std::memory_order_release); }
+
+bool guiHtml::isRegistered(guiHtml const* node)
+{
+    hashlist<guiHtml>* registry = theRegistry.load(std::memory_order_acquire);
+    return node && registry && registry->contains(node);
+}
 
 unsigned long guiHtml::generation() { return theGeneration.load(std::memory_order_relaxed); }
 
@@ -40,11 +55,13 @@ guiHtml::guiHtml(guiHtml* parent)
     enterRegistry(this);
     if (!parent)
         return;
+    assertOnGuiThread();
     m.parent = parent;
     m.textColor = parent->m.textColor;
     m.linkColor = parent->m.linkColor;
     m.activeLinkColor = parent->m.activeLinkColor;
-    if (guiServices::hasPageObject(parent->getBaseHtml()))
+    guiPageRoot* root = parent->getBaseHtml();
+    if (root && root->getPageObject())
         guiHtml::buildCustomObject_script();
 }
 
@@ -59,8 +76,9 @@ guiHtml::~guiHtml()
     guiNodeWatch::nodeDestroyed(this);
     guiHtml::destroyChildWidget();
     releaseNodes(m.children, this);
+    assert(getChildCount() == 0);
     if (m.object)
-        guiServices::unbindObject(m.object, this);
+        guiPageHost::current().unbindObject(m.object, this);
     leaveRegistry(this);
 }
 
@@ -71,57 +89,35 @@ guiHtml& guiHtml::operator=(guiHtml& other)
     return *this;
 }
 
-guiHtml* guiHtml::Clone(guiHtml* parent)
-{
-    auto* copy = new guiHtml;
-    *copy = *this;
-    copy->setParent(parent);
-    return copy;
-}
+guiHtml* guiHtml::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
 void guiHtml::setParent(guiHtml* parent)
 {
+    assertOnGuiThread();
+    assert(parent != this);
     m.parent = parent;
     guiFontEpoch::advance();
 }
 
 void guiHtml::copyFrom(guiHtml const& other)
 {
+    assertOnGuiThread();
+    assert(&other != this);
     guiFontEpoch::advance();
     destroyChildren();
     destroyScrollBars();
-    m.alignX = other.m.alignX;
-    m.alignY = other.m.alignY;
-    m.fixed = other.m.fixed;
-    m.dynamic = other.m.dynamic;
-    m.expandChildren = other.m.expandChildren;
-    m.expandWidth = other.m.expandWidth;
-    m.expandHeight = other.m.expandHeight;
-    m.activeCx = other.m.activeCx;
-    m.activeCy = other.m.activeCy;
-    m.parent = other.m.parent;
+    fields_t& fields = m;
+    fields = other.m;
+    m.layout = guiLayoutMemo();
     m.children = other.m.children;
-    m.rect = other.m.rect;
-    m.space = other.m.space;
-    m.divide = other.m.divide;
-    m.border = other.m.border;
-    m.textColor = other.m.textColor;
-    m.linkColor = other.m.linkColor;
-    m.activeLinkColor = other.m.activeLinkColor;
-    m.useSystemFont = other.m.useSystemFont;
-    m.tabOrderDirty = other.m.tabOrderDirty;
-    m.scrollMode = other.m.scrollMode;
-    m.enabled = other.m.enabled;
-    m.visible = other.m.visible;
-    m.current = other.m.current;
-    m.hover = other.m.hover;
     m.rare = other.m.rare ? std::make_unique<rare_t>(*other.m.rare) : nullptr;
-    m.rareParts = other.m.rareParts;
     m.object = other.m.object.load();
+    assert(getChildCount() == other.getChildCount());
+    assert(!getScroll().barX && !getScroll().barY);
 }
 
-// Leaves go first, so that a node's parents are whole while it is destroyed; no recursion, since trees may be deep. The
-// last child goes before the first: the registry finds the newest nodes fastest.
+// Leaves go first, so that the nodes above are whole while a node is destroyed; no recursion, since trees may be deep.
+// The last child goes before the first: the registry finds the newest nodes fastest.
 void guiHtml::destroyTree(guiHtml* node)
 {
     struct level
@@ -131,6 +127,7 @@ void guiHtml::destroyTree(guiHtml* node)
     };
     auto levelOf = [](guiHtml* at) { return level{at, at->m.children.isShared() ? 0 : at->getChildCount()}; };
 
+    assert(guiChildList::isNode(node));
     std::vector<level> path{levelOf(node)};
     while (!path.empty()) {
         level& top = path.back();
@@ -156,6 +153,7 @@ void guiHtml::releaseNodes(guiChildList& list, guiHtml* owner)
         guiHtml* entry = list[i];
         if (!guiChildList::isNode(entry))
             continue;
+        assert(isShared || !entry->m.parent || entry->m.parent == owner);
         if (!isShared)
             destroyTree(entry);
         else if (entry->m.parent == owner)
@@ -164,9 +162,10 @@ void guiHtml::releaseNodes(guiChildList& list, guiHtml* owner)
     list.clear();
 }
 
-// The widgets go first, and elements written in script hear of it: they may do anything to this node meanwhile.
+// Destroying a widget may run script, which may change or delete this node.
 void guiHtml::destroyChildren()
 {
+    assertOnGuiThread();
     guiChildList doomed = m.children;
     m.children.clear();
     if (!doomed.isShared()) {
@@ -182,11 +181,31 @@ void guiHtml::destroyChildren()
     releaseNodes(doomed, this);
 }
 
+/// Before this node appends to a list that it shares, and so becomes its only owner.
+void guiHtml::takeOverChildren()
+{
+    if (!m.children.isShared())
+        return;
+    for (guiHtml* child : guiNodesOf(this))
+        child->setParent(this);
+}
+
 guiHtml* guiHtml::append(guiHtml* child)
 {
+    assertOnGuiThread();
+    assert(guiChildList::isNode(child) && child != this && child != m.parent);
+    takeOverChildren();
     child->setParent(this);
     m.children.append(child);
+    assert(!m.children.isShared() && getChild(getChildCount() - 1) == child);
     return child;
+}
+
+void guiHtml::appendMarker(guiMarker marker)
+{
+    assertOnGuiThread();
+    takeOverChildren();
+    m.children.append(guiChildList::fromMarker(marker));
 }
 
 sstring guiHtml::getName() { return getString(kStringName); }
@@ -195,8 +214,8 @@ ScriptObject* guiHtml::getCustomObject() { return m.object; }
 
 void guiHtml::buildCustomObject_script()
 {
-    if (!guiServices::buildCustomObject(this))
-        guiComponent::logError("BuildCustomObject failed for 0x%08lX!\n", reinterpret_cast<unsigned long>(this));
+    if (!guiPageHost::current().buildCustomObject(this))
+        velaLog("BuildCustomObject failed for 0x%08lX!\n", reinterpret_cast<unsigned long>(this));
 }
 
 void guiHtml::setEnabled(int enabled)
@@ -222,7 +241,7 @@ void guiHtml::setCaption(sstring const& caption)
 void guiHtml::setSizePolicy(guiSizePolicy policy)
 {
     m.scrollMode = policy;
-    mayScroll();
+    reconsiderScrollBars();
 }
 
 void guiHtml::setCurrent() { m.current = 1; }
@@ -259,8 +278,9 @@ void guiHtml::createChildWidget() {}
 
 void guiHtml::destroyChildWidget()
 {
+    assertOnGuiThread();
     destroyScrollBars();
-    guiServices::nodeLosesWidget(this);
+    guiPageSurface::nodeLosesWidget(this);
     if (m.children.isShared() || getChildCount() == 0)
         return;
     guiNodeWatch self(this);

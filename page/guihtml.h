@@ -1,8 +1,8 @@
-// page/guihtml.h: the node that every page element is. A page is a tree of these: the root (runtime/guihtmlbase.h),
-// text runs (guihtmltext.h), images, controls, forms and framesets derive from it; a plain node is a table, a cell or a
-// frame. guihtml.cpp makes, copies and destroys nodes, guihtml-tree.cpp walks them, guihtml-dump.cpp writes them as
-// text, guihtml-load.cpp gives them content, guihtmlsize.cpp their rectangles, guihtml-paint.cpp paints them,
-// guihtml-link.cpp follows their links.
+// page/guihtml.h: the base class of all page elements. A page is a tree of nodes: the root (guipageroot.h), text runs
+// (guihtmltext.h), images, controls, forms and framesets derive from guiHtml; a plain guiHtml is a table, a cell or a
+// frame. guihtml.cpp makes, copies and destroys nodes, guihtml-tree.cpp walks the tree, guihtml-dump.cpp writes it as
+// text, guihtmlparser-load.cpp fills a node from page text, guihtmlsize.cpp computes its rectangle, guihtml-paint.cpp
+// paints it, guihtml-link.cpp follows its links.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -14,7 +14,7 @@
 #include <atomic>
 #include <memory>
 
-class guiHtmlBase;
+class guiPageRoot;
 class guiWidget;
 class QFont;
 class QPainter;
@@ -26,7 +26,7 @@ class ScriptObject;
 template <typename T>
 class hashlist;
 
-/// The texts that a node may have. Most nodes have none, so each is stored only when it is not empty.
+/// The strings that a node may have. Most nodes have none, so only those that are not empty are stored.
 enum guiNodeString : unsigned char
 {
     kStringFont,
@@ -43,7 +43,8 @@ enum guiNodeString : unsigned char
     kStringBackground, ///< file name of the background image
 };
 
-/// One page element. Nodes belong to the GUI thread; other threads may only ask the registry whether one exists.
+/// One page element. Every function is the GUI thread's unless it says otherwise; other threads may ask the registry
+/// whether a node exists.
 class guiHtml
 {
 public:
@@ -84,17 +85,22 @@ public:
 
     struct rare_t;
 
-    /// A node's data. What few nodes have lies in `rare`, behind the accessors below. What layout reads of every node
-    /// stands first: laying out a large page costs what fetching its nodes from memory costs.
-    struct m_t
+    /// The parts of a node's data that are allocated.
+    struct links_t
     {
         guiChildList children;        // the nodes in it are owned
         std::unique_ptr<rare_t> rare; // null: all defaults
-        guiHtml* parent = nullptr;    // not owned
-        std::uint16_t rareParts = 0;  // what `rare` holds: a bit per guiNodeString, and those of kRareScroll and so on
+    };
+
+    /// The parts that a copy takes over as they are, except `layout`. Those that layout reads of every node stand
+    /// first: on a large page, layout takes as long as fetching the nodes from memory takes.
+    struct fields_t
+    {
+        guiHtml* parent = nullptr;   // not owned
+        std::uint16_t rareParts = 0; // what `rare` holds: one bit per guiNodeString, and kRareScroll and kRareCaption
         guiAlignment alignX = kAlignLeft;
         guiAlignment alignY = kAlignCenter;
-        std::uint8_t expandChildren = 0; ///< hands spare space on to its children
+        std::uint8_t expandChildren = 0; ///< gives spare space to its children
         std::uint8_t expandWidth = 0;    ///< may grow horizontally
         std::uint8_t expandHeight = 0;   ///< may grow vertically
         guiSizePolicy scrollMode = kPolicyResize;
@@ -105,7 +111,7 @@ public:
         int divide = 0;        ///< pixels between neighbouring children and between layers
         int border = 0;        ///< border width
         guiRect rect;          ///< relative to the parent's top left corner
-        guiLayoutMemo layout;  // what guihtmlsize*.cpp keep while they lay a page out
+        guiLayoutMemo layout;  ///< what the layout engine remembers; a copy starts without it
 
         sizes_t fixed; ///< static: what the page's attributes ask for
         guiPackedColor textColor = guiColor::Black;
@@ -117,12 +123,19 @@ public:
         std::uint8_t visible = 1;
         std::uint8_t current = 0;
         std::uint8_t hover = 0;
-        /// The custom script object, kept by the node that it stands for. Set on the script thread.
+    };
+
+    /// A node's data. What few nodes have is in `rare`, behind the accessors below.
+    struct m_t : links_t, fields_t
+    {
+        /// The script object that stands for this node, null without one; the node holds a reference to it. Set on the
+        /// script thread.
         std::atomic<ScriptObject*> object{nullptr};
     };
 
-    /// A node of its own, in no list yet. With a parent (not owned; the node is not appended to it) it starts with the
-    /// parent's text and link colours, and, if the parent's window has a page object, with a script object of its own.
+    /// A node that is in no child list yet. With a parent (not owned; the node is not appended to it) it starts with
+    /// the parent's text and link colours, and, if the parent's window has a page object, with a script object of its
+    /// own. Any thread for a node without a parent.
     explicit guiHtml(guiHtml* parent = nullptr);
     /// A node with the same fields: see operator=.
     guiHtml(guiHtml const& other);
@@ -131,10 +144,11 @@ public:
 
     /// Destroys the node's widgets, then its children (the last one first), then takes the node out of the registry.
     virtual ~guiHtml();
-    /// Copies every field except the widgets. Shallow: both nodes then list the same children. The children live until
-    /// the last node that lists them is destroyed; appending to one of the two takes them over from the other.
+    /// Copies every field except the widgets. The copy is shallow: both nodes then list the same children. The children
+    /// live until the last node that lists them is destroyed; appending to one of the two takes them from the other.
     virtual guiHtml& operator=(guiHtml& other);
-    /// A new node of the same class, assigned from this one, with the given parent. The caller owns it.
+    /// A new node of the same class, assigned from this one, with the given parent (not owned). The caller owns the
+    /// result.
     virtual guiHtml* Clone(guiHtml* parent);
     virtual int getType() { return kTypePlain; }
     virtual guiRect getRect() { return m.rect; }
@@ -155,7 +169,7 @@ public:
     /// The window's widget, null while the page is in no open window.
     virtual QWidget* getTopLevelWidget();
     /// The page root, null for a node outside a page.
-    virtual guiHtmlBase* getBaseHtml();
+    virtual guiPageRoot* getBaseHtml();
     virtual ScriptObject* getCustomObject();
     /// Asks the script side for the node's custom object and enters it in the component's map; logs a failure.
     virtual void buildCustomObject_script();
@@ -243,6 +257,15 @@ public:
     virtual int onHyperlinkAction(sstring& link, sstring& target, ScriptObject* object);
     virtual int onHyperlinkFile(sstring& link, sstring& target);
 
+    // ---- Virtual operations after the slots above ----
+
+    /// The text of a run, with its codes; "" for every other node.
+    virtual sstring getRunText() const { return {}; }
+    /// Called before the parser appends the child (not owned yet).
+    virtual void onAppend(guiHtml*) {}
+    /// Replaces the content by a picture or a movie; `path` is the file's full name. 1 or 0.
+    virtual int loadPicture(sstring const& path);
+
     // ---- The tree ----
 
     guiHtml* getParent() const { return m.parent; }
@@ -252,28 +275,27 @@ public:
     guiHtml* getChild(unsigned index) const { return index < getChildCount() ? m.children[index] : nullptr; }
     /// The last entry that is a node, null when there is none.
     guiHtml* getLastChild() const;
-    /// Takes the node over as the last child and becomes its parent. Returns it.
+    /// Adds the node as the last child and becomes its parent and owner. Returns it.
     guiHtml* append(guiHtml* child);
-    void appendMarker(guiMarker marker) { m.children.append(guiChildList::fromMarker(marker)); }
+    void appendMarker(guiMarker marker);
     /// Destroys all children and forgets the markers.
     void destroyChildren();
     /// Number of nodes above this one.
     unsigned getDepth() const;
-    /// The look-ups by name, for names that are not the caller's to give away.
+    /// The same look-ups for constant names.
     guiHtml* getNamed(sstring const& name);
     guiHtml* getBookmarked(sstring const& bookmark);
 
-    // ---- What few nodes have ----
+    // ---- Properties that few nodes have ----
 
     sstring getString(guiNodeString which) const;
     bool hasString(guiNodeString which) const { return (m.rareParts & (1u << which)) != 0; }
-    /// Whether the string has this value; `fold` compares without regard to case. Costs no copy.
+    /// Whether the string has this value; `fold` compares without regard to case. Copies nothing.
     bool isString(guiNodeString which, sstring const& value, bool fold = false) const;
-    /// Sets one of the strings; "" is the same as none.
+    /// Sets one of the strings; "" removes it.
     void setString(guiNodeString which, sstring const& value);
-    /// How often any node was given the name of a file that dynamicLoad() is to load: a source or a background. Any
-    /// thread.
-    static unsigned namedLoads() { return s_namedLoads.load(std::memory_order_relaxed); }
+    /// Counts how often any node was given a file for dynamicLoad() to load: a source or a background.
+    static unsigned pendingLoadCount() { return s_pendingLoadCount; }
 
     guiColor getBorderLight() const;
     guiColor getBorderColor() const;
@@ -293,11 +315,11 @@ public:
     void setBackgroundPixmap(QPixmap const& image);
     void clearBackgroundPixmap();
 
-    /// Whether the node has, or had, scroll bars or a position.
+    /// Whether the node has or had scroll bars or a scroll position.
     bool isScrolled() const { return (m.rareParts & kRareScroll) != 0; }
     /// Scroll bars and positions; all 0 for a node that was never scrolled.
     scroll_t const& getScroll() const;
-    /// The same to write, made on the first call.
+    /// The same for writing; allocated on the first call.
     scroll_t& ensureScroll();
     /// Destroys the scroll bars and goes back to the top left.
     void resetScroll();
@@ -307,11 +329,14 @@ public:
     unsigned getCaptionHeight() const { return m.rareParts & kRareCaption ? measuredCaptionHeight() : 0; }
     void setCaptionSize(unsigned width, unsigned height);
 
-    /// Where nodes enter themselves while they live; null: nowhere. Set by the component before it makes the first node
-    /// and cleared after the last one. Not owned.
+    /// The list that every living node is in; null: none. Set by the component before it makes the first node and
+    /// cleared after the last one. Not owned. Any thread.
     static void setRegistry(hashlist<guiHtml>* registry);
-    /// Changes whenever a node is made or destroyed, anywhere: what was found by walking a page holds as long as this
-    /// stays. Never 0. Any thread.
+    /// Whether the node is in the registry: asked before a pointer that arrived with an event is followed. False
+    /// without a registry. Any thread.
+    static bool isRegistered(guiHtml const* node);
+    /// Changes whenever any node is made or destroyed: while it stays the same, what was found by walking a page is
+    /// still valid. Never 0. Any thread.
     static unsigned long generation();
 
     /// The node's data, open to the classes of the page.
@@ -320,24 +345,28 @@ public:
 private:
     // Bits of m.rareParts above those of the strings.
     static constexpr std::uint16_t kRareScroll = 1u << 14;
-    static constexpr std::uint16_t kRareCaption = 1u << 15; ///< a caption's measured size
+    static constexpr std::uint16_t kRareCaption = 1u << 15; // the measured size of the caption
     static_assert(1u << kStringBackground < kRareScroll, "each string has a bit of its own");
 
-    static inline std::atomic<unsigned> s_namedLoads{0}; // the script thread builds pages, the GUI thread loads them
+    static inline unsigned s_pendingLoadCount = 0;
 
     rare_t const& rare() const;
     rare_t& ensureRare();
+    void storeText(guiNodeString which, sstring const& value);
+    void removeText(guiNodeString which);
     void copyFrom(guiHtml const& other);
     void destroyScrollBars();
     unsigned measuredCaptionHeight() const;
-    /// The layout has to look anew whether the node needs scroll bars.
-    void mayScroll();
+    /// Makes the next layout decide again whether the node, or one above it, needs scroll bars.
+    void reconsiderScrollBars();
+    void takeOverChildren();
+    /// `node` is owned: it is destroyed with everything below it.
     static void destroyTree(guiHtml* node);
     static void releaseNodes(guiChildList& list, guiHtml* owner);
 };
 
-/// Every node below `parent`'s level is visited by `for (guiHtml* child : guiNodesOf(parent))`: the children without
-/// the markers. Appending to the parent meanwhile is not allowed.
+/// The children of a node without the markers: `for (guiHtml* child : guiNodesOf(parent))`. The parent's list must not
+/// change inside the loop.
 class guiNodesOf
 {
 public:
@@ -373,13 +402,13 @@ private:
     guiChildList const& m_list;
 };
 
-/// What Clone() does for a class whose operator= copies all of it.
+/// Implements Clone() for a class whose operator= copies everything. The caller owns the result; `parent` is not owned.
 template <typename Node>
 guiHtml* guiCloneNode(Node& node, guiHtml* parent)
 {
-    auto* copy = new Node;
+    auto copy = std::make_unique<Node>();
     guiHtml& target = *copy;
     target = node;
     target.setParent(parent);
-    return copy;
+    return copy.release();
 }

@@ -70,7 +70,7 @@ void guiHtmlParser::pullMouseEvents(guiHtml* node, mlSection* section)
 
 namespace {
 
-/// Most elements have none of the attributes that they are asked for: those must cost no string.
+/// Most attributes are absent, so presence is tested before a string is made.
 int pullPixels(mlSection* section, char const* name)
 {
     return section->findAttr(name) ? guiToPixels(guiHtmlParser::pullAttr(section, name)) : 0;
@@ -140,7 +140,7 @@ void guiHtmlParser::pullBackground(guiHtml* node, mlSection* section)
 
 namespace {
 
-/// The name of the two that the element has; the first if both, null if neither.
+/// The first of the two names that the element has as an attribute, null if it has neither.
 char const* findFirst(mlSection* section, char const* name, char const* otherwise)
 {
     if (section->findAttr(name))

@@ -5,7 +5,8 @@
 #include "page/guihtml.h"
 #include "page/guihtmltext.h"
 #include "page/guinumbers.h"
-#include "runtime/guihtmlframeset.h"
+
+#include <cassert>
 
 namespace {
 
@@ -15,19 +16,10 @@ guiHtml* lastEntry(guiHtml* parent)
     return count ? parent->getChild(count - 1) : nullptr;
 }
 
-/// Whether a break may stand at the end: only behind a node, never in a frameset, whose rows break by themselves.
+/// Whether a break may be appended: only after a node, never in a frameset, whose rows break by themselves.
 bool takesBreak(guiHtml* parent)
 {
     return guiChildList::isNode(lastEntry(parent)) && parent->getType() != guiHtml::kTypeFrameset;
-}
-
-void placeInFrameset(guiHtmlFrameset* frameset, guiHtml* child)
-{
-    if (child->getType() == guiHtml::kTypeText)
-        return;
-    if (frameset->nextStartsRow() && guiChildList::isNode(lastEntry(frameset)))
-        frameset->appendMarker(kMarkerLineBreak);
-    frameset->placeNext(child);
 }
 
 guiAlignment applyMarker(guiHtml* entry, guiAlignment alignment)
@@ -50,8 +42,8 @@ guiAlignment applyMarker(guiHtml* entry, guiAlignment alignment)
 
 void guiHtmlParser::appendGuiHtml(guiHtml* parent, guiHtml* child)
 {
-    if (parent->getType() == guiHtml::kTypeFrameset)
-        placeInFrameset(static_cast<guiHtmlFrameset*>(parent), child);
+    assert(!child->getParent() || child->getParent() == parent);
+    parent->onAppend(child);
     parent->append(child);
     child->m.useSystemFont = parent->m.useSystemFont;
     child->m.textColor = parent->m.textColor;
@@ -81,19 +73,21 @@ void guiHtmlParser::appendLineBreak(guiHtml* parent)
 
 void guiHtmlParser::appendAlignment(guiHtml* parent, guiAlignment alignment)
 {
+    assert(alignment <= kAlignRight);
     parent->appendMarker(static_cast<guiMarker>(kMarkerAlignLeft + unsigned{alignment}));
 }
 
-// The markers that were looked at once are not looked at again: a page may have thousands of paragraphs in one node.
+// No marker is read twice: a page may have thousands of paragraphs in one node.
 guiAlignment guiHtmlParser::getCurrentAlignment(guiHtml* parent)
 {
     for (std::size_t i = m_scopes.size(); i-- > 0;) {
-        scope_t& scope = m_scopes[i];
-        if (scope.parent != parent)
+        scope& around = m_scopes[i];
+        if (around.parent != parent)
             continue;
-        for (; scope.scanned < parent->getChildCount(); ++scope.scanned)
-            scope.last = applyMarker(parent->getChild(scope.scanned), scope.last);
-        return scope.last;
+        assert(around.scanned <= parent->getChildCount());
+        for (; around.scanned < parent->getChildCount(); ++around.scanned)
+            around.last = applyMarker(parent->getChild(around.scanned), around.last);
+        return around.last;
     }
     guiAlignment alignment = parent->m.alignX;
     for (guiHtml* entry : parent->m.children)

@@ -23,8 +23,7 @@ guiHtmlText* guiHtmlParser::findOrCreateText(guiHtml* parent)
 {
     if (guiHtmlText* last = getLastIfText(parent))
         return last;
-    auto* run = new guiHtmlText;
-    appendGuiHtml(parent, run);
+    guiHtmlText* run = appendGuiHtml(parent, std::make_unique<guiHtmlText>());
     pullLeafAlignment(parent, run);
     if (m_listDepth != 0)
         run->editText() += sformat("[[>%ld]]", static_cast<long>(m_listDepth));
@@ -41,7 +40,7 @@ void guiHtmlParser::pullTextItem(guiHtml* parent, mlSection* item)
     m_suppressSpace = false;
     unsigned length = 0;
     unsigned short const* units = item->getDataUnits(&length);
-    unsigned short const* end = std::find(units, units + length, 0); // as everywhere, a zero ends a text
+    unsigned short const* end = std::find(units, units + length, 0); // text ends at the first zero
     text.append(QStringView(units, end - units));
 }
 
@@ -77,7 +76,7 @@ sstring guiHtmlParser::pullText(mlSection* section)
 
 namespace {
 
-/// The codes that an element writes before its content; each may be empty.
+/// The codes that a formatting element opens before its content; each may be empty.
 struct formatting
 {
     sstring style;
@@ -118,15 +117,15 @@ void writeCode(guiRunText& text, char const* opening, sstring const& code)
     text += "]]";
 }
 
-// A line break has no end, also when an attribute asked for it.
+// A line break is not closed, also when it comes from the colour attribute of a font element.
 void writeClosingCode(guiRunText& text, sstring const& code)
 {
     if (code != sstring("br"))
         writeCode(text, "[[/", code);
 }
 
-/// A link as it can stand in a code: brackets that would end the code, or begin another one, are written as percent
-/// codes, which following the link decodes.
+/// A link for use in a code: double brackets, which would end the code or begin another one, become percent codes,
+/// which are decoded when the link is followed.
 sstring linkCode(sstring const& link)
 {
     if (link.find('[') == sstring::npos && link.find(']') == sstring::npos)
@@ -149,15 +148,11 @@ sstring linkCode(sstring const& link)
 void guiHtmlParser::pullFormattingTag(guiHtml* parent, mlSection* section)
 {
     formatting codes = readFormatting(section);
-    bool isFont = section->isNamed("font");
     if (section->isNamed("br"))
         m_suppressSpace = true;
-    sstring outerFont;
-    if (isFont) {
-        outerFont = m_fontCode;
-        if (codes.font.getLength())
-            m_fontCode = codes.font;
-    }
+    sstring const outerFont = m_fontCode;
+    if (section->isNamed("font") && codes.font.getLength())
+        m_fontCode = codes.font;
     guiHtmlText* run = nullptr;
     if (codes.style.getLength() || codes.font.getLength()) {
         run = findOrCreateText(parent);
@@ -169,11 +164,10 @@ void guiHtmlParser::pullFormattingTag(guiHtml* parent, mlSection* section)
         writeClosingCode(run->editText(), codes.font);
         writeClosingCode(run->editText(), codes.style);
     }
-    if (isFont)
-        m_fontCode = outerFont;
+    m_fontCode = outerFont;
 }
 
-// Also without a link, for a place that is only named: its code is closed like any other.
+// Writes a code also when there is no link, only a bookmark, since pullHyperlink() always closes it.
 void guiHtmlParser::openLink(guiHtml* parent)
 {
     if (guiHtmlText* run = getLastIfText(parent))

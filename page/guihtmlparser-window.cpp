@@ -1,15 +1,16 @@
-// page/guihtmlparser-window.cpp: applies a whole page to a node or a window.
+// page/guihtmlparser-window.cpp: reads a whole page into a node or a window.
 #include "page/guihtmlparser.h"
 
-#include "controls/guiimagemap.h"
 #include "foundation/vela-error.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-mlparser.h"
 #include "page/guinumbers.h"
-#include "runtime/gui.h"
-#include "runtime/guihtmlbase.h"
+#include "page/guipageroot.h"
 
-/// Runs one step over the markup. Markup is parsed as far as it is asked for, so every look at it may meet a syntax
-/// error: the first is kept for the log, and what was parsed before it stays.
+#include <cassert>
+
+/// Runs one step over the markup. Markup is parsed on demand, so every access may find a syntax error: the first one is
+/// kept for the log, and everything parsed before it is kept.
 template <typename Step>
 void guiHtmlParser::guarded(Step step)
 {
@@ -28,40 +29,40 @@ void guiHtmlParser::keepError(sstring const& message)
         m_error = message;
 }
 
-/// Logs the first error, if there was one, and tells whether the page was read whole.
+/// Logs the first error, if there was one; whether the page was read completely.
 bool guiHtmlParser::endPage()
 {
     if (m_error.getLength() == 0)
         return m_hasContent;
-    guiComponent::logError("guiHtmlParser::pullPage() - %s", m_error.c_str());
+    velaLog("guiHtmlParser::pullPage() - %s", m_error.c_str());
     return false;
 }
 
 int guiHtmlParser::pullPage(guiHtml* node)
 {
-    bool isWindow = node->getType() == guiHtml::kTypeBase;
-    if (mlSection* section = openPage(node, isWindow ? static_cast<guiHtmlBase*>(node) : nullptr)) {
+    auto* window = dynamic_cast<guiPageRoot*>(node);
+    if (mlSection* section = openPage(node, window)) {
         guarded([&] { pullBase(node, section); });
         pullRestrict(node, section);
-        if (isWindow)
+        if (window)
             pullBorder(node, section);
     }
     return endPage();
 }
 
-int guiHtmlParser::pullWindow(guiHtmlBase* window)
+int guiHtmlParser::pullWindow(guiPageRoot* window)
 {
     if (mlSection* section = openPage(window, window)) {
         pullBorder(window, section);
         pullSizeInfo(window, section);
         guarded([&] { pullBase(window, section); });
     }
-    return m_hasContent && endPage(); // what is no page at all is the caller's to say, in one line
+    return m_hasContent && endPage(); // without content the caller logs the only line
 }
 
-/// Reads the whole markup, the window's title (if `window` is not null) and the node's colours, background and
-/// alignment. The section with the content, null when there is none.
-mlSection* guiHtmlParser::openPage(guiHtml* node, guiHtmlBase* window)
+/// Parses the markup, and reads the window's title (if `window` is not null) and the node's colours, background and
+/// alignment. Returns the section with the content, null without one.
+mlSection* guiHtmlParser::openPage(guiHtml* node, guiPageRoot* window)
 {
     guarded([&] { m_parser->fullParse(); });
     if (window)
@@ -76,7 +77,7 @@ mlSection* guiHtmlParser::openPage(guiHtml* node, guiHtmlBase* window)
     return section;
 }
 
-// One by one: after an error in the head there is no body, but still the element around both.
+// Two guarded steps: after a syntax error in the head there is no body, but still the html element.
 mlSection* guiHtmlParser::findContent()
 {
     mlSection* section = nullptr;
@@ -86,7 +87,7 @@ mlSection* guiHtmlParser::findContent()
     return section;
 }
 
-void guiHtmlParser::pullTitle(guiHtmlBase* window)
+void guiHtmlParser::pullTitle(guiPageRoot* window)
 {
     if (mlSection* title = m_parser->findSection("title"))
         window->setTitle(pullText(title));
@@ -94,12 +95,15 @@ void guiHtmlParser::pullTitle(guiHtmlBase* window)
 
 void guiHtmlParser::pullBase(guiHtml* node, mlSection* section)
 {
+    assert(m_scopes.empty());
     m_depth = node->getDepth();
     pullContent(node, section);
-    assignImageMap();
+    assert(m_scopes.empty() && m_depth == node->getDepth());
+    for (auto const& [kind, state] : std::exchange(m_states, {}))
+        state->finish();
 }
 
-void guiHtmlParser::pullSizeInfo(guiHtmlBase* window, mlSection* section)
+void guiHtmlParser::pullSizeInfo(guiPageRoot* window, mlSection* section)
 {
     auto pixels = [section](char const* name) { return guiToPixels(pullAttr(section, name)); };
     window->setMinimumSize(pixels("minwidth"), pixels("minheight"));

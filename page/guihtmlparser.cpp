@@ -1,109 +1,80 @@
 // page/guihtmlparser.cpp: walks the content of an element and hands each tag to its reader.
 #include "page/guihtmlparser.h"
 
-#include "controls/guiimagemap.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-mlparser.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "page/guihtmltext.h"
-#include "runtime/gui.h"
+#include "page/guitagtable.h"
 
-#include <string_view>
-#include <unordered_map>
+#include <cassert>
 
-/// The tags of the page language.
-struct guiHtmlTags
+/// Adds the tags that make plain nodes, markers and text. The tags of other nodes are added beside those nodes.
+struct pageTags
 {
-    enum trait : unsigned
-    {
-        kFormats = 1,  ///< formats text, makes no block
-        kNests = 2,    ///< reads its content as a level of its own
-        kFollowed = 4, ///< is never closed: its content stands behind it
-        kBlock = 8,    ///< is a block object to a table that comes next
-    };
-
-    struct tag
-    {
-        guiHtmlParser::reader read;
-        unsigned traits;
-    };
-
-    /// Null for a tag that the language does not have.
-    static tag const* find(unsigned short const* units, unsigned length);
-
-private:
-    static std::unordered_map<std::string_view, tag> makeTable();
+    pageTags();
 };
 
-std::unordered_map<std::string_view, guiHtmlTags::tag> guiHtmlTags::makeTable()
+pageTags::pageTags()
 {
     using p = guiHtmlParser;
-    constexpr unsigned kFormatting = kFormats | kNests;
-    std::unordered_map<std::string_view, tag> table{
-        {"h1", {&p::pullHeading1, kNests}},
-        {"h2", {&p::pullHeading2, kNests}},
-        {"h3", {&p::pullHeading3, kNests}},
-        {"dl", {&p::pullContent, kNests}},
-        {"dt", {&p::pullOwnParagraph, kNests}},
-        {"menu", {&p::pullMenuList, kNests}},
-        {"dd", {&p::pullListItem, kNests}},
-        {"ol", {&p::pullListItem, kNests}},
-        {"ul", {&p::pullListItem, kNests}},
-        {"li", {&p::pullListItem, kNests}},
-        {"p", {&p::pullParagraph, kNests}},
-        {"div", {&p::pullDiv, kNests}},
-        {"hr", {&p::pullRuleTag, kFollowed}},
-        {"table", {&p::pullTableTag, kNests | kBlock}},
-        {"tr", {&p::pullTableRow, kNests}},
-        {"td", {&p::pullTableCellTag, kNests}},
-        {"form", {&p::pullFormTag, kNests}},
-        {"img", {&p::pullImageTag, kFollowed | kBlock}},
-        {"input", {&p::pullInput, kFollowed}},
-        {"textarea", {&p::pullInputEditField, 0}},
-        {"select", {&p::pullInputList, 0}},
-        {"center", {&p::pullContentAndBreak, kNests}},
-        {"tbody", {&p::pullContentAndBreak, kNests}},
-        {"a", {&p::pullHyperlink, kNests}},
-        {"frameset", {&p::pullFrameset, kNests | kBlock}},
-        {"frame", {&p::pullFrameTag, kFollowed | kBlock}},
-        {"noframe", {&p::pullNothing, 0}},
-        {"head", {&p::pullNothing, 0}},
-        {"title", {&p::pullNothing, 0}},
-        {"html", {&p::pullContent, kNests}},
-        {"body", {&p::pullContent, kNests}},
-        {"doctype", {&p::pullContent, kNests}},
-        {"messages", {&p::pullContent, kNests}},
-        {"object", {&p::pullObject, kBlock}},
-        {"map", {&p::pullImageMap, 0}},
+    constexpr auto kContent = guiReadBy<&p::pullContent>;
+    constexpr auto kListItem = guiReadBy<&p::pullListItem>;
+    constexpr auto kSkipped = guiReadBy<&p::pullNothing>;
+    struct row
+    {
+        char const* name;
+        guiTagReader read;
+        unsigned traits;
     };
-    for (std::string_view name : {"sup", "font", "br", "strong", "em", "b", "u", "cite", "i", "var"})
-        table.emplace(name, tag{&p::pullFormattingTag, kFormatting});
-    return table;
+    constexpr row kRows[] = {
+        {"h1", guiReadBy<&p::pullHeading1>, kTagNests},
+        {"h2", guiReadBy<&p::pullHeading2>, kTagNests},
+        {"h3", guiReadBy<&p::pullHeading3>, kTagNests},
+        {"dl", kContent, kTagNests},
+        {"dt", guiReadBy<&p::pullOwnParagraph>, kTagNests},
+        {"menu", guiReadBy<&p::pullMenuList>, kTagNests},
+        {"dd", kListItem, kTagNests},
+        {"ol", kListItem, kTagNests},
+        {"ul", kListItem, kTagNests},
+        {"li", kListItem, kTagNests},
+        {"p", guiReadBy<&p::pullParagraph>, kTagNests},
+        {"div", guiReadBy<&p::pullDiv>, kTagNests},
+        {"center", guiReadBy<&p::pullContentAndBreak>, kTagNests},
+        {"hr", guiReadBy<&p::pullRuleTag>, kTagFollowed},
+        {"table", guiReadBy<&p::pullTableTag>, kTagNests | kTagBlock},
+        {"tbody", guiReadBy<&p::pullContentAndBreak>, kTagNests},
+        {"tr", guiReadBy<&p::pullTableRow>, kTagNests},
+        {"td", guiReadBy<&p::pullTableCellTag>, kTagNests},
+        {"a", guiReadBy<&p::pullHyperlink>, kTagNests},
+        {"html", kContent, kTagNests},
+        {"body", kContent, kTagNests},
+        {"doctype", kContent, kTagNests},
+        {"messages", kContent, kTagNests},
+        {"head", kSkipped, kTagPlain},
+        {"title", kSkipped, kTagPlain},
+        {"noframe", kSkipped, kTagPlain},
+    };
+    for (row const& each : kRows)
+        guiTags().add(each.name, each.read, each.traits);
+    for (char const* name : {"sup", "font", "br", "strong", "em", "b", "u", "cite", "i", "var"})
+        guiTags().add(name, guiReadBy<&p::pullFormattingTag>, kTagFormats | kTagNests);
 }
 
-guiHtmlTags::tag const* guiHtmlTags::find(unsigned short const* units, unsigned length)
-{
-    // For ever: the GUI thread still parses while the process exits.
-    static auto const& table = *new std::unordered_map<std::string_view, tag>(makeTable());
-    constexpr unsigned kLongest = 8;
-    if (length > kLongest)
-        return nullptr;
-    char folded[kLongest];
-    for (unsigned i = 0; i < length; ++i) {
-        if (units[i] > 0x7F)
-            return nullptr;
-        bool isUpper = units[i] >= 'A' && units[i] <= 'Z';
-        folded[i] = static_cast<char>(isUpper ? units[i] + ('a' - 'A') : units[i]);
-    }
-    auto found = table.find(std::string_view(folded, length));
-    return found == table.end() ? nullptr : &found->second;
-}
+namespace {
 
-/// One level of content being read: counts the depth, keeps the flag of the level around, and remembers the alignment
-/// of the node that is being filled.
+pageTags const thePageTags;
+
+} // namespace
+
+/// One level of content being read: counts the depth, restores m_lastWasBlock of the level around it, and keeps the
+/// scope of the node that is being filled.
 class guiHtmlParser::level
 {
 public:
-    level(guiHtmlParser& parser, guiHtml* parent) : m_parser(parser), m_lastWasBlock(parser.m_lastWasBlock)
+    level(guiHtmlParser& parser, guiHtml* parent)
+        : m_parser(parser), m_parent(parent), m_lastWasBlock(parser.m_lastWasBlock)
     {
         m_ownsScope = parser.m_scopes.empty() || parser.m_scopes.back().parent != parent;
         if (m_ownsScope)
@@ -113,6 +84,7 @@ public:
     }
     ~level()
     {
+        assert(m_parser.m_depth > 0 && m_parser.m_scopes.back().parent == m_parent);
         --m_parser.m_depth;
         m_parser.m_lastWasBlock = m_lastWasBlock;
         if (m_ownsScope)
@@ -123,26 +95,30 @@ public:
 
 private:
     guiHtmlParser& m_parser;
+    [[maybe_unused]] guiHtml* m_parent; // not owned; only checked
     bool m_lastWasBlock;
     bool m_ownsScope;
 };
 
 guiHtmlParser::guiHtmlParser(mlParser* parser, sstring const& directory)
-    : m_parser(parser), m_directory(directory), m_loadsBefore(guiHtml::namedLoads())
-{}
+    : m_parser(parser), m_directory(directory), m_loadsBefore(guiHtml::pendingLoadCount())
+{
+    assertOnGuiThread();
+}
 
 guiHtmlParser::~guiHtmlParser() = default;
 
-bool guiHtmlParser::mayLoad() const { return guiHtml::namedLoads() != m_loadsBefore; }
+bool guiHtmlParser::mayLoad() const { return guiHtml::pendingLoadCount() != m_loadsBefore; }
 
 bool guiHtmlParser::isFormattingTag(sstring const& name)
 {
-    guiHtmlTags::tag const* tag = guiHtmlTags::find(name.getUnicode(), name.getLength());
-    return tag && (tag->traits & guiHtmlTags::kFormats);
+    guiTagTable::entry const* tag = guiTags().find(name);
+    return tag && (tag->traits & kTagFormats);
 }
 
-// Some elements are never closed (hr, img, ...) and so contain all that follows them; a page of thousands of them nests
-// as deeply. Their content, and everything beyond the deepest level, is read here in a loop instead.
+// Some elements are never closed (hr, img, ...) and therefore contain everything that follows; thousands of them would
+// nest thousands of levels deep. The loop reads their content, and everything beyond the deepest level, without
+// recursion.
 void guiHtmlParser::pullContent(guiHtml* parent, mlSection* section)
 {
     struct place
@@ -150,6 +126,7 @@ void guiHtmlParser::pullContent(guiHtml* parent, mlSection* section)
         mlSection* section;
         unsigned next;
     };
+    assert(parent && section);
     level here(*this, parent);
     std::vector<place> outer;
     place at{section, 0};
@@ -167,7 +144,7 @@ void guiHtmlParser::pullContent(guiHtml* parent, mlSection* section)
     }
 }
 
-/// Reads one item. Whether its own content is still to be read, into the same node.
+/// Reads one item. True when the caller has to read the item's content, into the same node.
 bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
 {
     if (!item->isTag()) {
@@ -177,21 +154,21 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
     }
     unsigned length = 0;
     unsigned short const* name = item->getNameUnits(&length);
-    guiHtmlTags::tag const* tag = guiHtmlTags::find(name, length);
-    unsigned traits = tag ? tag->traits : guiHtmlTags::kNests | guiHtmlTags::kBlock;
-    if ((traits & guiHtmlTags::kNests) && m_depth >= kMaxNesting) {
+    guiTagTable::entry const* tag = guiTags().find(name, length);
+    unsigned traits = tag ? tag->traits : kTagNests | kTagBlock;
+    if ((traits & kTagNests) && m_depth >= kMaxNesting) {
         warnOfDepth();
         return true;
     }
-    (this->*(tag ? tag->read : &guiHtmlParser::pullUnknown))(parent, item);
-    m_lastWasBlock = traits & guiHtmlTags::kBlock;
-    return traits & guiHtmlTags::kFollowed;
+    (tag ? tag->read : guiReadBy<&guiHtmlParser::pullUnknown>)(*this, parent, item);
+    m_lastWasBlock = traits & kTagBlock;
+    return traits & kTagFollowed;
 }
 
 void guiHtmlParser::pullUnknown(guiHtml* parent, mlSection* section)
 {
-    guiComponent::logError("guiHtmlParser::pullContent() - ignoring unrecognized tag <%s> (warning)\n",
-                           guiComponent::printable(section->getName()).c_str());
+    velaLog("guiHtmlParser::pullContent() - ignoring unrecognized tag <%s> (warning)\n",
+            velaPrintable(section->getName()).c_str());
     pullContent(parent, section);
 }
 
@@ -200,8 +177,8 @@ void guiHtmlParser::warnOfDepth()
     if (m_warnedOfDepth)
         return;
     m_warnedOfDepth = true;
-    guiComponent::logError(
-        "guiHtmlParser::pullContent() - elements nested deeper than %u levels are flattened (warning)\n", kMaxNesting);
+    velaLog("guiHtmlParser::pullContent() - elements nested deeper than %u levels are flattened (warning)\n",
+            kMaxNesting);
 }
 
 void guiHtmlParser::pullNothing(guiHtml*, mlSection*) {}
@@ -232,6 +209,7 @@ void guiHtmlParser::pullMenuList(guiHtml* parent, mlSection* section)
     else
         appendLineBreak(parent);
     pullContent(parent, section);
+    assert(m_listDepth > 0);
     if (--m_listDepth != 0)
         appendLineBreak(parent);
     else

@@ -1,35 +1,38 @@
 // page/guihtmlparser.h: builds the nodes of a page from its markup. Block elements become nodes and markers in the
-// child lists, character formatting becomes codes in the text runs. The sources go by idea: guihtmlparser.cpp walks the
-// content, -text.cpp writes runs and codes, -markers.cpp the breaks and alignments, -attributes.cpp reads what elements
-// share, -colors.cpp colours and font sizes, -blocks.cpp tables, rules and framesets, -controls.cpp the form controls,
-// -lists.cpp their entries, -objects.cpp objects, menus, images and maps, -window.cpp what a page says about its
-// window.
+// child lists, character formatting becomes codes in the text runs. guihtmlparser.cpp walks the content, -text.cpp
+// writes runs and codes, -markers.cpp breaks and alignments, -attributes.cpp reads the attributes that elements share,
+// -colors.cpp colours and font sizes, -blocks.cpp tables and rules, -window.cpp the properties of the window. The
+// readers of all other elements are beside the nodes that they make, in files that end in -read.cpp, and are found
+// through guitagtable.h.
 #pragma once
 
 #include "foundation/vela-string.h"
 #include "page/guihtml.h"
 
 #include <memory>
+#include <typeindex>
+#include <utility>
 #include <vector>
 
-class guiHtmlBase;
-class guiHtmlControlFlex;
-class guiHtmlControlList;
-class guiHtmlControlMenu;
-class guiHtmlCustom;
-class guiHtmlForm;
-class guiHtmlFrameset;
-class guiHtmlImage;
 class guiHtmlText;
-class guiImageMap;
+class guiPageRoot;
 class mlParser;
 class mlSection;
 
-/// Reads one page into one node. Takes time in proportion to the page. GUI thread.
+/// Data that the readers of one kind of element share while one page is read; see guiHtmlParser::state().
+class guiReaderState
+{
+public:
+    virtual ~guiReaderState() = default;
+    /// Called when the whole content of the page has been read.
+    virtual void finish() = 0;
+};
+
+/// Reads one page into one node, in time proportional to the size of the page. GUI thread.
 class guiHtmlParser
 {
 public:
-    /// `parser` (not owned) reads the page; `directory` is where the page's relative names start.
+    /// `parser` (not owned) holds the page; relative names in it start from `directory`.
     guiHtmlParser(mlParser* parser, sstring const& directory);
     ~guiHtmlParser();
     guiHtmlParser(guiHtmlParser const&) = delete;
@@ -39,26 +42,42 @@ public:
 
     /// Reads the page into a node whose old content is gone: title (of a window), colours, background, alignment,
     /// content, size and (of a window) border. 1, or 0 when the page has neither a body nor an html element or ends in
-    /// a syntax error, which is logged; what stands before the error is kept.
+    /// a syntax error, which is logged; what comes before the error is kept.
     int pullPage(guiHtml* node);
     /// Reads the page into a new window: title, colours, background, alignment, border, the window's sizes, content.
-    /// Result as above; the missing body or html is the caller's to log, see hasContent().
-    int pullWindow(guiHtmlBase* window);
-    /// Whether some node that was read may have something to load: dynamicLoad() has work then.
+    /// Result as above, but a missing body or html element is left to the caller to log: see hasContent().
+    int pullWindow(guiPageRoot* window);
+    /// Whether a node that was read names a file for dynamicLoad().
     bool mayLoad() const;
     /// Whether the page had a body or html element.
     bool hasContent() const { return m_hasContent; }
-    /// Reads the content of the section into the node and binds image maps to the images that name them.
+    /// Reads the content of the section into the node, then calls finish() of all reader states. Not inside another
+    /// read of the same parser.
     void pullBase(guiHtml* node, mlSection* section);
 
     // ---- Content ----
 
     /// Appends what the section contains to `parent`.
     void pullContent(guiHtml* parent, mlSection* section);
-    /// The text in a section without any tags, each run of blanks as one.
+    /// The text in a section without tags, with single blanks.
     sstring pullText(mlSection* section);
     /// Whether an element only formats text.
     static bool isFormattingTag(sstring const& name);
+    /// Number of open elements, including those around the page's node. A reader that recurses by itself adds its own
+    /// levels to this and stops at kMaxNesting.
+    unsigned depth() const { return m_depth; }
+    /// Logs, once for each page, that elements are nested deeper than kMaxNesting and are flattened.
+    void warnOfDepth();
+    /// The readers' data of this type; made on the first call.
+    template <typename State>
+    State& state()
+    {
+        for (auto const& [kind, known] : m_states)
+            if (kind == typeid(State))
+                return static_cast<State&>(*known);
+        m_states.emplace_back(typeid(State), std::make_unique<State>());
+        return static_cast<State&>(*m_states.back().second);
+    }
 
     /// The value of an attribute, compared without regard to case: "" when absent, `bare` when it has no value.
     static sstring pullAttr(mlSection* section, sstring const& name, sstring const& bare);
@@ -67,15 +86,36 @@ public:
     /// Stores the alignment that `value` names; 0 and nothing stored for any other word.
     static bool readAlignment(sstring const& value, guiAlignment* out);
 
+    /// Appends a new node, which the parent then owns, and passes the parent's text settings on to it. Returns it.
+    template <typename Node>
+    Node* appendGuiHtml(guiHtml* parent, std::unique_ptr<Node> child)
+    {
+        Node* appended = child.get();
+        appendGuiHtml(parent, static_cast<guiHtml*>(child.release()));
+        return appended;
+    }
+    /// The same; `child` is owned by the parent from then on.
     void appendGuiHtml(guiHtml* parent, guiHtml* child);
+    /// Appends a new node in a paragraph of its own, or on the next line after another block.
+    template <typename Node>
+    Node* appendBlock(guiHtml* parent, std::unique_ptr<Node> block)
+    {
+        startBlock(parent);
+        return appendGuiHtml(parent, std::move(block));
+    }
+    void appendBlock(guiHtml* parent, guiHtml* block)
+    {
+        startBlock(parent);
+        appendGuiHtml(parent, block);
+    }
     void appendParagraph(guiHtml* parent);
     void appendLineBreak(guiHtml* parent);
     void appendAlignment(guiHtml* parent, guiAlignment alignment);
-    /// The text run that text goes into next: the last entry, or a new one.
+    /// The text run for the next text: the last entry if it is one, else a new one.
     guiHtmlText* findOrCreateText(guiHtml* parent);
     /// The last entry if it is a text run, else null.
     static guiHtmlText* getLastIfText(guiHtml* parent);
-    /// Adds a blank at the end, but before codes that open a formatting there.
+    /// Adds a blank at the end, but before opening codes there.
     static void appendSpace(sstring& text);
     guiAlignment getCurrentAlignment(guiHtml* parent);
     void pullLeafAlignment(guiHtml* parent, guiHtml* child);
@@ -83,7 +123,7 @@ public:
     // ---- What elements share ----
 
     static void pullName(guiHtml* node, mlSection* section);
-    /// One of the node's texts from the attribute `name`, if it is given.
+    /// Stores the attribute `name`, if it is given, as one of the node's strings.
     static void pullString(guiHtml* node, mlSection* section, char const* name, guiNodeString which);
     static void pullBorder(guiHtml* node, mlSection* section);
     static void pullMouseEvents(guiHtml* node, mlSection* section);
@@ -92,6 +132,8 @@ public:
     static void pullObjectAlignment(guiHtml* node, mlSection* section);
     static void pullDefaultColors(guiHtml* node, mlSection* section);
     static void pullTabIndex(guiHtml* node, mlSection* section);
+    /// Makes a requested width or height in pixels the minimum, too.
+    static void keepPixelSizes(guiHtml* node);
 
     // ---- Colours and sizes ----
 
@@ -99,9 +141,9 @@ public:
     static sstring convColorToHex(sstring const& color);
     /// The colour of a name or of "#" and six hexadecimal digits; Black for anything else.
     static guiColor convColorToStruct(sstring const& color);
-    /// Whether the text is a colour; stores it then.
+    /// Whether the text is a colour; stores it in that case.
     static bool readColor(sstring const& color, guiColor* out);
-    /// Font size 1 to 7 in points; others count as the nearer end.
+    /// Font size 1 to 7 in points; other numbers count as 1 or 7.
     static int toPointSize(int size);
 
     // ---- Elements: each reads its attributes and its content into the node given; those that make a node of their own
@@ -114,38 +156,17 @@ public:
     void pullTable(guiHtml* node, mlSection* section);
     void pullTableRow(guiHtml* parent, mlSection* section);
     void pullTableCell(guiHtml* node, mlSection* section);
-    void pullTableForm(guiHtmlForm* form, mlSection* section);
-    void pullFrameset(guiHtml* parent, mlSection* section);
-    void pullFrame(guiHtml* node, mlSection* section);
-    void pullImage(guiHtmlImage* image, mlSection* section);
-    void pullImageMap(guiHtml* parent, mlSection* section);
-    void pullImageMapArea(guiImageMap* map, mlSection* section);
-    void pullInput(guiHtml* parent, mlSection* section);
-    void pullInputButton(guiHtml* parent, mlSection* section);
-    void pullInputEdit(guiHtml* parent, mlSection* section);
-    void pullInputEditField(guiHtml* parent, mlSection* section);
-    void pullInputHidden(guiHtml* parent, mlSection* section);
-    void pullInputImage(guiHtml* parent, mlSection* section);
-    void pullInputList(guiHtml* parent, mlSection* section);
-    void pullInputListEntries(guiHtmlControlList* list, mlSection* section);
-    void pullObject(guiHtml* parent, mlSection* section);
-    void pullInputFlex(guiHtml* parent, mlSection* section, sstring const& kind);
-    void pullInputFlexEntries(guiHtmlControlFlex* flex, mlSection* section);
-    void pullObjectMenu(guiHtml* parent, mlSection* section);
-    void pullObjectParams(guiHtmlCustom* custom, mlSection* section);
-    void assignImageMap();
-    /// What a page says about the size of its window.
-    void pullSizeInfo(guiHtmlBase* window, mlSection* section);
+    /// Reads the sizes of the window.
+    void pullSizeInfo(guiPageRoot* window, mlSection* section);
 
 private:
     class level;
-    friend struct guiHtmlTags;
-    using reader = void (guiHtmlParser::*)(guiHtml*, mlSection*);
+    friend struct pageTags;
 
-    struct scope_t
+    struct scope
     {
         guiHtml* parent;
-        unsigned scanned;  // entries of the child list looked at
+        unsigned scanned;  // number of child list entries read
         guiAlignment last; // the alignment after those
     };
 
@@ -165,23 +186,17 @@ private:
     void pullContentAndBreak(guiHtml* parent, mlSection* section);
     void pullNothing(guiHtml* parent, mlSection* section);
     void pullRuleTag(guiHtml* parent, mlSection* section);
-    void appendBlock(guiHtml* parent, guiHtml* block);
     void pullTableTag(guiHtml* parent, mlSection* section);
     void pullTableCellTag(guiHtml* parent, mlSection* section);
-    void pullFormTag(guiHtml* parent, mlSection* section);
-    void pullFrameTag(guiHtml* parent, mlSection* section);
-    void pullImageTag(guiHtml* parent, mlSection* section);
-    void pullMenuItems(guiHtmlControlMenu* menu, mlSection* section);
-    void pullControl(guiHtml* parent, guiHtml* control, mlSection* section);
+    void startBlock(guiHtml* parent);
     void openLink(guiHtml* parent);
     template <typename Step>
     void guarded(Step step);
     void keepError(sstring const& message);
     bool endPage();
-    mlSection* openPage(guiHtml* node, guiHtmlBase* window);
+    mlSection* openPage(guiHtml* node, guiPageRoot* window);
     mlSection* findContent();
-    void pullTitle(guiHtmlBase* window);
-    void warnOfDepth();
+    void pullTitle(guiPageRoot* window);
 
     mlParser* m_parser;
     sstring m_directory;
@@ -191,11 +206,10 @@ private:
     bool m_suppressSpace = false; // set by a line break, cleared by text
     bool m_lastWasBlock = false;  // the item before was a block object
     bool m_hasContent = false;
-    unsigned m_loadsBefore; // guiHtml::namedLoads() when the page began
+    unsigned m_loadsBefore; // guiHtml::pendingLoadCount() when the page began
     sstring m_error;        // the first syntax error, "" without one
     bool m_warnedOfDepth = false;
-    unsigned m_depth = 0; // elements that are open, those around the page's node included
-    std::vector<scope_t> m_scopes;
-    std::vector<std::unique_ptr<guiImageMap>> m_maps;
-    std::vector<guiHtmlImage*> m_mappedImages; // not owned; those that ask for a map
+    unsigned m_depth = 0;        // see depth()
+    std::vector<scope> m_scopes; // of the nodes that are being filled
+    std::vector<std::pair<std::type_index, std::unique_ptr<guiReaderState>>> m_states;
 };

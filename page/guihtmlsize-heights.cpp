@@ -1,4 +1,4 @@
-// page/guihtmlsize-heights.cpp: top-down, how tall every node becomes, once the widths are known.
+// page/guihtmlsize-heights.cpp: the top-down walk that computes heights, after the widths.
 #include "page/guihtmlsize-scroll.h"
 #include "page/guihtmlsize-widths.h"
 #include "page/guihtmlsize.h"
@@ -6,7 +6,7 @@
 
 namespace {
 
-// ---- The height that a node would like ----
+// ---- The height that a node wants ----
 
 int const* findEstimate(guiLayoutMemo const& memo, int width)
 {
@@ -25,15 +25,16 @@ void rememberEstimate(guiLayoutMemo& memo, int width, int height)
     unsigned const at = memo.estimates % guiLayoutMemo::kWidths;
     memo.estimateWidth[at] = width;
     memo.estimateHeight[at] = height;
-    // Counts on within the upper half once all places are taken, so that it never reads as "none".
+    // Wraps around to a number that still says that all places are in use.
     memo.estimates =
         static_cast<std::uint8_t>(memo.estimates == 0xFF ? guiLayoutMemo::kWidths + 1u : memo.estimates + 1u);
 }
 
 bool isSettled(guiHtml const* child) { return child->m.layout.knows(guiLayoutMemo::kSettled, guiLayoutRun::number()); }
 
-/// A child's own height for a width; a percentage is unknown while its parent's height is.
-int likedHeight(guiHtml* child, int width)
+/// The height that a child wants at a width. A percentage counts as no request, because the parent's height is not
+/// known yet.
+int wantedHeight(guiHtml* child, int width)
 {
     if (isSettled(child) && guiClampPixels(child->m.activeCx) == width)
         return guiClampPixels(child->m.activeCy);
@@ -45,29 +46,29 @@ int likedHeight(guiHtml* child, int width)
     return std::max(guiClampPixels(height), child->m.dynamic.cyMin);
 }
 
-/// The largest height in a layer when the node is `width` wide.
-int likedLayerHeight(guiHtml* node, guiLayer const& layer, int width)
+/// The largest height that a node of the layer wants when the parent has this width.
+int wantedLayerHeight(guiHtml* node, guiLayer const& layer, int width)
 {
     int largest = 0;
     if (node->m.layout.knows(guiLayoutMemo::kShares, guiLayoutRun::number()) &&
         guiClampPixels(node->m.activeCx) == width) {
         for (guiHtml* child : guiLayerNodes(node, layer))
-            largest = std::max(largest, likedHeight(child, guiClampPixels(child->m.activeCx)));
+            largest = std::max(largest, wantedHeight(child, guiClampPixels(child->m.activeCx)));
         return largest;
     }
     guiLayerWidths const shares = guiShareWidth(node, layer, guiInnerWidth(node, width));
     int const* childWidth = shares.widths.data();
     for (guiHtml* child : guiLayerNodes(node, layer))
-        largest = std::max(largest, likedHeight(child, *childWidth++));
+        largest = std::max(largest, wantedHeight(child, *childWidth++));
     return largest;
 }
 
 int computeEstimate(guiHtml* node, int width)
 {
-    guiLayerSum heights(node, guiLayerSum::Gap::BelowContent);
+    guiLayerSum heights(node, guiLayerSum::gap::kBelowContent);
     guiLayerWalk layers(node);
     while (layers.next())
-        heights.add(layers.layer(), likedLayerHeight(node, layers.layer(), width));
+        heights.add(layers.layer(), wantedLayerHeight(node, layers.layer(), width));
     return guiClampPixels(heights.total() + guiFrameOf(node) + std::int64_t{node->getCaptionHeight()});
 }
 
@@ -75,6 +76,7 @@ int computeEstimate(guiHtml* node, int width)
 
 int guiHtml::getHeightEstimate(unsigned long width)
 {
+    assertOnGuiThread();
     guiLayoutRun const run;
     ++guiLayoutCounters::heightQueries;
     int const pixels = guiClampPixels(width);
@@ -105,7 +107,7 @@ int guiHtml::getChildHeight(unsigned index, unsigned long width, unsigned long a
 
 namespace {
 
-// A subtree whose height did not change since it was worked out in this run is as it would become again.
+// Skips a subtree whose heights were already computed in this run for the same height of the node.
 void updateHeightsBelow(guiHtml* node)
 {
     guiLayoutMemo const& memo = node->m.layout;
@@ -116,7 +118,7 @@ void updateHeightsBelow(guiHtml* node)
 
 bool isSpringy(guiHtml const* child) { return child->m.expandHeight != 0; }
 
-// Two walks that come later skip the parts of the tree in which there is nothing to do for them.
+// Remembers whether there are springs or scroll bars below, so that two later walks can skip this part of the tree.
 void learnWhatIsBelow(guiHtml* node)
 {
     std::uint32_t const run = guiLayoutRun::number();
@@ -145,19 +147,21 @@ int layerHeight(guiHtml const* node, guiLayer const& layer)
 void takeHeight(guiHtml* parent, unsigned index, unsigned long available)
 {
     guiHtml* child = parent->getChild(index);
+    assert(guiChildList::isNode(child));
     int const height = guiClampPixels(parent->getChildHeight(index, child->m.activeCx, available));
     child->m.activeCy = static_cast<unsigned>(std::max({height, child->m.dynamic.cyMin, 0}));
 }
 
 } // namespace
 
-// What a large page costs is how often its nodes are fetched from memory, so a node and all below it are finished in
-// one go where that gives the same result.
+// On a large page, layout takes as long as fetching the nodes from memory takes, so where the result is the same a node
+// and everything below it are finished in one go.
 void guiSettleHeight(guiHtml* parent, unsigned index)
 {
     guiHtml* child = parent->getChild(index);
-    bool const isParentAsked = child->m.dynamic.unitY == kUnitPercent || parent->getType() == guiHtml::kTypeFrameset;
-    if (isParentAsked || guiLayoutRun::kind() == guiLayoutRun::Kind::Part)
+    assert(guiChildList::isNode(child));
+    bool const needsParent = child->m.dynamic.unitY == kUnitPercent || parent->getType() == guiHtml::kTypeFrameset;
+    if (needsParent || guiLayoutRun::currentPhase() == guiLayoutRun::phase::kPart)
         return;
     takeHeight(parent, index, 0);
     child->m.layout.learn(guiLayoutMemo::kSettled, guiLayoutRun::number());
@@ -166,6 +170,7 @@ void guiSettleHeight(guiHtml* parent, unsigned index)
 
 void guiHtml::updateActiveHeights()
 {
+    assertOnGuiThread();
     guiLayoutRun const run;
     ++guiLayoutCounters::heightPasses;
     int const room = guiInnerHeight(this, guiClampPixels(m.activeCy));
@@ -173,7 +178,7 @@ void guiHtml::updateActiveHeights()
     m.layout.learn(guiLayoutMemo::kHeights, guiLayoutRun::number());
     m.layout.forget(guiLayoutMemo::kPlaced);
     m.layout.heightsFor = guiClampPixels(m.activeCy);
-    guiLayerSum content(this, guiLayerSum::Gap::Always);
+    guiLayerSum content(this, guiLayerSum::gap::kAlways);
     guiLayerWalk layers(this);
     while (layers.next()) {
         guiLayer const& layer = layers.layer();
@@ -190,16 +195,17 @@ void guiHtml::updateActiveHeights()
 
 namespace {
 
+/// The height that a node can share out, and among how many layers.
 struct springs
 {
-    std::int64_t spare = 0;
-    std::int64_t layers = 0; // with at least one node that may grow
+    std::int64_t spare = 0;  // pixels
+    std::int64_t layers = 0; // layers with at least one node that may grow
 };
 
 springs findSprings(guiHtml* node)
 {
     springs found;
-    guiLayerSum content(node, guiLayerSum::Gap::BelowContent);
+    guiLayerSum content(node, guiLayerSum::gap::kBelowContent);
     guiLayerWalk layers(node);
     while (layers.next()) {
         guiLayerNodes const nodes(node, layers.layer());
@@ -210,7 +216,7 @@ springs findSprings(guiHtml* node)
     return found;
 }
 
-// What grew hands its whole new height on to its own children.
+// A node that grew gives its whole new height to each of its children.
 void grow(guiHtml* child, std::int64_t share)
 {
     child->m.activeCy = static_cast<unsigned>(guiClampPixels(child->m.activeCy + share));
@@ -222,7 +228,7 @@ void grow(guiHtml* child, std::int64_t share)
     }
 }
 
-void handOutHeight(guiHtml* node)
+void shareOutHeight(guiHtml* node)
 {
     springs const found = findSprings(node);
     if (found.spare <= 0 || found.layers == 0)
@@ -241,17 +247,19 @@ void handOutHeight(guiHtml* node)
             if (isSpringy(child))
                 grow(child, own);
     }
+    assert(layersLeft == 0 && left == 0);
 }
 
 } // namespace
 
 void guiHtml::updateSpringyHeights()
 {
+    assertOnGuiThread();
     guiLayoutRun const run;
     if (m.layout.knows(guiLayoutMemo::kNoSprings, guiLayoutRun::number()))
         return;
     if (m.expandChildren)
-        handOutHeight(this);
+        shareOutHeight(this);
     for (guiHtml* child : guiNodesOf(this))
         child->updateSpringyHeights();
 }

@@ -1,6 +1,8 @@
 // page/guihtmlsize-layers.cpp: see guihtmlsize-layers.h.
 #include "page/guihtmlsize-layers.h"
 
+#include <cassert>
+
 namespace {
 
 bool isParagraph(guiHtml* entry) { return guiChildList::toMarker(entry) == kMarkerParagraph; }
@@ -48,6 +50,7 @@ int guiHtml::findLayer(unsigned* pos, unsigned* first, unsigned* count, int* end
     while (at < size && guiChildList::isNode(getChild(at)))
         ++at;
     bool const ends = at < size && isParagraph(getChild(at));
+    assert(at > *pos || isParagraph(getChild(at)));
     assign(first, *pos);
     assign(count, at - *pos);
     assign(endsParagraph, ends ? 1 : 0);

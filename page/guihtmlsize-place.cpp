@@ -1,27 +1,28 @@
-// page/guihtmlsize-place.cpp: from the sizes that every node got to the rectangles.
-#include "page/guihtmlservices.h"
+// page/guihtmlsize-place.cpp: computes the rectangles from the sizes that the nodes got.
 #include "page/guihtmlsize-layers.h"
 #include "page/guihtmlsize-scroll.h"
 #include "page/guihtmlsize.h"
 #include "page/guilayoutcounters.h"
 #include "page/guilayouthold.h"
+#include "page/guipageroot.h"
 
-#include <initializer_list>
+#include <cassert>
 
 namespace {
 
-// Each run adds the bars that the one before made necessary. Two settle all but scrolling nodes inside scrolling nodes.
+// Each run adds the bars that the one before made necessary. Two are enough unless scrolling nodes are nested.
 constexpr int kMaxRuns = 8;
 
-/// Down a node's layers, each below the other.
+/// Stacks a node's layers from top to bottom.
 class stacking
 {
 public:
     explicit stacking(guiHtml const* node) : m_divide(node->m.divide) {}
 
-    /// Top of the next layer.
+    /// The top of the next layer, which has this height.
     std::int64_t place(int height, bool endsParagraph)
     {
+        assert(height >= 0);
         if (m_bottom != 0)
             m_bottom += m_divide;
         if (m_endedParagraph)
@@ -81,7 +82,7 @@ void placeLayer(guiHtml* node, guiLayer const& layer, std::int64_t left, std::in
     }
 }
 
-// The content moves as one block; nodes are not aligned within their layer.
+// Vertical alignment moves the content as one block; nodes are not aligned within their layer.
 void placeChildren(guiHtml* node, int height)
 {
     std::int64_t const inset = guiFrameOf(node) / 2;
@@ -99,19 +100,19 @@ void placeChildren(guiHtml* node, int height)
     }
 }
 
-// Shares out width and height from the root down, until no more scroll bars appear or go.
-void runPasses(guiHtml* root)
+// Shares out width and height from the root down, until no scroll bar is added or removed any more.
+void runPasses(guiHtml* root) TARN_ON(velaGuiRole)
 {
-    auto kind = guiLayoutRun::Kind::First;
+    auto next = guiLayoutRun::phase::kFirst;
     for (int runs = 0; runs < kMaxRuns; ++runs) {
-        guiLayoutRun const run(kind);
+        guiLayoutRun const run(next);
         guiLayoutRun::checkFonts(root);
         root->updateActiveWidths();
         root->updateActiveHeights();
         root->updateSpringyHeights();
-        if (!guiLayoutRun::hasOtherBars())
+        if (!guiLayoutRun::hasChangedBars())
             break;
-        kind = guiLayoutRun::Kind::Again;
+        next = guiLayoutRun::phase::kAgain;
     }
 }
 
@@ -122,7 +123,7 @@ guiHtml* rootOf(guiHtml* node)
     return node;
 }
 
-// Below a node that a layout took over, everything has its rectangle already, relative to the node.
+// In a node that a layout kept, everything has its rectangle already, since rectangles are relative to the parent.
 bool isPlaced(guiHtml const* node, guiRect const& rect)
 {
     guiLayoutMemo const& memo = node->m.layout;
@@ -131,6 +132,12 @@ bool isPlaced(guiHtml const* node, guiRect const& rect)
 }
 
 bool movesWidget(guiHtml* node) { return node->getType() == guiHtml::kTypeControl && node->getTopLevelWidget(); }
+
+int menuHeightOf(guiHtml* node)
+{
+    guiPageRoot* root = node->getBaseHtml();
+    return root ? root->getMenuHeight() : 0;
+}
 
 void learnPlaced(guiHtml* node)
 {
@@ -147,6 +154,7 @@ void learnPlaced(guiHtml* node)
 
 void guiHtml::setRect(guiRect* rect)
 {
+    assertOnGuiThread();
     ++guiLayoutCounters::placements;
     guiFetchAhead(this);
     bool const isRoot = getType() == kTypeBase;
@@ -154,9 +162,8 @@ void guiHtml::setRect(guiRect* rect)
     m.rect = *rect;
     if (isDone)
         return;
-    int height = m.rect.height;
+    int const height = m.rect.height - (isRoot ? menuHeightOf(this) : 0);
     if (isRoot) {
-        height -= guiServices::menuHeight(getBaseHtml());
         m.activeCx = static_cast<unsigned>(std::max(m.rect.width, 0));
         m.activeCy = static_cast<unsigned>(std::max(height, 0));
         runPasses(this);
@@ -166,13 +173,14 @@ void guiHtml::setRect(guiRect* rect)
     learnPlaced(this);
     if (isRoot) {
         updateScrollbarRanges();
-        if (getTopLevelWidget()) // without a window there is nothing to chain, and the order stays due
+        if (getTopLevelWidget()) // without a window there is nothing to order yet
             updateTabOrder();
     }
 }
 
 int guiHtml::updateLayout(int apply)
 {
+    assertOnGuiThread();
     if (apply && guiLayoutHold::postpone(this))
         return 1;
     guiHtml* root = rootOf(this);

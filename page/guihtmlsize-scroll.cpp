@@ -1,28 +1,32 @@
 // page/guihtmlsize-scroll.cpp: see guihtmlsize-scroll.h.
 #include "page/guihtmlsize-scroll.h"
 
-#include "controls/guiwidgetscrollbar.h"
 #include "page/guihtml.h"
-#include "page/guihtmlservices.h"
 #include "page/guihtmlsize.h"
+#include "page/guipagesurface.h"
 
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <cassert>
 
 namespace {
 
-// Less room than this is not worth a bar: the bar alone would fill it.
+// In less room than this a bar would cover most of the content.
 constexpr int kLeastRoom = 31;
 constexpr int kLineStep = 16;
 
 } // namespace
 
+// In a widget that is not a guiPageSurface a bar only shows the position.
 QScrollBar* createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name)
 {
+    if (guiPageSurface* surface = guiPageSurface::of(node))
+        return surface->createScrollBar(node, orientation, name);
     QWidget* widget = node->getTopLevelWidget();
     if (!widget)
         return nullptr;
-    auto* bar = new guiWidgetScrollBar(orientation, widget, name);
-    bar->owner = node;
+    auto* bar = new QScrollBar(orientation, widget);
+    bar->setObjectName(QString::fromUtf8(name));
     bar->hide();
     return bar;
 }
@@ -39,15 +43,16 @@ int guiBarHeight(guiHtml const* node)
     return bar ? bar->sizeHint().height() : 0;
 }
 
-// A node may become lower because of its bar, and so too low for one: what went once does not come back.
+// A bar can make its node too small for a bar. So that the runs come to an end, a bar that was removed stays away.
 void guiStartBars(guiHtml* node)
 {
     guiLayoutMemo& memo = node->m.layout;
-    if (guiLayoutRun::kind() == guiLayoutRun::Kind::Again) {
+    if (guiLayoutRun::currentPhase() == guiLayoutRun::phase::kAgain) {
         memo.lostBarX = memo.lostBarX || (memo.hadBarX && !memo.hasBarX);
         memo.lostBarY = memo.lostBarY || (memo.hadBarY && !memo.hasBarY);
     } else {
-        bool const keeps = guiLayoutRun::kind() == guiLayoutRun::Kind::Part && node->isScrolled();
+        bool const isPart = guiLayoutRun::currentPhase() == guiLayoutRun::phase::kPart;
+        bool const keeps = isPart && node->isScrolled();
         memo.hasBarX = keeps && node->getScroll().barX;
         memo.hasBarY = keeps && node->getScroll().barY;
         memo.lostBarX = memo.lostBarY = false;
@@ -81,7 +86,7 @@ axis axisOf(guiHtml* node, Qt::Orientation orientation)
     return {memo.hasBarY, memo.hadBarY, memo.lostBarY, scroll.barY, scroll.posY, scroll.rangeY, "html y-scrollbar"};
 }
 
-// The bar may be what caused this layout, so it must outlive the call.
+// Not deleted at once: this layout may have been caused by an event of the bar.
 void destroyBar(axis const& along)
 {
     if (along.bar) {
@@ -94,27 +99,28 @@ void destroyBar(axis const& along)
     along.position = along.range = 0;
 }
 
-void addBar(guiHtml* node, Qt::Orientation orientation, axis const& along)
+void addBar(guiHtml* node, Qt::Orientation orientation, axis const& along) TARN_ON(velaGuiRole)
 {
+    assert(!along.has);
     if (!along.bar)
         along.bar = createScrollBar(node, orientation, along.name);
     along.has = along.bar != nullptr;
     if (along.has)
-        guiLayoutRun::addBar();
+        guiLayoutRun::countAddedBar();
 }
 
-// Within a layout a bar that took part in a whole run stays, since whether it is needed would otherwise depend on
-// itself; but not in a node that the other bar left too little room for two.
-void dropBar(axis const& along, int room)
+// A bar that was there for a whole run of this layout stays, since otherwise its presence would decide whether it is
+// needed; unless the other bar leaves too little room for both.
+void dropBar(axis const& along, int room) TARN_ON(velaGuiRole)
 {
-    bool const isPart = guiLayoutRun::kind() == guiLayoutRun::Kind::Part;
+    bool const isPart = guiLayoutRun::currentPhase() == guiLayoutRun::phase::kPart;
     if (!along.has || (along.had && !isPart && room > kLeastRoom))
         return;
     along.has = false;
     if (along.had)
-        guiLayoutRun::dropOldBar();
+        guiLayoutRun::countRemovedBar();
     else
-        guiLayoutRun::dropNewBar();
+        guiLayoutRun::uncountAddedBar();
     if (isPart)
         destroyBar(along);
 }
@@ -123,6 +129,7 @@ void dropBar(axis const& along, int room)
 
 void guiDecideBar(guiHtml* node, Qt::Orientation orientation, std::int64_t content, int room)
 {
+    assert(guiLayoutRun::isActive());
     bool const isNeeded = content > room && node->m.scrollMode == kPolicyScroll && room > kLeastRoom;
     if (!isNeeded && !hasBars(node))
         return;
@@ -132,6 +139,7 @@ void guiDecideBar(guiHtml* node, Qt::Orientation orientation, std::int64_t conte
     if (!isNeeded)
         dropBar(along, room);
     along.range = isNeeded && along.has ? static_cast<unsigned>(guiClampPixels(content - room)) : 0;
+    assert(along.range <= static_cast<unsigned>(kMaxLayoutPixels));
 }
 
 void guiSettleBars(guiHtml* node)
@@ -159,7 +167,7 @@ QRect innerRect(guiHtml* node)
     return QRect(rect.left + inset, rect.top + inset + above, rect.width - 2 * inset, rect.height - 2 * inset - above);
 }
 
-// What an ancestor cuts off of the node is cut off of its bars, too.
+// A node's bars are clipped by its ancestors like the node itself.
 void showClipped(guiHtml* node, QScrollBar* bar)
 {
     guiRect clip;
@@ -203,6 +211,7 @@ void updateOwnBars(guiHtml* node)
 
 void guiHtml::updateScrollbarRanges()
 {
+    assertOnGuiThread();
     if (m.layout.knows(guiLayoutMemo::kNoBars, guiLayoutRun::number()))
         return;
     updateOwnBars(this);

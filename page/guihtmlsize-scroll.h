@@ -1,5 +1,7 @@
-// page/guihtmlsize-scroll.h: the scroll bars of a node whose content is larger than itself.
+// page/guihtmlsize-scroll.h: the scroll bars of a node with content larger than itself.
 #pragma once
+
+#include "foundation/vela-threadrole.h"
 
 #include <QtGlobal>
 #include <qnamespace.h>
@@ -9,17 +11,17 @@
 class guiHtml;
 class QScrollBar;
 
-/// A scroll bar of this name on the node's window, hidden, which scrolls the node; null while the page is in no window.
-QScrollBar* createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name);
+/// A new hidden scroll bar of this name, which the node's window owns; null while the page is in no window.
+QScrollBar* createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name) TARN_ON(velaGuiRole);
 
-/// What the node's vertical bar takes of its width and its horizontal one of its height, in pixels; 0 without one.
+/// The width of the node's vertical bar and the height of its horizontal one, in pixels; 0 without one.
 int guiBarWidth(guiHtml const* node);
 int guiBarHeight(guiHtml const* node);
 
-/// Forgets, in the first run of a layout, which bars the node had: a layout depends on the window's size only, not on
-/// the sizes it had before.
-void guiStartBars(guiHtml* node);
-/// Gives the node a bar if its content needs more pixels than there is room for, and sets how far it can be scrolled.
-void guiDecideBar(guiHtml* node, Qt::Orientation orientation, std::int64_t content, int room);
-/// Destroys the bars that the layout found no use for.
-void guiSettleBars(guiHtml* node);
+/// The first run of a layout starts without bars: the result must depend only on the window's size, not on the sizes
+/// that it had before. Called before the widths are computed.
+void guiStartBars(guiHtml* node) TARN_ON(velaGuiRole);
+/// Gives the node a bar if its content needs more pixels than there is room for, and sets the bar's range.
+void guiDecideBar(guiHtml* node, Qt::Orientation orientation, std::int64_t content, int room) TARN_ON(velaGuiRole);
+/// Destroys the bars that the layout does not need. Called after the last run.
+void guiSettleBars(guiHtml* node) TARN_ON(velaGuiRole);

@@ -1,4 +1,4 @@
-// page/guihtmlsize-widths.cpp: top-down, how wide every node becomes.
+// page/guihtmlsize-widths.cpp: the top-down walk that computes widths.
 #include "page/guihtmlsize-widths.h"
 
 #include "page/guihtmlsize-scroll.h"
@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The nodes of a layer by how their width is found.
+/// Every node of a layer is one of three: it expands, it has a percentage, or it has a request in pixels or none.
 bool isExpanding(guiHtml const* child) { return child->m.expandWidth != 0; }
 bool isPercent(guiHtml const* child) { return !isExpanding(child) && child->m.dynamic.unitX == kUnitPercent; }
 bool isRequesting(guiHtml const* child) { return !isExpanding(child) && !isPercent(child); }
@@ -35,6 +35,7 @@ public:
         std::int64_t const spare = m_room - m_result.least;
         if (spare > 0)
             giveSpare(spare);
+        assert(std::all_of(m_result.widths.begin(), m_result.widths.end(), [](int width) { return width >= 0; }));
         return std::move(m_result);
     }
 
@@ -57,7 +58,7 @@ private:
     guiLayerWidths m_result;
 };
 
-// Percentages are of the layer's room; the node that completes 100 takes all that is not used yet.
+// Percentages are of the layer's room; the node that brings them to 100 or more takes all the room that is left.
 void sharing::giveLeast()
 {
     std::uint64_t percents = 0;
@@ -89,7 +90,7 @@ void sharing::giveSpare(std::int64_t spare)
         giveEvenly(spare - want);
 }
 
-// Rounding goes to the last node that wants more.
+// The last node that wants more takes the rounding.
 void sharing::giveInProportion(std::int64_t spare, std::int64_t want)
 {
     std::int64_t left = spare;
@@ -103,6 +104,7 @@ void sharing::giveInProportion(std::int64_t spare, std::int64_t want)
         width += static_cast<int>(share);
         left -= share;
     });
+    assert(deficits == 0 && left >= 0);
 }
 
 void sharing::giveRequests()
@@ -114,6 +116,7 @@ void sharing::giveEvenly(std::int64_t rest)
 {
     std::int64_t nodes = 0;
     forEach([&](guiHtml const* child, int const&) { nodes += isExpanding(child); });
+    assert(nodes > 0 && rest >= 0);
     std::int64_t const share = rest / nodes;
     forEach([&](guiHtml const* child, int& width) {
         if (!isExpanding(child))
@@ -139,14 +142,14 @@ void takeWidth(guiHtml* child, int width)
     child->m.activeCx = static_cast<unsigned>(width);
 }
 
-// A node as wide as in an earlier run is laid out as it was then, if nothing but its width decided about its height and
-// about all below it.
-bool isKept(guiHtml* child)
+// A node of the same width as in an earlier run keeps that run's results, if its height and everything below it
+// depended only on its width.
+bool keepsLayout(guiHtml* child) TARN_ON(velaGuiRole)
 {
     constexpr std::uint8_t kNeeded =
         guiLayoutMemo::kSettled | guiLayoutMemo::kHeights | guiLayoutMemo::kNoSprings | guiLayoutMemo::kNoBars;
     guiLayoutMemo& memo = child->m.layout;
-    bool const isWhole = guiLayoutRun::kind() != guiLayoutRun::Kind::Part;
+    bool const isWhole = guiLayoutRun::currentPhase() != guiLayoutRun::phase::kPart;
     if (!isWhole || !guiLayoutRun::keeps(memo.run) || !memo.knows(kNeeded, memo.run))
         return false;
     memo.keep(guiLayoutRun::number());
@@ -157,6 +160,7 @@ bool isKept(guiHtml* child)
 
 void guiHtml::updateActiveWidths()
 {
+    assertOnGuiThread();
     guiLayoutRun const run;
     ++guiLayoutCounters::widthPasses;
     guiFetchAhead(this);
@@ -174,7 +178,7 @@ void guiHtml::updateActiveWidths()
         content = std::max(content, shares.least + guiDividersOf(this, layer));
     }
     for (unsigned i = 0; i < getChildCount(); ++i)
-        if (guiChildList::isNode(getChild(i)) && !isKept(getChild(i))) {
+        if (guiChildList::isNode(getChild(i)) && !keepsLayout(getChild(i))) {
             getChild(i)->updateActiveWidths();
             guiSettleHeight(this, i);
         }

@@ -1,4 +1,4 @@
-// page/guihtmlsize-widths.h: how the width of a layer is shared out among its nodes.
+// page/guihtmlsize-widths.h: shares out the width of a layer among its nodes.
 #pragma once
 
 #include "page/guihtmlsize-layers.h"
@@ -10,12 +10,12 @@
 struct guiLayerWidths
 {
     std::vector<int> widths; ///< of each node, in order
-    std::int64_t least = 0;  ///< what the nodes take before spare width is given away, without dividers
+    std::int64_t least = 0;  ///< their sum before spare width is shared out, without dividers
 };
 
-/// Gives a child its height, and its own children theirs, as soon as their widths are known and while they are at hand,
-/// unless the height depends on the parent's. Part of a whole layout.
-void guiSettleHeight(guiHtml* parent, unsigned index);
+/// Computes the height of a child, and the heights below it, as soon as their widths are known, unless the height
+/// depends on the parent's. Does nothing outside a whole layout.
+void guiSettleHeight(guiHtml* parent, unsigned index) TARN_ON(velaGuiRole);
 
 /// Shares out `room` pixels, dividers included. Changes no node.
 guiLayerWidths guiShareWidth(guiHtml const* node, guiLayer const& layer, int room);

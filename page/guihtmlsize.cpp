@@ -1,6 +1,5 @@
-// page/guihtmlsize.cpp: gives every node its rectangle, in two walks: bottom-up what each needs (here), top-down what
-// each gets (guihtmlsize-widths.cpp, guihtmlsize-heights.cpp, guihtmlsize-place.cpp). Paints nothing; how tall a text
-// becomes at a given width is asked of guihtmltext.cpp.
+// page/guihtmlsize.cpp: the bottom-up walk of the layout: the least and the preferred size of every node. The top-down
+// walks are in guihtmlsize-widths.cpp, guihtmlsize-heights.cpp and guihtmlsize-place.cpp.
 #include "page/guihtmlsize.h"
 
 #include "foundation/vela-qt.h"
@@ -11,8 +10,9 @@
 #include "page/guihtmltext-fonts.h"
 #include "page/guilayoutcounters.h"
 
-guiLayoutRun::guiLayoutRun(Kind kind, bool isNew) : m_isNew(isNew), m_wasActive(s_isActive), m_kindBefore(s_kind)
+guiLayoutRun::guiLayoutRun(phase which, bool isNew) : m_isNew(isNew), m_wasActive(s_isActive), m_phaseBefore(s_phase)
 {
+    assert(isNew || s_isActive);
     if (!isNew)
         return;
     ++s_number;
@@ -21,15 +21,17 @@ guiLayoutRun::guiLayoutRun(Kind kind, bool isNew) : m_isNew(isNew), m_wasActive(
     s_isActive = true;
     s_newBars = 0;
     s_hasLostBars = false;
-    s_kind = kind;
+    s_phase = which;
 }
 
 guiLayoutRun::~guiLayoutRun()
 {
     if (!m_isNew)
         return;
+    assertOnGuiThread();
+    assert(s_isActive);
     s_isActive = m_wasActive;
-    s_kind = m_kindBefore;
+    s_phase = m_phaseBefore;
 }
 
 void guiLayoutRun::checkFonts(guiHtml* node)
@@ -39,9 +41,9 @@ void guiLayoutRun::checkFonts(guiHtml* node)
     while (node->m.parent)
         node = node->m.parent;
     guiFontEpoch::check(node);
-    if (guiFontEpoch::number() != s_fonts)
+    if (guiFontEpoch::number() != s_fontEpoch)
         startAnew();
-    s_fonts = guiFontEpoch::number();
+    s_fontEpoch = guiFontEpoch::number();
     s_hasCheckedFonts = true;
 }
 
@@ -87,7 +89,7 @@ void measureCaption(guiHtml* node)
     node->setCaptionSize(static_cast<unsigned>(guiClampPixels(width)), static_cast<unsigned>(std::max(height, 0)));
 }
 
-// A row whose percentages exceed 100 shares out exactly 100, the rounding going to its last percent child.
+// In a row of more than 100 percent the percentages are scaled down to 100 together; the last one takes the rounding.
 void normalizePercents(guiHtml* node, guiLayer const& layer)
 {
     std::uint64_t sum = 0;
@@ -107,6 +109,7 @@ void normalizePercents(guiHtml* node, guiLayer const& layer)
         child->m.dynamic.x = child == last ? left : share;
         left -= child->m.dynamic.x;
     }
+    assert(left == 0);
 }
 
 struct contentMinimum
@@ -118,7 +121,7 @@ struct contentMinimum
 contentMinimum measureLayers(guiHtml* node)
 {
     contentMinimum minimum;
-    guiLayerSum heights(node, guiLayerSum::Gap::BelowContent);
+    guiLayerSum heights(node, guiLayerSum::gap::kBelowContent);
     guiLayerWalk layers(node);
     while (layers.next()) {
         guiLayer const& layer = layers.layer();
@@ -137,7 +140,7 @@ contentMinimum measureLayers(guiHtml* node)
     return minimum;
 }
 
-// Only content that can not be scrolled forces a node to be as large as itself.
+// Only content that can not be scrolled sets a minimum for the node.
 void raiseMinima(guiHtml* node, contentMinimum const& content)
 {
     if (node->m.scrollMode != kPolicyResize)
@@ -148,8 +151,7 @@ void raiseMinima(guiHtml* node, contentMinimum const& content)
         dynamic.cyMin, guiClampPixels(content.height + guiFrameOf(node) + std::int64_t{node->getCaptionHeight()}));
 }
 
-// Both bounds of a pixel request: what the content prefers, unless spare width or a percentage decides, and the
-// minimum.
+// A request in pixels is raised to the minimum, and to the preferred width unless spare width or a percentage decides.
 unsigned raisedRequest(guiHtml* node, int preferred, int percent)
 {
     int x = guiClampPixels(node->m.dynamic.x);
@@ -191,6 +193,7 @@ void decideHeight(guiHtml* node)
 
 int guiHtml::calcDynamicLayout()
 {
+    assertOnGuiThread();
     guiLayoutRun const run;
     guiLayoutRun::checkFonts(this);
     guiLayoutRun::startAnew();

@@ -4,6 +4,7 @@
 #include "foundation/vela-error.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -11,14 +12,14 @@
 namespace {
 
 constexpr std::size_t kMostUnits = 0x7FFFFFFF;
-// So that a block with its header fills what the usual allocators give out.
+// So that a block with its header fills the block sizes that allocators hand out.
 constexpr std::size_t kUnitsPerStep = 8;
 
 std::size_t roundedUp(std::size_t units) { return (units + kUnitsPerStep - 1) / kUnitsPerStep * kUnitsPerStep; }
 
 bool hasPair(QStringView text, qsizetype at, char16_t which) { return text[at] == which && text[at + 1] == which; }
 
-/// Where the opening code begins that ends at `end`; `end` itself when none ends there. Looks back no further than that
+/// The start of the opening code that ends at `end`; `end` itself when none ends there. Reads no further back than that
 /// code.
 qsizetype startOfOpeningCode(QStringView text, qsizetype end)
 {
@@ -86,6 +87,7 @@ guiRunText& guiRunText::append(QStringView text)
 void guiRunText::appendSpace()
 {
     qsizetype const at = guiBlankPlace(view());
+    assert(at >= 0 && at <= view().size());
     qsizetype const behind = view().size() - at;
     extend(1);
     char16_t* place = unitsOf(m_block) + at;
@@ -101,7 +103,7 @@ void guiRunText::shrink()
 
 sstring guiRunText::toString() const
 {
-    // Without a terminator of its own, so never without the count.
+    // The text has no terminator, so the length must be given.
     return m_block ? sstring(reinterpret_cast<unsigned short const*>(unitsOf(m_block)), 0, m_block->length) : sstring();
 }
 
@@ -114,6 +116,7 @@ char16_t* guiRunText::extend(std::size_t count)
         resize(std::min(kMostUnits, std::max(length + count, length + length / 2)));
     m_block->isMeasured = 0;
     m_block->length = static_cast<std::uint32_t>(length + count);
+    assert(m_block->length <= m_block->capacity);
     return unitsOf(m_block) + length;
 }
 
@@ -128,4 +131,5 @@ void guiRunText::resize(std::size_t capacity)
     if (isNew)
         m_block->length = m_block->isMeasured = 0;
     m_block->capacity = static_cast<std::uint32_t>(room) & kMostUnits;
+    assert(m_block->capacity >= m_block->length);
 }

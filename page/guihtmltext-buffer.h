@@ -1,4 +1,5 @@
-// page/guihtmltext-buffer.h: the text of a run, kept small: a page has tens of thousands of runs, most of them a word.
+// page/guihtmltext-buffer.h: the text of a run. It is kept small, since a page has tens of thousands of runs, most of
+// them one word long.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -7,7 +8,7 @@
 
 #include <cstdint>
 
-/// 16-bit units behind one pointer, with little spare room; none at all after shrink(). GUI thread.
+/// 16-bit units behind one pointer, with little unused capacity, and none after shrink(). GUI thread.
 class guiRunText
 {
 public:
@@ -16,15 +17,15 @@ public:
     guiRunText& operator=(guiRunText const& other);
     ~guiRunText();
 
-    /// The string's text, which ends at its terminator.
+    /// The string's text up to its first zero.
     guiRunText& operator=(sstring const& text);
     guiRunText& operator+=(sstring const& text) { return append(sstoview(text)); }
     /// Text of ASCII.
     guiRunText& operator+=(char const* text);
     guiRunText& append(QStringView text);
-    /// Adds a blank at the end, but before codes that open a formatting there (guiBlankPlace).
+    /// Adds a blank at the end, but before opening codes there (guiBlankPlace).
     void appendSpace();
-    /// Gives spare room back.
+    /// Frees unused capacity.
     void shrink();
 
     unsigned getLength() const { return m_block ? m_block->length : 0; }
@@ -35,7 +36,7 @@ public:
     }
     sstring toString() const;
 
-    /// A mark that goes with every change of the text.
+    /// A flag that every change of the text clears.
     bool isMeasured() const { return m_block && m_block->isMeasured; }
     void setMeasured(bool isMeasured = true)
     {
@@ -53,13 +54,13 @@ private:
 
     static QStringView sstoview(sstring const& text);
     static char16_t* unitsOf(block* at) { return reinterpret_cast<char16_t*>(at + 1); }
-    /// The place of `count` more units at the end, which count as there already.
+    /// Lengthens the text by `count` units and returns the address of the first, for the caller to fill in.
     char16_t* extend(std::size_t count);
     void resize(std::size_t capacity);
 
     block* m_block = nullptr;
 };
 
-/// Where a blank goes that is to stand at the end of a text: behind the last unit, but before a row of codes that open
-/// a formatting there. A text of fewer than 5 units has no code.
+/// The position for a blank at the end of a text: after the last unit, but before opening codes there. A text of fewer
+/// than 5 units has no code.
 qsizetype guiBlankPlace(QStringView text);

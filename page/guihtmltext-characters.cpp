@@ -8,56 +8,57 @@
 #include <QTextOption>
 
 #include <algorithm>
+#include <cassert>
+#include <numeric>
 
 namespace {
 
-// Long enough to shape fast, short enough that asking for each character's place stays cheap.
+// Units that are shaped together: shaping is faster for more, finding each character's position for fewer.
 constexpr qsizetype kSegment = 64;
-// What is longer without a blank is data, not language: each of its characters is measured alone, which takes a
-// twentieth of the time.
+// A longer word is data, not language: each of its characters is measured alone, which takes a twentieth of the time.
 constexpr qsizetype kLongestShaped = 1 << 16;
 
-/// Which way a unit runs; neutral ones run with their neighbours.
-enum class Flow
+/// The direction in which a unit is written; neutral ones follow their neighbours.
+enum class flow
 {
-    Neutral,
-    Right, ///< from left to right
-    Left,
+    kNeutral,
+    kToRight,
+    kToLeft,
 };
 
-Flow flowOf(QChar unit)
+flow flowOf(QChar unit)
 {
     if (unit.unicode() < 0x590)
-        return unit.isLetterOrNumber() ? Flow::Right : Flow::Neutral;
-    if (unit.isHighSurrogate()) // the supplementary blocks that run to the left: U+10800 to U+10FFF, U+1E800 to U+1EFFF
-        return (unit.unicode() & ~1) == 0xD802 || (unit.unicode() & ~1) == 0xD83A ? Flow::Left : Flow::Right;
+        return unit.isLetterOrNumber() ? flow::kToRight : flow::kNeutral;
+    if (unit.isHighSurrogate()) // supplementary blocks written to the left: U+10800 to U+10FFF, U+1E800 to U+1EFFF
+        return (unit.unicode() & ~1) == 0xD802 || (unit.unicode() & ~1) == 0xD83A ? flow::kToLeft : flow::kToRight;
     switch (unit.direction()) {
     case QChar::DirR:
     case QChar::DirAL:
-        return Flow::Left;
+        return flow::kToLeft;
     case QChar::DirL:
     case QChar::DirEN:
     case QChar::DirAN:
-        return Flow::Right;
+        return flow::kToRight;
     default:
-        return Flow::Neutral;
+        return flow::kNeutral;
     }
 }
 
-/// Whether a unit is a character whose width no neighbour changes: kana, ideographs, Hangul syllables.
+/// Whether the unit is a character whose width does not depend on its neighbours: kana, ideographs, Hangul syllables.
 bool standsAlone(QChar unit)
 {
     char16_t const u = unit.unicode();
     return (u >= 0x3041 && u <= 0x30FF) || (u >= 0x3400 && u <= 0x9FFF) || (u >= 0xAC00 && u <= 0xD7A3);
 }
 
-/// Places of the ends of characters in a text that runs one way, from where it starts, in 1/64 pixel.
-std::vector<int> placesIn(QFont const& font, QStringView text, std::vector<qsizetype> const& ends, Flow flow)
+/// The positions of the ends of characters in a text of one direction, from its start, in 1/64 pixel.
+std::vector<int> placesIn(QFont const& font, QStringView text, std::vector<qsizetype> const& ends, flow direction)
 {
     ++guiLayoutCounters::wordsShaped;
     QTextLayout layout(QString::fromRawData(text.data(), text.size()), font);
     QTextOption option;
-    option.setTextDirection(flow == Flow::Left ? Qt::RightToLeft : Qt::LeftToRight);
+    option.setTextDirection(direction == flow::kToLeft ? Qt::RightToLeft : Qt::LeftToRight);
     option.setWrapMode(QTextOption::NoWrap);
     layout.setTextOption(option);
     layout.beginLayout();
@@ -70,7 +71,7 @@ std::vector<int> placesIn(QFont const& font, QStringView text, std::vector<qsize
     return places;
 }
 
-/// Measures a word from front to back, in short segments that run one way.
+/// Measures a word from front to back, in short segments of one direction.
 class characterMeasurer
 {
 public:
@@ -79,22 +80,23 @@ public:
     {}
 
     void take(qsizetype start, qsizetype end);
-    /// Measures what was taken since the last segment.
+    /// Measures the characters taken since the last segment; the next segment starts at `next`.
     void flush(qsizetype next);
 
 private:
-    bool belongs(qsizetype end, Flow flow) const;
+    bool belongs(qsizetype end, flow direction) const;
+    void shape(QStringView text);
     bool repeatLast(QStringView text);
     void append(qsizetype units, int advance);
 
     guiTextFont& m_font;
     QStringView m_word;
     std::vector<guiTextWord>& m_out;
-    std::size_t m_first; // where the word starts in m_out
+    std::size_t m_first; // index of the word's first entry in m_out
     qsizetype m_start = 0;
     std::vector<qsizetype> m_ends; // of the segment's characters, from its start
-    Flow m_flow = Flow::Neutral;
-    QStringView m_last; // the segment before, and its entries in m_out
+    flow m_flow = flow::kNeutral;
+    QStringView m_last; // the segment before; its entries in m_out are the next two
     std::size_t m_lastOut = 0;
     std::size_t m_lastCount = 0;
 };
@@ -106,41 +108,46 @@ void characterMeasurer::take(qsizetype start, qsizetype end)
         append(end - start, m_font.wordAdvance(m_word.mid(start, end - start)));
         return;
     }
-    Flow const flow = flowOf(m_word[start]);
-    if (!belongs(end, flow))
+    flow const direction = flowOf(m_word[start]);
+    if (!belongs(end, direction))
         flush(start);
-    if (flow != Flow::Neutral)
-        m_flow = flow;
+    if (direction != flow::kNeutral)
+        m_flow = direction;
     m_ends.push_back(end - m_start);
 }
 
-bool characterMeasurer::belongs(qsizetype end, Flow flow) const
+bool characterMeasurer::belongs(qsizetype end, flow direction) const
 {
-    bool const turns = flow != Flow::Neutral && m_flow != Flow::Neutral && flow != m_flow;
+    bool const turns = direction != flow::kNeutral && m_flow != flow::kNeutral && direction != m_flow;
     return !turns && end - m_start <= kSegment;
 }
 
 void characterMeasurer::flush(qsizetype next)
 {
+    assert(next >= m_start && next <= m_word.size());
     if (!m_ends.empty()) {
         QStringView const text = m_word.mid(m_start, m_ends.back());
-        if (!repeatLast(text)) {
-            m_last = text;
-            m_lastOut = m_out.size();
-            std::vector<int> const places = placesIn(m_font.font(), text, m_ends, m_flow);
-            for (std::size_t i = 0; i < places.size(); ++i) {
-                int const before = i ? places[i - 1] : 0;
-                append(m_ends[i] - (i ? m_ends[i - 1] : 0), places[i] - before);
-            }
-            m_lastCount = m_out.size() - m_lastOut;
-        }
+        if (!repeatLast(text))
+            shape(text);
     }
     m_ends.clear();
-    m_flow = Flow::Neutral;
+    m_flow = flow::kNeutral;
     m_start = next;
 }
 
-// A text that repeats itself, such as a ruler of dashes, is shaped once.
+void characterMeasurer::shape(QStringView text)
+{
+    m_last = text;
+    m_lastOut = m_out.size();
+    std::vector<int> const places = placesIn(m_font.font(), text, m_ends, m_flow);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        int const before = i ? places[i - 1] : 0;
+        append(m_ends[i] - (i ? m_ends[i - 1] : 0), places[i] - before);
+    }
+    m_lastCount = m_out.size() - m_lastOut;
+}
+
+// A word that repeats itself, such as a line of dashes, is shaped once.
 bool characterMeasurer::repeatLast(QStringView text)
 {
     if (text != m_last)
@@ -166,10 +173,17 @@ void characterMeasurer::append(qsizetype units, int advance)
     }
 }
 
+[[maybe_unused]] qsizetype unitsFrom(std::vector<guiTextWord> const& words, std::size_t first)
+{
+    auto const add = [](qsizetype sum, guiTextWord const& word) { return sum + word.units; };
+    return std::accumulate(words.begin() + static_cast<std::ptrdiff_t>(first), words.end(), qsizetype{0}, add);
+}
+
 } // namespace
 
 void guiMeasureCharacters(guiTextFont& font, QStringView word, std::vector<guiTextWord>& out)
 {
+    [[maybe_unused]] std::size_t const first = out.size();
     characterMeasurer measurer(font, word, out);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, word.data(), word.size());
     qsizetype start = 0;
@@ -180,4 +194,5 @@ void guiMeasureCharacters(guiTextFont& font, QStringView word, std::vector<guiTe
     if (start < word.size())
         measurer.take(start, word.size());
     measurer.flush(word.size());
+    assert(unitsFrom(out, first) == word.size());
 }

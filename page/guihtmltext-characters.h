@@ -1,4 +1,4 @@
-// page/guihtmltext-characters.h: how wide each character of a word is, for words that must be cut.
+// page/guihtmltext-characters.h: measures the characters of a word that a line may have to cut.
 #pragma once
 
 #include "page/guihtmltext-fonts.h"
@@ -7,7 +7,7 @@
 
 #include <vector>
 
-/// Appends the characters of a word (no blanks in it) as a reader sees them: combining marks and surrogate pairs are
-/// not taken apart. The first starts a word, the others are glued to it. Ligatures count in equal parts. Time and
-/// memory are linear in the word's length. GUI thread.
+/// Appends the characters of a word (without blanks) to `out`. Combining marks and surrogate pairs are not separated.
+/// The first entry starts a word, the others are marked kGlued. A ligature is divided into equal parts. Time and memory
+/// are linear in the word's length. GUI thread.
 void guiMeasureCharacters(guiTextFont& font, QStringView word, std::vector<guiTextWord>& out);

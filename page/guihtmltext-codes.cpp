@@ -2,11 +2,12 @@
 #include "page/guihtmltext-codes.h"
 
 #include "foundation/vela-qt.h"
-#include "page/guihtmlparser.h"
+#include "page/guicolortext.h"
 
 #include <QByteArray>
 
 #include <algorithm>
+#include <cassert>
 #include <cstdlib>
 
 namespace {
@@ -18,17 +19,17 @@ constexpr qsizetype kMaxColorUnits = 32;
 guiTextCode readClosingCode(QStringView code)
 {
     if (code == QStringView(u"b"))
-        return guiTextCode::EndBold;
+        return guiTextCode::kEndBold;
     if (code == QStringView(u"i"))
-        return guiTextCode::EndItalic;
+        return guiTextCode::kEndItalic;
     if (code == QStringView(u"u"))
-        return guiTextCode::EndUnderline;
+        return guiTextCode::kEndUnderline;
     if (code == QStringView(u"a"))
-        return guiTextCode::EndLink;
-    return code.startsWith(u'#') ? guiTextCode::EndColor : guiTextCode::EndFont;
+        return guiTextCode::kEndLink;
+    return code.startsWith(u'#') ? guiTextCode::kEndColor : guiTextCode::kEndFont;
 }
 
-// A face such as "arial" begins with the letter of a link, too: a link has a blank behind the letter.
+// A face such as "arial" also begins with "a"; in a link a blank follows.
 bool isLink(QStringView code) { return code == QStringView(u"a") || code.startsWith(QStringView(u"a ")); }
 
 } // namespace
@@ -38,18 +39,18 @@ guiTextCode guiReadTextCode(QStringView code)
     if (code.startsWith(u'/'))
         return readClosingCode(code.mid(1));
     if (code.startsWith(u'>'))
-        return guiTextCode::Indent;
+        return guiTextCode::kIndent;
     if (code.startsWith(u'#'))
-        return guiTextCode::Color;
+        return guiTextCode::kColor;
     if (code == QStringView(u"b"))
-        return guiTextCode::Bold;
+        return guiTextCode::kBold;
     if (code == QStringView(u"i"))
-        return guiTextCode::Italic;
+        return guiTextCode::kItalic;
     if (code == QStringView(u"u"))
-        return guiTextCode::Underline;
+        return guiTextCode::kUnderline;
     if (code == QStringView(u"br"))
-        return guiTextCode::LineBreak;
-    return isLink(code) ? guiTextCode::Link : guiTextCode::Font;
+        return guiTextCode::kLineBreak;
+    return isLink(code) ? guiTextCode::kLink : guiTextCode::kFont;
 }
 
 int guiReadIndent(QStringView code)
@@ -61,13 +62,14 @@ int guiReadIndent(QStringView code)
 
 guiColor guiReadColorCode(QStringView code)
 {
-    return guiHtmlParser::convColorToStruct(qtoss(code.left(kMaxColorUnits).toString()));
+    guiColor color = guiColor::Black;
+    guiReadColor(qtoss(code.left(kMaxColorUnits).toString()), &color);
+    return color;
 }
 
-// Looks for brackets from m_end on. No code holds opening brackets: those before the last pair are the page's own, as
-// in
-// "[<b>file</b>]" or "[[--] file]<b>". Once the text holds no closing pair, none is looked for again: a text of nothing
-// but opening brackets takes one walk.
+// Searches from m_end on. A code starts at the last opening pair before its closing pair: earlier brackets are text, as
+// in "[[--] file]<b>". Once no closing pair is left, the search is not repeated, so that a text of many opening
+// brackets takes linear time.
 bool guiTextScanner::findCode()
 {
     if (m_codeStart >= m_end)
@@ -82,6 +84,7 @@ bool guiTextScanner::findCode()
         return false;
     }
     m_codeStart = m_text.lastIndexOf(QStringView(u"[["), m_codeEnd - 2);
+    assert(m_codeStart >= m_end && m_codeStart + 2 <= m_codeEnd);
     return true;
 }
 
@@ -99,5 +102,7 @@ bool guiTextScanner::next()
         m_end = found ? m_codeStart : m_text.size();
         m_part = m_text.mid(m_start, m_end - m_start);
     }
+    assert(m_end > m_start && m_end <= m_text.size());
+    assert(m_part.size() == m_end - m_start - (m_isCode ? 4 : 0));
     return true;
 }

@@ -7,44 +7,44 @@
 
 #include <cstdint>
 
-/// What a code switches.
+/// What a code changes.
 enum class guiTextCode : std::uint8_t
 {
-    Indent, ///< ">" and a number
-    Bold,
-    EndBold,
-    Italic,
-    EndItalic,
-    Underline,
-    EndUnderline,
-    LineBreak,
-    Color, ///< "#" and six hexadecimal digits
-    EndColor,
-    Link, ///< "a " and the link
-    EndLink,
-    Font, ///< "face,points"
-    EndFont,
+    kIndent, ///< ">" and a number
+    kBold,
+    kEndBold,
+    kItalic,
+    kEndItalic,
+    kUnderline,
+    kEndUnderline,
+    kLineBreak,
+    kColor, ///< "#" and six hexadecimal digits
+    kEndColor,
+    kLink, ///< "a " and the link
+    kEndLink,
+    kFont, ///< "face,points"
+    kEndFont,
 };
 
-/// The kind of a code, given what stands between the brackets.
+/// The kind of a code, given the text between its brackets.
 guiTextCode guiReadTextCode(QStringView code);
 /// The indentation that ">" and a number ask for, in pixels: 40 for each level, never negative.
 int guiReadIndent(QStringView code);
 /// "#RRGGBB", read as the parser reads colours; anything else is black.
 guiColor guiReadColorCode(QStringView code);
 
-/// Walks over a run: stretches of plain text with codes in between. Brackets that are never closed are plain text.
+/// Splits a run into parts, each either a code or plain text. Brackets that are never closed are plain text.
 class guiTextScanner
 {
 public:
     explicit guiTextScanner(QStringView text) : m_text(text) {}
 
-    /// Moves on to the next stretch or code; false at the end.
+    /// Moves on to the next part; false at the end.
     bool next();
     bool isCode() const { return m_isCode; }
-    /// First unit of the stretch, or of the code with its brackets.
+    /// Position of the part's first unit, of a code including its brackets.
     qsizetype start() const { return m_start; }
-    /// The stretch, or the code without its brackets.
+    /// The part, a code without its brackets.
     QStringView part() const { return m_part; }
 
 private:
@@ -54,7 +54,7 @@ private:
     QStringView m_part;
     qsizetype m_start = 0;
     qsizetype m_end = 0;
-    qsizetype m_codeStart = -1; // the next code at or behind m_end, if it was looked for already
+    qsizetype m_codeStart = -1; // the next code at or after m_end, if it has been searched for
     qsizetype m_codeEnd = -1;   // its closing brackets
     bool m_isCode = false;
 };

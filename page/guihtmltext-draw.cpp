@@ -1,8 +1,8 @@
-// page/guihtmltext-draw.cpp: the one routine that measures text, paints it and records its links, so that the three
-// agree.
+// page/guihtmltext-draw.cpp: one routine measures text, paints it and records its links, so that the three agree.
 #include "page/guihtmltext.h"
 
 #include "foundation/vela-qt.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guifontepoch.h"
 #include "page/guihtmlsize.h"
 #include "page/guihtmltext-lines.h"
@@ -13,6 +13,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cassert>
 #include <limits>
 
 namespace {
@@ -28,7 +29,7 @@ struct drawing
     textParams const& params;
     guiTextRun const& run;
     guiHtmlText::mx_t* cache;
-    bool records; ///< links go into the cache's hotspots
+    bool records; ///< whether links are recorded in the cache's hotspots
     int clipTop = std::numeric_limits<int>::min();
     int clipBottom = std::numeric_limits<int>::max();
 };
@@ -43,16 +44,16 @@ guiColor inkOf(drawing const& job, guiTextChunk const& chunk)
     if (chunk.link != guiTextChunk::kNoLink && job.cache && chunk.link == job.cache->hoveredLink)
         return job.params.activeLinkColor;
     switch (chunk.ink) {
-    case guiTextInk::Link:
+    case guiTextInk::kLink:
         return job.params.linkColor;
-    case guiTextInk::Explicit:
+    case guiTextInk::kExplicit:
         return chunk.color;
     default:
         return job.params.textColor;
     }
 }
 
-/// The text as it is drawn: tabs and line ends are blanks of the same width.
+/// The text as it is drawn: tabs and line ends are drawn as blanks.
 QString drawnText(QStringView text)
 {
     bool const isPlain = std::none_of(text.begin(), text.end(), [](QChar c) { return c < u' '; });
@@ -64,7 +65,7 @@ QString drawnText(QStringView text)
     return copy;
 }
 
-// In a font that moves letters at blanks, a line drawn in one go would not be as wide as its measured words.
+// In a font that kerns blanks, a line drawn in one go would not be as wide as its measured words.
 void drawWordByWord(QPainter& painter, guiTextFont& font, QPointF at, QString const& text)
 {
     qreal const blank = font.blankAdvance() / 64.0;
@@ -106,6 +107,7 @@ int alignedOffset(drawing const& job, int lineWidth)
 
 void useLine(drawing const& job, guiLineBreaker const& line, int top)
 {
+    assert(!job.records || job.cache);
     int const left = job.box.left + alignedOffset(job, line.width());
     bool const isPainted = isShown(job, top, line.height());
     if (!isPainted && !job.records)
@@ -114,8 +116,10 @@ void useLine(drawing const& job, guiLineBreaker const& line, int top)
         if (isPainted)
             paintPiece(job, piece, left + piece.left, top + line.height() - line.descent());
         unsigned const link = job.run.chunks()[piece.chunk].link;
-        if (job.records && link != guiTextChunk::kNoLink)
+        if (job.records && link != guiTextChunk::kNoLink) {
+            assert(job.text.mid(link).startsWith(QStringView(u"[[a")));
             job.cache->hotspots.push_back({left + piece.left, piece.width, top, line.height(), link});
+        }
     }
 }
 
@@ -193,14 +197,14 @@ int measure(drawing& job, int* widthOut)
     return widthOut ? measureWidth(job, widthOut) : measureHeight(job);
 }
 
-/// The hotspots of another text, or of one in another font, are none of this one's.
+/// Hotspots that were recorded for another text or font are no longer valid.
 void dropOldHotspots(guiHtmlText::mx_t& cache)
 {
     if (cache.measures.hotspotWidth == guiTextMeasures::kNoWidth)
         cache.hotspots.clear();
 }
 
-/// A text that shows nothing has a height of its own and no width.
+/// A text without visible characters has a fixed height and no width.
 int drawNothing(int* widthOut, guiHtmlText::mx_t* cache, bool isHeight)
 {
     if (widthOut)
@@ -223,6 +227,8 @@ guiRect innerBox(guiRect const& box)
 int guiHtmlText::drawText(QPainter* painter, guiRect* box, sstring const& text, textParams const* params, int* widthOut,
                           mx_t* cache)
 {
+    assertOnGuiThread();
+    assert(box && params);
     QStringView const view = sstoview(text);
     if (showsNothing(view))
         return drawNothing(widthOut, cache, !painter && !widthOut);
@@ -233,16 +239,17 @@ int guiHtmlText::drawText(QPainter* painter, guiRect* box, sstring const& text, 
         return measure(job, widthOut);
     }
     cache->measures.fontEpoch = 0;
-    cache->text.setMeasured(false); // this text may be another one
+    cache->text.setMeasured(false); // `text` may differ from the node's own
     guiTextRun const& run = cache->measures.run(view, false, font, params->points);
     dropOldHotspots(*cache);
     drawing job{painter, innerBox(*box), view, *params, run, cache, false};
     return measure(job, widthOut);
 }
 
-/// drawText() of the node's own text, which tells by itself whether it changed.
+/// drawText() of the node's own text, whose changes are noticed without comparing it.
 int guiHtmlText::layOut(QPainter* painter, guiRect const& box, int* widthOut)
 {
+    assertOnGuiThread();
     QStringView const view = mx.text.view();
     if (showsNothing(view))
         return drawNothing(widthOut, &mx, !painter && !widthOut);

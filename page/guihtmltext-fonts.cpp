@@ -1,6 +1,7 @@
 // page/guihtmltext-fonts.cpp: see guihtmltext-fonts.h.
 #include "page/guihtmltext-fonts.h"
 
+#include "foundation/vela-threadrole.h"
 #include "page/guifontepoch.h"
 #include "page/guihtmltext-characters.h"
 #include "page/guilayoutcounters.h"
@@ -11,6 +12,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <cstdlib>
 
@@ -25,7 +27,7 @@ constexpr int kMaxPoints = 500;
 constexpr unsigned kMaxWordsPerFont = 65536; // 2 MB; a table of 4 MB may have 40,000 different numbers
 constexpr std::size_t kMaxCutWords = 8192;
 
-/// A normalised font is as tall as its bucket allows: points up to `points` give lines of at most `height` pixels.
+/// Sizes up to `points` get lines of at most `height` pixels.
 struct heightBucket
 {
     int points;
@@ -43,7 +45,7 @@ int heightAt(QString const& family, int pixelSize)
     return QFontMetrics(probe).height();
 }
 
-// From the top: the first that fits is the largest that fits.
+// From the largest size down: the first one that fits is the answer.
 int searchPixelSize(QString const& family, int points)
 {
     for (int size = guiLineHeightFor(points) - 1; size >= kSmallestPixelSize; --size)
@@ -54,8 +56,8 @@ int searchPixelSize(QString const& family, int points)
 
 using heightKey = std::pair<QString, int>;
 
-/// All process-wide state of this file, so that it can be dropped as one before the application object goes: the
-/// toolkit frees its font engines then.
+/// All process-wide state of this file in one object, which is emptied before the application object is destroyed,
+/// since the toolkit then frees its font engines.
 struct fontTable
 {
     QHash<heightKey, int> heights;
@@ -65,12 +67,11 @@ struct fontTable
     guiTextFont* last = nullptr;
 };
 
-unsigned theGeneration = 1;
-bool theTableIsHooked = false;
+unsigned theGeneration TARN_GUARDED_BY(velaGuiRole) = 1;
+bool theTableIsHooked TARN_GUARDED_BY(velaGuiRole) = false;
 
-// Never destroyed: a process may end without destroying its application object, and then no font may be touched any
-// more.
-fontTable& tableStorage()
+// Never destroyed: when a process ends without destroying its application object, no font may be used any more.
+fontTable& tableStorage() TARN_ON(velaGuiRole)
 {
     static fontTable& fonts = *new fontTable;
     return fonts;
@@ -78,11 +79,12 @@ fontTable& tableStorage()
 
 void clearWithApplication()
 {
+    assertOnGuiThread();
     guiTextFonts::clear();
-    theTableIsHooked = false; // the toolkit forgets its routines with each application object
+    theTableIsHooked = false; // a post routine runs once; the next application object needs it again
 }
 
-fontTable& table()
+fontTable& table() TARN_ON(velaGuiRole)
 {
     if (!theTableIsHooked) {
         theTableIsHooked = true;
@@ -103,9 +105,10 @@ int guiLineHeightFor(int points)
 
 int findFontHeight(QFont const& font, int points)
 {
+    assertOnGuiThread();
     auto& heights = table().heights;
     QString const family = font.family();
-    // All point sizes of one row of the table give the same result.
+    // The key holds the line height, since all point sizes with the same one have the same result.
     auto const found = heights.constFind(heightKey(family, guiLineHeightFor(points)));
     if (found != heights.constEnd())
         return *found;
@@ -139,7 +142,7 @@ std::uint64_t keyOf(QStringView word)
     return hash ? hash : 1;
 }
 
-// Letters between blanks, in every neighbourhood that plain text has.
+// Compares the width of all letters with blanks between them with the sum of their widths.
 bool movesLettersAtBlanks(QFontMetricsF const& metrics)
 {
     QString spaced;
@@ -162,6 +165,7 @@ guiTextFont::guiTextFont(QFont const& font) : m_font(font), m_underlined(underli
     m_descent = metrics.descent();
     m_blankAdvance = guiToAdvance(m_metrics.horizontalAdvance(QLatin1Char(' ')));
     m_kernsBlanks = movesLettersAtBlanks(m_metrics);
+    m_direct.fill(kNotMeasured);
 }
 
 int guiTextFont::measure(QStringView text) const
@@ -171,13 +175,17 @@ int guiTextFont::measure(QStringView text) const
     return guiToAdvance(m_metrics.horizontalAdvance(shared));
 }
 
-// Keys are 64 random-looking bits: that two words of one page share one is not worth the memory of keeping the words.
+// The words themselves are not stored: a collision of two 64-bit hashes is too unlikely to spend the memory.
 int guiTextFont::wordAdvance(QStringView word)
 {
+    assertOnGuiThread();
+    if (word.size() == 1 && word.front().unicode() < kDirectUnits)
+        return characterAdvance(word);
     if (m_used * 2 >= m_slots.size())
         rehash();
     std::uint64_t const key = keyOf(word);
     std::size_t const mask = m_slots.size() - 1;
+    assert(m_used < m_slots.size() && (m_slots.size() & mask) == 0);
     std::size_t at = key & mask;
     while (m_slots[at].key && m_slots[at].key != key)
         at = (at + 1) & mask;
@@ -186,6 +194,14 @@ int guiTextFont::wordAdvance(QStringView word)
         ++m_used;
     }
     return m_slots[at].advance;
+}
+
+int guiTextFont::characterAdvance(QStringView character)
+{
+    int& advance = m_direct[character.front().unicode()];
+    if (advance == kNotMeasured)
+        advance = measure(character);
+    return advance;
 }
 
 void guiTextFont::rehash()
@@ -210,6 +226,7 @@ void guiTextFont::rehash()
 
 std::vector<guiTextWord> const& guiTextFont::characters(QStringView word)
 {
+    assert(word.size() <= kMaxWord);
     std::uint64_t const key = keyOf(word);
     if (auto const found = m_characters.find(key); found != m_characters.end())
         return found->second;
@@ -222,7 +239,7 @@ std::vector<guiTextWord> const& guiTextFont::characters(QStringView word)
 
 namespace {
 
-/// The number that a text begins with, 0 when there is none; far larger than any font when it is out of range.
+/// The number that a text begins with, 0 when there is none; limited to numbers far larger than any font size.
 int leadingNumber(QStringView text)
 {
     QByteArray const digits = text.left(32).toLatin1();
@@ -248,10 +265,15 @@ guiFontRequest guiReadFontRequest(QStringView code)
     return request;
 }
 
-unsigned guiTextFonts::generation() { return theGeneration; }
+unsigned guiTextFonts::generation()
+{
+    assertOnGuiThread();
+    return theGeneration;
+}
 
 void guiTextFonts::clear()
 {
+    assertOnGuiThread();
     tableStorage() = fontTable();
     ++theGeneration;
     guiFontEpoch::advance();
@@ -259,6 +281,7 @@ void guiTextFonts::clear()
 
 guiTextFont& guiTextFonts::of(QFont const& font)
 {
+    assertOnGuiThread();
     fontTable& fonts = table();
     if (fonts.last && fonts.last->font().isCopyOf(font))
         return *fonts.last;
@@ -270,6 +293,7 @@ guiTextFont& guiTextFonts::of(QFont const& font)
         entry = fonts.owned.back().get();
         fonts.fonts.insert(font, entry);
     }
+    assert(fonts.owned.size() <= kMaxFonts);
     fonts.last = entry;
     return *entry;
 }
@@ -304,12 +328,15 @@ guiTextFont& makeFace(QString const& family, int points, bool normalize)
 
 guiTextFont& guiTextFonts::face(QString const& family, int points, bool normalize)
 {
+    assertOnGuiThread();
     std::uint64_t const key = keyOf(family) * 31 + static_cast<std::uint64_t>(points) * 2 + (normalize ? 1 : 0);
     fontTable& fonts = table();
     if (auto const found = fonts.faces.find(key); found != fonts.faces.end())
         return *found->second;
-    if (fonts.faces.size() >= kMaxFaces)
+    if (fonts.faces.size() >= kMaxFaces) {
+        assert(!fonts.owned.empty());
         return *fonts.owned.front();
+    }
     guiTextFont& made = makeFace(family, points, normalize);
     table().faces.emplace(key, &made);
     return made;

@@ -1,6 +1,5 @@
-// page/guihtmltext-fonts.h: the fonts that text runs use: how large a face is made for a number of points, and how wide
-// words are in it. Every font is set up once for the whole process, and every word measured once per font. GUI thread
-// only. guihtmltext-shape.h cuts a run into words; guihtmltext-codes.h reads the codes that switch fonts.
+// page/guihtmltext-fonts.h: the fonts of text runs: their sizes, and the widths of words. Every font is made once for
+// the whole process, and every word measured once per font. GUI thread.
 #pragma once
 
 #include <QFont>
@@ -9,6 +8,7 @@
 #include <QStringView>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <memory>
@@ -17,19 +17,19 @@
 
 /// Largest line height in pixels of a font of this many points.
 int guiLineHeightFor(int points);
-/// Pixel size at which the font's family is as tall as the table wants for a number of points, whatever the screen's
-/// resolution. Remembered by family and points.
+/// The largest pixel size in which lines of the font's family are no taller than guiLineHeightFor(points), whatever the
+/// screen's resolution. Remembered by family and points.
 int findFontHeight(QFont const& font, int points);
-/// Makes the font its family's normal weight, in the pixel size of findFontHeight().
+/// Replaces the font by its family in normal weight, in the pixel size of findFontHeight().
 void normalizeFontHeight(QFont& font, int points);
 
-/// A stretch of text that is never split except where `units` says so: a word, or one character of a long word, with
-/// the blanks behind it. Four bytes, since a page of a megabyte has two hundred thousand of them.
+/// A word, or one character of a long word, with the blanks after it. Four bytes, since a page of a megabyte has two
+/// hundred thousand of them.
 struct guiTextWord
 {
     enum : std::uint8_t
     {
-        kGlued = 1,  ///< continues the word of the entry before; a line may be cut here when nothing else helps
+        kGlued = 1,  ///< continues the word of the entry before; a line ends here only when the word is too long for it
         kSolid = 2,  ///< continues the character of the entry before: no cut before it
         kSingle = 4, ///< holds one character, or a part of one: no cut inside
     };
@@ -48,14 +48,14 @@ static_assert(sizeof(guiTextWord) == 4);
 /// Width in pixels of an advance in 1/64 pixel, rounded as the toolkit's own metrics are.
 constexpr std::int64_t guiTextPixels(std::int64_t advance) { return (advance + 32) >> 6; }
 
-/// The same the other way round; a width that no line reaches is cut.
+/// Pixels in 1/64 pixel, limited to a width that no line reaches.
 inline int guiToAdvance(double pixels) { return static_cast<int>(std::lround(std::clamp(pixels, 0.0, 1e6) * 64)); }
 
-/// One font, with what measuring text in it has taught so far.
+/// One font, and the widths of the words measured in it so far. GUI thread.
 class guiTextFont
 {
 public:
-    /// Words longer than this are stored character by character.
+    /// Longer words are stored as single characters.
     static constexpr qsizetype kMaxWord = 64;
 
     explicit guiTextFont(QFont const& font);
@@ -64,15 +64,15 @@ public:
 
     QFont const& font() const { return m_font; }
     QFont const& underlined() const { return m_underlined; }
-    /// Pixels from one baseline to the next, and below the baseline.
+    /// Pixels from one baseline to the next, and pixels below the baseline.
     int lineSpacing() const { return m_lineSpacing; }
     int descent() const { return m_descent; }
     /// Width of a blank in 1/64 pixel.
     int blankAdvance() const { return m_blankAdvance; }
-    /// Whether the font moves letters next to a blank, so that a line is not as wide as its words and blanks.
+    /// Whether the font moves letters next to a blank, so that a line is not as wide as its words and blanks together.
     bool kernsBlanks() const { return m_kernsBlanks; }
 
-    /// Width of a word (no blanks in it) in 1/64 pixel.
+    /// Width of a word (without blanks) in 1/64 pixel.
     int wordAdvance(QStringView word);
     /// The characters of a word of up to kMaxWord units (guihtmltext-characters.h), remembered. Valid until the next
     /// call.
@@ -89,6 +89,7 @@ private:
     };
 
     int measure(QStringView text) const;
+    int characterAdvance(QStringView character);
     void rehash();
 
     QFont m_font;
@@ -99,21 +100,25 @@ private:
     int m_blankAdvance;
     bool m_kernsBlanks;
     guiTextFont* m_variants[4] = {};
+    /// Advances of words of one unit below kDirectUnits, each measured when it is first asked for: a long word is
+    /// measured character by character.
+    static constexpr unsigned kDirectUnits = 256;
+    static constexpr int kNotMeasured = -1;
+    std::array<int, kDirectUnits> m_direct;
     std::vector<slot> m_slots; // open addressing; a power of two
     unsigned m_used = 0;
     std::unordered_map<std::uint64_t, std::vector<guiTextWord>> m_characters; // by word, of words that had to be cut
 };
 
-/// What a font code or a node's override asks for: a face, empty for the present one, and a point size, 0 for the
-/// present one.
+/// The face and size that a font code or a node's override sets; an empty face or a size of 0 keeps the present one.
 struct guiFontRequest
 {
     QString face;
     int points = 0;
 };
 
-/// Reads "face,points", in which either part may be missing. A number that is not 0 is the size, any other part the
-/// face.
+/// Reads "face,points", in which either part may be missing. A part that begins with a number other than 0 is the size,
+/// any other part the face.
 guiFontRequest guiReadFontRequest(QStringView code);
 
 namespace guiTextFonts {
@@ -124,9 +129,9 @@ guiTextFont& of(QFont const& font);
 guiTextFont& styled(guiTextFont& base, bool bold, bool italic);
 /// A face in normal weight; `normalize` sizes it by normalizeFontHeight() instead of the screen's resolution.
 guiTextFont& face(QString const& family, int points, bool normalize);
-/// Forgets all fonts. Called by itself when the application object goes.
+/// Forgets all fonts. Also runs when the application object is destroyed.
 void clear();
-/// Changes whenever entries handed out before have become invalid.
+/// Changes whenever clear() has made earlier references invalid.
 unsigned generation();
 
 } // namespace guiTextFonts

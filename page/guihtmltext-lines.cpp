@@ -4,6 +4,7 @@
 #include "page/guilayoutcounters.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -12,11 +13,11 @@ constexpr std::int64_t kMaxLine = 1 << 30;
 
 } // namespace
 
-/// How far a line reaches into a chunk.
+/// How much of a chunk is on the line.
 struct guiLineBreaker::progress
 {
     guiTextPlace place;
-    std::int64_t advance = 0; // 1/64 pixel, from where the line entered the chunk
+    std::int64_t advance = 0; // 1/64 pixel, from the first unit on the line
 };
 
 guiLineBreaker::guiLineBreaker(guiTextRun const& run, QStringView text, int width)
@@ -47,7 +48,7 @@ bool guiLineBreaker::next()
     return !m_pieces.empty();
 }
 
-// Each break before the chunk ends a line, an empty one included.
+// Each break before a chunk ends a line, even an empty one.
 bool guiLineBreaker::takeBreak()
 {
     if (m_place.breaks >= m_run.chunks()[m_place.chunk].breaks)
@@ -65,6 +66,7 @@ void guiLineBreaker::enterChunk()
     m_place.offset = 0;
     if (m_place.chunk < m_run.chunks().size())
         m_place.unit = m_run.chunks()[m_place.chunk].start;
+    assert(m_place.unit <= m_text.size());
 }
 
 void guiLineBreaker::skipBlanks()
@@ -85,6 +87,7 @@ std::int64_t guiLineBreaker::restOfWord(guiTextPlace const& place, guiTextWord c
         return word.advance;
     if (place.offset >= word.units)
         return 0;
+    assert(place.unit >= place.offset);
     QStringView const text = m_text.mid(place.unit - place.offset, word.units);
     std::int64_t advance = word.advance;
     std::uint32_t offset = 0;
@@ -116,9 +119,10 @@ void guiLineBreaker::cutWord(progress& at, guiTextWord const& word) const
     }
 }
 
-// Moves over a word without its blanks, if it fits.
+// Takes a word without its blanks, if it fits.
 bool guiLineBreaker::takeWord(progress& at, guiTextWord const& word) const
 {
+    assert(at.place.offset <= static_cast<unsigned>(word.units) + word.blanks);
     std::int64_t const advance = restOfWord(at.place, word);
     if (!fits(at.advance + advance))
         return false;
@@ -130,48 +134,51 @@ bool guiLineBreaker::takeWord(progress& at, guiTextWord const& word) const
     return true;
 }
 
+// Takes blanks up to the next word; false at the first one that does not fit. `lastBlank` is the position before the
+// last blank.
+bool guiLineBreaker::takeBlanks(progress& at, guiTextWord const& word, std::optional<progress>& lastBlank) const
+{
+    int const blank = m_run.chunks()[at.place.chunk].font->blankAdvance();
+    for (unsigned left = word.units + word.blanks - at.place.offset; left > 0; --left) {
+        lastBlank = at;
+        at.advance += blank;
+        if (!fits(at.advance))
+            return false;
+        ++at.place.offset;
+        ++at.place.unit;
+    }
+    return true;
+}
+
 bool guiLineBreaker::fitChunk()
 {
     guiTextChunk const& chunk = m_run.chunks()[m_place.chunk];
     int const indent = m_pieces.empty() ? chunk.indent : 0;
     m_room = static_cast<int>(std::max<std::int64_t>(std::int64_t{m_boxWidth} - m_width - indent, -1));
-    int const blank = chunk.font->blankAdvance();
     std::uint32_t const end = m_run.wordsEnd(m_place.chunk);
     progress const from{m_place, 0};
     progress at = from;
-    progress lastBlank = from; // before the last white space passed
-    bool hasBlank = false;
-
+    std::optional<progress> lastBlank;
     for (; at.place.word < end; ++at.place.word, at.place.offset = 0) {
         guiTextWord const& word = m_run.words()[at.place.word];
-        if (!takeWord(at, word)) {
-            if (hasBlank) {
-                endAt(from, lastBlank);
-            } else if (m_pieces.empty()) {
-                cutWord(at, word);
-                endAt(from, at);
-            }
-            return false;
+        if (takeWord(at, word) && takeBlanks(at, word, lastBlank))
+            continue;
+        if (lastBlank) {
+            endAt(from, *lastBlank);
+        } else if (m_pieces.empty()) {
+            cutWord(at, word);
+            endAt(from, at);
         }
-        for (unsigned left = word.units + word.blanks - at.place.offset; left > 0; --left) {
-            lastBlank = at;
-            hasBlank = true;
-            at.advance += blank;
-            if (!fits(at.advance)) {
-                endAt(from, lastBlank);
-                return false;
-            }
-            ++at.place.offset;
-            ++at.place.unit;
-        }
+        return false;
     }
     endAt(from, at);
     return true;
 }
 
-// Ends the chunk's part of the line there; a part without any text leaves the line as it is.
+// Adds the text between the two positions to the line; no text leaves the line as it is.
 void guiLineBreaker::endAt(progress const& from, progress const& to)
 {
+    assert(to.place.unit >= from.place.unit && to.place.unit <= m_text.size());
     if (to.place.unit == from.place.unit)
         return;
     guiTextChunk const& chunk = m_run.chunks()[from.place.chunk];
@@ -181,6 +188,7 @@ void guiLineBreaker::endAt(progress const& from, progress const& to)
     piece.length = to.place.unit - from.place.unit;
     piece.left = m_width + (m_pieces.empty() ? chunk.indent : 0);
     piece.width = static_cast<int>(std::min(guiTextPixels(to.advance), kMaxLine - piece.left));
+    assert(piece.left >= m_width && piece.width >= 0);
     m_pieces.push_back(piece);
     m_width = piece.left + piece.width;
     m_height = std::max(m_height, chunk.font->lineSpacing());

@@ -1,10 +1,11 @@
-// page/guihtmltext-lines.h: breaks a run that was made ready (guihtmltext-shape.h) into lines of a given width.
-// Measuring, painting and recording links all walk the lines found here, so what is drawn fills what was measured.
+// page/guihtmltext-lines.h: breaks a prepared run (guihtmltext-shape.h) into lines of a given width. Measuring,
+// painting and recording links all use these lines, so that drawn text fits the measured size.
 #pragma once
 
 #include "page/guihtmltext-shape.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 /// A part of a chunk on one line.
@@ -17,17 +18,17 @@ struct guiTextPiece
     int width = 0;
 };
 
-/// A place in a run: `offset` units into a word and the blanks behind it.
+/// A position in a run: `offset` units from the start of a word, which the blanks after it belong to.
 struct guiTextPlace
 {
     std::uint32_t chunk = 0;
     std::uint32_t word = 0;
     std::uint32_t offset = 0;
-    std::uint32_t unit = 0;   ///< the same place in the run's text
-    std::uint32_t breaks = 0; ///< breaks before the chunk that were taken already
+    std::uint32_t unit = 0;   ///< the same position in the run's text
+    std::uint32_t breaks = 0; ///< how many of the breaks before the chunk have ended a line
 };
 
-/// Finds one line after the other. The run and its text must outlive it.
+/// Finds the lines of a run one by one. The run and its text (not owned) must outlive it. GUI thread.
 class guiLineBreaker
 {
 public:
@@ -37,7 +38,7 @@ public:
     /// Finds the next line. False at the end of the run, and when not even one character fits.
     bool next();
 
-    /// The line found: its parts from left to right, its size, and the largest descent on it.
+    /// The present line: its pieces from left to right, its size in pixels, and its largest descent.
     std::vector<guiTextPiece> const& pieces() const { return m_pieces; }
     int width() const { return m_width; }
     int height() const { return m_height; }
@@ -50,10 +51,11 @@ private:
     void skipBlanks();
     bool atChunkEnd() const;
     void enterChunk();
-    /// Puts what fits of the rest of the chunk on the line; whether that is all of it.
+    /// Puts as much of the rest of the chunk on the line as fits; whether that is all of it.
     bool fitChunk();
     void endAt(progress const& from, progress const& to);
     bool takeWord(progress& at, guiTextWord const& word) const;
+    bool takeBlanks(progress& at, guiTextWord const& word, std::optional<progress>& lastBlank) const;
     void cutWord(progress& at, guiTextWord const& word) const;
     std::int64_t restOfWord(guiTextPlace const& place, guiTextWord const& word) const;
     bool fits(std::int64_t advance) const { return guiTextPixels(advance) <= m_room; }

@@ -2,6 +2,7 @@
 #include "page/guihtmltext.h"
 
 #include "foundation/vela-qt.h"
+#include "foundation/vela-threadrole.h"
 
 #include <QWidget>
 
@@ -21,9 +22,10 @@ void guiHtmlText::setPointer(bool onLink)
         widget->setCursor(onLink ? Qt::PointingHandCursor : Qt::ArrowCursor);
 }
 
-// Moving from one link straight to another keeps the pointer as it is.
+// The pointer's shape changes only between link and no link.
 void guiHtmlText::onMouseMove(int x, int y)
 {
+    assertOnGuiThread();
     unsigned const link = linkAt(x, y);
     if (link == mx.hoveredLink)
         return;
@@ -35,6 +37,7 @@ void guiHtmlText::onMouseMove(int x, int y)
 
 void guiHtmlText::onMouseOff()
 {
+    assertOnGuiThread();
     if (mx.hoveredLink != kNoLink) {
         setPointer(false);
         mx.hoveredLink = kNoLink;
@@ -43,9 +46,10 @@ void guiHtmlText::onMouseOff()
     guiHtml::onMouseOff();
 }
 
-// A run fires no mouse-down event of its own.
+// A run follows its link and fires no mouse-down event.
 void guiHtmlText::onMouseDown(int, int)
 {
+    assertOnGuiThread();
     constexpr unsigned kLinkStart = 4; // "[[a "
     QStringView const text = mx.text.view();
     if (mx.hoveredLink == kNoLink || !text.mid(mx.hoveredLink).startsWith(QStringView(u"[[")))

@@ -6,6 +6,7 @@
 #include <QHashFunctions>
 
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -16,8 +17,7 @@ std::uint64_t keyOf(QStringView text)
 
 } // namespace
 
-// The text is told from the one measured before by 64 bits of hash: a copy to compare with would double what a page of
-// text takes.
+// Texts are compared by a 64-bit hash: keeping a copy would double the memory for the text of a page.
 guiTextRun const& guiTextMeasures::run(QStringView text, bool isSameText, guiTextFont& font, int points)
 {
     bool const isSameFont = m_font == &font && m_points == points && m_generation == guiTextFonts::generation();
@@ -46,13 +46,21 @@ std::optional<int> guiTextMeasures::heightFor(int width) const
     bool const isPreferredKnown = m_preferred.width != kNoWidth && m_preferred.width < kMaxLayoutPixels;
     if (isPreferredKnown && width >= m_preferred.width - 2 * kTextMargin)
         return m_preferred.height;
+    assert(m_heightCount <= kWidths && m_nextHeight < kWidths);
     auto const end = m_heights.begin() + m_heightCount;
     auto const found = std::find_if(m_heights.begin(), end, [width](extent size) { return size.width == width; });
     return found == end ? std::nullopt : std::optional(found->height);
 }
 
+void guiTextMeasures::rememberPreferred(extent size)
+{
+    assert(isMade() && size.width >= 0 && size.height > 0);
+    m_preferred = size;
+}
+
 void guiTextMeasures::rememberHeight(int width, int height)
 {
+    assert(isMade() && height > 0);
     m_heights[m_nextHeight] = {width, height};
     m_nextHeight = static_cast<std::uint8_t>((m_nextHeight + 1) % kWidths);
     m_heightCount = static_cast<std::uint8_t>(std::min<unsigned>(m_heightCount + 1u, kWidths));

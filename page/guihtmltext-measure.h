@@ -1,5 +1,5 @@
-// page/guihtmltext-measure.h: what a text run remembers between layouts: its words, and the sizes it had lately. A run
-// that did not change costs no font work, however often it is laid out.
+// page/guihtmltext-measure.h: the words and the latest sizes of a text run, kept between layouts, so that an unchanged
+// run is not measured again.
 #pragma once
 
 #include "page/guihtmltext-shape.h"
@@ -13,7 +13,7 @@
 /// Pixels on either side of a run's lines.
 inline constexpr int kTextMargin = 4;
 
-/// The measurements of one text in one font. Part of every text node, so it is kept small.
+/// The measurements of one text in one font. Every text node has one, so it is kept small. GUI thread.
 class guiTextMeasures
 {
 public:
@@ -23,25 +23,25 @@ public:
         int height = 0;
     };
 
-    /// The words of `text`; cuts and measures them, and forgets all sizes, when text, font or points are new.
-    /// `isSameText`: the caller knows that the text is the one of the last call.
+    /// The words of `text`. When text, font or points have changed, it measures them again and forgets all sizes.
+    /// `isSameText`: the caller knows that the text is the same as in the last call. `font` is not owned.
     guiTextRun const& run(QStringView text, bool isSameText, guiTextFont& font, int points);
-    /// Whether run() was called; then it has links or not.
+    /// Whether run() was called.
     bool isMade() const { return m_font != nullptr; }
     bool hasLinks() const { return m_run.hasLinks(); }
 
-    /// The height found for lines of this width, if it is among the last few, or if no line is broken in it.
+    /// The height at this line width, if it is one of the last few remembered or wide enough that no line is broken.
     std::optional<int> heightFor(int width) const;
     void rememberHeight(int width, int height);
 
     /// The size when no line is broken, margins included.
     std::optional<extent> preferred() const;
-    void rememberPreferred(extent size) { m_preferred = size; }
+    void rememberPreferred(extent size);
 
-    /// The width that the hotspots were recorded for; kNoWidth after a change.
+    /// The node's width for which its hotspots were recorded; kNoWidth after a change of text or font.
     int hotspotWidth = kNoWidth;
 
-    /// The guiFontEpoch in which the font is known to be the one measured in, 0 for none.
+    /// The guiFontEpoch in which the node's font was the one measured in, 0 for none.
     std::uint32_t fontEpoch = 0;
 
     static constexpr int kNoWidth = -0x7FFFFFFF;

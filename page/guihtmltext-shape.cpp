@@ -6,8 +6,10 @@
 #include "page/guilayoutcounters.h"
 
 #include "foundation/vela-error.h"
+#include "foundation/vela-threadrole.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cerrno>
 #include <cstdlib>
 #include <limits>
@@ -15,7 +17,7 @@
 
 namespace {
 
-/// Room to gather a run in, kept from run to run. GUI thread; a run is never made while another one is.
+/// A buffer in which a run is built, kept for the next one. No run is built while another one is.
 struct gathering
 {
     std::vector<guiTextChunk> chunks;
@@ -33,7 +35,7 @@ struct gathering
     }
 };
 
-gathering& theGathering()
+gathering& theGathering() TARN_ON(velaGuiRole)
 {
     static gathering& one = *new gathering;
     return one;
@@ -43,7 +45,7 @@ gathering& theGathering()
 
 void guiTextRun::release::operator()(block* at) const { std::free(at); }
 
-/// Reads a text from front to back, keeping the formatting in force.
+/// Reads a text from front to back and keeps track of its formatting.
 class guiTextRun::builder
 {
 public:
@@ -51,11 +53,12 @@ public:
         : m_run(run), m_default(font), m_defaultPoints(points), m_normalize(normalize), m_face(&font), m_points(points)
     {}
 
-    void addText(QStringView text, qsizetype start);
-    void applyCode(QStringView code, qsizetype start);
-    void finish();
+    void read(QStringView text);
 
 private:
+    void addText(QStringView text, qsizetype start);
+    void applyCode(QStringView code, qsizetype start);
+    void applyStyle(guiTextCode code);
     void openChunk(qsizetype start);
     void addBreak(qsizetype start);
     void addWord(QStringView word);
@@ -76,7 +79,7 @@ private:
     bool m_italic = false;
     bool m_underline = false;
     bool m_explicitColor = false;
-    guiTextInk m_ink = guiTextInk::Text;
+    guiTextInk m_ink = guiTextInk::kText;
     guiPackedColor m_color = guiColor::Black;
     std::uint32_t m_link = guiTextChunk::kNoLink;
     std::uint16_t m_indent = 0;
@@ -85,18 +88,11 @@ private:
 
 guiTextRun::guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize)
 {
+    assertOnGuiThread();
     ++guiLayoutCounters::runsShaped;
     gathering& found = theGathering();
     found.start();
-    builder build(found, font, points, normalize);
-    guiTextScanner scanner(text);
-    while (scanner.next()) {
-        if (scanner.isCode())
-            build.applyCode(scanner.part(), scanner.start());
-        else
-            build.addText(scanner.part(), scanner.start());
-    }
-    build.finish();
+    builder(found, font, points, normalize).read(text);
     std::size_t const chunkBytes = found.chunks.size() * sizeof(guiTextChunk);
     std::size_t const wordBytes = found.words.size() * sizeof(guiTextWord);
     m_block.reset(static_cast<block*>(std::malloc(sizeof(block) + chunkBytes + wordBytes)));
@@ -109,8 +105,24 @@ guiTextRun::guiTextRun(QStringView text, guiTextFont& font, int points, bool nor
     std::copy(found.words.begin(), found.words.end(), wordsOf(m_block.get()));
 }
 
+void guiTextRun::builder::read(QStringView text)
+{
+    guiTextScanner scanner(text);
+    while (scanner.next()) {
+        if (scanner.isCode())
+            applyCode(scanner.part(), scanner.start());
+        else
+            addText(scanner.part(), scanner.start());
+    }
+    if (m_breaks)
+        openChunk(m_run.chunks.empty() ? 0 : m_run.chunks.back().start);
+    assert(m_run.words.empty() || !m_run.chunks.empty());
+}
+
 void guiTextRun::builder::openChunk(qsizetype start)
 {
+    assert(m_run.chunks.empty() || m_run.chunks.back().start <= start);
+    assert(m_run.chunks.empty() || m_run.chunks.back().firstWord <= m_run.words.size());
     guiTextChunk chunk;
     chunk.start = static_cast<std::uint32_t>(start);
     chunk.firstWord = static_cast<std::uint32_t>(m_run.words.size());
@@ -142,6 +154,7 @@ void guiTextRun::builder::addText(QStringView text, qsizetype start)
 
 void guiTextRun::builder::addWord(QStringView word)
 {
+    assert(!m_run.chunks.empty());
     guiTextFont& font = *m_run.chunks.back().font;
     auto& words = m_run.words;
     if (word.size() <= guiTextFont::kMaxWord) {
@@ -157,9 +170,11 @@ void guiTextRun::builder::addWord(QStringView word)
     guiMeasureCharacters(font, word, words);
 }
 
+/// The blanks after the last word, which are stored with it; more than it can hold go to further entries.
 void guiTextRun::builder::addBlanks(qsizetype count)
 {
     while (count > 0) {
+        assert(m_run.words.size() > m_run.chunks.back().firstWord);
         guiTextWord& last = m_run.words.back();
         unsigned const room = guiTextWord::kMaxBlanks - last.blanks;
         unsigned const taken = static_cast<unsigned>(std::min<qsizetype>(count, room));
@@ -175,12 +190,6 @@ void guiTextRun::builder::addBreak(qsizetype start)
     if (m_breaks == std::numeric_limits<std::uint16_t>::max())
         openChunk(start);
     ++m_breaks;
-}
-
-void guiTextRun::builder::finish()
-{
-    if (m_breaks)
-        openChunk(m_run.chunks.empty() ? 0 : m_run.chunks.back().start);
 }
 
 void guiTextRun::builder::setFont(QStringView code)
@@ -203,68 +212,74 @@ void guiTextRun::builder::startLink(qsizetype start)
     m_link = static_cast<std::uint32_t>(start);
     m_run.hasLinks = true;
     if (!m_explicitColor)
-        m_ink = guiTextInk::Link;
+        m_ink = guiTextInk::kLink;
 }
 
 void guiTextRun::builder::endLink()
 {
     m_link = guiTextChunk::kNoLink;
     if (!m_explicitColor)
-        m_ink = guiTextInk::Text;
+        m_ink = guiTextInk::kText;
 }
 
 void guiTextRun::builder::endColor()
 {
     m_explicitColor = false;
-    m_ink = guiTextInk::Text;
+    m_ink = guiTextInk::kText;
 }
 
 void guiTextRun::builder::applyCode(QStringView code, qsizetype start)
 {
-    switch (guiReadTextCode(code)) {
-    case guiTextCode::Indent:
+    guiTextCode const kind = guiReadTextCode(code);
+    switch (kind) {
+    case guiTextCode::kIndent:
         m_indent = static_cast<std::uint16_t>(guiReadIndent(code));
         break;
-    case guiTextCode::Bold:
-        m_bold = true;
-        break;
-    case guiTextCode::EndBold:
-        m_bold = false;
-        break;
-    case guiTextCode::Italic:
-        m_italic = true;
-        break;
-    case guiTextCode::EndItalic:
-        m_italic = false;
-        break;
-    case guiTextCode::Underline:
-        m_underline = true;
-        break;
-    case guiTextCode::EndUnderline:
-        m_underline = false;
-        break;
-    case guiTextCode::LineBreak:
+    case guiTextCode::kLineBreak:
         addBreak(start);
         break;
-    case guiTextCode::Color:
+    case guiTextCode::kColor:
         m_explicitColor = true;
-        m_ink = guiTextInk::Explicit;
+        m_ink = guiTextInk::kExplicit;
         m_color = guiReadColorCode(code);
         break;
-    case guiTextCode::EndColor:
+    case guiTextCode::kEndColor:
         endColor();
         break;
-    case guiTextCode::Link:
+    case guiTextCode::kLink:
         startLink(start);
         break;
-    case guiTextCode::EndLink:
+    case guiTextCode::kEndLink:
         endLink();
         break;
-    case guiTextCode::Font:
+    case guiTextCode::kFont:
         setFont(code);
         break;
-    case guiTextCode::EndFont:
+    case guiTextCode::kEndFont:
         resetFont();
         break;
+    default:
+        applyStyle(kind);
+        break;
+    }
+}
+
+void guiTextRun::builder::applyStyle(guiTextCode code)
+{
+    switch (code) {
+    case guiTextCode::kBold:
+    case guiTextCode::kEndBold:
+        m_bold = code == guiTextCode::kBold;
+        break;
+    case guiTextCode::kItalic:
+    case guiTextCode::kEndItalic:
+        m_italic = code == guiTextCode::kItalic;
+        break;
+    case guiTextCode::kUnderline:
+    case guiTextCode::kEndUnderline:
+        m_underline = code == guiTextCode::kUnderline;
+        break;
+    default:
+        assert(!"a code that switches no style");
     }
 }

@@ -1,6 +1,6 @@
-// page/guihtmltext-shape.h: a run of text made ready for breaking: cut into stretches of one formatting and these into
-// measured words. Made once for a text and a font; guihtmltext-lines.h breaks it at any width without asking a font
-// again.
+// page/guihtmltext-shape.h: prepares a run of text for line breaking: splits it into chunks of one formatting, and
+// these into measured words. Done once for a text and a font; guihtmltext-lines.h breaks the result at any width
+// without measuring again.
 #pragma once
 
 #include "page/guihtmltext-fonts.h"
@@ -8,16 +8,17 @@
 
 #include <QStringView>
 
+#include <cassert>
 #include <cstdint>
 #include <memory>
 #include <span>
 
-/// Where the colour of a stretch comes from; all but an explicit one are known only when it is drawn.
+/// Where the colour of a chunk comes from. Text and link colours are known only when it is drawn.
 enum class guiTextInk : std::uint8_t
 {
-    Text,
-    Link,
-    Explicit,
+    kText,
+    kLink,
+    kExplicit,
 };
 
 /// Text of one formatting between two codes.
@@ -26,28 +27,28 @@ struct guiTextChunk
     static constexpr std::uint32_t kNoLink = 0xFFFFFFFF;
 
     std::uint32_t start = 0;                ///< first unit in the run's text
-    std::uint32_t firstWord = 0;            ///< its words reach up to the next chunk's first
+    std::uint32_t firstWord = 0;            ///< its words end at the first word of the next chunk
     std::uint32_t link = kNoLink;           ///< position of the "[[a" code that it belongs to
-    std::uint16_t indent = 0;               ///< pixels, for lines that start here
-    std::uint16_t breaks = 0;               ///< lines that end before the chunk because of codes
+    std::uint16_t indent = 0;               ///< of lines that start in it, pixels
+    std::uint16_t breaks = 0;               ///< number of line break codes before it
     guiTextFont* font = nullptr;            ///< not owned
-    guiPackedColor color = guiColor::Black; ///< of Explicit ink
-    guiTextInk ink = guiTextInk::Text;
+    guiPackedColor color = guiColor::Black; ///< when `ink` is kExplicit
+    guiTextInk ink = guiTextInk::kText;
     bool underline = false;
 };
 
-/// Whether a unit is white space at which a line may end. No-break spaces are none.
+/// Whether a unit is white space at which a line may end. A no-break space is not.
 constexpr bool guiIsBlank(char16_t unit) { return unit == u' ' || (unit >= u'\t' && unit <= u'\r'); }
 
-/// The stretches and words of one text, in one piece of memory. Valid for that text only, and until the fonts are
-/// forgotten.
+/// The chunks and words of one text, in one block of memory. Valid for that text only, and until guiTextFonts::clear().
+/// GUI thread.
 class guiTextRun
 {
 public:
-    /// Of no text.
+    /// A run without text.
     guiTextRun() = default;
-    /// `font` and `points` are the run's default font and its size; `normalize` sizes faces that codes name by the
-    /// table of findFontHeight().
+    /// `font` (not owned) and `points` are the default font and its size. With `normalize`, faces named by codes get
+    /// the size of findFontHeight().
     guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize);
 
     std::span<guiTextChunk const> chunks() const
@@ -58,9 +59,10 @@ public:
     {
         return m_block ? std::span(wordsOf(m_block.get()), m_block->words) : std::span<guiTextWord const>();
     }
-    /// First word behind a chunk.
+    /// One past the last word of a chunk.
     std::uint32_t wordsEnd(std::size_t chunk) const
     {
+        assert(m_block && chunk < m_block->chunks);
         return chunk + 1 < m_block->chunks ? chunksOf(m_block.get())[chunk + 1].firstWord : m_block->words;
     }
     bool hasLinks() const { return m_block && m_block->hasLinks; }
@@ -68,7 +70,7 @@ public:
 private:
     class builder;
 
-    /// What stands before the chunks, which stand before the words.
+    /// The header of the memory block; the chunks follow it, then the words.
     struct block
     {
         std::uint32_t chunks;

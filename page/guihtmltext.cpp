@@ -1,7 +1,8 @@
-// page/guihtmltext.cpp: the text node: how large it is, and where it paints. drawText() is in guihtmltext-draw.cpp,
-// what the mouse does to links in guihtmltext-links.cpp.
+// page/guihtmltext.cpp: the size of a text node, and where it paints. drawText() is in guihtmltext-draw.cpp, the
+// handling of links in guihtmltext-links.cpp.
 #include "page/guihtmltext.h"
 
+#include "foundation/vela-threadrole.h"
 #include "page/guifontepoch.h"
 #include "page/guihtmlsize.h"
 #include "page/guilayoutcounters.h"
@@ -38,7 +39,7 @@ int guiHtmlText::paintText(QPainter* painter, guiRect* box, sstring const& text,
     return drawText(painter, box, text, &params, widthOut, &mx);
 }
 
-// In one layout the font is asked for once, however often the run is measured.
+// During a layout the font is looked up once, however often the run is measured.
 bool guiHtmlText::isFontKnown() const
 {
     return guiLayoutRun::fontsAreChecked() && mx.text.isMeasured() && mx.measures.fontEpoch == guiFontEpoch::number();
@@ -81,9 +82,10 @@ void guiHtmlText::updateActiveHeights()
                    guiLayoutRun::number());
 }
 
-// The last height measured may have been one for another width: links must be found where the text is painted.
+// The last measurement may have been at another width, but the links must be where the text is painted.
 void guiHtmlText::setRect(guiRect* rect)
 {
+    assertOnGuiThread();
     ++guiLayoutCounters::placements;
     m.rect = *rect;
     if (!mx.measures.hasLinks())

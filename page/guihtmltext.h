@@ -1,7 +1,7 @@
-// page/guihtmltext.h: a run of page text with in-line codes for its formatting. One routine, drawText(), measures and
-// paints it. The neighbours guihtmltext-*.h each do one step: codes read the codes, fonts size the faces and measure
-// words, characters measures words that must be cut, shape cuts a run into words, lines breaks them into lines, measure
-// remembers the results.
+// page/guihtmltext.h: the text node, a run of page text with in-line codes for its formatting. One routine, drawText(),
+// measures and paints it. The files guihtmltext-*.h each do one step: -codes reads the codes, -fonts makes fonts and
+// measures words, -characters measures words that must be cut, -shape splits a run into words, -lines breaks it into
+// lines, -measure remembers the results.
 #pragma once
 
 #include "page/guihotspots.h"
@@ -13,7 +13,7 @@
 
 class QFontMetrics;
 
-/// What drawText() starts from.
+/// The font, colours and alignment for drawText().
 struct textParams
 {
     QFont font;                                     ///< without codes
@@ -33,11 +33,11 @@ class guiHtmlText : public guiHtml
 public:
     static constexpr unsigned kNoLink = 0xFFFFFFFF;
 
-    /// The run's text and what it remembers of it.
+    /// The run's text and the results of measuring it.
     struct mx_t
     {
         guiRunText text;
-        guiHotspotList hotspots;        ///< of the last height measured
+        guiHotspotList hotspots;        ///< of the links, at the width of the last measurement
         guiTextMeasures measures;       //
         unsigned hoveredLink = kNoLink; ///< position in the text of the hovered link's code
     };
@@ -50,14 +50,14 @@ public:
     guiHtml& operator=(guiHtml& other) override;
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
-    // A run has no children to share its size out to.
+    // A run has no children.
     void updateActiveWidths() override;
     void updateActiveHeights() override;
     void updateSpringyHeights() override {}
     void updateScrollbarRanges() override {}
     void setRect(guiRect* rect) override;
     void paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region) override;
-    /// A run with links takes the pointer, other text lets it through.
+    /// A run with links receives the pointer; for other text the node behind does.
     int canHitTest() override;
     void onMouseMove(int x, int y) override;
     void onMouseOff() override;
@@ -65,19 +65,20 @@ public:
 
     /// The text with its codes.
     sstring getText() const { return mx.text.toString(); }
-    /// The text to append to: the parser writes into it.
+    sstring getRunText() const override { return getText(); }
+    /// The text for the parser to append to.
     guiRunText& editText() { return mx.text; }
 
     /// Lays a text out in `box` and returns the height used, at least 8. With a painter it paints; with `widthOut` and
-    /// no painter it measures the longest line, margins included; with neither it measures the height for the box's
+    /// no painter it measures the longest line, margins included; with neither it measures the height at the box's
     /// width and records the links' rectangles in `cache`. `cache` may be null: then nothing is remembered, and faces
-    /// named by codes are sized by the screen's resolution. GUI thread.
+    /// named by codes are sized by the screen's resolution.
     static int drawText(QPainter* painter, guiRect* box, sstring const& text, textParams const* params, int* widthOut,
                         mx_t* cache);
     /// drawText() in the node's own font and colours.
     int paintText(QPainter* painter, guiRect* box, sstring const& text, int* widthOut);
 
-    /// The text run's record, open to the classes of the page.
+    /// The run's data, open to the classes of the page.
     mx_t mx;
 
 private:

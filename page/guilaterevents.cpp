@@ -1,15 +1,17 @@
 // page/guilaterevents.cpp: see guilaterevents.h.
 #include "page/guilaterevents.h"
 
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
 
 #include <QCoreApplication>
+#include <cassert>
 #include <memory>
 
 namespace {
 
-thread_local unsigned theDepth = 0;
+unsigned theDepth TARN_GUARDED_BY(velaGuiRole) = 0;
 
 guiHtml* rootOf(guiHtml* node)
 {
@@ -20,16 +22,27 @@ guiHtml* rootOf(guiHtml* node)
 
 } // namespace
 
-guiLaterEvents::guiLaterEvents() { ++theDepth; }
-guiLaterEvents::~guiLaterEvents() { --theDepth; }
+guiLaterEvents::guiLaterEvents()
+{
+    assertOnGuiThread();
+    ++theDepth;
+}
+
+guiLaterEvents::~guiLaterEvents()
+{
+    assertOnGuiThread();
+    assert(theDepth > 0);
+    --theDepth;
+}
 
 bool guiLaterEvents::take(guiHtml* node, sstring const& link)
 {
+    assertOnGuiThread();
     if (theDepth == 0)
         return false;
     guiHtml* root = rootOf(node);
     if (root == node || !QCoreApplication::instance())
-        return true; // nobody is left to hear it
+        return true; // no page is left to receive it
     auto page = std::make_shared<guiNodeWatch>(root);
     QMetaObject::invokeMethod(
         QCoreApplication::instance(),

@@ -1,12 +1,12 @@
-// page/guilaterevents.h: postpones the events that nodes fire while a page is being taken apart.
+// page/guilaterevents.h: postpones the events that nodes fire while a page is being destroyed.
 #pragma once
 
 #include "foundation/vela-string.h"
 
 class guiHtml;
 
-/// While one exists, the mouse events of nodes wait for the event loop and then go to the page, if it still lives: a
-/// handler that ran now would find half a tree. GUI thread.
+/// While an object exists, the mouse events of nodes are queued in the event loop and later sent to the page, if it
+/// still exists: a handler that ran at once would find an incomplete tree. GUI thread.
 class guiLaterEvents
 {
 public:
@@ -15,6 +15,6 @@ public:
     guiLaterEvents(guiLaterEvents const&) = delete;
     guiLaterEvents& operator=(guiLaterEvents const&) = delete;
 
-    /// Takes the event over; false when nothing is postponed.
+    /// Queues the event; false, and nothing done, when no object exists.
     static bool take(guiHtml* node, sstring const& link);
 };

@@ -1,10 +1,10 @@
-// page/guilayoutcounters.h: how much work layout does. Tests and benchmarks bound it per node, since counts, unlike
-// times, do not depend on the machine.
+// page/guilayoutcounters.h: counts the work that layout does. Tests and benchmarks limit the counts per node, since,
+// unlike times, they do not depend on the machine.
 #pragma once
 
 #include <cstdint>
 
-/// Counts since the process started, or since reset(). GUI thread only; never read by the page itself.
+/// Counts since the process started or since reset(). GUI thread. No product code reads them.
 struct guiLayoutCounters
 {
     static inline std::uint64_t calcDynamic = 0;     ///< nodes whose minimum and preferred width were computed
@@ -18,7 +18,7 @@ struct guiLayoutCounters
     static inline std::uint64_t runsBroken = 0;      ///< walks that broke a run into lines
     static inline std::uint64_t wordsShaped = 0;     ///< texts handed to the toolkit's shaper
     static inline std::uint64_t fontProbes = 0;      ///< fonts tried for a line height
-    static inline std::uint64_t fontClimbs = 0;      ///< steps from a node towards the one that decides about its font
+    static inline std::uint64_t fontClimbs = 0;      ///< steps from a node to the one that chooses its font
 
     static void reset()
     {

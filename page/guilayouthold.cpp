@@ -1,19 +1,24 @@
-// page/guilayouthold.cpp: see guilayouthold.h. GUI thread only; loading runs nowhere else.
+// page/guilayouthold.cpp: see guilayouthold.h.
 #include "page/guilayouthold.h"
 
+#include "foundation/vela-log.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
-#include "runtime/gui.h"
 
+#include <cassert>
 #include <memory>
 #include <vector>
 
 namespace {
 
-thread_local unsigned theHolds = 0;
-thread_local std::vector<std::unique_ptr<guiNodeWatch>> thePages;
-thread_local unsigned theLoads = 0;
-thread_local unsigned theFiles = 0;
+using watchList = std::vector<std::unique_ptr<guiNodeWatch>>;
+
+unsigned theHolds TARN_GUARDED_BY(velaGuiRole) = 0;
+// The roots that need a layout. Never destroyed: the GUI thread still runs while the process exits.
+watchList& thePages TARN_GUARDED_BY(velaGuiRole) = *new watchList;
+unsigned theLoads TARN_GUARDED_BY(velaGuiRole) = 0; // budgets that exist, each inside the one before
+unsigned theFiles TARN_GUARDED_BY(velaGuiRole) = 0; // budgets made since the outermost one, it included
 
 guiHtml* rootOf(guiHtml* node)
 {
@@ -22,9 +27,10 @@ guiHtml* rootOf(guiHtml* node)
     return node;
 }
 
-void runPostponed()
+void runPostponed() TARN_ON(velaGuiRole)
 {
-    std::vector<std::unique_ptr<guiNodeWatch>> pages;
+    assert(theHolds == 0);
+    watchList pages;
     pages.swap(thePages);
     for (auto const& page : pages)
         if (guiHtml* root = page->get())
@@ -33,14 +39,18 @@ void runPostponed()
 
 } // namespace
 
-guiLayoutHold::guiLayoutHold() { ++theHolds; }
+guiLayoutHold::guiLayoutHold()
+{
+    assertOnGuiThread();
+    ++theHolds;
+}
 
 guiLayoutHold::~guiLayoutHold()
 {
     try {
         release();
     } catch (...) {
-        guiComponent::logError("guiLayoutHold::~guiLayoutHold() - failed to lay a page out\n");
+        velaLog("guiLayoutHold::~guiLayoutHold() - failed to lay a page out\n");
     }
 }
 
@@ -48,16 +58,23 @@ void guiLayoutHold::release()
 {
     if (m_isReleased)
         return;
+    assertOnGuiThread();
+    assert(theHolds > 0);
     m_isReleased = true;
     if (--theHolds == 0 && !thePages.empty())
         runPostponed();
 }
 
-bool guiLayoutHold::isHeld() { return theHolds != 0; }
+bool guiLayoutHold::isHeld()
+{
+    assertOnGuiThread();
+    return theHolds != 0;
+}
 
 bool guiLayoutHold::postpone(guiHtml* node)
 {
-    if (!isHeld())
+    assertOnGuiThread();
+    if (theHolds == 0)
         return false;
     guiHtml* root = rootOf(node);
     for (auto const& page : thePages)
@@ -69,11 +86,22 @@ bool guiLayoutHold::postpone(guiHtml* node)
 
 guiLoadBudget::guiLoadBudget()
 {
+    assertOnGuiThread();
     if (theLoads++ == 0)
         theFiles = 0;
     ++theFiles;
 }
 
-guiLoadBudget::~guiLoadBudget() { --theLoads; }
+guiLoadBudget::~guiLoadBudget()
+{
+    assertOnGuiThread();
+    assert(theLoads > 0);
+    --theLoads;
+}
 
-bool guiLoadBudget::isExhausted() const { return theLoads > kMaxLevels || theFiles > kMaxFiles; }
+bool guiLoadBudget::isExhausted() const
+{
+    assertOnGuiThread();
+    assert(theLoads > 0 && theFiles >= theLoads);
+    return theLoads > kMaxLevels || theFiles > kMaxFiles;
+}

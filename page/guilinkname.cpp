@@ -1,9 +1,10 @@
 // page/guilinkname.cpp: see guilinkname.h.
 #include "page/guilinkname.h"
 
-#include "controls/guiimagec.h"
+#include "page/guifiletype.h"
 #include "page/guihtml.h"
 #include "page/guipagehost.h"
+#include "page/guipageroot.h"
 
 #include <algorithm>
 
@@ -92,8 +93,7 @@ sstring guiPageDirectory(guiHtml const* node)
 sstring guiFullName(guiHtml* node, sstring const& file)
 {
     sstring name = guiIsFullName(file) ? file : guiPageDirectory(node) + file;
-    guiPageHost* host = guiPageHost::current();
-    return host ? host->resolvePath(node->getBaseHtml(), name) : name;
+    return guiPageHost::current().resolvePath(guiPageObjectOf(node), name);
 }
 
 bool guiIsPageFile(sstring const& file) { return getFindFileType(file) == kFileOther; }

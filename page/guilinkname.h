@@ -1,5 +1,5 @@
-// page/guilinkname.h: the parts of a link: percent codes, the target in braces, the bookmark, and the file that a
-// relative name stands for.
+// page/guilinkname.h: takes links apart: percent codes, the target in braces, the bookmark, and the full name of the
+// file.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -9,8 +9,7 @@ class guiHtml;
 /// What begins every link that calls a handler.
 inline constexpr char kEventPrefix[] = "event://";
 
-/// Replaces "%" and two hexadecimal digits by the character with that code. Anything else stays, "%00" too: it has no
-/// character.
+/// Replaces "%" and two hexadecimal digits by the character with that code. Anything else is kept, "%00" too.
 sstring guiDecodePercent(sstring const& link);
 
 /// Splits "{target}link". "_self" for a link without a target.
@@ -25,13 +24,13 @@ bool guiIsFullName(sstring const& file);
 /// Directory part of a file name, with the slash; "" when it has none.
 sstring guiDirectoryOf(sstring const& file);
 
-/// The directory, with the slash, that relative names in a node's page start from: that of the page file which contains
-/// the node, "" when there is none. A node that was loaded from a file itself belongs to the page around it; the root
-/// to its own.
+/// The directory, with the slash, that relative names in a node's page start from: the directory of the page file that
+/// contains the node, "" without one. A node that a file was loaded into belongs to the page around it; only the root
+/// belongs to its own file.
 sstring guiPageDirectory(guiHtml const* node);
 
-/// The full name of the file that a link on this node stands for.
+/// The full name of the file that a link or attribute of this node names.
 sstring guiFullName(guiHtml* node, sstring const& file);
 
-/// Whether the file is a page, not a picture or a movie. Its extension decides, in any case.
+/// Whether the file is a page, not a picture or a movie: see getFindFileType().
 bool guiIsPageFile(sstring const& file);

@@ -1,20 +1,23 @@
-// page/guinodewatch.cpp: see guinodewatch.h. The watches form one list; it is short, since they live on the stack.
+// page/guinodewatch.cpp: see guinodewatch.h. All watches are in one list, which is short, since they live on the stack.
 #include "page/guinodewatch.h"
 
 #include <atomic>
+#include <cassert>
 #include <mutex>
 
 namespace {
 
 std::mutex theLock;
-guiNodeWatch* theFirst = nullptr;     // guarded by theLock
-std::atomic<std::size_t> theCount{0}; // changed under theLock; read without it to skip the lock when nobody watches
+guiNodeWatch* theFirst = nullptr; // guarded by theLock
+std::atomic<std::size_t> theCount{
+    0}; // changed under theLock; read without it, so that a node without watches takes no lock
 
 } // namespace
 
 guiNodeWatch::guiNodeWatch(guiHtml* node) : m_node(node)
 {
     std::lock_guard<std::mutex> guard(theLock);
+    assert(!theFirst || !theFirst->m_previous);
     m_next = theFirst;
     if (theFirst)
         theFirst->m_previous = this;
@@ -25,6 +28,8 @@ guiNodeWatch::guiNodeWatch(guiHtml* node) : m_node(node)
 guiNodeWatch::~guiNodeWatch()
 {
     std::lock_guard<std::mutex> guard(theLock);
+    assert((m_previous ? m_previous->m_next : theFirst) == this);
+    assert(theCount.load(std::memory_order_relaxed) > 0);
     (m_previous ? m_previous->m_next : theFirst) = m_next;
     if (m_next)
         m_next->m_previous = m_previous;

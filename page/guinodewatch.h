@@ -1,4 +1,4 @@
-// page/guinodewatch.h: tells code that called out of the page whether a node it still needs has survived the call.
+// page/guinodewatch.h: tells a caller of script whether a node that it still needs has survived the call.
 #pragma once
 
 #include <cstddef>

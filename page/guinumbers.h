@@ -1,11 +1,11 @@
-// page/guinumbers.h: numbers as pages write them, limited to what a layout can add up.
+// page/guinumbers.h: reads numbers and lengths from attributes, limited to what a layout can add up.
 #pragma once
 
 #include "foundation/vela-string.h"
 #include "page/guitypes.h"
 
-/// The number that the text begins with, after blanks; 0 when there is none. Beyond 32 bits it stays at the end of the
-/// range.
+/// The number at the start of the text, after blanks; 0 when there is none. A number out of range becomes INT32_MAX or
+/// -INT32_MAX.
 int guiToNumber(sstring const& text);
 /// The same as a length: 0 to kMaxPixels.
 int guiToPixels(sstring const& text);

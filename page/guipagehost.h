@@ -1,36 +1,50 @@
-// page/guipagehost.h: what pages ask of the world outside: files, content filters and script handlers. The component
-// provides it (runtime/guicomponenthost.h); without one no file can be read and no handler exists, and pages still lay
-// out and paint.
+// page/guipagehost.h: the interface through which pages reach files, content filters, script handlers and script
+// objects. The window runtime implements it (runtime/guicomponenthost.h). Without an implementation no file can be read
+// and no handler exists, but pages can be laid out and painted.
 #pragma once
 
 #include "foundation/vela-string.h"
 
 class guiHtml;
-class guiHtmlBase;
+class guiPageRoot;
 class QPixmap;
 class ScriptObject;
 
-/// GUI thread. Every function may run script, which may replace the page and close the window: the caller asks whether
-/// its nodes still live (page/guinodewatch.h). A `root` may be null for nodes outside a window.
+/// Every function has a default answer here. GUI thread, unless it says otherwise. A function that runs script may
+/// replace the page or close the window: the caller checks whether its nodes are still alive (page/guinodewatch.h).
 class guiPageHost
 {
 public:
     virtual ~guiPageHost() = default;
 
+    // ---- Script ----
+
     /// Calls the handler that `event` names ("onPick/3/red": the method `onPick`) on `target` and waits for it. 0 when
     /// `target` has no such method; else 1 and, in `reply`, the string that it returned, "" for anything else.
-    virtual int callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply) = 0;
+    virtual int callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply);
+    /// Makes the script object that stands for the node, which then holds a reference to it; null on failure. Runs
+    /// script. Script thread too.
+    virtual ScriptObject* buildCustomObject(guiHtml* node);
+    /// Called when a node with a script object is destroyed: gives up the node's reference to the object. Any thread.
+    virtual void unbindObject(ScriptObject* object, guiHtml* node);
+    /// Has the event loop call triggerNow() of the node later, if the node still exists then. Any thread.
+    virtual void postTrigger(guiHtml* node);
+
+    // ---- Files; `owner` is the window's script object, null for nodes outside a window ----
 
     /// The full name of a file that is named relative to the script that owns the window; full names stay as they are.
-    virtual sstring resolvePath(guiHtmlBase* root, sstring const& path) = 0;
+    virtual sstring resolvePath(ScriptObject* owner, sstring const& path);
     /// The text of a file; 0 when it can not be read. Nothing is logged.
-    virtual int readText(guiHtmlBase* root, sstring const& path, sstring& text) = 0;
-    /// Runs the content filters over a page's text, in place. 0 when that failed.
-    virtual int filterText(guiHtmlBase* root, sstring& name, sstring& text) = 0;
+    virtual int readText(ScriptObject* owner, sstring const& path, sstring& text);
+    /// Runs the content filters over a page's text, in place. 0 when that failed. Runs script. `root` may be null.
+    virtual int filterText(guiPageRoot* root, sstring& name, sstring& text);
     /// Decodes an image file; 0, after a log line, when that failed.
-    virtual int readImage(guiHtmlBase* root, sstring const& path, QPixmap& image) = 0;
+    virtual int readImage(ScriptObject* owner, sstring const& path, QPixmap& image);
 
-    /// The host in use, null without one. Not owned; install() it before the first node is made.
-    static guiPageHost* current();
+    /// The installed host, or one that gives the default answers. Any thread.
+    static guiPageHost& current();
+    /// Whether a host is installed.
+    static bool isInstalled();
+    /// Not owned; null removes it. Called before the first node is made and after the last one is destroyed.
     static void install(guiPageHost* host);
 };

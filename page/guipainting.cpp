@@ -1,5 +1,5 @@
-// page/guipainting.cpp: see guipainting.h. Lines are filled rectangles rather than pen strokes: a pen's line lies
-// across pixel borders when the screen has more pixels than the page.
+// page/guipainting.cpp: see guipainting.h. Lines are filled rectangles, not pen strokes: on a screen with a scale
+// factor a pen stroke covers parts of pixels.
 #include "page/guipainting.h"
 
 #include <QBrush>
@@ -7,6 +7,7 @@
 #include <QPixmap>
 #include <QRegion>
 #include <algorithm>
+#include <cassert>
 
 void drawClippedTile(QPainter* painter, QPixmap const& tile, int x, int y, QRegion const* region)
 {
@@ -17,6 +18,7 @@ void drawClippedTile(QPainter* painter, QPixmap const& tile, int x, int y, QRegi
         // The offset is taken modulo the tile, never negative.
         auto offset = [](int distance, int length) { return ((distance % length) + length) % length; };
         QPoint start(offset(part.left() - x, size.width()), offset(part.top() - y, size.height()));
+        assert(QRect(QPoint(0, 0), size).contains(start));
         painter->drawTiledPixmap(part, tile, start);
     }
 }
@@ -36,6 +38,7 @@ void drawFrame(QPainter* painter, guiRect const& rect, int lineWidth, QColor con
     int across = std::min(lineWidth, rect.width);
     int down = std::min(lineWidth, rect.height);
     int inner = std::max(0, rect.height - 2 * down);
+    assert(across > 0 && down > 0);
     painter->fillRect(rect.left, rect.top, rect.width, down, color);
     painter->fillRect(rect.left, rect.bottom() - down, rect.width, down, color);
     painter->fillRect(rect.left, rect.top + down, across, inner, color);
@@ -44,5 +47,6 @@ void drawFrame(QPainter* painter, guiRect const& rect, int lineWidth, QColor con
 
 void drawEdge(QPainter* painter, int x1, int y1, int x2, int y2, QColor const& color)
 {
+    assert(x1 == x2 || y1 == y2);
     painter->fillRect(std::min(x1, x2), std::min(y1, y2), std::abs(x2 - x1) + 1, std::abs(y2 - y1) + 1, color);
 }

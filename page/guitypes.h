@@ -2,6 +2,7 @@
 // markers that stand between the nodes of a child list.
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 
 /// A colour: red, green and blue, each 0 to 255, in this order.
@@ -11,13 +12,13 @@ struct guiColor
     int green = 0;
     int blue = 0;
 
-    static const guiColor White;
-    static const guiColor LightGray;
-    static const guiColor DarkGray;
-    static const guiColor Black;
-    static const guiColor BrightRed;
-    static const guiColor BrightGreen;
-    static const guiColor BrightBlue;
+    static guiColor const White;
+    static guiColor const LightGray;
+    static guiColor const DarkGray;
+    static guiColor const Black;
+    static guiColor const BrightRed;
+    static guiColor const BrightGreen;
+    static guiColor const BrightBlue;
 
     bool operator==(guiColor const&) const = default;
 };
@@ -30,7 +31,7 @@ inline constexpr guiColor guiColor::BrightRed{255, 0, 0};
 inline constexpr guiColor guiColor::BrightGreen{0, 255, 0};
 inline constexpr guiColor guiColor::BrightBlue{0, 0, 255};
 
-/// A colour in three bytes, as nodes store it: a page has tens of thousands of nodes. Converts both ways.
+/// A colour in three bytes, for nodes, of which a page has tens of thousands. Converts from and to guiColor.
 class guiPackedColor
 {
 public:
@@ -38,7 +39,9 @@ public:
         : m_red(static_cast<std::uint8_t>(color.red)),
           m_green(static_cast<std::uint8_t>(color.green)),
           m_blue(static_cast<std::uint8_t>(color.blue))
-    {}
+    {
+        assert(color == static_cast<guiColor>(*this)); // each part is 0 to 255
+    }
     constexpr operator guiColor() const { return {m_red, m_green, m_blue}; }
 
 private:
@@ -73,7 +76,7 @@ enum guiAlignment : std::uint8_t
     kAlignBottom = 2,
 };
 
-/// What a requested width or height counts.
+/// The unit of a requested width or height.
 enum guiSizeUnit : std::uint8_t
 {
     kUnitUnbound = 0, ///< no request
@@ -89,7 +92,7 @@ enum guiSizePolicy : std::uint8_t
     kPolicyFixed = 2,  ///< keeps its size, no scroll bars
 };
 
-/// Values of a child list entry that are no nodes. All values up to kLastMarker are reserved for markers.
+/// Child list entries that are not nodes. All values up to kLastMarker are reserved for markers.
 enum guiMarker : unsigned
 {
     kMarkerNone = 0,
@@ -101,14 +104,14 @@ enum guiMarker : unsigned
     kLastMarker = 31,
 };
 
-/// Upper bound of a request in pixels and of every length read from a page, small enough that no sum of a layout over
-/// millions of nodes leaves 32 bits unnoticed.
+/// Upper bound of a request in pixels and of every length read from a page. Layout adds up such lengths of millions of
+/// nodes in 64 bits.
 inline constexpr int kMaxPixels = 32767;
 /// Upper bound of a request in percent.
 inline constexpr int kMaxPercent = 1000;
-/// The tab index of a node that has none.
+/// The tab index of a node without one.
 inline constexpr int kNoTabIndex = 9999;
-/// A caption that draws the frame of a group box without text.
+/// The caption of a group box that has a frame and no text.
 inline constexpr char kEmptyGroupBox[] = "*EMPTYGROUPBOX*";
 /// How many levels of nodes a page may nest; deeper ones are flattened.
 inline constexpr unsigned kMaxNesting = 1000;

@@ -1,22 +1,17 @@
-// runtime/gui.cpp: the exported entry points and the component object.
+// runtime/gui.cpp: the component object.
 #include "runtime/gui.h"
 
-#include "controls/guiimage.h"
-#include "controls/guitoolkit.h"
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
-#include "foundation/vela-memmgr.h"
-#include "foundation/vela-qt.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-textstream.h"
+#include "foundation/vela-threadrole.h"
 #include "runtime/guicallback.h"
-#include "runtime/guicomponenthost.h"
 #include "runtime/guifilter.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
-#include "script/guicontrol.h"
-#include "script/guisizepolicy.h"
-#include "script/guiwindow.h"
 
+#include <cassert>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -28,31 +23,26 @@ guiComponent* pGUI = nullptr;
 
 namespace {
 
-struct componentClass
-{
-    char const* name;
-    int (*configure)(ScriptClass& scriptClass);
-};
-
-constexpr componentClass kClasses[] = {
-    {"GuiWindow", guiWindow_onConfigure},         {"GuiControl", guiControl_onConfigure},
-    {"GuiSizePolicy", guiSizePolicy_onConfigure}, {"GuiToolkit", guiToolkit_onConfigure},
-    {"GuiImage", guiImage_onConfigure},
-};
-
-char const* const kClassNames[] = {"GuiWindow", "GuiControl", "GuiSizePolicy", "GuiToolkit", "GuiImage", nullptr};
-
 template <class Service>
 Service* getService(LibManager& manager, char const* guid)
 {
-    return static_cast<Service*>(manager.getInterface(&guid));
+    auto* service = static_cast<Service*>(manager.getInterface(&guid));
+    assert(service); // every host has all three
+    return service;
 }
 
 void tellWindowState(guiHtml* root, int isOpen)
 {
-    guiHtmlBase* base = root ? root->getBaseHtml() : nullptr;
-    if (base && base->getPageObject())
-        base->getPageObject()->windowState(isOpen);
+    assert(!pGUI->holdsLock());
+    if (ScriptObject* page = root ? guiPageObjectOf(root) : nullptr)
+        page->windowState(isOpen);
+}
+
+/// The factory of host objects, none of which outlives the component.
+HostPlatform& hostPlatform()
+{
+    assert(pGUI);
+    return *pGUI->getPlatform();
 }
 
 /// Holds the component lock for the length of a block.
@@ -70,45 +60,10 @@ private:
 
 } // namespace
 
-int Init(LibManager& manager)
-{
-    if (pGUI)
-        return 1;
-    MemMgr_Init();
-    pGUI = new guiComponent(manager);
-    return 1;
-}
-
-int Shutdown()
-{
-    if (!pGUI)
-        return 1;
-    pGUI->shutdownWait();
-    delete pGUI;
-    pGUI = nullptr;
-    MemMgr_CheckForLeaks();
-    MemMgr_ShutDown();
-    return 1;
-}
-
-char const* const* GetCompNames() { return kClassNames; }
-
-int ConfigCompClass(void*, char const* name, ScriptClass& scriptClass)
-{
-    if (!name)
-        return 0;
-    for (componentClass const& known : kClasses) {
-        if (stricmp8(reinterpret_cast<unsigned char const*>(name),
-                     reinterpret_cast<unsigned char const*>(known.name)) == 0)
-            return known.configure(scriptClass) != 0 ? 1 : 0;
-    }
-    return 0;
-}
-
 guiComponent::guiComponent(LibManager& manager) : hashlist<guiHtml>(kBuckets), m_manager(manager)
 {
+    assert(!pGUI);
     guiHtml::setRegistry(this);
-    guiComponentHost_install();
     m_t.thread = new guiThread(pthread_self());
     m_t.lock = rmutex_create();
     m_idle = pevent_create();
@@ -120,6 +75,7 @@ guiComponent::guiComponent(LibManager& manager) : hashlist<guiHtml>(kBuckets), m
 
 guiComponent::~guiComponent()
 {
+    assertOnScriptThread();
     closeWindows();
     if (ScriptObject* session = m_session.exchange(nullptr)) {
         session->endSession();
@@ -133,43 +89,59 @@ guiComponent::~guiComponent()
     guiHtml::setRegistry(nullptr);
 }
 
-/// The lock is held since the wait for the last call. The GUI thread runs a little longer, but nothing is shared with
-/// it any more.
+/// The GUI thread runs a little longer, but shares nothing with this thread any more.
 void guiComponent::destroyLock()
 {
+    assert(holdsLock());
     rmutex* lock = std::exchange(m_t.lock, nullptr);
     rmutex_release(lock); // a mutex that is held must not be destroyed
     rmutex_destroy(lock);
 }
 
-/// Windows that the host left open go before the objects that their painting needs. Entered with the component lock
-/// held, which the GUI thread takes to close a window.
+/// Windows that the host left open go before the objects that their painting needs. Entered and left with the component
+/// lock held; in between the GUI thread takes it to close a window.
 void guiComponent::closeWindows()
 {
+    assert(holdsLock());
     std::vector<guiHtml*> roots;
     for (auto const& window : m_windows)
         roots.push_back(window.second.root);
     leave();
     for (guiHtml* root : roots)
         m_t.thread->callPageClose(static_cast<guiHtmlBase*>(root));
-    m_t.thread->callPageClose(nullptr); // and what was posted before: the release of a page takes the lock
+    m_t.thread->callPageClose(nullptr); // waits for what was posted before: the release of a page takes the lock
     enter();
+    assert(m_windows.empty());
 }
 
 void guiComponent::enter()
 {
-    if (m_t.lock)
-        rmutex_request(m_t.lock);
+    if (!m_t.lock)
+        return;
+    rmutex_request(m_t.lock);
+    m_lockHolder.store(pthread_self(), std::memory_order_relaxed);
+    ++m_lockDepth;
 }
 
 void guiComponent::leave()
 {
-    if (m_t.lock)
-        rmutex_release(m_t.lock);
+    if (!m_t.lock)
+        return;
+    assert(holdsLock());
+    if (--m_lockDepth == 0)
+        m_lockHolder.store(pthread_t{}, std::memory_order_relaxed);
+    rmutex_release(m_t.lock);
+}
+
+/// A thread always sees its own entry, and never takes another thread's entry for its own.
+bool guiComponent::holdsLock() const
+{
+    return pthread_equal(m_lockHolder.load(std::memory_order_relaxed), pthread_self()) != 0;
 }
 
 void guiComponent::setEngine(ScriptEngine* engine)
 {
+    assertOnScriptThread();
     m_t.engine.store(engine, std::memory_order_release);
     if (!engine || getSession())
         return;
@@ -187,26 +159,29 @@ ScriptPump* guiComponent::getPump() const
 
 void guiComponent::setCurrentWindow(guiWidget* widget)
 {
+    assertOnGuiThread();
     if (widget == m_currentWindow)
         return;
     m_currentWindow = widget;
     ScriptObject* session = getSession();
     if (!getEngine() || !session)
         return;
-    guiHtmlBase* root = widget ? widget->htmlBase : nullptr;
-    ScriptValue* value = NewScriptValue();
+    guiPageRoot* root = widget ? widget->htmlBase : nullptr;
+    guiOwnedValue value = guiNewValue();
     if (root && root->getPageObject())
         value->setObject(root->getPageObject());
     else
         value->setNull();
-    session->setProperty("currentWindow", value);
-    DeleteScriptValue(value);
+    session->setProperty("currentWindow", value.get());
 }
 
 void guiComponent::onOpen(guiWidget* widget, guiHtml* root)
 {
+    assertOnGuiThread();
+    assert(widget);
     {
         componentLock lock(*this);
+        assert(m_windows.count(widget) == 0);
         m_windows[widget] = {root, false};
     }
     tellWindowState(root, 1);
@@ -214,6 +189,7 @@ void guiComponent::onOpen(guiWidget* widget, guiHtml* root)
 
 void guiComponent::onClose(guiWidget* widget, guiHtml* root)
 {
+    assertOnGuiThread();
     if (widget == m_currentWindow)
         m_currentWindow = nullptr; // another window may get the same address
     {
@@ -226,6 +202,7 @@ void guiComponent::onClose(guiWidget* widget, guiHtml* root)
 
 void guiComponent::onVisible(guiWidget* widget, bool isVisible)
 {
+    assertOnGuiThread();
     {
         componentLock lock(*this);
         auto found = m_windows.find(widget);
@@ -249,8 +226,7 @@ bool guiComponent::hasOpenWindow()
     return !m_windows.empty();
 }
 
-/// Whether a modal wait for this window goes on.
-bool guiComponent::isWaitedFor(guiWidget* widget)
+bool guiComponent::isShown(guiWidget* widget)
 {
     componentLock lock(*this);
     auto found = m_windows.find(widget);
@@ -259,6 +235,7 @@ bool guiComponent::isWaitedFor(guiWidget* widget)
 
 void guiComponent::runPump(guiWidget* widget)
 {
+    assertOnScriptThread();
     if (!getEngine())
         return;
     m_t.thread->forceEnable();
@@ -269,27 +246,30 @@ void guiComponent::runPump(guiWidget* widget)
         pump->runOnce(0);
         return;
     }
-    while (isWaitedFor(widget))
+    while (isShown(widget))
         pump->step();
 }
 
-textstream* guiComponent::loadTextStream(ScriptObject* relativeTo, sstring path)
+std::unique_ptr<textstream> guiComponent::loadTextStream(ScriptObject* relativeTo, sstring path)
 {
+    assert(!holdsLock());
     void const* data = nullptr;
     unsigned length = 0;
     if (!m_loadFile->readFile(relativeTo, path, &data, &length))
         return nullptr;
-    // The host's bytes are its own and may go with its next read, so the stream gets a copy.
+    // The host's bytes last only until its next read, so the stream gets a copy.
     auto* copy = static_cast<unsigned char*>(std::malloc(length != 0 ? length : 1));
     if (!copy)
         return nullptr;
     if (length != 0)
         std::memcpy(copy, data, length);
-    return new textstream(copy, length, 1);
+    return std::make_unique<textstream>(copy, length, 1);
 }
 
 void guiComponent::bindObject(ScriptObject* object, guiHtml* node)
 {
+    assert(object);
+    assert(contains(node));
     componentLock lock(*this);
     m_nodes[object] = node;
 }
@@ -304,6 +284,7 @@ guiHtml* guiComponent::findNode(ScriptObject* object)
 {
     componentLock lock(*this);
     auto found = m_nodes.find(object);
+    assert(found == m_nodes.end() || contains(found->second)); // a node unbinds its object before it goes
     return found != m_nodes.end() ? found->second : nullptr;
 }
 
@@ -322,13 +303,21 @@ void guiComponent::shutdownLeave()
         pevent_set(m_idle);
 }
 
+bool guiComponent::hasCallsInFlight(unsigned count) const
+{
+    assert(holdsLock());
+    return m_shutdownCount >= count;
+}
+
 void guiComponent::shutdownWait()
 {
     constexpr int kPollMs = 1000;
+    assertOnScriptThread();
+    assert(!holdsLock());
     enter();
     while (m_shutdownCount != 0) {
         leave();
-        pevent_wait_timeout(m_idle, kPollMs); // a poll that the end of the last call cuts short
+        pevent_wait_timeout(m_idle, kPollMs); // the end of the last call cuts the poll short
         enter();
     }
 }
@@ -341,11 +330,11 @@ void guiComponent::logError(char const* format, ...)
     va_end(arguments);
 }
 
-std::string guiComponent::printable(sstring const& text) { return sstoq(text).toStdString(); }
+std::string guiComponent::printable(sstring const& text) { return velaPrintable(text); }
 
-ScriptObject* guiComponent::NewScriptObject() { return pGUI->m_platform->createObject(pGUI->getEngine()); }
-ScriptValue* guiComponent::NewScriptValue() { return pGUI->m_platform->createValue(pGUI->getEngine()); }
-ScriptArgs* guiComponent::NewScriptArgs() { return pGUI->m_platform->createArgs(pGUI->getEngine()); }
-void guiComponent::DeleteScriptObject(ScriptObject* object) { pGUI->m_platform->destroyObject(object); }
-void guiComponent::DeleteScriptValue(ScriptValue* value) { pGUI->m_platform->destroyValue(value); }
-void guiComponent::DeleteScriptArgs(ScriptArgs* args) { pGUI->m_platform->destroyArgs(args); }
+ScriptObject* guiComponent::NewScriptObject() { return hostPlatform().createObject(pGUI->getEngine()); }
+ScriptValue* guiComponent::NewScriptValue() { return hostPlatform().createValue(pGUI->getEngine()); }
+ScriptArgs* guiComponent::NewScriptArgs() { return hostPlatform().createArgs(pGUI->getEngine()); }
+void guiComponent::DeleteScriptObject(ScriptObject* object) { hostPlatform().destroyObject(object); }
+void guiComponent::DeleteScriptValue(ScriptValue* value) { hostPlatform().destroyValue(value); }
+void guiComponent::DeleteScriptArgs(ScriptArgs* args) { hostPlatform().destroyArgs(args); }

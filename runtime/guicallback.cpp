@@ -1,39 +1,50 @@
-// runtime/guicallback.cpp: turns an event name into a call of a script method, from either thread.
+// runtime/guicallback.cpp: turns an event name into a call of a script method, from any thread.
 #include "runtime/guicallback.h"
 
 #include "controls/guihtmlcustom.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
-#include "script/guiwindow.h"
 
+#include <cassert>
 #include <cstdint>
+#include <optional>
 
 namespace {
 
 unsigned findSeparator(sstring const& name, unsigned from)
 {
-    static sstring const& separators = *new sstring("/\\"); // for ever: events arrive while the process exits, too
+    static sstring const& separators =
+        *new sstring("/\\"); // never destroyed: events arrive even while the process exits
     return name.find_any(separators, from);
 }
 
-/// Waits for a call that runs on the script thread; the GUI keeps painting meanwhile.
+/// Waits for a call that runs on the script thread; the windows go on painting meanwhile.
+void pumpUntilDone(guiCallbackRecord const& call) TARN_ON(velaGuiRole)
+{
+    assert(!call.waiter);
+    guiThread* thread = pGUI->getThread();
+    while (call.done.load(std::memory_order_acquire) == 0)
+        thread->pumpOnce();
+}
+
 void waitForCall(guiCallbackRecord& call)
 {
-    guiThread* thread = pGUI->getThread();
     if (call.waiter) {
         pevent_wait(call.waiter);
         return;
     }
-    while (call.done.load(std::memory_order_acquire) == 0)
-        thread->pumpOnce();
+    assertOnGuiThread();
+    pumpUntilDone(call);
 }
 
 /// Calls a method of `target` with `self` as its object.
 void callAndWait(ScriptObject* target, ScriptObject* self, sstring const& method, ScriptArgs* args, ScriptValue* result)
 {
+    assert(!pGUI->holdsLock()); // the call may need it on another thread
     guiThread* thread = pGUI->getThread();
     if (thread->isScriptThread()) {
+        assertOnScriptThread();
         target->callMethod(self, method, args, result);
         return;
     }
@@ -45,43 +56,43 @@ void callAndWait(ScriptObject* target, ScriptObject* self, sstring const& method
 }
 
 /// The argument list of an event: the source object, then what the event name carries. Returns the method's name.
-sstring buildArguments(ScriptEngine* engine, sstring const& name, ScriptObject* source, ScriptArgs* args)
+sstring buildArguments(ScriptEngine* engine, sstring const& name, ScriptObject* source, ScriptArgs& args)
 {
-    HostPlatform* platform = pGUI->getPlatform();
-    ScriptValue* scratch = platform->createValue(engine);
+    guiOwnedValue scratch(pGUI->getPlatform()->createValue(engine));
     scratch->setObject(source);
-    args->append(scratch);
-    sstring method = guiCallback_ProcessEventName(name, args, scratch);
-    platform->destroyValue(scratch);
-    return method;
+    args.append(scratch.get());
+    return guiCallback_ProcessEventName(name, &args, scratch.get());
 }
 
 sstring textOf(ScriptValue const& value) { return value.isString() ? value.toString(0) : sstring(); }
 
-template <void (guiFormValues::*carry)()>
-void carryOnGuiThread(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
+/// Carries the values of the page's controls to script, or back.
+void carryFormValues(guiHtmlBase* root, guiFormCarry carry)
 {
-    if (guiHtmlBase* root = GetWindow(guiWindow_getData(data)))
-        (root->formValues().*carry)();
+    if (root && !root->isReleased() && root->getFormObject())
+        pGUI->getThread()->callCarryForm(root, carry);
 }
 
-/// Brings the values of the page's controls to script, or back. They are read where their widgets live.
-template <void (guiFormValues::*carry)()>
-void carryFormValues(guiHtmlBase* root)
+/// Blocks user input for the length of a block, if asked to.
+class inputBlock
 {
-    guiThread* thread = pGUI->getThread();
-    if (!root || root->isReleased() || !root->getFormObject())
-        return;
-    if (thread->isGuiThread()) {
-        (root->formValues().*carry)();
-        return;
+public:
+    explicit inputBlock(bool isWanted = true) : m_thread(isWanted ? pGUI->getThread() : nullptr)
+    {
+        if (m_thread)
+            m_thread->disable();
     }
-    ScriptArgs* args = guiComponent::NewScriptArgs();
-    ScriptValue* result = guiComponent::NewScriptValue();
-    thread->callFunction(carryOnGuiThread<carry>, pGUI->getManager(), root->getPagePrivate(), nullptr, *args, *result);
-    guiComponent::DeleteScriptValue(result);
-    guiComponent::DeleteScriptArgs(args);
-}
+    ~inputBlock()
+    {
+        if (m_thread)
+            m_thread->enable();
+    }
+    inputBlock(inputBlock const&) = delete;
+    inputBlock& operator=(inputBlock const&) = delete;
+
+private:
+    guiThread* m_thread; // null: input is not blocked
+};
 
 } // namespace
 
@@ -117,37 +128,28 @@ int guiCallback_ShouldDisable(sstring name)
 
 void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source, ScriptValue* result)
 {
-    guiThread* thread = pGUI->getThread();
-    int disable = guiCallback_ShouldDisable(name);
-    if (disable)
-        thread->disable();
-
-    HostPlatform* platform = pGUI->getPlatform();
-    ScriptArgs* args = platform->createArgs(target->getEngine());
-    sstring method = buildArguments(target->getEngine(), name, source, args);
-    guiHtmlBase* root = node ? node->getBaseHtml() : nullptr; // its counter keeps it alive across the call
+    assert(target);
+    bool const isHandler = guiCallback_ShouldDisable(name);
+    inputBlock const block(isHandler);
+    ScriptEngine* engine = target->getEngine();
+    guiOwnedArgs args(pGUI->getPlatform()->createArgs(engine));
+    sstring method = buildArguments(engine, name, source, *args);
+    guiHtmlBase* root = node ? guiHtmlBase::of(node) : nullptr;
+    std::optional<guiPageInCall> alive;
     if (root)
-        root->shutdownEnter();
-    if (disable)
-        carryFormValues<&guiFormValues::beginCall>(root);
-    callAndWait(target, target, method, args, result);
-    if (disable)
-        carryFormValues<&guiFormValues::endCall>(root);
-    if (root)
-        root->shutdownLeave();
-    platform->destroyArgs(args);
-
-    if (disable)
-        thread->enable();
+        alive.emplace(*root);
+    if (isHandler)
+        carryFormValues(root, guiFormCarry::kToScript);
+    callAndWait(target, target, method, args.get(), result);
+    if (isHandler)
+        carryFormValues(root, guiFormCarry::kToControls);
 }
 
 sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source)
 {
-    ScriptValue* result = guiComponent::NewScriptValue();
-    guiCallback_CallEvent(node, target, name, source, result);
-    sstring text = textOf(*result);
-    guiComponent::DeleteScriptValue(result);
-    return text;
+    guiOwnedValue result = guiNewValue();
+    guiCallback_CallEvent(node, target, name, source, result.get());
+    return textOf(*result);
 }
 
 sstring guiCallback_CallFilter(ScriptObject* owner, ScriptValue* function, ScriptObject* window, sstring const& text)
@@ -155,21 +157,36 @@ sstring guiCallback_CallFilter(ScriptObject* owner, ScriptValue* function, Scrip
     ScriptObject* filter = function->toObject(0);
     if (!filter)
         return sstring();
-    guiThread* thread = pGUI->getThread();
-    ScriptArgs* args = guiComponent::NewScriptArgs();
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiOwnedArgs args = guiNewArgs();
+    guiOwnedValue value = guiNewValue();
     value->setObject(window);
-    args->append(value);
+    args->append(value.get());
     value->setString(text);
-    args->append(value);
+    args->append(value.get());
     value->setNull();
-    thread->disable();
-    callAndWait(filter, owner ? owner : filter, sstring(), args, value);
-    thread->enable();
-    sstring filtered = textOf(*value);
-    guiComponent::DeleteScriptValue(value);
-    guiComponent::DeleteScriptArgs(args);
-    return filtered;
+    {
+        inputBlock const block;
+        callAndWait(filter, owner ? owner : filter, sstring(), args.get(), value.get());
+    }
+    return textOf(*value);
+}
+
+sstring guiCallback_CallFilter(ScriptObject* owner, sstring const& event)
+{
+    return guiCallback_CallEvent(nullptr, owner, event, pGUI->getSession());
+}
+
+void guiCallback_CallGetString(ScriptObject* messages, sstring const& key, ScriptValue* result)
+{
+    static sstring const& getString = *new sstring("getString"); // never destroyed: pages load while the process exits
+    assert(messages && result);
+    HostPlatform* platform = pGUI->getPlatform();
+    guiOwnedArgs args(platform->createArgs(messages->getEngine()));
+    guiOwnedValue value(platform->createValue(messages->getEngine()));
+    value->setString(key);
+    args->append(value.get());
+    inputBlock const block;
+    callAndWait(messages, messages, getString, args.get(), result);
 }
 
 int guiCallback_CallCustom(guiHtmlCustom* node, ScriptObject* object, sstring name, ScriptObject* source)
@@ -177,16 +194,17 @@ int guiCallback_CallCustom(guiHtmlCustom* node, ScriptObject* object, sstring na
     if (!object->hasMethod(guiCallback_StripEventName(name)))
         return 1;
     node->onCallback();
-    ScriptValue* result = guiComponent::NewScriptValue();
-    guiCallback_CallEvent(node, object, name, source, result);
-    int number = result->isNumber() ? result->toInt(0) : 0;
-    guiComponent::DeleteScriptValue(result);
-    return number;
+    guiOwnedValue result = guiNewValue();
+    guiCallback_CallEvent(node, object, name, source, result.get());
+    return result->isNumber() ? result->toInt(0) : 0;
 }
+
+// A node is named by its address, which a number holds exactly: addresses have fewer bits than the 53 of a double.
 
 void guiCallback_BuildCustomObject_Callback(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args,
                                             ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
     if (args.count() < 1 || !args.get(0)->isNumber())
         return;
@@ -197,34 +215,32 @@ void guiCallback_BuildCustomObject_Callback(LibManager&, ScriptPrivate*, ScriptO
         result.setObject(object);
 }
 
-// A node is named by its address, which a number holds exactly.
 ScriptObject* guiCallback_BuildCustomObject(guiHtml* node)
 {
-    guiThread* thread = pGUI->getThread();
-    if (thread->isScriptThread())
+    assert(node);
+    if (pGUI->getThread()->isScriptThread())
         return node->getCustomObject();
     static sstring const kBuild("build");
     HostPlatform* platform = pGUI->getPlatform();
-    ScriptEngine* engine = node->getBaseHtml()->getPageObject()->getEngine();
-    ScriptObject* builder = platform->createObject(engine);
-    ScriptArgs* args = platform->createArgs(engine);
-    ScriptValue* value = platform->createValue(engine);
+    ScriptEngine* engine = guiPageObjectOf(node)->getEngine();
+    guiOwnedObject builder(platform->createObject(engine));
+    guiOwnedArgs args(platform->createArgs(engine));
+    guiOwnedValue value(platform->createValue(engine));
     builder->addMethod(kBuild, guiCallback_BuildCustomObject_Callback);
     value->setNumber(static_cast<double>(reinterpret_cast<std::uintptr_t>(node)));
-    args->append(value);
-    thread->disable();
-    callAndWait(builder, builder, kBuild, args, value);
-    thread->enable();
-    ScriptObject* object = value->toObject(0);
-    platform->destroyValue(value);
-    platform->destroyArgs(args);
-    platform->destroyObject(builder);
-    return object;
+    args->append(value.get());
+    {
+        inputBlock const block;
+        callAndWait(builder.get(), builder.get(), kBuild, args.get(), value.get());
+    }
+    return value->toObject(0);
 }
 
 void guiCallback_AsyncComplete(ScriptValue& value, void* record)
 {
     auto* call = static_cast<guiCallbackRecord*>(record);
+    assert(call && call->result);
+    assert(call->done.load(std::memory_order_relaxed) == 0);
     *call->result = value;
     if (call->waiter) {
         pevent_set(call->waiter);

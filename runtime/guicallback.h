@@ -11,7 +11,7 @@
 class guiHtml;
 class guiHtmlCustom;
 
-/// One asynchronous call while its caller waits, the context of guiCallback_AsyncComplete. Lives in the caller's frame.
+/// An asynchronous call while its caller waits; the context of guiCallback_AsyncComplete. Lives in the caller's frame.
 struct guiCallbackRecord
 {
     ScriptValue* result;      // not owned
@@ -30,35 +30,45 @@ sstring guiCallback_ProcessEventName(sstring name, ScriptArgs* args, ScriptValue
 /// any other text, a low-level name with arguments included.
 int guiCallback_ShouldDisable(sstring name);
 
-/// Calls the method that `name` says on `target` with `source` as the first argument, and waits for the result. GUI
-/// thread: the GUI keeps painting meanwhile. Any handler may close the window and destroy `node`: the caller asks the
-/// registry again.
+/// Calls the method that `name` says on `target` with `source` as the first argument, and waits for the result. Any
+/// thread; on the GUI thread the windows go on painting meanwhile. A handler may close the window and destroy `node`,
+/// so the caller asks the registry afterwards.
 void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source,
                            ScriptValue* result);
 
 /// The same; the result as text if it is a string, else "".
 sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source);
 
-/// Calls a filter function on the script thread, as a method of `owner` (null: of nothing but itself), with the window
-/// and the text of a page, and waits for it. Its result if that is a string, else "". User input is blocked meanwhile.
+/// Calls a filter function on the script thread, as a method of `owner` (null: of the function itself), with the window
+/// and the text of a page, and waits for it. Gives its result if that is a string, else "". User input is blocked
+/// meanwhile. Any thread.
 sstring guiCallback_CallFilter(ScriptObject* owner, ScriptValue* function, ScriptObject* window, sstring const& text);
 
-/// Calls a handler of the script component that an `object` element stands for, which first tells its mouse object
-/// where the pointer is. Returns the handler's number, 0 for a result of another kind, and 1 without a call when
+/// Calls the handler that `event` names on `owner`, as a link does: with the session first, then what the name carries.
+/// Gives its result if that is a string, else "". User input is blocked meanwhile. Any thread.
+sstring guiCallback_CallFilter(ScriptObject* owner, sstring const& event);
+
+/// Calls the method "getString" of an object with messages, with a key as its only argument, and waits for the result,
+/// which is null when there is none. User input is blocked meanwhile. Any thread.
+void guiCallback_CallGetString(ScriptObject* messages, sstring const& key, ScriptValue* result);
+
+/// Calls a handler of the script component that an `object` element stands for; before that the element tells its mouse
+/// object where the pointer is. Returns the handler's number, 0 for a result of another kind, and 1 without a call when
 /// `object` has no such handler. The node may be gone afterwards.
 int guiCallback_CallCustom(guiHtmlCustom* node, ScriptObject* object, sstring name, ScriptObject* source);
 
-/// Has a control's script object built on the script thread and waits for it; null when that failed. The GUI handles
-/// events meanwhile, but no user input.
+/// Has a control's script object built on the script thread and waits for it; null when that failed. On the GUI thread
+/// events are handled meanwhile, but no user input. Any thread.
 ScriptObject* guiCallback_BuildCustomObject(guiHtml* node);
-/// Does that on the script thread. Its first argument is a number that names the node; the result is the node's object,
-/// null when there is no such node any more.
+/// The part of it that runs on the script thread. Its first argument is the node's address as a number; the result is
+/// the node's object, null when the node is gone.
 void guiCallback_BuildCustomObject_Callback(LibManager& manager, ScriptPrivate* data, ScriptObject* self,
                                             ScriptArgs& args, ScriptValue& result);
 
-/// Completes an asynchronous call: the value goes into the result of `record`, a guiCallbackRecord, and its waiter is
-/// woken. Any thread.
+/// Completes an asynchronous call: copies the value into the result of `record`, a guiCallbackRecord, and wakes its
+/// waiter. Once for each call. Any thread.
 void guiCallback_AsyncComplete(ScriptValue& value, void* record);
 
-/// Wakes whoever waits: the host's message pump and the GUI thread's. Any thread.
+/// Wakes both threads if they wait: the script thread in the host's message pump, the GUI thread in pumpOnce(). Any
+/// thread.
 void guiCallback_postNullEvent();

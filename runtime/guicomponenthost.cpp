@@ -4,80 +4,156 @@
 #include "controls/guiimagec.h"
 #include "foundation/vela-error.h"
 #include "foundation/vela-textstream.h"
-#include "page/guipagehost.h"
+#include "foundation/vela-threadrole.h"
+#include "page/guihtml.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
 #include "runtime/guifilter.h"
 #include "runtime/guihtmlbase.h"
-#include "script/guiwindow.h"
+#include "runtime/guithread.h"
 
-#include <QPixmap>
+#include <cassert>
 #include <memory>
 
 namespace {
 
-constexpr unsigned kPathUnits = 1024; // room for a full name, which the host may write in place
+constexpr unsigned kPathUnits = 1024; // 16-bit units of room, in which the host writes the full name
 
-/// Script learns which control it is called for.
-void chooseControl(guiHtml* node, sstring const& event)
+/// Whether the event is a user's choice of a control, which script finds as the session's current control.
+bool isChoice(guiHtml* node, sstring const& event)
 {
-    guiHtmlBase* root = node->getBaseHtml();
-    if (root && node->getType() == guiHtml::kTypeControl && node->hasString(kStringName) &&
-        guiCallback_ShouldDisable(event))
-        guiWindow_chooseControl(root->getPagePrivate(), node->getName());
+    return node->getType() == guiHtml::kTypeControl && node->hasString(kStringName) && guiCallback_ShouldDisable(event);
 }
-
-ScriptObject* pageOf(guiHtmlBase* root) { return root ? root->getPageObject() : nullptr; }
-
-class componentHost : public guiPageHost
-{
-public:
-    int callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply) override
-    {
-        if (!target->hasMethod(guiCallback_StripEventName(event)))
-            return 0;
-        chooseControl(node, event);
-        reply = guiCallback_CallEvent(node, target, event, pGUI->getSession());
-        return 1;
-    }
-
-    sstring resolvePath(guiHtmlBase* root, sstring const& path) override
-    {
-        sstring full = path;
-        full.setSize(kPathUnits);
-        pGUI->getLoadFile()->resolvePath(pageOf(root), full);
-        return full;
-    }
-
-    int readText(guiHtmlBase* root, sstring const& path, sstring& text) override
-    {
-        try {
-            std::unique_ptr<textstream> stream(pGUI->loadTextStream(pageOf(root), path));
-            if (!stream)
-                return 0;
-            text = stream->toString();
-            return 1;
-        } catch (velaError const&) {
-            return 0; // no memory for it
-        }
-    }
-
-    int filterText(guiHtmlBase* root, sstring& name, sstring& text) override
-    {
-        ScriptObject* page = pageOf(root);
-        return guiFilter_load(page, name, text, page, root ? root->getFormObject() : nullptr);
-    }
-
-    int readImage(guiHtmlBase* root, sstring const& path, QPixmap& image) override
-    {
-        return guiLoadImage(pageOf(root), path, image);
-    }
-};
 
 } // namespace
 
-void guiComponentHost_install()
+// ---- Script ----
+
+int guiComponentHost::callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply)
 {
-    static componentHost host;
-    guiPageHost::install(&host);
+    assert(node && target);
+    if (!target->hasMethod(guiCallback_StripEventName(event)))
+        return 0;
+    if (guiHtmlBase* root = guiHtmlBase::of(node); root && isChoice(node, event))
+        chooseControl(root->getPagePrivate(), node->getName());
+    reply = guiCallback_CallEvent(node, target, event, pGUI->getSession());
+    return 1;
+}
+
+// Objects are made for controls only; a custom element's object exists before its node asks.
+ScriptObject* guiComponentHost::buildCustomObject(guiHtml* node)
+{
+    if (!pGUI || node->getType() != guiHtml::kTypeControl || !guiPageObjectOf(node))
+        return nullptr;
+    return guiCallback_BuildCustomObject(node);
+}
+
+void guiComponentHost::unbindObject(ScriptObject* object, guiHtml* node)
+{
+    // A copy of a node has the object of the original, and the object stands for the original only.
+    if (!pGUI || pGUI->findNode(object) != node)
+        return;
+    pGUI->unbindObject(object);
+    object->letGo();
+}
+
+void guiComponentHost::postTrigger(guiHtml* node)
+{
+    if (pGUI)
+        pGUI->getThread()->postTrigger(node);
+}
+
+void guiComponentHost::bindObject(ScriptObject* object, guiHtml* node) { pGUI->bindObject(object, node); }
+ScriptValue* guiComponentHost::newValue() { return pGUI ? guiComponent::NewScriptValue() : nullptr; }
+void guiComponentHost::deleteValue(ScriptValue* value) { guiComponent::DeleteScriptValue(value); }
+HostPlatform* guiComponentHost::platform() { return pGUI ? pGUI->getPlatform() : nullptr; }
+HostFormProp* guiComponentHost::formProp() { return pGUI ? pGUI->getFormProp() : nullptr; }
+
+// ---- Files ----
+
+HostLoadFile* guiComponentHost::loadFile() { return pGUI ? pGUI->getLoadFile() : nullptr; }
+
+sstring guiComponentHost::resolvePath(ScriptObject* owner, sstring const& path)
+{
+    assert(!pGUI->holdsLock());
+    sstring full = path;
+    full.setSize(kPathUnits);
+    pGUI->getLoadFile()->resolvePath(owner, full);
+    return full;
+}
+
+int guiComponentHost::readText(ScriptObject* owner, sstring const& path, sstring& text)
+{
+    try {
+        std::unique_ptr<textstream> stream = pGUI->loadTextStream(owner, path);
+        if (!stream)
+            return 0;
+        text = stream->toString();
+        return 1;
+    } catch (velaError const&) {
+        return 0; // out of memory
+    }
+}
+
+int guiComponentHost::filterText(guiPageRoot* root, sstring& name, sstring& text)
+{
+    assertOnGuiThread();
+    guiHtmlBase* window = guiHtmlBase::from(root);
+    if (!window)
+        return guiFilter_load(nullptr, name, text, nullptr, nullptr);
+    ScriptObject* page = window->getPageObject();
+    guiPageInCall const alive(*window); // a filter is a call into script made for this page
+    return guiFilter_load(page, name, text, page, window->getFormObject());
+}
+
+int guiComponentHost::readImage(ScriptObject* owner, sstring const& path, QPixmap& image)
+{
+    return guiLoadImage(owner, path, image);
+}
+
+// ---- Threads ----
+
+bool guiComponentHost::isGuiThread() const { return !pGUI || pGUI->getThread()->isGuiThread(); }
+bool guiComponentHost::isScriptThread() const { return pGUI && pGUI->getThread()->isScriptThread(); }
+
+void guiComponentHost::callFunction(ScriptMethod method, LibManager& manager, ScriptPrivate* data, ScriptObject* self,
+                                    ScriptArgs& args, ScriptValue& result)
+{
+    pGUI->getThread()->callFunction(method, manager, data, self, args, result);
+}
+
+void guiComponentHost::postUpdate(guiHtml* node) { pGUI->getThread()->postUpdate(node); }
+
+void guiComponentHost::disableMM()
+{
+    if (pGUI)
+        pGUI->getThread()->disableMM();
+}
+
+void guiComponentHost::enableMM()
+{
+    if (pGUI)
+        pGUI->getThread()->enableMM();
+}
+
+void guiComponentHost::wakeWaiters() { guiCallback_postNullEvent(); }
+
+// ---- Windows ----
+
+void guiComponentHost::onClose(guiWidget* window, guiHtml* root)
+{
+    if (pGUI)
+        pGUI->onClose(window, root);
+}
+
+void guiComponentHost::onVisible(guiWidget* window, bool isVisible)
+{
+    if (pGUI)
+        pGUI->onVisible(window, isVisible);
+}
+
+void guiComponentHost::setCurrentWindow(guiWidget* window)
+{
+    if (pGUI)
+        pGUI->setCurrentWindow(window);
 }

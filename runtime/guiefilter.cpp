@@ -1,14 +1,21 @@
-// runtime/guiefilter.cpp: the application's input filter, and how a blocking event tells its poster that it is done.
+// runtime/guiefilter.cpp: see guiefilter.h.
 #include "runtime/guiefilter.h"
-
-#include "runtime/guicallback.h"
 
 #include <QCoreApplication>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
+#include <cassert>
 
 namespace {
+
+void increment(std::atomic<unsigned>& counter)
+{
+    // One stack holds fewer nested handlers than this, so a larger count means that somebody never decrements.
+    [[maybe_unused]] constexpr unsigned kMostBlocks = 10'000;
+    [[maybe_unused]] unsigned const before = counter.fetch_add(1);
+    assert(before < kMostBlocks);
+}
 
 void decrementAboveZero(std::atomic<unsigned>& counter)
 {
@@ -36,7 +43,7 @@ bool isMouseInput(QEvent::Type type)
 
 bool isKeyInput(QEvent::Type type)
 {
-    constexpr int kAccelerator = 30; // a number that this version of the toolkit uses for nothing
+    constexpr int kAccelerator = 30; // unused in this version of the toolkit
     constexpr int kActivateControl = 80;
     constexpr int kDeactivateControl = 81;
     switch (static_cast<int>(type)) {
@@ -55,14 +62,8 @@ bool isKeyInput(QEvent::Type type)
 
 } // namespace
 
-void guiHandOver::post(QObject* receiver, QEvent* event)
-{
-    s_posts.fetch_add(1, std::memory_order_release);
-    QCoreApplication::postEvent(receiver, event);
-}
-
-void guiEventFilter::activate() { ++inputBlock; }
-void guiEventFilter::activateMM() { ++mouseMoveBlock; }
+void guiEventFilter::activate() { increment(inputBlock); }
+void guiEventFilter::activateMM() { increment(mouseMoveBlock); }
 void guiEventFilter::deactivateMM() { decrementAboveZero(mouseMoveBlock); }
 
 void guiEventFilter::deactivate()
@@ -82,11 +83,12 @@ void guiEventFilter::catchUpLater()
 {
     if (inputBlock != 0 || !m_missedMove)
         return;
-    guiHandOver::post(this, new guiEvent(guiEventIdCatchUp));
+    guiThreadPost::post(this, new guiEvent(guiEventIdCatchUp));
 }
 
 bool guiEventFilter::event(QEvent* event)
 {
+    assertOnGuiThread();
     if (event->type() != static_cast<QEvent::Type>(guiEventIdCatchUp))
         return QObject::event(event);
     catchUp();
@@ -106,8 +108,9 @@ void guiEventFilter::catchUp()
     QCoreApplication::sendEvent(m_pointerWindow, &move);
 }
 
-/// A mouse event reaches the window first and then one of its widgets. The window must hear of a button that comes up:
-/// until then it hands the pointer's moves to the widget that the button went down on, in other windows too.
+/// Whether a blocked event is dropped. A mouse event reaches the window first and then one of its widgets. The window
+/// must see every button release: until then it sends all moves to the widget where the button was pressed, even those
+/// over other windows.
 bool guiEventFilter::holdBack(QObject* watched, QEvent::Type type)
 {
     if (type == QEvent::MouseMove && watched->isWindowType()) {
@@ -119,27 +122,11 @@ bool guiEventFilter::holdBack(QObject* watched, QEvent::Type type)
 
 bool guiEventFilter::eventFilter(QObject* watched, QEvent* event)
 {
-    guiHandOver::take();
+    assertOnGuiThread();
+    guiThreadPost::take();
     if (inputBlock != 0 && (isMouseInput(event->type()) || isKeyInput(event->type())))
         return holdBack(watched, event->type());
     if (mouseMoveBlock != 0 && event->type() == QEvent::MouseMove)
         return true;
     return QObject::eventFilter(watched, event);
-}
-
-void guiBlockingEvent::setWaiter(std::atomic<int>* done, pevent* waiter)
-{
-    m_done = done;
-    m_waiter = waiter;
-}
-
-void guiBlockingEvent::Finished()
-{
-    pevent* waiter = m_waiter; // the poster may return, and its frame be gone, as soon as the flag is set
-    if (m_done)
-        m_done->store(1, std::memory_order_release);
-    if (waiter)
-        pevent_set(waiter);
-    else
-        guiCallback_postNullEvent();
 }

@@ -1,13 +1,12 @@
 // runtime/guiformvalues.cpp: see guiformvalues.h. Reading a property into a control may call a handler, which may
-// replace the page: each node is asked for in the registry before it is touched.
+// replace the page: the registry is asked for each node before it is used.
 #include "runtime/guiformvalues.h"
 
 #include "page/guihtml.h"
 #include "page/guilayouthold.h"
-#include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
-#include "script/hostinterface.h"
 
+#include <cassert>
 #include <unordered_set>
 
 namespace {
@@ -22,7 +21,7 @@ sstring nameOf(std::u16string const& key)
     return {reinterpret_cast<unsigned short const*>(key.data()), 0, static_cast<unsigned>(key.size())};
 }
 
-/// A value of its own for a property: a control, or whatever else on a page has a name and no content.
+/// Whether the node has a value for a property: it is a control, or has a name and no content.
 bool isControl(guiHtml* node)
 {
     return node->hasString(kStringName) && (node->getType() == guiHtml::kTypeControl || node->getChildCount() == 0);
@@ -52,13 +51,6 @@ bool guiIsSameValue(ScriptValue const& a, ScriptValue const& b)
     return a.toObject(0) == b.toObject(0); // no object: null
 }
 
-guiFormValues::~guiFormValues()
-{
-    for (auto const& [name, value] : m_written)
-        if (value)
-            guiComponent::DeleteScriptValue(value);
-}
-
 ScriptObject* guiFormValues::form() const { return pGUI ? m_root.getFormObject() : nullptr; }
 
 guiFormValues::controlList const& guiFormValues::controls()
@@ -74,17 +66,18 @@ guiFormValues::controlList const& guiFormValues::controls()
 
 void guiFormValues::beginCall()
 {
+    assert(m_depth > 0 || m_written.empty());
     if (m_depth++ > 0)
-        readChanges(); // of the handler below, which waits for this one
+        readChanges(); // of the handler that called this one and waits for it
     writeAll();
 }
 
 void guiFormValues::endCall()
 {
+    assert(m_depth > 0);
     readChanges();
     if (--m_depth == 0)
-        while (!m_written.empty())
-            forget(nameKey(m_written.begin()->first));
+        m_written.clear();
 }
 
 void guiFormValues::store()
@@ -110,33 +103,22 @@ void guiFormValues::writeAll()
 /// Notes what the form holds under the name.
 void guiFormValues::remember(nameKey const& name)
 {
-    ScriptValue*& value = m_written[name];
+    assert(m_depth > 0); // else nobody would forget it
+    guiOwnedValue& value = m_written[name];
     if (!value)
-        value = guiComponent::NewScriptValue();
-    if (pGUI->getFormProp()->readProperty(form(), nameOf(name), value))
-        return;
-    guiComponent::DeleteScriptValue(value);
-    value = nullptr;
+        value = guiNewValue();
+    if (!pGUI->getFormProp()->readProperty(form(), nameOf(name), value.get()))
+        value.reset();
 }
 
-void guiFormValues::forget(nameKey const& name)
+bool guiFormValues::isChanged(nameKey const& name, ScriptValue& scratch)
 {
     auto found = m_written.find(name);
-    if (found == m_written.end())
-        return;
-    if (found->second)
-        guiComponent::DeleteScriptValue(found->second);
-    m_written.erase(found);
-}
-
-bool guiFormValues::isChanged(nameKey const& name, ScriptValue* scratch)
-{
-    auto found = m_written.find(name);
-    ScriptValue* before = found != m_written.end() ? found->second : nullptr;
-    bool exists = pGUI->getFormProp()->readProperty(form(), nameOf(name), scratch);
+    ScriptValue* before = found != m_written.end() ? found->second.get() : nullptr;
+    bool exists = pGUI->getFormProp()->readProperty(form(), nameOf(name), &scratch);
     if (!exists || !before)
         return exists != (before != nullptr);
-    return !guiIsSameValue(*before, *scratch);
+    return !guiIsSameValue(*before, scratch);
 }
 
 void guiFormValues::readChanges()
@@ -144,17 +126,16 @@ void guiFormValues::readChanges()
     if (!form())
         return;
     std::unordered_set<nameKey> changed; // several nodes may have one name: all of them read it
-    ScriptValue* scratch = guiComponent::NewScriptValue();
+    guiOwnedValue scratch = guiNewValue();
     for (guiHtml* node : controls())
-        if (nameKey name = keyOf(node->getName()); isChanged(name, scratch))
+        if (nameKey name = keyOf(node->getName()); isChanged(name, *scratch))
             changed.insert(std::move(name));
-    guiComponent::DeleteScriptValue(scratch);
     if (changed.empty())
         return;
     for (nameKey const& name : changed)
         remember(name);
 
-    guiLayoutHold hold; // a control that changes may lay its window out: once is enough
+    guiLayoutHold hold; // each control that changes may lay its window out: once for all is enough
     for (guiHtml* node : controlList(m_controls))
         if (pGUI->contains(node) && form() && changed.contains(keyOf(node->getName())))
             node->readFormProperty(form());
@@ -169,7 +150,7 @@ void guiFormValues::erase(guiHtml* node)
     collect(node, going);
     for (guiHtml* control : going) {
         control->eraseFormProperty(form());
-        forget(keyOf(control->getName()));
+        m_written.erase(keyOf(control->getName()));
     }
 }
 

@@ -1,19 +1,21 @@
-// runtime/guiframedivider.cpp: see guiframedivider.h. A frameset's rows are its layers, its columns the frames with the
-// same place in their rows.
+// runtime/guiframedivider.cpp: see guiframedivider.h. The rows of a frameset are its layers; a column is made of the
+// frames at the same place in each row.
 #include "runtime/guiframedivider.h"
 
+#include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 
 #include <algorithm>
+#include <cassert>
 #include <vector>
 
 namespace {
 
-using Row = std::vector<guiHtml*>;
+using frameRow = std::vector<guiHtml*>;
 
-std::vector<Row> rowsOf(guiHtml const* frameset)
+std::vector<frameRow> rowsOf(guiHtml const* frameset)
 {
-    std::vector<Row> rows(1);
+    std::vector<frameRow> rows(1);
     for (guiHtml* entry : frameset->m.children) {
         if (guiChildList::isNode(entry))
             rows.back().push_back(entry);
@@ -25,7 +27,7 @@ std::vector<Row> rowsOf(guiHtml const* frameset)
     return rows;
 }
 
-/// Whether a position is on the divider between an end and the next beginning.
+/// Whether a position is on the divider between the end of one frame and the beginning of the next.
 bool isBetween(int at, int end, int begin)
 {
     int middle = (end + begin) / 2;
@@ -33,24 +35,26 @@ bool isBetween(int at, int end, int begin)
            at < std::max(begin, middle + guiFrameDivider::kGrip);
 }
 
-int topOf(Row const& row)
+int topOf(frameRow const& row)
 {
+    assert(!row.empty());
     int top = row.front()->m.rect.top;
     for (guiHtml const* frame : row)
         top = std::min(top, frame->m.rect.top);
     return top;
 }
 
-int bottomOf(Row const& row)
+int bottomOf(frameRow const& row)
 {
+    assert(!row.empty());
     int bottom = row.front()->m.rect.bottom();
     for (guiHtml const* frame : row)
         bottom = std::max(bottom, frame->m.rect.bottom());
     return bottom;
 }
 
-/// The column before the divider at `x`, the row's size when there is none.
-std::size_t columnBefore(Row const& row, int x)
+/// The index of the column before the divider at `x`; the number of columns when there is no divider.
+std::size_t columnBefore(frameRow const& row, int x)
 {
     for (std::size_t i = 0; i + 1 < row.size(); ++i)
         if (isBetween(x, row[i]->m.rect.right(), row[i + 1]->m.rect.left))
@@ -58,20 +62,20 @@ std::size_t columnBefore(Row const& row, int x)
     return row.size();
 }
 
-/// The frames of a column or of a row.
-Row track(std::vector<Row> const& rows, bool isColumn, std::size_t index)
+/// The frames of a column or of a row; empty when there is none of this index.
+frameRow framesOf(std::vector<frameRow> const& rows, bool isColumn, std::size_t index)
 {
     if (!isColumn)
-        return index < rows.size() ? rows[index] : Row();
-    Row frames;
-    for (Row const& row : rows)
+        return index < rows.size() ? rows[index] : frameRow();
+    frameRow frames;
+    for (frameRow const& row : rows)
         if (index < row.size())
             frames.push_back(row[index]);
     return frames;
 }
 
 /// A column or row takes a share of what is left when any of its frames does.
-bool isShare(Row const& frames, bool isColumn)
+bool isShare(frameRow const& frames, bool isColumn)
 {
     return std::any_of(frames.begin(), frames.end(), [isColumn](guiHtml const* frame) {
         return (isColumn ? frame->m.fixed.unitX : frame->m.fixed.unitY) == kUnitUnbound;
@@ -79,23 +83,24 @@ bool isShare(Row const& frames, bool isColumn)
 }
 
 /// Whether any column or row but the two beside the divider takes a share.
-bool otherShares(std::vector<Row> const& rows, bool isColumn, std::size_t divider)
+bool otherShares(std::vector<frameRow> const& rows, bool isColumn, std::size_t divider)
 {
     std::size_t count = isColumn ? rows.front().size() : rows.size();
     for (std::size_t i = 0; i < count; ++i)
-        if (i != divider && i != divider + 1 && isShare(track(rows, isColumn, i), isColumn))
+        if (i != divider && i != divider + 1 && isShare(framesOf(rows, isColumn, i), isColumn))
             return true;
     return false;
 }
 
-int sizeOf(Row const& frames, bool isColumn)
+int sizeOf(frameRow const& frames, bool isColumn)
 {
+    assert(!frames.empty());
     guiRect const& rect = frames.front()->m.rect;
     return isColumn ? rect.width : rect.height;
 }
 
-/// Requests a size in pixels for all frames of a column or row, or, for 0, a share of what is left.
-void request(Row const& frames, bool isColumn, int pixels)
+/// Requests a size in pixels for all frames of a column or row; 0 requests a share of what is left.
+void request(frameRow const& frames, bool isColumn, int pixels)
 {
     guiSizeUnit unit = pixels != 0 ? kUnitPixels : kUnitUnbound;
     for (guiHtml* frame : frames) {
@@ -110,28 +115,30 @@ void request(Row const& frames, bool isColumn, int pixels)
 
 std::optional<guiFrameDivider> guiFrameDivider::find(guiHtml const* frameset, int x, int y)
 {
+    assertOnGuiThread();
     guiHtml::scroll_t const& scroll = frameset->getScroll();
     int atX = x + static_cast<int>(scroll.posX);
     int atY = y + static_cast<int>(scroll.posY);
-    std::vector<Row> rows = rowsOf(frameset);
+    std::vector<frameRow> rows = rowsOf(frameset);
     for (std::size_t i = 0; i < rows.size(); ++i) {
         if (i + 1 < rows.size() && isBetween(atY, bottomOf(rows[i]), topOf(rows[i + 1])))
-            return guiFrameDivider(Axis::Rows, static_cast<unsigned>(i), y);
+            return guiFrameDivider(separated::kRows, static_cast<unsigned>(i), y);
         if (atY < topOf(rows[i]) || atY >= bottomOf(rows[i]))
             continue;
         std::size_t column = columnBefore(rows[i], atX);
         if (column < rows[i].size())
-            return guiFrameDivider(Axis::Columns, static_cast<unsigned>(column), x);
+            return guiFrameDivider(separated::kColumns, static_cast<unsigned>(column), x);
     }
     return std::nullopt;
 }
 
 bool guiFrameDivider::moveTo(guiHtml* frameset, int x, int y)
 {
+    assertOnGuiThread();
     bool isColumn = isBetweenColumns();
-    std::vector<Row> rows = rowsOf(frameset);
-    Row first = track(rows, isColumn, m_index);
-    Row second = track(rows, isColumn, m_index + 1);
+    std::vector<frameRow> rows = rowsOf(frameset);
+    frameRow first = framesOf(rows, isColumn, m_index);
+    frameRow second = framesOf(rows, isColumn, m_index + 1);
     if (first.empty() || second.empty())
         return false;
     if (m_first == 0) {

@@ -17,6 +17,7 @@
 #include <QFontInfo>
 #include <QMenuBar>
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -30,8 +31,8 @@ int middleOf(int minimum, int maximum, int fallback)
     return maximum != 0 ? maximum : fallback;
 }
 
-/// A size that a window can have: larger than any screen, and a page that asks for more gets no more than 256 MiB of
-/// pixels.
+/// Limits a size in pixels to what a window can have. The limit is larger than any screen, and keeps the pixels of a
+/// page that asks for more within 256 MiB.
 int inRange(int size)
 {
     constexpr int kLargestWindow = 8192;
@@ -87,8 +88,7 @@ guiHtmlBase::guiHtmlBase(ScriptObject* page, ScriptPrivate* data, ScriptObject* 
 guiHtmlBase::~guiHtmlBase()
 {
     shutdownWait();
-    for (auto const& group : m_groups)
-        delete group.second;
+    m_groups.clear();
     if (m_returnCode)
         m_engine->releaseValue(m_returnCode);
     destroyChildren(); // while this is still the root that they ask for
@@ -96,11 +96,12 @@ guiHtmlBase::~guiHtmlBase()
 
 void guiHtmlBase::release(guiHtmlBase* root)
 {
+    assertOnGuiThread();
     if (!root)
         return;
     guiNodeWatch live(root);
     if (guiWidget* widget = root->getWidget()) {
-        guiLaterEvents later; // script's object is going already: it is called no more
+        guiLaterEvents later; // script's object is going already, so no handler may run
         widget->refresh();
     }
     root->destroyWidget();
@@ -110,6 +111,7 @@ void guiHtmlBase::release(guiHtmlBase* root)
     root->m_page = nullptr;
     root->m_pagePrivate = nullptr;
     root->m_form = nullptr;
+    assert(!root->getWidget());
     if (!root->isCalling())
         delete root;
 }
@@ -122,8 +124,18 @@ bool guiHtmlBase::isCalling() const
     return isCalling;
 }
 
+/// The widget, for a caller that uses it: only the GUI thread may, while there is one.
+guiWidget* guiHtmlBase::widgetToUse() const
+{
+    guiWidget* widget = getWidget();
+    if (widget)
+        assertOnGuiThread();
+    return widget;
+}
+
 guiWidget* guiHtmlBase::createWidget(int modal)
 {
+    assertOnGuiThread();
     if (guiWidget* existing = getWidget())
         return existing;
     bool isModal = modal != 0 && QApplication::activeWindow();
@@ -148,27 +160,28 @@ guiWidget* guiHtmlBase::createWidget(int modal)
 
 void guiHtmlBase::destroyWidget()
 {
-    guiWidget* widget = getWidget();
+    guiWidget* widget = widgetToUse();
     if (!widget)
         return;
     guiNodeWatch self(this);
-    widget->refresh(); // the node under the pointer hears that it is left while the page is still whole
+    widget->refresh(); // tells the node under the pointer that it is left, while the page is still whole
     if (!self.alive() || getWidget() != widget)
         return;
-    m_formValues.store(); // while the controls still know what was typed into them
+    formValues().store(); // while the controls still know what was typed into them
     if (!self.alive() || getWidget() != widget)
         return;
     destroyChildWidget();
+    assert(getWidget() == widget);
     m_widget.store(nullptr, std::memory_order_release);
     guiLayoutRun::startAnew(); // controls take no room in a page without a window
-    widget->deleteWhenSafe();  // tells the component, at the end of the paint if one is going on
+    widget->deleteWhenSafe();  // at the end of the paint if one is going on; tells the component
     guiCallback_postNullEvent();
 }
 
 void guiHtmlBase::setTitle(sstring const& title)
 {
     m_title = title;
-    if (guiWidget* widget = getWidget())
+    if (guiWidget* widget = widgetToUse())
         widget->setWindowTitle(sstoq(title));
 }
 
@@ -178,7 +191,7 @@ void guiHtmlBase::setMinimumSize(int width, int height)
 {
     storeNonZero(m_minimumWidth, width);
     storeNonZero(m_minimumHeight, height);
-    if (guiWidget* widget = getWidget())
+    if (guiWidget* widget = widgetToUse())
         applyLimits(widget);
 }
 
@@ -186,7 +199,7 @@ void guiHtmlBase::setMaximumSize(int width, int height)
 {
     storeNonZero(m_maximumWidth, width);
     storeNonZero(m_maximumHeight, height);
-    if (guiWidget* widget = getWidget())
+    if (guiWidget* widget = widgetToUse())
         applyLimits(widget);
 }
 
@@ -206,7 +219,7 @@ void guiHtmlBase::setDefaultSize(int width, int height)
 {
     storeNonZero(m_defaultWidth, width);
     storeNonZero(m_defaultHeight, height);
-    if (guiWidget* widget = getWidget())
+    if (guiWidget* widget = widgetToUse())
         widget->resize(inRange(getDefaultWidth()), inRange(getDefaultHeight()));
 }
 
@@ -224,7 +237,7 @@ void guiHtmlBase::setResizable(int resizable)
 
 sstring guiHtmlBase::getFocus()
 {
-    guiWidget* widget = getWidget();
+    guiWidget* widget = widgetToUse();
     QWidget* focused = widget ? widget->focusWidget() : nullptr;
     guiHtml* node = focused ? findWidget(focused) : nullptr;
     return node ? node->getName() : sstring();
@@ -237,6 +250,7 @@ void guiHtmlBase::setFocus(sstring name)
     QWidget* control = node ? node->getChildWidget() : nullptr;
     if (!control)
         return;
+    assertOnGuiThread();
     control->setFocus();
     m_pendingFocus = sstring();
 }
@@ -249,18 +263,30 @@ void guiHtmlBase::setReturnCode(ScriptValue& value)
 
 void guiHtmlBase::addToGroup(QAbstractButton* button, sstring const& group)
 {
+    assertOnGuiThread();
+    assert(button);
     istring wanted(group);
     auto found =
         std::find_if(m_groups.begin(), m_groups.end(), [&](auto const& known) { return wanted == known.first; });
     if (found == m_groups.end()) {
-        m_groups.emplace_back(group, new QButtonGroup);
+        m_groups.emplace_back(group, std::make_unique<QButtonGroup>());
         found = std::prev(m_groups.end());
     }
     found->second->addButton(button);
 }
 
-int guiHtmlBase::getMenuHeight() { return m_menuBar ? m_menuBar->sizeHint().height() : 0; }
-void guiHtmlBase::setMenuBar(QMenuBar* bar) { m_menuBar = bar; }
+int guiHtmlBase::getMenuHeight()
+{
+    assertOnGuiThread();
+    return m_menuBar ? m_menuBar->sizeHint().height() : 0;
+}
+
+void guiHtmlBase::setMenuBar(QMenuBar* bar)
+{
+    assertOnGuiThread();
+    m_menuBar = bar;
+}
+
 QMenuBar* guiHtmlBase::getMenuBar() const { return m_menuBar; }
 
 QFont guiHtmlBase::getDefaultFont(int* points)
@@ -288,6 +314,7 @@ void guiHtmlBase::shutdownLeave()
     if (!pGUI)
         return;
     pGUI->enter();
+    assert(pGUI->hasCallsInFlight(m_shutdownCount)); // each call for a page is one for the component
     if (m_shutdownCount != 0)
         --m_shutdownCount;
     if (m_shutdownCount == 0 && m_isReleased)
@@ -301,10 +328,11 @@ void guiHtmlBase::shutdownWait()
     constexpr unsigned kPollMs = 200;
     if (!pGUI)
         return;
+    assert(!pGUI->holdsLock()); // the end of a call takes it
     pGUI->enter();
     while (m_shutdownCount != 0) {
         pGUI->leave();
-        // The call that is waited for may need the script thread, so that one serves it instead of sleeping.
+        // The call may need the script thread, so that thread runs script work instead of sleeping.
         ScriptPump* pump = pGUI->getThread()->isScriptThread() ? pGUI->getPump() : nullptr;
         if (pump)
             pump->step();
@@ -317,10 +345,8 @@ void guiHtmlBase::shutdownWait()
 
 QWidget* guiHtmlBase::getTopLevelWidget() { return getParent() ? getParent()->getTopLevelWidget() : getWidget(); }
 
-guiHtmlBase* guiHtmlBase::getBaseHtml() { return getParent() ? getParent()->getBaseHtml() : this; }
-
-/// Enter and Escape: closes the window for the name "X", else triggers the control of that name. Always 1: the key is
-/// used up.
+/// What Enter and Escape do: the name "X" closes the window, any other triggers the control of that name. Always 1,
+/// which uses up the key.
 int guiHtmlBase::triggerNamed(sstring const& name)
 {
     if (name.getLength() == 0)

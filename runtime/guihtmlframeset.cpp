@@ -1,10 +1,12 @@
 // runtime/guihtmlframeset.cpp: see guihtmlframeset.h.
 #include "runtime/guihtmlframeset.h"
 
+#include "foundation/vela-threadrole.h"
 #include "page/guihtmlsize-layers.h"
 
 #include <QWidget>
 #include <algorithm>
+#include <cassert>
 
 namespace {
 
@@ -34,7 +36,7 @@ guiHtml& guiHtmlFrameset::operator=(guiHtml& other)
 
 guiHtml* guiHtmlFrameset::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
-void guiHtmlFrameset::setTracks(std::vector<track_t> columns, std::vector<track_t> rows)
+void guiHtmlFrameset::setTracks(std::vector<track> columns, std::vector<track> rows)
 {
     m_columnTracks = std::move(columns);
     m_rowTracks = std::move(rows);
@@ -42,13 +44,25 @@ void guiHtmlFrameset::setTracks(std::vector<track_t> columns, std::vector<track_
     m_rows = std::max<int>(1, static_cast<int>(m_rowTracks.size()));
 }
 
+void guiHtmlFrameset::onAppend(guiHtml* child)
+{
+    assert(child && child != this);
+    if (child->getType() == kTypeText)
+        return;
+    unsigned const count = getChildCount();
+    if (nextStartsRow() && count && guiChildList::isNode(getChild(count - 1)))
+        appendMarker(kMarkerLineBreak);
+    placeNext(child);
+}
+
 void guiHtmlFrameset::placeNext(guiHtml* frame)
 {
+    assert(m_columns >= 1 && m_rows >= 1);
     unsigned column = m_frames % static_cast<unsigned>(m_columns);
     unsigned row = m_frames / static_cast<unsigned>(m_columns);
     ++m_frames;
-    track_t width = column < m_columnTracks.size() ? m_columnTracks[column] : track_t();
-    track_t height = row < m_rowTracks.size() ? m_rowTracks[row] : track_t();
+    track width = column < m_columnTracks.size() ? m_columnTracks[column] : track();
+    track height = row < m_rowTracks.size() ? m_rowTracks[row] : track();
     frame->m.fixed.unitX = width.unit;
     frame->m.fixed.x = width.size;
     frame->m.fixed.unitY = height.unit;
@@ -57,9 +71,11 @@ void guiHtmlFrameset::placeNext(guiHtml* frame)
 
 int guiHtmlFrameset::getChildHeight(unsigned index, unsigned long width, unsigned long available)
 {
+    assertOnGuiThread();
+    assert(index < getChildCount());
     if (!guiChildList::isNode(getChild(index)) || !sharesHeight(getChild(index)))
         return guiHtml::getChildHeight(index, width, available);
-    shares_t const& shares = shareHeight(available);
+    rowShares const& shares = shareHeight(available);
     return index < shares.lastRow ? shares.each : shares.last;
 }
 
@@ -71,8 +87,8 @@ int guiHtmlFrameset::fixedRowHeight(unsigned first, unsigned count, unsigned lon
     return height;
 }
 
-/// Asked for every frame, worked out once.
-guiHtmlFrameset::shares_t const& guiHtmlFrameset::shareHeight(unsigned long available)
+/// Asked for every frame, worked out once in a run of the layout.
+guiHtmlFrameset::rowShares const& guiHtmlFrameset::shareHeight(unsigned long available)
 {
     if (m_shares.run == guiLayoutRun::number() && m_shares.available == available)
         return m_shares;
@@ -107,6 +123,7 @@ bool guiHtmlFrameset::isOnDivider(int x, int y)
 
 guiHtml* guiHtmlFrameset::hitTest(int* x, int* y)
 {
+    assertOnGuiThread();
     int ownX = *x - m.rect.left;
     int ownY = *y - m.rect.top;
     if (!m_dragged && !isOnDivider(ownX, ownY))
@@ -116,16 +133,18 @@ guiHtml* guiHtmlFrameset::hitTest(int* x, int* y)
     return this;
 }
 
-// Of the pointer on its dividers a frameset tells nobody who has not asked.
+// Script hears of the pointer on the dividers only if the page asks for mouse events of the frameset.
 
 void guiHtmlFrameset::onMouseOn()
 {
+    assertOnGuiThread();
     if (canHitTest())
         guiHtml::onMouseOn();
 }
 
 void guiHtmlFrameset::onMouseOff()
 {
+    assertOnGuiThread();
     m_dragged.reset();
     if (canHitTest())
         guiHtml::onMouseOff();
@@ -133,6 +152,7 @@ void guiHtmlFrameset::onMouseOff()
 
 void guiHtmlFrameset::onMouseMove(int x, int y)
 {
+    assertOnGuiThread();
     std::optional<guiFrameDivider> divider = m_dragged;
     if (!divider && m_isResizable)
         divider = guiFrameDivider::find(this, x, y);
@@ -146,6 +166,7 @@ void guiHtmlFrameset::onMouseMove(int x, int y)
 
 void guiHtmlFrameset::onMouseUp()
 {
+    assertOnGuiThread();
     m_dragged.reset();
     if (canHitTest())
         guiHtml::onMouseUp();
@@ -153,6 +174,7 @@ void guiHtmlFrameset::onMouseUp()
 
 void guiHtmlFrameset::onMouseDown(int x, int y)
 {
+    assertOnGuiThread();
     if (m_isResizable)
         m_dragged = guiFrameDivider::find(this, x, y);
     if (canHitTest())

@@ -8,13 +8,13 @@
 #include <optional>
 #include <vector>
 
-/// Frames fill row after row; the columns and rows say how wide and high. Unless the page forbids it the user may drag
-/// the dividers between them; the frameset takes the pointer there.
+/// Frames fill row after row; the columns and rows set their widths and heights. Unless the page forbids it the user
+/// may drag the dividers between them, where the frameset itself receives the pointer. GUI thread.
 class guiHtmlFrameset : public guiHtml
 {
 public:
     /// One column or row: pixels, percent, or unbound for an even share of what is left ("*").
-    struct track_t
+    struct track
     {
         guiSizeUnit unit = kUnitUnbound;
         unsigned size = 0;
@@ -34,14 +34,16 @@ public:
     int getColumnCount() const { return m_columns; }
     int getRowCount() const { return m_rows; }
     /// An empty list counts as one "*".
-    void setTracks(std::vector<track_t> columns, std::vector<track_t> rows);
+    void setTracks(std::vector<track> columns, std::vector<track> rows);
     /// Whether the user may drag the dividers.
     bool isResizable() const { return m_isResizable; }
     void setResizable(bool resizable) { m_isResizable = resizable; }
 
+    /// Every child but text is a frame: it goes on with the current row or begins the next one.
+    void onAppend(guiHtml* child) override;
     /// Whether the next frame begins a new row.
     bool nextStartsRow() const { return m_frames > 0 && m_frames % static_cast<unsigned>(m_columns) == 0; }
-    /// Gives the next frame the size of its column and row. For every frame once, in order.
+    /// Gives the next frame the size of its column and row. Called once for every frame, in order.
     void placeNext(guiHtml* frame);
 
     guiHtml* hitTest(int* x, int* y) override;
@@ -52,16 +54,16 @@ public:
     void onMouseDown(int x, int y) override;
 
 private:
-    /// What the "*" rows get, as worked out in one run of the layout for one height.
-    struct shares_t
+    /// The heights of the "*" rows, as worked out in one run of the layout for one available height; pixels.
+    struct rowShares
     {
         std::uint32_t run = 0;
         unsigned long available = 0;
         int each = 0;
-        int last = 0;         ///< of the last such row: the remainder too
+        int last = 0;         ///< the last such row's, which gets the remainder too
         unsigned lastRow = 0; ///< where that row begins in the child list
     };
-    shares_t const& shareHeight(unsigned long available);
+    rowShares const& shareHeight(unsigned long available);
     int fixedRowHeight(unsigned first, unsigned count, unsigned long available);
     bool isOnDivider(int x, int y);
 
@@ -69,8 +71,8 @@ private:
     int m_rows = 1;
     bool m_isResizable = true;
     unsigned m_frames = 0; // placed so far
-    std::vector<track_t> m_columnTracks;
-    std::vector<track_t> m_rowTracks;
-    shares_t m_shares;
+    std::vector<track> m_columnTracks;
+    std::vector<track> m_rowTracks;
+    rowShares m_shares;
     std::optional<guiFrameDivider> m_dragged; // none while no divider is being dragged
 };

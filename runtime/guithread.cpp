@@ -1,17 +1,18 @@
-// runtime/guithread.cpp: starting and ending the GUI thread, and getting work and waiting across the thread boundary.
+// runtime/guithread.cpp: how the GUI thread starts and ends, what each event does there, and how posters wait for it.
 #include "runtime/guithread.h"
 
+#include "controls/guiwidget.h"
 #include "foundation/threading.h"
 #include "foundation/vela-error.h"
 #include "foundation/vela-poison.h"
 #include "foundation/vela-qt.h"
 #include "runtime/gui.h"
+#include "runtime/guicallback.h"
 #include "runtime/guihtmlbase.h"
-
-#include "controls/guiwidget.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <cassert>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
@@ -20,13 +21,15 @@
 
 namespace {
 
-/// One repaint event for the whole component may be on its way at a time; the nodes that ask meanwhile get none.
+/// The repaint requests. One repaint event for the whole component is on its way at a time; the nodes that ask
+/// meanwhile wait for it here.
 class updateRequests
 {
 public:
-    /// True when there is no event on its way: the caller posts one.
+    /// True when no event is on its way: the caller posts one.
     bool add(guiHtml* node)
     {
+        assert(node);
         std::lock_guard<std::mutex> guard(m_lock);
         if (m_isPending)
             m_others.insert(node);
@@ -37,6 +40,7 @@ public:
     std::set<guiHtml*> take()
     {
         std::lock_guard<std::mutex> guard(m_lock);
+        assert(m_isPending || m_others.empty());
         m_isPending = false;
         return std::exchange(m_others, {});
     }
@@ -49,8 +53,8 @@ private:
 
 updateRequests theUpdates;
 
-/// Stands in the GUI thread's event queue for the guiThread object, which can not be a QObject itself: it is
-/// constructed on the script thread before Qt may be touched.
+/// Receives events for the guiThread object, which can not be a QObject itself: it is constructed on the script thread,
+/// before Qt may be used.
 class guiThreadReceiver : public QObject
 {
 public:
@@ -58,6 +62,7 @@ public:
 
     bool event(QEvent* event) override
     {
+        assertOnGuiThread();
         return event->type() >= QEvent::User ? m_thread.event(event) : QObject::event(event);
     }
 
@@ -65,8 +70,8 @@ private:
     guiThread& m_thread;
 };
 
-/// While the application object is made: drops Qt's warning that this is not the main() thread, and turns "no display",
-/// which would abort the process, into one line and an exit code.
+/// Used while the application object is made. Drops Qt's warning that this is not the main() thread, and turns "no
+/// display", which would abort the process, into one line and an exit code.
 void startMessageHandler(QtMsgType type, QMessageLogContext const&, QString const& message)
 {
     if (message.contains(QLatin1String("was not created in the main() thread")) ||
@@ -88,32 +93,108 @@ bool isRegistered(Node* node)
     return node && pGUI && pGUI->contains(node);
 }
 
-int openPage(guiHtmlBase& root, int modal)
+// ---- What each event does, for a node that still lives ----
+
+void handle(guiEventPageOpen& event) TARN_ON(velaGuiRole)
 {
-    guiWidget* widget = root.createWidget(modal);
+    guiHtmlBase& root = *event.node;
+    guiWidget* widget = root.createWidget(event.value);
     widget->setWindowTitle(sstoq(root.getTitle()));
     pGUI->setCurrentWindow(widget); // a window manager may activate it late, or never
     widget->show();
-    return 1;
+    *event.result = 1;
 }
 
-/// The repaint event of `first` has come. The others that asked for one get no pass of their own: their places only
-/// join what this one damages.
-void serveUpdates(guiHtml* first)
+void handle(guiEventPageClose& event) TARN_ON(velaGuiRole) { event.node->destroyWidget(); }
+void handle(guiEventClose& event) TARN_ON(velaGuiRole) { event.node->destroyWidget(); }
+void handle(guiEventRelease& event) TARN_ON(velaGuiRole) { guiHtmlBase::release(event.node); }
+void handle(guiEventTrigger& event) TARN_ON(velaGuiRole) { event.node->triggerNow(); }
+void handle(guiEventSetCaption& event) TARN_ON(velaGuiRole) { event.node->setCaption(event.text); }
+void handle(guiEventUpdateLayout& event) TARN_ON(velaGuiRole) { event.node->updateLayout(event.value); }
+
+void handle(guiEventLoadFile& event) TARN_ON(velaGuiRole) { *event.result = event.node->loadFile(event.text); }
+
+void handle(guiEventLoadBackground& event) TARN_ON(velaGuiRole)
 {
-    if (isRegistered(first))
+    *event.result = event.node->loadBackground(event.text);
+}
+
+void handle(guiEventSetText& event) TARN_ON(velaGuiRole) { *event.result = event.node->setText(event.text, sstring()); }
+
+void handle(guiEventRepaint& event) TARN_ON(velaGuiRole)
+{
+    event.node->update();
+    if (QWidget* widget = event.node->getTopLevelWidget())
+        widget->repaint();
+}
+
+void handle(guiEventCarryForm& event) TARN_ON(velaGuiRole)
+{
+    guiFormValues& values = event.node->formValues();
+    if (event.carry == guiFormCarry::kToScript)
+        values.beginCall();
+    else
+        values.endCall();
+}
+
+// ---- Handlers by the number of their event ----
+
+template <class Event>
+Event& as(QEvent& event)
+{
+    assert(dynamic_cast<Event*>(&event)); // the number of an event says its class
+    return static_cast<Event&>(event);
+}
+
+template <class Event>
+void handleForNode(QEvent& event) TARN_ON(velaGuiRole)
+{
+    if (auto& own = as<Event>(event); isRegistered(own.node))
+        handle(own);
+}
+
+void shutDown(QEvent&) { QApplication::exit(0); }
+
+void callFunctionOf(QEvent& event)
+{
+    auto& own = as<guiEventFunction>(event);
+    own.method(own.manager, own.data, own.self, own.args, own.result);
+}
+
+/// The repaint event of one node has come. The others that asked meanwhile get no pass of their own: their places only
+/// join what this one damages.
+void serveUpdates(QEvent& event) TARN_ON(velaGuiRole)
+{
+    if (guiHtml* first = as<guiEventUpdate>(event).node; isRegistered(first))
         first->update();
     for (guiHtml* node : theUpdates.take())
         if (isRegistered(node))
             node->guiHtml::update();
 }
 
-void repaint(guiHtml& node)
+struct eventHandler
 {
-    node.update();
-    if (QWidget* widget = node.getTopLevelWidget())
-        widget->repaint();
-}
+    int id;
+    void (*handle)(QEvent& event);
+};
+
+constexpr eventHandler kHandlers[] = {
+    {guiEventIdShutdown, shutDown},
+    {guiEventIdPageOpen, handleForNode<guiEventPageOpen>},
+    {guiEventIdPageClose, handleForNode<guiEventPageClose>},
+    {guiEventIdLoadFile, handleForNode<guiEventLoadFile>},
+    {guiEventIdLoadBackground, handleForNode<guiEventLoadBackground>},
+    {guiEventIdSetText, handleForNode<guiEventSetText>},
+    {guiEventIdSetCaption, handleForNode<guiEventSetCaption>},
+    {guiEventIdUpdateLayout, handleForNode<guiEventUpdateLayout>},
+    {guiEventIdRepaint, handleForNode<guiEventRepaint>},
+    {guiEventIdFunction, callFunctionOf},
+    {guiEventIdTrigger, handleForNode<guiEventTrigger>},
+    {guiEventIdClose, handleForNode<guiEventClose>},
+    {guiEventIdUpdate, serveUpdates},
+    {guiEventIdRelease, handleForNode<guiEventRelease>},
+    {guiEventIdCarryForm, handleForNode<guiEventCarryForm>},
+};
 
 } // namespace
 
@@ -121,20 +202,24 @@ guiThread::guiThread(pthread_t scriptThread) : m_f{}
 {
     m_f.started = pevent_create();
     m_f.finished = pevent_create();
+    assert(pthread_equal(scriptThread, pthread_self()));
     m_f.scriptThreadId = scriptThread;
+    velaScriptRole.claim();
     pthread_create_managed(&guiThread::threadMain, reinterpret_cast<intptr_t>(this));
     pevent_wait(m_f.started);
 }
 
 guiThread::~guiThread()
 {
+    assertOnScriptThread();
     postEvent(new guiEventShutdown);
     pevent_wait(m_f.finished);
-    pthread_join(m_f.guiThreadId, nullptr); // nobody else does; until then it keeps its stack, and uses the event
+    pthread_join(m_f.guiThreadId, nullptr); // until then the thread still uses the event
     theUpdates.take();                      // an event that was still on its way is lost
     pevent_destroy(m_f.started);
     pevent_destroy(m_f.finished);
     velaPoison(&m_f, sizeof m_f);
+    velaScriptRole.release();
 }
 
 intptr_t guiThread::threadMain(intptr_t self)
@@ -146,6 +231,17 @@ intptr_t guiThread::threadMain(intptr_t self)
 void guiThread::run()
 {
     m_f.guiThreadId = pthread_self();
+    velaGuiRole.claim();
+    startApplication();
+    pevent_set(m_f.started);
+    QApplication::exec();
+    endApplication();
+    velaGuiRole.release();
+    pevent_set(m_f.finished);
+}
+
+void guiThread::startApplication()
+{
     m_f.nullReceiver = new QObject;
     m_f.filter = new guiEventFilter;
     m_f.receiver = new guiThreadReceiver(*this);
@@ -158,26 +254,27 @@ void guiThread::run()
     qInstallMessageHandler(previous);
     m_f.app->installEventFilter(m_f.filter);
     QGuiApplication::setQuitOnLastWindowClosed(false); // the thread outlives its windows
+}
 
-    pevent_set(m_f.started);
-    QApplication::exec();
-
+void guiThread::endApplication()
+{
+    assert(m_f.filter->mouseMoveBlock == 0); // no event is being handled any more
     delete std::exchange(m_f.receiver, nullptr);
     delete std::exchange(m_f.filter, nullptr);
     delete std::exchange(m_f.app, nullptr);
     delete std::exchange(m_f.nullReceiver, nullptr);
-    pevent_set(m_f.finished);
 }
 
 bool guiThread::isGuiThread() const { return pthread_equal(pthread_self(), m_f.guiThreadId) != 0; }
 bool guiThread::isScriptThread() const { return pthread_equal(pthread_self(), m_f.scriptThreadId) != 0; }
 
-void guiThread::postEvent(guiEvent* event) { guiHandOver::post(m_f.receiver, event); }
-
-void guiThread::postNullEvent() { guiHandOver::post(m_f.nullReceiver, new QEvent(QEvent::None)); }
+void guiThread::postEvent(guiEvent* event) { guiThreadPost::post(m_f.receiver, event); }
+void guiThread::postNullEvent() { guiThreadPost::post(m_f.nullReceiver, new QEvent(QEvent::None)); }
 
 void guiThread::pumpOnce()
 {
+    assertOnGuiThread();
+    assert(m_f.app);
     QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
@@ -189,99 +286,69 @@ void guiThread::forceEnable() { m_f.filter->forceDeactivate(); }
 
 bool guiThread::event(QEvent* event)
 {
+    assertOnGuiThread();
     disableMM();
-    dispatchSafely(event);
+    dispatchSafely(*event);
     if (auto* own = dynamic_cast<guiEvent*>(event))
         own->Finished();
     enableMM();
     return true;
 }
 
-/// What a page can provoke ends here at the latest: the poster is told that its event is done whatever happened to it.
-void guiThread::dispatchSafely(QEvent* event)
+/// Stops every error that a page can provoke, so that the poster is told that its event is done in any case.
+void guiThread::dispatchSafely(QEvent& event)
 {
     try {
         dispatch(event);
     } catch (velaError const& error) {
         guiComponent::logError("guiThread::event() - error %d in event %d\n", error.getCode(),
-                               static_cast<int>(event->type()));
+                               static_cast<int>(event.type()));
     } catch (std::bad_alloc const&) {
-        guiComponent::logError("guiThread::event() - out of memory in event %d\n", static_cast<int>(event->type()));
+        guiComponent::logError("guiThread::event() - out of memory in event %d\n", static_cast<int>(event.type()));
     }
 }
 
-void guiThread::dispatch(QEvent* event)
+void guiThread::dispatch(QEvent& event)
 {
-    switch (static_cast<int>(event->type())) {
-    case guiEventIdShutdown:
-        QApplication::exit(0);
-        break;
-    case guiEventIdPageOpen:
-        if (auto* e = static_cast<guiEventPageOpen*>(event); isRegistered(e->node))
-            *e->result = openPage(*e->node, e->value);
-        break;
-    case guiEventIdPageClose:
-        if (auto* e = static_cast<guiEventPageClose*>(event); isRegistered(e->node))
-            e->node->destroyWidget();
-        break;
-    case guiEventIdLoadFile:
-        if (auto* e = static_cast<guiEventLoadFile*>(event); isRegistered(e->node))
-            *e->result = e->node->loadFile(e->text);
-        break;
-    case guiEventIdLoadBackground:
-        if (auto* e = static_cast<guiEventLoadBackground*>(event); isRegistered(e->node))
-            *e->result = e->node->loadBackground(e->text);
-        break;
-    case guiEventIdSetText:
-        if (auto* e = static_cast<guiEventSetText*>(event); isRegistered(e->node))
-            *e->result = e->node->setText(e->text, sstring());
-        break;
-    case guiEventIdSetCaption:
-        if (auto* e = static_cast<guiEventSetCaption*>(event); isRegistered(e->node))
-            e->node->setCaption(e->text);
-        break;
-    case guiEventIdUpdateLayout:
-        if (auto* e = static_cast<guiEventUpdateLayout*>(event); isRegistered(e->node))
-            e->node->updateLayout(e->value);
-        break;
-    case guiEventIdRepaint:
-        if (auto* e = static_cast<guiEventRepaint*>(event); isRegistered(e->node))
-            repaint(*e->node);
-        break;
-    case guiEventIdFunction: {
-        auto* e = static_cast<guiEventFunction*>(event);
-        e->method(e->manager, e->data, e->self, e->args, e->result);
-        break;
-    }
-    case guiEventIdTrigger:
-        if (auto* e = static_cast<guiEventTrigger*>(event); isRegistered(e->node))
-            e->node->triggerNow();
-        break;
-    case guiEventIdClose:
-        if (auto* e = static_cast<guiEventClose*>(event); isRegistered(e->node))
-            e->node->destroyWidget();
-        break;
-    case guiEventIdRelease:
-        if (auto* e = static_cast<guiEventRelease*>(event); isRegistered(e->node))
-            guiHtmlBase::release(e->node);
-        break;
-    case guiEventIdUpdate:
-        serveUpdates(static_cast<guiEventUpdate*>(event)->node);
-        break;
-    default:
-        guiComponent::logError("guiThread::event() - unexpected event received\n");
-        break;
-    }
+    for (eventHandler const& known : kHandlers)
+        if (known.id == static_cast<int>(event.type()))
+            return known.handle(event);
+    guiComponent::logError("guiThread::event() - unexpected event received\n");
+}
+
+// ---- Waiting for an event ----
+
+void guiBlockingEvent::setWaiter(std::atomic<int>* done, pevent* waiter)
+{
+    assert(!m_done && !m_waiter); // one event has one poster
+    m_done = done;
+    m_waiter = waiter;
+}
+
+void guiBlockingEvent::Finished()
+{
+    assert(!m_isFinished);
+    m_isFinished = true;
+    pevent* waiter = m_waiter; // the poster may return, and its frame be gone, as soon as the flag is set
+    if (m_done)
+        m_done->store(1, std::memory_order_release);
+    if (waiter)
+        pevent_set(waiter);
+    else
+        guiCallback_postNullEvent();
 }
 
 void guiThread::sendEvent(guiBlockingEvent* event)
 {
     if (isGuiThread()) {
+        assertOnGuiThread();
         this->event(event);
         return;
     }
+    assert(!pGUI || !pGUI->holdsLock()); // the GUI thread may need it before it comes to the event
     std::atomic<int> done{0};
     if (isScriptThread()) {
+        assertOnScriptThread();
         event->setWaiter(&done, nullptr);
         postEvent(event);
         waitOnScriptThread(done);
@@ -307,7 +374,7 @@ void guiThread::waitOnScriptThread(std::atomic<int>& done)
     }
 }
 
-/// A posted event belongs to Qt; one that is handled directly stays ours, so it lives on the stack.
+/// A posted event belongs to Qt; one that is handled directly belongs to the caller, so it lives on the stack.
 template <class Event, class... Arguments>
 void guiThread::send(Arguments&&... arguments)
 {
@@ -319,61 +386,47 @@ void guiThread::send(Arguments&&... arguments)
     }
 }
 
-int guiThread::callPageOpen(guiHtmlBase* root, int modal)
+template <class Event, class... Arguments>
+int guiThread::sendForResult(Arguments&&... arguments)
 {
     int result = 0;
-    send<guiEventPageOpen>(root, modal, &result);
+    send<Event>(std::forward<Arguments>(arguments)..., &result);
     return result;
 }
 
+// ---- The calls and posts ----
+
+int guiThread::callPageOpen(guiHtmlBase* root, int modal) { return sendForResult<guiEventPageOpen>(root, modal); }
 void guiThread::callPageClose(guiHtmlBase* root) { send<guiEventPageClose>(root); }
 
-int guiThread::callLoadFile(guiHtml* node, sstring const& path)
-{
-    int result = 0;
-    send<guiEventLoadFile>(node, path, &result);
-    return result;
-}
+int guiThread::callLoadFile(guiHtml* node, sstring const& path) { return sendForResult<guiEventLoadFile>(node, path); }
 
 int guiThread::callLoadBackground(guiHtml* node, sstring const& path)
 {
-    int result = 0;
-    send<guiEventLoadBackground>(node, path, &result);
-    return result;
+    return sendForResult<guiEventLoadBackground>(node, path);
 }
 
-int guiThread::callSetText(guiHtml* node, sstring const& text)
-{
-    int result = 0;
-    send<guiEventSetText>(node, text, &result);
-    return result;
-}
+int guiThread::callSetText(guiHtml* node, sstring const& text) { return sendForResult<guiEventSetText>(node, text); }
 
 int guiThread::callSetCaption(guiHtml* node, sstring const& text)
 {
-    int result = 0;
-    send<guiEventSetCaption>(node, text, &result);
-    return result;
+    return sendForResult<guiEventSetCaption>(node, text);
 }
 
-int guiThread::callUpdateLayout(guiHtml* node, int apply)
-{
-    int result = 0;
-    send<guiEventUpdateLayout>(node, apply, &result);
-    return result;
-}
+int guiThread::callUpdateLayout(guiHtml* node, int apply) { return sendForResult<guiEventUpdateLayout>(node, apply); }
 
 void guiThread::callRepaint(guiHtml* node) { send<guiEventRepaint>(node); }
+void guiThread::callCarryForm(guiHtmlBase* root, guiFormCarry carry) { send<guiEventCarryForm>(root, carry); }
 
 void guiThread::callFunction(ScriptMethod method, LibManager& manager, ScriptPrivate* data, ScriptObject* self,
                              ScriptArgs& args, ScriptValue& result)
 {
+    assert(method);
     send<guiEventFunction>(method, manager, data, self, args, result);
 }
 
 void guiThread::postTrigger(guiHtml* node) { postEvent(new guiEventTrigger(node)); }
 void guiThread::postClose(guiHtmlBase* root) { postEvent(new guiEventClose(root)); }
-
 void guiThread::postRelease(guiHtmlBase* root) { postEvent(new guiEventRelease(root)); }
 
 void guiThread::postUpdate(guiHtml* node)

@@ -1,21 +1,25 @@
-// runtime/guithread.h: the GUI thread. It owns the QApplication and runs its event loop; everybody else sends it events
-// (runtime/guiefilter.h) and, for the blocking ones, waits until they are handled.
+// runtime/guithread.h: the GUI thread. It owns the QApplication and runs its event loop; every other thread sends it
+// events (runtime/guievents.h) and, for the blocking ones, waits until they are handled.
 #pragma once
 
+#include "foundation/vela-threadrole.h"
 #include "runtime/guiefilter.h"
+#include "runtime/guievents.h"
 
 #include <pthread.h>
 
 class QApplication;
 
-/// Made and destroyed by the component on the script thread. No Qt object exists before it: the first thread that
-/// touches Qt is the one Qt takes for its main thread, and that must be the GUI thread.
+/// Made and destroyed by the component on the script thread. No Qt object exists before it: Qt takes the first thread
+/// that uses it for its main thread, and that must be the GUI thread.
 class guiThread
 {
 public:
-    /// Starts the GUI thread and waits until its application object exists.
+    /// Starts the GUI thread and waits until its application object exists. From now on the new thread plays the GUI
+    /// role and the calling thread, `scriptThread`, the script role.
     explicit guiThread(pthread_t scriptThread);
-    /// Ends the event loop and waits until the GUI thread has destroyed its application object.
+    /// Ends the event loop and waits until the GUI thread has destroyed its application object and ended. Both roles
+    /// are free afterwards.
     ~guiThread();
     guiThread(guiThread const&) = delete;
     guiThread& operator=(guiThread const&) = delete;
@@ -26,8 +30,9 @@ public:
     bool isGuiThread() const;
     bool isScriptThread() const;
 
-    /// Blocking calls: each is handled on the GUI thread and returns the handler's result, 0 if it left none. Any
-    /// thread; on the GUI thread they run directly, on the script thread the host's message pump runs meanwhile.
+    /// Blocking calls: each is handled on the GUI thread and returns the handler's result, 0 when the node is gone. Any
+    /// thread that does not hold the component lock; on the GUI thread they run directly, on the script thread the
+    /// host's message pump runs meanwhile.
     int callPageOpen(guiHtmlBase* root, int modal);
     void callPageClose(guiHtmlBase* root);
     int callLoadFile(guiHtml* node, sstring const& path);
@@ -36,36 +41,38 @@ public:
     int callSetCaption(guiHtml* node, sstring const& text);
     int callUpdateLayout(guiHtml* node, int apply);
     void callRepaint(guiHtml* node);
+    void callCarryForm(guiHtmlBase* root, guiFormCarry carry);
     void callFunction(ScriptMethod method, LibManager& manager, ScriptPrivate* data, ScriptObject* self,
                       ScriptArgs& args, ScriptValue& result);
 
-    /// Posts that return at once. Any thread. The node may be gone when they arrive.
+    /// Posts that return at once. Any thread. The node may be gone when the event arrives.
     void postTrigger(guiHtml* node);
     void postClose(guiHtmlBase* root);
     /// Deletes a page that was released (guiHtmlBase::release), once nothing calls script for it. Any thread.
     void postRelease(guiHtmlBase* root);
-    /// Repaints a node soon. While one such request is on its way, further ones are dropped: one pass serves all.
+    /// Repaints a node soon. While one such request is on its way, further ones join it: one pass serves all.
     void postUpdate(guiHtml* node);
-    /// Hands `event` over to Qt.
+    /// Hands `event` over to Qt, which owns it from now on.
     void postEvent(guiEvent* event);
-    /// Makes a pumpOnce() that is waiting, or else the next one, return.
+    /// Makes a waiting pumpOnce(), or else the next one, return.
     void postNullEvent();
 
-    /// Handles Qt events once, waiting for one when there is none. GUI thread.
-    void pumpOnce();
+    /// Handles Qt events once, waiting for one when there is none.
+    void pumpOnce() TARN_ON(velaGuiRole);
 
     /// User input is dropped between disable() and enable(), mouse moves between disableMM() and enableMM(). Calls
-    /// nest.
+    /// nest. Any thread.
     void disable();
     void enable();
     void disableMM();
     void enableMM();
+    /// Ends all of these at once.
     void forceEnable();
 
-    /// Handles one event, one of the component's own or (with a log line) any other; true. GUI thread.
-    bool event(QEvent* event);
-    /// Posts `event` and waits until it has been handled. On the GUI thread it is handled directly and stays the
-    /// caller's.
+    /// Handles an event of the component; reports any other with a log line. Always true.
+    bool event(QEvent* event) TARN_ON(velaGuiRole);
+    /// Posts `event` and waits until it has been handled. On the GUI thread it is handled directly, and the caller
+    /// still owns it.
     void sendEvent(guiBlockingEvent* event);
 
 private:
@@ -73,21 +80,25 @@ private:
     {
         pthread_t guiThreadId;
         pthread_t scriptThreadId;
-        pevent* started;   // owned
-        pevent* finished;  // owned
-        QApplication* app; // owned by the GUI thread
-        QObject* nullReceiver;
-        guiEventFilter* filter;
-        QObject* receiver; // hands the events that are posted to this object over to event()
+        pevent* started;        // owned
+        pevent* finished;       // owned
+        QApplication* app;      // owned by the GUI thread
+        QObject* nullReceiver;  // takes the events that only end a pumpOnce(); owned by the GUI thread
+        guiEventFilter* filter; // owned by the GUI thread
+        QObject* receiver; // passes the events that are posted to this object on to event(); owned by the GUI thread
     };
 
     static intptr_t threadMain(intptr_t self);
     void run();
-    void dispatch(QEvent* event);
-    void dispatchSafely(QEvent* event);
-    void waitOnScriptThread(std::atomic<int>& done);
+    void startApplication() TARN_ON(velaGuiRole);
+    void endApplication() TARN_ON(velaGuiRole);
+    void dispatch(QEvent& event) TARN_ON(velaGuiRole);
+    void dispatchSafely(QEvent& event) TARN_ON(velaGuiRole);
+    void waitOnScriptThread(std::atomic<int>& done) TARN_ON(velaScriptRole);
     template <class Event, class... Arguments>
     void send(Arguments&&... arguments);
+    template <class Event, class... Arguments>
+    int sendForResult(Arguments&&... arguments);
 
     fields m_f;
 };

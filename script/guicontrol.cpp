@@ -1,8 +1,11 @@
-// script/guicontrol.cpp: the GuiControl class: its record, its methods and its two read-only properties.
+// script/guicontrol.cpp: see guicontrol.h: the record, the methods and the two read-only properties of the class.
 #include "script/guicontrol.h"
 
 #include "controls/guihtmlimage.h"
+#include "controls/guiscriptmethod.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-poison.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guilinkname.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
@@ -11,6 +14,7 @@
 #include "script/guiwindow.h"
 
 #include <QWidget>
+#include <cassert>
 #include <cstdlib>
 #include <mutex>
 #include <new>
@@ -18,23 +22,11 @@
 
 namespace {
 
-// Control objects by window, so that a window which ends is forgotten by them: they do not keep it.
+// Control objects by window. They do not keep their window, so they are found here and unbound when it ends.
 std::mutex theLock;
 std::set<std::pair<ScriptObject*, guiControlData*>> theBindings; // guarded by theLock
 
-template <ScriptMethod onGuiThread>
-void handOver(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    pGUI->getThread()->callFunction(onGuiThread, manager, data, self, args, result);
-}
-
-bool hasOneString(ScriptArgs& args) { return args.count() == 1 && args.get(0)->isString(); }
-bool isSwitch(ScriptValue const& value) { return value.isBool() || value.isNumber(); }
-/// No argument, which means on, or one boolean or number.
-bool hasSwitch(ScriptArgs& args) { return args.count() == 0 || (args.count() == 1 && isSwitch(*args.get(0))); }
-int switchOf(ScriptArgs& args) { return args.count() == 0 ? 1 : args.get(0)->toBool(0); }
-
-/// A picture shows another file; that of a window which is not on the screen is loaded when it is.
+/// Gives a picture another file, which is loaded now or, when the window is not on the screen, as soon as it is.
 void changePicture(guiHtmlImage& image, sstring const& file)
 {
     image.setSource(guiFullName(&image, file));
@@ -45,11 +37,12 @@ void changePicture(guiHtmlImage& image, sstring const& file)
 
 void guiControl_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setBool(0);
-    guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr;
+    guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
     if (!node)
         return;
-    sstring file = args.get(0)->toString(0);
+    sstring file = guiTextOf(args, 0);
     auto* image = dynamic_cast<guiHtmlImage*>(node);
     if (!image) {
         result.setBool(pGUI->getThread()->callLoadFile(node, file));
@@ -62,41 +55,47 @@ void guiControl_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
 void guiControl_loadBackground_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                   ScriptValue& result)
 {
-    guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr;
-    result.setBool(node && pGUI->getThread()->callLoadBackground(node, args.get(0)->toString(0)));
+    assertOnGuiThread();
+    guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
+    result.setBool(node && pGUI->getThread()->callLoadBackground(node, guiTextOf(args, 0)));
 }
 
 void guiControl_setText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
-    guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr;
-    result.setBool(node && pGUI->getThread()->callSetText(node, args.get(0)->toString(0)));
+    assertOnGuiThread();
+    guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
+    result.setBool(node && pGUI->getThread()->callSetText(node, guiTextOf(args, 0)));
 }
 
 void guiControl_setCaption_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                               ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
-    if (guiHtml* node = hasOneString(args) ? guiControl_getHtml(data, self) : nullptr)
-        pGUI->getThread()->callSetCaption(node, args.get(0)->toString(0));
+    if (guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr)
+        pGUI->getThread()->callSetCaption(node, guiTextOf(args, 0));
 }
 
 void guiControl_play_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
-    guiHtml* node = hasSwitch(args) ? guiControl_getHtml(data, self) : nullptr;
+    guiHtml* node = guiIsOptionalSwitch(args) ? guiControl_getHtml(data, self) : nullptr;
     if (auto* image = dynamic_cast<guiHtmlImage*>(node))
         image->play();
 }
 
 void guiControl_enable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
-    if (guiHtml* node = hasSwitch(args) ? guiControl_getHtml(data, self) : nullptr)
-        node->setEnabled(switchOf(args));
+    if (guiHtml* node = guiIsOptionalSwitch(args) ? guiControl_getHtml(data, self) : nullptr)
+        node->setEnabled(guiOptionalSwitchOf(args));
 }
 
 void guiControl_disable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     if (guiHtml* node = args.count() == 0 ? guiControl_getHtml(data, self) : nullptr)
         node->setEnabled(0);
@@ -105,6 +104,7 @@ void guiControl_disable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self,
 void guiControl_isEnabled_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                              ScriptValue& result)
 {
+    assertOnGuiThread();
     guiHtml* node = args.count() == 0 ? guiControl_getHtml(data, self) : nullptr;
     result.setBool(node && node->isEnabled());
 }
@@ -112,10 +112,11 @@ void guiControl_isEnabled_qt(LibManager&, ScriptPrivate* data, ScriptObject* sel
 void guiControl_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                  ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
-    if (!hasOneString(args))
+    if (!guiIsOneString(args))
         return;
-    std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(args.get(0)->toString(0));
+    std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(guiTextOf(args, 0));
     guiHtml* node = policy ? guiControl_getHtml(data, self) : nullptr;
     if (node)
         node->setSizePolicy(*policy);
@@ -124,6 +125,7 @@ void guiControl_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
 void guiControl_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                  ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     if (args.count() != 0)
         return;
@@ -131,56 +133,50 @@ void guiControl_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
     result.setString(guiSizePolicy_toName(node ? node->getSizePolicy() : kPolicyResize));
 }
 
-/// The arguments of a property handler while it runs on the GUI thread.
+/// The part of guiControl_onGetProp that runs on the GUI thread. Its argument is the name of the property.
 void readClientSize_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     guiRect client;
     if (guiHtml* node = guiControl_getHtml(data, self))
         node->getClientRect(&client);
-    result.setInt(args.get(0)->toString(0) == "width" ? client.width : client.height);
+    result.setInt(guiTextOf(args, 0) == "width" ? client.width : client.height);
 }
 
 void publishWindow(ScriptObject* control, ScriptObject* window)
 {
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiOwnedValue value = guiNewValue();
     value->setObject(window);
-    control->setProperty("window", value);
-    guiComponent::DeleteScriptValue(value);
+    control->setProperty("window", value.get());
 }
 
 void publishName(ScriptObject* control, sstring const& name)
 {
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiOwnedValue value = guiNewValue();
     value->setString(name);
-    control->setProperty("name", value);
-    guiComponent::DeleteScriptValue(value);
+    control->setProperty("name", value.get());
 }
 
 /// Ends the binding to a window, if there is one. Under the lock.
 void unbind(guiControlData& record)
 {
-    theBindings.erase({record.window, &record});
+    [[maybe_unused]] std::size_t const count = theBindings.erase({record.window, &record});
+    assert(count == 1 || !record.window);
     record.window = nullptr;
     record.windowData = nullptr;
 }
 
-struct methodEntry
-{
-    char const* name;
-    ScriptMethod method;
-};
-
-constexpr methodEntry kMethods[] = {
-    {"loadBackground", handOver<guiControl_loadBackground_qt>},
-    {"loadFile", handOver<guiControl_loadFile_qt>},
-    {"setText", handOver<guiControl_setText_qt>},
-    {"setCaption", handOver<guiControl_setCaption_qt>},
-    {"play", handOver<guiControl_play_qt>},
-    {"enable", handOver<guiControl_enable_qt>},
-    {"disable", handOver<guiControl_disable_qt>},
-    {"isEnabled", handOver<guiControl_isEnabled_qt>},
-    {"setSizePolicy", handOver<guiControl_setSizePolicy_qt>},
-    {"getSizePolicy", handOver<guiControl_getSizePolicy_qt>},
+constexpr guiScriptMethod kMethods[] = {
+    {"loadBackground", guiCallOnGuiThread<guiControl_loadBackground_qt>},
+    {"loadFile", guiCallOnGuiThread<guiControl_loadFile_qt>},
+    {"setText", guiCallOnGuiThread<guiControl_setText_qt>},
+    {"setCaption", guiCallOnGuiThread<guiControl_setCaption_qt>},
+    {"play", guiCallOnGuiThread<guiControl_play_qt>},
+    {"enable", guiCallOnGuiThread<guiControl_enable_qt>},
+    {"disable", guiCallOnGuiThread<guiControl_disable_qt>},
+    {"isEnabled", guiCallOnGuiThread<guiControl_isEnabled_qt>},
+    {"setSizePolicy", guiCallOnGuiThread<guiControl_setSizePolicy_qt>},
+    {"getSizePolicy", guiCallOnGuiThread<guiControl_getSizePolicy_qt>},
 };
 
 } // namespace
@@ -196,13 +192,13 @@ bool guiControl_onDelProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValu
 bool guiControl_onGetProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
                           ScriptValue& out, bool isStatic)
 {
+    assertOnScriptThread();
     if (!guiControl_onAddProp(manager, data, self, name, isStatic))
         return false;
-    ScriptArgs* args = guiComponent::NewScriptArgs();
-    args->append(const_cast<ScriptValue*>(&name));
+    guiOwnedArgs args = guiNewArgs();
+    args->append(const_cast<ScriptValue*>(&name)); // copied, not changed
     out.setNull();
     pGUI->getThread()->callFunction(readClientSize_qt, manager, data, self, *args, out);
-    guiComponent::DeleteScriptArgs(args);
     return true;
 }
 
@@ -213,6 +209,7 @@ bool guiControl_onSetProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValu
 
 void guiControl_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
 {
+    assert(!guiControl_getData(data));
     void* memory = std::malloc(sizeof(guiControlData));
     if (!memory)
         throw std::bad_alloc();
@@ -220,8 +217,10 @@ void guiControl_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, S
     result.setBool(1);
 }
 
-void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
+void guiControl_onDestroy(LibManager&, ScriptPrivate* data, [[maybe_unused]] ScriptObject* self, ScriptArgs&,
+                          ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setBool(1);
     guiControlData* record = guiControl_getData(data);
     if (!record)
@@ -230,6 +229,7 @@ void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
         std::lock_guard<std::mutex> guard(theLock);
         unbind(*record);
     }
+    assert(record->self == self);
     data->setData(kPrivateKey, nullptr);
     record->~guiControlData();
     velaPoison(record, sizeof *record);
@@ -238,26 +238,17 @@ void guiControl_onDestroy(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
 
 int guiControl_onConfigure(ScriptClass& scriptClass)
 {
+    assertOnScriptThread();
     scriptClass.setCreateHandler(guiControl_onCreate);
     scriptClass.setDestroyHandler(guiControl_onDestroy);
     scriptClass.setPropertyHandlers(guiControl_onAddProp, guiControl_onDelProp, guiControl_onGetProp,
                                     guiControl_onSetProp);
-    for (methodEntry const& entry : kMethods)
+    for (guiScriptMethod const& entry : kMethods)
         scriptClass.addMethod(entry.name, entry.method);
     return 1;
 }
 
-guiControlData* guiControl_getData(ScriptPrivate* data)
-{
-    if (!data)
-        return nullptr;
-    try {
-        auto* record = static_cast<guiControlData*>(data->getData(kPrivateKey));
-        return record && record->tag == kRecordTag ? record : nullptr;
-    } catch (...) {
-        return nullptr; // a host's slot that fails holds no record
-    }
-}
+guiControlData* guiControl_getData(ScriptPrivate* data) { return guiRecordIn<guiControlData>(data); }
 
 void guiControl_setPrivateInfo(ScriptPrivate* data, ScriptObject* window, sstring const& name)
 {
@@ -269,6 +260,7 @@ void guiControl_setPrivateInfo(ScriptPrivate* data, ScriptObject* window, sstrin
         unbind(*record);
         record->window = window;
         record->windowData = window ? guiWindow_getData(window->getPrivate()) : nullptr;
+        assert(theBindings.count({window, record}) == 0);
         theBindings.insert({window, record});
     }
     publishWindow(record->self, window);
@@ -289,6 +281,7 @@ void guiControl_setPrivateName(ScriptPrivate* data, sstring const& name)
 
 void guiControl_forgetWindow(ScriptObject* window)
 {
+    assertOnScriptThread();
     std::lock_guard<std::mutex> guard(theLock);
     auto at = theBindings.lower_bound({window, nullptr});
     while (at != theBindings.end() && at->first == window) {
@@ -299,7 +292,8 @@ void guiControl_forgetWindow(ScriptObject* window)
 
 guiHtml* guiControl_getHtml(ScriptPrivate* data, ScriptObject* self)
 {
-    // A node's own object means that node: others on the page may have the same name, or none as well.
+    assertOnGuiThread();
+    // An object that was made for a node stands for that node; others may have the same name, or no name either.
     if (guiHtml* node = pGUI->findNode(self))
         return node;
     guiControlData* record = guiControl_getData(data);
@@ -320,16 +314,16 @@ ScriptObject* CreateControlObject(ScriptObject* page)
 
 void FleshInControlObject(ScriptObject* object, guiHtml* node)
 {
-    guiHtmlBase* root = node->getBaseHtml();
-    ScriptObject* window = root ? root->getPageObject() : nullptr;
+    assert(object && node);
+    ScriptObject* window = guiPageObjectOf(node);
     guiControl_setPrivateInfo(object->getPrivate(), window, node->getName());
     guiControlData* record = guiControl_getData(object->getPrivate());
     if (record)
         record->isOfNode = true;
-    for (methodEntry const& entry : kMethods)
+    for (guiScriptMethod const& entry : kMethods)
         if (!object->hasMethod(entry.name))
             object->addMethod(entry.name, entry.method);
-    if (!record) { // of another class, a script component's
+    if (!record) { // an object of another class, which a script component has made
         publishWindow(object, window);
         publishName(object, node->getName());
     }

@@ -8,10 +8,10 @@
 
 #include <optional>
 
-/// Declares the class. Always 1.
+/// Declares the class. Always 1. Script thread.
 int guiSizePolicy_onConfigure(ScriptClass& scriptClass);
 
-// What the host calls: the three names are properties of the class itself, and can not be set or deleted.
+// What the host calls. The three names are properties of the class itself, and can not be set or deleted.
 
 bool guiSizePolicy_onAddProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
                              bool isStatic);
@@ -22,7 +22,7 @@ bool guiSizePolicy_onGetProp(LibManager& manager, ScriptPrivate* data, ScriptObj
 bool guiSizePolicy_onSetProp(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
                              ScriptValue const& value, bool isStatic);
 
-/// "SCROLL", "RESIZE" or "FIXED", exactly; nothing for any other word.
+/// The policy called "SCROLL", "RESIZE" or "FIXED", exactly; none for any other word.
 std::optional<guiSizePolicy> guiSizePolicy_fromName(sstring const& name);
 /// The name of a policy, "RESIZE" for any other value.
 char const* guiSizePolicy_toName(guiSizePolicy policy);

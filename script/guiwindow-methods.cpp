@@ -1,7 +1,9 @@
-// script/guiwindow-methods.cpp: what the GuiWindow methods do on the GUI thread: check the arguments, then read or
-// change the page root. A window without a page gives each method's neutral result.
+// script/guiwindow-methods.cpp: see guiwindow-methods.h. Each method checks the arguments, then reads or changes the
+// page root. Without a page it gives its neutral result.
 #include "script/guiwindow-methods.h"
 
+#include "controls/guiscriptmethod.h"
+#include "foundation/vela-threadrole.h"
 #include "runtime/guihtmlbase.h"
 #include "script/guisizepolicy.h"
 #include "script/guiwindow.h"
@@ -12,21 +14,14 @@ namespace {
 
 guiHtmlBase* rootOf(ScriptPrivate* data) { return GetWindow(guiWindow_getData(data)); }
 
-bool hasOneString(ScriptArgs& args) { return args.count() == 1 && args.get(0)->isString(); }
-
-/// A switch: no argument means on; one boolean or number is taken as it is; anything else is no switch.
+/// No argument means on; one boolean or number is taken as it is; anything else is not a switch.
 std::optional<int> switchArgument(ScriptArgs& args)
 {
+    if (!guiIsOptionalSwitch(args))
+        return std::nullopt;
     if (args.count() == 0)
         return 1;
-    if (args.count() != 1)
-        return std::nullopt;
-    ScriptValue* value = args.get(0);
-    if (value->isBool())
-        return value->toBool(0);
-    if (value->isNumber())
-        return value->toInt(0);
-    return std::nullopt;
+    return args.get(0)->isBool() ? args.get(0)->toBool(0) : args.get(0)->toInt(0);
 }
 
 void setSize(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(int width, int height))
@@ -40,8 +35,8 @@ void setSize(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(
 void setName(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(sstring const& name))
 {
     guiHtmlBase* root = rootOf(data);
-    if (root && hasOneString(args))
-        (root->*setter)(args.get(0)->toString(0));
+    if (root && guiIsOneString(args))
+        (root->*setter)(guiTextOf(args, 0));
 }
 
 void getName(ScriptPrivate* data, ScriptArgs& args, ScriptValue& result, sstring (guiHtmlBase::*getter)() const)
@@ -56,12 +51,14 @@ void getName(ScriptPrivate* data, ScriptArgs& args, ScriptValue& result, sstring
 
 void guiWindow_isOpen_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     guiHtmlBase* root = rootOf(data);
     result.setBool(args.count() == 0 && root && root->isOpen());
 }
 
 void guiWindow_isValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     if (args.count() == 0)
         result.setBool(rootOf(data) != nullptr);
@@ -69,6 +66,7 @@ void guiWindow_isValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
 
 void guiWindow_setReturnValue_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (root && args.count() == 1)
@@ -77,24 +75,28 @@ void guiWindow_setReturnValue_qt(LibManager&, ScriptPrivate* data, ScriptObject*
 
 void guiWindow_setMinimumSize_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setSize(data, args, &guiHtmlBase::setMinimumSize);
 }
 
 void guiWindow_setMaximumSize_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setSize(data, args, &guiHtmlBase::setMaximumSize);
 }
 
 void guiWindow_setDefaultSize_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setSize(data, args, &guiHtmlBase::setDefaultSize);
 }
 
 void guiWindow_setResizable_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (std::optional<int> on = switchArgument(args); on && root)
@@ -103,6 +105,7 @@ void guiWindow_setResizable_qt(LibManager&, ScriptPrivate* data, ScriptObject*, 
 
 void guiWindow_useSystemFont_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (std::optional<int> on = switchArgument(args); on && root)
@@ -111,26 +114,30 @@ void guiWindow_useSystemFont_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
 
 void guiWindow_setTitle_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setName(data, args, &guiHtmlBase::setTitle);
 }
 
 void guiWindow_getTitle_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     getName(data, args, result, &guiHtmlBase::getTitle);
 }
 
 void guiWindow_setFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
-    if (root && hasOneString(args))
-        root->setFocus(args.get(0)->toString(0));
+    if (root && guiIsOneString(args))
+        root->setFocus(guiTextOf(args, 0));
 }
 
 void guiWindow_getFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (args.count() == 0)
@@ -140,6 +147,7 @@ void guiWindow_getFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
 void guiWindow_setEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
                                   ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setName(data, args, &guiHtmlBase::setEnterControl);
 }
@@ -147,6 +155,7 @@ void guiWindow_setEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject
 void guiWindow_getEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
                                   ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     getName(data, args, result, &guiHtmlBase::getEnterControl);
 }
@@ -154,6 +163,7 @@ void guiWindow_getEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject
 void guiWindow_setEscapeControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
                                    ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     setName(data, args, &guiHtmlBase::setEscapeControl);
 }
@@ -161,22 +171,25 @@ void guiWindow_setEscapeControl_qt(LibManager&, ScriptPrivate* data, ScriptObjec
 void guiWindow_getEscapeControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
                                    ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     getName(data, args, result, &guiHtmlBase::getEscapeControl);
 }
 
 void guiWindow_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
-    if (!root || !hasOneString(args))
+    if (!root || !guiIsOneString(args))
         return;
-    if (std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(args.get(0)->toString(0)))
+    if (std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(guiTextOf(args, 0)))
         root->setSizePolicy(*policy);
 }
 
 void guiWindow_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (args.count() == 0)
@@ -185,11 +198,12 @@ void guiWindow_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
 
 void guiWindow_control_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnGuiThread();
     result.setNull();
-    if (!hasOneString(args))
+    if (!guiIsOneString(args))
         return;
     void* control = nullptr;
-    if (ScriptObject* object = guiWindow_control(data, args.get(0)->toString(0), &control)) {
+    if (ScriptObject* object = guiWindow_control(data, guiTextOf(args, 0), &control)) {
         result.setObject(object);
         object->letGo();
     }

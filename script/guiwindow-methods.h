@@ -1,6 +1,5 @@
 // script/guiwindow-methods.h: the GUI-thread halves of those GuiWindow methods that only read or change the page root.
-// Each first sets its result to null and does nothing more when the arguments have another number or type than it
-// takes.
+// When the arguments are not of the number or type that a method takes, its result is null and it does nothing.
 #pragma once
 
 #include "script/hostinterface.h"

@@ -1,9 +1,11 @@
-// script/guiwindow.cpp: the GuiWindow class as script sees it: its table of methods, and the life of its record. What
-// the methods do on the GUI thread is in guiwindow-methods.cpp, loading in guiwindow-load.cpp.
+// script/guiwindow.cpp: see guiwindow.h: the table of methods and the life of the record. What the methods do on the
+// GUI thread is in guiwindow-methods.cpp, loading a page in guiwindow-load.cpp.
 #include "script/guiwindow.h"
 
-#include "foundation/vela-comtypes.h"
+#include "controls/guiscriptmethod.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-poison.h"
+#include "foundation/vela-threadrole.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
 #include "runtime/guifilter.h"
@@ -12,66 +14,61 @@
 #include "script/guicontrol.h"
 #include "script/guiwindow-methods.h"
 
+#include <cassert>
+#include <cstdlib>
+#include <new>
 #include <utility>
 
 namespace {
 
-/// The script-thread half of a method that only hands its call over.
-template <ScriptMethod onGuiThread>
-void handOver(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    pGUI->getThread()->callFunction(onGuiThread, manager, data, self, args, result);
-}
+constexpr ScriptMethod guiWindow_isOpen_script = guiCallOnGuiThread<guiWindow_isOpen_qt>;
+constexpr ScriptMethod guiWindow_isValid_script = guiCallOnGuiThread<guiWindow_isValid_qt>;
+constexpr ScriptMethod guiWindow_setReturnValue_script = guiCallOnGuiThread<guiWindow_setReturnValue_qt>;
+constexpr ScriptMethod guiWindow_setMinimumSize_script = guiCallOnGuiThread<guiWindow_setMinimumSize_qt>;
+constexpr ScriptMethod guiWindow_setMaximumSize_script = guiCallOnGuiThread<guiWindow_setMaximumSize_qt>;
+constexpr ScriptMethod guiWindow_setDefaultSize_script = guiCallOnGuiThread<guiWindow_setDefaultSize_qt>;
+constexpr ScriptMethod guiWindow_setResizable_script = guiCallOnGuiThread<guiWindow_setResizable_qt>;
+constexpr ScriptMethod guiWindow_useSystemFont_script = guiCallOnGuiThread<guiWindow_useSystemFont_qt>;
+constexpr ScriptMethod guiWindow_setTitle_script = guiCallOnGuiThread<guiWindow_setTitle_qt>;
+constexpr ScriptMethod guiWindow_getTitle_script = guiCallOnGuiThread<guiWindow_getTitle_qt>;
+constexpr ScriptMethod guiWindow_setFocus_script = guiCallOnGuiThread<guiWindow_setFocus_qt>;
+constexpr ScriptMethod guiWindow_getFocus_script = guiCallOnGuiThread<guiWindow_getFocus_qt>;
+constexpr ScriptMethod guiWindow_setEnterControl_script = guiCallOnGuiThread<guiWindow_setEnterControl_qt>;
+constexpr ScriptMethod guiWindow_getEnterControl_script = guiCallOnGuiThread<guiWindow_getEnterControl_qt>;
+constexpr ScriptMethod guiWindow_setEscapeControl_script = guiCallOnGuiThread<guiWindow_setEscapeControl_qt>;
+constexpr ScriptMethod guiWindow_getEscapeControl_script = guiCallOnGuiThread<guiWindow_getEscapeControl_qt>;
+constexpr ScriptMethod guiWindow_setSizePolicy_script = guiCallOnGuiThread<guiWindow_setSizePolicy_qt>;
+constexpr ScriptMethod guiWindow_getSizePolicy_script = guiCallOnGuiThread<guiWindow_getSizePolicy_qt>;
+constexpr ScriptMethod guiWindow_control_script = guiCallOnGuiThread<guiWindow_control_qt>;
 
-constexpr ScriptMethod guiWindow_isOpen_script = handOver<guiWindow_isOpen_qt>;
-constexpr ScriptMethod guiWindow_isValid_script = handOver<guiWindow_isValid_qt>;
-constexpr ScriptMethod guiWindow_setReturnValue_script = handOver<guiWindow_setReturnValue_qt>;
-constexpr ScriptMethod guiWindow_setMinimumSize_script = handOver<guiWindow_setMinimumSize_qt>;
-constexpr ScriptMethod guiWindow_setMaximumSize_script = handOver<guiWindow_setMaximumSize_qt>;
-constexpr ScriptMethod guiWindow_setDefaultSize_script = handOver<guiWindow_setDefaultSize_qt>;
-constexpr ScriptMethod guiWindow_setResizable_script = handOver<guiWindow_setResizable_qt>;
-constexpr ScriptMethod guiWindow_useSystemFont_script = handOver<guiWindow_useSystemFont_qt>;
-constexpr ScriptMethod guiWindow_setTitle_script = handOver<guiWindow_setTitle_qt>;
-constexpr ScriptMethod guiWindow_getTitle_script = handOver<guiWindow_getTitle_qt>;
-constexpr ScriptMethod guiWindow_setFocus_script = handOver<guiWindow_setFocus_qt>;
-constexpr ScriptMethod guiWindow_getFocus_script = handOver<guiWindow_getFocus_qt>;
-constexpr ScriptMethod guiWindow_setEnterControl_script = handOver<guiWindow_setEnterControl_qt>;
-constexpr ScriptMethod guiWindow_getEnterControl_script = handOver<guiWindow_getEnterControl_qt>;
-constexpr ScriptMethod guiWindow_setEscapeControl_script = handOver<guiWindow_setEscapeControl_qt>;
-constexpr ScriptMethod guiWindow_getEscapeControl_script = handOver<guiWindow_getEscapeControl_qt>;
-constexpr ScriptMethod guiWindow_setSizePolicy_script = handOver<guiWindow_setSizePolicy_qt>;
-constexpr ScriptMethod guiWindow_getSizePolicy_script = handOver<guiWindow_getSizePolicy_qt>;
-constexpr ScriptMethod guiWindow_control_script = handOver<guiWindow_control_qt>;
-
-// The methods below send blocking events of their own, so they run on the script thread. Handlers may run meanwhile and
-// destroy the window: each step looks at the record again.
-
-bool hasOneString(ScriptArgs& args) { return args.count() == 1 && args.get(0)->isString(); }
+// The methods below send blocking events of their own, so they run on the script thread. Handlers that run meanwhile
+// may destroy the window, so each step looks at the record again.
 
 void guiWindow_open_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnScriptThread();
     int modal = args.count() == 1 && args.get(0)->isBool() && args.get(0)->toBool(0);
     result.setBool(guiWindow_open(data, modal));
 }
 
-/// Tells the page that its window stands.
+/// Tells the window's script object that the window is open.
 void raisePostOpen(guiWindowData const& record)
 {
-    static const sstring kPostOpen("ePostOpen");
-    ScriptValue* ignored = guiComponent::NewScriptValue();
-    guiCallback_CallEvent(record.root, record.window, kPostOpen, pGUI->getSession(), ignored);
-    guiComponent::DeleteScriptValue(ignored);
+    static sstring const kPostOpen("ePostOpen");
+    guiOwnedValue ignored = guiNewValue();
+    guiCallback_CallEvent(record.root, record.window, kPostOpen, pGUI->getSession(), ignored.get());
 }
 
 void guiWindow_show_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
     if (!guiWindow_open(data, 1))
         return;
     guiHtmlBase* opened = GetWindow(guiWindow_getData(data));
     if (!opened)
         return;
-    guiWidget* widget = opened->getWidget(); // compared with the open windows only, never followed
+    guiWidget* widget = opened->getWidget(); // only compared with the open windows, never dereferenced
     raisePostOpen(*guiWindow_getData(data));
     if (widget)
         pGUI->runPump(widget);
@@ -82,39 +79,44 @@ void guiWindow_show_script(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
 
 void guiWindow_close_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
     guiWindow_close(data);
 }
 
 void guiWindow_load_script(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
-    if (hasOneString(args))
-        result.setBool(guiWindow_load(data, self, args.get(0)->toString(0)));
+    if (guiIsOneString(args))
+        result.setBool(guiWindow_load(data, self, guiTextOf(args, 0)));
 }
 
 void guiWindow_loadFile_script(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                ScriptValue& result)
 {
+    assertOnScriptThread();
     guiWindow_load_script(pGUI->getManager(), data, self, args, result);
 }
 
 void guiWindow_setText_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
-    if (!hasOneString(args))
+    if (!guiIsOneString(args))
         return;
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
-    result.setBool(root && pGUI->getThread()->callSetText(root, args.get(0)->toString(0)));
+    result.setBool(root && pGUI->getThread()->callSetText(root, guiTextOf(args, 0)));
 }
 
 void guiWindow_loadBackground_script(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                                      ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
-    if (!hasOneString(args))
+    if (!guiIsOneString(args))
         return;
-    sstring path = guiWindow_resolve(self, args.get(0)->toString(0));
+    sstring path = guiWindow_resolve(self, guiTextOf(args, 0));
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
     result.setBool(root && pGUI->getThread()->callLoadBackground(root, path));
 }
@@ -122,17 +124,13 @@ void guiWindow_loadBackground_script(LibManager&, ScriptPrivate* data, ScriptObj
 /// The page tree belongs to the GUI thread, so it is deleted there.
 void deleteRoot_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&)
 {
+    assertOnGuiThread();
     guiWindowData* record = guiWindow_getData(data);
+    assert(record);
     guiHtmlBase::release(std::exchange(record->root, nullptr));
 }
 
-struct methodEntry
-{
-    char const* name;
-    ScriptMethod method;
-};
-
-constexpr methodEntry kMethods[] = {
+constexpr guiScriptMethod kMethods[] = {
     {"open", guiWindow_open_script},
     {"show", guiWindow_show_script},
     {"close", guiWindow_close_script},
@@ -165,12 +163,13 @@ constexpr methodEntry kMethods[] = {
 
 void guiWindow_onLoad_script(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnScriptThread();
     result.setNull();
     if (self)
         pGUI->setEngine(self->getEngine());
     if (args.count() < 1 || !args.get(0)->isString())
         return;
-    sstring pattern = args.get(0)->toString(0);
+    sstring pattern = guiTextOf(args, 0);
     if (args.count() == 1) {
         guiFilter_remove(pattern);
     } else if (args.count() == 2 && args.get(1)->isFunction()) {
@@ -182,7 +181,9 @@ void guiWindow_onLoad_script(LibManager&, ScriptPrivate*, ScriptObject* self, Sc
 
 void guiWindow_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
+    assertOnScriptThread();
     pGUI->setEngine(self->getEngine());
+    assert(!guiWindow_getData(data));
     auto* record = static_cast<guiWindowData*>(std::calloc(1, sizeof(guiWindowData)));
     if (!record)
         throw std::bad_alloc();
@@ -191,14 +192,15 @@ void guiWindow_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
     record->data = data;
     record->form = guiComponent::NewScriptObject();
     data->setData(kPrivateKey, record);
-    if (hasOneString(args))
-        guiWindow_load(data, self, args.get(0)->toString(0));
+    if (guiIsOneString(args))
+        guiWindow_load(data, self, guiTextOf(args, 0));
     result.setBool(1);
 }
 
 void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                          ScriptValue& result)
 {
+    assertOnScriptThread();
     guiWindowData* record = guiWindow_getData(data);
     result.setBool(1);
     if (!record)
@@ -207,6 +209,7 @@ void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject*
         pGUI->getThread()->callFunction(deleteRoot_qt, manager, data, self, args, result);
     if (guiWindow_getData(data) != record)
         return; // a handler that ran meanwhile has destroyed the window already
+    assert(!record->root);
     guiControl_forgetWindow(record->window);
     data->setData(kPrivateKey, nullptr);
     if (record->control)
@@ -218,25 +221,16 @@ void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject*
 
 int guiWindow_onConfigure(ScriptClass& scriptClass)
 {
+    assertOnScriptThread();
     scriptClass.setCreateHandler(guiWindow_onCreate);
     scriptClass.setDestroyHandler(guiWindow_onDestroy);
-    for (methodEntry const& entry : kMethods)
+    for (guiScriptMethod const& entry : kMethods)
         scriptClass.addMethod(entry.name, entry.method);
     scriptClass.addClassMethod("onLoad", guiWindow_onLoad_script);
     return 1;
 }
 
-guiWindowData* guiWindow_getData(ScriptPrivate* data)
-{
-    if (!data)
-        return nullptr;
-    try {
-        auto* record = static_cast<guiWindowData*>(data->getData(kPrivateKey));
-        return record && record->tag == kRecordTag ? record : nullptr;
-    } catch (...) {
-        return nullptr; // a host's slot that fails holds no record
-    }
-}
+guiWindowData* guiWindow_getData(ScriptPrivate* data) { return guiRecordIn<guiWindowData>(data); }
 
 guiHtmlBase* GetWindow(void* record)
 {
@@ -248,17 +242,16 @@ guiHtml* GetControl(void* record, sstring& name)
 {
     guiHtmlBase* root = GetWindow(record);
     if (!root) {
-        guiComponent::logError("GuiWindow::GetControl() - invalid window data supplied for control %s (0x%08lX)\n",
-                               guiComponent::printable(name).c_str(),
-                               static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(record)));
+        velaLog("GuiWindow::GetControl() - invalid window data supplied for control %s (0x%08lX)\n",
+                velaPrintable(name).c_str(), static_cast<unsigned long>(reinterpret_cast<std::uintptr_t>(record)));
         return nullptr;
     }
+    assertOnGuiThread();
     if (name.getLength() == 0)
         return root;
     guiHtml* node = root->getNamed(name);
     if (!node)
-        guiComponent::logError("GuiWindow::GetControl() - control %s not found in window\n",
-                               guiComponent::printable(name).c_str());
+        velaLog("GuiWindow::GetControl() - control %s not found in window\n", velaPrintable(name).c_str());
     return node;
 }
 
@@ -268,15 +261,15 @@ void SetCurrentControl(ScriptPrivate* data, sstring& name)
     ScriptObject* session = pGUI->getSession();
     if (!record || !record->control || !session)
         return;
-    ScriptValue* value = guiComponent::NewScriptValue();
+    guiOwnedValue value = guiNewValue();
     value->setObject(record->control);
-    session->setProperty("currentControl", value);
-    guiComponent::DeleteScriptValue(value);
+    session->setProperty("currentControl", value.get());
     guiControl_setPrivateName(record->control->getPrivate(), name);
 }
 
 void guiWindow_chooseControl(ScriptPrivate* data, sstring name)
 {
+    assertOnGuiThread();
     guiWindowData* record = guiWindow_getData(data);
     if (!record)
         return;
@@ -291,6 +284,7 @@ void guiWindow_chooseControl(ScriptPrivate* data, sstring name)
 
 int guiWindow_open(ScriptPrivate* data, int modal)
 {
+    assertOnScriptThread();
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
     return root ? pGUI->getThread()->callPageOpen(root, modal) : 0;
 }

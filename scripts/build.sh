@@ -1,23 +1,25 @@
-# shellcheck shell=bash
-# From a fresh clone to something that runs. Demonstration, programs and tests share the one preset `dev` (optimised, with
-# assertions), so that whichever comes first leaves nothing to compile for the others; only benchmarks build `release`, and
+# shellcheck shell=bash disable=SC2154 # root is of the script that reads this one
+# From a fresh clone to something that runs. Demonstration, programs and tests share the preset `dev` (optimised, with
+# assertions), so that the first of them leaves nothing to compile for the others; only benchmarks build `release`, and
 # fuzzers and sanitized tests build `asan` and `tsan`.
 
-# prepare PURPOSE...: the packages for the purposes, the npm packages, and the build that the first purpose needs. One at a
-# time: a second caller waits until the first has built.
+# prepare PURPOSE...: the packages for the purposes, the npm packages, and the build that the first purpose needs;
+# linters need none. One at a time: a second caller waits until the first has built.
 prepare() {
-    local preset
+    local preset targets
     preset=$(preset_for "$1")
     lock_build
     install_step "$@"
     check_interpreter
-    npm_step
+    npm_step 'npm packages' host/node
+    [[ " $* " != *' lint '* ]] || npm_step 'npm packages of the linters' scripts/lint
     configure_step "$preset"
-    step 'building' build "$preset" $(targets_for "$1")
+    read -ra targets <<<"$(targets_for "$1")"
+    [ "$1" = lint ] || step 'building' build "$preset" "${targets[@]}"
     exec 9>&-
 }
 
-# prepare_preset PRESET TARGET...: one more build, once everything else is there.
+# prepare_preset PRESET TARGET...: one more build, when everything else is there.
 prepare_preset() {
     local preset=$1
     shift
@@ -57,24 +59,25 @@ check_interpreter() {
     [ "$major" -ge 18 ] || die "Node.js 18 or newer is needed; $(command -v node) is $(node --version)"
 }
 
-# What decides a folder's npm packages, as one word.
+# npm_fingerprint FOLDER: what decides about its npm packages, as one word.
 npm_fingerprint() {
-    cat "$root/host/node/package.json" "$root/host/node/package-lock.json" 2>/dev/null | cksum | tr ' ' -
+    cat "$root/$1/package.json" "$root/$1/package-lock.json" 2>/dev/null | cksum | tr ' ' -
 }
 
+# npm_step TITLE FOLDER
 npm_step() {
-    local stamp=$root/host/node/node_modules/.tarn-stamp
-    if [ ! -f "$root/host/node/package.json" ] || [ "$(cat "$stamp" 2>/dev/null)" = "$(npm_fingerprint)" ]; then
-        step_ready 'npm packages'
+    local stamp=$root/$2/node_modules/.tarn-stamp
+    if [ ! -f "$root/$2/package.json" ] || [ "$(cat "$stamp" 2>/dev/null)" = "$(npm_fingerprint "$2")" ]; then
+        step_ready "$1"
         return
     fi
-    step 'fetching npm packages' install_npm_packages
-    npm_fingerprint >"$stamp"
+    step "fetching $1" install_npm_packages "$2"
+    npm_fingerprint "$2" >"$stamp"
 }
 
 # The addon is compiled by this repository's own build, never by a package's install script.
 install_npm_packages() {
-    cd -- "$root/host/node" || return
+    cd -- "$root/$1" || return
     local verb=install
     [ ! -f package-lock.json ] || verb=ci
     npm "$verb" --ignore-scripts --no-audit --no-fund --no-update-notifier </dev/null && mkdir -p node_modules
@@ -99,7 +102,7 @@ configure_step() {
     configure_fingerprint >"$folder/.tarn-stamp"
 }
 
-# In a clone that was moved or copied, the old place is written all over the build folder.
+# The build folder of a clone that was moved or copied still names the old place, in many files: it is made anew.
 configure() {
     local cache=$root/build/$1/CMakeCache.txt
     if [ -f "$cache" ] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$root" "$cache"; then
@@ -115,7 +118,7 @@ build() {
     cd -- "$root" && cmake --build --preset "$preset" --parallel "$(nproc)" "$@"
 }
 
-# off_screen COMMAND...: without any display, with the fonts of the tests; their cache needs no home folder.
+# off_screen COMMAND...: without a display, with the fonts of the tests; their cache needs no home folder.
 off_screen() {
     QT_QPA_PLATFORM=offscreen QT_FONT_DPI=96 LC_ALL=C.UTF-8 \
         FONTCONFIG_FILE=$root/tests/fonts/fonts.conf XDG_CACHE_HOME=$root/build/cache "$@"

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# demo.sh APP.js FOLDER: opens a program on the display it is given, clicks through the places listed in clicks.txt beside the
-# program, saves a picture after each and prints its path.
+# demo.sh APP.js FOLDER: opens a program on the display it is given, clicks through the places listed in clicks.txt
+# beside the program, saves a picture after each and prints its path.
 #
-# A line of clicks.txt is a name for the picture, where to click, in pixels from the top left corner of the newest window, and,
-# if a click opens or closes a window, the title of the one that is to be seen then.
+# A line of clicks.txt is a name for the picture, where to click, in pixels from the top left corner of the newest
+# window, and, if a click opens or closes a window, the title of the one that is to be seen then.
 set -u
 . "$(dirname -- "${BASH_SOURCE[0]}")/window.sh"
 

@@ -1,14 +1,16 @@
 # shellcheck shell=bash
-# What the machine must have, by Debian 12's package names, and how missing packages get there.
+# What the machine must have, by the package names of Debian 12, and how missing packages are installed.
 
-# packages_for PURPOSE: page (lay pages out), program (run scripts), test, display (windows without a screen), bench, fuzz.
+# packages_for PURPOSE: page (lay pages out), program (run scripts), test, display (windows without a screen), bench,
+# fuzz or lint.
 packages_for() {
     case $1 in
         page | program) base_packages ;;
         test) base_packages && documentation_packages && echo lld ;;
         display) echo xvfb openbox x11-utils xdotool imagemagick ;;
-        bench) base_packages && echo libbenchmark-dev libgumbo-dev libxml2-dev libxcb1-dev liblitehtml-dev libwxgtk3.2-dev pkg-config ;;
+        bench) base_packages && bench_packages ;;
         fuzz) base_packages && echo clang libclang-rt-dev llvm ;;
+        lint) base_packages && echo clang-format-14 clang-tidy-14 shellcheck ;;
     esac
 }
 
@@ -17,12 +19,17 @@ base_packages() {
     echo g++ cmake ninja-build libicu-dev libuv1-dev qt6-base-dev libgtest-dev fonts-dejavu-core
 }
 
-# Pages that nobody here wrote, for the tests to load: 5 MB, unpacked outside /usr/share/doc, which small systems leave out.
+# The benchmark library, and the libraries that pages and windows are compared with.
+bench_packages() {
+    echo libbenchmark-dev libgumbo-dev libxml2-dev libxcb1-dev liblitehtml-dev libwxgtk3.2-dev pkg-config
+}
+
+# Pages from elsewhere, for the tests to load: 5 MB, unpacked outside /usr/share/doc, which small systems leave out.
 documentation_packages() {
     echo libglib2.0-doc swi-prolog-doc
 }
 
-# Node.js may have come from anywhere; Debian's is only fetched where there is none.
+# Node.js may have been installed in some other way; Debian's package is only fetched where there is none.
 interpreter_packages() {
     command -v node >/dev/null || echo nodejs
     command -v npm >/dev/null || echo npm
@@ -42,25 +49,27 @@ missing_packages() {
 }
 
 install_step() {
-    local missing
+    local needed missing
     if ! command -v dpkg-query >/dev/null; then
         step_ready 'packages: no dpkg here, taken for installed'
         return
     fi
-    missing=$(missing_packages $(needed_packages "$@"))
-    if [ -z "$missing" ]; then
+    mapfile -t needed < <(needed_packages "$@")
+    mapfile -t missing < <(missing_packages "${needed[@]}")
+    if [ "${#missing[@]}" -eq 0 ]; then
         step_ready 'packages'
         return
     fi
-    check_may_install "$missing"
-    step "installing $(wc -l <<<"$missing") packages" install_packages $missing
+    check_may_install "${missing[@]}"
+    step "installing ${#missing[@]} packages" install_packages "${missing[@]}"
 }
 
-# Asks for the password here if sudo wants one: later its question would drown in the progress.
+# check_may_install PACKAGE...: asks for the password here if sudo wants one: later the question would be lost
+# among the figures of progress.
 check_may_install() {
     [ "$(id -u)" -ne 0 ] || return 0
     command -v sudo >/dev/null && { sudo -n true 2>/dev/null || sudo -v; } && return
-    die "please have these packages installed: $(tr '\n' ' ' <<<"$1")"
+    die "please have these packages installed: $*"
 }
 
 as_root() {
@@ -72,11 +81,12 @@ as_root() {
 }
 
 apt_get() {
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=300 -o APT::Status-Fd=1 "$@" </dev/null
+    as_root env DEBIAN_FRONTEND=noninteractive \
+        apt-get -q -y -o DPkg::Lock::Timeout=300 -o APT::Status-Fd=1 "$@" </dev/null
 }
 
-# The package lists are only fetched when an installation fails without them: on a bare machine they are empty, on a used one
-# they may name files that the mirror no longer has.
+# The package lists are only fetched when an installation fails without them: on a bare machine they are empty, on a
+# used one they may name files that the mirror no longer has.
 install_packages() {
     apt_get install --no-install-recommends "$@" || { apt_get update && apt_get install --no-install-recommends "$@"; }
 }

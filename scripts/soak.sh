@@ -1,12 +1,12 @@
-# shellcheck shell=bash
-# ./tarn soak: somebody who cannot sit still uses the example applications through the Node.js host, and what the process holds is
-# watched.
+# shellcheck shell=bash disable=SC2154 # root is of the script that reads this one
+# ./tarn soak: the example applications are used at random through the Node.js host, while the memory, handles and
+# threads of the process are watched.
 
 # soak_for MINUTES: runs on a virtual display of its own; the samples and a picture of them are left in build/soak.
 soak_for() {
-    local code
-    on_virtual_display node "$root/tests/soak/soak.js" "$1" "$root/build/soak" "$root"/examples/*/app.js
+    local code out=$root/build/soak
+    on_virtual_display node "$root/tests/soak/soak.js" "$1" "$out" "$root"/examples/*/app.js
     code=$?
-    "$root/tests/soak/graph.sh" "$root/build/soak/samples.csv" "$root/build/soak/memory.png" && note "$root/build/soak/memory.png"
+    "$root/tests/soak/graph.sh" "$out/samples.csv" "$out/memory.png" && note "$out/memory.png"
     return "$code"
 }

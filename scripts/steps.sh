@@ -1,4 +1,4 @@
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154 # root is of the script that reads this one
 # Numbered steps, one line each on standard error. What a step's command prints goes to a log that is shown on failure.
 
 step_number=0
@@ -12,6 +12,10 @@ log_folder=$root/build/log
 
 note() {
     printf '%s\n' "$1" >&2
+}
+
+indent() {
+    sed 's/^/    /'
 }
 
 # begin_steps COUNT [quiet]: quiet steps show themselves only once they take noticeable time.
@@ -31,7 +35,7 @@ step_ready() {
 # step TITLE COMMAND...: runs one step; when its command fails, shows the end of the log and ends the whole script.
 step() {
     try_step "$@" && return
-    tail -n 40 -- "$step_log" | sed 's/^/    /' >&2
+    tail -n 40 -- "$step_log" | indent >&2
     die "the whole log is in $step_log"
 }
 
@@ -105,8 +109,8 @@ show_figure() {
     fi
 }
 
-# How far a log has come. ninja writes "[12/340] ...", ctest "12/900 Test #...", apt "dlstatus:3:12.5:..." while it fetches and
-# "pmstatus:name:61.2:..." while it unpacks.
+# How far a log has come. ninja and clang-tidy write "[12/340] ...", ctest "12/900 Test #...", apt "dlstatus:3:12.5:..."
+# while it fetches and "pmstatus:name:61.2:..." while it unpacks.
 progress_in() {
     tail -n 30 -- "$1" | sed -nE \
         -e 's/^\[([0-9]+\/[0-9]+)\].*/\1/p' \

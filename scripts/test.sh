@@ -1,5 +1,6 @@
-# shellcheck shell=bash
-# ./tarn test: every test of the tree. CTest knows them all; the last line of standard output is the sum of what ran.
+# shellcheck shell=bash disable=SC2154 # root and step_log are of the script that reads this one
+# ./tarn test: every test of the tree, and the linters. CTest knows the tests; the last line of standard output is the
+# sum of what ran.
 
 passed=0
 failed=0
@@ -18,12 +19,18 @@ run_tests() {
         prepare test display fuzz
         test_sanitized
     elif [ $# -eq 0 ]; then
-        begin_steps 15
-        prepare test display fuzz
+        begin_steps 21
+        prepare test display fuzz lint
+        lint_quickly
         test_preset dev
         build_shipped
         test_sanitized
         test_threads
+    elif [ "$*" = --quick ]; then
+        begin_steps 11
+        prepare test display lint
+        lint_quickly
+        test_preset dev
     else
         begin_steps 5
         prepare test display
@@ -33,13 +40,13 @@ run_tests() {
     report
 }
 
-# What is shipped is optimised further than what is tested, and the compiler then warns of other things.
+# What is shipped is optimised further than what is tested, and the compiler then gives other warnings.
 build_shipped() {
     prepare_preset release tarn tarn_native_host
 }
 
-# The unit tests and those of whole windows once more under AddressSanitizer and its like, the fuzzers for a short while each,
-# and a minute of random use. The fuzzers begin with the same random numbers every time.
+# The unit tests and those of whole windows once more under AddressSanitizer and UndefinedBehaviorSanitizer, the fuzzers
+# for a short while each, and a minute of random use. The fuzzers begin with the same random numbers every time.
 test_sanitized() {
     prepare_preset asan tarn_tests tarn_fuzz
     test_preset asan
@@ -69,7 +76,8 @@ count_step() {
         passed=$((passed + 1))
     else
         failed=$((failed + 1))
-        tail -n 30 -- "$step_log" | sed 's/^/    /' >&2
+        tail -n 30 -- "$step_log" | indent >&2
+        note "the whole log is in $step_log"
     fi
 }
 
@@ -107,12 +115,15 @@ count_results() {
     skipped=$((skipped + sums[2]))
 }
 
-# sum_results FILE: tests passed, failed and skipped in CTest's report. A test that could not be started is "notrun" like one
-# that skipped itself, but has failed. For a file of Node.js tests, its own summary counts ("# pass 12", in newer versions
-# "ℹ pass 12"); if that misses why the file failed, the file counts as one failed test more.
+# sum_results FILE: tests passed, failed and skipped in CTest's report. A test that could not be started is "notrun", as
+# is one that skipped itself, but has failed. For a file of Node.js tests its own summary counts ("# pass 12", in newer
+# versions "ℹ pass 12"); when the file failed and its summary does not say why, that is one more failed test.
 sum_results() {
     awk '
-        function word(key) { return match($0, " " key "=\"[^\"]*\"") ? substr($0, RSTART + length(key) + 3, RLENGTH - length(key) - 4) : "" }
+        function word(key) {
+            if (!match($0, " " key "=\"[^\"]*\"")) return ""
+            return substr($0, RSTART + length(key) + 3, RLENGTH - length(key) - 4)
+        }
         /<testcase / {
             isNode = word("name") ~ /^node\./
             isOk = word("status") == "run"
@@ -140,8 +151,8 @@ list_failures() {
     note "what they printed is in $step_log"
 }
 
-# report_dumps FILE: which stored dumps the run has rewritten, by CTest's report. They count as passed: this says that nothing
-# was compared.
+# report_dumps FILE: which stored dumps the run has rewritten, by CTest's report. They count as passed: this says that
+# nothing was compared.
 report_dumps() {
     local names
     names=$(sed -n 's/.*rewritten: \(.*\.dump\).*/\1/p' "$1" 2>/dev/null | sed "s|^$root/||" | sort)
@@ -149,7 +160,7 @@ report_dumps() {
         note 'no dump was rewritten'
     else
         note "dumps rewritten, for review in the diff: $(wc -l <<<"$names")"
-        sed 's/^/    /' <<<"$names" >&2
+        indent <<<"$names" >&2
     fi
 }
 

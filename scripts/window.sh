@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# Starting a program on a virtual display, waiting until its window is painted, taking its picture. Nothing here sleeps for
-# a guessed time: every wait ends with what it waits for, and none lasts forever.
+# Starting a program on a virtual display, waiting until its window is painted, taking its picture. Nothing here waits
+# for a guessed time: every wait ends with what it waits for, or after a limit.
 
 app=
 last_picture=
@@ -36,8 +36,8 @@ newest_window() {
     window_ids | tail -n 1
 }
 
-# wait_for_title TITLE: prints the id of the newest window once it has this title; a window that closes may give way to others
-# until then. Fails after 10 seconds.
+# wait_for_title TITLE: prints the id of the newest window once it has this title; a window that closes may give way to
+# others until then. Fails after 10 seconds.
 wait_for_title() {
     local id end=$((SECONDS + 10))
     while [ "$SECONDS" -lt "$end" ]; do
@@ -65,8 +65,8 @@ picture_of() {
     import -silent -window "$1" -format '%k %#' info:- 2>/dev/null
 }
 
-# wait_until_still WINDOW: until two captures in a row are the same and show more than one colour. A page may be of one colour
-# and a window may never rest: after 3 and 10 seconds what is seen is taken as it is.
+# wait_until_still WINDOW: until two captures in a row are the same and show more than one colour. A page may be of one
+# colour and a window may never rest: after 3 and 10 seconds what is seen is taken as it is.
 wait_until_still() {
     local start=$SECONDS last= now
     while :; do

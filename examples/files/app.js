@@ -101,7 +101,8 @@ function readFolder(folder) {
 function describe(folder, entry) {
     const whole = path.join(folder, entry.name);
     const stat = fs.statSync(whole, { throwIfNoEntry: false });
-    return { name: entry.name, path: whole, isFolder: entry.isDirectory(), size: stat?.size ?? 0, changed: stat?.mtime ?? new Date(0) };
+    const { size, mtime } = stat ?? { size: 0, mtime: new Date(0) }; // a link that leads nowhere
+    return { name: entry.name, path: whole, isFolder: entry.isDirectory(), size, changed: mtime };
 }
 
 /** The folders from the top down to the open one, and beside each of them its sisters: { folder, depth }. */

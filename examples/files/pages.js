@@ -1,5 +1,5 @@
 'use strict';
-// The markup of the file browser's frames. Every function takes what it shows and returns a page; none knows the window.
+// The markup of the file browser's frames. Every function takes what it shows and returns a page; none knows a window.
 
 const path = require('node:path');
 
@@ -28,14 +28,15 @@ function bar(where, canGoUp) {
 /** The left: a line for each folder, 14 pixels further in for each folder around it, the open one in bold. */
 function tree(folders, open) {
     const line = ({ folder, depth }, number) => {
-        const name = text(path.basename(folder));
+        const words = text(path.basename(folder));
         const isOpen = folder === open;
         return `<tr><td><table width="100%"><tr>
             <td width="${8 + 14 * depth}" height="24"></td>
-            <td height="24">${isOpen ? `<b>${name}</b>` : link(`onFolder/${number}`, name)}</td>
+            <td height="24">${isOpen ? `<b>${words}</b>` : link(`onFolder/${number}`, words)}</td>
         </tr></table></td></tr>`;
     };
-    return `<body valign="top"><table width="100%"><tr><td height="8"></td></tr>${folders.map(line).join('')}</table></body>`;
+    const gap = '<tr><td height="8"></td></tr>';
+    return `<body valign="top"><table width="100%">${gap}${folders.map(line).join('')}</table></body>`;
 }
 
 const columns = [['name', 'Name'], ['size', 'Size'], ['changed', 'Changed']];
@@ -59,7 +60,8 @@ function list(entries, sortedBy, chosen) {
         entry === chosen ? '#FFE9B8' : number % 2 ? '#F8F6F0' : '#FFFFFF',
         [name(entry, number), entry.isFolder ? '' : size(entry.size), day(entry.changed)]));
     const empty = '<p align="center"><font color="#808080">There is nothing in this folder.</font></p>';
-    return `<body valign="top"><table width="100%">${head}${rows.join('')}</table>${entries.length ? '' : empty}</body>`;
+    const below = entries.length ? '' : empty;
+    return `<body valign="top"><table width="100%">${head}${rows.join('')}</table>${below}</body>`;
 }
 
 function name(entry, number) {
@@ -67,12 +69,16 @@ function name(entry, number) {
     return link(`onEntry/${number}`, entry.isFolder ? `<b>${words}</b>` : words);
 }
 
+function description(file) {
+    const changed = file.changed.toISOString().slice(0, 16).replace('T', ' ');
+    return `${text(file.name)}: ${file.size.toLocaleString('en')} bytes, changed ${changed}`;
+}
+
 /** The bottom: the chosen file, or how much there is. */
 function status(entries, chosen) {
     const folders = entries.filter((entry) => entry.isFolder).length;
-    const words = chosen
-        ? `${text(chosen.name)}: ${chosen.size.toLocaleString('en')} bytes, changed ${chosen.changed.toISOString().slice(0, 16).replace('T', ' ')}`
-        : `${count(folders, 'folder')}, ${count(entries.length - folders, 'file')}`;
+    const all = `${count(folders, 'folder')}, ${count(entries.length - folders, 'file')}`;
+    const words = chosen ? description(chosen) : all;
     return `<body bgcolor="#E9E5DA" valign="center"><table width="100%"><tr><td width="12"></td>
         <td><font size="2">${words}</font></td></tr></table></body>`;
 }

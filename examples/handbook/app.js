@@ -1,8 +1,9 @@
 'use strict';
-// The handbook of tarn, as a program that tarn shows: a contents column, a page beside it, and a count of what was read.
+// The handbook of tarn, as a program that tarn shows: a contents column, a page beside it, and a count of
+// the pages that were read.
 //
-// Every link is event://onOpenPage/<page>. The window's frame (frame.html) is one template; the page named in it is loaded
-// by its cell, and the script fills in what only the script knows.
+// Every link is event://onOpenPage/<page>. The window's frame (frame.html) is one template; the page named in it is
+// loaded by its cell, and the script fills in what only the script knows.
 
 const fs = require('node:fs');
 const path = require('node:path');

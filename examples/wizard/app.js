@@ -1,8 +1,8 @@
 'use strict';
-// A wizard: a journey is planned in three steps. Each step is a modal window of its own; what show() returns is the answer.
+// A wizard: a journey is planned in three steps. Each step is a modal window of its own; its show() returns the answer.
 //
-// While a step is open, the window behind it paints, but takes no clicks. A step that is closed by its title bar or by the
-// Escape key returns null.
+// While a step is open, the window behind it paints, but takes no clicks. A step that is closed by its title bar or by
+// the Escape key returns null.
 
 const { GuiWindow } = require('../../host/node');
 const pages = require('./pages');

@@ -29,7 +29,8 @@ function card({ name, color, words }) {
     return `<tr><td bgcolor="#FFFFFF" border="1" bordercolor="#D5CDBB"><table width="100%"><tr>
         <td width="6" height="50" bgcolor="${color}"></td>
         <td width="8" height="50"></td>
-        <td height="50"><a href="event://onAnswer/${name}"><b>${name}</b></a><br><font color="#7A7468">${words}</font></td>
+        <td height="50"><a href="event://onAnswer/${name}"><b>${name}</b></a><br>
+            <font color="#7A7468">${words}</font></td>
     </tr></table></td></tr>`;
 }
 

@@ -1,8 +1,9 @@
+// host/native/nativearguments.cpp: see nativearguments.h.
 #include "host/native/nativearguments.h"
 
 NativeValue const& NativeArguments::operator[](size_t index) const
 {
-    static const NativeValue kNull;
+    static NativeValue const kNull;
     return index < m_values.size() ? m_values[index] : kNull;
 }
 

@@ -1,3 +1,4 @@
+// host/native/nativecall.cpp: see nativecall.h.
 #include "host/native/nativecall.h"
 
 #include <cassert>

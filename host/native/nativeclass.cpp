@@ -1,3 +1,4 @@
+// host/native/nativeclass.cpp: see nativeclass.h.
 #include "host/native/nativeclass.h"
 
 #include "host/native/nativeobject.h"

@@ -1,3 +1,4 @@
+// host/native/nativeengine.cpp: see nativeengine.h.
 #include "host/native/nativeengine.h"
 
 #include "host/native/nativetext.h"

@@ -1,3 +1,4 @@
+// host/native/nativefileservice.cpp: see nativefileservice.h.
 #include "host/native/nativefileservice.h"
 
 #include "host/native/nativeobject.h"

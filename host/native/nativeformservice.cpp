@@ -1,3 +1,4 @@
+// host/native/nativeformservice.cpp: see nativeformservice.h.
 #include "host/native/nativeformservice.h"
 
 #include "host/native/nativeobject.h"

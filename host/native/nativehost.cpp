@@ -1,3 +1,4 @@
+// host/native/nativehost.cpp: see nativehost.h.
 #include "host/native/nativehost.h"
 
 #include "host/native/nativetext.h"

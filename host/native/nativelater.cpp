@@ -1,3 +1,4 @@
+// host/native/nativelater.cpp: see nativelater.h.
 #include "host/native/nativelater.h"
 
 #include <cassert>

@@ -1,3 +1,4 @@
+// host/native/nativelibmanager.cpp: see nativelibmanager.h.
 #include "host/native/nativelibmanager.h"
 
 #include <string_view>

@@ -16,7 +16,7 @@ class NativeObject;
 using NativeHandler = std::function<NativeResult(NativeObject& self, NativeArguments const& args)>;
 
 /// A method of the component, a handler of the application, or nothing.
-using NativeMethod = std::variant<std::monostate, ScriptMethod, std::shared_ptr<const NativeHandler>>;
+using NativeMethod = std::variant<std::monostate, ScriptMethod, std::shared_ptr<NativeHandler const>>;
 
 inline bool nativeIsMethod(NativeMethod const& method) { return method.index() != 0; }
 

@@ -1,3 +1,4 @@
+// host/native/nativeobject.cpp: see nativeobject.h.
 #include "host/native/nativeobject.h"
 
 #include "host/native/nativeclass.h"
@@ -130,7 +131,7 @@ void NativeObject::setHandler(std::string_view name, NativeHandler handler)
 {
     NativeMethod method;
     if (handler)
-        method = std::make_shared<const NativeHandler>(std::move(handler));
+        method = std::make_shared<NativeHandler const>(std::move(handler));
     setMethod(nativeFromUtf8(name), std::move(method));
 }
 
@@ -171,7 +172,7 @@ bool NativeObject::hasMethod(sstring const& name) { return nativeIsMethod(findMe
 NativeResult NativeObject::run(NativeMethod const& method, NativeObject& self, NativeArguments& args)
 {
     assert(m_engine->onScriptThread());
-    if (auto* handler = std::get_if<std::shared_ptr<const NativeHandler>>(&method))
+    if (auto* handler = std::get_if<std::shared_ptr<NativeHandler const>>(&method))
         return (**handler)(self, args);
     NativeValue result;
     NativeEngine::ComponentCall running(*m_engine);

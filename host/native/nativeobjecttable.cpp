@@ -1,3 +1,4 @@
+// host/native/nativeobjecttable.cpp: see nativeobjecttable.h.
 #include "host/native/nativeobjecttable.h"
 
 #include "host/native/nativeobject.h"

@@ -1,3 +1,4 @@
+// host/native/nativeopenwindows.cpp: see nativeopenwindows.h.
 #include "host/native/nativeopenwindows.h"
 
 #include "host/native/nativepump.h"

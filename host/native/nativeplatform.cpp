@@ -1,3 +1,4 @@
+// host/native/nativeplatform.cpp: see nativeplatform.h.
 #include "host/native/nativeplatform.h"
 
 #include "host/native/nativeengine.h"

@@ -1,3 +1,4 @@
+// host/native/nativeprivate.cpp: see nativeprivate.h.
 #include "host/native/nativeprivate.h"
 
 void* NativePrivate::getData(char const* key)

@@ -1,5 +1,5 @@
-// A futex rather than a condition variable: a wake is one exchange, and a system call only when the script thread
-// sleeps.
+// host/native/nativepump.cpp: a futex rather than a condition variable: a wake is one exchange, and a system call only
+// when the script thread sleeps.
 #include "host/native/nativepump.h"
 
 #include <cassert>

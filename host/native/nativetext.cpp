@@ -1,3 +1,4 @@
+// host/native/nativetext.cpp: see nativetext.h.
 #include "host/native/nativetext.h"
 
 #include <unicode/ustring.h>

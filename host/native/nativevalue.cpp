@@ -1,3 +1,4 @@
+// host/native/nativevalue.cpp: see nativevalue.h.
 #include "host/native/nativevalue.h"
 
 #include "host/native/nativeobject.h"

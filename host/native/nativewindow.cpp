@@ -1,3 +1,4 @@
+// host/native/nativewindow.cpp: see nativewindow.h.
 #include "host/native/nativewindow.h"
 
 NativeValue NativeWindow::call(std::string_view method, NativeArguments args) const

@@ -96,7 +96,7 @@ TEST(ColumnCodes, AreNotReadInTextsThatWereSetInAListThatStands)
     EXPECT_EQ(page.cell("a", 0), "later");
     EXPECT_EQ(page.cell("a", 1), "x|4");
     EXPECT_EQ(page.heading(0) + page.heading(1), "a|1|bLater");
-    EXPECT_EQ(dynamic_cast<guiHtmlControlFlex&>(*copy).getItem(0)->plain.texts.size(), 2u);
+    EXPECT_EQ(dynamic_cast<guiHtmlControlFlex&>(*copy).getItem(0)->uncoded.texts.size(), 2u);
 }
 
 TEST(FlexRows, StandInTheirColumnsAndUnderTheirParents)
@@ -230,7 +230,7 @@ TEST(FlexRows, AreAddedIntoHolesAndRemoved)
     EXPECT_EQ(page.flex().getItemCount(), 4u);
     EXPECT_EQ(page.flex().getItem(2)->item->parent(), page.flex().findItem("a")->item);
     EXPECT_EQ(page.cell("e", 1), "5");
-    EXPECT_EQ(page.flex().getItem(2)->item->getIndicator(), guiCheckListItem::RadioButton);
+    EXPECT_EQ(page.flex().getItem(2)->item->getIndicator(), guiCheckListItem::kRadioButton);
     page.flex().addItem("g", "", "nobody", kFlexPlain);
     EXPECT_EQ(page.cell("g", 0), "g");
     EXPECT_EQ(page.flex().findItem("g")->item->parent(), nullptr);
@@ -507,7 +507,7 @@ TEST(FlexEvents, AHandlerHearsOfARowWhenTheToolkitIsDoneWithIt)
 {
     BusyPage page;
     unsigned holds = 99;
-    page.flex->work = [&] { holds = page.view()->news.holds; };
+    page.flex->work = [&] { holds = page.view()->pendingNotices.holds; };
     page.flex->setItemSelected("b", 1);
     EXPECT_EQ(holds, 0u);
     holds = 99;

@@ -2,8 +2,8 @@
 #include "controls/guihtmlimage.h"
 #include "controls/guiimagec.h"
 #include "controls/guiimagemap.h"
+#include "tests/controls/pagewindow.h"
 #include "tests/support/fakescript.h"
-#include "tests/support/pagewindow.h"
 
 #include <QElapsedTimer>
 #include <QRegion>

@@ -2,8 +2,8 @@
 // cost; and the others lack nothing.
 #include "controls/guihtmlcontroledit.h"
 #include "controls/guiwidgetscrollbar.h"
+#include "tests/controls/pagewindow.h"
 #include "tests/controls/stalearea.h"
-#include "tests/support/pagewindow.h"
 
 #include <QApplication>
 #include <QLineEdit>

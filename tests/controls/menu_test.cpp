@@ -26,16 +26,15 @@ struct Menu : ShownPage
 };
 
 /// A page root that writes down the events of its page.
-class EventRoot : public guiHtmlBase
+class EventRoot : public WindowRoot
 {
 public:
-    EventRoot() : guiHtmlBase(nullptr, nullptr, nullptr, sstring()) {}
     ~EventRoot() override
     {
         destroyWidget();
         PageWindow::settle(); // the widget goes later
     }
-    using guiHtmlBase::operator=;
+    using WindowRoot::operator=;
     int onEvent(sstring name, ScriptObject*) override
     {
         events.push_back(name.c_str());

@@ -1,7 +1,7 @@
 // tests/controls/movie_test.cpp: reading AVI and AVZ files from memory, whole and broken ones.
 #include "controls/guimovie.h"
 #include "controls/readavi.h"
-#include "tests/controls/moviefile.h"
+#include "tests/support/moviefile.h"
 
 #include <gtest/gtest.h>
 

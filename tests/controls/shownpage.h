@@ -3,7 +3,7 @@
 
 #include "controls/guihtmlcontrol.h"
 #include "page/guihtmltext-fonts.h"
-#include "tests/support/pagewindow.h"
+#include "tests/controls/pagewindow.h"
 
 #include <QFontMetrics>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // tests/controls/widget_test.cpp: how the top-level widget turns what the toolkit reports into calls on the page.
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guiwidgetscrollbar.h"
 #include "page/guilaterevents.h"
-#include "tests/support/pagewindow.h"
+#include "tests/controls/pagewindow.h"
 
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -55,12 +55,12 @@ private:
     std::string m_name;
 };
 
-class LogRoot : public guiHtmlBase
+class LogRoot : public WindowRoot
 {
 public:
-    explicit LogRoot(List& log) : guiHtmlBase(nullptr, nullptr, nullptr, sstring()), m_log(log) {}
+    explicit LogRoot(List& log) : m_log(log) {}
 
-    using guiHtmlBase::operator=;
+    using WindowRoot::operator=;
     int onEscape() override { return m_log.push_back("escape"), keyUsed; }
     int onEnter() override { return m_log.push_back("enter"), keyUsed; }
     void onShow() override { m_log.push_back("show"); }
@@ -70,7 +70,7 @@ public:
         m_log.push_back("rect " + std::to_string(rect->left) + "," + std::to_string(rect->top) + " " +
                         std::to_string(rect->width) + "x" + std::to_string(rect->height));
     }
-    QWidget* getTopLevelWidget() override { return standIn ? standIn : guiHtmlBase::getTopLevelWidget(); }
+    QWidget* getTopLevelWidget() override { return standIn ? standIn : WindowRoot::getTopLevelWidget(); }
     int updateLayout(int) override { return 1; }
 
     int keyUsed = 1;

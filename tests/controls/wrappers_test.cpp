@@ -1,6 +1,6 @@
 // tests/controls/wrappers_test.cpp: each native widget forwards one signal to one operation of the node that owns it,
 // and asks it about Escape and Enter first.
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guihtmlcontroledit.h"
 #include "controls/guihtmlcontrolflex.h"
@@ -398,7 +398,7 @@ TEST(Wrappers, ListsForwardAChangedSelection)
 
     FlexOwner flexOwner;
     guiWidgetListView view(nullptr);
-    auto* row = new guiCheckListItem(&flexOwner, &view, "row", guiCheckListItem::Controller);
+    auto* row = new guiCheckListItem(&flexOwner, &view, "row", guiCheckListItem::kNoIndicator);
     view.owner = &flexOwner;
     row->setSelected(true);
     EXPECT_EQ(flexOwner.log, List{"select"});
@@ -460,7 +460,8 @@ namespace {
 
 struct CheckList : ::testing::Test
 {
-    guiCheckListItem* add(char const* text, guiCheckListItem::Indicator indicator, QTreeWidgetItem* parent = nullptr)
+    guiCheckListItem* add(char const* text, guiCheckListItem::indicatorKind indicator,
+                          QTreeWidgetItem* parent = nullptr)
     {
         return parent ? new guiCheckListItem(&owner, parent, text, indicator)
                       : new guiCheckListItem(&owner, &view, text, indicator);
@@ -474,7 +475,7 @@ struct CheckList : ::testing::Test
 
 TEST_F(CheckList, ACheckBoxRowReportsChangesAndNothingElse)
 {
-    guiCheckListItem* row = add("row", guiCheckListItem::CheckBox);
+    guiCheckListItem* row = add("row", guiCheckListItem::kCheckBox);
     EXPECT_FALSE(row->isOn());
     EXPECT_TRUE(owner.log.empty());
     row->setOn(false);
@@ -492,7 +493,7 @@ TEST_F(CheckList, ACheckBoxRowReportsChangesAndNothingElse)
 
 TEST_F(CheckList, APlainRowHasNoStateAndNoIndicator)
 {
-    guiCheckListItem* row = add("row", guiCheckListItem::Controller);
+    guiCheckListItem* row = add("row", guiCheckListItem::kNoIndicator);
     row->setOn(true);
     EXPECT_FALSE(row->isOn());
     EXPECT_FALSE(row->data(0, Qt::CheckStateRole).isValid());
@@ -501,11 +502,11 @@ TEST_F(CheckList, APlainRowHasNoStateAndNoIndicator)
 
 TEST_F(CheckList, RadioRowsUnderOneParentExcludeEachOther)
 {
-    guiCheckListItem* group = add("group", guiCheckListItem::Controller);
-    guiCheckListItem* first = add("first", guiCheckListItem::RadioButton, group);
-    guiCheckListItem* second = add("second", guiCheckListItem::RadioButton, group);
-    guiCheckListItem* box = add("box", guiCheckListItem::CheckBox, group);
-    guiCheckListItem* elsewhere = add("elsewhere", guiCheckListItem::RadioButton);
+    guiCheckListItem* group = add("group", guiCheckListItem::kNoIndicator);
+    guiCheckListItem* first = add("first", guiCheckListItem::kRadioButton, group);
+    guiCheckListItem* second = add("second", guiCheckListItem::kRadioButton, group);
+    guiCheckListItem* box = add("box", guiCheckListItem::kCheckBox, group);
+    guiCheckListItem* elsewhere = add("elsewhere", guiCheckListItem::kRadioButton);
     first->setOn(true);
     box->setOn(true);
     elsewhere->setOn(true);
@@ -522,21 +523,21 @@ TEST_F(CheckList, RadioRowsUnderOneParentExcludeEachOther)
 
 TEST_F(CheckList, RowsCanBePutBehindOthers)
 {
-    guiCheckListItem* first = add("first", guiCheckListItem::CheckBox);
-    add("last", guiCheckListItem::CheckBox);
-    auto* between = new guiCheckListItem(&owner, &view, first, "between", guiCheckListItem::CheckBox);
+    guiCheckListItem* first = add("first", guiCheckListItem::kCheckBox);
+    add("last", guiCheckListItem::kCheckBox);
+    auto* between = new guiCheckListItem(&owner, &view, first, "between", guiCheckListItem::kCheckBox);
     EXPECT_EQ(view.indexOfTopLevelItem(between), 1);
-    auto* child = add("child", guiCheckListItem::CheckBox, first);
-    auto* behind =
-        new guiCheckListItem(&owner, static_cast<QTreeWidgetItem*>(first), child, "behind", guiCheckListItem::CheckBox);
+    auto* child = add("child", guiCheckListItem::kCheckBox, first);
+    auto* behind = new guiCheckListItem(&owner, static_cast<QTreeWidgetItem*>(first), child, "behind",
+                                        guiCheckListItem::kCheckBox);
     EXPECT_EQ(first->indexOfChild(behind), 1);
     EXPECT_EQ(behind->owner, &owner);
 }
 
 TEST_F(CheckList, AHandlerMayDestroyTheRowThatItHearsOf)
 {
-    guiCheckListItem* first = add("first", guiCheckListItem::RadioButton);
-    guiCheckListItem* second = add("second", guiCheckListItem::RadioButton);
+    guiCheckListItem* first = add("first", guiCheckListItem::kRadioButton);
+    guiCheckListItem* second = add("second", guiCheckListItem::kRadioButton);
     first->setOn(true);
     owner.whileTold = [&] { view.clear(); };
     second->setOn(true);
@@ -545,8 +546,8 @@ TEST_F(CheckList, AHandlerMayDestroyTheRowThatItHearsOf)
 
 TEST_F(CheckList, AnUnboundListTellsNobody)
 {
-    guiCheckListItem* row = add("row", guiCheckListItem::CheckBox);
-    guiCheckListItem* child = add("child", guiCheckListItem::CheckBox, row);
+    guiCheckListItem* row = add("row", guiCheckListItem::kCheckBox);
+    guiCheckListItem* child = add("child", guiCheckListItem::kCheckBox, row);
     view.owner = &owner;
     view.unbind();
     row->setOn(true);
@@ -594,8 +595,8 @@ struct ShownCheckList : CheckList
 
 TEST_F(ShownCheckList, AClickOnTheIndicatorTogglesABoxAndOnlyChecksARadioRow)
 {
-    guiCheckListItem* box = add("box", guiCheckListItem::CheckBox);
-    guiCheckListItem* radio = add("radio", guiCheckListItem::RadioButton);
+    guiCheckListItem* box = add("box", guiCheckListItem::kCheckBox);
+    guiCheckListItem* radio = add("radio", guiCheckListItem::kRadioButton);
     show();
     clickAt(indicatorOf(box).center());
     EXPECT_TRUE(box->isOn());
@@ -618,7 +619,7 @@ TEST_F(ShownCheckList, AClickOnTheIndicatorTogglesABoxAndOnlyChecksARadioRow)
 
 TEST_F(ShownCheckList, TheBlankChecksTheCurrentRadioRow)
 {
-    guiCheckListItem* radio = add("radio", guiCheckListItem::RadioButton);
+    guiCheckListItem* radio = add("radio", guiCheckListItem::kRadioButton);
     show();
     view.setCurrentItem(radio);
     pressKey(&view, Qt::Key_Space);
@@ -629,7 +630,7 @@ TEST_F(ShownCheckList, TheBlankChecksTheCurrentRadioRow)
 
 TEST_F(ShownCheckList, ARadioRowShowsTheToolkitsRadioIndicator)
 {
-    guiCheckListItem* radio = add("", guiCheckListItem::RadioButton);
+    guiCheckListItem* radio = add("", guiCheckListItem::kRadioButton);
     show();
     for (bool isOn : {false, true}) {
         radio->setOn(isOn);

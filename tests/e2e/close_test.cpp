@@ -55,7 +55,7 @@ TEST_F(CloseTest, AWindowThatClosesInItsOwnPaintIsGoneAfterIt)
     RootWindow window("Close");
     std::atomic<bool> wasPainting{false};
     PaintingNode* node = addPaintingNode(window, [&](PaintingNode& self) {
-        guiHtmlBase* root = self.getBaseHtml();
+        guiHtmlBase* root = guiHtmlBase::of(&self);
         guiWidget* widget = root->getWidget();
         root->destroyWidget();
         wasPainting = widget->isPainting() && widget->deletePending && !root->isOpen();

@@ -1,3 +1,4 @@
+// tests/e2e/desktop.cpp: see desktop.h.
 #include "tests/e2e/desktop.h"
 
 #include <X11/Xatom.h>

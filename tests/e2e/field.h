@@ -2,7 +2,7 @@
 // fields do besides (values, links, forms).
 #pragma once
 
-#include "controls/guidispatch.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontroledit.h"
 #include "controls/guiwidgetlineedit.h"
 

@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 namespace {
 
 /// The point of each control, in pixels from the corner of the window: the heights of the rows say so.
-const std::map<std::string, std::pair<int, int>> kPlaces{
+std::map<std::string, std::pair<int, int> const> kPlaces{
     {"text", {150, 20}},    {"password", {150, 60}}, {"file", {150, 100}},    {"area", {150, 160}},
     {"box", {8, 220}},      {"other", {28, 220}},    {"choice c", {48, 260}}, {"list b", {50, 361}},
     {"flex k2", {50, 444}}, {"task t2", {209, 427}}, {"task t1", {250, 412}}, {"send", {50, 520}},
@@ -57,7 +57,7 @@ std::string formPage()
 
 using Values = std::map<std::string, NativeValue>;
 
-const Values kUntouched{{"text", "one"},  {"password", ""},  {"file", ""},       {"area", "two"},
+Values const kUntouched{{"text", "one"},  {"password", ""},  {"file", ""},       {"area", "two"},
                         {"box", nullptr}, {"other", "no"},   {"choice", "b"},    {"combo", "r"},
                         {"list", ""},     {"flex", nullptr}, {"tasks", nullptr}, {"hidden", "h"}};
 

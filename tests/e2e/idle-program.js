@@ -1,5 +1,6 @@
 'use strict';
-// idle-program.js PAGE: opens the page in three windows and serves them. tests/e2e/idle-test.sh looks at what that costs.
+// idle-program.js PAGE: opens the page in three windows and serves them. tests/e2e/idle-test.sh measures what
+// that costs.
 
 const { GuiWindow } = require('../../host/node');
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# idle-test.sh COMMAND...: a program that shows three windows called "Idle" and does nothing must use no processor time. Fails
-# when it uses more than 20 ms in 10 s, or wakes up more often than once in a second. Needs a display
+# idle-test.sh COMMAND...: a program that shows three windows called "Idle" and does nothing must use no processor time.
+# Fails when it uses more than 20 ms in 10 s, or wakes up more often than once in a second. Needs a display
 # (tests/e2e/with-display.sh).
 set -u
 

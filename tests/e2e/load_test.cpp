@@ -42,8 +42,8 @@ struct LoadTest : testing::Test
     }
 };
 
-const std::u16string kTitle = u"Größe 日本語 €";
-const std::u16string kPage = u"<html><head><title>" + kTitle + u"</title></head><body><p>text</p></body></html>";
+std::u16string const kTitle = u"Größe 日本語 €";
+std::u16string const kPage = u"<html><head><title>" + kTitle + u"</title></head><body><p>text</p></body></html>";
 
 std::string littleEndian(std::u16string const& text)
 {

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# run-test.sh TEST [ARGUMENT...]: runs a test program on a display of its own; only to name its tests it needs none.
+# run-test.sh TEST [ARGUMENT...]: runs a test program on a display of its own; to list its tests it needs none.
 for word; do
     [ "$word" != --gtest_list_tests ] || exec "$@"
 done

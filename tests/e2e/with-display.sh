@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
-# with-display.sh COMMAND [ARGUMENT...]: runs a command on a private X server with a window manager and the tests' fonts.
+# with-display.sh COMMAND [ARGUMENT...]: runs a command on an X server of its own, with a window manager and the
+# fonts of the tests.
 #
-# The server takes a free display number, so any number of these run side by side. Nothing of the caller's desktop reaches
-# the command: no theme, no scaling, no session bus, no settings of the user. The exit code is the command's; server,
-# window manager and files are gone afterwards, also when this script is interrupted.
+# The server takes a free display number, so any number of these run side by side. Nothing of the caller's desktop
+# reaches the command: no theme, no scaling, no session bus, no settings of the user. The exit code is the command's;
+# server, window manager and files are gone afterwards, also when this script is interrupted.
 #
 #   TARN_SCREEN   size and depth of the screen, 1280x1024x24 when unset
 #
@@ -59,17 +60,18 @@ start_server() {
         3>"$work/display" >"$work/server.log" 2>&1 </dev/null &
     server=$!
     wait_until 20 "$server" test -s "$work/display" || fail 'Xvfb did not start' "$work/server.log"
-    export DISPLAY=:$(<"$work/display")
+    DISPLAY=:$(<"$work/display")
+    export DISPLAY
 }
 
-# The first key that a test presses gives the keyboard another map, on which the manager takes its own keys anew; a key of its
-# that comes meanwhile, such as Alt+F4, goes to the window instead. So the first one is pressed before there is a manager.
+# The first key that a test presses gives the keyboard another map, and the manager grabs its own keys anew on that map.
+# Until it has done so, a key such as Alt+F4 goes to the window instead: so a key is pressed before there is a manager.
 settle_keyboard() {
     xdotool key shift 2>"$work/keyboard.log" || fail 'the server takes no key' "$work/keyboard.log"
 }
 
-# The manager is ready when it runs its start command. It says on the root window that it is there long before, but what opens
-# a window between the two may never be shown: requests that came too early wait until something else happens.
+# The manager is ready when it runs its start command. It says on the root window that it is there long before, but what
+# opens a window between the two may never be shown: requests that came too early wait until something else happens.
 manager_is_up() {
     [ -e "$work/manager-ready" ]
 }
@@ -103,7 +105,7 @@ start_server
 settle_keyboard
 start_manager
 
-# In the background, so that a signal to this script is handled at once. A shell makes its background commands deaf to
+# In the background, so that a signal to this script is handled at once. A shell makes its background commands ignore
 # interrupts and takes their standard input away; both are given back.
 env --default-signal=INT --default-signal=QUIT "$@" <&0 &
 command=$!

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# examples-test.sh CASE: runs an example on the display it is given, clicks where a user would, and compares what the program
-# printed. Places are pixels from the window's top left corner, with the fonts of tests/fonts.
+# examples-test.sh CASE: runs an example on the display it is given, clicks where a user would, and compares what the
+# program printed. Places are pixels from the window's top left corner, with the fonts of tests/fonts.
 set -u
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/../.." && pwd)
@@ -13,7 +13,8 @@ fail() {
     exit 1
 }
 
-# open_app FILE [ARGUMENT...]: starts a program and waits until its window is painted; $window is the window, $work/out what it prints.
+# open_app FILE [ARGUMENT...]: starts a program and waits until its window is painted; $window is the window, $work/out
+# what it prints.
 open_app() {
     start_app "$@" >"$work/out"
     trap 'end_app; rm -rf -- "$work"' EXIT
@@ -91,7 +92,8 @@ region_of() {
 
 # expect_window TITLE: the newest window gets this title; it is $window from now on.
 expect_window() {
-    window=$(wait_for_title "$1") || fail "the newest window is \"$(xdotool getwindowname "$(newest_window)")\", not \"$1\""
+    window=$(wait_for_title "$1") ||
+        fail "the newest window is \"$(xdotool getwindowname "$(newest_window)")\", not \"$1\""
     wait_until_still "$window"
 }
 

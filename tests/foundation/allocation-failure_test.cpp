@@ -1,17 +1,17 @@
-// What happens when there is no memory: each allocation of a page's reading fails once, and the answer is velaError 12
-// every time, with nothing kept. Compiled with the assertions, which bring the test mode.
+// tests/foundation/allocation-failure_test.cpp: running out of memory. Every allocation while reading a page fails
+// once; each time the result is velaError 12 and nothing leaks. Needs a build with assertions, which have the hook.
+
+#include "foundation/vela-memmgr.h"
 #include "tests/foundation/markup.h"
+#include "tests/support/leakcheck.h"
 
 #include <functional>
 #include <set>
 #include <thread>
 
-#include "foundation/vela-memmgr.h"
-#include "tests/support/leakcheck.h"
-
 namespace {
 
-/// More than a chunk, in a code set of several bytes, with everything that takes memory of its own.
+/// A page of more than a chunk, in a multi-byte code set, with everything that allocates.
 std::string page()
 {
     std::string text = "<meta content='text/html; charset=shift_jis'><!DOCTYPE html>";
@@ -22,7 +22,7 @@ std::string page()
     return text;
 }
 
-/// All that a reader of pages does with the foundation.
+/// Uses the library as a reader of pages does.
 void readPage(sstring const& file)
 {
     textstream stream(file);
@@ -52,8 +52,8 @@ void readStream(sstring const& file)
     again.pop(bytes, 20);
 }
 
-/// One attempt in a thread of its own, so that nothing kept for the thread is there from before. Its outcome is 0 when
-/// it went through, else the error's code; -1 for another exception.
+/// Runs `work` on a new thread, which has no cached converters yet. Returns 0, the code of the velaError, or -1 for
+/// another exception.
 int attempt(std::function<void()> const& work, long failAfter, bool& hasFailed)
 {
     int outcome = 0;
@@ -73,7 +73,7 @@ int attempt(std::function<void()> const& work, long failAfter, bool& hasFailed)
     return outcome;
 }
 
-/// Lets each allocation of `work` fail. Returns how many there are.
+/// Lets each allocation of `work` fail in turn. Returns their number.
 long failEach(std::function<void()> const& work)
 {
     std::set<int> outcomes;
@@ -91,19 +91,19 @@ long failEach(std::function<void()> const& work)
 
 } // namespace
 
-TEST(FailingAllocation, EachOneOfAPagesReadingGivesError12)
+TEST(FailingAllocation, EachOneWhileReadingAPageGivesError12)
 {
     TemporaryFile file(page());
     EXPECT_GT(failEach([&] { readPage(file.name()); }), 100);
 }
 
-TEST(FailingAllocation, EachOneOfAStreamsReadingGivesError12)
+TEST(FailingAllocation, EachOneWhileReadingAStreamGivesError12)
 {
     TemporaryFile file(page());
     EXPECT_GT(failEach([&] { readStream(file.name()); }), 8);
 }
 
-TEST(FailingAllocation, AfterwardsThePageReadsAsEver)
+TEST(FailingAllocation, AfterwardsThePageReadsNormally)
 {
     TemporaryFile file(page());
     bool hasFailed = false;
@@ -114,7 +114,7 @@ TEST(FailingAllocation, AfterwardsThePageReadsAsEver)
     EXPECT_EQ(dump(parser), dumpOf(page()));
 }
 
-TEST(FailingAllocation, AStringThatCanNotGrowStaysAsItWas)
+TEST(FailingAllocation, AStringThatCanNotGrowStaysUnchanged)
 {
     sstring text("as it was");
     MemMgr_FailAfter(0);

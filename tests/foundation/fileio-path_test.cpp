@@ -1,4 +1,4 @@
-// tests/foundation/fileio-path_test.cpp: names, directories, searching and cleaning paths.
+// tests/foundation/fileio-path_test.cpp: paths and directories, searching and canonicalizing.
 
 #include "foundation/localize2.h"
 #include "foundation/vela-fileio.h"
@@ -16,48 +16,48 @@
 
 namespace {
 
-/// Works in a directory for the length of a test.
+/// Changes the current directory during a test.
 class WorkingIn
 {
 public:
-    explicit WorkingIn(std::string const& path) : before(std::filesystem::current_path())
+    explicit WorkingIn(std::string const& path) : m_before(std::filesystem::current_path())
     {
         std::filesystem::current_path(path);
     }
-    ~WorkingIn() { std::filesystem::current_path(before); }
+    ~WorkingIn() { std::filesystem::current_path(m_before); }
 
 private:
-    std::filesystem::path before;
+    std::filesystem::path m_before;
 };
 
-/// Sets or removes the search path for the length of a test.
+/// Sets or removes the search path during a test.
 class SearchPath
 {
 public:
-    explicit SearchPath(char const* value) : before(std::getenv("PATH") ? std::getenv("PATH") : "")
+    explicit SearchPath(char const* value) : m_before(std::getenv("PATH") ? std::getenv("PATH") : "")
     {
         if (value)
             setenv("PATH", value, 1);
         else
             unsetenv("PATH");
     }
-    ~SearchPath() { setenv("PATH", before.c_str(), 1); }
+    ~SearchPath() { setenv("PATH", m_before.c_str(), 1); }
 
 private:
-    std::string before;
+    std::string m_before;
 };
 
 std::string canonical(std::string const& path) { return FileIO_CanonicalizePath(path.c_str()).c_str(); }
 
 std::string foundInPath(char const* name)
 {
-    char result[maxPathBytes] = "untouched";
+    char result[kMaxPathBytes] = "untouched";
     return FileIO_FindFileInPathA(name, result) ? result : "failed: " + std::string(result);
 }
 
 std::string fullPathOf(std::string const& argv0)
 {
-    char result[maxPathBytes];
+    char result[kMaxPathBytes];
     return FileIO_GetCurrentProcessFullPathA(argv0.c_str(), result) ? result : "failed";
 }
 
@@ -65,8 +65,8 @@ std::string fullPathOf(std::string const& argv0)
 
 TEST(FileNames, ExistenceAndReadability)
 {
-    const TemporaryDirectory directory;
-    const std::string file = directory.write("a", "x");
+    TemporaryDirectory const directory;
+    std::string const file = directory.write("a", "x");
     EXPECT_TRUE(FileIO_FileExistsA(file.c_str()));
     EXPECT_TRUE(FileIO_FileExistsW(sstring(file.c_str())));
     EXPECT_TRUE(FileIO_IsFileReadableA(file.c_str()));
@@ -88,9 +88,9 @@ TEST(FileNames, ExistenceAndReadability)
 
 TEST(FileNames, DeletesFilesAndMakesAndRemovesDirectories)
 {
-    const TemporaryDirectory directory;
-    const std::string file = directory.write("a", "x");
-    const std::string folder = directory.file("folder");
+    TemporaryDirectory const directory;
+    std::string const file = directory.write("a", "x");
+    std::string const folder = directory.file("folder");
     EXPECT_TRUE(FileIO_FileDeleteA(file.c_str()));
     EXPECT_FALSE(FileIO_FileDeleteA(file.c_str()));
     EXPECT_EQ(FileIO_GetLastErr(), ENOENT);
@@ -106,10 +106,10 @@ TEST(FileNames, DeletesFilesAndMakesAndRemovesDirectories)
 
 TEST(FileNames, TheCurrentDirectoryMoves)
 {
-    const TemporaryDirectory directory;
-    const WorkingIn start("/");
-    char current[maxPathBytes];
-    unsigned short wide[maxPathBytes];
+    TemporaryDirectory const directory;
+    WorkingIn const start("/");
+    char current[kMaxPathBytes];
+    unsigned short wide[kMaxPathBytes];
     EXPECT_TRUE(FileIO_SetCurrentDirectoryA(directory.path().c_str()));
     EXPECT_TRUE(FileIO_GetCurrentDirectoryA(current));
     EXPECT_EQ(current, directory.path());
@@ -155,7 +155,7 @@ TEST(FileNames, BackslashesBecomeSlashes)
 
 TEST(FileNames, AWidePathIsNarrowedByTheDefaultLocale)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     LOCALE* japanese = Locale_Create("ja_JP");
     Locale_SetDefault(japanese);
     sstring path(directory.path().c_str());
@@ -173,7 +173,7 @@ TEST(FileNames, AWidePathIsNarrowedByTheDefaultLocale)
 
 TEST(Directories, AListingHoldsEveryNameInTheSystemsOrder)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     directory.write("file", "x");
     std::filesystem::create_directory(directory.file("folder"));
     std::filesystem::create_symlink("missing", directory.file("dangling"));
@@ -185,7 +185,7 @@ TEST(Directories, AListingHoldsEveryNameInTheSystemsOrder)
     EXPECT_EQ(count, 6u);
     std::map<std::string, int> entries;
     std::string order;
-    char name[maxPathBytes];
+    char name[kMaxPathBytes];
     int isDirectory = -1;
     for (int more = FileIO_GetFirstDirEntryA(listing, &isDirectory, name, sizeof name); more;
          more = FileIO_GetNextDirEntryA(listing, &isDirectory, name, sizeof name)) {
@@ -193,7 +193,7 @@ TEST(Directories, AListingHoldsEveryNameInTheSystemsOrder)
         order += std::string(name) + "/";
     }
     EXPECT_EQ(FileIO_GetLastErr(), ENOENT);
-    const std::map<std::string, int> expected{{".", 0x4000},      {"..", 0x4000}, {"dangling", 0},
+    std::map<std::string, int> const expected{{".", 0x4000},      {"..", 0x4000}, {"dangling", 0},
                                               {"folder", 0x4000}, {"file", 0},    {"link", 0x4000}};
     EXPECT_EQ(entries, expected);
     std::string systemOrder;
@@ -205,9 +205,9 @@ TEST(Directories, AListingHoldsEveryNameInTheSystemsOrder)
     EXPECT_TRUE(FileIO_FreeDirectoryEnumeration(listing));
 }
 
-TEST(Directories, ANameIsHandedOutOnlyWhenItIsShorterThanTheBuffer)
+TEST(Directories, ANameIsReturnedOnlyIfItFitsTheBuffer)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     directory.write("1234567", "x");
     DIRDATA* listing = nullptr;
     ASSERT_TRUE(FileIO_EnumerateDirectoryW(sstring(directory.path().c_str()), &listing));
@@ -237,9 +237,9 @@ TEST(Directories, ANameIsHandedOutOnlyWhenItIsShorterThanTheBuffer)
     EXPECT_TRUE(FileIO_FreeDirectoryEnumeration(listing));
 }
 
-TEST(Directories, WhatIsNoDirectoryFails)
+TEST(Directories, OnlyADirectoryIsEnumerated)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     auto* listing = reinterpret_cast<DIRDATA*>(1);
     EXPECT_FALSE(FileIO_EnumerateDirectoryA(directory.write("a", "x").c_str(), &listing));
     EXPECT_EQ(listing, nullptr);
@@ -257,24 +257,24 @@ TEST(Directories, WhatIsNoDirectoryFails)
 
 TEST(SearchPath, TheFirstDirectoryThatHasTheNameWins)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     std::filesystem::create_directory(directory.file("one"));
     std::filesystem::create_directory(directory.file("two"));
     directory.write("two/tool", "x");
-    const std::string both = directory.file("missing") + "::" + directory.file("one") + ":" + directory.file("two/");
-    const SearchPath path(both.c_str());
+    std::string const both = directory.file("missing") + "::" + directory.file("one") + ":" + directory.file("two/");
+    SearchPath const path(both.c_str());
     EXPECT_EQ(foundInPath("tool"), directory.file("two/tool"));
     directory.write("one/tool", "x");
     EXPECT_EQ(foundInPath("tool"), directory.file("one/tool"));
     EXPECT_EQ(foundInPath("nothing"), "failed: untouched");
-    unsigned short wide[maxPathBytes];
+    unsigned short wide[kMaxPathBytes];
     EXPECT_TRUE(FileIO_FindFileInPathW(u16(u"tool"), wide));
     EXPECT_EQ(sstring(wide), directory.file("one/tool").c_str());
 }
 
 TEST(SearchPath, NamesWithASlashAreNotSearched)
 {
-    const SearchPath path("/");
+    SearchPath const path("/");
     EXPECT_EQ(foundInPath("bin"), "/bin");
     EXPECT_EQ(foundInPath("../bin"), "failed: untouched");
     EXPECT_EQ(foundInPath("/bin"), "failed: untouched");
@@ -287,33 +287,33 @@ TEST(SearchPath, NamesWithASlashAreNotSearched)
 
 TEST(SearchPath, WithoutTheVariableNothingIsFound)
 {
-    const SearchPath path(nullptr);
+    SearchPath const path(nullptr);
     EXPECT_EQ(foundInPath("sh"), "failed: untouched");
 }
 
 TEST(SearchPath, TheProgramsOwnPathIsMadeAbsolute)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     directory.write("tool", "x");
-    const WorkingIn working(directory.path());
+    WorkingIn const working(directory.path());
     EXPECT_EQ(fullPathOf("/usr/bin/tool"), "/usr/bin/tool");
     EXPECT_EQ(fullPathOf("./tool"), directory.path() + "/./tool");
     EXPECT_EQ(fullPathOf("bin/tool"), directory.path() + "/bin/tool");
     EXPECT_EQ(fullPathOf(std::string(4090, 'x') + "/x"), "failed");
     EXPECT_EQ(fullPathOf(""), "failed");
     {
-        const SearchPath path(directory.path().c_str());
+        SearchPath const path(directory.path().c_str());
         EXPECT_EQ(fullPathOf("tool"), directory.path() + "/tool");
         EXPECT_EQ(fullPathOf("nothing"), "failed");
     }
-    const SearchPath path(".");
+    SearchPath const path(".");
     EXPECT_EQ(fullPathOf("tool"), directory.path() + "/./tool");
-    unsigned short wide[maxPathBytes];
+    unsigned short wide[kMaxPathBytes];
     EXPECT_TRUE(FileIO_GetCurrentProcessFullPathW(u16(u"/x"), wide));
     EXPECT_EQ(sstring(wide), "/x");
 }
 
-TEST(CanonicalPath, ParentStepsAreTakenAway)
+TEST(CanonicalPath, ParentStepsAreRemoved)
 {
     EXPECT_EQ(canonical("/a/b/../c"), "/a/c");
     EXPECT_EQ(canonical("/"), "/");
@@ -334,7 +334,7 @@ TEST(CanonicalPath, AParentStepAtTheFrontStays)
     EXPECT_EQ(canonical("/a/../../x"), "/../x");
 }
 
-TEST(CanonicalPath, DotsAndDoubleSlashesGoInOnePassEach)
+TEST(CanonicalPath, DotsAndDoubleSlashesAreReplacedInOnePassEach)
 {
     EXPECT_EQ(canonical("/a/./b"), "/a/b");
     EXPECT_EQ(canonical("/a//b"), "/a/b");
@@ -344,17 +344,17 @@ TEST(CanonicalPath, DotsAndDoubleSlashesGoInOnePassEach)
 
 TEST(CanonicalPath, RelativePathsStartInTheCurrentDirectory)
 {
-    const TemporaryDirectory directory;
-    const WorkingIn working(directory.path());
+    TemporaryDirectory const directory;
+    WorkingIn const working(directory.path());
     EXPECT_EQ(canonical("a/b"), directory.path() + "/a/b");
     EXPECT_EQ(canonical("./a"), directory.path() + "/a");
     EXPECT_EQ(canonical("x/../a"), directory.path() + "/a");
     EXPECT_EQ(canonical(""), directory.path());
 }
 
-TEST(CanonicalPath, EndlessPathsTakeLinearTime)
+TEST(CanonicalPath, VeryLongPathsTakeLinearTime)
 {
-    // Searching from the front after each step would look at 10^11 units and run into the time limit.
+    // Starting at the front after each step would read 10^11 units and exceed the time limit.
     std::string deep;
     for (int i = 0; i < 300000; ++i)
         deep += "/a";

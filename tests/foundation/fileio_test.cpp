@@ -22,14 +22,14 @@ class Opened
 public:
     Opened(std::string const& path, int mode)
     {
-        EXPECT_TRUE(FileIO_OpenA(path.c_str(), static_cast<ENU_FILE_OPEN>(mode), &file)) << path;
+        EXPECT_TRUE(FileIO_OpenA(path.c_str(), static_cast<ENU_FILE_OPEN>(mode), &m_file)) << path;
     }
-    ~Opened() { FileIO_Close(file); }
-    operator FILEDATA*() const { return file; }
-    FILEDATA* operator->() const { return file; }
+    ~Opened() { FileIO_Close(m_file); }
+    operator FILEDATA*() const { return m_file; }
+    FILEDATA* operator->() const { return m_file; }
 
 private:
-    FILEDATA* file = nullptr;
+    FILEDATA* m_file = nullptr;
 };
 
 std::string readUpTo(FILEDATA* file, unsigned long length)
@@ -66,10 +66,10 @@ int openError(std::string const& path, int mode)
     return FileIO_GetLastErr();
 }
 
-/// Whether another process could lock the file now.
+/// Whether another process can lock the file.
 bool othersCanLock(std::string const& path)
 {
-    const pid_t child = fork();
+    pid_t const child = fork();
     if (child == 0) {
         int const descriptor = open(path.c_str(), O_RDWR);
         _exit(lockf(descriptor, F_TEST, 0) == 0 ? 0 : 1);
@@ -96,8 +96,8 @@ TEST(FileIO, TheServiceStartsAndStops)
 
 TEST(FileIO, Mode0ReadsAnExistingFile)
 {
-    const TemporaryDirectory directory;
-    const Opened file(directory.write("a", "content"), 0);
+    TemporaryDirectory const directory;
+    Opened const file(directory.write("a", "content"), 0);
     EXPECT_EQ(readUpTo(file, 3), "con");
     EXPECT_EQ(readUpTo(file, 100), "tent");
     EXPECT_EQ(readUpTo(file, 100), "");
@@ -108,8 +108,8 @@ TEST(FileIO, Mode0ReadsAnExistingFile)
 
 TEST(FileIO, Mode1ReadsAndWritesAnExistingFile)
 {
-    const TemporaryDirectory directory;
-    const Opened file(directory.write("a", "content"), 1);
+    TemporaryDirectory const directory;
+    Opened const file(directory.write("a", "content"), 1);
     EXPECT_EQ(readUpTo(file, 3), "con");
     EXPECT_TRUE(writes(file, "TE"));
     EXPECT_EQ(directory.read("a"), "conTEnt");
@@ -118,9 +118,9 @@ TEST(FileIO, Mode1ReadsAndWritesAnExistingFile)
 
 TEST(FileIO, Mode2MakesANewFileForBoth)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     directory.write("a", "old content");
-    const Opened file(directory.file("a"), 2);
+    Opened const file(directory.file("a"), 2);
     EXPECT_EQ(permissions(directory.file("a")), 0600u);
     EXPECT_TRUE(writes(file, "new"));
     EXPECT_TRUE(FileIO_Seek(file, FILE_SEEK_START, 0));
@@ -129,15 +129,15 @@ TEST(FileIO, Mode2MakesANewFileForBoth)
 
 TEST(FileIO, Mode3Appends)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     {
-        const Opened file(directory.write("a", "old"), 3);
+        Opened const file(directory.write("a", "old"), 3);
         EXPECT_EQ(position(file), 3u);
         EXPECT_TRUE(FileIO_Seek(file, FILE_SEEK_START, 0));
         EXPECT_TRUE(writes(file, "+new"));
         EXPECT_EQ(directory.read("a"), "old+new");
     }
-    const Opened created(directory.file("b"), 3);
+    Opened const created(directory.file("b"), 3);
     EXPECT_EQ(permissions(directory.file("b")), 0600u);
     EXPECT_TRUE(writes(created, "first"));
     EXPECT_EQ(directory.read("b"), "first");
@@ -145,9 +145,9 @@ TEST(FileIO, Mode3Appends)
 
 TEST(FileIO, Mode4LeavesAnEmptyFileWithPermissions0600)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     directory.write("a", "old content");
-    const Opened file(directory.file("a"), 4);
+    Opened const file(directory.file("a"), 4);
     EXPECT_EQ(permissions(directory.file("a")), 0600u);
     unsigned long size = 1;
     EXPECT_TRUE(FileIO_GetSizeA(file, &size));
@@ -160,30 +160,30 @@ TEST(FileIO, Mode4LeavesAnEmptyFileWithPermissions0600)
 
 TEST(FileIO, ModesThatReplaceFailWhenTheOldFileCanNotBeDeleted)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     EXPECT_EQ(openError(directory.path(), 2), EISDIR);
     EXPECT_EQ(openError(directory.path(), 4), EISDIR);
 }
 
 TEST(FileIO, AnyOtherModeOpensReadOnly)
 {
-    const TemporaryDirectory directory;
-    const Opened file(directory.write("a", "content"), 77);
+    TemporaryDirectory const directory;
+    Opened const file(directory.write("a", "content"), 77);
     EXPECT_EQ(readUpTo(file, 7), "content");
     EXPECT_FALSE(writes(file, "x"));
 }
 
 TEST(FileIO, TheRecordKeepsThePathAsPassed)
 {
-    const TemporaryDirectory directory;
-    const Opened file(directory.write("a", ""), 0);
+    TemporaryDirectory const directory;
+    Opened const file(directory.write("a", ""), 0);
     EXPECT_STREQ(file->path, directory.file("a").c_str());
     EXPECT_EQ(file->reserved, 0u);
     EXPECT_EQ(file->locked, 0);
     EXPECT_GE(file->descriptor, 0);
 }
 
-TEST(FileIO, NullAndEmptyAndEndlessPathsFailAtOnce)
+TEST(FileIO, NullEmptyAndOverlongPathsFail)
 {
     FILEDATA* file = nullptr;
     EXPECT_FALSE(FileIO_OpenA(nullptr, FILE_OPEN_READ, &file));
@@ -201,8 +201,8 @@ TEST(FileIO, NullAndEmptyAndEndlessPathsFailAtOnce)
 
 TEST(FileIO, NullArgumentsFail)
 {
-    const TemporaryDirectory directory;
-    const Opened file(directory.write("a", "x"), 1);
+    TemporaryDirectory const directory;
+    Opened const file(directory.write("a", "x"), 1);
     char byte = 0;
     unsigned long number = 0;
     int flag = 0;
@@ -232,8 +232,8 @@ TEST(FileIO, NullArgumentsFail)
 
 TEST(FileIO, SeeksFromStartEndAndCurrentPosition)
 {
-    const TemporaryDirectory directory;
-    const Opened file(directory.write("a", "0123456789"), 0);
+    TemporaryDirectory const directory;
+    Opened const file(directory.write("a", "0123456789"), 0);
     EXPECT_TRUE(FileIO_Seek(file, static_cast<ENU_FILE_SEEK>(1), 0));
     EXPECT_EQ(position(file), 10u);
     EXPECT_TRUE(FileIO_Seek(file, static_cast<ENU_FILE_SEEK>(0), 4));
@@ -250,8 +250,8 @@ TEST(FileIO, SeeksFromStartEndAndCurrentPosition)
 
 TEST(FileIO, OnlyTheLow32BitsOfAnOffsetCount)
 {
-    const TemporaryDirectory directory;
-    const Opened file(directory.write("a", "0123456789"), 0);
+    TemporaryDirectory const directory;
+    Opened const file(directory.write("a", "0123456789"), 0);
     EXPECT_TRUE(FileIO_Seek(file, FILE_SEEK_START, 0x7700000002ul));
     EXPECT_EQ(position(file), 2u);
     EXPECT_TRUE(FileIO_Seek(file, FILE_SEEK_START, 3, 99));
@@ -268,8 +268,8 @@ TEST(FileIO, OnlyTheLow32BitsOfAnOffsetCount)
 
 TEST(FileIO, TruncateCutsAtTheCurrentPosition)
 {
-    const TemporaryDirectory directory;
-    const Opened file(directory.write("a", "0123456789"), 1);
+    TemporaryDirectory const directory;
+    Opened const file(directory.write("a", "0123456789"), 1);
     EXPECT_TRUE(FileIO_Seek(file, FILE_SEEK_START, 4));
     EXPECT_TRUE(FileIO_Truncate(file));
     EXPECT_EQ(directory.read("a"), "0123");
@@ -278,9 +278,9 @@ TEST(FileIO, TruncateCutsAtTheCurrentPosition)
 
 TEST(FileIO, SizeIsKnownByRecordAndByPath)
 {
-    const TemporaryDirectory directory;
-    const std::string path = directory.write("a", "0123456789");
-    const Opened file(path, 0);
+    TemporaryDirectory const directory;
+    std::string const path = directory.write("a", "0123456789");
+    Opened const file(path, 0);
     unsigned long size = 0;
     EXPECT_TRUE(FileIO_GetSizeA(file, &size));
     EXPECT_EQ(size, 10u);
@@ -294,13 +294,13 @@ TEST(FileIO, SizeIsKnownByRecordAndByPath)
     EXPECT_EQ(FileIO_GetLastErr(), ENOENT);
 }
 
-TEST(FileIO, LastChangeIsToldInLocalTime)
+TEST(FileIO, TheLastModificationIsInLocalTime)
 {
-    const TemporaryDirectory directory;
-    const std::string path = directory.write("a", "x");
-    const timespec times[2] = {{1000000000, 0}, {1000000000, 0}};
+    TemporaryDirectory const directory;
+    std::string const path = directory.write("a", "x");
+    timespec const times[2] = {{1000000000, 0}, {1000000000, 0}};
     ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
-    const Opened file(path, 0);
+    Opened const file(path, 0);
     tm changed{};
     EXPECT_TRUE(FileIO_GetLastMod(file, &changed));
     EXPECT_EQ(std::mktime(&changed), 1000000000);
@@ -308,9 +308,9 @@ TEST(FileIO, LastChangeIsToldInLocalTime)
 
 TEST(FileIO, ALockKeepsOtherProcessesOutAndThePositionInPlace)
 {
-    const TemporaryDirectory directory;
-    const std::string path = directory.write("a", "0123456789");
-    const Opened file(path, 1);
+    TemporaryDirectory const directory;
+    std::string const path = directory.write("a", "0123456789");
+    Opened const file(path, 1);
     EXPECT_TRUE(FileIO_Seek(file, FILE_SEEK_START, 5));
     EXPECT_TRUE(othersCanLock(path));
     EXPECT_TRUE(FileIO_Lock(file, 1));
@@ -324,10 +324,10 @@ TEST(FileIO, ALockKeepsOtherProcessesOutAndThePositionInPlace)
 
 TEST(FileIO, ASecondLockSucceedsWithoutTakingTheSystemsLock)
 {
-    const TemporaryDirectory directory;
-    const std::string path = directory.write("a", "x");
-    const Opened file(path, 1);
-    EXPECT_TRUE(FileIO_UnLock(file)); // never locked: nothing to do
+    TemporaryDirectory const directory;
+    std::string const path = directory.write("a", "x");
+    Opened const file(path, 1);
+    EXPECT_TRUE(FileIO_UnLock(file)); // never locked, so nothing to do
     EXPECT_TRUE(FileIO_Lock(file, 0));
     EXPECT_TRUE(FileIO_UnLock(file));
     EXPECT_EQ(file->locked, 1);
@@ -337,13 +337,13 @@ TEST(FileIO, ASecondLockSucceedsWithoutTakingTheSystemsLock)
 
 TEST(FileIO, WithoutWaitingALockHeldElsewhereFails)
 {
-    const TemporaryDirectory directory;
-    const std::string path = directory.write("a", "x");
+    TemporaryDirectory const directory;
+    std::string const path = directory.write("a", "x");
     int ready[2];
     int done[2];
     ASSERT_EQ(pipe(ready), 0);
     ASSERT_EQ(pipe(done), 0);
-    const pid_t child = fork();
+    pid_t const child = fork();
     if (child == 0) {
         int const descriptor = open(path.c_str(), O_RDWR);
         char byte = static_cast<char>(lockf(descriptor, F_LOCK, 0));
@@ -354,7 +354,7 @@ TEST(FileIO, WithoutWaitingALockHeldElsewhereFails)
     char byte = 0;
     ASSERT_EQ(read(ready[0], &byte, 1), 1);
     {
-        const Opened file(path, 1);
+        Opened const file(path, 1);
         EXPECT_FALSE(FileIO_Lock(file, 1));
         EXPECT_TRUE(FileIO_GetLastErr() == EACCES || FileIO_GetLastErr() == EAGAIN);
         EXPECT_EQ(file->locked, 0);
@@ -367,7 +367,7 @@ TEST(FileIO, WithoutWaitingALockHeldElsewhereFails)
 
 TEST(FileIO, WidePathsOpenTheSameFiles)
 {
-    const TemporaryDirectory directory;
+    TemporaryDirectory const directory;
     FILEDATA* file = nullptr;
     ASSERT_TRUE(FileIO_OpenW(sstring(directory.file("w").c_str()), FILE_OPEN_CREATEWRITE, &file));
     EXPECT_TRUE(writes(file, "wide"));

@@ -23,18 +23,18 @@ std::string canonical(char const* name)
 std::string codesetOf(char const* name)
 {
     LOCALE* locale = Locale_Create(name);
-    char text[maxCodesetName];
+    char text[kMaxCodesetName];
     EXPECT_EQ(Locale_GetDefaultCodeset(locale, text), 1);
     Locale_Destroy(locale);
     return text;
 }
 
-/// For a process of its own, before anything has asked for a locale: what the environment makes of the system locale.
+/// For a new process that has not used a locale yet: the system locale that the environment gives.
 [[noreturn]] void exitWithSystemLocale(char const* environment, char const* expectedName, char const* expectedCodeset)
 {
     setenv("LC_ALL", environment, 1);
     LOCALE* system = Locale_GetFromSystem();
-    char codeset[maxCodesetName];
+    char codeset[kMaxCodesetName];
     Locale_GetDefaultCodeset(system, codeset);
     std::fprintf(stderr, "%s/%s", system->name, codeset);
     bool const right = std::strcmp(system->name, expectedName) == 0 && std::strcmp(codeset, expectedCodeset) == 0;
@@ -92,7 +92,7 @@ TEST(Locale, ALocaleOutsideTheTableHasTheLibrarysCodeSet)
 {
     EXPECT_NE(codesetOf("sv_SE"), "");
     EXPECT_EQ(codesetOf("sv_SE").find(':'), std::string::npos);
-    char text[maxCodesetName];
+    char text[kMaxCodesetName];
     EXPECT_EQ(Locale_GetDefaultCodeset(nullptr, text), 1);
     EXPECT_EQ(Locale_GetDefaultCodeset(nullptr, nullptr), 0);
 }
@@ -116,7 +116,7 @@ TEST(Locale, TheSystemLocaleIsSharedAndNeverFreed)
     ASSERT_NE(system, nullptr);
     EXPECT_EQ(Locale_GetDefault(), system);
     EXPECT_EQ(Locale_Copy(system), system);
-    const std::string name = system->name;
+    std::string const name = system->name;
     Locale_Destroy(system);
     EXPECT_EQ(Locale_GetFromSystem()->name, name);
     EXPECT_EQ(Locale_Copy(nullptr), nullptr);

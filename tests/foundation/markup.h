@@ -1,11 +1,11 @@
-// tests/foundation/markup.h: what a page parses to, as one line that an assertion can compare.
+// tests/foundation/markup.h: the sections of a page as one line of text, to compare in assertions.
 #pragma once
 
 #include "foundation/vela-mlparser.h"
 #include "tests/foundation/streams.h"
 
-/// The section and all below it, such as `<b id=1>[x " y" #data]`: a tag's opener, name and attributes, its children
-/// between brackets, texts in quotation marks with their leading blank, character data behind "#".
+/// The section and everything below it, such as `<b id=1>['x' ' y' #'data']`: a tag's opener, name and attributes, its
+/// children in brackets, texts in quotation marks with their leading blank, character data after "#".
 inline std::string dump(mlSection const* section)
 {
     if (section->isText()) {
@@ -31,7 +31,7 @@ inline std::string dump(mlParser& parser)
     return out;
 }
 
-/// What a page parses to; `fully` reads it all at once instead of on demand.
+/// The sections of a page; `fully` parses it at once instead of on demand.
 inline std::string dumpOf(std::string const& page, bool fully = true)
 {
     MemorySource source(page);

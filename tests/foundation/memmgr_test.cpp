@@ -20,7 +20,7 @@ std::vector<std::string> messages;
 
 void collect(char const* message) { messages.emplace_back(message); }
 
-/// Collects debug messages for the length of a test.
+/// Collects debug messages during a test.
 class Collected
 {
 public:
@@ -71,7 +71,7 @@ TEST(MemMgr, TheAccountingAllocatorIsNotInUse)
 
 TEST(MemMgr, ReportsSayThatNothingIsAccounted)
 {
-    const Collected collected;
+    Collected const collected;
     MemMgr_PrintMemUsage();
     MemMgr_CheckForLeaks();
     EXPECT_TRUE(messages.empty());
@@ -99,7 +99,7 @@ TEST(MemMgr, ArraysGrowInWholeGranulesWithZeroedElements)
         EXPECT_EQ(array.elements[i], 0);
 }
 
-TEST(MemMgr, AnArrayThatSufficesIsLeftAlone)
+TEST(MemMgr, ALargeEnoughArrayIsUnchanged)
 {
     Array array;
     array.grow(5, 8);
@@ -126,7 +126,7 @@ TEST(Debug, MessagesAreDiscardedUnlessSomebodyReceivesThem)
 {
     Debug_Print("lost %d", 1);
     {
-        const Collected collected;
+        Collected const collected;
         Debug_Print("seen %d", 2);
         Debug_Print("%s", std::string(5000, 'x').c_str());
         EXPECT_EQ(messages.size(), 2u);
@@ -137,11 +137,11 @@ TEST(Debug, MessagesAreDiscardedUnlessSomebodyReceivesThem)
     EXPECT_EQ(messages.size(), 2u);
 }
 
-// The sanitizers bring allocation operators of their own.
+// Sanitizers have allocation operators of their own.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 TEST(Allocation, TheOperatorsAreTheLibrarysOwn)
 {
-    // Not the C++ runtime's, which lie in a shared object of their own.
+    // Not those of the C++ runtime, which are in another shared object.
     Dl_info here{};
     Dl_info owner{};
     ASSERT_NE(dladdr(reinterpret_cast<void*>(&collect), &here), 0);
@@ -173,7 +173,7 @@ TEST(Allocation, ImpossibleSizesThrowOrGiveNull)
 
 namespace {
 
-/// Leaves nothing legible behind, as the records of the library do.
+/// Poisons itself in the destructor, as the library's classes do.
 struct Poisoned
 {
     ~Poisoned() { velaPoison(this, sizeof *this); }
@@ -182,7 +182,7 @@ struct Poisoned
 
 } // namespace
 
-TEST(Poison, IsStillThereWhenTheObjectHasEnded)
+TEST(Poison, IsStillThereAfterTheObjectsEnd)
 {
     alignas(Poisoned) unsigned char place[sizeof(Poisoned)];
     (new (place) Poisoned)->~Poisoned();

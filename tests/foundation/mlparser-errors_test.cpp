@@ -1,9 +1,10 @@
-// Every syntax error: its code, its line, its text, and what stays.
+// tests/foundation/mlparser-errors_test.cpp: syntax errors, with code, line and text, and the sections that remain.
+
 #include "tests/foundation/markup.h"
 
 namespace {
 
-/// "code@line" of the error that a page ends in, or "none".
+/// "code@line" of a page's syntax error, or "none".
 std::string errorIn(std::string const& page)
 {
     MemorySource source(page);
@@ -105,7 +106,7 @@ TEST(ParseErrors, SectionsBeforeTheErrorStay)
     EXPECT_EQ(dump(parser.getSection(1)), "<b x=1>['two']") << "walking a section does not read on behind an error";
     EXPECT_EQ(source->isOpen(), 0);
     EXPECT_EQ(parser.getStream(), source.get());
-    parser.fullParse(); // only asking for it does
+    parser.fullParse(); // only an explicit call continues
     EXPECT_EQ(dump(parser), "<a>['one'] <b x=1>['two' 'three'] 'four'");
 }
 

@@ -1,4 +1,6 @@
-// Parsing only as far as asked, long texts that stay in their source, and parsers that share a stream.
+// tests/foundation/mlparser-lazy_test.cpp: parsing on demand, long texts that stay in their source, and parsers that
+// share a stream.
+
 #include "tests/foundation/markup.h"
 
 namespace {
@@ -13,7 +15,7 @@ std::string longText(unsigned int count)
 
 } // namespace
 
-TEST(LazyParsing, ReadsOnlyUpToTheSectionAskedFor)
+TEST(LazyParsing, ReadsOnlyUpToTheRequestedSection)
 {
     MemorySource source("<a>1</a>2<b>]]>");
     mlParser parser(source.get());
@@ -25,7 +27,7 @@ TEST(LazyParsing, ReadsOnlyUpToTheSectionAskedFor)
     EXPECT_THROW(parser.getSection(3), mlParseError);
 }
 
-TEST(LazyParsing, ChildAskedForIsRead)
+TEST(LazyParsing, ARequestedChildIsRead)
 {
     MemorySource source("<a><b>1</b><c>2</c></a>]]>");
     mlParser parser(source.get());
@@ -36,7 +38,7 @@ TEST(LazyParsing, ChildAskedForIsRead)
     EXPECT_THROW(parser.getSection(1), mlParseError);
 }
 
-TEST(LazyParsing, PastTheEndThereIsNothing)
+TEST(LazyParsing, ThereIsNothingPastTheEnd)
 {
     MemorySource source("<a>x</a>");
     mlParser parser(source.get());
@@ -50,7 +52,7 @@ TEST(LazyParsing, PastTheEndThereIsNothing)
     parser.fullParse();
 }
 
-TEST(LazyParsing, GivesWhatFullParsingGives)
+TEST(LazyParsing, GivesTheSameAsFullParsing)
 {
     std::string const page =
         "<html><!-- x --><p>a<p>b " + longText(3000) + "<table><tr><td>1<td>2</table> &eacute; <br>";
@@ -74,7 +76,7 @@ TEST(LazyParsing, FileIsOpenOnlyWhileReading)
     EXPECT_EQ(stream.isOpen(), 0);
 }
 
-TEST(LazyParsing, FileThatIsGoneIsAnError)
+TEST(LazyParsing, AMissingFileIsAnError)
 {
     auto file = std::make_unique<TemporaryFile>(std::string(40000, 'x') + "<a>");
     textstream stream(file->name());
@@ -84,7 +86,7 @@ TEST(LazyParsing, FileThatIsGoneIsAnError)
     EXPECT_EQ(errorOf([&] { parser.getSection(0); }), 9);
 }
 
-TEST(LazyParsing, FindSectionReadsUntilItTurnsUp)
+TEST(LazyParsing, FindSectionReadsUntilTheSectionIsFound)
 {
     MemorySource source("<html><head><title>T</title></head><body><p>x</p></body>]]>");
     mlParser parser(source.get());
@@ -107,7 +109,7 @@ TEST(LazyParsing, FindSectionIsDepthFirst)
     EXPECT_EQ(parser.findSection("y"), nullptr);
 }
 
-TEST(LongTexts, StayInTheirSourceUntilAskedFor)
+TEST(LongTexts, StayInTheirSourceUntilRequested)
 {
     std::string const text = longText(5000);
     std::vector<unsigned char> page;
@@ -125,7 +127,7 @@ TEST(LongTexts, StayInTheirSourceUntilAskedFor)
     EXPECT_FALSE(run->isTruncated());
     EXPECT_EQ(parser.getLine(), line) << "reading again counts no lines";
     EXPECT_EQ(text8(parser.getSection(1)->getData()), "next");
-    // What a short text of the same words gives, piece by piece.
+    // The same words in short texts give the expected text.
     EXPECT_EQ(data.substr(0, 20), "w0 w1 w2 w3 w4 w5 w6");
     EXPECT_EQ(data.find('\n'), std::string::npos);
     EXPECT_EQ(data.find("  "), std::string::npos);
@@ -134,7 +136,7 @@ TEST(LongTexts, StayInTheirSourceUntilAskedFor)
     EXPECT_EQ(text8(run->getData()), data) << "kept from then on";
 }
 
-TEST(LongTexts, AreWhatTheyWouldBeWithoutALimit)
+TEST(LongTexts, AreTheSameAsWithoutALimit)
 {
     for (unsigned int length : {1023u, 1024u, 1025u, 2000u, 16380u, 16384u, 40000u}) {
         for (std::string const& open : {std::string("<p>"), std::string("<![CDATA["), std::string("<p> \n")}) {

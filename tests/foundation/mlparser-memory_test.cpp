@@ -1,12 +1,13 @@
-// What a parsed page holds in memory.
+// tests/foundation/mlparser-memory_test.cpp: how much memory a parsed page takes.
+
+#include "tests/foundation/markup.h"
+
 #include <fstream>
 
 #include <malloc.h>
 #include <sys/wait.h>
 
-#include "tests/foundation/markup.h"
-
-// A sanitizer's heap keeps other books.
+// Under a sanitizer mallinfo2() reports nothing useful.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define TARN_HAS_PLAIN_HEAP 0
 #elif defined(__has_feature)
@@ -59,7 +60,7 @@ unsigned long statusKilobytes(std::string const& field)
     return 0;
 }
 
-/// Resident bytes per page byte at the highest point of reading the page in a fresh process; the page itself counts.
+/// The peak of resident bytes per page byte while a new process reads the page, including the page itself.
 double peakPerByte(std::string const& page)
 {
     int channel[2];
@@ -68,7 +69,7 @@ double peakPerByte(std::string const& page)
     if (child == 0) {
         malloc_trim(0);
         unsigned long const before = statusKilobytes("VmRSS:");
-        std::ofstream("/proc/self/clear_refs") << 5; // the high-water mark starts here
+        std::ofstream("/proc/self/clear_refs") << 5; // resets the peak
         std::vector<unsigned char> bytes(page.begin(), page.end());
         textstream stream(bytes.data(), static_cast<unsigned int>(bytes.size()), 0);
         mlParser(&stream).fullParse();
@@ -85,7 +86,7 @@ double peakPerByte(std::string const& page)
     return static_cast<double>(used) * 1024 / static_cast<double>(page.size());
 }
 
-/// Heap bytes per page byte that sections hold, with their parser and the stream, besides the page's own bytes.
+/// Heap bytes per page byte of the sections, the parser and the stream, without the page itself.
 double heldPerByte(std::string const& page)
 {
     std::vector<unsigned char> bytes(page.begin(), page.end());
@@ -98,7 +99,7 @@ double heldPerByte(std::string const& page)
     return held;
 }
 
-constexpr size_t fourMegabytes = 4u << 20;
+constexpr size_t kFourMegabytes = 4u << 20;
 
 } // namespace
 
@@ -109,8 +110,8 @@ TEST(Memory, PageTakesLessThanTwelveTimesItsSize)
         char const* name;
         std::string text;
     };
-    for (Page const& page : {Page{"text", textPage(fourMegabytes)}, Page{"table", tablePage(fourMegabytes)},
-                             Page{"dense table", densePage(fourMegabytes)}}) {
+    for (Page const& page : {Page{"text", textPage(kFourMegabytes)}, Page{"table", tablePage(kFourMegabytes)},
+                             Page{"dense table", densePage(kFourMegabytes)}}) {
         double const held = heldPerByte(page.text) + 1;
         double const peak = peakPerByte(page.text);
         std::printf("bytes per page byte of a %s page: %.2f held, %.2f at the peak\n", page.name, held, peak);
@@ -120,7 +121,7 @@ TEST(Memory, PageTakesLessThanTwelveTimesItsSize)
     }
 }
 
-TEST(Memory, EverythingIsGivenBack)
+TEST(Memory, EverythingIsFreed)
 {
     std::string const page = tablePage(1u << 20);
     heldPerByte(page);
@@ -129,7 +130,7 @@ TEST(Memory, EverythingIsGivenBack)
     EXPECT_LT(heapBytes(), before + 4096);
 }
 
-TEST(Memory, LongTextsAreNotHeldUntilAskedFor)
+TEST(Memory, LongTextsAreNotHeldUntilRequested)
 {
     std::string page;
     for (int i = 0; i < 100; ++i)

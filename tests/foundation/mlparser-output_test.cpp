@@ -1,4 +1,5 @@
-// Sections written as markup again.
+// tests/foundation/mlparser-output_test.cpp: sections written as markup.
+
 #include "tests/foundation/markup.h"
 
 namespace {

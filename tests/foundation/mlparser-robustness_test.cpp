@@ -1,8 +1,10 @@
-// Pages that are cut, padded, deep, endless or hostile: nothing crashes, hangs or takes more than linear time.
-#include <ctime>
-#include <random>
+// tests/foundation/mlparser-robustness_test.cpp: truncated, padded, deep, huge and hostile pages. Nothing crashes,
+// hangs or takes more than linear time.
 
 #include "tests/foundation/markup.h"
+
+#include <ctime>
+#include <random>
 
 namespace {
 
@@ -15,7 +17,7 @@ std::string repeated(std::string const& text, unsigned int count)
     return out;
 }
 
-/// Parses everything, over as many errors as there are; returns how many outermost sections came out.
+/// Parses everything, continuing after each error. Returns the number of outermost sections.
 unsigned int parseOverErrors(std::string const& page)
 {
     MemorySource source(page);
@@ -32,7 +34,7 @@ unsigned int parseOverErrors(std::string const& page)
     return count;
 }
 
-/// Processor time, which other programs on the machine disturb least.
+/// Processor time, which other programs affect least.
 double secondsFor(std::string const& page)
 {
     std::clock_t const start = std::clock();
@@ -40,7 +42,7 @@ double secondsFor(std::string const& page)
     return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
-/// Four times the page may take eight times as long on a busy machine, but not sixteen times.
+/// A page four times as large may take eight times as long on a busy machine, but not sixteen times.
 void expectLinear(std::string const& head, std::string const& unit, std::string const& tail, unsigned int count)
 {
     double const small = secondsFor(head + repeated(unit, count / 4) + tail);
@@ -101,10 +103,10 @@ TEST(Robustness, AnyBytesAreReadToTheEnd)
     }
 }
 
-TEST(Robustness, DeepNestingIsFollowedWrittenSearchedAndDropped)
+TEST(Robustness, DeepNestingIsParsedWrittenSearchedAndFreed)
 {
-    constexpr unsigned int depth = 100000;
-    MemorySource source(repeated("<div>", depth) + "x");
+    constexpr unsigned int kDepth = 100000;
+    MemorySource source(repeated("<div>", kDepth) + "x");
     mlParser parser(source.get());
     parser.fullParse();
     mlSection* section = parser.getSection(0);
@@ -113,20 +115,20 @@ TEST(Robustness, DeepNestingIsFollowedWrittenSearchedAndDropped)
         section = section->getChild(0);
         ++levels;
     }
-    EXPECT_EQ(levels, depth);
-    EXPECT_EQ(parser.toString().getLength(), depth * 11 + 1);
-    EXPECT_LT(parser.toFormattedString().getLength(), depth * 200);
+    EXPECT_EQ(levels, kDepth);
+    EXPECT_EQ(parser.toString().getLength(), kDepth * 11 + 1);
+    EXPECT_LT(parser.toFormattedString().getLength(), kDepth * 200);
     EXPECT_EQ(parser.findSection("span"), nullptr);
 }
 
-TEST(Robustness, DeepChainOfAppendedSectionsIsDropped)
+TEST(Robustness, ADeepChainOfAppendedSectionsIsFreed)
 {
     mlSection top;
-    top.setTag("a", mlTagOrdinary);
+    top.setTag("a", kTagOrdinary);
     mlSection* at = &top;
     for (int i = 0; i < 100000; ++i) {
         mlSection* child = new mlSection;
-        child->setTag("b", mlTagOrdinary);
+        child->setTag("b", kTagOrdinary);
         at->append(child);
         at = child;
     }

@@ -1,7 +1,8 @@
-// Which sections a page becomes, and which tags close which.
+// tests/foundation/mlparser-sections_test.cpp: the sections of a page, and which tags close which.
+
 #include "tests/foundation/markup.h"
 
-TEST(Sections, TagsHoldWhatStandsBetweenThem)
+TEST(Sections, TagsContainWhatIsBetweenThem)
 {
     EXPECT_EQ(dumpOf("<html><body bgcolor=red>Hello <b>big</b> world</body></html>"),
               "<html>[<body bgcolor=red>['Hello' <b>[' big'] ' world']]");
@@ -80,7 +81,7 @@ TEST(Sections, AttributesWithAndWithoutValue)
 
 TEST(Sections, AttributeNamesMayBeEmpty) { EXPECT_EQ(dumpOf("<a \"\" ''=1>x</a>"), "<a = =1>['x']"); }
 
-TEST(Sections, OpenerTellsTheTagType)
+TEST(Sections, TheOpenerDeterminesTheTagType)
 {
     EXPECT_EQ(dumpOf("<!DOCTYPE html PUBLIC \"-//X\"><p>x"), "<!DOCTYPE html= PUBLIC= -//X=> <p>['x']");
     EXPECT_EQ(dumpOf("<?xml version='1.0'?>x"), "<?xml version=1.0> 'x'");
@@ -137,7 +138,7 @@ TEST(Sections, FirstOfTwoAttributesCounts)
 TEST(Sections, AreBuiltByHandToo)
 {
     mlSection table;
-    table.setTag("table", mlTagOrdinary);
+    table.setTag("table", kTagOrdinary);
     for (int i = 0; i < 20; ++i)
         table.addAttr(sformat("a%d", i), sformat("value %d", i));
     mlAttr* kept = table.getAttr(3);
@@ -152,7 +153,7 @@ TEST(Sections, AreBuiltByHandToo)
     EXPECT_EQ(text8(table.getAttr(19)->toString()), "b=\"1\"");
     mlSection* cell = table.nextSection();
     cell->setTagName("td");
-    cell->setTagType(mlTagOrdinary);
+    cell->setTagType(kTagOrdinary);
     mlSection* text = new mlSection;
     text->setText("long text", bookmark(1, 2), 0, 0, 1);
     cell->append(text);
@@ -168,7 +169,7 @@ TEST(Sections, AreBuiltByHandToo)
 TEST(Sections, TagsHaveNoDataAndTextsNoTag)
 {
     mlSection tag;
-    tag.setTag("b", mlTagOrdinary);
+    tag.setTag("b", kTagOrdinary);
     EXPECT_EQ(errorOf([&] { tag.getData(); }), 22);
     EXPECT_EQ(errorOf([&] { tag.setData("x"); }), 22);
     mlSection text;
@@ -187,9 +188,9 @@ TEST(Sections, AppendedSectionsBelongToTheTreeAndItsParser)
     MemorySource source("<a>x</a>");
     mlParser parser(source.get());
     mlSection* inner = new mlSection;
-    inner->setTag("inner", mlTagOrdinary);
+    inner->setTag("inner", kTagOrdinary);
     mlSection* outer = new mlSection;
-    outer->setTag("outer", mlTagOrdinary);
+    outer->setTag("outer", kTagOrdinary);
     outer->append(inner);
     EXPECT_EQ(inner->getParser(), nullptr);
     parser.append(outer);
@@ -197,6 +198,6 @@ TEST(Sections, AppendedSectionsBelongToTheTreeAndItsParser)
     EXPECT_EQ(inner->getParser(), &parser);
     EXPECT_EQ(dump(parser), "<outer>[<inner>] <a>['x']");
     mlSection* made = parser.nextSection();
-    made->setTag("made", mlTagInclude);
+    made->setTag("made", kTagInclude);
     EXPECT_EQ(parser.getSection(2), made);
 }

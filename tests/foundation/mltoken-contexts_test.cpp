@@ -1,13 +1,15 @@
-// Which tokens are recognised where, and how texts, quoted strings and white space are read in each context.
-#include <cstdint>
+// tests/foundation/mltoken-contexts_test.cpp: which tokens each context recognises, and how it reads texts, quoted
+// strings and white space.
 
 #include "tests/foundation/markup.h"
+
+#include <cstdint>
 
 namespace {
 
 struct Token
 {
-    mlTokenType type = mlTokenNone;
+    mlTokenType type = kTokenNone;
     std::string text;
     bookmark start;
     int truncated = -1;
@@ -31,13 +33,13 @@ Token popOne(std::string const& page, unsigned long flags)
     return pop(parser, flags);
 }
 
-/// The tokens of a text in one context, such as `<|b|>`, leading white space as "_".
+/// The tokens of a text in a context, such as `<|b|>`, with "_" for leading white space.
 std::string tokens(std::string const& page, unsigned long flags)
 {
     MemorySource source(page);
     mlParser parser(source.get());
     std::string out;
-    for (Token token = pop(parser, flags); token.type != mlTokenEnd; token = pop(parser, flags))
+    for (Token token = pop(parser, flags); token.type != kTokenEnd; token = pop(parser, flags))
         out += (out.empty() ? "" : "|") + ((token.leadingSpace ? "_" : "") + token.text);
     return out;
 }
@@ -74,7 +76,7 @@ TEST(TokenTable, EachTokenIsRecognisedExceptInItsExcludedContexts)
             mlParser parser(source.get());
             EXPECT_EQ(parser.isToken(flags), isExcluded ? -1 : row.value) << row.text << " in " << flags;
             Token const token = pop(parser, flags);
-            EXPECT_EQ(token.type, isExcluded ? mlTokenText : row.value) << row.text << " in " << flags;
+            EXPECT_EQ(token.type, isExcluded ? kTokenText : row.value) << row.text << " in " << flags;
             EXPECT_EQ(token.text, row.text);
         }
     }
@@ -172,7 +174,7 @@ TEST(Tokens, QuotedStringHasNoLimit)
     EXPECT_TRUE(token.start.isEmpty());
 }
 
-TEST(Tokens, RunIsCutBehind1024UnitsWhenPlaceAndFlagAreAsked)
+TEST(Tokens, ATextIsTruncatedAfter1024UnitsIfPositionAndFlagAreRequested)
 {
     for (unsigned long flags : {0ul, 1ul, 2ul, 4ul, 8ul}) {
         EXPECT_EQ(popOne(std::string(1024, 'x'), flags).truncated, 0);
@@ -180,12 +182,12 @@ TEST(Tokens, RunIsCutBehind1024UnitsWhenPlaceAndFlagAreAsked)
         MemorySource source(" " + std::string(1025, 'x') + "]]>");
         mlParser parser(source.get());
         Token const token = pop(parser, flags);
-        EXPECT_EQ(token.type, mlTokenText);
+        EXPECT_EQ(token.type, kTokenText);
         EXPECT_EQ(token.truncated, 1) << flags;
         EXPECT_EQ(token.text, std::string(1024, 'x')) << "what stands before the cut is kept";
         EXPECT_EQ(token.start, bookmark(0, 1));
         bool const isEndRecognised = flags != 4;
-        EXPECT_EQ(pop(parser, flags).type == mlTokenCloseCData, isEndRecognised) << "the rest of the run is skipped";
+        EXPECT_EQ(pop(parser, flags).type == kTokenCloseCData, isEndRecognised) << "the rest of the run is skipped";
     }
     MemorySource source(std::string(3000, 'x'));
     mlParser parser(source.get());
@@ -194,7 +196,7 @@ TEST(Tokens, RunIsCutBehind1024UnitsWhenPlaceAndFlagAreAsked)
     EXPECT_EQ(whole.text.size(), 3000u);
 }
 
-TEST(Tokens, ARunOfWordsIsCutInsideAWordOrBehindABlank)
+TEST(Tokens, ATextIsTruncatedInsideAWordOrAfterABlank)
 {
     EXPECT_EQ(popOne(std::string(1020, 'x') + " \n yyyyyy", 8).text, std::string(1020, 'x') + " yyy");
     EXPECT_EQ(popOne(std::string(1023, 'x') + " yyy", 8).text, std::string(1023, 'x') + " ");
@@ -202,7 +204,7 @@ TEST(Tokens, ARunOfWordsIsCutInsideAWordOrBehindABlank)
     EXPECT_EQ(popOne(std::string(1024, 'x') + " y &lt; " + std::string(3000, 'z'), 8).text, std::string(1024, 'x'));
 }
 
-TEST(Tokens, WhiteSpaceBehindACutRunIsStillSeen)
+TEST(Tokens, WhiteSpaceAfterATruncatedTextCounts)
 {
     MemorySource source(std::string(2000, 'x') + " <b");
     mlParser parser(source.get());
@@ -245,9 +247,9 @@ TEST(Tokens, PeekedTokenComesAgain)
     EXPECT_EQ(text8(parser.popToken().getText()), "a");
     EXPECT_EQ(text8(parser.peekToken().getText()), "b");
     EXPECT_EQ(parser.getLine(), 1u) << "what is only peeked at counts no lines";
-    EXPECT_EQ(parser.popToken().getType(), mlTokenText);
+    EXPECT_EQ(parser.popToken().getType(), kTokenText);
     EXPECT_EQ(parser.getLine(), 2u);
-    EXPECT_EQ(parser.peekToken().getType(), mlTokenEnd);
+    EXPECT_EQ(parser.peekToken().getType(), kTokenEnd);
 }
 
 TEST(Tokens, TextTakesTheStreamsLocale)

@@ -1,4 +1,6 @@
-// Character references: every name, numbers, and what is none.
+// tests/foundation/mltoken-references_test.cpp: character references by name and by number, and text that only looks
+// like one.
+
 #include "foundation/vela-mlentities.h"
 #include "tests/foundation/markup.h"
 
@@ -64,7 +66,7 @@ TEST(References, NumbersGiveTheirCode)
     EXPECT_EQ(decoded(u"&#x41;&#;&#"), u"&#x41;&#;&#") << "no hexadecimal form";
 }
 
-TEST(References, WhatMatchesNothingStays)
+TEST(References, UnknownReferencesStay)
 {
     EXPECT_EQ(decoded(u"&unknown; & && &"), u"&unknown; & && &");
     EXPECT_EQ(decoded(u"&&amp;&"), u"&&&");

@@ -21,7 +21,7 @@ long elapsedMs(Clock::time_point since)
     return static_cast<long>(std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - since).count());
 }
 
-/// Runs something on another thread and returns its result.
+/// Runs a function on another thread and returns its result.
 template <class Call>
 int elsewhere(Call call)
 {
@@ -32,7 +32,7 @@ int elsewhere(Call call)
 
 } // namespace
 
-TEST(Mutex, TryingTakesItOrTellsThatItIsBusy)
+TEST(Mutex, TryingTakesItOrReportsThatItIsBusy)
 {
     pmutex* mutex = pmutex_create();
     EXPECT_EQ(pmutex_requestNoBlock(mutex), 0);
@@ -104,7 +104,7 @@ TEST(RecursiveMutex, TwoRequestsNeedTwoReleases)
     rmutex_destroy(nullptr);
 }
 
-TEST(RecursiveMutex, AStrangersReleaseReleasesNothing)
+TEST(RecursiveMutex, AReleaseByAnotherThreadDoesNothing)
 {
     rmutex* mutex = rmutex_create();
     rmutex_request(mutex);
@@ -126,7 +126,7 @@ TEST(RecursiveMutex, ATimedRequestWaitsForItsDeadline)
     rmutex_destroy(mutex);
 }
 
-TEST(RecursiveMutex, ANegativeTimeoutWaitsForEver)
+TEST(RecursiveMutex, ANegativeTimeoutWaitsIndefinitely)
 {
     rmutex* mutex = rmutex_create();
     rmutex_request(mutex);
@@ -165,7 +165,7 @@ TEST(RecursiveMutex, KeepsThreadsApart)
     rmutex_destroy(mutex);
 }
 
-TEST(Event, OneSetLetsExactlyOneLaterWaitThrough)
+TEST(Event, OneSetReleasesExactlyOneLaterWait)
 {
     pevent* event = pevent_create();
     EXPECT_EQ(pevent_set(event), 0);
@@ -179,7 +179,7 @@ TEST(Event, OneSetLetsExactlyOneLaterWaitThrough)
     pevent_destroy(nullptr);
 }
 
-TEST(Event, ResetForgetsASet)
+TEST(Event, ResetCancelsASet)
 {
     pevent* event = pevent_create();
     pevent_set(event);
@@ -197,7 +197,7 @@ TEST(Event, TimeoutsHaveAGranularityOfOneSecond)
     start = Clock::now();
     EXPECT_EQ(pevent_wait_timeout(event, 2000), ETIMEDOUT);
     EXPECT_GE(elapsedMs(start), 900);
-    const timespec past{std::time(nullptr) - 1, 0};
+    timespec const past{std::time(nullptr) - 1, 0};
     EXPECT_EQ(pevent_wait_timeout_ts(event, &past), ETIMEDOUT);
     pevent_set(event);
     EXPECT_EQ(pevent_wait_timeout_ts(event, &past), 0);
@@ -206,7 +206,7 @@ TEST(Event, TimeoutsHaveAGranularityOfOneSecond)
     pevent_destroy(event);
 }
 
-TEST(Event, SetallLetsEveryWaiterGo)
+TEST(Event, SetallReleasesEveryWaiter)
 {
     pevent* event = pevent_create();
     std::atomic<int> arrived{0};
@@ -246,7 +246,7 @@ TEST(Event, SeveralWaitersNeedAsManySets)
     while (arrived < 4)
         millisleep(1);
     millisleep(100);
-    // All four wait by now: no set may be lost, though nobody waits for a set to be taken before the next.
+    // All four threads wait by now. No set may be lost, although each follows without waiting for the last to be used.
     for (int i = 0; i < 4; ++i)
         pevent_set(event);
     for (std::thread& thread : threads)
@@ -268,7 +268,7 @@ TEST(Event, NoSetIsLostToAWaitThatTimesOut)
     });
     auto const start = Clock::now();
     int sets = 0;
-    while (taken == sets && sets < 2000 && elapsedMs(start) < 10000) { // on a busy machine each takes a time slice
+    while (taken == sets && sets < 2000 && elapsedMs(start) < 10000) { // each may take a time slice on a busy machine
         auto const set = Clock::now();
         ++sets;
         pevent_set(event);

@@ -1,5 +1,8 @@
-// tests/foundation/streams.h: sources for streams, and what was read as text that an assertion can compare and print.
+// tests/foundation/streams.h: sources for streams, and text that assertions can compare and print.
 #pragma once
+
+#include "foundation/vela-textstream.h"
+#include "tests/foundation/strings.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -12,27 +15,24 @@
 
 #include <unistd.h>
 
-#include "foundation/vela-textstream.h"
-#include "tests/foundation/strings.h"
-
-/// A stream over bytes that stay here as long as it.
+/// A stream with the bytes that it reads.
 class MemorySource
 {
 public:
-    explicit MemorySource(std::string bytes) : data(bytes.begin(), bytes.end())
+    explicit MemorySource(std::string bytes) : m_data(bytes.begin(), bytes.end())
     {
-        data.push_back(0);
-        stream = std::make_unique<textstream>(data.data(), static_cast<unsigned int>(bytes.size()), 0);
+        m_data.push_back(0);
+        m_stream = std::make_unique<textstream>(m_data.data(), static_cast<unsigned int>(bytes.size()), 0);
     }
-    textstream* operator->() { return stream.get(); }
-    textstream* get() { return stream.get(); }
+    textstream* operator->() { return m_stream.get(); }
+    textstream* get() { return m_stream.get(); }
 
 private:
-    std::vector<unsigned char> data;
-    std::unique_ptr<textstream> stream;
+    std::vector<unsigned char> m_data;
+    std::unique_ptr<textstream> m_stream;
 };
 
-/// A file that is gone when the test ends.
+/// A file that is deleted at the end of the test.
 class TemporaryFile
 {
 public:
@@ -40,17 +40,17 @@ public:
     {
         char pattern[] = "/tmp/tarn-stream-XXXXXX";
         int const descriptor = mkstemp(pattern);
-        path = pattern;
+        m_path = pattern;
         EXPECT_EQ(write(descriptor, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
         close(descriptor);
     }
-    ~TemporaryFile() { unlink(path.c_str()); }
+    ~TemporaryFile() { unlink(m_path.c_str()); }
     TemporaryFile(TemporaryFile const&) = delete;
     TemporaryFile& operator=(TemporaryFile const&) = delete;
-    sstring name() const { return sstring(path.c_str()); }
+    sstring name() const { return sstring(m_path.c_str()); }
 
 private:
-    std::string path;
+    std::string m_path;
 };
 
 inline std::u16string text16(sstring const& text)
@@ -58,7 +58,7 @@ inline std::u16string text16(sstring const& text)
     return std::u16string(reinterpret_cast<char16_t const*>(text.getUnicode()), text.getLength());
 }
 
-/// UTF-8, so that a failed assertion can be read.
+/// UTF-8, so that failed assertions are legible.
 inline std::string text8(std::u16string const& units)
 {
     std::string out;
@@ -81,7 +81,7 @@ inline std::string text8(std::u16string const& units)
 }
 inline std::string text8(sstring const& text) { return text8(text16(text)); }
 
-/// Bytes of UTF-16 text in one byte order, with its mark.
+/// The bytes of UTF-16 text with a byte-order mark.
 inline std::string utf16Bytes(std::u16string const& units, bool isBig)
 {
     std::string out = isBig ? "\xFE\xFF" : "\xFF\xFE";
@@ -102,7 +102,7 @@ inline std::u16string allUnits(textstream& stream)
     return units;
 }
 
-/// The code of the velaError that `action` throws; 0 when it throws none.
+/// The code of the velaError that `action` throws; 0 if it throws none.
 template <class Action>
 int errorOf(Action action)
 {

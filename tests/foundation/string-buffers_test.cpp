@@ -1,4 +1,4 @@
-// tests/foundation/string-buffers_test.cpp: how a string is made and written, and how its buffers grow.
+// tests/foundation/string-buffers_test.cpp: construction, writing, and the growth of buffers.
 
 #include "foundation/localize2.h"
 #include "foundation/vela-error.h"
@@ -22,7 +22,7 @@ int thrownCode(Call call)
     return 0;
 }
 
-/// Position in the vtable that a pointer to a virtual member function carries (Itanium C++ ABI: 1 + offset in bytes).
+/// The vtable slot of a virtual member function. In the Itanium C++ ABI its pointer holds 1 + the offset in bytes.
 template <class Method>
 size_t slotOf(Method method)
 {
@@ -35,7 +35,7 @@ size_t slotOf(Method method)
 
 TEST(StringBuffers, ADefaultStringIsEmptyWithACapacityOf32Units)
 {
-    const sstring text;
+    sstring const text;
     EXPECT_EQ(text.getLength(), 0u);
     EXPECT_EQ(text.getCapacity(), 32u);
     EXPECT_EQ(text.getCapacityA(), 0u);
@@ -91,9 +91,9 @@ TEST(StringBuffers, APartOfAnotherStringCanBeSet)
     Locale_Destroy(japanese);
 }
 
-TEST(StringBuffers, RangesBehindTheEndAreCutThere)
+TEST(StringBuffers, RangesPastTheEndAreCut)
 {
-    const sstring text("abc");
+    sstring const text("abc");
     EXPECT_EQ(text.subString(1, 100), "bc");
     EXPECT_EQ(text.subString(3).getLength(), 0u);
     EXPECT_EQ(text.subString(100, 5).getLength(), 0u);
@@ -102,7 +102,7 @@ TEST(StringBuffers, RangesBehindTheEndAreCutThere)
     EXPECT_EQ(sstring(u16(u"abc"), 3).getLength(), 0u);
     EXPECT_EQ(sstring(u16(u"abc\0def"), 5).getLength(), 0u);
     EXPECT_EQ(sstring(u16(u"abc\0def"), 4, 3), "def") << "an explicit count asks for no terminator";
-    const sstring holed(u16(u"ab\0cd"), 0, 5);
+    sstring const holed(u16(u"ab\0cd"), 0, 5);
     EXPECT_EQ(holed.subString(3), "cd");
 }
 
@@ -117,7 +117,7 @@ TEST(StringBuffers, NullTextIsEmptyText)
     EXPECT_GT(text.compare(static_cast<unsigned short const*>(nullptr), sstring::npos), 0);
 }
 
-TEST(StringBuffers, WritingBehindTheEndFillsTheGapWithSpaces)
+TEST(StringBuffers, WritingPastTheEndFillsTheGapWithSpaces)
 {
     sstring text("xyz");
     text.setAt(10, "ab");
@@ -220,7 +220,7 @@ TEST(StringBuffers, TheLargestStepIsOneMebiUnit)
 
 TEST(StringBuffers, TheOtherTwoBuffersGrowByTheSameRule)
 {
-    const sstring text("abc");
+    sstring const text("abc");
     text.setSizeA(1);
     EXPECT_EQ(text.getCapacityA(), 32u);
     text.setSizeA(2048);
@@ -229,7 +229,7 @@ TEST(StringBuffers, TheOtherTwoBuffersGrowByTheSameRule)
     EXPECT_EQ(text.getCapacityW(), 64u);
     text.getAnsi();
     EXPECT_EQ(text.getCapacityA(), 2080u);
-    const sstring other("abc");
+    sstring const other("abc");
     other.getAnsi();
     EXPECT_EQ(other.getCapacityA(), 32u); // 3 * 4 + 4 + 16
 }
@@ -248,12 +248,12 @@ TEST(StringBuffers, MoreThanTwoToThe31UnitsAreRefused)
 
 TEST(StringBuffers, AnErrorCarriesItsCodeAndMessage)
 {
-    const velaError plain(12);
+    velaError const plain(12);
     EXPECT_EQ(plain.getCode(), 12);
     EXPECT_EQ(plain.getMessage().getLength(), 0u);
     EXPECT_EQ(plain.getMessage().getUnicode()[0], 0);
-    const velaError told(22, "no such granule");
-    const velaError copy(told);
+    velaError const told(22, "no such granule");
+    velaError const copy(told);
     EXPECT_EQ(copy.getCode(), 22);
     EXPECT_EQ(copy.getMessage(), "no such granule");
 }
@@ -319,7 +319,7 @@ TEST(StringBuffers, TheStringsLocaleNamesItsCodeSet)
     EXPECT_EQ(text % "\x82\xa2", sstring(u16(u"\u3044")));
     EXPECT_EQ(text.replace(u8("\x82\xa2"), u8("x")), 2u);
 
-    const sstring copy(text);
+    sstring const copy(text);
     EXPECT_STREQ(copy.getLocale()->name, "ja_JP");
     EXPECT_NE(copy.getLocale(), text.getLocale());
     sstring assigned("x");

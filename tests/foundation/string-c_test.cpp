@@ -1,4 +1,4 @@
-// tests/foundation/string-c_test.cpp: the C-string functions; every expectation is checked for both flavours.
+// tests/foundation/string-c_test.cpp: the C-string functions, each checked for 8-bit and 16-bit text.
 
 #include "tests/foundation/strings.h"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// The 8-bit flavour under names that both flavours share.
+/// The 8-bit functions, under names that the 16-bit ones share.
 struct Narrow
 {
     using Unit = unsigned char;
@@ -81,7 +81,7 @@ class StringC : public testing::Test
 protected:
     using Unit = typename Flavour::Unit;
 
-    /// A text of this flavour that lives until the test ends; large enough to be appended to.
+    /// A text with room for appending, which lives until the test ends.
     Unit* t(char const* text)
     {
         texts.emplace_back(new Unit[64]());
@@ -278,7 +278,7 @@ TEST(StringCUnits, TheTwoTokenizersKeepSeparatePositions)
 
 TEST(StringCUnits, FoldedComparisonEndsAtEitherTerminator)
 {
-    // U+0100 folds to zero; the block behind each text ends with its terminator, so that reading on is seen.
+    // U+0100 folds to zero. Each block ends with its terminator, so that a sanitizer notices reading past it.
     for (unsigned short unit : {0x100, 0xFF00}) {
         std::vector<unsigned short> const longer{'a', unit, 0};
         std::vector<unsigned short> const shorter{'A', 0};
@@ -287,7 +287,7 @@ TEST(StringCUnits, FoldedComparisonEndsAtEitherTerminator)
         EXPECT_EQ(strnicmp16(longer.data(), shorter.data(), 9), 0);
         EXPECT_EQ(strnicmp16(shorter.data(), longer.data(), 9), 0);
     }
-    // Behind the terminators stands what would make a difference.
+    // The units after the terminators differ.
     unsigned short const left[] = {0x100, 'x', 0};
     unsigned short const right[] = {0, 'y', 0};
     EXPECT_EQ(stricmp16(left, right), 0);

@@ -22,7 +22,7 @@ std::string encoded(char const* charset, char16_t const* text)
     return ConvertToOEM(charset, out, u16(text), 64) ? reinterpret_cast<char const*>(out) : "failed";
 }
 
-/// What a converter opened for this one text makes of it.
+/// The text converted by a converter of its own.
 std::u16string decodedByIcu(char const* charset, std::string const& text)
 {
     UConverter* converter = OpenConverter(charset);
@@ -34,7 +34,7 @@ std::u16string decodedByIcu(char const* charset, std::string const& text)
     return out;
 }
 
-/// Makes a locale the process default for the length of a test.
+/// Makes a locale the process default during a test.
 class DefaultLocale
 {
 public:
@@ -128,10 +128,10 @@ TEST(StringConvert, PlainAsciiIsCopiedAsTheConverterWouldConvertIt)
     for (char const* charset : {"IBM-850", "IBM-932", "ksc_5601", "IBM-1381", "BIG5", "utf-8", "iso-8859-1",
                                 "shift_jis", "euc-kr", "gb2312", "utf-7", "iso-2022-jp", "hz", "ibm-037", "utf-16le"}) {
         for (int byte = 1; byte < 0x80; ++byte) {
-            const std::string text{static_cast<char>(byte), '~', '{', 'A'};
+            std::string const text{static_cast<char>(byte), '~', '{', 'A'};
             unsigned short out[16];
             ASSERT_TRUE(ConvertToUnicode(charset, out, u8(text.c_str()), 16));
-            const std::u16string expected = decodedByIcu(charset, text);
+            std::u16string const expected = decodedByIcu(charset, text);
             EXPECT_EQ(strcmp16(out, u16(expected.c_str())), 0) << charset << " byte " << byte;
         }
     }
@@ -182,7 +182,7 @@ TEST(StringConvert, ALocaleNamesTheCodeSet)
 
 TEST(StringConvert, WithoutALocaleTheProcessDefaultCounts)
 {
-    const DefaultLocale chinese("zh_CN");
+    DefaultLocale const chinese("zh_CN");
     unsigned short wide[8];
     EXPECT_TRUE(AnsiToUnicode(wide, u8("\xb0\xa1"), 8));
     EXPECT_EQ(wide[0], 0x554A);
@@ -215,10 +215,10 @@ TEST(StringConvert, WhatDoesNotFitIsNarrowedUpToTheCapacity)
 
 TEST(StringConvert, StaticBuffersAreReusedAndNeverShrink)
 {
-    const DefaultLocale japanese("ja_JP");
+    DefaultLocale const japanese("ja_JP");
     EXPECT_EQ(ToAnsi16(nullptr), nullptr);
     EXPECT_EQ(ToUnicode8(nullptr), nullptr);
-    const std::string longText(5000, 'x');
+    std::string const longText(5000, 'x');
     unsigned char* narrow = ToAnsi16(sstring(longText.c_str()));
     EXPECT_EQ(strlen8(narrow), 5000u);
     EXPECT_EQ(ToAnsi16(u16(u"\u3042")), narrow);

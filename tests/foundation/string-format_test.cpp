@@ -12,7 +12,7 @@ namespace {
 int codeOfFormattingLength(unsigned int length)
 {
     try {
-        const sformat text("%*s", static_cast<int>(length), "");
+        sformat const text("%*s", static_cast<int>(length), "");
         EXPECT_EQ(text.getLength(), length);
     } catch (velaError const& error) {
         return error.getCode();
@@ -45,7 +45,7 @@ TEST(StringFormat, EveryKindOfFormatWorks)
 
 TEST(StringFormat, AResultThatFillsTheBufferIsError7)
 {
-    // 2,048 bytes are asked for: 2,080 with the headroom and the smallest step.
+    // A request for 2,048 bytes becomes 2,080 with the headroom and the smallest step.
     EXPECT_EQ(codeOfFormattingLength(2048), 0);
     EXPECT_EQ(codeOfFormattingLength(2079), 0);
     EXPECT_EQ(codeOfFormattingLength(2080), 7);

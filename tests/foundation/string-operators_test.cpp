@@ -21,7 +21,7 @@ TEST(StringOperators, IndexGivesTheUnitForIntAndUnsigned)
 
 TEST(StringOperators, IndexBeyondTheLengthMakesRoomAndReadsZero)
 {
-    const sstring text("abc");
+    sstring const text("abc");
     EXPECT_EQ(text[1000], 0);
     EXPECT_GE(text.getCapacity(), 1016u);
     EXPECT_EQ(text.getLength(), 3u);
@@ -29,7 +29,7 @@ TEST(StringOperators, IndexBeyondTheLengthMakesRoomAndReadsZero)
 
 TEST(StringOperators, ComparesWithEveryKindOfText)
 {
-    const sstring text("abc");
+    sstring const text("abc");
     EXPECT_TRUE(text == "abc");
     EXPECT_TRUE(text == u8("abc"));
     EXPECT_TRUE(text == u16(u"abc"));
@@ -46,7 +46,7 @@ TEST(StringOperators, ComparesWithEveryKindOfText)
 
 TEST(StringOperators, ComparesWithANumberAsNumbers)
 {
-    const sstring text("10 pixels");
+    sstring const text("10 pixels");
     EXPECT_TRUE(text == 10);
     EXPECT_TRUE(text > 9);
     EXPECT_TRUE(text < 11);
@@ -76,7 +76,7 @@ TEST(StringOperators, AnIstringOnEitherSideIgnoresCase)
 
 TEST(StringOperators, AnIstringSeenAsItsBaseStillIgnoresCase)
 {
-    const istring text("Submit");
+    istring const text("Submit");
     sstring const& base = text;
     EXPECT_TRUE(base == "SUBMIT");
     EXPECT_EQ(base.compare(u16(u"subMIT!"), 6), 0);
@@ -84,7 +84,7 @@ TEST(StringOperators, AnIstringSeenAsItsBaseStillIgnoresCase)
 
 TEST(StringOperators, PlusJoinsEveryKindOfOperand)
 {
-    const sstring text("s");
+    sstring const text("s");
     EXPECT_EQ("x" + text, sstring("xs"));
     EXPECT_EQ(u8("x") + text, sstring("xs"));
     EXPECT_EQ(u16(u"x") + text, sstring("xs"));
@@ -103,7 +103,7 @@ TEST(StringOperators, PlusJoinsEveryKindOfOperand)
 
 TEST(StringOperators, PointersToWritableTextAreTextToo)
 {
-    const sstring text("b");
+    sstring const text("b");
     char narrow[] = "a";
     unsigned char* bytes = text.getAnsi();
     unsigned short* units = text.getUnicode();
@@ -123,7 +123,7 @@ TEST(StringOperators, PointersToWritableTextAreTextToo)
 
 TEST(StringOperators, TextOnTheLeftIsComparedAsText)
 {
-    const sstring text("b");
+    sstring const text("b");
     EXPECT_TRUE("a" < text);
     EXPECT_TRUE("b" <= text);
     EXPECT_TRUE("c" > text);
@@ -185,7 +185,7 @@ TEST(StringOperators, TimesAppendsCopiesToTheStringItself)
 
 TEST(StringOperators, PercentGivesTheTailFromTheFirstAndCaretFromTheLastHit)
 {
-    const sstring path("a/b/c");
+    sstring const path("a/b/c");
     EXPECT_EQ(path % '/', sstring("/b/c"));
     EXPECT_EQ(path ^ '/', sstring("/c"));
     EXPECT_EQ(path % "/", sstring("/b/c"));
@@ -198,7 +198,7 @@ TEST(StringOperators, PercentGivesTheTailFromTheFirstAndCaretFromTheLastHit)
 
 TEST(StringOperators, ConvertsToPointersAndNumbers)
 {
-    const sstring text("42x");
+    sstring const text("42x");
     char* narrow = text;
     unsigned char* bytes = text;
     unsigned short* units = text;

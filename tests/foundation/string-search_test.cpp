@@ -1,4 +1,4 @@
-// tests/foundation/string-search_test.cpp: finding, replacing and comparing inside a string.
+// tests/foundation/string-search_test.cpp: finding, replacing and comparing in a string.
 
 #include "tests/foundation/strings.h"
 
@@ -14,7 +14,7 @@ sstring repeated(char const* text, int times)
     return result * (times - 1);
 }
 
-/// What rfind is defined by: the forward search repeated from one past the last hit.
+/// The definition of rfind: a forward search repeated from one past the last hit.
 unsigned int rfindByForwardSearch(sstring const& text, sstring const& wanted, unsigned int limit)
 {
     unsigned int last = npos;
@@ -30,7 +30,7 @@ unsigned int rfindByForwardSearch(sstring const& text, sstring const& wanted, un
 
 TEST(StringSearch, FindsTheFirstUnitAtOrAfterFrom)
 {
-    const sstring text("banana");
+    sstring const text("banana");
     EXPECT_EQ(text.find('a'), 1u);
     EXPECT_EQ(text.find('a', 1), 1u);
     EXPECT_EQ(text.find('a', 2), 3u);
@@ -41,7 +41,7 @@ TEST(StringSearch, FindsTheFirstUnitAtOrAfterFrom)
 
 TEST(StringSearch, FindsText)
 {
-    const sstring text("banana");
+    sstring const text("banana");
     EXPECT_EQ(text.find("an"), 1u);
     EXPECT_EQ(text.find("an", 2), 3u);
     EXPECT_EQ(text.find("ann"), npos);
@@ -55,7 +55,7 @@ TEST(StringSearch, FindsText)
 
 TEST(StringSearch, FindsUnitsInAndOutsideASet)
 {
-    const sstring text(u16(u"  x\u3042y "));
+    sstring const text(u16(u"  x\u3042y "));
     EXPECT_EQ(text.find_any("yx"), 2u);
     EXPECT_EQ(text.find_any("yx", 3), 4u);
     EXPECT_EQ(text.find_any(u16(u"\u3042\u3043")), 3u);
@@ -69,7 +69,7 @@ TEST(StringSearch, FindsUnitsInAndOutsideASet)
 
 TEST(StringSearch, FindsBackwardsUpToALimit)
 {
-    const sstring text("banana");
+    sstring const text("banana");
     EXPECT_EQ(text.rfind('a'), 5u);
     EXPECT_EQ(text.rfind('a', 4), 3u);
     EXPECT_EQ(text.rfind('a', 3), 3u);
@@ -97,8 +97,8 @@ TEST(StringSearch, BackwardSearchIsTheForwardSearchRepeated)
 
 TEST(StringSearch, LongPatternsAreFoundLikeShortOnes)
 {
-    const sstring pattern = repeated("ab", 40);
-    const sstring text = repeated("ab", 45) + "x" + repeated("ab", 40) + "c";
+    sstring const pattern = repeated("ab", 40);
+    sstring const text = repeated("ab", 45) + "x" + repeated("ab", 40) + "c";
     EXPECT_EQ(text.find(pattern), 0u);
     EXPECT_EQ(text.find(pattern, 1), 2u);
     EXPECT_EQ(text.find(pattern, 11), 91u);
@@ -111,9 +111,9 @@ TEST(StringSearch, LongPatternsAreFoundLikeShortOnes)
 
 TEST(StringSearch, RepetitiveTextIsSearchedInLinearTime)
 {
-    // A search that compares at every position would need 10^11 steps here and run into the time limit.
-    const sstring text = repeated("aaaaaaaaaa", 100000);
-    const sstring pattern = repeated("aaaaaaaaaa", 10000) + "b";
+    // A search that compares at every position would take 10^11 steps and exceed the time limit.
+    sstring const text = repeated("aaaaaaaaaa", 100000);
+    sstring const pattern = repeated("aaaaaaaaaa", 10000) + "b";
     EXPECT_EQ(text.find(pattern), npos);
     EXPECT_EQ(text.rfind(pattern), npos);
     EXPECT_EQ(text.rfind(repeated("a", 100000)), 900000u);
@@ -121,7 +121,7 @@ TEST(StringSearch, RepetitiveTextIsSearchedInLinearTime)
 
 TEST(StringSearch, PointerSearchesIncludeTheTerminator)
 {
-    const sstring text("banana");
+    sstring const text("banana");
     unsigned short* start = text.getUnicode();
     EXPECT_EQ(text.strchr('a'), start + 1);
     EXPECT_EQ(text.strrchr('a'), start + 5);
@@ -151,7 +151,7 @@ TEST(StringSearch, ReplacedTextIsNotSearchedAgain)
 TEST(StringSearch, ReplacesEveryHitOrOnlyTheFirst)
 {
     sstring text("one two one two");
-    EXPECT_EQ(text.replace("one", "1", sstring::ReplaceFirst), 13u);
+    EXPECT_EQ(text.replace("one", "1", sstring::kReplaceFirst), 13u);
     EXPECT_EQ(text, "1 two one two");
     EXPECT_EQ(text.replace(u16(u"two"), u16(u"three"), static_cast<sstring::ReplaceHowMany>(7)), 15u);
     EXPECT_EQ(text, "1 three one two");
@@ -180,7 +180,7 @@ TEST(StringSearch, ReplacesARange)
 
 TEST(StringSearch, ReplacingManyHitsTakesLinearTime)
 {
-    // Moving the tail at each of the 2 million hits would copy 4 * 10^12 units and run into the time limit.
+    // Moving the rest at each of the 2 million hits would copy 4 * 10^12 units and exceed the time limit.
     sstring text = repeated("ab", 2000000);
     EXPECT_EQ(text.replace("a", "xyz"), 8000000u);
     EXPECT_EQ(text.subString(7999996), "xyzb");
@@ -189,7 +189,7 @@ TEST(StringSearch, ReplacingManyHitsTakesLinearTime)
 
 TEST(StringSearch, ComparesUpToACount)
 {
-    const sstring text("abcdef");
+    sstring const text("abcdef");
     EXPECT_EQ(text.compare(u8("abcxyz"), 3), 0);
     EXPECT_LT(text.compare(u8("abcxyz"), 4), 0);
     EXPECT_GT(text.compare(u16(u"abc"), npos), 0);
@@ -209,7 +209,7 @@ TEST(StringSearch, ReplacedTextEndsAtItsTerminator)
     EXPECT_EQ(text.replace(from, "-"), 4u);
     EXPECT_EQ(text, "x-y-");
     text = "xaya";
-    EXPECT_EQ(text.replace(from, "-", sstring::ReplaceFirst), 4u);
+    EXPECT_EQ(text.replace(from, "-", sstring::kReplaceFirst), 4u);
     EXPECT_EQ(text, "x-ya");
     sstring const nothing(u16(u"\0a"), 0, 2);
     EXPECT_EQ(text.replace(nothing, "-"), 4u);

@@ -1,4 +1,4 @@
-// tests/foundation/strings.h: short ways to write text of both flavours in a test.
+// tests/foundation/strings.h: short names for 8-bit and 16-bit text in tests.
 #pragma once
 
 #include "foundation/vela-string.h"

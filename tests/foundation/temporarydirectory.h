@@ -1,4 +1,4 @@
-// tests/foundation/temporarydirectory.h: a directory of a test's own, removed with everything in it.
+// tests/foundation/temporarydirectory.h: a directory that is removed at the end of a test with everything in it.
 #pragma once
 
 #include <cstdlib>
@@ -13,19 +13,19 @@ public:
     TemporaryDirectory()
     {
         std::string pattern = (std::filesystem::temp_directory_path() / "tarn-test-XXXXXX").string();
-        root = mkdtemp(pattern.data());
-        root = std::filesystem::canonical(root).string();
+        m_root = mkdtemp(pattern.data());
+        m_root = std::filesystem::canonical(m_root).string();
     }
     TemporaryDirectory(TemporaryDirectory const&) = delete;
     TemporaryDirectory& operator=(TemporaryDirectory const&) = delete;
     ~TemporaryDirectory()
     {
         std::error_code ignored;
-        std::filesystem::remove_all(root, ignored);
+        std::filesystem::remove_all(m_root, ignored);
     }
 
-    std::string const& path() const { return root; }
-    std::string file(std::string const& name) const { return root + "/" + name; }
+    std::string const& path() const { return m_root; }
+    std::string file(std::string const& name) const { return m_root + "/" + name; }
 
     std::string write(std::string const& name, std::string const& content) const
     {
@@ -39,5 +39,5 @@ public:
     }
 
 private:
-    std::string root;
+    std::string m_root;
 };

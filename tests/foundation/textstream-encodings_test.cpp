@@ -1,12 +1,14 @@
-// What bytes become what units: marks, declared code sets, characters at chunk boundaries, and bytes that are no text.
+// tests/foundation/textstream-encodings_test.cpp: decoding: byte-order marks, declared code sets, characters at chunk
+// boundaries, and bytes that are not text.
+
+#include "foundation/vela-tsdecoder.h"
+#include "tests/foundation/streams.h"
+
 #include <functional>
 #include <random>
 
 #include <unicode/ucnv.h>
 #include <unicode/utf16.h>
-
-#include "foundation/vela-tsdecoder.h"
-#include "tests/foundation/streams.h"
 
 namespace {
 
@@ -23,7 +25,7 @@ std::u16string readAllFromFile(std::string const& bytes)
     return allUnits(stream);
 }
 
-/// The bytes of a text in an ICU code set.
+/// The bytes of a text in a code set of ICU.
 std::string encoded(std::u16string const& text, char const* codeSet)
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -93,7 +95,7 @@ TEST(TextstreamEncodings, BothByteOrdersGiveTheSameUnits)
     }
 }
 
-TEST(TextstreamEncodings, OddByteAtTheEndOfUtf16IsLeftOut)
+TEST(TextstreamEncodings, AnOddByteAtTheEndOfUtf16IsIgnored)
 {
     EXPECT_EQ(readAll(utf16Bytes(u"ab", false) + "x"), u"ab");
     EXPECT_EQ(readAll("\xFF\xFEx"), u"");
@@ -148,7 +150,7 @@ TEST(TextstreamEncodings, TextReadTakesTheStreamsLocale)
 
 TEST(TextstreamEncodings, CharactersAtAndOverTheBoundaryDecode)
 {
-    // The 16,384th byte falls on every byte of a stretch of text; several chunks follow.
+    // The chunk boundary, byte 16,384, falls on each byte of a piece of text in turn; several chunks follow.
     for (Language const& language : languages()) {
         std::string const head = declared(language.codeSet);
         std::string const text = encoded(language.text, language.codeSet);
@@ -215,7 +217,7 @@ TEST(TextstreamEncodings, UnknownCodeSetWidensEachByte)
               u"\u0080\u00E9\u00FF");
 }
 
-TEST(TextstreamEncodings, ZeroUnitsAreLeftOut)
+TEST(TextstreamEncodings, ZeroUnitsAreSkipped)
 {
     using namespace std::string_literals;
     EXPECT_EQ(readAll("charset=utf-8 a\0b\0\0c"s), u"charset=utf-8 abc");
@@ -226,7 +228,7 @@ TEST(TextstreamEncodings, ZeroUnitsAreLeftOut)
     EXPECT_EQ(readAll("charset=utf-8"s + std::string(40000, 0) + "end"), u"charset=utf-8end");
 }
 
-TEST(TextstreamEncodings, BytesThatAreNoTextAreReadToTheEnd)
+TEST(TextstreamEncodings, BytesThatAreNotTextAreReadToTheEnd)
 {
     std::mt19937 random(11);
     for (char const* codeSet : {"utf-8", "shift_jis", "euc-kr", "gb2312", "big5", "gb18030", "iso-8859-1", "us-ascii",
@@ -249,9 +251,9 @@ TEST(TextstreamEncodings, BytesThatAreNoTextAreReadToTheEnd)
     }
 }
 
-TEST(TextstreamEncodings, BytesThatDecodeToNothingDoNotHoldTheReaderUp)
+TEST(TextstreamEncodings, BytesThatDecodeToNothingDoNotStallTheReader)
 {
-    // A compression's window commands: thousands of bytes for no unit at all.
+    // Window commands of a compressed encoding: thousands of bytes that decode to nothing.
     std::u16string const units = readAll(declared("scsu") + std::string(300000, '\x10') + "end");
     EXPECT_EQ(units.substr(units.size() - 3), u"end");
 }
@@ -266,7 +268,7 @@ TEST(TextstreamEncodings, FileThatBecomesShorterEndsEarly)
     EXPECT_EQ(stream.pop(), 0);
 }
 
-TEST(FindDeclaredCodeSet, ReadsTheNameBehindTheNextEqualsSign)
+TEST(FindDeclaredCodeSet, ReadsTheNameAfterTheNextEqualsSign)
 {
     auto find = [](std::string const& text) {
         auto const* bytes = reinterpret_cast<unsigned char const*>(text.data());
@@ -286,8 +288,8 @@ TEST(FindDeclaredCodeSet, ReadsTheNameBehindTheNextEqualsSign)
 
 namespace {
 
-/// The guard against a split character, byte by byte over the whole chunk: drop the last byte and decode again until
-/// the result grows, changes its last character, or shrinks for the second time. Characters are counted, not units.
+/// A simple search for the end of the last whole character: drop the last byte and decode the whole chunk again until
+/// the result grows, changes its last character, or shrinks for the second time. Counts characters, not units.
 size_t guardedEnd(std::string const& chunk, char const* codeSet)
 {
     auto measure = [&](size_t end, size_t& count, char32_t& last) {
@@ -332,7 +334,7 @@ TEST(TsDecoder, ChunkEndsWhereDroppingByteAfterByteWouldEndIt)
                     text += u"\U0001F600";
             }
             std::string chunk = encoded(text, codeSet);
-            chunk.resize(100 + random() % 20); // cuts anywhere
+            chunk.resize(100 + random() % 20); // may split a character
             if (round % 4 == 0)
                 for (int i = 0; i < 3; ++i)
                     chunk[chunk.size() - 1 - random() % 8] = static_cast<char>(0x80 | random());
@@ -346,7 +348,7 @@ TEST(TsDecoder, ChunkEndsWhereDroppingByteAfterByteWouldEndIt)
     }
 }
 
-TEST(TsDecoder, LastChunkIsUsedWhole)
+TEST(TsDecoder, TheLastChunkIsUsedEntirely)
 {
     for (char const* codeSet : {"utf-8", "shift_jis", "iso-8859-1", "no-such-set"}) {
         tsDecoder decoder;

@@ -1,9 +1,11 @@
-// Opening, closing and errors of text streams, and the order of their virtual operations.
+// tests/foundation/textstream-interface_test.cpp: opening, closing and errors of text streams, and the order of their
+// virtual functions.
+
 #include "tests/foundation/streams.h"
 
 namespace {
 
-/// The slot of a virtual member function: with the Itanium C++ ABI its pointer holds 1 + the slot's offset in bytes.
+/// The vtable slot of a virtual member function. In the Itanium C++ ABI its pointer holds 1 + the offset in bytes.
 template <class Function>
 unsigned long slotOf(Function function)
 {
@@ -25,7 +27,7 @@ using Position = void (textstream::*)(bookmark const&);
 
 } // namespace
 
-TEST(TextstreamInterface, VirtualOperationsStandInTheirSlots)
+TEST(TextstreamInterface, VirtualFunctionsAreInTheirSlots)
 {
     EXPECT_EQ(slotOf<Name8>(&textstream::open), 0u);
     EXPECT_EQ(slotOf<Name16>(&textstream::open), 1u);
@@ -34,7 +36,7 @@ TEST(TextstreamInterface, VirtualOperationsStandInTheirSlots)
     EXPECT_EQ(slotOf(&textstream::isOpen), 4u);
     EXPECT_EQ(slotOf(&textstream::reopen), 5u);
     EXPECT_EQ(slotOf(&textstream::close), 6u);
-    // The destructor takes two slots with this ABI: with and without freeing the object.
+    // The destructor has two slots in this ABI: with and without freeing the object.
     EXPECT_EQ(slotOf(&textstream::getPos), 9u);
     EXPECT_EQ(slotOf<Position>(&textstream::setPos), 10u);
     EXPECT_EQ(slotOf(&textstream::pushPos), 11u);
@@ -57,7 +59,7 @@ TEST(TextstreamInterface, VirtualOperationsStandInTheirSlots)
 TEST(TextstreamInterface, CacheHoldsOneChunkAndATerminator)
 {
     tsCache cache;
-    EXPECT_EQ(tsCache::bufferUnits * sizeof(unsigned short), 32770u);
+    EXPECT_EQ(tsCache::kBufferUnits * sizeof(unsigned short), 32770u);
     EXPECT_EQ(cache.readSize, 16384u);
     EXPECT_EQ(cache.valid, 0u);
     EXPECT_LT(offsetof(tsCache, buffer), offsetof(tsCache, valid));
@@ -143,7 +145,7 @@ TEST(TextstreamInterface, FileOpensUnderAllThreeNameForms)
     EXPECT_EQ(text8(text.toString()), "page");
 }
 
-TEST(TextstreamInterface, ReopeningGoesOnWhereClosingStopped)
+TEST(TextstreamInterface, ReopeningContinuesWhereClosingStopped)
 {
     TemporaryFile file(std::string(20000, 'a') + "xyz");
     textstream stream(file.name());
@@ -174,7 +176,7 @@ TEST(TextstreamInterface, ReopeningAnOpenStreamLeavesItAlone)
     EXPECT_EQ(source->pop(), 'b');
 }
 
-TEST(TextstreamInterface, ClosingForgetsPushedPositions)
+TEST(TextstreamInterface, ClosingDiscardsPushedPositions)
 {
     MemorySource source("abc");
     source->pushPos();
@@ -194,12 +196,12 @@ TEST(TextstreamInterface, FirstNameIsTheOneThatReopens)
     stream.rewind();
     stream.close();
     ASSERT_EQ(stream.reopen(), 1);
-    stream.setPos(16384, 0); // away from what is decoded
+    stream.setPos(16384, 0); // away from the decoded text
     stream.rewind();
     EXPECT_EQ(text8(stream.toString()).substr(0, 5), "first");
 }
 
-TEST(TextstreamInterface, AnotherSourceShowsNothingOfTheLast)
+TEST(TextstreamInterface, ANewSourceShowsNothingOfThePreviousOne)
 {
     unsigned char korean[] = "charset=euc-kr \xB0\xA1";
     unsigned char plain[] = "charset=iso-8859-1 \xE9";
@@ -214,7 +216,7 @@ TEST(TextstreamInterface, OwnedMemoryIsFreedWithTheStream)
 {
     unsigned char* data = malloc8(3);
     std::memcpy(data, "abc", 3);
-    textstream stream(data, 3, 1); // a leak or a second free is the sanitizer's to find
+    textstream stream(data, 3, 1); // a sanitizer finds a leak or a double free
     EXPECT_EQ(text8(stream.toString()), "abc");
 }
 

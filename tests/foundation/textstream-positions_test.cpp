@@ -1,11 +1,12 @@
-// Reading, looking ahead and coming back, over chunk boundaries too.
-#include <random>
+// tests/foundation/textstream-positions_test.cpp: reading, looking ahead and going back, also across chunk boundaries.
 
 #include "tests/foundation/streams.h"
 
+#include <random>
+
 namespace {
 
-/// Text whose units tell where they are.
+/// Text in which each unit depends on its position.
 std::string numbered(unsigned int count)
 {
     std::string text;
@@ -31,7 +32,7 @@ TEST(TextstreamPositions, PeekConsumesNothingAndPopDoes)
     EXPECT_EQ(source->pop(), 0);
 }
 
-TEST(TextstreamPositions, CountedReadsGiveWhatIsThereTerminated)
+TEST(TextstreamPositions, CountedReadsReturnTerminatedText)
 {
     MemorySource source("abcdef");
     unsigned short units[10];
@@ -66,7 +67,7 @@ TEST(TextstreamPositions, StringsAndBytesAreReadAlike)
     EXPECT_EQ(text8(text), "");
 }
 
-TEST(TextstreamPositions, AdvanceTellsHowFarItCame)
+TEST(TextstreamPositions, AdvanceReturnsHowFarItMoved)
 {
     MemorySource source(numbered(40000));
     EXPECT_EQ(source->advance(39990), 39990u);
@@ -91,7 +92,7 @@ TEST(TextstreamPositions, PoppedPositionAfterTwentyThousandUnitsIsExact)
 
 TEST(TextstreamPositions, BookmarksNameTheChunkAndTheUnitInIt)
 {
-    // A chunk of single-byte text gives up its last byte, which might have been the first of two.
+    // A chunk of single-byte text leaves its last byte to the next one, because it might be the first of two.
     MemorySource source(numbered(40000));
     EXPECT_EQ(source->getPos(), bookmark(0, 0));
     source->advance(5);
@@ -117,7 +118,7 @@ TEST(TextstreamPositions, EmptyBookmarkIsTheBeginningOfTheText)
 
 TEST(TextstreamPositions, ReturnOverABoundaryReadsTheSourceOnce)
 {
-    // The text is changed behind the stream's back: what it decoded before must still be there.
+    // The source changes; the text that the stream has decoded must not.
     std::string const page = numbered(40000);
     std::vector<unsigned char> data(page.begin(), page.end());
     textstream stream(data.data(), static_cast<unsigned int>(data.size()), 0);
@@ -133,7 +134,7 @@ TEST(TextstreamPositions, ReturnOverABoundaryReadsTheSourceOnce)
     EXPECT_EQ(units.substr(0, 19), widened(page.substr(16380, 19)));
 }
 
-TEST(TextstreamPositions, ToStringGivesAllThatIsLeft)
+TEST(TextstreamPositions, ToStringReturnsTheRest)
 {
     std::string const page = numbered(3000);
     MemorySource source(page);
@@ -205,7 +206,7 @@ TEST(TextstreamPositions, DatastreamReadsAStringsText)
     EXPECT_EQ(stream.pop(), 'G');
 }
 
-TEST(TextstreamPositions, DatastreamTakesNoUnitForAMark)
+TEST(TextstreamPositions, DatastreamTreatsNoUnitAsAMark)
 {
     sstring text(u16(u"\uFEFFx"));
     datastream stream(text);

@@ -1,4 +1,4 @@
-// tests/foundation/threading_test.cpp: managed threads, what runs when they end, and the time helpers.
+// tests/foundation/threading_test.cpp: managed threads, their end callbacks, and the time helpers.
 
 #include "foundation/pmutex.h"
 #include "foundation/threading.h"
@@ -34,7 +34,7 @@ intptr_t waitForEvent(intptr_t event) { return pevent_wait(reinterpret_cast<peve
 
 intptr_t asArgument(void* pointer) { return reinterpret_cast<intptr_t>(pointer); }
 
-/// What callbacks at a thread's end wrote, in order.
+/// What the end callbacks wrote, in order.
 struct EndLog
 {
     std::string order;
@@ -55,7 +55,7 @@ void logEnd(void* data, pthread_t thread)
         entry->log->ranOnEndingThread = false;
 }
 
-/// A thread that runs until it is let go.
+/// A thread that runs until it is released.
 struct HeldThread
 {
     pevent* event = pevent_create();
@@ -69,7 +69,7 @@ struct HeldThread
     }
 };
 
-/// Attributes with which no thread can be created: no address space has room for such a stack.
+/// Attributes with a stack too large for any address space, so that no thread can be created.
 struct ImpossibleAttributes
 {
     pthread_attr_t attributes;
@@ -85,9 +85,9 @@ struct ImpossibleAttributes
 
 TEST(ManagedThreads, ArgumentAndResultHaveTheSizeOfAPointer)
 {
-    const intptr_t large = intptr_t{1} << 40;
-    const pthread_t thread = pthread_create_managed(doubled, large);
-    ASSERT_NE(thread, noThread);
+    intptr_t const large = intptr_t{1} << 40;
+    pthread_t const thread = pthread_create_managed(doubled, large);
+    ASSERT_NE(thread, kNoThread);
     EXPECT_EQ(resultOf(thread), large * 2);
     EXPECT_EQ(pthread_create_managed(nullptr, 0), static_cast<pthread_t>(-1));
 }
@@ -97,7 +97,7 @@ TEST(ManagedThreads, AttributesArePassedThrough)
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     pthread_attr_setstacksize(&attributes, size_t{4} << 20);
-    const pthread_t thread = pthread_create_managed_with_attr(&attributes, doubled, 21);
+    pthread_t const thread = pthread_create_managed_with_attr(&attributes, doubled, 21);
     pthread_attr_destroy(&attributes);
     EXPECT_EQ(resultOf(thread), 42);
 }
@@ -110,8 +110,8 @@ TEST(ManagedThreads, ExactlyTheNamedSignalsStartBlocked)
     pthread_sigmask(SIG_SETMASK, nullptr, &callerBefore);
     resultOf(pthread_create_managed(copyMask, asArgument(&inThread)));
     pthread_sigmask(SIG_SETMASK, nullptr, &callerAfter);
-    // 19 is the stop signal, which the system never blocks.
-    const std::vector<int> blocked{1, 10, 12, 13, 14, 17, 20, 21, 22, 29};
+    // 19 is SIGSTOP, which can not be blocked.
+    std::vector<int> const blocked{1, 10, 12, 13, 14, 17, 20, 21, 22, 29};
     for (int number = 1; number < 32; ++number) {
         bool const named = std::find(blocked.begin(), blocked.end(), number) != blocked.end();
         EXPECT_EQ(sigismember(&inThread, number) == 1, named || sigismember(&callerBefore, number) == 1) << number;
@@ -121,9 +121,9 @@ TEST(ManagedThreads, ExactlyTheNamedSignalsStartBlocked)
 
 TEST(ManagedThreads, TheTableGrowsBy32SlotsAndReusesTheLowest)
 {
-    const ManagedThreadTable before = pthread_managed_table();
+    ManagedThreadTable const before = pthread_managed_table();
     std::vector<HeldThread> threads(40);
-    const ManagedThreadTable full = pthread_managed_table();
+    ManagedThreadTable const full = pthread_managed_table();
     EXPECT_EQ(full.inUse, before.inUse + 40);
     EXPECT_EQ(full.slotCount % 32, 0u);
     EXPECT_GE(full.slotCount, 64u);
@@ -143,17 +143,17 @@ TEST(ManagedThreads, TheTableGrowsBy32SlotsAndReusesTheLowest)
 
 TEST(ManagedThreads, AFailedStartLosesItsSlot)
 {
-    const ManagedThreadTable before = pthread_managed_table();
-    const ImpossibleAttributes impossible;
+    ManagedThreadTable const before = pthread_managed_table();
+    ImpossibleAttributes const impossible;
     sigset_t maskBefore;
     sigset_t maskAfter;
     pthread_sigmask(SIG_SETMASK, nullptr, &maskBefore);
     EXPECT_EQ(pthread_create_managed_with_attr(&impossible.attributes, doubled, 1), static_cast<pthread_t>(-1));
     pthread_sigmask(SIG_SETMASK, nullptr, &maskAfter);
     EXPECT_EQ(std::memcmp(&maskBefore, &maskAfter, sizeof(unsigned long)), 0);
-    const ManagedThreadTable after = pthread_managed_table();
+    ManagedThreadTable const after = pthread_managed_table();
     EXPECT_EQ(after.inUse, before.inUse + 1);
-    EXPECT_EQ(after.freeHint, before.inUse); // back at the lost slot
+    EXPECT_EQ(after.freeHint, before.inUse); // the index of the lost slot
     HeldThread next;
     EXPECT_EQ(pthread_managed_table().freeHint, before.inUse + 2);
     next.end();
@@ -188,7 +188,7 @@ TEST(ManagedThreads, EndCallbacksOfManyThreadsKeepTheirOrder)
     std::vector<EndEntry> entries;
     for (char letter = 'a'; letter <= 'j'; ++letter)
         entries.push_back({&log, letter});
-    // More than one granule of records, registered and run in several rounds, so that holes are filled again.
+    // More than one granule of records, in several rounds, so that inactive ones are used again.
     for (int round = 0; round < 8; ++round) {
         HeldThread thread;
         for (int i = 9; i >= 0; --i)
@@ -208,7 +208,7 @@ TEST(Time, TheMillisecondCounterWrapsEvery4290000Seconds)
     EXPECT_EQ(millicountAt(4290000ul * 400 + 7, 250999), 7250u);
 }
 
-TEST(Time, TheCountersTellTheSameTime)
+TEST(Time, TheCountersAgreeOnTheTime)
 {
     unsigned long seconds = 0;
     unsigned long microseconds = 1000000;

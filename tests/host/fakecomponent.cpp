@@ -1,3 +1,4 @@
+// tests/host/fakecomponent.cpp: see fakecomponent.h.
 #include "tests/host/fakecomponent.h"
 
 #include <algorithm>

@@ -80,9 +80,9 @@ async function typeInto(name, ...parts) {
 
 /** Presses Send; the values of the form that the handler sees, which is called once. */
 async function send() {
-    const before = await program.ask('calls.length');
+    const known = await program.ask('calls.length');
     await pressOn('send');
-    await program.called([['onSend', 'send', 'all']], before);
+    await program.called([['onSend', 'send', 'all']], known);
     return program.ask('forms.at(-1)');
 }
 

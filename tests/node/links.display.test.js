@@ -174,8 +174,10 @@ test('_parent is the nearest element around the link that has a name', async () 
 });
 
 test('what a handler returns besides the name of a file is followed nowhere', async () => {
-    await openFrames(href('{middle}event://onReply'), "let replies = ['', 7, null, true, {}, ['red.html']];"
-        + "record(window, ['onReply'], { act: () => replies.shift() }); window.left = () => replies.length".replace('let ', 'globalThis.'));
+    const replies = "let replies = ['', 7, null, true, {}, ['red.html']]";
+    const act = '{ act: () => replies.shift() }';
+    await openFrames(href('{middle}event://onReply'),
+        `${replies}; record(window, ['onReply'], ${act}); window.left = () => replies.length`);
     for (let i = 0; i < 6; ++i) {
         await clickLink();
         await program.called([['onReply', null]], i);

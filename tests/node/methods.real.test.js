@@ -155,9 +155,9 @@ test('the constructor takes the name of a page and nothing else', () => {
 
 test('an empty name is the page itself, a name that nobody has null', () => {
     const window = states['with a page']();
-    const page = window.control('');
-    assert.deepEqual([page.name, page.window === window, page.isEnabled()], ['', true, true]);
-    assert.equal(page.setText('<table name=New><tr><td>x</td></tr></table>'), true);
+    const root = window.control('');
+    assert.deepEqual([root.name, root.window === window, root.isEnabled()], ['', true, true]);
+    assert.equal(root.setText('<table name=New><tr><td>x</td></tr></table>'), true);
     assert.ok(window.control('new') instanceof GuiControl);
     assert.equal(states['without a page']().control(''), null);
 });

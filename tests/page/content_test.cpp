@@ -1,5 +1,5 @@
 // tests/page/content_test.cpp: which nodes, markers and text codes each tag becomes.
-#include "tests/page/pagesupport.h"
+#include "tests/support/parsedpage.h"
 
 #include "page/guihtmltext.h"
 
@@ -68,26 +68,10 @@ TEST(PageContent, TablesKeepTheirCellsInOneNodeWithRowsApartByLineBreaks)
     EXPECT_EQ(outlineOf("x<table><tr><td>a</td><td>b</td></tr><tr><td>c</td></tr></table>y"),
               "'x' P html{html{'a'} html{'b'} BR html{'c'}} BR 'y'");
 }
-TEST(PageContent, ATableBehindABlockObjectStandsOnTheNextLineInsteadOfAParagraph)
-{
-    EXPECT_EQ(outlineOf("<table></table><table></table>"), "html BR html BR");
-    EXPECT_EQ(outlineOf("x<img><table></table>"), "'x' BR image BR html BR");
-    EXPECT_EQ(outlineOf("<table></table>x<table></table>"), "html BR 'x' P html BR");
-    EXPECT_EQ(outlineOf("<object classid=menu></object><table></table>"), "control5 BR html BR");
-    EXPECT_EQ(outlineOf("<input type=text><table></table>"), "control1 P html BR");
-}
-TEST(PageContent, AFormIsABlockButNotABlockObject)
-{
-    EXPECT_EQ(outlineOf("x<form>a</form><table></table>"), "'x' P form{'a'} P html BR");
-}
 TEST(PageContent, AnUnknownTagCountsAsABlockObject)
 {
     parsedPage page = parsePage("a<x>b</x><table></table>");
     EXPECT_EQ(outline(page.root.get()), "'ab' BR html BR");
-}
-TEST(PageContent, TagsThatAreNeverClosedHaveTheirFollowersBehindThem)
-{
-    EXPECT_EQ(outlineOf("a<hr>b<input type=text>c<img>d"), "'a' P html{html} P 'b' control1 'c' BR image BR 'd'");
 }
 TEST(PageContent, HeadTitleAndNoframeAreSkipped)
 {
@@ -203,13 +187,6 @@ TEST(PageFormatting, NodesTakeTheFontOfTheNodeThatTheyAreReadInto)
 TEST(PageLinks, ANamedLinkEndsLikeAnyOther)
 {
     EXPECT_EQ(outlineOf("<a href=u name=n>x</a><p>y"), "'[[a u]]x[[/a]]' P 'y' P");
-}
-TEST(PageLinks, ANameMarksANodeThatIsNoText)
-{
-    parsedPage page = parsePage("x<a name=n><img></a>");
-    EXPECT_EQ(page.root->getBookmarked("n"), findType(page.root.get(), guiHtml::kTypeImage));
-    parsedPage behind = parsePage("x<p></p><a name=n></a>");
-    EXPECT_EQ(behind.root->getBookmarked("n"), behind.root->getChild(0)) << "a marker is no child";
 }
 TEST(PageLinks, ALinkInsideALinkEndsIt)
 {

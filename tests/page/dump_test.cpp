@@ -1,14 +1,7 @@
 // tests/page/dump_test.cpp: the text dump, line by line.
-#include "tests/page/pagesupport.h"
+#include "tests/support/parsedpage.h"
 
-#include "controls/guihtmlcontrolbutton.h"
-#include "controls/guihtmlcontrolhidden.h"
-#include "controls/guihtmlcustom.h"
-#include "controls/guihtmlform.h"
-#include "controls/guihtmlimage.h"
 #include "page/guihtmltext.h"
-#include "runtime/guihtmlbase.h"
-#include "runtime/guihtmlframeset.h"
 
 #include <QScrollBar>
 
@@ -21,12 +14,6 @@ public:
     using guiHtml::operator=;
     int getPreferredWidth() override { return -35; }
 };
-
-std::string firstLine(guiHtml&& node)
-{
-    std::string dump = utf8(node.toString(0));
-    return dump.substr(0, dump.find('\n'));
-}
 
 std::string lineWith(guiHtml& node, char const* start)
 {
@@ -77,17 +64,6 @@ TEST(Dump, MarkersAndChildrenAreIndentedByTwo)
         std::string::npos)
         << dump;
     EXPECT_EQ(dump.substr(dump.size() - 8), "   }\n }\n");
-}
-TEST(Dump, EachTypeHasItsWord)
-{
-    EXPECT_EQ(firstLine(guiHtml()), "HTML: ");
-    EXPECT_EQ(firstLine(guiHtmlBase(nullptr, nullptr, nullptr, "")), "BASE: ");
-    EXPECT_EQ(firstLine(guiHtmlForm()), "FORM: ");
-    EXPECT_EQ(firstLine(guiHtmlImage()), "IMAGE: ");
-    EXPECT_EQ(firstLine(guiHtmlText()), "TEXT: ");
-    EXPECT_EQ(firstLine(guiHtmlControlButton()), "CONTROL: ");
-    EXPECT_EQ(firstLine(guiHtmlFrameset()), "FRAMESET: ");
-    EXPECT_EQ(firstLine(guiHtmlCustom()), "UNKNOWN: ");
 }
 TEST(Dump, TextRunsShowTheirText)
 {
@@ -158,22 +134,6 @@ TEST(Dump, PercentSignsInNamesTextsAndFontsAreWrittenAsTheyAre)
     text.editText() = "%n%lu";
     EXPECT_EQ(utf8(text.toString(0)).substr(0, 24), "TEXT: 100%s\ntext: %n%lu\n");
     EXPECT_EQ(lineWith(text, "font:"), "font: %ld,12");
-}
-TEST(Dump, ControlsImagesFormsFramesetsAndCustomNodesHaveTheLinesOfAnyNode)
-{
-    std::string const lines = " \nrect: (0,0)-(0,0) = 0x0\nborder 0; space 0; divide 0\n"
-                              "static: X=0/unbound, Y=0/unbound, cxMin=0, cyMin=0\n"
-                              "expansion: children=no, width=no, height=no\n"
-                              "dynamic: X=0/unbound, Y=0/unbound, cxMin=0, cyMin=0, cxPref=0\n"
-                              "active: cx=0, cy=0\nscroll: =0, =0\nalign: X=left, Y=center\n"
-                              "font: no override supplied\n{\n}\n";
-    guiHtmlControlHidden hidden;
-    hidden.initText("not shown");
-    EXPECT_EQ(utf8(hidden.toString(0)), "CONTROL:" + lines);
-    EXPECT_EQ(utf8(guiHtmlForm().toString(0)), "FORM:" + lines);
-    EXPECT_EQ(utf8(guiHtmlImage().toString(0)), "IMAGE:" + lines);
-    EXPECT_EQ(utf8(guiHtmlFrameset().toString(0)), "FRAMESET:" + lines);
-    EXPECT_EQ(utf8(guiHtmlCustom().toString(0)), "UNKNOWN:" + lines);
 }
 TEST(Dump, TheFontOverrideIsShown)
 {

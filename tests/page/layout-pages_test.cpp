@@ -1,51 +1,15 @@
 // tests/page/layout-pages_test.cpp: pages as people write them, read by the parser and laid out; and pages that nobody
 // should write.
-#include "tests/page/pagetree.h"
-
 #include "page/guilayoutcounters.h"
-#include "runtime/guihtmlbase.h"
+#include "tests/support/laidoutpage.h"
+#include "tests/support/repeated.h"
+#include "tests/support/testroot.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-/// A page outside any window.
-class page
-{
-public:
-    explicit page(std::string const& text, int width = 640, int height = 480)
-        : root(std::make_unique<guiHtmlBase>(nullptr, nullptr, nullptr, sstring()))
-    {
-        root->setText(sstring(text.c_str()), sstring());
-        layOut(width, height);
-    }
-
-    void layOut(int width, int height)
-    {
-        guiRect rect{0, width, 0, height};
-        root->calcDynamicLayout();
-        root->setRect(&rect);
-    }
-    guiHtml* named(char const* name) const { return root->getNamed(sstring(name)); }
-    /// Left edge of a node in the page.
-    int leftOf(char const* name) const
-    {
-        guiRect rect;
-        named(name)->getRectInWidget(&rect);
-        return rect.left;
-    }
-
-    std::unique_ptr<guiHtmlBase> root;
-};
-
-std::string repeated(std::string const& text, int count)
-{
-    std::string all;
-    all.reserve(text.size() * static_cast<std::size_t>(count));
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
+using page = LaidOutPage<TestRoot>;
 
 unsigned countNodes(guiHtml* node)
 {
@@ -102,47 +66,6 @@ TEST(Page, RelayoutAfterOtherSizesGivesTheSameRectangles)
     p.layOut(640, 480);
     EXPECT_EQ(p.named("a")->m.rect, a);
     EXPECT_EQ(p.named("b")->m.rect, b);
-}
-
-TEST(FramesetPage, StarRowsShareWhatTheOthersLeaveWhateverIsInThem)
-{
-    page const p(
-        "<frameset rows=40,*,25%,* framespacing=4><frame name=a><frame name=b><frame name=c><frame name=d></frameset>",
-        200, 203);
-    // 203 less three gaps of 4, 40, and a quarter of 203.
-    EXPECT_EQ(p.named("a")->m.rect, (guiRect{0, 200, 0, 40}));
-    EXPECT_EQ(p.named("b")->m.rect, (guiRect{0, 200, 44, 50}));
-    EXPECT_EQ(p.named("c")->m.rect, (guiRect{0, 200, 98, 50}));
-    EXPECT_EQ(p.named("d")->m.rect, (guiRect{0, 200, 152, 51}));
-}
-
-TEST(FramesetPage, FramesOfAStarRowAreAllAsHighAsTheRow)
-{
-    page const p("<frameset cols=50,* rows=*><frame name=a><frame name=b border=2 scrolling=yes>"
-                 "</frameset>",
-                 200, 100);
-    EXPECT_EQ(p.named("a")->m.rect, (guiRect{0, 50, 0, 100}));
-    EXPECT_EQ(p.named("b")->m.rect, (guiRect{50, 150, 0, 100}));
-}
-
-TEST(FramesetPage, ContentOfAStarRowKeepsItsOwnHeight)
-{
-    page const p("<frameset rows=*><td name=f valign=top><p>one</p><table name=t width=20 height=30><tr><td>x</td></tr>"
-                 "</table></td></frameset>",
-                 200, 300);
-    EXPECT_EQ(p.named("f")->m.rect.height, 300);
-    EXPECT_EQ(p.named("t")->m.rect.height, 30);
-    EXPECT_LT(p.named("t")->m.rect.top, 50);
-}
-
-TEST(FramesetPage, FramesetsInsideFillTheirRowDownToTheInnermost)
-{
-    page const p(
-        "<frameset rows=20,*><frame><frameset cols=*,*><frame><frameset rows=*,30><frame name=in><frame name=low>"
-        "</frameset></frameset></frameset>",
-        200, 200);
-    EXPECT_EQ(p.named("in")->m.rect, (guiRect{0, 100, 0, 150}));
-    EXPECT_EQ(p.named("low")->m.rect, (guiRect{0, 100, 150, 30}));
 }
 
 TEST(WildPage, HugeRequestsStayInBounds)

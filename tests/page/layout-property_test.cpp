@@ -1,8 +1,8 @@
 // tests/page/layout-property_test.cpp: what holds for every page, on 2,000 random ones. A failing seed prints its page.
+#include "tests/page/pagewindow.h"
 #include "tests/page/randompage.h"
 #include "tests/page/referencelayout.h"
 #include "tests/support/layoutpromises.h"
-#include "tests/support/pagewindow.h"
 
 #include "foundation/vela-mlparser.h"
 #include "foundation/vela-textstream.h"

@@ -1,6 +1,6 @@
 // tests/page/layout-work_test.cpp: how much work a layout is, counted per node: counts do not depend on the machine.
 #include "tests/page/pagetree.h"
-#include "tests/support/pagewindow.h"
+#include "tests/page/pagewindow.h"
 
 #include "page/guilayoutcounters.h"
 

@@ -1,14 +1,10 @@
 // tests/page/links_test.cpp: where links lead, which handlers they call, and what loading a file does to the page.
-#include "controls/guihtmlimage.h"
-#include "page/guihtmltext-measure.h"
 #include "page/guihtmltext.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
+#include "tests/page/pagewindow.h"
 #include "tests/support/fakescript.h"
-#include "tests/support/pagewindow.h"
 
-#include <QMouseEvent>
-#include <QPointer>
 #include <QScrollBar>
 #include <gtest/gtest.h>
 
@@ -47,7 +43,7 @@ public:
 };
 
 using RecordingNode = Recorder<guiHtml>;
-using RecordingRoot = Recorder<guiHtmlBase>;
+using RecordingRoot = Recorder<BareRoot>;
 
 class ImageNode : public RecordingNode
 {
@@ -67,7 +63,7 @@ public:
 class Links : public ::testing::Test
 {
 protected:
-    Links() : root(&page, nullptr, nullptr, sstring("/app/pages/main.html"))
+    Links() : root(sstring("/app/pages/main.html"), &page)
     {
         root.setString(kStringFile, sstring("/app/pages/main.html"));
         link = root.append(new guiHtml);
@@ -481,15 +477,6 @@ TEST_F(Links, APictureFileBecomesAPageWithOnePicture)
     EXPECT_TRUE(host.read.empty()) << "the picture is read by its node";
 }
 
-TEST_F(Links, APictureTakesAPictureFileAsItsNewSource)
-{
-    auto* image = add<guiHtmlImage>(&root);
-    EXPECT_EQ(follow(image, "{}b.png"), 1);
-    EXPECT_EQ(image->getSource(), "/app/pages/b.png");
-    EXPECT_EQ(image->getChildCount(), 0u);
-    EXPECT_TRUE(root.contents.empty());
-}
-
 TEST_F(Links, ABookmarkScrollsToItsNodeWithinTheRange)
 {
     host.files["/app/pages/a.html"] = "A";
@@ -652,7 +639,7 @@ TEST_F(Links, AFilterMayDestroyTheNodeThatIsBeingLoaded)
 
 TEST_F(Links, AHandlerMayDestroyTheWholeWindow)
 {
-    auto window = std::make_unique<RecordingRoot>(&page, nullptr, nullptr, sstring());
+    auto window = std::make_unique<RecordingRoot>(sstring(), &page);
     guiHtml* text = window->append(new guiHtml);
     page.methods["onClose"] = [&](std::string const&) {
         window.reset();
@@ -660,108 +647,4 @@ TEST_F(Links, AHandlerMayDestroyTheWholeWindow)
     };
     EXPECT_EQ(text->onHyperlink(sstring("event://onClose"), nullptr), 1);
     EXPECT_TRUE(host.read.empty());
-}
-
-// The same with a real page in a real window, from the click to the page that follows.
-
-namespace {
-
-class ClickedPage : public ::testing::Test
-{
-protected:
-    ClickedPage() : root(&page, nullptr, nullptr, sstring("/app/main.html")) {}
-    ~ClickedPage() override
-    {
-        root.destroyWidget();
-        PageWindow::settle();
-    }
-
-    void show(char const* content)
-    {
-        ASSERT_EQ(root.setText(sstring(content), sstring()), 1);
-        root.createWidget(0)->show();
-        PageWindow::settle();
-    }
-
-    guiHtmlText* textIn(char const* name)
-    {
-        guiHtml* node = root.getNamed(sstring(name));
-        return node ? dynamic_cast<guiHtmlText*>(node->getLastChild()) : nullptr;
-    }
-
-    /// The middle of the first link of a run, in the window.
-    static QPoint linkOf(guiHtmlText* run)
-    {
-        guiRect rect;
-        run->getRectInWidget(&rect);
-        guiHotspot const& spot = run->mx.hotspots[0];
-        return {rect.left + spot.left + spot.width / 2, rect.top + spot.top + spot.height / 2};
-    }
-
-    void mouse(QEvent::Type type, QPoint at)
-    {
-        Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-        QMouseEvent event(type, at, root.getWidget()->mapToGlobal(at), button, button, Qt::NoModifier);
-        QCoreApplication::sendEvent(root.getWidget(), &event);
-    }
-
-    FakeHost host;
-    FakeObject page;
-    guiHtmlBase root;
-};
-
-} // namespace
-
-TEST_F(ClickedPage, TheCellThatTheLinkStandsInIsReplacedByTheHandlersReply)
-{
-    host.files["/app/next.html"] = "<p>next <a href=\"event://onNext\" target=\"cell\">on</a></p>";
-    page.methods["onNext"] = [](std::string const&) { return "next.html"; };
-    show("<table><tr><td name=\"cell\"><a href=\"event://onNext\" target=\"cell\">first</a></td></tr></table>");
-    for (int i = 0; i < 3; ++i) {
-        QPoint at = linkOf(textIn("cell"));
-        mouse(QEvent::MouseMove, at);
-        EXPECT_EQ(root.getWidget()->cursor().shape(), Qt::PointingHandCursor);
-        mouse(QEvent::MouseButtonPress, at);
-        ASSERT_NE(textIn("cell"), nullptr);
-        EXPECT_EQ(textIn("cell")->getText().find(sstring("next ")), 0u);
-        EXPECT_EQ(root.getWidget()->cursor().shape(), Qt::ArrowCursor) << "the hovered link is gone";
-        mouse(QEvent::MouseButtonRelease, at);
-        PageWindow::settle();
-    }
-    EXPECT_EQ(host.read.size(), 3u);
-}
-
-TEST_F(ClickedPage, AHandlerThatClosesTheWindowIsTheEndOfTheClick)
-{
-    page.methods["onClose"] = [&](std::string const&) {
-        root.destroyWidget();
-        return "";
-    };
-    show("<p><a href=\"event://onClose\" name=\"x\">close</a></p>");
-    auto* run = dynamic_cast<guiHtmlText*>(root.getLastChild());
-    ASSERT_NE(run, nullptr);
-    QPointer<guiWidget> widget(root.getWidget());
-    mouse(QEvent::MouseMove, linkOf(run));
-    mouse(QEvent::MouseButtonPress, linkOf(run));
-    EXPECT_FALSE(root.isOpen());
-    PageWindow::settle();
-    EXPECT_TRUE(widget.isNull());
-}
-
-TEST_F(ClickedPage, AHoveredCellHearsOfItsEndFromTheEventLoop)
-{
-    std::vector<std::string> called;
-    page.methods["out"] = [&](std::string const& event) {
-        EXPECT_EQ(textIn("cell"), nullptr) << "the page is whole again when a handler hears of it";
-        return called.push_back(event), "";
-    };
-    show("<table><tr><td name=\"cell\" onmouseout=\"event://out\" width=\"100\" height=\"50\">text</td></tr></table>");
-    guiRect rect;
-    root.getNamed(sstring("cell"))->getRectInWidget(&rect);
-    mouse(QEvent::MouseMove, QPoint(rect.left + 50, rect.top + 25));
-    ASSERT_NE(root.getWidget()->hoverNode, nullptr);
-    EXPECT_EQ(root.setText(sstring("<p>other</p>"), sstring()), 1);
-    EXPECT_TRUE(called.empty());
-    PageWindow::settle();
-    EXPECT_EQ(called, List{"out"});
 }

@@ -1,23 +1,16 @@
 // tests/page/load_test.cpp: what a whole page says about its node and its window, and pages made to hurt.
-#include "tests/page/pagesupport.h"
+#include "tests/support/parsedpage.h"
 
-#include "controls/guihtmlcontrollist.h"
 #include "foundation/vela-mlparser.h"
 #include "page/guihtmlparser.h"
 #include "page/guihtmltext.h"
-#include "runtime/guihtmlbase.h"
+#include "tests/support/repeated.h"
+#include "tests/support/testroot.h"
 
 namespace {
 
-parsedPage parseWindow(std::string const& text)
-{
-    return parsePageInto(std::make_unique<guiHtmlBase>(nullptr, nullptr, nullptr, ""), text);
-}
-
-guiHtmlBase* windowOf(parsedPage const& page) { return static_cast<guiHtmlBase*>(page.root.get()); }
-
 /// Loads a page as a new window does.
-int loadWindow(guiHtmlBase& window, std::string text, bool* hasContent = nullptr)
+int loadWindow(TestRoot& window, std::string text, bool* hasContent = nullptr)
 {
     textstream stream(reinterpret_cast<unsigned char*>(text.data()), static_cast<unsigned>(text.size()), 0);
     mlParser markup(&stream);
@@ -26,22 +19,6 @@ int loadWindow(guiHtmlBase& window, std::string text, bool* hasContent = nullptr
     if (hasContent)
         *hasContent = parser.hasContent();
     return result;
-}
-
-std::string repeat(std::string const& text, int count)
-{
-    std::string all;
-    for (int i = 0; i < count; ++i)
-        all += text;
-    return all;
-}
-
-unsigned deepest(guiHtml* node)
-{
-    unsigned depth = 0;
-    for (guiHtml* child : guiNodesOf(node))
-        depth = std::max(depth, 1 + deepest(child));
-    return depth;
 }
 
 } // namespace
@@ -72,13 +49,6 @@ TEST(SetText, AppliesTheBodyToTheNode)
     EXPECT_EQ(node->m.border, 0); // only a window takes the border
     EXPECT_EQ(guiColor(node->getChild(0)->m.textColor), guiColor::BrightRed);
     EXPECT_EQ(node->getChild(0)->m.alignX, kAlignCenter);
-}
-TEST(SetText, ATitleIsTheWindowsOnly)
-{
-    parsedPage page = parseWindow("<head><title>My  title</title></head><body border=3>x</body>");
-    EXPECT_EQ(utf8(windowOf(page)->getTitle()), "My title");
-    EXPECT_EQ(page.root->m.border, 3);
-    EXPECT_EQ(windowOf(page)->getDefaultWidth(), 480);
 }
 TEST(SetText, ChildrenInheritColoursAndFontAtAppending)
 {
@@ -119,47 +89,40 @@ TEST(SetText, AForeignCharsetInThePageDoesNotMatter)
 }
 TEST(SetText, LongTextsAreWhole)
 {
-    std::string longText = repeat("word ", 2000) + "end";
+    std::string longText = repeated("word ", 2000) + "end";
     EXPECT_EQ(outlineOf(longText), "'" + longText + "'");
 }
 
 TEST(LoadWindow, ReadsTitleLookAndSizes)
 {
-    guiHtmlBase window(nullptr, nullptr, nullptr, "");
+    TestRoot window;
     EXPECT_EQ(loadWindow(window, "<html><title>T</title><body text=red border=2 minwidth=100 minheight=50 maxwidth=900 "
                                  "maxheight=800 width=300 height=200>x</body></html>"),
               1);
-    EXPECT_EQ(utf8(window.getTitle()), "T");
+    EXPECT_EQ(utf8(window.title), "T");
     EXPECT_EQ(window.m.border, 2);
-    EXPECT_EQ(window.getMinimumWidth(), 100);
-    EXPECT_EQ(window.getMinimumHeight(), 50);
-    EXPECT_EQ(window.getMaximumWidth(), 900);
-    EXPECT_EQ(window.getMaximumHeight(), 800);
-    EXPECT_EQ(window.getDefaultWidth(), 300);
-    EXPECT_EQ(window.getDefaultHeight(), 200);
+    EXPECT_EQ(window.minimum.width, 100);
+    EXPECT_EQ(window.minimum.height, 50);
+    EXPECT_EQ(window.maximum.width, 900);
+    EXPECT_EQ(window.maximum.height, 800);
+    EXPECT_EQ(window.preferred.width, 300);
+    EXPECT_EQ(window.preferred.height, 200);
     EXPECT_EQ(window.m.fixed.unitX, kUnitUnbound); // the sizes are the window's, not the node's
     EXPECT_EQ(outline(&window), "'x'");
 }
-TEST(LoadWindow, NoresizeFixesTheWindow)
-{
-    guiHtmlBase window(nullptr, nullptr, nullptr, "");
-    loadWindow(window, "<body width=300 height=200 noresize></body>");
-    EXPECT_EQ(window.getMinimumWidth(), 300);
-    EXPECT_EQ(window.getMaximumHeight(), 200);
-}
 TEST(LoadWindow, APageWithoutBodyOrHtmlHasNoContent)
 {
-    guiHtmlBase window(nullptr, nullptr, nullptr, "");
+    TestRoot window;
     bool hasContent = true;
     EXPECT_EQ(loadWindow(window, "<title>T</title>text", &hasContent), 0);
     EXPECT_FALSE(hasContent);
-    EXPECT_EQ(utf8(window.getTitle()), "T");
+    EXPECT_EQ(utf8(window.title), "T");
     EXPECT_EQ(window.getChildCount(), 0u);
 }
 
 TEST(LoadWindow, AnErrorInTheHeadIsNamedAndTheTitleIsKept)
 {
-    guiHtmlBase window(nullptr, nullptr, nullptr, "");
+    TestRoot window;
     bool hasContent = false;
     testing::internal::CaptureStderr();
     EXPECT_EQ(loadWindow(window, "<html><head><title>T</title>\n<script>a < = b</script></head><body>x</body></html>",
@@ -168,12 +131,12 @@ TEST(LoadWindow, AnErrorInTheHeadIsNamedAndTheTitleIsKept)
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "guiHtmlParser::pullPage() - line 2: expected tag name after token\n");
     EXPECT_TRUE(hasContent);
-    EXPECT_EQ(utf8(window.getTitle()), "T");
+    EXPECT_EQ(utf8(window.title), "T");
 }
 
 TEST(HardPages, NestingIsFollowedToAThousandLevelsAndWarnedAboutOnce)
 {
-    parsedPage page = parsePage(repeat("<table><tr><td>", 3000) + "core");
+    parsedPage page = parsePage(repeated("<table><tr><td>", 3000) + "core");
     EXPECT_EQ(page.log,
               "guiHtmlParser::pullContent() - elements nested deeper than 1000 levels are flattened (warning)\n");
     EXPECT_LE(deepest(page.root.get()), 1000u);
@@ -186,29 +149,11 @@ TEST(HardPages, NestingIsFollowedToAThousandLevelsAndWarnedAboutOnce)
 }
 TEST(HardPages, DeepFormattingIsFlattenedAndItsTextKept)
 {
-    parsedPage page = parsePage(repeat("<b>", 50000) + "core");
+    parsedPage page = parsePage(repeated("<b>", 50000) + "core");
     std::string text = outline(page.root.get());
     EXPECT_NE(text.find("core"), std::string::npos);
     EXPECT_EQ(page.log,
               "guiHtmlParser::pullContent() - elements nested deeper than 1000 levels are flattened (warning)\n");
-}
-TEST(HardPages, ControlsBeyondTheDeepestLevelAreKept)
-{
-    parsedPage page = parsePage(repeat("<div>", 5000) + "<input type=text><img><select></select>");
-    EXPECT_NE(findType(page.root.get(), guiHtml::kTypeControl), nullptr);
-    EXPECT_NE(findType(page.root.get(), guiHtml::kTypeImage), nullptr);
-}
-TEST(HardPages, ThousandsOfUnclosedTagsStandSideBySide)
-{
-    parsedPage page = parsePage(repeat("<img><input type=text>", 20000));
-    EXPECT_EQ(page.log, "");
-    EXPECT_EQ(deepest(page.root.get()), 1u);
-    EXPECT_EQ(page.root->getChildCount(), 79999u);
-}
-TEST(HardPages, ThousandsOfUnclosedOptionsAreEntries)
-{
-    parsedPage page = parsePage("<select>" + repeat("<option>x", 20000) + "</select>");
-    EXPECT_EQ(findNode<guiHtmlControlList>(page, 5)->getEntryCount(), 20000u);
 }
 TEST(HardPages, AWindowInAFrameCountsItsDepthFromTheTop)
 {
@@ -217,7 +162,7 @@ TEST(HardPages, AWindowInAFrameCountsItsDepthFromTheTop)
     for (int i = 0; i < 990; ++i)
         node = node->append(new guiHtml);
     testing::internal::CaptureStderr();
-    node->setText(sstring(repeat("<table><tr><td>", 100).c_str()), "");
+    node->setText(sstring(repeated("<table><tr><td>", 100).c_str()), "");
     EXPECT_NE(testing::internal::GetCapturedStderr().find("flattened"), std::string::npos);
     EXPECT_LE(deepest(top.get()), 1000u);
 }

@@ -1,9 +1,8 @@
 // tests/page/markers_test.cpp: markers and blanks, rule by rule.
-#include "tests/page/pagesupport.h"
+#include "tests/support/parsedpage.h"
 
 #include "page/guihtmlparser.h"
 #include "page/guihtmltext.h"
-#include "runtime/guihtmlframeset.h"
 
 namespace {
 
@@ -88,15 +87,6 @@ TEST(Markers, AlignmentsAreThreeToFive)
     EXPECT_EQ(outline(&node), "LEFT CENTER RIGHT");
     EXPECT_EQ(guiChildList::toMarker(node.getChild(0)), 3u);
     EXPECT_EQ(guiChildList::toMarker(node.getChild(2)), 5u);
-}
-TEST(Markers, FramesetsTakeNoBreaks)
-{
-    aParser parser;
-    guiHtmlFrameset node;
-    node.append(new guiHtml);
-    parser.appendParagraph(&node);
-    parser.appendLineBreak(&node);
-    EXPECT_EQ(outline(&node), "html");
 }
 TEST(Markers, TheCurrentAlignmentIsTheLastMarkersOrTheNodes)
 {

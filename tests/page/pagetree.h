@@ -4,6 +4,7 @@
 
 #include "page/guihtml.h"
 #include "page/guihtmltext.h"
+#include "page/guipageroot.h"
 
 #include <QFont>
 #include <QWidget>
@@ -13,12 +14,11 @@
 #include <string>
 
 /// A page root of its own: a hidden window, and the first font in 10 points.
-class testRoot : public guiHtml
+class testRoot : public guiPageRoot
 {
 public:
     testRoot();
     using guiHtml::operator=;
-    int getType() override { return kTypeBase; }
     QWidget* getTopLevelWidget() override { return &m_widget; }
     QFont getDefaultFont(int* points) override;
 

@@ -1,9 +1,32 @@
 // tests/page/randompage.cpp: see randompage.h.
 #include "tests/page/randompage.h"
 
+#include "page/guihtmlparser.h"
+#include "page/guitagtable.h"
 #include "tests/page/pagetree.h"
 
 namespace {
+
+/// To layout a form is a node that holds others. The real one and its reader belong to a layer above pages.
+class formNode : public guiHtml
+{
+public:
+    using guiHtml::operator=;
+    int getType() override { return kTypeForm; }
+    guiHtml* Clone(guiHtml* parent) override { return guiCloneNode(*this, parent); }
+};
+
+void pullForm(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
+{
+    auto* form = new formNode;
+    parser.appendBlock(parent, form);
+    guiHtmlParser::pullObjectAlignment(form, section);
+    guiHtmlParser::pullRestrict(form, section);
+    guiHtmlParser::pullBorder(form, section);
+    parser.pullContent(form, section);
+}
+
+guiTag const kForm("form", pullForm, kTagNests);
 
 constexpr int kDeepestTable = 4;
 constexpr unsigned kLongestPage = 4000; // characters; then items become single words

@@ -227,11 +227,11 @@ TEST(TextChunks, ClosingAColourInsideALinkGoesBackToTheTextColour)
     std::u16string const text = u"[[a u]][[#FF0000]]x[[/#FF0000]]y[[/a]]z[[a v]]w";
     guiTextRun const run(text, guiTextFonts::of(testFont()), 10, true);
     ASSERT_EQ(run.chunks().size(), 4u);
-    EXPECT_EQ(run.chunks()[0].ink, guiTextInk::Explicit);
-    EXPECT_EQ(run.chunks()[1].ink, guiTextInk::Text);
+    EXPECT_EQ(run.chunks()[0].ink, guiTextInk::kExplicit);
+    EXPECT_EQ(run.chunks()[1].ink, guiTextInk::kText);
     EXPECT_TRUE(run.chunks()[1].underline) << "it is still a link";
-    EXPECT_EQ(run.chunks()[2].ink, guiTextInk::Text);
-    EXPECT_EQ(run.chunks()[3].ink, guiTextInk::Link);
+    EXPECT_EQ(run.chunks()[2].ink, guiTextInk::kText);
+    EXPECT_EQ(run.chunks()[3].ink, guiTextInk::kLink);
 }
 
 TEST(TextChunks, EndOfALinkLeavesAnUnderlineOfItsOwn)

@@ -1,15 +1,10 @@
 // tests/page/tree_test.cpp: nodes by themselves: defaults, children, copies, look-up, geometry, focus order, registry.
-#include "tests/page/pagesupport.h"
+#include "tests/support/parsedpage.h"
 
-#include "controls/guihtmlcontrolbutton.h"
-#include "controls/guihtmlcustom.h"
-#include "controls/guihtmlform.h"
-#include "controls/guihtmlimage.h"
+#include "foundation/hashlist.h"
 #include "page/guihtmltext.h"
-#include "runtime/guihtmlbase.h"
-#include "runtime/guihtmlframeset.h"
-#include "runtime/hashlist.h"
 #include "tests/support/fakescript.h"
+#include "tests/support/testroot.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>
@@ -134,17 +129,6 @@ TEST(Node, StaysSmall)
     node.setTabIndex(kNoTabIndex);
     EXPECT_EQ(node.m.rare, nullptr);
 }
-TEST(Node, TypesAreNumbered)
-{
-    EXPECT_EQ(guiHtml().getType(), 0);
-    EXPECT_EQ(guiHtmlBase(nullptr, nullptr, nullptr, "").getType(), 1);
-    EXPECT_EQ(guiHtmlForm().getType(), 2);
-    EXPECT_EQ(guiHtmlImage().getType(), 3);
-    EXPECT_EQ(guiHtmlText().getType(), 4);
-    EXPECT_EQ(guiHtmlControlButton().getType(), 5);
-    EXPECT_EQ(guiHtmlFrameset().getType(), 6);
-    EXPECT_EQ(guiHtmlCustom().getType(), 7);
-}
 TEST(Node, ColoursComeFromTheParentAtConstructionAndNotLater)
 {
     guiHtml parent;
@@ -162,8 +146,8 @@ TEST(Node, ColoursComeFromTheParentAtConstructionAndNotLater)
 TEST(Node, WithoutAnObjectOfItsOwnIsLoggedAndLivesOn)
 {
     FakeObject page;
-    guiHtmlBase window(&page, nullptr, nullptr, "");
-    guiHtmlBase pageless(nullptr, nullptr, nullptr, "");
+    TestRoot window(sstring(), &page);
+    TestRoot pageless;
     testing::internal::CaptureStderr();
     guiHtml silent(&pageless);
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
@@ -383,41 +367,6 @@ TEST(Copies, AppendingTakesSharedChildrenOver)
     a.reset();
     EXPECT_TRUE(nodes.contains(child));
 }
-TEST(Copies, ACloneIsOfTheSameClassUnderTheGivenParent)
-{
-    guiHtml parent;
-    guiHtmlControlButton button;
-    button.init(kButtonRadio, true);
-    button.initText("yes");
-    button.setAction("event://go");
-    std::unique_ptr<guiHtml> clone(button.Clone(&parent));
-    auto* copy = dynamic_cast<guiHtmlControlButton*>(clone.get());
-    ASSERT_NE(copy, nullptr);
-    EXPECT_EQ(copy->getParent(), &parent);
-    EXPECT_EQ(copy->getButtonType(), kButtonRadio);
-    EXPECT_EQ(copy->isChecked(), 1);
-    EXPECT_EQ(utf8(copy->getText()), "yes");
-    EXPECT_EQ(utf8(copy->getAction()), "event://go");
-    guiHtmlText text;
-    text.editText() = "run";
-    std::unique_ptr<guiHtml> run(text.Clone(nullptr));
-    EXPECT_EQ(utf8(static_cast<guiHtmlText*>(run.get())->getText()), "run");
-}
-TEST(Copies, ReachEveryClass)
-{
-    guiHtmlFrameset frameset;
-    frameset.setTracks({{kUnitPixels, 5}, {}}, {{}, {}, {}});
-    std::unique_ptr<guiHtml> copy(frameset.Clone(nullptr));
-    EXPECT_EQ(static_cast<guiHtmlFrameset*>(copy.get())->getColumnCount(), 2);
-    EXPECT_EQ(static_cast<guiHtmlFrameset*>(copy.get())->getRowCount(), 3);
-    guiHtmlForm form;
-    form.setAction("event://f");
-    copy.reset(form.Clone(nullptr));
-    EXPECT_EQ(utf8(static_cast<guiHtmlForm*>(copy.get())->getAction()), "event://f");
-    guiHtml plain;
-    copy.reset(plain.Clone(nullptr));
-    EXPECT_EQ(copy->getType(), 0);
-}
 
 TEST(LookUp, NamesAreComparedWithoutCaseDepthFirst)
 {
@@ -456,7 +405,7 @@ TEST(LookUp, BookmarksHaveTheirOwnNames)
 }
 TEST(LookUp, TheRootIsFoundFromEveryNode)
 {
-    guiHtmlBase base(nullptr, nullptr, nullptr, "");
+    TestRoot base;
     guiHtml* node = base.append(new guiHtml)->append(new guiHtml);
     EXPECT_EQ(node->getBaseHtml(), &base);
     EXPECT_EQ(base.getBaseHtml(), &base);
@@ -570,26 +519,16 @@ TEST(TabOrder, IsLeftAloneUnlessItIsOutOfDate)
 
 TEST(Keys, GoToTheNodeThatTheWindowNames)
 {
-    guiHtmlBase base(nullptr, nullptr, nullptr, "");
-    base.setEscapeControl("cancel");
+    TestRoot base;
+    base.escapeControl = "cancel";
     guiHtml* cancel = base.append(named(new guiHtml, "cancel"));
     guiHtml* other = base.append(named(new guiHtml, "Cancel"));
     guiHtml* unnamed = base.append(new guiHtml);
     EXPECT_EQ(cancel->onEscape(), 1);
     EXPECT_EQ(other->onEscape(), 0);
     EXPECT_EQ(unnamed->onEscape(), 0);
-    base.setEscapeControl("");
+    base.escapeControl = "";
     EXPECT_EQ(unnamed->onEscape(), 0);
-}
-TEST(Keys, EnterElsewhereGoesToTheRoot)
-{
-    guiHtmlBase base(nullptr, nullptr, nullptr, "");
-    base.setEnterControl("ok");
-    EXPECT_EQ(base.append(named(new guiHtml, "ok"))->onEnter(), 1);
-    base.setEnterControl("");
-    EXPECT_EQ(base.append(named(new guiHtml, "b"))->onEnter(), 1); // the root always uses the key up
-    guiHtml loose;
-    EXPECT_EQ(loose.onEnter(), 0);
 }
 
 TEST(Registry, KnowsEveryLiveNode)

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# coverage-test.sh: every tag, attribute and keyword of the page language is on one of the dump pages. Prints what is missing.
+# coverage-test.sh: every tag, attribute and keyword of the page language is on one of the dump pages. Prints what is
+# missing.
 set -u
 
 here=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
@@ -15,7 +16,7 @@ expect() {
 
 tag() {
     local name
-    for name in "$@"; do expect "<$name>" "<$name[ />]"; done
+    for name in "$@"; do expect "<$name>" "<${name}[ />]"; done
 }
 
 # attributes TAG NAME...: each with a value or without one.
@@ -36,11 +37,14 @@ expect 'a declaration' '<!doctype'
 expect 'a comment' '<!--'
 expect 'a tag that the language does not have' '<blink>'
 
-looks='border bordercolor cellspacing framespacing cellpadding scrolling usesystemfont bgcolor background'
-mouse='onmouseover onmouseout onmousedown onmouseup'
-attributes body text link alink bgcolor align valign width height minwidth minheight maxwidth maxheight noresize border scrolling
-attributes table name src caption width height minwidth minheight frameborder bordercolorlight bordercolordark $looks $mouse
-attributes td name src width height minwidth minheight align valign border frameborder scrolling bgcolor cellpadding $mouse
+looks=(border bordercolor cellspacing framespacing cellpadding scrolling usesystemfont bgcolor background)
+mouse=(onmouseover onmouseout onmousedown onmouseup)
+attributes body text link alink bgcolor align valign width height minwidth minheight maxwidth maxheight noresize \
+    border scrolling
+attributes table name src caption width height minwidth minheight frameborder bordercolorlight bordercolordark \
+    "${looks[@]}" "${mouse[@]}"
+attributes td name src width height minwidth minheight align valign border frameborder scrolling bgcolor cellpadding \
+    "${mouse[@]}"
 attributes form name src action width height border align valign cellpadding
 attributes frameset cols rows noresize name width height border framespacing bgcolor onmouseover
 attributes frame name src width height frameborder border scrolling bgcolor background onmousedown

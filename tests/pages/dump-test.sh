@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# dump-test.sh [--no-update] PROGRAM PAGE.html: has the program lay the page out in a window of 480 by 240 pixels and compares
-# the dump of its tree with the .dump file beside it; a difference is printed as the rectangles that moved. With
-# TARN_UPDATE_DUMPS set, the file is rewritten instead, to be read in review; not with --no-update.
+# dump-test.sh [--no-update] PROGRAM PAGE.html: has the program lay the page out in a window of 480 by 240 pixels and
+# compares the dump of its tree with the .dump file beside it; a difference is printed as the rectangles that moved.
+# With TARN_UPDATE_DUMPS set, the file is rewritten instead, to be read in review; not with --no-update.
 set -u
 
 here=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)

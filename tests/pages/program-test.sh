@@ -19,7 +19,7 @@ fail() {
 
 # run CONTENT WIDTH HEIGHT: dumps a page with that content, CODE its exit code.
 run() {
-    printf "$1" >"$work/page.html"
+    printf '%b' "$1" >"$work/page.html"
     "$dump" "$work/page.html" "$2" "$3" >"$work/out" 2>"$work/err"
     code=$?
 }
@@ -40,7 +40,8 @@ TheTreeIsPrintedToTheLastByte() {
 }
 
 NamesAndTextsAreWrittenInUtf8() {
-    run '<html><head><meta charset="utf-8"></head><body><table name="\xc3\xa4\xe2\x82\xac"><tr><td>\xd0\x96 \xf0\x9f\x98\x80</table>' 300 200
+    local head='<html><head><meta charset="utf-8"></head><body>'
+    run "$head"'<table name="\xc3\xa4\xe2\x82\xac"><tr><td>\xd0\x96 \xf0\x9f\x98\x80</table>' 300 200
     expect_code 0
     expect_line '  HTML: ä€'
     expect_line '      text: Ж 😀'

@@ -1,11 +1,10 @@
-// Tests of calls from pages into script: event names, and calls from each kind of thread.
+// tests/runtime/callback_test.cpp: tests of calls from pages into script: event names, and calls from each kind of
+// thread.
 #include "runtime/guicallback.h"
 
 #include "controls/guihtmlcustom.h"
-#include "host/native/nativehost.h"
-#include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
-#include "runtime/guithread.h"
+#include "tests/runtime/onguithread.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>
@@ -133,17 +132,6 @@ TEST(CallEvent, ResultThatIsNoStringGivesNoText)
     window.on("onNumber", [](NativeWindow&, NativeArguments const&) { return NativeValue(3); });
     ScriptObject* object = window.object().get();
     EXPECT_STREQ(guiCallback_CallEvent(nullptr, object, "onNumber", object).c_str(), "");
-}
-
-/// Runs a function on the GUI thread and waits for it.
-void onGuiThread(std::function<void()> const& work)
-{
-    static std::function<void()> const* theWork;
-    theWork = &work;
-    auto run = [](LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue&) { (*theWork)(); };
-    NativeArguments args;
-    NativeValue result;
-    pGUI->getThread()->callFunction(run, pGUI->getManager(), nullptr, nullptr, args, result);
 }
 
 /// Whether a key that the user presses now would reach anything.

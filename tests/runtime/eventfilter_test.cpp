@@ -1,4 +1,5 @@
-// Tests of the application's input filter: which events it swallows at which counters.
+// tests/runtime/eventfilter_test.cpp: tests of the application's input filter: which events it swallows at which
+// counters.
 #include "runtime/guiefilter.h"
 
 #include <gtest/gtest.h>

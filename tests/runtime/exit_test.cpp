@@ -1,4 +1,4 @@
-// Tests of the end of a process whose component is still running.
+// tests/runtime/exit_test.cpp: tests of the end of a process whose component is still running.
 #include "host/native/nativehost.h"
 #include "runtime/gui.h"
 #include "runtime/guithread.h"

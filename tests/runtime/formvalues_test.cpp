@@ -1,61 +1,44 @@
-// Tests of how the values of controls travel to script and back, with controls that are nothing but a value.
-#include "controls/guihtmlcontrol.h"
+// tests/runtime/formvalues_test.cpp: tests of how the values of controls travel to script and back when a handler is
+// called, with controls that are nothing but a value.
 #include "runtime/guicallback.h"
-#include "tests/script/scriptfixture.h"
+#include "runtime/guiformvalues.h"
+#include "runtime/guihtmlbase.h"
+#include "tests/runtime/onguithread.h"
+#include "tests/support/valuenode.h"
 
-#include <QWidget>
+#include <gtest/gtest.h>
+
+#include <vector>
 
 namespace {
 
-/// A control that takes part in its form as real ones do, and counts how often it is asked. It ends with the page.
-class ValueNode : public guiHtmlControl
-{
-public:
-    ValueNode(char const* name, char const* value) : text(value) { setString(kStringName, sstring(name)); }
-    using guiHtmlControl::operator=;
-
-    void readFormProperty(ScriptObject* form) override
-    {
-        ++reads;
-        ScriptValue* value = guiComponent::NewScriptValue();
-        if (pGUI->getFormProp()->readProperty(form, getName(), value) && value->isString())
-            text = value->toString(0).c_str();
-        guiComponent::DeleteScriptValue(value);
-        if (whileReading)
-            whileReading();
-    }
-
-    void writeFormProperty(ScriptObject* form) override
-    {
-        ++writes;
-        if (isSilent)
-            return;
-        ScriptValue* value = guiComponent::NewScriptValue();
-        value->setString(sstring(text.c_str()));
-        pGUI->getFormProp()->writeProperty(form, getName(), value);
-        guiComponent::DeleteScriptValue(value);
-    }
-
-    void eraseFormProperty(ScriptObject* form) override { pGUI->getFormProp()->eraseProperty(form, getName()); }
-
-    int setText(sstring const& content, sstring const&) override
-    {
-        text = content.c_str();
-        return 1;
-    }
-
-    std::string text;
-    bool isSilent = false; // an unchecked radio button
-    int reads = 0;
-    int writes = 0;
-    std::function<void()> whileReading;
-};
-
-class FormValues : public ScriptTest
+/// Windows that have a page and a form.
+class FormValues : public testing::Test
 {
 protected:
+    ~FormValues() override
+    {
+        ::onGuiThread([this] {
+            for (page const& each : m_pages)
+                guiHtmlBase::release(each.root);
+        });
+    }
+
+    /// A window whose page has this body.
+    NativeWindow windowOf(char const* body)
+    {
+        NativeWindow window = host.window();
+        NativeObjectRef form = host.object();
+        ::onGuiThread([&] {
+            auto* root = new guiHtmlBase(window.object().get(), window.object()->getPrivate(), form.get(), sstring());
+            m_pages.push_back({window, form, root});
+            root->setText(sstring(body), sstring());
+        });
+        return window;
+    }
+
     /// A control at the end of the page, or of the element called `parent`.
-    static ValueNode* add(NativeWindow& window, char const* name, char const* value, char const* parent = "")
+    ValueNode* add(NativeWindow& window, char const* name, char const* value, char const* parent = "")
     {
         ValueNode* node = nullptr;
         onGuiThread(window, [&](guiHtmlBase* root) {
@@ -65,7 +48,39 @@ protected:
         return node;
     }
 
-    NativeObjectRef form() { return host.session("currentForm").object(); }
+    /// Follows a link of the page as a click does.
+    void follow(NativeWindow& window, std::string const& link)
+    {
+        onGuiThread(window, [&](guiHtmlBase* root) { root->onHyperlink(sstring(link.c_str()), nullptr); });
+    }
+
+    void onGuiThread(NativeWindow& window, std::function<void(guiHtmlBase*)> const& work)
+    {
+        ::onGuiThread([&] { work(pageOf(window).root); });
+    }
+
+    /// The form of the window made last.
+    NativeObjectRef form() { return m_pages.back().form; }
+
+    NativeHost host;
+
+private:
+    struct page
+    {
+        NativeWindow window;
+        NativeObjectRef form;
+        guiHtmlBase* root;
+    };
+
+    page& pageOf(NativeWindow const& window)
+    {
+        for (page& each : m_pages)
+            if (each.window == window)
+                return each;
+        throw std::out_of_range("no page");
+    }
+
+    std::vector<page> m_pages; // the roots are owned; GUI thread while it works
 };
 
 constexpr char const* kCell = "<table name=Part><tr><td>x</td></tr></table>";
@@ -113,19 +128,6 @@ TEST_F(FormValues, ComeBackWhenTheHandlerChangedThem)
     EXPECT_EQ(city->reads, 0);
 }
 
-TEST_F(FormValues, AreNotReadWhenTheHandlerChangedTheControlItself)
-{
-    NativeWindow window = windowOf("");
-    ValueNode* name = add(window, "name", "Ada");
-    window.on("onOk", [&](NativeWindow& self, NativeArguments const&) {
-        self.control("name")->call("setText", {"Grace"});
-        form()->set("name", "Ada"); // what it was: not a change
-    });
-    follow(window, "event://onOk");
-    EXPECT_EQ(name->text, "Grace");
-    EXPECT_EQ(name->reads, 0);
-}
-
 TEST_F(FormValues, OfOneNameAreAllReadWhenItChanged)
 {
     NativeWindow window = windowOf("");
@@ -144,7 +146,7 @@ TEST_F(FormValues, ThatChangeTheirKindOrGoAreChanges)
 {
     NativeWindow window = windowOf("");
     ValueNode* node = add(window, "n", "1");
-    const std::function<void()> changes[] = {
+    std::function<void()> const changes[] = {
         [&] { form()->set("n", 1); }, [&] { form()->set("n", true); }, [&] { form()->set("n", NativeValue()); },
         [&] { form()->set("n", NativeValue(host.object())); }, [&] { form()->remove("n"); }};
     int expected = 0;
@@ -156,41 +158,6 @@ TEST_F(FormValues, ThatChangeTheirKindOrGoAreChanges)
     }
 }
 
-TEST_F(FormValues, GoWithTheContentThatTheirControlsStoodIn)
-{
-    NativeWindow window = windowOf(kCell);
-    ValueNode* outer = add(window, "outer", "o");
-    add(window, "inner", "i", "part");
-    window.on("onOk", [](NativeWindow&, NativeArguments const&) {});
-    follow(window, "event://onOk");
-    EXPECT_EQ(form()->get("inner"), NativeValue("i"));
-    window.control("part")->call("setText", {"new"});
-    EXPECT_FALSE(form()->hasProperty("inner"));
-    EXPECT_EQ(form()->get("outer"), NativeValue("o"));
-    EXPECT_EQ(outer->reads, 0);
-    form()->set("own", "script's");
-    window.setText("all new");
-    EXPECT_FALSE(form()->hasProperty("outer"));
-    EXPECT_EQ(form()->get("own"), NativeValue("script's"));
-}
-
-TEST_F(FormValues, GoWithContentThatAMissingFileReplacesWhileControlsKeepTheirs)
-{
-    NativeWindow window = windowOf(kCell);
-    add(window, "outer", "o");
-    add(window, "inner", "i", "part");
-    window.on("onOk", [](NativeWindow&, NativeArguments const&) {});
-    follow(window, "event://onOk");
-    std::string log = printed([&] {
-        for (char const* name : {"outer", "part"})
-            EXPECT_EQ(window.control(name)->call("loadFile", {"missing.html"}), NativeValue(false));
-    });
-    std::string const line = "guiHtml::loadFile() - failed to load file " + (folder / "missing.html").string() + "\n";
-    EXPECT_EQ(log, line + line);
-    EXPECT_FALSE(form()->hasProperty("inner"));
-    EXPECT_EQ(form()->get("outer"), NativeValue("o"));
-}
-
 TEST_F(FormValues, OfNodesLoadReadWhatTheFormHolds)
 {
     NativeWindow window = windowOf(kCell);
@@ -199,24 +166,6 @@ TEST_F(FormValues, OfNodesLoadReadWhatTheFormHolds)
     onGuiThread(window, [&](guiHtmlBase* root) { root->formValues().load(root->getNamed("part")); });
     EXPECT_EQ(node->text, "given");
     EXPECT_EQ(node->reads, 1);
-}
-
-TEST_F(FormValues, ThatAHandlerSetsAfterItLoadedAPageReachTheNewControls)
-{
-    NativeWindow window = windowOf(kCell);
-    ValueNode* fresh = nullptr;
-    window.on("onOk", [&](NativeWindow& self, NativeArguments const&) {
-        self.setText(kCell);
-        onGuiThread(self, [&](guiHtmlBase* root) {
-            fresh = static_cast<ValueNode*>(root->getNamed("part")->append(new ValueNode("fresh", "own")));
-            root->formValues().load(root);
-        });
-        form()->set("fresh", "set later");
-    });
-    add(window, "old", "1");
-    follow(window, "event://onOk");
-    EXPECT_EQ(fresh->text, "set later");
-    EXPECT_EQ(form()->hasProperty("old"), false);
 }
 
 TEST_F(FormValues, OfAnOuterHandlerAreNotLostInAnInnerOne)
@@ -234,46 +183,6 @@ TEST_F(FormValues, OfAnOuterHandlerAreNotLostInAnInnerOne)
     EXPECT_EQ(seen, "Grace");
     EXPECT_EQ(name->text, "Hedy");
     EXPECT_EQ(name->reads, 2);
-}
-
-TEST_F(FormValues, AreInTheFormWhenTheWindowHasClosed)
-{
-    NativeWindow window = windowOf("");
-    ValueNode* name = add(window, "name", "Ada");
-    window.call("open");
-    EXPECT_FALSE(form()->hasProperty("name"));
-    name->text = "typed";
-    window.close();
-    EXPECT_EQ(form()->get("name"), NativeValue("typed"));
-}
-
-TEST_F(FormValues, AreInTheFormWhenShowReturns)
-{
-    NativeWindow window = windowOf("");
-    add(window, "name", "Ada");
-    window.on("ePostOpen", [&](NativeWindow& self, NativeArguments const&) {
-        EXPECT_EQ(form()->get("name"), NativeValue("Ada"));
-        onGuiThread(self, [](guiHtmlBase* root) {
-            static_cast<ValueNode*>(root->getNamed("name"))->text = "typed";
-            QMetaObject::invokeMethod(root->getTopLevelWidget(), "close", Qt::QueuedConnection); // as the user does
-        });
-    });
-    window.show();
-    EXPECT_EQ(form()->get("name"), NativeValue("typed"));
-}
-
-TEST_F(FormValues, ThatAHandlerSetBeforeItClosesTheWindowStay)
-{
-    NativeWindow window = windowOf("");
-    ValueNode* name = add(window, "name", "Ada");
-    window.call("open");
-    window.on("onOk", [&](NativeWindow& self, NativeArguments const&) {
-        form()->set("name", "Grace");
-        self.close();
-    });
-    follow(window, "event://onOk");
-    EXPECT_EQ(form()->get("name"), NativeValue("Grace"));
-    EXPECT_EQ(name->text, "Grace");
 }
 
 TEST_F(FormValues, OfAScriptEventTravelToo)
@@ -334,7 +243,7 @@ TEST(SameValue, ComparesKindAndContent)
 {
     NativeHost host;
     NativeObjectRef object = host.object();
-    const NativeValue values[] = {NativeValue(), true, false, 0, 1, 1.5, "", "1", "true", object, host.object()};
+    NativeValue const values[] = {NativeValue(), true, false, 0, 1, 1.5, "", "1", "true", object, host.object()};
     for (NativeValue const& a : values)
         for (NativeValue const& b : values)
             EXPECT_EQ(guiIsSameValue(a, b), &a == &b);

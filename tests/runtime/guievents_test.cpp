@@ -1,5 +1,5 @@
-// Tests of what each event does on the GUI thread, and of the thread's own ways: its application, its input filter, its
-// wait and its end.
+// tests/runtime/guievents_test.cpp: tests of what each event does on the GUI thread, and of the thread's own ways: its
+// application, its input filter, its wait and its end.
 #include "runtime/guithread.h"
 
 #include "controls/guiwidget.h"
@@ -250,6 +250,7 @@ TEST(GuiEvents, ANullEventWakesAWaitingPump)
         });
         auto rescue = [&] { isRescued = true; };
         QTimer::singleShot(10s, qApp, rescue);
+        assertOnGuiThread();
         while (!posted)
             pGUI->getThread()->pumpOnce();
         poster.join();

@@ -1,4 +1,5 @@
-// Tests of the GUI thread: what runs where, who waits how, and what becomes of late events.
+// tests/runtime/guithread_test.cpp: tests of the GUI thread: what runs where, who waits how, and what becomes of late
+// events.
 #include "runtime/guithread.h"
 
 #include "controls/guiwidget.h"

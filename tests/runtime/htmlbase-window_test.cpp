@@ -1,5 +1,5 @@
-// Tests of the page root and its window: what is done in which order when the window comes and goes, the focus, groups
-// of radio buttons, and who waits for whom at the end.
+// tests/runtime/htmlbase-window_test.cpp: tests of the page root and its window: what is done in which order when the
+// window comes and goes, the focus, groups of radio buttons, and who waits for whom at the end.
 #include "controls/guiwidget.h"
 #include "page/guihtml.h"
 #include "runtime/guihtmlbase.h"
@@ -307,7 +307,7 @@ TEST(Framesets, HaveOneColumnAndOneRowUntilToldAndCopyBoth)
     EXPECT_EQ(frameset.getType(), 6);
     EXPECT_EQ(frameset.getColumnCount(), 1);
     EXPECT_EQ(frameset.getRowCount(), 1);
-    frameset.setTracks(std::vector<guiHtmlFrameset::track_t>(3), std::vector<guiHtmlFrameset::track_t>(2));
+    frameset.setTracks(std::vector<guiHtmlFrameset::track>(3), std::vector<guiHtmlFrameset::track>(2));
     frameset.m.border = 7;
     guiHtmlFrameset assigned;
     guiHtml& target = assigned;

@@ -1,4 +1,4 @@
-// Tests of the page root: sizes, keys, return value and widget.
+// tests/runtime/htmlbase_test.cpp: tests of the page root: sizes, keys, return value and widget.
 #include "runtime/guihtmlbase.h"
 
 #include "controls/guiwidget.h"
@@ -121,7 +121,7 @@ TEST(PageRoot, StyleBitsBecomeWindowHints)
             Qt::WindowFlags clear;
         };
         Qt::WindowFlags menu = Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint | Qt::WindowTitleHint;
-        const expectation table[] = {
+        expectation const table[] = {
             {0x00, {}, menu | Qt::WindowMinimizeButtonHint | Qt::MSWindowsFixedSizeDialogHint},
             {0x01, menu | Qt::WindowMinimizeButtonHint, Qt::WindowMaximizeButtonHint},
             {0x02, menu | Qt::WindowMaximizeButtonHint, Qt::WindowMinimizeButtonHint},

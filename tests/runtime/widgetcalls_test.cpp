@@ -1,5 +1,5 @@
-// Tests of what a window's widget does to the component around it: it keeps moves back while a node is told of one, and
-// wakes whoever waits when it has painted or is gone.
+// tests/runtime/widgetcalls_test.cpp: tests of what a window's widget does to the component around it: it keeps moves
+// back while a node is told of one, and wakes whoever waits when it has painted or is gone.
 #include "controls/guiwidget.h"
 #include "runtime/guihtmlbase.h"
 #include "tests/runtime/onguithread.h"
@@ -60,7 +60,7 @@ struct Worker : QObject
         return true;
     }
     /// Does not wait for the end of it. Any thread.
-    void post(std::function<void()> work) { guiHandOver::post(this, new WorkEvent(std::move(work))); }
+    void post(std::function<void()> work) { guiThreadPost::post(this, new WorkEvent(std::move(work))); }
 };
 
 struct WidgetCalls : testing::Test

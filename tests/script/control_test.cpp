@@ -1,5 +1,6 @@
-// Tests of the GuiControl class: every method with right and wrong arguments, on elements that exist, that do not, and
-// that are gone; its two read-only properties; and how a node's own control object is made.
+// tests/script/control_test.cpp: tests of the GuiControl class: every method with right and wrong arguments, on
+// elements that exist, that do not, and that are gone; its two read-only properties; and how a node's own control
+// object is made.
 #include "controls/guihtmlcontrol.h"
 #include "controls/guihtmlimage.h"
 #include "controls/guimovie.h"
@@ -16,9 +17,9 @@ protected:
     NativeObjectRef box(NativeWindow& window) { return window.control("box"); }
 };
 
-const NativeArguments kWrongTexts[] = {{}, {1}, {true}, {NativeValue()}, {"a", "b"}};
-const NativeArguments kWrongSwitches[] = {{"on"}, {NativeValue()}, {true, true}, {1, 2}};
-const NativeArguments kSuperfluous[] = {{1}, {"x"}, {NativeValue()}, {1, 2}};
+NativeArguments const kWrongTexts[] = {{}, {1}, {true}, {NativeValue()}, {"a", "b"}};
+NativeArguments const kWrongSwitches[] = {{"on"}, {NativeValue()}, {true, true}, {1, 2}};
+NativeArguments const kSuperfluous[] = {{1}, {"x"}, {NativeValue()}, {1, 2}};
 
 TEST_F(ControlTest, TextMethodsRefuseOtherArguments)
 {

@@ -1,4 +1,4 @@
-// Tests of the size policy names.
+// tests/script/sizepolicy_test.cpp: tests of the size policy names.
 #include "host/native/nativehost.h"
 #include "script/guisizepolicy.h"
 

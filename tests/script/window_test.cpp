@@ -1,4 +1,5 @@
-// Tests of the GuiWindow class: every method with and without a page, with right and wrong arguments; and loading.
+// tests/script/window_test.cpp: tests of the GuiWindow class: every method with and without a page, with right and
+// wrong arguments; and loading.
 #include "foundation/vela-string.h"
 #include "host/native/nativehost.h"
 #include "runtime/gui.h"

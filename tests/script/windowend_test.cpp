@@ -1,5 +1,6 @@
-// Tests of windows that end while script still runs for them: inside their own handlers, from either thread, during
-// show(), and twice. Nothing may wait for itself, and nothing may be used after its end.
+// tests/script/windowend_test.cpp: tests of windows that end while script still runs for them: inside their own
+// handlers, from either thread, during show(), and twice. Nothing may wait for itself, and nothing may be used after
+// its end.
 #include "page/guinodewatch.h"
 #include "runtime/guicallback.h"
 #include "tests/script/scriptfixture.h"

@@ -1,5 +1,5 @@
-// Tests of the 26 methods of GuiWindow as a table: each in every state of a window, with right and with wrong
-// arguments; of what they change; and of every message that the class prints.
+// tests/script/windowmethods_test.cpp: tests of the 26 methods of GuiWindow as a table: each in every state of a
+// window, with right and with wrong arguments; of what they change; and of every message that the class prints.
 #include "controls/guiwidget.h"
 #include "host/hostslots.h"
 #include "host/native/nativeprivate.h"
@@ -59,9 +59,9 @@ struct Row
     NativeValue results[kStates];
 };
 
-const NativeValue kNull;
+NativeValue const kNull;
 
-const Row kRows[] = {
+Row const kRows[] = {
     {"open", {}, {false, true, true, true, false}},
     {"open", {true}, {false, true, true, true, false}},
     {"open", {false}, {false, true, true, true, false}},

@@ -1,46 +1,20 @@
 #!/usr/bin/env bash
 # shell-test.sh CASE: runs the function of that name. Anything unexpected prints what was seen and fails.
+# shellcheck disable=SC2034 # the scripts under test read these variables
+# shellcheck disable=SC2016 # what stands in single quotes is for another shell
 set -u
 
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/../.." && pwd)
 fixture=$root/tests/e2e/with-display.sh
-work=$(mktemp -d) || exit 1
-trap 'rm -rf -- "$work"' EXIT
-
-fail() {
-    printf '%s\n' "$1"
-    [ ! -s "$work/out" ] || sed 's/^/out: /' "$work/out"
-    [ ! -s "$work/err" ] || sed 's/^/err: /' "$work/err"
-    exit 1
-}
-
-# run COMMAND...: output, error output and exit code go to $work/out, $work/err and $code.
-run() {
-    "$@" >"$work/out" 2>"$work/err"
-    code=$?
-}
-
-expect_code() { [ "$code" -eq "$1" ] || fail "exit code $code, not $1"; }
-expect_out() { [ "$(<"$work/out")" = "$1" ] || fail "expected this output: $1"; }
-expect_err() { [ "$(<"$work/err")" = "$1" ] || fail "expected this error output: $1"; }
-expect_err_end() { [ "$(tail -n 1 "$work/err")" = "$1" ] || fail "expected this last line: $1"; }
-expect_silence() { [ ! -s "$work/out" ] || fail 'expected no output'; }
+. "$root/tests/shell/expect.sh"
 
 # The scripts of ./tarn as a library, with their logs in this test's own folder.
 load_scripts() {
     local real=$root name
     root=$work
     die() { printf 'tarn: %s\n' "$1" >&2 && exit "${2:-1}"; }
-    for name in steps packages build test; do . "$real/scripts/$name.sh"; done
-}
-
-# pretend NAME BODY...: puts a program of that name first on the path.
-pretend() {
-    mkdir -p "$work/bin"
-    { echo '#!/bin/sh' && printf '%s\n' "${@:2}"; } >"$work/bin/$1"
-    chmod +x "$work/bin/$1"
-    PATH=$work/bin:$PATH
-    hash -r
+    # shellcheck source=/dev/null # each is looked at by itself
+    for name in steps packages build test lint; do . "$real/scripts/$name.sh"; done
 }
 
 UnknownCommandIsNamed() {
@@ -54,7 +28,7 @@ HelpNamesEveryCommand() {
     run "$root/tarn" help
     expect_code 0
     local name
-    for name in demo run shot dump test bench fuzz soak help; do
+    for name in demo run shot dump test lint figures bench fuzz soak help; do
         grep -q "^  $name" "$work/out" || fail "help does not name $name"
     done
 }
@@ -105,9 +79,9 @@ PackagesAreAskedForWithoutTheRightToInstall() {
     load_scripts
     pretend id 'echo 1000'
     pretend sudo 'exit 1'
-    run bash -c "$(declare -f check_may_install die); check_may_install \$'alpha\nbeta'"
+    run bash -c "$(declare -f check_may_install die); check_may_install alpha beta"
     expect_code 1
-    expect_err 'tarn: please have these packages installed: alpha beta '
+    expect_err 'tarn: please have these packages installed: alpha beta'
 }
 
 FailedStepShowsTheEndOfItsLog() {
@@ -179,12 +153,14 @@ EveryTestOfANodeFileIsCounted() {
 }
 
 FailuresInANodeFileAreCounted() {
-    write_report fail node.calls $'# pass 5\n# fail 2\n# cancelled 1\nend' fail Page.A '' run Page.B '' >"$work/ctest.xml"
+    write_report fail node.calls $'# pass 5\n# fail 2\n# cancelled 1\nend' \
+        fail Page.A '' run Page.B '' >"$work/ctest.xml"
     expect_sum '6 4 0'
 }
 
 NodeFileThatDiesCountsAsAFailedTest() {
-    write_report fail node.calls $'ok 1\nok 2\nSegmentation fault' fail node.exits $'# pass 3\n# fail 0\nend' >"$work/ctest.xml"
+    write_report fail node.calls $'ok 1\nok 2\nSegmentation fault' \
+        fail node.exits $'# pass 3\n# fail 0\nend' >"$work/ctest.xml"
     expect_sum '3 2 0'
 }
 
@@ -234,6 +210,7 @@ run_pretended_tests() {
     prepare_preset() { echo "built $1" >>"$work/asked"; }
     test_sanitized() { echo "sanitized too" >>"$work/asked"; }
     test_threads() { echo "threads too" >>"$work/asked"; }
+    lint_quickly() { echo 'linted' >>"$work/asked"; }
     mkdir -p "$work/build/dev"
     : >"$work/asked"
     pretend ctest "echo \"\$* update=\${TARN_UPDATE_DUMPS-none}\" >>'$work/asked'" \
@@ -243,29 +220,45 @@ run_pretended_tests() {
     code=$?
 }
 
+fail_asked() { fail "asked: $(<"$work/asked")"; }
+expect_asked() { [ "$(<"$work/asked")" = "$1" ] || fail_asked; }
+
 UpdateDumpsReachesTheTests() {
     write_report run Dump.a '' >"$work/report.xml"
     run_pretended_tests --update-dumps Dump
-    grep -q -e '--tests-regex Dump .*update=1$' "$work/asked" || fail "asked: $(<"$work/asked")"
+    grep -q -e '--tests-regex Dump .*update=1$' "$work/asked" || fail_asked
     expect_code 0
     run_pretended_tests Dump
-    grep -q 'update=none$' "$work/asked" || fail "asked: $(<"$work/asked")"
+    grep -q 'update=none$' "$work/asked" || fail_asked
 }
 
 SanitizersRunWithEverythingOrAlone() {
     write_report run Dump.a '' >"$work/report.xml"
-    local options
+    local options words
     for options in --quick Dump '--update-dumps Dump'; do
-        run_pretended_tests $options
+        read -ra words <<<"$options"
+        run_pretended_tests "${words[@]}"
         ! grep -q 'too$' "$work/asked" || fail "with '$options' the sanitizers were run"
         unset TARN_UPDATE_DUMPS
     done
     run_pretended_tests
-    [ "$(grep -c -e '^--preset dev' -e '^built release$' -e '^sanitized too$' -e '^threads too$' "$work/asked")" -eq 4 ] || fail "asked: $(<"$work/asked")"
+    sed -i 's/^--preset dev .*/tests/' "$work/asked"
+    expect_asked $'linted\ntests\nbuilt release\nsanitized too\nthreads too'
     run_pretended_tests --sanitized
-    [ "$(<"$work/asked")" = 'sanitized too' ] || fail "asked: $(<"$work/asked")"
+    expect_asked 'sanitized too'
     run_pretended_tests --threads
-    [ "$(<"$work/asked")" = 'threads too' ] || fail "asked: $(<"$work/asked")"
+    expect_asked 'threads too'
+}
+
+LintersRunWithEverythingAndQuickly() {
+    write_report run Dump.a '' >"$work/report.xml"
+    run_pretended_tests --quick
+    sed -i 's/^--preset dev .*/tests/' "$work/asked"
+    expect_asked $'linted\ntests'
+    run_pretended_tests --quick Dump
+    ! grep -q 'linted$' "$work/asked" || fail_asked
+    run_pretended_tests Dump
+    ! grep -q 'linted$' "$work/asked" || fail_asked
 }
 
 ResultsOfSeveralBuildsAddUp() {
@@ -283,7 +276,8 @@ ResultsOfSeveralBuildsAddUp() {
 }
 
 RewrittenDumpsAreNamed() {
-    write_report run Dump.b "rewritten: $work/tests/pages/b.dump" run Dump.c '' run Dump.a "rewritten: $work/tests/pages/a.dump" \
+    local pages=$work/tests/pages
+    write_report run Dump.b "rewritten: $pages/b.dump" run Dump.c '' run Dump.a "rewritten: $pages/a.dump" \
         fail SecondComputation.a '--- stored' >"$work/report.xml"
     run_pretended_tests --update-dumps
     expect_code 1
@@ -398,7 +392,8 @@ FixtureLeavesNothingBehind() {
 
 FixtureHidesTheUsersDesktop() {
     run env QT_SCALE_FACTOR=3 XDG_CONFIG_HOME=/nowhere DISPLAY=:999 "$fixture" \
-        sh -c 'echo "${QT_SCALE_FACTOR-none}"; test -w "$XDG_CONFIG_HOME" && xprop -root _NET_SUPPORTING_WM_CHECK | grep -c "window id"'
+        sh -c 'echo "${QT_SCALE_FACTOR-none}"; test -w "$XDG_CONFIG_HOME" &&
+            xprop -root _NET_SUPPORTING_WM_CHECK | grep -c "window id"'
     expect_out $'none\n1'
 }
 
@@ -410,5 +405,4 @@ ShotSaysThatAProgramOpenedNoWindow() {
     [ ! -e "$work/out.png" ] || fail 'a picture was written'
 }
 
-declare -F "${1-}" >/dev/null || fail "no such case: ${1-}"
-"$1"
+run_case "${1-}"

@@ -1,6 +1,6 @@
 'use strict';
-// Opens the example applications one after the other, again and again, in one process: whatever they leave behind adds up.
-// Each is loaded as if for the first time. Prints the name of each as it begins.
+// Opens the example applications one after the other, again and again, in one process, so that
+// whatever they leave behind adds up. Each is loaded as if for the first time. Prints the name of each as it begins.
 
 const path = require('node:path');
 

@@ -17,7 +17,8 @@ drawing() {
             step = peak > 200 ? 50 : 25
             highest = (int(peak / step) + 1) * step
             print "stroke #D8D8D8 fill none stroke-width 1"
-            for (mark = 0; mark <= highest; mark += step) printf "line %d,%.1f %d,%.1f\n", left, y(mark), left + width, y(mark)
+            for (mark = 0; mark <= highest; mark += step)
+                printf "line %d,%.1f %d,%.1f\n", left, y(mark), left + width, y(mark)
             print "stroke none fill #404040 font-size 13"
             for (mark = 0; mark <= highest; mark += step) printf "text %d,%.1f \"%d MB\"\n", 12, y(mark) + 4, mark
             minutes = seconds / 60

@@ -1,8 +1,8 @@
 'use strict';
-// soak.js MINUTES FOLDER APP.js...: somebody who cannot sit still uses the applications on this display for some minutes,
-// clicking, typing, scrolling, resizing and closing at random. Memory, file handles and threads of the process are written to
-// FOLDER/samples.csv twice a second. Fails when the process ends, says something on standard error, opens no window for long,
-// or holds more at the end than when it was warm.
+// soak.js MINUTES FOLDER APP.js...: uses the applications on this display for some minutes, clicking, typing,
+// scrolling, resizing and closing at random. Memory, file handles and threads of the process are written to
+// FOLDER/samples.csv twice a second. Fails when the process ends, writes to standard error, shows no window for 20
+// seconds, or holds more at the end than when it was warm (verdict.js).
 
 const { spawn, execFileSync } = require('node:child_process');
 const fs = require('node:fs');
@@ -26,10 +26,11 @@ function below(bound) {
 const oneOf = (list) => list[below(list.length)];
 
 /**
- * The program under test. The interpreter doubles the room for its youngest objects every few hundred windows, up to 32 MB,
- * however few there are: with a fixed room, memory that grows is ours.
+ * The program under test. The interpreter doubles the room for its youngest objects every few hundred windows, up to
+ * 32 MB, however few there are: with a fixed room, memory that grows is that of the component.
  */
-const app = spawn(process.execPath, ['--expose-gc', '--max-semi-space-size=1', path.join(__dirname, 'applications.js'), ...applications],
+const appOptions = ['--expose-gc', '--max-semi-space-size=1'];
+const app = spawn(process.execPath, [...appOptions, path.join(__dirname, 'applications.js'), ...applications],
     { stdio: ['ignore', 'pipe', 'pipe'] });
 let ended = null;
 let complaints = '';
@@ -40,7 +41,8 @@ readline.createInterface(app.stdout).on('line', (line) => { opened += line.start
 
 // --- the user ---
 
-const keys = ['Tab', 'Tab', 'shift+Tab', 'Return', 'space', 'Down', 'Up', 'Left', 'Right', 'Next', 'Prior', 'End', 'a', '7', 'BackSpace'];
+const keys = ['Tab', 'Tab', 'shift+Tab', 'Return', 'space', 'Down', 'Up', 'Left', 'Right', 'Next', 'Prior', 'End',
+    'a', '7', 'BackSpace'];
 
 /** xdotool, fed with one command after the other; a window may be gone by the time it is named, which is no fault. */
 const hand = spawn('xdotool', ['-'], { stdio: ['pipe', 'ignore', 'ignore'] });
@@ -109,9 +111,11 @@ async function use() {
 }
 
 function write(samples) {
-    const rows = samples.map(({ seconds, memory, handles, threads }) => [seconds.toFixed(1), memory, handles, threads].join());
+    const rows = samples.map((sample) => (
+        [sample.seconds.toFixed(1), sample.memory, sample.handles, sample.threads].join()));
     fs.mkdirSync(folder, { recursive: true });
-    fs.writeFileSync(path.join(folder, 'samples.csv'), `${['seconds,memory_kb,handles,threads', ...rows].join('\n')}\n`);
+    const lines = ['seconds,memory_kb,handles,threads', ...rows];
+    fs.writeFileSync(path.join(folder, 'samples.csv'), `${lines.join('\n')}\n`);
 }
 
 async function main() {

@@ -33,7 +33,8 @@ function verdictOf(samples) {
     if (threadsAfter > threads + 1) {
         faults.push(`threads grew from ${threads} to ${threadsAfter}`);
     }
-    const text = `memory ${memory} -> ${memoryAfter} KB, handles ${handles} -> ${handlesAfter}, threads ${threads} -> ${threadsAfter}`;
+    const text = `memory ${memory} -> ${memoryAfter} KB, handles ${handles} -> ${handlesAfter}, `
+        + `threads ${threads} -> ${threadsAfter}`;
     return { faults, text };
 }
 

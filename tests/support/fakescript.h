@@ -69,14 +69,14 @@ public:
         return 1;
     }
 
-    sstring resolvePath(guiHtmlBase*, sstring const& path) override
+    sstring resolvePath(ScriptObject*, sstring const& path) override
     {
         std::string const name = path.c_str();
         bool isFull = name.starts_with("/") || name.find("://") != std::string::npos;
         return isFull ? path : sstring(("/app/" + name).c_str());
     }
 
-    int readText(guiHtmlBase*, sstring const& path, sstring& text) override
+    int readText(ScriptObject*, sstring const& path, sstring& text) override
     {
         read.push_back(path.c_str());
         auto found = files.find(path.c_str());
@@ -86,9 +86,9 @@ public:
         return 1;
     }
 
-    int filterText(guiHtmlBase*, sstring& name, sstring& text) override { return filter ? filter(name, text) : 1; }
+    int filterText(guiPageRoot*, sstring& name, sstring& text) override { return filter ? filter(name, text) : 1; }
 
-    int readImage(guiHtmlBase*, sstring const& path, QPixmap& image) override
+    int readImage(ScriptObject*, sstring const& path, QPixmap& image) override
     {
         read.push_back(path.c_str());
         if (!files.contains(path.c_str()))

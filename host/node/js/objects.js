@@ -6,7 +6,7 @@ const { native } = require('./native.js');
 function defineAccessor(object, name) {
     Object.defineProperty(object, name, {
         get: () => native.tableGet(object, name),
-        set: (value) => native.tableSet(object, name, value),
+        set: (value) => { native.tableSet(object, name, value); },
         enumerable: true,
         configurable: true,
     });

@@ -1,0 +1,36 @@
+// controls/guiformproperty.h: one property of a window's form object, through which a control and script exchange a
+// value.
+#pragma once
+
+#include "foundation/vela-string.h"
+
+class HostFormProp;
+class ScriptObject;
+class ScriptValue;
+
+/// A control without a name has no property: nothing is found, and nothing is written. GUI thread.
+class guiFormProperty
+{
+public:
+    guiFormProperty(ScriptObject* form, sstring const& name);
+    ~guiFormProperty();
+    guiFormProperty(guiFormProperty const&) = delete;
+    guiFormProperty& operator=(guiFormProperty const&) = delete;
+
+    /// Reads the property; false when the form has none of this name.
+    bool read();
+    /// What was read.
+    bool isString() const;
+    bool isNull() const;
+    sstring text() const;
+
+    void write(sstring const& text);
+    void writeNull();
+    void erase();
+
+private:
+    HostFormProp* m_service; // not owned; null without a component
+    ScriptObject* m_form;    // not owned; null: there is no property
+    sstring m_name;
+    ScriptValue* m_value = nullptr; // what is read or written; owned, null without a property
+};

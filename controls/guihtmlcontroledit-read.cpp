@@ -1,0 +1,44 @@
+// controls/guihtmlcontroledit-read.cpp: reads text fields of one line and of several.
+#include "controls/guihtmlcontroledit.h"
+#include "controls/guihtmlread.h"
+#include "page/guinumbers.h"
+
+namespace {
+
+guiEditType editType(mlSection* section)
+{
+    sstring const type = guiHtmlParser::pullAttr(section, "type");
+    if (guiIsWord(type, "password"))
+        return kEditPassword;
+    return guiIsWord(type, "file") ? kEditFile : kEditText;
+}
+
+/// Makes a field with the given text; `columns` is the name of the attribute for its width in characters.
+void pullEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section, sstring const& text, char const* columns,
+              int rows)
+{
+    auto* edit = pullControl<guiHtmlControlEdit>(parser, parent, section);
+    edit->initText(text);
+    edit->setAction(guiHtmlParser::pullAttr(section, "onchange"));
+    edit->init({editType(section),
+                guiCountOrDefault(guiHtmlParser::pullAttr(section, columns), guiHtmlControlEdit::kDefaultSize),
+                guiToNumber(guiHtmlParser::pullAttr(section, "maxlength")), rows});
+}
+
+void pullInputEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
+{
+    pullEdit(parser, parent, section, guiHtmlParser::pullAttr(section, "value"), "size", 1);
+}
+
+void pullInputEditField(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
+{
+    int const rows = guiCountOrDefault(guiHtmlParser::pullAttr(section, "rows"), guiHtmlControlEdit::kDefaultRows);
+    pullEdit(parser, parent, section, parser.pullText(section), "cols", rows);
+}
+
+guiInputType const kText("text", pullInputEdit);
+guiInputType const kPassword("password", pullInputEdit);
+guiInputType const kFile("file", pullInputEdit);
+guiTag const kTextArea("textarea", pullInputEditField);
+
+} // namespace

@@ -1,0 +1,199 @@
+// controls/guihtmlcontrolflex-columns.cpp: the columns of a flex list: their headings and widths, and the texts that
+// rows have in them. The node keeps them as column codes (guicolumncodes.h), the widget as columns of its own.
+#include "controls/guicolumncodes.h"
+#include "controls/guihtmlcontrolflex.h"
+#include "controls/guiwidgetlistitem.h"
+#include "controls/guiwidgetlistview.h"
+#include "foundation/vela-qt.h"
+#include "page/guinumbers.h"
+
+#include <QHeaderView>
+#include <algorithm>
+#include <cassert>
+#include <map>
+
+namespace {
+
+constexpr char kWidth[] = "WIDTH=";
+
+/// Pixels of a "WIDTH=" segment, -1 for a heading.
+int widthIn(sstring const& segment)
+{
+    return segment.find(kWidth) == 0 ? guiToPixels(segment.subString(sizeof kWidth - 1)) : -1;
+}
+
+sstring widthCode(int column, int width) { return sformat("|%ld|%s%ld", long{column}, kWidth, long{width}); }
+
+bool isColumn(int number) { return number >= 1 && number <= kColumnLimit; }
+
+} // namespace
+
+sstring guiHtmlControlFlex::popColumnText(int* column, sstring text, sstring& rest)
+{
+    guiColumnCode const part = guiReadColumnCode(text, 0);
+    *column = part.column;
+    rest = text.subString(part.end);
+    return text.subString(part.begin, part.end - part.begin);
+}
+
+// Each column is as wide as its longest text, or as was set for it.
+int guiHtmlControlFlex::getPreferredWidth()
+{
+    constexpr int kAroundText = 28;
+    constexpr int kBetweenColumns = 12;
+    if (!hasWindow())
+        return 0;
+    std::map<int, sstring> longest;
+    std::map<int, int> widths;
+    auto note = [&](int column, sstring const& text, bool) {
+        if (text.getLength() > longest[column].getLength())
+            longest[column] = text;
+    };
+    guiForEachColumn(m_list.columnCodes, m_list.uncodedHeadings, [&](int column, sstring const& text, bool isUncoded) {
+        if (int const width = isUncoded ? -1 : widthIn(text); width >= 0)
+            widths[column] = width;
+        else
+            note(column, text, isUncoded);
+    });
+    for (auto const& entry : m_items)
+        if (entry)
+            guiForEachColumn(entry->text, entry->uncoded, note);
+    for (auto const& [column, text] : longest)
+        widths.try_emplace(column, textWidth(text) + kBetweenColumns);
+    std::int64_t sum = kAroundText;
+    for (auto const& [column, width] : widths)
+        sum += width;
+    return clampLength(sum);
+}
+
+// ---- In the widget ----
+
+/// A list has at least one column, without which its rows could not be seen.
+void guiHtmlControlFlex::createColumns()
+{
+    m_listView->setColumnCount(0);
+    guiForEachColumn(m_list.columnCodes, m_list.uncodedHeadings,
+                     [this](int column, sstring const& text, bool isUncoded) {
+                         int const width = isUncoded ? -1 : widthIn(text);
+                         if (width >= 0)
+                             setColumnWidth(column, width);
+                         else
+                             setColumnText(column, text);
+                     });
+    if (m_listView->columnCount() == 0)
+        setColumnText(1, sstring());
+}
+
+/// Columns that only rows have get no heading.
+void guiHtmlControlFlex::setCellText(guiCheckListItem* row, int column, sstring const& text)
+{
+    assert(row && row->treeWidget() == m_listView);
+    addColumns(column);
+    row->setText(column - 1, sstoq(text));
+}
+
+/// Adds empty columns until there are `count`.
+void guiHtmlControlFlex::addColumns(int count)
+{
+    assert(m_listView && isColumn(count));
+    int const present = m_listView->columnCount();
+    if (count <= present)
+        return;
+    m_listView->setColumnCount(count);
+    for (int i = present; i < count; ++i)
+        m_listView->headerItem()->setText(i, QString());
+    m_listView->header()->setStretchLastSection(true);
+    if (m_listView->owner)
+        fitColumns();
+}
+
+/// Columns are as wide as their texts unless a width was set; the last one fills the list.
+void guiHtmlControlFlex::fitColumns()
+{
+    int const last = m_listView->columnCount() - 1;
+    assert(last >= 0);
+    for (int i = 0; i < last; ++i)
+        if (!m_widths.contains(i + 1))
+            m_listView->resizeColumnToContents(i);
+    if (m_listView->header()->stretchLastSection())
+        m_listView->header()->resizeSection(last, m_listView->header()->minimumSectionSize());
+}
+
+/// The headings, and the widths of all columns but one that fills the list.
+void guiHtmlControlFlex::saveColumns()
+{
+    m_list.columnCodes = sstring();
+    m_list.uncodedHeadings.clear();
+    int const count = m_listView->columnCount();
+    for (int column = 1; column <= count; ++column) {
+        sstring const heading = qtoss(m_listView->headerItem()->text(column - 1));
+        if (guiContainsColumnCode(heading) || heading.find(kWidth) == 0)
+            m_list.uncodedHeadings.add(column, heading);
+        else
+            m_list.columnCodes += guiColumnCodeOf(column, heading);
+        if (column < count || !m_listView->header()->stretchLastSection())
+            m_list.columnCodes += widthCode(column, m_listView->columnWidth(column - 1));
+    }
+    m_list.uncodedHeadings.at = m_list.columnCodes.getLength();
+}
+
+void guiHtmlControlFlex::saveTexts(guiHtmlControlFlexEntry& entry)
+{
+    entry.text = sstring();
+    entry.uncoded.clear();
+    for (int column = 1; column <= m_listView->columnCount(); ++column) {
+        sstring const cell = qtoss(entry.item->text(column - 1));
+        if (guiContainsColumnCode(cell))
+            entry.uncoded.add(column, cell);
+        else if (column == 1)
+            entry.text = cell;
+        else if (cell.getLength())
+            entry.text += guiColumnCodeOf(column, cell);
+    }
+    entry.uncoded.at = entry.text.getLength();
+}
+
+// ---- What script sets ----
+
+void guiHtmlControlFlex::setColumnWidth(int column, int width)
+{
+    assertOnGuiThread();
+    if (column < 1)
+        return;
+    if (!m_listView) {
+        m_list.columnCodes += widthCode(column, width);
+        return;
+    }
+    int const count = m_listView->columnCount();
+    if (column > count)
+        return;
+    m_widths.insert(column);
+    if (column == count)
+        m_listView->header()->setStretchLastSection(false);
+    m_listView->header()->resizeSection(column - 1, std::clamp(width, 0, kMaxPixels));
+}
+
+void guiHtmlControlFlex::setColumnText(int column, sstring const& text)
+{
+    assertOnGuiThread();
+    if (!isColumn(column))
+        return;
+    if (!m_listView) {
+        m_list.columnCodes += guiColumnCodeOf(column, text);
+        return;
+    }
+    addColumns(column);
+    m_listView->headerItem()->setText(column - 1, sstoq(text));
+}
+
+void guiHtmlControlFlex::setItemText(sstring const& value, int column, sstring const& text)
+{
+    assertOnGuiThread();
+    guiHtmlControlFlexEntry* entry = findItem(value);
+    if (!entry || !isColumn(column))
+        return;
+    if (entry->item)
+        setCellText(entry->item, column, text);
+    else
+        entry->text += guiColumnCodeOf(column, text);
+}

@@ -1,0 +1,67 @@
+// controls/guihtmlcontrolmenu-read.cpp: reads menu bars with their items.
+#include "controls/guihtmlcontrolmenu.h"
+#include "controls/guihtmlread.h"
+#include "foundation/vela-mlparser.h"
+
+namespace {
+
+std::unique_ptr<guiHtmlControlMenuItem> readMenuItem(mlSection* section)
+{
+    auto item = std::make_unique<guiHtmlControlMenuItem>();
+    item->name = guiHtmlParser::pullAttr(section, "name");
+    item->text = guiHtmlParser::pullAttr(section, "value");
+    item->enabled = !guiHtmlParser::hasAttr(section, "disabled");
+    item->checked = guiHasValue(section, "checked");
+    item->checkable = guiHtmlParser::hasAttr(section, "checked") || guiHtmlParser::hasAttr(section, "unchecked");
+    return item;
+}
+
+/// An element that is being read, and where its items go.
+struct menuLevel
+{
+    mlSection* section;
+    unsigned next;                        // child to read
+    guiHtmlControlMenu::menuItems* items; // not owned
+    unsigned depth;
+};
+
+/// Adds the item that an element stands for, if any. Returns where the elements inside it go.
+menuLevel pullMenuItem(guiHtmlParser& parser, mlSection* element, menuLevel const& around)
+{
+    menuLevel inside{element, 0, around.items, around.depth};
+    bool const isMenu = element->isNamed("menu");
+    if (isMenu && around.depth >= kMaxNesting) {
+        parser.warnOfDepth();
+    } else if (isMenu || element->isNamed("param")) {
+        around.items->push_back(readMenuItem(element));
+        if (isMenu) {
+            inside.items = &around.items->back()->children;
+            ++inside.depth;
+        }
+    }
+    return inside;
+}
+
+// A nested menu element is an item with a sub-menu. A param is usually not closed and so contains the items that follow
+// it.
+void pullMenuItems(guiHtmlParser& parser, guiHtmlControlMenu* menu, mlSection* section)
+{
+    std::vector<menuLevel> path{{section, 0, &menu->editItems(), parser.depth()}};
+    while (!path.empty()) {
+        mlSection* child = path.back().section->getChild(path.back().next++);
+        if (!child)
+            path.pop_back();
+        else if (child->isTag())
+            path.push_back(pullMenuItem(parser, child, menuLevel(path.back())));
+    }
+}
+
+void pullObjectMenu(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
+{
+    auto* menu = pullControl<guiHtmlControlMenu>(parser, parent, section);
+    pullMenuItems(parser, menu, section);
+}
+
+guiObjectClass const kMenu("menu", pullObjectMenu);
+
+} // namespace

@@ -1,0 +1,33 @@
+// controls/guihtmlcustom-read.cpp: reads the element `object`, whose attribute `classid` chooses the reader. A class
+// that nobody has registered is a component in script.
+#include "controls/guihtmlcustom.h"
+#include "controls/guihtmlread.h"
+
+namespace {
+
+void pullObjectParams(guiHtmlCustom* custom, mlSection* section)
+{
+    guiElementWalk walk(section, {"param"});
+    while (mlSection* param = walk.next())
+        custom->setParam(guiHtmlParser::pullAttr(param, "name"), guiHtmlParser::pullAttr(param, "value"));
+}
+
+void pullCustom(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
+{
+    auto* custom = pullControl<guiHtmlCustom>(parser, parent, section);
+    guiHtmlParser::pullObjectAlignment(custom, section);
+    guiHtmlParser::pullBackground(custom, section);
+    guiHtmlParser::pullBorder(custom, section);
+    custom->setCompName(guiHtmlParser::pullAttr(section, "classid"));
+    pullObjectParams(custom, section);
+}
+
+void pullObject(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
+{
+    guiTagTable::entry const* known = guiObjectClasses().find(guiHtmlParser::pullAttr(section, "classid"));
+    (known ? known->read : pullCustom)(parser, parent, section);
+}
+
+guiTag const kObject("object", pullObject, kTagBlock);
+
+} // namespace

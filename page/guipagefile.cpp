@@ -1,0 +1,24 @@
+// page/guipagefile.cpp: see guipagefile.h.
+#include "page/guipagefile.h"
+
+#include "foundation/vela-log.h"
+#include "foundation/vela-threadrole.h"
+#include "page/guipagehost.h"
+
+int guiPageFile::read(ScriptObject* owner)
+{
+    assertOnGuiThread();
+    return guiPageHost::current().readText(owner, m_path, m_text) ? 1 : fail("load file");
+}
+
+int guiPageFile::filter(guiPageRoot* root)
+{
+    assertOnGuiThread();
+    return guiPageHost::current().filterText(root, m_path, m_text) ? 1 : fail("filter file");
+}
+
+int guiPageFile::fail(char const* what) const
+{
+    velaLog("%s - failed to %s %s\n", m_caller, what, velaPrintable(m_path).c_str());
+    return 0;
+}

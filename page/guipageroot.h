@@ -1,0 +1,63 @@
+// page/guipageroot.h: the root of a page, the node that stands for the whole window. The window runtime derives its
+// root from this (runtime/guihtmlbase.h); a page without a window gets the default answers here.
+#pragma once
+
+#include "page/guihtml.h"
+
+class QAbstractButton;
+class QMenuBar;
+
+/// The topmost node of a page. GUI thread.
+class guiPageRoot : public guiHtml
+{
+public:
+    guiPageRoot() = default;
+
+    using guiHtml::operator=;
+    int getType() override { return kTypeBase; }
+    /// This node, or, for a page inside another one, the root of the outer page.
+    guiPageRoot* getBaseHtml() override { return getParent() ? getParent()->getBaseHtml() : this; }
+
+    /// The window's script object, null for a page without script. Not owned.
+    virtual ScriptObject* getPageObject() const { return nullptr; }
+    /// Whether the page has lost its window and its script for good, and only waits to be deleted.
+    virtual bool isReleased() const { return false; }
+
+    // ---- Properties of the window that a page sets; sizes in pixels, 0 keeps the old value ----
+
+    virtual void setTitle(sstring const&) {}
+    virtual void setMinimumSize(int, int) {}
+    virtual void setMaximumSize(int, int) {}
+    virtual void setDefaultSize(int, int) {}
+    virtual void setResizable(int) {}
+
+    // ---- Controls ----
+
+    /// Names of the controls that Enter and Escape trigger, "" without one.
+    virtual sstring getEnterControl() const { return {}; }
+    virtual sstring getEscapeControl() const { return {}; }
+    /// Name of a control that gets the focus as soon as it exists, "" for none.
+    virtual sstring getPendingFocus() const { return {}; }
+    virtual void setFocus(sstring) {}
+    /// Radio buttons of one group name exclude each other.
+    virtual void addToGroup(QAbstractButton*, sstring const&) {}
+    /// The menu bar above the page, not owned; null: none.
+    virtual void setMenuBar(QMenuBar*) {}
+    virtual QMenuBar* getMenuBar() const { return nullptr; }
+    /// Height of the menu bar in pixels, 0 without one.
+    virtual int getMenuHeight() { return 0; }
+    /// Called before the controls at and below the node are destroyed: removes their values from the form object.
+    virtual void eraseFormValues(guiHtml*) {}
+    /// Called for new controls at and below the node: gives them the values that the form object holds.
+    virtual void loadFormValues(guiHtml*) {}
+
+    /// Closes the window, if there is one.
+    virtual void destroyWidget() {}
+};
+
+/// The script object of the node's window, null outside a window and in one without script.
+inline ScriptObject* guiPageObjectOf(guiHtml* node)
+{
+    guiPageRoot* root = node->getBaseHtml();
+    return root ? root->getPageObject() : nullptr;
+}

@@ -1,0 +1,51 @@
+// page/guitagtable.cpp: see guitagtable.h.
+#include "page/guitagtable.h"
+
+#include "foundation/vela-string.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace {
+
+[[maybe_unused]] bool isLowerAscii(std::string_view word)
+{
+    return std::all_of(word.begin(), word.end(), [](char c) { return c > ' ' && c < 0x7F && (c < 'A' || c > 'Z'); });
+}
+
+} // namespace
+
+void guiTagTable::add(char const* word, guiTagReader reader, unsigned traits)
+{
+    std::string_view const name(word);
+    assert(!name.empty() && name.size() <= kLongestWord && isLowerAscii(name));
+    assert(reader);
+    [[maybe_unused]] bool const isNew = m_entries.emplace(name, entry{reader, traits}).second;
+    assert(isNew);
+}
+
+guiTagTable::entry const* guiTagTable::find(unsigned short const* units, unsigned length) const
+{
+    if (length > kLongestWord)
+        return nullptr;
+    char folded[kLongestWord];
+    for (unsigned i = 0; i < length; ++i) {
+        if (units[i] > 0x7F)
+            return nullptr;
+        bool const isUpper = units[i] >= 'A' && units[i] <= 'Z';
+        folded[i] = static_cast<char>(isUpper ? units[i] + ('a' - 'A') : units[i]);
+    }
+    auto found = m_entries.find(std::string_view(folded, length));
+    return found == m_entries.end() ? nullptr : &found->second;
+}
+
+guiTagTable::entry const* guiTagTable::find(sstring const& word) const
+{
+    return find(word.getUnicode(), word.getLength());
+}
+
+guiTagTable& guiTags()
+{
+    static auto& table = *new guiTagTable; // never destroyed: the GUI thread still parses while the process exits
+    return table;
+}
