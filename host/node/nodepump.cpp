@@ -170,12 +170,15 @@ void NodePump::onPrepare(uv_prepare_t* handle)
     clearDeadStack();
 }
 
-/// Comes before the check handle with which Node runs immediates.
+/// Comes before the check handle with which Node runs immediates. What is stopped is added to the list: timers run
+/// after this, and one that waits turns the loop before the turn that stopped the first has started them again.
 void NodePump::onFirstCheck(uv_check_t* handle)
 {
     auto self = static_cast<NodePump*>(handle->data);
-    if (self->m_guard && !self->m_engine.runImmediates())
-        self->m_stoppedChecks = stopNodesChecks(self->m_loop);
+    if (!self->m_guard || self->m_engine.runImmediates())
+        return;
+    auto stopped = stopNodesChecks(self->m_loop);
+    self->m_stoppedChecks.insert(self->m_stoppedChecks.end(), stopped.begin(), stopped.end());
 }
 
 void NodePump::onLastCheck(uv_check_t* handle)

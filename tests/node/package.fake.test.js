@@ -124,7 +124,7 @@ test('an X server that listens on an abstract name alone is found', async () => 
         int main(void) {
             struct sockaddr_un address = { AF_UNIX, "\\0/tmp/.X11-unix/X93218" };
             int file = socket(AF_UNIX, SOCK_STREAM, 0);
-            if (bind(file, (struct sockaddr*)&address, offsetof(struct sockaddr_un, sun_path) + 23) || listen(file, 5)) return 1;
+            if (bind(file, (struct sockaddr*)&address, offsetof(struct sockaddr_un, sun_path) + 22) || listen(file, 5)) return 1;
             puts("ready"), fflush(stdout);
             return getchar() == 0;
         }`);

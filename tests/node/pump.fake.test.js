@@ -228,6 +228,13 @@ test('an immediate shows a window inside the show() of another immediate', async
     assert.deepEqual([stdout, stderr, code], ['behind the inner one\ninnermost\ninner shown\nshown\nbehind\n', '', 0]);
 });
 
+test('immediates run after the show() of an immediate during which a timer waited', async () => {
+    const body = 'function (outer) { setTimeout(() => { outer.testSlow(60); console.log("timer"); }, 5); }';
+    const { stdout, stderr, code } = await runScript(during(body, 'setImmediate(show); setImmediate(() => console.log("behind"));')
+        + 'process.on("exit", () => console.log("end")); setTimeout(() => setImmediate(() => console.log("later")), 500);');
+    assert.deepEqual([stdout, stderr, code], ['timer\nshown\nbehind\nlater\nend\n', '', 0]);
+});
+
 test('immediates run in order during show(), with their arguments, promises between them and the context they were made in', async () => {
     const body = `function () {
         const storage = new AsyncLocalStorage();
