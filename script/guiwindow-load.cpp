@@ -15,6 +15,7 @@
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 #include "script/guicontrol.h"
+#include "script/guiwindowcontrols.h"
 
 #include <cassert>
 
@@ -124,13 +125,12 @@ ScriptObject* guiWindow_control(ScriptPrivate* data, sstring name, void** out)
     if (!node)
         return nullptr;
     ScriptObject* control = node->getCustomObject();
-    if (control) {
+    if (!control)
+        control = guiWindowControls_get(*record, *node, name);
+    if (control)
         control->keep();
-    } else if ((control = CreateControlObject(record->window))) {
-        guiControl_setPrivateInfo(control->getPrivate(), record->window, name);
-    } else {
+    else
         velaLog("GuiWindow::control() - failed to construct GuiControl object\n");
-    }
     *out = control;
     return control;
 }

@@ -13,6 +13,7 @@
 #include "runtime/guithread.h"
 #include "script/guicontrol.h"
 #include "script/guiwindow-methods.h"
+#include "script/guiwindowcontrols.h"
 
 #include <cassert>
 #include <cstdlib>
@@ -211,6 +212,7 @@ void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject*
         return; // a handler that ran meanwhile has destroyed the window already
     assert(!record->root);
     guiControl_forgetWindow(record->window);
+    guiWindowControls_release(record->window);
     data->setData(kPrivateKey, nullptr);
     if (record->control)
         record->control->letGo();

@@ -24,10 +24,11 @@ void NodeMethodNames::untrack(NodeObject& object)
 
 void NodeMethodNames::publish()
 {
-    m_fresh.clear();
     std::vector<NodeObjectRef> objects;
     for (auto object : m_tracked)
-        objects.emplace_back(object);
+        if (object->isAsked() || !object->owner() || m_fresh.contains(object))
+            objects.emplace_back(object);
+    m_fresh.clear();
     publishEach(objects);
 }
 

@@ -24,7 +24,8 @@ public:
     void untrack(NodeObject& object);
     bool tracksAny() const { return !m_tracked.empty(); }
 
-    /// Looks at every tracked object.
+    /// Looks at every tracked object that somebody may ask. The component asks each object that it makes for an element
+    /// at once, and never those that merely stand for a name, of which a program may have thousands.
     void publish();
     /// Looks only at `self`, at its owner (a method of a control may lead to a handler of its window), and at objects
     /// that were never looked at. `self` may be null.

@@ -327,6 +327,7 @@ void NodeObject::callMethodAsync(ScriptObject* self, sstring const& name, Script
 
 bool NodeObject::hasMethod(sstring const& name)
 {
+    m_isAsked.store(true, std::memory_order_relaxed);
     auto text = toText(name);
     if (text.empty())
         return m_isFunction; // the empty name calls the function itself

@@ -93,6 +93,8 @@ public:
     /// The added method of this name, null when there is none.
     ScriptMethod ownMethod(std::u16string const& name) const;
     void publishMethods(std::shared_ptr<MethodNames const> names);
+    /// Whether somebody has ever asked hasMethod() of it. Any thread.
+    bool isAsked() const { return m_isAsked.load(std::memory_order_relaxed); }
 
     // What the component calls.
     bool getProperty(sstring const& name, ScriptValue* out) override;
@@ -135,6 +137,7 @@ private:
     std::atomic<int> m_references{1};
     std::atomic<int> m_holds{0};
     std::atomic<bool> m_isBound{false}; // has a JavaScript object; changes on the script thread
+    std::atomic<bool> m_isAsked{false};
     NodePrivate m_private;
 
     // Script thread.

@@ -146,6 +146,14 @@ test('control() gives objects of GuiControl that know their name and window', ()
     window.close();
 });
 
+test('control() gives the same object for the same element each time', () => {
+    const window = states['with a page']();
+    const first = window.control('box');
+    for (let i = 0; i < 4000; ++i) {
+        assert.equal(window.control(i % 2 ? 'box' : 'BOX'), first);
+    }
+});
+
 test('the constructor takes the name of a page and nothing else', () => {
     for (const args of [[], [3], [null], [undefined], [{}], [() => 1], [file('page.html'), 1]]) {
         assert.equal(new GuiWindow(...args).isValid(), false, `${args.length} arguments`);

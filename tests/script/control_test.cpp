@@ -71,6 +71,35 @@ TEST_F(ControlTest, EnableTakesNothingABooleanOrANumber)
     }
 }
 
+TEST_F(ControlTest, TheSameElementIsTheSameObjectEachTime)
+{
+    NativeWindow window = windowOf("<table name=Box><tr><td name=cell>x</td></tr></table>");
+    EXPECT_EQ(window.control("cell").get(), window.control("CELL").get());
+    EXPECT_NE(window.control("cell").get(), window.control("box").get());
+    EXPECT_EQ(window.control("").get(), window.control("").get());
+    NativeWindow other = windowOf("<table name=Box><tr><td name=cell>x</td></tr></table>");
+    EXPECT_NE(window.control("cell").get(), other.control("cell").get());
+}
+
+TEST_F(ControlTest, ObjectsOfElementsThatAreGoneAreGivenUpInTheEnd)
+{
+    NativeWindow window = windowOf("<td name=stays>x</td>");
+    NativeObject* const stays = window.control("stays").get();
+    auto const objects = [&] { return host.engine().objects().size(); };
+    auto show = [&](int i) {
+        std::string const name = "cell" + std::to_string(i);
+        window.setText("<td name=stays>x</td><td name=" + name + ">y</td>");
+        ASSERT_TRUE(window.control(name));
+        ASSERT_EQ(window.control("stays").get(), stays);
+    };
+    for (int i = 0; i < 100; ++i)
+        show(i);
+    auto const before = objects();
+    for (int i = 100; i < 400; ++i)
+        show(i);
+    EXPECT_LE(objects(), before + 64);
+}
+
 TEST_F(ControlTest, TextReplacesTheElementsContent)
 {
     NativeWindow window = windowOf(kBox);
