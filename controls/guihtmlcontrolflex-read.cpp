@@ -47,9 +47,9 @@ guiHtmlControlFlexEntryType rowType(sstring const& type, unsigned styleBits)
     return isDefault && (styleBits & kFlexCheckByDefault) ? kFlexCheckBox : kFlexPlain;
 }
 
-void pullInputFlexEntries(guiHtmlControlFlex* flex, mlSection* section)
+void pullInputFlexEntries(guiHtmlParser& parser, guiHtmlControlFlex* flex, mlSection* section)
 {
-    guiElementWalk walk(section, {"option", "param"});
+    guiElementWalk walk(parser, section, {"option", "param"});
     while (mlSection* row = walk.next()) {
         guiHtmlControlFlexEntry entry;
         readKeyAndText(row, entry);
@@ -73,7 +73,7 @@ void pullInputFlex(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
         flex->setSelectAction(guiHtmlParser::pullAttr(section, "onselect"));
     if (guiHasValue(section, "onchange"))
         flex->setChangeAction(guiHtmlParser::pullAttr(section, "onchange"));
-    pullInputFlexEntries(flex, section);
+    pullInputFlexEntries(parser, flex, section);
 }
 
 guiObjectClass const kFlexList("flexlist", pullInputFlex<0>);

@@ -5,9 +5,9 @@
 
 namespace {
 
-void pullInputListEntries(guiHtmlControlList* list, mlSection* section)
+void pullInputListEntries(guiHtmlParser& parser, guiHtmlControlList* list, mlSection* section)
 {
-    guiElementWalk walk(section, {"option", "param"});
+    guiElementWalk walk(parser, section, {"option", "param"});
     while (mlSection* entry = walk.next()) {
         sstring text = guiDirectText(entry);
         bool const hasValue = guiHtmlParser::hasAttr(entry, "value");
@@ -23,7 +23,7 @@ void pullInputList(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     bool const hasSize = guiHtmlParser::hasAttr(section, "size");
     int visibleRows = hasSize ? guiToPixels(guiHtmlParser::pullAttr(section, "size")) : 1;
     list->init(visibleRows, guiHasValue(section, "multiple"), guiHasValue(section, "edit"));
-    pullInputListEntries(list, section);
+    pullInputListEntries(parser, list, section);
 }
 
 guiTag const kSelect("select", pullInputList);

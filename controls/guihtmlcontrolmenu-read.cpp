@@ -31,8 +31,9 @@ menuLevel pullMenuItem(guiHtmlParser& parser, mlSection* element, menuLevel cons
     menuLevel inside{element, 0, around.items, around.depth};
     bool const isMenu = element->isNamed("menu");
     if (isMenu && around.depth >= kMaxNesting) {
-        parser.warnOfDepth();
+        parser.warnOfDepth(element->getLine());
     } else if (isMenu || element->isNamed("param")) {
+        parser.mistakes().checkAttributes(element);
         around.items->push_back(readMenuItem(element));
         if (isMenu) {
             inside.items = &around.items->back()->children;

@@ -5,9 +5,9 @@
 
 namespace {
 
-void pullObjectParams(guiHtmlCustom* custom, mlSection* section)
+void pullObjectParams(guiHtmlParser& parser, guiHtmlCustom* custom, mlSection* section)
 {
-    guiElementWalk walk(section, {"param"});
+    guiElementWalk walk(parser, section, {"param"});
     while (mlSection* param = walk.next())
         custom->setParam(guiHtmlParser::pullAttr(param, "name"), guiHtmlParser::pullAttr(param, "value"));
 }
@@ -19,7 +19,7 @@ void pullCustom(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     guiHtmlParser::pullBackground(custom, section);
     guiHtmlParser::pullBorder(custom, section);
     custom->setCompName(guiHtmlParser::pullAttr(section, "classid"));
-    pullObjectParams(custom, section);
+    pullObjectParams(parser, custom, section);
 }
 
 void pullObject(guiHtmlParser& parser, guiHtml* parent, mlSection* section)

@@ -136,7 +136,7 @@ void pullImageMapArea(guiImageMap* map, mlSection* section)
 void pullImageMap(guiHtmlParser& parser, guiHtml*, mlSection* section)
 {
     auto map = std::make_unique<guiImageMap>(guiHtmlParser::pullAttr(section, "name"));
-    guiElementWalk walk(section, {"area"});
+    guiElementWalk walk(parser, section, {"area"});
     while (mlSection* area = walk.next())
         pullImageMapArea(map.get(), area);
     parser.state<imageMaps>().maps.push_back(std::move(map));

@@ -68,8 +68,8 @@ sstring guiDirectText(mlSection* section)
     return text;
 }
 
-guiElementWalk::guiElementWalk(mlSection* around, std::initializer_list<char const*> names)
-    : m_names(names), m_path{{around, 0}}
+guiElementWalk::guiElementWalk(guiHtmlParser& parser, mlSection* around, std::initializer_list<char const*> names)
+    : m_parser(parser), m_names(names), m_path{{around, 0}}
 {
     assert(around);
     assert(std::all_of(names.begin(), names.end(), isLowerCase)); // sections are asked for names in lower case only
@@ -88,8 +88,10 @@ mlSection* guiElementWalk::next()
             m_path.pop_back();
         else if (item->isTag())
             m_path.emplace_back(item, 0);
-        if (item && item->isTag() && isWanted(item))
+        if (item && item->isTag() && isWanted(item)) {
+            m_parser.mistakes().checkAttributes(item);
             return item;
+        }
     }
     return nullptr;
 }
@@ -101,6 +103,8 @@ void pullInput(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
     if (guiTagTable::entry const* type = guiInputTypes().find(guiHtmlParser::pullAttr(section, "type")))
         type->read(parser, parent, section);
+    else
+        parser.mistakes().addUnknownWord(section, "type", guiInputTypes().words());
 }
 
 guiTag const kInput("input", pullInput, kTagFollowed);

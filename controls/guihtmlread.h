@@ -45,14 +45,14 @@ int guiCountOrDefault(sstring const& count, int otherwise);
 /// The text of an element, without that of the elements in it.
 sstring guiDirectText(mlSection* section);
 
-/// Visits, in document order, the elements below a section that have one of some names. An element that is not closed
-/// contains those that follow it, so all depths are searched; without recursion, because a list of thousands of such
-/// elements is nested thousands of levels deep.
+/// Visits, in document order, the elements below a section that have one of some names, and checks their
+/// attributes. An element that is not closed contains those that follow it, so all depths are searched; without
+/// recursion, because a list of thousands of such elements is nested thousands of levels deep.
 class guiElementWalk
 {
 public:
     /// `names`: literals in lower case.
-    guiElementWalk(mlSection* around, std::initializer_list<char const*> names);
+    guiElementWalk(guiHtmlParser& parser, mlSection* around, std::initializer_list<char const*> names);
 
     /// The next element, null after the last.
     mlSection* next();
@@ -60,6 +60,7 @@ public:
 private:
     bool isWanted(mlSection* section) const;
 
+    guiHtmlParser& m_parser;
     std::vector<char const*> m_names;
     std::vector<std::pair<mlSection*, unsigned>> m_path; // open elements, each with its next child
 };

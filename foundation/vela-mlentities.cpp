@@ -4,24 +4,19 @@
 #include "foundation/vela-mlentities.h"
 
 #include "foundation/vela-comtypes.h"
+#include "foundation/vela-mlentities-symbols.h"
 
 #include <algorithm>
 #include <array>
 #include <cassert>
 #include <cstdint>
 #include <iterator>
-#include <string_view>
+#include <utility>
 
 namespace {
 
-struct Reference
-{
-    std::string_view name;
-    unsigned short code;
-};
-
-constexpr Reference kCommonReferences[] = {{"amp", '&'},   {"lt", '<'},   {"gt", '>'},
-                                           {"apos", '\''}, {"quot", '"'}, {"nbsp", ' '}};
+constexpr mlReference kCommonReferences[] = {{"amp", '&'},   {"lt", '<'},   {"gt", '>'},
+                                             {"apos", '\''}, {"quot", '"'}, {"nbsp", ' '}};
 
 constexpr unsigned short kFirstLatin1 = 161;
 constexpr std::string_view kLatin1Names[] = {
@@ -64,11 +59,37 @@ Decoded decodeNumber(unsigned short const* text, unsigned int count)
 
 bool isLetter(unsigned short unit) { return (unit >= 'a' && unit <= 'z') || (unit >= 'A' && unit <= 'Z'); }
 
+constexpr unsigned int kLongestName = 32;
+constexpr std::size_t kMostUnknown = 1000; // of a page
+
+/// The name that stands before a semicolon, "" when none does.
+std::string nameBeforeSemicolon(unsigned short const* text, unsigned int count)
+{
+    std::string name;
+    unsigned int const most = std::min(count, kLongestName);
+    for (unsigned int i = 0; i < most && (isLetter(text[i]) || isDigit(text[i])); ++i)
+        name += static_cast<char>(text[i]);
+    return name.size() < count && text[name.size()] == ';' ? name : std::string();
+}
+
+Decoded decodeSymbol(unsigned short const* text, unsigned int count)
+{
+    std::string const name = nameBeforeSemicolon(text, count);
+    auto const* found =
+        std::lower_bound(std::begin(kSymbolReferences), std::end(kSymbolReferences), name,
+                         [](mlReference const& known, std::string const& wanted) { return known.name < wanted; });
+    if (found == std::end(kSymbolReferences) || found->name != name)
+        return {};
+    return {static_cast<unsigned int>(name.size()), found->code};
+}
+
 Decoded decodeName(unsigned short const* text, unsigned int count)
 {
     if (count == 0 || !isLetter(text[0]))
         return {};
-    for (Reference const& reference : kCommonReferences)
+    if (Decoded const symbol = decodeSymbol(text, count); symbol.length != 0)
+        return symbol;
+    for (mlReference const& reference : kCommonReferences)
         if (hasPrefix(text, count, reference.name))
             return {static_cast<unsigned int>(reference.name.size()), reference.code};
     auto const* name = std::find_if(std::begin(kLatin1Names), std::end(kLatin1Names),
@@ -102,9 +123,16 @@ unsigned short* writeCode(unsigned short* out, uint32_t code)
     return out;
 }
 
+void addUnknown(unsigned short const* text, unsigned int count, std::vector<std::string>& unknown)
+{
+    std::string name = nameBeforeSemicolon(text, count);
+    if (!name.empty() && unknown.size() < kMostUnknown)
+        unknown.push_back(std::move(name));
+}
+
 } // namespace
 
-unsigned int decodeReferences(unsigned short* text, unsigned int count)
+unsigned int decodeReferences(unsigned short* text, unsigned int count, std::vector<std::string>* unknown)
 {
     unsigned short const* const end = text + count;
     unsigned short const* from = std::find(text, text + count, '&');
@@ -112,6 +140,8 @@ unsigned int decodeReferences(unsigned short* text, unsigned int count)
     while (from != end) {
         Decoded const decoded = *from == '&' ? decodeOne(from + 1, unitsBetween(from + 1, end)) : Decoded();
         if (decoded.length == 0) {
+            if (unknown && *from == '&')
+                addUnknown(from + 1, unitsBetween(from + 1, end), *unknown);
             *to++ = *from++;
             continue;
         }
@@ -120,4 +150,14 @@ unsigned int decodeReferences(unsigned short* text, unsigned int count)
         assert(to <= from && from <= end);
     }
     return unitsBetween(text, to);
+}
+
+std::vector<std::string_view> mlReferenceNames()
+{
+    std::vector<std::string_view> names(std::begin(kLatin1Names), std::end(kLatin1Names));
+    for (mlReference const& reference : kCommonReferences)
+        names.push_back(reference.name);
+    for (mlReference const& reference : kSymbolReferences)
+        names.push_back(reference.name);
+    return names;
 }

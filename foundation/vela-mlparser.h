@@ -70,6 +70,8 @@ public:
     /// The type of the token at the current position, or -1 if there is none.
     int isToken(unsigned long flags);
 
+    /// The character references that nobody knows, in what has been read.
+    velaArray<mlUnknownReference> const& unknownReferences() const { return m_tokens.unknownReferences(); }
     /// The current line, from 1.
     unsigned int getLine() const { return m_tokens.line(); }
     /// The stream; null after fullParse().

@@ -30,6 +30,7 @@ enum UnitClass : uint8_t
 /// Longer texts are refused, so that lengths stay below 2^31.
 constexpr size_t kMaxTextUnits = 0x7FFFFFFF;
 constexpr size_t kEptBufferUnits = 65536;
+constexpr size_t kMostUnknown = 1000;
 constexpr unsigned int kLookAheadUnits = 20;
 constexpr unsigned int kContextCount = 16;
 constexpr unsigned int kBeyondTable = 128; // the table entry of all units from here on
@@ -227,6 +228,7 @@ mlTokenType mlTokenizer::next(unsigned long flags, bool isLimited)
     bool const wasPending = m_hasPendingSpace;
     m_hasPendingSpace = false;
     m_hasLeadingSpace = skipSpace() || wasPending;
+    m_firstLine = m_currentLine;
     if (m_at == m_end)
         return m_tokenType = kTokenEnd;
     unsigned short const unit = *m_at;
@@ -274,8 +276,7 @@ void mlTokenizer::readQuoted(unsigned long flags)
         isClosed = p != m_end;
         m_at = p + (isClosed && *p == quote);
     }
-    if (m_hasReference && !(flags & kContextRaw))
-        m_buffer.resize(decodeReferences(m_buffer.data(), length()));
+    decode(flags);
 }
 
 void mlTokenizer::readRun(unsigned long flags, bool isLimited)
@@ -305,8 +306,19 @@ void mlTokenizer::readRun(unsigned long flags, bool isLimited)
         m_at = p;
     }
     m_hasPendingSpace = isBlank && (flags & kContextContent);
-    if (m_hasReference && !(flags & kContextRaw))
-        m_buffer.resize(decodeReferences(m_buffer.data(), length()));
+    decode(flags);
+}
+
+/// A text that was cut is read once more when its end is asked for, and speaks then of what is unknown in it.
+void mlTokenizer::decode(unsigned long flags)
+{
+    if (!m_hasReference || (flags & kContextRaw))
+        return;
+    std::vector<std::string> unknown;
+    m_buffer.resize(decodeReferences(m_buffer.data(), length(), m_isTruncated ? nullptr : &unknown));
+    for (std::string& name : unknown)
+        if (m_unknownReferences.size() < kMostUnknown)
+            m_unknownReferences.push_back({std::move(name), m_firstLine});
 }
 
 void mlTokenizer::append(unsigned short const* from, unsigned short const* to, bool afterBlank, bool isLimited)

@@ -6,6 +6,15 @@
 #include "foundation/vela-mltoken.h"
 #include "foundation/vela-textstream.h"
 
+#include <string>
+
+/// A character reference that nobody knows, without "&" and ";", and the line on which its text begins.
+struct mlUnknownReference
+{
+    std::string name;
+    unsigned int line;
+};
+
 /// Does not own the stream, which must be open while tokens are read. One thread at a time.
 class mlTokenizer
 {
@@ -36,6 +45,9 @@ public:
     bool isUnquotedText() const { return m_isUnquotedText; }
     bookmark const& start() const { return m_textStart; }
 
+    /// The names of references that nobody knows, in the texts read so far; at most 1,000.
+    velaArray<mlUnknownReference> const& unknownReferences() const { return m_unknownReferences; }
+
     /// The current line, from 1.
     unsigned int line() const { return m_currentLine; }
     void setLine(unsigned int line) { m_currentLine = line; }
@@ -60,6 +72,7 @@ private:
     void readQuoted(unsigned long flags);
     void readRun(unsigned long flags, bool isLimited);
     void append(unsigned short const* from, unsigned short const* to, bool afterBlank, bool isLimited);
+    void decode(unsigned long flags);
     void skipComment();
     void skipQuoted();
     void skipToHyphens();
@@ -79,4 +92,6 @@ private:
     bool m_hasReference = false; // the text contains an "&": references may have to be decoded
     bool m_hasPendingSpace = false;
     unsigned int m_currentLine = 1;
+    unsigned int m_firstLine = 1; // of the token
+    velaArray<mlUnknownReference> m_unknownReferences;
 };

@@ -1,7 +1,10 @@
 // page/guicolortext.cpp: see guicolortext.h.
 #include "page/guicolortext.h"
 
+#include "foundation/vela-qt.h"
 #include "page/guinumbers.h"
+
+#include <QColor>
 
 #include <algorithm>
 
@@ -32,6 +35,25 @@ int digitValue(unsigned short unit)
     return -1;
 }
 
+/// The colours of CSS by their names.
+sstring namedHex(sstring const& color)
+{
+    QString const name = sstoq(color);
+    bool const mayBeName = !name.isEmpty() && name.at(0).isLetter();
+    QColor const known = mayBeName && QColor::isValidColor(name) ? QColor(name) : QColor();
+    return known.alpha() == 255 && known.isValid() ? qtoss(known.name().toUpper()) : color;
+}
+
+/// "#RRGGBB" for "#RGB".
+sstring sixDigits(sstring const& color)
+{
+    sstring hex("#");
+    for (unsigned i = 1; i <= 3; ++i)
+        for (int twice = 0; twice < 2; ++twice)
+            hex += color.getUnicode()[i];
+    return hex;
+}
+
 } // namespace
 
 sstring guiColorToHex(sstring const& color)
@@ -39,12 +61,14 @@ sstring guiColorToHex(sstring const& color)
     for (namedColor const& known : kColors)
         if (guiIsWord(color, known.name))
             return known.hex;
-    return color;
+    return namedHex(color);
 }
 
 bool guiReadColor(sstring const& color, guiColor* out)
 {
     sstring hex = guiColorToHex(color);
+    if (hex.getLength() == 4 && hex.getUnicode()[0] == '#')
+        hex = sixDigits(hex);
     unsigned short const* units = hex.getUnicode();
     if (hex.getLength() != 7 || units[0] != '#')
         return false;

@@ -1,10 +1,11 @@
-// page/guicolortext.h: colours as pages write them: sixteen names, and "#" with six hexadecimal digits.
+// page/guicolortext.h: colours as pages write them: the names of CSS, and "#" with three or six hexadecimal
+// digits.
 #pragma once
 
 #include "foundation/vela-string.h"
 #include "page/guitypes.h"
 
-/// "#RRGGBB" for one of the sixteen names, any other text unchanged.
+/// "#RRGGBB" for a name, any other text unchanged.
 sstring guiColorToHex(sstring const& color);
 
 /// Whether the text is a colour; stores it in that case.

@@ -53,6 +53,7 @@ int loadPageFile(guiHtml* node, guiPageFile& file, guiNodeWatch const& self)
 {
     if (!file.read(guiPageObjectOf(node)) || !file.filter(node->getBaseHtml()))
         return 0;
+    guiPageOrigin const origin(file.path());
     if (self.alive() && node->setText(file.text(), guiDirectoryOf(file.path())))
         return 1;
     return file.fail("apply content from");

@@ -7,6 +7,7 @@
 #include "page/guihtmlparser.h"
 #include "page/guilayouthold.h"
 #include "page/guinodewatch.h"
+#include "page/guipagefile.h"
 #include "page/guipageroot.h"
 
 #include <QWidget>
@@ -40,12 +41,12 @@ struct pulledPage
 
 /// Parses the text into nodes. A function of its own so that the parser and its copy of the text are freed before the
 /// layout: on a page of 50 MB they take several times that much.
-pulledPage pullPage(guiHtml* node, sstring const& content, sstring const& directory)
+pulledPage pullPage(guiHtml* node, sstring const& content, sstring const& directory, sstring const& file)
 {
     std::vector<unsigned char> page = toBytes(content);
     textstream stream(page.data(), static_cast<unsigned>(page.size()), 0);
     mlParser markup(&stream);
-    guiHtmlParser parser(&markup, directory);
+    guiHtmlParser parser(&markup, directory, file);
     int const result = parser.pullPage(node);
     return {result, parser.mayLoad()};
 }
@@ -55,6 +56,7 @@ pulledPage pullPage(guiHtml* node, sstring const& content, sstring const& direct
 int guiHtml::setText(sstring const& content, sstring const& directory)
 {
     assertOnGuiThread();
+    sstring const file = guiPageOrigin::take();
     guiLayoutHold hold;
     guiNodeWatch self(this);
     if (guiPageRoot* root = getBaseHtml())
@@ -65,7 +67,7 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
     resetScroll();
     m.tabOrderDirty = 1;
 
-    pulledPage const page = pullPage(this, content, directory);
+    pulledPage const page = pullPage(this, content, directory, file);
     if (guiPageRoot* root = getBaseHtml())
         root->loadFormValues(this);
 

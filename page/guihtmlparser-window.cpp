@@ -32,6 +32,8 @@ void guiHtmlParser::keepError(sstring const& message)
 /// Logs the first error, if there was one; whether the page was read completely.
 bool guiHtmlParser::endPage()
 {
+    for (mlUnknownReference const& reference : m_parser->unknownReferences())
+        m_mistakes.addUnknownReference(reference.name, reference.line);
     if (m_error.getLength() == 0)
         return m_hasContent;
     velaLog("guiHtmlParser::pullPage() - %s", m_error.c_str());
@@ -71,6 +73,7 @@ mlSection* guiHtmlParser::openPage(guiHtml* node, guiPageRoot* window)
     m_hasContent = section != nullptr;
     if (!section)
         return nullptr;
+    m_mistakes.checkAttributes(section);
     pullDefaultColors(node, section);
     pullBackground(node, section);
     pullObjectAlignment(node, section);

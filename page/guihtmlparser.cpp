@@ -1,7 +1,6 @@
 // page/guihtmlparser.cpp: walks the content of an element and hands each tag to its reader.
 #include "page/guihtmlparser.h"
 
-#include "foundation/vela-log.h"
 #include "foundation/vela-mlparser.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
@@ -9,6 +8,8 @@
 #include "page/guitagtable.h"
 
 #include <cassert>
+#include <string>
+#include <utility>
 
 /// Adds the tags that make plain nodes, markers and text. The tags of other nodes are added beside those nodes.
 struct pageTags
@@ -100,8 +101,8 @@ private:
     bool m_ownsScope;
 };
 
-guiHtmlParser::guiHtmlParser(mlParser* parser, sstring const& directory)
-    : m_parser(parser), m_directory(directory), m_loadsBefore(guiHtml::pendingLoadCount())
+guiHtmlParser::guiHtmlParser(mlParser* parser, sstring const& directory, sstring const& file)
+    : m_parser(parser), m_directory(directory), m_mistakes(file), m_loadsBefore(guiHtml::pendingLoadCount())
 {
     assertOnGuiThread();
 }
@@ -157,9 +158,11 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
     guiTagTable::entry const* tag = guiTags().find(name, length);
     unsigned traits = tag ? tag->traits : kTagNests | kTagBlock;
     if ((traits & kTagNests) && m_depth >= kMaxNesting) {
-        warnOfDepth();
+        warnOfDepth(item->getLine());
         return true;
     }
+    if (tag)
+        m_mistakes.checkAttributes(item);
     (tag ? tag->read : guiReadBy<&guiHtmlParser::pullUnknown>)(*this, parent, item);
     m_lastWasBlock = traits & kTagBlock;
     return traits & kTagFollowed;
@@ -167,18 +170,15 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
 
 void guiHtmlParser::pullUnknown(guiHtml* parent, mlSection* section)
 {
-    velaLog("guiHtmlParser::pullContent() - ignoring unrecognized tag <%s> (warning)\n",
-            velaPrintable(section->getName()).c_str());
+    m_mistakes.addUnknownTag(section);
     pullContent(parent, section);
 }
 
-void guiHtmlParser::warnOfDepth()
+void guiHtmlParser::warnOfDepth(unsigned line)
 {
-    if (m_warnedOfDepth)
-        return;
-    m_warnedOfDepth = true;
-    velaLog("guiHtmlParser::pullContent() - elements nested deeper than %u levels are flattened (warning)\n",
-            kMaxNesting);
+    if (!std::exchange(m_warnedOfDepth, true) && m_mistakes.mayAdd())
+        m_mistakes.add("elements nested deeper than " + std::to_string(kMaxNesting) + " levels are flattened (warning)",
+                       line);
 }
 
 void guiHtmlParser::pullNothing(guiHtml*, mlSection*) {}

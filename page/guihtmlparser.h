@@ -8,6 +8,7 @@
 
 #include "foundation/vela-string.h"
 #include "page/guihtml.h"
+#include "page/guipagemistakes.h"
 
 #include <memory>
 #include <typeindex>
@@ -32,8 +33,9 @@ public:
 class guiHtmlParser
 {
 public:
-    /// `parser` (not owned) holds the page; relative names in it start from `directory`.
-    guiHtmlParser(mlParser* parser, sstring const& directory);
+    /// `parser` (not owned) holds the page; relative names in it start from `directory`. `file`: the full name of the
+    /// file that the page comes from, which messages name; "" for other text.
+    guiHtmlParser(mlParser* parser, sstring const& directory, sstring const& file = sstring());
     ~guiHtmlParser();
     guiHtmlParser(guiHtmlParser const&) = delete;
     guiHtmlParser& operator=(guiHtmlParser const&) = delete;
@@ -66,8 +68,10 @@ public:
     /// Number of open elements, including those around the page's node. A reader that recurses by itself adds its own
     /// levels to this and stops at kMaxNesting.
     unsigned depth() const { return m_depth; }
-    /// Logs, once for each page, that elements are nested deeper than kMaxNesting and are flattened.
-    void warnOfDepth();
+    /// What is wrong in the page, for readers that find something.
+    guiPageMistakes& mistakes() { return m_mistakes; }
+    /// Logs, once for each page, that elements are nested deeper than kMaxNesting and are flattened. `line`: of the first.
+    void warnOfDepth(unsigned line);
     /// The readers' data of this type; made on the first call.
     template <typename State>
     State& state()
@@ -137,9 +141,9 @@ public:
 
     // ---- Colours and sizes ----
 
-    /// "#RRGGBB" for one of the sixteen names, any other text unchanged.
+    /// "#RRGGBB" for a name, any other text unchanged.
     static sstring convColorToHex(sstring const& color);
-    /// The colour of a name or of "#" and six hexadecimal digits; Black for anything else.
+    /// The colour of a name or of "#" and three or six hexadecimal digits; Black for anything else.
     static guiColor convColorToStruct(sstring const& color);
     /// Whether the text is a colour; stores it in that case.
     static bool readColor(sstring const& color, guiColor* out);
@@ -200,6 +204,7 @@ private:
 
     mlParser* m_parser;
     sstring m_directory;
+    guiPageMistakes m_mistakes;
     sstring m_link;     // "" outside a hyperlink
     sstring m_fontCode; // "" outside a font element
     unsigned m_listDepth = 0;

@@ -5,6 +5,27 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guipagehost.h"
 
+namespace {
+
+sstring theOrigin; // of the innermost guiPageOrigin; "" once it was taken
+
+} // namespace
+
+guiPageOrigin::guiPageOrigin(sstring const& file) : m_outer(theOrigin)
+{
+    assertOnGuiThread();
+    theOrigin = file;
+}
+
+guiPageOrigin::~guiPageOrigin() { theOrigin = m_outer; }
+
+sstring guiPageOrigin::take()
+{
+    sstring const file = theOrigin;
+    theOrigin = sstring();
+    return file;
+}
+
 int guiPageFile::read(ScriptObject* owner)
 {
     assertOnGuiThread();

@@ -7,6 +7,22 @@
 class guiPageRoot;
 class ScriptObject;
 
+/// While it lives, the next page text that a node is given comes from this file. GUI thread.
+class guiPageOrigin
+{
+public:
+    explicit guiPageOrigin(sstring const& file);
+    ~guiPageOrigin();
+    guiPageOrigin(guiPageOrigin const&) = delete;
+    guiPageOrigin& operator=(guiPageOrigin const&) = delete;
+
+    /// The file of the text that is given now, "" when it comes from script. Only the first asker is told.
+    static sstring take();
+
+private:
+    sstring m_outer;
+};
+
 /// The file of one page while it is loaded. A failure is logged in one line that begins with the name of the caller.
 /// GUI thread.
 class guiPageFile

@@ -44,6 +44,15 @@ guiTagTable::entry const* guiTagTable::find(sstring const& word) const
     return find(word.getUnicode(), word.getLength());
 }
 
+std::vector<std::string_view> guiTagTable::words() const
+{
+    std::vector<std::string_view> sorted;
+    for (auto const& each : m_entries)
+        sorted.push_back(each.first);
+    std::sort(sorted.begin(), sorted.end());
+    return sorted;
+}
+
 guiTagTable& guiTags()
 {
     static auto& table = *new guiTagTable; // never destroyed: the GUI thread still parses while the process exits

@@ -4,6 +4,7 @@
 
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 class guiHtml;
 class guiHtmlParser;
@@ -39,8 +40,8 @@ public:
     /// Without regard to case; null for an unknown word.
     entry const* find(unsigned short const* units, unsigned length) const;
     entry const* find(sstring const& word) const;
-    /// Every word, in no particular order.
-    std::unordered_map<std::string_view, entry> const& entries() const { return m_entries; }
+    /// Every word, in order.
+    std::vector<std::string_view> words() const;
 
     static constexpr unsigned kLongestWord = 16;
 

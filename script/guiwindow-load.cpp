@@ -40,7 +40,7 @@ int apply(guiHtmlBase& root, guiPageFile& file)
     datastream stream(file.text());
     file.text() = sstring(); // the stream has its own copy
     mlParser markup(&stream);
-    guiHtmlParser page(&markup, guiDirectoryOf(file.path()));
+    guiHtmlParser page(&markup, guiDirectoryOf(file.path()), file.path());
     int result = page.pullWindow(&root);
     if (!page.hasContent())
         velaLog("GuiWindow::load() - unable to find <body> or <html> tag in %s; probably not HTML\n",

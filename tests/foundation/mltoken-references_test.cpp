@@ -52,8 +52,25 @@ TEST(References, NamesAreCaseSensitiveAndMayBeginALongerWord)
 {
     EXPECT_EQ(decoded(u"&EACUTE;"), u"&EACUTE;");
     EXPECT_EQ(decoded(u"&Eacute;&eacute;"), u"\u00C9\u00E9");
-    EXPECT_EQ(decoded(u"&notin;"), u"\u00ACin;");
+    EXPECT_EQ(decoded(u"&notit;"), u"\u00ACit;");
     EXPECT_EQ(decoded(u"&ltx"), u"<x");
+}
+
+TEST(References, TheOthersOfHtml4WithTheirSemicolonOnly)
+{
+    EXPECT_EQ(decoded(u"&alpha;&Omega;&mdash;&hellip;&euro;&trade;&there4;&spades;&OElig;&thetasym;"),
+              u"\u03B1\u03A9\u2014\u2026\u20AC\u2122\u2234\u2660\u0152\u03D1");
+    EXPECT_EQ(decoded(u"&notin;&not;&sup;&sup2;"), u"\u2209\u00AC\u2283\u00B2") << "the whole name counts";
+    EXPECT_EQ(decoded(u"&alpha &mdash. &ALPHA; &alphax;"), u"&alpha &mdash. &ALPHA; &alphax;");
+    EXPECT_EQ(mlReferenceNames().size(), 252U + 1U) << "those of HTML 4, and apos";
+}
+
+TEST(References, UnknownNamesAreTold)
+{
+    std::u16string text = u"&foo; &amp; &bar &b-z; &; &#x; &Bat1;";
+    std::vector<std::string> unknown;
+    decodeReferences(reinterpret_cast<unsigned short*>(text.data()), static_cast<unsigned int>(text.size()), &unknown);
+    EXPECT_EQ(unknown, (std::vector<std::string>{"foo", "Bat1"}));
 }
 
 TEST(References, NumbersGiveTheirCode)

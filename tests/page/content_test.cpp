@@ -108,7 +108,7 @@ TEST(PageFormatting, FontWritesColourFaceAndSize)
 TEST(PageFormatting, ALineBreakIsNeverClosedWhoeverWritesItsCode)
 {
     EXPECT_EQ(outlineOf("a<font face=br>x</font>y"), "'a[[br]]xy'");
-    EXPECT_EQ(outlineOf("a<font color=br face=Arial>x</font>y"), "'a[[br]][[Arial]]x[[/Arial]]y'");
+    EXPECT_EQ(outline(parsePage("a<font color=br face=Arial>x</font>y").root.get()), "'a[[br]][[Arial]]x[[/Arial]]y'");
     EXPECT_EQ(outlineOf("a<font face=br size=3>x</font>y"), "'a[[br,12]]x[[/br,12]]y'");
 }
 TEST(PageFormatting, AnAttributeWithoutAValueIsOne)

@@ -1,6 +1,8 @@
 // tests/pages/pagescan.cpp: see pagescan.h.
 #include "tests/pages/pagescan.h"
 
+#include <QString>
+#include <QTextDocumentFragment>
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -233,6 +235,19 @@ bool scanner::isInBody() const
            std::none_of(body, m_open.end(), [](std::string const& name) { return isOneOf(name, kSkippedTags); });
 }
 
+/// What the toolkit's own reader of markup makes of a name before a semicolon, for characters beyond Latin-1.
+std::pair<char16_t, std::size_t> readSymbol(view text)
+{
+    constexpr std::size_t kLongest = 8; // thetasym
+    std::size_t const end = text.substr(0, kLongest + 1).find(u';');
+    if (end == view::npos)
+        return {u'&', 0};
+    QString const markup = '&' + QString::fromUtf16(text.data(), qsizetype(end)) + ';';
+    QString const read = QTextDocumentFragment::fromHtml(markup).toPlainText();
+    bool const isSymbol = read.size() == 1 && read.at(0).unicode() > 255;
+    return {read.isEmpty() ? u'&' : read.at(0).unicode(), isSymbol ? end : 0};
+}
+
 /// The character that a reference stands for, and how many units it takes behind the "&"; 0 units for none.
 std::pair<char16_t, std::size_t> readReference(view text)
 {
@@ -252,6 +267,8 @@ std::pair<char16_t, std::size_t> readReference(view text)
             code = code * 10 + (text[at] - u'0');
         return {static_cast<char16_t>(code), at > 1 ? at : 0};
     }
+    if (auto const symbol = readSymbol(text); symbol.second)
+        return symbol;
     for (std::size_t i = 0; i < kEntities.size(); ++i) {
         std::string const name = kEntities[i];
         if (text.starts_with(std::u16string(name.begin(), name.end())))

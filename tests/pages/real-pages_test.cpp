@@ -144,12 +144,15 @@ std::vector<std::string> warnedTags(std::string const& log)
     std::vector<std::string> tags;
     std::istringstream lines(log);
     for (std::string line; std::getline(lines, line);)
-        if (line.starts_with(kWarning) && line.ends_with("> (warning)"))
-            tags.push_back(line.substr(sizeof kWarning - 1, line.size() - sizeof kWarning + 1 - 11));
-        else if (line.starts_with("guiHtmlParser"))
+        if (line.starts_with(kWarning))
+            tags.push_back(line.substr(sizeof kWarning - 1, line.find("> (warning) in /") - sizeof kWarning + 1));
+        else if (line.starts_with("guiHtmlParser") && line.find("(warning)") == std::string::npos)
             tags.push_back("line: " + line);
     return tags;
 }
+
+/// Whether more was wrong with the page than is logged of one.
+bool isCut(std::string const& log) { return log.find(" more mistakes in /") != std::string::npos; }
 
 /// Lines that tell where a page stops being one.
 int syntaxErrors(std::string const& log)
@@ -189,7 +192,10 @@ void expectWhole(NativeHost& host, fs::path const& path)
     if (isAsciiOnly)
         expected.text = asciiOf(expected.text);
     EXPECT_EQ(textDifference(isAsciiOnly ? asciiOf(theSeenPage.text) : theSeenPage.text, expected.text), "");
-    EXPECT_EQ(warnedTags(log), expected.unknownTags);
+    auto const tags = warnedTags(log);
+    if (isCut(log) && tags.size() < expected.unknownTags.size())
+        expected.unknownTags.resize(tags.size());
+    EXPECT_EQ(tags, expected.unknownTags);
 }
 
 std::vector<fs::path> pagesBelow(fs::path const& folder)

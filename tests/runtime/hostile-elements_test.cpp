@@ -10,9 +10,6 @@ namespace {
 using namespace std::string_literals;
 using hostilePage = hostilePageIn<PageWindow>;
 
-constexpr char kDepthWarning[] =
-    "guiHtmlParser::pullContent() - elements nested deeper than 1000 levels are flattened (warning)\n";
-
 TEST(HostileDepth, EveryTagMayBeNestedAsDeeplyAsAPageLikes)
 {
     // The depth at which nothing is left to a level of its own, twenty times over.
@@ -24,7 +21,7 @@ TEST(HostileDepth, EveryTagMayBeNestedAsDeeplyAsAPageLikes)
         SCOPED_TRACE(tag);
         budget const limit(3, 150);
         hostilePage const page(repeated("<" + tag + " name=x>", kDeep) + "core");
-        EXPECT_TRUE(page.log().empty() || page.log() == kDepthWarning) << page.log().substr(0, 300);
+        EXPECT_EQ(withoutMistakes(page.log()), "");
         EXPECT_EQ(page.text(), "core");
         EXPECT_LE(page.deepest(), 1000u);
     }
@@ -55,7 +52,7 @@ TEST(HostileNumbers, TheHighestSizesAndPercentagesEverywhereAtOnce)
                                  "></td>";
         hostilePage page("<body" + attributes + " scrolling><table" + attributes + ">" + repeated(cell, 20) + "<tr>" +
                          repeated(cell, 20) + "</table></body>");
-        EXPECT_EQ(page.log(), "");
+        EXPECT_EQ(withoutMistakes(page.log()), "");
         EXPECT_TRUE(page.isWithinBounds());
     }
 }
@@ -113,7 +110,7 @@ TEST(HostileNumbers, EveryAttributeOfEveryTagTakesEveryNumber)
                                              : number;
                 std::string const markup = tag.before + name + "=\"" + list + "\"" + tag.after;
                 hostilePage page(markup);
-                ASSERT_EQ(page.log(), "") << markup;
+                ASSERT_EQ(withoutMistakes(page.log()), "") << markup;
                 ASSERT_TRUE(page.isWithinBounds()) << markup;
                 page.layOut(1, 1);
                 ASSERT_TRUE(page.isWithinBounds()) << markup << " at one pixel";

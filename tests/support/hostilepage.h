@@ -29,6 +29,8 @@ private:
 std::string hostileSetText(guiHtml& root, std::string const& markup);
 /// Reads a page as a window loads it from a file; the same.
 std::string hostileLoad(guiPageRoot& root, std::string markup);
+/// The lines that are not about what the author of the page has written wrong (guipagemistakes.h).
+std::string withoutMistakes(std::string const& log);
 /// Whether every rectangle and every computed size is one that a toolkit can work with.
 bool isPageWithinBounds(guiHtml* root);
 /// All text runs one after the other, without their codes.

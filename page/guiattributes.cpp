@@ -1,0 +1,121 @@
+// page/guiattributes.cpp: see the header.
+#include "page/guiattributes.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace {
+
+using kinds = std::unordered_map<std::string_view, guiAttributeKind>;
+
+kinds const& attributes()
+{
+    static kinds const all = {
+        {"accept-charset", kAttributeText},
+        {"action", kAttributeText},
+        {"align", kAttributeText},
+        {"alink", kAttributeColor},
+        {"alt", kAttributeText},
+        {"background", kAttributeText},
+        {"bgcolor", kAttributeColor},
+        {"border", kAttributeLength},
+        {"bordercolor", kAttributeColor},
+        {"bordercolordark", kAttributeColor},
+        {"bordercolorlight", kAttributeColor},
+        {"caption", kAttributeText},
+        {"cellpadding", kAttributeLength},
+        {"cellspacing", kAttributeLength},
+        {"charset", kAttributeText},
+        {"checked", kAttributeText},
+        {"classid", kAttributeText},
+        {"collapsed", kAttributeText},
+        {"color", kAttributeColor},
+        {"cols", kAttributeText},
+        {"content", kAttributeText},
+        {"coords", kAttributeText},
+        {"dir", kAttributeText},
+        {"disabled", kAttributeText},
+        {"edit", kAttributeText},
+        {"enctype", kAttributeText},
+        {"face", kAttributeText},
+        {"frameborder", kAttributeText},
+        {"framespacing", kAttributeLength},
+        {"height", kAttributeLength},
+        {"href", kAttributeText},
+        {"http-equiv", kAttributeText},
+        {"lang", kAttributeText},
+        {"link", kAttributeColor},
+        {"loop", kAttributeText},
+        {"looped", kAttributeText},
+        {"maxheight", kAttributeLength},
+        {"maxlength", kAttributeNumber},
+        {"maxwidth", kAttributeLength},
+        {"method", kAttributeText},
+        {"minheight", kAttributeLength},
+        {"minwidth", kAttributeLength},
+        {"multiple", kAttributeText},
+        {"name", kAttributeText},
+        {"noresize", kAttributeText},
+        {"noshade", kAttributeText},
+        {"onchange", kAttributeText},
+        {"onclick", kAttributeText},
+        {"onmousedown", kAttributeText},
+        {"onmouseout", kAttributeText},
+        {"onmouseover", kAttributeText},
+        {"onmouseup", kAttributeText},
+        {"onselect", kAttributeText},
+        {"parent", kAttributeText},
+        {"pause", kAttributeText},
+        {"paused", kAttributeText},
+        {"rows", kAttributeText},
+        {"scrolling", kAttributeText},
+        {"selected", kAttributeText},
+        {"shape", kAttributeText},
+        {"size", kAttributeNumber},
+        {"src", kAttributeText},
+        {"tabindex", kAttributeNumber},
+        {"target", kAttributeText},
+        {"text", kAttributeText},
+        {"title", kAttributeText},
+        {"type", kAttributeText},
+        {"unchecked", kAttributeText},
+        {"usemap", kAttributeText},
+        {"usesystemfont", kAttributeText},
+        {"valign", kAttributeText},
+        {"value", kAttributeText},
+        {"width", kAttributeLength},
+    };
+    return all;
+}
+
+/// "text2" is an attribute like "text".
+std::string_view withoutNumber(std::string_view name)
+{
+    while (name.size() > 1 && name.back() >= '0' && name.back() <= '9')
+        name.remove_suffix(1);
+    return name;
+}
+
+} // namespace
+
+guiAttributeKind const* guiFindAttribute(std::string_view tag, std::string_view name)
+{
+    static constexpr guiAttributeKind kColor = kAttributeColor;
+    if (tag == "body" && name == "text")
+        return &kColor;
+    auto const found = attributes().find(name);
+    if (found != attributes().end())
+        return &found->second;
+    std::string_view const plain = withoutNumber(name);
+    bool const isNumbered = plain.size() < name.size() && (plain == "text" || plain == "width" || plain == "align");
+    return isNumbered ? &attributes().at(plain) : nullptr;
+}
+
+std::vector<std::string_view> guiAttributeNames()
+{
+    std::vector<std::string_view> names;
+    for (auto const& [name, kind] : attributes())
+        names.push_back(name);
+    std::sort(names.begin(), names.end());
+    return names;
+}

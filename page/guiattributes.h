@@ -1,0 +1,21 @@
+// page/guiattributes.h: the attributes of the page language, for telling an author about mistakes. Reading a page does
+// not need it.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+/// What an attribute holds.
+enum guiAttributeKind
+{
+    kAttributeText,   ///< anything
+    kAttributeColor,  ///< see guicolortext.h
+    kAttributeLength, ///< pixels, or percent
+    kAttributeNumber, ///< a number, maybe with a sign
+};
+
+/// The kind of an attribute; null for a name that no element has. `tag` and `name` in lower case.
+guiAttributeKind const* guiFindAttribute(std::string_view tag, std::string_view name);
+
+/// The names of all attributes, but numbered ones such as "text2". They live as long as the program.
+std::vector<std::string_view> guiAttributeNames();

@@ -1,0 +1,9 @@
+// page/guinearest.h: the known word that was probably meant by an unknown one.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+/// The word of `known` that takes the fewest changes to reach from `word`: letters put in, left out, replaced or
+/// swapped with their neighbour. "" when all take more than a third of its letters. Case counts.
+std::string_view guiNearestWord(std::string_view word, std::vector<std::string_view> const& known);

@@ -1,0 +1,139 @@
+// page/guipagemistakes.cpp: see the header.
+#include "page/guipagemistakes.h"
+
+#include "foundation/vela-log.h"
+#include "foundation/vela-mlentities.h"
+#include "foundation/vela-mlparser.h"
+#include "page/guiattributes.h"
+#include "page/guicolortext.h"
+#include "page/guinearest.h"
+#include "page/guitagtable.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace {
+
+constexpr unsigned kShownUnits = 60; // a value is shown so far
+
+std::string lowerCase(sstring const& text)
+{
+    std::string lower = velaPrintable(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return lower;
+}
+
+std::string shown(sstring const& text)
+{
+    if (text.getLength() <= kShownUnits)
+        return velaPrintable(text);
+    return velaPrintable(text.subString(0, kShownUnits)) + "...";
+}
+
+std::string quoted(sstring const& text) { return '"' + shown(text) + '"'; }
+
+/// Whether the text is a number, maybe with a sign before it or a unit behind it.
+bool isNumber(std::string_view text)
+{
+    std::size_t const at = text.find_first_not_of(" \t\r\n+-");
+    return at != std::string_view::npos && text[at] >= '0' && text[at] <= '9';
+}
+
+/// What is wrong with a value, "" when nothing is. An attribute without a value says nothing.
+char const* problemOf(guiAttributeKind kind, sstring const& value)
+{
+    guiColor color;
+    if (value.getLength() == 0 || kind == kAttributeText)
+        return "";
+    if (kind == kAttributeColor)
+        return guiReadColor(value, &color) ? "" : "a color";
+    return isNumber(velaPrintable(value)) ? "" : "a number";
+}
+
+constexpr char kCaller[] = "guiHtmlParser::pullContent() - ";
+
+} // namespace
+
+guiPageMistakes::~guiPageMistakes()
+{
+    if (m_count <= kMostLines)
+        return;
+    velaLog("%s%u more mistakes%s%s are not shown (warning)\n", kCaller, m_count - kMostLines,
+            m_file.getLength() ? " in " : "", velaPrintable(m_file).c_str());
+}
+
+void guiPageMistakes::add(std::string const& message, unsigned line, std::string_view meant)
+{
+    assert(m_count > 0 && m_count <= kMostLines);
+    std::string text = kCaller + message;
+    if (m_file.getLength()) {
+        text += " in " + velaPrintable(m_file);
+        if (line != 0)
+            text += ':' + std::to_string(line);
+        if (!meant.empty())
+            text += "; did you mean " + std::string(meant) + '?';
+    }
+    velaLog("%s\n", text.c_str());
+}
+
+void guiPageMistakes::addUnknownTag(mlSection* section)
+{
+    if (!mayAdd())
+        return;
+    std::string const name = lowerCase(section->getName());
+    std::string_view const nearest = guiNearestWord(name, guiTags().words());
+    std::string const meant = nearest.empty() ? std::string() : '<' + std::string(nearest) + '>';
+    add("ignoring unrecognized tag <" + velaPrintable(section->getName()) + "> (warning)", section->getLine(), meant);
+}
+
+void guiPageMistakes::addUnknownWord(mlSection* section, char const* attribute,
+                                     std::vector<std::string_view> const& words)
+{
+    if (!mayAdd())
+        return;
+    mlAttr* attr = section->findAttr(attribute);
+    if (!attr) {
+        add("<" + velaPrintable(section->getName()) + "> without " + attribute + " is ignored (warning)",
+            section->getLine());
+        return;
+    }
+    add("ignoring <" + velaPrintable(section->getName()) + "> of unknown " + attribute + " " + quoted(attr->getRHS()) +
+            " (warning)",
+        attr->getLine(), guiNearestWord(lowerCase(attr->getRHS()), words));
+}
+
+void guiPageMistakes::addUnknownReference(std::string const& name, unsigned line)
+{
+    if (!mayAdd())
+        return;
+    std::string_view const nearest = guiNearestWord(name, mlReferenceNames());
+    std::string const meant = nearest.empty() ? std::string() : '&' + std::string(nearest) + ';';
+    add("unknown character reference &" + name + "; stays as it is (warning)", line, meant);
+}
+
+void guiPageMistakes::checkAttributes(mlSection* section)
+{
+    unsigned const count = section->getAttrCount();
+    if (count == 0 || section->getType() != kTagOrdinary)
+        return; // the words of a declaration are no attributes
+    std::string const tag = lowerCase(section->getName());
+    for (unsigned i = 0; i < count; ++i)
+        checkAttribute(tag, *section->getAttr(i));
+}
+
+void guiPageMistakes::checkAttribute(std::string_view tag, mlAttr const& attr)
+{
+    sstring const written = attr.getLHS();
+    std::string const name = lowerCase(written);
+    guiAttributeKind const* kind = guiFindAttribute(tag, name);
+    char const* const wanted = kind ? problemOf(*kind, attr.getRHS()) : "";
+    if ((kind && !*wanted) || !mayAdd())
+        return;
+    std::string const element = " of <" + std::string(tag) + ">";
+    if (kind)
+        add(name + '=' + quoted(attr.getRHS()) + element + " is not " + wanted + " (warning)", attr.getLine());
+    else
+        add("ignoring unknown attribute " + shown(written) + element + " (warning)", attr.getLine(),
+            guiNearestWord(name, guiAttributeNames()));
+}
