@@ -25,10 +25,7 @@ void NodeMethodNames::untrack(NodeObject& object)
 void NodeMethodNames::publish()
 {
     m_fresh.clear();
-    std::vector<NodeObjectRef> objects;
-    for (auto object : m_tracked)
-        objects.emplace_back(object);
-    publishEach(objects);
+    publishEach({m_tracked.begin(), m_tracked.end()});
 }
 
 void NodeMethodNames::publishFresh(NodeObject* self)
@@ -36,10 +33,7 @@ void NodeMethodNames::publishFresh(NodeObject* self)
     auto fresh = std::exchange(m_fresh, {});
     for (auto object = self; object; object = object->owner())
         fresh.insert(object);
-    std::vector<NodeObjectRef> objects;
-    for (auto object : fresh)
-        objects.emplace_back(object);
-    publishEach(objects);
+    publishEach({fresh.begin(), fresh.end()});
 }
 
 /// Looking at an object may run script, that of a Proxy: objects may come and go meanwhile, so the caller keeps these.
