@@ -270,6 +270,7 @@ void guiHtmlControlFlex::deleteRow(std::unique_ptr<guiCheckListItem> row)
 void guiHtmlControlFlex::moveChildrenToTop(guiCheckListItem* row)
 {
     std::vector<std::pair<QTreeWidgetItem*, bool>> rows;
+    rows.reserve(static_cast<std::size_t>(row->childCount()));
     for (int i = 0; i < row->childCount(); ++i)
         rows.emplace_back(row->child(i), row->child(i)->isExpanded());
     m_listView->addTopLevelItems(row->takeChildren());

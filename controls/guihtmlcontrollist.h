@@ -85,7 +85,7 @@ private:
 
     int currentRow() const;
     bool isRowSelected(int row) const;
-    void setChosen(guiHtmlControlListEntry& entry, bool on);
+    void setChosen(guiHtmlControlListEntry& chosen, bool on);
     guiHtmlControlListEntry const* selectedEntry() const;
     void saveSelection();
     void restoreSelection();

@@ -76,8 +76,7 @@ int guiHtmlControlMenu::calcDynamicLayout()
 
 void guiHtmlControlMenu::setRect(guiRect* rect)
 {
-    guiHtml::setRect(rect);
-    createChildWidget();
+    guiHtmlControl::setRect(rect);
     placeMenuBar();
 }
 

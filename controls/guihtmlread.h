@@ -24,9 +24,9 @@ struct guiObjectClass
     guiObjectClass(char const* name, guiTagReader reader) { guiObjectClasses().add(name, reader); }
 };
 
-/// Appends a control, which `parent` then owns, and reads what all controls have: name, mouse events, size, tab index,
-/// `disabled`.
-void pullControl(guiHtmlParser& parser, guiHtml* parent, std::unique_ptr<guiHtml> control, mlSection* section);
+/// Appends a new control, which `parent` then owns, and reads what all controls have: name, mouse events, size, tab
+/// index, `disabled`.
+void pullControl(guiHtmlParser& parser, guiHtml* parent, std::unique_ptr<guiHtml> made, mlSection* section);
 
 /// Makes a control and does the same. Returns the control, which `parent` owns.
 template <typename Control>

@@ -25,7 +25,7 @@ bool isSound(sstring const& name)
 /// Waits until the event is set or the time has passed.
 void waitAtMost(pevent* event, unsigned milliseconds)
 {
-    timespec deadline;
+    timespec deadline = {};
     clock_gettime(CLOCK_REALTIME, &deadline);
     deadline.tv_sec += static_cast<time_t>(milliseconds / 1000);
     deadline.tv_nsec += static_cast<long>(milliseconds % 1000) * 1'000'000;

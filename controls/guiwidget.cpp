@@ -291,7 +291,7 @@ void guiWidget::resizeEvent(QResizeEvent* event)
     }
     if (livePage() && livePage()->getPendingFocus().getLength() != 0)
         livePage()->setFocus(livePage()->getPendingFocus());
-    QWidget::resizeEvent(event);
+    QDialog::resizeEvent(event);
 }
 
 void guiWidget::showEvent(QShowEvent* event)

@@ -18,12 +18,12 @@ public:
     };
 
     /// At the end of the list, or of the rows under `parent`.
-    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidget* parent, QString const& text, indicatorKind indicator);
-    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidgetItem* parent, QString const& text, indicatorKind indicator);
+    guiCheckListItem(guiHtmlControlFlex* list, QTreeWidget* parent, QString const& text, indicatorKind indicator);
+    guiCheckListItem(guiHtmlControlFlex* list, QTreeWidgetItem* parent, QString const& text, indicatorKind indicator);
     /// Directly after the row `after`.
-    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidget* parent, QTreeWidgetItem* after, QString const& text,
+    guiCheckListItem(guiHtmlControlFlex* list, QTreeWidget* parent, QTreeWidgetItem* after, QString const& text,
                      indicatorKind indicator);
-    guiCheckListItem(guiHtmlControlFlex* owner, QTreeWidgetItem* parent, QTreeWidgetItem* after, QString const& text,
+    guiCheckListItem(guiHtmlControlFlex* list, QTreeWidgetItem* parent, QTreeWidgetItem* after, QString const& text,
                      indicatorKind indicator);
     ~guiCheckListItem() override;
 

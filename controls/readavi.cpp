@@ -16,9 +16,9 @@ constexpr unsigned kList = BuildFCC('L', 'I', 'S', 'T');
 
 struct chunk
 {
-    unsigned id;
-    std::size_t data; // where its bytes begin
-    std::size_t size;
+    unsigned id = 0;
+    std::size_t data = 0; // where its bytes begin
+    std::size_t size = 0;
 
     std::size_t end() const { return data + size; }
 };

@@ -82,7 +82,7 @@ public:
 
 private:
     bool m_isBlocking = false;
-    sigset_t m_previous;
+    sigset_t m_previous = {};
 };
 
 template <class Element>

@@ -7,10 +7,10 @@
 #include <pthread.h>
 
 /// The function that a managed thread runs.
-typedef intptr_t (*ManagedRoutine)(intptr_t argument);
+using ManagedRoutine = intptr_t (*)(intptr_t argument);
 /// Called on the ending thread while the table is locked: it must neither create managed threads nor register
 /// callbacks.
-typedef void (*OnDestroyCallback)(void* data, pthread_t thread);
+using OnDestroyCallback = void (*)(void* data, pthread_t thread);
 
 /// Returned instead of a thread id when no thread could be created.
 constexpr pthread_t kNoThread = static_cast<pthread_t>(-1);

@@ -6,5 +6,5 @@ void Debug_Print(char const* format, ...) __attribute__((format(printf, 1, 2)));
 
 /// Sets the function that receives every message from now on; null, the initial state, discards them. The receiver may
 /// be called on any thread. Returns the previous one.
-typedef void (*DebugReceiver)(char const* message);
+using DebugReceiver = void (*)(char const* message);
 DebugReceiver Debug_SetReceiver(DebugReceiver receiver);

@@ -39,7 +39,7 @@ Entry makeEntry(DIR* directory, char const* name)
         return nullptr;
     assert(std::strlen(name) < sizeof entry->name);
     std::strncpy(entry->name, name, sizeof entry->name - 1);
-    struct stat status;
+    struct stat status = {};
     if (fstatat(dirfd(directory), name, &status, 0) == 0 && S_ISDIR(status.st_mode))
         entry->isDirectory = kDirectoryBit;
     return entry;

@@ -3,12 +3,21 @@
 
 #include "foundation/vela-fileio.h"
 
+#include <cassert>
+#include <cerrno>
+
 /// Call at the start of a function: clears errno, so that no old error remains after a success.
 void beginFileCall();
 /// Call at the end of a function: stores errno as the last error and returns `succeeded`.
 int endFileCall(bool succeeded);
 /// Call when a function fails: stores the error and returns 0.
-int failFileCall(int error);
+inline int failFileCall(int error)
+{
+    assert(error != 0);
+    errno = error;
+    endFileCall(false);
+    return 0;
+}
 /// Returns 0 if the path is neither null nor empty nor too long, otherwise the error.
 int pathError(char const* path);
 

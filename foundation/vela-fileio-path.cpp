@@ -28,13 +28,6 @@ int endFileCall(bool succeeded)
     return succeeded;
 }
 
-int failFileCall(int error)
-{
-    assert(error != 0);
-    errno = error;
-    return endFileCall(false);
-}
-
 int pathError(char const* path)
 {
     if (!path || !*path)
@@ -87,7 +80,7 @@ int FileIO_GetSizeA(char const* path, unsigned long* size)
 {
     if (!size)
         return failFileCall(EINVAL);
-    struct stat status;
+    struct stat status = {};
     if (!callWithPath(path, [&](char const* valid) { return stat(valid, &status); }))
         return 0;
     *size = static_cast<unsigned long>(status.st_size);
@@ -96,7 +89,7 @@ int FileIO_GetSizeA(char const* path, unsigned long* size)
 
 int FileIO_FileExistsA(char const* path)
 {
-    struct stat status;
+    struct stat status = {};
     return callWithPath(path, [&](char const* valid) { return stat(valid, &status); });
 }
 
@@ -107,7 +100,7 @@ int FileIO_IsFileReadableA(char const* path)
 
 int FileIO_DirectoryExistsA(char const* path)
 {
-    struct stat status;
+    struct stat status = {};
     if (!callWithPath(path, [&](char const* valid) { return stat(valid, &status); }))
         return 0;
     return S_ISDIR(status.st_mode) ? 1 : failFileCall(ENOTDIR);

@@ -26,7 +26,7 @@ std::string_view nextDirectory(std::string_view& list)
     assert(!list.empty());
     size_t const colon = list.find(':');
     std::string_view const directory = list.substr(0, colon);
-    list.remove_prefix(colon == list.npos ? list.size() : colon + 1);
+    list.remove_prefix(colon == std::string_view::npos ? list.size() : colon + 1);
     return directory;
 }
 

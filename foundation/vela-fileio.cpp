@@ -51,7 +51,7 @@ OpenPlan planFor(ENU_FILE_OPEN mode)
 /// The descriptor, or -1 with errno set.
 int openDescriptor(char const* path, OpenPlan const& plan)
 {
-    struct stat status;
+    struct stat status = {};
     bool exists = stat(path, &status) == 0;
     if (exists && plan.deletesExisting) {
         if (unlink(path) != 0)
@@ -220,7 +220,7 @@ int FileIO_GetSizeA(FILEDATA* file, unsigned long* size)
     beginFileCall();
     if (!file || !size)
         return failFileCall(EINVAL);
-    struct stat status;
+    struct stat status = {};
     if (fstat(file->descriptor, &status) != 0)
         return endFileCall(false);
     *size = static_cast<unsigned long>(status.st_size);
@@ -232,7 +232,7 @@ int FileIO_GetLastMod(FILEDATA* file, tm* time)
     beginFileCall();
     if (!file || !time)
         return failFileCall(EINVAL);
-    struct stat status;
+    struct stat status = {};
     bool const known = fstat(file->descriptor, &status) == 0 && localtime_r(&status.st_mtime, time);
     return endFileCall(known);
 }

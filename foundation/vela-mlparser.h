@@ -90,7 +90,7 @@ private:
     void requireStream() const;
     [[noreturn]] void fail(mlParseErrorCode code) const;
     bool parseNextSection();
-    void parseItem(mlTokenType opener);
+    void parseItem(mlTokenType type);
     void parseTag(mlTagType type);
     void parseAttributes(mlSection* section);
     bool parseAttribute();

@@ -40,7 +40,7 @@ struct mlText
     unsigned short* outOfLine() const
     {
         assert(isOutOfLine()); // otherwise `storage` holds the units themselves
-        unsigned short* pointer;
+        unsigned short* pointer = nullptr;
         std::memcpy(&pointer, storage, sizeof pointer);
         return pointer;
     }
@@ -82,13 +82,6 @@ public:
     /// Sets the locale of the strings, of which a copy is kept; null for the process default.
     void setLocale(LOCALE* wanted);
 
-    /// Takes ownership of a section that was made outside any parser.
-    void adopt(mlSection* section)
-    {
-        assert(section);
-        m_adopted.push_back(section);
-    }
-
 private:
     friend class mlAttr;
     friend class mlSection;
@@ -117,7 +110,8 @@ private:
     uint32_t m_nameCount = 0;
     LOCALE* m_locale = nullptr; // m_ownLocale or the system locale; null: the process default
     LOCALE m_ownLocale{};
-    velaArray<mlSection*> m_adopted;
-    bool m_isOneAttr = false; // belongs to an attribute outside any section
-    mlParser* m_parser;       // of the sections in this pool; null for a section that was made outside any parser
+    mlSection* m_adopted = nullptr;     // the first of the sections with pools of their own that go with this pool
+    mlSection* m_nextAdopted = nullptr; // the one behind the section that has this pool, in the list of another pool
+    bool m_isOneAttr = false;           // belongs to an attribute outside any section
+    mlParser* m_parser; // of the sections in this pool; null for a section that was made outside any parser
 };

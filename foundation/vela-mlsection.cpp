@@ -56,7 +56,8 @@ mlAttr::mlAttr(mlAttr const& other) : mlAttr()
 
 mlAttr& mlAttr::operator=(mlAttr const& other)
 {
-    copyContent(other);
+    if (this != &other)
+        copyContent(other);
     return *this;
 }
 
@@ -99,9 +100,9 @@ sstring mlAttr::toString() const
     return writer.result(*m_pool);
 }
 
-bool mlAttr::isNamed(char const* wanted) const { return equalsFolded(m_name, wanted); }
+bool mlAttr::isNamed(char const* name) const { return equalsFolded(m_name, name); }
 
-mlSection::mlSection(mlParser* parser) : m_pool(new mlPool(parser)), m_flags(kOwnsPool), m_tag() {}
+mlSection::mlSection(mlParser* parser) : m_pool(new mlPool(parser)), m_flags(kOwnsPool) {}
 
 /// Runs only for sections that own their pool; all others are freed with theirs.
 mlSection::~mlSection()
@@ -112,16 +113,19 @@ mlSection::~mlSection()
 
 mlSection* mlSection::make(mlPool* home) { return new (home->allocate(sizeof(mlSection))) mlSection(home); }
 
-void mlSection::destroyAdopted(velaArray<mlSection*>& list)
+void mlSection::destroyAdopted(mlSection* first)
 {
-    velaArray<mlSection*> waiting = std::exchange(list, {});
-    while (!waiting.empty()) {
-        mlSection* section = waiting.back();
-        waiting.pop_back();
-        assert(section->hasFlag(kOwnsPool));
-        velaArray<mlSection*> inner = std::exchange(section->m_pool->m_adopted, {});
-        waiting.insert(waiting.end(), inner.begin(), inner.end());
-        delete section;
+    while (first) {
+        assert(first->hasFlag(kOwnsPool));
+        mlPool& home = *first->m_pool;
+        mlSection* rest = home.m_nextAdopted;
+        while (mlSection* inner = home.m_adopted) {
+            home.m_adopted = inner->m_pool->m_nextAdopted;
+            inner->m_pool->m_nextAdopted = rest;
+            rest = inner;
+        }
+        delete first;
+        first = rest;
     }
 }
 
@@ -278,7 +282,7 @@ void mlSection::append(mlSection* child)
     requireNoText();
     assert(child->hasFlag(kOwnsPool)); // a section of a parser would be freed with that parser
     linkChild(child);
-    m_pool->adopt(child);
+    child->m_pool->m_nextAdopted = std::exchange(m_pool->m_adopted, child);
     child->setParser(m_pool->m_parser);
 }
 
@@ -291,7 +295,7 @@ void mlSection::setParser(mlParser* parser)
         waiting.pop_back();
         if (std::exchange(home->m_parser, parser) == parser)
             continue;
-        for (mlSection* section : home->m_adopted)
+        for (mlSection* section = home->m_adopted; section; section = section->m_pool->m_nextAdopted)
             waiting.push_back(section->m_pool);
     }
 }
@@ -366,16 +370,16 @@ void mlSection::becomeText()
     setFlag(kIsText, true);
 }
 
-void mlSection::setData(sstring const& data)
+void mlSection::setData(sstring const& text)
 {
     becomeText();
     setFlag(kTruncated, false);
-    m_pool->setText(m_text.data, data.getUnicode(), data.getLength());
+    m_pool->setText(m_text.data, text.getUnicode(), text.getLength());
 }
 
-void mlSection::setText(sstring const& data, bookmark const& start, int isLong, int isData, int spaced)
+void mlSection::setText(sstring const& text, bookmark const& start, int isTruncated, int isCData, int hasLeadingSpace)
 {
-    assignText(data.getUnicode(), data.getLength(), start, isLong != 0, isData != 0, spaced != 0);
+    assignText(text.getUnicode(), text.getLength(), start, isTruncated != 0, isCData != 0, hasLeadingSpace != 0);
 }
 
 void mlSection::assignText(unsigned short const* units, unsigned int length, bookmark const& start, bool isLong,

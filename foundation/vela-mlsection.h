@@ -145,8 +145,9 @@ public:
     /// The same with one item per line, the outermost indented by `indent` levels.
     sstring toFormattedString(unsigned int indent = 0) const;
 
-    /// Deletes the sections and those that their pools have adopted, without recursion.
-    static void destroyAdopted(velaArray<mlSection*>& list);
+    /// Deletes a section, those behind it in the list of its pool's adopter, and those that their pools have adopted,
+    /// without recursion.
+    static void destroyAdopted(mlSection* first);
 
 private:
     friend class mlParser;
@@ -184,7 +185,7 @@ private:
     };
     static constexpr uint32_t kNoStart = 0xFFFFFFFF;
 
-    explicit mlSection(mlPool* home) : m_pool(home), m_tag() {}
+    explicit mlSection(mlPool* home) : m_pool(home) {}
     static mlSection* make(mlPool* home);
 
     bool hasFlag(Flag flag) const { return (m_flags & flag) != 0; }
@@ -211,7 +212,7 @@ private:
     uint8_t m_tagType = kTagOrdinary;
     union
     {
-        TagBody m_tag; // unless kIsText is set
+        TagBody m_tag = {}; // unless kIsText is set
         TextBody m_text;
     };
 };

@@ -109,12 +109,13 @@ constexpr int matchOpener(unsigned short const* units, unsigned int count)
 /// is none. Ignores case. A hand-written decision tree, because it runs for every tag.
 constexpr int mlMatchToken(unsigned short const* units, unsigned int count, unsigned long flags)
 {
-    using namespace mlTokenMatching;
+    using mlTokenMatching::kNotForTagTokens;
+    using mlTokenMatching::unitAt;
     unsigned short const second = unitAt(units, count, 1);
     bool const isThirdClosing = unitAt(units, count, 2) == '>';
     switch (unitAt(units, count, 0)) {
     case '<':
-        return flags & kNotForOpeners ? -1 : matchOpener(units, count);
+        return flags & mlTokenMatching::kNotForOpeners ? -1 : mlTokenMatching::matchOpener(units, count);
     case ']':
         return second == ']' && isThirdClosing && !(flags & kContextComment) ? kTokenCloseCData : -1;
     case '-':

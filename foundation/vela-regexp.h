@@ -11,17 +11,21 @@
 /// | `.` | any unit |
 /// | `[abc]` `[a-z]` | one unit of the set; no unit at all when it is empty |
 /// | `[^a-z]` | one unit that is not in the set |
-/// | `*` behind one of these, a literal unit or a back-reference | as many of it as fit, or fewer, or none; `a**` is
-/// `a*` | | `*` at the beginning, or right behind `\(` or `\)` | itself | | `^` at the very beginning | only the
-/// beginning of the text | | `$` at the very end | only the end of the text | | `\(` `\)` | a group: what is between
-/// them; at most 9, numbered as they open | | `\1` to `\9` | what the first to ninth group has matched; nothing when
-/// that group is not closed yet | | `\` before any other unit | that unit | | any other unit | itself; so does a `\`
-/// that is the last unit |
+/// | `*` behind one of these, a plain unit or a `\1` | as many of it as fit, or fewer, or none |
+/// | `*` at the beginning, or right behind `\(` or `\)` | itself |
+/// | `^` at the very beginning | only the beginning of the text |
+/// | `$` at the very end | only the end of the text |
+/// | `\(` `\)` | a group: what is between them |
+/// | `\1` to `\9` | what the first to ninth group has matched |
+/// | `\` before any other unit | that unit |
+/// | any other unit | itself; so does a `\` that is the last unit |
+///
+/// Groups are numbered as they open, at most 9. A `\1` never matches while its group is open. `a**` is `a*`, and the
+/// pattern `*` alone is read as `.*`, which matches everything.
 ///
 /// In a set a `-` between two units stands for all from the first up to the one that has the low byte of the second,
 /// and for both of these themselves; as the first or the last unit of the set it is itself. The first `]` ends the set,
-/// and
-/// `\` is a member like others. The pattern `*` alone is read as `.*`, which matches everything.
+/// and `\` is a member like others.
 ///
 /// Invalid are the empty pattern, a set without `]`, a group that is not closed or not open, a tenth group, and a
 /// pattern whose program takes more than 512 units (255 plain letters fit). An invalid pattern matches nothing.

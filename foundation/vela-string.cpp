@@ -340,7 +340,7 @@ namespace {
 
 struct NumberText
 {
-    char text[32];
+    char text[32] = {};
     explicit NumberText(int number) { std::snprintf(text, sizeof text, "%ld", static_cast<long>(number)); }
     explicit NumberText(void const* address)
     {

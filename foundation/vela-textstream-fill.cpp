@@ -147,7 +147,7 @@ void textstream::chooseCodeSet(unsigned char const* chunk, unsigned int count)
     if (!m_locale)
         chooseLocale(isFirst ? findDeclaredCodeSet(chunk, count) : velaBytes());
     if (isFirst)
-        m_decoder = std::unique_ptr<tsDecoder>(new tsDecoder);
+        m_decoder = std::make_unique<tsDecoder>();
     if (!m_codeSet.empty())
         return m_decoder->useCodeSet(m_codeSet.c_str());
     char name[kNameBytes] = {};

@@ -354,9 +354,9 @@ sstring textstream::toString()
 
 LOCALE* textstream::getLocale() { return m_locale.get(); }
 
-void textstream::setLocale(LOCALE* wanted)
+void textstream::setLocale(LOCALE* locale)
 {
-    m_locale = velaCopyLocale(wanted);
+    m_locale = velaCopyLocale(locale);
     m_localeDeclared = false;
 }
 

@@ -31,7 +31,7 @@ unsigned int asciiRun(unsigned char const* bytes, unsigned int count)
 {
     unsigned int i = 0;
     for (; i + 8 <= count; i += 8) {
-        uint64_t eight;
+        uint64_t eight = 0;
         std::memcpy(&eight, bytes + i, 8);
         if (eight & 0x8080808080808080u)
             break;
@@ -146,10 +146,10 @@ bool equalsFolded(unsigned char a, char lower) { return (a | 0x20) == lower; }
 /// What the last bytes of a chunk decode to if it ends at a certain byte.
 struct tsDecoder::Tail
 {
-    unsigned short units[kTailBytes * 8];
-    unsigned int count;
-    unsigned int characters; // a surrogate pair counts once, so that half of one is not taken for a lost character
-    uint32_t last;
+    unsigned short units[kTailBytes * 8] = {};
+    unsigned int count = 0;
+    unsigned int characters = 0; // a surrogate pair counts once, so that half of one is not taken for a lost character
+    uint32_t last = 0;
 };
 
 void tsDecoder::useCodeSet(char const* name)

@@ -126,7 +126,7 @@ void guiHtml::paintBorder(QPainter* painter, guiRect* rect, int highlight)
         paintGroupBox(this, painter, *rect);
         return;
     }
-    guiColor outer = highlight ? guiColor(m.activeLinkColor) : getBorderColor();
+    guiColor outer = highlight ? static_cast<guiColor>(m.activeLinkColor) : getBorderColor();
     guiColor inner = highlight ? dimmed(m.activeLinkColor) : getBorderDark();
     if (m.border > 1 && rect->width > 1 && rect->height > 1)
         drawFrame(painter, shrunk(*rect, 1), m.border - 1, toQColor(inner));

@@ -97,7 +97,7 @@ int guiHtml::getChildHeight(unsigned index, unsigned long width, unsigned long a
     case kUnitPixels:
         return guiClampPixels(child->m.dynamic.y);
     case kUnitPercent:
-        return guiClampPixels(std::uint64_t(guiClampPixels(available)) * child->m.dynamic.y / 100);
+        return guiClampPixels(static_cast<std::uint64_t>(guiClampPixels(available)) * child->m.dynamic.y / 100);
     default:
         return child->getHeightEstimate(width);
     }

@@ -66,6 +66,7 @@ std::vector<int> placesIn(QFont const& font, QStringView text, std::vector<qsize
     layout.endLayout();
     qreal const start = line.cursorToX(0);
     std::vector<int> places;
+    places.reserve(ends.size());
     for (qsizetype end : ends)
         places.push_back(guiToAdvance(std::abs(line.cursorToX(static_cast<int>(end)) - start)));
     return places;

@@ -23,13 +23,13 @@ constexpr int kSmallestHeight = 8;
 /// One call of drawText().
 struct drawing
 {
-    QPainter* painter;
+    QPainter* painter = nullptr;
     guiRect box; ///< the text's own, without the margins
     QStringView text;
     textParams const& params;
     guiTextRun const& run;
-    guiHtmlText::mx_t* cache;
-    bool records; ///< whether links are recorded in the cache's hotspots
+    guiHtmlText::mx_t* cache = nullptr;
+    bool records = false; ///< whether links are recorded in the cache's hotspots
     int clipTop = std::numeric_limits<int>::min();
     int clipBottom = std::numeric_limits<int>::max();
 };

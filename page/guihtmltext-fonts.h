@@ -104,7 +104,7 @@ private:
     /// measured character by character.
     static constexpr unsigned kDirectUnits = 256;
     static constexpr int kNotMeasured = -1;
-    std::array<int, kDirectUnits> m_direct;
+    std::array<int, kDirectUnits> m_direct = {};
     std::vector<slot> m_slots; // open addressing; a power of two
     unsigned m_used = 0;
     std::unordered_map<std::uint64_t, std::vector<guiTextWord>> m_characters; // by word, of words that had to be cut

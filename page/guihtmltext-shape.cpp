@@ -181,7 +181,7 @@ void guiTextRun::builder::addBlanks(qsizetype count)
         last.blanks = static_cast<std::uint8_t>(last.blanks + taken) & guiTextWord::kMaxBlanks;
         count -= taken;
         if (count > 0)
-            m_run.words.push_back(guiTextWord());
+            m_run.words.emplace_back();
     }
 }
 

@@ -181,7 +181,7 @@ void guiComponent::onOpen(guiWidget* widget, guiHtml* root)
     assert(widget);
     {
         componentLock lock(*this);
-        assert(m_windows.count(widget) == 0);
+        assert(!m_windows.contains(widget));
         m_windows[widget] = {root, false};
     }
     tellWindowState(root, 1);
@@ -217,7 +217,7 @@ void guiComponent::onVisible(guiWidget* widget, bool isVisible)
 bool guiComponent::isWindowOpen(guiWidget* widget)
 {
     componentLock lock(*this);
-    return m_windows.count(widget) != 0;
+    return m_windows.contains(widget);
 }
 
 bool guiComponent::hasOpenWindow()

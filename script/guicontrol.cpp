@@ -260,7 +260,7 @@ void guiControl_setPrivateInfo(ScriptPrivate* data, ScriptObject* window, sstrin
         unbind(*record);
         record->window = window;
         record->windowData = window ? guiWindow_getData(window->getPrivate()) : nullptr;
-        assert(theBindings.count({window, record}) == 0);
+        assert(!theBindings.contains({window, record}));
         theBindings.insert({window, record});
     }
     publishWindow(record->self, window);

@@ -24,26 +24,26 @@ class ScriptValue;
 
 /// The shape of every function that script can call, and of a class's create and destroy handlers. `self` is the `this`
 /// object, `data` its private slot; the result is written into `result`, which starts as null. Script thread.
-typedef void (*ScriptMethod)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
-                             ScriptValue& result);
+using ScriptMethod = void (*)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                              ScriptValue& result);
 
 /// Called by the host when an asynchronous call has ended, exactly once per call, on any thread. `result` is null when
 /// the method was missing, threw, or the host is shutting down. It stays the host's.
-typedef void (*ScriptCompletion)(ScriptValue& result, void* context);
+using ScriptCompletion = void (*)(ScriptValue& result, void* context);
 
 /// Asked whether the class has a dynamic property of this name; true accepts it. `isStatic` is set when the property is
 /// looked up on the class itself and clear when it is looked up on an instance.
-typedef bool (*ScriptAddProp)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
-                              bool isStatic);
+using ScriptAddProp = bool (*)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                               bool isStatic);
 /// Asked whether the property may be deleted; false refuses.
-typedef bool (*ScriptDelProp)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
-                              bool isStatic);
+using ScriptDelProp = bool (*)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                               bool isStatic);
 /// Reads a dynamic property into `out`; false when there is none of this name.
-typedef bool (*ScriptGetProp)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
-                              ScriptValue& out, bool isStatic);
+using ScriptGetProp = bool (*)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                               ScriptValue& out, bool isStatic);
 /// Writes a dynamic property; false refuses the value.
-typedef bool (*ScriptSetProp)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
-                              ScriptValue const& value, bool isStatic);
+using ScriptSetProp = bool (*)(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptValue const& name,
+                               ScriptValue const& value, bool isStatic);
 
 /// Identifiers of the three services that LibManager::getInterface hands out. The lower-case "c" in the third is exact.
 inline constexpr char kHostLoadFileGuid[] = "FE74031B-EB9E-4F60-9BDE-7CE53078484D";

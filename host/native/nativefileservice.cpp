@@ -36,7 +36,7 @@ public:
 
     bool readAll(std::vector<unsigned char>& bytes) const
     {
-        struct stat info;
+        struct stat info = {};
         if (m_descriptor < 0 || fstat(m_descriptor, &info) != 0 || !S_ISREG(info.st_mode))
             return false;
         if (info.st_size > static_cast<off_t>(NativeFileService::kSizeLimit))

@@ -70,7 +70,7 @@ void NativeHost::start()
         throw std::runtime_error("NativeHost: the component's Init failed");
     thread_local NativeAtExit atExit; // after Init: destroyed before what the thread has created until now
     for (char const* const* name = m_component.getCompNames(); *name; ++name) {
-        m_classNames.push_back(*name);
+        m_classNames.emplace_back(*name);
         if (!m_component.configCompClass(nullptr, *name, m_engine->addClass(*name)))
             throw std::runtime_error("NativeHost: the component's ConfigCompClass failed for " + m_classNames.back());
     }
@@ -156,7 +156,7 @@ bool NativeHost::serveUntil(std::function<bool()> const& done, std::chrono::mill
     auto end = std::chrono::steady_clock::now() + limit;
     while (!done()) {
         auto left = end - std::chrono::steady_clock::now();
-        if (left <= left.zero())
+        if (left <= std::chrono::nanoseconds::zero())
             return false;
         m_engine->pump().turn(std::min<std::chrono::nanoseconds>(left, NativePump::kStepLimit));
     }

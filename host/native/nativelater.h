@@ -6,6 +6,7 @@
 #include <concepts>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <variant>
 
 /// A result that comes later. A handler keeps a copy and returns another; the call ends when `complete` is called on
@@ -34,9 +35,8 @@ class NativeResult
 public:
     NativeResult() = default;
     NativeResult(NativeLater later) : m_result(std::move(later)) {}
-    template <typename Value>
-    requires std::convertible_to<Value, NativeValue> NativeResult(Value&& value)
-        : m_result(NativeValue(std::forward<Value>(value)))
+    template <std::convertible_to<NativeValue> Value>
+    NativeResult(Value value) : m_result(NativeValue(std::move(value)))
     {}
 
     /// Runs `next` once with the value: now, or when it is there.

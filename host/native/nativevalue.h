@@ -27,7 +27,7 @@ public:
     {}
     /// Text in UTF-8.
     NativeValue(char const* text) : NativeValue(std::string_view(text)) {}
-    NativeValue(std::string const& text) : NativeValue(std::string_view(text)) {}
+    NativeValue(std::string const& text) : NativeValue(static_cast<std::string_view>(text)) {}
     NativeValue(std::string_view text);
     NativeValue(std::u16string text) : m_data(std::move(text)) {}
     /// An object or, when the object can be called, a function; an empty handle becomes null.

@@ -3,6 +3,8 @@
 
 #include "host/native/nativeobject.h"
 
+#include <utility>
+
 /// A handle to one GuiWindow object; copies name the same window. A window that is open needs no handle to stay. Script
 /// thread.
 class NativeWindow
@@ -57,7 +59,10 @@ public:
 private:
     using WindowHandler = std::function<NativeResult(NativeWindow&, NativeArguments const&)>;
     static NativeHandler forObject(WindowHandler handler);
-    bool truth(std::string_view method, NativeArguments args = {}) const { return call(method, args).toBool(0); }
+    bool truth(std::string_view method, NativeArguments args = {}) const
+    {
+        return call(method, std::move(args)).toBool(0);
+    }
 
     NativeObjectRef m_object;
 };

@@ -25,7 +25,7 @@ std::string localNumber(std::string_view display)
         return {};
     display.remove_prefix(1);
     auto number = display.substr(0, display.find('.'));
-    return number.find_first_not_of("0123456789") == number.npos ? std::string(number) : std::string();
+    return number.find_first_not_of("0123456789") == std::string_view::npos ? std::string(number) : std::string();
 }
 
 /// X servers listen on a socket file and, on Linux, on an abstract name: the same path behind a zero byte.

@@ -80,7 +80,7 @@ Napi::Function NodeClass::build()
     findProperties();
     auto members = describe();
     Napi::Env env = m_engine.env();
-    napi_value result;
+    napi_value result = nullptr;
     if (napi_define_class(env, m_name.c_str(), m_name.size(), onConstruct, this, members.size(), members.data(),
                           &result) != napi_ok)
         return {};

@@ -94,21 +94,21 @@ bool NodeEngine::callOwnTable(NodeCall const& call, NodeObject& target, NodeObje
     return true;
 }
 
-void NodeEngine::callScript(std::shared_ptr<NodeCall> call, NodeObject& target, NodeObject& self,
-                            std::u16string const& name, NodeArgs::Values const& args)
+void NodeEngine::callScript(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
+                            NodeArgs::Values const& args)
 {
     assert(isScriptThread());
-    if (callOwnTable(*call, target, self, name, args))
+    if (callOwnTable(call, target, self, name, args))
         return;
     Napi::HandleScope scope(m_env);
     auto list = Napi::Array::New(m_env, args.size());
     for (size_t i = 0; i < args.size(); ++i)
         list.Set(static_cast<uint32_t>(i), toScript(args[i]));
-    auto id = Napi::Number::New(m_env, call->id());
+    auto id = Napi::Number::New(m_env, call.id());
     auto done =
         m_helpers.call("runCall", {id, toScript(&target), toScript(&self), Napi::String::New(m_env, name), list});
     if (done.IsEmpty())
-        m_calls.complete(call->id(), NodeValue());
+        m_calls.complete(call.id(), NodeValue());
     if (pump().isWaiting())
         runMicrotasks();
     m_methodNames.publish();
@@ -126,7 +126,7 @@ NodeValue NodeEngine::callAndWait(NodeObject& target, NodeObject& self, std::u16
     // An async handler that never ends, such as a clock in an open window, is not waited for once its window is closed.
     bool const isOpenWindow = m_windows.contains(self);
     NodePump::Wait wait(pump());
-    callScript(call, target, self, name, args);
+    callScript(*call, target, self, name, args);
     while (!call->isDone()) {
         if (isOpenWindow && !m_windows.contains(self))
             m_calls.complete(call->id(), NodeValue());

@@ -106,7 +106,7 @@ public:
     /// Runs `work`, which calls into the component and may wait there.
     void enter(std::function<void()> const& work);
     /// Runs a script method; `call` is completed when it has ended, which may be later.
-    void callScript(std::shared_ptr<NodeCall> call, NodeObject& target, NodeObject& self, std::u16string const& name,
+    void callScript(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
                     NodeArgs::Values const& args);
     /// Calls a script method and waits until it has ended; the pump runs meanwhile.
     NodeValue callAndWait(NodeObject& target, NodeObject& self, std::u16string const& name,

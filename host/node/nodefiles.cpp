@@ -108,7 +108,7 @@ bool NodeFiles::read(std::string const& path, std::string& bytes)
 {
     bytes.clear();
     Descriptor file(path);
-    struct stat info;
+    struct stat info = {};
     if (path.empty() || file.get() < 0 || fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode))
         return false;
     if (static_cast<unsigned long long>(info.st_size) > std::numeric_limits<unsigned>::max())

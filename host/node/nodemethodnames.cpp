@@ -37,10 +37,7 @@ void NodeMethodNames::publishFresh(NodeObject* self)
     auto fresh = std::exchange(m_fresh, {});
     for (auto object = self; object; object = object->owner())
         fresh.insert(object);
-    std::vector<NodeObjectRef> objects;
-    for (auto object : fresh)
-        objects.emplace_back(object);
-    publishEach(objects);
+    publishEach({fresh.begin(), fresh.end()});
 }
 
 /// Looking at an object may run script, that of a Proxy: objects may come and go meanwhile, so the caller keeps these.

@@ -321,7 +321,7 @@ void NodeObject::callMethodAsync(ScriptObject* self, sstring const& name, Script
     auto receiver = self ? static_cast<NodeObject*>(self) : this;
     auto run = [hold = NodeObjectHold(this), receiver = NodeObjectHold(receiver), text = toText(name),
                 values = static_cast<NodeArgs*>(args)->values(),
-                call] { hold->m_engine.callScript(call, *hold, *receiver, text, values); };
+                call] { hold->m_engine.callScript(*call, *hold, *receiver, text, values); };
     m_engine.pump().post({std::move(run), {}, true});
 }
 

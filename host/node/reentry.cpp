@@ -70,10 +70,10 @@ void runMicrotasks()
 }
 
 ErrorBarrier::ErrorBarrier()
-    : m_isActive(v8().currentIsolate && v8().makeTryCatch && v8().endTryCatch && v8().setVerbose)
 {
-    if (!m_isActive)
+    if (!v8().currentIsolate || !v8().makeTryCatch || !v8().endTryCatch || !v8().setVerbose)
         return;
+    m_end = v8().endTryCatch;
     std::fill(std::begin(m_tryCatch), std::end(m_tryCatch), kUntouched);
     v8().makeTryCatch(m_tryCatch, v8().currentIsolate());
     assert(std::count(std::end(m_tryCatch) - kMargin, std::end(m_tryCatch), kUntouched) == kMargin);
@@ -82,8 +82,8 @@ ErrorBarrier::ErrorBarrier()
 
 ErrorBarrier::~ErrorBarrier()
 {
-    if (m_isActive)
-        v8().endTryCatch(m_tryCatch);
+    if (m_end)
+        m_end(m_tryCatch);
 }
 
 } // namespace reentry

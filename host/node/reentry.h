@@ -35,8 +35,8 @@ public:
 private:
     // Room for a v8::TryCatch, which takes 7 words today. It has to be on the stack: the interpreter compares its
     // address with those of script's frames.
-    alignas(16) unsigned char m_tryCatch[256];
-    bool m_isActive;
+    alignas(16) unsigned char m_tryCatch[256] = {};
+    void (*m_end)(void* tryCatch) = nullptr; // what destroys it; null: there is none
 };
 
 } // namespace reentry
