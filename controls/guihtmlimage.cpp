@@ -24,6 +24,14 @@ int offsetFor(guiAlignment align, int size, int room)
     return align == kAlignCenter ? (room - size) / 2 : room - size;
 }
 
+/// `side` times `other` by `own`, rounded; nothing that is there disappears.
+int proportional(int side, int other, int own)
+{
+    assert(own > 0);
+    std::int64_t const scaled = (std::int64_t{side} * other + own / 2) / own;
+    return guiClampPixels(std::max<std::int64_t>(scaled, side > 0 && other > 0));
+}
+
 } // namespace
 
 guiHtmlImage::guiHtmlImage(guiHtml* parent) : guiHtml(parent) {}
@@ -197,8 +205,30 @@ void guiHtmlImage::destroyChildWidget()
 
 // ---- Its size and place ----
 
-int guiHtmlImage::getPreferredWidth() { return guiClampPixels(guiFrameOf(this) + m_content.width); }
-int guiHtmlImage::getHeightEstimate(unsigned long) { return guiClampPixels(guiFrameOf(this) + m_content.height); }
+int guiHtmlImage::getPreferredWidth() { return guiClampPixels(guiFrameOf(this) + wantedSize().width()); }
+int guiHtmlImage::getHeightEstimate(unsigned long) { return guiClampPixels(guiFrameOf(this) + wantedSize().height()); }
+
+/// How large the picture itself is to be: a side that the page gives in pixels is that, less the frame, and a side that
+/// it does not give follows in proportion. What stands for a picture that can not be loaded keeps its own size.
+QSize guiHtmlImage::wantedSize() const
+{
+    QSize const own(m_content.width, m_content.height);
+    auto const inner = [this](std::int64_t outer) {
+        return guiClampPixels(std::max(std::int64_t{0}, outer - guiFrameOf(this)));
+    };
+    auto const follow = [this](int side, int otherOwn, int sideOwn) {
+        return m_content.isLoaded && sideOwn > 0 ? proportional(side, otherOwn, sideOwn) : otherOwn;
+    };
+    bool const hasX = m.fixed.unitX == kUnitPixels;
+    bool const hasY = m.fixed.unitY == kUnitPixels;
+    int const x = hasX ? inner(m.fixed.x) : own.width();
+    int const y = hasY ? inner(m.fixed.y) : own.height();
+    if (hasX && m.fixed.unitY == kUnitUnbound)
+        return {x, follow(x, own.height(), own.width())};
+    if (hasY && m.fixed.unitX == kUnitUnbound)
+        return {follow(y, own.width(), own.height()), y};
+    return {x, y};
+}
 
 int guiHtmlImage::calcDynamicLayout()
 {
@@ -207,17 +237,20 @@ int guiHtmlImage::calcDynamicLayout()
 }
 
 /// Where the picture is drawn, relative to the node's corner: stretched over the node if the page gives both its width
-/// and its height, otherwise in its own size and aligned in the node.
+/// and its height, otherwise as large as it is to be, and aligned in the node. What stands for a picture that can not
+/// be loaded is never stretched.
 guiRect guiHtmlImage::pictureRect() const
 {
     assert(isConsistent());
     int const inset = guiClampPixels(guiFrameOf(this) / 2);
     int const roomX = std::max(0, m.rect.width - 2 * inset);
     int const roomY = std::max(0, m.rect.height - 2 * inset);
-    if (m.fixed.unitX != kUnitUnbound && m.fixed.unitY != kUnitUnbound)
+    bool const isBroken = m_content.image && !m_content.isLoaded;
+    if (!isBroken && m.fixed.unitX != kUnitUnbound && m.fixed.unitY != kUnitUnbound)
         return {inset, roomX, inset, roomY};
-    return {inset + offsetFor(m.alignX, m_content.width, roomX), m_content.width,
-            inset + offsetFor(m.alignY, m_content.height, roomY), m_content.height};
+    QSize const size = isBroken ? QSize(m_content.width, m_content.height) : wantedSize();
+    return {inset + offsetFor(m.alignX, size.width(), roomX), size.width(),
+            inset + offsetFor(m.alignY, size.height(), roomY), size.height()};
 }
 
 void guiHtmlImage::paintChildrenTo(QPainter* painter, int x, int y, guiWidget*, QRegion const* region)

@@ -12,7 +12,7 @@
 class guiImageMap;
 class guiMovie;
 
-/// Is as large as its picture and the frame around it. A picture that cannot be loaded is replaced by a small one that
+/// Is as large as its picture and the frame around it, unless the page says how wide or high it is. A picture that cannot be loaded is replaced by a small one that
 /// says so. Files are read on the GUI thread: a source that is set on another one is loaded when the page is laid out.
 class guiHtmlImage : public guiHtml
 {
@@ -75,6 +75,7 @@ public:
     void onMouseOff() override;
 
 private:
+    QSize wantedSize() const;
     guiRect pictureRect() const;
     sstring linkAt(int x, int y) const;
     void setOverLink(bool isOverLink);

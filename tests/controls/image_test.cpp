@@ -66,6 +66,70 @@ TEST(ShownImages, TakeTheSizeOfTheirPictureAndTheirFrame)
     EXPECT_EQ(lone.getPreferredWidth() + lone.getHeightEstimate(9), 0);
 }
 
+namespace {
+
+/// The size that an image of 4 by 4 pixels asks for when the page gives this width and height; 0 for none.
+QSize wantedSize(unsigned width, unsigned height, int border = 0)
+{
+    ShownImage shown;
+    shown.image->m.border = border;
+    if (width) {
+        shown.image->m.fixed.unitX = kUnitPixels;
+        shown.image->m.fixed.x = width;
+    }
+    if (height) {
+        shown.image->m.fixed.unitY = kUnitPixels;
+        shown.image->m.fixed.y = height;
+    }
+    return {shown.image->getPreferredWidth(), shown.image->getHeightEstimate(100)};
+}
+
+} // namespace
+
+TEST(ShownImages, AskForExactlyThePixelsThatThePageGives)
+{
+    EXPECT_EQ(wantedSize(3, 2), QSize(3, 2));
+    EXPECT_EQ(wantedSize(30, 20), QSize(30, 20));
+    EXPECT_EQ(wantedSize(8, 2, 1), QSize(8, 2)); // the frame is inside
+}
+
+TEST(ShownImages, KeepTheirProportionWhenThePageGivesOneSide)
+{
+    EXPECT_EQ(wantedSize(2, 0), QSize(2, 2));
+    EXPECT_EQ(wantedSize(0, 12), QSize(12, 12));
+    EXPECT_EQ(wantedSize(12, 0, 1), QSize(12, 12));
+    EXPECT_EQ(wantedSize(1, 0, 1), QSize(2, 2)); // nothing but the frame
+}
+
+TEST(ShownImages, AreDrawnAsSmallAsTheyAskFor)
+{
+    ShownImage shown;
+    shown.image->m.fixed.unitX = kUnitPixels;
+    shown.image->m.fixed.x = 2;
+    Canvas canvas;
+    canvas.paint(shown.image, shown.window.widget);
+    EXPECT_EQ(canvas.difference([](int x, int y) {
+        return x >= 10 && x < 12 && y >= 15 && y < 17 ? qRgb(0, 255, 0) : Canvas::kUntouched;
+    }),
+              "");
+}
+
+TEST(ShownImages, DoNotStretchThePictureOfAMissingFile)
+{
+    ShownImage shown;
+    shown.host.files["vfs://GuiWindow/broken.png"] = "";
+    shown.image->setSource("none.png");
+    shown.image->m.fixed.unitX = shown.image->m.fixed.unitY = kUnitPixels;
+    shown.image->m.fixed.x = 20;
+    shown.image->m.fixed.y = 12;
+    Canvas canvas;
+    canvas.paint(shown.image, shown.window.widget);
+    EXPECT_EQ(canvas.difference([](int x, int y) {
+        return x >= 10 && x < 14 && y >= 14 && y < 18 ? qRgb(0, 255, 0) : Canvas::kUntouched;
+    }),
+              "");
+}
+
 TEST(ShownImages, LoadASourceOnce)
 {
     ShownImage shown;
