@@ -16,7 +16,8 @@ packages_for() {
 
 # Enough to build everything that the preset `dev` builds.
 base_packages() {
-    echo g++ cmake ninja-build libicu-dev libuv1-dev qt6-base-dev libgtest-dev fonts-dejavu-core
+    echo g++ cmake ninja-build libicu-dev libuv1-dev qt6-base-dev libgtest-dev fonts-dejavu-core \
+        qt6-multimedia-dev libqt6multimedia6 qt6-image-formats-plugins libqt6svg6
 }
 
 # The benchmark library, and the libraries that pages and windows are compared with.
