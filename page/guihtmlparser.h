@@ -66,6 +66,8 @@ public:
     /// Number of open elements, including those around the page's node. A reader that recurses by itself adds its own
     /// levels to this and stops at kMaxNesting.
     unsigned depth() const { return m_depth; }
+    /// The link around the element that is read, as guiHtml::onHyperlink() takes it; "" outside of one.
+    sstring const& getLink() const { return m_link; }
     /// Logs, once for each page, that elements are nested deeper than kMaxNesting and are flattened.
     void warnOfDepth();
     /// The readers' data of this type; made on the first call.

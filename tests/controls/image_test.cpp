@@ -5,7 +5,9 @@
 #include "tests/controls/pagewindow.h"
 #include "tests/support/fakescript.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
+#include <QMouseEvent>
 #include <QRegion>
 #include <gtest/gtest.h>
 #include <random>
@@ -255,8 +257,23 @@ TEST(MapShapes, TakeOddCoordinatesAsFarAsTheyMakeSense)
               ";");
     EXPECT_EQ(linksOf("<area shape=poly coords=0,0,10,0,0,10,99 href=p>", {{2, 2}, {50, 5}}), "p;;"); // 99 has no y
     EXPECT_EQ(linksOf("<area shape=poly coords=0,0,10,10 href=p>", {{5, 5}}), ";");
-    EXPECT_EQ(linksOf("<area shape=default coords=0,0,9,9 href=d><area coords=0,0,9,9 href=n>", {{5, 5}}), ";");
     EXPECT_EQ(linksOf("<area shape=rect coords=a,b,9,x9 href=r>", {{0, 0}}), ";"); // 0,0,9,0
+}
+
+TEST(MapShapes, HaveSecondNamesAndRectanglesNeedNone)
+{
+    EXPECT_EQ(linksOf("<area coords=0,0,9,9 href=n><area shape=rectangle coords=10,0,19,9 href=r>"
+                      "<area shape=circ coords=25,5,4 href=c><area shape=polygon coords=30,0,40,0,30,10 href=p>"
+                      "<area shape=oval coords=50,0,60,10 href=o>",
+                      {{5, 5}, {15, 5}, {25, 5}, {32, 2}, {55, 5}}),
+              "n;r;c;p;;");
+}
+
+TEST(MapShapes, ADefaultIsWhereNothingElseIs)
+{
+    EXPECT_EQ(linksOf("<area shape=default href=d><area shape=rect coords=0,0,9,9 href=r>", {{5, 5}, {700, 9}}),
+              "r;d;");
+    EXPECT_EQ(linksOf("<area shape=default><area shape=DEFAULT href=d>", {{5, 5}}), "d;");
 }
 
 TEST(MapShapes, AreTriedInTheirOrderPastThoseWithoutALink)
@@ -295,6 +312,37 @@ TEST(ImageLinks, OfAMapCountInThePicturesOwnPixels)
     shown.image->m.fixed.unitX = shown.image->m.fixed.unitY = kUnitPixels;
     shown.image->onMouseDown(15, 9); // stretched to 20 by 12
     EXPECT_EQ(shown.image->links.size(), 2u);
+}
+
+TEST(ImageLinks, AreThoseOfTheLinkAroundThePicture)
+{
+    PageWindow window;
+    FakeHost host;
+    window.root.setText("<a href=p.html target=t>text<img name=i><table><tr><td><img name=c></table></a><img name=o>"
+                        "<a href=p.html><img name=m onclick=own></a>",
+                        "");
+    auto linkOf = [&window](char const* name) {
+        return std::string(dynamic_cast<guiHtmlImage&>(*window.root.getNamed(name)).getMappedLink(0, 0).c_str());
+    };
+    EXPECT_EQ(linkOf("i"), "{t}p.html");
+    EXPECT_EQ(linkOf("c"), "{t}p.html");
+    EXPECT_EQ(linkOf("o"), "");
+    EXPECT_EQ(linkOf("m"), "own");
+}
+
+TEST(ImageLinks, AreFollowedByTheLeftButtonOnly)
+{
+    ShownImage shown;
+    shown.image->setLink("event://own");
+    auto press = [&shown](Qt::MouseButton button) {
+        QMouseEvent event(QEvent::MouseButtonPress, {12, 16}, {12, 16}, button, button, Qt::NoModifier);
+        shown.image->links.clear();
+        QApplication::sendEvent(shown.window.widget, &event);
+        return std::count(shown.image->links.begin(), shown.image->links.end(), "event://own");
+    };
+    EXPECT_EQ(press(Qt::RightButton), 0);
+    EXPECT_EQ(press(Qt::MiddleButton), 0);
+    EXPECT_EQ(press(Qt::LeftButton), 1);
 }
 
 TEST(ImageLinks, TurnThePointerIntoAHand)
