@@ -59,7 +59,8 @@ void pullImage(guiHtmlParser& parser, guiHtmlImage* image, mlSection* section)
     guiHtmlParser::pullBackground(image, section);
     guiHtmlParser::pullRestrict(image, section);
     guiHtmlParser::pullBorder(image, section);
-    image->setLink(guiHtmlParser::pullAttr(section, "onclick"));
+    image->setLink(guiHtmlParser::hasAttr(section, "onclick") ? guiHtmlParser::pullAttr(section, "onclick")
+                                                              : parser.getLink());
     image->setPlayback({guiHtmlParser::hasAttr(section, "pause") || guiHtmlParser::hasAttr(section, "paused"),
                         guiHtmlParser::hasAttr(section, "loop") || guiHtmlParser::hasAttr(section, "looped")});
     requestMap(parser, image, guiHtmlParser::pullAttr(section, "usemap"));
@@ -120,25 +121,37 @@ void addPolygon(guiImageMap* map, sstring const& link, std::vector<int> const& n
     map->addRegion(guiImageMapRegion(link, xs.data(), ys.data(), static_cast<int>(xs.size())));
 }
 
+bool isOneOf(sstring const& shape, char const* name, char const* otherName)
+{
+    return guiIsWord(shape, name) || guiIsWord(shape, otherName);
+}
+
+/// An area without a shape is a rectangle.
 void pullImageMapArea(guiImageMap* map, mlSection* section)
 {
-    sstring shape = guiHtmlParser::pullAttr(section, "shape");
-    sstring link = guiHtmlParser::pullAttr(section, "href");
-    std::vector<int> at = readCoordinates(guiHtmlParser::pullAttr(section, "coords"));
-    if (guiIsWord(shape, "rect") && at.size() >= 4)
+    sstring const shape = guiHtmlParser::pullAttr(section, "shape");
+    sstring const link = guiHtmlParser::pullAttr(section, "href");
+    std::vector<int> const at = readCoordinates(guiHtmlParser::pullAttr(section, "coords"));
+    if ((shape.getLength() == 0 || isOneOf(shape, "rect", "rectangle")) && at.size() >= 4)
         addRectangle(map, link, at);
-    else if (guiIsWord(shape, "circle") && at.size() >= 3)
+    else if (isOneOf(shape, "circle", "circ") && at.size() >= 3)
         map->addRegion(guiImageMapRegion(link, at[0], at[1], at[2]));
-    else if (guiIsWord(shape, "poly") && at.size() >= 6)
+    else if (isOneOf(shape, "poly", "polygon") && at.size() >= 6)
         addPolygon(map, link, at);
 }
 
 void pullImageMap(guiHtmlParser& parser, guiHtml*, mlSection* section)
 {
     auto map = std::make_unique<guiImageMap>(guiHtmlParser::pullAttr(section, "name"));
+    sstring rest; // the link of the picture outside of all other areas
     guiElementWalk walk(parser, section, {"area"});
     while (mlSection* area = walk.next())
-        pullImageMapArea(map.get(), area);
+        if (!guiIsWord(guiHtmlParser::pullAttr(area, "shape"), "default"))
+            pullImageMapArea(map.get(), area);
+        else if (rest.getLength() == 0)
+            rest = guiHtmlParser::pullAttr(area, "href");
+    if (rest.getLength())
+        map->addRegion(guiImageMapRegion(rest, 0, 0, kMaxPixels, kMaxPixels));
     parser.state<imageMaps>().maps.push_back(std::move(map));
 }
 

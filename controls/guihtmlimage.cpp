@@ -1,6 +1,7 @@
 // controls/guihtmlimage.cpp: see guihtmlimage.h.
 #include "controls/guihtmlimage.h"
 
+#include "controls/guianimation.h"
 #include "controls/guicontrolhost.h"
 #include "controls/guiimagec.h"
 #include "controls/guiimagemap.h"
@@ -14,6 +15,8 @@
 #include <QPainter>
 #include <QWidget>
 #include <cassert>
+#include <cmath>
+#include <utility>
 
 namespace {
 
@@ -22,6 +25,14 @@ int offsetFor(guiAlignment align, int size, int room)
     if (align == kAlignLeft || size >= room)
         return 0;
     return align == kAlignCenter ? (room - size) / 2 : room - size;
+}
+
+/// `side` times `other` by `own`, rounded; nothing that is there disappears.
+int proportional(int side, int other, int own)
+{
+    assert(own > 0);
+    std::int64_t const scaled = (std::int64_t{side} * other + own / 2) / own;
+    return guiClampPixels(std::max<std::int64_t>(scaled, side > 0 && other > 0));
 }
 
 } // namespace
@@ -38,6 +49,7 @@ guiHtml& guiHtmlImage::operator=(guiHtml& other)
     auto& image = static_cast<guiHtmlImage&>(other);
     dropMovie();
     m_content = image.m_content;
+    m_animation = image.m_animation;
     m_map = image.m_map ? image.m_map->Clone() : nullptr;
     return *this;
 }
@@ -46,10 +58,7 @@ guiHtml* guiHtmlImage::Clone(guiHtml* parent) { return guiCloneNode(*this, paren
 
 // ---- The picture ----
 
-QPixmap const* guiHtmlImage::getPixmap() const
-{
-    return m_content.image && !m_content.image->isNull() ? &*m_content.image : nullptr;
-}
+QPixmap const* guiHtmlImage::getPixmap() const { return m_content.picture ? &m_content.picture->image : nullptr; }
 
 void guiHtmlImage::setSource(sstring const& name)
 {
@@ -75,11 +84,14 @@ bool guiHtmlImage::loadPendingSource()
         return false;
     assertOnGuiThread();
     m_content.isPending = false;
-    QPixmap image = readSource();
-    bool const isSameSize = image.width() == m_content.width && image.height() == m_content.height;
-    m_content.width = image.width();
-    m_content.height = image.height();
-    m_content.image = std::move(image);
+    guiPictureRef picture = readSource();
+    QSize const size = picture ? picture->size : QSize(0, 0);
+    bool const isSameSize = size.width() == m_content.width && size.height() == m_content.height;
+    m_content.width = size.width();
+    m_content.height = size.height();
+    m_content.picture = std::move(picture);
+    m_content.isFinal = false;
+    startAnimation();
     assert(isConsistent());
     return !isSameSize;
 }
@@ -87,38 +99,72 @@ bool guiHtmlImage::loadPendingSource()
 /// The size that layout uses is the picture's, and only a movie plays.
 bool guiHtmlImage::isConsistent() const
 {
-    bool const isMeasured = !m_content.image || (m_content.image->width() == m_content.width &&
-                                                 m_content.image->height() == m_content.height);
-    return isMeasured && (!m_movie || m_content.isMovie) && (!m_content.isLoaded || m_content.image);
+    QSize const size(m_content.width, m_content.height);
+    bool const isMeasured = !m_content.picture || m_content.picture->size == size;
+    return isMeasured && (!m_movie || m_content.isMovie);
 }
 
-QPixmap guiHtmlImage::readSource()
+guiPictureRef guiHtmlImage::readSource()
 {
-    QPixmap image;
     m_content.isLoaded = false;
     if (m_content.source.getLength() == 0)
-        return image;
+        return nullptr;
     if (m_content.isMovie)
         return readMovie();
     guiPageHost& host = guiPageHost::current();
-    m_content.isLoaded = host.readImage(guiPageObjectOf(this), guiFullName(this, m_content.source), image);
-    if (!m_content.isLoaded)
-        host.readImage(guiPageObjectOf(this), sstring(kBrokenImage), image);
-    return image;
+    guiPictureRef picture = host.readImage(guiPageObjectOf(this), guiFullName(this, m_content.source), shownAtFirst());
+    m_content.isLoaded = picture != nullptr;
+    return picture ? picture : host.readImage(guiPageObjectOf(this), sstring(kBrokenImage));
+}
+
+/// As far as it is known before the page is laid out, in pixels of the screen. What layout decides is not known yet:
+/// the picture is decoded small, and again when it is painted.
+QSize guiHtmlImage::shownAtFirst() const
+{
+    constexpr int kSmall = 64;
+    bool const isGiven = m.fixed.unitX != kUnitUnbound && m.fixed.unitY != kUnitUnbound;
+    if (isGiven && (m.fixed.unitX == kUnitPercent || m.fixed.unitY == kUnitPercent))
+        return {kSmall, kSmall};
+    auto const onScreen = [this](unsigned outer) {
+        std::int64_t const inner = std::max<std::int64_t>(1, std::int64_t{outer} - guiFrameOf(this));
+        return static_cast<int>(std::ceil(guiClampPixels(inner) * qApp->devicePixelRatio()));
+    };
+    return {m.fixed.unitX == kUnitPixels ? onScreen(m.fixed.x) : 0,
+            m.fixed.unitY == kUnitPixels ? onScreen(m.fixed.y) : 0};
+}
+
+/// Decodes the picture again when it is shown with more pixels than before. The size is a half, a quarter and so on of
+/// the file's, so that not every step of a resize decodes.
+void guiHtmlImage::decodeFor(QSize shown)
+{
+    if (!m_content.isLoaded || m_content.isMovie || m_content.isFinal || !m_content.picture)
+        return;
+    QSize const now = m_content.picture->image.size();
+    QSize wanted = m_content.picture->size;
+    if (now == wanted || (now.width() >= shown.width() && now.height() >= shown.height()))
+        return;
+    while (wanted.width() / 2 >= shown.width() && wanted.height() / 2 >= shown.height())
+        wanted /= 2;
+    guiPictureRef const better =
+        guiPageHost::current().readImage(guiPageObjectOf(this), guiFullName(this, m_content.source), wanted);
+    m_content.isFinal = !better || better->size != m_content.picture->size; // or it was written anew meanwhile
+    if (!m_content.isFinal)
+        m_content.picture = better;
 }
 
 /// The first frame; a movie that is only sound has none.
-QPixmap guiHtmlImage::readMovie()
+guiPictureRef guiHtmlImage::readMovie()
 {
     assert(!m_movie);
     if (!guiControlHost::current().loadFile())
-        return QPixmap();
+        return nullptr;
     m_movie = std::make_unique<guiMovie>();
     m_content.isLoaded = m_movie->loadFile(guiPageObjectOf(this), guiFullName(this, m_content.source));
     if (!m_movie->hasVideo())
-        return QPixmap();
+        return nullptr;
     m_movie->setRenderTarget(this);
-    return m_movie->getFrames().front().image;
+    QPixmap const& first = m_movie->getFrames().front().image;
+    return std::make_shared<guiPicture const>(guiPicture{first, first.size()});
 }
 
 int guiHtmlImage::loadPicture(sstring const& path)
@@ -132,7 +178,16 @@ int guiHtmlImage::loadPicture(sstring const& path)
 void guiHtmlImage::play()
 {
     assertOnGuiThread();
+    if (m_animation && std::exchange(m_content.playback.paused, false))
+        update();
     startMovie(false);
+}
+
+/// For a picture of several frames. Its frames are those of the file's size.
+void guiHtmlImage::startAnimation()
+{
+    if (m_content.isLoaded && m_content.picture && m_content.picture->isAnimated)
+        m_animation = guiAnimation::open(guiPageObjectOf(this), guiFullName(this, m_content.source));
 }
 
 void guiHtmlImage::startMovie(bool isLooped)
@@ -159,10 +214,11 @@ void guiHtmlImage::dropMovie()
 {
     stopMovie();
     m_movie.reset();
+    m_animation.reset();
     assert(!m_frame.load());
 }
 
-void guiHtmlImage::setMovieFrame(QPixmap* frame)
+void guiHtmlImage::setMovieFrame(QPixmap const* frame)
 {
     m_frame = frame;
     guiControlHost::current().postUpdate(this);
@@ -197,8 +253,30 @@ void guiHtmlImage::destroyChildWidget()
 
 // ---- Its size and place ----
 
-int guiHtmlImage::getPreferredWidth() { return guiClampPixels(guiFrameOf(this) + m_content.width); }
-int guiHtmlImage::getHeightEstimate(unsigned long) { return guiClampPixels(guiFrameOf(this) + m_content.height); }
+int guiHtmlImage::getPreferredWidth() { return guiClampPixels(guiFrameOf(this) + wantedSize().width()); }
+int guiHtmlImage::getHeightEstimate(unsigned long) { return guiClampPixels(guiFrameOf(this) + wantedSize().height()); }
+
+/// How large the picture itself is to be: a side that the page gives in pixels is that, less the frame, and a side that
+/// it does not give follows in proportion. What stands for a picture that can not be loaded keeps its own size.
+QSize guiHtmlImage::wantedSize() const
+{
+    QSize const own(m_content.width, m_content.height);
+    auto const inner = [this](std::int64_t outer) {
+        return guiClampPixels(std::max(std::int64_t{0}, outer - guiFrameOf(this)));
+    };
+    auto const follow = [this](int side, int otherOwn, int sideOwn) {
+        return m_content.isLoaded && sideOwn > 0 ? proportional(side, otherOwn, sideOwn) : otherOwn;
+    };
+    bool const hasX = m.fixed.unitX == kUnitPixels;
+    bool const hasY = m.fixed.unitY == kUnitPixels;
+    int const x = hasX ? inner(m.fixed.x) : own.width();
+    int const y = hasY ? inner(m.fixed.y) : own.height();
+    if (hasX && m.fixed.unitY == kUnitUnbound)
+        return {x, follow(x, own.height(), own.width())};
+    if (hasY && m.fixed.unitX == kUnitUnbound)
+        return {follow(y, own.width(), own.height()), y};
+    return {x, y};
+}
 
 int guiHtmlImage::calcDynamicLayout()
 {
@@ -207,26 +285,43 @@ int guiHtmlImage::calcDynamicLayout()
 }
 
 /// Where the picture is drawn, relative to the node's corner: stretched over the node if the page gives both its width
-/// and its height, otherwise in its own size and aligned in the node.
+/// and its height, otherwise as large as it is to be, and aligned in the node. What stands for a picture that can not
+/// be loaded is never stretched.
 guiRect guiHtmlImage::pictureRect() const
 {
     assert(isConsistent());
     int const inset = guiClampPixels(guiFrameOf(this) / 2);
     int const roomX = std::max(0, m.rect.width - 2 * inset);
     int const roomY = std::max(0, m.rect.height - 2 * inset);
-    if (m.fixed.unitX != kUnitUnbound && m.fixed.unitY != kUnitUnbound)
+    bool const isBroken = m_content.picture && !m_content.isLoaded;
+    if (!isBroken && m.fixed.unitX != kUnitUnbound && m.fixed.unitY != kUnitUnbound)
         return {inset, roomX, inset, roomY};
-    return {inset + offsetFor(m.alignX, m_content.width, roomX), m_content.width,
-            inset + offsetFor(m.alignY, m_content.height, roomY), m_content.height};
+    QSize const size = isBroken ? QSize(m_content.width, m_content.height) : wantedSize();
+    return {inset + offsetFor(m.alignX, size.width(), roomX), size.width(),
+            inset + offsetFor(m.alignY, size.height(), roomY), size.height()};
+}
+
+/// The movie's, the animation's or the only one; null without a picture.
+QPixmap const* guiHtmlImage::currentFrame()
+{
+    if (QPixmap const* const frame = m_frame)
+        return frame;
+    if (!m_animation)
+        return getPixmap();
+    if (!m_content.playback.paused)
+        m_animation->shownBy(this);
+    return &m_animation->frame();
 }
 
 void guiHtmlImage::paintChildrenTo(QPainter* painter, int x, int y, guiWidget*, QRegion const* region)
 {
     assertOnGuiThread();
     guiRect const place = pictureRect();
-    QPixmap const* frame = m_frame;
-    QPixmap const* shown = frame ? frame : getPixmap();
-    if (!shown || shown->isNull() || place.isEmpty())
+    if (place.isEmpty())
+        return;
+    decodeFor((QSizeF(place.width, place.height) * painter->device()->devicePixelRatioF()).toSize());
+    QPixmap const* const shown = currentFrame();
+    if (!shown || shown->isNull())
         return;
     if (region)
         painter->setClipRegion(*region);

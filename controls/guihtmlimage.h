@@ -3,17 +3,18 @@
 
 #include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
+#include "page/guipicture.h"
 
-#include <QPixmap>
 #include <atomic>
 #include <memory>
-#include <optional>
 
+class guiAnimation;
 class guiImageMap;
 class guiMovie;
 
-/// Is as large as its picture and the frame around it. A picture that cannot be loaded is replaced by a small one that
-/// says so. Files are read on the GUI thread: a source that is set on another one is loaded when the page is laid out.
+/// Is as large as its picture and the frame around it, unless the page says how wide or high it is. A picture that
+/// cannot be loaded is replaced by a small one that says so. Files are read on the GUI thread: a source that is set on
+/// another one is loaded when the page is laid out.
 class guiHtmlImage : public guiHtml
 {
 public:
@@ -58,7 +59,7 @@ public:
     void play();
     guiMovie const* getMovie() const { return m_movie.get(); }
     /// Shows a frame of the movie; the frame must live as long as it is shown. Any thread.
-    void setMovieFrame(QPixmap* frame);
+    void setMovieFrame(QPixmap const* frame);
     /// The movie has ended: the page event "eStopped". On the player's thread; `data` is the node.
     static void onStopped(guiMovie* movie, void* data);
 
@@ -75,13 +76,18 @@ public:
     void onMouseOff() override;
 
 private:
+    QSize wantedSize() const;
     guiRect pictureRect() const;
     sstring linkAt(int x, int y) const;
     void setOverLink(bool isOverLink);
     bool loadPendingSource();
     bool isConsistent() const;
-    QPixmap readSource() TARN_ON(velaGuiRole);
-    QPixmap readMovie() TARN_ON(velaGuiRole);
+    guiPictureRef readSource() TARN_ON(velaGuiRole);
+    guiPictureRef readMovie() TARN_ON(velaGuiRole);
+    QSize shownAtFirst() const;
+    void decodeFor(QSize shown) TARN_ON(velaGuiRole);
+    void startAnimation() TARN_ON(velaGuiRole);
+    QPixmap const* currentFrame() TARN_ON(velaGuiRole);
     void startMovie(bool isLooped) TARN_ON(velaGuiRole);
     void stopMovie();
     void dropMovie();
@@ -90,8 +96,9 @@ private:
     struct content
     {
         sstring source;
-        std::optional<QPixmap> image; // none before the GUI thread has read one: script must not touch Qt
+        guiPictureRef picture; // null before the GUI thread has read one: script must not touch Qt
         bool isLoaded = false;
+        bool isFinal = false;   // it can not be decoded with more pixels
         bool isPending = false; // the source has not been loaded yet
         int width = 0;          // of the picture that was last loaded
         int height = 0;         //
@@ -105,5 +112,6 @@ private:
     std::unique_ptr<guiImageMap> m_map;
     std::unique_ptr<guiMovie> m_movie;            // null unless the source is a movie that was loaded here
     std::atomic<QPixmap const*> m_frame{nullptr}; // the movie's, shown in place of the picture; not owned
+    std::shared_ptr<guiAnimation> m_animation;    // null unless the picture has several frames
     bool m_isOverLink = false;                    // the pointer is a hand
 };

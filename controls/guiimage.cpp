@@ -6,7 +6,6 @@
 #include "controls/guiscriptmethod.h"
 #include "controls/guiscriptrecord.h"
 
-#include <QPixmap>
 #include <cassert>
 #include <memory>
 
@@ -16,7 +15,7 @@ namespace {
 struct guiImageData
 {
     std::uint32_t tag = kRecordTag;
-    std::unique_ptr<QPixmap> image; // null until one was loaded
+    guiPictureRef image; // null until one was loaded
 };
 
 guiImageData* guiImage_getData(ScriptPrivate* data) { return guiRecordIn<guiImageData>(data); }
@@ -45,12 +44,11 @@ void guiImage_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, 
     if (!record || !guiIsOneString(args))
         return;
     sstring const path = guiControlHost::current().resolvePath(self, guiTextOf(args, 0));
-    auto picture = std::make_unique<QPixmap>();
-    if (!guiLoadImage(self, path, *picture))
+    guiPictureRef picture = guiLoadPicture(self, path);
+    if (!picture)
         return;
-    assert(!picture->isNull());
     record->image = std::move(picture);
-    guiImage_setSizeProps(self, *record->image);
+    guiImage_setSizeProps(self, record->image->image);
     result.setBool(1);
 }
 
@@ -98,5 +96,5 @@ QPixmap const* guiImage_getPixmap(ScriptObject* image)
 {
     assertOnGuiThread();
     guiImageData* record = image ? guiImage_getData(image->getPrivate()) : nullptr;
-    return record ? record->image.get() : nullptr;
+    return record && record->image ? &record->image->image : nullptr;
 }

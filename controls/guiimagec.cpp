@@ -2,70 +2,120 @@
 #include "controls/guiimagec.h"
 
 #include "controls/guicontrolhost.h"
+#include "controls/guipicturestore.h"
 #include "foundation/vela-log.h"
-#include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
 
-#include <QBuffer>
-#include <QImageReader>
-#include <QPixmap>
 #include <QPixmapCache>
 #include <algorithm>
 #include <cassert>
 
 namespace {
 
-constexpr int kMaxImageSide = 16384;   // pixels
-constexpr int kMaxImageMiB = 256;      // decoded
 constexpr int kMaxCacheLimit = 10'240; // kilobytes
 
-bool decode(void const* data, unsigned length, QPixmap& image)
+/// Pictures that nobody shows any more are kept for a while, in the size of their file.
+QString cacheKey(guiFileState const& file)
 {
-    QByteArray bytes = QByteArray::fromRawData(static_cast<char const*>(data), static_cast<qsizetype>(length));
-    QBuffer buffer(&bytes);
-    QImageReader reader(&buffer);
-    QImageReader::setAllocationLimit(kMaxImageMiB);
-    QSize size = reader.size();
-    if (size.width() > kMaxImageSide || size.height() > kMaxImageSide)
-        return false;
-    image = QPixmap::fromImageReader(&reader);
-    return !image.isNull();
+    return QStringLiteral("%1|%2|%3").arg(file.name).arg(file.size).arg(file.changed);
 }
 
 /// The cache limit counts kilobytes, but each picture adds its size in bytes: it reaches the maximum after a few
 /// pictures.
-void cacheImage(QString const& name, QPixmap const& image)
+void cacheImage(guiFileState const& file, QPixmap const& image)
 {
     assert(!image.isNull());
-    std::int64_t bytes = std::int64_t{image.width()} * image.height() * image.depth() / 8;
-    std::int64_t limit = std::min<std::int64_t>(QPixmapCache::cacheLimit() + bytes, kMaxCacheLimit);
+    std::int64_t const bytes = std::int64_t{image.width()} * image.height() * image.depth() / 8;
+    std::int64_t const limit = std::min<std::int64_t>(QPixmapCache::cacheLimit() + bytes, kMaxCacheLimit);
     QPixmapCache::setCacheLimit(static_cast<int>(limit));
-    QPixmapCache::insert(name, image);
+    QPixmapCache::insert(cacheKey(file), image);
 }
 
-int logFailure(sstring const& name, char const* why)
+guiPictureRef logFailure(sstring const& name, char const* why)
 {
     velaLog("guiLoadImage() - failed to load image %s; %s\n", velaPrintable(name).c_str(), why);
-    return 0;
+    return nullptr;
 }
+
+constexpr char kNotFound[] = "file not found";
+constexpr char kBadFormat[] = "bad format";
+constexpr char kNoMemory[] = "no memory is left for pictures";
+
+/// One load of a picture.
+class pictureLoad
+{
+public:
+    pictureLoad(ScriptObject* owner, sstring const& name, QSize shown)
+        : m_name(name), m_file(owner, name), m_shown(shown)
+    {}
+
+    guiPictureRef run()
+    {
+        if (!m_file.exists())
+            return logFailure(m_name, kNotFound);
+        if (guiPictureRef picture = findDecoded())
+            return picture;
+        return decode();
+    }
+
+private:
+    guiPictureStore& store() { return guiPictureStore::instance(); }
+
+    /// The picture that others show, or the one that nobody shows any more.
+    guiPictureRef findDecoded()
+    {
+        QPixmap image;
+        if (auto const kind = store().kindOf(m_file.state()))
+            return store().find(m_file.state(), kind->decodedSize(m_shown));
+        if (!QPixmapCache::find(cacheKey(m_file.state()), &image))
+            return nullptr;
+        guiPictureKind const kind{image.size()};
+        guiPictureMemory memory;
+        if (kind.decodedSize(m_shown) != kind.size || !memory.take(guiPictureReader::bytesOf(kind.size)))
+            return nullptr;
+        return store().add(m_file.state(), kind, image, std::move(memory));
+    }
+
+    guiPictureRef decode()
+    {
+        QByteArray bytes;
+        if (!m_file.read(bytes))
+            return logFailure(m_name, kNotFound);
+        guiPictureReader reader(bytes);
+        guiPictureKind const& kind = reader.kind();
+        if (kind.size.isEmpty())
+            return logFailure(m_name, kBadFormat);
+        QSize const size = kind.decodedSize(m_shown);
+        guiPictureMemory memory;
+        if (!memory.take(guiPictureReader::bytesOf(size)))
+            return logFailure(m_name, kNoMemory);
+        QPixmap const image = reader.decode(size);
+        if (image.isNull())
+            return logFailure(m_name, kBadFormat);
+        if (size == kind.size && !kind.isVector && !kind.isAnimated)
+            cacheImage(m_file.state(), image);
+        return store().add(m_file.state(), kind, image, std::move(memory));
+    }
+
+    sstring const& m_name;
+    guiPictureFile m_file;
+    QSize m_shown;
+};
 
 } // namespace
 
-int guiLoadImage(ScriptObject* owner, sstring const& name, QPixmap& image)
+guiPictureRef guiLoadPicture(ScriptObject* owner, sstring const& name, QSize shown)
 {
     assertOnGuiThread();
-    QString const key = sstoq(name);
-    if (QPixmapCache::find(key, &image))
-        return 1;
-    void const* data = nullptr;
-    unsigned length = 0;
-    HostLoadFile* files = guiControlHost::current().loadFile();
-    if (!files || !files->readFile(owner, name, &data, &length))
-        return logFailure(name, "file not found");
-    if (!decode(data, length, image))
-        return logFailure(name, "bad format");
-    cacheImage(key, image);
-    return 1;
+    return pictureLoad(owner, name, shown).run();
+}
+
+int guiLoadImage(ScriptObject* owner, sstring const& name, QPixmap& image)
+{
+    guiPictureRef const picture = guiLoadPicture(owner, name);
+    if (picture)
+        image = picture->image;
+    return picture != nullptr;
 }
 
 QPixmap guiLoadImage(ScriptObject* owner, sstring const& name)

@@ -3,6 +3,7 @@
 
 #include "controls/guicontrolhost.h"
 #include "controls/guihtmlimage.h"
+#include "controls/guipicturefile.h"
 #include "foundation/pmutex.h"
 #include "foundation/threading.h"
 #include "foundation/vela-log.h"
@@ -12,6 +13,7 @@
 #include <algorithm>
 #include <cassert>
 #include <ctime>
+#include <map>
 #include <utility>
 
 namespace {
@@ -20,6 +22,37 @@ bool isSound(sstring const& name)
 {
     unsigned const dot = name.rfind('.');
     return dot != sstring::npos && guiIsWord(name.subString(dot), ".wav");
+}
+
+/// What movies that live have read, by file.
+std::map<guiFileState, std::weak_ptr<guiVideo const>>& shownVideos()
+{
+    static std::map<guiFileState, std::weak_ptr<guiVideo const>> videos;
+    return videos;
+}
+
+std::shared_ptr<guiVideo const> shownVideo(guiFileState const& file)
+{
+    std::erase_if(shownVideos(), [](auto const& each) { return each.second.expired(); });
+    auto const found = shownVideos().find(file);
+    return found == shownVideos().end() ? nullptr : found->second.lock();
+}
+
+/// Null when the bytes are no movie.
+std::shared_ptr<guiVideo const> readVideo(sstring const& name, QByteArray const& bytes)
+{
+    auto video = std::make_shared<guiVideo>();
+    if (isSound(name))
+        video->audio.assign(bytes.begin(), bytes.end());
+    else
+        loadVideo(bytes.constData(), static_cast<std::size_t>(bytes.size()), *video);
+    return video->audio.empty() && video->frames.empty() ? nullptr : video;
+}
+
+int logFailure(sstring const& name, char const* why)
+{
+    velaLog("guiMovie::loadFile() - failed to load movie %s; %s\n", velaPrintable(name).c_str(), why);
+    return 0;
 }
 
 /// Waits until the event is set or the time has passed.
@@ -38,7 +71,7 @@ void waitAtMost(pevent* event, unsigned milliseconds)
 
 } // namespace
 
-guiMovie::guiMovie() : m_lock(pmutex_create()), m_wake(pevent_create()) {}
+guiMovie::guiMovie() : m_video(std::make_shared<guiVideo const>()), m_lock(pmutex_create()), m_wake(pevent_create()) {}
 
 guiMovie::guiMovie(ScriptObject* owner, sstring const& name) : guiMovie() { loadFile(owner, name); }
 
@@ -56,25 +89,32 @@ int guiMovie::loadFile(ScriptObject* owner, sstring const& name)
 {
     assertOnGuiThread();
     freeMovie();
-    void const* data = nullptr;
-    unsigned length = 0;
-    bool const isKnown = isMovie(name);
-    HostLoadFile* files = guiControlHost::current().loadFile();
-    bool const isRead = isKnown && files && files->readFile(owner, name, &data, &length);
-    if (isRead && isSound(name))
-        m_video.audio.assign(static_cast<unsigned char const*>(data), static_cast<unsigned char const*>(data) + length);
-    if (isRead && (hasAudio() || loadVideo(data, length, m_video)))
+    if (!isMovie(name))
+        return logFailure(name, "bad format");
+    guiPictureFile file(owner, name);
+    if (auto shown = shownVideo(file.state())) {
+        m_video = std::move(shown);
         return 1;
-    velaLog("guiMovie::loadFile() - failed to load movie %s; %s\n", velaPrintable(name).c_str(),
-            isKnown && !isRead ? "file not found" : "bad format");
-    return 0;
+    }
+    QByteArray bytes;
+    if (!file.exists() || !file.read(bytes))
+        return logFailure(name, "file not found");
+    std::shared_ptr<guiVideo const> video = readVideo(name, bytes);
+    if (!video)
+        return logFailure(name, "bad format");
+    if (video->isCut)
+        velaLog("guiMovie::loadFile() - movie %s is cut short; no memory is left for pictures\n",
+                velaPrintable(name).c_str());
+    shownVideos()[file.state()] = video;
+    m_video = std::move(video);
+    return 1;
 }
 
 void guiMovie::freeMovie()
 {
     stop();
     assertAtRestOrOnPlayer();
-    m_video = {};
+    m_video = std::make_shared<guiVideo const>();
     m_next = 0;
 }
 
@@ -155,8 +195,8 @@ void guiMovie::run()
         }
         if (!showNext())
             break;
-        assert(m_next >= 1 && m_next <= m_video.frames.size());
-        unsigned const duration = m_video.frames[m_next - 1].duration;
+        assert(m_next >= 1 && m_next <= m_video->frames.size());
+        unsigned const duration = m_video->frames[m_next - 1].duration;
         waitAtMost(m_wake, std::max(duration, kShortestFrame));
     }
     m_isPlaying = false;
@@ -167,12 +207,12 @@ void guiMovie::run()
 /// Hands the next frame over; false when there is none left, or none at all.
 bool guiMovie::showNext()
 {
-    if (m_next >= m_video.frames.size()) {
+    if (m_next >= m_video->frames.size()) {
         if (!m_isLooping || !hasVideo())
             return false;
         m_next = 0;
     }
-    VideoFrame& frame = m_video.frames[m_next++];
+    VideoFrame const& frame = m_video->frames[m_next++];
     if (m_target)
         m_target->setMovieFrame(&frame.image);
     return true;

@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <cassert>
+#include <memory>
 #include <pthread.h>
 
 class guiHtmlImage;
@@ -39,9 +40,9 @@ public:
     /// Stops the movie and frees what was loaded.
     void freeMovie();
     bool isValid() const { return hasVideo() || hasAudio(); }
-    bool hasVideo() const { return !m_video.frames.empty(); }
-    bool hasAudio() const { return !m_video.audio.empty(); }
-    std::vector<VideoFrame> const& getFrames() const { return m_video.frames; }
+    bool hasVideo() const { return !m_video->frames.empty(); }
+    bool hasAudio() const { return !m_video->audio.empty(); }
+    std::vector<VideoFrame> const& getFrames() const { return m_video->frames; }
 
     /// The node that shows the frames, not owned; null: none. Only while no player runs.
     void setRenderTarget(guiHtmlImage* target);
@@ -65,7 +66,7 @@ private:
     /// Ends the program while the player runs on another thread, in builds with assertions.
     void assertAtRestOrOnPlayer() const TARN_PROVES(m_player) { assert(m_player.isHeld()); }
 
-    guiVideo m_video; // constant while a player runs
+    std::shared_ptr<guiVideo const> m_video; // never null; shared by all movies of one file
     guiHtmlImage* m_target = nullptr;
     std::atomic<bool> m_isPlaying{false};
     std::atomic<bool> m_isPaused{false};

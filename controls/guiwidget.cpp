@@ -201,7 +201,18 @@ void guiWidget::mousePressEvent(QMouseEvent* event)
     // pointer that did not move, and moves are discarded while a handler runs. It fires no event for this call.
     if (node->getType() == guiHtml::kTypeText)
         node->onMouseMove(x, y);
-    node->onMouseDown(x, y);
+    press(node, event->button(), x, y);
+}
+
+/// Only the left button follows links and areas and drags frames; of other buttons a page hears where it asks for them.
+void guiWidget::press(guiHtml* node, Qt::MouseButton button, int x, int y)
+{
+    int const type = node->getType();
+    bool const isOwn = type == guiHtml::kTypeText || type == guiHtml::kTypeImage || type == guiHtml::kTypeFrameset;
+    if (button == Qt::LeftButton || !isOwn)
+        node->onMouseDown(x, y);
+    else if (type != guiHtml::kTypeText)
+        node->guiHtml::onMouseDown(x, y);
 }
 
 void guiWidget::mouseReleaseEvent(QMouseEvent* event)

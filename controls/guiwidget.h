@@ -76,6 +76,7 @@ private:
     guiPageRoot* livePage() const { return deletePending ? nullptr : htmlBase; }
     void unbind();
     void hover(QPoint at) TARN_ON(velaGuiRole);
+    static void press(guiHtml* node, Qt::MouseButton button, int x, int y) TARN_ON(velaGuiRole);
     void paintRegion(QRegion const& region) TARN_ON(velaGuiRole);
     void paintPage(QPaintDevice* device, QRegion const& region) TARN_ON(velaGuiRole);
     void ensureBuffer() TARN_ON(velaGuiRole);

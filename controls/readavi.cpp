@@ -1,6 +1,7 @@
 // controls/readavi.cpp: see readavi.h. The numbers in the files are little-endian.
 #include "controls/readavi.h"
 
+#include "controls/guipicturereader.h"
 #include "foundation/vela-threadrole.h"
 
 #include <algorithm>
@@ -9,8 +10,7 @@
 
 namespace {
 
-constexpr unsigned kMaxSide = 16384;                        // pixels
-constexpr std::size_t kMaxDecoded = std::size_t{512} << 20; // bytes of all frames together
+constexpr unsigned kMaxSide = 16384; // pixels
 constexpr unsigned kRiff = BuildFCC('R', 'I', 'F', 'F');
 constexpr unsigned kList = BuildFCC('L', 'I', 'S', 'T');
 
@@ -63,28 +63,22 @@ void skip(DataStream& in, chunk const& done)
     in.align();
 }
 
-/// Decoded frames and how much memory they take.
-class frameList
+/// Adds a frame from the bytes of a picture file; false when they are none, or when no memory is left for it.
+bool addFrame(guiVideo& video, unsigned char const* file, std::size_t size, unsigned duration)
 {
-public:
-    explicit frameList(std::vector<VideoFrame>& frames) : m_frames(frames) {}
-
-    bool add(unsigned char const* file, std::size_t size, unsigned duration)
-    {
-        QPixmap image;
-        if (size > kMaxDecoded || !image.loadFromData(file, static_cast<uint>(size)))
-            return false;
-        m_decoded += static_cast<std::size_t>(image.width()) * static_cast<std::size_t>(image.height()) * 4;
-        if (m_decoded > kMaxDecoded)
-            return false;
-        m_frames.push_back({image, duration});
-        return true;
-    }
-
-private:
-    std::vector<VideoFrame>& m_frames;
-    std::size_t m_decoded = 0;
-};
+    guiPictureReader reader(QByteArray::fromRawData(reinterpret_cast<char const*>(file), static_cast<qsizetype>(size)));
+    QSize const pixels = reader.kind().size;
+    if (pixels.isEmpty())
+        return false;
+    video.isCut = !video.memory.take(guiPictureReader::bytesOf(pixels));
+    if (video.isCut)
+        return false;
+    QPixmap const image = reader.decode(pixels);
+    if (image.isNull())
+        return false;
+    video.frames.push_back({image, duration});
+    return true;
+}
 
 void append(std::vector<unsigned char>& to, void const* bytes, std::size_t count)
 {
@@ -214,22 +208,21 @@ std::vector<unsigned char> toBmp(unsigned char const* pixels, std::size_t size, 
     return file;
 }
 
-bool readFrame(DataStream& in, chunk const& part, aviHeader const& header, frameList& frames)
+bool readFrame(DataStream& in, chunk const& part, aviHeader const& header, guiVideo& video)
 {
     unsigned const bits = part.size <= in.left() ? bitsOf(part.size, header) : 0;
     if (bits == 0)
         return false;
     std::vector<unsigned char> const file = toBmp(in.here(), part.size, header, bits);
-    return frames.add(file.data(), file.size(), header.microseconds / 1000);
+    return addFrame(video, file.data(), file.size(), header.microseconds / 1000);
 }
 
 void readMovie(DataStream& in, aviHeader const& header, guiVideo& video)
 {
-    frameList frames(video.frames);
     chunk part;
     while (readChunk(in, &part)) {
         if (EqualsFCC(part.id, BuildFCC(0, 0, 'd', 'b'))) {
-            if (!readFrame(in, part, header, frames))
+            if (!readFrame(in, part, header, video))
                 return;
         } else if (!EqualsFCC(part.id, BuildFCC(0, 0, 'w', 'b')) || part.size > in.left()) {
             return;
@@ -262,19 +255,18 @@ bool loadVideo_avi(DataStream& in, guiVideo& video)
 
 // ---- AVZ ----
 
-bool readPicture(DataStream& in, chunk const& part, frameList& frames)
+bool readPicture(DataStream& in, chunk const& part, guiVideo& video)
 {
     unsigned duration = 0;
     return part.size >= 4 && part.size <= in.left() && readNumber(in, &duration) &&
-           frames.add(in.here(), part.size - 4, duration);
+           addFrame(video, in.here(), part.size - 4, duration);
 }
 
 bool loadVideo_avz(DataStream& in, guiVideo& video)
 {
-    frameList frames(video.frames);
     chunk part;
     while (readChunk(in, &part)) {
-        if (part.id == BuildFCC('v', 'i', 'd', 'f') && !readPicture(in, part, frames))
+        if (part.id == BuildFCC('v', 'i', 'd', 'f') && !readPicture(in, part, video))
             break;
         if (part.id == BuildFCC('a', 'u', 'd', 'f') && video.audio.empty() && part.size <= in.left())
             append(video.audio, in.here(), part.size);

@@ -3,6 +3,8 @@
 // that are left before it is used.
 #pragma once
 
+#include "controls/guipicturememory.h"
+
 #include <QPixmap>
 #include <cassert>
 #include <cstddef>
@@ -60,6 +62,8 @@ struct guiVideo
 {
     std::vector<unsigned char> audio; ///< a WAV file; empty without sound
     std::vector<VideoFrame> frames;
+    guiPictureMemory memory; ///< that of the frames
+    bool isCut = false;      ///< there was no memory left for the other frames
 };
 
 /// Reads a movie. 1 when it has sound or at least one frame; else 0, and `video` is empty. Reading ends at the first

@@ -158,9 +158,12 @@ private:
     void reserved13() override {}
 };
 
-/// HostPlatform without its reserved positions.
+/// HostPlatform without its reserved positions, and with the usual memory for pictures.
 class HostPlatformSlots : public HostPlatform
 {
+public:
+    unsigned pictureMemory() override { return 0; }
+
 protected:
     ~HostPlatformSlots() = default;
 
@@ -170,7 +173,6 @@ private:
     void reserved3() override {}
     void reserved4() override {}
     void reserved5() override {}
-    void reserved9() override {}
 };
 
 /// HostLoadFile without its reserved positions.

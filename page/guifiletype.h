@@ -11,7 +11,6 @@ enum guiFindFileType : int
     kFileOther = 2,
 };
 
-/// The kind of a file by its last extension, without regard to case: ".bmp", ".gif", ".jpg", ".jpeg" and ".png" are
-/// pictures,
-/// ".wav", ".avi" and ".avz" movies.
+/// The kind of a file by its last extension, without regard to case: ".bmp", ".gif", ".jpg", ".jpeg", ".png" and what
+/// else the toolkit can read are pictures, ".wav", ".avi" and ".avz" movies.
 int getFindFileType(sstring const& name);

@@ -10,7 +10,6 @@
 #include "page/guipagehost.h"
 #include "page/guipageroot.h"
 
-#include <QPixmap>
 #include <QScrollBar>
 #include <QWidget>
 
@@ -158,13 +157,13 @@ int guiHtml::loadPicture(sstring const& path) { return setText(picturePage(path)
 int guiHtml::loadBackground(sstring file)
 {
     assertOnGuiThread();
-    QPixmap image;
     guiNodeWatch self(this);
     sstring const path = guiFullName(this, file);
-    if (!guiPageHost::current().readImage(guiPageObjectOf(this), path, image) || !self.alive())
+    guiPictureRef const picture = guiPageHost::current().readImage(guiPageObjectOf(this), path);
+    if (!picture || !self.alive())
         return 0;
     setString(kStringBackground, file);
-    setBackgroundPixmap(image);
+    setBackgroundPicture(picture);
     update();
     return 1;
 }
@@ -173,7 +172,7 @@ int guiHtml::loadBackground(sstring file)
 int guiHtml::setBackgroundImage(sstring const& file)
 {
     setString(kStringBackground, file);
-    clearBackgroundPixmap();
+    clearBackgroundPicture();
     return 1;
 }
 

@@ -40,7 +40,7 @@ guiHtml::rare_t::rare_t(rare_t const& other)
       captionWidth(other.captionWidth),
       captionHeight(other.captionHeight),
       texts(other.texts),
-      backgroundImage(other.backgroundImage ? std::make_unique<QPixmap>(*other.backgroundImage) : nullptr),
+      backgroundImage(other.backgroundImage),
       scroll(other.scroll ? std::make_unique<scroll_t>(*other.scroll) : nullptr)
 {
     if (scroll)
@@ -158,15 +158,19 @@ void guiHtml::setTabIndex(int index)
         ensureRare().tabIndex = index;
 }
 
-QPixmap const* guiHtml::getBackgroundPixmap() const { return rare().backgroundImage.get(); }
-
-void guiHtml::setBackgroundPixmap(QPixmap const& image)
+QPixmap const* guiHtml::getBackgroundPixmap() const
 {
-    assertOnGuiThread();
-    ensureRare().backgroundImage = std::make_unique<QPixmap>(image);
+    guiPictureRef const& picture = rare().backgroundImage;
+    return picture ? &picture->image : nullptr;
 }
 
-void guiHtml::clearBackgroundPixmap()
+void guiHtml::setBackgroundPicture(guiPictureRef const& picture)
+{
+    assertOnGuiThread();
+    ensureRare().backgroundImage = picture;
+}
+
+void guiHtml::clearBackgroundPicture()
 {
     if (m.rare)
         m.rare->backgroundImage.reset();

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "page/guihtml.h"
+#include "page/guipicture.h"
 
-#include <QPixmap>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,7 +31,7 @@ struct guiHtml::rare_t
     int tabIndex = kNoTabIndex;
     unsigned captionWidth = 0;
     unsigned captionHeight = 0;
-    std::vector<namedText> texts;             // at most one per guiNodeString
-    std::unique_ptr<QPixmap> backgroundImage; // null: none is loaded
+    std::vector<namedText> texts;  // at most one per guiNodeString
+    guiPictureRef backgroundImage; // null: none is loaded
     std::unique_ptr<scroll_t> scroll;
 };

@@ -19,6 +19,7 @@ class guiWidget;
 class QFont;
 class QPainter;
 class QPixmap;
+struct guiPicture;
 class QRegion;
 class QScrollBar;
 class QWidget;
@@ -312,8 +313,8 @@ public:
     /// The loaded background image, null when none is loaded.
     QPixmap const* getBackgroundPixmap() const;
     bool isBackgroundLoaded() const { return getBackgroundPixmap() != nullptr; }
-    void setBackgroundPixmap(QPixmap const& image);
-    void clearBackgroundPixmap();
+    void setBackgroundPicture(std::shared_ptr<guiPicture const> const& picture);
+    void clearBackgroundPicture();
 
     /// Whether the node has or had scroll bars or a scroll position.
     bool isScrolled() const { return (m.rareParts & kRareScroll) != 0; }

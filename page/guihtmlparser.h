@@ -68,6 +68,8 @@ public:
     /// Number of open elements, including those around the page's node. A reader that recurses by itself adds its own
     /// levels to this and stops at kMaxNesting.
     unsigned depth() const { return m_depth; }
+    /// The link around the element that is read, as guiHtml::onHyperlink() takes it; "" outside of one.
+    sstring const& getLink() const { return m_link; }
     /// What is wrong in the page, for readers that find something.
     guiPageMistakes& mistakes() { return m_mistakes; }
     /// Logs, once for each page, that elements are nested deeper than kMaxNesting and are flattened. `line`: of the first.

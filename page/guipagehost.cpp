@@ -22,7 +22,7 @@ void guiPageHost::postTrigger(guiHtml*) {}
 sstring guiPageHost::resolvePath(ScriptObject*, sstring const& path) { return path; }
 int guiPageHost::readText(ScriptObject*, sstring const&, sstring&) { return 0; }
 int guiPageHost::filterText(guiPageRoot*, sstring&, sstring&) { return 1; }
-int guiPageHost::readImage(ScriptObject*, sstring const&, QPixmap&) { return 0; }
+guiPictureRef guiPageHost::readImage(ScriptObject*, sstring const&, QSize) { return nullptr; }
 
 guiPageHost& guiPageHost::current()
 {

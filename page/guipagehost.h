@@ -4,10 +4,10 @@
 #pragma once
 
 #include "foundation/vela-string.h"
+#include "page/guipicture.h"
 
 class guiHtml;
 class guiPageRoot;
-class QPixmap;
 class ScriptObject;
 
 /// Every function has a default answer here. GUI thread, unless it says otherwise. A function that runs script may
@@ -38,8 +38,10 @@ public:
     virtual int readText(ScriptObject* owner, sstring const& path, sstring& text);
     /// Runs the content filters over a page's text, in place. 0 when that failed. Runs script. `root` may be null.
     virtual int filterText(guiPageRoot* root, sstring& name, sstring& text);
-    /// Decodes an image file; 0, after a log line, when that failed.
-    virtual int readImage(ScriptObject* owner, sstring const& path, QPixmap& image);
+    /// The picture in a file, shared with all who show it. It has at least as many pixels as it is shown with, `shown`
+    /// (a side that is not above 0 follows the other), if the file has as many. Null, after a log line, when it can not
+    /// be decoded.
+    virtual guiPictureRef readImage(ScriptObject* owner, sstring const& path, QSize shown = QSize());
 
     /// The installed host, or one that gives the default answers. Any thread.
     static guiPageHost& current();

@@ -106,9 +106,9 @@ int guiComponentHost::filterText(guiPageRoot* root, sstring& name, sstring& text
     return guiFilter_load(page, name, text, page, window->getFormObject());
 }
 
-int guiComponentHost::readImage(ScriptObject* owner, sstring const& path, QPixmap& image)
+guiPictureRef guiComponentHost::readImage(ScriptObject* owner, sstring const& path, QSize shown)
 {
-    return guiLoadImage(owner, path, image);
+    return guiLoadPicture(owner, path, shown);
 }
 
 // ---- Threads ----

@@ -17,7 +17,7 @@ public:
     sstring resolvePath(ScriptObject* owner, sstring const& path) override;
     int readText(ScriptObject* owner, sstring const& path, sstring& text) override;
     int filterText(guiPageRoot* root, sstring& name, sstring& text) override;
-    int readImage(ScriptObject* owner, sstring const& path, QPixmap& image) override;
+    guiPictureRef readImage(ScriptObject* owner, sstring const& path, QSize shown) override;
 
     bool isGuiThread() const override;
     bool isScriptThread() const override;

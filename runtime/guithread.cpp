@@ -18,6 +18,7 @@
 #include <mutex>
 #include <set>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -85,6 +86,15 @@ void startMessageHandler(QtMsgType type, QMessageLogContext const&, QString cons
                  qgetenv("DISPLAY").constData());
     std::fflush(stderr);
     std::_Exit(1);
+}
+
+/// Qt counts the references to its record of a thread that it has not started itself, and when the process ends it
+/// gives back one more than it took: the record would be freed while objects of its plugins still refer to it. An
+/// object of this thread that is never deleted holds the reference that is missing then.
+void keepThreadRecord()
+{
+    static auto& kept = *new std::vector<QObject*>; // one for each GUI thread that the process has had
+    kept.push_back(new QObject);
 }
 
 template <class Node>
@@ -232,6 +242,7 @@ void guiThread::run()
 {
     m_f.guiThreadId = pthread_self();
     velaGuiRole.claim();
+    keepThreadRecord();
     startApplication();
     pevent_set(m_f.started);
     QApplication::exec();

@@ -363,7 +363,8 @@ public:
     virtual ScriptArgs* createArgs(ScriptEngine* engine) = 0;
     /// 8: a value, null at first.
     virtual ScriptValue* createValue(ScriptEngine* engine) = 0;
-    virtual void reserved9() = 0;
+    /// 9 (extension): how much memory all decoded pictures and movies may take together, in MiB; 0: as usual, 512.
+    virtual unsigned pictureMemory() = 0;
     /// 10
     virtual void destroyObject(ScriptObject* object) = 0;
     /// 11

@@ -7,7 +7,7 @@ packages_for() {
     case $1 in
         page | program) base_packages ;;
         test) base_packages && documentation_packages && echo lld ;;
-        display) echo xvfb openbox x11-utils xdotool imagemagick ;;
+        display) echo xvfb openbox x11-utils xdotool imagemagick valgrind ;;
         bench) base_packages && bench_packages ;;
         fuzz) base_packages && echo clang libclang-rt-dev llvm ;;
         lint) base_packages && echo clang-format-14 clang-tidy-14 shellcheck ;;
@@ -16,7 +16,8 @@ packages_for() {
 
 # Enough to build everything that the preset `dev` builds.
 base_packages() {
-    echo g++ cmake ninja-build libicu-dev libuv1-dev qt6-base-dev libgtest-dev fonts-dejavu-core
+    echo g++ cmake ninja-build libicu-dev libuv1-dev qt6-base-dev libgtest-dev fonts-dejavu-core \
+        qt6-multimedia-dev libqt6multimedia6 qt6-image-formats-plugins libqt6svg6
 }
 
 # The benchmark library, and the libraries that pages and windows are compared with.

@@ -51,6 +51,7 @@ NativeHost::NativeHost(NativeHostOptions options) : m_component(options.componen
         throw std::runtime_error("NativeHost: there is a host in this process already");
     files().setFolder(std::move(options.folder));
     files().addFolder("GuiWindow", TARN_PACKAGE_FILES);
+    m_engine->manager().platform().setPictureMemory(options.pictureMemory);
     current = this;
     try {
         start();

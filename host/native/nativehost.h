@@ -22,6 +22,8 @@ struct NativeHostOptions
     std::filesystem::path folder = ".";
     /// The component; by default the one that the program is linked with.
     NativeEntryPoints component = NativeEntryPoints::linked();
+    /// What all decoded pictures and movies may take together, in MiB; 0: as usual, 512.
+    unsigned pictureMemory = 0;
 };
 
 /// Starts the component and ends it. One at a time in a process; the thread that makes it is the script thread, on

@@ -24,6 +24,7 @@ public:
     /// How many argument lists the calling thread has made and not destroyed. Not 0 while the component calls script,
     /// and while it prepares such a call or waits behind it.
     static int argumentListsInUse();
+    void setPictureMemory(unsigned mebibytes) { m_pictureMemory = mebibytes; }
 
     // What the component calls.
     ScriptObject* createObject(ScriptEngine* engine) override;
@@ -32,10 +33,12 @@ public:
     void destroyObject(ScriptObject* object) override;
     void destroyArgs(ScriptArgs* args) override;
     void destroyValue(ScriptValue* value) override;
+    unsigned pictureMemory() override { return m_pictureMemory; }
 
 private:
     NativeEngine& m_engine;
     std::atomic<int> m_objects{0};
     std::atomic<int> m_args{0};
     std::atomic<int> m_values{0};
+    std::atomic<unsigned> m_pictureMemory{0};
 };

@@ -4,6 +4,7 @@
 #include "host/node/nodeengine.h"
 
 #include <cassert>
+#include <cstdlib>
 #include <cstring>
 
 namespace {
@@ -46,6 +47,13 @@ void NodePlatform::destroyArgs(ScriptArgs* args)
 int NodePlatform::argumentListsInUse() { return listsOfThisThread; }
 
 void NodePlatform::destroyValue(ScriptValue* value) { delete static_cast<NodeValue*>(value); }
+
+// TARN_PICTURE_MEMORY of the environment, which a program may set itself, in MiB.
+unsigned NodePlatform::pictureMemory()
+{
+    char const* const text = std::getenv("TARN_PICTURE_MEMORY");
+    return text ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : 0;
+}
 
 std::string NodeFileService::resolve(ScriptObject* relativeTo, sstring const& path) const
 {

@@ -5,7 +5,9 @@
 #include "tests/controls/pagewindow.h"
 #include "tests/support/fakescript.h"
 
+#include <QApplication>
 #include <QElapsedTimer>
+#include <QMouseEvent>
 #include <QRegion>
 #include <gtest/gtest.h>
 #include <random>
@@ -64,6 +66,70 @@ TEST(ShownImages, TakeTheSizeOfTheirPictureAndTheirFrame)
     EXPECT_EQ(shown.image->getHeightEstimate(100), 14);
     guiHtmlImage lone;
     EXPECT_EQ(lone.getPreferredWidth() + lone.getHeightEstimate(9), 0);
+}
+
+namespace {
+
+/// The size that an image of 4 by 4 pixels asks for when the page gives this width and height; 0 for none.
+QSize wantedSize(unsigned width, unsigned height, int border = 0)
+{
+    ShownImage shown;
+    shown.image->m.border = border;
+    if (width) {
+        shown.image->m.fixed.unitX = kUnitPixels;
+        shown.image->m.fixed.x = width;
+    }
+    if (height) {
+        shown.image->m.fixed.unitY = kUnitPixels;
+        shown.image->m.fixed.y = height;
+    }
+    return {shown.image->getPreferredWidth(), shown.image->getHeightEstimate(100)};
+}
+
+} // namespace
+
+TEST(ShownImages, AskForExactlyThePixelsThatThePageGives)
+{
+    EXPECT_EQ(wantedSize(3, 2), QSize(3, 2));
+    EXPECT_EQ(wantedSize(30, 20), QSize(30, 20));
+    EXPECT_EQ(wantedSize(8, 2, 1), QSize(8, 2)); // the frame is inside
+}
+
+TEST(ShownImages, KeepTheirProportionWhenThePageGivesOneSide)
+{
+    EXPECT_EQ(wantedSize(2, 0), QSize(2, 2));
+    EXPECT_EQ(wantedSize(0, 12), QSize(12, 12));
+    EXPECT_EQ(wantedSize(12, 0, 1), QSize(12, 12));
+    EXPECT_EQ(wantedSize(1, 0, 1), QSize(2, 2)); // nothing but the frame
+}
+
+TEST(ShownImages, AreDrawnAsSmallAsTheyAskFor)
+{
+    ShownImage shown;
+    shown.image->m.fixed.unitX = kUnitPixels;
+    shown.image->m.fixed.x = 2;
+    Canvas canvas;
+    canvas.paint(shown.image, shown.window.widget);
+    EXPECT_EQ(canvas.difference([](int x, int y) {
+        return x >= 10 && x < 12 && y >= 15 && y < 17 ? qRgb(0, 255, 0) : Canvas::kUntouched;
+    }),
+              "");
+}
+
+TEST(ShownImages, DoNotStretchThePictureOfAMissingFile)
+{
+    ShownImage shown;
+    shown.host.files["vfs://GuiWindow/broken.png"] = "";
+    shown.image->setSource("none.png");
+    shown.image->m.fixed.unitX = shown.image->m.fixed.unitY = kUnitPixels;
+    shown.image->m.fixed.x = 20;
+    shown.image->m.fixed.y = 12;
+    Canvas canvas;
+    canvas.paint(shown.image, shown.window.widget);
+    EXPECT_EQ(canvas.difference([](int x, int y) {
+        return x >= 10 && x < 14 && y >= 14 && y < 18 ? qRgb(0, 255, 0) : Canvas::kUntouched;
+    }),
+              "");
 }
 
 TEST(ShownImages, LoadASourceOnce)
@@ -191,8 +257,23 @@ TEST(MapShapes, TakeOddCoordinatesAsFarAsTheyMakeSense)
               ";");
     EXPECT_EQ(linksOf("<area shape=poly coords=0,0,10,0,0,10,99 href=p>", {{2, 2}, {50, 5}}), "p;;"); // 99 has no y
     EXPECT_EQ(linksOf("<area shape=poly coords=0,0,10,10 href=p>", {{5, 5}}), ";");
-    EXPECT_EQ(linksOf("<area shape=default coords=0,0,9,9 href=d><area coords=0,0,9,9 href=n>", {{5, 5}}), ";");
     EXPECT_EQ(linksOf("<area shape=rect coords=a,b,9,x9 href=r>", {{0, 0}}), ";"); // 0,0,9,0
+}
+
+TEST(MapShapes, HaveSecondNamesAndRectanglesNeedNone)
+{
+    EXPECT_EQ(linksOf("<area coords=0,0,9,9 href=n><area shape=rectangle coords=10,0,19,9 href=r>"
+                      "<area shape=circ coords=25,5,4 href=c><area shape=polygon coords=30,0,40,0,30,10 href=p>"
+                      "<area shape=oval coords=50,0,60,10 href=o>",
+                      {{5, 5}, {15, 5}, {25, 5}, {32, 2}, {55, 5}}),
+              "n;r;c;p;;");
+}
+
+TEST(MapShapes, ADefaultIsWhereNothingElseIs)
+{
+    EXPECT_EQ(linksOf("<area shape=default href=d><area shape=rect coords=0,0,9,9 href=r>", {{5, 5}, {700, 9}}),
+              "r;d;");
+    EXPECT_EQ(linksOf("<area shape=default><area shape=DEFAULT href=d>", {{5, 5}}), "d;");
 }
 
 TEST(MapShapes, AreTriedInTheirOrderPastThoseWithoutALink)
@@ -231,6 +312,37 @@ TEST(ImageLinks, OfAMapCountInThePicturesOwnPixels)
     shown.image->m.fixed.unitX = shown.image->m.fixed.unitY = kUnitPixels;
     shown.image->onMouseDown(15, 9); // stretched to 20 by 12
     EXPECT_EQ(shown.image->links.size(), 2u);
+}
+
+TEST(ImageLinks, AreThoseOfTheLinkAroundThePicture)
+{
+    PageWindow window;
+    FakeHost host;
+    window.root.setText("<a href=p.html target=t>text<img name=i><table><tr><td><img name=c></table></a><img name=o>"
+                        "<a href=p.html><img name=m onclick=own></a>",
+                        "");
+    auto linkOf = [&window](char const* name) {
+        return std::string(dynamic_cast<guiHtmlImage&>(*window.root.getNamed(name)).getMappedLink(0, 0).c_str());
+    };
+    EXPECT_EQ(linkOf("i"), "{t}p.html");
+    EXPECT_EQ(linkOf("c"), "{t}p.html");
+    EXPECT_EQ(linkOf("o"), "");
+    EXPECT_EQ(linkOf("m"), "own");
+}
+
+TEST(ImageLinks, AreFollowedByTheLeftButtonOnly)
+{
+    ShownImage shown;
+    shown.image->setLink("event://own");
+    auto press = [&shown](Qt::MouseButton button) {
+        QMouseEvent event(QEvent::MouseButtonPress, {12, 16}, {12, 16}, button, button, Qt::NoModifier);
+        shown.image->links.clear();
+        QApplication::sendEvent(shown.window.widget, &event);
+        return std::count(shown.image->links.begin(), shown.image->links.end(), "event://own");
+    };
+    EXPECT_EQ(press(Qt::RightButton), 0);
+    EXPECT_EQ(press(Qt::MiddleButton), 0);
+    EXPECT_EQ(press(Qt::LeftButton), 1);
 }
 
 TEST(ImageLinks, TurnThePointerIntoAHand)

@@ -112,7 +112,7 @@ TEST_F(Scrolling, APictureBehindTheContentStaysWhereItIs)
     tile.fill(Qt::yellow);
     QPainter(&tile).fillRect(0, 0, 3, 2, Qt::blue);
     frame->setBackgroundImage(sstring("tile.png"));
-    frame->setBackgroundPixmap(tile);
+    frame->setBackgroundPicture(std::make_shared<guiPicture const>(guiPicture{tile, tile.size()}));
     stripes->m.rect.width = 40;
     window.widget->update();
     PageWindow::settle();

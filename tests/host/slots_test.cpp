@@ -133,6 +133,7 @@ TEST(Slots, ServicesFollowTheTable)
     EXPECT_SLOT(HostPlatform, createObject, 6);
     EXPECT_SLOT(HostPlatform, createArgs, 7);
     EXPECT_SLOT(HostPlatform, createValue, 8);
+    EXPECT_SLOT(HostPlatform, pictureMemory, 9);
     EXPECT_SLOT(HostPlatform, destroyObject, 10);
     EXPECT_SLOT(HostPlatform, destroyArgs, 11);
     EXPECT_SLOT(HostPlatform, destroyValue, 12);

@@ -308,7 +308,7 @@ TEST(PaintNode, ALoadedImageIsTiledFromInsideTheBorderOverTheColour)
     for (int y = 0; y < 3; ++y)
         for (int x = 0; x < 4; ++x)
             tile.setPixel(x, y, qRgb(x * 50, y * 80, 7));
-    node->setBackgroundPixmap(QPixmap::fromImage(tile));
+    node->setBackgroundPicture(std::make_shared<guiPicture const>(guiPicture{QPixmap::fromImage(tile), tile.size()}));
     Canvas canvas;
     canvas.paint(node, window.widget);
     EXPECT_EQ(canvas.difference([&](int x, int y) {

@@ -273,9 +273,11 @@ TEST_F(ControlScript, PicturesAreKeptByNameAndTheirFaultsLogged)
         testing::internal::CaptureStderr();
         EXPECT_EQ(guiLoadImage(nullptr, (folder / "good.png").c_str(), image), 1);
         EXPECT_EQ(image.size(), QSize(5, 3));
-        fs::remove(folder / "good.png");
-        EXPECT_FALSE(guiLoadImage(nullptr, (folder / "good.png").c_str()).isNull()); // decoded once
+        qint64 const decoded = guiLoadImage(nullptr, (folder / "good.png").c_str()).cacheKey();
+        EXPECT_EQ(decoded, image.cacheKey()); // kept, though nobody shows it
         guiFreeImages();
+        EXPECT_NE(guiLoadImage(nullptr, (folder / "good.png").c_str()).cacheKey(), decoded);
+        fs::remove(folder / "good.png");
         EXPECT_TRUE(guiLoadImage(nullptr, (folder / "good.png").c_str()).isNull());
         EXPECT_EQ(guiLoadImage(nullptr, (folder / "bad.png").c_str(), image), 0);
         EXPECT_EQ(loggedAboutPictures(), "guiLoadImage() - failed to load image " + (folder / "good.png").string() +

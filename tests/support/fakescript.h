@@ -88,14 +88,14 @@ public:
 
     int filterText(guiPageRoot*, sstring& name, sstring& text) override { return filter ? filter(name, text) : 1; }
 
-    int readImage(ScriptObject*, sstring const& path, QPixmap& image) override
+    guiPictureRef readImage(ScriptObject*, sstring const& path, QSize) override
     {
         read.push_back(path.c_str());
         if (!files.contains(path.c_str()))
-            return 0;
-        image = QPixmap(4, 4);
+            return nullptr;
+        QPixmap image(4, 4);
         image.fill(Qt::green);
-        return 1;
+        return std::make_shared<guiPicture const>(guiPicture{image, image.size()});
     }
 
     std::map<std::string, std::string> files;

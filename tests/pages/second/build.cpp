@@ -358,8 +358,17 @@ private:
         readSizes(picture, tag);
         readBorder(picture, tag);
         QSize size = sizeOf(tag.get("src"));
+        picture->isMissing = size.isNull();
+        if (picture->isMissing && !isSilent(tag.get("src")))
+            size = QSize(kBrokenPicture, kBrokenPicture);
         picture->columns = size.width();
         picture->rows = size.height();
+    }
+
+    /// Nothing is shown for it, not even that it is missing.
+    static bool isSilent(QString const& source)
+    {
+        return source.isEmpty() || source.endsWith(".wav") || source.endsWith(".avi") || source.endsWith(".avz");
     }
 
     QSize sizeOf(QString const& source) const
@@ -369,8 +378,7 @@ private:
             return QSize(0, 0);
         if (source.endsWith(".avi") || source.endsWith(".avz"))
             return movieSize(file);
-        QImage image(file);
-        return image.isNull() ? QSize(kBrokenPicture, kBrokenPicture) : image.size();
+        return QImage(file).size();
     }
 
     /// Of the first frame: an AVI tells in its header, 64 bytes in; an AVZ holds a picture file behind 24 bytes.

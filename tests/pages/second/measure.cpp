@@ -225,6 +225,25 @@ QString longest(QStringList const& texts)
     return best;
 }
 
+/// The picture without its frame: as its file is, or as the page asks.
+QSize pictureSize(node const& leaf)
+{
+    bool const isWide = leaf.fixed.unitX == pixels;
+    bool const isHigh = leaf.fixed.unitY == pixels;
+    QSize size(leaf.columns, leaf.rows);
+    if (isWide)
+        size.setWidth(std::max(0, leaf.fixed.x - leaf.frame()));
+    if (isHigh)
+        size.setHeight(std::max(0, leaf.fixed.y - leaf.frame()));
+    if (leaf.isMissing || leaf.columns == 0 || leaf.rows == 0)
+        return size;
+    if (isWide && leaf.fixed.unitY == unbound)
+        size.setHeight(qRound(double(size.width()) * leaf.rows / leaf.columns));
+    if (isHigh && leaf.fixed.unitX == unbound)
+        size.setWidth(qRound(double(size.height()) * leaf.columns / leaf.rows));
+    return size;
+}
+
 } // namespace
 
 font fontOf(node const& node)
@@ -261,7 +280,7 @@ int leafWidth(node const& leaf)
         return width;
     }
     case pictureLeaf:
-        return leaf.columns + leaf.frame();
+        return pictureSize(leaf).width() + leaf.frame();
     default:
         return 0;
     }
@@ -286,7 +305,7 @@ int leafHeight(node const& leaf, int width)
     case menuLeaf:
         return menuHeight();
     case pictureLeaf:
-        return leaf.rows + leaf.frame();
+        return pictureSize(leaf).height() + leaf.frame();
     default:
         return 0;
     }

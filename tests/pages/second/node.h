@@ -75,6 +75,7 @@ struct node
     QStringList labels;
     int columns = 0, rows = 0;
     bool hasHeader = false;
+    bool isMissing = false; ///< the picture's file is
 
     /// Of a frameset: its lists and the frames placed so far.
     std::vector<std::pair<unit, int>> columnList, rowList;
