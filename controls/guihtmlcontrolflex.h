@@ -75,6 +75,7 @@ public:
 
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
+    bool keepsHeight() const override { return false; }
     QWidget* getChildWidget() override;
     void createChildWidget() override;
     void destroyChildWidget() override;

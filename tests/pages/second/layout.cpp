@@ -317,10 +317,27 @@ void updateHeights(node& node)
     decideBar(node, &node.barY, &node.rangeY, content, room);
 }
 
+/// Text, pictures and controls of one line are placed by the alignment of a cell that grows.
+bool keepsHeight(node const& node)
+{
+    switch (node.kind) {
+    case noLeaf:
+    case flexLeaf:
+        return false;
+    case editLeaf:
+    case listLeaf:
+        return node.rows <= 1;
+    default:
+        return true;
+    }
+}
+
 void growWithParent(node& child)
 {
+    if (layersOf(child).size() != 1)
+        return;
     for (entry const& each : child.children)
-        if (each.child) {
+        if (each.child && !keepsHeight(*each.child)) {
             each.child->cy = child.cy;
             updateHeights(*each.child);
         }
