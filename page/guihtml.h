@@ -268,6 +268,8 @@ public:
     /// Whether the node stays as high as it is when the cell that it stands in grows: vertical alignment then places
     /// it.
     virtual bool keepsHeight() const { return false; }
+    /// Whether the node stands in a line of its parent; a menu stands above the page, wherever its tag is.
+    virtual bool isInLine() const { return true; }
 
     // ---- The tree ----
 
