@@ -45,6 +45,8 @@ public:
     void setEnabled(int enabled) override;
     /// Makes the widget, if the page is in a window and the control has one, and puts it in its place.
     void setRect(guiRect* rect) override;
+    /// Controls of one line do.
+    bool keepsHeight() const override { return true; }
     sstring getAction() const { return m_content.action; }
     void setAction(sstring const& link) { m_content.action = link; }
 

@@ -48,6 +48,7 @@ public:
 
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
+    bool keepsHeight() const override { return m_shape.rows <= 1; }
     QWidget* getChildWidget() override;
     void createChildWidget() override;
     void destroyChildWidget() override;

@@ -3,6 +3,7 @@
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiwidgetlistitem.h"
 #include "controls/guiwidgetlistview.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
 
 #include <algorithm>
@@ -53,11 +54,28 @@ void guiHtmlControlFlex::createRows()
             selectRow(entry->item, true);
 }
 
+/// The row that one under `above` lies under, which is higher up when that is nested too deeply. Null: the top level.
+guiCheckListItem* guiHtmlControlFlex::liftToLimit(guiCheckListItem* above)
+{
+    unsigned levels = 1;
+    for (QTreeWidgetItem const* row = above; row; row = row->parent())
+        ++levels;
+    if (levels <= kMaxNesting)
+        return above;
+    if (!std::exchange(m_warnedOfDepth, true))
+        velaLog("guiHtmlControlFlex::createRow() - rows nested deeper than %u levels are flattened (warning)\n",
+                kMaxNesting);
+    for (; levels > kMaxNesting; --levels)
+        above = static_cast<guiCheckListItem*>(above->parent());
+    return above;
+}
+
 /// `above` null: at the top level.
 void guiHtmlControlFlex::createRow(guiHtmlControlFlexEntry& entry, guiCheckListItem* above)
 {
     assert(m_listView && !entry.item);
     assert(!above || above->treeWidget() == m_listView);
+    above = liftToLimit(above);
     auto const indicator = static_cast<guiCheckListItem::indicatorKind>(entry.entryType);
     entry.item = above ? new guiCheckListItem(nullptr, above, QString(), indicator)
                        : new guiCheckListItem(nullptr, m_listView, QString(), indicator);

@@ -45,9 +45,10 @@ struct guiHtmlControlFlexEntry
         nullptr; ///< the widget's row, null without a widget; it then has the four states. Not owned
 };
 
-/// Rows exist independently of the widget: what is done to the list while its page is hidden is kept in them. A removed
-/// row leaves a hole that the next added one fills. Columns count from 1; rows are found by value without regard to
-/// case. GUI thread.
+/// Rows nest kMaxNesting levels deep; deeper ones lie beside the last that still nests, since the toolkit walks over
+/// nested rows by recursion. Rows exist independently of the widget: what is done to the list while its page is hidden
+/// is kept in them. A removed row leaves a hole that the next added one fills. Columns count from 1; rows are found by
+/// value without regard to case. GUI thread.
 class guiHtmlControlFlex : public guiHtmlControl
 {
 public:
@@ -74,6 +75,7 @@ public:
 
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
+    bool keepsHeight() const override { return false; }
     QWidget* getChildWidget() override;
     void createChildWidget() override;
     void destroyChildWidget() override;
@@ -144,6 +146,7 @@ private:
     // Rows
     void createRows();
     void createRow(guiHtmlControlFlexEntry& entry, guiCheckListItem* above);
+    guiCheckListItem* liftToLimit(guiCheckListItem* above);
     void bindRows() TARN_ON(velaGuiRole);
     void selectRow(guiCheckListItem* row, bool on);
     void clearSelection();
@@ -164,4 +167,5 @@ private:
     listSettings m_list;
     guiWidgetListView* m_listView = nullptr; // owned
     std::set<int> m_widths;                  // columns of the widget whose width was set
+    bool m_warnedOfDepth = false;
 };

@@ -41,6 +41,7 @@ public:
 
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
+    bool keepsHeight() const override { return m_list.visibleRows <= 1; }
     QWidget* getChildWidget() override;
     void createChildWidget() override;
     void destroyChildWidget() override;

@@ -65,13 +65,16 @@ void guiHtmlControlMenuItem::destroyPopup()
 
 guiHtmlControlMenu::~guiHtmlControlMenu() { destroyWidgets(); }
 
-int guiHtmlControlMenu::getHeightEstimate(unsigned long) { return m_menuBar ? m_menuBar->sizeHint().height() : 0; }
-
-// The bar has to exist before heights are computed, so that the first layout leaves room for it.
+// The bar has to exist before heights are computed, so that the first layout leaves room for it. It does so above the
+// page: where the tag stands it takes none, whatever the page asks for.
 int guiHtmlControlMenu::calcDynamicLayout()
 {
     createChildWidget();
-    return guiHtmlControl::calcDynamicLayout();
+    guiHtmlControl::calcDynamicLayout();
+    m.dynamic = {};
+    m.dynamic.unitX = kUnitPixels;
+    m.expandWidth = m.expandHeight = 0;
+    return 0;
 }
 
 void guiHtmlControlMenu::setRect(guiRect* rect)

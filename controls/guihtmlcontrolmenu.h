@@ -52,7 +52,8 @@ public:
     guiHtml* Clone(guiHtml* parent) override;
 
     int getPreferredWidth() override { return 0; }
-    int getHeightEstimate(unsigned long width) override;
+    int getHeightEstimate(unsigned long) override { return 0; }
+    bool isInLine() const override { return false; }
     void setEnabled(int enabled) override;
     int calcDynamicLayout() override;
     void setRect(guiRect* rect) override;

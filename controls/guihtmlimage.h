@@ -69,6 +69,7 @@ public:
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
     int calcDynamicLayout() override;
+    bool keepsHeight() const override { return true; }
     void paintChildrenTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region) override;
     int canHitTest() override;
     void onMouseMove(int x, int y) override;

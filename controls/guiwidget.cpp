@@ -35,10 +35,10 @@ public:
 };
 
 /// Whether the page paints every pixel of its rectangle, so that nothing has to be painted under it.
-bool isOpaque(guiHtml const* page)
+bool isOpaque(guiPageRoot const* page)
 {
     return page->hasBackgroundColor() && !page->hasString(kStringBackground) && page->m.border == 0 &&
-           page->m.space == 0;
+           page->m.space == 0 && !page->getMenuBar();
 }
 
 /// The scroll bar of the innermost scrolled node under the point, null when there is none. The point is relative to the

@@ -3,6 +3,7 @@
 #include "page/guichildspan.h"
 #include "page/guicolor.h"
 #include "page/guihtml.h"
+#include "page/guihtmlsize.h"
 #include "page/guinodewatch.h"
 #include "page/guipainting.h"
 
@@ -143,6 +144,9 @@ void guiHtml::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegio
     if (!getTopLevelWidget())
         return;
     guiRect rect = moved(m.rect, x, y);
+    int const above = guiBarAbove(this);
+    rect.top += above;
+    rect.height -= above;
     paintBorder(painter, &rect, 0);
     rect = shrunk(rect, m.border);
     QRect visible = clippedTo(shrunk(rect, m.space), region);

@@ -3,6 +3,7 @@
 #include "page/guihtml.h"
 
 #include "foundation/vela-threadrole.h"
+#include "page/guihtmlsize.h"
 #include "page/guipagehost.h"
 #include "page/guipageroot.h"
 
@@ -105,11 +106,12 @@ guiPageRoot* guiHtml::getBaseHtml()
 
 void guiHtml::getClientRect(guiRect* out)
 {
+    int const above = guiBarAbove(this);
     *out = m.rect;
     out->left += m.border;
-    out->top += m.border;
+    out->top += m.border + above;
     out->width = std::max(0, out->width - 2 * m.border);
-    out->height = std::max(0, out->height - 2 * m.border);
+    out->height = std::max(0, out->height - 2 * m.border - above);
 }
 
 void guiHtml::getRectInWidget(guiRect* out)

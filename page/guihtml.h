@@ -266,6 +266,11 @@ public:
     virtual void onAppend(guiHtml*) {}
     /// Replaces the content by a picture or a movie; `path` is the file's full name. 1 or 0.
     virtual int loadPicture(sstring const& path);
+    /// Whether the node stays as high as it is when the cell that it stands in grows: vertical alignment then places
+    /// it.
+    virtual bool keepsHeight() const { return false; }
+    /// Whether the node stands in a line of its parent; a menu stands above the page, wherever its tag is.
+    virtual bool isInLine() const { return true; }
 
     // ---- The tree ----
 

@@ -16,10 +16,21 @@ guiHtml* lastEntry(guiHtml* parent)
     return count ? parent->getChild(count - 1) : nullptr;
 }
 
+/// The last entry that is a marker or stands in a line; null when there is none.
+guiHtml* lastInLine(guiHtml* parent)
+{
+    for (unsigned i = parent->getChildCount(); i-- > 0;) {
+        guiHtml* entry = parent->getChild(i);
+        if (!guiChildList::isNode(entry) || entry->isInLine())
+            return entry;
+    }
+    return nullptr;
+}
+
 /// Whether a break may be appended: only after a node, never in a frameset, whose rows break by themselves.
 bool takesBreak(guiHtml* parent)
 {
-    return guiChildList::isNode(lastEntry(parent)) && parent->getType() != guiHtml::kTypeFrameset;
+    return guiChildList::isNode(lastInLine(parent)) && parent->getType() != guiHtml::kTypeFrameset;
 }
 
 guiAlignment applyMarker(guiHtml* entry, guiAlignment alignment)

@@ -216,12 +216,23 @@ springs findSprings(guiHtml* node)
     return found;
 }
 
-// A node that grew gives its whole new height to each of its children.
+bool hasOneLayer(guiHtml* node)
+{
+    guiLayerWalk layers(node);
+    return layers.next() && !layers.next();
+}
+
+// A node that grew gives its whole new height to each of its children, if they stand side by side; a second layer would
+// be pushed out of sight.
 void grow(guiHtml* child, std::int64_t share)
 {
     child->m.activeCy = static_cast<unsigned>(guiClampPixels(child->m.activeCy + share));
     child->m.layout.forget(guiLayoutMemo::kSettled);
+    if (!hasOneLayer(child))
+        return;
     for (guiHtml* below : guiNodesOf(child)) {
+        if (below->keepsHeight())
+            continue;
         below->m.layout.forget(guiLayoutMemo::kSettled);
         below->m.activeCy = child->m.activeCy;
         updateHeightsBelow(below);

@@ -88,8 +88,8 @@ void placeChildren(guiHtml* node, int height)
     std::int64_t const inset = guiFrameOf(node) / 2;
     int const roomX = guiInnerWidth(node, node->m.rect.width);
     int const roomY = guiInnerHeight(node, height);
-    std::int64_t const blockTop =
-        inset + std::int64_t{node->getCaptionHeight()} + offsetFor(node->m.alignY, contentHeight(node), roomY);
+    std::int64_t const blockTop = inset + guiBarAbove(node) + std::int64_t{node->getCaptionHeight()} +
+                                  offsetFor(node->m.alignY, contentHeight(node), roomY);
     stacking stack(node);
     guiLayerWalk layers(node);
     while (layers.next()) {
@@ -135,7 +135,7 @@ bool movesWidget(guiHtml* node) { return node->getType() == guiHtml::kTypeContro
 
 int menuHeightOf(guiHtml* node)
 {
-    guiPageRoot* root = node->getBaseHtml();
+    guiPageRoot* root = node->m.parent ? nullptr : node->getBaseHtml();
     return root ? root->getMenuHeight() : 0;
 }
 

@@ -162,9 +162,7 @@ QRect innerRect(guiHtml* node)
     guiRect rect;
     node->getRectInWidget(&rect);
     int const inset = guiClampPixels(guiFrameOf(node) / 2);
-    int const above =
-        rect.height -
-        guiClampPixels(node->getType() == guiHtml::kTypeBase ? node->m.activeCy : static_cast<unsigned>(rect.height));
+    int const above = guiBarAbove(node);
     return QRect(rect.left + inset, rect.top + inset + above, rect.width - 2 * inset, rect.height - 2 * inset - above);
 }
 

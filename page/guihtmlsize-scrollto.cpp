@@ -5,6 +5,7 @@
 #include "page/guichildspan.h"
 #include "page/guihtml.h"
 #include "page/guihtmlsize-scroll.h"
+#include "page/guihtmlsize.h"
 #include "page/guipagesurface.h"
 
 #include <QScrollBar>
@@ -21,8 +22,7 @@ QRect toQRect(guiRect const& rect) { return {rect.left, rect.top, rect.width, re
 guiRect contentArea(guiHtml* node)
 {
     int inset = node->m.border + node->m.space;
-    bool isRoot = node->getType() == guiHtml::kTypeBase;
-    int above = isRoot ? node->m.rect.height - static_cast<int>(node->m.activeCy) : 0;
+    int above = guiBarAbove(node);
     return {inset, node->m.rect.width - 2 * inset - guiBarWidth(node), inset + above,
             node->m.rect.height - 2 * inset - above - guiBarHeight(node)};
 }

@@ -9,6 +9,7 @@
 #include "page/guihtmlsize-scroll.h"
 #include "page/guihtmltext-fonts.h"
 #include "page/guilayoutcounters.h"
+#include "page/guipageroot.h"
 
 guiLayoutRun::guiLayoutRun(phase which, bool isNew) : m_isNew(isNew), m_wasActive(s_isActive), m_phaseBefore(s_phase)
 {
@@ -57,6 +58,12 @@ int guiInnerWidth(guiHtml const* node, int width)
 int guiInnerHeight(guiHtml const* node, int height)
 {
     return guiClampPixels(height - guiFrameOf(node) - guiBarHeight(node) - std::int64_t{node->getCaptionHeight()});
+}
+
+int guiBarAbove(guiHtml* node)
+{
+    guiPageRoot* root = node->getType() == guiHtml::kTypeBase ? node->getBaseHtml() : nullptr;
+    return root && root->getMenuBar() ? node->m.rect.height - guiClampPixels(node->m.activeCy) : 0;
 }
 
 namespace {

@@ -54,6 +54,7 @@ public:
     void updateActiveWidths() override;
     void updateActiveHeights() override;
     void updateSpringyHeights() override {}
+    bool keepsHeight() const override { return true; }
     void updateScrollbarRanges() override {}
     void setRect(guiRect* rect) override;
     void paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region) override;

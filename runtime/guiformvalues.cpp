@@ -76,8 +76,10 @@ void guiFormValues::endCall()
 {
     assert(m_depth > 0);
     readChanges();
-    if (--m_depth == 0)
-        m_written.clear();
+    if (--m_depth != 0)
+        return;
+    assert(m_unread.empty());
+    m_written.clear();
 }
 
 void guiFormValues::store()
@@ -93,7 +95,8 @@ void guiFormValues::writeAll()
     if (!target)
         return;
     for (guiHtml* node : controls())
-        node->writeFormProperty(target);
+        if (!m_unread.contains(keyOf(node->getName())))
+            node->writeFormProperty(target);
     if (m_depth == 0)
         return;
     for (guiHtml* node : m_controls)
@@ -121,24 +124,49 @@ bool guiFormValues::isChanged(nameKey const& name, ScriptValue& scratch)
     return !guiIsSameValue(*before, scratch);
 }
 
+/// The controls whose properties have changed. From now on these count as unread, and what they are to take as written.
+guiFormValues::controlList guiFormValues::collectChanges()
+{
+    std::unordered_set<nameKey> changed; // several nodes may have one name: all of them read it
+    guiOwnedValue scratch = guiNewValue();
+    controlList due;
+    for (guiHtml* node : controls()) {
+        nameKey name = keyOf(node->getName());
+        if (!changed.contains(name) && !isChanged(name, *scratch))
+            continue;
+        due.push_back(node);
+        ++m_unread[name];
+        changed.insert(std::move(name));
+    }
+    for (nameKey const& name : changed)
+        remember(name);
+    return due;
+}
+
+/// The name may be gone already, with the page that it was on.
+void guiFormValues::noteRead(nameKey const& name)
+{
+    auto found = m_unread.find(name);
+    if (found != m_unread.end() && --found->second == 0)
+        m_unread.erase(found);
+}
+
 void guiFormValues::readChanges()
 {
     if (!form())
         return;
-    std::unordered_set<nameKey> changed; // several nodes may have one name: all of them read it
-    guiOwnedValue scratch = guiNewValue();
-    for (guiHtml* node : controls())
-        if (nameKey name = keyOf(node->getName()); isChanged(name, *scratch))
-            changed.insert(std::move(name));
-    if (changed.empty())
-        return;
-    for (nameKey const& name : changed)
-        remember(name);
+    controlList const due = collectChanges();
+    std::vector<nameKey> names; // a control that is read may end others that wait
+    names.reserve(due.size());
+    for (guiHtml* node : due)
+        names.push_back(keyOf(node->getName()));
 
     guiLayoutHold hold; // each control that changes may lay its window out: once for all is enough
-    for (guiHtml* node : controlList(m_controls))
-        if (pGUI->contains(node) && form() && changed.contains(keyOf(node->getName())))
-            node->readFormProperty(form());
+    for (std::size_t i = 0; i < due.size(); ++i) {
+        noteRead(names[i]);
+        if (pGUI->contains(due[i]) && form())
+            due[i]->readFormProperty(form());
+    }
     hold.release();
 }
 
@@ -151,6 +179,7 @@ void guiFormValues::erase(guiHtml* node)
     for (guiHtml* control : going) {
         control->eraseFormProperty(form());
         m_written.erase(keyOf(control->getName()));
+        m_unread.erase(keyOf(control->getName()));
     }
 }
 

@@ -1,7 +1,8 @@
 // runtime/guiformvalues.h: how the values of a page's controls travel to script and back. A window's form object has a
 // property for each named control. Before each handler the controls write their values into it. After the handler only
 // the properties that it changed are read back: it may have changed other controls through their own objects, which the
-// form's old values must not undo.
+// form's old values must not undo. What the handler assigned is collected whole before the first control takes its
+// value: that control may call a handler of its own, before which the controls that still wait write nothing.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -43,6 +44,8 @@ private:
     controlList const& controls() TARN_ON(velaGuiRole);
     void writeAll() TARN_ON(velaGuiRole);
     void readChanges() TARN_ON(velaGuiRole);
+    controlList collectChanges() TARN_ON(velaGuiRole);
+    void noteRead(nameKey const& name) TARN_ON(velaGuiRole);
     bool isChanged(nameKey const& name, ScriptValue& scratch) TARN_ON(velaGuiRole);
     void remember(nameKey const& name) TARN_ON(velaGuiRole);
 
@@ -51,6 +54,8 @@ private:
     unsigned long m_generation TARN_GUARDED_BY(velaGuiRole){}; // see guiHtml::generation()
     // What the form held when a handler was called; null: it had no such property.
     std::unordered_map<nameKey, guiOwnedValue> m_written TARN_GUARDED_BY(velaGuiRole);
+    // How many controls of a name have yet to take what a handler assigned to it.
+    std::unordered_map<nameKey, unsigned> m_unread TARN_GUARDED_BY(velaGuiRole);
     int m_depth TARN_GUARDED_BY(velaGuiRole) = 0; // handlers that are running
 };
 

@@ -118,8 +118,10 @@ void guiControl_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
         return;
     std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(guiTextOf(args, 0));
     guiHtml* node = policy ? guiControl_getHtml(data, self) : nullptr;
-    if (node)
-        node->setSizePolicy(*policy);
+    if (!node)
+        return;
+    node->setSizePolicy(*policy);
+    node->updateLayout(1);
 }
 
 void guiControl_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,

@@ -183,8 +183,11 @@ void guiWindow_setSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
     guiHtmlBase* root = rootOf(data);
     if (!root || !guiIsOneString(args))
         return;
-    if (std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(guiTextOf(args, 0)))
-        root->setSizePolicy(*policy);
+    std::optional<guiSizePolicy> policy = guiSizePolicy_fromName(guiTextOf(args, 0));
+    if (!policy)
+        return;
+    root->setSizePolicy(*policy);
+    root->updateLayout(1);
 }
 
 void guiWindow_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)

@@ -551,3 +551,55 @@ TEST(FlexEvents, ListOfThousandsOfNestedRowsIsBuiltAtOnce)
     EXPECT_EQ(page.control<guiHtmlControlFlex>("f").getItemCount(), 20000u);
     EXPECT_NE(page.control<guiHtmlControlFlex>("f").findItem("v19999")->item->parent(), nullptr);
 }
+
+namespace {
+
+constexpr int kManyRows = 30000;
+
+/// How many levels of rows there are, all of them one under the other.
+unsigned levelsOf(guiWidgetListView* view)
+{
+    unsigned levels = 0;
+    for (QTreeWidgetItem const* row = view->topLevelItem(0); row; row = row->child(0))
+        ++levels;
+    return levels;
+}
+
+constexpr char kDepthWarning[] =
+    "guiHtmlControlFlex::createRow() - rows nested deeper than 1000 levels are flattened (warning)\n";
+
+} // namespace
+
+TEST(FlexRows, AreFollowedToAThousandLevelsAndFlattenedBeyond)
+{
+    std::string text = "<object classid=treeview name=f>";
+    for (int i = 0; i < kManyRows; ++i)
+        text += "<option value=v" + std::to_string(i + 1) + " parent=v" + std::to_string(i) + ">row</option>";
+    testing::internal::CaptureStderr();
+    ShownPage page((text + "</object>").c_str());
+    auto* view = page.widget<guiWidgetListView>("f");
+    view->grab();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), kDepthWarning);
+    EXPECT_EQ(levelsOf(view), 1000u);
+    auto& flex = page.control<guiHtmlControlFlex>("f");
+    QTreeWidgetItem* deepest = flex.findItem("v1000")->item;
+    EXPECT_EQ(deepest->childCount(), 0);
+    EXPECT_EQ(flex.findItem("v30000")->item->parent(), deepest->parent());
+    EXPECT_EQ(deepest->parent()->indexOfChild(flex.findItem("v30000")->item), kManyRows - 1000);
+}
+
+TEST(FlexRows, ThatAreAddedOneUnderTheOtherAreFlattenedToo)
+{
+    ShownPage page("<object classid=treeview name=f></object>");
+    auto& flex = page.control<guiHtmlControlFlex>("f");
+    testing::internal::CaptureStderr();
+    for (int i = 0; i < 1500; ++i)
+        flex.addItem(("v" + std::to_string(i + 1)).c_str(), "row", ("v" + std::to_string(i)).c_str(), kFlexPlain);
+    auto* view = page.widget<guiWidgetListView>("f");
+    view->grab();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), kDepthWarning);
+    EXPECT_EQ(levelsOf(view), 1000u);
+    flex.removeItem("v1"); // those under it go up by one level
+    flex.addItem("deeper", "", "v1000", kFlexPlain);
+    EXPECT_EQ(flex.findItem("deeper")->item->parent(), flex.findItem("v1000")->item);
+}

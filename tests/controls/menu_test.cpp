@@ -82,14 +82,56 @@ TEST(MenuBar, TakesItsHeightFromThePageInTheFirstLayout)
     int const height = page.menu().getMenuBar()->sizeHint().height();
     EXPECT_GT(height, 8);
     EXPECT_EQ(page.menu().getPreferredWidth(), 0);
-    EXPECT_EQ(page.menu().getHeightEstimate(100), height);
+    EXPECT_EQ(page.menu().getHeightEstimate(100), 0);
     EXPECT_EQ(page.window.root.getMenuHeight(), height);
     EXPECT_EQ(page.window.root.m.activeCy, 300u - static_cast<unsigned>(height));
     guiHtml* text = page.window.root.getLastChild();
     EXPECT_GE(text->m.rect.top, height);
     page.menu().destroyChildWidget();
     EXPECT_EQ(page.window.root.getMenuHeight(), 0);
-    EXPECT_EQ(page.menu().getHeightEstimate(100), 0);
+}
+
+namespace {
+
+constexpr char kMenu[] = "<object classid=menu name=m width=100% height=26><param name=a value=A></object>";
+
+} // namespace
+
+TEST(MenuBar, TakesItsHeightOnceAndNoRoomWhereItsTagStands)
+{
+    ShownPage page(
+        (std::string("<body valign=top border=3>") + kMenu + "<p><table name=first><tr><td>x</table>").c_str());
+    int const height = page.window.root.getMenuHeight();
+    EXPECT_GT(height, 8);
+    EXPECT_EQ(page.node("m")->m.rect.height, 0);
+    EXPECT_EQ(page.node("m")->m.rect.width, 0);
+    EXPECT_EQ(page.node("first")->m.rect.top, height + 3);
+    guiRect client;
+    page.window.root.getClientRect(&client);
+    EXPECT_EQ(client.top, height + 3);
+    EXPECT_EQ(client.bottom(), 297);
+}
+
+TEST(MenuBar, BehindTheContentMovesItDownAsWell)
+{
+    ShownPage page((std::string("<body valign=top>before") + kMenu + "<p>behind").c_str());
+    int const height = page.window.root.getMenuHeight();
+    guiHtml* text = page.window.root.getChild(0);
+    EXPECT_EQ(text->m.rect.top, height);
+    EXPECT_EQ(page.window.root.getLastChild()->m.rect.top, height + text->m.rect.height + kParagraphGap);
+}
+
+TEST(MenuBar, IsNotCoveredByAFieldThatIsScrolledUp)
+{
+    ShownPage page((std::string("<body valign=top scrolling=yes>") + kMenu +
+                    "<input type=text name=t><table><tr><td height=900>x</table>")
+                       .c_str());
+    int const height = page.window.root.getMenuHeight();
+    QWidget* clip = page.widget<QWidget>("t")->parentWidget();
+    EXPECT_EQ(clip->y(), height);
+    page.window.root.onScrollY(7);
+    EXPECT_EQ(clip->y(), height);
+    EXPECT_EQ(page.widget<QWidget>("t")->y(), -7);
 }
 
 TEST(MenuBar, NestsSubMenusAndSeparators)

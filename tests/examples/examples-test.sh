@@ -165,15 +165,15 @@ enter_expense() {
 ExpensesAreAddedAndRemoved() {
     local before
     open_app "$root/examples/expenses/app.js"
-    visit 'the first field' 180 57
+    visit 'the first field' 180 48
     enter_expense 'Train to Bern' '48,50'
     enter_expense 'Lunch' '17'
-    before=$(region_of 281 40 470 320)
+    before=$(region_of 281 31 470 320)
     enter_expense 'Tea' 'two'
-    [ "$(region_of 281 40 470 320)" = "$before" ] || fail 'an expense without an amount was added'
-    visit 'the second row' 380 79
-    visit 'Remove' 680 399
-    [ "$(region_of 281 40 470 320)" != "$before" ] || fail 'the second row is still there'
+    [ "$(region_of 281 31 470 320)" = "$before" ] || fail 'an expense without an amount was added'
+    visit 'the second row' 380 70
+    visit 'Remove' 680 418
+    [ "$(region_of 281 31 470 320)" != "$before" ] || fail 'the second row is still there'
     visit 'the menu' 25 10
     click 50 55 # Quit
     expect_end '48.50 in all'

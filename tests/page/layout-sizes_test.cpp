@@ -305,6 +305,38 @@ TEST_F(SpringyHeight, CellHandsItsWholeNewHeightToItsChildren)
     EXPECT_EQ(half->m.activeCy, 50u);
 }
 
+TEST_F(SpringyHeight, LayersOfACellKeepTheirHeights)
+{
+    guiHtml* cell = addRow(20);
+    cell->m.alignY = kAlignTop;
+    addMarkers(cell, {kMarkerLineBreak});
+    guiHtml* second = addBox(cell, 10, 30);
+    root.layOut(200, 300);
+    EXPECT_EQ(cell->m.activeCy, 100u);
+    EXPECT_EQ(heightsOf(cell), (sizes{20, 30}));
+    EXPECT_EQ(second->m.rect.top, 20); // below the first, and inside the cell
+}
+
+TEST_F(SpringyHeight, AnEmptyLayerIsALayerToo)
+{
+    guiHtml* cell = addRow(20);
+    addMarkers(cell, {kMarkerParagraph, kMarkerParagraph});
+    root.layOut(200, 300);
+    EXPECT_EQ(heightsOf(cell), (sizes{20}));
+}
+
+TEST_F(SpringyHeight, ATextInACellKeepsItsHeightAndIsPlacedByTheAlignment)
+{
+    addMarkers(table, {kMarkerLineBreak});
+    guiHtml* cell = addNode(table);
+    guiHtmlText* text = addText(cell, "word");
+    cell->m.alignY = kAlignBottom;
+    root.layOut(200, 300);
+    EXPECT_EQ(cell->m.activeCy, 100u);
+    EXPECT_EQ(text->m.activeCy, static_cast<unsigned>(text->getHeightEstimate(text->m.activeCx)));
+    EXPECT_EQ(text->m.rect.top, 100 - text->m.rect.height);
+}
+
 TEST_F(SpringyHeight, NothingIsHandedDownWhenNothingIsSpare)
 {
     guiHtml* cell = addRow(150);

@@ -356,7 +356,10 @@ void referenceLayout::giveSpareHeight(guiHtml* node)
             for (guiHtml* child : springs[i]) {
                 bool const isLast = i + 1 == springs.size();
                 of(child).cy += isLast ? spare - each * static_cast<pixels>(springs.size() - 1) : each;
+                bool const isOneRow = rowsOf(child).size() == 1;
                 for (guiHtml* below : guiNodesOf(child)) {
+                    if (!isOneRow || below->keepsHeight())
+                        continue;
                     of(below).cy = of(child).cy;
                     giveHeights(below);
                 }

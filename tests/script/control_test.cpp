@@ -7,6 +7,8 @@
 #include "script/guicontrol.h"
 #include "tests/script/scriptfixture.h"
 
+#include <QScrollBar>
+
 namespace {
 
 class ControlTest : public ScriptTest
@@ -159,6 +161,32 @@ TEST_F(ControlTest, PlayLeavesElementsAloneThatHaveNothingToPlay)
             EXPECT_FALSE(movie && movie->isPlaying()) << name;
         }
     });
+}
+
+TEST_F(ControlTest, SizePolicyOfAnOpenWindowShowsAtOnce)
+{
+    NativeWindow window =
+        windowOf("<table name=wide height=60 scrolling=yes><tr><td><table height=200>x</table></td></tr></table>"
+                 "<table height=900><tr><td>y</td></tr></table>");
+    ASSERT_TRUE(window.open());
+    auto heightOf = [&] {
+        int height = 0;
+        onGuiThread(window, [&](guiHtmlBase* root) { height = root->getNamed("wide")->m.rect.height; });
+        return height;
+    };
+    auto hasBar = [&] {
+        bool has = false;
+        onGuiThread(window, [&](guiHtmlBase* root) { has = root->getScroll().barY != nullptr; });
+        return has;
+    };
+    EXPECT_EQ(heightOf(), 60);
+    window.control("wide")->call("setSizePolicy", {"RESIZE"});
+    EXPECT_EQ(heightOf(), 200);
+    EXPECT_FALSE(hasBar());
+    window.call("setSizePolicy", {"SCROLL"});
+    EXPECT_TRUE(hasBar());
+    window.call("setSizePolicy", {"FIXED"});
+    EXPECT_FALSE(hasBar());
 }
 
 TEST_F(ControlTest, SizePolicyTakesTheConstantsOnly)

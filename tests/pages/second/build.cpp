@@ -83,9 +83,13 @@ private:
             std::tie(frame->fixed.unitY, frame->fixed.y) = set->rowList[row];
     }
 
+    /// Menus are in no line, so they end none.
     static bool endsInNode(node* parent)
     {
-        return !parent->children.empty() && parent->children.back().child && parent->type != 6;
+        for (auto each = parent->children.rbegin(); each != parent->children.rend(); ++each)
+            if (!each->child || each->child->kind != menuLeaf)
+                return each->child && parent->type != 6;
+        return false;
     }
 
     static void breakLine(node* parent)

@@ -115,6 +115,11 @@ void requestWidth(node& node)
 void computeDynamic(node& node)
 {
     node.dynamic = node.fixed;
+    if (node.kind == menuLeaf) { // no room where its tag stands
+        node.dynamic = {};
+        node.dynamic.unitX = pixels;
+        return;
+    }
     readCaption(node);
     if (node.type == 7) {
         if (node.fixed.unitX == pixels)
@@ -317,10 +322,27 @@ void updateHeights(node& node)
     decideBar(node, &node.barY, &node.rangeY, content, room);
 }
 
+/// Text, pictures and controls of one line are placed by the alignment of a cell that grows.
+bool keepsHeight(node const& node)
+{
+    switch (node.kind) {
+    case noLeaf:
+    case flexLeaf:
+        return false;
+    case editLeaf:
+    case listLeaf:
+        return node.rows <= 1;
+    default:
+        return true;
+    }
+}
+
 void growWithParent(node& child)
 {
+    if (layersOf(child).size() != 1)
+        return;
     for (entry const& each : child.children)
-        if (each.child) {
+        if (each.child && !keepsHeight(*each.child)) {
             each.child->cy = child.cy;
             updateHeights(*each.child);
         }
@@ -356,15 +378,10 @@ void updateSpringy(node& node)
             updateSpringy(*each.child);
 }
 
-int heightOfMenus(node const& node)
+bool hasMenu(node const& node)
 {
-    if (node.kind == menuLeaf)
-        return leafHeight(node, 0);
-    int height = 0;
-    for (entry const& each : node.children)
-        if (each.child)
-            height = std::max(height, heightOfMenus(*each.child));
-    return height;
+    return node.kind == menuLeaf || std::any_of(node.children.begin(), node.children.end(),
+                                                [](entry const& each) { return each.child && hasMenu(*each.child); });
 }
 
 std::vector<bool> barsOf(node const& node)
@@ -417,7 +434,7 @@ void place(node& node)
         int x = node.border + node.space + offsetFor(layers[i].align, innerX - width);
         for (second::node* cell : layers[i].cells) {
             cell->left = x;
-            cell->top = node.border + node.space + down + tops[i] + node.captionHeight;
+            cell->top = node.menuHeight + node.border + node.space + down + tops[i] + node.captionHeight;
             cell->width = cell->cx;
             cell->height = cell->cy;
             x += cell->cx + node.divide;
@@ -450,7 +467,8 @@ void layOut(node& root, int width, int height)
     computeDynamic(root);
     root.width = root.cx = width;
     root.height = height;
-    root.cy = height - heightOfMenus(root); // the bar is above the page
+    root.menuHeight = hasMenu(root) ? menuHeight() : 0; // the bar is above the page
+    root.cy = height - root.menuHeight;
     // Bars that come and go with each other settle in no number of rounds; no stored page has such.
     constexpr int kMostRounds = 8;
     std::vector<bool> before;

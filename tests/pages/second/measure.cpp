@@ -209,13 +209,6 @@ private:
     bool m_stopped = false;
 };
 
-int menuHeight()
-{
-    QMenuBar bar;
-    bar.addMenu("File");
-    return bar.sizeHint().height();
-}
-
 QString longest(QStringList const& texts)
 {
     QString best;
@@ -302,13 +295,18 @@ int leafHeight(node const& leaf, int width)
         return spacing * leaf.rows + 6;
     case flexLeaf:
         return spacing * leaf.rows + 6 + (leaf.hasHeader ? spacing + 8 : 0);
-    case menuLeaf:
-        return menuHeight();
     case pictureLeaf:
         return pictureSize(leaf).height() + leaf.frame();
     default:
         return 0;
     }
+}
+
+int menuHeight()
+{
+    QMenuBar bar;
+    bar.addMenu("File");
+    return bar.sizeHint().height();
 }
 
 int barWidth() { return QScrollBar().sizeHint().width(); }

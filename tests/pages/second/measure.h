@@ -21,6 +21,8 @@ int leafWidth(node const& leaf);
 int leafHeight(node const& leaf, int width);
 /// The width of a vertical scroll bar, which is the height of a horizontal one.
 int barWidth();
+/// The height of a menu bar.
+int menuHeight();
 /// Line spacing of a node's font.
 int lineSpacing(node const& node);
 

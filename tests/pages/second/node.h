@@ -70,6 +70,7 @@ struct node
     bool barX = false, barY = false;
     int rangeX = 0, rangeY = 0;
     int captionHeight = 0;
+    int menuHeight = 0; ///< of a root with a menu bar
 
     QString label;
     QStringList labels;
