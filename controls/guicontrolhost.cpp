@@ -28,10 +28,17 @@ void guiControlHost::postUpdate(guiHtml*) {}
 void guiControlHost::disableMM() {}
 void guiControlHost::enableMM() {}
 void guiControlHost::wakeWaiters() {}
+void guiControlHost::postToGui(std::function<void()> work) { work(); }
+
+void guiControlHost::postToScript(guiHtml*, std::function<void()>, std::function<void()> done) { done(); }
+
 void guiControlHost::onClose(guiWidget*, guiHtml*) {}
 void guiControlHost::onVisible(guiWidget*, bool) {}
 void guiControlHost::setCurrentWindow(guiWidget*) {}
 ScriptObject* guiControlHost::makeControlObject(guiHtml*) { return nullptr; }
+void guiControlHost::fleshIn(ScriptObject*, guiHtml*) {}
+int guiControlHost::callElement(guiHtmlCustom*, ScriptObject*, char const*) { return 1; }
+void guiControlHost::callHandlerHere(ScriptObject*, char const*) {}
 void guiControlHost::bindObject(ScriptObject*, guiHtml*) {}
 guiHtml* guiControlHost::nodeOf(ScriptPrivate*, ScriptObject*) { return nullptr; }
 ScriptValue* guiControlHost::newValue() { return nullptr; }

@@ -6,6 +6,9 @@
 #include "page/guipagehost.h"
 #include "script/hostinterface.h"
 
+#include <functional>
+
+class guiHtmlCustom;
 class guiPageRoot;
 class guiWidget;
 
@@ -29,6 +32,12 @@ public:
     /// Makes all who wait for a window or for a call check again whether they still have to. Any thread.
     virtual void wakeWaiters();
 
+    /// Runs `work` on the GUI thread soon. Any thread.
+    virtual void postToGui(std::function<void()> work);
+    /// Runs `work` on the script thread soon, and then `done` on any thread; `done` alone when script is ending. The
+    /// node's window is kept until `done` has returned, the node is not. GUI thread.
+    virtual void postToScript(guiHtml* node, std::function<void()> work, std::function<void()> done);
+
     // ---- Windows ----
 
     /// The window no longer belongs to the page.
@@ -43,6 +52,13 @@ public:
     /// A new GuiControl object for the node, with the methods that all controls have; null, without a log line, when
     /// there is no script or it could not be made. Script thread.
     virtual ScriptObject* makeControlObject(guiHtml* node);
+    /// Gives the instance of a script component what every control object has. Script thread.
+    virtual void fleshIn(ScriptObject* object, guiHtml* node);
+    /// Calls a handler of a custom element's instance and waits for it (guiCallback_CallCustom): its number, or 1 when
+    /// the instance has no such handler. The node may be gone afterwards.
+    virtual int callElement(guiHtmlCustom* node, ScriptObject* instance, char const* event);
+    /// Calls a handler with the session as its argument and waits for it. Script thread.
+    virtual void callHandlerHere(ScriptObject* object, char const* name);
     /// The object stands for the node from now on. Any thread.
     virtual void bindObject(ScriptObject* object, guiHtml* node);
     /// The node that a GuiControl object stands for, null when that is gone.

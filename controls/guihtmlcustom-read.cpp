@@ -2,14 +2,22 @@
 // that nobody has registered is a component in script.
 #include "controls/guihtmlcustom.h"
 #include "controls/guihtmlread.h"
+#include "foundation/vela-mlparser.h"
 
 namespace {
+
+/// A value is what the page says, an empty one too; an attribute without any reads as "1".
+sstring exactValue(mlSection* param)
+{
+    mlAttr* value = param->findAttr("value");
+    return value && value->hasValue() ? value->getRHS() : guiHtmlParser::pullAttr(param, "value");
+}
 
 void pullObjectParams(guiHtmlParser& parser, guiHtmlCustom* custom, mlSection* section)
 {
     guiElementWalk walk(parser, section, {"param"});
     while (mlSection* param = walk.next())
-        custom->setParam(guiHtmlParser::pullAttr(param, "name"), guiHtmlParser::pullAttr(param, "value"));
+        custom->initParam(guiHtmlParser::pullAttr(param, "name"), exactValue(param));
 }
 
 void pullCustom(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
@@ -18,7 +26,7 @@ void pullCustom(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     guiHtmlParser::pullObjectAlignment(custom, section);
     guiHtmlParser::pullBackground(custom, section);
     guiHtmlParser::pullBorder(custom, section);
-    custom->setCompName(guiHtmlParser::pullAttr(section, "classid"));
+    custom->initCompName(guiHtmlParser::pullAttr(section, "classid"));
     pullObjectParams(parser, custom, section);
 }
 

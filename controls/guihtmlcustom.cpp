@@ -1,10 +1,21 @@
-// controls/guihtmlcustom.cpp: see guihtmlcustom.h.
+// controls/guihtmlcustom.cpp: see guihtmlcustom.h: how the node is made, copied and destroyed.
 #include "controls/guihtmlcustom.h"
 
-#include "controls/guicontrolhost.h"
+guiHtmlCustom::guiHtmlCustom(guiHtml* parent) : guiHtml(parent), m_link(std::make_shared<guiElementLink>(this))
+{
+    ++s_count;
+}
+
+guiHtmlCustom::~guiHtmlCustom()
+{
+    dropInstance();
+    m_link->cut();
+    --s_count;
+}
 
 guiHtml& guiHtmlCustom::operator=(guiHtml& other)
 {
+    dropInstance();
     guiHtml::operator=(other);
     if (other.getType() != kTypeCustom)
         return *this;
@@ -14,15 +25,9 @@ guiHtml& guiHtmlCustom::operator=(guiHtml& other)
 
 guiHtml* guiHtmlCustom::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
-void guiHtmlCustom::onCallback()
+void guiHtmlCustom::destroyChildWidget()
 {
-    if (!mx.mouse)
-        return;
-    guiControlHost& host = guiControlHost::current();
-    ScriptValue* value = host.newValue();
-    value->setInt(mx.mouseX);
-    mx.mouse->setProperty("x", value);
-    value->setInt(mx.mouseY);
-    mx.mouse->setProperty("y", value);
-    host.deleteValue(value);
+    if (getTopLevelWidget())
+        endInstance();
+    guiHtml::destroyChildWidget();
 }

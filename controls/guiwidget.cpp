@@ -5,6 +5,7 @@
 
 #include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
+#include "controls/guihtmlcustom.h"
 #include "controls/guiwidgetscrollbar.h"
 #include "page/guichildspan.h"
 #include "page/guihtml.h"
@@ -14,6 +15,7 @@
 
 #include <QChildEvent>
 #include <QCoreApplication>
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -21,6 +23,7 @@
 #include <QWheelEvent>
 #include <cassert>
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -58,7 +61,61 @@ QScrollBar* scrollBarAt(guiHtml* node, QPoint at, Qt::Orientation orientation)
     return orientation == Qt::Vertical ? scroll.barY.data() : scroll.barX.data();
 }
 
+/// The node as a custom element, null for any other.
+guiHtmlCustom* asElement(guiHtml* node)
+{
+    return node && node->getType() == guiHtml::kTypeCustom ? static_cast<guiHtmlCustom*>(node) : nullptr;
+}
+
+char const* nameOf(Qt::MouseButton button)
+{
+    switch (button) {
+    case Qt::LeftButton:
+        return "left";
+    case Qt::MiddleButton:
+        return "middle";
+    case Qt::RightButton:
+        return "right";
+    default:
+        return "";
+    }
+}
+
+/// The button that is down while the pointer moves; of several the leftmost.
+Qt::MouseButton firstOf(Qt::MouseButtons buttons)
+{
+    for (Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton})
+        if (buttons.testFlag(button))
+            return button;
+    return Qt::NoButton;
+}
+
+guiElementInput inputOf(Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
+{
+    guiElementInput input;
+    input.button = sstring(nameOf(button));
+    input.modifiers = guiModifierNames(modifiers);
+    return input;
+}
+
 } // namespace
+
+sstring guiModifierNames(Qt::KeyboardModifiers modifiers)
+{
+    constexpr std::pair<Qt::KeyboardModifier, char const*> kNames[] = {{Qt::ControlModifier, "ctrl"},
+                                                                       {Qt::AltModifier, "alt"},
+                                                                       {Qt::ShiftModifier, "shift"},
+                                                                       {Qt::MetaModifier, "meta"}};
+    sstring names;
+    for (auto const& [modifier, name] : kNames) {
+        if (!modifiers.testFlag(modifier))
+            continue;
+        if (names.getLength() != 0)
+            names += sstring("+");
+        names += sstring(name);
+    }
+    return names;
+}
 
 guiWidget::guiWidget(QWidget* parent, char const* name, int modal, Qt::WindowFlags flags) : QDialog(parent, flags)
 {
@@ -85,6 +142,7 @@ void guiWidget::unbind()
     guiPageRoot* bound = htmlBase;
     htmlBase = nullptr;
     hoverNode = nullptr;
+    m_pressed = nullptr;
     if (bound)
         guiControlHost::current().onClose(this, bound);
 }
@@ -118,6 +176,8 @@ void guiWidget::refresh()
 
 void guiWidget::onHtmlDestroy(guiHtml* node)
 {
+    if (node && node == m_pressed)
+        m_pressed = nullptr;
     if (!node || node != hoverNode)
         return;
     guiLaterEvents later; // the tree around the node is being destroyed: no handler may see it now
@@ -164,6 +224,8 @@ void guiWidget::hover(QPoint at)
     int x = at.x();
     int y = at.y();
     guiHtml* node = livePage()->hitTest(&x, &y);
+    if (guiHtmlCustom* element = asElement(node))
+        element->setInput(inputOf(Qt::NoButton, QGuiApplication::keyboardModifiers()));
     guiHtml* old = hoverNode;
     guiNodeWatch found(node);
     hoverNode = node;
@@ -174,15 +236,43 @@ void guiWidget::hover(QPoint at)
     if (node && old != node && hoverNode == node && found.alive())
         node->onMouseOn();
     if (!node || hoverNode != node || !found.alive())
-        return; // a handler has replaced the page or moved the pointer
+        return;            // a handler has replaced the page or moved the pointer
+    if (asElement(node)) { // keeps the last of the moves that come while its handler runs
+        node->onMouseMove(x, y);
+        return;
+    }
     mouseMoveBlock block;
     node->onMouseMove(x, y);
+}
+
+/// Tells the element on which a button went down where the pointer is now, also outside of it.
+void guiWidget::drag(QMouseEvent const& event)
+{
+    guiRect place;
+    m_pressed->getRectInWidget(&place);
+    QPoint const at = event.position().toPoint();
+    m_pressed->setInput(inputOf(firstOf(event.buttons()), event.modifiers()));
+    m_pressed->onMouseMove(at.x() - place.left, at.y() - place.top);
+}
+
+/// The same for the button that went up.
+void guiWidget::drop(QMouseEvent const& event)
+{
+    guiHtmlCustom* element = event.buttons() == Qt::NoButton ? std::exchange(m_pressed, nullptr) : m_pressed;
+    guiRect place;
+    element->getRectInWidget(&place);
+    QPoint const at = event.position().toPoint();
+    element->setInput(inputOf(event.button(), event.modifiers()));
+    element->setPointer(at.x() - place.left, at.y() - place.top);
+    element->onMouseUp();
 }
 
 void guiWidget::mouseMoveEvent(QMouseEvent* event)
 {
     guiEventScope scope;
-    if (livePage())
+    if (livePage() && m_pressed && event->buttons() != Qt::NoButton)
+        drag(*event);
+    else if (livePage())
         hover(event->position().toPoint());
     QDialog::mouseMoveEvent(event);
 }
@@ -201,6 +291,10 @@ void guiWidget::mousePressEvent(QMouseEvent* event)
     // pointer that did not move, and moves are discarded while a handler runs. It fires no event for this call.
     if (node->getType() == guiHtml::kTypeText)
         node->onMouseMove(x, y);
+    if (guiHtmlCustom* element = asElement(node)) {
+        m_pressed = element;
+        element->setInput(inputOf(event->button(), event->modifiers()));
+    }
     press(node, event->button(), x, y);
 }
 
@@ -218,7 +312,11 @@ void guiWidget::press(guiHtml* node, Qt::MouseButton button, int x, int y)
 void guiWidget::mouseReleaseEvent(QMouseEvent* event)
 {
     guiEventScope scope;
-    if (guiPageRoot* page = livePage()) {
+    if (livePage() && m_pressed) {
+        drop(*event);
+        if (livePage() && event->buttons() == Qt::NoButton)
+            hover(event->position().toPoint());
+    } else if (guiPageRoot* page = livePage()) {
         int x = event->position().toPoint().x();
         int y = event->position().toPoint().y();
         if (guiHtml* node = page->hitTest(&x, &y))
@@ -262,6 +360,11 @@ bool guiWidget::eventFilter(QObject* watched, QEvent* event)
 
 void guiWidget::wheelEvent(QWheelEvent* event)
 {
+    guiEventScope scope;
+    if (turnWheel(*event)) {
+        event->accept();
+        return;
+    }
     bool isHorizontal = std::abs(event->angleDelta().x()) > std::abs(event->angleDelta().y());
     QPoint at = event->position().toPoint();
     guiPageRoot* page = livePage();
@@ -270,8 +373,22 @@ void guiWidget::wheelEvent(QWheelEvent* event)
         QDialog::wheelEvent(event);
         return;
     }
-    guiEventScope scope;
     QCoreApplication::sendEvent(bar, event);
+}
+
+/// An element under the pointer that has a handler for the wheel takes it before anything scrolls.
+bool guiWidget::turnWheel(QWheelEvent const& event)
+{
+    int x = event.position().toPoint().x();
+    int y = event.position().toPoint().y();
+    guiHtmlCustom* element = livePage() ? asElement(livePage()->hitTest(&x, &y)) : nullptr;
+    if (!element || !element->hearsWheel())
+        return false;
+    guiElementInput input = inputOf(firstOf(event.buttons()), event.modifiers());
+    input.wheel = event.angleDelta().y() != 0 ? event.angleDelta().y() : event.angleDelta().x();
+    element->setInput(input);
+    element->onMouseWheel(x, y);
+    return true;
 }
 
 // ---- Keys, size, visibility ----

@@ -2,6 +2,7 @@
 // show, close) into calls of the page's nodes, which have all the behaviour, and has the page paint itself.
 #pragma once
 
+#include "foundation/vela-string.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guipagesurface.h"
 
@@ -9,6 +10,7 @@
 #include <QPixmap>
 
 class guiHtml;
+class guiHtmlCustom;
 class guiPageRoot;
 class QEvent;
 
@@ -77,6 +79,9 @@ private:
     void unbind();
     void hover(QPoint at) TARN_ON(velaGuiRole);
     static void press(guiHtml* node, Qt::MouseButton button, int x, int y) TARN_ON(velaGuiRole);
+    void drag(QMouseEvent const& event) TARN_ON(velaGuiRole);
+    void drop(QMouseEvent const& event) TARN_ON(velaGuiRole);
+    bool turnWheel(QWheelEvent const& event) TARN_ON(velaGuiRole);
     void paintRegion(QRegion const& region) TARN_ON(velaGuiRole);
     void paintPage(QPaintDevice* device, QRegion const& region) TARN_ON(velaGuiRole);
     void ensureBuffer() TARN_ON(velaGuiRole);
@@ -85,9 +90,14 @@ private:
     void reportVisibility();
 
     QWidget* m_outOfView = nullptr; // owned; null until something is out of view
-    QRegion m_missedDamage;         // what was to be repainted while a paint event was going on
-    bool m_isClosing = false;       // the user has closed the window, and the page is still saving its form
+    guiHtmlCustom* m_pressed =
+        nullptr;              // the custom element on which a button went down; not owned, see onHtmlDestroy()
+    QRegion m_missedDamage;   // what was to be repainted while a paint event was going on
+    bool m_isClosing = false; // the user has closed the window, and the page is still saving its form
 };
+
+/// The names of the modifier keys, as "ctrl+shift", in the order ctrl, alt, shift, meta.
+sstring guiModifierNames(Qt::KeyboardModifiers modifiers);
 
 /// How all widgets of a page handle Escape and Enter: by the owner's onEscape() or onEnter(). Returns true when those
 /// return not 0: the key has been used. `withEnter` false: Escape only. Runs script.

@@ -137,6 +137,7 @@ bool mlParser::parseAttribute()
     if (m_tokens.isTruncated())
         fail(kErrorAttributeValueLength);
     m_pool.setText(attr.m_value, m_tokens.text(), m_tokens.length());
+    attr.m_hasValue = true;
     return true;
 }
 

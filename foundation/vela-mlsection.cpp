@@ -68,6 +68,7 @@ void mlAttr::copyContent(mlAttr const& other)
     m_name = other.m_name ? m_pool->name(other.m_name->units(), other.m_name->length) : nullptr;
     m_pool->setText(m_value, other.m_value.units(), other.m_value.length);
     m_line = other.m_line;
+    m_hasValue = other.m_hasValue;
 }
 
 // Not inline: at -O3 g++ 12 wrongly warns that the pool of a parser is freed here.
@@ -89,6 +90,7 @@ void mlAttr::set(sstring const& newName, sstring const& newValue)
 {
     setName(newName.getUnicode(), newName.getLength());
     m_pool->setText(m_value, newValue.getUnicode(), newValue.getLength());
+    m_hasValue = true;
 }
 
 void mlAttr::setName(unsigned short const* units, unsigned int length) { m_name = m_pool->name(units, length); }

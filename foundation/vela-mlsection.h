@@ -35,7 +35,8 @@ public:
         : m_pool(std::exchange(other.m_pool, nullptr)),
           m_name(other.m_name),
           m_value(other.m_value),
-          m_line(other.m_line)
+          m_line(other.m_line),
+          m_hasValue(other.m_hasValue)
     {}
     ~mlAttr()
     {
@@ -50,6 +51,8 @@ public:
     void set(sstring const& name, sstring const& value);
     /// The line on which the name ends, from 1; 0 if the attribute was not parsed.
     unsigned int getLine() const { return m_line; }
+    /// Whether it was written with "=": an empty value is a value then.
+    bool hasValue() const { return m_hasValue; }
     /// name="value", with quotation marks in the value as "&quot;".
     sstring toString() const;
 
@@ -70,6 +73,7 @@ private:
     mlName* m_name = nullptr;
     mlText m_value;
     unsigned int m_line = 0;
+    bool m_hasValue = false;
 };
 
 /// An item of markup. Sections of a parser belong to it; one made with `new` belongs to its maker until it is appended.

@@ -35,9 +35,12 @@ private:
     void reserved20() override {}
 };
 
-/// ScriptObject without its reserved positions.
+/// ScriptObject without its reserved positions, for a host without arrays.
 class ScriptObjectSlots : public ScriptObject
 {
+public:
+    int readNumbers(double*, int) override { return -1; }
+
 protected:
     ~ScriptObjectSlots() = default;
 
@@ -51,7 +54,6 @@ private:
     void reserved7() override {}
     void reserved8() override {}
     void reserved9() override {}
-    void reserved21() override {}
     void reserved22() override {}
     void reserved23() override {}
     void reserved25() override {}

@@ -21,8 +21,12 @@ void empty(guiHtml* node)
     if (node->getChildCount() == 0)
         return; // a control has no content, and keeps its value
     guiNodeWatch self(node);
-    if (guiPageRoot* root = node->getBaseHtml())
+    if (guiPageRoot* root = node->getBaseHtml()) {
+        root->endElements(node);
+        if (!self.alive())
+            return;
         root->eraseFormValues(node);
+    }
     node->destroyChildren();
     if (!self.alive())
         return;

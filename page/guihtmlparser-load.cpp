@@ -51,6 +51,14 @@ pulledPage pullPage(guiHtml* node, sstring const& content, sstring const& direct
     return {result, parser.mayLoad()};
 }
 
+void endContent(guiHtml* node, guiPageRoot* root)
+{
+    guiNodeWatch self(node);
+    root->endElements(node);
+    if (self.alive())
+        root->eraseFormValues(node);
+}
+
 } // namespace
 
 int guiHtml::setText(sstring const& content, sstring const& directory)
@@ -60,7 +68,9 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
     guiLayoutHold hold;
     guiNodeWatch self(this);
     if (guiPageRoot* root = getBaseHtml())
-        root->eraseFormValues(this);
+        endContent(this, root);
+    if (!self.alive())
+        return 0;
     destroyChildren();
     if (!self.alive())
         return 0;
@@ -71,9 +81,11 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
     if (guiPageRoot* root = getBaseHtml())
         root->loadFormValues(this);
 
-    // Content filters and the destruction of custom elements run script, which may delete this node.
+    // Content filters and custom elements run script, which may delete this node.
     if (self.alive() && (page.mayLoad || hasString(kStringSource) || hasString(kStringBackground)))
         dynamicLoad();
+    if (guiPageRoot* root = self.alive() ? getBaseHtml() : nullptr)
+        root->startElements(this);
     if (!self.alive())
         return 0;
     QWidget* widget = getTopLevelWidget();

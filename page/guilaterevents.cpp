@@ -35,6 +35,12 @@ guiLaterEvents::~guiLaterEvents()
     --theDepth;
 }
 
+bool guiLaterEvents::isActive()
+{
+    assertOnGuiThread();
+    return theDepth > 0;
+}
+
 bool guiLaterEvents::take(guiHtml* node, sstring const& link)
 {
     assertOnGuiThread();

@@ -17,4 +17,6 @@ public:
 
     /// Queues the event; false, and nothing done, when no object exists.
     static bool take(guiHtml* node, sstring const& link);
+    /// Whether an object exists: no handler may run now.
+    static bool isActive();
 };

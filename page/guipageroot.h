@@ -50,6 +50,12 @@ public:
     virtual void eraseFormValues(guiHtml*) {}
     /// Called for new controls at and below the node: gives them the values that the form object holds.
     virtual void loadFormValues(guiHtml*) {}
+    /// Called when content at and below the node is complete: makes the script components of its custom elements. Runs
+    /// script.
+    virtual void startElements(guiHtml*) {}
+    /// Called before content at and below the node is destroyed: tells those components, and lets go of them. Runs
+    /// script.
+    virtual void endElements(guiHtml*) {}
 
     /// Closes the window, if there is one.
     virtual void destroyWidget() {}

@@ -6,8 +6,10 @@
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 
+#include <algorithm>
 #include <cassert>
 #include <cstdint>
+#include <iterator>
 #include <optional>
 
 namespace {
@@ -126,10 +128,20 @@ int guiCallback_ShouldDisable(sstring name)
     return 1;
 }
 
-void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source, ScriptValue* result)
+namespace {
+
+/// Whether a custom element hears of this event as it does of the low-level ones, while the user goes on working.
+bool isElementEvent(sstring const& name)
+{
+    static char const* const kNames[] = {"eMouseWheel", "eKey", "eFocus", "eBlur"};
+    return std::any_of(std::begin(kNames), std::end(kNames), [&](char const* known) { return istring(known) == name; });
+}
+
+/// `isHandler`: user input is blocked meanwhile, and the values of the page's controls travel.
+void callEvent(guiHtml* node, ScriptObject* target, sstring const& name, ScriptObject* source, ScriptValue* result,
+               bool isHandler)
 {
     assert(target);
-    bool const isHandler = guiCallback_ShouldDisable(name);
     inputBlock const block(isHandler);
     ScriptEngine* engine = target->getEngine();
     guiOwnedArgs args(pGUI->getPlatform()->createArgs(engine));
@@ -143,6 +155,13 @@ void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, Sc
     callAndWait(target, target, method, args.get(), result);
     if (isHandler)
         carryFormValues(root, guiFormCarry::kToControls);
+}
+
+} // namespace
+
+void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source, ScriptValue* result)
+{
+    callEvent(node, target, name, source, result, guiCallback_ShouldDisable(name) != 0);
 }
 
 sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source)
@@ -195,7 +214,8 @@ int guiCallback_CallCustom(guiHtmlCustom* node, ScriptObject* object, sstring na
         return 1;
     node->onCallback();
     guiOwnedValue result = guiNewValue();
-    guiCallback_CallEvent(node, object, name, source, result.get());
+    bool const isHandler = guiCallback_ShouldDisable(name) != 0 && !isElementEvent(name);
+    callEvent(node, object, name, source, result.get(), isHandler);
     return result->isNumber() ? result->toInt(0) : 0;
 }
 

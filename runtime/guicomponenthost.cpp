@@ -10,6 +10,7 @@
 #include "runtime/guicallback.h"
 #include "runtime/guifilter.h"
 #include "runtime/guihtmlbase.h"
+#include "runtime/guiscriptwork.h"
 #include "runtime/guithread.h"
 
 #include <cassert>
@@ -40,10 +41,10 @@ int guiComponentHost::callHandler(guiHtml* node, ScriptObject* target, sstring c
     return 1;
 }
 
-// Objects are made for controls only; a custom element's object exists before its node asks.
 ScriptObject* guiComponentHost::buildCustomObject(guiHtml* node)
 {
-    if (!pGUI || node->getType() != guiHtml::kTypeControl || !guiPageObjectOf(node))
+    bool const isKnown = node->getType() == guiHtml::kTypeControl || node->getType() == guiHtml::kTypeCustom;
+    if (!pGUI || !isKnown || !guiPageObjectOf(node))
         return nullptr;
     return guiCallback_BuildCustomObject(node);
 }
@@ -62,6 +63,13 @@ void guiComponentHost::postTrigger(guiHtml* node)
     if (pGUI)
         pGUI->getThread()->postTrigger(node);
 }
+
+int guiComponentHost::callElement(guiHtmlCustom* node, ScriptObject* instance, char const* event)
+{
+    return guiCallback_CallCustom(node, instance, sstring(event), pGUI->getSession());
+}
+
+void guiComponentHost::callHandlerHere(ScriptObject* object, char const* name) { guiScriptWork_call(object, name); }
 
 void guiComponentHost::bindObject(ScriptObject* object, guiHtml* node) { pGUI->bindObject(object, node); }
 ScriptValue* guiComponentHost::newValue() { return pGUI ? guiComponent::NewScriptValue() : nullptr; }
@@ -123,6 +131,17 @@ void guiComponentHost::callFunction(ScriptMethod method, LibManager& manager, Sc
 }
 
 void guiComponentHost::postUpdate(guiHtml* node) { pGUI->getThread()->postUpdate(node); }
+
+void guiComponentHost::postToGui(std::function<void()> work)
+{
+    if (pGUI)
+        guiScriptWork_postToGui(std::move(work));
+}
+
+void guiComponentHost::postToScript(guiHtml* node, std::function<void()> work, std::function<void()> done)
+{
+    guiScriptWork_post(node, std::move(work), std::move(done));
+}
 
 void guiComponentHost::disableMM()
 {

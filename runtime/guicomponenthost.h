@@ -24,6 +24,8 @@ public:
     void callFunction(ScriptMethod method, LibManager& manager, ScriptPrivate* data, ScriptObject* self,
                       ScriptArgs& args, ScriptValue& result) override;
     void postUpdate(guiHtml* node) override;
+    void postToGui(std::function<void()> work) override;
+    void postToScript(guiHtml* node, std::function<void()> work, std::function<void()> done) override;
     void disableMM() override;
     void enableMM() override;
     void wakeWaiters() override;
@@ -32,6 +34,8 @@ public:
     void onVisible(guiWidget* window, bool isVisible) override;
     void setCurrentWindow(guiWidget* window) override;
 
+    int callElement(guiHtmlCustom* node, ScriptObject* instance, char const* event) override;
+    void callHandlerHere(ScriptObject* object, char const* name) override;
     void bindObject(ScriptObject* object, guiHtml* node) override;
     ScriptValue* newValue() override;
     void deleteValue(ScriptValue* value) override;

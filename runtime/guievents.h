@@ -1,4 +1,4 @@
-// runtime/guievents.h: what travels to the GUI thread: the events 1000 to 1012, and three of our own.
+// runtime/guievents.h: what travels to the GUI thread: the events 1000 to 1012, and four of our own.
 #pragma once
 
 #include "foundation/pmutex.h"
@@ -9,6 +9,8 @@
 #include <QEvent>
 #include <atomic>
 #include <cassert>
+#include <functional>
+#include <utility>
 
 class guiHtml;
 class guiHtmlBase;
@@ -33,6 +35,7 @@ enum guiEventID : int
     guiEventIdRelease = 10001,
     guiEventIdCatchUp = 10002, // for the filter, not for the thread
     guiEventIdCarryForm = 10003,
+    guiEventIdWork = 10004,
 };
 
 /// Orders what a thread wrote before it posted an event ahead of what the GUI thread reads when the event arrives. Qt's
@@ -118,6 +121,13 @@ struct guiTextEvent : guiBlockingEvent
     guiHtml* node; // not owned, checked against the registry
     sstring text;
     int* result; // the poster's
+};
+
+/// Work for the GUI thread; dropped unrun when that thread ends before.
+struct guiEventWork : guiEvent
+{
+    explicit guiEventWork(std::function<void()> w) : guiEvent(guiEventIdWork), work(std::move(w)) {}
+    std::function<void()> work;
 };
 
 struct guiEventShutdown : guiEvent

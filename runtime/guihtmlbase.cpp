@@ -10,6 +10,7 @@
 #include "page/guinodewatch.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
+#include "runtime/guielements.h"
 #include "runtime/guithread.h"
 
 #include <QApplication>
@@ -104,6 +105,7 @@ void guiHtmlBase::release(guiHtmlBase* root)
         guiLaterEvents later; // script's object is going already, so no handler may run
         widget->refresh();
     }
+    guiElements_drop(root);
     root->destroyWidget();
     if (!live.alive())
         return;
@@ -123,6 +125,9 @@ bool guiHtmlBase::isCalling() const
     pGUI->leave();
     return isCalling;
 }
+
+void guiHtmlBase::startElements(guiHtml* node) { guiElements_start(*this, node); }
+void guiHtmlBase::endElements(guiHtml* node) { guiElements_end(node); }
 
 /// The widget, for a caller that uses it: only the GUI thread may, while there is one.
 guiWidget* guiHtmlBase::widgetToUse() const
@@ -168,6 +173,9 @@ void guiHtmlBase::destroyWidget()
     if (!self.alive() || getWidget() != widget)
         return;
     formValues().store(); // while the controls still know what was typed into them
+    if (!self.alive() || getWidget() != widget)
+        return;
+    endElements(this);
     if (!self.alive() || getWidget() != widget)
         return;
     destroyChildWidget();

@@ -119,6 +119,8 @@ public:
     }
     void eraseFormValues(guiHtml* node) override { formValues().erase(node); }
     void loadFormValues(guiHtml* node) override { formValues().load(node); }
+    void startElements(guiHtml* node) override;
+    void endElements(guiHtml* node) override;
 
     /// Height in pixels of the window's menu bar, 0 without one.
     int getMenuHeight() override;

@@ -8,6 +8,7 @@
 #include "foundation/vela-qt.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
+#include "runtime/guielements.h"
 #include "runtime/guihtmlbase.h"
 
 #include <QAbstractEventDispatcher>
@@ -108,11 +109,14 @@ bool isRegistered(Node* node)
 void handle(guiEventPageOpen& event) TARN_ON(velaGuiRole)
 {
     guiHtmlBase& root = *event.node;
+    *event.result = 1;
+    if (!guiElements_prepare(root))
+        return;
     guiWidget* widget = root.createWidget(event.value);
     widget->setWindowTitle(sstoq(root.getTitle()));
     pGUI->setCurrentWindow(widget); // a window manager may activate it late, or never
-    widget->show();
-    *event.result = 1;
+    if (guiElements_draw(root))
+        widget->show();
 }
 
 void handle(guiEventPageClose& event) TARN_ON(velaGuiRole) { event.node->destroyWidget(); }
@@ -163,6 +167,8 @@ void handleForNode(QEvent& event) TARN_ON(velaGuiRole)
         handle(own);
 }
 
+void runWork(QEvent& event) { as<guiEventWork>(event).work(); }
+
 void shutDown(QEvent&) { QApplication::exit(0); }
 
 void callFunctionOf(QEvent& event)
@@ -204,6 +210,7 @@ constexpr eventHandler kHandlers[] = {
     {guiEventIdUpdate, serveUpdates},
     {guiEventIdRelease, handleForNode<guiEventRelease>},
     {guiEventIdCarryForm, handleForNode<guiEventCarryForm>},
+    {guiEventIdWork, runWork},
 };
 
 } // namespace

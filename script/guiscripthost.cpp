@@ -19,6 +19,8 @@ public:
         return object;
     }
 
+    void fleshIn(ScriptObject* object, guiHtml* node) override { FleshInControlObject(object, node); }
+
     guiHtml* nodeOf(ScriptPrivate* data, ScriptObject* self) override { return guiControl_getHtml(data, self); }
 
 protected:

@@ -56,6 +56,8 @@ void finishLoading(guiHtmlBase* root)
     root->formValues().load(root);
     if (live.alive())
         root->dynamicLoad();
+    if (live.alive())
+        root->startElements(root);
 }
 
 /// Makes the page of a window that has none. The filters run script, which may destroy the window.

@@ -201,7 +201,10 @@ public:
     /// 20 (extension): the window that this object stands for was opened (1) or has closed (0). A host keeps its
     /// process alive while a window is open. GUI thread, outside the component lock; the host returns at once.
     virtual void windowState(int isOpen) = 0;
-    virtual void reserved21() = 0;
+    /// 21 (extension): the numbers that an array holds, those of arrays inside it in their place: stores as many as fit
+    /// into `out` and returns how many there are. -1 when the object is no array, holds something else, or the host does
+    /// not know. Script thread.
+    virtual int readNumbers(double* out, int capacity) = 0;
     virtual void reserved22() = 0;
     virtual void reserved23() = 0;
     /// 24: calls a script method of this object and waits. Script thread only. `result` is null when the method is

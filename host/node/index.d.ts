@@ -247,25 +247,66 @@ export interface Rect {
     height: number;
 }
 
-/** Draws into a custom element, inside its `ePaint` only. Colours are names or "#RRGGBB"; "" is `color`, else black. */
+/** A width and a height in pixels. */
+export interface Extent {
+    width: number;
+    height: number;
+}
+
+/** x and y in turn, or pairs of them; a typed array is read fastest. */
+export type Points = readonly number[] | readonly (readonly [number, number])[] | Float64Array | Float32Array | Int32Array | Int16Array;
+
+/**
+ * Draws into a custom element, inside its `ePaint` only: outside, these methods do nothing, as with wrong arguments. The drawing is
+ * recorded and handed over whole when `ePaint` returns, so no call waits for the window; what an `async` handler draws
+ * behind an `await` is lost. Nothing shows outside of the element. Colours are names or "#RRGGBB". Numbers are pixels, cut to
+ * whole ones except in lists of points.
+ */
 export class GuiToolkit {
     constructor();
     /** Alignments for `drawText`. */
     readonly XLEFT: 0;
     readonly XCENTER: 1;
     readonly XRIGHT: 2;
-    /** What an empty colour stands for; black at the start of each `ePaint`. */
+
+    // All of these are as described at the start of each `ePaint`, whatever the last one has set.
+    /** What an empty colour of a filled area or a shape stands for; black. */
     color: string;
+    /** The colour of text; "": that of the page. */
+    textColor: string;
+    /** The face of text, "" for that of the page, and its size in points, 0 for that of the page. */
+    fontFace: string;
+    fontSize: number;
+    bold: boolean;
+    italic: boolean;
+    /** Whether lines are smooth; ellipses, polygons and polylines always are. */
+    smooth: boolean;
     /** The element's own area: left and top are 0. */
     readonly rect: Rect;
 
+    /** Fills a rectangle, or everything. */
     fill(color: string, rect?: Rect): null;
+    /** Both ends included. An empty colour is black. */
     drawLine(color: string, x1: number, y1: number, x2: number, y2: number, width: number): null;
+    /**
+     * The picture that the image has when `ePaint` returns, in its own size or cut to a size, or repeated in a larger one. The offsets
+     * move where the first one begins: a negative one shows a later part.
+     */
     drawImage(image: GuiImage, x: number, y: number): null;
     drawImage(image: GuiImage, x: number, y: number, width: number, height: number): null;
     drawImage(image: GuiImage, x: number, y: number, width: number, height: number, offsetX: number, offsetY: number): null;
+    /** Text as pages show it, broken into lines and cut to the rectangle. */
     drawText(text: string, rect?: Rect, align?: 0 | 1 | 2): null;
-    /** Asks for an `ePaint` of a part, or of everything. Also outside `ePaint`. */
+    /** An ellipse inside the rectangle: filled, or its outline when a line width is given. */
+    drawEllipse(color: string, x: number, y: number, width: number, height: number, lineWidth?: number): null;
+    /** Filled, or its outline when a line width is given. */
+    drawPolygon(color: string, points: Points, lineWidth?: number): null;
+    /** A line through all points, one pixel wide unless said otherwise. */
+    drawPolyline(color: string, points: Points, lineWidth?: number): null;
+
+    /** The room that a text takes in the present font, on one line or broken at a width; null when the element is gone. At any time. */
+    measureText(text: string, width?: number): Extent | null;
+    /** Asks for an `ePaint`, after which a part, or everything, is painted. At any time; requests join, up to 60 a second are served. */
     repaint(rect?: Rect): null;
     repaint(left: number, top: number, width: number, height: number): null;
 }
@@ -279,30 +320,51 @@ export class GuiImage {
     loadFile(path: string): boolean;
 }
 
+/** Where the pointer is, in pixels from the corner of what `toolkit.rect` covers, and what goes with the event that is being told. */
+export interface Mouse {
+    readonly x: number;
+    readonly y: number;
+    /** The button that went down or up, or that is down while the pointer moves. */
+    readonly button: '' | 'left' | 'middle' | 'right';
+    /** Those of "ctrl+alt+shift+meta" that are down, in this order. */
+    readonly modifiers: string;
+    /** How far the wheel was turned, in eighths of a degree, usually 120 a step; positive away from the user. */
+    readonly wheel: number;
+}
+
 /**
  * What the instance of a custom element has when its handlers run: `class Gauge { ePaint() { … } }` together with
- * `interface Gauge extends CustomElement {}`. The attributes `<param name value>` are properties too.
+ * `interface Gauge extends CustomElement {}`. The attributes `<param name value>` are properties too, always texts. They are set
+ * when the constructor has returned; a window that is opened again makes its elements anew.
  */
 export interface CustomElement extends Element {
     readonly toolkit: GuiToolkit;
-    /** Where the mouse is, in pixels from the element's upper left corner. */
-    readonly mouse: { readonly x: number; readonly y: number };
+    readonly mouse: Mouse;
     readonly window: GuiWindow;
     readonly name: string;
-    /** Pixels, or a text such as "50%". */
+    /** Pixels, or a text such as "50%". Without a height that stays as it was. */
     setSize(width: number | string, height?: number | string): null;
 }
 
-/** Handlers that a custom element may have. */
+/**
+ * Handlers that a custom element may have. The user goes on working while one runs, so a slow one is told of the last of several
+ * moves only. Nobody waits for the promise of an `async` one. While a button is down all moves go to the element on which it went
+ * down.
+ */
 export interface CustomElementHandlers {
+    /** The page is complete. */
     eCreate?(session: Session): unknown;
+    /** The window closes, or other content takes the place of the element. */
     eDestroy?(session: Session): unknown;
+    /** Draws: before the window appears, when the size has changed and when `repaint` was called. */
     ePaint?(session: Session): unknown;
     eMouseMove?(session: Session): unknown;
     eMouseOver?(session: Session): unknown;
     eMouseOut?(session: Session): unknown;
     eMouseDown?(session: Session): unknown;
     eMouseUp?(session: Session): unknown;
+    /** The wheel was turned over the element; the page does not scroll then. */
+    eMouseWheel?(session: Session): unknown;
 }
 
 /** The session; its properties are null before the first window. */

@@ -3,7 +3,9 @@
 #include "host/node/nodeengine.h"
 
 #include "host/node/nodeclass.h"
+#include "host/node/nodenumbers.h"
 
+#include <algorithm>
 #include <cassert>
 
 // --- classes ---
@@ -83,6 +85,21 @@ bool NodeEngine::readScript(NodeObject& object, std::u16string const& name, Node
     m_helpers.reportPending();
     out = fromScript(value);
     return true;
+}
+
+/// The component asks twice, for the number and for the numbers, so what was read is kept in between.
+int NodeEngine::readNumbers(NodeObject& object, double* out, int capacity)
+{
+    if (!out) {
+        Napi::HandleScope scope(m_env);
+        m_hasNumbers = nodeReadNumbers(object.script(), m_numbers);
+    }
+    if (!m_hasNumbers)
+        return -1;
+    auto const count = std::min(m_numbers.size(), static_cast<size_t>(std::max(capacity, 0)));
+    if (out)
+        std::copy_n(m_numbers.begin(), count, out);
+    return static_cast<int>(m_numbers.size());
 }
 
 void NodeEngine::writeScript(NodeObject& object, std::u16string const& name, NodeValue const& value)

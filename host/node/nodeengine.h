@@ -89,6 +89,7 @@ public:
 
     // The JavaScript side of one object.
     bool readScript(NodeObject& object, std::u16string const& name, NodeValue& out);
+    int readNumbers(NodeObject& object, double* out, int capacity);
     void writeScript(NodeObject& object, std::u16string const& name, NodeValue const& value);
     void eraseScript(NodeObject& object, std::u16string const& name);
     bool hasScriptMethod(NodeObject& object, std::u16string const& name);
@@ -195,6 +196,8 @@ private:
     NodeObject* m_adopted = nullptr;                         // not owned
     std::string m_nextFolder;
     int m_callDepth = 0;
+    std::vector<double> m_numbers; // of the array that the component reads
+    bool m_hasNumbers = false;     // it was one of numbers
     std::map<std::pair<ScriptMethod, std::u16string>, std::unique_ptr<OwnMethod>> m_ownMethods; // by their content
 
     // Any thread.

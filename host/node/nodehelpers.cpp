@@ -28,8 +28,10 @@ Napi::Value NodeHelpers::call(char const* name, std::initializer_list<napi_value
     if (m_hasGivenUp)
         return {};
     auto result = find(name).Call(args);
+    if (!m_env.IsExceptionPending())
+        return result;
     reportPending();
-    return result;
+    return {}; // what the wrapper gives for a call that threw is not empty
 }
 
 void NodeHelpers::report(Napi::Value error) { napi_fatal_exception(m_env, error); }

@@ -306,6 +306,13 @@ int NodeObject::endSession()
 
 void NodeObject::windowState(int isOpen) { m_engine.windows().notice(*this, isOpen != 0); }
 
+int NodeObject::readNumbers(double* out, int capacity)
+{
+    return m_kind == Kind::kScript && m_isBound && m_engine.isScriptThread()
+               ? m_engine.readNumbers(*this, out, capacity)
+               : -1;
+}
+
 void NodeObject::callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result)
 {
     auto& receiver = self ? *static_cast<NodeObject*>(self) : *this;

@@ -108,6 +108,7 @@ public:
     int beginSession(int flags) override;
     int endSession() override;
     void windowState(int isOpen) override;
+    int readNumbers(double* out, int capacity) override;
     void callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result) override;
     void callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
                          void* context) override;

@@ -48,12 +48,12 @@ protected:
     /// Runs `work` on the GUI thread with the window's page root, null without a page.
     static void onGuiThread(NativeWindow& window, std::function<void(guiHtmlBase*)> const& work)
     {
-        static std::function<void(guiHtmlBase*)> const* theWork;
-        theWork = &work;
-        auto run = [](LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue&) {
-            (*theWork)(GetWindow(guiWindow_getData(data)));
+        using Work = std::function<void(guiHtmlBase*)>;
+        auto run = [](LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue&) {
+            auto address = static_cast<std::uintptr_t>(args.get(0)->toNumber(0));
+            (*reinterpret_cast<Work const*>(address))(GetWindow(guiWindow_getData(data)));
         };
-        NativeArguments args;
+        NativeArguments args{static_cast<double>(reinterpret_cast<std::uintptr_t>(&work))}; // calls may nest
         NativeValue result;
         pGUI->getThread()->callFunction(run, pGUI->getManager(), window.object()->getPrivate(), nullptr, args, result);
     }

@@ -31,16 +31,27 @@ function awaitResult(id, promise) {
     }
 }
 
+/** What a custom element hears while the user goes on working: nobody waits for what such a handler does later. */
+const elementEvents = new Set(['eCreate', 'eDestroy', 'ePaint', 'eMouseMove', 'eMouseOver', 'eMouseOut', 'eMouseDown', 'eMouseUp',
+    'eMouseWheel', 'eKey', 'eFocus', 'eBlur']);
+
+function answer(id, name, result) {
+    if (!isThenable(result)) {
+        finish(id, result);
+    } else if (elementEvents.has(name)) {
+        finish(id, null);
+        Promise.resolve(result).catch((error) => native.report(error));
+    } else {
+        awaitResult(id, result);
+    }
+}
+
 /** Calls a method for the component and answers under `id`, now or when the promise that it returns has settled. */
 function runCall(id, target, self, name, args) {
     try {
         const method = findMethod(target, name);
         const result = method === undefined ? null : Reflect.apply(method, self, args);
-        if (isThenable(result)) {
-            awaitResult(id, result);
-        } else {
-            finish(id, result);
-        }
+        answer(id, name, result);
     } catch (error) {
         fail(id, error);
     }

@@ -27,6 +27,7 @@ class Order extends GuiWindow {
 interface Gauge extends CustomElement {}
 class Gauge implements CustomElementHandlers {
     value = '0';
+    eMouseWheel(): void {}
     ePaint(): void {
         const { toolkit } = this;
         const area: Rect = { left: 0, top: 0, width: toolkit.rect.width, height: 10 };
@@ -42,6 +43,17 @@ class Gauge implements CustomElementHandlers {
         toolkit.repaint();
         toolkit.repaint(area);
         toolkit.repaint(1, 2, 3, 4);
+        toolkit.fontFace = 'Serif';
+        toolkit.fontSize = toolkit.measureText('text', 100)?.height ?? 12;
+        toolkit.bold = toolkit.italic = toolkit.smooth = true;
+        toolkit.textColor = 'navy';
+        toolkit.drawEllipse('red', 1, 2, 3, 4);
+        toolkit.drawEllipse('red', 1, 2, 3, 4, 5);
+        toolkit.drawPolygon('red', [1, 2, 3, 4]);
+        toolkit.drawPolygon('red', [[1, 2], [3, 4]], 2);
+        toolkit.drawPolyline('red', new Float64Array(4), 2);
+        const wheel: number = this.mouse.wheel + this.mouse.modifiers.length;
+        if (this.mouse.button === 'left' && wheel > 0) this.disable();
         this.setSize('50%', 20);
     }
 }

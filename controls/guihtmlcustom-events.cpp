@@ -1,0 +1,122 @@
+// controls/guihtmlcustom-events.cpp: how a custom element's instance hears of the pointer. A handler runs while the GUI
+// thread goes on with its events; what happens to the element meanwhile waits until the handler has ended. Of moves that
+// wait only the last one is told, and turns of the wheel are added up.
+#include "controls/guicontrolhost.h"
+#include "controls/guihtmlcustom.h"
+#include "foundation/vela-threadrole.h"
+#include "page/guilaterevents.h"
+#include "page/guinodewatch.h"
+
+#include <cassert>
+#include <cstring>
+#include <utility>
+
+namespace {
+
+constexpr char kMove[] = "eMouseMove";
+constexpr char kWheel[] = "eMouseWheel";
+
+void setTextProperty(ScriptObject* object, char const* name, ScriptValue* value, sstring const& text)
+{
+    value->setString(text);
+    object->setProperty(sstring(name), value);
+}
+
+void setNumberProperty(ScriptObject* object, char const* name, ScriptValue* value, int number)
+{
+    value->setInt(number);
+    object->setProperty(sstring(name), value);
+}
+
+} // namespace
+
+void guiHtmlCustom::onCallback()
+{
+    if (!mx.mouse)
+        return;
+    guiControlHost& host = guiControlHost::current();
+    ScriptValue* value = host.newValue();
+    setNumberProperty(mx.mouse, "x", value, mx.mouseX);
+    setNumberProperty(mx.mouse, "y", value, mx.mouseY);
+    setTextProperty(mx.mouse, "button", value, mx.input.button);
+    setTextProperty(mx.mouse, "modifiers", value, mx.input.modifiers);
+    setNumberProperty(mx.mouse, "wheel", value, mx.input.wheel);
+    host.deleteValue(value);
+}
+
+void guiHtmlCustom::setPointer(int x, int y)
+{
+    mx.mouseX = x - m.border;
+    mx.mouseY = y - m.border;
+}
+
+void guiHtmlCustom::onMouseOn() { tell("eMouseOver"); }
+void guiHtmlCustom::onMouseOff() { tell("eMouseOut"); }
+void guiHtmlCustom::onMouseUp() { tell("eMouseUp"); }
+
+void guiHtmlCustom::onMouseDown(int x, int y)
+{
+    setPointer(x, y);
+    tell("eMouseDown");
+}
+
+void guiHtmlCustom::onMouseMove(int x, int y)
+{
+    setPointer(x, y);
+    tell(kMove);
+}
+
+void guiHtmlCustom::onMouseWheel(int x, int y)
+{
+    setPointer(x, y);
+    tell(kWheel);
+}
+
+bool guiHtmlCustom::hearsWheel() { return canHear(kWheel); }
+
+bool guiHtmlCustom::canHear(char const* name)
+{
+    return m_hasInstance && m.enabled && !guiLaterEvents::isActive() && m.object.load()->hasMethod(sstring(name));
+}
+
+void guiHtmlCustom::queue(happening what)
+{
+    constexpr std::size_t kMostWaiting = 1000; // a handler that never ends must not collect events for ever
+    happening* const last = m_waiting.empty() ? nullptr : &m_waiting.back();
+    bool const isSame = last && std::strcmp(last->name, what.name) == 0;
+    bool const isWheel = std::strcmp(what.name, kWheel) == 0;
+    if (isSame && isWheel)
+        what.input.wheel += last->input.wheel;
+    if (isSame && (isWheel || std::strcmp(what.name, kMove) == 0))
+        *last = std::move(what);
+    else if (m_waiting.size() < kMostWaiting)
+        m_waiting.push_back(std::move(what));
+}
+
+void guiHtmlCustom::tell(char const* name)
+{
+    assertOnGuiThread();
+    if (!canHear(name))
+        return;
+    queue({name, mx.mouseX, mx.mouseY, m_nextInput});
+    if (std::exchange(m_isTelling, true))
+        return;
+    guiNodeWatch const self(this);
+    while (self.alive() && !m_waiting.empty()) {
+        happening const next = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        call(next);
+    }
+    if (self.alive())
+        m_isTelling = false;
+}
+
+void guiHtmlCustom::call(happening const& what)
+{
+    assertOnGuiThread();
+    assert(m_hasInstance);
+    mx.mouseX = what.x;
+    mx.mouseY = what.y;
+    mx.input = what.input;
+    guiControlHost::current().callElement(this, m.object, what.name);
+}
