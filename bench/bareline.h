@@ -8,9 +8,9 @@
 #include <QObject>
 
 /// The events that the two objects post.
-inline constexpr auto kBall = QEvent::Type(QEvent::User + 500);
-inline constexpr auto kPlay = QEvent::Type(QEvent::User + 501); // asks the other object to start all trips
-inline constexpr auto kEnd = QEvent::Type(QEvent::User + 502);  // the answer after the last trip
+inline constexpr auto kBall = static_cast<QEvent::Type>(QEvent::User + 500);
+inline constexpr auto kPlay = static_cast<QEvent::Type>(QEvent::User + 501); // asks the other object to start all trips
+inline constexpr auto kEnd = static_cast<QEvent::Type>(QEvent::User + 502);  // the answer after the last trip
 
 /// Sends every ball back, or sends balls and waits for each to come back.
 class Peer : public QObject

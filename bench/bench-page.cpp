@@ -68,7 +68,7 @@ void compare(std::string const& kind, Results& results)
 {
     PageFigures& ours = results["tarn"];
     printRatio("page-load/" + kind, ours["load"], bestPeer(results, "load"), kind == "text" ? kTextTarget : kTarget);
-    if (results.count("wx"))
+    if (results.contains("wx"))
         printRatio("page-second-layout/" + kind, ours["layout"], results["wx"]["layout"], 1);
     printFigure("page-memory/" + kind, ours["bytes"], results["qtext"]["bytes"], kMemoryTarget);
     printFigure("page-measures-per-node/" + kind, ours["measures-per-node"], kMostMeasures, 1);

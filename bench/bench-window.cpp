@@ -38,6 +38,7 @@ public:
     explicit Child(std::vector<std::string> const& words)
     {
         std::vector<char*> arguments;
+        arguments.reserve(words.size() + 1);
         for (std::string const& word : words)
             arguments.push_back(const_cast<char*>(word.c_str()));
         arguments.push_back(nullptr);

@@ -52,7 +52,8 @@ public:
     std::string effort() override
     {
         unsigned const nodes = countNodes(m_root.get());
-        return "nodes " + std::to_string(nodes) + " measures-per-node " + std::to_string(double(m_measured) / nodes);
+        return "nodes " + std::to_string(nodes) + " measures-per-node " +
+               std::to_string(static_cast<double>(m_measured) / nodes);
     }
 
 private:

@@ -113,7 +113,7 @@ extern "C" int LLVMFuzzerTestOneInput(uint8_t const* bytes, size_t size)
     FuzzBytes input(bytes, size);
     unsigned const place = input.byte();
     std::string const rest = input.rest();
-    std::string const reply = rest.substr(0, rest.find('\n'));
+    std::string reply = rest.substr(0, rest.find('\n'));
     sstring const link = toText(reply.size() < rest.size() ? rest.substr(reply.size() + 1) : rest);
     checkParts(link);
 

@@ -98,7 +98,7 @@ void addSection(Outline& out, mlSection const& section, bool followsText)
         Units const value = unitsOf(attr->getRHS());
         Units const left = unitsOf(attr->getLHS());
         out.survives = out.survives && value.find(u'&') == Units::npos && left.find(u'&') == Units::npos;
-        out.line += u" " + left + u"=" + value;
+        out.line.append(u" ").append(left).append(u"=").append(value);
     }
     out.line += u">";
     addChildren(out, section);
@@ -121,7 +121,7 @@ struct Page
     explicit Page(std::string const& text)
         : bytes(text.begin(), text.end()), stream(bytes.data(), static_cast<unsigned>(bytes.size()), 0), parser(&stream)
     {}
-    explicit Page(sstring text) : stream{}, written(std::make_unique<datastream>(text)), parser(written.get()) {}
+    explicit Page(sstring text) : written(std::make_unique<datastream>(text)), parser(written.get()) {}
 
     std::vector<unsigned char> bytes;
     textstream stream;

@@ -6,11 +6,10 @@
 #include "fuzz/finding.h"
 #include "host/native/nativefileservice.h"
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
-
-#include <stdlib.h>
 
 namespace {
 
@@ -37,7 +36,7 @@ Units cleaned(Units path)
     replaceAll(path, u"//", u"/");
     if (!path.ends_with(u"/"))
         path += u"/";
-    for (size_t up; (up = path.find(u"/../", 1)) != Units::npos;) {
+    for (size_t up = 0; (up = path.find(u"/../", 1)) != Units::npos;) {
         size_t const before = path.rfind(u'/', up - 1);
         if (before == Units::npos)
             break;

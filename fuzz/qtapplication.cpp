@@ -15,6 +15,6 @@ void startQt()
     static char* arguments[] = {name, nullptr};
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     silenceLog();
-    static auto* const application = new QApplication(count, arguments);
-    application->setQuitOnLastWindowClosed(false);
+    [[maybe_unused]] static auto* const application = new QApplication(count, arguments);
+    QApplication::setQuitOnLastWindowClosed(false);
 }

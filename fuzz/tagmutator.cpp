@@ -3,7 +3,7 @@
 
 #include "fuzz/bytes.h"
 
-#include <cstring>
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -299,6 +299,6 @@ extern "C" size_t LLVMFuzzerCustomMutator(uint8_t* bytes, size_t size, size_t li
     for (std::string const& part : parts)
         text += part;
     text.resize(std::min(text.size(), limit));
-    std::memcpy(bytes, text.data(), text.size());
+    std::copy(text.begin(), text.end(), bytes);
     return text.size();
 }

@@ -270,7 +270,7 @@ private:
     }
 
     /// Arranges that the modal window is closed, before opening it.
-    void showModally(NativeWindow window)
+    void showModally(NativeWindow const& window)
     {
         m_host.post([window] { window.close(); });
         window.show();

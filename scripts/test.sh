@@ -19,9 +19,10 @@ run_tests() {
         prepare test display fuzz
         test_sanitized
     elif [ $# -eq 0 ]; then
-        begin_steps 21
+        begin_steps 22
         prepare test display fuzz lint
         lint_quickly
+        lint_changes
         test_preset dev
         build_shipped
         test_sanitized

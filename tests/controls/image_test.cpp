@@ -32,7 +32,7 @@ struct ShownImage
         using guiHtmlImage::operator=;
         int onHyperlink(sstring link, ScriptObject*) override
         {
-            links.push_back(link.c_str());
+            links.emplace_back(link.c_str());
             return 1;
         }
         std::vector<std::string> links;

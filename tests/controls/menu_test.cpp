@@ -37,7 +37,7 @@ public:
     using WindowRoot::operator=;
     int onEvent(sstring name, ScriptObject*) override
     {
-        events.push_back(name.c_str());
+        events.emplace_back(name.c_str());
         if (work)
             work();
         return 1;

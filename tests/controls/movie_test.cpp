@@ -21,7 +21,7 @@ QByteArray raw(int size, char fill = '\x7F') { return QByteArray(size, fill); }
 
 std::uint32_t nativeNumber(std::vector<unsigned char> const& bytes, std::size_t at)
 {
-    std::uint32_t value;
+    std::uint32_t value = 0;
     std::memcpy(&value, bytes.data() + at, sizeof value);
     return value;
 }

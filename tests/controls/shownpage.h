@@ -55,7 +55,7 @@ public:
     using Node::operator=;
     int onHyperlink(sstring link, ScriptObject*) override
     {
-        links.push_back(link.c_str());
+        links.emplace_back(link.c_str());
         return 1;
     }
     std::vector<std::string> links;

@@ -164,7 +164,7 @@ Ending runDriver(std::string const& how)
 {
     FILE* pipe = popen((std::string(TARN_EXIT_DRIVER) + " " + how + " 2>&1").c_str(), "r");
     Ending ending{-1, ""};
-    for (int c; (c = std::fgetc(pipe)) != EOF;)
+    for (int c = 0; (c = std::fgetc(pipe)) != EOF;)
         ending.output += static_cast<char>(c);
     int status = pclose(pipe);
     ending.code = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);

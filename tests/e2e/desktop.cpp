@@ -53,7 +53,7 @@ struct Desktop::Connection
     /// The words of a property, or nothing.
     std::vector<unsigned long> words(Window window, std::string const& name) const
     {
-        Atom type;
+        Atom type = None;
         int format = 0;
         unsigned long count = 0, left = 0;
         unsigned char* data = nullptr;
@@ -69,7 +69,7 @@ struct Desktop::Connection
 
     std::string title(Window window) const
     {
-        Atom type;
+        Atom type = None;
         int format = 0;
         unsigned long count = 0, left = 0;
         unsigned char* data = nullptr;
@@ -97,7 +97,7 @@ struct Desktop::Connection
     {
         XWindowAttributes attributes{};
         int left = 0, top = 0;
-        Window child;
+        Window child = None;
         XGetWindowAttributes(display, window, &attributes);
         XTranslateCoordinates(display, window, root, 0, 0, &left, &top, &child);
         return {left, top, left + attributes.width, top + attributes.height};
@@ -111,7 +111,7 @@ struct Desktop::Connection
             throw std::runtime_error("libXfixes.so.3 is missing (Debian: libxfixes3)");
         auto query = reinterpret_cast<Bool (*)(Display*, int*, int*)>(dlsym(library, "XFixesQueryExtension"));
         auto get = reinterpret_cast<CursorImage* (*)(Display*)>(dlsym(library, "XFixesGetCursorImage"));
-        int event, error;
+        int event = 0, error = 0;
         query(display, &event, &error);
         CursorImage* image = get(display);
         if (!image)

@@ -34,10 +34,10 @@ void readPage(sstring const& file)
     dump(parser);
     parser.toString();
     parser.toFormattedString();
-    sformat("%s has %d attributes", cell->getName().c_str(), static_cast<int>(cell->getAttrCount()));
+    sformat const line("%s has %d attributes", cell->getName().c_str(), static_cast<int>(cell->getAttrCount()));
     FileIO_CanonicalizePath("a/../b");
     istring upper(cell->getName() * 3);
-    upper.replace("td", "longer", sstring::ReplaceHowMany(0));
+    upper.replace("td", "longer", static_cast<sstring::ReplaceHowMany>(0));
 }
 
 void readStream(sstring const& file)

@@ -81,7 +81,7 @@ bool othersCanLock(std::string const& path)
 
 unsigned int permissions(std::string const& path)
 {
-    struct stat status;
+    struct stat status = {};
     EXPECT_EQ(stat(path.c_str(), &status), 0);
     return status.st_mode & 0777;
 }

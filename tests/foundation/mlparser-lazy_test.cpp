@@ -146,7 +146,7 @@ TEST(LongTexts, AreTheSameAsWithoutALimit)
             MemorySource source(page);
             mlParser parser(source.get());
             sstring whole;
-            mlTokenType type;
+            mlTokenType type{};
             parser.popToken(nullptr, nullptr, nullptr, nullptr, nullptr, 8);
             if (open[1] != '!') {
                 parser.popToken(nullptr, nullptr, nullptr, nullptr, nullptr, 1);

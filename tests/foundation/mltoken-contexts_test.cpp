@@ -288,7 +288,7 @@ TEST(Comments, AreSkippedAndMayHoldTags)
     auto skipped = [](std::string const& page) {
         MemorySource source(page);
         mlParser parser(source.get());
-        mlTokenType type;
+        mlTokenType type{};
         sstring text;
         int leadingSpace = 0;
         parser.popTokenSkipComments(&type, &text, nullptr, nullptr, &leadingSpace, 8);

@@ -82,7 +82,7 @@ void runOnStack(size_t bytes, std::function<void()> function)
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     ASSERT_EQ(pthread_attr_setstacksize(&attributes, bytes), 0);
-    pthread_t thread;
+    pthread_t thread{};
     ASSERT_EQ(pthread_create(&thread, &attributes, call, &function), 0);
     pthread_join(thread, nullptr);
     pthread_attr_destroy(&attributes);

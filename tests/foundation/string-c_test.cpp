@@ -84,9 +84,9 @@ protected:
     /// A text with room for appending, which lives until the test ends.
     Unit* t(char const* text)
     {
-        texts.emplace_back(new Unit[64]());
-        std::copy_n(text, std::strlen(text), texts.back().get());
-        return texts.back().get();
+        m_texts.emplace_back(new Unit[64]());
+        std::copy_n(text, std::strlen(text), m_texts.back().get());
+        return m_texts.back().get();
     }
 
     static std::string back(Unit const* text)
@@ -98,7 +98,7 @@ protected:
     }
 
 private:
-    std::vector<std::unique_ptr<Unit[]>> texts;
+    std::vector<std::unique_ptr<Unit[]>> m_texts;
 };
 
 struct FlavourNames

@@ -272,7 +272,8 @@ TEST(FindDeclaredCodeSet, ReadsTheNameAfterTheNextEqualsSign)
 {
     auto find = [](std::string const& text) {
         auto const* bytes = reinterpret_cast<unsigned char const*>(text.data());
-        return std::string(findDeclaredCodeSet(bytes, static_cast<unsigned int>(text.size())).c_str());
+        velaBytes const name = findDeclaredCodeSet(bytes, static_cast<unsigned int>(text.size()));
+        return std::string(name.begin(), name.end());
     };
     EXPECT_EQ(find("charset=utf-8"), "utf-8");
     EXPECT_EQ(find("CharSet = \t\r\n\"Shift_JIS\""), "Shift_JIS");

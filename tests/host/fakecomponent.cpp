@@ -159,7 +159,7 @@ void windowShow(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs&, Sc
 
 struct Waiter
 {
-    ScriptValue* result;
+    ScriptValue* result = nullptr;
     bool done = false;
 
     static void complete(ScriptValue& value, void* context)

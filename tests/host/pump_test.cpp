@@ -23,7 +23,7 @@ std::chrono::duration<double, std::milli> timeOfStep(NativePump& pump)
 
 double processorSeconds()
 {
-    rusage usage;
+    rusage usage = {};
     getrusage(RUSAGE_SELF, &usage);
     auto seconds = [](timeval const& time) { return static_cast<double>(time.tv_sec) + 1e-6 * time.tv_usec; };
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);

@@ -37,7 +37,7 @@ int slotOf(Function function)
 template <typename Function, typename Interface>
 Function rawSlot(Interface* object, int slot)
 {
-    void** table;
+    void** table = nullptr;
     std::memcpy(&table, static_cast<void*>(object), sizeof table);
     return reinterpret_cast<Function>(table[slot - 1]);
 }

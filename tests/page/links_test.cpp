@@ -20,8 +20,8 @@ public:
 
     int setText(sstring const& content, sstring const& directory) override
     {
-        contents.push_back(content.c_str());
-        directories.push_back(directory.c_str());
+        contents.emplace_back(content.c_str());
+        directories.emplace_back(directory.c_str());
         if (whileSetting)
             whileSetting(*this);
         return result;

@@ -32,8 +32,8 @@ struct referenceLayout::box
 /// Sum of layer heights; the gap below a paragraph may depend on the layer having a height.
 struct referenceLayout::stack
 {
-    pixels divide;
-    bool gapNeedsHeight;
+    pixels divide = 0;
+    bool gapNeedsHeight = false;
     pixels total = 0;
     bool isFirst = true;
     bool gap = false;
@@ -221,10 +221,6 @@ std::vector<referenceLayout::pixels> referenceLayout::share(guiHtml* node, row c
     std::size_t const count = layer.nodes.size();
     std::vector<pixels> shares(count);
     auto at = [&](std::size_t i) -> box const& { return of(layer.nodes[i]); };
-    auto wants = [&](std::size_t i) {
-        bool const isOne = !at(i).expandWidth && at(i).unitX != kUnitPercent;
-        return isOne ? std::max<pixels>(0, at(i).x - shares[i]) : 0;
-    };
     pixels used = 0;
     pixels percents = 0;
     for (std::size_t i = 0; i < count; ++i) {
@@ -237,9 +233,20 @@ std::vector<referenceLayout::pixels> referenceLayout::share(guiHtml* node, row c
     }
     if (least)
         *least = used + dividers(node, layer);
-    pixels const spare = width - used;
-    if (spare <= 0)
-        return shares;
+    if (used < width)
+        spread(layer, shares, width - used);
+    return shares;
+}
+
+/// What is left over goes to the nodes that want more, and then to those that expand.
+void referenceLayout::spread(row const& layer, std::vector<pixels>& shares, pixels spare)
+{
+    std::size_t const count = layer.nodes.size();
+    auto at = [&](std::size_t i) -> box const& { return of(layer.nodes[i]); };
+    auto wants = [&](std::size_t i) {
+        bool const isOne = !at(i).expandWidth && at(i).unitX != kUnitPercent;
+        return isOne ? std::max<pixels>(0, at(i).x - shares[i]) : 0;
+    };
     pixels want = 0;
     std::size_t lastWanting = count;
     std::size_t lastExpanding = count;
@@ -260,7 +267,7 @@ std::vector<referenceLayout::pixels> referenceLayout::share(guiHtml* node, row c
             shares[i] += own;
             left -= own;
         }
-        return shares;
+        return;
     }
     left -= want;
     pixels const each = expanding ? left / expanding : 0;
@@ -271,7 +278,6 @@ std::vector<referenceLayout::pixels> referenceLayout::share(guiHtml* node, row c
             left -= each;
         }
     }
-    return shares;
 }
 
 referenceLayout::pixels referenceLayout::estimate(guiHtml* node, pixels width)
@@ -397,7 +403,8 @@ void referenceLayout::place(guiHtml* node)
         pixels left = inset + offset(layer.align, width, innerWidth(node, own.rect.width));
         for (guiHtml* child : layer.nodes) {
             box& inner = of(child);
-            inner.rect = {int(left), int(inner.cx), int(top + tops[at]), int(inner.cy)};
+            inner.rect = {static_cast<int>(left), static_cast<int>(inner.cx), static_cast<int>(top + tops[at]),
+                          static_cast<int>(inner.cy)};
             left += inner.cx + node->m.divide;
             place(child);
         }

@@ -48,6 +48,7 @@ private:
     void normalize(row const& layer);
     pixels preferred(guiHtml* node);
     std::vector<pixels> share(guiHtml* node, row const& layer, pixels room, pixels* least);
+    void spread(row const& layer, std::vector<pixels>& shares, pixels spare);
     pixels estimate(guiHtml* node, pixels width);
     static void decideBar(guiHtml const* node, bool* bar, barPast past, pixels* range, pixels content, pixels room);
     void giveWidths(guiHtml* node);

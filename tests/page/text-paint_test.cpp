@@ -392,7 +392,7 @@ public:
     using guiHtmlText::operator=;
     int onHyperlink(sstring link, ScriptObject* object) override
     {
-        followed.push_back(link.c_str());
+        followed.emplace_back(link.c_str());
         EXPECT_EQ(object, nullptr);
         return 1;
     }

@@ -41,7 +41,7 @@ bool isOneOf(std::string const& name, std::array<char const*, N> const& names)
 std::string folded(std::string name)
 {
     std::transform(name.begin(), name.end(), name.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
     return name;
 }
 

@@ -99,8 +99,8 @@ std::u16string decoded(std::string const& bytes, bool* isAsciiOnly)
 {
     QString const head = QString::fromLatin1(bytes.substr(0, 16384).c_str()).toLower();
     *isAsciiOnly = !head.contains(QStringLiteral("charset"));
-    QString const text = *isAsciiOnly ? QString::fromLatin1(bytes.data(), qsizetype(bytes.size()))
-                                      : QString::fromUtf8(bytes.data(), qsizetype(bytes.size()));
+    QString const text = *isAsciiOnly ? QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()))
+                                      : QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
     return text.toStdU16String();
 }
 
@@ -113,7 +113,9 @@ std::u16string asciiOf(std::u16string const& text)
 
 std::string mismatchAt(std::u16string_view expected, std::size_t at)
 {
-    auto const show = [](std::u16string_view text) { return QString::fromUtf16(text.data(), qsizetype(text.size())); };
+    auto const show = [](std::u16string_view text) {
+        return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+    };
     return (QStringLiteral("after ") + show(expected.substr(at > 40 ? at - 40 : 0, std::min<std::size_t>(at, 40))) +
             QStringLiteral(" expected ") + show(expected.substr(at, 40)))
         .toStdString();

@@ -26,10 +26,9 @@ TEST(EventFilter, BlocksKeysAndMouseWhileActive)
     filter.activate();
     for (int type : {2, 3, 4, 5, 6, 7, 30, 80, 81})
         EXPECT_TRUE(isSwallowed(filter, type)) << type;
-    for (int type : {int(QEvent::ShortcutOverride), int(QEvent::Shortcut), int(QEvent::Wheel), int(QEvent::TouchBegin)})
+    for (QEvent::Type type : {QEvent::ShortcutOverride, QEvent::Shortcut, QEvent::Wheel, QEvent::TouchBegin})
         EXPECT_TRUE(isSwallowed(filter, type)) << type;
-    for (int type :
-         {int(QEvent::Paint), int(QEvent::Timer), int(QEvent::Resize), int(QEvent::Close), int(QEvent::Show)})
+    for (QEvent::Type type : {QEvent::Paint, QEvent::Timer, QEvent::Resize, QEvent::Close, QEvent::Show})
         EXPECT_FALSE(isSwallowed(filter, type)) << type;
 }
 

@@ -25,8 +25,11 @@ struct RecordingClass final : ScriptClass
     {
         ++propertyHandlers;
     }
-    void addMethod(sstring const& name, ScriptMethod) override { methods.push_back(sstring(name).c_str()); }
-    void addClassMethod(sstring const& name, ScriptMethod) override { classMethods.push_back(sstring(name).c_str()); }
+    void addMethod(sstring const& name, ScriptMethod) override { methods.emplace_back(sstring(name).c_str()); }
+    void addClassMethod(sstring const& name, ScriptMethod) override
+    {
+        classMethods.emplace_back(sstring(name).c_str());
+    }
 };
 
 TEST(Component, ShutdownWithoutInitReturnsOne) { EXPECT_EQ(Shutdown(), 1); }

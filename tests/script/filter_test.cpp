@@ -325,8 +325,8 @@ TEST_F(Filters, MegabytesOfHalfIncludesTakeNoTime)
     std::string halves;
     while (halves.size() < 2'000'000)
         halves += "<!--#exec cgi='x ";
-    timespec start;
-    timespec end;
+    timespec start = {};
+    timespec end = {};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &start);
     EXPECT_EQ(filtered(halves), halves);
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &end);

@@ -201,25 +201,25 @@ TEST_F(ClosedControls, MayBeChangedByTheirOwnHandlers)
          "<object classid=menu name=u><menu name=file value=File><param name=on value=On unchecked></menu></object>");
     std::vector<std::string> calls;
     window.on("onText", [&](NativeWindow& self, NativeArguments const&) {
-        calls.push_back("text");
+        calls.emplace_back("text");
         if (calls.size() < 3)
             self.control("t")->call("setText", {"from the handler"});
     });
     window.on("onPick", [&](NativeWindow& self, NativeArguments const&) {
-        calls.push_back("pick");
+        calls.emplace_back("pick");
         self.control("s")->call("removeItem", {"b"});
     });
     window.on("eSelect", [&](NativeWindow& self, NativeArguments const&) {
-        calls.push_back("select");
+        calls.emplace_back("select");
         self.control("f")->call("removeItem", {"b"});
         self.control("f")->call("addItem", {"c", "C", "", "checkbox"});
     });
     window.on("eChange", [&](NativeWindow& self, NativeArguments const&) {
-        calls.push_back("change");
+        calls.emplace_back("change");
         self.control("f")->call("removeItem", {"a"});
     });
     window.on("eMenu", [&](NativeWindow& self, NativeArguments const& args) {
-        calls.push_back("menu " + args[1].text());
+        calls.emplace_back("menu " + args[1].text());
         self.control("u")->call("setItemText", {"on", "Off"});
         self.control("u")->call("checkItem", {"on"});
     });

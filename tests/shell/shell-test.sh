@@ -211,6 +211,7 @@ run_pretended_tests() {
     test_sanitized() { echo "sanitized too" >>"$work/asked"; }
     test_threads() { echo "threads too" >>"$work/asked"; }
     lint_quickly() { echo 'linted' >>"$work/asked"; }
+    lint_changes() { echo 'changes linted' >>"$work/asked"; }
     mkdir -p "$work/build/dev"
     : >"$work/asked"
     pretend ctest "echo \"\$* update=\${TARN_UPDATE_DUMPS-none}\" >>'$work/asked'" \
@@ -243,7 +244,7 @@ SanitizersRunWithEverythingOrAlone() {
     done
     run_pretended_tests
     sed -i 's/^--preset dev .*/tests/' "$work/asked"
-    expect_asked $'linted\ntests\nbuilt release\nsanitized too\nthreads too'
+    expect_asked $'linted\nchanges linted\ntests\nbuilt release\nsanitized too\nthreads too'
     run_pretended_tests --sanitized
     expect_asked 'sanitized too'
     run_pretended_tests --threads

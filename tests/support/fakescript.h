@@ -38,7 +38,7 @@ public:
     void keep() override {}
     void letGo() override {}
     int beginSession(int flags) override { return session.push_back("begin " + std::to_string(flags)), 7; }
-    int endSession() override { return session.push_back("end"), 7; }
+    int endSession() override { return session.emplace_back("end"), 7; }
     void windowState(int) override {}
     void callMethod(ScriptObject*, sstring const&, ScriptArgs*, ScriptValue*) override {}
     void callMethodAsync(ScriptObject*, sstring const&, ScriptArgs*, ScriptCompletion, void*) override {}
@@ -78,7 +78,7 @@ public:
 
     int readText(ScriptObject*, sstring const& path, sstring& text) override
     {
-        read.push_back(path.c_str());
+        read.emplace_back(path.c_str());
         auto found = files.find(path.c_str());
         if (found == files.end())
             return 0;
@@ -90,7 +90,7 @@ public:
 
     guiPictureRef readImage(ScriptObject*, sstring const& path, QSize) override
     {
-        read.push_back(path.c_str());
+        read.emplace_back(path.c_str());
         if (!files.contains(path.c_str()))
             return nullptr;
         QPixmap image(4, 4);

@@ -28,7 +28,9 @@ double processorSeconds()
 {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    auto const seconds = [](timeval const& time) { return double(time.tv_sec) + double(time.tv_usec) / 1e6; };
+    auto const seconds = [](timeval const& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+    };
     return seconds(usage.ru_utime) + seconds(usage.ru_stime);
 }
 
@@ -115,7 +117,7 @@ std::string textOfPage(guiHtml* root)
         if (node->getType() == guiHtml::kTypeText)
             all += static_cast<guiHtmlText*>(node)->getText().c_str();
     });
-    for (std::size_t at; (at = all.find("[[")) != std::string::npos;)
+    for (std::size_t at = 0; (at = all.find("[[")) != std::string::npos;)
         all.erase(at, all.find("]]", at) + 2 - at);
     return all;
 }

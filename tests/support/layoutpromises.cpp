@@ -114,7 +114,7 @@ std::string usesTheWidthExactly(guiHtml* node)
         if ((isExpanding && !isWanting && unused > 0) || (isWanting && unused > lostToRounding(row)))
             return "a layer leaves " + std::to_string(unused) + " pixels to nobody";
         bool const hasSpare = std::any_of(row.begin(), row.end(), [](guiHtml* child) {
-            return child->m.activeCx > unsigned(std::max(child->m.dynamic.cxMin, 0));
+            return child->m.activeCx > static_cast<unsigned>(std::max(child->m.dynamic.cxMin, 0));
         });
         if (hasSpare && !hasPercent(row) && unused < 0)
             return "a layer gives away " + std::to_string(-unused) + " pixels that it does not have";

@@ -25,8 +25,8 @@ public:
     {
         return m_host->readFile(relativeTo, path, data, length);
     }
-    void attach() override { calls.push_back("attach"), m_host->attach(); }
-    void release() override { calls.push_back("release"), m_host->release(); }
+    void attach() override { calls.emplace_back("attach"), m_host->attach(); }
+    void release() override { calls.emplace_back("release"), m_host->release(); }
 
     std::vector<std::string> calls;
     std::vector<unsigned> capacities;
@@ -50,7 +50,7 @@ public:
     void destroyObject(ScriptObject* object) override
     {
         if (object == &session)
-            session.session.push_back("destroyed");
+            session.session.emplace_back("destroyed");
         else
             m_host->destroyObject(object);
     }
@@ -76,7 +76,7 @@ public:
 
     void* getInterface(char const** guid) override
     {
-        asked.push_back(*guid);
+        asked.emplace_back(*guid);
         if (asked.back() == kHostLoadFileGuid)
             return static_cast<HostLoadFile*>(&files);
         if (asked.back() == kHostPlatformGuid)
