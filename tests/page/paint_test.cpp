@@ -1,6 +1,7 @@
 // tests/page/paint_test.cpp: what a plain node paints, pixel by pixel.
 #include "page/guicolor.h"
 #include "page/guipainting.h"
+#include "page/guipicture.h"
 #include "tests/page/pagewindow.h"
 
 #include <QFontMetrics>
