@@ -10,9 +10,9 @@
 #include "page/guifiletype.h"
 #include "page/guinumbers.h"
 
+#include <QApplication>
 #include <algorithm>
 #include <cassert>
-#include <ctime>
 #include <map>
 #include <utility>
 
@@ -55,23 +55,9 @@ int logFailure(sstring const& name, char const* why)
     return 0;
 }
 
-/// Waits until the event is set or the time has passed.
-void waitAtMost(pevent* event, unsigned milliseconds)
-{
-    timespec deadline = {};
-    clock_gettime(CLOCK_REALTIME, &deadline);
-    deadline.tv_sec += static_cast<time_t>(milliseconds / 1000);
-    deadline.tv_nsec += static_cast<long>(milliseconds % 1000) * 1'000'000;
-    if (deadline.tv_nsec >= 1'000'000'000) {
-        deadline.tv_nsec -= 1'000'000'000;
-        ++deadline.tv_sec;
-    }
-    pevent_wait_timeout_ts(event, &deadline);
-}
-
 } // namespace
 
-guiMovie::guiMovie() : m_video(std::make_shared<guiVideo const>()), m_lock(pmutex_create()), m_wake(pevent_create()) {}
+guiMovie::guiMovie() : m_video(std::make_shared<guiVideo const>()), m_lock(pmutex_create()) {}
 
 guiMovie::guiMovie(ScriptObject* owner, sstring const& name) : guiMovie() { loadFile(owner, name); }
 
@@ -79,7 +65,6 @@ guiMovie::~guiMovie()
 {
     stop();
     assert(!m_hasThread && !m_isPlaying);
-    pevent_destroy(m_wake);
     pmutex_destroy(m_lock);
 }
 
@@ -93,7 +78,7 @@ int guiMovie::loadFile(ScriptObject* owner, sstring const& name)
         return logFailure(name, "bad format");
     guiPictureFile file(owner, name);
     if (auto shown = shownVideo(file.state())) {
-        m_video = std::move(shown);
+        takeVideo(std::move(shown));
         return 1;
     }
     QByteArray bytes;
@@ -106,14 +91,22 @@ int guiMovie::loadFile(ScriptObject* owner, sstring const& name)
         velaLog("guiMovie::loadFile() - movie %s is cut short; no memory is left for pictures\n",
                 velaPrintable(name).c_str());
     shownVideos()[file.state()] = video;
-    m_video = std::move(video);
+    takeVideo(std::move(video));
     return 1;
+}
+
+void guiMovie::takeVideo(std::shared_ptr<guiVideo const> video)
+{
+    m_video = std::move(video);
+    if (hasAudio())
+        m_sound = std::make_shared<guiSound>(m_video);
 }
 
 void guiMovie::freeMovie()
 {
     stop();
     assertAtRestOrOnPlayer();
+    m_sound.reset();
     m_video = std::make_shared<guiVideo const>();
     m_next = 0;
 }
@@ -144,7 +137,7 @@ void guiMovie::play(int loop)
         return;
     assertAtRestOrOnPlayer();
     m_next = 0;
-    pevent_reset(m_wake);
+    m_isWoken = false; // no player runs
     m_isPaused = false;
     m_isPlaying = true;
     m_thread = pthread_create_managed(&guiMovie::threadMain, reinterpret_cast<intptr_t>(this));
@@ -153,18 +146,65 @@ void guiMovie::play(int loop)
         m_isPlaying = false;
 }
 
+void guiMovie::pause()
+{
+    if (m_isPaused.exchange(true))
+        return;
+    tellSound(&guiSound::pause);
+    wakePlayer();
+}
+
 void guiMovie::resume()
 {
-    if (m_isPaused.exchange(false))
-        pevent_set(m_wake);
+    if (!m_isPaused.exchange(false))
+        return;
+    tellSound(&guiSound::resume);
+    wakePlayer();
 }
 
 void guiMovie::stop()
 {
     m_isPlaying = false;
     m_isPaused = false;
-    pevent_set(m_wake);
+    wakePlayer();
     join();
+    tellSound(&guiSound::stop);
+}
+
+/// Sound belongs to the GUI thread. What it is told arrives there in the order of telling, if the movie still lives.
+void guiMovie::tellSound(void (guiSound::*what)())
+{
+    if (!m_sound)
+        return;
+    auto const tell = [what, sound = std::weak_ptr<guiSound>(m_sound)] {
+        if (auto const living = sound.lock())
+            (living.get()->*what)();
+    };
+    QMetaObject::invokeMethod(qApp, tell, Qt::QueuedConnection);
+}
+
+// ---- Waiting ----
+
+/// Until then, or until wakePlayer(). The clock does not jump when the time of day is set.
+void guiMovie::waitForFrame(std::chrono::steady_clock::time_point end)
+{
+    std::unique_lock<std::mutex> guard(m_wakeLock);
+    m_wake.wait_until(guard, end, [this] { return std::exchange(m_isWoken, false); });
+}
+
+void guiMovie::waitUntilWoken()
+{
+    std::unique_lock<std::mutex> guard(m_wakeLock);
+    m_wake.wait(guard, [this] { return std::exchange(m_isWoken, false); });
+}
+
+void guiMovie::wakePlayer()
+{
+    {
+        std::lock_guard<std::mutex> const guard(m_wakeLock);
+        m_isWoken = true;
+    }
+    m_wake.notify_one();
 }
 
 void guiMovie::join()
@@ -185,32 +225,48 @@ intptr_t guiMovie::threadMain(intptr_t self)
 
 void guiMovie::run()
 {
-    constexpr unsigned kShortestFrame =
-        1; // milliseconds, so that frames without a duration do not keep a processor busy
+    using clock = std::chrono::steady_clock;
+    constexpr unsigned kShortestFrame = 1; // milliseconds, so that frames without a duration leave the processor alone
     m_player.claim();
-    while (m_isPlaying) {
-        if (m_isPaused) {
-            pevent_wait(m_wake);
-            continue;
-        }
-        if (!showNext())
-            break;
+    clock::time_point end = clock::now();
+    while (m_isPlaying && showNext()) {
         assert(m_next >= 1 && m_next <= m_video->frames.size());
-        unsigned const duration = m_video->frames[m_next - 1].duration;
-        waitAtMost(m_wake, std::max(duration, kShortestFrame));
+        std::chrono::milliseconds const duration(std::max(m_video->frames[m_next - 1].duration, kShortestFrame));
+        end = std::max(end + duration, clock::now()); // a wait that is too long is made up for by the next one
+        seeFrame(end);
     }
     m_isPlaying = false;
+    if (hasVideo())
+        tellSound(&guiSound::stop);
     notifyStopped();
     m_player.release();
 }
 
-/// Hands the next frame over; false when there is none left, or none at all.
+/// Until the frame has been seen for its time, which does not pass while the movie is paused.
+void guiMovie::seeFrame(std::chrono::steady_clock::time_point& end)
+{
+    using clock = std::chrono::steady_clock;
+    while (m_isPlaying && clock::now() < end) {
+        if (!m_isPaused) {
+            waitForFrame(end);
+            continue;
+        }
+        clock::duration const left = end - clock::now();
+        waitUntilWoken();
+        end = clock::now() + left;
+    }
+}
+
+/// Hands the next frame over; false when there is none left, or none at all. The sound begins with the first one.
 bool guiMovie::showNext()
 {
+    if (m_next == 0)
+        tellSound(&guiSound::play);
     if (m_next >= m_video->frames.size()) {
         if (!m_isLooping || !hasVideo())
             return false;
         m_next = 0;
+        tellSound(&guiSound::play);
     }
     VideoFrame const& frame = m_video->frames[m_next++];
     if (m_target)

@@ -2,22 +2,26 @@
 // image node one after another.
 #pragma once
 
+#include "controls/guisound.h"
 #include "controls/readavi.h"
 #include "foundation/vela-string.h"
 #include "foundation/vela-threadrole.h"
 
 #include <atomic>
 #include <cassert>
+#include <chrono>
+#include <condition_variable>
 #include <memory>
+#include <mutex>
 #include <pthread.h>
 
 class guiHtmlImage;
 class ScriptObject;
-struct pevent;
 struct pmutex;
 
-/// Made, loaded and destroyed on the GUI thread; play(), pause(), resume() and stop() on any but the player's own.
-/// FIXME: the sound is read and never played.
+/// Made, loaded and destroyed on the GUI thread; play(), pause(), resume() and stop() on any but the player's own. Its
+/// sound begins with the first frame, pauses with it, and ends with the movie; a file that is only sound ends as a
+/// movie when its sound begins, and is heard until it is stopped or over.
 class guiMovie
 {
 public:
@@ -49,7 +53,7 @@ public:
     /// Starts from the first frame, over and over when `loop` is not 0. A paused movie goes on where it was paused; one
     /// that plays goes on playing. A movie without frames ends at once.
     void play(int loop);
-    void pause() { m_isPaused = true; }
+    void pause();
     void resume();
     /// Ends playing and waits until the last frame has been handed over.
     void stop();
@@ -58,11 +62,17 @@ public:
     void onStopped(stoppedCallback callback, void* data);
 
 private:
+    void takeVideo(std::shared_ptr<guiVideo const> video);
     static intptr_t threadMain(intptr_t self);
     void run();
     bool showNext() TARN_ON(m_player);
     void notifyStopped() TARN_ON(m_player);
     void join();
+    void waitForFrame(std::chrono::steady_clock::time_point end);
+    void waitUntilWoken();
+    void seeFrame(std::chrono::steady_clock::time_point& end) TARN_ON(m_player);
+    void wakePlayer();
+    void tellSound(void (guiSound::*what)());
     /// Ends the program while the player runs on another thread, in builds with assertions.
     void assertAtRestOrOnPlayer() const TARN_PROVES(m_player) { assert(m_player.isHeld()); }
 
@@ -78,5 +88,8 @@ private:
     stoppedCallback m_callback = nullptr;             // guarded by m_lock
     void* m_callbackData = nullptr;                   // guarded by m_lock
     pmutex* m_lock;                                   // owned
-    pevent* m_wake;                                   // owned; ends the wait for the next frame early
+    std::mutex m_wakeLock;
+    std::condition_variable m_wake;    // ends the wait for the next frame early
+    bool m_isWoken = false;            // guarded by m_wakeLock
+    std::shared_ptr<guiSound> m_sound; // null without sound
 };

@@ -19,7 +19,7 @@ const pages = {
     'picture.html': '<img src="picture.png"><img src="small.gif"><img src="tall.jpg" width="20">',
     'lists.html': `<form><select name="s" size="4"><option value="1">one<option value="2">two</select><select name="t"><option>three</select>
         <object classid="treeview" name="l"><option value="1" text="row"><option value="2" text="leaf" parent="1"></object><textarea name="x">text</textarea></form>`,
-    'movie.html': '<img src="movie.avz" loop><img src="movie.avi">',
+    'movie.html': '<img src="movie.avz" loop><img src="movie.avi"><img src="tone.wav">',
 };
 
 const ways = {
@@ -33,13 +33,25 @@ before(() => {
     for (const name of ['picture.png', 'small.gif', 'tall.jpg', 'movie.avi', 'movie.avz']) {
         fs.copyFileSync(path.join(parts, name), path.join(scratch, name));
     }
+    fs.writeFileSync(path.join(scratch, 'tone.wav'), tone(1));
     for (const [name, content] of Object.entries(pages)) {
         fs.writeFileSync(path.join(scratch, name), `<html><head><title>${name}</title></head>
             <body width="300" height="200">${content}</body></html>`);
     }
 });
 
+/** A WAV file of this many seconds, 8000 bytes each. */
+function tone(seconds) {
+    const header = Buffer.from('RIFF____WAVEfmt \x10\0\0\0\x01\0\x01\0\x40\x1f\0\0\x40\x1f\0\0\x01\0\x08\0data____', 'latin1');
+    const samples = Buffer.alloc(8000 * seconds, 128);
+    header.writeUInt32LE(header.length - 8 + samples.length, 4);
+    header.writeUInt32LE(samples.length, header.length - 4);
+    return Buffer.concat([header, samples]);
+}
+
 const names = Object.keys(pages);
+/** Where there is no audio device, that is said. */
+const silence = /^guiSound::play\(\) - movies are silent; there is no audio device\n/m;
 const program = (index, source) => `
     const windows = [0, 1].map(() => new tarn.GuiWindow(${JSON.stringify(names[index % names.length])}));
     windows.forEach((window) => window.open());
@@ -50,7 +62,7 @@ for (const [name, { source, code = null, signal = null, stderr = /^$/ }] of Obje
         const onOutput = signal ? (text, child) => child.kill(signal) : undefined;
         const results = await runMany(times, width, (index) => runScript(program(index, source), { limitMs: 30000, onOutput }));
         const bad = results.map((result, index) => ({ ...result, page: names[index % names.length] }))
-            .filter((result) => result.code !== code || result.signal !== signal || !stderr.test(result.stderr));
+            .filter((result) => result.code !== code || result.signal !== signal || !stderr.test(result.stderr.replace(silence, '')));
         assert.deepEqual(bad, [], `${bad.length} of ${times}`);
     });
 }
