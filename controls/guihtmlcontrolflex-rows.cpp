@@ -79,8 +79,11 @@ void guiHtmlControlFlex::createRow(guiHtmlControlFlexEntry& entry, guiCheckListI
     auto const indicator = static_cast<guiCheckListItem::indicatorKind>(entry.entryType);
     entry.item = above ? new guiCheckListItem(nullptr, above, QString(), indicator)
                        : new guiCheckListItem(nullptr, m_listView, QString(), indicator);
-    if (above)
+    if (above && !m_listView->rootIsDecorated()) {
         m_listView->setRootIsDecorated(true);
+        if (m_listView->owner)
+            fitColumns(); // all rows move to the right
+    }
     guiForEachColumn(entry.text, entry.uncoded,
                      [&](int column, sstring const& text, bool) { setCellText(entry.item, column, text); });
     entry.item->setOn(entry.checked > 0);
@@ -248,6 +251,7 @@ void guiHtmlControlFlex::addItem(sstring const& value, sstring const& text, sstr
         return;
     createRow(entry, above ? above->item : nullptr);
     entry.item->setExpanded(true);
+    growColumns(entry.item);
     entry.item->owner = this;
 }
 

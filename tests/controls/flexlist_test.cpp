@@ -342,6 +342,37 @@ TEST(FlexColumns, AreAsWideAsTheirTextsAndTheLastFillsTheList)
     EXPECT_LT(view->columnWidth(1), 60);
 }
 
+TEST(FlexColumns, GrowWithTheRowsAndTextsThatScriptAdds)
+{
+    Flex page;
+    auto widthOf = [&](int column) { return page.view()->columnWidth(column - 1); };
+    page.flex().setColumnText(3, "last");
+    page.flex().setColumnWidth(2, 33);
+    int const before = widthOf(1);
+    page.flex().addItem("e", "a text that is wider than all others|2|and so is this one", "", kFlexPlain);
+    int const wide = widthOf(1);
+    EXPECT_GE(wide, page.metrics().horizontalAdvance("a text that is wider than all others"));
+    EXPECT_GT(wide, before);
+    EXPECT_EQ(widthOf(2), 33); // it was set
+    page.flex().addItem("f", "x", "", kFlexPlain);
+    EXPECT_EQ(widthOf(1), wide);
+    page.flex().addItem("g", "a text that is wider than all others", "e", kFlexPlain);
+    EXPECT_GT(widthOf(1), wide); // nested rows stand further to the right
+    int const nested = widthOf(1);
+    page.flex().setItemText("f", 1, "now this text is wider than all of the others");
+    EXPECT_GT(widthOf(1), nested);
+    int const set = widthOf(1);
+    page.flex().setColumnText(1, "The heading of the column can be wider than that as well");
+    EXPECT_GT(widthOf(1), set);
+    page.flex().destroyChildWidget(); // what follows its content does so in the next window too
+    page.layOut();
+    int const again = widthOf(1);
+    page.flex().addItem("h", "a text that is much, much wider than everything that has been added up to now", "",
+                        kFlexPlain);
+    EXPECT_GT(widthOf(1), again);
+    EXPECT_EQ(widthOf(2), 33);
+}
+
 TEST(FlexHeader, IsHiddenInCheckListsAndTreeViews)
 {
     EXPECT_FALSE(Flex("flexlist").view()->isHeaderHidden());
