@@ -83,12 +83,17 @@ private:
             std::tie(frame->fixed.unitY, frame->fixed.y) = set->rowList[row];
     }
 
-    /// Menus are in no line, so they end none.
     static bool endsInNode(node* parent)
     {
-        for (auto each = parent->children.rbegin(); each != parent->children.rend(); ++each)
-            if (!each->child || each->child->kind != menuLeaf)
-                return each->child && parent->type != 6;
+        return !parent->children.empty() && parent->children.back().child && parent->type != 6;
+    }
+
+    /// Whether more than menus stands in the line before an entry.
+    static bool hasLine(node* parent, std::size_t before)
+    {
+        while (before-- > 0 && parent->children[before].child)
+            if (parent->children[before].child->kind != menuLeaf)
+                return true;
         return false;
     }
 
@@ -100,10 +105,13 @@ private:
 
     static void breakParagraph(node* parent)
     {
-        if (!parent->children.empty() && parent->children.back().mark == lineBreak)
-            parent->children.back().mark = paragraph;
-        else if (endsInNode(parent))
-            parent->children.push_back({nullptr, paragraph});
+        std::size_t const count = parent->children.size();
+        if (count && parent->children.back().mark == lineBreak) {
+            if (hasLine(parent, count - 1))
+                parent->children.back().mark = paragraph;
+        } else if (endsInNode(parent)) {
+            parent->children.push_back({nullptr, hasLine(parent, count) ? paragraph : lineBreak});
+        }
     }
 
     static void switchAlignment(node* parent, int from, int to)
