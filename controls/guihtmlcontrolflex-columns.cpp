@@ -25,6 +25,9 @@ int widthIn(sstring const& segment)
 
 sstring widthCode(int column, int width) { return sformat("|%ld|%s%ld", long{column}, kWidth, long{width}); }
 
+/// Whether column codes can express the heading.
+bool isHeadingCode(sstring const& heading) { return !guiContainsColumnCode(heading) && heading.find(kWidth) != 0; }
+
 bool isColumn(int number) { return number >= 1 && number <= kColumnLimit; }
 
 } // namespace
@@ -165,7 +168,7 @@ void guiHtmlControlFlex::saveColumns()
     int const count = m_listView->columnCount();
     for (int column = 1; column <= count; ++column) {
         sstring const heading = qtoss(m_listView->headerItem()->text(column - 1));
-        if (guiContainsColumnCode(heading) || heading.find(kWidth) == 0)
+        if (!isHeadingCode(heading))
             m_list.uncodedHeadings.add(column, heading);
         else
             m_list.columnCodes += guiColumnCodeOf(column, heading);
@@ -218,7 +221,7 @@ void guiHtmlControlFlex::setColumnText(int column, sstring const& text)
     if (!isColumn(column))
         return;
     if (!m_listView) {
-        m_list.columnCodes += guiColumnCodeOf(column, text);
+        guiSetColumnText(m_list.columnCodes, m_list.uncodedHeadings, column, text, !isHeadingCode(text));
         return;
     }
     addColumns(column);
@@ -237,6 +240,6 @@ void guiHtmlControlFlex::setItemText(sstring const& value, int column, sstring c
         setCellText(entry->item, column, text);
         growColumns(entry->item);
     } else {
-        entry->text += guiColumnCodeOf(column, text);
+        guiSetColumnText(entry->text, entry->uncoded, column, text, guiContainsColumnCode(text));
     }
 }

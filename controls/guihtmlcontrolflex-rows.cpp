@@ -31,6 +31,7 @@ void guiHtmlControlFlex::appendEntry(guiHtmlControlFlexEntry const& entry)
     m_items.push_back(std::make_unique<guiHtmlControlFlexEntry>(entry));
     if (m_items.back()->text.getLength() == 0)
         m_items.back()->text = entry.value;
+    m_items.back()->uncoded.at = m_items.back()->text.getLength();
 }
 
 // ---- In the widget ----

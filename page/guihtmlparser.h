@@ -88,6 +88,8 @@ public:
     /// The value of an attribute, compared without regard to case: "" when absent, `bare` when it has no value.
     static sstring pullAttr(mlSection* section, sstring const& name, sstring const& bare);
     static sstring pullAttr(mlSection* section, char const* name, char const* bare = "1");
+    /// The same of an attribute that holds the user's own data, in which an empty text is one: "1" only without "=".
+    static sstring pullData(mlSection* section, char const* name);
     static bool hasAttr(mlSection* section, char const* name);
     /// Stores the alignment that `value` names; 0 and nothing stored for any other word.
     static bool readAlignment(sstring const& value, guiAlignment* out);

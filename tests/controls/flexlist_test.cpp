@@ -96,7 +96,36 @@ TEST(ColumnCodes, AreNotReadInTextsThatWereSetInAListThatStands)
     EXPECT_EQ(page.cell("a", 0), "later");
     EXPECT_EQ(page.cell("a", 1), "x|4");
     EXPECT_EQ(page.heading(0) + page.heading(1), "a|1|bLater");
-    EXPECT_EQ(dynamic_cast<guiHtmlControlFlex&>(*copy).getItem(0)->uncoded.texts.size(), 2u);
+    EXPECT_EQ(dynamic_cast<guiHtmlControlFlex&>(*copy).getItem(0)->uncoded.texts.size(), 1u); // the other was replaced
+}
+
+TEST(ColumnCodes, AreNotReadInTextsThatNameTheirColumn)
+{
+    ShownPage page(
+        "<object classid=listview name=f><option value=a text1='x|1|y' text2='|3|z'></option>"
+        "<option value=b text1=plain text2='2|1|2'></option><option value=c text='one|2|two'></option></object>");
+    auto& flex = page.control<guiHtmlControlFlex>("f");
+    auto cell = [&](char const* value, int column) { return flex.findItem(value)->item->text(column - 1); };
+    EXPECT_EQ(cell("a", 1), "x|1|y");
+    EXPECT_EQ(cell("a", 2), "|3|z");
+    EXPECT_EQ(cell("b", 1), "plain");
+    EXPECT_EQ(cell("b", 2), "2|1|2");
+    EXPECT_EQ(cell("c", 2), "two"); // a single text for several columns
+    flex.destroyChildWidget();
+    flex.setItemText("a", 1, "u|2|v");
+    flex.setItemText("a", 2, "plain");
+    flex.setItemText("b", 1, "w|2|");
+    flex.setColumnText(1, "a|2|b");
+    flex.setColumnText(2, "WIDTH=300");
+    page.layOut();
+    EXPECT_EQ(cell("a", 1), "u|2|v");
+    EXPECT_EQ(cell("a", 2), "plain");
+    EXPECT_EQ(cell("b", 1), "w|2|");
+    EXPECT_EQ(cell("b", 2), "2|1|2");
+    auto* view = page.widget<guiWidgetListView>("f");
+    EXPECT_EQ(view->headerItem()->text(0), "a|2|b");
+    EXPECT_EQ(view->headerItem()->text(1), "WIDTH=300");
+    EXPECT_EQ(view->columnCount(), 2);
 }
 
 TEST(FlexRows, StandInTheirColumnsAndUnderTheirParents)
