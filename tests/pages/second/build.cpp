@@ -304,7 +304,7 @@ private:
     {
         node* table = appendBlock(parent, 0);
         table->expandChildren = true;
-        table->caption = tag.get("caption");
+        table->caption = tag.data("caption");
         readSizes(table, tag);
         keepSizes(table);
         readBorder(table, tag);
@@ -432,7 +432,7 @@ private:
     {
         QString type = tag.get("type");
         if (isWord(type, {"button", "submit", "reset"})) {
-            appendControl(parent, tag, pushLeaf)->label = tag.get("value");
+            appendControl(parent, tag, pushLeaf)->label = tag.data("value");
         } else if (isWord(type, {"checkbox", "radio"})) {
             appendControl(parent, tag, markLeaf);
         } else if (isWord(type, {"text", "file", "password"})) {
@@ -467,7 +467,7 @@ private:
         for (auto const& child : of.children) {
             if (child->name == "option") {
                 QString own = ownText(*child);
-                labels->append(own.isEmpty() ? child->get("value") : own);
+                labels->append(own.isEmpty() ? child->data("value") : own);
             }
             collectOptions(*child, labels);
         }
@@ -487,10 +487,10 @@ private:
         for (auto const& row : of.children) {
             if (isWord(row->name, {"option", "param"})) {
                 bool isNamed = row->name == "param" && !row->has("text1") && !row->has("text");
-                QString first = row->has("text1") ? row->get("text1") : row->get("text");
+                QString first = row->has("text1") ? row->data("text1") : row->data("text");
                 if (first.isEmpty() && !isNamed)
                     first = ownText(*row);
-                keepLonger(columns, 0, first.isEmpty() ? row->get("value") : first);
+                keepLonger(columns, 0, first.isEmpty() ? row->data("value") : first);
                 for (int i = 2; row->has(qPrintable(QString("text%1").arg(i))); ++i)
                     keepLonger(columns, i - 1, row->get(qPrintable(QString("text%1").arg(i))));
             }
