@@ -76,7 +76,7 @@ int loadFirst(guiWindowData& record, ScriptObject* relativeTo, sstring const& pa
     int const result = apply(*root, file);
     if (!live.alive())
         return result;
-    root->setHasPage(result != 0);
+    root->setHasPage(result != 0 || root->getChildCount() != 0); // as far as it could be read
     finishLoading(root);
     return result;
 }
