@@ -72,7 +72,8 @@ public:
     sstring const& getLink() const { return m_link; }
     /// What is wrong in the page, for readers that find something.
     guiPageMistakes& mistakes() { return m_mistakes; }
-    /// Logs, once for each page, that elements are nested deeper than kMaxNesting and are flattened. `line`: of the first.
+    /// Logs, once for each page, that elements are nested deeper than kMaxNesting and are flattened. `line`: of the
+    /// first.
     void warnOfDepth(unsigned line);
     /// The readers' data of this type; made on the first call.
     template <typename State>
