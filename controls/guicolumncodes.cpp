@@ -42,3 +42,14 @@ sstring guiColumnCodeOf(int column, sstring const& text)
     assert(column >= 1);
     return sformat("|%ld|", long{column}) + text;
 }
+
+void guiSetColumnText(sstring& codes, guiUncodedTexts& uncoded, int column, sstring const& text, bool cannotExpress)
+{
+    std::erase_if(uncoded.texts, [column](auto const& older) { return older.column == column; });
+    if (!cannotExpress) {
+        codes += guiColumnCodeOf(column, text);
+        return;
+    }
+    uncoded.add(column, text);
+    uncoded.at = codes.getLength();
+}

@@ -44,6 +44,9 @@ struct guiUncodedTexts
     void add(int column, sstring const& text) { texts.push_back({column, text}); }
 };
 
+/// Sets the text of a column, literally: in the codes, or beside them if it is one that they `cannotExpress`.
+void guiSetColumnText(sstring& codes, guiUncodedTexts& uncoded, int column, sstring const& text, bool cannotExpress);
+
 /// Calls `visit(column, text, isUncoded)` for each text in the order in which they were set, columns counted from 1.
 /// Columns that no list has are left out.
 template <typename Visit>

@@ -19,7 +19,7 @@ guiButtonType buttonType(sstring const& type)
 void pullInputButton(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
     auto* button = pullControl<guiHtmlControlButton>(parser, parent, section);
-    button->initText(guiHtmlParser::pullAttr(section, "value"));
+    button->initText(guiHtmlParser::pullData(section, "value"));
     sstring action = guiHtmlParser::pullAttr(section, "onclick");
     button->setAction(action.getLength() ? action : guiHtmlParser::pullAttr(section, "onchange"));
     button->init(buttonType(guiHtmlParser::pullAttr(section, "type")), guiHasValue(section, "checked"));

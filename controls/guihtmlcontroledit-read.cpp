@@ -27,7 +27,7 @@ void pullEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section, sstrin
 
 void pullInputEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    pullEdit(parser, parent, section, guiHtmlParser::pullAttr(section, "value"), "size", 1);
+    pullEdit(parser, parent, section, guiHtmlParser::pullData(section, "value"), "size", 1);
 }
 
 void pullInputEditField(guiHtmlParser& parser, guiHtml* parent, mlSection* section)

@@ -7,6 +7,7 @@
 #include "foundation/vela-qt.h"
 #include "page/guinumbers.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <algorithm>
 #include <cassert>
@@ -23,6 +24,9 @@ int widthIn(sstring const& segment)
 }
 
 sstring widthCode(int column, int width) { return sformat("|%ld|%s%ld", long{column}, kWidth, long{width}); }
+
+/// Whether column codes can express the heading.
+bool isHeadingCode(sstring const& heading) { return !guiContainsColumnCode(heading) && heading.find(kWidth) != 0; }
 
 bool isColumn(int number) { return number >= 1 && number <= kColumnLimit; }
 
@@ -112,14 +116,51 @@ void guiHtmlControlFlex::fitColumns()
 {
     int const last = m_listView->columnCount() - 1;
     assert(last >= 0);
-    for (int i = 0; i < last; ++i)
-        if (!m_widths.contains(i + 1))
-            m_listView->resizeColumnToContents(i);
+    for (int column = 1; column <= last; ++column)
+        if (followsContent(column))
+            m_listView->resizeColumnToContents(column - 1);
     if (m_listView->header()->stretchLastSection())
         m_listView->header()->resizeSection(last, m_listView->header()->minimumSectionSize());
 }
 
-/// The headings, and the widths of all columns but one that fills the list.
+/// Whether neither page, script nor user has given the column a width, and it does not fill the list.
+bool guiHtmlControlFlex::followsContent(int column) const
+{
+    bool const fills = column == m_listView->columnCount() && m_listView->header()->stretchLastSection();
+    return !fills && !m_widths.contains(column);
+}
+
+void guiHtmlControlFlex::growColumn(int column, int width)
+{
+    QHeaderView* header = m_listView->header();
+    if (followsContent(column) && width > header->sectionSize(column - 1))
+        header->resizeSection(column - 1, std::min(width, kMaxPixels));
+}
+
+/// Makes room for the texts of one row: its cost does not depend on how many others there are.
+void guiHtmlControlFlex::growColumns(guiCheckListItem* row)
+{
+    int levels = m_listView->rootIsDecorated() ? 1 : 0;
+    for (QTreeWidgetItem const* above = row->parent(); above; above = above->parent())
+        ++levels;
+    int indent = levels * m_listView->indentation(); // in the first column
+    for (int column = 1; column <= m_listView->columnCount(); ++column) {
+        QModelIndex const cell = m_listView->indexFromItem(row, column - 1);
+        growColumn(column, m_listView->sizeHintForIndex(cell).width() + indent);
+        indent = 0;
+    }
+}
+
+/// A column that the user has resized keeps its width.
+void guiHtmlControlFlex::noteResizing()
+{
+    QObject::connect(m_listView->header(), &QHeaderView::sectionResized, m_listView, [this](int index) {
+        if (QApplication::mouseButtons() & Qt::LeftButton)
+            m_widths.insert(index + 1);
+    });
+}
+
+/// The headings, and the widths that were set.
 void guiHtmlControlFlex::saveColumns()
 {
     m_list.columnCodes = sstring();
@@ -127,11 +168,12 @@ void guiHtmlControlFlex::saveColumns()
     int const count = m_listView->columnCount();
     for (int column = 1; column <= count; ++column) {
         sstring const heading = qtoss(m_listView->headerItem()->text(column - 1));
-        if (guiContainsColumnCode(heading) || heading.find(kWidth) == 0)
+        if (!isHeadingCode(heading))
             m_list.uncodedHeadings.add(column, heading);
         else
             m_list.columnCodes += guiColumnCodeOf(column, heading);
-        if (column < count || !m_listView->header()->stretchLastSection())
+        bool const fills = column == count && m_listView->header()->stretchLastSection();
+        if (m_widths.contains(column) && !fills)
             m_list.columnCodes += widthCode(column, m_listView->columnWidth(column - 1));
     }
     m_list.uncodedHeadings.at = m_list.columnCodes.getLength();
@@ -179,11 +221,13 @@ void guiHtmlControlFlex::setColumnText(int column, sstring const& text)
     if (!isColumn(column))
         return;
     if (!m_listView) {
-        m_list.columnCodes += guiColumnCodeOf(column, text);
+        guiSetColumnText(m_list.columnCodes, m_list.uncodedHeadings, column, text, !isHeadingCode(text));
         return;
     }
     addColumns(column);
     m_listView->headerItem()->setText(column - 1, sstoq(text));
+    if (m_listView->owner && showsHeader())
+        growColumn(column, m_listView->header()->sectionSizeHint(column - 1));
 }
 
 void guiHtmlControlFlex::setItemText(sstring const& value, int column, sstring const& text)
@@ -192,8 +236,10 @@ void guiHtmlControlFlex::setItemText(sstring const& value, int column, sstring c
     guiHtmlControlFlexEntry* entry = findItem(value);
     if (!entry || !isColumn(column))
         return;
-    if (entry->item)
+    if (entry->item) {
         setCellText(entry->item, column, text);
-    else
-        entry->text += guiColumnCodeOf(column, text);
+        growColumns(entry->item);
+    } else {
+        guiSetColumnText(entry->text, entry->uncoded, column, text, guiContainsColumnCode(text));
+    }
 }

@@ -8,33 +8,44 @@ namespace {
 
 sstring firstNonEmpty(sstring const& a, sstring const& b) { return a.getLength() ? a : b; }
 
-/// The column codes of a row: the text of text1, then those of text2, text3 and so on up to the first that is missing.
-sstring columnTexts(mlSection* section)
+/// The texts of text1, then of text2, text3 and so on up to the first that is missing. They are taken literally.
+void readColumnTexts(mlSection* section, guiHtmlControlFlexEntry& entry)
 {
-    sstring text = guiHtmlParser::pullAttr(section, "text1");
-    for (long column = 2;; ++column) {
-        sformat name("text%ld", column);
-        if (!guiHtmlParser::hasAttr(section, name.c_str()))
-            return text;
-        text += sformat("|%ld|", column);
-        text += guiHtmlParser::pullAttr(section, name.c_str());
+    for (int column = 1;; ++column) {
+        sformat const name("text%ld", long{column});
+        bool const isThere = guiHtmlParser::hasAttr(section, name.c_str());
+        if (!isThere && column > 1)
+            return;
+        sstring const text = guiHtmlParser::pullData(section, name.c_str());
+        if (guiContainsColumnCode(text))
+            entry.uncoded.add(column, text);
+        else if (column == 1)
+            entry.text = text;
+        else
+            entry.text += guiColumnCodeOf(column, text);
     }
 }
+
+bool hasText(guiHtmlControlFlexEntry const& entry) { return entry.text.getLength() || !entry.uncoded.texts.empty(); }
 
 /// Key and text of a row. In a param without `text`, `name` is the key and `value` the text, as in all params.
 void readKeyAndText(mlSection* section, guiHtmlControlFlexEntry& entry)
 {
-    sstring name = guiHtmlParser::pullAttr(section, "name");
-    sstring value = guiHtmlParser::pullAttr(section, "value");
-    sstring text = firstNonEmpty(columnTexts(section), guiHtmlParser::pullAttr(section, "text"));
+    sstring name = guiHtmlParser::pullData(section, "name");
+    sstring value = guiHtmlParser::pullData(section, "value");
+    readColumnTexts(section, entry);
+    if (!hasText(entry))
+        entry.text = guiHtmlParser::pullData(section, "text");
     bool isParam = section->isNamed("param");
-    if (isParam && text.getLength() == 0 && name.getLength()) {
+    if (isParam && !hasText(entry) && name.getLength()) {
         entry.value = name;
         entry.text = value;
         return;
     }
-    entry.text = text.getLength() || isParam ? text : guiDirectText(section);
-    entry.value = firstNonEmpty(firstNonEmpty(value, name), entry.text);
+    if (!hasText(entry) && !isParam)
+        entry.text = guiDirectText(section);
+    sstring const& first = entry.uncoded.texts.empty() ? entry.text : entry.uncoded.texts.front().text;
+    entry.value = firstNonEmpty(firstNonEmpty(value, name), firstNonEmpty(entry.text, first));
 }
 
 guiHtmlControlFlexEntryType rowType(sstring const& type, unsigned styleBits)
@@ -53,7 +64,7 @@ void pullInputFlexEntries(guiHtmlParser& parser, guiHtmlControlFlex* flex, mlSec
     while (mlSection* row = walk.next()) {
         guiHtmlControlFlexEntry entry;
         readKeyAndText(row, entry);
-        entry.parent = guiHtmlParser::pullAttr(row, "parent");
+        entry.parent = guiHtmlParser::pullData(row, "parent");
         entry.entryType = rowType(guiHtmlParser::pullAttr(row, "type"), flex->getStyleBits());
         entry.selected = guiHasValue(row, "selected");
         entry.checked = guiHasValue(row, "checked");

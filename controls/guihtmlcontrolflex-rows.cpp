@@ -31,6 +31,7 @@ void guiHtmlControlFlex::appendEntry(guiHtmlControlFlexEntry const& entry)
     m_items.push_back(std::make_unique<guiHtmlControlFlexEntry>(entry));
     if (m_items.back()->text.getLength() == 0)
         m_items.back()->text = entry.value;
+    m_items.back()->uncoded.at = m_items.back()->text.getLength();
 }
 
 // ---- In the widget ----
@@ -79,8 +80,11 @@ void guiHtmlControlFlex::createRow(guiHtmlControlFlexEntry& entry, guiCheckListI
     auto const indicator = static_cast<guiCheckListItem::indicatorKind>(entry.entryType);
     entry.item = above ? new guiCheckListItem(nullptr, above, QString(), indicator)
                        : new guiCheckListItem(nullptr, m_listView, QString(), indicator);
-    if (above)
+    if (above && !m_listView->rootIsDecorated()) {
         m_listView->setRootIsDecorated(true);
+        if (m_listView->owner)
+            fitColumns(); // all rows move to the right
+    }
     guiForEachColumn(entry.text, entry.uncoded,
                      [&](int column, sstring const& text, bool) { setCellText(entry.item, column, text); });
     entry.item->setOn(entry.checked > 0);
@@ -248,6 +252,7 @@ void guiHtmlControlFlex::addItem(sstring const& value, sstring const& text, sstr
         return;
     createRow(entry, above ? above->item : nullptr);
     entry.item->setExpanded(true);
+    growColumns(entry.item);
     entry.item->owner = this;
 }
 

@@ -90,6 +90,7 @@ void guiHtmlControlFlex::createChildWidget()
     m_listView->setHeaderHidden(!showsHeader());
     createRows();
     fitColumns();
+    noteResizing();
     bindRows(); // only now: the states that the page gives its rows are not changes to report
     finishWidget(m_listView);
 }

@@ -160,6 +160,10 @@ private:
     void setCellText(guiCheckListItem* row, int column, sstring const& text);
     void addColumns(int count);
     void fitColumns();
+    bool followsContent(int column) const;
+    void growColumn(int column, int width);
+    void growColumns(guiCheckListItem* row);
+    void noteResizing();
     void saveColumns() TARN_ON(velaGuiRole);
     void saveTexts(guiHtmlControlFlexEntry& entry) TARN_ON(velaGuiRole);
 

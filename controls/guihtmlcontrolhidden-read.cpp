@@ -9,7 +9,7 @@ void pullInputHidden(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     auto* hidden = new guiHtmlControlHidden;
     parser.appendGuiHtml(parent, hidden);
     guiHtmlParser::pullName(hidden, section);
-    hidden->initText(guiHtmlParser::pullAttr(section, "value"));
+    hidden->initText(guiHtmlParser::pullData(section, "value"));
 }
 
 guiInputType const kHidden("hidden", pullInputHidden);

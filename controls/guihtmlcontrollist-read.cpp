@@ -11,7 +11,7 @@ void pullInputListEntries(guiHtmlParser& parser, guiHtmlControlList* list, mlSec
     while (mlSection* entry = walk.next()) {
         sstring text = guiDirectText(entry);
         bool const hasValue = guiHtmlParser::hasAttr(entry, "value");
-        list->appendEntry(hasValue ? guiHtmlParser::pullAttr(entry, "value") : text, text,
+        list->appendEntry(hasValue ? guiHtmlParser::pullData(entry, "value") : text, text,
                           guiHasValue(entry, "selected"));
     }
 }

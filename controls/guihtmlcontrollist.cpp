@@ -191,16 +191,26 @@ sstring guiHtmlControlList::getDefaultSelection() const
     return sstring();
 }
 
+guiHtmlControlListEntry const* guiHtmlControlList::entryAt(int row) const
+{
+    bool const isIndex = row >= 0 && static_cast<std::size_t>(row) < m_entries.size();
+    return isIndex ? m_entries[static_cast<std::size_t>(row)].get() : nullptr;
+}
+
+/// Where several rows may be selected, the current one is only where the keyboard is.
 guiHtmlControlListEntry const* guiHtmlControlList::selectedEntry() const
 {
     if (!m_comboBox && !m_listBox) {
-        auto isChosen = [](auto const& entry) { return entry && entry->chosen > 0; };
+        auto isChosen = [this](auto const& entry) { return entry && this->isChosen(*entry); };
         auto found = std::find_if(m_entries.begin(), m_entries.end(), isChosen);
         return found == m_entries.end() ? nullptr : found->get();
     }
-    int row = currentRow();
-    bool isIndex = row >= 0 && static_cast<std::size_t>(row) < m_entries.size();
-    return isIndex ? m_entries[static_cast<std::size_t>(row)].get() : nullptr;
+    if (!m_listBox || !m_list.multiple || isRowSelected(currentRow()))
+        return entryAt(currentRow());
+    for (int row = 0; row < m_listBox->count(); ++row)
+        if (isRowSelected(row) && entryAt(row))
+            return entryAt(row);
+    return nullptr;
 }
 
 sstring guiHtmlControlList::getSelected()
@@ -211,16 +221,47 @@ sstring guiHtmlControlList::getSelected()
     return entry ? entry->value : sstring();
 }
 
+int guiHtmlControlList::isItemSelected(sstring const& value)
+{
+    assertOnGuiThread();
+    istring wanted(value);
+    for (std::size_t i = 0; i < m_entries.size(); ++i) {
+        guiHtmlControlListEntry const* entry = m_entries[i].get();
+        if (!entry || wanted != entry->value)
+            continue;
+        if (getChildWidget() ? isRowSelected(static_cast<int>(i)) : isChosen(*entry))
+            return 1;
+    }
+    return 0;
+}
+
+/// Without a widget: whether the entry was selected since the page was read or, where several may be, by the page.
+bool guiHtmlControlList::isChosen(guiHtmlControlListEntry const& entry) const
+{
+    return entry.chosen < 0 ? isOneOfMany() && entry.selected != 0 : entry.chosen != 0;
+}
+
 /// Keeps a selection until there is a widget.
 void guiHtmlControlList::setChosen(guiHtmlControlListEntry& chosen, bool on)
 {
     assert(!getChildWidget());
-    bool const isOneOfMany = m_list.multiple && m_list.visibleRows > 1;
-    if (on && !isOneOfMany)
-        for (auto const& entry : m_entries)
-            if (entry)
-                entry->chosen = 0;
+    for (auto const& entry : m_entries)
+        if (entry && (on || isOneOfMany()))
+            entry->chosen = isOneOfMany() && isChosen(*entry);
     chosen.chosen = on;
+}
+
+/// Of a list box that may have several selected rows.
+void guiHtmlControlList::clearSelection()
+{
+    if (m_listBox) {
+        guiNoticeHold hold(m_listBox);
+        m_listBox->clearSelection();
+        return;
+    }
+    for (auto const& entry : m_entries)
+        if (entry)
+            entry->chosen = 0;
 }
 
 void guiHtmlControlList::setSelected(sstring const& value, int on)
@@ -259,13 +300,14 @@ void guiHtmlControlList::saveSelection()
 void guiHtmlControlList::restoreSelection()
 {
     auto isDecided = [](auto const& entry) { return entry && entry->chosen >= 0; };
-    if (std::none_of(m_entries.begin(), m_entries.end(), isDecided)) {
+    bool const isFirst = std::none_of(m_entries.begin(), m_entries.end(), isDecided);
+    if (isFirst && !isOneOfMany()) {
         setSelected(getDefaultSelection(), 1);
         return;
     }
     int row = 0;
     for (auto const& entry : m_entries) {
-        if (entry && entry->chosen > 0)
+        if (entry && (isFirst ? entry->selected != 0 : entry->chosen > 0))
             selectRow(row, true);
         row += entry != nullptr;
     }
@@ -302,13 +344,21 @@ void guiHtmlControlList::onChange() { followLink(m_content.action); }
 void guiHtmlControlList::readFormProperty(ScriptObject* form)
 {
     guiFormProperty value(form, getName());
-    if (value.read() && value.isString())
+    if (!value.read())
+        return;
+    if (value.isNull() && isOneOfMany())
+        clearSelection();
+    else if (value.isString())
         setSelected(value.text(), 1);
 }
 
 void guiHtmlControlList::writeFormProperty(ScriptObject* form)
 {
-    guiFormProperty(form, getName()).write(getSelected());
+    guiFormProperty value(form, getName());
+    if (isOneOfMany() && !selectedEntry())
+        value.writeNull();
+    else
+        value.write(getSelected());
 }
 void guiHtmlControlList::eraseFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).erase(); }
 
@@ -344,9 +394,17 @@ void control_selectItem_qt(LibManager&, ScriptPrivate* data, ScriptObject* self,
         list->setSelected(guiTextOf(args, 0), hasSwitch ? guiSwitchOf(args, 1) : 1);
 }
 
+void control_isItemSelected_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                               ScriptValue& result)
+{
+    listNode* list = guiIsOneString(args) ? guiControlOf<listNode>(data, self) : nullptr;
+    result.setBool(list && list->isItemSelected(guiTextOf(args, 0)));
+}
+
 constexpr ScriptMethod control_addItem_script = guiCallOnGuiThread<control_addItem_qt>;
 constexpr ScriptMethod control_removeItem_script = guiCallOnGuiThread<control_removeItem_qt>;
 constexpr ScriptMethod control_selectItem_script = guiCallOnGuiThread<control_selectItem_qt>;
+constexpr ScriptMethod control_isItemSelected_script = guiCallOnGuiThread<control_isItemSelected_qt>;
 
 } // namespace
 
@@ -355,4 +413,5 @@ void guiHtmlControlList::addScriptMethods(ScriptObject* object)
     object->addMethod("addItem", control_addItem_script);
     object->addMethod("removeItem", control_removeItem_script);
     object->addMethod("selectItem", control_selectItem_script);
+    object->addMethod("isItemSelected", control_isItemSelected_script);
 }

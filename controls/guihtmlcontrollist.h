@@ -48,8 +48,11 @@ public:
 
     /// Value of the first entry that the page selects, "" without one.
     sstring getDefaultSelection() const;
-    /// Value of the chosen entry, or what the user typed; "" when nothing is chosen.
+    /// Value of the chosen entry, or what the user typed; "" when nothing is chosen. Of several selected entries the
+    /// current one counts, or the first.
     sstring getSelected();
+    /// Whether an entry of this value, compared without regard to case, is selected.
+    int isItemSelected(sstring const& value);
     /// Selects the entries of this value, compared without regard to case; `on` 0 deselects them in a list box. Runs
     /// script.
     void setSelected(sstring const& value, int on);
@@ -84,10 +87,14 @@ private:
         int editable = 0;
     };
 
+    bool isOneOfMany() const { return m_list.multiple && m_list.visibleRows > 1; }
+    guiHtmlControlListEntry const* entryAt(int row) const;
     int currentRow() const;
     bool isRowSelected(int row) const;
+    bool isChosen(guiHtmlControlListEntry const& entry) const;
     void setChosen(guiHtmlControlListEntry& chosen, bool on);
     guiHtmlControlListEntry const* selectedEntry() const;
+    void clearSelection();
     void saveSelection();
     void restoreSelection();
     void selectRow(int row, bool on);

@@ -8,8 +8,8 @@ namespace {
 std::unique_ptr<guiHtmlControlMenuItem> readMenuItem(mlSection* section)
 {
     auto item = std::make_unique<guiHtmlControlMenuItem>();
-    item->name = guiHtmlParser::pullAttr(section, "name");
-    item->text = guiHtmlParser::pullAttr(section, "value");
+    item->name = guiHtmlParser::pullData(section, "name");
+    item->text = guiHtmlParser::pullData(section, "value");
     item->enabled = !guiHtmlParser::hasAttr(section, "disabled");
     item->checked = guiHasValue(section, "checked");
     item->checkable = guiHtmlParser::hasAttr(section, "checked") || guiHtmlParser::hasAttr(section, "unchecked");

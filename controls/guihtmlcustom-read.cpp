@@ -17,7 +17,7 @@ void pullObjectParams(guiHtmlParser& parser, guiHtmlCustom* custom, mlSection* s
 {
     guiElementWalk walk(parser, section, {"param"});
     while (mlSection* param = walk.next())
-        custom->initParam(guiHtmlParser::pullAttr(param, "name"), exactValue(param));
+        custom->initParam(guiHtmlParser::pullData(param, "name"), exactValue(param));
 }
 
 void pullCustom(guiHtmlParser& parser, guiHtml* parent, mlSection* section)

@@ -12,6 +12,7 @@
 
 #include <QScrollBar>
 #include <QWidget>
+#include <algorithm>
 
 namespace {
 
@@ -52,12 +53,20 @@ sstring nameToLoad(guiHtml* node, sstring const& file)
     return guiPageHost::current().resolvePath(guiPageObjectOf(node), file);
 }
 
+bool isBlank(sstring const& text)
+{
+    unsigned short const* units = text.getUnicode();
+    return std::all_of(units, units + text.getLength(), [](unsigned short unit) { return unit <= ' '; });
+}
+
+/// Nothing at all is no page for a window, as it is none for a new one; what is loaded into an element may be empty.
 int loadPageFile(guiHtml* node, guiPageFile& file, guiNodeWatch const& self)
 {
     if (!file.read(guiPageObjectOf(node)) || !file.filter(node->getBaseHtml()))
         return 0;
     guiPageOrigin const origin(file.path());
-    if (self.alive() && node->setText(file.text(), guiDirectoryOf(file.path())))
+    if (self.alive() && (node->getParent() || !isBlank(file.text())) &&
+        node->setText(file.text(), guiDirectoryOf(file.path())))
         return 1;
     return file.fail("apply content from");
 }

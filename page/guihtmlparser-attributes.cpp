@@ -19,6 +19,9 @@ bool isYes(sstring const& value)
     return guiIsWord(value, "yes") || guiIsWord(value, "on") || guiIsWord(value, "true") || guiIsWord(value, "1");
 }
 
+/// Whether the string is the user's own text.
+bool isData(guiNodeString which) { return which == kStringName || which == kStringCaption; }
+
 bool isCenter(sstring const& value) { return guiIsWord(value, "center") || guiIsWord(value, "middle"); }
 
 } // namespace
@@ -35,6 +38,14 @@ sstring guiHtmlParser::pullAttr(mlSection* section, char const* name, char const
 sstring guiHtmlParser::pullAttr(mlSection* section, sstring const& name, sstring const& bare)
 {
     return pullAttr(section, name.c_str(), bare.c_str());
+}
+
+sstring guiHtmlParser::pullData(mlSection* section, char const* name)
+{
+    mlAttr* attr = section->findAttr(name);
+    if (!attr)
+        return sstring();
+    return attr->hasValue() ? attr->getRHS() : sstring("1");
 }
 
 bool guiHtmlParser::hasAttr(mlSection* section, char const* name) { return section->findAttr(name) != nullptr; }
@@ -57,7 +68,7 @@ void guiHtmlParser::pullName(guiHtml* node, mlSection* section) { pullString(nod
 void guiHtmlParser::pullString(guiHtml* node, mlSection* section, char const* name, guiNodeString which)
 {
     if (hasAttr(section, name))
-        node->setString(which, pullAttr(section, name));
+        node->setString(which, isData(which) ? pullData(section, name) : pullAttr(section, name));
 }
 
 void guiHtmlParser::pullMouseEvents(guiHtml* node, mlSection* section)

@@ -16,21 +16,19 @@ guiHtml* lastEntry(guiHtml* parent)
     return count ? parent->getChild(count - 1) : nullptr;
 }
 
-/// The last entry that is a marker or stands in a line; null when there is none.
-guiHtml* lastInLine(guiHtml* parent)
-{
-    for (unsigned i = parent->getChildCount(); i-- > 0;) {
-        guiHtml* entry = parent->getChild(i);
-        if (!guiChildList::isNode(entry) || entry->isInLine())
-            return entry;
-    }
-    return nullptr;
-}
-
 /// Whether a break may be appended: only after a node, never in a frameset, whose rows break by themselves.
 bool takesBreak(guiHtml* parent)
 {
-    return guiChildList::isNode(lastInLine(parent)) && parent->getType() != guiHtml::kTypeFrameset;
+    return guiChildList::isNode(lastEntry(parent)) && parent->getType() != guiHtml::kTypeFrameset;
+}
+
+/// Whether something stands in the line that the first `count` entries end with: more than a menu.
+bool hasLine(guiHtml* parent, unsigned count)
+{
+    while (count-- > 0 && guiChildList::isNode(parent->getChild(count)))
+        if (parent->getChild(count)->isInLine())
+            return true;
+    return false;
 }
 
 guiAlignment applyMarker(guiHtml* entry, guiAlignment alignment)
@@ -66,14 +64,16 @@ void guiHtmlParser::appendGuiHtml(guiHtml* parent, guiHtml* child)
         child->setString(kStringFace, parent->getString(kStringFace));
 }
 
+// A line without content is no paragraph, below which there would be a gap.
 void guiHtmlParser::appendParagraph(guiHtml* parent)
 {
     unsigned count = parent->getChildCount();
-    guiHtml* last = lastEntry(parent);
-    if (count && last == guiChildList::fromMarker(kMarkerLineBreak))
-        parent->m.children.set(count - 1, guiChildList::fromMarker(kMarkerParagraph));
-    else if (takesBreak(parent))
-        parent->appendMarker(kMarkerParagraph);
+    if (count && lastEntry(parent) == guiChildList::fromMarker(kMarkerLineBreak)) {
+        if (hasLine(parent, count - 1))
+            parent->m.children.set(count - 1, guiChildList::fromMarker(kMarkerParagraph));
+    } else if (takesBreak(parent)) {
+        parent->appendMarker(hasLine(parent, count) ? kMarkerParagraph : kMarkerLineBreak);
+    }
 }
 
 void guiHtmlParser::appendLineBreak(guiHtml* parent)

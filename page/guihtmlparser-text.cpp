@@ -183,7 +183,7 @@ void guiHtmlParser::pullHyperlink(guiHtml* parent, mlSection* section)
     m_link = linkCode(m_link);
     openLink(parent);
     pullContent(parent, section);
-    sstring bookmark = pullAttr(section, "name");
+    sstring bookmark = pullData(section, "name");
     guiHtml* last = parent->getLastChild();
     if (bookmark.getLength() && last)
         last->setString(kStringBookmark, bookmark);

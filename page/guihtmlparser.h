@@ -72,7 +72,8 @@ public:
     sstring const& getLink() const { return m_link; }
     /// What is wrong in the page, for readers that find something.
     guiPageMistakes& mistakes() { return m_mistakes; }
-    /// Logs, once for each page, that elements are nested deeper than kMaxNesting and are flattened. `line`: of the first.
+    /// Logs, once for each page, that elements are nested deeper than kMaxNesting and are flattened. `line`: of the
+    /// first.
     void warnOfDepth(unsigned line);
     /// The readers' data of this type; made on the first call.
     template <typename State>
@@ -88,6 +89,8 @@ public:
     /// The value of an attribute, compared without regard to case: "" when absent, `bare` when it has no value.
     static sstring pullAttr(mlSection* section, sstring const& name, sstring const& bare);
     static sstring pullAttr(mlSection* section, char const* name, char const* bare = "1");
+    /// The same of an attribute that holds the user's own data, in which an empty text is one: "1" only without "=".
+    static sstring pullData(mlSection* section, char const* name);
     static bool hasAttr(mlSection* section, char const* name);
     /// Stores the alignment that `value` names; 0 and nothing stored for any other word.
     static bool readAlignment(sstring const& value, guiAlignment* out);

@@ -351,6 +351,26 @@ void guiHtmlBase::shutdownWait()
     pGUI->leave();
 }
 
+// A name that is only a bookmark keeps the page.
+int guiHtmlBase::loadFile(sstring file)
+{
+    guiNodeWatch self(this);
+    bool const isPage = file.getLength() != 0 && file[0] != '#';
+    int const result = guiHtml::loadFile(file);
+    if (isPage && self.alive())
+        m_hasPage = result != 0;
+    return result;
+}
+
+int guiHtmlBase::setText(sstring const& content, sstring const& directory)
+{
+    guiNodeWatch self(this);
+    int const result = guiHtml::setText(content, directory);
+    if (self.alive())
+        m_hasPage = result != 0;
+    return result;
+}
+
 QWidget* guiHtmlBase::getTopLevelWidget() { return getParent() ? getParent()->getTopLevelWidget() : getWidget(); }
 
 /// What Enter and Escape do: the name "X" closes the window, any other triggers the control of that name. Always 1,

@@ -137,6 +137,13 @@ public:
     /// Waits as long as it takes until no such call is in flight. Any thread.
     void shutdownWait();
 
+    /// Whether the window's last page could be read and shown; false before the first, and while a page that could not
+    /// has left the window empty.
+    bool hasPage() const { return m_hasPage; }
+    void setHasPage(bool has) { m_hasPage = has; }
+    int loadFile(sstring file) override;
+    int setText(sstring const& content, sstring const& directory) override;
+
     using guiHtml::operator=;
     QWidget* getTopLevelWidget() override;
     /// The font that all others of the page derive from: the toolkit's default face, as large on every screen; with
@@ -172,6 +179,7 @@ private:
     std::vector<std::pair<sstring, std::unique_ptr<QButtonGroup>>> m_groups; // GUI thread
     unsigned m_shutdownCount = 0;                                            // guarded by the component lock
     sstring m_pendingFocus;
+    bool m_hasPage = false; // GUI thread
     guiFormValues m_formValues{*this};
 };
 

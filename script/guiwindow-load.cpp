@@ -74,8 +74,10 @@ int loadFirst(guiWindowData& record, ScriptObject* relativeTo, sstring const& pa
     if (!file.filter(root) || !live.alive() || root->isReleased())
         return 0;
     int const result = apply(*root, file);
-    if (live.alive())
-        finishLoading(root);
+    if (!live.alive())
+        return result;
+    root->setHasPage(result != 0 || root->getChildCount() != 0); // as far as it could be read
+    finishLoading(root);
     return result;
 }
 

@@ -61,7 +61,7 @@ void guiWindow_isValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
     assertOnGuiThread();
     result.setNull();
     if (args.count() == 0)
-        result.setBool(rootOf(data) != nullptr);
+        result.setBool(rootOf(data) && rootOf(data)->hasPage());
 }
 
 void guiWindow_setReturnValue_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)

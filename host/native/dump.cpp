@@ -17,7 +17,10 @@ namespace {
 /// args: width, height. The result is the dump. GUI thread.
 void dumpTree(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
+    result.setNull();
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
+    if (!root)
+        return;
     int width = args.get(0)->toInt(0);
     int height = args.get(1)->toInt(0);
     root->createWidget(0)->resize(width, height);
@@ -38,12 +41,12 @@ int main(int count, char** arguments)
     NativeHost host;
     NativeWindow window = host.window();
     bool isWhole = window.load(std::filesystem::absolute(arguments[1]).string());
-    if (!window.isValid())
-        return 1; // the component has said why
     NativeArguments size{std::atoi(arguments[2]), std::atoi(arguments[3])};
     NativeValue dump;
     NativeObject& object = *window.object();
     pGUI->getThread()->callFunction(dumpTree, pGUI->getManager(), object.getPrivate(), &object, size, dump);
+    if (!dump.isString())
+        return 1; // the component has said why
     std::string text = dump.text();
     std::fwrite(text.data(), 1, text.size(), stdout);
     return isWhole ? 0 : 1; // a page with a fault is printed as far as it was read

@@ -67,7 +67,7 @@ export class GuiWindow {
     showAsync(): Promise<any>;
     close(): null;
     isOpen(): boolean;
-    /** Whether a page was loaded. */
+    /** Whether the window has a page: false before the first, and after a load that failed. */
     isValid(): boolean;
 
     /** Loads a page into this window. A later one that cannot be read leaves the window empty. */
@@ -169,6 +169,7 @@ export interface ListControl extends GuiControl {
     removeItem(value: string): null;
     /** Selects the entry. False takes it out of the selection of a list box. */
     selectItem(value: string, on?: boolean | number): null;
+    isItemSelected(value: string): boolean;
 }
 
 /** What stands before a row of a flex list: nothing, a check box or a radio button; by name or as a number. */

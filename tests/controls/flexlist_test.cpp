@@ -96,7 +96,36 @@ TEST(ColumnCodes, AreNotReadInTextsThatWereSetInAListThatStands)
     EXPECT_EQ(page.cell("a", 0), "later");
     EXPECT_EQ(page.cell("a", 1), "x|4");
     EXPECT_EQ(page.heading(0) + page.heading(1), "a|1|bLater");
-    EXPECT_EQ(dynamic_cast<guiHtmlControlFlex&>(*copy).getItem(0)->uncoded.texts.size(), 2u);
+    EXPECT_EQ(dynamic_cast<guiHtmlControlFlex&>(*copy).getItem(0)->uncoded.texts.size(), 1u); // the other was replaced
+}
+
+TEST(ColumnCodes, AreNotReadInTextsThatNameTheirColumn)
+{
+    ShownPage page(
+        "<object classid=listview name=f><option value=a text1='x|1|y' text2='|3|z'></option>"
+        "<option value=b text1=plain text2='2|1|2'></option><option value=c text='one|2|two'></option></object>");
+    auto& flex = page.control<guiHtmlControlFlex>("f");
+    auto cell = [&](char const* value, int column) { return flex.findItem(value)->item->text(column - 1); };
+    EXPECT_EQ(cell("a", 1), "x|1|y");
+    EXPECT_EQ(cell("a", 2), "|3|z");
+    EXPECT_EQ(cell("b", 1), "plain");
+    EXPECT_EQ(cell("b", 2), "2|1|2");
+    EXPECT_EQ(cell("c", 2), "two"); // a single text for several columns
+    flex.destroyChildWidget();
+    flex.setItemText("a", 1, "u|2|v");
+    flex.setItemText("a", 2, "plain");
+    flex.setItemText("b", 1, "w|2|");
+    flex.setColumnText(1, "a|2|b");
+    flex.setColumnText(2, "WIDTH=300");
+    page.layOut();
+    EXPECT_EQ(cell("a", 1), "u|2|v");
+    EXPECT_EQ(cell("a", 2), "plain");
+    EXPECT_EQ(cell("b", 1), "w|2|");
+    EXPECT_EQ(cell("b", 2), "2|1|2");
+    auto* view = page.widget<guiWidgetListView>("f");
+    EXPECT_EQ(view->headerItem()->text(0), "a|2|b");
+    EXPECT_EQ(view->headerItem()->text(1), "WIDTH=300");
+    EXPECT_EQ(view->columnCount(), 2);
 }
 
 TEST(FlexRows, StandInTheirColumnsAndUnderTheirParents)
@@ -340,6 +369,37 @@ TEST(FlexColumns, AreAsWideAsTheirTextsAndTheLastFillsTheList)
     EXPECT_EQ(view->columnWidth(0) + view->columnWidth(1), view->viewport()->width());
     page.control<guiHtmlControlFlex>("f").setColumnText(3, "Third");
     EXPECT_LT(view->columnWidth(1), 60);
+}
+
+TEST(FlexColumns, GrowWithTheRowsAndTextsThatScriptAdds)
+{
+    Flex page;
+    auto widthOf = [&](int column) { return page.view()->columnWidth(column - 1); };
+    page.flex().setColumnText(3, "last");
+    page.flex().setColumnWidth(2, 33);
+    int const before = widthOf(1);
+    page.flex().addItem("e", "a text that is wider than all others|2|and so is this one", "", kFlexPlain);
+    int const wide = widthOf(1);
+    EXPECT_GE(wide, page.metrics().horizontalAdvance("a text that is wider than all others"));
+    EXPECT_GT(wide, before);
+    EXPECT_EQ(widthOf(2), 33); // it was set
+    page.flex().addItem("f", "x", "", kFlexPlain);
+    EXPECT_EQ(widthOf(1), wide);
+    page.flex().addItem("g", "a text that is wider than all others", "e", kFlexPlain);
+    EXPECT_GT(widthOf(1), wide); // nested rows stand further to the right
+    int const nested = widthOf(1);
+    page.flex().setItemText("f", 1, "now this text is wider than all of the others");
+    EXPECT_GT(widthOf(1), nested);
+    int const set = widthOf(1);
+    page.flex().setColumnText(1, "The heading of the column can be wider than that as well");
+    EXPECT_GT(widthOf(1), set);
+    page.flex().destroyChildWidget(); // what follows its content does so in the next window too
+    page.layOut();
+    int const again = widthOf(1);
+    page.flex().addItem("h", "a text that is much, much wider than everything that has been added up to now", "",
+                        kFlexPlain);
+    EXPECT_GT(widthOf(1), again);
+    EXPECT_EQ(widthOf(2), 33);
 }
 
 TEST(FlexHeader, IsHiddenInCheckListsAndTreeViews)

@@ -3,6 +3,7 @@
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guihtmlcontroledit.h"
 #include "controls/guihtmlcontrolhidden.h"
+#include "controls/guihtmlcontrollist.h"
 #include "controls/guihtmlform.h"
 #include "controls/guiwidgetcheckbox.h"
 #include "controls/guiwidgetlineedit.h"
@@ -364,4 +365,24 @@ TEST(ControlFocus, FollowsTheTabIndexAndThenThePage)
             at = at->nextInFocusChain();
         EXPECT_EQ(at, page.node(name)->getChildWidget()) << name;
     }
+}
+
+TEST(OwnData, IsEmptyWhereThePageSaysSoAndOneWithoutAnEqualsSign)
+{
+    ShownPage page(
+        "<input type=text name=t value=\"\"><input type=text name=u value><input type=checkbox name=c value=\"\">"
+        "<input type=hidden name=h value=''><select name=s><option value=\"\" selected>Choose<option value>One</select>"
+        "<table name=\"\" caption=\"\"><tr><td name>x</td></tr></table>");
+    auto text = [&](char const* name) { return std::string(page.control<guiHtmlControl>(name).getText().c_str()); };
+    EXPECT_EQ(text("t"), "");
+    EXPECT_EQ(text("u"), "1");
+    EXPECT_EQ(text("c"), "");
+    EXPECT_EQ(text("h"), "");
+    auto& list = page.control<guiHtmlControlList>("s");
+    EXPECT_EQ(std::string(list.getEntry(0)->value.c_str()), "");
+    EXPECT_EQ(std::string(list.getEntry(0)->text.c_str()), "Choose");
+    EXPECT_EQ(std::string(list.getEntry(1)->value.c_str()), "1");
+    guiHtml* table = page.node("1")->getParent(); // the cell's name is the one without "="
+    EXPECT_FALSE(table->hasString(kStringName));
+    EXPECT_FALSE(table->hasString(kStringCaption));
 }

@@ -100,6 +100,62 @@ TEST(Selecting, OnlyAMultipleListBoxKeepsSeveralRows)
     EXPECT_EQ(many.selectedRows(), "001");
 }
 
+namespace {
+
+constexpr char kFour[] = "<select name=s size=4 multiple><option value=a>A<option value=b selected>B<option value=c>C"
+                         "<option value=d selected>D</select>";
+
+} // namespace
+
+TEST(Selecting, AllOptionsThatThePageSelectsAreSelectedWhereSeveralMayBe)
+{
+    Select page("");
+    page.load(kFour);
+    EXPECT_EQ(page.selectedRows(), "0101");
+    page.list().destroyChildWidget();
+    EXPECT_EQ(page.list().isItemSelected("d"), 1);
+    page.layOut();
+    EXPECT_EQ(page.selectedRows(), "0101");
+}
+
+TEST(Selecting, TheValueOfSeveralIsThatOfASelectedRowAndNotOfTheOneWithTheFocus)
+{
+    Select page("");
+    page.load(kFour);
+    page.box()->setCurrentRow(2, QItemSelectionModel::NoUpdate);
+    EXPECT_EQ(page.selected(), "b");
+    page.box()->setCurrentRow(3, QItemSelectionModel::NoUpdate);
+    EXPECT_EQ(page.selected(), "d");
+    page.list().setSelected("b", 0);
+    page.list().setSelected("d", 0);
+    EXPECT_EQ(page.box()->currentRow(), 3);
+    EXPECT_EQ(page.selected(), "");
+}
+
+TEST(Selecting, TellsWhichItemsAreSelected)
+{
+    for (char const* attributes : {"", "size=3", "size=3 multiple"}) {
+        Select page(attributes);
+        EXPECT_EQ(page.list().isItemSelected("B"), 1) << attributes;
+        EXPECT_EQ(page.list().isItemSelected("a"), 0) << attributes;
+        EXPECT_EQ(page.list().isItemSelected("none"), 0) << attributes;
+    }
+}
+
+TEST(Selecting, SeveralThatAreSelectedBeforeTheListIsShownJoinThoseOfThePage)
+{
+    guiHtmlControlList list;
+    list.init(4, true, false);
+    list.appendEntry("a", "A", true);
+    list.appendEntry("b", "B", true);
+    list.appendEntry("c", "C", false);
+    list.setSelected("c", 1);
+    list.setSelected("a", 0);
+    EXPECT_EQ(list.isItemSelected("a"), 0);
+    EXPECT_EQ(list.isItemSelected("b"), 1);
+    EXPECT_EQ(list.isItemSelected("c"), 1);
+}
+
 TEST(Selecting, AnEditableComboBoxGivesWhatTheUserTyped)
 {
     Select select("edit");

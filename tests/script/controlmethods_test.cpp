@@ -464,3 +464,27 @@ TEST_F(ControlScript, LoadedPicturesHaveTheirSizeAndStayWhenTheNextFails)
     onGuiThread([&] { EXPECT_EQ(guiImage_getPixmap(image.get())->size(), QSize(5, 3)); });
     onGuiThread([&] { EXPECT_EQ(guiImage_getPixmap(host.object().get()), nullptr); });
 }
+
+TEST_F(ControlScript, TheValueOfAListWithSeveralSelectedRowsIsNullWithoutOne)
+{
+    NativeWindow window =
+        open("<select name=s size=3 multiple><option value=a>A<option value=b>B<option value=c>C</select>");
+    NativeObjectRef list = window.control("s");
+    writeForm();
+    EXPECT_EQ(form("s"), NativeValue());
+    formObject().set("s", "c");
+    readForm();
+    list->call("selectItem", {"b"});
+    EXPECT_EQ(list->call("isItemSelected", {"B"}), NativeValue(true));
+    EXPECT_EQ(list->call("isItemSelected", {"a"}), NativeValue(false));
+    EXPECT_EQ(list->call("isItemSelected", {1}), NativeValue(false));
+    EXPECT_EQ(list->call("isItemSelected"), NativeValue(false));
+    list->call("selectItem", {"b", false});
+    writeForm();
+    EXPECT_EQ(form("s"), NativeValue("c"));
+    formObject().set("s", NativeValue());
+    readForm();
+    EXPECT_EQ(list->call("isItemSelected", {"c"}), NativeValue(false));
+    writeForm();
+    EXPECT_EQ(form("s"), NativeValue());
+}

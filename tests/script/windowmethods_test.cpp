@@ -347,16 +347,36 @@ TEST_F(WindowMethods, ConstructorTakesTheNameOfAPageAndNothingElse)
     }
 }
 
-TEST_F(WindowMethods, ALaterPageThatCanNotBeReadLeavesTheWindowEmptyButValid)
+TEST_F(WindowMethods, TheFirstPageThatIsNoneAndALaterOneAnswerTheSame)
+{
+    write("nothing.html", "");
+    write("blank.html", " \n\t\n");
+    for (char const* bad : {"gone.html", "nothing.html", "blank.html"}) {
+        NativeWindow fresh = windowIn(kWithoutPage);
+        NativeWindow used = windowIn(kWithPage);
+        for (int round = 0; round < 2; ++round)
+            for (NativeWindow* window : {&fresh, &used}) {
+                printed([&] { EXPECT_EQ(window->call("load", {bad}), NativeValue(false)) << bad << round; });
+                EXPECT_EQ(window->call("isValid"), NativeValue(false)) << bad << round;
+            }
+        for (NativeWindow* window : {&fresh, &used}) {
+            EXPECT_TRUE(window->load("page.html"));
+            EXPECT_EQ(window->call("isValid"), NativeValue(true));
+        }
+    }
+}
+
+TEST_F(WindowMethods, ALaterPageThatCanNotBeReadLeavesTheWindowEmpty)
 {
     NativeWindow window = windowIn(kShown);
     std::string log = printed([&] { EXPECT_EQ(window.call("load", {"gone.html"}), NativeValue(false)); });
     EXPECT_EQ(log, "guiHtml::loadFile() - failed to load file " + (folder / "gone.html").string() + "\n");
     onGuiThread(window, [](guiHtmlBase* root) { EXPECT_EQ(root->getChildCount(), 0u); });
     EXPECT_TRUE(window.isOpen());
-    EXPECT_TRUE(window.isValid());
+    EXPECT_FALSE(window.isValid());
     EXPECT_EQ(window.title(), "A title");
     EXPECT_TRUE(window.load("page.html"));
+    EXPECT_TRUE(window.isValid());
     EXPECT_TRUE(window.control("box"));
 }
 

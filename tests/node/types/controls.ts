@@ -68,8 +68,9 @@ list.addItem('v', 'Violet', '', 0);
 list.removeItem();
 // @ts-expect-error: no switch
 list.selectItem('v', 'on');
+same<typeof list.isItemSelected, Ask>(true);
 // @ts-expect-error: of flex lists
-list.isItemSelected('v');
+list.isItemChecked('v');
 
 // --- flex lists ---
 

@@ -94,7 +94,7 @@ void readAlignment(node* into, element const& tag)
         into->alignY = 2;
 }
 
-void readName(node* into, element const& tag) { into->name = tag.get("name"); }
+void readName(node* into, element const& tag) { into->name = tag.data("name"); }
 
 QString hexOf(QString const& color)
 {

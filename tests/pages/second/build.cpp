@@ -83,12 +83,17 @@ private:
             std::tie(frame->fixed.unitY, frame->fixed.y) = set->rowList[row];
     }
 
-    /// Menus are in no line, so they end none.
     static bool endsInNode(node* parent)
     {
-        for (auto each = parent->children.rbegin(); each != parent->children.rend(); ++each)
-            if (!each->child || each->child->kind != menuLeaf)
-                return each->child && parent->type != 6;
+        return !parent->children.empty() && parent->children.back().child && parent->type != 6;
+    }
+
+    /// Whether more than menus stands in the line before an entry.
+    static bool hasLine(node* parent, std::size_t before)
+    {
+        while (before-- > 0 && parent->children[before].child)
+            if (parent->children[before].child->kind != menuLeaf)
+                return true;
         return false;
     }
 
@@ -100,10 +105,13 @@ private:
 
     static void breakParagraph(node* parent)
     {
-        if (!parent->children.empty() && parent->children.back().mark == lineBreak)
-            parent->children.back().mark = paragraph;
-        else if (endsInNode(parent))
-            parent->children.push_back({nullptr, paragraph});
+        std::size_t const count = parent->children.size();
+        if (count && parent->children.back().mark == lineBreak) {
+            if (hasLine(parent, count - 1))
+                parent->children.back().mark = paragraph;
+        } else if (endsInNode(parent)) {
+            parent->children.push_back({nullptr, hasLine(parent, count) ? paragraph : lineBreak});
+        }
     }
 
     static void switchAlignment(node* parent, int from, int to)
@@ -296,7 +304,7 @@ private:
     {
         node* table = appendBlock(parent, 0);
         table->expandChildren = true;
-        table->caption = tag.get("caption");
+        table->caption = tag.data("caption");
         readSizes(table, tag);
         keepSizes(table);
         readBorder(table, tag);
@@ -424,7 +432,7 @@ private:
     {
         QString type = tag.get("type");
         if (isWord(type, {"button", "submit", "reset"})) {
-            appendControl(parent, tag, pushLeaf)->label = tag.get("value");
+            appendControl(parent, tag, pushLeaf)->label = tag.data("value");
         } else if (isWord(type, {"checkbox", "radio"})) {
             appendControl(parent, tag, markLeaf);
         } else if (isWord(type, {"text", "file", "password"})) {
@@ -459,7 +467,7 @@ private:
         for (auto const& child : of.children) {
             if (child->name == "option") {
                 QString own = ownText(*child);
-                labels->append(own.isEmpty() ? child->get("value") : own);
+                labels->append(own.isEmpty() ? child->data("value") : own);
             }
             collectOptions(*child, labels);
         }
@@ -479,10 +487,10 @@ private:
         for (auto const& row : of.children) {
             if (isWord(row->name, {"option", "param"})) {
                 bool isNamed = row->name == "param" && !row->has("text1") && !row->has("text");
-                QString first = row->has("text1") ? row->get("text1") : row->get("text");
+                QString first = row->has("text1") ? row->data("text1") : row->data("text");
                 if (first.isEmpty() && !isNamed)
                     first = ownText(*row);
-                keepLonger(columns, 0, first.isEmpty() ? row->get("value") : first);
+                keepLonger(columns, 0, first.isEmpty() ? row->data("value") : first);
                 for (int i = 2; row->has(qPrintable(QString("text%1").arg(i))); ++i)
                     keepLonger(columns, i - 1, row->get(qPrintable(QString("text%1").arg(i))));
             }

@@ -19,6 +19,14 @@ QString element::get(char const* attribute, char const* bare) const
     return QString();
 }
 
+QString element::data(char const* attribute) const
+{
+    for (auto const& [key, value] : attributes)
+        if (key == QLatin1String(attribute))
+            return value.isNull() ? QString("1") : value;
+    return QString();
+}
+
 element const* element::find(QString const& tag) const
 {
     for (auto const& child : children) {
@@ -184,7 +192,7 @@ private:
             if (starts("=")) {
                 ++m_at;
                 skipBlanks();
-                value = readValue();
+                value = QString("") + readValue(); // never null
             }
             tag->attributes.emplace_back(name, value);
         }

@@ -16,12 +16,14 @@ struct element
     QString name; ///< of the tag, in lower case
     QString text; ///< white space as single blanks, none at the ends
     bool leadingSpace = false;
-    std::vector<std::pair<QString, QString>> attributes; ///< names in lower case
+    std::vector<std::pair<QString, QString>> attributes; ///< names in lower case; a null value without "="
     std::vector<std::unique_ptr<element>> children;
 
     bool has(char const* attribute) const;
     /// The value of the first attribute of that name; "" when it is absent, `bare` when it has no value.
     QString get(char const* attribute, char const* bare = "1") const;
+    /// The same of the user's own data, in which an empty text is one.
+    QString data(char const* attribute) const;
     /// The first tag of that name, depth first; null when there is none.
     element const* find(QString const& tag) const;
     /// All text below, put together as it stands.
