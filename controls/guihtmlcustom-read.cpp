@@ -7,17 +7,17 @@
 namespace {
 
 /// A value is what the page says, an empty one too; an attribute without any reads as "1".
-sstring exactValue(mlSection* param)
+sstring exactValue(mlSection* section, char const* name)
 {
-    mlAttr* value = param->findAttr("value");
-    return value && value->hasValue() ? value->getRHS() : guiHtmlParser::pullAttr(param, "value");
+    mlAttr* attr = section->findAttr(name);
+    return attr && attr->hasValue() ? attr->getRHS() : guiHtmlParser::pullAttr(section, name);
 }
 
 void pullObjectParams(guiHtmlParser& parser, guiHtmlCustom* custom, mlSection* section)
 {
     guiElementWalk walk(parser, section, {"param"});
     while (mlSection* param = walk.next())
-        custom->initParam(guiHtmlParser::pullAttr(param, "name"), exactValue(param));
+        custom->initParam(guiHtmlParser::pullAttr(param, "name"), exactValue(param, "value"));
 }
 
 void pullCustom(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
@@ -26,6 +26,8 @@ void pullCustom(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     guiHtmlParser::pullObjectAlignment(custom, section);
     guiHtmlParser::pullBackground(custom, section);
     guiHtmlParser::pullBorder(custom, section);
+    if (section->findAttr("title"))
+        custom->initTip(exactValue(section, "title"));
     custom->initCompName(guiHtmlParser::pullAttr(section, "classid"));
     pullObjectParams(parser, custom, section);
 }
