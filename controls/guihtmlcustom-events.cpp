@@ -1,8 +1,9 @@
 // controls/guihtmlcustom-events.cpp: how a custom element's instance hears of the pointer. A handler runs while the GUI
-// thread goes on with its events; what happens to the element meanwhile waits until the handler has ended. Of moves that
-// wait only the last one is told, and turns of the wheel are added up.
+// thread goes on with its events; what happens to the element meanwhile waits until the handler has ended. Of moves
+// that wait only the last one is told, and turns of the wheel are added up.
 #include "controls/guicontrolhost.h"
 #include "controls/guihtmlcustom.h"
+#include "controls/guiwidgetfocus.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guilaterevents.h"
 #include "page/guinodewatch.h"
@@ -41,6 +42,11 @@ void guiHtmlCustom::onCallback()
     setTextProperty(mx.mouse, "button", value, mx.input.button);
     setTextProperty(mx.mouse, "modifiers", value, mx.input.modifiers);
     setNumberProperty(mx.mouse, "wheel", value, mx.input.wheel);
+    if (mx.keyboard) {
+        setTextProperty(mx.keyboard, "key", value, mx.input.key);
+        setTextProperty(mx.keyboard, "text", value, mx.input.text);
+        setTextProperty(mx.keyboard, "modifiers", value, mx.input.modifiers);
+    }
     host.deleteValue(value);
 }
 
@@ -70,6 +76,15 @@ void guiHtmlCustom::onMouseWheel(int x, int y)
 {
     setPointer(x, y);
     tell(kWheel);
+}
+
+void guiHtmlCustom::onKey() { tell("eKey"); }
+void guiHtmlCustom::onFocus(bool hasFocus) { tell(hasFocus ? "eFocus" : "eBlur"); }
+
+void guiHtmlCustom::takeFocus()
+{
+    if (m_focusWidget)
+        m_focusWidget->setFocus(Qt::MouseFocusReason);
 }
 
 bool guiHtmlCustom::hearsWheel() { return canHear(kWheel); }

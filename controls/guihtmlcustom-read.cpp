@@ -6,18 +6,11 @@
 
 namespace {
 
-/// A value is what the page says, an empty one too; an attribute without any reads as "1".
-sstring exactValue(mlSection* param)
-{
-    mlAttr* value = param->findAttr("value");
-    return value && value->hasValue() ? value->getRHS() : guiHtmlParser::pullAttr(param, "value");
-}
-
 void pullObjectParams(guiHtmlParser& parser, guiHtmlCustom* custom, mlSection* section)
 {
     guiElementWalk walk(parser, section, {"param"});
     while (mlSection* param = walk.next())
-        custom->initParam(guiHtmlParser::pullData(param, "name"), exactValue(param));
+        custom->initParam(guiHtmlParser::pullData(param, "name"), guiHtmlParser::pullData(param, "value"));
 }
 
 void pullCustom(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
@@ -26,6 +19,8 @@ void pullCustom(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     guiHtmlParser::pullObjectAlignment(custom, section);
     guiHtmlParser::pullBackground(custom, section);
     guiHtmlParser::pullBorder(custom, section);
+    if (section->findAttr("title"))
+        custom->initTip(guiHtmlParser::pullData(section, "title"));
     custom->initCompName(guiHtmlParser::pullAttr(section, "classid"));
     pullObjectParams(parser, custom, section);
 }

@@ -1,9 +1,11 @@
 // controls/guihtmlcustom-script.cpp: the instance of a custom element's component: made on the script thread, let go on
 // the GUI thread; and the method that the instance has beside those of every control.
 #include "controls/guicontrolhost.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcustom.h"
 #include "controls/guiscriptmethod.h"
 #include "controls/guitoolkit.h"
+#include "controls/guiwidgetfocus.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guinodewatch.h"
@@ -130,20 +132,38 @@ void guiHtmlCustom::addMethods(ScriptObject* instance)
     guiControlHost::current().fleshIn(instance, this);
     instance->addMethod(sstring("setSize"), guiCallOnGuiThread<setSize_qt>);
     m_toolkit = BuildToolkit(this);
-    makeMouse(instance);
+    makeInput(instance);
     if (m_toolkit)
         setProperty(instance, sstring("toolkit"), m_toolkit);
     setProperty(instance, sstring("mouse"), mx.mouse);
+    if (mx.keyboard)
+        setProperty(instance, sstring("keyboard"), mx.keyboard);
     mx.mouseX = 0;
     mx.mouseY = 0;
     onCallback();
 }
 
-void guiHtmlCustom::makeMouse(ScriptObject* instance)
+/// The objects that say where the pointer is and which key was pressed.
+void guiHtmlCustom::makeInput(ScriptObject* instance)
 {
     assert(!mx.mouse);
     if (HostPlatform* platform = guiControlHost::current().platform())
         mx.mouse = platform->createObject(instance->getEngine());
+    if (mx.mouse && instance->hasMethod(sstring("eKey")))
+        mx.keyboard = guiControlHost::current().platform()->createObject(instance->getEngine());
+}
+
+sstring guiHtmlCustom::getTip()
+{
+    sstring tip;
+    if (m_toolkit) {
+        guiControlHost& host = guiControlHost::current();
+        ScriptValue* value = host.newValue();
+        m_toolkit->getProperty(sstring("tooltip"), value);
+        tip = value->isString() ? value->toString(0) : sstring();
+        host.deleteValue(value);
+    }
+    return tip.getLength() != 0 ? tip : m_component.tip;
 }
 
 void guiHtmlCustom::applyParams(ScriptObject* instance)
@@ -184,8 +204,12 @@ void guiHtmlCustom::dropInstance()
     m_painting = painting();
     DestroyToolkit(std::exchange(m_toolkit, nullptr));
     guiControlHost& host = guiControlHost::current();
-    if (HostPlatform* platform = mx.mouse && m_hasInstance ? host.platform() : nullptr)
+    guiDestroyWrapper(m_focusWidget);
+    if (HostPlatform* platform = mx.mouse && m_hasInstance ? host.platform() : nullptr) {
         platform->destroyObject(std::exchange(mx.mouse, nullptr));
+        if (mx.keyboard)
+            platform->destroyObject(std::exchange(mx.keyboard, nullptr));
+    }
     if (std::exchange(m_hasInstance, false))
         host.unbindObject(m.object.exchange(nullptr), this);
 }

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+class guiWidgetFocus;
 class QWidget;
 
 /// A key or the pointer, as a handler hears of it. `modifiers` are those of "ctrl+alt+shift+meta" that are down.
@@ -36,7 +37,8 @@ public:
         ScriptObject* mouse = nullptr; ///< its properties "x" and "y" are the pointer's place; null without an instance
         int mouseX = 0;                ///< last place of the pointer, relative to the inner corner, pixels
         int mouseY = 0;                //
-        guiElementInput input;         ///< of the event that is being told
+        guiElementInput input = {};    ///< of the event that is being told
+        ScriptObject* keyboard = nullptr; ///< its properties say which key; null unless the instance hears of keys
     };
 
     explicit guiHtmlCustom(guiHtml* parent = nullptr);
@@ -76,7 +78,16 @@ public:
     void buildCustomObject_script() override;
     /// What the toolkit knows the node by. A new one for each instance.
     std::shared_ptr<guiElementLink> const& getLink() const { return m_link; }
+    void createChildWidget() override;
     void destroyChildWidget() override;
+    /// What takes the keyboard; null unless the instance hears of keys.
+    QWidget* getChildWidget() override;
+    void setRect(guiRect* rect) override;
+    void setEnabled(int enabled) override;
+    /// What is shown when the pointer rests on the element: what the toolkit's property "tooltip" says, else the
+    /// attribute `title`.
+    sstring getTip();
+    void initTip(sstring const& tip) { m_component.tip = tip; }
 
     // ---- Drawing ----
 
@@ -102,6 +113,10 @@ public:
     void onMouseWheel(int x, int y);
     /// Whether the instance has a handler for the wheel.
     bool hearsWheel();
+    void onKey();
+    void onFocus(bool hasFocus);
+    /// A click gives the element the keyboard, if it hears of keys.
+    void takeFocus();
     /// The buttons and keys that go with the next pointer event.
     void setInput(guiElementInput const& input) { m_nextInput = input; }
     /// The place that goes with it, relative to the node's corner.
@@ -118,6 +133,7 @@ private:
     {
         sstring name;
         std::vector<std::pair<sstring, sstring>> params;
+        sstring tip;
     };
 
     /// Something that a handler is to be told.
@@ -144,7 +160,7 @@ private:
 
     // -script.cpp
     void addMethods(ScriptObject* instance);
-    void makeMouse(ScriptObject* instance);
+    void makeInput(ScriptObject* instance);
     void applyParams(ScriptObject* instance);
 
     // -events.cpp
@@ -169,6 +185,7 @@ private:
     bool m_isCreated = false;          // "eCreate" has been told
     ScriptObject* m_toolkit = nullptr; // kept; null without an instance
     std::shared_ptr<guiElementLink> m_link;
+    guiWidgetFocus* m_focusWidget = nullptr; // owned
     painting m_painting;
     guiElementInput m_nextInput;
     bool m_isTelling = false;        // a handler of a pointer event is running

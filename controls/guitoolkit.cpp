@@ -178,6 +178,7 @@ ScriptObject* BuildToolkit(guiHtmlCustom* node)
     record->rectObject = platform->createObject(page->getEngine());
     publishRect(*record);
     resetProperties(toolkit);
+    setText(toolkit, "tooltip", "");
     return toolkit;
 }
 

@@ -7,6 +7,7 @@
 #include "controls/guieventscope.h"
 #include "controls/guihtmlcustom.h"
 #include "controls/guiwidgetscrollbar.h"
+#include "foundation/vela-qt.h"
 #include "page/guichildspan.h"
 #include "page/guihtml.h"
 #include "page/guilaterevents.h"
@@ -16,10 +17,12 @@
 #include <QChildEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <cassert>
 #include <cstdlib>
@@ -293,7 +296,11 @@ void guiWidget::mousePressEvent(QMouseEvent* event)
         node->onMouseMove(x, y);
     if (guiHtmlCustom* element = asElement(node)) {
         m_pressed = element;
-        element->setInput(inputOf(event->button(), event->modifiers()));
+        guiNodeWatch const self(element);
+        element->takeFocus();
+        if (!self.alive())
+            return;
+        element->setInput(inputOf(event->button(), event->modifiers())); // taking the focus told of another event
     }
     press(node, event->button(), x, y);
 }
@@ -388,6 +395,26 @@ bool guiWidget::turnWheel(QWheelEvent const& event)
     input.wheel = event.angleDelta().y() != 0 ? event.angleDelta().y() : event.angleDelta().x();
     element->setInput(input);
     element->onMouseWheel(x, y);
+    return true;
+}
+
+bool guiWidget::event(QEvent* event)
+{
+    if (event->type() == QEvent::ToolTip && showTip(*static_cast<QHelpEvent*>(event)))
+        return true;
+    return QDialog::event(event);
+}
+
+bool guiWidget::showTip(QHelpEvent const& event)
+{
+    int x = event.pos().x();
+    int y = event.pos().y();
+    guiHtmlCustom* element = livePage() ? asElement(livePage()->hitTest(&x, &y)) : nullptr;
+    sstring const tip = element ? element->getTip() : sstring();
+    if (tip.getLength() == 0)
+        return false;
+    QToolTip::showText(event.globalPos(), QStringLiteral("<qt>") + sstoq(tip).toHtmlEscaped() + QStringLiteral("</qt>"),
+                       this);
     return true;
 }
 

@@ -13,6 +13,7 @@ class guiHtml;
 class guiHtmlCustom;
 class guiPageRoot;
 class QEvent;
+class QHelpEvent;
 
 /// Made unbound; the page root sets `htmlBase`. While that is null, every handler only does what the toolkit does by
 /// default. GUI thread.
@@ -68,6 +69,7 @@ protected:
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void childEvent(QChildEvent* event) override;
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     /// A pixmap of this size in logical pixels; null when there is no memory for it.
@@ -81,6 +83,7 @@ private:
     static void press(guiHtml* node, Qt::MouseButton button, int x, int y) TARN_ON(velaGuiRole);
     void drag(QMouseEvent const& event) TARN_ON(velaGuiRole);
     void drop(QMouseEvent const& event) TARN_ON(velaGuiRole);
+    bool showTip(QHelpEvent const& event) TARN_ON(velaGuiRole);
     bool turnWheel(QWheelEvent const& event) TARN_ON(velaGuiRole);
     void paintRegion(QRegion const& region) TARN_ON(velaGuiRole);
     void paintPage(QPaintDevice* device, QRegion const& region) TARN_ON(velaGuiRole);

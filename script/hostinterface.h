@@ -202,8 +202,8 @@ public:
     /// process alive while a window is open. GUI thread, outside the component lock; the host returns at once.
     virtual void windowState(int isOpen) = 0;
     /// 21 (extension): the numbers that an array holds, those of arrays inside it in their place: stores as many as fit
-    /// into `out` and returns how many there are. -1 when the object is no array, holds something else, or the host does
-    /// not know. Script thread.
+    /// into `out` and returns how many there are. -1 when the object is no array, holds something else, or the host
+    /// does not know. Script thread.
     virtual int readNumbers(double* out, int capacity) = 0;
     virtual void reserved22() = 0;
     virtual void reserved23() = 0;

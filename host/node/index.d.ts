@@ -285,6 +285,9 @@ export class GuiToolkit {
     /** The element's own area: left and top are 0. */
     readonly rect: Rect;
 
+    /** Shown when the pointer rests on the element, in place of its attribute `title`; stays as it is set. */
+    tooltip: string;
+
     /** Fills a rectangle, or everything. */
     fill(color: string, rect?: Rect): null;
     /** Both ends included. An empty colour is black. */
@@ -333,6 +336,16 @@ export interface Mouse {
     readonly wheel: number;
 }
 
+/** The key that "eKey" is about. */
+export interface Keyboard {
+    /** "A", "Left", "Return", "Space", "F1". */
+    readonly key: string;
+    /** What it types, "" for a key that types nothing. */
+    readonly text: string;
+    /** As those of the mouse. */
+    readonly modifiers: string;
+}
+
 /**
  * What the instance of a custom element has when its handlers run: `class Gauge { ePaint() { … } }` together with
  * `interface Gauge extends CustomElement {}`. The attributes `<param name value>` are properties too, always texts. They are set
@@ -341,6 +354,8 @@ export interface Mouse {
 export interface CustomElement extends Element {
     readonly toolkit: GuiToolkit;
     readonly mouse: Mouse;
+    /** Only when the class has an `eKey`. */
+    readonly keyboard: Keyboard;
     readonly window: GuiWindow;
     readonly name: string;
     /** Pixels, or a text such as "50%". Without a height that stays as it was. */
@@ -366,6 +381,10 @@ export interface CustomElementHandlers {
     eMouseUp?(session: Session): unknown;
     /** The wheel was turned over the element; the page does not scroll then. */
     eMouseWheel?(session: Session): unknown;
+    /** A key but Tab and Escape was pressed while the element has the keyboard: Tab stops at it, and a click gives it to it. */
+    eKey?(session: Session): unknown;
+    eFocus?(session: Session): unknown;
+    eBlur?(session: Session): unknown;
 }
 
 /** The session; its properties are null before the first window. */

@@ -179,6 +179,26 @@ ExpensesAreAddedAndRemoved() {
     expect_end '48.50 in all'
 }
 
+InstrumentsAnswerThePointer() {
+    local chart
+    open_app "$root/examples/instruments/app.js"
+    visit 'the gauge' 180 80
+    chart=$(region_of 280 40 560 190)
+    visit 'the chart' 500 120
+    [ "$(region_of 280 40 560 190)" != "$chart" ] || fail 'the chart does not show the value under the pointer'
+    visit 'another pen' 32 384
+    xdotool mousemove --window "$window" 200 400 mousedown 1
+    for x in 300 400 500; do xdotool mousemove --window "$window" "$x" 450; done
+    xdotool mousemove --window "$window" 600 900 mouseup 1 # outside of the board, where it ends
+    wait_until_still "$window"
+    click 407 247 # Run
+    wait_for_change "$window" || fail 'the chart does not move'
+    click 456 247 # Pause
+    wait_until_still "$window"
+    click 131 563
+    expect_end 'The gauge is at 66, and one stroke is on the board.'
+}
+
 # The clicks of ./tarn demo are places in these programs; what they lead to is written beside them.
 DemoClicksLeadWhereTheySay() {
     local program

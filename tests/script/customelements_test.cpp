@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QImage>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPixmap>
@@ -505,6 +506,67 @@ TEST_F(CustomElements, DoNotBlockTheUserWhileTheyHearOfThePointerOrDraw)
     press(window, 4, 4);
     EXPECT_EQ(log, Log{"heard"});
     EXPECT_FALSE(isBlocked);
+}
+
+TEST_F(CustomElements, HearOfKeysWhenTheyHaveTheFocus)
+{
+    prepare = [&](NativeObject& object) {
+        for (std::string name : {"eKey", "eFocus", "eBlur"})
+            object.on(name, [this, name](NativeObject& self, NativeArguments const&) {
+                NativeObjectRef keyboard = self.get("keyboard").object();
+                log.push_back(name + " " + keyboard->get("key").text() + "," + keyboard->get("text").text() + "," +
+                              keyboard->get("modifiers").text());
+            });
+    };
+    NativeWindow window = open("<input type=text name=field>" + element());
+    auto type = [&](int key, char const* text, Qt::KeyboardModifiers modifiers) {
+        withNode(window, [&](guiHtmlCustom& custom) {
+            ASSERT_NE(custom.getChildWidget(), nullptr);
+            QKeyEvent event(QEvent::KeyPress, key, modifiers, QString::fromLatin1(text));
+            QCoreApplication::sendEvent(custom.getChildWidget(), &event);
+        });
+        settle(window);
+    };
+    log.clear();
+    type(Qt::Key_A, "A", Qt::ShiftModifier);
+    type(Qt::Key_Left, "", Qt::NoModifier);
+    type(Qt::Key_Shift, "", Qt::ShiftModifier);
+    type(Qt::Key_Enter, "\r", Qt::ControlModifier);
+    EXPECT_EQ(log, (Log{"eKey A,A,shift", "eKey Left,,", "eKey Return,\r,ctrl"}));
+    press(window, 5, 5);
+    EXPECT_EQ(window.focus(), "probe") << "a click gives the element the keyboard";
+    window.setFocus("field");
+    withNode(window, [](guiHtmlCustom& custom) {
+        custom.getBaseHtml()->updateTabOrder();
+        EXPECT_EQ(custom.getBaseHtml()->getNamed(sstring("field"))->getChildWidget()->nextInFocusChain(),
+                  custom.getChildWidget());
+    });
+    last->call("disable");
+    log.clear();
+    withNode(window, [](guiHtmlCustom& custom) { EXPECT_FALSE(custom.getChildWidget()->isEnabled()); });
+}
+
+TEST_F(CustomElements, WithoutAHandlerForKeysTakeNoFocus)
+{
+    prepare = hears(log, {"eMouseDown"});
+    NativeWindow window = open(element());
+    press(window, 5, 5);
+    EXPECT_EQ(window.focus(), "");
+    withNode(window, [](guiHtmlCustom& custom) { EXPECT_EQ(custom.getChildWidget(), nullptr); });
+    EXPECT_FALSE(last->get("keyboard").object());
+}
+
+TEST_F(CustomElements, HaveATipFromThePageOrTheirToolkit)
+{
+    NativeWindow window = open(element("title=\"a & b\""));
+    auto tip = [&] {
+        std::string text;
+        withNode(window, [&](guiHtmlCustom& custom) { text = custom.getTip().c_str(); });
+        return text;
+    };
+    EXPECT_EQ(tip(), "a & b");
+    last->get("toolkit").object()->set("tooltip", "mine");
+    EXPECT_EQ(tip(), "mine");
 }
 
 // ---- Drawing ----

@@ -28,6 +28,10 @@ interface Gauge extends CustomElement {}
 class Gauge implements CustomElementHandlers {
     value = '0';
     eMouseWheel(): void {}
+    eKey(): void {
+        this.value += this.keyboard.key + this.keyboard.text + this.keyboard.modifiers;
+        this.toolkit.tooltip = this.value;
+    }
     ePaint(): void {
         const { toolkit } = this;
         const area: Rect = { left: 0, top: 0, width: toolkit.rect.width, height: 10 };
