@@ -242,7 +242,7 @@ std::pair<char16_t, std::size_t> readSymbol(view text)
     std::size_t const end = text.substr(0, kLongest + 1).find(u';');
     if (end == view::npos)
         return {u'&', 0};
-    QString const markup = '&' + QString::fromUtf16(text.data(), qsizetype(end)) + ';';
+    QString const markup = '&' + QString::fromUtf16(text.data(), static_cast<qsizetype>(end)) + ';';
     QString const read = QTextDocumentFragment::fromHtml(markup).toPlainText();
     bool const isSymbol = read.size() == 1 && read.at(0).unicode() > 255;
     return {read.isEmpty() ? u'&' : read.at(0).unicode(), isSymbol ? end : 0};
