@@ -9,7 +9,7 @@ const { construct, register } = require('./js/elements.js');
 const { mount, mountDefaults } = require('./js/files.js');
 const { runImmediates } = require('./js/immediates.js');
 const { hasMethod, scanMethods } = require('./js/methods.js');
-const { defineAccessor, defineMethod, tie } = require('./js/objects.js');
+const { defineAccessor, defineMethod, tie, untie } = require('./js/objects.js');
 const { currentSession, pageText } = require('./js/session.js');
 const { makeTableProxy } = require('./js/tables.js');
 const { runTicks, startWait } = require('./js/wait.js');
@@ -17,7 +17,7 @@ const { GuiWindow, windowClosed } = require('./js/windows.js');
 
 native.start({
     checkPromises, construct, defineAccessor, defineMethod, hasMethod, isAlive: () => true, makeTableProxy, runCall, runImmediates,
-    runTicks, scanMethods, startWait, tie, windowClosed,
+    runTicks, scanMethods, startWait, tie, untie, windowClosed,
 });
 mountDefaults();
 

@@ -169,3 +169,12 @@ void NodeEngine::tie(NodeObject& owner, NodeObject& object)
     Napi::HandleScope scope(m_env);
     m_helpers.call("tie", {toScript(&owner), object.script()});
 }
+
+void NodeEngine::untie(NodeObject& owner, NodeObject& object)
+{
+    Napi::HandleScope scope(m_env);
+    auto window = owner.script();
+    auto element = object.script();
+    if (!window.IsEmpty() && !element.IsEmpty())
+        m_helpers.call("untie", {window, element});
+}

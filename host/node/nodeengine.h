@@ -97,6 +97,8 @@ public:
     void defineMethod(NodeObject& object, std::u16string const& name, ScriptMethod method);
     /// From now on the two JavaScript objects keep each other alive.
     void tie(NodeObject& owner, NodeObject& object);
+    /// From now on `owner` no longer keeps the other one.
+    void untie(NodeObject& owner, NodeObject& object);
 
     // Calls.
     /// Runs the component's method `name` for script. After the end of the component, returns what the method returns

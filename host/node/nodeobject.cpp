@@ -124,6 +124,9 @@ void NodeObject::updateLifetime()
     }
     if (m_kind == Kind::kInstance && !m_isBound && !isHeld())
         destroyInstance();
+    // An element that has left the page: its window must not keep it until the end.
+    if (m_kind == Kind::kScript && m_isBound && m_owner && !isHeld() && !m_engine.pump().isClosed())
+        m_engine.untie(*m_owner, *this);
 }
 
 void NodeObject::destroyInstance()

@@ -196,3 +196,28 @@ test('requests for a drawing join, and each brings the newest state', async () =
     assert.ok(drawn.length < 10, `${drawn.length} drawings`);
     window.close();
 });
+
+test('an element that has left its page can be collected while its window lives', async () => {
+    const { stdout } = await runScript(`
+        const fs = require('node:fs');
+        tarn.register('Probe', class { ePaint() {} });
+        const gone = [];
+        fs.writeFileSync(__filename + '.html', '<html><body></body></html>');
+        const window = new tarn.GuiWindow(__filename + '.html');
+        window.open();
+        for (let i = 0; i < 20; ++i) {
+            window.setText('<object name="probe" classid="Probe" width="10" height="10"></object>');
+            gone.push(new WeakRef(window.control('probe')));
+        }
+        let turns = 0;
+        const timer = setInterval(() => {
+            gc();
+            const left = gone.filter((each) => each.deref()).length;
+            if (left <= 1 || ++turns === 50) {
+                console.log(left <= 1, window.isOpen());
+                clearInterval(timer);
+                window.close();
+            }
+        }, 20);`, { args: ['--expose-gc'] });
+    assert.equal(stdout, 'true true\n');
+});

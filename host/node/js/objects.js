@@ -28,4 +28,8 @@ function tie(owner, object) {
     ownerOf.set(object, owner);
 }
 
-module.exports = { defineAccessor, defineMethod, tie };
+function untie(owner, object) {
+    ownedBy.get(owner)?.delete(object);
+}
+
+module.exports = { defineAccessor, defineMethod, tie, untie };
