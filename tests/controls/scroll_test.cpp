@@ -1,6 +1,7 @@
 // tests/controls/scroll_test.cpp: scrolling moves pixels, and what is then on the screen is what a fresh paint would
 // show.
 #include "controls/guiwidgetscrollbar.h"
+#include "page/guipicture.h"
 #include "tests/controls/pagewindow.h"
 #include "tests/controls/stalearea.h"
 
