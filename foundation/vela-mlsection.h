@@ -72,8 +72,8 @@ private:
     mlPool* m_pool; // of the section, or owned (m_isOneAttr); null after a move
     mlName* m_name = nullptr;
     mlText m_value;
-    unsigned int m_line = 0;
-    bool m_hasValue = false;
+    unsigned int m_line : 31 = 0;
+    unsigned int m_hasValue : 1 = 0;
 };
 
 /// An item of markup. Sections of a parser belong to it; one made with `new` belongs to its maker until it is appended.

@@ -3,8 +3,8 @@
 #include "page/guichildspan.h"
 #include "page/guicolor.h"
 #include "page/guihtml.h"
-#include "page/guihtmlsize.h"
 #include "page/guinodewatch.h"
+#include "page/guipageroot.h"
 #include "page/guipainting.h"
 
 #include "foundation/vela-qt.h"

@@ -3,7 +3,6 @@
 #include "page/guihtml.h"
 
 #include "foundation/vela-threadrole.h"
-#include "page/guihtmlsize.h"
 #include "page/guipagehost.h"
 #include "page/guipageroot.h"
 

@@ -3,6 +3,7 @@
 
 #include "page/guihtml.h"
 #include "page/guihtmlsize.h"
+#include "page/guipageroot.h"
 #include "page/guipagesurface.h"
 
 #include <QScrollBar>

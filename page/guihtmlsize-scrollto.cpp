@@ -6,6 +6,7 @@
 #include "page/guihtml.h"
 #include "page/guihtmlsize-scroll.h"
 #include "page/guihtmlsize.h"
+#include "page/guipageroot.h"
 #include "page/guipagesurface.h"
 
 #include <QScrollBar>

@@ -60,12 +60,6 @@ int guiInnerHeight(guiHtml const* node, int height)
     return guiClampPixels(height - guiFrameOf(node) - guiBarHeight(node) - std::int64_t{node->getCaptionHeight()});
 }
 
-int guiBarAbove(guiHtml* node)
-{
-    guiPageRoot* root = node->getType() == guiHtml::kTypeBase ? node->getBaseHtml() : nullptr;
-    return root && root->getMenuBar() ? node->m.rect.height - guiClampPixels(node->m.activeCy) : 0;
-}
-
 namespace {
 
 void copyRequests(guiHtml* node)

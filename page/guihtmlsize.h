@@ -99,5 +99,3 @@ std::int64_t guiFrameOf(guiHtml const* node);
 /// and, in a height, the caption. May be negative.
 int guiInnerWidth(guiHtml const* node, int width);
 int guiInnerHeight(guiHtml const* node, int height);
-/// The height of the menu bar above the content of a root, in pixels; 0 for every other node.
-int guiBarAbove(guiHtml* node);

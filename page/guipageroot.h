@@ -4,6 +4,8 @@
 
 #include "page/guihtml.h"
 
+#include <algorithm>
+
 class QAbstractButton;
 class QMenuBar;
 
@@ -66,4 +68,14 @@ inline ScriptObject* guiPageObjectOf(guiHtml* node)
 {
     guiPageRoot* root = node->getBaseHtml();
     return root ? root->getPageObject() : nullptr;
+}
+
+/// The height of the menu bar above the content of a root that has been laid out, in pixels; 0 for every other node.
+inline int guiBarAbove(guiHtml* node)
+{
+    guiPageRoot* root = node->getType() == guiHtml::kTypeBase ? node->getBaseHtml() : nullptr;
+    if (!root || !root->getMenuBar())
+        return 0;
+    int const height = std::max(0, node->m.rect.height);
+    return height - static_cast<int>(std::min<unsigned>(node->m.activeCy, static_cast<unsigned>(height)));
 }

@@ -49,8 +49,8 @@ TEST(Inputs, TypesChooseTheClassWithoutRegardToCase)
         EXPECT_EQ(kind(type), "control1") << type;
     EXPECT_EQ(kind("hidden"), "control3");
     EXPECT_EQ(kind("image"), "image");
-    EXPECT_EQ(kind("date"), "");
-    EXPECT_EQ(outlineOf("<input>x"), "'x'");
+    EXPECT_EQ(outline(parsePage("<input type=date>").root.get()), "");
+    EXPECT_EQ(outline(parsePage("<input>x").root.get()), "'x'");
 }
 TEST(Inputs, ButtonsReadTypeValueAndState)
 {
