@@ -230,8 +230,9 @@ test('an immediate shows a window inside the show() of another immediate', async
 
 test('immediates run after the show() of an immediate during which a timer waited', async () => {
     const body = 'function (outer) { setTimeout(() => { outer.testSlow(60); console.log("timer"); }, 5); }';
-    const { stdout, stderr, code } = await runScript(during(body, 'setImmediate(show); setImmediate(() => console.log("behind"));')
-        + 'process.on("exit", () => console.log("end")); setTimeout(() => setImmediate(() => console.log("later")), 500);');
+    const from = `setImmediate(show); setImmediate(() => console.log('behind')); process.on('exit', () => console.log('end'));
+        setTimeout(() => setImmediate(() => console.log('later')), 500);`;
+    const { stdout, stderr, code } = await runScript(during(body, from));
     assert.deepEqual([stdout, stderr, code], ['timer\nshown\nbehind\nlater\nend\n', '', 0]);
 });
 
