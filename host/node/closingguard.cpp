@@ -13,8 +13,6 @@ namespace {
 
 constexpr uintptr_t kLargestWrap = 4096; // no object of Node has more in front of the handle inside it
 
-constexpr int kFrameWords = 64; // the scan starts this far below the frame, so that it covers the saved registers
-
 /// One past the highest address of the calling thread's stack.
 uintptr_t stackTop()
 {
@@ -49,7 +47,7 @@ void ClosingGuard::collect(uv_handle_t* handle, void* extents)
 __attribute__((noinline, no_sanitize("address"))) void ClosingGuard::scanStack(std::vector<Extent> const& extents)
 {
     __builtin_unwind_init(); // saves in this frame the registers in which callers keep pointers
-    auto word = static_cast<uintptr_t const*>(__builtin_frame_address(0)) - kFrameWords;
+    auto word = static_cast<uintptr_t const*>(__builtin_alloca(sizeof(uintptr_t))); // below them, and of this frame
     auto top = reinterpret_cast<uintptr_t const*>(stackTop());
     assert(!top || word < top);
     assert(std::is_sorted(extents.begin(), extents.end(), isBelow));
