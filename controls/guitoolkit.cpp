@@ -182,7 +182,8 @@ ScriptObject* BuildToolkit(guiHtmlCustom* node)
     return toolkit;
 }
 
-void OpenToolkit(ScriptObject* toolkit, guiHtmlCustom* node, QPainter* painter, QRegion const* region, guiRect* rect)
+void OpenToolkit(ScriptObject* toolkit, [[maybe_unused]] guiHtmlCustom* node, QPainter* painter, QRegion const* region,
+                 guiRect* rect)
 {
     guiToolkitData* record = toolkit ? guiToolkit_getData(toolkit->getPrivate()) : nullptr;
     if (!record || !record->rectObject)

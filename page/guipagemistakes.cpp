@@ -11,10 +11,19 @@
 
 #include <algorithm>
 #include <cassert>
+#include <initializer_list>
 
 namespace {
 
 constexpr unsigned kShownUnits = 60; // a value is shown so far
+
+std::string joined(std::initializer_list<std::string_view> parts)
+{
+    std::string text;
+    for (std::string_view part : parts)
+        text += part;
+    return text;
+}
 
 std::string lowerCase(sstring const& text)
 {
@@ -28,10 +37,10 @@ std::string shown(sstring const& text)
 {
     if (text.getLength() <= kShownUnits)
         return velaPrintable(text);
-    return velaPrintable(text.subString(0, kShownUnits)) + "...";
+    return joined({velaPrintable(text.subString(0, kShownUnits)), "..."});
 }
 
-std::string quoted(sstring const& text) { return '"' + shown(text) + '"'; }
+std::string quoted(sstring const& text) { return joined({"\"", shown(text), "\""}); }
 
 /// Whether the text is a number, maybe with a sign before it or a unit behind it.
 bool isNumber(std::string_view text)
@@ -66,13 +75,13 @@ guiPageMistakes::~guiPageMistakes()
 void guiPageMistakes::add(std::string const& message, unsigned line, std::string_view meant)
 {
     assert(m_count > 0 && m_count <= kMostLines);
-    std::string text = kCaller + message;
+    std::string text = joined({kCaller, message});
     if (m_file.getLength()) {
-        text += " in " + velaPrintable(m_file);
+        text += joined({" in ", velaPrintable(m_file)});
         if (line != 0)
-            text += ':' + std::to_string(line);
+            text += joined({":", std::to_string(line)});
         if (!meant.empty())
-            text += "; did you mean " + std::string(meant) + '?';
+            text += joined({"; did you mean ", meant, "?"});
     }
     velaLog("%s\n", text.c_str());
 }
@@ -83,8 +92,9 @@ void guiPageMistakes::addUnknownTag(mlSection* section)
         return;
     std::string const name = lowerCase(section->getName());
     std::string_view const nearest = guiNearestWord(name, guiTags().words());
-    std::string const meant = nearest.empty() ? std::string() : '<' + std::string(nearest) + '>';
-    add("ignoring unrecognized tag <" + velaPrintable(section->getName()) + "> (warning)", section->getLine(), meant);
+    std::string const meant = nearest.empty() ? std::string() : joined({"<", nearest, ">"});
+    add(joined({"ignoring unrecognized tag <", velaPrintable(section->getName()), "> (warning)"}), section->getLine(),
+        meant);
 }
 
 void guiPageMistakes::addUnknownWord(mlSection* section, char const* attribute,
@@ -94,12 +104,12 @@ void guiPageMistakes::addUnknownWord(mlSection* section, char const* attribute,
         return;
     mlAttr* attr = section->findAttr(attribute);
     if (!attr) {
-        add("<" + velaPrintable(section->getName()) + "> without " + attribute + " is ignored (warning)",
+        add(joined({"<", velaPrintable(section->getName()), "> without ", attribute, " is ignored (warning)"}),
             section->getLine());
         return;
     }
-    add("ignoring <" + velaPrintable(section->getName()) + "> of unknown " + attribute + " " + quoted(attr->getRHS()) +
-            " (warning)",
+    add(joined({"ignoring <", velaPrintable(section->getName()), "> of unknown ", attribute, " ",
+                quoted(attr->getRHS()), " (warning)"}),
         attr->getLine(), guiNearestWord(lowerCase(attr->getRHS()), words));
 }
 
@@ -108,8 +118,8 @@ void guiPageMistakes::addUnknownReference(std::string const& name, unsigned line
     if (!mayAdd())
         return;
     std::string_view const nearest = guiNearestWord(name, mlReferenceNames());
-    std::string const meant = nearest.empty() ? std::string() : '&' + std::string(nearest) + ';';
-    add("unknown character reference &" + name + "; stays as it is (warning)", line, meant);
+    std::string const meant = nearest.empty() ? std::string() : joined({"&", nearest, ";"});
+    add(joined({"unknown character reference &", name, "; stays as it is (warning)"}), line, meant);
 }
 
 void guiPageMistakes::checkAttributes(mlSection* section)
@@ -130,10 +140,10 @@ void guiPageMistakes::checkAttribute(std::string_view tag, mlAttr const& attr)
     char const* const wanted = kind ? problemOf(*kind, attr.getRHS()) : "";
     if ((kind && !*wanted) || !mayAdd())
         return;
-    std::string const element = " of <" + std::string(tag) + ">";
     if (kind)
-        add(name + '=' + quoted(attr.getRHS()) + element + " is not " + wanted + " (warning)", attr.getLine());
+        add(joined({name, "=", quoted(attr.getRHS()), " of <", tag, "> is not ", wanted, " (warning)"}),
+            attr.getLine());
     else
-        add("ignoring unknown attribute " + shown(written) + element + " (warning)", attr.getLine(),
+        add(joined({"ignoring unknown attribute ", shown(written), " of <", tag, "> (warning)"}), attr.getLine(),
             guiNearestWord(name, guiAttributeNames()));
 }
