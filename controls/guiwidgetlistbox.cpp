@@ -2,6 +2,7 @@
 #include "controls/guiwidgetlistbox.h"
 
 #include "controls/guieventscope.h"
+#include "controls/guiframe.h"
 #include "controls/guihtmlcontrollist.h"
 #include "controls/guiwidget.h"
 
@@ -62,6 +63,12 @@ void guiWidgetListBox::onChange()
     guiEventScope scope;
     if (owner)
         owner->onChange();
+}
+
+bool guiWidgetListBox::event(QEvent* event)
+{
+    bool const isPainted = event->type() == QEvent::Paint && guiPaintFrame(this);
+    return isPainted || guiNoticeView::event(event);
 }
 
 void guiWidgetListBox::keyPressEvent(QKeyEvent* event)

@@ -29,6 +29,7 @@ signals:
     void selectionChanged();
 
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     using QListWidget::selectionChanged; // the base has a protected function of this name
