@@ -142,7 +142,7 @@ void pullImageMapArea(guiImageMap* map, mlSection* section)
 
 void pullImageMap(guiHtmlParser& parser, guiHtml*, mlSection* section)
 {
-    auto map = std::make_unique<guiImageMap>(guiHtmlParser::pullAttr(section, "name"));
+    auto map = std::make_unique<guiImageMap>(guiHtmlParser::pullData(section, "name"));
     sstring rest; // the link of the picture outside of all other areas
     guiElementWalk walk(parser, section, {"area"});
     while (mlSection* area = walk.next())

@@ -140,14 +140,14 @@ void guiHtmlImage::decodeFor(QSize shown)
     if (!m_content.isLoaded || m_content.isMovie || m_content.isFinal || !m_content.picture)
         return;
     QSize const now = m_content.picture->image.size();
-    QSize wanted = m_content.picture->size;
+    QSize wanted = m_content.picture->fileSize;
     if (now == wanted || (now.width() >= shown.width() && now.height() >= shown.height()))
         return;
     while (wanted.width() / 2 >= shown.width() && wanted.height() / 2 >= shown.height())
         wanted /= 2;
     guiPictureRef const better =
         guiPageHost::current().readImage(guiPageObjectOf(this), guiFullName(this, m_content.source), wanted);
-    m_content.isFinal = !better || better->size != m_content.picture->size; // or it was written anew meanwhile
+    m_content.isFinal = !better || better->fileSize != m_content.picture->fileSize; // or it was written anew meanwhile
     if (!m_content.isFinal)
         m_content.picture = better;
 }

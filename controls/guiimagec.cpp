@@ -17,7 +17,7 @@ constexpr int kMaxCacheLimit = 10'240; // kilobytes
 /// Pictures that nobody shows any more are kept for a while, in the size of their file.
 QString cacheKey(guiFileState const& file)
 {
-    return QStringLiteral("%1|%2|%3").arg(file.name).arg(file.size).arg(file.changed);
+    return QStringLiteral("%1|%2|%3|%4").arg(file.scale).arg(file.size).arg(file.changed).arg(file.name);
 }
 
 /// The cache limit counts kilobytes, but each picture adds its size in bytes: it reaches the maximum after a few
@@ -46,7 +46,9 @@ class pictureLoad
 {
 public:
     pictureLoad(ScriptObject* owner, sstring const& name, QSize shown)
-        : m_name(name), m_file(owner, name), m_shown(shown)
+        : m_name(name),
+          m_file(shown.isValid() ? guiPictureFile::forScreens(owner, name) : guiPictureFile(owner, name)),
+          m_shown(shown)
     {}
 
     guiPictureRef run()

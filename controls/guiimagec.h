@@ -8,7 +8,8 @@
 class ScriptObject;
 
 /// The picture in a file, by full name or relative to the script that owns `owner` (may be null), with no more pixels
-/// than it is shown with when these are much fewer (a side of `shown` that is not above 0 follows the other). Null,
+/// than it is shown with when these are much fewer (a side of `shown` that is not above 0 follows the other). With a
+/// valid `shown` it may be the file for larger screens (guiPictureFile::forScreens()). Null,
 /// after a log line, when it can not be read, is too large (a side of more than 16384 pixels, more than 256 MiB
 /// decoded), or when all pictures together take too much memory (controls/guipicturememory.h). GUI thread; needs the
 /// component.

@@ -6,14 +6,37 @@
 #include "foundation/vela-threadrole.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QHash>
 #include <sys/stat.h>
 
-guiPictureFile::guiPictureFile(ScriptObject* owner, sstring const& name)
+namespace {
+
+/// Empty for a name without an extension.
+QString largerName(QString const& name)
+{
+    qsizetype const dot = name.lastIndexOf(u'.');
+    return dot > name.lastIndexOf(u'/') + 1 ? name.left(dot) + QStringLiteral("@2x") + name.mid(dot) : QString();
+}
+
+} // namespace
+
+guiPictureFile guiPictureFile::forScreens(ScriptObject* owner, sstring const& name)
+{
+    constexpr int kLarger = 2;
+    QString const larger = qApp->devicePixelRatio() >= kLarger ? largerName(sstoq(name)) : QString();
+    if (!larger.isEmpty())
+        if (guiPictureFile const file(owner, qtoss(larger), kLarger); file.exists())
+            return file;
+    return guiPictureFile(owner, name);
+}
+
+guiPictureFile::guiPictureFile(ScriptObject* owner, sstring const& name, int scale)
     : m_owner(owner), m_name(guiPageHost::current().resolvePath(owner, name))
 {
     assertOnGuiThread();
     m_state.name = sstoq(m_name);
+    m_state.scale = scale;
     m_exists = readState();
     QByteArray bytes;
     if (m_exists || !read(bytes))

@@ -14,11 +14,12 @@ struct guiFileState
 {
     QString name;       ///< in full
     qint64 size = 0;    ///< bytes
+    int scale = 1;      ///< pixels of the file for each of the page
     qint64 changed = 0; ///< time of the last change in nanoseconds; of a file that only the host can find, a checksum
 
     friend bool operator<(guiFileState const& a, guiFileState const& b)
     {
-        return std::tie(a.changed, a.size, a.name) < std::tie(b.changed, b.size, b.name);
+        return std::tie(a.changed, a.size, a.scale, a.name) < std::tie(b.changed, b.size, b.scale, b.name);
     }
 };
 
@@ -27,7 +28,11 @@ class guiPictureFile
 {
 public:
     /// `name` is in full or relative to the script that owns `owner`, which may be null.
-    guiPictureFile(ScriptObject* owner, sstring const& name);
+    guiPictureFile(ScriptObject* owner, sstring const& name, int scale = 1);
+
+    /// `NAME@2x.EXT` beside `NAME.EXT`, the same picture with twice as many pixels, if there is a screen for it; else
+    /// the file itself.
+    static guiPictureFile forScreens(ScriptObject* owner, sstring const& name);
 
     /// False when the file can not be read.
     bool exists() const { return m_exists; }

@@ -7,6 +7,13 @@ namespace {
 
 std::pair<int, int> keyOf(QSize size) { return {size.width(), size.height()}; }
 
+/// The size of a picture with `scale` pixels for each of the page, of which a part counts as a whole one.
+QSize pageSize(QSize size, int scale)
+{
+    assert(scale > 0);
+    return {(size.width() + scale - 1) / scale, (size.height() + scale - 1) / scale};
+}
+
 } // namespace
 
 guiPictureStore& guiPictureStore::instance()
@@ -39,7 +46,8 @@ guiPictureRef guiPictureStore::add(guiFileState const& file, guiPictureKind cons
 {
     assert(!image.isNull());
     QSize const size = image.size();
-    auto held = std::make_unique<guiPicture>(guiPicture{image, kind.size, kind.isAnimated});
+    auto held =
+        std::make_unique<guiPicture>(guiPicture{image, pageSize(kind.size, file.scale), kind.isAnimated, kind.size});
     auto const free = [this, file, size,
                        part = std::make_shared<guiPictureMemory>(std::move(memory))](guiPicture const* picture) {
         delete picture;

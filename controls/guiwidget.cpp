@@ -323,14 +323,22 @@ void guiWidget::mouseReleaseEvent(QMouseEvent* event)
         drop(*event);
         if (livePage() && event->buttons() == Qt::NoButton)
             hover(event->position().toPoint());
-    } else if (guiPageRoot* page = livePage()) {
-        int x = event->position().toPoint().x();
-        int y = event->position().toPoint().y();
-        if (guiHtml* node = page->hitTest(&x, &y))
-            node->onMouseUp();
-        setCursor(Qt::ArrowCursor);
+    } else if (livePage()) {
+        release(event->position().toPoint());
     }
     QDialog::mouseReleaseEvent(event);
+}
+
+/// The node that the pointer is known to be over keeps the cursor that it has chosen; over any other it is an arrow.
+void guiWidget::release(QPoint at)
+{
+    int x = at.x();
+    int y = at.y();
+    guiHtml* node = livePage()->hitTest(&x, &y);
+    if (node)
+        node->onMouseUp();
+    if (!hoverNode || hoverNode != node) // the node may be gone by now
+        setCursor(Qt::ArrowCursor);
 }
 
 void guiWidget::enterEvent(QEnterEvent* event)

@@ -83,6 +83,7 @@ private:
     static void press(guiHtml* node, Qt::MouseButton button, int x, int y) TARN_ON(velaGuiRole);
     void drag(QMouseEvent const& event) TARN_ON(velaGuiRole);
     void drop(QMouseEvent const& event) TARN_ON(velaGuiRole);
+    void release(QPoint at) TARN_ON(velaGuiRole);
     bool showTip(QHelpEvent const& event) TARN_ON(velaGuiRole);
     bool turnWheel(QWheelEvent const& event) TARN_ON(velaGuiRole);
     void paintRegion(QRegion const& region) TARN_ON(velaGuiRole);

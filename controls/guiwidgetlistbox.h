@@ -5,9 +5,11 @@
 
 #include <QListWidget>
 
+class QHelpEvent;
 class guiHtmlControlList;
 
-/// Escape and Enter go to the node. GUI thread.
+/// Escape and Enter go to the node. There is no horizontal scroll bar: a text that is too wide ends in dots, and a tip
+/// shows all of it. GUI thread.
 class guiWidgetListBox : public guiNoticeView<QListWidget>
 {
     Q_OBJECT
@@ -27,6 +29,11 @@ signals:
     void selectionChanged();
 
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     using QListWidget::selectionChanged; // the base has a protected function of this name
+
+private:
+    void showTip(QHelpEvent const& event);
 };

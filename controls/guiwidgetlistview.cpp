@@ -2,6 +2,7 @@
 #include "controls/guiwidgetlistview.h"
 
 #include "controls/guieventscope.h"
+#include "controls/guiframe.h"
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiwidget.h"
 #include "controls/guiwidgetlistitem.h"
@@ -49,6 +50,12 @@ void guiWidgetListView::onSelect()
     guiEventScope scope;
     if (owner)
         owner->onSelect();
+}
+
+bool guiWidgetListView::event(QEvent* event)
+{
+    bool const isPainted = event->type() == QEvent::Paint && guiPaintFrame(this);
+    return isPainted || guiNoticeView::event(event);
 }
 
 void guiWidgetListView::keyPressEvent(QKeyEvent* event)

@@ -30,6 +30,7 @@ signals:
     void selectionChanged();
 
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     using QTreeWidget::selectionChanged; // the base has a protected function of this name
 };

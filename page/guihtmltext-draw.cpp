@@ -65,6 +65,13 @@ QString drawnText(QStringView text)
     return copy;
 }
 
+// Whether all letters are written from left to right, by scripts whose blanks are the font's own.
+bool isDrawnByWords(QString const& text)
+{
+    constexpr char16_t kFirstOther = 0x530; // behind Latin, Greek and Cyrillic
+    return std::all_of(text.begin(), text.end(), [](QChar unit) { return unit.unicode() < kFirstOther; });
+}
+
 // In a font that kerns blanks, a line drawn in one go would not be as wide as its measured words.
 void drawWordByWord(QPainter& painter, guiTextFont& font, QPointF at, QString const& text)
 {
@@ -91,7 +98,7 @@ void paintPiece(drawing const& job, guiTextPiece const& piece, int left, int bas
     painter.setPen(QColor(ink.red, ink.green, ink.blue));
     painter.setFont(chunk.underline ? chunk.font->underlined() : chunk.font->font());
     QString const text = drawnText(job.text.mid(piece.start, piece.length));
-    if (chunk.font->kernsBlanks() && !chunk.underline)
+    if (chunk.font->kernsBlanks() && !chunk.underline && isDrawnByWords(text))
         drawWordByWord(painter, *chunk.font, QPointF(left, baseline), text);
     else
         painter.drawText(QPointF(left, baseline), text);

@@ -166,6 +166,7 @@ guiTextFont::guiTextFont(QFont const& font) : m_font(font), m_underlined(underli
     m_blankAdvance = guiToAdvance(m_metrics.horizontalAdvance(QLatin1Char(' ')));
     m_kernsBlanks = movesLettersAtBlanks(m_metrics);
     m_direct.fill(kNotMeasured);
+    m_blanks.fill(kNotMeasured);
 }
 
 int guiTextFont::measure(QStringView text) const
@@ -204,6 +205,22 @@ int guiTextFont::characterAdvance(QStringView character)
     return advance;
 }
 
+int guiTextFont::blankAfter(QStringView letter)
+{
+    int& blank = m_blanks[guiScriptOf(letter)];
+    if (blank == kNotMeasured) { // the second of two blanks, which no letter moves
+        QString const before = letter.toString() + QLatin1Char(' ');
+        blank = std::max(0, measure(before + QLatin1Char(' ')) - measure(before));
+    }
+    return blank;
+}
+
+int guiTextFont::wordAdvanceAfter(QStringView letter, QStringView word)
+{
+    QString const before = letter.toString() + QLatin1Char(' ');
+    return std::max(0, wordAdvance(before + word.toString()) - wordAdvance(before));
+}
+
 void guiTextFont::rehash()
 {
     if (m_used >= kMaxWordsPerFont) {
@@ -235,6 +252,14 @@ std::vector<guiTextWord> const& guiTextFont::characters(QStringView word)
     std::vector<guiTextWord>& characters = m_characters[key];
     guiMeasureCharacters(*this, word, characters);
     return characters;
+}
+
+QChar::Script guiScriptOf(QStringView character)
+{
+    assert(!character.isEmpty());
+    if (character.size() > 1)
+        return QChar::script(QChar::surrogateToUcs4(character[0], character[1]));
+    return character.front().script();
 }
 
 namespace {

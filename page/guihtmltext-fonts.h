@@ -2,6 +2,7 @@
 // the whole process, and every word measured once per font. GUI thread.
 #pragma once
 
+#include <QChar>
 #include <QFont>
 #include <QFontMetricsF>
 #include <QString>
@@ -38,7 +39,7 @@ struct guiTextWord
     static constexpr unsigned kMaxUnits = 0xFF;
     static constexpr unsigned kMaxBlanks = 0x1F;
 
-    std::uint16_t advance = 0; ///< without the blanks, in 1/64 pixel
+    std::uint16_t advance = 0; ///< without the blanks, in 1/64 pixel; of blanks alone: of each, 0 for the font's own
     std::uint8_t units = 0;    ///< 16-bit units without the blanks
     std::uint8_t blanks : 5 = 0;
     std::uint8_t flags : 3 = 0;
@@ -74,6 +75,10 @@ public:
 
     /// Width of a word (without blanks) in 1/64 pixel.
     int wordAdvance(QStringView word);
+    /// Width of a blank behind a letter in 1/64 pixel; the same for all letters of a script (guihtmltext-context.h).
+    int blankAfter(QStringView letter);
+    /// Width of a word behind a letter and a blank, without these, in 1/64 pixel.
+    int wordAdvanceAfter(QStringView letter, QStringView word);
     /// The characters of a word of up to kMaxWord units (guihtmltext-characters.h), remembered. Valid until the next
     /// call.
     std::vector<guiTextWord> const& characters(QStringView word);
@@ -105,10 +110,14 @@ private:
     static constexpr unsigned kDirectUnits = 256;
     static constexpr int kNotMeasured = -1;
     std::array<int, kDirectUnits> m_direct = {};
-    std::vector<slot> m_slots; // open addressing; a power of two
+    std::array<int, QChar::ScriptCount> m_blanks = {}; // by script, each measured when it is first asked for
+    std::vector<slot> m_slots;                         // open addressing; a power of two
     unsigned m_used = 0;
     std::unordered_map<std::uint64_t, std::vector<guiTextWord>> m_characters; // by word, of words that had to be cut
 };
+
+/// The script of a character of one or two units.
+QChar::Script guiScriptOf(QStringView character);
 
 /// The face and size that a font code or a node's override sets; an empty face or a size of 0 keeps the present one.
 struct guiFontRequest

@@ -83,10 +83,10 @@ void guiLineBreaker::skipBlanks()
 
 std::int64_t guiLineBreaker::restOfWord(guiTextPlace const& place, guiTextWord const& word) const
 {
-    if (place.offset == 0)
-        return word.advance;
     if (place.offset >= word.units)
         return 0;
+    if (place.offset == 0)
+        return word.advance;
     assert(place.unit >= place.offset);
     QStringView const text = m_text.mid(place.unit - place.offset, word.units);
     std::int64_t advance = word.advance;
@@ -138,7 +138,8 @@ bool guiLineBreaker::takeWord(progress& at, guiTextWord const& word) const
 // last blank.
 bool guiLineBreaker::takeBlanks(progress& at, guiTextWord const& word, std::optional<progress>& lastBlank) const
 {
-    int const blank = m_run.chunks()[at.place.chunk].font->blankAdvance();
+    bool const isOther = word.units == 0 && word.advance;
+    int const blank = isOther ? word.advance : m_run.chunks()[at.place.chunk].font->blankAdvance();
     for (unsigned left = word.units + word.blanks - at.place.offset; left > 0; --left) {
         lastBlank = at;
         at.advance += blank;

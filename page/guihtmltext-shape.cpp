@@ -3,6 +3,7 @@
 
 #include "page/guihtmltext-characters.h"
 #include "page/guihtmltext-codes.h"
+#include "page/guihtmltext-context.h"
 #include "page/guilayoutcounters.h"
 
 #include "foundation/vela-error.h"
@@ -61,8 +62,8 @@ private:
     void applyStyle(guiTextCode code);
     void openChunk(qsizetype start);
     void addBreak(qsizetype start);
-    void addWord(QStringView word);
-    void addBlanks(qsizetype count);
+    void addWord(QStringView word, guiTextContext& context);
+    void addBlanks(qsizetype count, int otherBlank);
     void setFont(QStringView code);
     void resetFont();
     void startLink(qsizetype start);
@@ -140,25 +141,26 @@ void guiTextRun::builder::openChunk(qsizetype start)
 void guiTextRun::builder::addText(QStringView text, qsizetype start)
 {
     openChunk(start);
+    guiTextContext context(*m_run.chunks.back().font, text);
     for (qsizetype at = 0; at < text.size();) {
         qsizetype const wordStart = at;
         while (at < text.size() && !guiIsBlank(text[at].unicode()))
             ++at;
-        addWord(text.mid(wordStart, at - wordStart));
+        addWord(text.mid(wordStart, at - wordStart), context);
         qsizetype const blankStart = at;
         while (at < text.size() && guiIsBlank(text[at].unicode()))
             ++at;
-        addBlanks(at - blankStart);
+        addBlanks(at - blankStart, context.otherBlank());
     }
 }
 
-void guiTextRun::builder::addWord(QStringView word)
+void guiTextRun::builder::addWord(QStringView word, guiTextContext& context)
 {
     assert(!m_run.chunks.empty());
     guiTextFont& font = *m_run.chunks.back().font;
     auto& words = m_run.words;
     if (word.size() <= guiTextFont::kMaxWord) {
-        int const advance = word.isEmpty() ? 0 : font.wordAdvance(word);
+        int const advance = context.wordAdvance(word);
         if (advance <= guiTextWord::kMaxAdvance) {
             guiTextWord entry;
             entry.advance = static_cast<std::uint16_t>(advance);
@@ -170,9 +172,13 @@ void guiTextRun::builder::addWord(QStringView word)
     guiMeasureCharacters(font, word, words);
 }
 
-/// The blanks after the last word, which are stored with it; more than it can hold go to further entries.
-void guiTextRun::builder::addBlanks(qsizetype count)
+/// The blanks after the last word, which are stored with it; more than it can hold go to further entries, and so do
+/// blanks that are not the font's own.
+void guiTextRun::builder::addBlanks(qsizetype count, int otherBlank)
 {
+    auto const other = static_cast<std::uint16_t>(std::min(otherBlank, guiTextWord::kMaxAdvance));
+    if (other && count > 0)
+        m_run.words.emplace_back().advance = other;
     while (count > 0) {
         assert(m_run.words.size() > m_run.chunks.back().firstWord);
         guiTextWord& last = m_run.words.back();
@@ -181,7 +187,7 @@ void guiTextRun::builder::addBlanks(qsizetype count)
         last.blanks = static_cast<std::uint8_t>(last.blanks + taken) & guiTextWord::kMaxBlanks;
         count -= taken;
         if (count > 0)
-            m_run.words.emplace_back();
+            m_run.words.emplace_back().advance = other;
     }
 }
 

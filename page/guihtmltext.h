@@ -1,7 +1,7 @@
 // page/guihtmltext.h: the text node, a run of page text with in-line codes for its formatting. One routine, drawText(),
 // measures and paints it. The files guihtmltext-*.h each do one step: -codes reads the codes, -fonts makes fonts and
-// measures words, -characters measures words that must be cut, -shape splits a run into words, -lines breaks it into
-// lines, -measure remembers the results.
+// measures words, -context knows which font draws the blanks between them, -characters measures words that must be cut,
+// -shape splits a run into words, -lines breaks it into lines, -measure remembers the results.
 #pragma once
 
 #include "page/guihotspots.h"

@@ -8,8 +8,9 @@
 struct guiPicture
 {
     QPixmap image;           ///< never null; may have fewer pixels than the file, when it is shown much smaller
-    QSize size;              ///< of the picture in the file, turned as the camera noted
+    QSize size;              ///< in pixels of the page, turned as the camera noted
     bool isAnimated = false; ///< the file has further frames
+    QSize fileSize = size;   ///< in pixels of the file, more than `size` in one that is made for larger screens
 };
 
 using guiPictureRef = std::shared_ptr<guiPicture const>;

@@ -276,6 +276,13 @@ TEST(ImageMaps, BelongToTheImagesThatNameThemAlsoWhenTheyComeLater)
     EXPECT_EQ(utf8(image->getMappedLink(39, 9)), "");
     EXPECT_EQ(static_cast<guiHtmlImage*>(page.root->getLastChild())->getImageMap(), nullptr);
 }
+
+TEST(ImageMaps, AnEmptyNameIsNotTheNameOne)
+{
+    parsedPage page = parsePage("<img src=a usemap=#1><map name=\"\"><area coords=0,0,10,10 href=r></map>");
+    EXPECT_EQ(findNode<guiHtmlImage>(page, 3)->getImageMap(), nullptr);
+}
+
 TEST(ImageMaps, TheFirstOfOverlappingRegionsWins)
 {
     guiImageMap map("m");

@@ -107,6 +107,21 @@ protected:
 
 } // namespace
 
+TEST_F(ClickedPage, ThePointerIsAHandAfterAClickOnALinkThatStays)
+{
+    page.methods["onStay"] = [](std::string const&) { return ""; };
+    show("<table><tr><td name=\"cell\"><a href=\"event://onStay\">first</a></td></tr></table>");
+    QPoint const at = linkOf(textIn("cell"));
+    auto shape = [this] { return root.getWidget()->cursor().shape(); };
+    mouse(QEvent::MouseMove, at);
+    mouse(QEvent::MouseButtonPress, at);
+    mouse(QEvent::MouseButtonRelease, at);
+    EXPECT_EQ(shape(), Qt::PointingHandCursor);
+    mouse(QEvent::MouseButtonPress, at);
+    mouse(QEvent::MouseButtonRelease, at + QPoint(0, 100));
+    EXPECT_EQ(shape(), Qt::ArrowCursor) << "the button went up elsewhere";
+}
+
 TEST_F(ClickedPage, TheCellThatTheLinkStandsInIsReplacedByTheHandlersReply)
 {
     host.files["/app/next.html"] = "<p>next <a href=\"event://onNext\" target=\"cell\">on</a></p>";

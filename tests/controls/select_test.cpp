@@ -5,7 +5,11 @@
 #include "tests/controls/shownpage.h"
 
 #include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QImage>
 #include <QKeyEvent>
+#include <QScrollBar>
+#include <QToolTip>
 #include <functional>
 
 namespace {
@@ -53,6 +57,78 @@ TEST(Selecting, WidthIsTheLongestTextsByCharactersAndTwentyEight)
     lone.appendEntry("a", "Alpha", false);
     EXPECT_EQ(lone.getPreferredWidth(), 0);
     EXPECT_EQ(lone.getHeightEstimate(0), 0);
+}
+
+namespace {
+
+QImage picture(QWidget& widget)
+{
+    QImage seen(widget.size(), QImage::Format_RGB32);
+    seen.fill(Qt::white);
+    widget.render(&seen);
+    return seen;
+}
+
+} // namespace
+
+TEST(ListBox, HasNoHorizontalScrollBar)
+{
+    for (char const* rest : {"", "<option>B<option>C<option>D<option>E"}) {
+        ShownPage page((std::string("<select name=s size=3><option>iiiiiiiiii<option>WWWWWWWWW") + rest).c_str());
+        auto* box = page.widget<guiWidgetListBox>("s");
+        ASSERT_NE(box, nullptr);
+        page.window.widget->show();
+        PageWindow::settle();
+        EXPECT_FALSE(box->horizontalScrollBar()->isVisible()) << rest;
+        EXPECT_EQ(box->verticalScrollBar()->isVisible(), *rest != 0);
+    }
+}
+
+TEST(ListBox, ShowsAllOfTheLongestTextBesideItsScrollBar)
+{
+    ShownPage page("<select name=s size=3><option>WWWWWWW<option>A<option>B<option>C<option>D</select>");
+    auto* box = page.widget<guiWidgetListBox>("s");
+    page.window.widget->show();
+    PageWindow::settle();
+    EXPECT_TRUE(box->verticalScrollBar()->isVisible());
+    EXPECT_LE(box->sizeHintForColumn(0), box->viewport()->width());
+}
+
+TEST(ListBox, ATextThatIsTooWideEndsInDots)
+{
+    ShownPage one("<select name=s size=3><option>iiiiiiiiiiii<option>WWWWWWWWWA</select>");
+    ShownPage other("<select name=s size=3><option>iiiiiiiiiiii<option>WWWWWWWWWM</select>");
+    for (ShownPage* page : {&one, &other})
+        page->window.widget->show();
+    PageWindow::settle();
+    auto rowOf = [](ShownPage& page) {
+        auto* box = page.widget<guiWidgetListBox>("s");
+        QRect row = box->visualItemRect(box->item(1));
+        row.setWidth(box->viewport()->width());
+        return picture(*box->viewport()).copy(row);
+    };
+    QImage const seen = rowOf(one);
+    EXPECT_EQ(seen, rowOf(other));
+    int ink = 0; // a letter that is cut off would reach into the last column
+    for (int y = 0; y < seen.height(); ++y)
+        ink += qGray(seen.pixel(seen.width() - 1, y)) < 128;
+    EXPECT_EQ(ink, 0);
+}
+
+TEST(ListBox, ATipShowsATextThatIsTooWide)
+{
+    ShownPage page("<select name=s size=3><option>iiiiiiiiiiiiiiii<option>WWWWWW&amp;WWWW</select>");
+    auto* box = page.widget<guiWidgetListBox>("s");
+    page.window.widget->show();
+    PageWindow::settle();
+    auto tipOf = [box](int row) {
+        QPoint const at(5, box->visualItemRect(box->item(row)).center().y());
+        QHelpEvent event(QEvent::ToolTip, at, box->viewport()->mapToGlobal(at));
+        QApplication::sendEvent(box->viewport(), &event);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(tipOf(0), "");
+    EXPECT_EQ(tipOf(1), "WWWWWW&amp;WWWW");
 }
 
 TEST(Selecting, ThePageChoosesTheFirstSelectedOption)

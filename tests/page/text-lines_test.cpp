@@ -66,6 +66,28 @@ TEST(TextSize, RunOfExactlyItsPreferredWidthDoesNotBreak)
     EXPECT_EQ(measure("Order total of the day", width - 1), 2 * lineHeight());
 }
 
+// No font of the tests has Syriac or Devanagari letters: they are drawn as boxes, and so are the blanks, digits and
+// signs that follow them.
+TEST(TextSize, BlanksAreThoseOfTheFontThatDrawsTheText)
+{
+    for (char const* text :
+         {"one \u0700 \u0701 end.", "\u0915 \u0916 end.", "\u0700\u0701  \u0702 12, end", "12 \u0915 + 34 - \u0916.",
+          "\u0700                                        \u0701 end", "one \u05D5\u05E9 \u05D9\u05DD two",
+          "\u0416\u0416 \u03B1 12", "\u2603 \u2603 \u2192 end."}) {
+        int width = 0;
+        EXPECT_EQ(measure(text, kUnbroken, &width), lineHeight());
+        EXPECT_EQ(width, widthOf(text) + 8) << text;
+    }
+}
+
+TEST(TextLines, BreakAtBlanksOfAnotherFont)
+{
+    std::u16string const text = u"\u0915\u0916  \u0915 \u0916";
+    EXPECT_EQ(linesOf(text, widthOf("\u0915\u0916  \u0915")), "\u0915\u0916  \u0915|\u0916");
+    EXPECT_EQ(linesOf(text, widthOf("\u0915\u0916  \u0915") - 1), "\u0915\u0916 |\u0915 \u0916");
+    EXPECT_EQ(linesOf(text, widthOf("\u0915")), "\u0915|\u0916|\u0915|\u0916");
+}
+
 TEST(TextSize, WidthIsThatOfTheLongestLine)
 {
     int width = 0;

@@ -7,6 +7,7 @@
 #include "tests/script/controlscript.h"
 #include "tests/support/moviefile.h"
 
+#include <QGuiApplication>
 #include <QImageWriter>
 #include <QWidget>
 #include <fcntl.h>
@@ -53,7 +54,9 @@ protected:
         onGuiThread([&] {
             QWidget* widget = root->getTopLevelWidget();
             guiRect const& rect = node<guiHtmlImage>(name).m.rect;
-            pixel = widget->grab().toImage().pixel(rect.left, rect.top);
+            QPixmap const seen = widget->grab();
+            qreal const scale = seen.devicePixelRatio();
+            pixel = seen.toImage().pixel(static_cast<int>(rect.left * scale), static_cast<int>(rect.top * scale));
         });
         return pixel;
     }
@@ -118,6 +121,21 @@ TEST_F(Pictures, OfASizeThatLayoutDecidesAreDecodedWhenTheyArePainted)
     EXPECT_EQ(shown("a"), qRgb(255, 0, 0));
     EXPECT_GE(node<guiHtmlImage>("a").getPixmap()->width(), sizeOf("a").width());
     EXPECT_LE(inUse() - before, 500 * 375 * 4);
+}
+
+// Run at one and at two screen pixels per page pixel.
+TEST_F(Pictures, TheFileForLargerScreensIsShownOnThem)
+{
+    picture("a.png", 10, 6, Qt::red);
+    picture("a@2x.png", 19, 12, Qt::green);
+    picture("b.png", 10, 6, Qt::red);
+    open("<img name=a src=a.png><br><img name=b src=b.png><br><img name=own src=\"a@2x.png\">");
+    bool const isLarge = qApp->devicePixelRatio() >= 2;
+    EXPECT_EQ(sizeOf("a"), QSize(10, 6));
+    EXPECT_EQ(shown("a"), isLarge ? qRgb(0, 255, 0) : qRgb(255, 0, 0));
+    EXPECT_EQ(sizeOf("b"), QSize(10, 6));
+    EXPECT_EQ(shown("b"), qRgb(255, 0, 0));
+    EXPECT_EQ(sizeOf("own"), QSize(19, 12)) << "named by the page itself";
 }
 
 TEST_F(Pictures, AFileThatWasWrittenAnewIsReadAnew)
