@@ -3,6 +3,8 @@
 
 #include "controls/guiimagec.h"
 #include "foundation/vela-error.h"
+#include "foundation/vela-log.h"
+#include "foundation/vela-qt.h"
 #include "foundation/vela-textstream.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
@@ -13,6 +15,8 @@
 #include "runtime/guiscriptwork.h"
 #include "runtime/guithread.h"
 
+#include <QDesktopServices>
+#include <QUrl>
 #include <cassert>
 #include <memory>
 
@@ -35,10 +39,31 @@ int guiComponentHost::callHandler(guiHtml* node, ScriptObject* target, sstring c
     assert(node && target);
     if (!target->hasMethod(guiCallback_StripEventName(event)))
         return 0;
-    if (guiHtmlBase* root = guiHtmlBase::of(node); root && isChoice(node, event))
-        chooseControl(root->getPagePrivate(), node->getName());
+    noteChoice(node, event);
     reply = guiCallback_CallEvent(node, target, event, pGUI->getSession());
     return 1;
+}
+
+void guiComponentHost::noteChoice(guiHtml* node, sstring const& event)
+{
+    if (guiHtmlBase* root = guiHtmlBase::of(node); root && isChoice(node, event))
+        chooseControl(root->getPagePrivate(), node->getName());
+}
+
+int guiComponentHost::openOutside(guiHtml* node, sstring const& address)
+{
+    assertOnGuiThread();
+    static sstring const& eLink = *new sstring("eLink"); // never destroyed: links are followed while the process exits
+    ScriptObject* page = guiPageObjectOf(node);
+    if (page && page->hasMethod(eLink)) {
+        noteChoice(node, eLink);
+        guiCallback_CallLink(node, page, eLink, address);
+        return 1;
+    }
+    if (QDesktopServices::openUrl(QUrl(sstoq(address))))
+        return 1;
+    velaLog("guiComponentHost::openOutside() - the desktop can not open %s\n", velaPrintable(address).c_str());
+    return 0;
 }
 
 ScriptObject* guiComponentHost::buildCustomObject(guiHtml* node)

@@ -10,6 +10,7 @@ class guiComponentHost : public guiControlHost
 {
 public:
     int callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply) override;
+    int openOutside(guiHtml* node, sstring const& address) override;
     ScriptObject* buildCustomObject(guiHtml* node) override;
     void unbindObject(ScriptObject* object, guiHtml* node) override;
     void postTrigger(guiHtml* node) override;
@@ -44,6 +45,8 @@ public:
     HostLoadFile* loadFile() override;
 
 protected:
+    /// The session's current control is the one in which the event arises, if the event is a choice of the user's.
+    void noteChoice(guiHtml* node, sstring const& event);
     /// The user has used the control of this name, so it becomes the session's current control. `window` is the private
     /// slot of the window's script object. GUI thread.
     virtual void chooseControl(ScriptPrivate* window, sstring const& name) = 0;

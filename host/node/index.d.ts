@@ -110,6 +110,11 @@ export class GuiWindow {
 
     /** Called when `show()` or `showAsync()` has opened the window. */
     ePostOpen?(session: Session): unknown;
+    /**
+     * Called when the user follows a link to `http:`, `https:` or `mailto:`, with the address as the page has it. Without this
+     * method the desktop opens the address. What it returns does not matter.
+     */
+    eLink?(session: Session, url: string): unknown;
 }
 
 /** What elements of a page have in common: controls, and the instances of custom elements. */
