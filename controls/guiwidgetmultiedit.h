@@ -5,8 +5,8 @@
 
 class guiHtmlControlEdit;
 
-/// Wraps between words at its own width. It handles all keys itself. When it is too narrow for text beside a scroll
-/// bar, it has no scroll bar. GUI thread.
+/// Wraps between words at its own width. Tab and Shift+Tab leave it; it handles all other keys itself. When it is too
+/// narrow for text beside a scroll bar, it has no scroll bar. GUI thread.
 class guiWidgetMultiEdit : public QPlainTextEdit
 {
     Q_OBJECT
