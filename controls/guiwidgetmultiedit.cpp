@@ -7,6 +7,8 @@
 
 #include <QEvent>
 #include <QStyle>
+#include <QTextCursor>
+#include <algorithm>
 
 guiWidgetMultiEdit::guiWidgetMultiEdit(QWidget* parent) : QPlainTextEdit(parent)
 {
@@ -16,6 +18,17 @@ guiWidgetMultiEdit::guiWidgetMultiEdit(QWidget* parent) : QPlainTextEdit(parent)
     setLineWrapMode(QPlainTextEdit::WidgetWidth);
     setWordWrapMode(QTextOption::WordWrap);
     connect(this, &QPlainTextEdit::textChanged, this, &guiWidgetMultiEdit::onChange);
+}
+
+void guiWidgetMultiEdit::replaceText(QString const& text)
+{
+    int const at = textCursor().position();
+    QTextCursor all(document());
+    all.select(QTextCursor::Document);
+    all.insertText(text);
+    QTextCursor cursor(document());
+    cursor.setPosition(std::min(at, document()->characterCount() - 1));
+    setTextCursor(cursor);
 }
 
 void guiWidgetMultiEdit::onChange()

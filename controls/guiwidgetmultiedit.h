@@ -14,6 +14,9 @@ class guiWidgetMultiEdit : public QPlainTextEdit
 public:
     explicit guiWidgetMultiEdit(QWidget* parent = nullptr);
 
+    /// Changes the text in one step that can be undone; the cursor stays where it is, as far as the text reaches.
+    void replaceText(QString const& text);
+
     guiHtmlControlEdit* owner = nullptr; ///< not owned; null until the node binds it
 
 public slots:
