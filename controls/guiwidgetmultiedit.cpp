@@ -9,6 +9,7 @@
 #include <QStyle>
 #include <QTextCursor>
 #include <algorithm>
+#include <utility>
 
 guiWidgetMultiEdit::guiWidgetMultiEdit(QWidget* parent) : QPlainTextEdit(parent)
 {
@@ -31,11 +32,13 @@ void guiWidgetMultiEdit::replaceText(QString const& text)
     setTextCursor(cursor);
 }
 
+/// The toolkit reports what an input method shows as well, while the text is the same.
 void guiWidgetMultiEdit::onChange()
 {
     guiEventScope scope;
-    if (owner)
-        owner->onChange(qtoss(toPlainText()));
+    QString const text = toPlainText();
+    if (std::exchange(m_lastText, text) != text && owner)
+        owner->onChange(qtoss(text));
 }
 
 /// A scroll bar that leaves no width for the text makes the editor discard how its lines wrap, which removes the bar,

@@ -24,4 +24,7 @@ public slots:
 
 protected:
     bool event(QEvent* event) override;
+
+private:
+    QString m_lastText; // when it was last reported that it may have changed
 };

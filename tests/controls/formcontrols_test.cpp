@@ -12,6 +12,8 @@
 #include "controls/guiwidgetradiobutton.h"
 #include "tests/controls/shownpage.h"
 
+#include <QInputMethodEvent>
+
 namespace {
 
 QWidget* clipperOf(QWidget* widget)
@@ -322,6 +324,36 @@ TEST(ControlText, OfAFieldFollowsTheLinkOnlyWhenTheFormSetsIt)
         EXPECT_EQ(edit->setText(sstring("form")), 1);
         EXPECT_EQ(edit->links.size(), 1u);
     }
+}
+
+TEST(ControlText, OfATextAreaIsReportedOnlyWhenItDiffers)
+{
+    using Edit = LinkWriter<guiHtmlControlEdit>;
+    PageWindow window;
+    auto* edit = new Edit;
+    window.root.append(edit);
+    edit->initText("ab");
+    edit->init({kEditText, 20, 0, 3});
+    edit->setAction("event://c");
+    window.root.updateLayout(1);
+    QWidget* const area = edit->getChildWidget();
+    ASSERT_TRUE(area);
+    auto compose = [&](char const* shown, char const* typed) {
+        QInputMethodEvent step(shown, {});
+        step.setCommitString(typed);
+        QCoreApplication::sendEvent(area, &step);
+    };
+    compose("x", "");
+    compose("xy", "");
+    EXPECT_EQ(edit->links.size(), 0u) << "what is being composed is not in the text yet";
+    compose("", "z");
+    EXPECT_EQ(edit->links.size(), 1u);
+    EXPECT_EQ(textOf(edit->getText()), "zab");
+    compose("x", "");
+    compose("", "");
+    EXPECT_EQ(edit->links.size(), 1u) << "given up";
+    static_cast<guiWidgetMultiEdit*>(area)->setPlainText("zab");
+    EXPECT_EQ(edit->links.size(), 1u);
 }
 
 TEST(CheckedState, IsTheWidgetsWhileThereIsOne)
