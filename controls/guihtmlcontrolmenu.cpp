@@ -1,6 +1,7 @@
 // controls/guihtmlcontrolmenu.cpp: see guihtmlcontrolmenu.h.
 #include "controls/guihtmlcontrolmenu.h"
 
+#include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
 #include "controls/guiwidgetmenubar.h"
 #include "controls/guiwidgetpopupmenu.h"
@@ -264,7 +265,10 @@ void guiHtmlControlMenu::activate(guiHtmlControlMenuItem const* item)
         return;
     sstring const address = sformat("event://%s/", "eMenu") + item->name;
     guiNodeWatch root(base);
+    guiNodeWatch self(this);
     ScriptObject* object = getCustomObject(); // may run script
+    if (self.alive())
+        guiControlHost::current().noteChoice(this); // the event is the window's
     if (root.alive())
         base->onEvent(address, object);
 }

@@ -24,10 +24,10 @@ namespace {
 
 constexpr unsigned kPathUnits = 1024; // 16-bit units of room, in which the host writes the full name
 
-/// Whether the event is a user's choice of a control, which script finds as the session's current control.
+/// Whether the event is a user's choice in a control, which script finds as the session's current control.
 bool isChoice(guiHtml* node, sstring const& event)
 {
-    return node->getType() == guiHtml::kTypeControl && node->hasString(kStringName) && guiCallback_ShouldDisable(event);
+    return node->getType() == guiHtml::kTypeControl && guiCallback_ShouldDisable(event);
 }
 
 } // namespace
@@ -39,15 +39,10 @@ int guiComponentHost::callHandler(guiHtml* node, ScriptObject* target, sstring c
     assert(node && target);
     if (!target->hasMethod(guiCallback_StripEventName(event)))
         return 0;
-    noteChoice(node, event);
+    if (isChoice(node, event))
+        noteChoice(node);
     reply = guiCallback_CallEvent(node, target, event, pGUI->getSession());
     return 1;
-}
-
-void guiComponentHost::noteChoice(guiHtml* node, sstring const& event)
-{
-    if (guiHtmlBase* root = guiHtmlBase::of(node); root && isChoice(node, event))
-        chooseControl(root->getPagePrivate(), node->getName());
 }
 
 int guiComponentHost::openOutside(guiHtml* node, sstring const& address)
@@ -56,7 +51,8 @@ int guiComponentHost::openOutside(guiHtml* node, sstring const& address)
     static sstring const& eLink = *new sstring("eLink"); // never destroyed: links are followed while the process exits
     ScriptObject* page = guiPageObjectOf(node);
     if (page && page->hasMethod(eLink)) {
-        noteChoice(node, eLink);
+        if (isChoice(node, eLink))
+            noteChoice(node);
         guiCallback_CallLink(node, page, eLink, address);
         return 1;
     }
@@ -183,6 +179,12 @@ void guiComponentHost::enableMM()
 void guiComponentHost::wakeWaiters() { guiCallback_postNullEvent(); }
 
 // ---- Windows ----
+
+void guiComponentHost::noteChoice(guiHtml* control)
+{
+    if (guiHtmlBase* root = guiHtmlBase::of(control))
+        chooseControl(root->getPagePrivate(), control->getName());
+}
 
 void guiComponentHost::onClose(guiWidget* window, guiHtml* root)
 {

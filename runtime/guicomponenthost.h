@@ -31,6 +31,8 @@ public:
     void enableMM() override;
     void wakeWaiters() override;
 
+    void noteChoice(guiHtml* control) override;
+
     void onClose(guiWidget* window, guiHtml* root) override;
     void onVisible(guiWidget* window, bool isVisible) override;
     void setCurrentWindow(guiWidget* window) override;
@@ -45,9 +47,7 @@ public:
     HostLoadFile* loadFile() override;
 
 protected:
-    /// The session's current control is the one in which the event arises, if the event is a choice of the user's.
-    void noteChoice(guiHtml* node, sstring const& event);
-    /// The user has used the control of this name, so it becomes the session's current control. `window` is the private
-    /// slot of the window's script object. GUI thread.
+    /// The user has used the control of this name, so it becomes the session's current control; "" when it has none,
+    /// then there is no current control. `window` is the private slot of the window's script object. GUI thread.
     virtual void chooseControl(ScriptPrivate* window, sstring const& name) = 0;
 };
