@@ -194,6 +194,7 @@ export interface FlexListControl extends GuiControl {
     uncheckItem(value: string): null;
 
     isItemSelected(value: string): boolean;
+    /** Selects the row, or as said. A disabled row is not selected. */
     selectItem(value: string, on?: boolean | number): null;
     unselectItem(value: string): null;
 
@@ -234,7 +235,7 @@ export interface MenuControl extends GuiControl {
     enableItem(name: string, on?: boolean | number): null;
     disableItem(name: string): null;
     setItemText(name: string, text: string): null;
-    /** Does what choosing the item does: calls `eMenu(session, name)`. */
+    /** Does what choosing the item does: calls `eMenu(session, name)`. Nothing for an item that is disabled, or in a disabled one. */
     activateItem(name: string): null;
 }
 
