@@ -32,6 +32,7 @@ void guiControlHost::postToGui(std::function<void()> work) { work(); }
 
 void guiControlHost::postToScript(guiHtml*, std::function<void()>, std::function<void()> done) { done(); }
 
+void guiControlHost::noteChoice(guiHtml*) {}
 void guiControlHost::onClose(guiWidget*, guiHtml*) {}
 void guiControlHost::onVisible(guiWidget*, bool) {}
 void guiControlHost::setCurrentWindow(guiWidget*) {}

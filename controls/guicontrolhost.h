@@ -40,6 +40,9 @@ public:
 
     // ---- Windows ----
 
+    /// The user has chosen something in this control, about which a handler is called next: it becomes the session's
+    /// current control.
+    virtual void noteChoice(guiHtml* control);
     /// The window no longer belongs to the page.
     virtual void onClose(guiWidget* window, guiHtml* root);
     /// The window is on the screen or being painted, or is not any more.

@@ -1,6 +1,7 @@
 // controls/guihtmlcontroledit-read.cpp: reads text fields of one line and of several.
 #include "controls/guihtmlcontroledit.h"
 #include "controls/guihtmlread.h"
+#include "foundation/vela-qt.h"
 #include "page/guinumbers.h"
 
 namespace {
@@ -11,6 +12,17 @@ guiEditType editType(mlSection* section)
     if (guiIsWord(type, "password"))
         return kEditPassword;
     return guiIsWord(type, "file") ? kEditFile : kEditText;
+}
+
+/// What stands in the element, with "\n" for each line break; the first thing in it may be one that does not count. In
+/// a field of one line they are blanks.
+sstring areaText(guiHtmlParser& parser, mlSection* section, int rows)
+{
+    QString text = sstoq(parser.pullText(section));
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
+    if (text.startsWith(u'\n'))
+        text.remove(0, 1);
+    return qtoss(rows == 1 ? text.replace(u'\n', u' ') : text);
 }
 
 /// Makes a field with the given text; `columns` is the name of the attribute for its width in characters.
@@ -33,7 +45,7 @@ void pullInputEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 void pullInputEditField(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
     int const rows = guiCountOrDefault(guiHtmlParser::pullAttr(section, "rows"), guiHtmlControlEdit::kDefaultRows);
-    pullEdit(parser, parent, section, parser.pullText(section), "cols", rows);
+    pullEdit(parser, parent, section, areaText(parser, section, rows), "cols", rows);
 }
 
 guiInputType const kText("text", pullInputEdit);

@@ -22,17 +22,45 @@ guiHtml& guiHtmlControlEdit::operator=(guiHtml& other)
 
 guiHtml* guiHtmlControlEdit::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
+int guiHtmlControlEdit::setText(sstring const& text, sstring const&)
+{
+    assertOnGuiThread();
+    changeText(text);
+    return 1;
+}
+
 int guiHtmlControlEdit::setText(sstring const& text)
 {
     assertOnGuiThread();
-    if (getText() == text)
+    if (!changeText(text) || !getChildWidget())
         return 1;
-    m_content.text = text;
-    if (m_lineEdit)
-        m_lineEdit->setText(sstoq(text));
-    else if (m_multiEdit)
-        m_multiEdit->setPlainText(sstoq(text));
+    guiEventScope scope;
+    onChange(text);
     return 1;
+}
+
+/// Returns whether the text is another one than before.
+bool guiHtmlControlEdit::changeText(sstring const& text)
+{
+    if (getText() == text)
+        return false;
+    m_content.text = text;
+    showText();
+    return true;
+}
+
+/// Puts the text into the widget, which is not bound meanwhile: nothing is reported.
+void guiHtmlControlEdit::showText()
+{
+    auto replace = [this](auto* widget) {
+        widget->owner = nullptr;
+        widget->replaceText(sstoq(m_content.text));
+        widget->owner = this;
+    };
+    if (m_lineEdit)
+        replace(m_lineEdit);
+    else if (m_multiEdit)
+        replace(m_multiEdit);
 }
 
 sstring guiHtmlControlEdit::getText()

@@ -40,8 +40,10 @@ public:
     fieldShape const& getShape() const { return m_shape; }
     void init(fieldShape const& shape) { m_shape = shape; }
 
-    using guiHtmlControl::setText;
-    /// Changes the text in place, without a new layout. Always 1.
+    /// Changes the text in place, so that the focus, the place of the cursor and what can be undone stay; the link is
+    /// not followed. Always 1.
+    int setText(sstring const& text, sstring const& directory) override;
+    /// The same, and follows the link if there is a widget. The node may be gone afterwards.
     int setText(sstring const& text);
     /// What the field holds now.
     sstring getText() override;
@@ -64,6 +66,8 @@ private:
     void createLineEdit();
     void createMultiEdit();
     void destroyWidgets();
+    bool changeText(sstring const& text);
+    void showText();
 
     fieldShape m_shape;
     guiWidgetLineEdit* m_lineEdit = nullptr;   // owned, for one row

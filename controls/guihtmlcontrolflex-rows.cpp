@@ -192,7 +192,7 @@ void guiHtmlControlFlex::setItemSelected(sstring const& value, int on)
 {
     assertOnGuiThread();
     guiHtmlControlFlexEntry* entry = findItem(value);
-    if (!entry)
+    if (!entry || (on > 0 && !isItemEnabled(value)))
         return;
     if (entry->item) {
         selectRow(entry->item, on > 0);

@@ -92,6 +92,7 @@ public:
     int isItemEnabled(sstring const& value);
     int isItemExpanded(sstring const& value);
     void setItemChecked(sstring const& value, int on);
+    /// A disabled row is not selected.
     void setItemSelected(sstring const& value, int on);
     void setItemEnabled(sstring const& value, int on);
     void setItemExpanded(sstring const& value, int on);

@@ -1,6 +1,7 @@
 // controls/guihtmlcontrolmenu.cpp: see guihtmlcontrolmenu.h.
 #include "controls/guihtmlcontrolmenu.h"
 
+#include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
 #include "controls/guiwidgetmenubar.h"
 #include "controls/guiwidgetpopupmenu.h"
@@ -203,6 +204,20 @@ guiHtmlControlMenuItem* guiHtmlControlMenu::findItem(istring const& name, guiHtm
     return nullptr;
 }
 
+namespace {
+
+bool isOn(guiHtmlControlMenuItem const& item) { return item.action ? item.action->isEnabled() : item.enabled != 0; }
+
+/// Whether the item is among these or below them and neither it nor a menu that it lies in is disabled.
+bool canBeChosen(guiHtmlControlMenu::menuItems const& items, guiHtmlControlMenuItem const* item)
+{
+    return std::any_of(items.begin(), items.end(), [&](auto const& each) {
+        return isOn(*each) && (each.get() == item || canBeChosen(each->children, item));
+    });
+}
+
+} // namespace
+
 int guiHtmlControlMenu::isItemChecked(sstring const& name)
 {
     guiHtmlControlMenuItem const* item = findItem(name);
@@ -214,9 +229,7 @@ int guiHtmlControlMenu::isItemChecked(sstring const& name)
 int guiHtmlControlMenu::isItemEnabled(sstring const& name)
 {
     guiHtmlControlMenuItem const* item = findItem(name);
-    if (!item)
-        return 0;
-    return item->action ? item->action->isEnabled() : item->enabled;
+    return item && isOn(*item);
 }
 
 void guiHtmlControlMenu::setItemChecked(sstring const& name, int on)
@@ -259,12 +272,15 @@ void guiHtmlControlMenu::setItemText(sstring const& name, sstring const& text)
 void guiHtmlControlMenu::activate(guiHtmlControlMenuItem const* item)
 {
     assertOnGuiThread();
-    guiPageRoot* base = item && !item->isSeparator() ? getBaseHtml() : nullptr;
+    guiPageRoot* base = item && !item->isSeparator() && canBeChosen(m_items, item) ? getBaseHtml() : nullptr;
     if (!base)
         return;
     sstring const address = sformat("event://%s/", "eMenu") + item->name;
     guiNodeWatch root(base);
+    guiNodeWatch self(this);
     ScriptObject* object = getCustomObject(); // may run script
+    if (self.alive())
+        guiControlHost::current().noteChoice(this); // the event is the window's
     if (root.alive())
         base->onEvent(address, object);
 }

@@ -71,8 +71,9 @@ public:
     void setItemChecked(sstring const& name, int on);
     void setItemEnabled(sstring const& name, int on);
     void setItemText(sstring const& name, sstring const& text);
-    /// As if the user had chosen the item: the page event "eMenu" with its name. Does nothing for a separator, or when
-    /// there is no item of this name.
+    /// As if the user had chosen the item: the page event "eMenu" with its name. Does nothing for what the user can not
+    /// choose, a separator or an item that is disabled or lies in a disabled one, or when there is no item of this
+    /// name.
     void activateItem(sstring name);
     /// The user chose the item that has this id while the menu bar exists.
     virtual void activateItem(int id);

@@ -15,6 +15,14 @@ guiWidgetLineEdit::guiWidgetLineEdit(QWidget* parent) : QLineEdit(parent)
     connect(this, &QLineEdit::textChanged, this, &guiWidgetLineEdit::onChange);
 }
 
+void guiWidgetLineEdit::replaceText(QString const& text)
+{
+    int const cursor = cursorPosition();
+    selectAll();
+    insert(text);
+    setCursorPosition(cursor); // which the toolkit limits
+}
+
 void guiWidgetLineEdit::onChange(QString const& text)
 {
     guiEventScope scope;

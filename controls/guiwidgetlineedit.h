@@ -13,6 +13,9 @@ class guiWidgetLineEdit : public QLineEdit
 public:
     explicit guiWidgetLineEdit(QWidget* parent = nullptr);
 
+    /// Changes the text in one step that can be undone; the cursor stays where it is, as far as the text reaches.
+    void replaceText(QString const& text);
+
     guiHtmlControlEdit* owner = nullptr; ///< not owned; null until the node binds it
 
 public slots:

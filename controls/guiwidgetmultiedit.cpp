@@ -7,21 +7,38 @@
 
 #include <QEvent>
 #include <QStyle>
+#include <QTextCursor>
+#include <algorithm>
+#include <utility>
 
 guiWidgetMultiEdit::guiWidgetMultiEdit(QWidget* parent) : QPlainTextEdit(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_NoSystemBackground);
+    setTabChangesFocus(true);
     setLineWrapMode(QPlainTextEdit::WidgetWidth);
     setWordWrapMode(QTextOption::WordWrap);
     connect(this, &QPlainTextEdit::textChanged, this, &guiWidgetMultiEdit::onChange);
 }
 
+void guiWidgetMultiEdit::replaceText(QString const& text)
+{
+    int const at = textCursor().position();
+    QTextCursor all(document());
+    all.select(QTextCursor::Document);
+    all.insertText(text);
+    QTextCursor cursor(document());
+    cursor.setPosition(std::min(at, document()->characterCount() - 1));
+    setTextCursor(cursor);
+}
+
+/// The toolkit reports what an input method shows as well, while the text is the same.
 void guiWidgetMultiEdit::onChange()
 {
     guiEventScope scope;
-    if (owner)
-        owner->onChange(qtoss(toPlainText()));
+    QString const text = toPlainText();
+    if (std::exchange(m_lastText, text) != text && owner)
+        owner->onChange(qtoss(text));
 }
 
 /// A scroll bar that leaves no width for the text makes the editor discard how its lines wrap, which removes the bar,

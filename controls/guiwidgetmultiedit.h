@@ -5,14 +5,17 @@
 
 class guiHtmlControlEdit;
 
-/// Wraps between words at its own width. It handles all keys itself. When it is too narrow for text beside a scroll
-/// bar, it has no scroll bar. GUI thread.
+/// Wraps between words at its own width. Tab and Shift+Tab leave it; it handles all other keys itself. When it is too
+/// narrow for text beside a scroll bar, it has no scroll bar. GUI thread.
 class guiWidgetMultiEdit : public QPlainTextEdit
 {
     Q_OBJECT
 
 public:
     explicit guiWidgetMultiEdit(QWidget* parent = nullptr);
+
+    /// Changes the text in one step that can be undone; the cursor stays where it is, as far as the text reaches.
+    void replaceText(QString const& text);
 
     guiHtmlControlEdit* owner = nullptr; ///< not owned; null until the node binds it
 
@@ -21,4 +24,7 @@ public slots:
 
 protected:
     bool event(QEvent* event) override;
+
+private:
+    QString m_lastText; // when it was last reported that it may have changed
 };

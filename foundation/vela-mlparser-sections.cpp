@@ -96,8 +96,18 @@ void mlParser::parseTag(mlTagType type)
     section->m_tag.name = name;
     m_newestTag = section;
     parseAttributes(section);
-    if (type == kTagOrdinary && m_tokens.type() != kTokenCloseEmpty && !section->isNamed("br"))
-        openSection(section);
+    if (type != kTagOrdinary || m_tokens.type() == kTokenCloseEmpty || section->isNamed("br"))
+        return;
+    openSection(section);
+    if (m_keptName && section->isNamed(m_keptName))
+        parseKeptContent();
+}
+
+void mlParser::parseKeptContent()
+{
+    m_tokens.readUntilClosed(m_keptName);
+    if (m_tokens.length() != 0)
+        addText(false);
 }
 
 /// Reads the attributes and the token that ends the tag. Attributes read before an error are kept.

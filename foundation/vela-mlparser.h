@@ -27,6 +27,10 @@ public:
     mlParser(mlParser const&) = delete;
     mlParser& operator=(mlParser const&) = delete;
 
+    /// From now on what stands in an ordinary tag of that name is one text, kept as it is written but for character
+    /// references, up to the closing tag or the end. A literal of at most 16 small letters.
+    void keepContentOf(char const* name) { m_keptName = name; }
+
     /// The outermost section with that index, which exists as soon as its tag has been read; null after the last.
     mlSection* getSection(unsigned int index);
     /// Parses everything, including long texts, and detaches from the stream, which may then be destroyed before the
@@ -98,6 +102,7 @@ private:
     void parseClose();
     void parseCData();
     void addText(bool isCData);
+    void parseKeptContent();
     bool parseUntilChild(mlSection const* section, unsigned int index);
     void readFullText(mlSection* section);
     void readLongTexts();
@@ -115,6 +120,7 @@ private:
     velaArray<Place> m_pushedPlaces;      // what the tokenizer adds to each pushed position of the stream
     unsigned int m_readers = 0;           // calls of reopen() not yet closed
     bool m_isIncremental = false;         // ends with the element that it was made for
+    char const* m_keptName = nullptr;     // of the tags whose content is kept as it is written
     bool m_keepsLongTexts = false;        // fullParse(): the stream will not be there to read them later
     bool m_hasFailed = false;             // after a syntax error only an explicit call continues
     mlSection* m_newestTag = nullptr;     // the last tag parsed, for findSection()

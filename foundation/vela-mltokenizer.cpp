@@ -309,6 +309,40 @@ void mlTokenizer::readRun(unsigned long flags, bool isLimited)
     decode(flags);
 }
 
+/// Whether "</", the name in letters of any case and something that ends a name come next.
+bool mlTokenizer::isClosingTagHere(std::string_view name)
+{
+    assert(name.size() + 3 <= kLookAheadUnits);
+    syncStream();
+    unsigned short ahead[kLookAheadUnits + 1];
+    unsigned int const count = m_stream->peek(ahead, kLookAheadUnits);
+    refill();
+    unsigned int const end = static_cast<unsigned int>(name.size()) + 2;
+    if (count < end || ahead[0] != '<' || ahead[1] != '/')
+        return false;
+    auto isSame = [](unsigned short unit, char letter) { return unit < 128 && (unit | 0x20) == letter; };
+    bool const isNamed = std::equal(ahead + 2, ahead + end, name.begin(), isSame);
+    return isNamed && (count == end || ahead[end] == '>' || ahead[end] == '/' || isSpace(ahead[end]));
+}
+
+void mlTokenizer::readUntilClosed(std::string_view name)
+{
+    m_buffer.clear();
+    m_tokenType = kTokenText;
+    m_isTruncated = m_isUnquotedText = m_hasReference = m_hasPendingSpace = m_hasLeadingSpace = false;
+    m_firstLine = m_currentLine;
+    while (hasUnit()) {
+        if (*m_at == '<' && isClosingTagHere(name))
+            break;
+        unsigned short const* const p = std::find(m_at + 1, m_end, '<');
+        m_currentLine += static_cast<unsigned int>(std::count(m_at, p, '\n'));
+        m_hasReference |= std::find(m_at, p, '&') != p;
+        append(m_at, p, false, false);
+        m_at = p;
+    }
+    decode(kContextContent);
+}
+
 /// A text that was cut is read once more when its end is asked for, and speaks then of what is unknown in it.
 void mlTokenizer::decode(unsigned long flags)
 {

@@ -7,6 +7,7 @@
 #include "foundation/vela-textstream.h"
 
 #include <string>
+#include <string_view>
 
 /// A character reference that nobody knows, without "&" and ";", and the line on which its text begins.
 struct mlUnknownReference
@@ -26,6 +27,9 @@ public:
     mlTokenType next(unsigned long flags, bool isLimited);
     /// The same, skipping comments. White space before a comment counts as leading space of the next token.
     mlTokenType nextSkippingComments(unsigned long flags, bool isLimited);
+    /// Reads all that stands before the closing tag of that name, small letters, or before the end, as one text. White
+    /// space is kept, character references are decoded, and nothing else means anything.
+    void readUntilClosed(std::string_view name);
     /// The type of the token at the current position, or -1 if there is none.
     int tokenAhead(unsigned long flags);
 
@@ -68,6 +72,7 @@ private:
     bool skipSpace();
     int matchHere(unsigned long flags);
     int matchAcross(unsigned long flags);
+    bool isClosingTagHere(std::string_view name);
     void consume(unsigned int count);
     void readQuoted(unsigned long flags);
     void readRun(unsigned long flags, bool isLimited);

@@ -1,6 +1,7 @@
-// page/guihtml-link.cpp: follows links. A link that begins with "event://" calls a script handler, any other loads a
-// file into a node. A handler may replace the page or close the window, so after the call the node is used only if it
-// is still alive.
+// page/guihtml-link.cpp: follows links. A link that begins with "event://" calls a script handler, an address of the
+// web or of mail is opened outside of the window, any other link loads a file into a node. A handler may replace the
+// page or close the window, so after the call the node is used only if it is still alive.
+#include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "page/guilinkname.h"
@@ -52,6 +53,23 @@ guiHtml* findTarget(guiHtml* node, sstring const& target)
     return target.getLength() != 0 && target != "_self" ? root->getNamed(target) : nullptr;
 }
 
+bool callsHandler(sstring const& link) { return link.find(sstring(kEventPrefix)) != sstring::npos; }
+
+/// Loads the page or picture that the link names into its target.
+int loadLink(guiHtml* node, sstring const& link, sstring const& target)
+{
+    bool isOwn = node->getType() == guiHtml::kTypeImage && (target.getLength() == 0 || target == "_self");
+    guiHtml* into = isOwn ? node : findTarget(node, target);
+    if (!into)
+        into = frameOf(node);
+    sstring file;
+    sstring bookmark;
+    guiSplitBookmark(link, file, bookmark);
+    if (file.getLength() != 0)
+        file = guiFullName(node, file);
+    return into->loadFile(bookmark.getLength() != 0 ? file + "#" + bookmark : file);
+}
+
 } // namespace
 
 int guiHtml::onEvent(sstring name, ScriptObject* object)
@@ -61,7 +79,8 @@ int guiHtml::onEvent(sstring name, ScriptObject* object)
     ScriptObject* page = guiPageObjectOf(this);
     if (onHyperlink(name, object))
         return 1;
-    return object && object != page && self.alive() ? onHyperlink(name, nullptr) : 0;
+    bool const hasOther = object && object != page && callsHandler(guiDecodePercent(name));
+    return hasOther && self.alive() ? onHyperlink(name, nullptr) : 0;
 }
 
 int guiHtml::onHyperlink(sstring link, ScriptObject* object)
@@ -69,9 +88,11 @@ int guiHtml::onHyperlink(sstring link, ScriptObject* object)
     assertOnGuiThread();
     sstring target;
     sstring rest;
+    guiSplitTarget(link, target, rest);
+    if (guiKindOfLink(rest) == guiLinkKind::kOutside) // whose percent codes are not ours to decode
+        return onHyperlinkFile(rest, target);
     guiSplitTarget(guiDecodePercent(link), target, rest);
-    return rest.find(sstring(kEventPrefix)) != sstring::npos ? onHyperlinkAction(rest, target, object)
-                                                             : onHyperlinkFile(rest, target);
+    return callsHandler(rest) ? onHyperlinkAction(rest, target, object) : onHyperlinkFile(rest, target);
 }
 
 int guiHtml::onHyperlinkAction(sstring& link, sstring& target, ScriptObject* object)
@@ -94,14 +115,14 @@ int guiHtml::onHyperlinkAction(sstring& link, sstring& target, ScriptObject* obj
 
 int guiHtml::onHyperlinkFile(sstring& link, sstring& target)
 {
-    bool isOwn = getType() == kTypeImage && (target.getLength() == 0 || target == "_self");
-    guiHtml* into = isOwn ? this : findTarget(this, target);
-    if (!into)
-        into = frameOf(this);
-    sstring file;
-    sstring bookmark;
-    guiSplitBookmark(link, file, bookmark);
-    if (file.getLength() != 0)
-        file = guiFullName(this, file);
-    return into->loadFile(bookmark.getLength() != 0 ? file + "#" + bookmark : file);
+    switch (guiKindOfLink(link)) {
+    case guiLinkKind::kPage:
+        return loadLink(this, link, target);
+    case guiLinkKind::kOutside:
+        return guiPageHost::current().openOutside(this, link);
+    case guiLinkKind::kUnknown:
+        break;
+    }
+    velaLog("guiHtml::onHyperlinkFile() - no page is opened by the scheme of %s\n", velaPrintable(link).c_str());
+    return 0;
 }

@@ -145,11 +145,36 @@ sstring linkCode(sstring const& link)
 
 } // namespace
 
+namespace {
+
+/// Whether the node stands in a line like a word does, though it is not part of a text.
+bool isObjectInLine(guiHtml* node)
+{
+    int const type = node->getType();
+    bool const isObject = type == guiHtml::kTypeControl || type == guiHtml::kTypeImage || type == guiHtml::kTypeCustom;
+    return isObject && node->isInLine();
+}
+
+/// Whether the child list ends in such a node, or in one with text behind it.
+bool endsBehindObject(guiHtml* parent, bool endsInText)
+{
+    unsigned const count = parent->getChildCount() - (endsInText ? 1 : 0);
+    guiHtml* const last = count != 0 ? parent->getChild(count - 1) : nullptr;
+    return last && guiChildList::isNode(last) && isObjectInLine(last);
+}
+
+} // namespace
+
+// Behind text alone a break is part of the run. A run of several lines beside a control would stand beside it as a
+// whole.
 void guiHtmlParser::pullFormattingTag(guiHtml* parent, mlSection* section)
 {
     formatting codes = readFormatting(section);
-    if (section->isNamed("br"))
+    if (section->isNamed("br")) {
         m_suppressSpace = true;
+        if (endsBehindObject(parent, getLastIfText(parent) != nullptr))
+            return appendLineBreak(parent);
+    }
     sstring const outerFont = m_fontCode;
     if (section->isNamed("font") && codes.font.getLength())
         m_fontCode = codes.font;

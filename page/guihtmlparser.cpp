@@ -105,6 +105,8 @@ guiHtmlParser::guiHtmlParser(mlParser* parser, sstring const& directory, sstring
     : m_parser(parser), m_directory(directory), m_mistakes(file), m_loadsBefore(guiHtml::pendingLoadCount())
 {
     assertOnGuiThread();
+    if (parser)
+        parser->keepContentOf("textarea");
 }
 
 guiHtmlParser::~guiHtmlParser() = default;

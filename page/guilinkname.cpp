@@ -1,6 +1,7 @@
 // page/guilinkname.cpp: see guilinkname.h.
 #include "page/guilinkname.h"
 
+#include "foundation/vela-qt.h"
 #include "page/guifiletype.h"
 #include "page/guihtml.h"
 #include "page/guipagehost.h"
@@ -34,6 +35,20 @@ bool isScheme(sstring const& text)
     auto isLetter = [](unsigned short unit) { return (unit | 0x20u) >= 'a' && (unit | 0x20u) <= 'z'; };
     unsigned short const* units = text.getUnicode();
     return text.getLength() != 0 && std::all_of(units, units + text.getLength(), isLetter);
+}
+
+/// What stands before the first colon, in small letters, if it can be the scheme of an address; else "".
+QString schemeOf(sstring const& link)
+{
+    QStringView const text = sstoview(link);
+    QStringView const scheme = text.left(std::max<qsizetype>(text.indexOf(u':'), 0));
+    auto isLetter = [](QChar unit) { return unit.unicode() < 128 && unit.isLetter(); };
+    auto belongs = [&](QChar unit) {
+        return isLetter(unit) || (unit >= u'0' && unit <= u'9') || QStringView(u"+-.").contains(unit);
+    };
+    bool const isScheme =
+        !scheme.isEmpty() && isLetter(scheme[0]) && std::all_of(scheme.begin(), scheme.end(), belongs);
+    return isScheme ? scheme.toString().toLower() : QString();
 }
 
 } // namespace
@@ -74,6 +89,15 @@ bool guiIsFullName(sstring const& file)
         return true;
     unsigned colon = file.find(sstring("://"));
     return colon != sstring::npos && isScheme(file.subString(0, colon));
+}
+
+guiLinkKind guiKindOfLink(sstring const& link)
+{
+    QString const scheme = schemeOf(link);
+    if (scheme.isEmpty() || scheme == u"file" || scheme == u"vfs" || scheme == u"event")
+        return guiLinkKind::kPage;
+    bool const isOutside = scheme == u"http" || scheme == u"https" || scheme == u"mailto";
+    return isOutside ? guiLinkKind::kOutside : guiLinkKind::kUnknown;
 }
 
 sstring guiDirectoryOf(sstring const& file)

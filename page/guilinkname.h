@@ -21,6 +21,17 @@ void guiSplitBookmark(sstring const& link, sstring& file, sstring& bookmark);
 /// Whether the name needs no directory: it begins with "/" or with a scheme such as "vfs://".
 bool guiIsFullName(sstring const& file);
 
+/// What a link leads to, going by its scheme.
+enum class guiLinkKind
+{
+    kPage,    ///< a file, or a name that the host knows
+    kOutside, ///< an address of the web or of mail
+    kUnknown, ///< a scheme that nobody here knows
+};
+
+/// A name with a colon in its first folder, such as "a:b", has a scheme; "./a:b" has none.
+guiLinkKind guiKindOfLink(sstring const& link);
+
 /// Directory part of a file name, with the slash; "" when it has none.
 sstring guiDirectoryOf(sstring const& file);
 

@@ -16,6 +16,7 @@ guiPageHost& defaultHost()
 } // namespace
 
 int guiPageHost::callHandler(guiHtml*, ScriptObject*, sstring const&, sstring&) { return 0; }
+int guiPageHost::openOutside(guiHtml*, sstring const&) { return 0; }
 ScriptObject* guiPageHost::buildCustomObject(guiHtml*) { return nullptr; }
 void guiPageHost::unbindObject(ScriptObject*, guiHtml*) {}
 void guiPageHost::postTrigger(guiHtml*) {}

@@ -22,6 +22,9 @@ public:
     /// Calls the handler that `event` names ("onPick/3/red": the method `onPick`) on `target` and waits for it. 0 when
     /// `target` has no such method; else 1 and, in `reply`, the string that it returned, "" for anything else.
     virtual int callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply);
+    /// Opens an address that is no page of the program's ("https:", "mailto:"): the window's handler `eLink` is called
+    /// with it, or without one the desktop opens it. 0, with a log line, when neither could. Runs script.
+    virtual int openOutside(guiHtml* node, sstring const& address);
     /// Makes the script object that stands for the node, which then holds a reference to it; null on failure. Runs
     /// script. Script thread too.
     virtual ScriptObject* buildCustomObject(guiHtml* node);

@@ -138,23 +138,29 @@ bool isElementEvent(sstring const& name)
 }
 
 /// `isHandler`: user input is blocked meanwhile, and the values of the page's controls travel.
-void callEvent(guiHtml* node, ScriptObject* target, sstring const& name, ScriptObject* source, ScriptValue* result,
-               bool isHandler)
+void callMethod(guiHtml* node, ScriptObject* target, sstring const& method, ScriptArgs* args, ScriptValue* result,
+                bool isHandler)
 {
-    assert(target);
     inputBlock const block(isHandler);
-    ScriptEngine* engine = target->getEngine();
-    guiOwnedArgs args(pGUI->getPlatform()->createArgs(engine));
-    sstring method = buildArguments(engine, name, source, *args);
     guiHtmlBase* root = node ? guiHtmlBase::of(node) : nullptr;
     std::optional<guiPageInCall> alive;
     if (root)
         alive.emplace(*root);
     if (isHandler)
         carryFormValues(root, guiFormCarry::kToScript);
-    callAndWait(target, target, method, args.get(), result);
+    callAndWait(target, target, method, args, result);
     if (isHandler)
         carryFormValues(root, guiFormCarry::kToControls);
+}
+
+void callEvent(guiHtml* node, ScriptObject* target, sstring const& name, ScriptObject* source, ScriptValue* result,
+               bool isHandler)
+{
+    assert(target);
+    ScriptEngine* engine = target->getEngine();
+    guiOwnedArgs args(pGUI->getPlatform()->createArgs(engine));
+    sstring const method = buildArguments(engine, name, source, *args);
+    callMethod(node, target, method, args.get(), result, isHandler);
 }
 
 } // namespace
@@ -169,6 +175,20 @@ sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name,
     guiOwnedValue result = guiNewValue();
     guiCallback_CallEvent(node, target, name, source, result.get());
     return textOf(*result);
+}
+
+void guiCallback_CallLink(guiHtml* node, ScriptObject* target, sstring const& name, sstring const& address)
+{
+    assert(target);
+    HostPlatform* platform = pGUI->getPlatform();
+    guiOwnedArgs args(platform->createArgs(target->getEngine()));
+    guiOwnedValue value(platform->createValue(target->getEngine()));
+    value->setObject(pGUI->getSession());
+    args->append(value.get());
+    value->setString(address);
+    args->append(value.get());
+    value->setNull();
+    callMethod(node, target, name, args.get(), value.get(), true);
 }
 
 sstring guiCallback_CallFilter(ScriptObject* owner, ScriptValue* function, ScriptObject* window, sstring const& text)

@@ -39,6 +39,10 @@ void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, Sc
 /// The same; the result as text if it is a string, else "".
 sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source);
 
+/// Calls the method `name` of `target` with the session and an address, which is one argument whatever it holds, and
+/// waits for it; its result is of no use. User input is blocked meanwhile. Any thread. The node may be gone afterwards.
+void guiCallback_CallLink(guiHtml* node, ScriptObject* target, sstring const& name, sstring const& address);
+
 /// Calls a filter function on the script thread, as a method of `owner` (null: of the function itself), with the window
 /// and the text of a page, and waits for it. Gives its result if that is a string, else "". User input is blocked
 /// meanwhile. Any thread.

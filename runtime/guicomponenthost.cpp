@@ -3,6 +3,8 @@
 
 #include "controls/guiimagec.h"
 #include "foundation/vela-error.h"
+#include "foundation/vela-log.h"
+#include "foundation/vela-qt.h"
 #include "foundation/vela-textstream.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
@@ -13,6 +15,8 @@
 #include "runtime/guiscriptwork.h"
 #include "runtime/guithread.h"
 
+#include <QDesktopServices>
+#include <QUrl>
 #include <cassert>
 #include <memory>
 
@@ -20,10 +24,10 @@ namespace {
 
 constexpr unsigned kPathUnits = 1024; // 16-bit units of room, in which the host writes the full name
 
-/// Whether the event is a user's choice of a control, which script finds as the session's current control.
+/// Whether the event is a user's choice in a control, which script finds as the session's current control.
 bool isChoice(guiHtml* node, sstring const& event)
 {
-    return node->getType() == guiHtml::kTypeControl && node->hasString(kStringName) && guiCallback_ShouldDisable(event);
+    return node->getType() == guiHtml::kTypeControl && guiCallback_ShouldDisable(event);
 }
 
 } // namespace
@@ -35,10 +39,27 @@ int guiComponentHost::callHandler(guiHtml* node, ScriptObject* target, sstring c
     assert(node && target);
     if (!target->hasMethod(guiCallback_StripEventName(event)))
         return 0;
-    if (guiHtmlBase* root = guiHtmlBase::of(node); root && isChoice(node, event))
-        chooseControl(root->getPagePrivate(), node->getName());
+    if (isChoice(node, event))
+        noteChoice(node);
     reply = guiCallback_CallEvent(node, target, event, pGUI->getSession());
     return 1;
+}
+
+int guiComponentHost::openOutside(guiHtml* node, sstring const& address)
+{
+    assertOnGuiThread();
+    static sstring const& eLink = *new sstring("eLink"); // never destroyed: links are followed while the process exits
+    ScriptObject* page = guiPageObjectOf(node);
+    if (page && page->hasMethod(eLink)) {
+        if (isChoice(node, eLink))
+            noteChoice(node);
+        guiCallback_CallLink(node, page, eLink, address);
+        return 1;
+    }
+    if (QDesktopServices::openUrl(QUrl(sstoq(address))))
+        return 1;
+    velaLog("guiComponentHost::openOutside() - the desktop can not open %s\n", velaPrintable(address).c_str());
+    return 0;
 }
 
 ScriptObject* guiComponentHost::buildCustomObject(guiHtml* node)
@@ -158,6 +179,12 @@ void guiComponentHost::enableMM()
 void guiComponentHost::wakeWaiters() { guiCallback_postNullEvent(); }
 
 // ---- Windows ----
+
+void guiComponentHost::noteChoice(guiHtml* control)
+{
+    if (guiHtmlBase* root = guiHtmlBase::of(control))
+        chooseControl(root->getPagePrivate(), control->getName());
+}
 
 void guiComponentHost::onClose(guiWidget* window, guiHtml* root)
 {

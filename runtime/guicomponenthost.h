@@ -10,6 +10,7 @@ class guiComponentHost : public guiControlHost
 {
 public:
     int callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply) override;
+    int openOutside(guiHtml* node, sstring const& address) override;
     ScriptObject* buildCustomObject(guiHtml* node) override;
     void unbindObject(ScriptObject* object, guiHtml* node) override;
     void postTrigger(guiHtml* node) override;
@@ -30,6 +31,8 @@ public:
     void enableMM() override;
     void wakeWaiters() override;
 
+    void noteChoice(guiHtml* control) override;
+
     void onClose(guiWidget* window, guiHtml* root) override;
     void onVisible(guiWidget* window, bool isVisible) override;
     void setCurrentWindow(guiWidget* window) override;
@@ -44,7 +47,7 @@ public:
     HostLoadFile* loadFile() override;
 
 protected:
-    /// The user has used the control of this name, so it becomes the session's current control. `window` is the private
-    /// slot of the window's script object. GUI thread.
+    /// The user has used the control of this name, so it becomes the session's current control; "" when it has none,
+    /// then there is no current control. `window` is the private slot of the window's script object. GUI thread.
     virtual void chooseControl(ScriptPrivate* window, sstring const& name) = 0;
 };

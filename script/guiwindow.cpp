@@ -269,12 +269,24 @@ void SetCurrentControl(ScriptPrivate* data, sstring& name)
     guiControl_setPrivateName(record->control->getPrivate(), name);
 }
 
+namespace {
+
+void clearCurrentControl()
+{
+    if (ScriptObject* session = pGUI->getSession())
+        session->setProperty("currentControl", guiNewValue().get());
+}
+
+} // namespace
+
 void guiWindow_chooseControl(ScriptPrivate* data, sstring name)
 {
     assertOnGuiThread();
     guiWindowData* record = guiWindow_getData(data);
     if (!record)
         return;
+    if (name.getLength() == 0)
+        return clearCurrentControl();
     if (!record->control) {
         record->control = CreateControlObject(record->window);
         if (!record->control)

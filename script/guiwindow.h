@@ -37,8 +37,8 @@ guiHtml* GetControl(void* record, sstring& name);
 /// Names the record's control object `name` and publishes it as session property "currentControl"; does nothing when
 /// the record has none. Any thread.
 void SetCurrentControl(ScriptPrivate* data, sstring& name);
-/// The user has used the control of this name: it becomes the current one. Makes the record's control object when there
-/// is none. GUI thread.
+/// The user has used the control of this name: it becomes the current one; without a name there is none. Makes the
+/// record's control object when it is missing. GUI thread.
 void guiWindow_chooseControl(ScriptPrivate* data, sstring name);
 
 /// Opens the window; 0 without a page. Script thread.

@@ -110,6 +110,11 @@ export class GuiWindow {
 
     /** Called when `show()` or `showAsync()` has opened the window. */
     ePostOpen?(session: Session): unknown;
+    /**
+     * Called when the user follows a link to `http:`, `https:` or `mailto:`, with the address as the page has it. Without this
+     * method the desktop opens the address. What it returns does not matter.
+     */
+    eLink?(session: Session, url: string): unknown;
 }
 
 /** What elements of a page have in common: controls, and the instances of custom elements. */
@@ -189,6 +194,7 @@ export interface FlexListControl extends GuiControl {
     uncheckItem(value: string): null;
 
     isItemSelected(value: string): boolean;
+    /** Selects the row, or as said. A disabled row is not selected. */
     selectItem(value: string, on?: boolean | number): null;
     unselectItem(value: string): null;
 
@@ -229,7 +235,7 @@ export interface MenuControl extends GuiControl {
     enableItem(name: string, on?: boolean | number): null;
     disableItem(name: string): null;
     setItemText(name: string, text: string): null;
-    /** Does what choosing the item does: calls `eMenu(session, name)`. */
+    /** Does what choosing the item does: calls `eMenu(session, name)`. Nothing for an item that is disabled, or in a disabled one. */
     activateItem(name: string): null;
 }
 

@@ -70,6 +70,23 @@ TEST(BlockObjects, AreTablesImagesObjectsAndUnknownTags)
     EXPECT_EQ(markerBehind("<table></table>"), "break");
     EXPECT_EQ(markerBehind("<img>"), "break");
 }
+TEST(LineBreaks, BehindAControlAPictureOrACustomElementStartALine)
+{
+    EXPECT_EQ(outlineOf("<input type=text><br>b"), "control1 BR 'b'");
+    EXPECT_EQ(outlineOf("a<input type=text> c<br> d<br>e"), "'a' control1 'c' BR 'd[[br]]e'") << "one for the line";
+    EXPECT_EQ(outlineOf("<input type=image><br><br>b"), "image BR '[[br]]b'") << "the second one leaves a line free";
+    EXPECT_EQ(outlineOf("<object classid=Clock></object>x<br/>"), "custom 'x' BR");
+    EXPECT_EQ(outlineOf("<a href=x><input type=image><br>b</a>"), "image BR '[[a x]]b[[/a]]'");
+    EXPECT_EQ(outlineOf("<input type=text><p>a<br>b"), "control1 P 'a[[br]]b' P") << "in another line";
+}
+TEST(LineBreaks, BehindTextCellsAndMenusAreThoseOfText)
+{
+    EXPECT_EQ(outlineOf("a<br>b<input type=text>"), "'a[[br]]b' control1");
+    EXPECT_EQ(outlineOf("<td>a</td>b<br>c"), "html{'a'} 'b[[br]]c'");
+    EXPECT_EQ(outlineOf("<object classid=menu></object><br>a"), "control5 '[[br]]a'");
+    EXPECT_EQ(outlineOf("<br>a"), "'[[br]]a'");
+    EXPECT_EQ(outlineOf("<img><br>a"), "image BR '[[br]]a'") << "a picture is a line of its own";
+}
 TEST(BlockObjects, CountOnlyAtTheirOwnLevel)
 {
     EXPECT_EQ(outlineOf("<dl><img></dl><table></table>"), "image P html BR");

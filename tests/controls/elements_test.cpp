@@ -99,8 +99,18 @@ TEST(Inputs, TextAreasTakeTheirTextFromTheContent)
     aControl<guiHtmlControlEdit> area("<textarea cols=30 rows=5 name=t>one  two<b> three</b></textarea>");
     EXPECT_EQ(area->getShape().size, 30);
     EXPECT_EQ(area->getShape().rows, 5);
-    EXPECT_EQ(utf8(area->getText()), "one two three");
+    EXPECT_EQ(utf8(area->getText()), "one  two<b> three</b>");
     EXPECT_EQ(outline(area.page.root.get()), "control1");
+}
+TEST(Inputs, TextAreasKeepTheLinesOfTheirText)
+{
+    auto textOf = [](char const* markup) { return std::string(utf8(aControl<guiHtmlControlEdit>(markup)->getText())); };
+    EXPECT_EQ(textOf("<textarea>one\n  two\n\nthree\n</textarea>"), "one\n  two\n\nthree\n");
+    EXPECT_EQ(textOf("<textarea>\none</textarea>"), "one");
+    EXPECT_EQ(textOf("<textarea>\r\n\r\none\rtwo</textarea>"), "\none\ntwo");
+    EXPECT_EQ(textOf("<textarea> \"a\" &lt;b&gt; &amp;amp; </textarea>"), " \"a\" <b> &amp; ");
+    EXPECT_EQ(textOf("<textarea>a < b</b> <!-- c --></TextArea >"), "a < b</b> <!-- c -->");
+    EXPECT_EQ(textOf("<textarea rows=1>one\ntwo</textarea>"), "one two");
 }
 TEST(Inputs, TextAreaCountsOfZeroAreTheDefaults)
 {

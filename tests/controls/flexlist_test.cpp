@@ -207,6 +207,23 @@ TEST(FlexRows, UnderADisabledOneAreNotDisabledThemselves)
     EXPECT_FALSE(page.flex().findItem("a")->item->isDisabled());
 }
 
+TEST(FlexRows, ThatAreDisabledAreSelectedByNobody)
+{
+    Flex page;
+    for (int round = 0; round < 2; ++round) { // with the widget and without
+        page.flex().setItemSelected("d", 1);
+        EXPECT_EQ(page.flex().isItemSelected("d"), 0) << round;
+        EXPECT_EQ(page.flex().isItemSelected("c"), 1) << round << ": the selection stays";
+        page.flex().destroyChildWidget();
+    }
+    page.flex().setItemEnabled("d", 1);
+    page.flex().setItemSelected("d", 1);
+    EXPECT_EQ(page.flex().isItemSelected("d"), 1);
+    page.flex().setItemEnabled("d", 0);
+    page.flex().setItemSelected("d", 0);
+    EXPECT_EQ(page.flex().isItemSelected("d"), 0);
+}
+
 TEST(FlexRows, WithoutRowsUnderThemAreExpandedAsWasSet)
 {
     Flex page;

@@ -12,6 +12,8 @@
 #include "controls/guiwidgetradiobutton.h"
 #include "tests/controls/shownpage.h"
 
+#include <QInputMethodEvent>
+
 namespace {
 
 QWidget* clipperOf(QWidget* widget)
@@ -262,6 +264,96 @@ TEST(ControlText, OfAFieldIsSetInTheWidgetThatStands)
     EXPECT_EQ(page.widget<guiWidgetMultiEdit>("a")->toPlainText(), "two\nlines");
     page.widget<guiWidgetMultiEdit>("a")->setPlainText("typed");
     EXPECT_EQ(textOf(page.control<guiHtmlControlEdit>("a").getText()), "typed");
+}
+
+TEST(ControlText, OfAFieldKeepsTheCursorAndWhatCanBeUndone)
+{
+    ShownPage page("<input type=text name=t value=first>");
+    auto* field = page.widget<guiWidgetLineEdit>("t");
+    field->setCursorPosition(3);
+    field->insert("XY");
+    for (char const* text : {"a longer text", "abc", "abc"}) {
+        EXPECT_EQ(page.node("t")->setText(sstring(text), sstring()), 1);
+        ASSERT_EQ(page.node("t")->getChildWidget(), field) << "which keeps the focus, too";
+        EXPECT_EQ(field->text(), text);
+        EXPECT_EQ(field->cursorPosition(), std::min(5, static_cast<int>(field->text().size())));
+        EXPECT_FALSE(field->hasSelectedText());
+    }
+    for (char const* before : {"a longer text", "firXYst", "first"}) {
+        field->undo();
+        EXPECT_EQ(field->text(), before);
+    }
+}
+
+TEST(ControlText, OfATextAreaKeepsTheCursorAndWhatCanBeUndone)
+{
+    ShownPage page("<textarea name=a>one\ntwo</textarea>");
+    auto* area = page.widget<guiWidgetMultiEdit>("a");
+    QTextCursor cursor = area->textCursor();
+    cursor.setPosition(5);
+    cursor.insertText("XY");
+    area->setTextCursor(cursor);
+    for (char const* text : {"a longer\ntext", "abc", "abc"}) {
+        EXPECT_EQ(page.node("a")->setText(sstring(text), sstring()), 1);
+        ASSERT_EQ(page.node("a")->getChildWidget(), area) << "which keeps the focus, too";
+        EXPECT_EQ(area->toPlainText(), text);
+        EXPECT_EQ(area->textCursor().position(), std::min(7, static_cast<int>(area->toPlainText().size())));
+        EXPECT_FALSE(area->textCursor().hasSelection());
+    }
+    for (char const* before : {"a longer\ntext", "one\ntXYwo", "one\ntwo"}) {
+        area->undo();
+        EXPECT_EQ(area->toPlainText(), before);
+    }
+}
+
+TEST(ControlText, OfAFieldFollowsTheLinkOnlyWhenTheFormSetsIt)
+{
+    using Edit = LinkWriter<guiHtmlControlEdit>;
+    PageWindow window;
+    for (int rows : {1, 3}) {
+        auto* edit = new Edit;
+        window.root.append(edit);
+        edit->init({kEditText, 20, 0, rows});
+        edit->setAction("event://c");
+        EXPECT_EQ(edit->setText(sstring("early")), 1);
+        window.root.updateLayout(1);
+        ASSERT_TRUE(edit->getChildWidget());
+        EXPECT_EQ(edit->setText(sstring("script"), sstring()), 1);
+        EXPECT_EQ(edit->links.size(), 0u);
+        EXPECT_EQ(edit->setText(sstring("form")), 1);
+        EXPECT_EQ(edit->setText(sstring("form")), 1);
+        EXPECT_EQ(edit->links.size(), 1u);
+    }
+}
+
+TEST(ControlText, OfATextAreaIsReportedOnlyWhenItDiffers)
+{
+    using Edit = LinkWriter<guiHtmlControlEdit>;
+    PageWindow window;
+    auto* edit = new Edit;
+    window.root.append(edit);
+    edit->initText("ab");
+    edit->init({kEditText, 20, 0, 3});
+    edit->setAction("event://c");
+    window.root.updateLayout(1);
+    QWidget* const area = edit->getChildWidget();
+    ASSERT_TRUE(area);
+    auto compose = [&](char const* shown, char const* typed) {
+        QInputMethodEvent step(shown, {});
+        step.setCommitString(typed);
+        QCoreApplication::sendEvent(area, &step);
+    };
+    compose("x", "");
+    compose("xy", "");
+    EXPECT_EQ(edit->links.size(), 0u) << "what is being composed is not in the text yet";
+    compose("", "z");
+    EXPECT_EQ(edit->links.size(), 1u);
+    EXPECT_EQ(textOf(edit->getText()), "zab");
+    compose("x", "");
+    compose("", "");
+    EXPECT_EQ(edit->links.size(), 1u) << "given up";
+    static_cast<guiWidgetMultiEdit*>(area)->setPlainText("zab");
+    EXPECT_EQ(edit->links.size(), 1u);
 }
 
 TEST(CheckedState, IsTheWidgetsWhileThereIsOne)

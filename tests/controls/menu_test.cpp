@@ -262,16 +262,27 @@ TEST(MenuItems, ThatAreSeparatorsAreBareLinesAndNeverChosen)
     EXPECT_FALSE(menu.findItem("file")->action->isSeparator());
 }
 
-TEST(MenuItems, AreChosenByScriptEvenWhenTheyAreDisabled)
+TEST(MenuItems, ThatAreDisabledAreChosenByNobody)
 {
     EventRoot root;
     root.createWidget(0);
     ASSERT_EQ(root.setText(kPage, ""), 1);
     auto& menu = dynamic_cast<guiHtmlControlMenu&>(*root.getNamed("m"));
     menu.activateItem(sstring("off"));
-    EXPECT_EQ(root.events, std::vector<std::string>{"event://eMenu/off"});
+    menu.activateItem(menu.findItem("off")->id);
     menu.findItem("off")->action->trigger(); // as the user, who can not
-    EXPECT_EQ(root.events.size(), 1u);
+    menu.setItemEnabled("file", 0);
+    menu.activateItem(sstring("open")); // lies in a menu that does not open
+    EXPECT_TRUE(root.events.empty());
+    menu.setItemEnabled("file", 1);
+    menu.setItemEnabled("off", 1);
+    menu.activateItem(sstring("open"));
+    menu.activateItem(sstring("off"));
+    EXPECT_EQ(root.events, (std::vector<std::string>{"event://eMenu/open", "event://eMenu/off"}));
+    root.destroyWidget();
+    menu.setItemEnabled("off", 0);
+    menu.activateItem(sstring("off")); // without a bar, too
+    EXPECT_EQ(root.events.size(), 2u);
 }
 
 TEST(MenuItems, MayEndTheirPageWhenTheyAreChosen)

@@ -51,6 +51,25 @@ TEST(Sections, NamesAreComparedWithoutCaseAndNothingElse)
     EXPECT_EQ(dumpOf("charset=utf-8<\xC5\xA1>a</a>b</\xC5\xA1>c"), "'charset=utf-8' <\xC5\xA1>['a' 'b'] 'c'");
 }
 
+TEST(Sections, ContentThatIsToBeKeptIsOneText)
+{
+    auto kept = [](std::string const& markup, bool isWhole = true) {
+        MemorySource source(markup);
+        mlParser parser(source.get());
+        parser.keepContentOf("area");
+        if (isWhole)
+            parser.fullParse();
+        return dump(parser);
+    };
+    EXPECT_EQ(kept("a <Area>\n b  <i>c\n&lt;</area> d"), "'a' <Area>['\n b  <i>c\n<'] ' d'");
+    EXPECT_EQ(kept("<area>'a' <!-- b --></areas></area\n>c"), "<area>[''a' <!-- b --></areas>'] 'c'");
+    EXPECT_EQ(kept("<area></area><area/>a<area>b"), "<area> <area> 'a' <area>['b']");
+    EXPECT_EQ(kept("<area>a<"), "<area>['a<']");
+    std::string const text(3000, '<'); // across chunks of the source, and longer than a text that is cut
+    for (bool isWhole : {true, false})
+        EXPECT_EQ(kept("<area>" + text + "</area>b", isWhole), "<area>['" + text + "'] 'b'");
+}
+
 TEST(Sections, CommentsVanish)
 {
     EXPECT_EQ(dumpOf("a<!-- <b>c</b> -->d"), "'a' 'd'");

@@ -296,6 +296,54 @@ TEST_F(Links, ATextRunFollowsItsLinkInsteadOfFiringThePressAndTellsNobodyOfMoves
     EXPECT_EQ(called.size(), 4u);
 }
 
+TEST_F(Links, AddressesOfTheWebAndOfMailLeaveThePageAsItIs)
+{
+    page.methods["go"] = [](std::string const&) { return "http://there/b%20c"; };
+    List const addresses = {"http://x/y#z", "HTTPS://x/a%20b?event://go", "mailto:a@b?subject=c%26d"};
+    for (std::string const& address : addresses)
+        EXPECT_EQ(follow(link, address.c_str()), 1) << address;
+    EXPECT_EQ(host.outside, addresses) << "as they are written, percent codes too";
+    EXPECT_EQ(follow(link, "{_top}https://x"), 1);
+    EXPECT_EQ(follow(link, "%68ttp:x"), 1);
+    EXPECT_EQ(follow(link, "event://go"), 1);
+    EXPECT_EQ(List(host.outside.begin() + 3, host.outside.end()), (List{"https://x", "http:x", "http://there/b%20c"}));
+    EXPECT_TRUE(root.contents.empty());
+    EXPECT_TRUE(host.read.empty());
+}
+
+TEST_F(Links, AddressesAreOpenedOnceAlsoByTheMouse)
+{
+    link->setString(kStringMouseDown, sstring("https://x"));
+    link->onEvent(sstring("https://x"), &own);
+    link->onMouseDown(1, 1);
+    EXPECT_EQ(host.outside, (List{"https://x", "https://x"}));
+}
+
+TEST_F(Links, UnknownSchemesAreRefusedInOneLine)
+{
+    for (char const* address : {"foo:bar", "javascript:alert(1)", "{_top}ftp://x/y.html", "a+b-c.1:x"}) {
+        std::string const log = logOf([&] { EXPECT_EQ(follow(link, address), 0); });
+        std::string const name = std::string(address).substr(address[0] == '{' ? 6 : 0);
+        EXPECT_EQ(log, "guiHtml::onHyperlinkFile() - no page is opened by the scheme of " + name + "\n");
+        EXPECT_EQ(logOf([&] { link->onEvent(sstring(address), &own); }), log) << "told once";
+    }
+    EXPECT_TRUE(root.contents.empty());
+    EXPECT_TRUE(host.read.empty());
+    EXPECT_TRUE(host.outside.empty());
+}
+
+TEST_F(Links, AColonBehindTheFirstNameIsPartOfAFilesName)
+{
+    List const full = {"/app/pages/1:b", "/app/pages/./a:b.html", "/x:y", "vfs://a/b", "file:///c", "VFS://d"};
+    List const names = {"1:b", "./a:b.html", "/x:y", "vfs://a/b", "file:///c", "VFS://d"};
+    for (std::string const& name : full)
+        host.files[name] = name;
+    for (std::string const& name : names)
+        EXPECT_EQ(follow(link, name.c_str()), 1) << name;
+    EXPECT_EQ(root.contents, full);
+    EXPECT_EQ(logOf([&] { follow(link, "#a:b"); }), "") << "a place in the page";
+}
+
 TEST_F(Links, SelfAndNoTargetStayInTheFrameAroundTheLink)
 {
     host.files["/app/pages/a.html"] = "A";

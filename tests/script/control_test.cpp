@@ -2,6 +2,7 @@
 // elements that exist, that do not, and that are gone; its two read-only properties; and how a node's own control
 // object is made.
 #include "controls/guihtmlcontrol.h"
+#include "controls/guihtmlcontrolmenu.h"
 #include "controls/guihtmlimage.h"
 #include "controls/guimovie.h"
 #include "script/guicontrol.h"
@@ -433,6 +434,30 @@ TEST_F(ControlTest, TheControlThatCallsAHandlerIsTheCurrentOne)
     }
     follow(window, "event://eMouseMove", "one");
     EXPECT_EQ(host.session("currentControl").object()->get("name"), NativeValue("two"));
+}
+
+TEST_F(ControlTest, TheMenuIsTheCurrentControlOfItsEvent)
+{
+    constexpr char const* kMenu = "<object classid=menu name=main><param name=save value=Save></object>";
+    NativeWindow window = windowOf(std::string(kMenu) + "<input type=button name=b value=B onclick=event://onPick>");
+    std::vector<NativeValue> current;
+    auto note = [&](NativeWindow&, NativeArguments const& args) {
+        NativeObjectRef control = args[0].object()->get("currentControl").object();
+        current.push_back(control ? control->get("name") : NativeValue());
+    };
+    window.on("onPick", note);
+    window.on("eMenu", note);
+    window.open();
+    follow(window, "event://onPick", "b");
+    window.control("main")->call("activateItem", {"save"});
+    follow(window, "event://onPick", "b");
+    onGuiThread(window, [](guiHtmlBase* root) {
+        auto* menu = static_cast<guiHtmlControlMenu*>(root->getNamed("main"));
+        menu->setString(kStringName, sstring());
+        menu->activateItem(sstring("save"));
+    });
+    EXPECT_EQ(current, (std::vector<NativeValue>{"b", "main", "b", NativeValue()})) << "without a name there is none";
+    window.close();
 }
 
 } // namespace

@@ -86,6 +86,12 @@ public:
         return 1;
     }
 
+    int openOutside(guiHtml*, sstring const& address) override
+    {
+        outside.emplace_back(address.c_str());
+        return 1;
+    }
+
     int filterText(guiPageRoot*, sstring& name, sstring& text) override { return filter ? filter(name, text) : 1; }
 
     guiPictureRef readImage(ScriptObject*, sstring const& path, QSize) override
@@ -99,6 +105,7 @@ public:
     }
 
     std::map<std::string, std::string> files;
-    std::vector<std::string> read; ///< every file asked for, in order
+    std::vector<std::string> read;    ///< every file asked for, in order
+    std::vector<std::string> outside; ///< every address that is no page of the program's, in order
     std::function<int(sstring& name, sstring& text)> filter;
 };

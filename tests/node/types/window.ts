@@ -177,6 +177,10 @@ GuiWindow.onLoad('*', {});
 GuiWindow.onLoad('*', () => 3);
 
 class Order extends GuiWindow {
+    eLink(session: Session, url: string): void {
+        same<typeof url, string>(true);
+    }
+
     ePostOpen(session: Session): void {
         const form: Form | null = session.currentForm;
         if (form) form.name = 'Ada';

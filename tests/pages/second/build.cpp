@@ -103,6 +103,16 @@ private:
             parent->children.push_back({nullptr, lineBreak});
     }
 
+    /// Whether a line ends in a control, a picture or a custom element, or in one with text behind it.
+    static bool endsBehindObject(node* parent)
+    {
+        std::size_t count = parent->children.size();
+        if (count && parent->children[count - 1].child && parent->children[count - 1].child->type == 4)
+            --count;
+        node const* last = count ? parent->children[count - 1].child.get() : nullptr;
+        return last && (last->type == 3 || last->type == 5 || last->type == 7) && last->kind != menuLeaf;
+    }
+
     static void breakParagraph(node* parent)
     {
         std::size_t const count = parent->children.size();
@@ -178,6 +188,8 @@ private:
         if (tag.name == "br") {
             style = "br";
             m_noSpace = true;
+            if (endsBehindObject(parent))
+                return breakLine(parent);
         } else if (tag.name == "sup") {
             style = "b";
             face = ",8";

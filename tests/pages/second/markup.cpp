@@ -1,6 +1,8 @@
 // tests/pages/second/markup.cpp: see markup.h.
 #include "tests/pages/second/markup.h"
 
+#include <QRegularExpression>
+
 namespace second {
 
 bool element::has(char const* attribute) const
@@ -212,6 +214,23 @@ private:
         skipPast(">");
         if (!isEmpty)
             m_open.push_back(tag);
+        if (!isEmpty && name == "textarea")
+            readAreaText();
+    }
+
+    /// What stands in a text area is text, tags too.
+    void readAreaText()
+    {
+        static QRegularExpression const closing("</textarea(?=[ \\t\\r\\n/>]|$)",
+                                                QRegularExpression::CaseInsensitiveOption);
+        qsizetype end = m_source.indexOf(closing, m_at);
+        if (end < 0)
+            end = m_source.size();
+        if (end != m_at) {
+            m_pending = false;
+            addText(decoded(m_source.mid(m_at, end - m_at)));
+        }
+        m_at = end;
     }
 
     void readClose()
