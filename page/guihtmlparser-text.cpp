@@ -156,9 +156,9 @@ bool isObjectInLine(guiHtml* node)
 }
 
 /// Whether the child list ends in such a node, or in one with text behind it.
-bool endsBehindObject(guiHtml* parent, bool endsInText)
+bool endsBehindObject(guiHtml* parent, guiHtmlText const* textAtEnd)
 {
-    unsigned const count = parent->getChildCount() - (endsInText ? 1 : 0);
+    unsigned const count = parent->getChildCount() - (textAtEnd ? 1 : 0);
     guiHtml* const last = count != 0 ? parent->getChild(count - 1) : nullptr;
     return last && guiChildList::isNode(last) && isObjectInLine(last);
 }
@@ -172,7 +172,7 @@ void guiHtmlParser::pullFormattingTag(guiHtml* parent, mlSection* section)
     formatting codes = readFormatting(section);
     if (section->isNamed("br")) {
         m_suppressSpace = true;
-        if (endsBehindObject(parent, getLastIfText(parent) != nullptr))
+        if (endsBehindObject(parent, getLastIfText(parent)))
             return appendLineBreak(parent);
     }
     sstring const outerFont = m_fontCode;
