@@ -28,9 +28,9 @@ void guiControlHost::postUpdate(guiHtml*) {}
 void guiControlHost::disableMM() {}
 void guiControlHost::enableMM() {}
 void guiControlHost::wakeWaiters() {}
-void guiControlHost::postToGui(std::function<void()> work) { work(); }
+void guiControlHost::postToGui(std::function<void()> const& work) { work(); }
 
-void guiControlHost::postToScript(guiHtml*, std::function<void()>, std::function<void()> done) { done(); }
+void guiControlHost::postToScript(guiHtml*, std::function<void()> const&, std::function<void()> const& done) { done(); }
 
 void guiControlHost::noteChoice(guiHtml*) {}
 void guiControlHost::onClose(guiWidget*, guiHtml*) {}

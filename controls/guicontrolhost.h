@@ -33,10 +33,10 @@ public:
     virtual void wakeWaiters();
 
     /// Runs `work` on the GUI thread soon. Any thread.
-    virtual void postToGui(std::function<void()> work);
+    virtual void postToGui(std::function<void()> const& work);
     /// Runs `work` on the script thread soon, and then `done` on any thread; `done` alone when script is ending. The
     /// node's window is kept until `done` has returned, the node is not. GUI thread.
-    virtual void postToScript(guiHtml* node, std::function<void()> work, std::function<void()> done);
+    virtual void postToScript(guiHtml* node, std::function<void()> const& work, std::function<void()> const& done);
 
     // ---- Windows ----
 

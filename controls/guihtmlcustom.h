@@ -139,9 +139,9 @@ private:
     /// Something that a handler is to be told.
     struct happening
     {
-        char const* name; // a literal
-        int x;
-        int y;
+        char const* name = ""; // a literal
+        int x = 0;
+        int y = 0;
         guiElementInput input;
     };
 

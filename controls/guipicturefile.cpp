@@ -26,7 +26,7 @@ guiPictureFile guiPictureFile::forScreens(ScriptObject* owner, sstring const& na
     constexpr int kLarger = 2;
     QString const larger = qApp->devicePixelRatio() >= kLarger ? largerName(sstoq(name)) : QString();
     if (!larger.isEmpty())
-        if (guiPictureFile const file(owner, qtoss(larger), kLarger); file.exists())
+        if (guiPictureFile file(owner, qtoss(larger), kLarger); file.exists())
             return file;
     return guiPictureFile(owner, name);
 }
@@ -49,7 +49,7 @@ guiPictureFile::guiPictureFile(ScriptObject* owner, sstring const& name, int sca
 /// What the system knows of the file; false for a name that only the host understands.
 bool guiPictureFile::readState()
 {
-    struct stat info;
+    struct stat info = {};
     if (stat(QFile::encodeName(m_state.name).constData(), &info) != 0)
         return false;
     constexpr qint64 kNanoseconds = 1'000'000'000;

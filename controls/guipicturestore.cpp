@@ -54,7 +54,7 @@ guiPictureRef guiPictureStore::add(guiFileState const& file, guiPictureKind cons
         part->giveBack();
         forget(file, size);
     };
-    guiPictureRef const picture(held.release(), free);
+    guiPictureRef picture(held.release(), free);
     std::lock_guard<std::mutex> const guard(m_lock);
     shownFile& shown = m_files[file];
     shown.kind = kind;

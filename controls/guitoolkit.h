@@ -17,8 +17,8 @@ class QPainter;
 /// The private record of a GuiToolkit object. Made and destroyed with the object. Script thread.
 struct guiToolkitData
 {
-    std::uint32_t tag;
-    ScriptObject* self;                   ///< the object itself; not owned: the record lives as long as it
+    std::uint32_t tag = 0;
+    ScriptObject* self = nullptr;         ///< the object itself; not owned: the record lives as long as it
     std::shared_ptr<guiElementLink> link; ///< the element; null for a toolkit that script has made by itself
     std::shared_ptr<guiDrawing> drawing;  ///< what is being recorded; null outside OpenToolkit() and CloseToolkit()
     QPainter* painter = nullptr;          ///< where CloseToolkit() draws it; null: nowhere. Not owned.

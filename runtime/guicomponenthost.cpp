@@ -153,15 +153,15 @@ void guiComponentHost::callFunction(ScriptMethod method, LibManager& manager, Sc
 
 void guiComponentHost::postUpdate(guiHtml* node) { pGUI->getThread()->postUpdate(node); }
 
-void guiComponentHost::postToGui(std::function<void()> work)
+void guiComponentHost::postToGui(std::function<void()> const& work)
 {
     if (pGUI)
-        guiScriptWork_postToGui(std::move(work));
+        guiScriptWork_postToGui(work);
 }
 
-void guiComponentHost::postToScript(guiHtml* node, std::function<void()> work, std::function<void()> done)
+void guiComponentHost::postToScript(guiHtml* node, std::function<void()> const& work, std::function<void()> const& done)
 {
-    guiScriptWork_post(node, std::move(work), std::move(done));
+    guiScriptWork_post(node, work, done);
 }
 
 void guiComponentHost::disableMM()

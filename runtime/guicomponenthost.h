@@ -25,8 +25,8 @@ public:
     void callFunction(ScriptMethod method, LibManager& manager, ScriptPrivate* data, ScriptObject* self,
                       ScriptArgs& args, ScriptValue& result) override;
     void postUpdate(guiHtml* node) override;
-    void postToGui(std::function<void()> work) override;
-    void postToScript(guiHtml* node, std::function<void()> work, std::function<void()> done) override;
+    void postToGui(std::function<void()> const& work) override;
+    void postToScript(guiHtml* node, std::function<void()> const& work, std::function<void()> const& done) override;
     void disableMM() override;
     void enableMM() override;
     void wakeWaiters() override;

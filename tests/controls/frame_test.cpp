@@ -27,7 +27,8 @@ struct FramedList
     {
         clipper.setGeometry(place);
         list.setGeometry(0, 0, place.width(), place.height());
-        QImage seen((QSizeF(window.size()) * scale).toSize(), QImage::Format_RGB32);
+        QSizeF const pixels = QSizeF(window.size()) * scale;
+        QImage seen(pixels.toSize(), QImage::Format_RGB32);
         seen.setDevicePixelRatio(scale);
         window.render(&seen);
         return seen;

@@ -560,12 +560,8 @@ private:
             pullText(parent, tag);
         } else if (isWord(name, {"sup", "font", "br", "strong", "em", "b", "u", "cite", "i", "var"})) {
             pullFormat(parent, tag);
-        } else if (name == "h1") {
-            pullHeading(parent, tag, "[[b]][[,24]]");
-        } else if (name == "h2") {
-            pullHeading(parent, tag, "[[b]][[,18]]");
-        } else if (name == "h3") {
-            pullHeading(parent, tag, "[[b]][[,14]]");
+        } else if (isWord(name, {"h1", "h2", "h3"})) {
+            pullHeading(parent, tag, name == "h1" ? "[[b]][[,24]]" : name == "h2" ? "[[b]][[,18]]" : "[[b]][[,14]]");
         } else if (name == "menu") {
             pullMenuList(parent, tag);
         } else if (isWord(name, {"dd", "ol", "ul", "li", "dt"})) {
