@@ -408,6 +408,7 @@ bool guiWidget::turnWheel(QWheelEvent const& event)
 
 bool guiWidget::event(QEvent* event)
 {
+    assertOnGuiThread();
     if (event->type() == QEvent::ToolTip && showTip(*static_cast<QHelpEvent*>(event)))
         return true;
     return QDialog::event(event);
