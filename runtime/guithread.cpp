@@ -106,11 +106,38 @@ bool isRegistered(Node* node)
 
 // ---- What each event does, for a node that still lives ----
 
+/// While it lives, a page is being opened. What is done for that runs script, which may close the window before it is
+/// there.
+class pageOpening
+{
+public:
+    explicit pageOpening(guiHtmlBase& root) : m_root(&root), m_outer(std::exchange(s_innermost, this)) {}
+    ~pageOpening() { s_innermost = m_outer; }
+    pageOpening(pageOpening const&) = delete;
+    pageOpening& operator=(pageOpening const&) = delete;
+
+    bool isClosed() const { return m_isClosed; }
+    static void noteClose(guiHtmlBase const* root)
+    {
+        for (pageOpening* each = s_innermost; each; each = each->m_outer)
+            if (each->m_root == root)
+                each->m_isClosed = true;
+    }
+
+private:
+    static inline pageOpening* s_innermost = nullptr; // GUI thread
+
+    guiHtmlBase const* m_root; // only compared
+    pageOpening* m_outer;
+    bool m_isClosed = false;
+};
+
 void handle(guiEventPageOpen& event) TARN_ON(velaGuiRole)
 {
     guiHtmlBase& root = *event.node;
     *event.result = 1;
-    if (!guiElements_prepare(root))
+    pageOpening const opening(root);
+    if (!guiElements_prepare(root) || opening.isClosed())
         return;
     guiWidget* widget = root.createWidget(event.value);
     widget->setWindowTitle(sstoq(root.getTitle()));
@@ -119,8 +146,14 @@ void handle(guiEventPageOpen& event) TARN_ON(velaGuiRole)
         widget->show();
 }
 
-void handle(guiEventPageClose& event) TARN_ON(velaGuiRole) { event.node->destroyWidget(); }
-void handle(guiEventClose& event) TARN_ON(velaGuiRole) { event.node->destroyWidget(); }
+void close(guiHtmlBase* root) TARN_ON(velaGuiRole)
+{
+    pageOpening::noteClose(root);
+    root->destroyWidget();
+}
+
+void handle(guiEventPageClose& event) TARN_ON(velaGuiRole) { close(event.node); }
+void handle(guiEventClose& event) TARN_ON(velaGuiRole) { close(event.node); }
 void handle(guiEventRelease& event) TARN_ON(velaGuiRole) { guiHtmlBase::release(event.node); }
 void handle(guiEventTrigger& event) TARN_ON(velaGuiRole) { event.node->triggerNow(); }
 void handle(guiEventSetCaption& event) TARN_ON(velaGuiRole) { event.node->setCaption(event.text); }

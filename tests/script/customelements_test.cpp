@@ -527,6 +527,25 @@ TEST_F(CustomElements, DoNotBlockTheUserWhileTheyHearOfThePointerOrDraw)
     EXPECT_EQ(answers, (std::vector<bool>{true, false})) << "while an ordinary handler runs the user waits";
 }
 
+TEST_F(CustomElements, MayCloseTheirWindowBeforeItIsThere)
+{
+    NativeWindow window = open(element());
+    window.close();
+    prepare = [&](NativeObject& object) {
+        object.on("eCreate", [&](NativeObject&, NativeArguments const&) { window.close(); });
+    };
+    window.show(); // makes the element anew, and returns
+    EXPECT_FALSE(window.isOpen());
+}
+
+TEST_F(CustomElements, WithoutAClassLetOthersCloseTheWindowBeforeItIsThere)
+{
+    NativeWindow window = windowOf("<object classid=None>");
+    host.post([&] { window.close(); }); // runs while the component looks for the class
+    window.show();
+    EXPECT_FALSE(window.isOpen());
+}
+
 TEST_F(CustomElements, HearOfKeysWhenTheyHaveTheFocus)
 {
     prepare = [&](NativeObject& object) {
