@@ -27,8 +27,8 @@ struct FramedList
     {
         clipper.setGeometry(place);
         list.setGeometry(0, 0, place.width(), place.height());
-        QSizeF const pixels = QSizeF(window.size()) * scale;
-        QImage seen(pixels.toSize(), QImage::Format_RGB32);
+        QSizeF const size(window.size());
+        QImage seen((size * scale).toSize(), QImage::Format_RGB32);
         seen.setDevicePixelRatio(scale);
         window.render(&seen);
         return seen;

@@ -842,7 +842,8 @@ TEST_F(CustomElements, DrawEllipsesAndPolygonsFilledAndAsOutlines)
         std::vector<std::pair<int, int>> const corners{{30, 30}, {50, 30}, {50, 50}, {30, 50}};
         pairs->set("length", 4);
         for (std::size_t i = 0; i < corners.size(); ++i)
-            pairs->set(std::to_string(i), numbers({double(corners[i].first), double(corners[i].second)}));
+            pairs->set(std::to_string(i),
+                       numbers({static_cast<double>(corners[i].first), static_cast<double>(corners[i].second)}));
         toolkit.call("drawPolygon", {"#0000FF", pairs, 1});
         toolkit.call("drawPolyline", {"#00FF00", numbers({60, 30, 80, 30, 80, 50}), 1});
         for (NativeArguments const& wrong : {NativeArguments{"#FF0000"},
