@@ -2,6 +2,7 @@
 #include "controls/guidrawing.h"
 
 #include "controls/guiimage.h"
+#include "controls/guiscriptvalue.h"
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guicolor.h"
@@ -9,7 +10,8 @@
 #include "page/guihtmltext-fonts.h"
 #include "page/guihtmltext.h"
 #include "page/guipainting.h"
-#include "script/hostinterface.h"
+#include "page/guiqrect.h"
+#include "page/guisavedpainter.h"
 
 #include <QPainter>
 #include <QPen>
@@ -21,27 +23,6 @@
 #include <utility>
 
 namespace {
-
-QRect toQRect(guiRect const& rect) { return {rect.left, rect.top, rect.width, rect.height}; }
-
-std::shared_ptr<ScriptObject> kept(ScriptObject* object)
-{
-    object->keep();
-    return {object, [](ScriptObject* last) { last->letGo(); }};
-}
-
-/// Restores the painter at the end of a block.
-class savedPainter
-{
-public:
-    explicit savedPainter(QPainter& painter) : m_painter(painter) { m_painter.save(); }
-    ~savedPainter() { m_painter.restore(); }
-    savedPainter(savedPainter const&) = delete;
-    savedPainter& operator=(savedPainter const&) = delete;
-
-private:
-    QPainter& m_painter;
-};
 
 QFont fontOf(guiHtml* node, guiTextStyle const& style, int& points)
 {
@@ -105,7 +86,7 @@ void guiDrawing::polygon(guiColor color, std::vector<double> points, int lineWid
 void guiDrawing::image(ScriptObject* image, int x, int y, int width, int height, int offsetX, int offsetY)
 {
     auto own = std::make_unique<imageStep>();
-    own->object = kept(image);
+    own->object = guiKept(image);
     own->rect = {x, width, y, height};
     own->offsetX = offsetX;
     own->offsetY = offsetY;
@@ -128,12 +109,12 @@ struct guiDrawing::player
 
     void operator()(fillStep const& step) const
     {
-        painter.fillRect(toQRect(step.rect).intersected(QRect(0, 0, area.width, area.height)), toQColor(step.color));
+        painter.fillRect(guiToQRect(step.rect).intersected(QRect(0, 0, area.width, area.height)), toQColor(step.color));
     }
 
     void operator()(lineStep const& step) const
     {
-        savedPainter const saved(painter);
+        guiSavedPainter const saved(painter);
         painter.setPen(QPen(toQColor(step.color), step.lineWidth));
         painter.setRenderHint(QPainter::Antialiasing, step.isSmooth);
         if (step.isSmooth)
@@ -143,15 +124,15 @@ struct guiDrawing::player
 
     void operator()(ellipseStep const& step) const
     {
-        savedPainter const saved(painter);
+        guiSavedPainter const saved(painter);
         double const inset = step.lineWidth / 2.0; // the whole stroke lies inside
         prepareShape(step.color, step.lineWidth, true);
-        painter.drawEllipse(QRectF(toQRect(step.rect)).adjusted(inset, inset, -inset, -inset));
+        painter.drawEllipse(QRectF(guiToQRect(step.rect)).adjusted(inset, inset, -inset, -inset));
     }
 
     void operator()(std::unique_ptr<polygonStep> const& step) const
     {
-        savedPainter const saved(painter);
+        guiSavedPainter const saved(painter);
         prepareShape(step->color, step->lineWidth, step->isClosed);
         if (step->lineWidth > 0)
             centreStrokes();
@@ -183,8 +164,8 @@ struct guiDrawing::player
 
     void operator()(std::unique_ptr<textStep> const& step) const
     {
-        savedPainter const saved(painter);
-        painter.setClipRect(toQRect(step->rect), Qt::IntersectClip);
+        guiSavedPainter const saved(painter);
+        painter.setClipRect(guiToQRect(step->rect), Qt::IntersectClip);
         textParams const params = paramsOf(node, step->style);
         guiRect box = step->rect;
         guiHtmlText::drawText(&painter, &box, step->text, &params, nullptr, nullptr);
@@ -221,7 +202,7 @@ void guiDrawing::paintTo(QPainter& painter, guiHtml* node, int x, int y) const
     assertOnGuiThread();
     if (m_steps.empty())
         return;
-    savedPainter const saved(painter);
+    guiSavedPainter const saved(painter);
     painter.translate(x, y);
     painter.setClipRect(QRect(0, 0, m_size.width, m_size.height), Qt::IntersectClip);
     player const play{painter, node, m_size};

@@ -1,8 +1,8 @@
 // controls/guihtmlcustom-events.cpp: how a custom element's instance hears of the pointer. A handler runs while the GUI
 // thread goes on with its events; what happens to the element meanwhile waits until the handler has ended. Of moves
 // that wait only the last one is told, and turns of the wheel are added up.
-#include "controls/guicontrolhost.h"
 #include "controls/guihtmlcustom.h"
+#include "controls/guiscriptvalue.h"
 #include "controls/guiwidgetfocus.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guilaterevents.h"
@@ -17,37 +17,22 @@ namespace {
 constexpr char kMove[] = "eMouseMove";
 constexpr char kWheel[] = "eMouseWheel";
 
-void setTextProperty(ScriptObject* object, char const* name, ScriptValue* value, sstring const& text)
-{
-    value->setString(text);
-    object->setProperty(sstring(name), value);
-}
-
-void setNumberProperty(ScriptObject* object, char const* name, ScriptValue* value, int number)
-{
-    value->setInt(number);
-    object->setProperty(sstring(name), value);
-}
-
 } // namespace
 
 void guiHtmlCustom::onCallback()
 {
     if (!mx.mouse)
         return;
-    guiControlHost& host = guiControlHost::current();
-    ScriptValue* value = host.newValue();
-    setNumberProperty(mx.mouse, "x", value, mx.mouseX);
-    setNumberProperty(mx.mouse, "y", value, mx.mouseY);
-    setTextProperty(mx.mouse, "button", value, mx.input.button);
-    setTextProperty(mx.mouse, "modifiers", value, mx.input.modifiers);
-    setNumberProperty(mx.mouse, "wheel", value, mx.input.wheel);
-    if (mx.keyboard) {
-        setTextProperty(mx.keyboard, "key", value, mx.input.key);
-        setTextProperty(mx.keyboard, "text", value, mx.input.text);
-        setTextProperty(mx.keyboard, "modifiers", value, mx.input.modifiers);
-    }
-    host.deleteValue(value);
+    guiSetNumber(mx.mouse, "x", mx.mouseX);
+    guiSetNumber(mx.mouse, "y", mx.mouseY);
+    guiSetText(mx.mouse, "button", mx.input.button);
+    guiSetText(mx.mouse, "modifiers", mx.input.modifiers);
+    guiSetNumber(mx.mouse, "wheel", mx.input.wheel);
+    if (!mx.keyboard)
+        return;
+    guiSetText(mx.keyboard, "key", mx.input.key);
+    guiSetText(mx.keyboard, "text", mx.input.text);
+    guiSetText(mx.keyboard, "modifiers", mx.input.modifiers);
 }
 
 void guiHtmlCustom::setPointer(int x, int y)

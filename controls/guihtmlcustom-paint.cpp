@@ -2,10 +2,12 @@
 // script: it replays the last drawing and asks for a new one when that is out of date; the element is painted again
 // when the new one has come. While one is on its way, further requests wait for it, and a new one is asked for at most
 // once a frame, so that a component which asks all the time does not keep both threads busy.
-#include "controls/guicontrolhost.h"
 #include "controls/guihtmlcustom.h"
+#include "controls/guiscriptvalue.h"
 #include "controls/guitoolkit.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guiqrect.h"
+#include "page/guisavedpainter.h"
 
 #include <QPainter>
 #include <QRegion>
@@ -17,15 +19,6 @@
 namespace {
 
 constexpr std::chrono::milliseconds kFrame{16};
-
-QRect toQRect(guiRect const& rect) { return {rect.left, rect.top, rect.width, rect.height}; }
-
-/// An object that is kept as long as anybody has this.
-std::shared_ptr<ScriptObject> kept(ScriptObject* object)
-{
-    object->keep();
-    return {object, [](ScriptObject* last) { last->letGo(); }};
-}
 
 /// Has the instance draw. Script thread.
 std::shared_ptr<guiDrawing> record(ScriptObject* instance, ScriptObject* toolkit, guiExtent const& size)
@@ -112,7 +105,7 @@ void guiHtmlCustom::sendRequest(guiExtent const& size)
     guiControlHost& host = guiControlHost::current();
     host.postToScript(
         this,
-        [instance = kept(m.object), toolkit = kept(m_toolkit), size, result] {
+        [instance = guiKept(m.object), toolkit = guiKept(m_toolkit), size, result] {
             *result = record(instance.get(), toolkit.get(), size);
         },
         [link = m_link, result, &host] {
@@ -151,7 +144,7 @@ void guiHtmlCustom::updatePart(guiRect const& part)
     guiRect clip;
     getRectInWidget(&place);
     getClipRect(&clip);
-    QRect const area = toQRect(part).translated(place.left + m.border, place.top + m.border) & toQRect(clip);
+    QRect const area = guiToQRect(part).translated(place.left + m.border, place.top + m.border) & guiToQRect(clip);
     if (!area.isEmpty())
         widget->update(area);
 }
@@ -163,13 +156,14 @@ void guiHtmlCustom::paintChildrenTo(QPainter* painter, int x, int y, guiWidget*,
     if (m_painting.shown && m_painting.shown->size() != size)
         m_painting.isStale = true;
     QRect const inner(x + m.border, y + m.border, size.width, size.height);
-    painter->save();
-    if (region)
-        painter->setClipRegion(*region);
-    painter->setClipRect(inner, Qt::IntersectClip);
-    if (m_painting.shown)
-        m_painting.shown->paintTo(*painter, this, inner.left(), inner.top());
-    painter->restore();
+    {
+        guiSavedPainter const saved(*painter);
+        if (region)
+            painter->setClipRegion(*region);
+        painter->setClipRect(inner, Qt::IntersectClip);
+        if (m_painting.shown)
+            m_painting.shown->paintTo(*painter, this, inner.left(), inner.top());
+    }
     if (QWidget* window = getTopLevelWidget(); window && window->isVisible())
         askDrawing();
 }

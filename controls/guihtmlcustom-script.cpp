@@ -1,9 +1,9 @@
 // controls/guihtmlcustom-script.cpp: the instance of a custom element's component: made on the script thread, let go on
 // the GUI thread; and the method that the instance has beside those of every control.
-#include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
 #include "controls/guihtmlcustom.h"
 #include "controls/guiscriptmethod.h"
+#include "controls/guiscriptvalue.h"
 #include "controls/guitoolkit.h"
 #include "controls/guiwidgetfocus.h"
 #include "foundation/vela-log.h"
@@ -18,15 +18,6 @@
 #include <utility>
 
 namespace {
-
-void setProperty(ScriptObject* object, sstring const& name, ScriptObject* held)
-{
-    guiControlHost& host = guiControlHost::current();
-    ScriptValue* value = host.newValue();
-    value->setObject(held);
-    object->setProperty(name, value);
-    host.deleteValue(value);
-}
 
 /// A size that script asks for: pixels as a number, or a text such as "50%". None for anything else.
 std::optional<guiLength> readLength(ScriptArgs& args, int index)
@@ -73,13 +64,8 @@ void guiHtmlCustom::setCompName(sstring const& name)
 void guiHtmlCustom::setParam(sstring const& name, sstring const& value)
 {
     m_component.params.emplace_back(name, value);
-    if (!m_hasInstance)
-        return;
-    guiControlHost& host = guiControlHost::current();
-    ScriptValue* text = host.newValue();
-    text->setString(value);
-    m.object.load()->setProperty(name, text);
-    host.deleteValue(text);
+    if (m_hasInstance)
+        guiSetText(m.object, name, value);
 }
 
 void guiHtmlCustom::makeInstance()
@@ -134,10 +120,10 @@ void guiHtmlCustom::addMethods(ScriptObject* instance)
     m_toolkit = BuildToolkit(this);
     makeInput(instance);
     if (m_toolkit)
-        setProperty(instance, sstring("toolkit"), m_toolkit);
-    setProperty(instance, sstring("mouse"), mx.mouse);
+        guiSetObject(instance, sstring("toolkit"), m_toolkit);
+    guiSetObject(instance, sstring("mouse"), mx.mouse);
     if (mx.keyboard)
-        setProperty(instance, sstring("keyboard"), mx.keyboard);
+        guiSetObject(instance, sstring("keyboard"), mx.keyboard);
     mx.mouseX = 0;
     mx.mouseY = 0;
     onCallback();
@@ -155,26 +141,14 @@ void guiHtmlCustom::makeInput(ScriptObject* instance)
 
 sstring guiHtmlCustom::getTip()
 {
-    sstring tip;
-    if (m_toolkit) {
-        guiControlHost& host = guiControlHost::current();
-        ScriptValue* value = host.newValue();
-        m_toolkit->getProperty(sstring("tooltip"), value);
-        tip = value->isString() ? value->toString(0) : sstring();
-        host.deleteValue(value);
-    }
+    sstring const tip = m_toolkit ? guiStringOf(m_toolkit, "tooltip") : sstring();
     return tip.getLength() != 0 ? tip : m_component.tip;
 }
 
 void guiHtmlCustom::applyParams(ScriptObject* instance)
 {
-    guiControlHost& host = guiControlHost::current();
-    ScriptValue* text = host.newValue();
-    for (auto const& [name, value] : m_component.params) {
-        text->setString(value);
-        instance->setProperty(name, text);
-    }
-    host.deleteValue(text);
+    for (auto const& [name, value] : m_component.params)
+        guiSetText(instance, name, value);
 }
 
 void guiHtmlCustom::notifyOnCreate()

@@ -5,6 +5,7 @@
 #include "controls/guiimagec.h"
 #include "controls/guiscriptmethod.h"
 #include "controls/guiscriptrecord.h"
+#include "controls/guiscriptvalue.h"
 
 #include <cassert>
 #include <memory>
@@ -20,19 +21,10 @@ struct guiImageData
 
 guiImageData* guiImage_getData(ScriptPrivate* data) { return guiRecordIn<guiImageData>(data); }
 
-void setSizeProperty(ScriptObject* image, char const* name, int pixels)
-{
-    guiControlHost& host = guiControlHost::current();
-    ScriptValue* value = host.newValue();
-    value->setInt(pixels);
-    image->setProperty(name, value);
-    host.deleteValue(value);
-}
-
 void guiImage_setSizeProps(ScriptObject* image, QPixmap const& picture)
 {
-    setSizeProperty(image, "width", picture.width());
-    setSizeProperty(image, "height", picture.height());
+    guiSetNumber(image, "width", picture.width());
+    guiSetNumber(image, "height", picture.height());
 }
 
 /// A load that fails leaves the old picture.

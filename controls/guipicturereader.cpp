@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr int kMaxSide = 16384; // pixels
-constexpr int kMaxMiB = 256;    // decoded
+constexpr int kMaxMiB = 256; // decoded
+constexpr int kMaxSide = guiPictureReader::kMaxSide;
 
 bool isAllowed(QSize size)
 {

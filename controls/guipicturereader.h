@@ -18,11 +18,13 @@ struct guiPictureKind
     QSize decodedSize(QSize shown) const;
 };
 
-/// Reads from bytes that the caller owns. A picture with a side of more than 16384 pixels, or of more than 256 MiB when
+/// Reads from bytes that the caller owns. A picture with a side of more than kMaxSide, or of more than 256 MiB when
 /// decoded, is refused. GUI thread.
 class guiPictureReader
 {
 public:
+    static constexpr int kMaxSide = 16384; // pixels
+
     explicit guiPictureReader(QByteArray const& bytes);
 
     guiPictureKind const& kind() const { return m_kind; }

@@ -3,17 +3,15 @@
 
 #include "controls/guisoundmodule.h"
 #include "controls/guitemporaryfile.h"
+#include "controls/readwav.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <dlfcn.h>
 #include <filesystem>
 
 namespace {
-
-// ---- The library ----
 
 void saySilent(char const* why)
 {
@@ -53,70 +51,7 @@ TarnSoundModule const* library()
     return loaded;
 }
 
-// ---- WAV files ----
-
-unsigned numberAt(std::vector<unsigned char> const& bytes, std::size_t at, int count = 4)
-{
-    unsigned number = 0;
-    for (int i = 0; i < count; ++i)
-        number |= static_cast<unsigned>(bytes[at + static_cast<std::size_t>(i)]) << 8 * i;
-    return number;
-}
-
-void putNumber(std::vector<unsigned char>& bytes, std::size_t at, std::size_t number)
-{
-    for (std::size_t i = 0; i < 4; ++i)
-        bytes[at + i] = static_cast<unsigned char>(number >> 8 * i);
-}
-
-/// Where the parts of a WAV file are; 0 where a part is missing.
-struct wavParts
-{
-    std::size_t format = 0; // data of the chunk "fmt "
-    std::size_t data = 0;   // data of the chunk "data"
-    std::size_t end = 0;    // of the data
-};
-
-wavParts findParts(std::vector<unsigned char> const& file)
-{
-    constexpr std::size_t kHeader = 8; // name and size
-    constexpr std::size_t kFormat = 16;
-    wavParts parts;
-    for (std::size_t at = 12; at + kHeader <= file.size();) {
-        std::size_t const begin = at + kHeader;
-        std::size_t const size = std::min<std::size_t>(numberAt(file, at + 4), file.size() - begin);
-        std::string const name(file.begin() + static_cast<std::ptrdiff_t>(at),
-                               file.begin() + static_cast<std::ptrdiff_t>(at + 4));
-        if (name == "fmt " && size >= kFormat)
-            parts.format = begin;
-        if (name == "data") {
-            parts.data = begin;
-            parts.end = begin + size;
-            break;
-        }
-        at = begin + size + size % 2;
-    }
-    return parts;
-}
-
 } // namespace
-
-std::vector<unsigned char> guiSoundFrom(std::vector<unsigned char> const& file, std::chrono::milliseconds position)
-{
-    wavParts const parts = findParts(file);
-    if (position.count() <= 0 || parts.format == 0 || parts.data == 0)
-        return file;
-    std::uint64_t const bytesPerSecond = numberAt(file, parts.format + 8);
-    std::size_t const block = std::max(1u, numberAt(file, parts.format + 12, 2));
-    std::uint64_t const passed = static_cast<std::uint64_t>(position.count()) * bytesPerSecond / 1000;
-    std::size_t const skipped = std::min<std::uint64_t>(passed / block * block, parts.end - parts.data);
-    auto const at = [&file](std::size_t offset) { return file.begin() + static_cast<std::ptrdiff_t>(offset); };
-    std::vector<unsigned char> rest(file.begin(), at(parts.data));
-    rest.insert(rest.end(), at(parts.data + skipped), at(parts.end));
-    putNumber(rest, 4, rest.size() - 8);
-    putNumber(rest, parts.data - 4, parts.end - parts.data - skipped);
-    return rest;
-}
 
 void guiSound::startAt(std::chrono::milliseconds position)
 {

@@ -38,6 +38,3 @@ private:
     clock::time_point m_started;             // when m_sound would have begun
     std::chrono::milliseconds m_position{0}; // in the movie, while it is paused
 };
-
-/// The part of a WAV file from this moment on as a WAV file; all of it when the file is not understood.
-std::vector<unsigned char> guiSoundFrom(std::vector<unsigned char> const& file, std::chrono::milliseconds position);

@@ -3,6 +3,7 @@
 // which fonts belong.
 #include "controls/guihtmlcustom.h"
 #include "controls/guiscriptmethod.h"
+#include "controls/guiscriptvalue.h"
 #include "controls/guitoolkit.h"
 #include "foundation/vela-threadrole.h"
 
@@ -31,12 +32,6 @@ int coordinate(ScriptArgs& args, int index) { return guiToCoordinate(*args.get(i
 ScriptObject* objectOf(ScriptArgs& args, int index)
 {
     return index < args.count() && args.get(index)->isObject() ? args.get(index)->toObject(0) : nullptr;
-}
-
-guiToolkitData* recordingIn(ScriptPrivate* data)
-{
-    guiToolkitData* record = guiToolkit_getData(data);
-    return record && record->drawing ? record : nullptr;
 }
 
 // ---- The methods that draw ----
@@ -112,7 +107,7 @@ void guiToolkit_drawEllipse_script(LibManager&, ScriptPrivate* data, ScriptObjec
 {
     constexpr int kCount = 5;
     result.setNull();
-    guiToolkitData* record = recordingIn(data);
+    guiToolkitData* record = guiToolkit_recordingIn(data);
     std::optional<shapeArguments> const shape = readShape(record, args, kCount);
     if (!shape || !areNumbers(args, 1, kCount))
         return;
@@ -126,45 +121,33 @@ void guiToolkit_drawEllipse_script(LibManager&, ScriptPrivate* data, ScriptObjec
 class pointReader
 {
 public:
-    pointReader() : m_value(guiControlHost::current().newValue()) {}
-    ~pointReader() { guiControlHost::current().deleteValue(m_value); }
-    pointReader(pointReader const&) = delete;
-    pointReader& operator=(pointReader const&) = delete;
-
     /// Appends the numbers of an array, and of the arrays in it; false when it holds something else.
     bool read(ScriptObject* array, std::vector<double>& numbers, bool isInside = false)
     {
         int const count = lengthOf(array);
         for (int i = 0; i < count; ++i) {
-            array->getProperty(sformat("%d", i), m_value);
+            array->getProperty(sformat("%d", i), m_value.get());
             if (m_value->isNumber()) {
                 numbers.push_back(m_value->toNumber(0));
                 continue;
             }
-            ScriptObject* pair = m_value->isObject() && !isInside ? m_value->toObject(0) : nullptr;
-            if (!pair || !readKept(pair, numbers))
+            std::shared_ptr<ScriptObject> const pair = guiKept(m_value->isObject() ? m_value->toObject(0) : nullptr);
+            if (!pair || isInside ||
+                !read(pair.get(), numbers, true)) // the value that holds it is used for its numbers
                 return false;
         }
         return count >= 0;
     }
 
 private:
-    bool readKept(ScriptObject* pair, std::vector<double>& numbers)
-    {
-        pair->keep(); // the value that holds it is used for its elements
-        bool const isRead = read(pair, numbers, true);
-        pair->letGo();
-        return isRead;
-    }
-
     int lengthOf(ScriptObject* array)
     {
         constexpr int kMostNumbers = 10'000'000;
-        array->getProperty(sstring("length"), m_value);
+        array->getProperty(sstring("length"), m_value.get());
         return m_value->isNumber() ? std::min(m_value->toInt(-1), kMostNumbers) : -1;
     }
 
-    ScriptValue* m_value; // owned
+    guiScratchValue m_value;
 };
 
 /// x and y in turn; empty when the object is no list of points.
@@ -186,7 +169,7 @@ std::vector<double> readPoints(ScriptObject* array)
 void drawPoints(ScriptPrivate* data, ScriptArgs& args, bool isClosed)
 {
     constexpr int kCount = 2;
-    guiToolkitData* record = recordingIn(data);
+    guiToolkitData* record = guiToolkit_recordingIn(data);
     std::optional<shapeArguments> const shape = readShape(record, args, kCount);
     ScriptObject* points = shape ? objectOf(args, 1) : nullptr;
     if (points)
@@ -228,16 +211,12 @@ void guiToolkit_repaint_script(LibManager&, ScriptPrivate* data, ScriptObject*, 
 /// An object with the properties "width" and "height".
 void setExtent(ScriptObject* self, guiExtent const& size, ScriptValue& result)
 {
-    guiControlHost& host = guiControlHost::current();
-    ScriptObject* object = host.platform()->createObject(self->getEngine());
-    ScriptValue* value = host.newValue();
-    value->setInt(size.width);
-    object->setProperty(sstring("width"), value);
-    value->setInt(size.height);
-    object->setProperty(sstring("height"), value);
-    host.deleteValue(value);
+    HostPlatform* platform = guiControlHost::current().platform();
+    ScriptObject* object = platform->createObject(self->getEngine());
+    guiSetNumber(object, "width", size.width);
+    guiSetNumber(object, "height", size.height);
     result.setObject(object);
-    host.platform()->destroyObject(object);
+    platform->destroyObject(object);
 }
 
 void guiToolkit_measureText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,

@@ -1,13 +1,14 @@
 // controls/guitoolkit.cpp: see guitoolkit.h: the record of a toolkit object, and what its drawing methods record.
 #include "controls/guitoolkit.h"
 
-#include "controls/guicontrolhost.h"
 #include "controls/guihtmlcustom.h"
 #include "controls/guiscriptrecord.h"
+#include "controls/guiscriptvalue.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guihtmlparser.h"
 #include "page/guipageroot.h"
+#include "page/guisavedpainter.h"
 
 #include <QPainter>
 #include <algorithm>
@@ -18,90 +19,24 @@ namespace {
 
 constexpr char kBlack[] = "#000000";
 
-/// A script value for the length of a block.
-class scratchValue
-{
-public:
-    scratchValue() : m_value(guiControlHost::current().newValue()) {}
-    ~scratchValue() { guiControlHost::current().deleteValue(m_value); }
-    scratchValue(scratchValue const&) = delete;
-    scratchValue& operator=(scratchValue const&) = delete;
-
-    ScriptValue* operator->() const { return m_value; }
-    ScriptValue* get() const { return m_value; }
-
-private:
-    ScriptValue* m_value; // owned
-};
-
-void setNumber(ScriptObject* object, char const* name, int number)
-{
-    scratchValue value;
-    value->setInt(number);
-    object->setProperty(sstring(name), value.get());
-}
-
-void setText(ScriptObject* object, char const* name, char const* text)
-{
-    scratchValue value;
-    value->setString(sstring(text));
-    object->setProperty(sstring(name), value.get());
-}
-
-void setSwitch(ScriptObject* object, char const* name, bool isOn)
-{
-    scratchValue value;
-    value->setBool(isOn);
-    object->setProperty(sstring(name), value.get());
-}
-
-void setObject(ScriptObject* object, char const* name, ScriptObject* held)
-{
-    scratchValue value;
-    value->setObject(held);
-    object->setProperty(sstring(name), value.get());
-}
-
-/// A property that is a text, "" for anything else.
-sstring textProperty(ScriptObject* object, char const* name)
-{
-    scratchValue value;
-    object->getProperty(sstring(name), value.get());
-    return value->isString() ? value->toString(0) : sstring();
-}
-
-int numberProperty(ScriptObject* object, char const* name)
-{
-    scratchValue value;
-    object->getProperty(sstring(name), value.get());
-    return value->toInt(0);
-}
-
-bool switchProperty(ScriptObject* object, char const* name)
-{
-    scratchValue value;
-    object->getProperty(sstring(name), value.get());
-    return value->toBool(0);
-}
-
 /// Each drawing begins with these, whatever the last one left.
 void resetProperties(ScriptObject* toolkit)
 {
-    setText(toolkit, "color", kBlack);
-    setText(toolkit, "textColor", "");
-    setText(toolkit, "fontFace", "");
-    setNumber(toolkit, "fontSize", 0);
+    guiSetText(toolkit, "color", kBlack);
+    guiSetText(toolkit, "textColor", "");
+    guiSetText(toolkit, "fontFace", "");
+    guiSetNumber(toolkit, "fontSize", 0);
     for (char const* name : {"bold", "italic", "smooth"})
-        setSwitch(toolkit, name, false);
+        guiSetSwitch(toolkit, name, false);
 }
 
 void publishRect(guiToolkitData const& record)
 {
-    setNumber(record.rectObject, "left", 0);
-    setNumber(record.rectObject, "top", 0);
-    setNumber(record.rectObject, "width", record.rect.width);
-    setNumber(record.rectObject, "height", record.rect.height);
-    setObject(record.self, "rect", record.rectObject);
+    guiSetNumber(record.rectObject, "left", 0);
+    guiSetNumber(record.rectObject, "top", 0);
+    guiSetNumber(record.rectObject, "width", record.rect.width);
+    guiSetNumber(record.rectObject, "height", record.rect.height);
+    guiSetObject(record.self, "rect", record.rectObject);
 }
 
 /// Draws at once, for a caller that has a painter.
@@ -111,11 +46,10 @@ void drawNow(guiToolkitData const& record)
     if (!node)
         return;
     record.drawing->takeImages();
-    record.painter->save();
+    guiSavedPainter const saved(*record.painter);
     if (!record.region.isEmpty())
         record.painter->setClipRegion(record.region, Qt::IntersectClip);
     record.drawing->paintTo(*record.painter, node, record.rect.left, record.rect.top);
-    record.painter->restore();
 }
 
 guiRect wholeOf(guiToolkitData const& record) { return {0, record.rect.width, 0, record.rect.height}; }
@@ -125,16 +59,15 @@ guiAlignment alignmentOf(unsigned long flags)
     return flags == kAlignCenter || flags == kAlignRight ? static_cast<guiAlignment>(flags) : kAlignLeft;
 }
 
-/// The record while it is being drawn with, null otherwise.
-guiToolkitData* recordingIn(ScriptPrivate* data)
+} // namespace
+
+guiToolkitData* guiToolkit_getData(ScriptPrivate* data) { return guiRecordIn<guiToolkitData>(data); }
+
+guiToolkitData* guiToolkit_recordingIn(ScriptPrivate* data)
 {
     guiToolkitData* record = guiToolkit_getData(data);
     return record && record->drawing ? record : nullptr;
 }
-
-} // namespace
-
-guiToolkitData* guiToolkit_getData(ScriptPrivate* data) { return guiRecordIn<guiToolkitData>(data); }
 
 void guiToolkit_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
 {
@@ -142,9 +75,9 @@ void guiToolkit_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, S
     record->tag = kRecordTag;
     record->self = self;
     data->setData(kPrivateKey, record.release()); // guiToolkit_onDestroy() takes it back
-    setNumber(self, "XLEFT", kAlignLeft);
-    setNumber(self, "XCENTER", kAlignCenter);
-    setNumber(self, "XRIGHT", kAlignRight);
+    guiSetNumber(self, "XLEFT", kAlignLeft);
+    guiSetNumber(self, "XCENTER", kAlignCenter);
+    guiSetNumber(self, "XRIGHT", kAlignRight);
     result.setBool(1);
 }
 
@@ -178,7 +111,7 @@ ScriptObject* BuildToolkit(guiHtmlCustom* node)
     record->rectObject = platform->createObject(page->getEngine());
     publishRect(*record);
     resetProperties(toolkit);
-    setText(toolkit, "tooltip", "");
+    guiSetText(toolkit, "tooltip", "");
     return toolkit;
 }
 
@@ -225,10 +158,10 @@ int guiToCoordinate(ScriptValue const& value)
 
 bool guiReadRect(ScriptObject* object, guiRect* out)
 {
-    scratchValue value;
+    guiScratchValue const value;
     auto read = [&](char const* name, int& number) {
         object->getProperty(sstring(name), value.get());
-        number = guiToCoordinate(*value.get());
+        number = guiToCoordinate(*value);
         return value->isNumber();
     };
     return read("left", out->left) && read("top", out->top) && read("width", out->width) && read("height", out->height);
@@ -237,23 +170,23 @@ bool guiReadRect(ScriptObject* object, guiRect* out)
 guiTextStyle guiToolkit_textStyle(guiToolkitData const& record)
 {
     guiTextStyle style;
-    style.face = textProperty(record.self, "fontFace");
-    style.points = std::clamp(numberProperty(record.self, "fontSize"), 0, 1000);
-    style.bold = switchProperty(record.self, "bold");
-    style.italic = switchProperty(record.self, "italic");
-    style.color = textProperty(record.self, "textColor");
+    style.face = guiStringOf(record.self, "fontFace");
+    style.points = std::clamp(guiNumberOf(record.self, "fontSize"), 0, 1000);
+    style.bold = guiSwitchOf(record.self, "bold");
+    style.italic = guiSwitchOf(record.self, "italic");
+    style.color = guiStringOf(record.self, "textColor");
     return style;
 }
 
 guiColor guiToolkit_colorOf(guiToolkitData const& record, sstring const& color)
 {
-    sstring const own = color.getLength() != 0 ? color : textProperty(record.self, "color");
+    sstring const own = color.getLength() != 0 ? color : guiStringOf(record.self, "color");
     return guiHtmlParser::convColorToStruct(own.getLength() != 0 ? own : sstring(kBlack));
 }
 
 void guiToolkit_fill(ScriptPrivate* data, sstring color, ScriptObject* rect)
 {
-    guiToolkitData* record = recordingIn(data);
+    guiToolkitData* record = guiToolkit_recordingIn(data);
     guiRect area;
     if (!record || (rect && !guiReadRect(rect, &area)))
         return;
@@ -262,23 +195,23 @@ void guiToolkit_fill(ScriptPrivate* data, sstring color, ScriptObject* rect)
 
 void guiToolkit_drawLine(ScriptPrivate* data, sstring color, int x1, int y1, int x2, int y2, int width)
 {
-    guiToolkitData* record = recordingIn(data);
+    guiToolkitData* record = guiToolkit_recordingIn(data);
     if (!record)
         return;
     guiColor const own = guiHtmlParser::convColorToStruct(color.getLength() != 0 ? color : sstring(kBlack));
-    record->drawing->line(own, x1, y1, x2, y2, width, switchProperty(record->self, "smooth"));
+    record->drawing->line(own, x1, y1, x2, y2, width, guiSwitchOf(record->self, "smooth"));
 }
 
 void guiToolkit_drawImage(ScriptPrivate* data, ScriptObject* image, int x, int y, int width, int height, int offsetX,
                           int offsetY)
 {
-    if (guiToolkitData* record = recordingIn(data); record && image)
+    if (guiToolkitData* record = guiToolkit_recordingIn(data); record && image)
         record->drawing->image(image, x, y, width, height, offsetX, offsetY);
 }
 
 void guiToolkit_drawText(ScriptPrivate* data, sstring text, ScriptObject* rect, unsigned long flags)
 {
-    guiToolkitData* record = recordingIn(data);
+    guiToolkitData* record = guiToolkit_recordingIn(data);
     guiRect area;
     if (!record || (rect && !guiReadRect(rect, &area)))
         return;

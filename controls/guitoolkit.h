@@ -35,6 +35,8 @@ void guiToolkit_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject
                           ScriptValue& result);
 /// The record in a private slot, null when there is none or it has no tag. Any thread.
 guiToolkitData* guiToolkit_getData(ScriptPrivate* data);
+/// The record while it is being drawn with, null otherwise. Script thread.
+guiToolkitData* guiToolkit_recordingIn(ScriptPrivate* data);
 
 /// The toolkit object of an element, kept once for the caller; null, after a log line, when there is no script or the
 /// object can not be made. Script thread.

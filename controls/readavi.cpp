@@ -10,58 +10,9 @@
 
 namespace {
 
-constexpr unsigned kMaxSide = 16384; // pixels
+constexpr unsigned kMaxSide = guiPictureReader::kMaxSide;
 constexpr unsigned kRiff = BuildFCC('R', 'I', 'F', 'F');
 constexpr unsigned kList = BuildFCC('L', 'I', 'S', 'T');
-
-struct chunk
-{
-    unsigned id = 0;
-    std::size_t data = 0; // where its bytes begin
-    std::size_t size = 0;
-
-    std::size_t end() const { return data + size; }
-};
-
-unsigned littleEndian(unsigned char const* bytes)
-{
-    return bytes[0] | static_cast<unsigned>(bytes[1]) << 8 | static_cast<unsigned>(bytes[2]) << 16 |
-           static_cast<unsigned>(bytes[3]) << 24;
-}
-
-bool readId(DataStream& in, unsigned* id)
-{
-    unsigned char bytes[4];
-    if (!in.read(bytes, sizeof bytes))
-        return false;
-    *id = BuildFCC(bytes[0], bytes[1], bytes[2], bytes[3]);
-    return true;
-}
-
-bool readNumber(DataStream& in, unsigned* number)
-{
-    unsigned char bytes[4];
-    if (!in.read(bytes, sizeof bytes))
-        return false;
-    *number = littleEndian(bytes);
-    return true;
-}
-
-bool readChunk(DataStream& in, chunk* out)
-{
-    unsigned size = 0;
-    if (!readId(in, &out->id) || !readNumber(in, &size))
-        return false;
-    out->data = in.getPos();
-    out->size = size;
-    return true;
-}
-
-void skip(DataStream& in, chunk const& done)
-{
-    in.setPos(done.end());
-    in.align();
-}
 
 /// Adds a frame from the bytes of a picture file; false when they are none, or when no memory is left for it.
 bool addFrame(guiVideo& video, unsigned char const* file, std::size_t size, unsigned duration)
@@ -111,18 +62,18 @@ bool readAviHeader(DataStream& in, aviHeader* out)
 {
     constexpr std::size_t kFields = 14;
     unsigned char bytes[4 * kFields] = {};
-    chunk header;
-    if (!readChunk(in, &header) || header.id != BuildFCC('a', 'v', 'i', 'h') ||
+    riffChunk header;
+    if (!readRiffChunk(in, &header) || header.id != BuildFCC('a', 'v', 'i', 'h') ||
         !in.read(bytes, std::min(header.size, sizeof bytes)))
         return false;
-    skip(in, header);
-    auto field = [&](int index) { return littleEndian(bytes + 4 * index); };
+    skipRiffChunk(in, header);
+    auto field = [&](int index) { return riffNumber(bytes + 4 * index); };
     *out = {field(0), field(8), field(9)};
     return field(4) != 0 && out->width != 0 && out->width <= kMaxSide && out->height != 0 && out->height <= kMaxSide;
 }
 
 /// The start of a WAV file in this format; endAudio() fills in its two sizes.
-void beginAudio(DataStream& in, chunk const& format, std::vector<unsigned char>& audio)
+void beginAudio(DataStream& in, riffChunk const& format, std::vector<unsigned char>& audio)
 {
     if (format.size > in.left() || !audio.empty())
         return;
@@ -145,33 +96,33 @@ void endAudio(std::vector<unsigned char>& audio, std::size_t dataStart)
     std::memcpy(audio.data() + dataStart - 4, &bytes, sizeof bytes);
 }
 
-void readStream(DataStream& in, chunk const& list, std::vector<unsigned char>& audio)
+void readStream(DataStream& in, riffChunk const& list, std::vector<unsigned char>& audio)
 {
     bool isAudio = false;
-    chunk part;
-    while (in.getPos() < list.end() && readChunk(in, &part)) {
+    riffChunk part;
+    while (in.getPos() < list.end() && readRiffChunk(in, &part)) {
         unsigned type = 0;
-        if (part.id == BuildFCC('s', 't', 'r', 'h') && readId(in, &type))
+        if (part.id == BuildFCC('s', 't', 'r', 'h') && readRiffId(in, &type))
             isAudio = type == BuildFCC('a', 'u', 'd', 's');
         else if (part.id == BuildFCC('s', 't', 'r', 'f') && isAudio)
             beginAudio(in, part, audio);
-        skip(in, part);
+        skipRiffChunk(in, part);
     }
 }
 
-bool readListType(DataStream& in, chunk const& part, unsigned wanted)
+bool readListType(DataStream& in, riffChunk const& part, unsigned wanted)
 {
     unsigned type = 0;
-    return part.id == kList && readId(in, &type) && type == wanted;
+    return part.id == kList && readRiffId(in, &type) && type == wanted;
 }
 
-void readStreams(DataStream& in, chunk const& headers, std::vector<unsigned char>& audio)
+void readStreams(DataStream& in, riffChunk const& headers, std::vector<unsigned char>& audio)
 {
-    chunk part;
-    while (in.getPos() < headers.end() && readChunk(in, &part)) {
+    riffChunk part;
+    while (in.getPos() < headers.end() && readRiffChunk(in, &part)) {
         if (readListType(in, part, BuildFCC('s', 't', 'r', 'l')))
             readStream(in, part, audio);
-        skip(in, part);
+        skipRiffChunk(in, part);
     }
 }
 
@@ -208,7 +159,7 @@ std::vector<unsigned char> toBmp(unsigned char const* pixels, std::size_t size, 
     return file;
 }
 
-bool readFrame(DataStream& in, chunk const& part, aviHeader const& header, guiVideo& video)
+bool readFrame(DataStream& in, riffChunk const& part, aviHeader const& header, guiVideo& video)
 {
     unsigned const bits = part.size <= in.left() ? bitsOf(part.size, header) : 0;
     if (bits == 0)
@@ -219,8 +170,8 @@ bool readFrame(DataStream& in, chunk const& part, aviHeader const& header, guiVi
 
 void readMovie(DataStream& in, aviHeader const& header, guiVideo& video)
 {
-    chunk part;
-    while (readChunk(in, &part)) {
+    riffChunk part;
+    while (readRiffChunk(in, &part)) {
         if (EqualsFCC(part.id, BuildFCC(0, 0, 'd', 'b'))) {
             if (!readFrame(in, part, header, video))
                 return;
@@ -229,25 +180,26 @@ void readMovie(DataStream& in, aviHeader const& header, guiVideo& video)
         } else if (!video.audio.empty()) {
             append(video.audio, in.here(), part.size);
         }
-        skip(in, part);
+        skipRiffChunk(in, part);
     }
 }
 
 bool loadVideo_avi(DataStream& in, guiVideo& video)
 {
-    chunk part;
+    riffChunk part;
     aviHeader header;
-    if (!readChunk(in, &part) || !readListType(in, part, BuildFCC('h', 'd', 'r', 'l')) || !readAviHeader(in, &header))
+    if (!readRiffChunk(in, &part) || !readListType(in, part, BuildFCC('h', 'd', 'r', 'l')) ||
+        !readAviHeader(in, &header))
         return false;
     readStreams(in, part, video.audio);
     std::size_t const dataStart = video.audio.size();
-    skip(in, part);
-    while (readChunk(in, &part)) {
+    skipRiffChunk(in, part);
+    while (readRiffChunk(in, &part)) {
         if (readListType(in, part, BuildFCC('m', 'o', 'v', 'i'))) {
             readMovie(in, header, video);
             break;
         }
-        skip(in, part);
+        skipRiffChunk(in, part);
     }
     endAudio(video.audio, dataStart);
     return !video.audio.empty() || !video.frames.empty();
@@ -255,31 +207,31 @@ bool loadVideo_avi(DataStream& in, guiVideo& video)
 
 // ---- AVZ ----
 
-bool readPicture(DataStream& in, chunk const& part, guiVideo& video)
+bool readPicture(DataStream& in, riffChunk const& part, guiVideo& video)
 {
     unsigned duration = 0;
-    return part.size >= 4 && part.size <= in.left() && readNumber(in, &duration) &&
+    return part.size >= 4 && part.size <= in.left() && readRiffNumber(in, &duration) &&
            addFrame(video, in.here(), part.size - 4, duration);
 }
 
 bool loadVideo_avz(DataStream& in, guiVideo& video)
 {
-    chunk part;
-    while (readChunk(in, &part)) {
+    riffChunk part;
+    while (readRiffChunk(in, &part)) {
         if (part.id == BuildFCC('v', 'i', 'd', 'f') && !readPicture(in, part, video))
             break;
         if (part.id == BuildFCC('a', 'u', 'd', 'f') && video.audio.empty() && part.size <= in.left())
             append(video.audio, in.here(), part.size);
-        skip(in, part);
+        skipRiffChunk(in, part);
     }
     return !video.audio.empty() || !video.frames.empty();
 }
 
 bool loadByForm(DataStream& in, guiVideo& video)
 {
-    chunk riff;
+    riffChunk riff;
     unsigned form = 0;
-    if (!readChunk(in, &riff) || riff.id != kRiff || !readId(in, &form))
+    if (!readRiffChunk(in, &riff) || riff.id != kRiff || !readRiffId(in, &form))
         return false;
     if (form == BuildFCC('A', 'V', 'I', ' '))
         return loadVideo_avi(in, video);
@@ -287,15 +239,6 @@ bool loadByForm(DataStream& in, guiVideo& video)
 }
 
 } // namespace
-
-bool DataStream::read(void* buffer, std::size_t count)
-{
-    if (count > left())
-        return false;
-    std::memcpy(buffer, here(), count);
-    m_pos += count;
-    return true;
-}
 
 int loadVideo(void const* data, std::size_t size, guiVideo& video)
 {

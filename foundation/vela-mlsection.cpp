@@ -80,6 +80,12 @@ sstring mlAttr::getLHS() const
     return m_name ? m_pool->makeString(m_name->units(), m_name->length) : sstring();
 }
 
+unsigned short const* mlAttr::getNameUnits(unsigned int* length) const
+{
+    *length = m_name ? m_name->length : 0;
+    return m_name ? m_name->units() : nullptr;
+}
+
 sstring mlAttr::getRHS() const
 {
     assert(m_pool);

@@ -46,6 +46,8 @@ public:
 
     /// The name.
     sstring getLHS() const;
+    /// The units of the name, not terminated and not copied; null without one. Valid as long as the attribute.
+    unsigned short const* getNameUnits(unsigned int* length) const;
     /// The value; empty if the attribute has none.
     sstring getRHS() const;
     void set(sstring const& name, sstring const& value);

@@ -6,6 +6,8 @@
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
 #include "page/guipainting.h"
+#include "page/guiqrect.h"
+#include "page/guisavedpainter.h"
 
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
@@ -24,8 +26,6 @@ namespace {
 /// The gap that a group box leaves in its top line for the caption.
 constexpr int kCaptionIndent = 10;
 constexpr int kCaptionMargin = 3;
-
-QRect toQRect(guiRect const& rect) { return {rect.left, rect.top, rect.width, rect.height}; }
 
 guiRect moved(guiRect rect, int x, int y)
 {
@@ -48,7 +48,7 @@ QRect clippedTo(guiRect const& inner, QRegion const* region)
 {
     if (inner.isEmpty())
         return {};
-    return region ? toQRect(inner).intersected(region->boundingRect()) : toQRect(inner);
+    return region ? guiToQRect(inner).intersected(region->boundingRect()) : guiToQRect(inner);
 }
 
 /// The colour behind a node: its own, or else the background of the window; light gray when the page is not painted
@@ -91,12 +91,11 @@ void drawCaption(guiHtml* node, QPainter* painter, QRect const& box)
 {
     if (box.width() < 1 || box.height() < 1)
         return;
-    painter->save();
+    guiSavedPainter const saved(*painter);
     int points = 0;
     painter->setFont(node->getDefaultFont(&points));
     painter->setPen(toQColor(guiColor::Black));
     painter->drawText(box, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, sstoq(node->getString(kStringCaption)));
-    painter->restore();
 }
 
 void paintGroupBox(guiHtml* node, QPainter* painter, guiRect const& rect)

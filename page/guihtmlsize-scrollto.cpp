@@ -8,6 +8,7 @@
 #include "page/guihtmlsize.h"
 #include "page/guipageroot.h"
 #include "page/guipagesurface.h"
+#include "page/guiqrect.h"
 
 #include <QScrollBar>
 #include <QWidget>
@@ -15,8 +16,6 @@
 #include <cassert>
 
 namespace {
-
-QRect toQRect(guiRect const& rect) { return {rect.left, rect.top, rect.width, rect.height}; }
 
 /// Where a node shows its content, relative to its own corner: inside border, space and scroll bars; in a root, below
 /// the menu bar.
@@ -38,7 +37,7 @@ QRect visibleArea(guiHtml* node)
     guiRect area = contentArea(node);
     if (area.isEmpty() || clip.isEmpty())
         return {};
-    return toQRect(area).translated(corner.left, corner.top).intersected(toQRect(clip));
+    return guiToQRect(area).translated(corner.left, corner.top).intersected(guiToQRect(clip));
 }
 
 /// A background picture does not scroll with the content, so the pixels can not simply be moved.
@@ -95,7 +94,7 @@ bool moveWithPixels(scrolling const& step, guiHtml* node)
     guiRect rect;
     node->getRectInWidget(&rect);
     QRect const before = clipper->geometry();
-    QRect const place = toQRect(rect);
+    QRect const place = guiToQRect(rect);
     bool const isWhole = clipper->rect() == control->geometry() && step.area.contains(place);
     if (before == place)
         return isWhole;
@@ -154,11 +153,11 @@ guiRect moved(guiRect rect, QPoint by)
     return rect;
 }
 
-bool intersect(guiRect const& a, guiRect const& b) { return toQRect(a).intersects(toQRect(b)); }
+bool intersect(guiRect const& a, guiRect const& b) { return guiToQRect(a).intersects(guiToQRect(b)); }
 
 guiRect around(guiRect const& a, guiRect const& b)
 {
-    QRect const both = toQRect(a) | toQRect(b);
+    QRect const both = guiToQRect(a) | guiToQRect(b);
     return {both.left(), both.width(), both.top(), both.height()};
 }
 
@@ -221,7 +220,7 @@ void guiHtml::update()
     guiRect clip;
     getClipRect(&clip);
     if (!clip.isEmpty())
-        widget->update(toQRect(clip));
+        widget->update(guiToQRect(clip));
 }
 
 void guiHtml::onScrollX(int pos)

@@ -6,6 +6,7 @@
 #include "page/guifontepoch.h"
 #include "page/guihtmlsize.h"
 #include "page/guilayoutcounters.h"
+#include "page/guisavedpainter.h"
 
 #include <QPainter>
 
@@ -107,8 +108,7 @@ void guiHtmlText::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QR
     QRegion const clip = region ? region->intersected(inner) : QRegion(inner);
     if (clip.isEmpty() || !getTopLevelWidget())
         return;
-    painter->save();
+    guiSavedPainter const saved(*painter);
     painter->setClipRegion(clip);
     layOut(painter, box, nullptr);
-    painter->restore();
 }

@@ -6,6 +6,7 @@
 #include "foundation/vela-mlparser.h"
 #include "page/guiattributes.h"
 #include "page/guicolortext.h"
+#include "page/guifoldedword.h"
 #include "page/guinearest.h"
 #include "page/guitagtable.h"
 
@@ -127,23 +128,31 @@ void guiPageMistakes::checkAttributes(mlSection* section)
     unsigned const count = section->getAttrCount();
     if (count == 0 || section->getType() != kTagOrdinary)
         return; // the words of a declaration are no attributes
-    std::string const tag = lowerCase(section->getName());
     for (unsigned i = 0; i < count; ++i)
-        checkAttribute(tag, *section->getAttr(i));
+        checkAttribute(section, *section->getAttr(i));
 }
 
-void guiPageMistakes::checkAttribute(std::string_view tag, mlAttr const& attr)
+/// Most attributes are known and hold any text: no string is made for them.
+void guiPageMistakes::checkAttribute(mlSection* section, mlAttr const& attr)
 {
-    sstring const written = attr.getLHS();
-    std::string const name = lowerCase(written);
-    guiAttributeKind const* kind = guiFindAttribute(tag, name);
+    unsigned tagLength = 0;
+    unsigned short const* const tagUnits = section->getNameUnits(&tagLength);
+    unsigned length = 0;
+    unsigned short const* const units = attr.getNameUnits(&length);
+    guiFoldedWord const word(units, length);
+    guiAttributeKind const* kind = guiFindAttribute(guiFoldedWord(tagUnits, tagLength).view(), word.view());
+    if (kind && (*kind == kAttributeText || !attr.hasValue()))
+        return;
     char const* const wanted = kind ? problemOf(*kind, attr.getRHS()) : "";
     if ((kind && !*wanted) || !mayAdd())
         return;
-    if (kind)
-        add(joined({name, "=", quoted(attr.getRHS()), " of <", tag, "> is not ", wanted, " (warning)"}),
+    std::string const tag = lowerCase(section->getName());
+    if (kind) {
+        add(joined({word.view(), "=", quoted(attr.getRHS()), " of <", tag, "> is not ", wanted, " (warning)"}),
             attr.getLine());
-    else
-        add(joined({"ignoring unknown attribute ", shown(written), " of <", tag, "> (warning)"}), attr.getLine(),
-            guiNearestWord(name, guiAttributeNames()));
+        return;
+    }
+    sstring const written = attr.getLHS();
+    add(joined({"ignoring unknown attribute ", shown(written), " of <", tag, "> (warning)"}), attr.getLine(),
+        guiNearestWord(lowerCase(written), guiAttributeNames()));
 }

@@ -40,7 +40,7 @@ public:
     void checkAttributes(mlSection* section);
 
 private:
-    void checkAttribute(std::string_view tag, mlAttr const& attr);
+    void checkAttribute(mlSection* section, mlAttr const& attr);
 
     sstring m_file;
     unsigned m_count = 0;

@@ -2,6 +2,7 @@
 #include "page/guitagtable.h"
 
 #include "foundation/vela-string.h"
+#include "page/guifoldedword.h"
 
 #include <algorithm>
 #include <cassert>
@@ -18,7 +19,7 @@ namespace {
 void guiTagTable::add(char const* word, guiTagReader reader, unsigned traits)
 {
     std::string_view const name(word);
-    assert(!name.empty() && name.size() <= kLongestWord && isLowerAscii(name));
+    assert(!name.empty() && name.size() <= guiFoldedWord::kLongest && isLowerAscii(name));
     assert(reader);
     [[maybe_unused]] bool const isNew = m_entries.emplace(name, entry{reader, traits}).second;
     assert(isNew);
@@ -26,16 +27,8 @@ void guiTagTable::add(char const* word, guiTagReader reader, unsigned traits)
 
 guiTagTable::entry const* guiTagTable::find(unsigned short const* units, unsigned length) const
 {
-    if (length > kLongestWord)
-        return nullptr;
-    char folded[kLongestWord];
-    for (unsigned i = 0; i < length; ++i) {
-        if (units[i] > 0x7F)
-            return nullptr;
-        bool const isUpper = units[i] >= 'A' && units[i] <= 'Z';
-        folded[i] = static_cast<char>(isUpper ? units[i] + ('a' - 'A') : units[i]);
-    }
-    auto found = m_entries.find(std::string_view(folded, length));
+    guiFoldedWord const word(units, length);
+    auto found = m_entries.find(word.view());
     return found == m_entries.end() ? nullptr : &found->second;
 }
 

@@ -35,15 +35,14 @@ public:
         unsigned traits; ///< of guiTagTrait
     };
 
-    /// `word` in lower-case ASCII, at most kLongestWord letters; it lives as long as the table. Each word once.
+    /// `word` in lower-case ASCII, at most guiFoldedWord::kLongest letters; it lives as long as the table. Each word
+    /// once.
     void add(char const* word, guiTagReader reader, unsigned traits = kTagPlain);
     /// Without regard to case; null for an unknown word.
     entry const* find(unsigned short const* units, unsigned length) const;
     entry const* find(sstring const& word) const;
     /// Every word, in order.
     std::vector<std::string_view> words() const;
-
-    static constexpr unsigned kLongestWord = 16;
 
 private:
     std::unordered_map<std::string_view, entry> m_entries;

@@ -3,6 +3,7 @@
 #include "controls/guihtmlimage.h"
 #include "controls/guimovie.h"
 #include "controls/guisound.h"
+#include "controls/readwav.h"
 #include "tests/script/controlscript.h"
 #include "tests/support/moviefile.h"
 
