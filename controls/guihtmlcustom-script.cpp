@@ -102,8 +102,8 @@ void guiHtmlCustom::buildCustomObject_script()
     }
     if (!instance) {
         if (!std::exchange(m_isReported, true))
-            velaLog("guiHtmlCustom: unable to construct instance of component %s\n",
-                    velaPrintable(m_component.name).c_str());
+            velaLog("guiHtmlCustom: unable to construct instance of component %s%s\n",
+                    velaPrintable(m_component.name).c_str(), velaPrintable(getString(kStringPlace)).c_str());
         return;
     }
     guiControlHost::current().bindObject(instance, this);

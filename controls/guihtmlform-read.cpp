@@ -15,6 +15,7 @@ void pullTableForm(guiHtmlParser& parser, guiHtmlForm* form, mlSection* section)
     guiHtmlParser::pullBorder(form, section);
     guiHtmlParser::pullMouseEvents(form, section);
     guiHtmlParser::pullName(form, section);
+    parser.keepPlace(form, section);
     parser.pullContent(form, section);
 }
 

@@ -64,6 +64,7 @@ void pullImage(guiHtmlParser& parser, guiHtmlImage* image, mlSection* section)
     image->setPlayback({guiHtmlParser::hasAttr(section, "pause") || guiHtmlParser::hasAttr(section, "paused"),
                         guiHtmlParser::hasAttr(section, "loop") || guiHtmlParser::hasAttr(section, "looped")});
     requestMap(parser, image, guiHtmlParser::pullAttr(section, "usemap"));
+    parser.keepPlace(image, section);
     sstring source = guiHtmlParser::pullAttr(section, "src");
     if (source.getLength())
         image->setSource(source);

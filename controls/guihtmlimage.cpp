@@ -6,6 +6,7 @@
 #include "controls/guiimagec.h"
 #include "controls/guiimagemap.h"
 #include "controls/guimovie.h"
+#include "page/guiatplace.h"
 #include "page/guihtmlsize.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
@@ -106,6 +107,7 @@ bool guiHtmlImage::isConsistent() const
 
 guiPictureRef guiHtmlImage::readSource()
 {
+    guiAtPlace const place(getString(kStringPlace));
     m_content.isLoaded = false;
     if (m_content.source.getLength() == 0)
         return nullptr;

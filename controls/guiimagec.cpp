@@ -5,6 +5,7 @@
 #include "controls/guipicturestore.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guiatplace.h"
 
 #include <QPixmapCache>
 #include <algorithm>
@@ -33,7 +34,8 @@ void cacheImage(guiFileState const& file, QPixmap const& image)
 
 guiPictureRef logFailure(sstring const& name, char const* why)
 {
-    velaLog("guiLoadImage() - failed to load image %s; %s\n", velaPrintable(name).c_str(), why);
+    velaLog("guiLoadImage() - failed to load image %s; %s%s\n", velaPrintable(name).c_str(), why,
+            guiAtPlace::text().c_str());
     return nullptr;
 }
 

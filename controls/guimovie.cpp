@@ -7,6 +7,7 @@
 #include "foundation/pmutex.h"
 #include "foundation/threading.h"
 #include "foundation/vela-log.h"
+#include "page/guiatplace.h"
 #include "page/guifiletype.h"
 #include "page/guinumbers.h"
 
@@ -51,7 +52,8 @@ std::shared_ptr<guiVideo const> readVideo(sstring const& name, QByteArray const&
 
 int logFailure(sstring const& name, char const* why)
 {
-    velaLog("guiMovie::loadFile() - failed to load movie %s; %s\n", velaPrintable(name).c_str(), why);
+    velaLog("guiMovie::loadFile() - failed to load movie %s; %s%s\n", velaPrintable(name).c_str(), why,
+            guiAtPlace::text().c_str());
     return 0;
 }
 

@@ -179,7 +179,7 @@ std::string oneOf(char const* const (&words)[N], FuzzRandom& random)
 
 std::string makeAttribute(FuzzRandom& random)
 {
-    std::string const name = " " + oneOf(kAttributes, random);
+    std::string const name = oneOf(kAttributes, random).insert(0, 1, ' ');
     return random.oneIn(8) ? name : name + "=\"" + oneOf(kValues, random) + "\"";
 }
 

@@ -2,6 +2,7 @@
 // attributes name. guihtmlparser-load.cpp parses the text. Content filters are script: one may delete the node.
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guiatplace.h"
 #include "page/guihtml.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
@@ -77,7 +78,7 @@ int loadPage(guiHtml* node, sstring const& path)
     guiNodeWatch self(node);
     node->setString(kStringFile, path);
     node->setCurrentDirectory();
-    guiPageFile file(path, "guiHtml::loadFile()");
+    guiPageFile file(path, "guiHtml::loadFile()", guiAtPlace::take());
     int const result = loadPageFile(node, file, self);
     if (!result && self.alive())
         empty(node);
@@ -100,7 +101,8 @@ int loadWithin(guiLoadBudget const& budget, guiHtml* node, sstring const& file)
         return node->loadPicture(path);
     if (!budget.isExhausted())
         return loadPage(node, path);
-    velaLog("guiHtml::loadFile() - %s is not loaded: too many pages within pages\n", velaPrintable(path).c_str());
+    velaLog("guiHtml::loadFile() - %s is not loaded: too many pages within pages%s\n", velaPrintable(path).c_str(),
+            guiAtPlace::text().c_str());
     return 0;
 }
 
@@ -122,8 +124,23 @@ int loadSource(guiHtml* node, sstring const& source)
     path = nameToLoad(node, path);
     if (!isWithin(node, path))
         return node->loadFile(source);
-    velaLog("guiHtml::dynamicLoad() - %s is not loaded: it contains itself\n", velaPrintable(path).c_str());
+    velaLog("guiHtml::dynamicLoad() - %s is not loaded: it contains itself%s\n", velaPrintable(path).c_str(),
+            guiAtPlace::text().c_str());
     return 0;
+}
+
+/// The background picture and the content that the node's attributes name.
+int loadNamedFiles(guiHtml* node)
+{
+    guiNodeWatch const self(node);
+    guiAtPlace const place(node->getString(kStringPlace));
+    if (node->hasString(kStringBackground) && !node->isBackgroundLoaded())
+        node->loadBackground(node->getString(kStringBackground));
+    if (!self.alive() || !node->hasString(kStringSource))
+        return 1;
+    sstring const source = node->getString(kStringSource);
+    node->setString(kStringSource, sstring());
+    return loadSource(node, source);
 }
 
 /// Top of a node in the content of its root, whatever the scroll positions.
@@ -193,14 +210,7 @@ int guiHtml::dynamicLoad()
 {
     assertOnGuiThread();
     guiNodeWatch self(this);
-    int result = 1;
-    if (hasString(kStringBackground) && !isBackgroundLoaded())
-        loadBackground(getString(kStringBackground));
-    if (self.alive() && hasString(kStringSource)) {
-        sstring source = getString(kStringSource);
-        setString(kStringSource, sstring());
-        result = loadSource(this, source);
-    }
+    int result = loadNamedFiles(this);
     for (unsigned i = 0; self.alive() && i < getChildCount(); ++i)
         if (guiChildList::isNode(getChild(i)) && !getChild(i)->dynamicLoad())
             result = 0;

@@ -149,6 +149,13 @@ void guiHtmlParser::pullBackground(guiHtml* node, mlSection* section)
         node->setBackgroundImage(pullAttr(section, "background"));
 }
 
+void guiHtmlParser::keepPlace(guiHtml* node, mlSection* section)
+{
+    auto const isGiven = [section](char const* name) { return section->findAttr(name) != nullptr; };
+    if (isGiven("src") || isGiven("background") || isGiven("classid"))
+        node->setString(kStringPlace, m_mistakes.place(section->getLine()));
+}
+
 namespace {
 
 /// The first of the two names that the element has as an attribute, null if it has neither.

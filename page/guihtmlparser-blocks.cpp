@@ -39,6 +39,7 @@ void guiHtmlParser::pullTable(guiHtml* node, mlSection* section)
     pullBorder(node, section);
     pullName(node, section);
     pullMouseEvents(node, section);
+    keepPlace(node, section);
     pullContent(node, section);
 }
 
@@ -62,6 +63,7 @@ void guiHtmlParser::pullTableCell(guiHtml* node, mlSection* section)
     pullBorder(node, section);
     pullMouseEvents(node, section);
     pullName(node, section);
+    keepPlace(node, section);
     pullContent(node, section);
 }
 

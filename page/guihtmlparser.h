@@ -70,6 +70,8 @@ public:
     unsigned depth() const { return m_depth; }
     /// The link around the element that is read, as guiHtml::onHyperlink() takes it; "" outside of one.
     sstring const& getLink() const { return m_link; }
+    /// Keeps with a node that names a file or a component where it was written, to be told when that is missing.
+    void keepPlace(guiHtml* node, mlSection* section);
     /// What is wrong in the page, for readers that find something.
     guiPageMistakes& mistakes() { return m_mistakes; }
     /// Logs, once for each page, that elements are nested deeper than kMaxNesting and are flattened. `line`: of the

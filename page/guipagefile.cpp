@@ -40,6 +40,6 @@ int guiPageFile::filter(guiPageRoot* root)
 
 int guiPageFile::fail(char const* what) const
 {
-    velaLog("%s - failed to %s %s\n", m_caller, what, velaPrintable(m_path).c_str());
+    velaLog("%s - failed to %s %s%s\n", m_caller, what, velaPrintable(m_path).c_str(), m_place.c_str());
     return 0;
 }

@@ -4,6 +4,9 @@
 
 #include "foundation/vela-string.h"
 
+#include <string>
+#include <utility>
+
 class guiPageRoot;
 class ScriptObject;
 
@@ -28,8 +31,11 @@ private:
 class guiPageFile
 {
 public:
-    /// `path`: the full name. `caller` such as "guiHtml::loadFile()"; a literal.
-    guiPageFile(sstring const& path, char const* caller) : m_path(path), m_caller(caller) {}
+    /// `path`: the full name. `caller` such as "guiHtml::loadFile()"; a literal. `place`: of what asked for it, as
+    /// guiAtPlace gives it.
+    guiPageFile(sstring const& path, char const* caller, std::string place = {})
+        : m_path(path), m_caller(caller), m_place(std::move(place))
+    {}
 
     /// Reads the file for the window whose script object is `owner` (may be null). 1, or 0 with a log line.
     int read(ScriptObject* owner);
@@ -45,5 +51,6 @@ public:
 private:
     sstring m_path;
     char const* m_caller;
+    std::string m_place;
     sstring m_text;
 };

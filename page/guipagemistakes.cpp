@@ -77,14 +77,18 @@ void guiPageMistakes::add(std::string const& message, unsigned line, std::string
 {
     assert(m_count > 0 && m_count <= kMostLines);
     std::string text = joined({kCaller, message});
-    if (m_file.getLength()) {
-        text += joined({" in ", velaPrintable(m_file)});
-        if (line != 0)
-            text += joined({":", std::to_string(line)});
-        if (!meant.empty())
-            text += joined({"; did you mean ", meant, "?"});
-    }
+    text += velaPrintable(place(line));
+    if (m_file.getLength() && !meant.empty())
+        text += joined({"; did you mean ", meant, "?"});
     velaLog("%s\n", text.c_str());
+}
+
+sstring guiPageMistakes::place(unsigned line) const
+{
+    if (m_file.getLength() == 0)
+        return {};
+    sstring const file = sstring(" in ") + m_file;
+    return line == 0 ? file : file + ":" + std::to_string(line).c_str();
 }
 
 void guiPageMistakes::addUnknownTag(mlSection* section)

@@ -30,6 +30,9 @@ public:
     /// page without a file has no place. `line` from 1; 0 when it is not known.
     void add(std::string const& message, unsigned line, std::string_view meant = {});
 
+    /// " in FILE:LINE" for messages about something that was written there; "" for a page without a file.
+    sstring place(unsigned line) const;
+
     /// A tag that nobody reads.
     void addUnknownTag(mlSection* section);
     /// A value that is none of the words of its attribute, such as the type of an input.

@@ -53,12 +53,13 @@ void pullFrameset(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     guiHtmlParser::pullBorder(frameset, section);
     guiHtmlParser::pullMouseEvents(frameset, section);
     guiHtmlParser::pullName(frameset, section);
+    parser.keepPlace(frameset, section);
     if (parent->getType() != guiHtml::kTypeFrameset)
         fillPlace(frameset);
     parser.pullContent(frameset, section);
 }
 
-void pullFrame(guiHtml* node, mlSection* section)
+void pullFrame(guiHtmlParser& parser, guiHtml* node, mlSection* section)
 {
     guiHtmlParser::pullString(node, section, "src", kStringSource);
     guiHtmlParser::pullBackground(node, section);
@@ -67,13 +68,14 @@ void pullFrame(guiHtml* node, mlSection* section)
     guiHtmlParser::pullBorder(node, section);
     guiHtmlParser::pullMouseEvents(node, section);
     guiHtmlParser::pullName(node, section);
+    parser.keepPlace(node, section);
 }
 
 void pullFrameTag(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
     auto* frame = new guiHtml;
     parser.appendGuiHtml(parent, frame);
-    pullFrame(frame, section);
+    pullFrame(parser, frame, section);
     frame->m.alignY = kAlignTop;
 }
 

@@ -29,6 +29,7 @@ std::set<std::pair<ScriptObject*, guiControlData*>> theBindings; // guarded by t
 /// Gives a picture another file, which is loaded now or, when the window is not on the screen, as soon as it is.
 void changePicture(guiHtmlImage& image, sstring const& file)
 {
+    image.setString(kStringPlace, sstring()); // script names this one, not the page
     image.setSource(guiFullName(&image, file));
     QWidget* window = image.getTopLevelWidget();
     if (window && window->isVisible())

@@ -206,5 +206,6 @@ TEST_F(LoadTest, APageBringsThePagesOfItsCellsAndFrames)
 TEST_F(LoadTest, APageOpensWithoutAFrameThatIsMissing)
 {
     EXPECT_TRUE(loadBytes("<html><body><frameset cols=\"*\"><frame src=\"no.html\"></frameset></body></html>"));
-    EXPECT_EQ(printed, "guiHtml::loadFile() - failed to load file " + (pages.path() / "no.html").string() + "\n");
+    EXPECT_EQ(printed, "guiHtml::loadFile() - failed to load file " + (pages.path() / "no.html").string() + " in " +
+                           (pages.path() / "page.html").string() + ":1\n");
 }

@@ -293,8 +293,8 @@ TEST_F(ControlScript, ImagesTakeTheSizeOfTheirPicture)
     QImage(50, 30, QImage::Format_RGB32).save(QString::fromStdString((folder / "good.png").string()));
     testing::internal::CaptureStderr();
     NativeWindow window = open("<img src=good.png name=i border=2><img src=none.png name=b>");
-    EXPECT_EQ(loggedAboutPictures(),
-              "guiLoadImage() - failed to load image " + (folder / "none.png").string() + "; file not found\n");
+    EXPECT_EQ(loggedAboutPictures(), "guiLoadImage() - failed to load image " + (folder / "none.png").string() +
+                                         "; file not found in " + (folder / "page.html").string() + ":1\n");
     auto& image = node<guiHtmlImage>("i");
     EXPECT_EQ(image.getPreferredWidth(), 54);
     EXPECT_EQ(image.getHeightEstimate(0), 34);
@@ -439,9 +439,9 @@ TEST_F(ControlScript, MissingAndBrokenMoviesAreNamedAndShowNothing)
     testing::internal::CaptureStderr();
     NativeWindow window = open("<img src=bad.avi name=i>");
     std::string const log = testing::internal::GetCapturedStderr();
-    EXPECT_NE(
-        log.find("guiMovie::loadFile() - failed to load movie " + (folder / "bad.avi").string() + "; bad format\n"),
-        std::string::npos)
+    EXPECT_NE(log.find("guiMovie::loadFile() - failed to load movie " + (folder / "bad.avi").string() +
+                       "; bad format in " + (folder / "page.html").string() + ":1\n"),
+              std::string::npos)
         << log;
     EXPECT_FALSE(node<guiHtmlImage>("i").getMovie()->isValid());
     EXPECT_EQ(node<guiHtmlImage>("i").m.rect.width, 0);

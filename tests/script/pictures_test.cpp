@@ -223,7 +223,8 @@ protected:
 
     std::string lineOf(char const* name, char const* why) const
     {
-        return "guiLoadImage() - failed to load image " + (folder / name).string() + "; " + why + "\n";
+        return "guiLoadImage() - failed to load image " + (folder / name).string() + "; " + why + " in " +
+               (folder / "page.html").string() + ":1\n";
     }
 };
 
