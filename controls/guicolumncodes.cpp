@@ -16,6 +16,23 @@ unsigned nextCode(sstring const& text, unsigned from)
     return from;
 }
 
+/// Whether the codes end with a number without its second bar. A bar behind a number belongs to it, and the next bar in
+/// front of a digit begins another: of the numbers at the end, every other one is a text.
+bool endsInOpenCode(sstring const& codes)
+{
+    unsigned short const* units = codes.getUnicode();
+    bool isOpen = false;
+    for (unsigned end = codes.getLength();;) {
+        unsigned begin = end;
+        while (begin > 0 && isDigit(units[begin - 1]))
+            --begin;
+        if (begin == end || begin == 0 || units[begin - 1] != '|')
+            return isOpen;
+        isOpen = !isOpen;
+        end = begin - 1;
+    }
+}
+
 } // namespace
 
 guiColumnCode guiReadColumnCode(sstring const& codes, unsigned at)
@@ -37,17 +54,19 @@ guiColumnCode guiReadColumnCode(sstring const& codes, unsigned at)
 
 bool guiContainsColumnCode(sstring const& text) { return nextCode(text, 0) < text.getLength(); }
 
-sstring guiColumnCodeOf(int column, sstring const& text)
+void guiAddColumnText(sstring& codes, int column, sstring const& text)
 {
     assert(column >= 1);
-    return sformat("|%ld|", long{column}) + text;
+    if (endsInOpenCode(codes))
+        codes += "|";
+    codes += sformat("|%ld|", long{column}) + text;
 }
 
 void guiSetColumnText(sstring& codes, guiUncodedTexts& uncoded, int column, sstring const& text, bool cannotExpress)
 {
     std::erase_if(uncoded.texts, [column](auto const& older) { return older.column == column; });
     if (!cannotExpress) {
-        codes += guiColumnCodeOf(column, text);
+        guiAddColumnText(codes, column, text);
         return;
     }
     uncoded.add(column, text);

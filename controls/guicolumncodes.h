@@ -26,8 +26,9 @@ guiColumnCode guiReadColumnCode(sstring const& codes, unsigned at);
 /// Whether codes cannot express the text, because it would be read as several segments.
 bool guiContainsColumnCode(sstring const& text);
 
-/// "|N|" and the text.
-sstring guiColumnCodeOf(int column, sstring const& text);
+/// Appends "|N|" and the text, which is one that codes can express. A number that the codes leave open at their end
+/// ("x|2") ends there.
+void guiAddColumnText(sstring& codes, int column, sstring const& text);
 
 /// Texts that stand beside the codes and are taken literally.
 struct guiUncodedTexts

@@ -23,7 +23,10 @@ int widthIn(sstring const& segment)
     return segment.find(kWidth) == 0 ? guiToPixels(segment.subString(sizeof kWidth - 1)) : -1;
 }
 
-sstring widthCode(int column, int width) { return sformat("|%ld|%s%ld", long{column}, kWidth, long{width}); }
+void addWidth(sstring& codes, int column, int width)
+{
+    guiAddColumnText(codes, column, sformat("%s%ld", kWidth, long{width}));
+}
 
 /// Whether column codes can express the heading.
 bool isHeadingCode(sstring const& heading) { return !guiContainsColumnCode(heading) && heading.find(kWidth) != 0; }
@@ -171,10 +174,10 @@ void guiHtmlControlFlex::saveColumns()
         if (!isHeadingCode(heading))
             m_list.uncodedHeadings.add(column, heading);
         else
-            m_list.columnCodes += guiColumnCodeOf(column, heading);
+            guiAddColumnText(m_list.columnCodes, column, heading);
         bool const fills = column == count && m_listView->header()->stretchLastSection();
         if (m_widths.contains(column) && !fills)
-            m_list.columnCodes += widthCode(column, m_listView->columnWidth(column - 1));
+            addWidth(m_list.columnCodes, column, m_listView->columnWidth(column - 1));
     }
     m_list.uncodedHeadings.at = m_list.columnCodes.getLength();
 }
@@ -190,7 +193,7 @@ void guiHtmlControlFlex::saveTexts(guiHtmlControlFlexEntry& entry)
         else if (column == 1)
             entry.text = cell;
         else if (cell.getLength())
-            entry.text += guiColumnCodeOf(column, cell);
+            guiAddColumnText(entry.text, column, cell);
     }
     entry.uncoded.at = entry.text.getLength();
 }
@@ -203,7 +206,7 @@ void guiHtmlControlFlex::setColumnWidth(int column, int width)
     if (column < 1)
         return;
     if (!m_listView) {
-        m_list.columnCodes += widthCode(column, width);
+        addWidth(m_list.columnCodes, column, width);
         return;
     }
     int const count = m_listView->columnCount();

@@ -22,7 +22,7 @@ void readColumnTexts(mlSection* section, guiHtmlControlFlexEntry& entry)
         else if (column == 1)
             entry.text = text;
         else
-            entry.text += guiColumnCodeOf(column, text);
+            guiAddColumnText(entry.text, column, text);
     }
 }
 

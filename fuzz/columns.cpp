@@ -89,34 +89,20 @@ bool isColumn(int number) { return number >= 1 && number <= kMaxColumns; }
 /// The texts of a row, or the headings.
 using Texts = std::map<int, QString>;
 
-void apply(Texts& texts, QString const& codes, bool areHeadings)
+/// A text for several columns; what names its column is literal.
+void apply(Texts& texts, QString const& codes)
 {
     for (Segment const& segment : split(codes)) {
         int const column = segment.isNumbered ? segment.column : 1;
-        if (isColumn(column) && !(areHeadings && segment.text.startsWith(u"WIDTH=")))
+        if (isColumn(column))
             texts[column] = segment.text;
     }
 }
 
-/// Without a widget, texts are appended as codes, which are parsed when there is one: a code that an earlier text
-/// leaves open includes the text that follows.
-struct Coded
-{
-    Texts texts;
-    QString pending;
-    bool areHeadings = false;
-
-    void settle()
-    {
-        apply(texts, pending, areHeadings);
-        pending.clear();
-    }
-};
-
 struct Row
 {
     QString value;
-    Coded cells;
+    Texts cells;
     bool isChecked = false;
     int type = kFlexPlain;
 };
@@ -149,17 +135,6 @@ private:
     {
         m_page.root.updateLayout(1);
         require(isShown(), "there is no widget");
-        settle();
-    }
-
-    /// Parses the codes if there is a widget.
-    void settle()
-    {
-        if (!isShown())
-            return;
-        m_headings.settle();
-        for (Row& row : m_rows)
-            row.cells.settle();
     }
 
     QString value() { return QStringLiteral("v%1").arg(m_input.below(6)); }
@@ -209,19 +184,14 @@ private:
         if (find(key))
             return; // which of two rows with the same key is found depends on where the second is stored
         m_flex->addItem(toText(key), toText(text), toText(value()), type);
-        m_rows.push_back({key, {{}, text.isEmpty() ? key : text}, false, type});
-        settle();
+        m_rows.push_back({key, {}, false, type});
+        apply(m_rows.back().cells, text.isEmpty() ? key : text);
     }
 
-    /// With a widget, texts are not parsed for codes.
-    void set(Coded& texts, int column, QString const& text)
+    static void set(Texts& texts, int column, QString const& text)
     {
-        if (!isColumn(column))
-            return;
-        if (isShown())
-            texts.texts[column] = text;
-        else
-            texts.pending += QStringLiteral("|%1|").arg(column) + text;
+        if (isColumn(column))
+            texts[column] = text;
     }
 
     void setCell()
@@ -245,10 +215,7 @@ private:
     void setWidth()
     {
         int const at = column();
-        int const width = static_cast<int>(m_input.word()) - 100;
-        m_flex->setColumnWidth(at, width);
-        if (!isShown() && at >= 1)
-            m_headings.pending += QStringLiteral("|%1|WIDTH=%2").arg(at).arg(width);
+        m_flex->setColumnWidth(at, static_cast<int>(m_input.word()) - 100);
     }
 
     void removeRow()
@@ -294,7 +261,7 @@ private:
     void compare()
     {
         auto const* view = dynamic_cast<guiWidgetListView const*>(m_flex->getChildWidget());
-        for (auto const& [column, text] : m_headings.texts)
+        for (auto const& [column, text] : m_headings)
             require(view->headerItem()->text(column - 1) == text, "a heading is not what was set");
         for (Row const& row : m_rows)
             compareRow(row);
@@ -305,7 +272,7 @@ private:
     {
         guiHtmlControlFlexEntry const* entry = m_flex->findItem(istring(toText(row.value)));
         require(entry && entry->item, "a row is missing");
-        for (auto const& [column, text] : row.cells.texts)
+        for (auto const& [column, text] : row.cells)
             require(entry->item->text(column - 1) == text, "a cell is not what was set");
         require(row.type != kFlexCheckBox || entry->item->isOn() == row.isChecked, "a check box is not as it was set");
     }
@@ -314,7 +281,7 @@ private:
     PageWindow m_page;
     guiHtmlControlFlex* m_flex = nullptr;
     std::vector<Row> m_rows;
-    Coded m_headings{{}, {}, true};
+    Texts m_headings;
 };
 
 } // namespace

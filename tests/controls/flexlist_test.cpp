@@ -127,6 +127,22 @@ TEST(ColumnCodes, AreNotReadInTextsThatNameTheirColumn)
     EXPECT_EQ(view->headerItem()->text(1), "WIDTH=300");
     EXPECT_EQ(view->columnCount(), 2);
 }
+TEST(ColumnCodes, ThatATextLeavesOpenDoNotTakeInTheNextOne)
+{
+    ShownPage page("<object classid=listview name=f></object>");
+    auto& flex = page.control<guiHtmlControlFlex>("f");
+    flex.destroyChildWidget();
+    flex.addItem("open", "x|2", sstring(), kFlexPlain);
+    flex.addItem("text", "x|2|3", sstring(), kFlexPlain);
+    flex.addItem("third", "x|1|y|2", sstring(), kFlexPlain);
+    for (char const* value : {"open", "text", "third"})
+        flex.setItemText(value, 3, "z");
+    page.layOut();
+    auto cell = [&](char const* value, int column) { return flex.findItem(value)->item->text(column - 1); };
+    EXPECT_EQ(cell("open", 1) + "," + cell("open", 2) + "," + cell("open", 3), "x,,z");
+    EXPECT_EQ(cell("text", 1) + "," + cell("text", 2) + "," + cell("text", 3), "x,3,z");
+    EXPECT_EQ(cell("third", 1) + "," + cell("third", 2) + "," + cell("third", 3), "y,,z");
+}
 
 TEST(FlexRows, StandInTheirColumnsAndUnderTheirParents)
 {
