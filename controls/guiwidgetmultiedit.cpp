@@ -2,6 +2,7 @@
 #include "controls/guiwidgetmultiedit.h"
 
 #include "controls/guieventscope.h"
+#include "controls/guiframe.h"
 #include "controls/guihtmlcontroledit.h"
 #include "foundation/vela-qt.h"
 
@@ -51,5 +52,6 @@ bool guiWidgetMultiEdit::event(QEvent* event)
         setVerticalScrollBarPolicy(hasRoom ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
         setHorizontalScrollBarPolicy(hasRoom ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     }
-    return QPlainTextEdit::event(event);
+    bool const isPainted = event->type() == QEvent::Paint && guiPaintFrame(this);
+    return isPainted || QPlainTextEdit::event(event);
 }

@@ -97,6 +97,8 @@ void NodeObject::unbind()
 {
     assert(m_engine.isScriptThread());
     m_isBound = false;
+    if (!m_engine.pump().isClosed())
+        m_script.Reset(); // an environment that ends frees only references to what has not been collected
     m_engine.methodNames().untrack(*this);
     updateLifetime();
 }

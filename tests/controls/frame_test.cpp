@@ -1,6 +1,7 @@
-// tests/controls/frame_test.cpp: the frames of lists at fractional scales.
+// tests/controls/frame_test.cpp: the frames of lists and text areas at fractional scales.
 #include "controls/guiwidgetlistbox.h"
 #include "controls/guiwidgetlistview.h"
+#include "controls/guiwidgetmultiedit.h"
 
 #include <QImage>
 #include <QPalette>
@@ -90,10 +91,11 @@ void expectWholeFrames(qreal scale)
 
 } // namespace
 
-TEST(FrameOfAList, IsWholeAtAnyScale)
+TEST(Frames, OfListsAndTextAreasAreWholeAtAnyScale)
 {
     for (qreal const scale : {1.0, 1.25, 1.5, 1.75, 2.0, 2.5}) {
         expectWholeFrames<guiWidgetListBox>(scale);
         expectWholeFrames<guiWidgetListView>(scale);
+        expectWholeFrames<guiWidgetMultiEdit>(scale);
     }
 }
