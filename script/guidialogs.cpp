@@ -53,6 +53,27 @@ private:
     guiDialogAnswer m_answer;
 };
 
+/// Ends a dialog when its window disappears. The window may be deleted only later, at the end of a handler that waits
+/// for the answer. Belongs to the dialog.
+class windowWatch : public QObject
+{
+public:
+    windowWatch(QDialog* dialog, QWidget* window) : QObject(dialog), m_dialog(dialog)
+    {
+        window->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Hide && !event->spontaneous()) // spontaneous: the user has minimized it
+            m_dialog->reject();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QDialog* m_dialog; // its owner
+};
+
 /// The window that a dialog belongs to. A window manager may be late to say which one is active, or never say it.
 QWidget* owningWindow()
 {
@@ -131,7 +152,8 @@ madeDialog makePrompt(guiDialogRequest const& request, QWidget* parent)
     dialog->setTextEchoMode(request.option == "password" ? QLineEdit::Password : QLineEdit::Normal);
     dialog->setLabelText(sstoq(request.text));
     dialog->setTextValue(sstoq(request.value));
-    dialog->sizeHint(); // makes the widgets
+    constexpr int kLeastWidth = 320;
+    dialog->resize(dialog->sizeHint().expandedTo(QSize(kLeastWidth, 0))); // makes the widgets
     for (QLabel* label : dialog->findChildren<QLabel*>())
         label->setTextFormat(Qt::PlainText);
     return {dialog, [dialog]() -> answerList { return {qtoss(dialog->textValue())}; }};
@@ -226,6 +248,8 @@ bool guiDialog_show(guiDialogRequest const& request, guiDialogAnswer answer)
         if (request.title.getLength() != 0)
             made.dialog->setWindowTitle(sstoq(request.title));
         connectAnswer(made, isMessage(request.kind), std::move(answer));
+        if (parent)
+            new windowWatch(made.dialog, parent);
         made.dialog->setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);
         pGUI->getThread()->forceEnable();
         made.dialog->show();

@@ -1,8 +1,8 @@
 // Type definitions of tarn-gui: native windows whose content is a page in a small HTML.
 //
 // All methods run on the script thread and wait for the GUI thread; handlers and timers may run meanwhile. A method that is
-// called with other arguments than declared here does nothing and gives its neutral result. A method of a window or control
-// that is gone gives its neutral result as well.
+// called with other arguments than declared here throws a TypeError that names the method and the argument. A method of a
+// window or control that is gone gives its neutral result: false, null, 0 or "".
 
 /** A value that the component hands to a handler or takes from one. `undefined` becomes `null`, a `bigint` a number. */
 export type Value = null | boolean | number | string | object;
@@ -25,11 +25,36 @@ export interface Session {
     readonly currentForm: Form | null;
 }
 
+/** The name of a file: relative to the folder of the calling script, a full path, `vfs://name/path`, or a `file:` URL. */
+export type Path = string | URL;
+
+/** Page text that `html` has made; its `toString()` gives the text. */
+export interface Html {
+    readonly [htmlBrand]: true;
+    toString(): string;
+}
+declare const htmlBrand: unique symbol;
+
+/** What may stand in `html`: nothing comes of null, undefined and false, and all of an array. */
+export type HtmlValue = Html | string | number | bigint | boolean | Date | null | undefined | readonly HtmlValue[];
+
+/**
+ * Makes page text in which the values are data, whatever they contain: `<`, `>`, `&` and quotation marks in them are
+ * written as references. A value that is itself made by `html`, and an array of such, is taken as it is. Put
+ * quotation marks around an attribute whose value comes from the program.
+ *
+ *     const rows = people.map((each) => html`<tr><td>${each.name}</td></tr>`);
+ *     GuiWindow.from(html`<table border="1">${rows}</table>`).show();
+ */
+export function html(strings: TemplateStringsArray, ...values: HtmlValue[]): Html;
+
 /**
  * A handler, as a method of a window, of a control or of a custom element: a link `event://onPick/3/red` calls
  * `onPick(session, '3', 'red')`. A non-empty string that it returns is followed as a link. When it returns a promise, the
  * call ends when the promise settles; user input other than mouse movements is ignored until then. What it throws is an
- * uncaught error of the process.
+ * uncaught error of the process, unless the program has set `tarn.onError`.
+ *
+ *     const pick: Handler = (session, number, colour) => { session.currentWindow?.setTitle(`${number} ${colour}`); };
  */
 export type Handler = (session: Session, ...args: string[]) => unknown;
 
@@ -42,13 +67,44 @@ export interface Messages {
     getString(key: string): string | null | undefined;
 }
 
-/** A window whose content is a page. Handlers are methods of a subclass, or functions assigned to the object. */
+/**
+ * Names of handlers, "onOk" or "eMenu": functions of these names may be assigned to windows and controls, and what a page
+ * names in `event://onOk/1/2` is called with the session and the texts behind the name.
+ *
+ *     window.onOk = (session, first, second) => window.close();
+ */
+export interface Handlers {
+    [handler: `on${Capitalize<string>}` | `e${Capitalize<string>}`]: Handler | undefined;
+}
+
+/**
+ * A window whose content is a page. Handlers are methods of a subclass, or functions assigned to the object.
+ *
+ *     class Order extends GuiWindow {
+ *         onOk(session: Session, id: string) { this.setReturnValue(id); this.close(); }
+ *     }
+ *     const id = new Order('order.html').show();
+ */
 export class GuiWindow {
+    [handler: `on${Capitalize<string>}` | `e${Capitalize<string>}`]: Handler | undefined;
+
     /**
      * With a path, loads that page. A relative path starts at the folder of the script that makes the window;
-     * `vfs://name/path` lies in a folder that was registered with `tarn.mount`.
+     * `vfs://name/path` lies in a folder that was registered with `tarn.mount`. A page that cannot be read throws an
+     * `Error` with `code`, such as "ENOENT", and `path`.
+     *
+     *     const window = new GuiWindow('order.html');
+     *     const other = new GuiWindow(new URL('order.html', import.meta.url));
      */
-    constructor(path?: string);
+    constructor(path?: Path);
+
+    /**
+     * A window, or one of the class that it is called on, whose page is this text. The title and the sizes of the body
+     * become the window's; relative names in the text start at the folder of the calling script.
+     *
+     *     GuiWindow.from(html`<title>Hello</title><body width="300" height="100"><p>Hello, ${name}`).open();
+     */
+    static from<Window extends GuiWindow>(this: new () => Window, page: string | Html): Window;
 
     /**
      * Registers a filter for pages whose name matches `pattern`: a function, or an object that knows messages. Without a
