@@ -77,6 +77,10 @@ const printed = [
     [`${open} window.setSizePolicy("fixed")`, 'tarn: GuiWindow.setSizePolicy(policy): "fixed" is none of "SCROLL", "RESIZE" and "FIXED"; did you mean "FIXED"?'],
     [`${open} window.load("ordr.html")`, 'guiHtml::loadFile() - failed to load file AT/ordr.html'],
     [`${open} window.emenu = () => {}; window.control("bar").activateItem("save")`, 'tarn: no handler eMenu for event://eMenu/save; did you mean emenu?'],
+    [`${open} window.eMenu = (session) => { session.currentForm.whoo = "Bob"; session.currentForm.whoo = "Eve"; }; window.control("bar").activateItem("save")`,
+        'tarn: the form has no control "whoo"; did you mean "who"?'],
+    [`${open} window.eMenu = ({ currentForm }) => { String(currentForm.mlik); }; window.control("bar").activateItem("save")`,
+        'tarn: the form has no control "mlik"; did you mean "milk"?'],
     [`${open} window.control("who").setSizePolicy("Scroll")`, 'tarn: GuiControl.setSizePolicy(policy): "Scroll" is none of "SCROLL", "RESIZE" and "FIXED"; did you mean "SCROLL"?'],
 ];
 

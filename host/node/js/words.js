@@ -24,4 +24,21 @@ function tellUnknownPolicy(owner, object, policy) {
     }
 }
 
-module.exports = { meant, tell, tellUnknownPolicy };
+/** The names that were told already, by form. */
+const toldNames = new WeakMap();
+
+/** Node.js and JavaScript ask objects for these by themselves. */
+const askedAnyway = new Set(['then', 'toJSON', 'inspect', 'asymmetricMatch', 'nodeType', ...Object.getOwnPropertyNames(Object.prototype)]);
+
+/** Script reads or assigns a property of a form that is no control: one line for each name. `known`: the controls' names. */
+function tellUnknownControl(form, name, known) {
+    const told = toldNames.get(form) ?? new Set();
+    toldNames.set(form, told);
+    if (known.length === 0 || askedAnyway.has(name) || told.has(name)) {
+        return;
+    }
+    told.add(name);
+    tell(`the form has no control "${name}"${meant(name, known)}`);
+}
+
+module.exports = { meant, tell, tellUnknownControl, tellUnknownPolicy };
