@@ -628,3 +628,5 @@ export function openFolderAsync(options?: { title?: string; folder?: string }): 
 /** Asks for a colour, "#RRGGBB", null when that was cancelled: `tarn.pickColor({ color: '#336699' })`. */
 export function pickColor(options?: { title?: string; color?: string }): string | null;
 export function pickColorAsync(options?: { title?: string; color?: string }): Promise<string | null>;
+
+export {}; // only what says so is exported

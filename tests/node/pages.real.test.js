@@ -22,10 +22,12 @@ test('html makes data of values, and takes what it has made itself as it is', ()
 
 test('what html was given is shown letter by letter', () => {
     const text = '<b>&amp; "quoted" \'it\' [[b]]x[[/b]] &lt;';
-    const window = GuiWindow.from(html`<input type="text" name="field" value="${text}">`);
-    window.open();
     assert.equal(GuiWindow.from(html`<title>${text}</title>x`).getTitle(), text);
-    window.close();
+    assert.equal(String(html`<p title="${'[[b]]'}">`), '<p title="[[b]]">', 'an attribute is exact');
+    assert.equal(String(html`<textarea name="t">${'[[b]]'}`), '<textarea name="t">[[b]]', 'and so is what a field holds');
+    const joined = (parts) => parts.join('\u2060');
+    assert.equal(String(html`<p>${'[[a event://onDelete]]x[[/a]]'}`), `<p>${joined(['[', '[a event://onDelete]]x[', '[/a]]'])}`);
+    assert.equal(String(html`[${'[b]]'}|${'['}[b]]|${'[1]'}`), `${joined(['[', '[b]]|[', '[b]]|[1]'])}`);
 });
 
 test('a window from text has the title and the sizes of its body, in from() and in the first setText()', () => {
@@ -74,6 +76,7 @@ test('a page reaches what the application has added, close(), and nothing else',
         console.log(scanMethods(new Gauge()).join());
         window.setText('<input type="button" name="go" value="Go">');
         console.log(scanMethods(window.control('go')).join(), findMethod(window.control('go'), 'setText'), findMethod(window.control('go'), 'check'));
+        findMethod(window, 'close').call(window, tarn.session, 'text', 'of the page');
         window.control('go').onPick = () => {};
         console.log(scanMethods(window.control('go')).join());`);
     assert.deepEqual([stdout, stderr, code], [

@@ -15,11 +15,21 @@ function next(object) {
     return prototype === null || builtIns.has(prototype) ? null : prototype;
 }
 
+/** What `event://close/1` calls: close() takes nothing that a page could pass. */
+function closeThis() {
+    return this.close();
+}
+
 /** The method that the object itself offers to pages; getters are not run, and offer none. */
 function methodHere(object, name) {
     const value = Object.getOwnPropertyDescriptor(object, name)?.value;
-    const isOffered = typeof value === 'function' && name !== 'constructor' && (name === 'close' || !isOwnMethod(value, name));
-    return isOffered ? value : undefined;
+    if (typeof value !== 'function' || name === 'constructor') {
+        return undefined;
+    }
+    if (isOwnMethod(value, name)) {
+        return name === 'close' ? closeThis : undefined;
+    }
+    return value;
 }
 
 function hasProperty(object, name) {
