@@ -82,7 +82,7 @@ test('a page whose class nobody has registered opens, with one line', async () =
         console.log(window.open());
         window.close();`);
     assert.equal(stdout, 'true\ntrue\n');
-    assert.equal(stderr, 'guiHtmlCustom: unable to construct instance of component Nobody\n');
+    assert.match(stderr, /^guiHtmlCustom: unable to construct instance of component Nobody in \/.*\.html:1\n$/);
 });
 
 test('a constructor that throws is an error of the program, and the page opens', async () => {
@@ -96,7 +96,7 @@ test('a constructor that throws is an error of the program, and the page opens',
         window.close();`);
     assert.match(stdout, /caught no/);
     assert.match(stdout, /true\n/);
-    assert.equal(stderr, 'guiHtmlCustom: unable to construct instance of component Bad\n');
+    assert.match(stderr, /^guiHtmlCustom: unable to construct instance of component Bad in \/.*\.html:1\n$/);
 });
 
 test('what a handler throws is an uncaught error, and the next drawing comes', async () => {
