@@ -35,11 +35,12 @@ private:
     void reserved20() override {}
 };
 
-/// ScriptObject without its reserved positions, for a host without arrays.
+/// ScriptObject without its reserved positions, for a host without arrays that lists no methods.
 class ScriptObjectSlots : public ScriptObject
 {
 public:
     int readNumbers(double*, int) override { return -1; }
+    unsigned methodNames(sstring*, unsigned) override { return 0; }
 
 protected:
     ~ScriptObjectSlots() = default;
@@ -54,7 +55,6 @@ private:
     void reserved7() override {}
     void reserved8() override {}
     void reserved9() override {}
-    void reserved22() override {}
     void reserved23() override {}
     void reserved25() override {}
     void reserved27() override {}

@@ -12,6 +12,8 @@ enum guiAttributeKind
     kAttributeColor,  ///< see guicolortext.h
     kAttributeLength, ///< pixels, or percent
     kAttributeNumber, ///< a number, maybe with a sign
+    kAttributeLink,   ///< an address, or a handler to call
+    kAttributeAction, ///< the same, where a handler is meant in nearly every case
 };
 
 /// The kind of an attribute; null for a name that no element has. `tag` and `name` in lower case.

@@ -5,6 +5,7 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "page/guilinkname.h"
+#include "page/guimissinghandler.h"
 #include "page/guinodewatch.h"
 #include "page/guipagehost.h"
 #include "page/guipageroot.h"
@@ -103,8 +104,11 @@ int guiHtml::onHyperlinkAction(sstring& link, sstring& target, ScriptObject* obj
     guiNodeWatch self(this);
     guiNodeWatch root(getBaseHtml());
     sstring reply;
-    if (!callHandler(this, object, guiPageObjectOf(this), event, reply))
+    if (!callHandler(this, object, guiPageObjectOf(this), event, reply)) {
+        if (self.alive())
+            guiTellMissingHandler(this, object, event);
         return 0;
+    }
     // When the handler deleted this node and returned the name of a file, the file is loaded into the window.
     auto* window = static_cast<guiPageRoot*>(root.get());
     guiHtml* from = self.alive() ? this : window;

@@ -29,9 +29,12 @@ void guiHtmlParser::keepError(sstring const& message)
         m_error = message;
 }
 
-/// Logs the first error, if there was one; whether the page was read completely.
-bool guiHtmlParser::endPage()
+/// Tells the root of the node where the page names its handlers. Logs the first error, if there was one; whether the
+/// page was read completely.
+bool guiHtmlParser::endPage(guiHtml* node)
 {
+    if (guiPageRoot* root = m_mistakes.handlers().empty() ? nullptr : node->getBaseHtml())
+        root->handlerPlaces().add(velaPrintable(m_mistakes.file()), m_mistakes.handlers());
     for (mlUnknownReference const& reference : m_parser->unknownReferences())
         m_mistakes.addUnknownReference(reference.name, reference.line);
     if (m_error.getLength() == 0)
@@ -49,7 +52,7 @@ int guiHtmlParser::pullPage(guiHtml* node)
         if (window)
             pullBorder(node, section);
     }
-    return endPage();
+    return endPage(node);
 }
 
 int guiHtmlParser::pullWindow(guiPageRoot* window)
@@ -59,7 +62,7 @@ int guiHtmlParser::pullWindow(guiPageRoot* window)
         pullSizeInfo(window, section);
         guarded([&] { pullBase(window, section); });
     }
-    return m_hasContent && endPage(); // without content the caller logs the only line
+    return m_hasContent && endPage(window); // without content the caller logs the only line
 }
 
 /// Parses the markup, and reads the window's title (if `window` is not null) and the node's colours, background and

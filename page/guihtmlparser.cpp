@@ -179,7 +179,8 @@ void guiHtmlParser::pullUnknown(guiHtml* parent, mlSection* section)
 void guiHtmlParser::warnOfDepth(unsigned line)
 {
     if (!std::exchange(m_warnedOfDepth, true) && m_mistakes.mayAdd())
-        m_mistakes.add("elements nested deeper than " + std::to_string(kMaxNesting) + " levels are flattened (warning)",
+        m_mistakes.add("guiHtmlParser::pullContent() - elements nested deeper than " + std::to_string(kMaxNesting) +
+                           " levels are flattened (warning)",
                        line);
 }
 

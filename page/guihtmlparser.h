@@ -204,7 +204,7 @@ private:
     template <typename Step>
     void guarded(Step step);
     void keepError(sstring const& message);
-    bool endPage();
+    bool endPage(guiHtml* node);
     mlSection* openPage(guiHtml* node, guiPageRoot* window);
     mlSection* findContent();
     void pullTitle(guiPageRoot* window);

@@ -16,6 +16,7 @@ guiPageHost& defaultHost()
 } // namespace
 
 int guiPageHost::callHandler(guiHtml*, ScriptObject*, sstring const&, sstring&) { return 0; }
+std::vector<sstring> guiPageHost::methodNames(ScriptObject*) { return {}; }
 int guiPageHost::openOutside(guiHtml*, sstring const&) { return 0; }
 ScriptObject* guiPageHost::buildCustomObject(guiHtml*) { return nullptr; }
 void guiPageHost::unbindObject(ScriptObject*, guiHtml*) {}

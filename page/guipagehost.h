@@ -6,6 +6,8 @@
 #include "foundation/vela-string.h"
 #include "page/guipicture.h"
 
+#include <vector>
+
 class guiHtml;
 class guiPageRoot;
 class ScriptObject;
@@ -22,6 +24,8 @@ public:
     /// Calls the handler that `event` names ("onPick/3/red": the method `onPick`) on `target` and waits for it. 0 when
     /// `target` has no such method; else 1 and, in `reply`, the string that it returned, "" for anything else.
     virtual int callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply);
+    /// The names of the methods that callHandler() finds, as far as the host can list them. For messages.
+    virtual std::vector<sstring> methodNames(ScriptObject* target);
     /// Opens an address that is no page of the program's ("https:", "mailto:"): the window's handler `eLink` is called
     /// with it, or without one the desktop opens it. 0, with a log line, when neither could. Runs script.
     virtual int openOutside(guiHtml* node, sstring const& address);

@@ -7,6 +7,7 @@
 #include "page/guiattributes.h"
 #include "page/guicolortext.h"
 #include "page/guifoldedword.h"
+#include "page/guilinkname.h"
 #include "page/guinearest.h"
 #include "page/guitagtable.h"
 
@@ -54,14 +55,34 @@ bool isNumber(std::string_view text)
 char const* problemOf(guiAttributeKind kind, sstring const& value)
 {
     guiColor color;
-    if (value.getLength() == 0 || kind == kAttributeText)
+    if (value.getLength() == 0)
         return "";
     if (kind == kAttributeColor)
         return guiReadColor(value, &color) ? "" : "a color";
     return isNumber(velaPrintable(value)) ? "" : "a number";
 }
 
-constexpr char kCaller[] = "guiHtmlParser::pullContent() - ";
+constexpr char kCaller[] = "tarn: ";
+
+bool isNameLetter(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '$';
+}
+
+/// The name of the handler that somebody means who writes "onOk", "onOk()", "this.onOk(1)" or "javascript:onOk()"; ""
+/// for the name of a page.
+std::string handlerMeantBy(std::string const& value)
+{
+    std::string_view code = value;
+    if (constexpr std::string_view kScheme = "javascript:"; code.starts_with(kScheme))
+        code.remove_prefix(kScheme.size());
+    std::size_t const end = code.find('(');
+    bool const isCall = end != std::string_view::npos;
+    code = code.substr(0, end);
+    if (isCall)
+        code = code.substr(code.rfind('.') + 1); // npos + 1 is 0
+    return std::all_of(code.begin(), code.end(), isNameLetter) ? std::string(code) : std::string();
+}
 
 } // namespace
 
@@ -76,7 +97,7 @@ guiPageMistakes::~guiPageMistakes()
 void guiPageMistakes::add(std::string const& message, unsigned line, std::string_view meant)
 {
     assert(m_count > 0 && m_count <= kMostLines);
-    std::string text = joined({kCaller, message});
+    std::string text = message;
     text += velaPrintable(place(line));
     if (m_file.getLength() && !meant.empty())
         text += joined({"; did you mean ", meant, "?"});
@@ -98,8 +119,9 @@ void guiPageMistakes::addUnknownTag(mlSection* section)
     std::string const name = lowerCase(section->getName());
     std::string_view const nearest = guiNearestWord(name, guiTags().words());
     std::string const meant = nearest.empty() ? std::string() : joined({"<", nearest, ">"});
-    add(joined({"ignoring unrecognized tag <", velaPrintable(section->getName()), "> (warning)"}), section->getLine(),
-        meant);
+    add(joined({"guiHtmlParser::pullContent() - ignoring unrecognized tag <", velaPrintable(section->getName()),
+                "> (warning)"}),
+        section->getLine(), meant);
 }
 
 void guiPageMistakes::addUnknownWord(mlSection* section, char const* attribute,
@@ -109,11 +131,11 @@ void guiPageMistakes::addUnknownWord(mlSection* section, char const* attribute,
         return;
     mlAttr* attr = section->findAttr(attribute);
     if (!attr) {
-        add(joined({"<", velaPrintable(section->getName()), "> without ", attribute, " is ignored (warning)"}),
+        add(joined({kCaller, "<", velaPrintable(section->getName()), "> without ", attribute, " is ignored (warning)"}),
             section->getLine());
         return;
     }
-    add(joined({"ignoring <", velaPrintable(section->getName()), "> of unknown ", attribute, " ",
+    add(joined({kCaller, "ignoring <", velaPrintable(section->getName()), "> of unknown ", attribute, " ",
                 quoted(attr->getRHS()), " (warning)"}),
         attr->getLine(), guiNearestWord(lowerCase(attr->getRHS()), words));
 }
@@ -124,7 +146,7 @@ void guiPageMistakes::addUnknownReference(std::string const& name, unsigned line
         return;
     std::string_view const nearest = guiNearestWord(name, mlReferenceNames());
     std::string const meant = nearest.empty() ? std::string() : joined({"&", nearest, ";"});
-    add(joined({"unknown character reference &", name, "; stays as it is (warning)"}), line, meant);
+    add(joined({kCaller, "unknown character reference &", name, "; stays as it is (warning)"}), line, meant);
 }
 
 void guiPageMistakes::checkAttributes(mlSection* section)
@@ -147,16 +169,35 @@ void guiPageMistakes::checkAttribute(mlSection* section, mlAttr const& attr)
     guiAttributeKind const* kind = guiFindAttribute(guiFoldedWord(tagUnits, tagLength).view(), word.view());
     if (kind && (*kind == kAttributeText || !attr.hasValue()))
         return;
+    if (kind && (*kind == kAttributeLink || *kind == kAttributeAction))
+        return checkLink(section, attr, *kind == kAttributeAction);
     char const* const wanted = kind ? problemOf(*kind, attr.getRHS()) : "";
     if ((kind && !*wanted) || !mayAdd())
         return;
     std::string const tag = lowerCase(section->getName());
     if (kind) {
-        add(joined({word.view(), "=", quoted(attr.getRHS()), " of <", tag, "> is not ", wanted, " (warning)"}),
+        add(joined({kCaller, word.view(), "=", quoted(attr.getRHS()), " of <", tag, "> is not ", wanted, " (warning)"}),
             attr.getLine());
         return;
     }
     sstring const written = attr.getLHS();
-    add(joined({"ignoring unknown attribute ", shown(written), " of <", tag, "> (warning)"}), attr.getLine(),
+    add(joined({kCaller, "ignoring unknown attribute ", shown(written), " of <", tag, "> (warning)"}), attr.getLine(),
         guiNearestWord(lowerCase(written), guiAttributeNames()));
+}
+
+/// An attribute such as "onclick" may name a page as well; what looks like code or like a bare name is neither.
+void guiPageMistakes::checkLink(mlSection* section, mlAttr const& attr, bool isAction)
+{
+    sstring const value = attr.getRHS();
+    std::u16string handler = guiHandlerIn(value);
+    if (!handler.empty()) {
+        m_handlers.emplace(std::move(handler), attr.getLine());
+        return;
+    }
+    std::string const code = isAction ? handlerMeantBy(velaPrintable(value)) : std::string();
+    if (code.empty() || !mayAdd())
+        return;
+    add(joined({kCaller, lowerCase(attr.getLHS()), "=", quoted(value), " of <", lowerCase(section->getName()),
+                "> calls no handler (warning)"}),
+        attr.getLine(), joined({kEventPrefix, code}));
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "foundation/vela-string.h"
+#include "page/guihandlerplaces.h"
 
 #include <string>
 #include <string_view>
@@ -26,8 +27,8 @@ public:
 
     /// Whether to log one more. A caller that is told no makes no message either: a page may have a million mistakes.
     bool mayAdd() { return ++m_count <= kMostLines; }
-    /// After mayAdd(): logs the message, without its newline, with the place behind it and what was probably meant. A
-    /// page without a file has no place. `line` from 1; 0 when it is not known.
+    /// After mayAdd(): logs the message, which is whole but for its newline, with the place behind it and what was
+    /// probably meant. A page without a file has no place. `line` from 1; 0 when it is not known.
     void add(std::string const& message, unsigned line, std::string_view meant = {});
 
     /// " in FILE:LINE" for messages about something that was written there; "" for a page without a file.
@@ -39,12 +40,19 @@ public:
     void addUnknownWord(mlSection* section, char const* attribute, std::vector<std::string_view> const& words);
     /// A character reference that nobody knows, without "&" and ";".
     void addUnknownReference(std::string const& name, unsigned line);
-    /// Looks at the attributes of an element: their names, and those values that are to be colours or numbers.
+    /// Looks at the attributes of an element: their names, those values that are to be colours or numbers, and the
+    /// handlers that they name.
     void checkAttributes(mlSection* section);
+    /// The handlers that the page has named so far.
+    guiHandlerLines const& handlers() const { return m_handlers; }
+    /// The full name of the page's file, "" without one.
+    sstring const& file() const { return m_file; }
 
 private:
     void checkAttribute(mlSection* section, mlAttr const& attr);
+    void checkLink(mlSection* section, mlAttr const& attr, bool isAction);
 
     sstring m_file;
+    guiHandlerLines m_handlers;
     unsigned m_count = 0;
 };

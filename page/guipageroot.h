@@ -2,6 +2,7 @@
 // root from this (runtime/guihtmlbase.h); a page without a window gets the default answers here.
 #pragma once
 
+#include "page/guihandlerplaces.h"
 #include "page/guihtml.h"
 
 #include <algorithm>
@@ -61,6 +62,12 @@ public:
 
     /// Closes the window, if there is one.
     virtual void destroyWidget() {}
+
+    /// Where the pages of the window name their handlers.
+    guiHandlerPlaces& handlerPlaces() { return m_handlerPlaces; }
+
+private:
+    guiHandlerPlaces m_handlerPlaces;
 };
 
 /// The script object of the node's window, null outside a window and in one without script.

@@ -17,6 +17,7 @@
 
 #include <QDesktopServices>
 #include <QUrl>
+#include <algorithm>
 #include <cassert>
 #include <memory>
 
@@ -43,6 +44,14 @@ int guiComponentHost::callHandler(guiHtml* node, ScriptObject* target, sstring c
         noteChoice(node);
     reply = guiCallback_CallEvent(node, target, event, pGUI->getSession());
     return 1;
+}
+
+std::vector<sstring> guiComponentHost::methodNames(ScriptObject* target)
+{
+    std::vector<sstring> names(target->methodNames(nullptr, 0));
+    names.resize(
+        std::min<std::size_t>(names.size(), target->methodNames(names.data(), static_cast<unsigned>(names.size()))));
+    return names;
 }
 
 int guiComponentHost::openOutside(guiHtml* node, sstring const& address)

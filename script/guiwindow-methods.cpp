@@ -5,6 +5,7 @@
 #include "controls/guiscriptmethod.h"
 #include "foundation/vela-threadrole.h"
 #include "runtime/guihtmlbase.h"
+#include "script/guimissingcontrol.h"
 #include "script/guisizepolicy.h"
 #include "script/guiwindow.h"
 
@@ -37,6 +38,16 @@ void setName(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(
     guiHtmlBase* root = rootOf(data);
     if (root && guiIsOneString(args))
         (root->*setter)(guiTextOf(args, 0));
+}
+
+/// "X", which closes the window, is no control.
+void setKeyControl(ScriptPrivate* data, ScriptArgs& args, void (guiHtmlBase::*setter)(sstring const& name),
+                   char const* caller)
+{
+    setName(data, args, setter);
+    guiHtmlBase* root = rootOf(data);
+    if (root && guiIsOneString(args) && guiTextOf(args, 0) != "X")
+        guiCheckControl(*root, guiTextOf(args, 0), caller);
 }
 
 void getName(ScriptPrivate* data, ScriptArgs& args, ScriptValue& result, sstring (guiHtmlBase::*getter)() const)
@@ -131,8 +142,10 @@ void guiWindow_setFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
     assertOnGuiThread();
     result.setNull();
     guiHtmlBase* root = rootOf(data);
-    if (root && guiIsOneString(args))
-        root->setFocus(guiTextOf(args, 0));
+    if (!root || !guiIsOneString(args))
+        return;
+    guiCheckControl(*root, guiTextOf(args, 0), "GuiWindow::setFocus()");
+    root->setFocus(guiTextOf(args, 0));
 }
 
 void guiWindow_getFocus_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
@@ -149,7 +162,7 @@ void guiWindow_setEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject
 {
     assertOnGuiThread();
     result.setNull();
-    setName(data, args, &guiHtmlBase::setEnterControl);
+    setKeyControl(data, args, &guiHtmlBase::setEnterControl, "GuiWindow::setEnterControl()");
 }
 
 void guiWindow_getEnterControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,
@@ -165,7 +178,7 @@ void guiWindow_setEscapeControl_qt(LibManager&, ScriptPrivate* data, ScriptObjec
 {
     assertOnGuiThread();
     result.setNull();
-    setName(data, args, &guiHtmlBase::setEscapeControl);
+    setKeyControl(data, args, &guiHtmlBase::setEscapeControl, "GuiWindow::setEscapeControl()");
 }
 
 void guiWindow_getEscapeControl_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args,

@@ -12,6 +12,8 @@
 #include "runtime/guihtmlbase.h"
 #include "runtime/guithread.h"
 #include "script/guicontrol.h"
+#include "script/guimissingcontrol.h"
+#include "script/guisession.h"
 #include "script/guiwindow-methods.h"
 #include "script/guiwindowcontrols.h"
 
@@ -166,8 +168,10 @@ void guiWindow_onLoad_script(LibManager&, ScriptPrivate*, ScriptObject* self, Sc
 {
     assertOnScriptThread();
     result.setNull();
-    if (self)
+    if (self) {
         pGUI->setEngine(self->getEngine());
+        guiSession_complete();
+    }
     if (args.count() < 1 || !args.get(0)->isString())
         return;
     sstring pattern = guiTextOf(args, 0);
@@ -184,6 +188,7 @@ void guiWindow_onCreate(LibManager&, ScriptPrivate* data, ScriptObject* self, Sc
 {
     assertOnScriptThread();
     pGUI->setEngine(self->getEngine());
+    guiSession_complete();
     assert(!guiWindow_getData(data));
     auto* record = static_cast<guiWindowData*>(std::calloc(1, sizeof(guiWindowData)));
     if (!record)
@@ -253,7 +258,7 @@ guiHtml* GetControl(void* record, sstring& name)
         return root;
     guiHtml* node = root->getNamed(name);
     if (!node)
-        velaLog("GuiWindow::GetControl() - control %s not found in window\n", velaPrintable(name).c_str());
+        guiTellMissingControl(*root, name, "GuiWindow::GetControl()");
     return node;
 }
 

@@ -205,7 +205,9 @@ public:
     /// into `out` and returns how many there are. -1 when the object is no array, holds something else, or the host
     /// does not know. Script thread.
     virtual int readNumbers(double* out, int capacity) = 0;
-    virtual void reserved22() = 0;
+    /// 22 (extension): the names for which `hasMethod` says yes: stores as many as fit into `out` and returns how many
+    /// there are; 0 when the host does not know. Never waits for the script thread. Any thread.
+    virtual unsigned methodNames(sstring* out, unsigned capacity) = 0;
     virtual void reserved23() = 0;
     /// 24: calls a script method of this object and waits. Script thread only. `result` is null when the method is
     /// missing or throws; the host reports the error to the user. An empty name on a function object calls the function

@@ -2,6 +2,7 @@
 #include "host/node/nodeclass.h"
 #include "host/node/nodecomponent.h"
 #include "host/node/nodeengine.h"
+#include "page/guinearest.h"
 
 #include <cassert>
 
@@ -124,6 +125,55 @@ void mount(Info info)
     NodeEngine::of(info.Env()).services().files().mount(info[0].As<Napi::String>(), info[1].As<Napi::String>());
 }
 
+NodeFiles& filesOf(Info info) { return NodeEngine::of(info.Env()).services().files(); }
+
+/// confine(folder), allowFile(path), addPage(path, bytes), forgetPage(path): see NodeFiles.
+void confine(Info info) { filesOf(info).confine(info[0].As<Napi::String>()); }
+void allowFile(Info info) { filesOf(info).allow(info[0].As<Napi::String>()); }
+void addPage(Info info) { filesOf(info).addPage(info[0].As<Napi::String>(), info[1].As<Napi::String>()); }
+void forgetPage(Info info) { filesOf(info).forgetPage(info[0].As<Napi::String>()); }
+
+/// fileName(folder or object, name): the full path of a file that is named relative to a folder, or to that of the
+/// script that made an object; "" for a vfs:// name that leads nowhere.
+Napi::Value fileName(Info info)
+{
+    std::string const folder = info[0].IsString() ? info[0].As<Napi::String>() : handleArgument(info)->folder();
+    return Napi::String::New(info.Env(), filesOf(info).resolve(folder, info[1].As<Napi::String>()));
+}
+
+/// nearestWord(word, words): the one that was probably meant, "" when none comes close. Case counts.
+Napi::Value nearestWord(Info info)
+{
+    auto const list = info[1].As<Napi::Array>();
+    std::vector<std::string> words;
+    for (uint32_t i = 0; i < list.Length(); ++i)
+        words.push_back(list.Get(i).As<Napi::String>());
+    std::string const word = info[0].As<Napi::String>();
+    return Napi::String::New(info.Env(), std::string(guiNearestWord(word, {words.begin(), words.end()})));
+}
+
+/// ensureStarted(caller): starts the component; an error is about `caller`.
+void ensureStarted(Info info)
+{
+    auto error = NodeComponent::the().ensureStarted(NodeEngine::of(info.Env()));
+    if (!error.empty())
+        Napi::Error::New(info.Env(), std::string(info[0].As<Napi::String>()) + ": " + error)
+            .ThrowAsJavaScriptException();
+}
+
+/// callSession(name, arguments): a method that the component has added to the session object.
+Napi::Value callSession(Info info)
+{
+    auto& engine = NodeEngine::of(info.Env());
+    auto const session = engine.session();
+    auto const name = textArgument(info, 0);
+    auto const method = session ? session->ownMethod(name) : nullptr;
+    return method ? engine.invoke(method, session, toUtf8(name), info[1].As<Napi::Array>()) : info.Env().Null();
+}
+
+/// waitFor(start): calls start(id) and returns the value with which complete(id) is called, after that.
+Napi::Value waitFor(Info info) { return NodeEngine::of(info.Env()).waitFor(info[0].As<Napi::Function>()); }
+
 /// end(): the main program ends; see NodeComponent::end.
 void end(Info info) { NodeComponent::the().end(NodeEngine::of(info.Env())); }
 
@@ -166,6 +216,15 @@ Napi::Object initialize(Napi::Env env, Napi::Object exports)
     add("setNextFolder", setNextFolder);
     add("setDefaultFolder", setDefaultFolder);
     add("mount", mount);
+    add("confine", confine);
+    add("allowFile", allowFile);
+    add("addPage", addPage);
+    add("forgetPage", forgetPage);
+    add("fileName", fileName);
+    add("nearestWord", nearestWord);
+    add("ensureStarted", ensureStarted);
+    add("callSession", callSession);
+    add("waitFor", waitFor);
     add("end", end);
     add("close", close);
     return exports;

@@ -1,8 +1,8 @@
 // Type definitions of tarn-gui: native windows whose content is a page in a small HTML.
 //
 // All methods run on the script thread and wait for the GUI thread; handlers and timers may run meanwhile. A method that is
-// called with other arguments than declared here does nothing and gives its neutral result. A method of a window or control
-// that is gone gives its neutral result as well.
+// called with other arguments than declared here throws a TypeError that names the method and the argument. A method of a
+// window or control that is gone gives its neutral result: false, null, 0 or "".
 
 /** A value that the component hands to a handler or takes from one. `undefined` becomes `null`, a `bigint` a number. */
 export type Value = null | boolean | number | string | object;
@@ -25,11 +25,36 @@ export interface Session {
     readonly currentForm: Form | null;
 }
 
+/** The name of a file: relative to the folder of the calling script, a full path, `vfs://name/path`, or a `file:` URL. */
+export type Path = string | URL;
+
+/** Page text that `html` has made; its `toString()` gives the text. */
+export interface Html {
+    readonly [htmlBrand]: true;
+    toString(): string;
+}
+declare const htmlBrand: unique symbol;
+
+/** What may stand in `html`: nothing comes of null, undefined and false, and all of an array. */
+export type HtmlValue = Html | string | number | bigint | boolean | Date | null | undefined | readonly HtmlValue[];
+
+/**
+ * Makes page text in which the values are data, whatever they contain: `<`, `>`, `&` and quotation marks in them are
+ * written as references. A value that is itself made by `html`, and an array of such, is taken as it is. Put
+ * quotation marks around an attribute whose value comes from the program.
+ *
+ *     const rows = people.map((each) => html`<tr><td>${each.name}</td></tr>`);
+ *     GuiWindow.from(html`<table border="1">${rows}</table>`).show();
+ */
+export function html(strings: TemplateStringsArray, ...values: HtmlValue[]): Html;
+
 /**
  * A handler, as a method of a window, of a control or of a custom element: a link `event://onPick/3/red` calls
  * `onPick(session, '3', 'red')`. A non-empty string that it returns is followed as a link. When it returns a promise, the
  * call ends when the promise settles; user input other than mouse movements is ignored until then. What it throws is an
- * uncaught error of the process.
+ * uncaught error of the process, unless the program has set `tarn.onError`.
+ *
+ *     const pick: Handler = (session, number, colour) => { session.currentWindow?.setTitle(`${number} ${colour}`); };
  */
 export type Handler = (session: Session, ...args: string[]) => unknown;
 
@@ -42,100 +67,164 @@ export interface Messages {
     getString(key: string): string | null | undefined;
 }
 
-/** A window whose content is a page. Handlers are methods of a subclass, or functions assigned to the object. */
+/**
+ * Names of handlers, "onOk" or "eMenu": functions of these names may be assigned to windows and controls, and what a page
+ * names in `event://onOk/1/2` is called with the session and the texts behind the name.
+ *
+ *     window.onOk = (session, first, second) => window.close();
+ */
+export interface Handlers {
+    [handler: `on${Capitalize<string>}` | `e${Capitalize<string>}`]: Handler | undefined;
+}
+
+/**
+ * A window whose content is a page. Handlers are methods of a subclass, or functions assigned to the object.
+ *
+ *     class Order extends GuiWindow {
+ *         onOk(session: Session, id: string) { this.setReturnValue(id); this.close(); }
+ *     }
+ *     const id = new Order('order.html').show();
+ */
 export class GuiWindow {
+    [handler: `on${Capitalize<string>}` | `e${Capitalize<string>}`]: Handler | undefined;
+
     /**
      * With a path, loads that page. A relative path starts at the folder of the script that makes the window;
-     * `vfs://name/path` lies in a folder that was registered with `tarn.mount`.
+     * `vfs://name/path` lies in a folder that was registered with `tarn.mount`. A page that cannot be read throws an
+     * `Error` with `code`, such as "ENOENT", and `path`.
+     *
+     *     const window = new GuiWindow('order.html');
+     *     const other = new GuiWindow(new URL('order.html', import.meta.url));
      */
-    constructor(path?: string);
+    constructor(path?: Path);
+
+    /**
+     * A window, or one of the class that it is called on, whose page is this text. The title and the sizes of the body
+     * become the window's; relative names in the text start at the folder of the calling script.
+     *
+     *     GuiWindow.from(html`<title>Hello</title><body width="300" height="100"><p>Hello, ${name}`).open();
+     */
+    static from<Window extends GuiWindow>(this: new () => Window, page: string | Html): Window;
 
     /**
      * Registers a filter for pages whose name matches `pattern`: a function, or an object that knows messages. Without a
      * filter, removes those of that pattern.
+     *
+     *     GuiWindow.onLoad('*.html', (window, text) => text.replace('VERSION', '1.2'));
      */
     static onLoad(pattern: string, filter?: PageFilter | Messages): null;
 
-    /** Opens the window and returns. True when it is open. */
+    /** Opens the window and returns. True when it is open. `window.open(true)` blocks the others until it is closed. */
     open(modal?: boolean): boolean;
     /**
      * Opens the window modally and returns when it is closed: the value set with `setReturnValue`, null without one.
      * Timers, promises and I/O go on meanwhile.
+     *
+     *     const name = new AskName('name.html').show();
      */
     show(): any;
-    /** Like `show()`, as a promise. */
+    /** Like `show()`, as a promise: `const name = await new AskName('name.html').showAsync();` */
     showAsync(): Promise<any>;
-    close(): null;
+    /** Closes the window. The one method of the package that a page may call: `<a href="event://close">`. */
+    close(session?: Session): null;
+    /** Whether the window is open: `if (!help.isOpen()) help.open();` */
     isOpen(): boolean;
     /** Whether the window has a page: false before the first, and after a load that failed. */
     isValid(): boolean;
 
-    /** Loads a page into this window. A later one that cannot be read leaves the window empty. */
-    load(path: string): boolean;
-    loadFile(path: string): boolean;
-    /** Replaces the content by this markup. */
-    setText(markup: string): boolean;
-    /** Replaces the background picture. */
-    loadBackground(path: string): boolean;
+    /** Loads a page into this window: `window.load('next.html')`. One that cannot be read leaves the window empty. */
+    load(path: Path): boolean;
+    /** The same as `load`. */
+    loadFile(path: Path): boolean;
+    /**
+     * Replaces the content by this markup. In a window without a page it is one: its title and sizes become the window's.
+     *
+     *     window.setText(html`<p>${count} files`);
+     */
+    setText(markup: string | Html): boolean;
+    /** Replaces the background picture: `window.loadBackground('paper.png')`. */
+    loadBackground(path: Path): boolean;
 
-    /** What `show()` returns when the window is closed. */
+    /** What `show()` returns when the window is closed: `this.setReturnValue(this.control('name')?.name)`. */
     setReturnValue(value: Value | undefined): null;
 
-    /** Sizes in pixels; 0 leaves a direction as it was. */
+    /** How small the user may make the window, in pixels; 0 leaves a direction as it was: `window.setMinimumSize(300, 0)`. */
     setMinimumSize(width: number, height: number): null;
+    /** How large, as above. */
     setMaximumSize(width: number, height: number): null;
+    /** How large the window opens, or is from now on, as above. */
     setDefaultSize(width: number, height: number): null;
+    /** `setResizable(false)` fixes the window at its size. */
     setResizable(resizable?: boolean | number): null;
+    /** `useSystemFont(true)` shows the page in the desktop's font and size. */
     useSystemFont(use?: boolean | number): null;
+    /** What a page does that is larger than the window: `window.setSizePolicy(GuiSizePolicy.SCROLL)`. */
     setSizePolicy(policy: SizePolicy): null;
     getSizePolicy(): SizePolicy;
 
+    /** The text in the title bar: `window.setTitle('Order 7')`. */
     setTitle(title: string): null;
     getTitle(): string;
-    /** Names of controls. */
+    /** Gives the keyboard to the control of that name: `window.setFocus('who')`. */
     setFocus(control: string): null;
+    /** The name of the control that has the keyboard, "" when none has. */
     getFocus(): string;
-    /** The control that the Enter key triggers; "X" closes the window. */
+    /** The control that the Enter key triggers; "X" closes the window: `window.setEnterControl('ok')`. */
     setEnterControl(control: string): null;
     getEnterControl(): string;
-    /** The control that the Escape key triggers; "X" closes the window. */
+    /** The control that the Escape key triggers; "X" closes the window: `window.setEscapeControl('X')`. */
     setEscapeControl(control: string): null;
     getEscapeControl(): string;
 
     /**
-     * The control of that name, null when the page has none. Letters' case does not matter. What kind of control it is only
-     * the page knows, so say it: `window.control<ListControl>('colours')`.
+     * The control of that name, null, with a line on standard error, when the page has none. The same object each time.
+     * Letters' case does not matter. What kind of control it is only the page knows, so say it.
+     *
+     *     window.control<ListControl>('colours')?.addItem('red', 'Red');
      */
     control<Kind extends GuiControl = GuiControl>(name: string): Kind | null;
 
-    /** Called when `show()` or `showAsync()` has opened the window. */
+    /** Called when `show()` or `showAsync()` has opened the window: `ePostOpen() { this.setFocus('who'); }` */
     ePostOpen?(session: Session): unknown;
     /**
      * Called when the user follows a link to `http:`, `https:` or `mailto:`, with the address as the page has it. Without this
      * method the desktop opens the address. What it returns does not matter.
+     *
+     *     eLink(session: Session, url: string) { log(url); }
      */
     eLink?(session: Session, url: string): unknown;
 }
 
 /** What elements of a page have in common: controls, and the instances of custom elements. */
 export interface Element {
-    /** Replaces the background picture. */
-    loadBackground(path: string): boolean;
-    /** A picture: shows another file. Anything else: loads the content from a file. */
-    loadFile(path: string): boolean;
-    setText(text: string): boolean;
+    /** Replaces the background picture: `element.loadBackground('paper.png')`. */
+    loadBackground(path: Path): boolean;
+    /** A picture: shows another file. Anything else: loads the content from a file. `element.loadFile('part.html')` */
+    loadFile(path: Path): boolean;
+    /** A field: what stands in it. Anything else: its content, as markup. */
+    setText(text: string | Html): boolean;
+    /** The text of a button or beside a box, or above a frame: `button.setCaption('Stop')`. */
     setCaption(text: string): null;
-    /** A movie: plays it. */
+    /** A movie: plays it: `element.play()`. */
     play(loop?: boolean | number): null;
+    /** Lets the user use the element: `element.enable()`, `element.enable(count > 0)`. */
     enable(enabled?: boolean | number): null;
     disable(): null;
     isEnabled(): boolean;
+    /** What content larger than the element does: `element.setSizePolicy(GuiSizePolicy.SCROLL)`. */
     setSizePolicy(policy: SizePolicy): null;
     getSizePolicy(): SizePolicy;
 }
 
-/** One named element of a window's page. Survives the page: then its methods give their neutral results. */
+/**
+ * One named element of a window's page. Survives the page: then its methods give their neutral results.
+ *
+ *     const ok = window.control('ok');
+ *     if (ok) ok.onPress = () => window.close();   // for `onclick="event://onPress"`
+ */
 export class GuiControl implements Element {
+    [handler: `on${Capitalize<string>}` | `e${Capitalize<string>}`]: Handler | undefined;
+
     constructor();
     /** The window that holds the element. */
     readonly window: GuiWindow;
@@ -145,9 +234,9 @@ export class GuiControl implements Element {
     readonly width: number;
     readonly height: number;
 
-    loadBackground(path: string): boolean;
-    loadFile(path: string): boolean;
-    setText(text: string): boolean;
+    loadBackground(path: Path): boolean;
+    loadFile(path: Path): boolean;
+    setText(text: string | Html): boolean;
     setCaption(text: string): null;
     play(loop?: boolean | number): null;
     enable(enabled?: boolean | number): null;
@@ -156,6 +245,14 @@ export class GuiControl implements Element {
     setSizePolicy(policy: SizePolicy): null;
     getSizePolicy(): SizePolicy;
 }
+
+/**
+ * A field that text is typed into: `<input>` of the types text, password and file, and `<textarea>`. `setText` sets what
+ * stands in it.
+ *
+ *     window.control<TextControl>('who')?.setText('Ada');
+ */
+export interface TextControl extends GuiControl {}
 
 /** A push button, a check box or a radio button: `<input>` of the types button, submit, reset, checkbox and radio. */
 export interface ButtonControl extends GuiControl {
@@ -239,7 +336,7 @@ export interface MenuControl extends GuiControl {
     activateItem(name: string): null;
 }
 
-/** The size policies. */
+/** The size policies: `window.setSizePolicy(GuiSizePolicy.FIXED)`. */
 export class GuiSizePolicy {
     static readonly SCROLL: 'SCROLL';
     static readonly RESIZE: 'RESIZE';
@@ -264,7 +361,7 @@ export interface Extent {
 export type Points = readonly number[] | readonly (readonly [number, number])[] | Float64Array | Float32Array | Int32Array | Int16Array;
 
 /**
- * Draws into a custom element, inside its `ePaint` only: outside, these methods do nothing, as with wrong arguments. The drawing is
+ * Draws into a custom element, inside its `ePaint` only: outside, these methods do nothing. The drawing is
  * recorded and handed over whole when `ePaint` returns, so no call waits for the window; what an `async` handler draws
  * behind an `await` is lost. Nothing shows outside of the element. Colours are names or "#RRGGBB". Numbers are pixels, cut to
  * whole ones except in lists of points.
@@ -321,13 +418,20 @@ export class GuiToolkit {
     repaint(left: number, top: number, width: number, height: number): null;
 }
 
-/** A picture for `GuiToolkit.drawImage`. */
+/**
+ * A picture for `GuiToolkit.drawImage`.
+ *
+ *     const logo = new GuiImage();
+ *     logo.loadFile('logo.png');
+ *     // in ePaint: this.toolkit.drawImage(logo, 0, 0);
+ */
 export class GuiImage {
     constructor();
     /** The size of the picture in pixels, once one was loaded. */
     readonly width: number;
     readonly height: number;
-    loadFile(path: string): boolean;
+    /** Reads a picture; true when that went well: `image.loadFile('logo.png')`. */
+    loadFile(path: Path): boolean;
 }
 
 /** Where the pointer is, in pixels from the corner of what `toolkit.rect` covers, and what goes with the event that is being told. */
@@ -393,14 +497,136 @@ export interface CustomElementHandlers {
     eBlur?(session: Session): unknown;
 }
 
-/** The session; its properties are null before the first window. */
+/** The session; its properties are null before the first window: `tarn.session.currentWindow?.close()`. */
 export const session: Session;
 
-/** Makes `<object classid="name">` an instance of `Class`. Letters' case does not matter. */
+/**
+ * Makes `<object classid="name">` an instance of `Class`. Letters' case does not matter.
+ *
+ *     tarn.register('Gauge', Gauge);
+ */
 export function register(name: string, Class: new () => object): void;
 
-/** Makes the files of `folder` readable as `vfs://name/…`. A relative folder starts at that of the calling script. */
-export function mount(name: string, folder: string): void;
+/**
+ * Makes the files of `folder` readable as `vfs://name/…`. A relative folder starts at that of the calling script.
+ *
+ *     tarn.mount('Shop', 'pages');
+ *     new GuiWindow('vfs://Shop/order.html');
+ */
+export function mount(name: string, folder: Path): void;
 
-/** The text of the page that is being filtered for this form, "" when there was none. */
+/**
+ * From now on pages read only files below these folders, symbolic links followed, and in mounted ones; others are refused in
+ * one line. Further calls add folders. A file that script names itself, by its full path or relative to the script, is read
+ * wherever it is. For programs that show pages of others. A relative folder starts at that of the calling script.
+ *
+ *     tarn.confine('pages');
+ */
+export function confine(...folders: [Path, ...Path[]]): void;
+
+/**
+ * The text of the page that is being filtered for this form, "" when there was none.
+ *
+ *     GuiWindow.onLoad('*', () => tarn.pageText(tarn.session.currentForm!).toUpperCase());
+ */
 export function pageText(form: Form): string;
+
+/** Where an error of a handler comes from: its window, null for a filter, and the handler's name. */
+export interface ErrorPlace {
+    window: GuiWindow | null;
+    handler: string;
+}
+
+/**
+ * Hears what handlers throw, and what their promises reject with, in place of the process, which an uncaught error ends.
+ * What it throws itself is an uncaught error. Null, as at first, leaves them to the process.
+ *
+ *     tarn.onError = (error, { window, handler }) => tarn.alert(`${handler}: ${error}`, { icon: 'error' });
+ */
+export let onError: ((error: unknown, place: ErrorPlace) => void) | null;
+
+/**
+ * The text that the desktop keeps for pasting. On most desktops what a program has written goes with it.
+ *
+ *     tarn.clipboard.writeText(tarn.clipboard.readText().trim());
+ */
+export const clipboard: {
+    /** "" when there is no text. */
+    readText(): string;
+    writeText(text: string): void;
+};
+
+// The desktop's own dialogs. Each belongs to the active window and blocks it; without a window it stands alone. The plain form
+// waits for the user as `show()` does, the one with Async promises the answer. When the window is closed the dialog is too.
+
+/** Options of `alert`. */
+export interface AlertOptions {
+    title?: string;
+    icon?: 'info' | 'warning' | 'error' | 'question';
+    /** Names of the buttons, the usual one first; "OK" when there are none. */
+    buttons?: readonly [string, ...string[]];
+}
+
+/** A kind of files, `{ name: 'Texts', patterns: ['*.txt', '*.md'] }`. A pattern has neither blanks nor parentheses. */
+export interface FileFilter {
+    name: string;
+    patterns: readonly [string, ...string[]];
+}
+
+/** Options of `openFile`. */
+export interface OpenFileOptions {
+    title?: string;
+    /** Where to begin; a relative one starts at the working folder of the process. */
+    folder?: string;
+    filters?: readonly FileFilter[];
+    /** Whether several files may be chosen: then the answer is an array. */
+    multiple?: boolean;
+}
+
+/** Options of `saveFile`; `name` is what the file is called at first. */
+export interface SaveFileOptions {
+    title?: string;
+    folder?: string;
+    name?: string;
+    filters?: readonly FileFilter[];
+}
+
+/**
+ * Shows a message. The name of the button that was pressed, null when the message was closed.
+ *
+ *     if (tarn.alert('Save the changes?', { icon: 'question', buttons: ['Save', 'Discard'] }) === 'Save') save();
+ */
+export function alert(text: string | number, options?: AlertOptions): string | null;
+export function alertAsync(text: string | number, options?: AlertOptions): Promise<string | null>;
+
+/** Asks for OK: `if (tarn.confirm('Delete the order?')) remove();` */
+export function confirm(text: string | number, options?: { title?: string }): boolean;
+export function confirmAsync(text: string | number, options?: { title?: string }): Promise<boolean>;
+
+/** Asks for a text, null when that was cancelled: `const name = tarn.prompt('Your name?', { value: 'Ada' });` */
+export function prompt(text: string | number, options?: { title?: string; value?: string; password?: boolean }): string | null;
+export function promptAsync(text: string | number, options?: { title?: string; value?: string; password?: boolean }): Promise<string | null>;
+
+/**
+ * Asks for a file that exists: its full path, with `multiple` an array of paths, null when that was cancelled.
+ *
+ *     const path = tarn.openFile({ filters: [{ name: 'Texts', patterns: ['*.txt'] }] });
+ */
+export function openFile(options: OpenFileOptions & { multiple: true }): string[] | null;
+export function openFile(options?: OpenFileOptions & { multiple?: false }): string | null;
+export function openFileAsync(options: OpenFileOptions & { multiple: true }): Promise<string[] | null>;
+export function openFileAsync(options?: OpenFileOptions & { multiple?: false }): Promise<string | null>;
+
+/** Asks where to save: `const path = tarn.saveFile({ name: 'order.txt' });` The user was asked before a file is replaced. */
+export function saveFile(options?: SaveFileOptions): string | null;
+export function saveFileAsync(options?: SaveFileOptions): Promise<string | null>;
+
+/** Asks for a folder: `const folder = tarn.openFolder({ title: 'Where are the pictures?' });` */
+export function openFolder(options?: { title?: string; folder?: string }): string | null;
+export function openFolderAsync(options?: { title?: string; folder?: string }): Promise<string | null>;
+
+/** Asks for a colour, "#RRGGBB", null when that was cancelled: `tarn.pickColor({ color: '#336699' })`. */
+export function pickColor(options?: { title?: string; color?: string }): string | null;
+export function pickColorAsync(options?: { title?: string; color?: string }): Promise<string | null>;
+
+export {}; // only what says so is exported

@@ -5,8 +5,13 @@
 const { isMainThread } = require('node:worker_threads');
 const { native, classes } = require('./js/native.js');
 const { checkPromises, runCall } = require('./js/calls.js');
+const { checkClass } = require('./js/checked.js');
+const { clipboard } = require('./js/clipboard.js');
+const { dialogs } = require('./js/dialogs.js');
 const { construct, register } = require('./js/elements.js');
-const { mount, mountDefaults } = require('./js/files.js');
+const { getListener, setListener } = require('./js/errors.js');
+const { confine, mount, mountDefaults } = require('./js/files.js');
+const { html } = require('./js/html.js');
 const { runImmediates } = require('./js/immediates.js');
 const { hasMethod, scanMethods } = require('./js/methods.js');
 const { defineAccessor, defineMethod, tie, untie } = require('./js/objects.js');
@@ -20,6 +25,8 @@ native.start({
     runTicks, scanMethods, startWait, tie, untie, windowClosed,
 });
 mountDefaults();
+Object.entries(classes).forEach(([name, Class]) => checkClass(name, Class));
+checkClass('GuiWindow', GuiWindow);
 
 // The component ends with the program, before the process unloads its libraries. A worker thread only stops calling into
 // script here; calls further down its stack still have to return.
@@ -36,7 +43,18 @@ module.exports = {
         return currentSession();
     },
 
+    get onError() {
+        return getListener();
+    },
+    set onError(listener) {
+        setListener(listener);
+    },
+
+    html,
     register,
     mount,
+    confine,
     pageText,
+    clipboard,
+    ...dialogs,
 };

@@ -4,6 +4,7 @@
 #include "host/node/nodecomponent.h"
 #include "host/node/nodeengine.h"
 
+#include <algorithm>
 #include <cassert>
 
 namespace {
@@ -150,6 +151,14 @@ void NodeClass::destroy(NodeObject& object)
     NodeValue result;
     if (m_onDestroy && NodeComponent::the().isLive())
         m_engine.invoke(m_onDestroy, &object, args, result);
+}
+
+bool NodeClass::hasMethod(std::u16string const& name) const
+{
+    auto const wanted = toUtf8(name);
+    return std::any_of(m_members.begin(), m_members.end(), [&](Member const& member) {
+        return member.method && !member.isStatic && member.name == wanted;
+    });
 }
 
 void NodeClass::callByName(NodeObject& object, std::string const& name)

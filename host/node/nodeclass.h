@@ -32,6 +32,8 @@ public:
     void create(NodeObject& object);
     /// Runs the destroy handler.
     void destroy(NodeObject& object);
+    /// Whether the component has declared an instance method of this name. Any thread, once the class is built.
+    bool hasMethod(std::u16string const& name) const;
     /// Runs an instance method without arguments, if the class has it.
     void callByName(NodeObject& object, std::string const& name);
 

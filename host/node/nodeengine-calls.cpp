@@ -78,6 +78,34 @@ Napi::Value NodeEngine::invoke(ScriptMethod method, NodeObject* self, std::strin
     return toScript(result);
 }
 
+Napi::Value NodeEngine::invoke(ScriptMethod method, NodeObject* self, std::string const& name, Napi::Array arguments)
+{
+    if (!NodeComponent::the().isLive())
+        return neutralResult(m_env, name);
+    NodeArgs args;
+    for (uint32_t i = 0; i < arguments.Length(); ++i)
+        args.add(fromScript(arguments.Get(i)));
+    NodeValue result;
+    invoke(method, self, args, result);
+    return toScript(result);
+}
+
+Napi::Value NodeEngine::waitFor(Napi::Function start)
+{
+    NodeValue result;
+    auto call = m_calls.add([&result](NodeValue& value) { result = value; });
+    start.Call({Napi::Number::New(m_env, call->id())});
+    if (m_env.IsExceptionPending()) {
+        m_calls.complete(call->id(), NodeValue());
+        return {};
+    }
+    enter([&] {
+        while (!call->isDone())
+            pump().step();
+    });
+    return toScript(result);
+}
+
 // --- from the component into script ---
 
 /// Calls a method that the component added to an object of its own, which script need not have seen.

@@ -104,6 +104,11 @@ public:
     /// Runs the component's method `name` for script. After the end of the component, returns what the method returns
     /// for a window or control that no longer exists.
     Napi::Value invoke(ScriptMethod method, NodeObject* self, std::string const& name, Napi::CallbackInfo const& info);
+    /// The same with the arguments in an array.
+    Napi::Value invoke(ScriptMethod method, NodeObject* self, std::string const& name, Napi::Array arguments);
+    /// Calls `start` with the number of a new call, and returns when that call is completed: its value. Script goes on
+    /// meanwhile as it does in a call into the component that waits.
+    Napi::Value waitFor(Napi::Function start);
     /// The same for handlers that script cannot call.
     void invoke(ScriptMethod method, NodeObject* self, NodeArgs& args, NodeValue& result);
     /// Runs `work`, which calls into the component and may wait there.

@@ -1,6 +1,8 @@
 // host/node/nodefiles.cpp: file names and file contents.
 #include "host/node/nodefiles.h"
 
+#include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <limits>
 #include <system_error>
@@ -104,9 +106,67 @@ std::string NodeFiles::resolveMounted(std::string const& rest) const
     return !error && isInside(path, base) ? path.string() : std::string();
 }
 
-bool NodeFiles::read(std::string const& path, std::string& bytes)
+void NodeFiles::confine(std::string folder)
+{
+    std::lock_guard lock(m_mutex);
+    m_confines.push_back(std::move(folder));
+}
+
+void NodeFiles::allow(std::string const& path)
+{
+    std::lock_guard lock(m_mutex);
+    m_allowed.insert(path);
+}
+
+void NodeFiles::addPage(std::string path, std::string bytes)
+{
+    std::lock_guard lock(m_mutex);
+    m_pages[std::move(path)] = std::move(bytes);
+}
+
+void NodeFiles::forgetPage(std::string const& path)
+{
+    std::lock_guard lock(m_mutex);
+    m_pages.erase(path);
+}
+
+bool NodeFiles::findPage(std::string const& path, std::string& bytes) const
+{
+    std::lock_guard lock(m_mutex);
+    auto const found = m_pages.find(path);
+    if (found == m_pages.end())
+        return false;
+    bytes = found->second;
+    return true;
+}
+
+/// Names are followed through symbolic links before they are compared.
+bool NodeFiles::isAllowed(std::string const& path) const
+{
+    std::lock_guard lock(m_mutex);
+    if (m_confines.empty() || m_allowed.contains(path))
+        return true;
+    std::error_code error;
+    fs::path const real = fs::weakly_canonical(path, error);
+    auto const holds = [&](std::string const& folder) {
+        std::error_code unknown;
+        return isInside(real, fs::weakly_canonical(folder, unknown)) && !unknown;
+    };
+    return !error &&
+           (std::any_of(m_confines.begin(), m_confines.end(), holds) ||
+            std::any_of(m_mounts.begin(), m_mounts.end(), [&](auto const& each) { return holds(each.second); }));
+}
+
+bool NodeFiles::read(std::string const& path, std::string& bytes) const
 {
     bytes.clear();
+    if (findPage(path, bytes))
+        return true;
+    if (!isAllowed(path)) {
+        std::fprintf(stderr, "tarn: %s is refused: it lies outside of the folders that pages are confined to\n",
+                     path.c_str());
+        return false;
+    }
     Descriptor file(path);
     struct stat info = {};
     if (path.empty() || file.get() < 0 || fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode))

@@ -3,7 +3,9 @@
 
 #include <map>
 #include <mutex>
+#include <set>
 #include <string>
+#include <vector>
 
 /// Names are UTF-8. Three forms: a full path; a path relative to the folder of the script that made the window; and
 /// "vfs://Name/path", a path inside a folder that was registered under that name. Any thread.
@@ -19,13 +21,28 @@ public:
     /// symbolic link too.
     std::string resolve(std::string const& folder, std::string const& name) const;
 
-    /// The whole file. False when it is no regular file, cannot be read, or is 4 GiB and more.
-    static bool read(std::string const& path, std::string& bytes);
+    /// The whole file. False when it is no regular file, cannot be read, or is 4 GiB and more; and, with a line on
+    /// standard error, when pages are confined to other folders.
+    bool read(std::string const& path, std::string& bytes) const;
+
+    /// From now on only files below one of the folders that were given here, or registered, can be read, and those that
+    /// were allowed one by one. Further calls add folders. Full paths.
+    void confine(std::string folder);
+    void allow(std::string const& path);
+
+    /// A page that is no file: read() gives `bytes` for `path` until forgetPage().
+    void addPage(std::string path, std::string bytes);
+    void forgetPage(std::string const& path);
 
 private:
     std::string resolveMounted(std::string const& rest) const;
+    bool findPage(std::string const& path, std::string& bytes) const;
+    bool isAllowed(std::string const& path) const;
 
     mutable std::mutex m_mutex; // guards what follows
     std::string m_defaultFolder;
     std::map<std::string, std::string> m_mounts;
+    std::vector<std::string> m_confines; // empty: all files may be read
+    std::set<std::string> m_allowed;
+    std::map<std::string, std::string> m_pages;
 };

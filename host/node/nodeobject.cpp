@@ -343,12 +343,27 @@ bool NodeObject::hasMethod(sstring const& name)
     auto text = toText(name);
     if (text.empty())
         return m_isFunction; // the empty name calls the function itself
-    if (ownMethod(text))
-        return true;
-    if (m_engine.isScriptThread() && m_isBound)
-        return m_engine.hasScriptMethod(*this, text);
+    if (m_engine.isScriptThread())
+        return ownMethod(text) || (m_class && m_class->hasMethod(text)) ||
+               (m_isBound && m_engine.hasScriptMethod(*this, text));
     std::lock_guard lock(m_mutex);
     return m_methodNames && m_methodNames->contains(text);
+}
+
+unsigned NodeObject::methodNames(sstring* out, unsigned capacity)
+{
+    std::shared_ptr<MethodNames const> names;
+    {
+        std::lock_guard lock(m_mutex);
+        names = m_methodNames;
+    }
+    if (!names)
+        return 0;
+    unsigned index = 0;
+    for (auto const& name : *names)
+        if (index < capacity)
+            out[index++] = toSstring(name);
+    return static_cast<unsigned>(names->size());
 }
 
 ScriptEngine* NodeObject::getEngine() { return &m_engine; }

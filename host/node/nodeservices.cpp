@@ -68,7 +68,7 @@ void NodeFileService::resolvePath(ScriptObject* relativeTo, sstring& path)
 bool NodeFileService::readFile(ScriptObject* relativeTo, sstring path, void const** data, unsigned* length)
 {
     thread_local std::string bytes; // valid until this thread's next call, as the interface says
-    bool good = NodeFiles::read(resolve(relativeTo, path), bytes);
+    bool good = m_files.read(resolve(relativeTo, path), bytes);
     *data = good ? bytes.data() : nullptr;
     *length = good ? static_cast<unsigned>(bytes.size()) : 0;
     return good;

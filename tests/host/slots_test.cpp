@@ -105,6 +105,7 @@ TEST(Slots, ScriptObjectFollowsTheTable)
     EXPECT_SLOT(ScriptObject, endSession, 19);
     EXPECT_SLOT(ScriptObject, windowState, 20);
     EXPECT_SLOT(ScriptObject, readNumbers, 21);
+    EXPECT_SLOT(ScriptObject, methodNames, 22);
     EXPECT_SLOT(ScriptObject, callMethod, 24);
     EXPECT_SLOT(ScriptObject, callMethodAsync, 26);
     EXPECT_SLOT(ScriptObject, hasMethod, 30);

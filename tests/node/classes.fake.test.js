@@ -157,7 +157,8 @@ test('the component adds methods to one object', () => {
     const window = new GuiWindow();
     const [one, other] = [new Gauge(), new Gauge()];
     window.testAddMethod(one, 'setSize');
-    assert.equal(one.setSize(), 'own');
+    assert.equal(one.setSize(10), 'own');
+    assert.throws(() => one.setSize(), /^TypeError: CustomElement\.setSize\(width, height\): "width" is missing$/);
     assert.equal(other.setSize(), 'class');
     assert.deepEqual(Object.keys(one), []);
 });

@@ -88,3 +88,24 @@ test('no method of the drawing tool is without a declaration', () => {
     const known = declared('GuiToolkit');
     assert.deepEqual(offered(new tarn.GuiToolkit()).filter((name) => !known.includes(name)), []);
 });
+
+test('every value that the package exports is described with an example', () => {
+    const values = exported.filter((each) => (each.flags & ts.SymbolFlags.Value) !== 0 && !each.name.endsWith('Async'));
+    assert.ok(values.length >= 18);
+    const described = (each) => ts.displayPartsToString(each.getDocumentationComment(checker));
+    assert.deepEqual(values.filter((each) => !/`|\n {4}/.test(described(each))).map((each) => each.name), []);
+});
+
+test('the arguments of every method are checked', () => {
+    const { signaturesOfClass } = require(path.join(packageFolder, 'js', 'signatures.js'));
+    for (const name of ['GuiWindow', 'GuiControl', 'GuiImage', 'GuiToolkit']) {
+        assert.deepEqual(declared(name).filter((method) => signaturesOfClass(name, method) === undefined), []);
+    }
+    const { signaturesOfObject } = require(path.join(packageFolder, 'js', 'signatures.js'));
+    for (const [name, pages] of Object.entries(elements)) {
+        window.setText(pages[0]);
+        const control = window.control('it');
+        const own = Object.getOwnPropertyNames(control).filter((method) => typeof control[method] === 'function');
+        assert.deepEqual(own.filter((method) => signaturesOfObject(control, method) === undefined), [], name);
+    }
+});

@@ -82,7 +82,7 @@ test('a page whose class nobody has registered opens, with one line', async () =
         console.log(window.open());
         window.close();`);
     assert.equal(stdout, 'true\ntrue\n');
-    assert.equal(stderr, 'guiHtmlCustom: unable to construct instance of component Nobody\n');
+    assert.match(stderr, /^guiHtmlCustom: unable to construct instance of component Nobody in \/.*\.html:1\n$/);
 });
 
 test('a constructor that throws is an error of the program, and the page opens', async () => {
@@ -96,7 +96,7 @@ test('a constructor that throws is an error of the program, and the page opens',
         window.close();`);
     assert.match(stdout, /caught no/);
     assert.match(stdout, /true\n/);
-    assert.equal(stderr, 'guiHtmlCustom: unable to construct instance of component Bad\n');
+    assert.match(stderr, /^guiHtmlCustom: unable to construct instance of component Bad in \/.*\.html:1\n$/);
 });
 
 test('what a handler throws is an uncaught error, and the next drawing comes', async () => {
@@ -152,12 +152,16 @@ test('points are arrays of numbers, of pairs, or typed arrays', async () => {
     const seen = [];
     const window = windowWith(probe);
     window.control('probe').draw = (toolkit) => {
-        for (const points of [[0, 0, 9, 9], [[0, 0], [9, 9]], new Float64Array([0, 0, 9, 9]), new Uint8Array([0, 0, 9, 9]), [], [1],
-            ['1', '2', '3', '4'], [[1, [2]]], { length: 2, 0: 1, 1: 2 }, new BigInt64Array(4), Array(4)]) {
+        for (const points of [[0, 0, 9, 9], [[0, 0], [9, 9]], new Float64Array([0, 0, 9, 9]), new Uint8Array([0, 0, 9, 9]), []]) {
             seen.push(toolkit.drawPolygon('red', points, 1));
             seen.push(toolkit.drawPolyline('red', points, 1));
         }
-        seen.push(toolkit.drawEllipse('red', 0, 0, 10, 10), toolkit.drawImage(new tarn.GuiImage(), 0, 0), toolkit.fill(Symbol('s')));
+        for (const points of [[1], ['1', '2', '3', '4'], [[1, [2]]], { length: 2, 0: 1, 1: 2 }, new BigInt64Array(4), Array(4), 'red']) {
+            assert.throws(() => toolkit.drawPolygon('red', points, 1), TypeError);
+            assert.throws(() => toolkit.drawPolyline('red', points, 1), TypeError);
+        }
+        assert.throws(() => toolkit.fill(Symbol('s')), TypeError);
+        seen.push(toolkit.drawEllipse('red', 0, 0, 10, 10), toolkit.drawImage(new tarn.GuiImage(), 0, 0));
     };
     window.open();
     assert.deepEqual([...new Set(seen)], [null]);

@@ -29,7 +29,8 @@ let program;
 let window;
 
 before(async () => { program = await Program.start('let window;'); });
-after(() => program.end());
+after(() => program.end(['onNobody', 'onpick', 'toString'].map((name) => `tarn: no handler ${name} for event://${name} in ${scratch}/links.html:3${
+    name === 'onpick' ? '; did you mean onPick?' : ''}\n`).join('')));
 afterEach(async () => {
     await program.ask('window.close()');
     await waitGone('Links');

@@ -23,8 +23,15 @@ fs.writeFileSync(path.join(scratch, 'paper.bmp'), Buffer.concat([
 let program;
 const opened = new Set();
 
-before(async () => { program = await Program.start('let window, second, shown;'); });
-after(() => program.end());
+/** Calls that throw a TypeError. */
+const inside = `let window, second, shown;
+const refused = (...calls) => calls.forEach((call) => {
+    try { call(); } catch (error) { if (error instanceof TypeError) return; throw error; }
+    throw new Error('accepted: ' + call);
+});`;
+
+before(async () => { program = await Program.start(inside); });
+after(() => program.end(['Enter', 'Escape'].map((name) => `GuiWindow::set${name}Control() - control x not found in window\n`).join('')));
 afterEach(async () => {
     await program.ask('window?.close(); second?.close()');
     for (const title of opened) {
@@ -55,7 +62,7 @@ test('sizes reach the window manager; 0, one number and what is no number change
     const window = await open('plain.html', 'Plain', `window.setDefaultSize(420.9, 310); window.setMinimumSize(300, 200);
         window.setMinimumSize(0, 250); window.setMinimumSize(310, 0); window.setMaximumSize(800, 600); window.setMaximumSize(0, 0);
         for (const name of ['setMinimumSize', 'setMaximumSize', 'setDefaultSize']) {
-            for (const args of [[], [500], [500, 500, 500], ['500', '500'], [true, true], [null, 500]]) window[name](...args);
+            for (const args of [[], [500], [500, 500, 500], ['500', '500'], [true, true], [null, 500]]) refused(() => window[name](...args));
         }`);
     assert.deepEqual(sizes(window), { least: [310, 250], greatest: [800, 600], now: [420, 310] });
     await program.ask('window.setDefaultSize(500, 0)');
@@ -72,8 +79,7 @@ test('a window that says nothing is 480 by 240 and may have any size', async () 
     assert.ok(greatest === undefined || greatest[0] > 10000);
 });
 
-for (const [args, isFixed] of [['', false], ['true', false], ['2', false], ['false', true], ['0', true], ["'no'", false], ['null', false],
-    ['undefined', false], ['0, 0', false]]) {
+for (const [args, isFixed] of [['', false], ['true', false], ['2', false], ['false', true], ['0', true], ['undefined', false]]) {
     test(`setResizable(${args}) ${isFixed ? 'fixes the size' : 'leaves the size free'}`, async () => {
         const { least, greatest } = sizes(await open('plain.html', 'Plain', `window.setResizable(${args})`));
         const fixed = [480, 240];
@@ -81,10 +87,10 @@ for (const [args, isFixed] of [['', false], ['true', false], ['2', false], ['fal
     });
 }
 
-test('open() takes one boolean for a modal window; anything else opens an ordinary one', async () => {
+test('open() takes one boolean for a modal window', async () => {
     await open('controls.html', 'Controls');
     await findActiveWindow('Controls');
-    for (const [args, modal] of [['true', true], ['', false], ['false', false], ['1', false], ["'true'", false], ['true, true', false]]) {
+    for (const [args, modal] of [['true', true], ['', false], ['false', false], ['undefined', false]]) {
         assert.equal(await program.ask(`second = new tarn.GuiWindow('plain.html'); second.open(${args})`), true);
         assert.equal(isModal(await findWindow('Plain')), modal, `open(${args})`);
         await program.ask('second.close()');
@@ -99,15 +105,15 @@ test('close() closes, again and again, and the window opens once more', async ()
     await waitGone('Plain');
     assert.deepEqual(await program.ask('[window.close(), window.isOpen(), window.isValid(), window.open()]'), [null, false, true, true]);
     await findWindow('Plain');
-    assert.deepEqual(await program.ask('[window.isOpen(), window.isOpen(1)]'), [true, false]);
+    assert.deepEqual(await program.ask('[window.isOpen(), refused(() => window.isOpen(1))]'), [true, null]);
 });
 
 test('the title of an open window follows setTitle, and other arguments leave it', async () => {
-    await open('plain.html', 'Plain', 'window.setTitle(3); window.setTitle(); window.setTitle("a", "b")');
+    await open('plain.html', 'Plain', 'refused(() => window.setTitle(3), () => window.setTitle(), () => window.setTitle("a", "b"))');
     await program.ask('window.setTitle("New title")');
     opened.add('New title');
     await findWindow('New title');
-    assert.deepEqual(await program.ask('[window.getTitle(), window.getTitle(1)]'), ['New title', null]);
+    assert.deepEqual(await program.ask('[window.getTitle(), refused(() => window.getTitle(1))]'), ['New title', null]);
 });
 
 test('a page that is loaded later comes in place, with its title; text without one leaves it', async () => {
@@ -149,9 +155,9 @@ test('the focus goes to the control of a name, in letters of either case, and is
     await program.ask("window.setFocus('FIRST')");
     await program.becomes('window.getFocus()', 'First');
     for (const args of ['', '3', 'null', "'second', 'second'"]) {
-        await program.ask(`window.setFocus(${args})`);
+        await program.ask(`refused(() => window.setFocus(${args}))`);
     }
-    assert.deepEqual(await program.ask('[window.getFocus(), window.getFocus(1)]'), ['First', null]);
+    assert.deepEqual(await program.ask('[window.getFocus(), refused(() => window.getFocus(1))]'), ['First', null]);
     await keys('Tab');
     await program.becomes('window.getFocus()', 'second');
 });
@@ -163,9 +169,9 @@ for (const [key, name] of [['Return', 'Enter'], ['Escape', 'Escape']]) {
         await program.becomes('window.getFocus()', 'First');
         await program.ask(`window.set${name}Control('OK')`);
         for (const args of ['', '3', "'no', 'no'"]) {
-            await program.ask(`window.set${name}Control(${args})`);
+            await program.ask(`refused(() => window.set${name}Control(${args}))`);
         }
-        assert.deepEqual(await program.ask(`[window.get${name}Control(), window.get${name}Control(1)]`), ['OK', null]);
+        assert.deepEqual(await program.ask(`[window.get${name}Control(), refused(() => window.get${name}Control(1))]`), ['OK', null]);
         await keys(key);
         await program.called([['onOk', 'ok']]);
         await program.ask(`window.set${name}Control('x')`); // a name that nobody has: only the capital letter closes
@@ -182,7 +188,7 @@ for (const [key, name] of [['Return', 'Enter'], ['Escape', 'Escape']]) {
 
 test('show() gives back the value that was set last, however the window is closed', async () => {
     for (const [calls, wanted] of [['', null], ['window.setReturnValue(7)', 7], ['window.setReturnValue("a"); window.setReturnValue("b")', 'b'],
-        ['window.setReturnValue(7); window.setReturnValue(); window.setReturnValue(8, 9)', 7], ['window.setReturnValue(7); window.setReturnValue(null)', null]]) {
+        ['window.setReturnValue(7); refused(() => window.setReturnValue(), () => window.setReturnValue(8, 9))', 7], ['window.setReturnValue(7); window.setReturnValue(null)', null]]) {
         opened.add('Plain');
         await program.ask(`window = new tarn.GuiWindow('plain.html'); ${calls}; shown = undefined;
             void setTimeout(() => { shown = [window.show()]; })`);

@@ -5,6 +5,7 @@
 const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const path = require('node:path');
+const { pathToFileURL } = require('node:url');
 const { test } = require('node:test');
 const { packageFolder, runScript, scratch } = require('./helpers.js');
 
@@ -28,10 +29,10 @@ const states = {
 /** Method, good arguments, and the result in the four states: one for all, or a list. */
 const rows = [
     ['open', [], [false, true, true, true]], ['open', [true], [false, true, true, true]],
-    ['open', [0, 1, 2], [false, true, true, true]], ['close', [], null],
+    ['open', [undefined], [false, true, true, true]], ['close', [], null],
     ['isOpen', [], [false, false, true, false]], ['isValid', [], [false, true, true, true]],
     ['load', [file('page.html')], true], ['loadFile', [file('page.html')], true],
-    ['setText', ['text'], [false, true, true, true]], ['loadBackground', [file('paper.bmp')], [false, true, true, true]],
+    ['setText', ['text'], true], ['loadBackground', [file('paper.bmp')], [false, true, true, true]],
     ['setReturnValue', [1], null], ['setReturnValue', [undefined], null],
     ['setMinimumSize', [100, 200], null], ['setMaximumSize', [100, 200], null], ['setDefaultSize', [100, 200], null],
     ['setResizable', [], null], ['setResizable', [false], null], ['useSystemFont', [], null], ['useSystemFont', [1], null],
@@ -41,17 +42,18 @@ const rows = [
     ['setSizePolicy', ['FIXED'], null], ['getSizePolicy', [], 'RESIZE'],
 ];
 
-/** Methods, argument lists that they refuse, and the result. */
+/** Methods and argument lists that they refuse. */
 const refused = [
-    [['isOpen'], [[1], [null], [undefined], ['x'], [true, false]], false],
-    [['isValid'], [[1], [null], [undefined], ['x'], [true, false]], null],
+    [['isOpen', 'isValid'], [[1], [null], ['x'], [true, false]]],
     [['load', 'loadFile', 'setText', 'loadBackground', 'setTitle', 'setFocus', 'setEnterControl', 'setEscapeControl', 'setSizePolicy', 'control'],
-        [[], [1], [true], [null], [undefined], [{}], [() => 1], [Symbol('s')], [['a']], [new String('a')], ['a', 'b']], null],
-    [['getTitle', 'getFocus', 'getEnterControl', 'getEscapeControl', 'getSizePolicy'], [[1], [undefined], [1, 2]], null],
-    [['setReturnValue'], [[], [1, 2]], null],
+        [[], [1], [true], [null], [undefined], [{}], [() => 1], [Symbol('s')], [['a']], [new String('a')], ['a', 'b']]],
+    [['getTitle', 'getFocus', 'getEnterControl', 'getEscapeControl', 'getSizePolicy', 'show', 'showAsync'], [[1], [null], [1, 2]]],
+    [['setReturnValue'], [[], [1, 2]]],
     [['setMinimumSize', 'setMaximumSize', 'setDefaultSize'],
-        [[], [100], [100, 200, 300], ['100', '200'], [100, '200'], [true, true], [null, 1], [{ valueOf: () => 1 }, 1]], null],
-    [['setResizable', 'useSystemFont'], [['x'], [null], [undefined], [{}], [0, 0]], null],
+        [[], [100], [100, 200, 300], ['100', '200'], [100, '200'], [true, true], [null, 1], [{ valueOf: () => 1 }, 1]]],
+    [['setResizable', 'useSystemFont'], [['x'], [null], [{}], [0, 0]]],
+    [['open'], [['x'], [1], [null], [true, true]]],
+    [['close'], [['x'], [1]]],
 ];
 
 test('all 26 methods and onLoad exist, and no other', () => {
@@ -76,14 +78,15 @@ test('each method gives its result in every state of a window', () => {
     }
 });
 
-test('each method refuses other arguments without an exception or an effect', () => {
+test('each method refuses other arguments with a TypeError that names it, and without an effect', () => {
     for (const [state, make] of Object.entries(states)) {
         const window = make();
         const before = [window.getTitle(), window.getEnterControl(), window.getSizePolicy(), window.isValid()];
-        for (const [methods, lists, wanted] of refused) {
+        for (const [methods, lists] of refused) {
             for (const method of methods) {
                 for (const args of lists) {
-                    assert.equal(window[method](...args), wanted, `${method}, ${args.length} arguments, ${state}`);
+                    assert.throws(() => window[method](...args), { name: 'TypeError', message: new RegExp(`^GuiWindow\\.${method}\\(`) },
+                        `${method}, ${args.length} arguments, ${state}`);
                 }
             }
         }
@@ -155,10 +158,24 @@ test('control() gives the same object for the same element each time', () => {
 });
 
 test('the constructor takes the name of a page and nothing else', () => {
-    for (const args of [[], [3], [null], [undefined], [{}], [() => 1], [file('page.html'), 1]]) {
-        assert.equal(new GuiWindow(...args).isValid(), false, `${args.length} arguments`);
+    for (const args of [[3], [null], [{}], [() => 1], [file('page.html'), 1]]) {
+        assert.throws(() => new GuiWindow(...args), { name: 'TypeError', message: /^new GuiWindow\(path\): / });
+    }
+    for (const args of [[], [undefined]]) {
+        assert.equal(new GuiWindow(...args).isValid(), false);
     }
     assert.equal(new GuiWindow(file('page.html')).isValid(), true);
+    assert.equal(new GuiWindow(pathToFileURL(file('page.html'))).getTitle(), 'A title');
+});
+
+test('a page that cannot be read is an Error with its code and its path', () => {
+    class Order extends GuiWindow {}
+    fs.writeFileSync(file('secret.html'), '<body>');
+    for (const [name, code, shown] of [[file('gone.html'), 'ENOENT', file('gone.html')], [scratch, 'EISDIR', scratch],
+        ['gone.html', 'ENOENT', path.join(__dirname, 'gone.html')], ['vfs://Nobody/x.html', 'ENOENT', 'vfs://Nobody/x.html']]) {
+        assert.throws(() => new Order(name), (error) => error.constructor === Error && error.code === code && error.path === shown
+            && error.message.includes(shown));
+    }
 });
 
 test('an empty name is the page itself, a name that nobody has null', () => {
@@ -192,11 +209,9 @@ const controlRows = [
 ];
 
 const controlRefused = [
-    [['loadBackground', 'loadFile', 'setText'], [[], [1], [null], ['a', 'b']], false],
-    [['setCaption', 'setSizePolicy'], [[], [1], [null], ['a', 'b']], null],
-    [['play', 'enable'], [['on'], [null], [undefined], [true, true]], null],
-    [['disable', 'getSizePolicy'], [[1], [undefined]], null],
-    [['isEnabled'], [[1], [undefined]], false],
+    [['loadBackground', 'loadFile', 'setText', 'setCaption', 'setSizePolicy'], [[], [1], [null], ['a', 'b']]],
+    [['play', 'enable'], [['on'], [null], [true, true]]],
+    [['disable', 'getSizePolicy', 'isEnabled'], [[1], [null]]],
 ];
 
 test('each method of a control gives its result, also for an element that does not exist', async () => {
@@ -208,10 +223,11 @@ test('each method of a control gives its result, also for an element that does n
         assert.equal(control[method](...args), wanted, method);
         assert.equal(nobody[method](...args), neutral, method);
     }
-    for (const [methods, lists, wanted] of controlRefused) {
+    for (const [methods, lists] of controlRefused) {
         for (const method of methods) {
             for (const args of lists) {
-                assert.equal(control[method](...args), wanted, `${method}, ${args.length} arguments`);
+                assert.throws(() => control[method](...args), { name: 'TypeError', message: new RegExp(`^GuiControl\\.${method}\\(`) },
+                    `${method}, ${args.length} arguments`);
             }
         }
     }
@@ -220,9 +236,11 @@ test('each method of a control gives its result, also for an element that does n
 
 test('onLoad takes a pattern with a function or an object, or a pattern alone, and returns null', () => {
     const filter = () => '';
-    for (const args of [['*.x', filter], ['*.x', { getString: () => 'x' }], ['*.x'], [], [1], [null], ['*.x', 1], ['*.x', 'y'],
-        [1, filter], ['*.x', filter, 1]]) {
+    for (const args of [['*.x', filter], ['*.x', { getString: () => 'x' }], ['*.x'], ['*.x', undefined]]) {
         assert.equal(GuiWindow.onLoad(...args), null);
+    }
+    for (const args of [[], [1], [null], ['*.x', 1], ['*.x', 'y'], ['*.x', null], [1, filter], ['*.x', filter, 1]]) {
+        assert.throws(() => GuiWindow.onLoad(...args), { name: 'TypeError', message: /^GuiWindow\.onLoad\(pattern, filter\): / });
     }
     class Order extends GuiWindow {}
     assert.equal(Order.onLoad('*.x'), null);
@@ -242,7 +260,7 @@ test('the session knows the window, the form and no control yet', async () => {
 test('after the end of the component methods give their neutral results', async () => {
     const calls = [...rows.map(([name, args, results]) => [name, args, Array.isArray(results) ? results[0] : results]),
         ['show', [], null], ['control', ['box'], null]].map(([name, args, wanted]) => (
-        [name, args.map((arg) => arg ?? null), /^load/.test(name) ? false : wanted]));
+        [name, args, /^(load|setText)/.test(name) ? false : wanted])).filter(([, args]) => !args.includes(undefined));
     const { stdout, stderr, code } = await runScript(`
         const window = new tarn.GuiWindow('page.html');
         const control = window.control('box');
@@ -261,7 +279,7 @@ test('after the end of the component methods give their neutral results', async 
 });
 
 const messages = {
-    'GuiWindow::load() - failed to load file AT/gone.html\n': "new tarn.GuiWindow('gone.html');",
+    'GuiWindow::load() - failed to load file AT/gone.html\n': "new tarn.GuiWindow().load('gone.html');",
     'GuiWindow::load() - unable to find <body> or <html> tag in AT/plain.html; probably not HTML\n':
         "require('fs').writeFileSync(__dirname + '/plain.html', 'plain'); new tarn.GuiWindow('plain.html');",
     'guiHtml::loadFile() - failed to load file AT/gone.html\n': "new tarn.GuiWindow('page.html').load('gone.html');",

@@ -11,6 +11,7 @@ const { runScript, scratch } = require('./helpers.js');
 const places = {
     'the main program': 'body();',
     'a timer': 'setTimeout(body, 5);',
+    'a timer of no time': 'setTimeout(body, 0);',
     'an interval': 'const again = setInterval(() => { clearInterval(again); body(); }, 5);',
     'an immediate': 'setImmediate(body);',
     'a tick': 'process.nextTick(body);',

@@ -14,7 +14,8 @@
 
 namespace {
 
-constexpr char kCaller[] = "guiHtmlParser::pullContent() - ";
+constexpr char kCaller[] = "tarn: ";
+constexpr char kTagCaller[] = "guiHtmlParser::pullContent() - ";
 
 /// What is logged of a page that was read from /pages/order.html.
 std::string told(std::string const& text)
@@ -32,6 +33,7 @@ std::string told(std::string const& text)
 }
 
 std::string line(std::string const& message) { return kCaller + message + "\n"; }
+std::string tagLine(std::string const& message) { return kTagCaller + message + "\n"; }
 
 std::size_t linesOf(std::string const& log)
 {
@@ -50,12 +52,12 @@ TEST(Mistakes, AGoodPageIsReadInSilence)
 TEST(Mistakes, AnUnknownTagIsToldWithItsPlaceAndTheNearestOne)
 {
     EXPECT_EQ(told("<body>\n<tabel>x</tabel>\n<p>y<zzzzz>"),
-              line("ignoring unrecognized tag <tabel> (warning) in /pages/order.html:2; did you mean <table>?") +
-                  line("ignoring unrecognized tag <zzzzz> (warning) in /pages/order.html:3"));
+              tagLine("ignoring unrecognized tag <tabel> (warning) in /pages/order.html:2; did you mean <table>?") +
+                  tagLine("ignoring unrecognized tag <zzzzz> (warning) in /pages/order.html:3"));
 }
 TEST(Mistakes, TextWithoutAFileHasNoPlace)
 {
-    EXPECT_EQ(parsePage("<tabel>x</tabel>").log, line("ignoring unrecognized tag <tabel> (warning)"));
+    EXPECT_EQ(parsePage("<tabel>x</tabel>").log, tagLine("ignoring unrecognized tag <tabel> (warning)"));
     EXPECT_EQ(parsePage("<td wdith=3>").log, line("ignoring unknown attribute wdith of <td> (warning)"));
 }
 TEST(Mistakes, AnUnknownAttributeIsToldWithItsPlaceAndTheNearestOne)
@@ -75,6 +77,23 @@ TEST(Mistakes, AColorThatIsNoneIsTold)
               line("text=\"rde\" of <body> is not a color (warning) in /pages/order.html:1") +
                   line("bgcolor=\"#12\" of <td> is not a color (warning) in /pages/order.html:1"));
 }
+TEST(Mistakes, AnActionThatCallsNoHandlerIsTold)
+{
+    auto wrong = [](std::string const& value, std::string const& meant) {
+        return line("onclick=\"" + value +
+                    "\" of <td> calls no handler (warning) in /pages/order.html:1; did you mean event://" + meant +
+                    "?");
+    };
+    auto page = [](std::string const& value) { return "<body><td onclick=\"" + value + "\">x"; };
+    EXPECT_EQ(told(page("onOk")), wrong("onOk", "onOk"));
+    EXPECT_EQ(told(page("onOk()")), wrong("onOk()", "onOk"));
+    EXPECT_EQ(told(page("this.onOk(1, 2);")), wrong("this.onOk(1, 2);", "onOk"));
+    EXPECT_EQ(told(page("javascript:onOk()")), wrong("javascript:onOk()", "onOk"));
+    for (char const* good : {"event://onOk", "{_top}event://onOk/1", "next.html", "pages/next", "#place", ""})
+        EXPECT_EQ(told(page(good)), "") << good;
+    EXPECT_EQ(told("<body><a href=next>x</a>"), "") << "a link leads to a page";
+}
+
 TEST(Mistakes, ASizeThatIsNoNumberIsTold)
 {
     for (char const* size : {"0", "12", "12px", "50%", " 7", "+2", "-1"})
@@ -100,7 +119,7 @@ TEST(Mistakes, ElementsNestedTooDeepAreToldWithTheirPlace)
     for (int i = 0; i < 1100; ++i)
         page += "<table>\n";
     EXPECT_EQ(told(page).find("elements nested deeper than 1000 levels are flattened (warning) in /pages/order.html:1"),
-              std::string(kCaller).size());
+              std::string(kTagCaller).size());
 }
 TEST(Mistakes, AtMostAHundredLinesAndTheNumberOfTheRest)
 {

@@ -157,7 +157,8 @@ std::string withoutMistakes(std::string const& log)
     std::istringstream lines(log);
     std::string rest;
     for (std::string line; std::getline(lines, line);)
-        if (!line.starts_with("guiHtmlParser::pullContent() - ") || !line.ends_with("(warning)"))
+        if (!(line.starts_with("guiHtmlParser::pullContent() - ") || line.starts_with("tarn: ")) ||
+            !line.ends_with("(warning)"))
             rest += line + '\n';
     return rest;
 }

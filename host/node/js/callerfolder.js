@@ -4,13 +4,13 @@
 const path = require('node:path');
 const { fileURLToPath } = require('node:url');
 
-function folderOfFrame(frame) {
+function fileOfFrame(frame) {
     const name = frame.getFileName?.();
     if (typeof name !== 'string' || name.startsWith(__dirname + path.sep) || name.startsWith('node:')) {
         return undefined;
     }
     const file = name.startsWith('file://') ? fileURLToPath(name) : name;
-    return path.isAbsolute(file) ? path.dirname(file) : undefined;
+    return path.isAbsolute(file) ? file : undefined;
 }
 
 /** The frames of the stack, newest first; none when the program has frozen Error. */
@@ -25,9 +25,19 @@ function framesOfStack() {
     return found;
 }
 
-/** The folder of the nearest file on the stack that is not part of this package; "" when there is none. */
-function callerFolder() {
-    return framesOfStack().map(folderOfFrame).find((folder) => folder !== undefined) ?? '';
+function findCaller() {
+    return framesOfStack().map(fileOfFrame).find((file) => file !== undefined);
 }
 
-module.exports = { callerFolder };
+/** The folder of the nearest file on the stack that is not part of this package; "" when there is none. */
+function callerFolder() {
+    const file = findCaller();
+    return file === undefined ? '' : path.dirname(file);
+}
+
+/** That file itself; where there is none, one in the working folder. */
+function callerFile() {
+    return findCaller() ?? path.join(process.cwd(), 'page');
+}
+
+module.exports = { callerFile, callerFolder };

@@ -1,6 +1,7 @@
 'use strict';
 // Calls of script methods by the component, and the promises that some of them return.
 
+const { reportError } = require('./errors.js');
 const { findMethod } = require('./methods.js');
 const { native } = require('./native.js');
 const { arePromisesStuck, lookForStuckPromises } = require('./wait.js');
@@ -18,14 +19,14 @@ function finish(id, value) {
 }
 
 /** The call is completed before its error is reported: the report may end the process. */
-function fail(id, error) {
+function fail(id, error, self, name) {
     finish(id, null);
-    native.report(error);
+    reportError(error, self, name);
 }
 
-function awaitResult(id, promise) {
+function awaitResult(id, promise, self, name) {
     unsettled.add(id);
-    Promise.resolve(promise).then((value) => finish(id, value), (error) => fail(id, error));
+    Promise.resolve(promise).then((value) => finish(id, value), (error) => fail(id, error, self, name));
     if (arePromisesStuck() && native.isWaiting()) {
         finish(id, null);
     }
@@ -35,14 +36,14 @@ function awaitResult(id, promise) {
 const elementEvents = new Set(['eCreate', 'eDestroy', 'ePaint', 'eMouseMove', 'eMouseOver', 'eMouseOut', 'eMouseDown', 'eMouseUp',
     'eMouseWheel', 'eKey', 'eFocus', 'eBlur']);
 
-function answer(id, name, result) {
+function answer(id, self, name, result) {
     if (!isThenable(result)) {
         finish(id, result);
     } else if (elementEvents.has(name)) {
         finish(id, null);
-        Promise.resolve(result).catch((error) => native.report(error));
+        Promise.resolve(result).catch((error) => reportError(error, self, name));
     } else {
-        awaitResult(id, result);
+        awaitResult(id, result, self, name);
     }
 }
 
@@ -51,9 +52,9 @@ function runCall(id, target, self, name, args) {
     try {
         const method = findMethod(target, name);
         const result = method === undefined ? null : Reflect.apply(method, self, args);
-        answer(id, name, result);
+        answer(id, self, name, result);
     } catch (error) {
-        fail(id, error);
+        fail(id, error, self, name);
     }
     return true;
 }

@@ -2,14 +2,18 @@
 // Custom elements: the classes of the application that pages name.
 
 const { callerFolder } = require('./callerfolder.js');
+const { describe } = require('./kinds.js');
 const { native } = require('./native.js');
 
 /** Classes and the folders of the scripts that registered them, by name. */
 const registered = new Map();
 
 function register(name, Class) {
-    if (typeof name !== 'string' || name === '' || typeof Class !== 'function') {
-        throw new TypeError('tarn.register(name, Class) needs a name and a class');
+    if (typeof name !== 'string' || name === '') {
+        throw new TypeError(`tarn.register(name, Class): "name" must be a string, not ${describe(name)}`);
+    }
+    if (typeof Class !== 'function' || Class.prototype === undefined) {
+        throw new TypeError(`tarn.register(name, Class): "Class" must be a class, not ${describe(Class)}`);
     }
     registered.set(name, { Class, folder: callerFolder() });
 }

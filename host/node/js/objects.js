@@ -1,6 +1,7 @@
 'use strict';
 // What the component adds to JavaScript objects: properties, methods, and the link between a window and its controls.
 
+const { checkMethod } = require('./checked.js');
 const { native } = require('./native.js');
 
 function defineAccessor(object, name) {
@@ -13,7 +14,7 @@ function defineAccessor(object, name) {
 }
 
 function defineMethod(object, name, method) {
-    Object.defineProperty(object, name, { value: method, writable: true, configurable: true });
+    Object.defineProperty(object, name, { value: checkMethod(name, method), writable: true, configurable: true });
 }
 
 const ownedBy = new WeakMap();

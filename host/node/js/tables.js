@@ -3,6 +3,7 @@
 
 const { inspect } = require('node:util');
 const { native } = require('./native.js');
+const { tellUnknownControl } = require('./words.js');
 
 /** The proxy of each target; the addon knows only the proxy. */
 const proxies = new WeakMap();
@@ -11,14 +12,27 @@ function isInTable(proxy, name) {
     return typeof name === 'string' && native.tableHas(proxy, name);
 }
 
+/** Of the form of the running handler, which holds all controls' values meanwhile. */
+function checkName(proxy, name) {
+    if (typeof name === 'string' && !native.tableHas(proxy, name) && proxy === native.session()?.currentForm) {
+        tellUnknownControl(proxy, name, native.tableNames(proxy));
+    }
+}
+
+function getOther(target, name, proxy) {
+    checkName(proxies.get(target), name);
+    return Reflect.get(target, name, proxy);
+}
+
 const traps = {
     get: (target, name, proxy) => (isInTable(proxies.get(target), name)
-        ? native.tableGet(proxies.get(target), name) : Reflect.get(target, name, proxy)),
+        ? native.tableGet(proxies.get(target), name) : getOther(target, name, proxy)),
     has: (target, name) => isInTable(proxies.get(target), name) || Reflect.has(target, name),
     set: (target, name, value) => {
         if (typeof name === 'symbol') {
             return Reflect.set(target, name, value);
         }
+        checkName(proxies.get(target), name);
         native.tableSet(proxies.get(target), name, value);
         return true;
     },

@@ -4,9 +4,15 @@
 let probeRan = true;
 let areStuck = false;
 
-/** A wait begins. Node has disarmed its timers if one of them began it; setting a new one arms them again. */
+/** Times that a program hardly has timers of, all of them at once. */
+const rareMs = [7, 11, 13];
+
+/**
+ * A wait begins. Node has disarmed its timers if one of them began it; setting a new one arms them again, unless there is one
+ * of the same time already: the one that waits, for example.
+ */
 function startWait() {
-    setTimeout(() => {}, 1).unref();
+    rareMs.forEach((ms) => setTimeout(() => {}, ms).unref());
     probeRan = false;
     queueMicrotask(() => { probeRan = true; });
 }

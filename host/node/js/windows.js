@@ -4,6 +4,7 @@
 const { callerFolder } = require('./callerfolder.js');
 const { findMethod } = require('./methods.js');
 const { native, classes } = require('./native.js');
+const { loadText, pageArguments, requirePage } = require('./pages.js');
 
 /** Promises of showAsync(), by window. */
 const closeListeners = new WeakMap();
@@ -25,8 +26,22 @@ class GuiWindow extends classes.GuiWindow {
     #returnValue = null;
 
     constructor(...args) {
-        native.setNextFolder(callerFolder());
-        super(...args);
+        const folder = callerFolder();
+        const page = pageArguments(args, folder, new.target);
+        super(...page);
+        requirePage(this, page, folder);
+    }
+
+    /** A window, or one of the class that it is called on, whose page is this text. */
+    static from(page) {
+        const window = new this();
+        loadText(page, (name) => super.prototype.load.call(window, name));
+        return window;
+    }
+
+    /** The first page of a window counts as a whole one: its title and its sizes become the window's. */
+    setText(markup) {
+        return super.setText(markup) || (!this.isValid() && loadText(markup, (name) => super.load(name)));
     }
 
     setReturnValue(...args) {

@@ -1,7 +1,7 @@
 // Compiled, never run: every class, method and constant in use.
 import * as tarn from '../../../host/node';
 import { GuiControl, GuiImage, GuiSizePolicy, GuiToolkit, GuiWindow } from '../../../host/node';
-import type { CustomElement, CustomElementHandlers, Form, Handler, Rect, Session, SizePolicy } from '../../../host/node';
+import type { CustomElement, CustomElementHandlers, Form, Handler, Rect, Session, SizePolicy, TextControl } from '../../../host/node';
 
 class Order extends GuiWindow {
     #total = 0;
@@ -114,3 +114,33 @@ new GuiWindow(3);
 // @ts-expect-error: not a class
 tarn.register('Gauge', 3);
 void [shown, later, flags, policy, texts, loaded, size, handler, text, GuiToolkit];
+
+// --- pages from text, handlers that are assigned, dialogs ---
+
+const listed = ['a', 'b'].map((each) => tarn.html`<li>${each}`);
+const fromText: Order = Order.from(tarn.html`<ul>${listed}</ul>${null}${new Date()}${3}`);
+fromText.onPick = (session, first) => session.currentWindow?.setTitle(first ?? '');
+fromText.eMenu = async () => undefined;
+const field = fromText.control<TextControl>('who');
+if (field) {
+    field.onTyped = () => field.setText('x');
+}
+const buttonName: string | null = tarn.alert('text', { icon: 'warning', buttons: ['Yes', 'No'] });
+const answers: [boolean, string | null] = [tarn.confirm('text'), tarn.prompt('text', { value: 'x', password: true })];
+const files: string[] | null = tarn.openFile({ multiple: true, filters: [{ name: 'Texts', patterns: ['*.txt'] }] });
+const file: string | null = tarn.openFile({ folder: '.' });
+const others: Promise<string | null>[] = [tarn.saveFileAsync({ name: 'x' }), tarn.openFolderAsync(), tarn.pickColorAsync({ color: 'red' })];
+tarn.clipboard.writeText(tarn.clipboard.readText());
+tarn.confine('pages', new URL('file:///pages'));
+const hears: typeof tarn.onError = (error, { window, handler: name }) => { window?.setTitle(`${name}: ${error}`); };
+void [buttonName, answers, files, file, others, hears];
+// @ts-expect-error: html has no place for an object
+tarn.html`${{}}`;
+// @ts-expect-error: no function
+fromText.onPick = 3;
+// @ts-expect-error: handlers begin with "on" or "e"
+fromText.pick = () => {};
+// @ts-expect-error: no such icon
+tarn.alert('text', { icon: 'warn' });
+// @ts-expect-error: no such option
+tarn.openFile({ filter: [] });

@@ -2,7 +2,7 @@
 // not. A wrong use that compiles fails the test, as does a right one that does not.
 import * as tarn from '../../../host/node';
 import { GuiControl, GuiSizePolicy, GuiWindow } from '../../../host/node';
-import type { Form, Messages, PageFilter, Session, SizePolicy } from '../../../host/node';
+import type { Form, Html, Messages, PageFilter, Session, SizePolicy } from '../../../host/node';
 
 /** True when the two types are the same, `any` included. */
 type Same<A, B> = (<T>() => T extends A ? 1 : 2) extends (<T>() => T extends B ? 1 : 2) ? true : false;
@@ -10,18 +10,19 @@ function same<A, B>(_: Same<A, B>): void {}
 
 const window = new GuiWindow();
 new GuiWindow('page.html');
+new GuiWindow(new URL('file:///page.html'));
 
 // --- what each method takes and gives ---
 
 same<typeof window.open, (modal?: boolean) => boolean>(true);
 same<typeof window.show, () => any>(true);
-same<typeof window.close, () => null>(true);
+same<typeof window.close, (session?: Session) => null>(true);
 same<typeof window.isOpen, () => boolean>(true);
 same<typeof window.isValid, () => boolean>(true);
-same<typeof window.load, (path: string) => boolean>(true);
-same<typeof window.loadFile, (path: string) => boolean>(true);
-same<typeof window.setText, (markup: string) => boolean>(true);
-same<typeof window.loadBackground, (path: string) => boolean>(true);
+same<typeof window.load, (path: string | URL) => boolean>(true);
+same<typeof window.loadFile, (path: string | URL) => boolean>(true);
+same<typeof window.setText, (markup: string | Html) => boolean>(true);
+same<typeof window.loadBackground, (path: string | URL) => boolean>(true);
 same<typeof window.setMinimumSize, (width: number, height: number) => null>(true);
 same<typeof window.setMaximumSize, (width: number, height: number) => null>(true);
 same<typeof window.setDefaultSize, (width: number, height: number) => null>(true);
@@ -122,9 +123,9 @@ window.onLoad('*.html');
 // --- controls ---
 
 const control = new GuiControl();
-same<typeof control.loadBackground, (path: string) => boolean>(true);
-same<typeof control.loadFile, (path: string) => boolean>(true);
-same<typeof control.setText, (text: string) => boolean>(true);
+same<typeof control.loadBackground, (path: string | URL) => boolean>(true);
+same<typeof control.loadFile, (path: string | URL) => boolean>(true);
+same<typeof control.setText, (text: string | Html) => boolean>(true);
 same<typeof control.setCaption, (text: string) => null>(true);
 same<typeof control.enable, (enabled?: boolean | number) => null>(true);
 same<typeof control.disable, () => null>(true);
