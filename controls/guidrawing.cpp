@@ -39,8 +39,9 @@ textParams paramsOf(guiHtml* node, guiTextStyle const& style)
 {
     textParams params;
     params.font = fontOf(node, style, params.points);
-    params.textColor =
-        style.color.getLength() != 0 ? guiHtmlParser::convColorToStruct(style.color) : guiColor(node->m.textColor);
+    params.textColor = node->m.textColor;
+    if (style.color.getLength() != 0)
+        params.textColor = guiHtmlParser::convColorToStruct(style.color);
     params.linkColor = node->m.linkColor;
     params.activeLinkColor = node->m.activeLinkColor;
     params.align = style.align;
@@ -104,7 +105,7 @@ void guiDrawing::text(sstring const& text, guiRect const& rect, guiTextStyle con
 struct guiDrawing::player
 {
     QPainter& painter;
-    guiHtml* node;
+    guiHtml* node = nullptr;
     guiExtent area;
 
     void operator()(fillStep const& step) const

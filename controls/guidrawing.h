@@ -100,7 +100,8 @@ private:
         std::shared_ptr<ScriptObject> object; // null once the picture was taken
         std::shared_ptr<QPixmap const> picture;
         guiRect rect;
-        int offsetX, offsetY;
+        int offsetX = 0;
+        int offsetY = 0;
     };
     struct textStep
     {

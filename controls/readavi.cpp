@@ -187,7 +187,7 @@ void readMovie(DataStream& in, aviHeader const& header, guiVideo& video)
 bool loadVideo_avi(DataStream& in, guiVideo& video)
 {
     riffChunk part;
-    aviHeader header;
+    aviHeader header{};
     if (!readRiffChunk(in, &part) || !readListType(in, part, BuildFCC('h', 'd', 'r', 'l')) ||
         !readAviHeader(in, &header))
         return false;

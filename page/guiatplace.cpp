@@ -4,6 +4,8 @@
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
 
+#include <utility>
+
 namespace {
 
 sstring thePlace; // of the innermost guiAtPlace; "" outside of one and once it was taken
@@ -27,7 +29,6 @@ std::string guiAtPlace::text()
 
 std::string guiAtPlace::take()
 {
-    std::string place = text();
-    thePlace = sstring();
-    return place;
+    assertOnGuiThread();
+    return velaPrintable(std::exchange(thePlace, sstring()));
 }

@@ -21,9 +21,7 @@ guiPageOrigin::~guiPageOrigin() { theOrigin = m_outer; }
 
 sstring guiPageOrigin::take()
 {
-    sstring const file = theOrigin;
-    theOrigin = sstring();
-    return file;
+    return std::exchange(theOrigin, sstring());
 }
 
 int guiPageFile::read(ScriptObject* owner)

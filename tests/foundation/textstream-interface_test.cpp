@@ -3,6 +3,8 @@
 
 #include "tests/foundation/streams.h"
 
+#include <algorithm>
+
 namespace {
 
 /// The vtable slot of a virtual member function. In the Itanium C++ ABI its pointer holds 1 + the offset in bytes.
@@ -215,7 +217,7 @@ TEST(TextstreamInterface, ANewSourceShowsNothingOfThePreviousOne)
 TEST(TextstreamInterface, OwnedMemoryIsFreedWithTheStream)
 {
     unsigned char* data = malloc8(3);
-    std::memcpy(data, "abc", 3);
+    std::copy_n("abc", 3, data);
     textstream stream(data, 3, 1); // a sanitizer finds a leak or a double free
     EXPECT_EQ(text8(stream.toString()), "abc");
 }
@@ -248,7 +250,7 @@ TEST(TextstreamInterface, EndiannessHelpers)
     SwapEndian(&unit);
     EXPECT_EQ(unit, 0x3412);
     unsigned short const one = 1;
-    unsigned char low;
+    unsigned char low = 0;
     std::memcpy(&low, &one, 1);
     EXPECT_EQ(IsBigEndian(), low == 0);
 }

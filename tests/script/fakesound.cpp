@@ -23,7 +23,7 @@ int lastByte(char const* path)
 {
     int last = -1;
     if (FILE* const file = std::fopen(path, "r")) {
-        for (int byte; (byte = std::fgetc(file)) != EOF;)
+        for (int byte = std::fgetc(file); byte != EOF; byte = std::fgetc(file))
             last = byte;
         std::fclose(file);
     }
