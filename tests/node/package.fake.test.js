@@ -2,7 +2,7 @@
 // The package from outside: its types, its lock file, and what it says when something is missing.
 
 const assert = require('node:assert/strict');
-const { execFileSync, spawn, spawnSync } = require('node:child_process');
+const { execFileSync, spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
@@ -97,42 +97,4 @@ test('a component file that is no component is refused', async () => {
     const { code, stderr } = await runScript('', { env: { TARN_LIBRARY: '/nowhere/libtarn.so' } });
     assert.equal(code, 1);
     assert.match(stderr, /Error: tarn: .*\/nowhere\/libtarn\.so/);
-});
-
-test('without a display a window says so', async () => {
-    const source = 'try { new tarn.GuiWindow(); } catch (error) { console.log(error.message); }';
-    const unset = await runScript(source, { env: { QT_QPA_PLATFORM: '', DISPLAY: '' } });
-    assert.equal(unset.stdout, 'new GuiWindow(): there is no display: the environment variable DISPLAY is not set\n');
-    const dead = await runScript(source, { env: { QT_QPA_PLATFORM: 'xcb', DISPLAY: ':93217' } });
-    assert.equal(dead.stdout, 'new GuiWindow(): there is no display: no X server answers at DISPLAY=:93217\n');
-});
-
-test('a display on another machine is left to the window system', async () => {
-    const { stdout, stderr } = await runScript('console.log(new tarn.GuiWindow("p").isValid());',
-        { env: { QT_QPA_PLATFORM: 'xcb', DISPLAY: 'elsewhere:0' } });
-    assert.deepEqual([stdout, stderr], ['true\n', '']);
-});
-
-test('an X server that listens on an abstract name alone is found', async () => {
-    const source = path.join(scratch, 'abstract.c');
-    const server = path.join(scratch, 'abstract');
-    fs.writeFileSync(source, `
-        #include <stddef.h>
-        #include <stdio.h>
-        #include <sys/socket.h>
-        #include <sys/un.h>
-        int main(void) {
-            struct sockaddr_un address = { AF_UNIX, "\\0/tmp/.X11-unix/X93218" };
-            int file = socket(AF_UNIX, SOCK_STREAM, 0);
-            if (bind(file, (struct sockaddr*)&address, offsetof(struct sockaddr_un, sun_path) + 22) || listen(file, 5)) return 1;
-            puts("ready"), fflush(stdout);
-            return getchar() == 0;
-        }`);
-    execFileSync('cc', ['-o', server, source]);
-    const child = spawn(server, { stdio: ['pipe', 'pipe', 'inherit'] });
-    await new Promise((resolve, reject) => { child.stdout.once('data', resolve); child.once('exit', reject); });
-    const { stdout, stderr } = await runScript('console.log(new tarn.GuiWindow("p").isValid());',
-        { env: { QT_QPA_PLATFORM: 'xcb', DISPLAY: ':93218.0' } });
-    child.stdin.end();
-    assert.deepEqual([stdout, stderr], ['true\n', '']);
 });
