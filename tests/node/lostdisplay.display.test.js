@@ -82,13 +82,13 @@ test('an X server that refuses the program is an error that names the variable a
 });
 
 test('a screen that the X server does not have is an error that names the variable and its value', async (t) => {
-    const { server, display } = await startServer(t);
+    const { display } = await startServer(t);
     const { stdout, code } = await runScript(tries, { env: only({ DISPLAY: `${display}.7` }) });
     assert.deepEqual([stdout, code], [`Error ${none}the X server at DISPLAY=${display}.7 has no such screen\nexit\n`, 0]);
 });
 
 test('an X server that listens on an abstract name alone is found', async (t) => {
-    const { server, display } = await startServer(t, '-nolisten', 'unix');
+    const { display } = await startServer(t, '-nolisten', 'unix');
     fs.rmSync(socketOf(display), { force: true }); // one that an earlier server has left
     const { stdout, stderr } = await runScript(tries, { env: only({ DISPLAY: display }) });
     assert.deepEqual([stdout, stderr], ['made\nexit\n', '']);
@@ -103,7 +103,7 @@ test('what only the toolkit knows to be wrong is an error too, as often as it is
 });
 
 test('a program may name another display and try again', async (t) => {
-    const { server, display } = await startServer(t);
+    const { display } = await startServer(t);
     const { stdout, stderr, code } = await runScript(`
         ${tries}
         process.env.DISPLAY = '${display}';

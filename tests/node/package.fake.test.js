@@ -98,3 +98,18 @@ test('a component file that is no component is refused', async () => {
     assert.equal(code, 1);
     assert.match(stderr, /Error: tarn: .*\/nowhere\/libtarn\.so/);
 });
+
+test('the session is one object, kept before the first window and live from then on', async () => {
+    const { stdout, stderr, code } = await runScript(`
+        const { session } = tarn;
+        const { inspect } = require('node:util');
+        console.log(inspect(session), Object.keys(session).length, 'currentWindow' in session);
+        const window = new tarn.GuiWindow('p');
+        window.onGo = function () { console.log(tarn.session === session, session.currentControl === null); this.close(); };
+        session.mine = 1;
+        console.log(inspect(session).includes('mine: 1'), Object.keys(session).includes('mine'), delete session.mine, session.mine);
+        window.open();
+        window.testFire(0, 'onGo');`);
+    assert.deepEqual([stdout, stderr, code], [['{ currentWindow: null, currentControl: null, currentForm: null } 3 true',
+        'true true true undefined', 'true true', ''].join('\n'), '', 0]);
+});

@@ -1,0 +1,5 @@
+// Type definitions of tarn-gui for `import`: those for `require`, and the whole as the default export.
+import * as tarn from './index.js';
+
+export * from './index.js';
+export default tarn;
