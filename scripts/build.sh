@@ -124,19 +124,3 @@ off_screen() {
     QT_QPA_PLATFORM=offscreen QT_FONT_DPI=96 LC_ALL=C.UTF-8 \
         FONTCONFIG_FILE=$root/tests/fonts/fonts.conf XDG_CACHE_HOME=$root/build/cache "$@"
 }
-
-# What pack_result prints and checks is what pack has left in its log.
-largest_package=3000000 # bytes
-
-pack() {
-    "$root/scripts/pack.sh" "$root/build/release/host/node/lib" "$root/build"
-}
-
-# The path of the package that the last step has made, and its size.
-pack_result() {
-    local package size
-    package=$(tail -n 1 -- "$step_log")
-    size=$(stat -c %s -- "$package") || die "there is no package; the log is in $step_log"
-    [ "$size" -lt "$largest_package" ] || die "$package has $size bytes, more than $largest_package"
-    printf '%s (%d bytes)\n' "$package" "$size"
-}

@@ -6,6 +6,20 @@ node_versions() {
     grep -v '^#' "$root/scripts/nodes.txt"
 }
 
+# What depends on the version; no other test of a whole run does.
+version_tests='^node\.(calls|classes|exits|package|pump)$'
+
+# The oldest and the newest.
+test_versions() {
+    test_with_nodes "$version_tests" "$(node_versions | head -n 1)" "$(node_versions | tail -n 1)"
+}
+
+test_all_versions() {
+    local versions
+    mapfile -t versions < <(node_versions)
+    test_with_nodes '^node\.' "${versions[@]}"
+}
+
 node_of() {
     echo "$root/build/nodes/$1/node"
 }
@@ -48,7 +62,8 @@ test_nodes_of() {
     [ "$code" -eq 0 ] || list_failures
 }
 
+# Without what only does the same many times more.
 run_node_tests() {
-    cd -- "$root" && ctest --preset "$1" --parallel "$(nproc)" --tests-regex "$2" --output-junit "$3" \
+    cd -- "$root" && ctest --preset "$1" --parallel "$(nproc)" --tests-regex "$2" --exclude-regex '\.often$' --output-junit "$3" \
         --test-output-size-passed 4000000 --test-output-size-failed 4000000
 }

@@ -6,12 +6,9 @@ passed=0
 failed=0
 skipped=0
 
-# What is tried with the oldest and the newest Node.js in every whole run: no other test depends on the version.
-version_tests='^node\.(calls|classes|exits|package|pump)$'
-
 # run_tests [--quick] [--sanitized] [--threads] [--nodes] [--update-dumps] [--update-pictures] [NAME]
 run_tests() {
-    local quick= sanitized= threads= nodes= pattern= versions
+    local quick= sanitized= threads= nodes= pattern=
     read_test_options "$@"
     if [ -n "$threads" ]; then
         begin_steps 7
@@ -24,16 +21,15 @@ run_tests() {
     elif [ -n "$nodes" ]; then
         begin_steps 15
         prepare test display
-        mapfile -t versions < <(node_versions)
-        test_with_nodes '^node\.' "${versions[@]}"
+        test_all_versions
     elif [ $# -eq 0 ]; then
         begin_steps 28
         prepare test display fuzz lint
         lint_quickly
         lint_changes
         test_preset dev
-        test_with_nodes "$version_tests" "$(node_versions | head -n 1)" "$(node_versions | tail -n 1)"
-        build_shipped
+        test_versions
+        test_shipped
         test_sanitized
         test_threads
     elif [ "$*" = --quick ]; then
@@ -48,15 +44,6 @@ run_tests() {
         [ -z "${TARN_UPDATE_DUMPS-}" ] || report_dumps "$root/build/dev/ctest.xml"
     fi
     report
-}
-
-# What is shipped is optimised further than what is tested, and the compiler then gives other warnings.
-build_shipped() {
-    prepare_preset release tarn tarn_native_host tarn_node
-    step 'packing' pack
-    TARN_TARBALL=$(pack_result | sed 's/ (.*//') || exit
-    export TARN_TARBALL
-    count_step 'the package as it is shipped' on_virtual_display node --test "$root/tests/node/installed.display.test.js"
 }
 
 # The unit tests and those of whole windows once more under AddressSanitizer and UndefinedBehaviorSanitizer, the fuzzers
