@@ -410,7 +410,7 @@ test('where promises cannot run inside a promise, the program is told and handle
     assert.match(stderr, /^tarn: show\(\) [^\n]*"await window\.showAsync\(\)"[^\n]*\n$/);
 });
 
-test('where ticks cannot be run during show(), they run behind it and everything else goes on', async () => {
+test('where ticks cannot be run during show(), they run behind it at the latest and everything else goes on', async () => {
     const { stdout, stderr, code } = await runScript(`
         delete process._tickCallback;
         const window = new tarn.GuiWindow('page.html');
@@ -421,7 +421,8 @@ test('where ticks cannot be run during show(), they run behind it and everything
         };
         window.show();
         console.log('shown');`);
-    assert.deepEqual([stdout, stderr, code], ['promise\nshown\ntick\n', '', 0]);
+    assert.deepEqual([stderr, code], ['', 0]);
+    assert.match(stdout, /^promise\n(shown\ntick|tick\nshown)\n$/); // where two timers are due at once, Node.js runs ticks between them
 });
 
 test('a handle that no callback below show() uses is closed during it', async () => {
