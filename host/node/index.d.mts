@@ -3,3 +3,7 @@ import * as tarn from './index.js';
 
 export * from './index.js';
 export default tarn;
+
+/** Not a name of its own, since nobody can assign to one: say `tarn.onError = …` with the default export. */
+declare const onError: never;
+export { onError };
