@@ -1,11 +1,13 @@
 // bench/bench-window.cpp: the time from the start of a process until its window shows text, compared with a minimal
-// program of the toolkit that paints the same text. Both are observed from outside in the same way.
+// program of the toolkit that paints the same text. Both are observed from outside in the same way. And the same
+// through the Node.js host, compared with what an interpreter that does nothing and the minimal program take.
 
 #include "bench/alternating.h"
 #include "bench/ratioline.h"
 #include "bench/windowwatch.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <thread>
@@ -53,10 +55,16 @@ public:
             end();
     }
 
-    /// The processor seconds that it has used.
+    /// Ends it. The processor seconds that it has used.
     double end()
     {
         kill(m_process, SIGKILL);
+        return waitForEnd();
+    }
+
+    /// The same when it ends by itself.
+    double waitForEnd()
+    {
         rusage used{};
         wait4(m_process, nullptr, 0, &used);
         m_process = 0;
@@ -94,6 +102,37 @@ double timeOfStart(WindowWatch& watch, Program& program)
     return seconds;
 }
 
+#ifdef TARN_BENCH_NODE
+/// How much longer than the minimal program the host may take, the interpreter's own start not counted.
+constexpr double kNodeShare = 1.3;
+
+double timeOfBareNode()
+{
+    return secondsOf([] { Child({TARN_BENCH_NODE, "-e", "0"}).waitForEnd(); });
+}
+
+void measureNode(WindowWatch& watch, Program& plain)
+{
+    setenv("TARN_ADDON", TARN_BENCH_ADDON, 1);
+    setenv("TARN_LIBRARY", TARN_BENCH_COMPONENT, 1);
+    Program node{{TARN_BENCH_NODE, TARN_BENCH_SCRIPT}, {}};
+    std::vector<double> bareNodes;
+    std::vector<double> plains;
+    Medians const medians = measureInTurns(
+        kRounds, [&] { return timeOfStart(watch, node); },
+        [&] {
+            bareNodes.push_back(timeOfBareNode());
+            plains.push_back(timeOfStart(watch, plain));
+            return bareNodes.back() + kNodeShare * plains.back();
+        });
+    std::printf("an interpreter that does nothing takes %s, the bare program %s\n", timeText(median(bareNodes)).c_str(),
+                timeText(median(plains)).c_str());
+    printRatio("first-window-node", medians.ours, medians.peer, 1);
+}
+#else
+void measureNode(WindowWatch&, Program&) { std::printf("without Node.js: its first window is not measured\n"); }
+#endif
+
 void measure()
 {
     std::string const folder = std::filesystem::read_symlink("/proc/self/exe").parent_path();
@@ -105,6 +144,7 @@ void measure()
     std::printf("processor time up to then: %s, and %s of the bare program\n",
                 timeText(median(page.processorSeconds)).c_str(), timeText(median(plain.processorSeconds)).c_str());
     printRatio("first-window", medians.ours, medians.peer, kTarget);
+    measureNode(watch, plain);
 }
 
 } // namespace

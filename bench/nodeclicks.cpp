@@ -64,6 +64,7 @@ void NodeClicks::run()
         for (int end : {orders[0], orders[1], answers[0], answers[1]})
             close(end);
         setenv("TARN_LIBRARY", TARN_CLICK_COMPONENT, 1);
+        setenv("TARN_ADDON", TARN_CLICK_HOST, 1);
         execl(TARN_CLICK_NODE, "node", TARN_CLICK_SCRIPT, TARN_CLICK_ADDON, nullptr);
         _exit(127);
     }

@@ -160,10 +160,11 @@ private:
     void reserved13() override {}
 };
 
-/// HostPlatform without its reserved positions, and with the usual memory for pictures.
+/// HostPlatform without its reserved positions, with the usual memory for pictures and the toolkit's way to end.
 class HostPlatformSlots : public HostPlatform
 {
 public:
+    bool displayLost() override { return false; }
     unsigned pictureMemory() override { return 0; }
 
 protected:
@@ -174,7 +175,6 @@ private:
     void reserved2() override {}
     void reserved3() override {}
     void reserved4() override {}
-    void reserved5() override {}
 };
 
 /// HostLoadFile without its reserved positions.

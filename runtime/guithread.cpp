@@ -10,12 +10,11 @@
 #include "runtime/guicallback.h"
 #include "runtime/guielements.h"
 #include "runtime/guihtmlbase.h"
+#include "runtime/guitoolkitmessages.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <cassert>
-#include <cstdio>
-#include <cstdlib>
 #include <mutex>
 #include <set>
 #include <utility>
@@ -71,23 +70,6 @@ public:
 private:
     guiThread& m_thread;
 };
-
-/// Used while the application object is made. Drops Qt's warning that this is not the main() thread, and turns "no
-/// display", which would abort the process, into one line and an exit code.
-void startMessageHandler(QtMsgType type, QMessageLogContext const&, QString const& message)
-{
-    if (message.contains(QLatin1String("was not created in the main() thread")) ||
-        message.contains(QLatin1String("XDG_RUNTIME_DIR")))
-        return;
-    if (type != QtFatalMsg) {
-        std::fprintf(stderr, "%s\n", qPrintable(message));
-        return;
-    }
-    std::fprintf(stderr, "guiThread::run() - can not open the display \"%s\": no window can be shown\n",
-                 qgetenv("DISPLAY").constData());
-    std::fflush(stderr);
-    std::_Exit(1);
-}
 
 /// Qt counts the references to its record of a thread that it has not started itself, and when the process ends it
 /// gives back one more than it took: the record would be freed while objects of its plugins still refer to it. An
@@ -284,6 +266,7 @@ void guiThread::run()
     velaGuiRole.claim();
     keepThreadRecord();
     startApplication();
+    m_f.isRunning = true;
     pevent_set(m_f.started);
     QApplication::exec();
     endApplication();
@@ -300,9 +283,9 @@ void guiThread::startApplication()
     static char name[] = "app";
     static char* arguments[] = {name, nullptr};
     static int argumentCount = 1; // QApplication keeps references to both
-    QtMessageHandler previous = qInstallMessageHandler(startMessageHandler);
+    guiToolkitMessages_start([this] { pevent_set(m_f.started); });
     m_f.app = new QApplication(argumentCount, arguments);
-    qInstallMessageHandler(previous);
+    guiToolkitMessages_started();
     m_f.app->installEventFilter(m_f.filter);
     QGuiApplication::setQuitOnLastWindowClosed(false); // the thread outlives its windows
 }
@@ -313,6 +296,7 @@ void guiThread::endApplication()
     delete std::exchange(m_f.receiver, nullptr);
     delete std::exchange(m_f.filter, nullptr);
     delete std::exchange(m_f.app, nullptr);
+    guiToolkitMessages_end();
     delete std::exchange(m_f.nullReceiver, nullptr);
 }
 

@@ -15,14 +15,18 @@ class QApplication;
 class guiThread
 {
 public:
-    /// Starts the GUI thread and waits until its application object exists. From now on the new thread plays the GUI
-    /// role and the calling thread, `scriptThread`, the script role.
+    /// Starts the GUI thread and waits until its application object exists, or can not be made (isRunning). From now on
+    /// the new thread plays the GUI role and the calling thread, `scriptThread`, the script role.
     explicit guiThread(pthread_t scriptThread);
     /// Ends the event loop and waits until the GUI thread has destroyed its application object and ended. Both roles
     /// are free afterwards.
     ~guiThread();
     guiThread(guiThread const&) = delete;
     guiThread& operator=(guiThread const&) = delete;
+
+    /// False when the toolkit did not start. The object may then only be left alone: its thread stays where it is, and
+    /// there can be no other in this process.
+    bool isRunning() const { return m_f.isRunning; }
 
     pthread_t id() const { return m_f.guiThreadId; }
     pthread_t idScript() const { return m_f.scriptThreadId; }
@@ -82,6 +86,7 @@ private:
         pthread_t scriptThreadId;
         pevent* started;        // owned
         pevent* finished;       // owned
+        bool isRunning;         // written before `started` is set
         QApplication* app;      // owned by the GUI thread
         QObject* nullReceiver;  // takes the events that only end a pumpOnce(); owned by the GUI thread
         guiEventFilter* filter; // owned by the GUI thread

@@ -52,7 +52,10 @@ int Init(LibManager& manager)
     guiScriptHost_install();
     pGUI = new guiComponent(manager);
     assert(pGUI->getThread()->isScriptThread());
-    return 1;
+    if (pGUI->getThread()->isRunning())
+        return 1;
+    pGUI = nullptr; // its GUI thread can not be ended, so it stays
+    return 0;
 }
 
 int Shutdown()

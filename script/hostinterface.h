@@ -361,7 +361,10 @@ public:
     virtual void reserved2() = 0;
     virtual void reserved3() = 0;
     virtual void reserved4() = 0;
-    virtual void reserved5() = 0;
+    /// 5 (extension): the connection to the display is lost, and the toolkit is about to end the process. True when the
+    /// host ends it instead; the GUI thread then does nothing more, so that no function of the component may be called.
+    /// GUI thread.
+    virtual bool displayLost() = 0;
     /// 6: a new plain object.
     virtual ScriptObject* createObject(ScriptEngine* engine) = 0;
     /// 7: an empty argument list.

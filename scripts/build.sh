@@ -31,7 +31,7 @@ prepare_preset() {
 
 preset_for() {
     case $1 in
-        bench) echo release ;;
+        bench | package) echo release ;;
         fuzz) echo asan ;;
         *) echo dev ;;
     esac
@@ -48,6 +48,7 @@ targets_for() {
     case $1 in
         page) echo --target tarn_dump ;;
         program) echo --target tarn_node ;;
+        package) echo --target tarn_node tarn_sound ;;
         bench) echo --target tarn_bench ;;
         fuzz) echo --target tarn_fuzz ;;
     esac

@@ -1,11 +1,11 @@
 # shellcheck shell=bash
 # What the machine must have, by the package names of Debian 12, and how missing packages are installed.
 
-# packages_for PURPOSE: page (lay pages out), program (run scripts), test, display (windows without a screen), bench,
+# packages_for PURPOSE: page (lay pages out), program (run scripts), package (make one), test, display (windows without a screen), bench,
 # fuzz or lint.
 packages_for() {
     case $1 in
-        page | program) base_packages ;;
+        page | program | package) base_packages ;;
         test) base_packages && documentation_packages && echo lld ;;
         display) echo xvfb openbox x11-utils xdotool imagemagick valgrind ;;
         bench) base_packages && bench_packages ;;

@@ -6,9 +6,9 @@ passed=0
 failed=0
 skipped=0
 
-# run_tests [--quick] [--sanitized] [--threads] [--update-dumps] [--update-pictures] [NAME]
+# run_tests [--quick] [--sanitized] [--threads] [--nodes] [--update-dumps] [--update-pictures] [NAME]
 run_tests() {
-    local quick= sanitized= threads= pattern=
+    local quick= sanitized= threads= nodes= pattern=
     read_test_options "$@"
     if [ -n "$threads" ]; then
         begin_steps 7
@@ -18,13 +18,18 @@ run_tests() {
         begin_steps 9
         prepare test display fuzz
         test_sanitized
+    elif [ -n "$nodes" ]; then
+        begin_steps 15
+        prepare test display
+        test_all_versions
     elif [ $# -eq 0 ]; then
-        begin_steps 22
+        begin_steps 28
         prepare test display fuzz lint
         lint_quickly
         lint_changes
         test_preset dev
-        build_shipped
+        test_versions
+        test_shipped
         test_sanitized
         test_threads
     elif [ "$*" = --quick ]; then
@@ -39,11 +44,6 @@ run_tests() {
         [ -z "${TARN_UPDATE_DUMPS-}" ] || report_dumps "$root/build/dev/ctest.xml"
     fi
     report
-}
-
-# What is shipped is optimised further than what is tested, and the compiler then gives other warnings.
-build_shipped() {
-    prepare_preset release tarn tarn_native_host
 }
 
 # The unit tests and those of whole windows once more under AddressSanitizer and UndefinedBehaviorSanitizer, the fuzzers
@@ -89,6 +89,7 @@ read_test_options() {
             --quick) quick=1 ;;
             --sanitized) sanitized=1 ;;
             --threads) threads=1 ;;
+            --nodes) nodes=1 ;;
             --update-dumps) export TARN_UPDATE_DUMPS=1 ;;
             --update-pictures) export TARN_UPDATE_PICTURES=1 ;;
             -*) die "test does not know the option $word" 2 ;;

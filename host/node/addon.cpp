@@ -5,6 +5,9 @@
 #include "page/guinearest.h"
 
 #include <cassert>
+#include <cstdio>
+
+#include <unistd.h>
 
 namespace {
 
@@ -177,6 +180,13 @@ Napi::Value waitFor(Info info) { return NodeEngine::of(info.Env()).waitFor(info[
 /// end(): the main program ends; see NodeComponent::end.
 void end(Info info) { NodeComponent::the().end(NodeEngine::of(info.Env())); }
 
+/// leave(code): ends the process at once.
+void leave(Info info)
+{
+    std::fflush(nullptr);
+    _exit(info[0].As<Napi::Number>().Int32Value());
+}
+
 /// close(): no more calls into script.
 void close(Info info) { NodeEngine::of(info.Env()).close(); }
 
@@ -226,6 +236,7 @@ Napi::Object initialize(Napi::Env env, Napi::Object exports)
     add("callSession", callSession);
     add("waitFor", waitFor);
     add("end", end);
+    add("leave", leave);
     add("close", close);
     return exports;
 }

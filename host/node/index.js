@@ -13,15 +13,16 @@ const { getListener, setListener } = require('./js/errors.js');
 const { confine, mount, mountDefaults } = require('./js/files.js');
 const { html } = require('./js/html.js');
 const { runImmediates } = require('./js/immediates.js');
+const { displayLost } = require('./js/display.js');
 const { hasMethod, scanMethods } = require('./js/methods.js');
 const { defineAccessor, defineMethod, tie, untie } = require('./js/objects.js');
-const { currentSession, pageText } = require('./js/session.js');
+const { pageText, session } = require('./js/session.js');
 const { makeTableProxy } = require('./js/tables.js');
 const { runTicks, startWait } = require('./js/wait.js');
 const { GuiWindow, windowClosed } = require('./js/windows.js');
 
 native.start({
-    checkPromises, construct, defineAccessor, defineMethod, hasMethod, isAlive: () => true, makeTableProxy, runCall, runImmediates,
+    checkPromises, construct, defineAccessor, defineMethod, displayLost, hasMethod, isAlive: () => true, makeTableProxy, runCall, runImmediates,
     runTicks, scanMethods, startWait, tie, untie, windowClosed,
 });
 mountDefaults();
@@ -38,10 +39,7 @@ module.exports = {
     GuiSizePolicy: classes.GuiSizePolicy,
     GuiToolkit: classes.GuiToolkit,
     GuiImage: classes.GuiImage,
-
-    get session() {
-        return currentSession();
-    },
+    session,
 
     get onError() {
         return getListener();

@@ -68,18 +68,35 @@ std::string NodeComponent::ensureStarted(NodeEngine& engine)
         return {};
     if (isLive())
         return "another thread of this process has windows; only the thread that made the first one can make more";
-    if (m_state == State::kEnded)
+    if (m_state == State::kEnded || m_state == State::kLost)
         return "the window system of this process has ended";
-    auto problem = findDisplayProblem();
-    if (!problem.empty())
-        return problem;
-    assert(m_state == State::kNone && !m_owner);
-    m_owner = &engine;
-    m_init(engine.services());
-    m_state = State::kLive;
-    guardProcessExit();
-    thread_local GuardAtThreadEnd guardAtThreadEnd;
-    return {};
+    return start(engine);
+}
+
+std::string NodeComponent::start(NodeEngine& engine)
+{
+    if (m_state != State::kFailed) {
+        DisplayCheck const display; // until the toolkit has its own connection
+        if (!display.problem().empty())
+            return display.problem();
+        assert(m_state == State::kNone && !m_owner);
+        m_owner = &engine;
+        m_state = m_init(engine.services()) != 0 ? State::kLive : State::kFailed;
+        guardProcessExit();
+        thread_local GuardAtThreadEnd guardAtThreadEnd;
+    }
+    return isLive() ? std::string() : "the window system cannot start with " + displaySettings();
+}
+
+bool NodeComponent::loseDisplay()
+{
+    NodeEngine& engine = *m_owner.load();
+    if (engine.pump().isClosed())
+        return false;
+    m_state = State::kLost;
+    auto leave = [] { onProcessExit(EXIT_FAILURE, &the()); }; // the program was about to end anyway
+    engine.post([&engine] { engine.displayLost(); }, leave);
+    return true;
 }
 
 void NodeComponent::end(NodeEngine& engine)
@@ -103,11 +120,12 @@ void NodeComponent::end(NodeEngine& engine)
 /// called again whenever more of them may be in use.
 void NodeComponent::guardProcessExit() { on_exit(onProcessExit, this); }
 
-/// The process ends while the component is alive, so the GUI thread still runs. The destructors of its libraries must
-/// not run beside it: the process leaves here, after flushing its output.
+/// The process ends while there is a GUI thread. The destructors of its libraries must not run beside it: the process
+/// leaves here, after flushing its output.
 void NodeComponent::onProcessExit(int status, void* self)
 {
-    if (!static_cast<NodeComponent*>(self)->isLive())
+    State const state = static_cast<NodeComponent*>(self)->m_state;
+    if (state == State::kNone || state == State::kEnded)
         return;
     std::fflush(nullptr);
     _exit(status);

@@ -25,7 +25,7 @@ public:
     bool configure(NodeClass& scriptClass);
 
     /// Starts the component for `engine`, unless it runs for it already. Returns "" or one sentence that says why the
-    /// component cannot serve this environment. Script thread.
+    /// component cannot serve this environment, which may be another one the next time. Script thread.
     std::string ensureStarted(NodeEngine& engine);
     bool isLive() const { return m_state.load(std::memory_order_acquire) == State::kLive; }
     bool isOwnedBy(NodeEngine const& engine) const { return m_owner.load(std::memory_order_acquire) == &engine; }
@@ -34,6 +34,10 @@ public:
     /// destroyed, the GUI thread ended. When a call from the component into script is on the stack, that is
     /// impossible; the process then leaves without it (guardProcessExit). Script thread.
     void end(NodeEngine& engine);
+
+    /// The connection to the display is lost: script is told, which ends the program. False when it cannot be told any
+    /// more. GUI thread.
+    bool loseDisplay();
 
     /// Makes sure that a process which ends without end() leaves before any destructor runs that was registered until
     /// now. Any thread.
@@ -44,10 +48,13 @@ private:
     {
         kNone,
         kLive,
+        kFailed, // the toolkit did not start, and cannot be started twice
+        kLost,   // the GUI thread stands still
         kEnded
     };
 
     NodeComponent() = default;
+    std::string start(NodeEngine& engine);
     static void onProcessExit(int status, void* self);
 
     std::mutex m_mutex;

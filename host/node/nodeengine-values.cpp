@@ -127,7 +127,7 @@ Napi::Value NodeEngine::scriptOf(NodeObject& object)
 Napi::Value NodeEngine::makeTableProxy(NodeObject& object)
 {
     auto external = makeExternal(object);
-    auto proxy = m_helpers.call("makeTableProxy", {external});
+    auto proxy = m_helpers.call("makeTableProxy", {external, Napi::Boolean::New(m_env, &object == session())});
     if (proxy.IsEmpty())
         return m_env.Null();
     m_setHandle.Call(m_handles.Value(), {proxy, external});

@@ -93,6 +93,12 @@ std::vector<NodeObjectRef> NodeEngine::instances() const
     return objects;
 }
 
+void NodeEngine::displayLost()
+{
+    Napi::HandleScope scope(m_env);
+    m_helpers.call("displayLost", {});
+}
+
 void NodeEngine::closeWindows()
 {
     for (auto& object : instances())

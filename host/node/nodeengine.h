@@ -141,6 +141,8 @@ public:
     // The end.
     /// No more calls into script: those in flight are completed with null, later ones at once.
     void close();
+    /// The display is gone, and with it the component: ends the program.
+    void displayLost();
     /// Closes every open window.
     void closeWindows();
     /// Runs the destroy handlers of all objects that are left, oldest first.

@@ -1,6 +1,7 @@
 // host/node/nodeservices.cpp: the three services.
 #include "host/node/nodeservices.h"
 
+#include "host/node/nodecomponent.h"
 #include "host/node/nodeengine.h"
 
 #include <cassert>
@@ -47,6 +48,8 @@ void NodePlatform::destroyArgs(ScriptArgs* args)
 int NodePlatform::argumentListsInUse() { return listsOfThisThread; }
 
 void NodePlatform::destroyValue(ScriptValue* value) { delete static_cast<NodeValue*>(value); }
+
+bool NodePlatform::displayLost() { return NodeComponent::the().loseDisplay(); }
 
 // TARN_PICTURE_MEMORY of the environment, which a program may set itself, in MiB.
 unsigned NodePlatform::pictureMemory()

@@ -17,6 +17,7 @@ public:
     void destroyObject(ScriptObject* object) override;
     void destroyArgs(ScriptArgs* args) override;
     void destroyValue(ScriptValue* value) override;
+    bool displayLost() override;
     unsigned pictureMemory() override;
 
     /// How many argument lists the component has made on the calling thread and not destroyed. Not 0 while it calls

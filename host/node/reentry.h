@@ -3,23 +3,23 @@
 //
 // Promises: a script that calls show() from a promise continuation (anything behind an `await`) is inside the
 // interpreter's microtask loop, and that loop refuses to be entered again: no other promise would continue until
-// the window is closed. The queue itself is written for tasks that change it while it runs, and many builds of Node
-// export the function that empties it.
+// the window is closed. The queue itself is written for tasks that change it while it runs.
 //
 // Errors: what a callback of the event loop throws is reported as uncaught only if the interpreter sees no script
 // further down the stack that might catch it. The script that waits is there.
 //
-// Node-API offers neither, so both look the functions up by name. docs/node.md says what
-// happens where they are not exported.
+// Node-API offers neither, so both look functions up by name. docs/node.md says what happens where they are not
+// exported.
 #pragma once
 
 namespace reentry {
 
-/// Whether runMicrotasks() can do anything in this process.
+/// Whether runMicrotasks() does anything where the calling thread stands now. Inside the microtask loop the first call
+/// finds it out with a task of its own, and runs other tasks doing so. Script thread, inside a call from script.
 bool canRunMicrotasks();
 
-/// Runs what is in the current context's microtask queue, also when that queue is being run further down the stack.
-/// Script thread, inside a call from script.
+/// Runs what is in the thread's microtask queue, also when that queue is being run further down the stack. Script
+/// thread, inside a call from script.
 void runMicrotasks();
 
 /// As long as it exists, an error that escapes from script further up the stack is reported as uncaught. To be created

@@ -132,6 +132,7 @@ TEST(Slots, PumpRuntimeAndEngineFollowTheTable)
 
 TEST(Slots, ServicesFollowTheTable)
 {
+    EXPECT_SLOT(HostPlatform, displayLost, 5);
     EXPECT_SLOT(HostPlatform, createObject, 6);
     EXPECT_SLOT(HostPlatform, createArgs, 7);
     EXPECT_SLOT(HostPlatform, createValue, 8);

@@ -2,7 +2,7 @@
 // The package from outside: its types, its lock file, and what it says when something is missing.
 
 const assert = require('node:assert/strict');
-const { execFileSync, spawn, spawnSync } = require('node:child_process');
+const { execFileSync, spawnSync } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
@@ -99,40 +99,17 @@ test('a component file that is no component is refused', async () => {
     assert.match(stderr, /Error: tarn: .*\/nowhere\/libtarn\.so/);
 });
 
-test('without a display a window says so', async () => {
-    const source = 'try { new tarn.GuiWindow(); } catch (error) { console.log(error.message); }';
-    const unset = await runScript(source, { env: { QT_QPA_PLATFORM: '', DISPLAY: '' } });
-    assert.equal(unset.stdout, 'new GuiWindow(): there is no display: the environment variable DISPLAY is not set\n');
-    const dead = await runScript(source, { env: { QT_QPA_PLATFORM: 'xcb', DISPLAY: ':93217' } });
-    assert.equal(dead.stdout, 'new GuiWindow(): there is no display: no X server answers at DISPLAY=:93217\n');
-});
-
-test('a display on another machine is left to the window system', async () => {
-    const { stdout, stderr } = await runScript('console.log(new tarn.GuiWindow("p").isValid());',
-        { env: { QT_QPA_PLATFORM: 'xcb', DISPLAY: 'elsewhere:0' } });
-    assert.deepEqual([stdout, stderr], ['true\n', '']);
-});
-
-test('an X server that listens on an abstract name alone is found', async () => {
-    const source = path.join(scratch, 'abstract.c');
-    const server = path.join(scratch, 'abstract');
-    fs.writeFileSync(source, `
-        #include <stddef.h>
-        #include <stdio.h>
-        #include <sys/socket.h>
-        #include <sys/un.h>
-        int main(void) {
-            struct sockaddr_un address = { AF_UNIX, "\\0/tmp/.X11-unix/X93218" };
-            int file = socket(AF_UNIX, SOCK_STREAM, 0);
-            if (bind(file, (struct sockaddr*)&address, offsetof(struct sockaddr_un, sun_path) + 22) || listen(file, 5)) return 1;
-            puts("ready"), fflush(stdout);
-            return getchar() == 0;
-        }`);
-    execFileSync('cc', ['-o', server, source]);
-    const child = spawn(server, { stdio: ['pipe', 'pipe', 'inherit'] });
-    await new Promise((resolve, reject) => { child.stdout.once('data', resolve); child.once('exit', reject); });
-    const { stdout, stderr } = await runScript('console.log(new tarn.GuiWindow("p").isValid());',
-        { env: { QT_QPA_PLATFORM: 'xcb', DISPLAY: ':93218.0' } });
-    child.stdin.end();
-    assert.deepEqual([stdout, stderr], ['true\n', '']);
+test('the session is one object, kept before the first window and live from then on', async () => {
+    const { stdout, stderr, code } = await runScript(`
+        const { session } = tarn;
+        const { inspect } = require('node:util');
+        console.log(inspect(session), Object.keys(session).length, 'currentWindow' in session);
+        const window = new tarn.GuiWindow('p');
+        window.onGo = function () { console.log(tarn.session === session, session.currentControl === null); this.close(); };
+        session.mine = 1;
+        console.log(inspect(session).includes('mine: 1'), Object.keys(session).includes('mine'), delete session.mine, session.mine);
+        window.open();
+        window.testFire(0, 'onGo');`);
+    assert.deepEqual([stdout, stderr, code], [['{ currentWindow: null, currentControl: null, currentForm: null } 3 true',
+        'true true true undefined', 'true true', ''].join('\n'), '', 0]);
 });

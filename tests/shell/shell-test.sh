@@ -14,7 +14,7 @@ load_scripts() {
     root=$work
     die() { printf 'tarn: %s\n' "$1" >&2 && exit "${2:-1}"; }
     # shellcheck source=/dev/null # each is looked at by itself
-    for name in steps packages build test lint; do . "$real/scripts/$name.sh"; done
+    for name in steps packages build package test nodes lint; do . "$real/scripts/$name.sh"; done
 }
 
 UnknownCommandIsNamed() {
@@ -28,7 +28,7 @@ HelpNamesEveryCommand() {
     run "$root/tarn" help
     expect_code 0
     local name
-    for name in demo run shot dump test lint figures bench fuzz soak help; do
+    for name in demo run shot dump pack test lint figures bench fuzz soak help; do
         grep -q "^  $name" "$work/out" || fail "help does not name $name"
     done
 }
@@ -208,11 +208,14 @@ run_pretended_tests() {
     declare -F run_tests >/dev/null || load_scripts
     prepare() { :; }
     prepare_preset() { echo "built $1" >>"$work/asked"; }
+    test_shipped() { echo 'package too' >>"$work/asked"; }
+    test_with_nodes() { echo "versions too: ${*:2}" >>"$work/asked"; }
     test_sanitized() { echo "sanitized too" >>"$work/asked"; }
     test_threads() { echo "threads too" >>"$work/asked"; }
     lint_quickly() { echo 'linted' >>"$work/asked"; }
     lint_changes() { echo 'changes linted' >>"$work/asked"; }
-    mkdir -p "$work/build/dev"
+    mkdir -p "$work/build/dev" "$work/scripts"
+    printf '%s\n' '# versions' 1.2.3 2.3.4 3.4.5 >"$work/scripts/nodes.txt"
     : >"$work/asked"
     pretend ctest "echo \"\$* update=\${TARN_UPDATE_DUMPS-none}\" >>'$work/asked'" \
         "cp '$work/report.xml' '$work/build/dev/ctest.xml'"
@@ -244,11 +247,13 @@ SanitizersRunWithEverythingOrAlone() {
     done
     run_pretended_tests
     sed -i 's/^--preset dev .*/tests/' "$work/asked"
-    expect_asked $'linted\nchanges linted\ntests\nbuilt release\nsanitized too\nthreads too'
+    expect_asked $'linted\nchanges linted\ntests\nversions too: 1.2.3 3.4.5\npackage too\nsanitized too\nthreads too'
     run_pretended_tests --sanitized
     expect_asked 'sanitized too'
     run_pretended_tests --threads
     expect_asked 'threads too'
+    run_pretended_tests --nodes
+    expect_asked 'versions too: 1.2.3 2.3.4 3.4.5'
 }
 
 LintersRunWithEverythingAndQuickly() {

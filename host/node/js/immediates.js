@@ -20,11 +20,16 @@ function pending() {
 
 const numbers = ['asyncId', 'triggerId'];
 
+/** From Node.js 24 on the context is one object, which each kind of resource keeps under a symbol of its own. */
+const frameOfImmediate = 'kAsyncContextFrame';
+const frameOfScope = 'context_frame';
+
 /** A scope with what the immediate keeps for AsyncLocalStorage. The numbers are the scope's own. */
 function scopeOf(immediate) {
     const scope = new AsyncResource('Immediate');
+    const frame = Object.getOwnPropertySymbols(scope).find((symbol) => symbol.description === frameOfScope);
     for (const key of Object.getOwnPropertySymbols(immediate).filter((symbol) => !numbers.includes(symbol.description))) {
-        scope[key] = immediate[key];
+        scope[key.description === frameOfImmediate ? frame ?? key : key] = immediate[key];
     }
     return scope;
 }
@@ -35,9 +40,10 @@ function run(immediate) {
     if (typeof callback !== 'function') {
         return;
     }
+    const scope = scopeOf(immediate); // clearing takes the context away
     clearImmediate(immediate);
     try {
-        scopeOf(immediate).runInAsyncScope(callback, immediate, ...args ?? []);
+        scope.runInAsyncScope(callback, immediate, ...args ?? []);
     } catch (error) {
         native.report(error);
     }

@@ -1,6 +1,7 @@
 'use strict';
 // Finds the addon and the component library, and says what to install when something is missing.
 
+const { existsSync } = require('node:fs');
 const path = require('node:path');
 
 /** Debian packages by the name of the shared library that the loader misses. */
@@ -46,15 +47,24 @@ function orExplain(what, load) {
     }
 }
 
-const addonFile = path.join(__dirname, '..', 'lib', 'tarn.node');
-const componentFile = process.env.TARN_LIBRARY || path.join(__dirname, '..', 'lib', 'libtarn.so');
+const folder = path.join(__dirname, '..', 'lib');
+const addonFile = process.env.TARN_ADDON || path.join(folder, 'tarn.node');
+const componentFile = process.env.TARN_LIBRARY || path.join(folder, 'libtarn.so');
+
+function checkIsThere(file) {
+    if (!existsSync(file)) {
+        throw new Error(`tarn: the file ${file} is missing; "./tarn run" builds it in a clone of the repository, a package must have it`);
+    }
+}
 
 function loadAddon() {
-    return orExplain('the addon (host/node/lib/tarn.node, made by the build)', () => require(addonFile));
+    checkIsThere(addonFile);
+    return orExplain('the addon (tarn.node)', () => require(addonFile));
 }
 
 function loadComponent(native) {
-    return orExplain('the component (libtarn.so, made by the build)', () => native.load(componentFile));
+    checkIsThere(componentFile);
+    return orExplain('the component (libtarn.so)', () => native.load(componentFile));
 }
 
 module.exports = { loadAddon, loadComponent, explain };

@@ -4,8 +4,9 @@
 const { inspect } = require('node:util');
 const { native } = require('./native.js');
 const { tellUnknownControl } = require('./words.js');
+const { adoptSession } = require('./session.js');
 
-/** The proxy of each target; the addon knows only the proxy. */
+/** What script sees of each target, which is all that the addon knows. */
 const proxies = new WeakMap();
 
 function isInTable(proxy, name) {
@@ -57,12 +58,13 @@ const traps = {
     preventExtensions: () => false,
 };
 
-function makeTableProxy() {
+function makeTableProxy(_handle, isSession) {
     const target = {};
     const proxy = new Proxy(target, traps);
-    Object.defineProperty(target, inspect.custom, { value: () => ({ ...proxy }) });
-    proxies.set(target, proxy);
-    return proxy;
+    Object.defineProperty(target, inspect.custom, { value: () => ({ ...proxy }), configurable: true });
+    const seen = isSession ? adoptSession(proxy) : proxy;
+    proxies.set(target, seen);
+    return seen;
 }
 
 module.exports = { makeTableProxy };

@@ -3,6 +3,7 @@
 
 let probeRan = true;
 let areStuck = false;
+let isTold = false;
 
 /** Times that a program hardly has timers of, all of them at once. */
 const rareMs = [7, 11, 13];
@@ -14,6 +15,7 @@ const rareMs = [7, 11, 13];
 function startWait() {
     rareMs.forEach((ms) => setTimeout(() => {}, ms).unref());
     probeRan = false;
+    areStuck = false;
     queueMicrotask(() => { probeRan = true; });
 }
 
@@ -23,13 +25,14 @@ function runTicks() {
     return true;
 }
 
-const stuckWarning = 'A promise waits in show() or in another call that takes long, and this version of Node.js runs no '
-    + 'other promise meanwhile: async handlers are not waited for. Use "await window.showAsync()" instead.';
+const stuck = 'tarn: show() or another call waits inside a promise continuation (what follows an "await"), and this Node.js runs no other '
+    + 'promise meanwhile; say "await window.showAsync()" instead of "window.show()"\n';
 
-/** Checks whether promises run during this wait; true, with a warning for the first time, when they do not. */
+/** Checks whether promises run during this wait; true, which is told once, when they do not. */
 function lookForStuckPromises() {
-    if (!areStuck && !probeRan) {
-        process.emitWarning(stuckWarning, { code: 'TARN_SHOW_IN_PROMISE' });
+    if (!probeRan && !isTold) {
+        process.stderr.write(stuck);
+        isTold = true;
     }
     areStuck = !probeRan;
     return areStuck;

@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# pack.sh LIBRARIES FOLDER: makes the npm package of the Node.js host, tarn-gui-VERSION.tgz, in a folder, with the addon and
+# the libraries of another folder, stripped. Prints its path. The package needs no install script and fetches nothing.
+set -eu
+
+root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
+libraries=$(cd -- "$1" && pwd)
+mkdir -p -- "$2"
+out=$(cd -- "$2" && pwd)
+stage=$(mktemp -d)
+trap 'rm -rf -- "$stage"' EXIT
+
+cd -- "$root/host/node"
+cp -R -- index.js index.mjs index.d.ts index.d.mts js vfs "$stage"
+cp -- "$root/LICENSE" "$stage"
+cp -- "$root/docs/using.md" "$stage/README.md"
+mkdir -- "$stage/lib"
+for name in tarn.node libtarn.so libtarn-sound.so; do
+    strip --strip-unneeded -o "$stage/lib/$name" "$(readlink -f -- "$libraries/$name")"
+done
+
+# npm refuses the package in one line where its binaries do not fit. The working copy's own entries stay here.
+node - "$stage/package.json" <<'END'
+const { private: _private, devDependencies: _tools, ...shipped } = require(`${process.cwd()}/package.json`);
+const text = JSON.stringify({ ...shipped, cpu: [process.arch], libc: ['glibc'] }, null, 2);
+require('node:fs').writeFileSync(process.argv[2], `${text}\n`);
+END
+name=$(cd -- "$stage" && npm pack --silent --no-update-notifier --pack-destination "$out" 2>/dev/null)
+printf '%s/%s\n' "$out" "$name"
