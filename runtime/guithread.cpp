@@ -8,6 +8,7 @@
 #include "foundation/vela-qt.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
+#include "runtime/guicloserequest.h"
 #include "runtime/guielements.h"
 #include "runtime/guihtmlbase.h"
 
@@ -179,9 +180,10 @@ void handle(guiEventCarryForm& event) TARN_ON(velaGuiRole)
 {
     guiFormValues& values = event.node->formValues();
     if (event.carry == guiFormCarry::kToScript)
-        values.beginCall();
-    else
-        values.endCall();
+        return values.beginCall();
+    if (event.carry == guiFormCarry::kPromised)
+        values.beginPromise();
+    values.endCall();
 }
 
 // ---- Handlers by the number of their event ----
@@ -305,6 +307,7 @@ void guiThread::startApplication()
     qInstallMessageHandler(previous);
     m_f.app->installEventFilter(m_f.filter);
     QGuiApplication::setQuitOnLastWindowClosed(false); // the thread outlives its windows
+    guiCloseRequest_watchSession(*m_f.app);
 }
 
 void guiThread::endApplication()
