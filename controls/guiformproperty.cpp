@@ -6,6 +6,13 @@
 
 #include <cassert>
 
+bool guiTakesText(ScriptValue& value)
+{
+    if (value.isNumber())
+        value.setString(value.toString(0));
+    return value.isString();
+}
+
 guiFormProperty::guiFormProperty(ScriptObject* form, sstring const& name)
     : m_service(guiControlHost::current().formProp()),
       m_form(m_service && name.getLength() ? form : nullptr),
@@ -25,6 +32,8 @@ guiFormProperty::~guiFormProperty()
 bool guiFormProperty::read() { return m_form && m_service->readProperty(m_form, m_name, m_value); }
 bool guiFormProperty::isString() const { return m_value && m_value->isString(); }
 bool guiFormProperty::isNull() const { return m_value && m_value->isNull(); }
+bool guiFormProperty::isTrue() const { return m_value && m_value->isBool() && m_value->toBool(0); }
+bool guiFormProperty::hasBooleans() const { return m_form && m_form->getEngine()->hasFormBooleans() != 0; }
 sstring guiFormProperty::text() const { return m_value ? m_value->toString(0) : sstring(); }
 
 void guiFormProperty::write(sstring const& text)
@@ -42,6 +51,15 @@ void guiFormProperty::writeNull()
     if (!m_form)
         return;
     m_value->setNull();
+    m_service->writeProperty(m_form, m_name, m_value);
+}
+
+void guiFormProperty::writeBool(bool on)
+{
+    assert(!m_form == !m_value);
+    if (!m_form)
+        return;
+    m_value->setBool(on);
     m_service->writeProperty(m_form, m_name, m_value);
 }
 

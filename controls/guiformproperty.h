@@ -8,6 +8,9 @@ class HostFormProp;
 class ScriptObject;
 class ScriptValue;
 
+/// Makes a number its text. Whether the value is a text then.
+bool guiTakesText(ScriptValue& value);
+
 /// A control without a name has no property: nothing is found, and nothing is written. GUI thread.
 class guiFormProperty
 {
@@ -17,15 +20,19 @@ public:
     guiFormProperty(guiFormProperty const&) = delete;
     guiFormProperty& operator=(guiFormProperty const&) = delete;
 
+    /// Whether this form holds booleans for check boxes without a value.
+    bool hasBooleans() const;
     /// Reads the property; false when the form has none of this name.
     bool read();
     /// What was read.
     bool isString() const;
     bool isNull() const;
+    bool isTrue() const; // the boolean
     sstring text() const;
 
     void write(sstring const& text);
     void writeNull();
+    void writeBool(bool on);
     void erase();
 
 private:

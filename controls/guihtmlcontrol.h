@@ -39,6 +39,8 @@ public:
     /// the node was destroyed on the way. `directory` is not used: a control's text is not a page.
     int setText(sstring const& text, sstring const& directory) override;
     virtual sstring getText() { return m_content.text; }
+    /// A control of another kind than those that say so themselves has no value.
+    bool takesFormValue(ScriptValue&) const override { return false; }
     /// Stores the value that the page gives, before there is a widget.
     void initText(sstring const& text) { m_content.text = text; }
     /// Enables or disables the widget as well.

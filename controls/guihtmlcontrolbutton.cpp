@@ -169,11 +169,36 @@ void guiHtmlControlButton::destroyWidgets()
     onDestroyChildWidget();
 }
 
+/// A push button has no value. True switches a check box on; which radio button of a group it means, nobody knows.
+bool guiHtmlControlButton::takesFormValue(ScriptValue& value) const
+{
+    if (!isCheckable())
+        return false;
+    if (value.isNull() || guiTakesText(value))
+        return true;
+    bool const isOn = value.toBool(0);
+    if (!value.isBool() || (isOn && m_state.type == kButtonRadio))
+        return false;
+    if (isOn && m_content.text.getLength() != 0)
+        value.setString(m_content.text);
+    else if (!isOn)
+        value.setNull();
+    return true;
+}
+
 void guiHtmlControlButton::readFormProperty(ScriptObject* form)
 {
     guiFormProperty value(form, getName());
-    if (value.read())
-        setChecked(value.isString() && istring(value.text()) == m_content.text);
+    if (!value.read())
+        return;
+    bool const isOwnText = value.isString() && istring(value.text()) == m_content.text;
+    setChecked(isOwnText || (value.isTrue() && isBoolean(value)));
+}
+
+/// Whether the form has a boolean for this control: a check box to which the page gives no value.
+bool guiHtmlControlButton::isBoolean(guiFormProperty const& property) const
+{
+    return m_state.type == kButtonCheckBox && m_content.text.getLength() == 0 && property.hasBooleans();
 }
 
 // The checked radio button of a group writes the property that they all share; the others must not overwrite it.
@@ -182,7 +207,9 @@ void guiHtmlControlButton::writeFormProperty(ScriptObject* form)
     if (!isCheckable())
         return;
     guiFormProperty value(form, getName());
-    if (isChecked())
+    if (isBoolean(value))
+        value.writeBool(isChecked() != 0);
+    else if (isChecked())
         value.write(m_content.text);
     else if (m_state.type == kButtonCheckBox)
         value.writeNull();

@@ -3,6 +3,7 @@
 
 #include "controls/guihtmlcontrol.h"
 
+class guiFormProperty;
 class guiWidgetCheckBox;
 class guiWidgetPushButton;
 class guiWidgetRadioButton;
@@ -33,6 +34,7 @@ public:
     guiHtml* Clone(guiHtml* parent) override;
 
     guiButtonType getButtonType() const { return m_state.type; }
+    bool isCheckable() const { return m_state.type == kButtonCheckBox || m_state.type == kButtonRadio; }
     /// The state before any widget exists: what the parser sets.
     void init(guiButtonType type, bool checked);
     /// 1 or 0, as the widget says if there is one.
@@ -46,6 +48,7 @@ public:
     void createChildWidget() override;
     void destroyChildWidget() override;
 
+    bool takesFormValue(ScriptValue& value) const override;
     void readFormProperty(ScriptObject* form) override;
     void writeFormProperty(ScriptObject* form) override;
     void eraseFormProperty(ScriptObject* form) override;
@@ -66,7 +69,7 @@ private:
         int checked = 0; // as of the last question to the widget
     };
 
-    bool isCheckable() const { return m_state.type == kButtonCheckBox || m_state.type == kButtonRadio; }
+    bool isBoolean(guiFormProperty const& property) const;
     bool hasOneWidgetAtMost() const;
     void createPushButton();
     void createCheckBox();

@@ -142,6 +142,8 @@ void guiHtmlControlEdit::destroyWidgets()
     onDestroyChildWidget();
 }
 
+bool guiHtmlControlEdit::takesFormValue(ScriptValue& value) const { return guiTakesText(value); }
+
 void guiHtmlControlEdit::readFormProperty(ScriptObject* form)
 {
     guiFormProperty value(form, getName());

@@ -55,6 +55,7 @@ public:
     void createChildWidget() override;
     void destroyChildWidget() override;
 
+    bool takesFormValue(ScriptValue& value) const override;
     void readFormProperty(ScriptObject* form) override;
     void writeFormProperty(ScriptObject* form) override;
     void eraseFormProperty(ScriptObject* form) override;

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cassert>
 
+bool guiHtmlControlFlex::takesFormValue(ScriptValue& value) const { return value.isNull() || guiTakesText(value); }
+
 void guiHtmlControlFlex::readFormProperty(ScriptObject* form)
 {
     guiFormProperty value(form, getName());

@@ -107,6 +107,7 @@ public:
     void setColumnText(int column, sstring const& text);
     void setItemText(sstring const& value, int column, sstring const& text);
 
+    bool takesFormValue(ScriptValue& value) const override;
     void readFormProperty(ScriptObject* form) override;
     void writeFormProperty(ScriptObject* form) override;
     void eraseFormProperty(ScriptObject* form) override;

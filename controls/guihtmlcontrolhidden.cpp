@@ -5,6 +5,8 @@
 
 guiHtml* guiHtmlControlHidden::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
+bool guiHtmlControlHidden::takesFormValue(ScriptValue& value) const { return guiTakesText(value); }
+
 void guiHtmlControlHidden::readFormProperty(ScriptObject* form)
 {
     guiFormProperty value(form, getName());

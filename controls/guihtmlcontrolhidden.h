@@ -14,6 +14,7 @@ public:
     guiHtml* Clone(guiHtml* parent) override;
     int getPreferredWidth() override { return 0; }
     int getHeightEstimate(unsigned long) override { return 0; }
+    bool takesFormValue(ScriptValue& value) const override;
     void readFormProperty(ScriptObject* form) override;
     void writeFormProperty(ScriptObject* form) override;
     void eraseFormProperty(ScriptObject* form) override;

@@ -341,6 +341,11 @@ void guiHtmlControlList::removeItem(sstring const& value)
 
 void guiHtmlControlList::onChange() { followLink(m_content.action); }
 
+bool guiHtmlControlList::takesFormValue(ScriptValue& value) const
+{
+    return guiTakesText(value) || (value.isNull() && isOneOfMany());
+}
+
 void guiHtmlControlList::readFormProperty(ScriptObject* form)
 {
     guiFormProperty value(form, getName());

@@ -62,6 +62,7 @@ public:
     /// removed entry leaves a hole, so from then on rows and entries have different indices.
     void removeItem(sstring const& value);
 
+    bool takesFormValue(ScriptValue& value) const override;
     void readFormProperty(ScriptObject* form) override;
     void writeFormProperty(ScriptObject* form) override;
     void eraseFormProperty(ScriptObject* form) override;

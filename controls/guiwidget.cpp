@@ -486,6 +486,8 @@ void guiWidget::closeEvent(QCloseEvent* event)
 {
     guiEventScope scope;
     event->ignore();
+    if (livePage() && !livePage()->mayClose())
+        return;
     m_isClosing = true;
     hide();
     if (livePage())

@@ -35,12 +35,19 @@ private:
     void reserved20() override {}
 };
 
-/// ScriptObject without its reserved positions, for a host without arrays that lists no methods.
+/// ScriptObject without its reserved positions, for a host without arrays and promises that lists no methods and whose
+/// handlers are called from other threads than the script thread.
 class ScriptObjectSlots : public ScriptObject
 {
 public:
     int readNumbers(double*, int) override { return -1; }
     unsigned methodNames(sstring*, unsigned) override { return 0; }
+    void callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject*, ScriptCompletion,
+                     ScriptCompletion done, void* context) override
+    {
+        callMethodAsync(self, name, args, done, context);
+    }
+    void forgetHandler(void*) override {}
 
 protected:
     ~ScriptObjectSlots() = default;
@@ -57,8 +64,6 @@ private:
     void reserved9() override {}
     void reserved23() override {}
     void reserved25() override {}
-    void reserved27() override {}
-    void reserved28() override {}
     void reserved29() override {}
     void reserved31() override {}
     void reserved32() override {}
@@ -141,9 +146,12 @@ private:
     void reserved34() override {}
 };
 
-/// ScriptEngine without its reserved positions.
+/// ScriptEngine without its reserved positions, with forms that hold texts and null alone.
 class ScriptEngineSlots : public ScriptEngine
 {
+public:
+    int hasFormBooleans() override { return 0; }
+
 protected:
     ~ScriptEngineSlots() = default;
 
@@ -151,7 +159,6 @@ private:
     void reserved1() override {}
     void reserved2() override {}
     void reserved3() override {}
-    void reserved6() override {}
     void reserved7() override {}
     void reserved8() override {}
     void reserved9() override {}

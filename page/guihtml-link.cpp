@@ -20,12 +20,13 @@ sstring eventIn(sstring const& link)
 }
 
 /// Calls the handler on the given object or, if that has none of its name, on the page's. 0 when neither has one.
-int callHandler(guiHtml* node, ScriptObject* object, ScriptObject* page, sstring const& event, sstring& reply)
+int callHandler(guiHtml* node, ScriptObject* object, sstring const& event, sstring const& frame, sstring& reply)
 {
     guiPageHost& host = guiPageHost::current();
-    if (object && host.callHandler(node, object, event, reply))
+    ScriptObject* const page = guiPageObjectOf(node);
+    if (object && host.callLinkHandler(node, object, event, frame, reply))
         return 1;
-    return page && page != object ? host.callHandler(node, page, event, reply) : 0;
+    return page && page != object ? host.callLinkHandler(node, page, event, frame, reply) : 0;
 }
 
 guiHtml* nearestNamed(guiHtml* node)
@@ -104,7 +105,7 @@ int guiHtml::onHyperlinkAction(sstring& link, sstring& target, ScriptObject* obj
     guiNodeWatch self(this);
     guiNodeWatch root(getBaseHtml());
     sstring reply;
-    if (!callHandler(this, object, guiPageObjectOf(this), event, reply)) {
+    if (!callHandler(this, object, event, target, reply)) {
         if (self.alive())
             guiTellMissingHandler(this, object, event);
         return 0;

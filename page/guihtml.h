@@ -24,6 +24,7 @@ class QRegion;
 class QScrollBar;
 class QWidget;
 class ScriptObject;
+class ScriptValue;
 template <typename T>
 class hashlist;
 
@@ -270,6 +271,9 @@ public:
     /// Whether the node stays as high as it is when the cell that it stands in grows: vertical alignment then places
     /// it.
     virtual bool keepsHeight() const { return false; }
+    /// Makes of a value for the form what readFormProperty() reads: a text or null. False: the node has no such value,
+    /// and `value` is as it was.
+    virtual bool takesFormValue(ScriptValue&) const { return true; }
     /// Whether the node stands in a line of its parent; a menu stands above the page, wherever its tag is.
     virtual bool isInLine() const { return true; }
 

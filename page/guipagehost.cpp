@@ -17,6 +17,11 @@ guiPageHost& defaultHost()
 
 int guiPageHost::callHandler(guiHtml*, ScriptObject*, sstring const&, sstring&) { return 0; }
 std::vector<sstring> guiPageHost::methodNames(ScriptObject*) { return {}; }
+int guiPageHost::callLinkHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring const&,
+                                 sstring& reply)
+{
+    return callHandler(node, target, event, reply);
+}
 int guiPageHost::openOutside(guiHtml*, sstring const&) { return 0; }
 ScriptObject* guiPageHost::buildCustomObject(guiHtml*) { return nullptr; }
 void guiPageHost::unbindObject(ScriptObject*, guiHtml*) {}

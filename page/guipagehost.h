@@ -26,6 +26,11 @@ public:
     virtual int callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply);
     /// The names of the methods that callHandler() finds, as far as the host can list them. For messages.
     virtual std::vector<sstring> methodNames(ScriptObject* target);
+    /// The same for a link whose answer is loaded into the frame called `frame` ("": as usual). A handler may answer
+    /// later: then `reply` is "" now, and what it answers is followed when it is there. A node whose handler has not
+    /// answered yet is not asked again: 1 then.
+    virtual int callLinkHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring const& frame,
+                                sstring& reply);
     /// Opens an address that is no page of the program's ("https:", "mailto:"): the window's handler `eLink` is called
     /// with it, or without one the desktop opens it. 0, with a log line, when neither could. Runs script.
     virtual int openOutside(guiHtml* node, sstring const& address);

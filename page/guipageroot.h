@@ -60,6 +60,8 @@ public:
     /// script.
     virtual void endElements(guiHtml*) {}
 
+    /// The user wants to close the window: false when the page keeps it open, for now or for good. Runs script.
+    virtual bool mayClose() { return true; }
     /// Closes the window, if there is one.
     virtual void destroyWidget() {}
 

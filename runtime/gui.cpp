@@ -103,9 +103,7 @@ void guiComponent::destroyLock()
 void guiComponent::closeWindows()
 {
     assert(holdsLock());
-    std::vector<guiHtml*> roots;
-    for (auto const& window : m_windows)
-        roots.push_back(window.second.root);
+    std::vector<guiHtml*> const roots = openPages();
     leave();
     for (guiHtml* root : roots)
         m_t.thread->callPageClose(static_cast<guiHtmlBase*>(root));
@@ -218,6 +216,15 @@ bool guiComponent::isWindowOpen(guiWidget* widget)
 {
     componentLock lock(*this);
     return m_windows.contains(widget);
+}
+
+std::vector<guiHtml*> guiComponent::openPages()
+{
+    componentLock lock(*this);
+    std::vector<guiHtml*> pages;
+    for (auto const& window : m_windows)
+        pages.push_back(window.second.root);
+    return pages;
 }
 
 bool guiComponent::hasOpenWindow()

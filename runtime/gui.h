@@ -13,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <pthread.h>
 
@@ -70,6 +71,8 @@ public:
     void onVisible(guiWidget* widget, bool isVisible);
     /// Whether the widget is among the open windows. Any thread.
     bool isWindowOpen(guiWidget* widget);
+    /// The pages of the open windows. Any thread.
+    std::vector<guiHtml*> openPages();
     /// Whether any window is open. Any thread.
     bool hasOpenWindow();
 

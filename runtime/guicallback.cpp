@@ -2,15 +2,20 @@
 #include "runtime/guicallback.h"
 
 #include "controls/guihtmlcustom.h"
+#include "page/guinodewatch.h"
 #include "runtime/gui.h"
+#include "runtime/guihandlercall.h"
 #include "runtime/guihtmlbase.h"
+#include "runtime/guiscriptwork.h"
 #include "runtime/guithread.h"
 
 #include <algorithm>
 #include <cassert>
 #include <cstdint>
 #include <iterator>
+#include <memory>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -30,16 +35,6 @@ void pumpUntilDone(guiCallbackRecord const& call) TARN_ON(velaGuiRole)
         thread->pumpOnce();
 }
 
-void waitForCall(guiCallbackRecord& call)
-{
-    if (call.waiter) {
-        pevent_wait(call.waiter);
-        return;
-    }
-    assertOnGuiThread();
-    pumpUntilDone(call);
-}
-
 /// Calls a method of `target` with `self` as its object.
 void callAndWait(ScriptObject* target, ScriptObject* self, sstring const& method, ScriptArgs* args, ScriptValue* result)
 {
@@ -52,7 +47,7 @@ void callAndWait(ScriptObject* target, ScriptObject* self, sstring const& method
     }
     guiCallbackRecord call{result, thread->isGuiThread() ? nullptr : pevent_create()};
     target->callMethodAsync(self, method, args, guiCallback_AsyncComplete, &call);
-    waitForCall(call);
+    guiCallback_Wait(call);
     if (call.waiter)
         pevent_destroy(call.waiter);
 }
@@ -98,6 +93,18 @@ private:
 
 } // namespace
 
+void guiCallback_Wait(guiCallbackRecord& call)
+{
+    if (call.waiter) {
+        pevent_wait(call.waiter);
+        return;
+    }
+    if (call.done.load(std::memory_order_acquire) != 0)
+        return;
+    assertOnGuiThread(); // on the script thread a call has ended when it returns
+    pumpUntilDone(call);
+}
+
 sstring guiCallback_StripEventName(sstring name)
 {
     unsigned end = findSeparator(name, 0);
@@ -137,37 +144,76 @@ bool isElementEvent(sstring const& name)
     return std::any_of(std::begin(kNames), std::end(kNames), [&](char const* known) { return istring(known) == name; });
 }
 
-/// `isHandler`: user input is blocked meanwhile, and the values of the page's controls travel.
-void callMethod(guiHtml* node, ScriptObject* target, sstring const& method, ScriptArgs* args, ScriptValue* result,
-                bool isHandler)
+/// The promises of a page are kept on the GUI thread. The page may go before this thread's news of one arrives there.
+void notePromise(unsigned promise, guiHtmlBase* root, guiPromiseUse use)
 {
-    inputBlock const block(isHandler);
+    if (pGUI->getThread()->isGuiThread()) {
+        assertOnGuiThread();
+        guiPromises_add(promise, *root, std::move(use));
+        return;
+    }
+    auto page = std::make_shared<guiNodeWatch>(root);
+    guiScriptWork_postToGui([promise, page, use = std::move(use)] {
+        assertOnGuiThread();
+        if (guiHtml* live = page->get())
+            guiPromises_add(promise, *guiHtmlBase::of(live), use);
+        else
+            guiHandlerCall_forget(promise);
+    });
+}
+
+/// Calls a handler for a page: user input is blocked until it returns, and the values of the page's controls travel.
+void callHandler(guiHtmlBase* root, ScriptObject* target, sstring const& method, ScriptArgs* args, ScriptValue* result,
+                 guiPromiseUse use)
+{
+    inputBlock const block;
+    guiPageInCall const alive(*root);
+    carryFormValues(root, guiFormCarry::kToScript);
+    unsigned const promise = guiHandlerCall_run(target, method, args, root->getFormObject(), result);
+    carryFormValues(root, promise == 0 ? guiFormCarry::kToControls : guiFormCarry::kPromised);
+    if (promise == 0)
+        return;
+    if (root->isReleased())
+        guiHandlerCall_forget(promise);
+    else
+        notePromise(promise, root, std::move(use));
+}
+
+/// `isHandler`: the method is more than a notice, see callHandler(). Without a page its promise is waited for.
+void callMethod(guiHtml* node, ScriptObject* target, sstring const& method, ScriptArgs* args, ScriptValue* result,
+                bool isHandler, guiPromiseUse use)
+{
     guiHtmlBase* root = node ? guiHtmlBase::of(node) : nullptr;
+    if (isHandler && root)
+        return callHandler(root, target, method, args, result, std::move(use));
+    inputBlock const block(isHandler);
     std::optional<guiPageInCall> alive;
     if (root)
         alive.emplace(*root);
-    if (isHandler)
-        carryFormValues(root, guiFormCarry::kToScript);
     callAndWait(target, target, method, args, result);
-    if (isHandler)
-        carryFormValues(root, guiFormCarry::kToControls);
 }
 
 void callEvent(guiHtml* node, ScriptObject* target, sstring const& name, ScriptObject* source, ScriptValue* result,
-               bool isHandler)
+               bool isHandler, guiPromiseUse use)
 {
     assert(target);
     ScriptEngine* engine = target->getEngine();
     guiOwnedArgs args(pGUI->getPlatform()->createArgs(engine));
     sstring const method = buildArguments(engine, name, source, *args);
-    callMethod(node, target, method, args.get(), result, isHandler);
+    callMethod(node, target, method, args.get(), result, isHandler, std::move(use));
 }
 
 } // namespace
 
 void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source, ScriptValue* result)
 {
-    callEvent(node, target, name, source, result, guiCallback_ShouldDisable(name) != 0);
+    guiCallback_CallEvent(node, target, name, source, result, {node, sstring()});
+}
+
+void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring const& name, ScriptObject* source,
+                           ScriptValue* result, guiPromiseUse use)
+{
+    callEvent(node, target, name, source, result, guiCallback_ShouldDisable(name) != 0, std::move(use));
 }
 
 sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source)
@@ -188,7 +234,7 @@ void guiCallback_CallLink(guiHtml* node, ScriptObject* target, sstring const& na
     value->setString(address);
     args->append(value.get());
     value->setNull();
-    callMethod(node, target, name, args.get(), value.get(), true);
+    callMethod(node, target, name, args.get(), value.get(), true, {node, name});
 }
 
 sstring guiCallback_CallFilter(ScriptObject* owner, ScriptValue* function, ScriptObject* window, sstring const& text)
@@ -235,7 +281,7 @@ int guiCallback_CallCustom(guiHtmlCustom* node, ScriptObject* object, sstring na
     node->onCallback();
     guiOwnedValue result = guiNewValue();
     bool const isHandler = guiCallback_ShouldDisable(name) != 0 && !isElementEvent(name);
-    callEvent(node, object, name, source, result.get(), isHandler);
+    callEvent(node, object, name, source, result.get(), isHandler, {node, sstring()});
     return result->isNumber() ? result->toInt(0) : 0;
 }
 

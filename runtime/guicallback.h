@@ -4,6 +4,7 @@
 
 #include "foundation/pmutex.h"
 #include "foundation/vela-string.h"
+#include "runtime/guipromises.h"
 #include "script/hostinterface.h"
 
 #include <atomic>
@@ -32,15 +33,21 @@ int guiCallback_ShouldDisable(sstring name);
 
 /// Calls the method that `name` says on `target` with `source` as the first argument, and waits for the result. Any
 /// thread; on the GUI thread the windows go on painting meanwhile. A handler may close the window and destroy `node`,
-/// so the caller asks the registry afterwards.
+/// so the caller asks the registry afterwards. The promise of a handler that was called for a page is not waited for:
+/// the result is null.
 void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source,
                            ScriptValue* result);
+
+/// The same for a handler of a page (`node` is in a window). When it has left a promise, `use` says what for.
+void guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring const& name, ScriptObject* source,
+                           ScriptValue* result, guiPromiseUse use);
 
 /// The same; the result as text if it is a string, else "".
 sstring guiCallback_CallEvent(guiHtml* node, ScriptObject* target, sstring name, ScriptObject* source);
 
 /// Calls the method `name` of `target` with the session and an address, which is one argument whatever it holds, and
-/// waits for it; its result is of no use. User input is blocked meanwhile. Any thread. The node may be gone afterwards.
+/// waits for it as above; its result is of no use. User input is blocked meanwhile. Any thread. The node may be gone
+/// afterwards.
 void guiCallback_CallLink(guiHtml* node, ScriptObject* target, sstring const& name, sstring const& address);
 
 /// Calls a filter function on the script thread, as a method of `owner` (null: of the function itself), with the window
@@ -68,6 +75,9 @@ ScriptObject* guiCallback_BuildCustomObject(guiHtml* node);
 /// the node's object, null when the node is gone.
 void guiCallback_BuildCustomObject_Callback(LibManager& manager, ScriptPrivate* data, ScriptObject* self,
                                             ScriptArgs& args, ScriptValue& result);
+
+/// Waits until the call of this record is complete. On the GUI thread the windows go on painting meanwhile.
+void guiCallback_Wait(guiCallbackRecord& call);
 
 /// Completes an asynchronous call: copies the value into the result of `record`, a guiCallbackRecord, and wakes its
 /// waiter. Once for each call. Any thread.

@@ -12,6 +12,8 @@
 #include "runtime/guicallback.h"
 #include "runtime/guifilter.h"
 #include "runtime/guihtmlbase.h"
+#include "runtime/guilinkcall.h"
+#include "runtime/guipromises.h"
 #include "runtime/guiscriptwork.h"
 #include "runtime/guithread.h"
 
@@ -37,12 +39,21 @@ bool isChoice(guiHtml* node, sstring const& event)
 
 int guiComponentHost::callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply)
 {
+    return callLinkHandler(node, target, event, sstring(), reply);
+}
+
+int guiComponentHost::callLinkHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring const& frame,
+                                      sstring& reply)
+{
     assert(node && target);
     if (!target->hasMethod(guiCallback_StripEventName(event)))
         return 0;
+    assertOnGuiThread();
+    if (guiPromises_isBusy(node, event))
+        return 1;
     if (isChoice(node, event))
         noteChoice(node);
-    reply = guiCallback_CallEvent(node, target, event, pGUI->getSession());
+    reply = guiLinkCall_run(node, target, event, frame);
     return 1;
 }
 
@@ -60,6 +71,8 @@ int guiComponentHost::openOutside(guiHtml* node, sstring const& address)
     static sstring const& eLink = *new sstring("eLink"); // never destroyed: links are followed while the process exits
     ScriptObject* page = guiPageObjectOf(node);
     if (page && page->hasMethod(eLink)) {
+        if (guiPromises_isBusy(node, eLink))
+            return 1;
         if (isChoice(node, eLink))
             noteChoice(node);
         guiCallback_CallLink(node, page, eLink, address);

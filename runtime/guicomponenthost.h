@@ -11,6 +11,8 @@ class guiComponentHost : public guiControlHost
 public:
     int callHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring& reply) override;
     std::vector<sstring> methodNames(ScriptObject* target) override;
+    int callLinkHandler(guiHtml* node, ScriptObject* target, sstring const& event, sstring const& frame,
+                        sstring& reply) override;
     int openOutside(guiHtml* node, sstring const& address) override;
     ScriptObject* buildCustomObject(guiHtml* node) override;
     void unbindObject(ScriptObject* object, guiHtml* node) override;

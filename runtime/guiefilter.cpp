@@ -1,6 +1,8 @@
 // runtime/guiefilter.cpp: see guiefilter.h.
 #include "runtime/guiefilter.h"
 
+#include "runtime/guicloserequest.h"
+
 #include <QCoreApplication>
 #include <QCursor>
 #include <QGuiApplication>
@@ -81,7 +83,7 @@ void guiEventFilter::forceDeactivate()
 
 void guiEventFilter::catchUpLater()
 {
-    if (inputBlock != 0 || !m_missedMove)
+    if (inputBlock != 0 || (!m_missedMove && !m_keys.any()))
         return;
     guiThreadPost::post(this, new guiEvent(guiEventIdCatchUp));
 }
@@ -96,6 +98,12 @@ bool guiEventFilter::event(QEvent* event)
 }
 
 void guiEventFilter::catchUp()
+{
+    m_keys.deliver([this] { return inputBlock == 0; });
+    catchUpMove();
+}
+
+void guiEventFilter::catchUpMove()
 {
     if (inputBlock != 0 || !m_missedMove.exchange(false) || !m_pointerWindow)
         return;
@@ -124,6 +132,12 @@ bool guiEventFilter::eventFilter(QObject* watched, QEvent* event)
 {
     assertOnGuiThread();
     guiThreadPost::take();
+    if (event->type() == QEvent::Quit && watched == QCoreApplication::instance()) {
+        guiCloseRequest_askAll(); // the windows decide; the thread ends with the component
+        return true;
+    }
+    if (m_keys.take(watched, *event, inputBlock != 0))
+        return true;
     if (inputBlock != 0 && (isMouseInput(event->type()) || isKeyInput(event->type())))
         return holdBack(watched, event->type());
     if (mouseMoveBlock != 0 && event->type() == QEvent::MouseMove)

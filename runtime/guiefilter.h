@@ -3,6 +3,7 @@
 
 #include "foundation/vela-threadrole.h"
 #include "runtime/guievents.h"
+#include "runtime/guikeptkeys.h"
 
 #include <QObject>
 #include <QPointer>
@@ -17,7 +18,8 @@ class guiEventFilter : public QObject
 
 public:
     /// Blocks all key and mouse input until the matching deactivate(). Calls nest; a surplus deactivate() does nothing.
-    /// If the pointer has moved meanwhile, the window under it is told the last position afterwards.
+    /// If the pointer has moved meanwhile, the window under it is told the last position afterwards. What was typed
+    /// into a text field meanwhile is given to it afterwards (runtime/guikeptkeys.h); all else is dropped.
     void activate();
     void deactivate();
     /// The same for mouse moves only.
@@ -36,7 +38,9 @@ private:
     bool holdBack(QObject* watched, QEvent::Type type) TARN_ON(velaGuiRole);
     void catchUpLater();
     void catchUp() TARN_ON(velaGuiRole);
+    void catchUpMove() TARN_ON(velaGuiRole);
 
     std::atomic<bool> m_missedMove{false};
     QPointer<QWindow> m_pointerWindow TARN_GUARDED_BY(velaGuiRole); // where the missed move went
+    guiKeptKeys m_keys;
 };

@@ -151,8 +151,9 @@ using guiEventRelease = guiNodeEvent<guiEventIdRelease, guiHtmlBase>;
 /// Which way the values of a form travel around a call of a handler.
 enum class guiFormCarry
 {
-    kToScript,  ///< before the call
-    kToControls ///< after it
+    kToScript,   ///< before the call
+    kToControls, ///< after it
+    kPromised    ///< after it, when it has left a promise
 };
 
 /// Carries the values of a page's controls to script, or script's changes back. An event, because the widgets that hold

@@ -66,9 +66,10 @@ guiFormValues::controlList const& guiFormValues::controls()
 
 void guiFormValues::beginCall()
 {
-    assert(m_depth > 0 || m_written.empty());
-    if (m_depth++ > 0)
-        readChanges(); // of the handler that called this one and waits for it
+    assert(isTracking() || m_written.empty());
+    if (isTracking())
+        readChanges(); // of the handler that called this one and waits for it, and of those that go on
+    ++m_depth;
     writeAll();
 }
 
@@ -76,15 +77,89 @@ void guiFormValues::endCall()
 {
     assert(m_depth > 0);
     readChanges();
-    if (--m_depth != 0)
+    --m_depth;
+    stopTracking();
+}
+
+void guiFormValues::stopTracking()
+{
+    if (isTracking())
         return;
     assert(m_unread.empty());
     m_written.clear();
 }
 
+void guiFormValues::endPromise()
+{
+    if (m_promises == 0)
+        return;
+    readChanges();
+    dropPromise();
+}
+
+void guiFormValues::dropPromise()
+{
+    if (m_promises > 0)
+        --m_promises;
+    if (m_depth == 0)
+        stopTracking();
+}
+
+guiFormValues::controlList guiFormValues::controlsOf(sstring const& name)
+{
+    controlList found;
+    for (guiHtml* node : controls())
+        if (node->getName() == name)
+            found.push_back(node);
+    return found;
+}
+
+/// Whether script has put a value into the form that no control has read yet.
+bool guiFormValues::isPending(sstring const& name)
+{
+    nameKey const key = keyOf(name);
+    return isTracking() && m_written.contains(key) && isChanged(key, *guiNewValue());
+}
+
+bool guiFormValues::read(sstring const& name, ScriptValue& value)
+{
+    value.setNull();
+    if (!form())
+        return false;
+    if (!isPending(name)) {
+        controlList const nodes = controlsOf(name);
+        for (guiHtml* node : nodes)
+            node->writeFormProperty(form());
+        if (isTracking() && !nodes.empty())
+            remember(keyOf(name));
+    }
+    return pGUI->getFormProp()->readProperty(form(), name, &value);
+}
+
+bool guiFormValues::write(sstring const& name, ScriptValue& value, bool later)
+{
+    if (!form())
+        return true;
+    controlList const nodes = controlsOf(name);
+    for (guiHtml const* node : nodes)
+        if (!node->takesFormValue(value))
+            return false;
+    pGUI->getFormProp()->writeProperty(form(), name, &value);
+    if (later || nodes.empty())
+        return true;
+    if (isTracking())
+        remember(keyOf(name));
+    guiLayoutHold hold;
+    for (guiHtml* node : nodes)
+        if (pGUI->contains(node) && form())
+            node->readFormProperty(form());
+    hold.release();
+    return true;
+}
+
 void guiFormValues::store()
 {
-    if (m_depth > 0)
+    if (isTracking())
         readChanges();
     writeAll();
 }
@@ -97,7 +172,7 @@ void guiFormValues::writeAll()
     for (guiHtml* node : controls())
         if (!m_unread.contains(keyOf(node->getName())))
             node->writeFormProperty(target);
-    if (m_depth == 0)
+    if (!isTracking())
         return;
     for (guiHtml* node : m_controls)
         remember(keyOf(node->getName()));
@@ -106,7 +181,7 @@ void guiFormValues::writeAll()
 /// Notes what the form holds under the name.
 void guiFormValues::remember(nameKey const& name)
 {
-    assert(m_depth > 0); // else nobody would forget it
+    assert(isTracking()); // else nobody would forget it
     guiOwnedValue& value = m_written[name];
     if (!value)
         value = guiNewValue();
@@ -194,7 +269,7 @@ void guiFormValues::load(guiHtml* node)
         if (!pGUI->contains(control) || !form())
             continue;
         control->readFormProperty(form());
-        if (m_depth > 0 && pGUI->contains(control) && form())
+        if (isTracking() && pGUI->contains(control) && form())
             remember(keyOf(control->getName()));
     }
     hold.release();

@@ -28,6 +28,21 @@ public:
     /// Before and after a call of a handler; calls nest. The end may run handlers of controls that change.
     void beginCall() TARN_ON(velaGuiRole);
     void endCall() TARN_ON(velaGuiRole);
+    /// From the return of a handler that left a promise until that settles, what script puts into the form is read into
+    /// the controls as well: at the end, and before each other handler.
+    void beginPromise() TARN_ON(velaGuiRole) { ++m_promises; }
+    void endPromise() TARN_ON(velaGuiRole);
+    /// The promise is forgotten: what script does from now on is nothing to the page.
+    void dropPromise() TARN_ON(velaGuiRole);
+
+    /// What the controls of this name show now, or, when a handler has assigned another value that they do not show
+    /// yet, that one. False, and null in `value`, when there is nothing of this name.
+    bool read(sstring const& name, ScriptValue& value) TARN_ON(velaGuiRole);
+    /// Gives the controls of this name a value: at once, or `later`, when the handlers that run have returned. Booleans
+    /// and numbers are converted. Without a control the form keeps the value. False when a control can not take it.
+    /// Runs script.
+    bool write(sstring const& name, ScriptValue& value, bool later) TARN_ON(velaGuiRole);
+
     /// Writes all values, for script that looks at them after the window has closed. Before that it reads what running
     /// handlers have put into the form.
     void store() TARN_ON(velaGuiRole);
@@ -41,6 +56,10 @@ private:
     using nameKey = std::u16string;
 
     ScriptObject* form() const;
+    bool isTracking() const TARN_ON(velaGuiRole) { return m_depth > 0 || m_promises > 0; }
+    void stopTracking() TARN_ON(velaGuiRole);
+    bool isPending(sstring const& name) TARN_ON(velaGuiRole);
+    controlList controlsOf(sstring const& name) TARN_ON(velaGuiRole);
     controlList const& controls() TARN_ON(velaGuiRole);
     void writeAll() TARN_ON(velaGuiRole);
     void readChanges() TARN_ON(velaGuiRole);
@@ -56,7 +75,8 @@ private:
     std::unordered_map<nameKey, guiOwnedValue> m_written TARN_GUARDED_BY(velaGuiRole);
     // How many controls of a name have yet to take what a handler assigned to it.
     std::unordered_map<nameKey, unsigned> m_unread TARN_GUARDED_BY(velaGuiRole);
-    int m_depth TARN_GUARDED_BY(velaGuiRole) = 0; // handlers that are running
+    int m_depth TARN_GUARDED_BY(velaGuiRole) = 0;    // handlers that are running
+    int m_promises TARN_GUARDED_BY(velaGuiRole) = 0; // of handlers that have returned
 };
 
 /// Whether two values are the same for script: of one kind, with the same content or object.

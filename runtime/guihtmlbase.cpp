@@ -10,7 +10,9 @@
 #include "page/guinodewatch.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
+#include "runtime/guicloserequest.h"
 #include "runtime/guielements.h"
+#include "runtime/guipromises.h"
 #include "runtime/guithread.h"
 
 #include <QApplication>
@@ -89,6 +91,8 @@ guiHtmlBase::guiHtmlBase(ScriptObject* page, ScriptPrivate* data, ScriptObject* 
 guiHtmlBase::~guiHtmlBase()
 {
     shutdownWait();
+    if (pGUI && pGUI->getThread()->isGuiThread())
+        forgetPromises(true);
     m_groups.clear();
     if (m_returnCode)
         m_engine->releaseValue(m_returnCode);
@@ -183,7 +187,20 @@ void guiHtmlBase::destroyWidget()
     m_widget.store(nullptr, std::memory_order_release);
     guiLayoutRun::startAnew(); // controls take no room in a page without a window
     widget->deleteWhenSafe();  // at the end of the paint if one is going on; tells the component
+    forgetPromises(true);
     guiCallback_postNullEvent();
+}
+
+bool guiHtmlBase::mayClose()
+{
+    assertOnGuiThread();
+    return guiCloseRequest_ask(*this);
+}
+
+void guiHtmlBase::forgetPromises(bool withWindow)
+{
+    assertOnGuiThread();
+    guiPromises_forget(*this, withWindow);
 }
 
 void guiHtmlBase::setTitle(sstring const& title)
@@ -356,6 +373,8 @@ int guiHtmlBase::loadFile(sstring file)
 {
     guiNodeWatch self(this);
     bool const isPage = file.getLength() != 0 && file[0] != '#';
+    if (isPage)
+        forgetPromises(false);
     int const result = guiHtml::loadFile(file);
     if (isPage && self.alive())
         m_hasPage = result != 0;
@@ -365,6 +384,7 @@ int guiHtmlBase::loadFile(sstring file)
 int guiHtmlBase::setText(sstring const& content, sstring const& directory)
 {
     guiNodeWatch self(this);
+    forgetPromises(false);
     int const result = guiHtml::setText(content, directory);
     if (self.alive())
         m_hasPage = result != 0;
@@ -380,7 +400,7 @@ int guiHtmlBase::triggerNamed(sstring const& name)
     if (name.getLength() == 0)
         return 1;
     if (name == "X") {
-        pGUI->getThread()->postClose(this);
+        guiCloseRequest_post(*this);
         return 1;
     }
     sstring wanted(name);

@@ -71,6 +71,7 @@ public:
     /// Destroys the widget, if there is one, as soon as it is not painting. The node under the pointer is told that the
     /// pointer leaves it; after that no handler is called for the window any more. GUI thread.
     void destroyWidget() override;
+    bool mayClose() override;
     /// The widget, null while the window is closed. Any thread may compare it; only the GUI thread uses it.
     guiWidget* getWidget() const { return m_widget.load(std::memory_order_acquire); }
     bool isOpen() const { return getWidget() != nullptr; }
@@ -156,6 +157,7 @@ private:
     guiWidget* widgetToUse() const;
     void applyLimits(QWidget* widget) const;
     bool isCalling() const;
+    void forgetPromises(bool withWindow);
     int triggerNamed(sstring const& name);
 
     sstring m_title;

@@ -8,6 +8,7 @@
 #include "foundation/vela-qt.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
+#include "runtime/guicloserequest.h"
 #include "runtime/guielements.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guitoolkitmessages.h"
@@ -161,9 +162,10 @@ void handle(guiEventCarryForm& event) TARN_ON(velaGuiRole)
 {
     guiFormValues& values = event.node->formValues();
     if (event.carry == guiFormCarry::kToScript)
-        values.beginCall();
-    else
-        values.endCall();
+        return values.beginCall();
+    if (event.carry == guiFormCarry::kPromised)
+        values.beginPromise();
+    values.endCall();
 }
 
 // ---- Handlers by the number of their event ----
@@ -288,6 +290,7 @@ void guiThread::startApplication()
     guiToolkitMessages_started();
     m_f.app->installEventFilter(m_f.filter);
     QGuiApplication::setQuitOnLastWindowClosed(false); // the thread outlives its windows
+    guiCloseRequest_watchSession(*m_f.app);
 }
 
 void guiThread::endApplication()

@@ -136,6 +136,37 @@ void guiControl_getSizePolicy_qt(LibManager&, ScriptPrivate* data, ScriptObject*
     result.setString(guiSizePolicy_toName(node ? node->getSizePolicy() : kPolicyResize));
 }
 
+/// The form of the page that the control is on, null for one that is gone or has no name.
+guiFormValues* formOf(ScriptPrivate* data, ScriptObject* self, sstring& name) TARN_ON(velaGuiRole)
+{
+    guiHtml* node = guiControl_getHtml(data, self);
+    guiHtmlBase* root = node ? guiHtmlBase::of(node) : nullptr;
+    if (!root || !node->hasString(kStringName))
+        return nullptr;
+    name = node->getName();
+    return &root->formValues();
+}
+
+/// The value of the control as it is in the form; null for one that has none.
+void guiControl_getValue_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs&, ScriptValue& result)
+{
+    assertOnGuiThread();
+    result.setNull();
+    sstring name;
+    if (guiFormValues* form = formOf(data, self, name))
+        form->read(name, result);
+}
+
+/// Shows another value at once. False when the control can not take it.
+void guiControl_setValue_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    result.setBool(1);
+    sstring name;
+    if (guiFormValues* form = args.count() == 1 ? formOf(data, self, name) : nullptr)
+        result.setBool(form->write(name, *args.get(0), false));
+}
+
 /// The part of guiControl_onGetProp that runs on the GUI thread. Its argument is the name of the property.
 void readClientSize_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
@@ -180,6 +211,11 @@ constexpr guiScriptMethod kMethods[] = {
     {"isEnabled", guiCallOnGuiThread<guiControl_isEnabled_qt>},
     {"setSizePolicy", guiCallOnGuiThread<guiControl_setSizePolicy_qt>},
     {"getSizePolicy", guiCallOnGuiThread<guiControl_getSizePolicy_qt>},
+};
+
+constexpr guiScriptMethod kExtensionMethods[] = {
+    {"getValue", guiCallOnGuiThread<guiControl_getValue_qt>},
+    {"setValue", guiCallOnGuiThread<guiControl_setValue_qt>},
 };
 
 } // namespace
@@ -247,6 +283,14 @@ int guiControl_onConfigure(ScriptClass& scriptClass)
     scriptClass.setPropertyHandlers(guiControl_onAddProp, guiControl_onDelProp, guiControl_onGetProp,
                                     guiControl_onSetProp);
     for (guiScriptMethod const& entry : kMethods)
+        scriptClass.addMethod(entry.name, entry.method);
+    return 1;
+}
+
+int guiControl_onConfigureExtension(ScriptClass& scriptClass)
+{
+    assertOnScriptThread();
+    for (guiScriptMethod const& entry : kExtensionMethods)
         scriptClass.addMethod(entry.name, entry.method);
     return 1;
 }

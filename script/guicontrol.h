@@ -27,6 +27,9 @@ struct guiControlData
 /// Declares the class. Always 1. Script thread.
 int guiControl_onConfigure(ScriptClass& scriptClass);
 
+/// Declares what hosts with properties need besides: "getValue" and "setValue". Always 1. Script thread.
+int guiControl_onConfigureExtension(ScriptClass& scriptClass);
+
 /// The record in a private slot, null when there is none or it has no tag.
 guiControlData* guiControl_getData(ScriptPrivate* data);
 /// Binds a control object to an element, and sets its properties "window" and "name". The window is not kept, because

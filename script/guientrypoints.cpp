@@ -29,6 +29,13 @@ constexpr componentClass kClasses[] = {
     {"GuiImage", guiImage_onConfigure},
 };
 
+/// More methods of the first two, for hosts whose script has properties and promises. Declared only when they are asked
+/// for.
+constexpr componentClass kExtensions[] = {
+    {"GuiWindowExtension", guiWindow_onConfigureExtension},
+    {"GuiControlExtension", guiControl_onConfigureExtension},
+};
+
 /// The same names as GetCompNames() gives them, with a null pointer at the end.
 constexpr auto kClassNames = [] {
     std::array<char const*, std::size(kClasses) + 1> names{};
@@ -78,9 +85,11 @@ int ConfigCompClass(void*, char const* name, ScriptClass& scriptClass)
     assertOnScriptThread();
     if (!name)
         return 0;
-    for (componentClass const& known : kClasses) {
+    for (componentClass const& known : kClasses)
         if (isSameName(name, known.name))
             return known.configure(scriptClass) != 0 ? 1 : 0;
-    }
+    for (componentClass const& known : kExtensions)
+        if (isSameName(name, known.name))
+            return known.configure(scriptClass) != 0 ? 1 : 0;
     return 0;
 }

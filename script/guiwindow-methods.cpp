@@ -4,6 +4,7 @@
 
 #include "controls/guiscriptmethod.h"
 #include "foundation/vela-threadrole.h"
+#include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "script/guimissingcontrol.h"
 #include "script/guisizepolicy.h"
@@ -223,4 +224,30 @@ void guiWindow_control_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scrip
         result.setObject(object);
         object->letGo();
     }
+}
+
+// The value of a property of the form as the page shows it now. Without arguments all values are brought into the form.
+void guiWindow_readForm_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    result.setNull();
+    guiHtmlBase* root = rootOf(data);
+    if (root && args.count() == 0)
+        root->formValues().store();
+    else if (root && guiIsOneString(args))
+        root->formValues().read(guiTextOf(args, 0), result);
+}
+
+// A name, a value, and whether the page takes it only when the running handlers have returned. False when the control
+// can not take it.
+void guiWindow_writeForm_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    guiWindowData const* record = guiWindow_getData(data);
+    bool const isWrite = record && args.count() == 3 && guiIsString(args, 0) && args.get(2)->isBool();
+    result.setBool(isWrite);
+    if (isWrite && record->root)
+        result.setBool(record->root->formValues().write(guiTextOf(args, 0), *args.get(1), args.get(2)->toBool(0)));
+    else if (isWrite) // the page that is loaded first takes it
+        pGUI->getFormProp()->writeProperty(record->form, guiTextOf(args, 0), args.get(1));
 }

@@ -43,6 +43,8 @@ constexpr ScriptMethod guiWindow_getEscapeControl_script = guiCallOnGuiThread<gu
 constexpr ScriptMethod guiWindow_setSizePolicy_script = guiCallOnGuiThread<guiWindow_setSizePolicy_qt>;
 constexpr ScriptMethod guiWindow_getSizePolicy_script = guiCallOnGuiThread<guiWindow_getSizePolicy_qt>;
 constexpr ScriptMethod guiWindow_control_script = guiCallOnGuiThread<guiWindow_control_qt>;
+constexpr ScriptMethod guiWindow_readForm_script = guiCallOnGuiThread<guiWindow_readForm_qt>;
+constexpr ScriptMethod guiWindow_writeForm_script = guiCallOnGuiThread<guiWindow_writeForm_qt>;
 
 // The methods below send blocking events of their own, so they run on the script thread. Handlers that run meanwhile
 // may destroy the window, so each step looks at the record again.
@@ -62,22 +64,57 @@ void raisePostOpen(guiWindowData const& record)
     guiCallback_CallEvent(record.root, record.window, kPostOpen, pGUI->getSession(), ignored.get());
 }
 
-void guiWindow_show_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
+/// Opens the window and tells it so, for whoever waits until it is closed. Gives the widget that it was opened with,
+/// null when it has closed already; that is only compared with the open windows. False when it could not be opened.
+bool startShow(ScriptPrivate* data, guiWidget*& widget)
+{
+    if (!guiWindow_open(data, 1))
+        return false;
+    guiHtmlBase* opened = GetWindow(guiWindow_getData(data));
+    if (!opened)
+        return false;
+    widget = opened->getWidget();
+    raisePostOpen(*guiWindow_getData(data));
+    return true;
+}
+
+/// The first half of show(), for a host that waits in another way. True when the window was opened.
+void guiWindow_startShow_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
+{
+    assertOnScriptThread();
+    guiWidget* widget = nullptr;
+    result.setBool(startShow(data, widget));
+}
+
+/// What show() gives back; null without a page.
+void guiWindow_getReturnValue_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
 {
     assertOnScriptThread();
     result.setNull();
-    if (!guiWindow_open(data, 1))
-        return;
-    guiHtmlBase* opened = GetWindow(guiWindow_getData(data));
-    if (!opened)
-        return;
-    guiWidget* widget = opened->getWidget(); // only compared with the open windows, never dereferenced
-    raisePostOpen(*guiWindow_getData(data));
-    if (widget)
-        pGUI->runPump(widget);
     guiHtmlBase* root = GetWindow(guiWindow_getData(data));
     if (ScriptValue* returned = root ? root->getReturnCode() : nullptr)
         result = *returned;
+}
+
+void guiWindow_show_script(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                           ScriptValue& result)
+{
+    assertOnScriptThread();
+    result.setNull();
+    guiWidget* widget = nullptr;
+    if (!startShow(data, widget))
+        return;
+    if (widget)
+        pGUI->runPump(widget);
+    guiWindow_getReturnValue_script(manager, data, self, args, result);
+}
+
+/// The object whose properties are the values of the page's controls.
+void guiWindow_getForm_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
+{
+    assertOnScriptThread();
+    guiWindowData const* record = guiWindow_getData(data);
+    result.setObject(record ? record->form : nullptr);
 }
 
 void guiWindow_close_script(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs&, ScriptValue& result)
@@ -162,6 +199,14 @@ constexpr guiScriptMethod kMethods[] = {
     {"control", guiWindow_control_script},
 };
 
+constexpr guiScriptMethod kExtensionMethods[] = {
+    {"getForm", guiWindow_getForm_script},
+    {"readForm", guiWindow_readForm_script},
+    {"writeForm", guiWindow_writeForm_script},
+    {"startShow", guiWindow_startShow_script},
+    {"getReturnValue", guiWindow_getReturnValue_script},
+};
+
 } // namespace
 
 void guiWindow_onLoad_script(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
@@ -234,6 +279,14 @@ int guiWindow_onConfigure(ScriptClass& scriptClass)
     for (guiScriptMethod const& entry : kMethods)
         scriptClass.addMethod(entry.name, entry.method);
     scriptClass.addClassMethod("onLoad", guiWindow_onLoad_script);
+    return 1;
+}
+
+int guiWindow_onConfigureExtension(ScriptClass& scriptClass)
+{
+    assertOnScriptThread();
+    for (guiScriptMethod const& entry : kExtensionMethods)
+        scriptClass.addMethod(entry.name, entry.method);
     return 1;
 }
 

@@ -26,6 +26,10 @@ struct guiWindowData
 /// Declares the class. Always 1. Script thread.
 int guiWindow_onConfigure(ScriptClass& scriptClass);
 
+/// Declares what hosts with properties and promises need besides: "getForm", "readForm", "writeForm", "startShow",
+/// "getReturnValue". Always 1. Script thread.
+int guiWindow_onConfigureExtension(ScriptClass& scriptClass);
+
 /// The record in a private slot, null when there is none or it has no tag.
 guiWindowData* guiWindow_getData(ScriptPrivate* data);
 

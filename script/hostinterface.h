@@ -218,8 +218,16 @@ public:
     /// with the result and `context` when it has ended. Any thread. `args` may be destroyed as soon as this returns.
     virtual void callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
                                  void* context) = 0;
-    virtual void reserved27() = 0;
-    virtual void reserved28() = 0;
+    /// 27 (extension): calls the handler `name` of this object, which a page asks for. On the script thread the handler
+    /// runs before this returns, on any other thread as at position 26. While it runs, script finds the values of the
+    /// page in `form` (may be null), as properties that are plain data until it returns. `done` is called exactly once
+    /// with the result. A handler that returns a promise is not waited for: `promised` is called with null, and `done`
+    /// when the promise has settled, on the script thread. A host without promises never calls `promised`.
+    virtual void callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject* form,
+                             ScriptCompletion promised, ScriptCompletion done, void* context) = 0;
+    /// 28 (extension): nobody waits any more for the promise of the handler that was called with this context: the host
+    /// forgets it, and need not call `done`. Any thread, on any object.
+    virtual void forgetHandler(void* context) = 0;
     virtual void reserved29() = 0;
     /// 30: whether the object has a method of this name. Never waits for the script thread: on another thread it
     /// answers from what the script thread last published.
@@ -337,7 +345,9 @@ public:
     /// is no such class or its constructor throws. Any thread for the component's classes, without waiting for the
     /// script thread; script thread for the application's.
     virtual ScriptObject* createInstance(sstring const& className) = 0;
-    virtual void reserved6() = 0;
+    /// 6 (extension): 1 when script finds a boolean in the form for a check box to which the page gives no value; 0: as
+    /// for every other one its value, which is "" then, or null. Any thread.
+    virtual int hasFormBooleans() = 0;
     virtual void reserved7() = 0;
     virtual void reserved8() = 0;
     virtual void reserved9() = 0;
@@ -440,6 +450,8 @@ __attribute__((visibility("default"))) int Shutdown();
 /// The five class names, in order, and a null pointer at the end. Static; never freed.
 __attribute__((visibility("default"))) char const* const* GetCompNames();
 /// Declares the class called `name` (compared without regard to case) through `scriptClass`. 0 for an unknown name.
+/// "GuiWindowExtension" and "GuiControlExtension" declare methods of these two classes that are no script's to call: a
+/// host with properties and promises makes those of them (docs/host-abi.md).
 /// `context` is not used.
 __attribute__((visibility("default"))) int ConfigCompClass(void* context, char const* name, ScriptClass& scriptClass);
 }

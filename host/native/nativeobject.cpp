@@ -236,6 +236,17 @@ void NativeObject::callMethodAsync(ScriptObject* self, sstring const& name, Scri
                         done, context);
 }
 
+/// A NativeLater is no promise: the call ends when it is complete.
+void NativeObject::callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject*,
+                               ScriptCompletion, ScriptCompletion done, void* context)
+{
+    if (!m_engine->onScriptThread())
+        return callMethodAsync(self, name, args, done, context);
+    NativeValue result;
+    callMethod(self, name, args, &result);
+    done(result, context);
+}
+
 // ---- properties
 
 bool NativeObject::isDynamic(NativeValue const& name)

@@ -105,6 +105,8 @@ public:
     void callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result) override;
     void callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
                          void* context) override;
+    void callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject* form,
+                     ScriptCompletion promised, ScriptCompletion done, void* context) override;
     bool hasMethod(sstring const& name) override;
     ScriptEngine* getEngine() override;
 

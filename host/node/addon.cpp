@@ -107,6 +107,21 @@ void complete(Info info)
     engine.calls().complete(info[0].As<Napi::Number>().Uint32Value(), engine.fromScript(info[1]));
 }
 
+/// promised(id): the handler that was called under this number has returned a promise.
+void promised(Info info) { NodeEngine::of(info.Env()).calls().notePromise(info[0].As<Napi::Number>().Uint32Value()); }
+
+/// isInHandler(form): whether a handler of the page with this form is running.
+Napi::Value isInHandler(Info info)
+{
+    return Napi::Boolean::New(info.Env(), NodeEngine::of(info.Env()).runningForm() == handleArgument(info));
+}
+
+/// isOpen(window): whether the window counts as open now.
+Napi::Value isOpen(Info info)
+{
+    return Napi::Boolean::New(info.Env(), NodeEngine::of(info.Env()).windows().contains(*handleArgument(info)));
+}
+
 void report(Info info) { NodeEngine::of(info.Env()).helpers().report(info[0]); }
 
 Napi::Value isWaiting(Info info)
@@ -220,6 +235,9 @@ Napi::Object initialize(Napi::Env env, Napi::Object exports)
     add("pageText", pageText);
     add("session", session);
     add("complete", complete);
+    add("promised", promised);
+    add("isInHandler", isInHandler);
+    add("isOpen", isOpen);
     add("report", report);
     add("isWaiting", isWaiting);
     add("runMicrotasks", runMicrotasks);

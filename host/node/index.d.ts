@@ -10,7 +10,17 @@ export type Value = null | boolean | number | string | object;
 /** How an element deals with content larger than itself; also as constants of `GuiSizePolicy`. */
 export type SizePolicy = 'SCROLL' | 'RESIZE' | 'FIXED';
 
-/** Values of a window's controls by name. Assigning changes the control after the running handler has ended. */
+/** What a control can take as its value. */
+export type FormValue = string | number | boolean | null;
+
+/**
+ * Values of a window's controls by name. A field has its text, a list the value of the selected entry (null without one), a group
+ * of radio buttons the value of the one that is on, a check box its value or null, and one without a value `true` or `false`.
+ *
+ * While a handler of the window runs these are the values when it began, and what it assigns is shown when it returns. At any
+ * other time, behind an `await` too, reading gives what the control shows now and assigning shows it at once. `true` and `false`
+ * switch a check box, a number becomes its text; a value that the control cannot take throws a `TypeError`.
+ */
 export interface Form {
     [control: string]: any;
 }
@@ -18,7 +28,7 @@ export interface Form {
 /** What the component says about itself; also the first argument of every handler. */
 export interface Session {
     /** The window that was loaded or activated last. */
-    readonly currentWindow: GuiWindow | null;
+    readonly currentWindow: GuiWindow<any> | null;
     /** The control with a name whose use called a handler last. It has the methods that all elements have. */
     readonly currentControl: GuiControl | null;
     /** The form of the window that was loaded last. */
@@ -50,16 +60,20 @@ export function html(strings: TemplateStringsArray, ...values: HtmlValue[]): Htm
 
 /**
  * A handler, as a method of a window, of a control or of a custom element: a link `event://onPick/3/red` calls
- * `onPick(session, '3', 'red')`. A non-empty string that it returns is followed as a link. When it returns a promise, the
- * call ends when the promise settles; user input other than mouse movements is ignored until then. What it throws is an
- * uncaught error of the process, unless the program has set `tarn.onError`.
+ * `onPick(session, '3', 'red')`. A non-empty string that it returns is followed as a link. While it runs, clicks and keys are
+ * ignored, except what is typed into a text field, which gets it when the handler has returned. What it throws is an uncaught
+ * error of the process, unless the program has set `tarn.onError`.
+ *
+ * It may be `async`: the window is free as soon as it waits. A string that the promise resolves to is followed then, if the window
+ * still shows the same page. The button, link or menu item that called it takes no second activation until the promise has
+ * settled; a field calls it once more then, if its value has changed meanwhile.
  *
  *     const pick: Handler = (session, number, colour) => { session.currentWindow?.setTitle(`${number} ${colour}`); };
  */
 export type Handler = (session: Session, ...args: string[]) => unknown;
 
 /** Takes the text of a page and returns what replaces it; an empty result leaves the page as it is. */
-export type PageFilter = (window: GuiWindow, text: string) => string | null | undefined | Promise<string | null | undefined>;
+export type PageFilter = (window: GuiWindow<any>, text: string) => string | null | undefined | Promise<string | null | undefined>;
 
 /** Texts for the markers `@1`, `@2` and so on in a page. */
 export interface Messages {
@@ -78,14 +92,15 @@ export interface Handlers {
 }
 
 /**
- * A window whose content is a page. Handlers are methods of a subclass, or functions assigned to the object.
+ * A window whose content is a page. Handlers are methods of a subclass, or functions assigned to the object. The values of its
+ * form may be declared: `class Order extends GuiWindow<{ who: string; milk: boolean }>`.
  *
  *     class Order extends GuiWindow {
  *         onOk(session: Session, id: string) { this.setReturnValue(id); this.close(); }
  *     }
  *     const id = new Order('order.html').show();
  */
-export class GuiWindow {
+export class GuiWindow<Values extends object = Form> {
     [handler: `on${Capitalize<string>}` | `e${Capitalize<string>}`]: Handler | undefined;
 
     /**
@@ -104,7 +119,7 @@ export class GuiWindow {
      *
      *     GuiWindow.from(html`<title>Hello</title><body width="300" height="100"><p>Hello, ${name}`).open();
      */
-    static from<Window extends GuiWindow>(this: new () => Window, page: string | Html): Window;
+    static from<Window extends GuiWindow<any>>(this: new () => Window, page: string | Html): Window;
 
     /**
      * Registers a filter for pages whose name matches `pattern`: a function, or an object that knows messages. Without a
@@ -123,8 +138,15 @@ export class GuiWindow {
      *     const name = new AskName('name.html').show();
      */
     show(): any;
-    /** Like `show()`, as a promise: `const name = await new AskName('name.html').showAsync();` */
+    /**
+     * `show()` as a promise, which settles when the window closes. At most 50 calls of `show()` may wait inside each other; this
+     * one takes no stack.
+     *
+     *     const name = await new AskName('name.html').showAsync();
+     */
     showAsync(): Promise<any>;
+    /** The values of the page's controls; always the same object: `window.form.who = 'Ann';` */
+    readonly form: Values;
     /** Closes the window. The one method of the package that a page may call: `<a href="event://close">`. */
     close(session?: Session): null;
     /** Whether the window is open: `if (!help.isOpen()) help.open();` */
@@ -187,6 +209,11 @@ export class GuiWindow {
     /** Called when `show()` or `showAsync()` has opened the window: `ePostOpen() { this.setFocus('who'); }` */
     ePostOpen?(session: Session): unknown;
     /**
+     * Called when the user wants to close the window: by its title bar, by Alt+F4, by a key that is set to "X", or by ending the
+     * desktop's session. With `false`, or a promise of it, the window stays. `close()` does not ask.
+     */
+    eClose?(session: Session): unknown;
+    /**
      * Called when the user follows a link to `http:`, `https:` or `mailto:`, with the address as the page has it. Without this
      * method the desktop opens the address. What it returns does not matter.
      *
@@ -227,9 +254,15 @@ export class GuiControl implements Element {
 
     constructor();
     /** The window that holds the element. */
-    readonly window: GuiWindow;
+    readonly window: GuiWindow<any>;
     /** The element's name in the page. */
     readonly name: string;
+    /**
+     * The value as it is in the form, read from and shown on the page at once; null for an element without one. A value that the
+     * control cannot take throws a `TypeError`.
+     */
+    get value(): string | boolean | null;
+    set value(value: FormValue);
     /** The size on the screen, in pixels; 0 when the page has no such element. */
     readonly width: number;
     readonly height: number;
@@ -466,7 +499,7 @@ export interface CustomElement extends Element {
     readonly mouse: Mouse;
     /** Only when the class has an `eKey`. */
     readonly keyboard: Keyboard;
-    readonly window: GuiWindow;
+    readonly window: GuiWindow<any>;
     readonly name: string;
     /** Pixels, or a text such as "50%". Without a height that stays as it was. */
     setSize(width: number | string, height?: number | string): null;

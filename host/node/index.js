@@ -4,7 +4,7 @@
 
 const { isMainThread } = require('node:worker_threads');
 const { native, classes } = require('./js/native.js');
-const { checkPromises, runCall } = require('./js/calls.js');
+const { checkPromises, runCall, runHandler } = require('./js/calls.js');
 const { checkClass } = require('./js/checked.js');
 const { clipboard } = require('./js/clipboard.js');
 const { dialogs } = require('./js/dialogs.js');
@@ -19,11 +19,12 @@ const { defineAccessor, defineMethod, tie, untie } = require('./js/objects.js');
 const { pageText, session } = require('./js/session.js');
 const { makeTableProxy } = require('./js/tables.js');
 const { runTicks, startWait } = require('./js/wait.js');
+require('./js/controls.js');
 const { GuiWindow, windowClosed } = require('./js/windows.js');
 
 native.start({
-    checkPromises, construct, defineAccessor, defineMethod, displayLost, hasMethod, isAlive: () => true, makeTableProxy, runCall, runImmediates,
-    runTicks, scanMethods, startWait, tie, untie, windowClosed,
+    checkPromises, construct, defineAccessor, defineMethod, displayLost, hasMethod, isAlive: () => true, makeTableProxy, runCall,
+    runHandler, runImmediates, runTicks, scanMethods, startWait, tie, untie, windowClosed,
 });
 mountDefaults();
 Object.entries(classes).forEach(([name, Class]) => checkClass(name, Class));

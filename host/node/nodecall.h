@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 /// One call. Any thread.
@@ -16,9 +17,19 @@ class NodeCall
 public:
     using Done = std::function<void(NodeValue&)>;
 
-    NodeCall(unsigned id, Done done) : m_id(id), m_done(std::move(done)) {}
+    /// What the component knows a call of a handler by: nobody waits for its promise, see NodeCallTable::notePromise.
+    struct Handler
+    {
+        ScriptCompletion promised;
+        void* context;
+    };
+
+    NodeCall(unsigned id, Done done, std::optional<Handler> handler)
+        : m_id(id), m_done(std::move(done)), m_handler(handler)
+    {}
 
     unsigned id() const { return m_id; }
+    std::optional<Handler> const& handler() const { return m_handler; }
     /// Ends the call: `done` gets the result. To be called once.
     void complete(NodeValue value);
     /// Whether `done` has returned.
@@ -29,6 +40,7 @@ private:
     std::atomic<bool> m_isTaken{false};
     std::atomic<bool> m_isDone{false};
     Done const m_done;
+    std::optional<Handler> const m_handler;
 };
 
 /// All calls that have not ended, by number. Whoever takes a call out of the table completes it, without the table's
@@ -37,14 +49,20 @@ class NodeCallTable
 {
 public:
     /// A new call. In a closed table it has ended already, with null.
-    std::shared_ptr<NodeCall> add(NodeCall::Done done);
+    std::shared_ptr<NodeCall> add(NodeCall::Done done, std::optional<NodeCall::Handler> handler = {});
+    /// The handler called under this number has returned a promise: tells the component.
+    void notePromise(unsigned id);
+    /// Drops the call of a handler with this context, without ending it.
+    void forget(void* context);
+    /// Number of calls that have not ended.
+    size_t size() const;
     /// Ends the call of this number with `value`; does nothing when it has ended.
     void complete(unsigned id, NodeValue value);
     /// Takes no more calls from now on. The caller has to complete those that are left.
     [[nodiscard]] std::vector<std::shared_ptr<NodeCall>> close();
 
 private:
-    std::mutex m_mutex; // guards what follows
+    mutable std::mutex m_mutex; // guards what follows
     bool m_isClosed = false;
     unsigned m_next = 1;
     std::map<unsigned, std::shared_ptr<NodeCall>> m_calls;

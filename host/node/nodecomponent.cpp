@@ -56,7 +56,11 @@ std::string NodeComponent::load(std::string const& path)
 bool NodeComponent::configure(NodeClass& scriptClass)
 {
     assert(m_library);
-    return m_configCompClass(nullptr, scriptClass.name().c_str(), scriptClass) != 0;
+    auto declare = [&](std::string const& name) { return m_configCompClass(nullptr, name.c_str(), scriptClass) != 0; };
+    if (!declare(scriptClass.name()))
+        return false;
+    declare(scriptClass.name() + "Extension"); // most classes have none
+    return true;
 }
 
 std::string NodeComponent::ensureStarted(NodeEngine& engine)

@@ -125,6 +125,20 @@ bool NodeEngine::callOwnTable(NodeCall const& call, NodeObject& target, NodeObje
 void NodeEngine::callScript(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
                             NodeArgs::Values const& args)
 {
+    FormScope const none(*this, nullptr);
+    callInScript("runCall", call, target, self, name, args);
+}
+
+void NodeEngine::callHandler(NodeCall const& call, NodeObject& target, NodeObject& self, NodeObject* form,
+                             std::u16string const& name, NodeArgs::Values const& args)
+{
+    FormScope const running(*this, form);
+    callInScript("runHandler", call, target, self, name, args);
+}
+
+void NodeEngine::callInScript(char const* helper, NodeCall const& call, NodeObject& target, NodeObject& self,
+                              std::u16string const& name, NodeArgs::Values const& args)
+{
     assert(isScriptThread());
     if (callOwnTable(call, target, self, name, args))
         return;
@@ -133,13 +147,19 @@ void NodeEngine::callScript(NodeCall const& call, NodeObject& target, NodeObject
     for (size_t i = 0; i < args.size(); ++i)
         list.Set(static_cast<uint32_t>(i), toScript(args[i]));
     auto id = Napi::Number::New(m_env, call.id());
-    auto done =
-        m_helpers.call("runCall", {id, toScript(&target), toScript(&self), Napi::String::New(m_env, name), list});
+    auto done = m_helpers.call(helper, {id, toScript(&target), toScript(&self), Napi::String::New(m_env, name), list});
     if (done.IsEmpty())
         m_calls.complete(call.id(), NodeValue());
     if (pump().isWaiting())
         runMicrotasks();
     m_methodNames.publish();
+}
+
+void NodeEngine::runInsideCall(std::function<void()> const& work)
+{
+    assert(isScriptThread());
+    DepthCounter inside(m_callDepth);
+    work();
 }
 
 NodeValue NodeEngine::callAndWait(NodeObject& target, NodeObject& self, std::u16string const& name,

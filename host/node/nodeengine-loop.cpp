@@ -50,6 +50,7 @@ void NodeEngine::runLoopOnce()
 void NodeEngine::turnLoop()
 {
     Napi::HandleScope scope(m_env);
+    FormScope const none(*this, nullptr);
     m_runLoopOnce.Call({});
     m_helpers.reportPending();
     runMicrotasks();
@@ -66,6 +67,7 @@ bool NodeEngine::runImmediates()
 void NodeEngine::runMicrotasks()
 {
     Napi::HandleScope scope(m_env);
+    FormScope const none(*this, nullptr);
     auto done = m_helpers.call("runTicks", {});
     if (reentry::canRunMicrotasks()) {
         reentry::runMicrotasks();

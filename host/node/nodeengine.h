@@ -116,6 +116,14 @@ public:
     /// Runs a script method; `call` is completed when it has ended, which may be later.
     void callScript(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
                     NodeArgs::Values const& args);
+    /// The same for a handler of a page, which finds the page's values in `form` (may be null); its promise is not
+    /// waited for.
+    void callHandler(NodeCall const& call, NodeObject& target, NodeObject& self, NodeObject* form,
+                     std::u16string const& name, NodeArgs::Values const& args);
+    /// Runs `work` for a synchronous call of the component, which is on the stack.
+    void runInsideCall(std::function<void()> const& work);
+    /// The form of the page whose handler is running; null outside of handlers, in timers and promises too.
+    NodeObject* runningForm() const { return m_runningForm; }
     /// Calls a script method and waits until it has ended; the pump runs meanwhile.
     NodeValue callAndWait(NodeObject& target, NodeObject& self, std::u16string const& name,
                           NodeArgs::Values const& args);
@@ -153,6 +161,7 @@ public:
     ScriptObject* createInstance(sstring const& className) override;
     ScriptValue* makeValue() override { return new NodeValue(); }
     void releaseValue(ScriptValue* value) override { delete static_cast<NodeValue*>(value); }
+    int hasFormBooleans() override { return 1; }
 
 private:
     /// A method that the component added to single objects; functions of the interpreter refer to it.
@@ -160,6 +169,22 @@ private:
     {
         ScriptMethod method;
         std::string name;
+    };
+
+    /// For the length of a block, script runs in a handler of the page with this form, or, with null, in none.
+    class FormScope
+    {
+    public:
+        FormScope(NodeEngine& engine, NodeObject* form)
+            : m_engine(engine), m_outer(std::exchange(engine.m_runningForm, form))
+        {}
+        ~FormScope() { m_engine.m_runningForm = m_outer; }
+        FormScope(FormScope const&) = delete;
+        FormScope& operator=(FormScope const&) = delete;
+
+    private:
+        NodeEngine& m_engine;
+        NodeObject* const m_outer;
     };
 
     ~NodeEngine() = default;
@@ -176,6 +201,8 @@ private:
     NodeObjectHold makeApplicationObject(std::u16string const& name);
     std::vector<NodeObjectRef> instances() const;
 
+    void callInScript(char const* helper, NodeCall const& call, NodeObject& target, NodeObject& self,
+                      std::u16string const& name, NodeArgs::Values const& args);
     bool callOwnTable(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
                       NodeArgs::Values const& args);
 
@@ -205,8 +232,9 @@ private:
     NodeObject* m_adopted = nullptr;                         // not owned
     std::string m_nextFolder;
     int m_callDepth = 0;
-    std::vector<double> m_numbers; // of the array that the component reads
-    bool m_hasNumbers = false;     // it was one of numbers
+    NodeObject* m_runningForm = nullptr; // not owned; kept by the call
+    std::vector<double> m_numbers;       // of the array that the component reads
+    bool m_hasNumbers = false;           // it was one of numbers
     std::map<std::pair<ScriptMethod, std::u16string>, std::unique_ptr<OwnMethod>> m_ownMethods; // by their content
 
     // Any thread.

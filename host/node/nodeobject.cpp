@@ -337,6 +337,26 @@ void NodeObject::callMethodAsync(ScriptObject* self, sstring const& name, Script
     m_engine.pump().post({std::move(run), {}, true});
 }
 
+void NodeObject::callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject* form,
+                             ScriptCompletion promised, ScriptCompletion done, void* context)
+{
+    auto call = m_engine.calls().add([done, context](NodeValue& value) { done(value, context); },
+                                     NodeCall::Handler{promised, context});
+    if (call->isDone())
+        return; // the engine is closed
+    auto receiver = self ? static_cast<NodeObject*>(self) : this;
+    auto run = [hold = NodeObjectHold(this), receiver = NodeObjectHold(receiver),
+                values = NodeObjectHold(static_cast<NodeObject*>(form)), text = toText(name),
+                list = static_cast<NodeArgs*>(args)->values(),
+                call] { hold->m_engine.callHandler(*call, *hold, *receiver, values.get(), text, list); };
+    if (m_engine.isScriptThread())
+        m_engine.runInsideCall(run);
+    else
+        m_engine.pump().post({std::move(run), {}, true});
+}
+
+void NodeObject::forgetHandler(void* context) { m_engine.calls().forget(context); }
+
 bool NodeObject::hasMethod(sstring const& name)
 {
     m_isAsked.store(true, std::memory_order_relaxed);

@@ -108,6 +108,8 @@ TEST(Slots, ScriptObjectFollowsTheTable)
     EXPECT_SLOT(ScriptObject, methodNames, 22);
     EXPECT_SLOT(ScriptObject, callMethod, 24);
     EXPECT_SLOT(ScriptObject, callMethodAsync, 26);
+    EXPECT_SLOT(ScriptObject, callHandler, 27);
+    EXPECT_SLOT(ScriptObject, forgetHandler, 28);
     EXPECT_SLOT(ScriptObject, hasMethod, 30);
     EXPECT_SLOT(ScriptObject, getEngine, 34);
 }
@@ -125,6 +127,7 @@ TEST(Slots, PumpRuntimeAndEngineFollowTheTable)
     EXPECT_SLOT(ScriptPump, wake, 15);
     EXPECT_SLOT(ScriptRuntime, getPump, 35);
     EXPECT_SLOT(ScriptEngine, getRuntime, 4);
+    EXPECT_SLOT(ScriptEngine, hasFormBooleans, 6);
     EXPECT_SLOT(ScriptEngine, createInstance, 5);
     EXPECT_SLOT(ScriptEngine, makeValue, 10);
     EXPECT_SLOT(ScriptEngine, releaseValue, 14);

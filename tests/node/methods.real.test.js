@@ -216,7 +216,7 @@ const controlRefused = [
 
 test('each method of a control gives its result, also for an element that does not exist', async () => {
     assert.deepEqual(Object.getOwnPropertyNames(GuiControl.prototype).sort(),
-        [...new Set(controlRows.map(([name]) => name)), 'constructor', 'width', 'height'].sort());
+        [...new Set(controlRows.map(([name]) => name)), 'constructor', 'width', 'height', 'value'].sort());
     const control = states['with a page']().control('box');
     const nobody = new GuiControl();
     for (const [method, args, wanted, neutral] of controlRows) {

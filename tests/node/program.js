@@ -42,10 +42,10 @@ class Program {
     #end = null;
 
     /** Runs `source` in a process of its own; ready when this resolves. */
-    static async start(source = '') {
+    static async start(source = '', limitMs = 120000) {
         const program = new Program();
         program.ended = runScript(`${inside}\n${source}\nconsole.log('ready');`, {
-            limitMs: 120000, onOutput: (text, child) => program.#take(text, child),
+            limitMs, onOutput: (text, child) => program.#take(text, child),
         });
         program.ended.then((result) => { program.#end = result; });
         await until(() => program.#child !== null || program.#end !== null, 30000);

@@ -47,12 +47,52 @@ function answer(id, self, name, result) {
     }
 }
 
+/** How many handlers may run inside each other: each takes its part of the interpreter's stack. */
+const deepestCall = 150;
+let runningCalls = 0;
+
+/** The result of the method; null without one. */
+function callMethod(target, self, name, args) {
+    const method = findMethod(target, name);
+    if (method === undefined) {
+        return null;
+    }
+    if (runningCalls >= deepestCall) {
+        throw new RangeError(`the handler ${name}() was called inside ${deepestCall} handlers that are still running`);
+    }
+    ++runningCalls;
+    try {
+        return Reflect.apply(method, self, args);
+    } finally {
+        --runningCalls;
+    }
+}
+
 /** Calls a method for the component and answers under `id`, now or when the promise that it returns has settled. */
 function runCall(id, target, self, name, args) {
     try {
-        const method = findMethod(target, name);
-        const result = method === undefined ? null : Reflect.apply(method, self, args);
-        answer(id, self, name, result);
+        answer(id, self, name, callMethod(target, self, name, args));
+    } catch (error) {
+        fail(id, error, self, name);
+    }
+    return true;
+}
+
+/** The call of a handler whose promise nobody waits for ends when that has settled, if anybody still wants to know. */
+function leavePromise(id, promise, self, name) {
+    native.promised(id);
+    Promise.resolve(promise).then((value) => native.complete(id, value), (error) => fail(id, error, self, name));
+}
+
+/** Calls a handler of a page. When it returns a promise, the page goes on. */
+function runHandler(id, target, self, name, args) {
+    try {
+        const result = callMethod(target, self, name, args);
+        if (isThenable(result)) {
+            leavePromise(id, result, self, name);
+        } else {
+            native.complete(id, result);
+        }
     } catch (error) {
         fail(id, error, self, name);
     }
@@ -67,4 +107,4 @@ function checkPromises() {
     return true;
 }
 
-module.exports = { checkPromises, runCall };
+module.exports = { checkPromises, runCall, runHandler };

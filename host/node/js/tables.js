@@ -2,6 +2,7 @@
 // Objects whose properties are kept by the component: the session, a form, a rectangle. Script sees each through a proxy.
 
 const { inspect } = require('node:util');
+const forms = require('./forms.js');
 const { native } = require('./native.js');
 const { tellUnknownControl } = require('./words.js');
 const { adoptSession } = require('./session.js');
@@ -9,13 +10,24 @@ const { adoptSession } = require('./session.js');
 /** What script sees of each target, which is all that the addon knows. */
 const proxies = new WeakMap();
 
+/** Whether there is a property of this name; of a form its value is then the one that the page shows. */
 function isInTable(proxy, name) {
-    return typeof name === 'string' && native.tableHas(proxy, name);
+    if (typeof name !== 'string') {
+        return false;
+    }
+    forms.refresh(proxy, name);
+    return native.tableHas(proxy, name);
 }
 
-/** Of the form of the running handler, which holds all controls' values meanwhile. */
+function setInTable(proxy, name, value) {
+    forms.write(proxy, name, value);
+    return true;
+}
+
+/** Tells of a property of a form that is no control. */
 function checkName(proxy, name) {
-    if (typeof name === 'string' && !native.tableHas(proxy, name) && proxy === native.session()?.currentForm) {
+    if (typeof name === 'string' && forms.isForm(proxy) && !native.tableHas(proxy, name) && !isInTable(proxy, name)) {
+        forms.refreshAll(proxy);
         tellUnknownControl(proxy, name, native.tableNames(proxy));
     }
 }
@@ -34,8 +46,7 @@ const traps = {
             return Reflect.set(target, name, value);
         }
         checkName(proxies.get(target), name);
-        native.tableSet(proxies.get(target), name, value);
-        return true;
+        return setInTable(proxies.get(target), name, value);
     },
     deleteProperty: (target, name) => {
         if (typeof name === 'symbol') {
@@ -44,7 +55,10 @@ const traps = {
         native.tableDelete(proxies.get(target), name);
         return true;
     },
-    ownKeys: (target) => native.tableNames(proxies.get(target)).concat(Object.getOwnPropertySymbols(target)),
+    ownKeys: (target) => {
+        forms.refreshAll(proxies.get(target));
+        return native.tableNames(proxies.get(target)).concat(Object.getOwnPropertySymbols(target));
+    },
     getOwnPropertyDescriptor: (target, name) => (isInTable(proxies.get(target), name)
         ? { value: native.tableGet(proxies.get(target), name), writable: true, enumerable: true, configurable: true }
         : Reflect.getOwnPropertyDescriptor(target, name)),
@@ -52,8 +66,7 @@ const traps = {
         if (typeof name === 'symbol' || !('value' in property)) {
             return typeof name === 'symbol' && Reflect.defineProperty(target, name, property);
         }
-        native.tableSet(proxies.get(target), name, property.value);
-        return true;
+        return setInTable(proxies.get(target), name, property.value);
     },
     preventExtensions: () => false,
 };

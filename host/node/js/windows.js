@@ -2,15 +2,22 @@
 // The class GuiWindow: what JavaScript adds to the component's class.
 
 const { callerFolder } = require('./callerfolder.js');
-const { findMethod } = require('./methods.js');
+const { formOf } = require('./forms.js');
 const { native, classes } = require('./native.js');
 const { loadText, pageArguments, requirePage } = require('./pages.js');
 
-/** Promises of showAsync(), by window. */
+const prototype = classes.GuiWindow.prototype;
+const { getReturnValue, startShow } = prototype;
+['getReturnValue', 'startShow'].forEach((name) => delete prototype[name]); // for this package alone
+
+/** Those who wait for the end of a window, by window. */
 const closeListeners = new WeakMap();
 
-/** For the component: the window has closed. */
+/** For the component: the window has closed. Its next opening may have come before this news. */
 function windowClosed(window) {
+    if (native.isOpen(window)) {
+        return;
+    }
     const listeners = closeListeners.get(window);
     closeListeners.delete(window);
     listeners?.forEach((listener) => listener());
@@ -22,13 +29,18 @@ function whenClosed(window) {
     });
 }
 
+/** How many calls of show() may wait inside each other: each takes its part of the interpreter's stack. */
+const deepestShow = 50;
+let waitingShows = 0;
+
 class GuiWindow extends classes.GuiWindow {
-    #returnValue = null;
+    #form = null;
 
     constructor(...args) {
         const folder = callerFolder();
         const page = pageArguments(args, folder, new.target);
         super(...page);
+        this.#form = formOf(this);
         requirePage(this, page, folder);
     }
 
@@ -44,22 +56,31 @@ class GuiWindow extends classes.GuiWindow {
         return super.setText(markup) || (!this.isValid() && loadText(markup, (name) => super.load(name)));
     }
 
-    setReturnValue(...args) {
-        const result = super.setReturnValue(...args);
-        if (args.length === 1 && this.isValid()) {
-            this.#returnValue = args[0] ?? null;
+    get form() {
+        return this.#form;
+    }
+
+    show(...args) {
+        if (waitingShows >= deepestShow) {
+            throw new Error(`GuiWindow.show() waits inside ${deepestShow} others already; "await window.showAsync()" takes no stack`);
         }
-        return result;
+        ++waitingShows;
+        try {
+            return super.show(...args);
+        } finally {
+            --waitingShows;
+        }
     }
 
     async showAsync() {
-        if (!this.open(true)) {
+        const closed = whenClosed(this); // before the window opens, for it may close while it does
+        if (!startShow.call(this)) {
+            windowClosed(this);
             return null;
         }
-        const closed = whenClosed(this);
-        await findMethod(this, 'ePostOpen')?.call(this, native.session());
+        windowClosed(this);
         await closed;
-        return this.#returnValue;
+        return getReturnValue.call(this);
     }
 }
 

@@ -85,21 +85,46 @@ FAKE_METHOD(windowOpen)
     result.setBool(window->hasPage);
 }
 
-FAKE_METHOD(windowShow)
+/// Opens the window and calls its ePostOpen; false without a page.
+bool startShow(ScriptPrivate* data, ScriptObject* self)
 {
     auto window = checkedWindow(data);
     if (!window->hasPage)
-        return;
+        return false;
     openWindow(window);
     auto list = fake.platform->createArgs(fake.engine);
     auto value = fake.platform->createValue(fake.engine);
     value->setObject(fake.session);
     list->append(value);
     fake.callsInFlight.fetch_add(1);
-    self->callMethod(self, "ePostOpen", list, value);
+    auto ignore = [](ScriptValue&, void*) {};
+    self->callHandler(self, "ePostOpen", list, window->form, ignore, ignore, window);
     fake.callsInFlight.fetch_sub(1);
     fake.platform->destroyArgs(list);
     fake.platform->destroyValue(value);
+    return true;
+}
+
+FAKE_METHOD(windowStartShow) { result.setBool(startShow(data, self)); }
+
+FAKE_METHOD(windowGetReturnValue) { result.assign(*checkedWindow(data)->returnValue); }
+
+FAKE_METHOD(windowGetForm) { result.setObject(checkedWindow(data)->form); }
+
+/// The page has no controls: the form is all there is.
+FAKE_METHOD(windowReadForm) {}
+
+FAKE_METHOD(windowWriteForm)
+{
+    fake.forms->writeProperty(checkedWindow(data)->form, args.get(0)->toString(0), args.get(1));
+    result.setBool(1);
+}
+
+FAKE_METHOD(windowShow)
+{
+    auto window = checkedWindow(data);
+    if (!startShow(data, self))
+        return;
     while (window->isOpen)
         fakePump()->step();
     result.assign(*window->returnValue);
@@ -309,6 +334,9 @@ FAKE_METHOD(controlSetText)
     callGui([&] { result.setBool(1); });
 }
 
+FAKE_METHOD(controlGetValue) { result.setNull(); }
+FAKE_METHOD(controlSetValue) { result.setBool(1); }
+
 bool controlHasProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptValue const& name, bool isStatic)
 {
     auto text = name.toString(0);
@@ -355,6 +383,11 @@ constexpr Entry kWindowMethods[] = {
     {"isValid", windowIsValid},
     {"setText", windowSetText},
     {"control", windowControl},
+    {"getForm", windowGetForm},
+    {"readForm", windowReadForm},
+    {"writeForm", windowWriteForm},
+    {"startShow", windowStartShow},
+    {"getReturnValue", windowGetReturnValue},
     {"testFire", testFire},
     {"testCloseLater", testCloseLater},
     {"testEcho", testEcho},
@@ -405,6 +438,8 @@ int configureControl(ScriptClass& scriptClass)
     scriptClass.setDestroyHandler(controlDestroy);
     scriptClass.setPropertyHandlers(controlHasProp, refuseDel, controlGetProp, refuseSet);
     scriptClass.addMethod("setText", controlSetText);
+    scriptClass.addMethod("getValue", controlGetValue);
+    scriptClass.addMethod("setValue", controlSetValue);
     return 1;
 }
 

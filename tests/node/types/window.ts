@@ -190,7 +190,7 @@ class Order extends GuiWindow {
 // @ts-expect-error: handlers of the window itself get the session
 class Wrong extends GuiWindow { ePostOpen(count: number): void {} }
 
-same<typeof tarn.session.currentWindow, GuiWindow | null>(true);
+same<typeof tarn.session.currentWindow, GuiWindow<any> | null>(true);
 same<typeof tarn.session.currentControl, GuiControl | null>(true);
 same<typeof tarn.session.currentForm, Form | null>(true);
 // @ts-expect-error: read-only
