@@ -19,10 +19,7 @@ guiPageOrigin::guiPageOrigin(sstring const& file) : m_outer(theOrigin)
 
 guiPageOrigin::~guiPageOrigin() { theOrigin = m_outer; }
 
-sstring guiPageOrigin::take()
-{
-    return std::exchange(theOrigin, sstring());
-}
+sstring guiPageOrigin::take() { return std::exchange(theOrigin, sstring()); }
 
 int guiPageFile::read(ScriptObject* owner)
 {

@@ -5,8 +5,8 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const path = require('node:path');
 const { after, before, test } = require('node:test');
-const { closeByUser, findActiveWindow, findWindow, keys, press, type, waitGone } = require('./desktop.js');
-const { runScript, scratch, sleep, until } = require('./helpers.js');
+const { closeByUser, findActiveWindow, keys, press, type, waitGone } = require('./desktop.js');
+const { runScript, scratch, sleep } = require('./helpers.js');
 const { Program } = require('./program.js');
 
 const row = (height, content) => `<tr><td height="${height}">${content}</td></tr>`;
