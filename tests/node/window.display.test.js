@@ -188,21 +188,23 @@ test('a program that waits for its windows takes no processor time', async () =>
     await endOf(program, 'open\n');
 });
 
-test('methods of windows that are closed, without a page, or called wrongly give neutral results', async () => {
+test('methods of windows that are closed or without a page give neutral results', async () => {
     const program = start(`
         const order = new tarn.GuiWindow('Order.html');
         const empty = new tarn.GuiWindow();
-        console.log(order.isOpen(1), order.getTitle(), order.getSizePolicy(), order.setMinimumSize('a'), order.control(3));
-        console.log(empty.isValid(), empty.open(), empty.show(), empty.getTitle() === '', empty.getSizePolicy(), empty.setText('x'));
+        console.log(order.isOpen(), order.getTitle(), order.getSizePolicy());
+        console.log(empty.isValid(), empty.open(), empty.show(), empty.getTitle() === '', empty.getSizePolicy());
         order.open(); order.close(); order.close();
         console.log(order.isOpen(), order.setTitle('closed'), order.getTitle());`);
-    await endOf(program, `false Order RESIZE null null\nfalse false null true RESIZE false\nfalse null closed\n`);
+    await endOf(program, `false Order RESIZE\nfalse false null true RESIZE\nfalse null closed\n`);
 });
 
 test('a page that cannot be read is named once', async () => {
-    const { stdout, stderr, code } = await runScript("console.log(new tarn.GuiWindow('missing.html').isValid());");
-    assert.deepEqual([stdout, code], ['false\n', 0]);
-    assert.equal(stderr, `GuiWindow::load() - failed to load file ${path.join(scratch, 'missing.html')}\n`);
+    const { stdout, stderr, code } = await runScript(`
+        try { new tarn.GuiWindow('missing.html'); } catch (error) { console.log(error.code, error.path); }`);
+    const missing = path.join(scratch, 'missing.html');
+    assert.deepEqual([stdout, code], [`ENOENT ${missing}\n`, 0]);
+    assert.equal(stderr, `GuiWindow::load() - failed to load file ${missing}\n`);
 });
 
 // --- exits, with the real component ---
