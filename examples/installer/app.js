@@ -77,7 +77,7 @@ class Installer extends GuiWindow {
     /** While files are copied the window stays: cancelling stops the copying, which tells how it ended. */
     async eClose() {
         if (!this.running) return true;
-        if (await confirmAsync('Stop, and remove what was copied?', { title: 'Installation' })) this.running?.abort();
+        if (await confirmAsync('Stop, and remove what was copied?', { title: 'Cancel' })) this.running?.abort();
         return false;
     }
 }

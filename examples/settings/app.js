@@ -55,7 +55,7 @@ class Settings extends tarn.GuiWindow {
 
     /** The title bar, Alt+F4 and the Escape key ask here. */
     async eClose() {
-        return this.values() === this.before || await tarn.confirmAsync('Forget the changes?', { title: 'Settings' });
+        return this.values() === this.before || await tarn.confirmAsync('Forget the changes?', { title: 'Unsaved changes' });
     }
 
     end(values) {

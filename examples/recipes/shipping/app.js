@@ -12,5 +12,5 @@ class Timer extends GuiWindow {
 
 const minutes = new Timer('pages/timer.html').show();
 if (minutes !== null) {
-    setTimeout(() => alert('The tea is ready.', { title: 'Tea timer' }), minutes * 60000);
+    setTimeout(() => alert('The tea is ready.', { title: 'Ready' }), minutes * 60000);
 }
