@@ -39,7 +39,7 @@ class Installer extends GuiWindow {
         if (existsSync(folder)) return alertAsync('There is such a folder already.', { icon: 'warning' }).then(() => null);
         this.control('go').disable();
         this.control('step').setText(html`<p>Copying to ${folder}</p>
-            <object classid="Bar" name="bar" width="100%" height="16"></object><p name="file"></p>`);
+            <object classid="Bar" name="bar" width="100%" height="16"></object><table><tr><td name="file" height="30"></td></tr></table>`);
         this.running = new AbortController();
         const copied = await this.copy(folder, this.running.signal);
         this.setReturnValue(copied);

@@ -26,5 +26,5 @@ class Chart {
 }
 
 register('Chart', Chart);
-GuiWindow.from(html`<title>Chart</title><body width="320" height="200">
+GuiWindow.from(html`<title>Chart</title><body width="320" height="200" valign="top" cellpadding="10">
     <object classid="Chart" name="chart" width="280" height="160" border="1"><param name="values" value="3,7,5,9,4"></object>`).open();

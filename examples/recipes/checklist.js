@@ -20,7 +20,7 @@ class Pizza extends GuiWindow {
     }
 }
 
-Pizza.from(html`<title>Pizza</title><body width="280" height="190"><object classid="checklist" name="list" size="6" width="100%">
+Pizza.from(html`<title>Pizza</title><body width="280" height="190" valign="top" cellpadding="10"><object classid="checklist" name="list" size="6" width="100%">
     ${toppings.map((name) => html`<param value="${name}" text1="${name}">`)}</object>
     <p><input type="button" name="all" value="All" onclick="event://onAll"> <input type="button" name="ok" value="OK" onclick="event://onOk"></p>`)
     .showAsync().then((chosen) => console.log(chosen?.join(', ') ?? 'nothing'));

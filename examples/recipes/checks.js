@@ -20,7 +20,7 @@ class Account extends GuiWindow {
 }
 
 const row = (label, name) => html`<tr><td width="70" height="30">${label}</td><td height="30"><input type="text" name="${name}" width="100%"></td></tr>`;
-const window = Account.from(html`<title>Account</title><body width="340" height="210">
+const window = Account.from(html`<title>Account</title><body width="340" height="210" valign="top" cellpadding="10">
     <table width="100%">${[row('Name', 'name'), row('Mail', 'mail'), row('Age', 'age')]}</table>
     <table width="100%"><tr><td name="problem" height="30"></td></tr></table><input type="button" name="ok" value="OK" onclick="event://onOk">`);
 window.setEnterControl('ok');

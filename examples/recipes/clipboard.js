@@ -18,5 +18,5 @@ class Lines extends GuiWindow {
 }
 
 const button = (name) => html`<input type="button" name="${name.toLowerCase()}" value="${name}" onclick="event://on${name}"> `;
-Lines.from(html`<title>Sort lines</title><body width="340" height="230"><textarea name="text" width="100%" height="150"></textarea>
+Lines.from(html`<title>Sort lines</title><body width="340" height="230" valign="top" cellpadding="10"><textarea name="text" width="100%" height="150"></textarea>
     <p>${['Paste', 'Sort', 'Copy'].map(button)}</p>`).open();

@@ -10,7 +10,7 @@ class Clock extends GuiWindow {
     }
 }
 
-const clock = Clock.from(html`<title>Clock</title><body width="240" height="90"><table><tr><td name="time" height="50"></td></tr></table>`);
+const clock = Clock.from(html`<title>Clock</title><body width="240" height="90" valign="top" cellpadding="10"><table><tr><td name="time" height="50"></td></tr></table>`);
 clock.tick();
 const timer = setInterval(() => clock.tick(), 1000);
 clock.showAsync().then(() => clearInterval(timer));

@@ -16,7 +16,7 @@ class Paint extends GuiWindow {
     }
 }
 
-const paint = Paint.from(html`<body width="260" height="140"><table width="100%"><tr><td name="sample" height="64"></td></tr></table>
+const paint = Paint.from(html`<body width="260" height="140" valign="top" cellpadding="10"><table width="100%"><tr><td name="sample" height="64"></td></tr></table>
     <p><input type="button" name="pick" value="Choose..." onclick="event://onPick"></p>`);
 paint.refresh();
 paint.open();

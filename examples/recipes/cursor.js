@@ -27,7 +27,7 @@ class Users extends GuiWindow {
     }
 }
 
-const users = Users.from(html`<title>Users</title><body width="360" height="330">
+const users = Users.from(html`<title>Users</title><body width="360" height="330" valign="top" cellpadding="10">
     <object classid="listview" name="list" size="16" width="100%"></object>
     <p><input type="button" name="more" value="More" onclick="event://onMore"></p>`);
 ['Number', 'Name'].forEach((heading, index) => users.control('list').setColumnText(index + 1, heading));

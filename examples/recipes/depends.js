@@ -16,10 +16,10 @@ class Price extends GuiWindow {
     }
 }
 
-const price = Price.from(html`<title>Price</title><body width="320" height="170"><table>
-    <tr><td width="70" height="30">Count</td><td><input type="text" name="count" size="6" onchange="event://onChange"></td></tr>
-    <tr><td width="70" height="30">Member</td><td><input type="checkbox" name="member" onclick="event://onChange"></td></tr>
-    <tr><td width="70" height="30">Sum</td><td><input type="text" name="sum" size="10" disabled></td></tr></table>
+const price = Price.from(html`<title>Price</title><body width="320" height="170" valign="top" cellpadding="10"><table>
+    <tr><td width="70" height="30">Count</td><td height="30"><input type="text" name="count" size="6" onchange="event://onChange"></td></tr>
+    <tr><td width="70" height="30">Member</td><td height="30"><input type="checkbox" name="member" onclick="event://onChange"></td></tr>
+    <tr><td width="70" height="30">Sum</td><td height="30"><input type="text" name="sum" size="10" disabled></td></tr></table>
     <p><input type="button" name="order" value="Order" onclick="event://onOrder" disabled></p>`);
 price.setFocus('count');
 price.open();

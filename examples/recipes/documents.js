@@ -6,7 +6,7 @@ const open = new Set();
 
 class Document extends GuiWindow {
     static show(name) {
-        const window = this.from(html`<title>${name}</title><body width="320" height="170"><textarea name="text" width="100%" height="90"></textarea>
+        const window = this.from(html`<title>${name}</title><body width="320" height="170" valign="top" cellpadding="10"><textarea name="text" width="100%" height="90"></textarea>
             <p><input type="button" name="new" value="New window" onclick="event://onNew"></p>`);
         open.add(window);
         window.open();

@@ -13,5 +13,5 @@ class Parser extends tarn.GuiWindow {
     }
 }
 
-Parser.from(tarn.html`<title>Parser</title><body width="360" height="100"><p><input type="text" name="text" value="${'{"name":'}" size="30">
+Parser.from(tarn.html`<title>Parser</title><body width="360" height="100" valign="top" cellpadding="10"><p><input type="text" name="text" value="${'{"name":'}" size="30">
     <input type="button" name="parse" value="Parse" onclick="event://onParse"></p>`).open();

@@ -21,5 +21,5 @@ class Editor extends GuiWindow {
     }
 }
 
-Editor.from(html`<title>Editor</title><body width="420" height="260"><textarea name="text" width="100%" height="190"></textarea>
+Editor.from(html`<title>Editor</title><body width="420" height="260" valign="top" cellpadding="10"><textarea name="text" width="100%" height="190"></textarea>
     <p><input type="button" name="open" value="Open..." onclick="event://onOpen"> <input type="button" name="save" value="Save..." onclick="event://onSave"></p>`).open();

@@ -9,5 +9,5 @@ class About extends GuiWindow {
     }
 }
 
-About.from(html`<title>About</title><body width="300" height="120" valign="top"><p><a href="https://example.org/manual">The manual</a></p>
+About.from(html`<title>About</title><body width="300" height="120" valign="top" cellpadding="10"><p><a href="https://example.org/manual">The manual</a></p>
     <p><a href="https://example.com/">Somebody else</a></p>`).open();

@@ -12,7 +12,7 @@ class Editor extends GuiWindow {
     }
 }
 
-Editor.from(html`<title>Editor</title><body width="360" height="220">
+Editor.from(html`<title>Editor</title><body width="360" height="220" valign="top" cellpadding="10">
     <object classid="menu" name="menu">
       <menu name="file" value="&amp;File"><param name="clear" value="&amp;Clear"><param value="-"><param name="quit" value="&amp;Quit"></menu>
       <menu name="view" value="&amp;View"><param name="wrap" value="&amp;Wrap lines" checked></menu>

@@ -8,7 +8,7 @@ class Choice extends GuiWindow {
     }
 }
 
-const ask = (question, answers) => Choice.from(html`<title>${question}</title><body width="300" height="110"><p>
+const ask = (question, answers) => Choice.from(html`<title>${question}</title><body width="300" height="110" valign="top" cellpadding="10"><p>
     ${answers.map((name) => html`<input type="button" name="${name}" value="${name}" onclick="event://onPick/${name}"> `)}</p>`).showAsync();
 
 const drink = await ask('What?', ['tea', 'coffee']);

@@ -22,6 +22,6 @@ class Show extends GuiWindow {
     }
 }
 
-const show = Show.from(html`<title>Pictures</title><body width="240" height="200"><img name="picture" src="${files[0]}" width="200" height="120">
+const show = Show.from(html`<title>Pictures</title><body width="240" height="200" valign="top" cellpadding="10"><img name="picture" src="${files[0]}" width="200" height="120">
     <p><input type="button" name="next" value="Next" onclick="event://onNext"></p>`);
 show.showAsync().then(() => fs.rmSync(folder, { recursive: true }));

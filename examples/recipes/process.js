@@ -16,6 +16,6 @@ class Output extends GuiWindow {
     }
 }
 
-const output = Output.from(html`<title>${command}</title><body width="520" height="320"><textarea name="text" width="100%" height="280"></textarea>`);
+const output = Output.from(html`<title>${command}</title><body width="520" height="320" valign="top" cellpadding="10"><textarea name="text" width="100%" height="280"></textarea>`);
 const child = output.run();
 output.showAsync().then(() => child.kill());

@@ -23,6 +23,6 @@ class Job extends GuiWindow {
     }
 }
 
-const job = Job.from(html`<title>Job</title><body width="340" height="120"><table width="100%"><tr><td name="bar" height="20"></td></tr></table>
+const job = Job.from(html`<title>Job</title><body width="340" height="120" valign="top" cellpadding="10"><table width="100%"><tr><td name="bar" height="20"></td></tr></table>
     <p><input type="button" name="start" value="Start" onclick="event://onStart"> <input type="button" name="cancel" value="Cancel" onclick="event://onCancel"></p>`);
 job.open();

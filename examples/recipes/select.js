@@ -17,7 +17,7 @@ class Travel extends GuiWindow {
     }
 }
 
-const travel = Travel.from(html`<body width="260" height="110"><table><tr><td height="34">
+const travel = Travel.from(html`<body width="260" height="110" valign="top" cellpadding="10"><table><tr><td height="34">
     <select name="country" width="160" onchange="event://onCountry">${options(Object.keys(cities))}</select></td></tr>
     <tr><td name="place" height="34"></td></tr></table>`);
 travel.form.country = 'Italy';

@@ -11,7 +11,7 @@ class Step extends GuiWindow {
 
 function ask(question, choices) {
     const button = (name) => html`<input type="button" name="${name}" value="${name}" onclick="event://onAnswer/${name}"> `;
-    return Step.from(html`<title>${question}</title><body width="320" height="100"><p>${[...choices, 'Back'].map(button)}</p>`).showAsync();
+    return Step.from(html`<title>${question}</title><body width="320" height="100" valign="top" cellpadding="10"><p>${[...choices, 'Back'].map(button)}</p>`).showAsync();
 }
 
 async function main() {

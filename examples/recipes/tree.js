@@ -24,7 +24,7 @@ class Tree extends GuiWindow {
     }
 }
 
-const window = Tree.from(html`<title>Tree</title><body width="360" height="400">
+const window = Tree.from(html`<title>Tree</title><body width="360" height="400" valign="top" cellpadding="10">
     <object classid="treeview" name="tree" size="24" width="100%" onselect="event://onSelect"><param value="${root}" text1="${root}"></object>`);
 window.read(root);
 window.open();

@@ -11,6 +11,6 @@ class Note extends GuiWindow {
     }
 }
 
-const note = Note.from(html`<title>Note</title><body width="320" height="160"><textarea name="text" width="100%" height="120"></textarea>`);
+const note = Note.from(html`<title>Note</title><body width="320" height="160" valign="top" cellpadding="10"><textarea name="text" width="100%" height="120"></textarea>`);
 note.setFocus('text');
 note.showAsync().then(() => console.log('closed'));

@@ -88,7 +88,7 @@ class Driven {
         const window = await findActiveWindow(title);
         if (process.env.TARN_PICTURES) {
             await sleep(300);
-            execFileSync('import', ['-window', window, path.join(process.env.TARN_PICTURES, `${title}.png`)]);
+            execFileSync('import', ['-window', window, path.join(process.env.TARN_PICTURES, `${title.replace(/\W+/g, '-')}.png`)]);
         }
         return window;
     }

@@ -316,7 +316,7 @@ recipe('messages.js', async (none, start) => {
 
 recipe('frames.js', async (program) => {
     const window = await program.at('Chapter one');
-    await click(window, 40, 125);
+    await click(window, 20, 45);
     await program.titleIs('Chapter two');
     await closeByUser(window);
     await program.ends();
@@ -324,9 +324,9 @@ recipe('frames.js', async (program) => {
 
 recipe('links.js', async (program) => {
     const window = await program.at('About');
-    await click(window, 30, 28);
+    await click(window, 30, 18);
     await program.says('open https://example.org/manual');
-    await click(window, 30, 60);
+    await click(window, 30, 44);
     await program.says('not opened: https://example.com/');
     await closeByUser(window);
     await program.ends('open https://example.org/manual\nnot opened: https://example.com/\n');

@@ -13,7 +13,7 @@ class Counter extends GuiWindow {
     }
 }
 
-const makeCounter = () => Counter.from(html`<title>Counter</title><body width="300" height="90"><p><input type="text" name="count" value="0" size="6">
+const makeCounter = () => Counter.from(html`<title>Counter</title><body width="300" height="90" valign="top" cellpadding="10"><p><input type="text" name="count" value="0" size="6">
     <input type="button" name="add" value="+" onclick="event://onAdd/1"> <input type="button" name="done" value="Done" onclick="event://onDone"></p>`);
 
 if (require.main === module) makeCounter().showAsync().then(console.log);

@@ -15,7 +15,7 @@ class OrderWindow extends GuiWindow<Order> {
     }
 }
 
-const window = OrderWindow.from(html`<title>Order</title><body width="300" height="180">
+const window = OrderWindow.from(html`<title>Order</title><body width="300" height="180" valign="top" cellpadding="10">
     <p><input type="text" name="who"></p><p><select name="drink"><option value="tea">tea</select></p>
     <p><input type="checkbox" name="milk" value="yes"> <input type="button" name="order" value="Order" onclick="event://onOrder"></p>`);
 window.control<ListControl>('drink')?.addItem('coffee');
