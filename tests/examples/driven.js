@@ -93,15 +93,25 @@ class Driven {
         return window;
     }
 
+    /**
+     * Gives the keyboard to a control, once no handler runs any more: keys are ignored during one. Questions are answered during
+     * one too, but the second of two calls into the window's thread comes after it.
+     */
+    async focus(control) {
+        await this.ask('new tarn.GuiWindow().isOpen()');
+        await this.ask('new tarn.GuiWindow().isOpen()');
+        await this.ask(`tarn.session.currentWindow.setFocus('${control}')`);
+    }
+
     /** Presses the button of this name by the keyboard. */
     async press(control) {
-        await this.ask(`tarn.session.currentWindow.setFocus('${control}')`);
+        await this.focus(control);
         await keys('space');
     }
 
     /** Types into the field of this name, in place of what stands there. */
     async enter(control, text) {
-        await this.ask(`tarn.session.currentWindow.setFocus('${control}')`);
+        await this.focus(control);
         await keys('ctrl+a', 'BackSpace');
         await type(text);
     }

@@ -79,10 +79,10 @@ test('the table browser turns pages, searches and sorts', async () => {
     await program.becomes("tarn.session.currentWindow.control('back').isEnabled()", true);
     await program.enter('find', '27');
     await rowsBeginWith('3', '14', '27', '30');
-    await program.ask("tarn.session.currentWindow.setFocus('table')");
+    await program.focus('table');
     await keys('Down');
     await program.titleIs('peaks - Tables');
-    await program.ask("tarn.session.currentWindow.setFocus('sort')");
+    await program.focus('sort');
     await keys('End');
     await rowsBeginWith('Snowdon', 'Triglav');
     await program.becomes("tarn.session.currentWindow.control('list').isItemSelected('Snowdon')", false);
