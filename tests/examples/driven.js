@@ -94,10 +94,11 @@ class Driven {
     }
 
     /**
-     * Gives the keyboard to a control, once no handler runs any more: keys are ignored during one. Questions are answered during
-     * one too, but the second of two calls into the window's thread comes after it.
+     * Gives the keyboard to a control, once no handler runs any more: keys are ignored during one. When it has returned, the second
+     * of two calls into the windows' thread comes after that thread has left it behind.
      */
     async focus(control) {
+        await this.becomes('isIdle()', true);
         await this.ask('new tarn.GuiWindow().isOpen()');
         await this.ask('new tarn.GuiWindow().isOpen()');
         await this.ask(`tarn.session.currentWindow.setFocus('${control}')`);
