@@ -36,7 +36,10 @@ class Installer extends GuiWindow {
 
     async onInstall() {
         const { folder } = this.form;
-        if (existsSync(folder)) return alertAsync('There is such a folder already.', { icon: 'warning' }).then(() => null);
+        if (existsSync(folder)) {
+            await alertAsync('There is such a folder already.', { title: 'Installation', icon: 'warning' });
+            return;
+        }
         this.control('go').disable();
         this.control('step').setText(html`<p>Copying to ${folder}</p>
             <object classid="Bar" name="bar" width="100%" height="16"></object><table><tr><td name="file" height="30"></td></tr></table>`);
@@ -59,15 +62,11 @@ class Installer extends GuiWindow {
             }
             const name = path.relative(source, file);
             await fs.cp(file, path.join(folder, name));
-            this.showProgress(name, (index + 1) / files.length);
+            this.control('file').setText(html`<font color="#57606A">${name}</font>`);
+            Object.assign(this.control('bar'), { part: (index + 1) / files.length }).toolkit.repaint();
             await pause(25); // small files: without it there would be nothing to see
         }
         return files.length;
-    }
-
-    showProgress(name, part) {
-        this.control('file').setText(html`<font color="#57606A">${name}</font>`);
-        Object.assign(this.control('bar'), { part }).toolkit.repaint();
     }
 
     async onCancel() {

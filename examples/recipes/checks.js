@@ -5,11 +5,16 @@ const { GuiWindow, html } = require('tarn-gui');
 class Account extends GuiWindow {
     onOk() {
         const { name, mail, age } = this.form;
-        if (!name.trim()) return this.complain('name', 'A name is needed.');
-        if (!/^\S+@\S+$/.test(mail)) return this.complain('mail', 'That is no mail address.');
-        if (!(Number(age) >= 18)) return this.complain('age', 'One has to be 18.');
-        this.setReturnValue({ name, mail, age: Number(age) });
-        this.close();
+        if (!name.trim()) {
+            this.complain('name', 'A name is needed.');
+        } else if (!/^\S+@\S+$/.test(mail)) {
+            this.complain('mail', 'That is no mail address.');
+        } else if (!(Number(age) >= 18)) {
+            this.complain('age', 'One has to be 18.');
+        } else {
+            this.setReturnValue({ name, mail, age: Number(age) });
+            this.close();
+        }
     }
 
     complain(control, words) {

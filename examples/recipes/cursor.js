@@ -15,7 +15,10 @@ class Users extends GuiWindow {
         const list = this.control('list');
         for (let i = 0; i < 100; ++i) {
             const { value, done } = await this.cursor.next();
-            if (done) return this.control('more').disable();
+            if (done) {
+                this.control('more').disable();
+                return;
+            }
             list.addItem(String(value.id), `${value.id}|2|${value.name}`);
             this.setTitle(`${++this.shown} users`);
         }

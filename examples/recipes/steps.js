@@ -19,10 +19,10 @@ async function main() {
     const answers = [];
     while (answers.length < questions.length) {
         const answer = await ask(...questions[answers.length]);
-        if (answer === null) return console.log('nowhere');
+        if (answer === null) return 'nowhere';
         if (answer === 'Back') answers.pop();
         else answers.push(answer);
     }
-    console.log(answers.join(', '));
+    return answers.join(', ');
 }
-main();
+main().then(console.log);

@@ -44,9 +44,13 @@ class Settings extends tarn.GuiWindow {
 
     onOk() {
         const problem = problemIn(this.form);
-        if (!problem) return this.end(JSON.parse(this.values()));
-        this.setFocus(problem[0]);
-        this.control('problem').setText(tarn.html`<font color="#A02020">${problem[1]}</font>`);
+        if (problem) {
+            this.setFocus(problem[0]);
+            this.control('problem').setText(tarn.html`<font color="#A02020">${problem[1]}</font>`);
+        } else {
+            this.setReturnValue(JSON.parse(this.values()));
+            this.close();
+        }
     }
 
     async onCancel() {
@@ -56,11 +60,6 @@ class Settings extends tarn.GuiWindow {
     /** The title bar, Alt+F4 and the Escape key ask here. */
     async eClose() {
         return this.values() === this.before || await tarn.confirmAsync('Forget the changes?', { title: 'Unsaved changes' });
-    }
-
-    end(values) {
-        this.setReturnValue(values);
-        this.close();
     }
 }
 

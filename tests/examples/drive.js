@@ -3,6 +3,7 @@
 // standard input, on file 3. The program itself stays as it is, and ends when it would end.
 
 const fs = require('node:fs');
+const vm = require('node:vm');
 const { isMainThread } = require('node:worker_threads');
 
 /** False while a handler runs, which waits for its window and so lets questions be answered. */
@@ -17,7 +18,7 @@ if (isMainThread) {
     const tarn = require('../../host/node');
     const answer = (question) => {
         try {
-            return [(0, eval)('(tarn, isIdle) => ' + question)(tarn, isIdle) ?? null];
+            return [vm.runInThisContext(`(tarn, isIdle) => ${question}`)(tarn, isIdle) ?? null];
         } catch (error) {
             return String(error);
         }

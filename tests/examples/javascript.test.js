@@ -43,9 +43,8 @@ function membersOf(declaration) {
     return [...new Set(members.map((member) => (member.name ? member.name.text ?? '' : 'constructor')))].filter(Boolean);
 }
 
-const isExported = (statement) => (ts.getCombinedModifierFlags(statement) & ts.ModifierFlags.Export) !== 0 && !ts.isExportDeclaration(statement);
-const declarations = source.statements.filter((statement) => ts.isVariableStatement(statement)
-    ? isExported(statement.declarationList.declarations[0]) : isExported(statement));
+const declarations = source.statements.filter((statement) => !ts.isExportDeclaration(statement)
+    && statement.modifiers?.some(({ kind }) => kind === ts.SyntaxKind.ExportKeyword));
 const nameOf = (statement) => (ts.isVariableStatement(statement) ? statement.declarationList.declarations[0] : statement).name.text;
 const hasMembers = (statement) => ts.isClassDeclaration(statement) || ts.isInterfaceDeclaration(statement);
 /** Interfaces that are only a few properties, which their one entry lists. */
@@ -83,9 +82,11 @@ test('every entry has an example that uses its name', () => {
     }
 });
 
+const types = declarations.filter((each) => ts.isInterfaceDeclaration(each) || ts.isTypeAliasDeclaration(each) || nameOf(each) === 'GuiControl').map(nameOf);
+
 const prelude = `import * as all from ${JSON.stringify(packageFolder)};
 import { GuiImage, GuiSizePolicy, GuiWindow, html } from ${JSON.stringify(packageFolder)};
-import type { ButtonControl, FlexListControl, GuiControl, ListControl, MenuControl, Session, TextControl } from ${JSON.stringify(packageFolder)};
+import type { ${types.join(', ')} } from ${JSON.stringify(packageFolder)};
 declare const tarn: typeof all, window: GuiWindow<any>, control: GuiControl, text: TextControl, button: ButtonControl;
 declare const list: ListControl, table: FlexListControl, menu: MenuControl, session: Session, element: all.CustomElement;
 declare const toolkit: all.GuiToolkit, image: GuiImage, mouse: all.Mouse, keyboard: all.Keyboard;
