@@ -29,9 +29,8 @@ class Browser extends GuiWindow {
 
     onTable() {
         this.table = readTable(this.form.table);
-        const options = this.table.columns.map((column, index) => html`<option value="${index}">${column}`);
+        const options = this.table.columns.map((column, index) => html`<option value="${index}" ${index === 0 && html`selected`}>${column}`);
         this.control('sorting').setText(html`<select name="sort" onchange="event://onFirst" width="170" height="26">${options}</select>`);
-        this.form.sort = '0';
         this.form.find = '';
         this.onFirst();
     }
@@ -39,7 +38,7 @@ class Browser extends GuiWindow {
     onFirst() {
         const { table, form } = this;
         const words = form.find.toLowerCase();
-        this.found = table.rows.filter((row) => row.join('\n').toLowerCase().includes(words)).sort(byColumn(Number(form.sort)));
+        this.found = table.rows.filter((row) => row.join('\n').toLowerCase().includes(words)).sort(byColumn(Number(this.control('sort').value)));
         this.page = 0;
         this.refresh();
     }

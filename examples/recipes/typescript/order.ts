@@ -19,5 +19,6 @@ const window = OrderWindow.from(html`<title>Order</title><body width="300" heigh
     <p><input type="text" name="who"></p><p><select name="drink"><option value="tea">tea</select></p>
     <p><input type="checkbox" name="milk" value="yes"> <input type="button" name="order" value="Order" onclick="event://onOrder"></p>`);
 window.control<ListControl>('drink')?.addItem('coffee');
+window.form.drink = 'coffee';
 window.setFocus('who');
 window.showAsync().then((order) => console.log(order));
