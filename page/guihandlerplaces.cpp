@@ -1,7 +1,7 @@
 // page/guihandlerplaces.cpp: see the header.
 #include "page/guihandlerplaces.h"
 
-#include "page/guilinkname.h"
+#include "page/guieventprefix.h"
 
 #include <utility>
 

@@ -3,6 +3,7 @@
 // page or close the window, so after the call the node is used only if it is still alive.
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guieventprefix.h"
 #include "page/guihtml.h"
 #include "page/guilinkname.h"
 #include "page/guimissinghandler.h"
@@ -106,8 +107,9 @@ int guiHtml::onHyperlinkAction(sstring& link, sstring& target, ScriptObject* obj
     guiNodeWatch root(getBaseHtml());
     sstring reply;
     if (!callHandler(this, object, event, target, reply)) {
-        if (self.alive())
-            guiTellMissingHandler(this, object, event);
+        guiPageRoot* page = self.alive() ? getBaseHtml() : nullptr;
+        if (page && !page->isReleased())
+            guiTellMissingHandler(page->handlerPlaces(), page->getPageObject(), object, event);
         return 0;
     }
     // When the handler deleted this node and returned the name of a file, the file is loaded into the window.

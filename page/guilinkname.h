@@ -6,9 +6,6 @@
 
 class guiHtml;
 
-/// What begins every link that calls a handler.
-inline constexpr char kEventPrefix[] = "event://";
-
 /// Replaces "%" and two hexadecimal digits by the character with that code. Anything else is kept, "%00" too.
 sstring guiDecodePercent(sstring const& link);
 

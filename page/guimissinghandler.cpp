@@ -3,11 +3,10 @@
 
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guieventprefix.h"
 #include "page/guihandlerplaces.h"
-#include "page/guilinkname.h"
 #include "page/guinearest.h"
 #include "page/guipagehost.h"
-#include "page/guipageroot.h"
 
 #include <algorithm>
 #include <iterator>
@@ -34,16 +33,14 @@ void addMethodNames(std::vector<std::string>& names, ScriptObject* object)
 
 } // namespace
 
-void guiTellMissingHandler(guiHtml* node, ScriptObject* object, sstring const& event)
+void guiTellMissingHandler(guiHandlerPlaces& places, ScriptObject* page, ScriptObject* object, sstring const& event)
 {
     assertOnGuiThread();
-    guiPageRoot* root = node->getBaseHtml();
-    ScriptObject* page = root && !root->isReleased() ? root->getPageObject() : nullptr;
     std::u16string const key = guiHandlerIn(sstring(kEventPrefix) + event);
     std::string const handler = velaPrintable(
         sstring(reinterpret_cast<unsigned short const*>(key.data()), 0, static_cast<unsigned>(key.size())));
     std::string place;
-    if (!page || handler.empty() || isCalledAnyway(handler) || !root->handlerPlaces().take(key, place))
+    if (!page || handler.empty() || isCalledAnyway(handler) || !places.take(key, place))
         return;
     std::vector<std::string> names;
     addMethodNames(names, object != page ? object : nullptr);

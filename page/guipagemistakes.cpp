@@ -6,8 +6,8 @@
 #include "foundation/vela-mlparser.h"
 #include "page/guiattributes.h"
 #include "page/guicolortext.h"
+#include "page/guieventprefix.h"
 #include "page/guifoldedword.h"
-#include "page/guilinkname.h"
 #include "page/guinearest.h"
 #include "page/guitagtable.h"
 

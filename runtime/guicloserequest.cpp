@@ -9,6 +9,7 @@
 #include "runtime/guiscriptwork.h"
 #include "runtime/guithread.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QSessionManager>
 #include <functional>
@@ -96,6 +97,22 @@ bool maySessionEnd(guiHtmlBase& root) TARN_ON(velaGuiRole)
     return now != verdict::kNo && !isKept;
 }
 
+/// Takes the application's event "quit": the windows decide, and the thread ends with the component.
+class quitFilter : public QObject
+{
+public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        assertOnGuiThread();
+        if (event->type() != QEvent::Quit || watched != parent())
+            return false;
+        guiCloseRequest_askAll();
+        return true;
+    }
+};
+
 } // namespace
 
 bool guiCloseRequest_ask(guiHtmlBase& root) { return ask(root, closeLater) == verdict::kYes; }
@@ -134,8 +151,9 @@ bool guiCloseRequest_maySessionEnd()
     return true;
 }
 
-void guiCloseRequest_watchSession(QGuiApplication& application)
+void guiCloseRequest_watch(QGuiApplication& application)
 {
+    application.installEventFilter(new quitFilter(&application));
     // Without the desktop's leave to ask, nothing can be asked, and nothing kept.
     QObject::connect(
         &application, &QGuiApplication::commitDataRequest, &application,

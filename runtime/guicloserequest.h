@@ -23,5 +23,5 @@ void guiCloseRequest_askAll() TARN_ON(velaGuiRole);
 /// thread.
 bool guiCloseRequest_maySessionEnd() TARN_ON(velaGuiRole);
 
-/// Has the end of the session ask the windows. GUI thread.
-void guiCloseRequest_watchSession(QGuiApplication& application);
+/// Has the end of the session, and whoever asks the application to quit, ask the windows. GUI thread.
+void guiCloseRequest_watch(QGuiApplication& application);

@@ -1,8 +1,6 @@
 // runtime/guiefilter.cpp: see guiefilter.h.
 #include "runtime/guiefilter.h"
 
-#include "runtime/guicloserequest.h"
-
 #include <QCoreApplication>
 #include <QCursor>
 #include <QGuiApplication>
@@ -132,10 +130,6 @@ bool guiEventFilter::eventFilter(QObject* watched, QEvent* event)
 {
     assertOnGuiThread();
     guiThreadPost::take();
-    if (event->type() == QEvent::Quit && watched == QCoreApplication::instance()) {
-        guiCloseRequest_askAll(); // the windows decide; the thread ends with the component
-        return true;
-    }
     if (m_keys.take(watched, *event, inputBlock != 0))
         return true;
     if (inputBlock != 0 && (isMouseInput(event->type()) || isKeyInput(event->type())))

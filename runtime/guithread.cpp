@@ -287,10 +287,10 @@ void guiThread::startApplication()
     static int argumentCount = 1; // QApplication keeps references to both
     guiToolkitMessages_start([this] { pevent_set(m_f.started); });
     m_f.app = new QApplication(argumentCount, arguments);
-    guiToolkitMessages_started();
+    guiToolkitMessages_started([] { return pGUI && pGUI->getPlatform()->displayLost(); });
     m_f.app->installEventFilter(m_f.filter);
     QGuiApplication::setQuitOnLastWindowClosed(false); // the thread outlives its windows
-    guiCloseRequest_watchSession(*m_f.app);
+    guiCloseRequest_watch(*m_f.app);
 }
 
 void guiThread::endApplication()

@@ -3,7 +3,6 @@
 #include "runtime/guitoolkitmessages.h"
 
 #include "foundation/vela-threadrole.h"
-#include "runtime/gui.h"
 
 #include <QString>
 #include <cassert>
@@ -15,6 +14,7 @@
 namespace {
 
 std::function<void()> theOnFailure; // empty unless the toolkit starts
+std::function<bool()> theOnLoss;    // empty unless it runs
 QtMessageHandler thePrevious = nullptr;
 
 [[noreturn]] void stayForEver()
@@ -49,7 +49,7 @@ bool isLoss(QString const& message)
 
 void hearDisplay(QtMsgType type, QMessageLogContext const& context, QString const& message)
 {
-    if (isLoss(message) && velaGuiRole.isHeld() && pGUI && pGUI->getPlatform()->displayLost())
+    if (isLoss(message) && velaGuiRole.isHeld() && theOnLoss && theOnLoss())
         stayForEver();
     thePrevious(type, context, message);
 }
@@ -64,10 +64,11 @@ void guiToolkitMessages_start(std::function<void()> onFailure)
     thePrevious = qInstallMessageHandler(hearStart);
 }
 
-void guiToolkitMessages_started()
+void guiToolkitMessages_started(std::function<bool()> onLoss)
 {
     assertOnGuiThread();
     theOnFailure = nullptr;
+    theOnLoss = std::move(onLoss);
     qInstallMessageHandler(hearDisplay);
 }
 
@@ -76,4 +77,5 @@ void guiToolkitMessages_end()
     assertOnGuiThread();
     qInstallMessageHandler(thePrevious);
     thePrevious = nullptr;
+    theOnLoss = nullptr;
 }

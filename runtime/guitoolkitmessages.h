@@ -8,9 +8,9 @@
 /// ever: it would end the process otherwise. GUI thread, like all of these.
 void guiToolkitMessages_start(std::function<void()> onFailure);
 
-/// The toolkit has started. When the display goes, the host is asked (HostPlatform::displayLost); if it ends the
-/// program, the thread stays where it is.
-void guiToolkitMessages_started();
+/// The toolkit has started. When the display goes, `onLoss` is called; if it says that the program is being ended, the
+/// thread stays where it is.
+void guiToolkitMessages_started(std::function<bool()> onLoss);
 
 /// The toolkit has ended: messages go where they went before.
 void guiToolkitMessages_end();

@@ -111,7 +111,7 @@ test('in a handler the form is what it was when that began, and what is assigned
         window.control('area').value = 'at once';
         seen.push(window.form.area, window.control('text').value);
     };
-    assert.equal(window.control('press').value, undefined); // has none
+    assert.equal(window.control('press').value, null); // has none
     window.onPress = () => window.onTask(tarn.session);
     window.onTold = () => window.onTask(tarn.session);
     window.form.told = 'tell';
