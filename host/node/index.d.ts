@@ -566,7 +566,7 @@ export function pageText(form: Form): string;
 
 /** Where an error of a handler comes from: its window, null for a filter, and the handler's name. */
 export interface ErrorPlace {
-    window: GuiWindow | null;
+    window: GuiWindow<any> | null;
     handler: string;
 }
 
