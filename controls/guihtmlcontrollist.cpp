@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <utility>
 
 guiHtmlControlList::~guiHtmlControlList() { destroyWidgets(); }
 
@@ -83,6 +84,8 @@ void guiHtmlControlList::createChildWidget()
     else
         createListBox();
     restoreSelection();
+    if (m_comboBox && m_typed)
+        m_comboBox->setEditText(sstoq(*std::exchange(m_typed, std::nullopt)));
     if (m_comboBox) // only now: the selection that the page gives is not a change to report
         m_comboBox->owner = this;
     else
@@ -125,6 +128,8 @@ void guiHtmlControlList::destroyWidgets()
         dirtyTabOrder();
         saveSelection();
     }
+    if (m_comboBox && m_list.editable > 0)
+        m_typed = qtoss(m_comboBox->currentText());
     assert(guiIsBoundTo(m_comboBox, this));
     assert(guiIsBoundTo(m_listBox, this));
     guiDestroyWrapper(m_comboBox);
@@ -217,6 +222,8 @@ sstring guiHtmlControlList::getSelected()
 {
     if (m_comboBox && m_list.editable > 0)
         return qtoss(m_comboBox->currentText());
+    if (m_typed)
+        return *m_typed;
     guiHtmlControlListEntry const* entry = selectedEntry();
     return entry ? entry->value : sstring();
 }
@@ -245,6 +252,7 @@ bool guiHtmlControlList::isChosen(guiHtmlControlListEntry const& entry) const
 void guiHtmlControlList::setChosen(guiHtmlControlListEntry& chosen, bool on)
 {
     assert(!getChildWidget());
+    m_typed.reset();
     for (auto const& entry : m_entries)
         if (entry && (on || isOneOfMany()))
             entry->chosen = isOneOfMany() && isChosen(*entry);

@@ -4,6 +4,7 @@
 #include "controls/guihtmlcontrol.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class QString;
@@ -109,6 +110,7 @@ private:
 
     std::vector<std::unique_ptr<guiHtmlControlListEntry>> m_entries; // null for a hole
     listSettings m_list;
+    std::optional<sstring> m_typed;          // text of an editable combo box, while it has no widget
     guiWidgetComboBox* m_comboBox = nullptr; // owned, for one visible row
     guiWidgetListBox* m_listBox = nullptr;   // owned, for several
 };

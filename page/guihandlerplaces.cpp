@@ -33,7 +33,7 @@ std::u16string guiHandlerIn(sstring const& link)
     if (at == sstring::npos)
         return name;
     for (unsigned i = at + sizeof(kEventPrefix) - 1; i < link.getLength() && !isSeparator(link[i]); ++i)
-        name += link[i];
+        name += static_cast<char16_t>(link[i]);
     return name;
 }
 

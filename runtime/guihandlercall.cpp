@@ -20,7 +20,7 @@ namespace {
 /// A handler that runs, or whose promise has not settled.
 struct handlerCall
 {
-    guiCallbackRecord* waiting; // in the caller's frame; null once the handler has returned
+    guiCallbackRecord* waiting = nullptr; // in the caller's frame; null once the handler has returned
     bool isPromise = false;
     bool isAwaited = false;     // the caller has been told that it is a promise
     guiOwnedValue settled = {}; // with what it settled before that

@@ -34,6 +34,7 @@ std::string nearestName(guiHtmlBase& root, std::string const& name)
     std::vector<std::string> names;
     collectNames(&root, names);
     std::vector<std::string> lower;
+    lower.reserve(names.size());
     for (std::string const& each : names)
         lower.push_back(folded(each));
     std::string const wanted = folded(name);

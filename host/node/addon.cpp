@@ -175,7 +175,7 @@ void ensureStarted(Info info)
 {
     auto error = NodeComponent::the().ensureStarted(NodeEngine::of(info.Env()));
     if (!error.empty())
-        Napi::Error::New(info.Env(), std::string(info[0].As<Napi::String>()) + ": " + error)
+        Napi::Error::New(info.Env(), info[0].As<Napi::String>().Utf8Value() + ": " + error)
             .ThrowAsJavaScriptException();
 }
 

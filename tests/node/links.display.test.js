@@ -243,7 +243,7 @@ const waiting = (names) => `globalThis.begun = []; globalThis.ends = [];
 const pageOf = (name) => `${href(`event://${name}`)}<input type="text" name="field" value="v" width="100" height="30"><br>
     <table name="wide" width="100%"><tr><td>x</td></tr></table>`;
 
-test('the eight low-level events leave the window to its user, and carry no values of the form', async () => {
+test('the eight low-level events leave the window to its user, and see the form as it is', async () => {
     await open('', waiting(lowLevel));
     for (const name of lowLevel) {
         write('links.html', plain, pageOf(name));
@@ -251,7 +251,7 @@ test('the eight low-level events leave the window to its user, and carry no valu
         await clickLink();
         await program.becomes('begun.length', 1);
         await clickLink();
-        await program.becomes(`['${name}', ...begun]`, [name, {}, {}]); // the first one still runs
+        await program.becomes(`['${name}', ...begun]`, [name, { field: 'v' }, { field: 'v' }]); // the first one still runs
         await program.ask('ends.forEach((end) => end())');
     }
 });
