@@ -288,9 +288,9 @@ void guiThread::startApplication()
     guiToolkitMessages_start([this] { pevent_set(m_f.started); });
     m_f.app = new QApplication(argumentCount, arguments);
     guiToolkitMessages_started([] { return pGUI && pGUI->getPlatform()->displayLost(); });
+    guiCloseRequest_watch(*m_f.app); // its filter comes behind the next one, which takes what was posted
     m_f.app->installEventFilter(m_f.filter);
     QGuiApplication::setQuitOnLastWindowClosed(false); // the thread outlives its windows
-    guiCloseRequest_watch(*m_f.app);
 }
 
 void guiThread::endApplication()
