@@ -4,7 +4,7 @@
 
 const path = require('node:path');
 
-const applications = process.argv.slice(2).map(name => path.resolve(name));
+const applications = process.argv.splice(2).map(name => path.resolve(name)); // taken out: applications read them too
 require('../../host/node'); // stays; only the applications are loaded anew
 
 /** What an application that ends its process meets instead. */
