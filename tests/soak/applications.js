@@ -2,6 +2,7 @@
 // Opens the example applications one after the other, again and again, in one process, so that
 // whatever they leave behind adds up. Each is loaded as if for the first time. Prints the name of each as it begins.
 
+const fs = require('node:fs');
 const path = require('node:path');
 
 const applications = process.argv.splice(2).map(name => path.resolve(name)); // taken out: applications read them too
@@ -10,6 +11,11 @@ require('../../host/node'); // stays; only the applications are loaded anew
 /** What an application that ends its process meets instead. */
 class Leave extends Error {}
 process.exit = () => { throw new Leave(); };
+
+// The interpreter's own threads begin with the first file that is read in the background, and stay: not a leak either.
+for (let each = 0; each < 4; each += 1) {
+    fs.stat(__filename, () => {});
+}
 
 // Goes on while a window is shown. Without it, garbage that nobody has collected yet would look like a leak.
 setInterval(() => global.gc(), 500);
