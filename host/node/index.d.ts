@@ -27,11 +27,11 @@ export interface Form {
 
 /** What the component says about itself; also the first argument of every handler. */
 export interface Session {
-    /** The window that was loaded or activated last. */
+    /** Until a handler returns, the window that it belongs to; otherwise the one that was loaded or activated last. */
     readonly currentWindow: GuiWindow<any> | null;
-    /** The control with a name whose use called a handler last. It has the methods that all elements have. */
+    /** The control with a name whose use called the handler. It has the methods that all elements have. */
     readonly currentControl: GuiControl | null;
-    /** The form of the window that was loaded last. */
+    /** The form of that window. */
     readonly currentForm: Form | null;
 }
 

@@ -123,6 +123,33 @@ test('in a handler the form is what it was when that began, and what is assigned
     window.close();
 });
 
+test('while a handler runs the session is about its window, and a nested handler gives that back', async () => {
+    const other = new tarn.GuiWindow(path.join(scratch, 'forms.html'));
+    const seen = [];
+    const note = ({ currentWindow, currentForm, currentControl }, of) => seen.push([
+        currentWindow === of && currentForm === of.form, currentControl.name, currentControl.window === of]);
+    other.onTold = (session) => {
+        note(session, other);
+        other.close();
+    };
+    window.onTold = (session) => {
+        note(session, window);
+        until(() => other.isOpen()).then(() => { other.form.told = 'inner'; });
+        other.show();
+        note(session, window);
+        const third = new tarn.GuiWindow(path.join(scratch, 'forms.html'));
+        note(tarn.session, window);
+        third.close();
+    };
+    window.open();
+    window.form.told = 'outer';
+    await until(() => seen.length === 4);
+    assert.deepEqual(seen, Array(4).fill([true, 'told', true]));
+    window.onTold = () => {};
+    window.form.told = '';
+    window.close();
+});
+
 test('a form outlives its page, and a control that is gone has no value', () => {
     const gone = window.control('text');
     window.setText('<input type="text" name="other" value="new">');

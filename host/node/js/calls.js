@@ -1,9 +1,10 @@
 'use strict';
 // Calls of script methods by the component, and the promises that some of them return.
 
-const { reportError } = require('./errors.js');
+const { reportError, windowOf } = require('./errors.js');
 const { findMethod } = require('./methods.js');
 const { native } = require('./native.js');
+const { whileCurrent } = require('./session.js');
 const { arePromisesStuck, lookForStuckPromises } = require('./wait.js');
 
 /** Handlers whose promise has not settled, by the number of their call. */
@@ -62,7 +63,7 @@ function callMethod(target, self, name, args) {
     }
     ++runningCalls;
     try {
-        return Reflect.apply(method, self, args);
+        return whileCurrent(windowOf(self), () => Reflect.apply(method, self, args));
     } finally {
         --runningCalls;
     }

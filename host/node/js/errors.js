@@ -2,7 +2,7 @@
 // What handlers throw: the program may hear of it in tarn.onError. Otherwise it is an uncaught error of the process.
 
 const { describe } = require('./kinds.js');
-const { native } = require('./native.js');
+const { native, classes } = require('./native.js');
 
 let listener = null;
 
@@ -15,8 +15,8 @@ function setListener(value) {
 
 /** The window of the object whose handler it was; null for a filter, which belongs to none. */
 function windowOf(object) {
-    const window = typeof object?.showAsync === 'function' ? object : object?.window;
-    return window ?? null;
+    const window = object instanceof classes.GuiWindow ? object : object?.window;
+    return window instanceof classes.GuiWindow ? window : null;
 }
 
 /** `object`: whose handler it was, `handler`: the handler's name, "" for a function without one. */
@@ -32,4 +32,4 @@ function reportError(error, object, handler) {
     }
 }
 
-module.exports = { getListener: () => listener, reportError, setListener };
+module.exports = { getListener: () => listener, reportError, setListener, windowOf };

@@ -3,6 +3,7 @@
 
 const { describe } = require('./kinds.js');
 const { inspect } = require('node:util');
+const { formOf } = require('./forms.js');
 const { native } = require('./native.js');
 
 /** What the session shows until the first window is made, and the component's own object from then on. */
@@ -16,8 +17,23 @@ function shown() {
     return table ?? before;
 }
 
+/** What the session says in the handlers that run, the innermost last; undefined in one that belongs to no window. */
+const running = [];
+
+/** Runs a handler of this window, or of none. Until it returns, the session's three properties are about that window. */
+function whileCurrent(window, handler) {
+    const control = window === null ? null : shown().currentControl;
+    running.push(window === null ? undefined : { currentWindow: window, currentControl: control, currentForm: formOf(window) });
+    try {
+        return handler();
+    } finally {
+        running.pop();
+    }
+}
+
 const operations = ['get', 'has', 'set', 'deleteProperty', 'ownKeys', 'getOwnPropertyDescriptor', 'defineProperty'];
 const traps = Object.fromEntries(operations.map((name) => [name, (_target, ...args) => Reflect[name](shown(), ...args)]));
+traps.get = (_target, name) => (Object.hasOwn(before, name) ? running.at(-1) ?? shown() : shown())[name];
 
 /** The session, the same object from the beginning to the end. */
 const session = new Proxy({ [inspect.custom]: () => ({ ...session }) }, traps);
@@ -36,4 +52,4 @@ function pageText(form) {
     return native.pageText(form);
 }
 
-module.exports = { adoptSession, pageText, session };
+module.exports = { adoptSession, pageText, session, whileCurrent };
