@@ -21,9 +21,13 @@ const byColumn = (column) => (a, b) => order.compare(a[column], b[column]);
 class Browser extends GuiWindow {
     constructor() {
         super('browser.html');
+        /** @type {string[][]} */
+        this.found = [];
+        this.page = 0;
         const names = fs.readdirSync(folder).filter((each) => each.endsWith('.csv')).map((each) => path.basename(each, '.csv'));
         names.sort().forEach((name) => this.control('table').addItem(name));
         this.form.table = names[0];
+        this.table = readTable(names[0]);
         this.onTable();
     }
 

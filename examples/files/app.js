@@ -19,6 +19,8 @@ class Files extends GuiWindow {
         super('files.html');
         this.top = top;
         this.sortedBy = 'name';
+        /** @type {any[]} */
+        this.entries = [];
         this.openFolder(top);
     }
 

@@ -1,11 +1,10 @@
 'use strict';
 // An installer: asks where, copies with a progress bar, and takes back what it did when it is cancelled. app.js [TARGET [SOURCE]]
-
 const { existsSync, promises: fs } = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
 const { setTimeout: pause } = require('node:timers/promises');
-const { GuiWindow, alertAsync, confirmAsync, html, openFolderAsync, register } = require('../../host/node');
+const { CustomElement, GuiWindow, alertAsync, confirmAsync, html, openFolderAsync, register } = require('../../host/node');
 const [target = path.join(os.tmpdir(), 'tarn-examples'), source = path.join(__dirname, '..')] = process.argv.slice(2);
 
 async function filesIn(folder) {
@@ -14,11 +13,12 @@ async function filesIn(folder) {
     return (await Promise.all(inside)).flat();
 }
 
-register('Bar', class {
+register('Bar', class extends CustomElement {
+    part = 0;
     ePaint() {
         const { width, height } = this.toolkit.rect;
         this.toolkit.fill('#DADDE1');
-        this.toolkit.fill('#2F6FB0', { left: 0, top: 0, width: Math.round(width * (this.part ?? 0)), height });
+        this.toolkit.fill('#2F6FB0', { left: 0, top: 0, width: Math.round(width * this.part), height });
     }
 });
 
@@ -54,7 +54,7 @@ class Installer extends GuiWindow {
     /** How many files there are now; 0 when it was stopped, which leaves nothing behind. */
     async copy(folder, signal) {
         const files = await filesIn(source);
-        const made = await fs.mkdir(folder, { recursive: true });
+        const made = await fs.mkdir(folder, { recursive: true }) ?? folder; // the topmost one that is new
         for (const [index, file] of files.entries()) {
             if (signal.aborted) {
                 await fs.rm(made, { recursive: true });

@@ -25,7 +25,7 @@ class Instruments extends GuiWindow {
     }
 
     onDone() {
-        const gauge = Math.round(this.control('gauge').value);
+        const gauge = Math.round(Number(this.control('gauge').value));
         const strokes = this.control('board').strokes.length;
         console.log(`The gauge is at ${gauge}, and ${strokes === 1 ? 'one stroke is' : `${strokes} strokes are`} on the board.`);
         this.close();

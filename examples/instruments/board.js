@@ -1,6 +1,8 @@
 'use strict';
 // A board to draw on with the pointer. The pens are part of the drawing.
 
+const { CustomElement } = require('../../host/node');
+
 const pens = ['#2A2F36', '#1F6FEB', '#2F9E44', '#F08C00', '#D9480F', '#C2255C'];
 const penSize = 22;
 const gap = 8;
@@ -8,7 +10,7 @@ const thickness = { left: 3, right: 9, middle: 1 };
 
 const penPlace = (index) => ({ left: gap, top: gap + index * (penSize + gap), width: penSize, height: penSize });
 
-class Board {
+class Board extends CustomElement {
     strokes = [];
     #pen = pens[1];
 

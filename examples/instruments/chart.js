@@ -1,20 +1,23 @@
 'use strict';
 // A curve of 10,000 points, which may move at 60 frames a second.
 
+const { CustomElement } = require('../../host/node');
+
 const count = 10000;
 const frameMs = 1000 / 60;
 const margin = { left: 44, right: 12, top: 12, bottom: 24 };
 const lowest = -100;
 const highest = 100;
 
-class Chart {
+class Chart extends CustomElement {
     #values = new Float64Array(count);
     #next = 0; // where the oldest value is
     #points = new Float64Array(2 * count);
-    #timer = null;
+    #timer; // while it moves
     frames = 0;
 
     constructor() {
+        super();
         this.#advance(count);
     }
 
@@ -36,7 +39,7 @@ class Chart {
 
     pause() {
         clearInterval(this.#timer);
-        this.#timer = null;
+        this.#timer = undefined;
     }
 
     eDestroy() {

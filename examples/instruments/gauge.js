@@ -1,6 +1,8 @@
 'use strict';
 // A dial with a needle that the user can drag.
 
+const { CustomElement } = require('../../host/node');
+
 const startAngle = 210; // degrees from three o'clock, counter-clockwise; from here the needle turns clockwise
 const sweep = 240;
 const largest = 100;
@@ -17,7 +19,12 @@ function arc(x, y, radius, from, to) {
 
 const angleOf = (value) => startAngle - sweep * value / largest;
 
-class Gauge {
+class Gauge extends CustomElement {
+    value = 0;
+    label = '';
+    centerX = 0;
+    centerY = 0;
+
     eCreate() {
         this.set(Number(this.value));
     }

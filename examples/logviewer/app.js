@@ -38,7 +38,7 @@ class LogViewer extends GuiWindow {
         const { size } = fs.statSync(file);
         if (size < this.read) [this.read, this.lines] = [0, []];
         const buffer = Buffer.alloc(size - this.read);
-        const handle = fs.openSync(file);
+        const handle = fs.openSync(file, 'r');
         fs.readSync(handle, buffer, 0, buffer.length, this.read);
         fs.closeSync(handle);
         const whole = buffer.lastIndexOf('\n') + 1; // the last line may still be written

@@ -1,8 +1,9 @@
 'use strict';
 // An element of one's own: a bar chart that is drawn by a class and answers clicks.
-const { GuiWindow, html, register } = require('tarn-gui');
+const { CustomElement, GuiWindow, html, register } = require('tarn-gui');
 
-class Chart {
+class Chart extends CustomElement {
+    values = ''; // of the page
     picked = -1;
 
     ePaint() {

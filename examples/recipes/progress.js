@@ -14,7 +14,7 @@ class Job extends GuiWindow {
             }
             console.log('finished');
         } catch (error) {
-            console.log(error.name === 'AbortError' ? `stopped at ${this.getTitle()}` : error);
+            console.log(this.stop.signal.aborted ? `stopped at ${this.getTitle()}` : error);
         }
     }
 

@@ -28,5 +28,5 @@ function main() {
 if (isMainThread) {
     main();
 } else {
-    parentPort.postMessage(countPrimes(workerData));
+    parentPort?.postMessage(countPrimes(workerData));
 }

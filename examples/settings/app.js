@@ -15,7 +15,8 @@ function read() {
 }
 
 /** What is wrong, and where: [control, words]; null when all is well. */
-function problemIn({ name, size, folder }) {
+function problemIn(form) {
+    const { name, size, folder } = form;
     if (!name.trim()) return ['name', 'Who are you?'];
     if (!(size >= 6 && size <= 72)) return ['size', 'A text size is a number from 6 to 72.'];
     if (!fs.existsSync(folder)) return ['folder', 'There is no such folder.'];

@@ -200,11 +200,13 @@ export class GuiWindow<Values extends object = Form> {
 
     /**
      * The control of that name, null, with a line on standard error, when the page has none. The same object each time.
-     * Letters' case does not matter. What kind of control it is only the page knows, so say it.
+     * Letters' case does not matter. What kind of control it is only the page knows: say it to have its methods checked. In a
+     * window whose form is declared, only the names of that form are taken to be there.
      *
-     *     window.control<ListControl>('colours')?.addItem('red', 'Red');
+     *     window.control<ListControl>('colours').addItem('red', 'Red');
      */
-    control<Kind extends GuiControl = GuiControl>(name: string): Kind | null;
+    control<Kind extends GuiControl = AnyControl>(name: keyof Values & string): Kind;
+    control<Kind extends GuiControl = AnyControl>(name: string): Kind | null;
 
     /** Called when `show()` or `showAsync()` has opened the window: `ePostOpen() { this.setFocus('who'); }` */
     ePostOpen?(session: Session): unknown;
@@ -278,6 +280,9 @@ export class GuiControl implements Element {
     setSizePolicy(policy: SizePolicy): null;
     getSizePolicy(): SizePolicy;
 }
+
+/** A control of which nobody has said what kind it is, or a custom element with members of its own. */
+export type AnyControl = GuiControl & { [member: string]: any };
 
 /**
  * A field that text is typed into: `<input>` of the types text, password and file, and `<textarea>`. `setText` sets what
@@ -490,8 +495,8 @@ export interface Keyboard {
 }
 
 /**
- * What the instance of a custom element has when its handlers run: `class Gauge { ePaint() { … } }` together with
- * `interface Gauge extends CustomElement {}`. The attributes `<param name value>` are properties too, always texts. They are set
+ * What the instance of a custom element has when its handlers run. A class need not extend this one, which adds nothing: it lets
+ * an editor know. `class Gauge extends CustomElement { ePaint() { … } }` The attributes `<param name value>` are properties too, always texts. They are set
  * when the constructor has returned; a window that is opened again makes its elements anew.
  */
 export interface CustomElement extends Element {
@@ -504,6 +509,7 @@ export interface CustomElement extends Element {
     /** Pixels, or a text such as "50%". Without a height that stays as it was. */
     setSize(width: number | string, height?: number | string): null;
 }
+export class CustomElement {}
 
 /**
  * Handlers that a custom element may have. The user goes on working while one runs, so a slow one is told of the last of several
@@ -576,7 +582,7 @@ export interface ErrorPlace {
  *
  *     tarn.onError = (error, { window, handler }) => tarn.alert(`${handler}: ${error}`, { icon: 'error' });
  */
-export let onError: ((error: unknown, place: ErrorPlace) => void) | null;
+export let onError: ((error: any, place: ErrorPlace) => void) | null;
 
 /**
  * The text that the desktop keeps for pasting. On most desktops what a program has written goes with it.
@@ -603,7 +609,7 @@ export interface AlertOptions {
 /** A kind of files, `{ name: 'Texts', patterns: ['*.txt', '*.md'] }`. A pattern has neither blanks nor parentheses. */
 export interface FileFilter {
     name: string;
-    patterns: readonly [string, ...string[]];
+    patterns: readonly string[];
 }
 
 /** Options of `openFile`. */

@@ -8,7 +8,7 @@ const { checkPromises, runCall, runHandler } = require('./js/calls.js');
 const { checkClass } = require('./js/checked.js');
 const { clipboard } = require('./js/clipboard.js');
 const { dialogs } = require('./js/dialogs.js');
-const { construct, register } = require('./js/elements.js');
+const { CustomElement, construct, register } = require('./js/elements.js');
 const { getListener, setListener } = require('./js/errors.js');
 const { confine, mount, mountDefaults } = require('./js/files.js');
 const { html } = require('./js/html.js');
@@ -40,6 +40,7 @@ module.exports = {
     GuiSizePolicy: classes.GuiSizePolicy,
     GuiToolkit: classes.GuiToolkit,
     GuiImage: classes.GuiImage,
+    CustomElement,
     session,
 
     get onError() {

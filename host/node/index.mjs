@@ -3,7 +3,7 @@
 import tarn from './index.js';
 
 export const {
-    GuiControl, GuiImage, GuiSizePolicy, GuiToolkit, GuiWindow, alert, alertAsync, clipboard, confine, confirm, confirmAsync, html, mount,
+    CustomElement, GuiControl, GuiImage, GuiSizePolicy, GuiToolkit, GuiWindow, alert, alertAsync, clipboard, confine, confirm, confirmAsync, html, mount,
     openFile, openFileAsync, openFolder, openFolderAsync, pageText, pickColor, pickColorAsync, prompt, promptAsync, register, saveFile,
     saveFileAsync, session,
 } = tarn;

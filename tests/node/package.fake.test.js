@@ -30,6 +30,25 @@ for (const part of ['window', 'controls']) {
     });
 }
 
+/** The examples are JavaScript without annotations, so their parameters may be of any type; all else is strict. */
+test('the types fit every example', () => {
+    const folders = { 'tarn-gui': 'index.d.ts', esbuild: 'node_modules/esbuild' };
+    const settings = path.join(scratch, 'examples.json');
+    fs.writeFileSync(settings, JSON.stringify({
+        compilerOptions: {
+            strict: true, noImplicitAny: false, allowJs: true, checkJs: true, noEmit: true, target: 'es2022', module: 'nodenext', types: ['node'],
+            typeRoots: [path.join(packageFolder, 'node_modules', '@types')], skipLibCheck: true,
+            paths: Object.fromEntries(Object.entries(folders).map(([name, file]) => [name, [path.join(packageFolder, file)]])),
+        },
+        include: ['js', 'mjs', 'ts'].map((ending) => path.join(__dirname, '..', '..', 'examples', '**', `*.${ending}`)),
+    }));
+    const { stdout, status } = spawnSync(process.execPath, [compiler, '--project', settings, '--listFilesOnly'], { encoding: 'utf8' });
+    assert.equal(status, 0);
+    assert.ok(stdout.split('\n').filter((file) => file.includes(`${path.sep}examples${path.sep}`)).length > 40, stdout);
+    const checked = spawnSync(process.execPath, [compiler, '--project', settings], { encoding: 'utf8' });
+    assert.deepEqual([checked.stdout, checked.status], ['', 0]);
+});
+
 test('the types name exactly what the package exports', () => {
     const text = fs.readFileSync(path.join(packageFolder, 'index.d.ts'), 'utf8');
     const declared = [...text.matchAll(/^export (?:class|function|const|let) (\w+)/gm)].map((match) => match[1]);

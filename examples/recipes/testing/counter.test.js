@@ -12,7 +12,7 @@ test('the counter counts and returns', async () => {
     counter.onAdd(session, '2');
     assert.equal(counter.form.count, '3');
     counter.form.count = 7; // as a user who types it
-    counter.onDone(session);
+    counter.onDone();
     assert.equal(await answer, 7);
     assert.equal(counter.isOpen(), false);
 });

@@ -5,6 +5,9 @@ const { callerFolder } = require('./callerfolder.js');
 const { describe } = require('./kinds.js');
 const { native } = require('./native.js');
 
+/** For those who want to say that a class is one of a custom element. Adds nothing: any class will do. */
+class CustomElement {}
+
 /** Classes and the folders of the scripts that registered them, by name. */
 const registered = new Map();
 
@@ -30,4 +33,4 @@ function construct(name) {
     return new found.Class();
 }
 
-module.exports = { construct, register };
+module.exports = { CustomElement, construct, register };

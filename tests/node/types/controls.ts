@@ -1,7 +1,7 @@
 // Compiled, never run: every method that some kinds of controls have besides those of all, each used as it is meant and as
 // it is not. A wrong use that compiles fails the test, as does a right one that does not.
 import { GuiControl, GuiWindow } from '../../../host/node';
-import type { ButtonControl, FlexListControl, ListControl, MenuControl, RowType } from '../../../host/node';
+import type { AnyControl, ButtonControl, FlexListControl, ListControl, MenuControl, RowType } from '../../../host/node';
 
 /** True when the two types are the same, `any` included. */
 type Same<A, B> = (<T>() => T extends A ? 1 : 2) extends (<T>() => T extends B ? 1 : 2) ? true : false;
@@ -17,22 +17,27 @@ const window = new GuiWindow('page.html');
 // --- which control it is ---
 
 const plain = window.control('a');
-same<typeof plain, GuiControl | null>(true);
-const button = window.control<ButtonControl>('b')!;
-const list = window.control<ListControl>('c')!;
-const flex = window.control<FlexListControl>('d')!;
-const menu = window.control<MenuControl>('e')!;
+same<typeof plain, AnyControl>(true);
+plain.whatTheElementHas(1).isNotKnown = plain.value;
+const declared = new GuiWindow<{ who: string }>('page.html');
+const known: AnyControl = declared.control('who');
+known.setText('Ada');
+// @ts-expect-error: not a name of the form, so it may be null
+declared.control('other').setText('Eve');
+declared.control('other')?.setText('Eve');
+// @ts-expect-error: of a kind that was said, only what that has
+declared.control<ButtonControl>('who').addItem('a');
+const button = window.control<ButtonControl>('b');
+const list = window.control<ListControl>('c');
+const flex = window.control<FlexListControl>('d');
+const menu = window.control<MenuControl>('e');
 for (const each of [button, list, flex, menu]) {
     same<string, typeof each.name>(true);
     each.setText('they have what all controls have');
     each.disable();
 }
-// @ts-expect-error: may be null
-window.control<ButtonControl>('b').check();
 // @ts-expect-error: no control
 window.control<GuiWindow>('b');
-// @ts-expect-error: which kind it is was not said
-window.control('b')?.check();
 // @ts-expect-error: they come with pages
 new ButtonControl();
 

@@ -38,8 +38,6 @@ same<typeof window.setEscapeControl, (control: string) => null>(true);
 same<typeof window.getEscapeControl, () => string>(true);
 same<typeof window.setSizePolicy, (policy: SizePolicy) => null>(true);
 same<typeof window.getSizePolicy, () => SizePolicy>(true);
-same<typeof window.control, <Kind extends GuiControl = GuiControl>(name: string) => Kind | null>(true);
-same<ReturnType<typeof window.control>, GuiControl | null>(true);
 same<ReturnType<typeof window.showAsync>, Promise<any>>(true);
 same<ReturnType<typeof window.setReturnValue>, null>(true);
 for (const value of [undefined, null, true, 1, 'text', {}, [1]]) {
@@ -113,8 +111,6 @@ window.setSizePolicy(window.getTitle());
 window.getSizePolicy(1);
 // @ts-expect-error: no text
 window.control(1);
-// @ts-expect-error: may be null
-window.control('a').enable();
 // @ts-expect-error: no such method
 window.hide();
 // @ts-expect-error: a function of the class
