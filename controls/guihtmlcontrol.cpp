@@ -11,6 +11,7 @@
 #include "page/guihtmltext-fonts.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
+#include "page/guiuserevent.h"
 
 #include <QWidget>
 #include <algorithm>
@@ -190,6 +191,7 @@ void guiHtmlControl::followLink(sstring const& link)
     assertOnGuiThread();
     if (link.getLength() == 0)
         return;
+    guiEventNote const note(getControlType() == kControlButton ? "click" : "change");
     guiNodeWatch self(this);
     ScriptObject* object = getCustomObject(); // may run script
     if (self.alive())

@@ -10,6 +10,7 @@
 #include "page/guihtmlsize.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
+#include "page/guiuserevent.h"
 
 #include <QAction>
 #include <algorithm>
@@ -276,6 +277,7 @@ void guiHtmlControlMenu::activate(guiHtmlControlMenuItem const* item)
     if (!base)
         return;
     sstring const address = sformat("event://%s/", "eMenu") + item->name;
+    guiEventNote const note("menu");
     guiNodeWatch root(base);
     guiNodeWatch self(this);
     ScriptObject* object = getCustomObject(); // may run script

@@ -11,6 +11,7 @@
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
+#include "page/guiuserevent.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -382,6 +383,7 @@ void guiHtmlImage::onMouseDown(int x, int y)
     guiNodeWatch self(this);
     if (link.getLength() == 0 || hasString(kStringMouseDown))
         guiHtml::onMouseDown(x, y);
+    guiEventNote const note("click");
     if (self.alive() && link.getLength() != 0)
         onHyperlink(link, getCustomObject());
 }

@@ -13,6 +13,7 @@
 #include "page/guilaterevents.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
+#include "page/guiuserevent.h"
 
 #include <QChildEvent>
 #include <QCoreApplication>
@@ -70,20 +71,6 @@ guiHtmlCustom* asElement(guiHtml* node)
     return node && node->getType() == guiHtml::kTypeCustom ? static_cast<guiHtmlCustom*>(node) : nullptr;
 }
 
-char const* nameOf(Qt::MouseButton button)
-{
-    switch (button) {
-    case Qt::LeftButton:
-        return "left";
-    case Qt::MiddleButton:
-        return "middle";
-    case Qt::RightButton:
-        return "right";
-    default:
-        return "";
-    }
-}
-
 /// The button that is down while the pointer moves; of several the leftmost.
 Qt::MouseButton firstOf(Qt::MouseButtons buttons)
 {
@@ -96,29 +83,12 @@ Qt::MouseButton firstOf(Qt::MouseButtons buttons)
 guiElementInput inputOf(Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
 {
     guiElementInput input;
-    input.button = sstring(nameOf(button));
+    input.button = sstring(guiButtonName(button));
     input.modifiers = guiModifierNames(modifiers);
     return input;
 }
 
 } // namespace
-
-sstring guiModifierNames(Qt::KeyboardModifiers modifiers)
-{
-    constexpr std::pair<Qt::KeyboardModifier, char const*> kNames[] = {{Qt::ControlModifier, "ctrl"},
-                                                                       {Qt::AltModifier, "alt"},
-                                                                       {Qt::ShiftModifier, "shift"},
-                                                                       {Qt::MetaModifier, "meta"}};
-    sstring names;
-    for (auto const& [modifier, name] : kNames) {
-        if (!modifiers.testFlag(modifier))
-            continue;
-        if (names.getLength() != 0)
-            names += sstring("+");
-        names += sstring(name);
-    }
-    return names;
-}
 
 guiWidget::guiWidget(QWidget* parent, char const* name, int modal, Qt::WindowFlags flags) : QDialog(parent, flags)
 {

@@ -100,9 +100,6 @@ private:
     bool m_isClosing = false; // the user has closed the window, and the page is still saving its form
 };
 
-/// The names of the modifier keys, as "ctrl+shift", in the order ctrl, alt, shift, meta.
-sstring guiModifierNames(Qt::KeyboardModifiers modifiers);
-
 /// How all widgets of a page handle Escape and Enter: by the owner's onEscape() or onEnter(). Returns true when those
 /// return not 0: the key has been used. `withEnter` false: Escape only. Runs script.
 template <typename Owner>

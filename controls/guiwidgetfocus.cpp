@@ -3,11 +3,10 @@
 
 #include "controls/guieventscope.h"
 #include "controls/guihtmlcustom.h"
-#include "controls/guiwidget.h"
 #include "foundation/vela-qt.h"
+#include "page/guiuserevent.h"
 
 #include <QKeyEvent>
-#include <QKeySequence>
 #include <QPainter>
 
 namespace {
@@ -16,12 +15,6 @@ bool isModifier(int key)
 {
     return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_Meta ||
            key == Qt::Key_AltGr || key == Qt::Key_CapsLock;
-}
-
-/// "A", "Left", "Return", "F1".
-sstring nameOfKey(int key)
-{
-    return qtoss(QKeySequence(key == Qt::Key_Enter ? Qt::Key_Return : key).toString(QKeySequence::PortableText));
 }
 
 } // namespace
@@ -45,7 +38,7 @@ void guiWidgetFocus::keyPressEvent(QKeyEvent* event)
     event->accept();
     guiElementInput input;
     input.modifiers = guiModifierNames(event->modifiers());
-    input.key = nameOfKey(event->key());
+    input.key = guiKeyName(event->key());
     input.text = qtoss(event->text());
     owner->setInput(input);
     owner->onKey();

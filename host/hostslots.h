@@ -42,8 +42,8 @@ class ScriptObjectSlots : public ScriptObject
 public:
     int readNumbers(double*, int) override { return -1; }
     unsigned methodNames(sstring*, unsigned) override { return 0; }
-    void callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject*, ScriptCompletion,
-                     ScriptCompletion done, void* context) override
+    void callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject*, ScriptObject*,
+                     ScriptCompletion, ScriptCompletion done, void* context) override
     {
         callMethodAsync(self, name, args, done, context);
     }

@@ -5,14 +5,16 @@
 #include "page/guichildspan.h"
 #include "page/guihtml.h"
 #include "page/guilaterevents.h"
+#include "page/guiuserevent.h"
 
 namespace {
 
-/// Fires the link of a mouse attribute, or `defaultLink` for a node without the attribute. The node may be gone
-/// afterwards.
-void fire(guiHtml* node, sstring link, char const* defaultLink)
+/// Fires the link of a mouse attribute, or `defaultLink` for a node without the attribute, as an event of this type.
+/// The node may be gone afterwards.
+void fire(guiHtml* node, sstring link, char const* type, char const* defaultLink)
 {
     assertOnGuiThread();
+    guiEventNote const note(type);
     if (link.getLength() == 0)
         link = sstring(defaultLink);
     if (!guiLaterEvents::take(node, link))
@@ -76,8 +78,8 @@ int guiHtml::canHitTest()
            hasString(kStringMouseUp);
 }
 
-void guiHtml::onMouseOn() { fire(this, getString(kStringMouseOver), "event://eMouseOver"); }
-void guiHtml::onMouseOff() { fire(this, getString(kStringMouseOut), "event://eMouseOut"); }
-void guiHtml::onMouseMove(int, int) { fire(this, sstring(), "event://eMouseMove"); }
-void guiHtml::onMouseUp() { fire(this, getString(kStringMouseUp), "event://eMouseUp"); }
-void guiHtml::onMouseDown(int, int) { fire(this, getString(kStringMouseDown), "event://eMouseDown"); }
+void guiHtml::onMouseOn() { fire(this, getString(kStringMouseOver), "mouseover", "event://eMouseOver"); }
+void guiHtml::onMouseOff() { fire(this, getString(kStringMouseOut), "mouseout", "event://eMouseOut"); }
+void guiHtml::onMouseMove(int, int) { fire(this, sstring(), "mousemove", "event://eMouseMove"); }
+void guiHtml::onMouseUp() { fire(this, getString(kStringMouseUp), "mouseup", "event://eMouseUp"); }
+void guiHtml::onMouseDown(int, int) { fire(this, getString(kStringMouseDown), "mousedown", "event://eMouseDown"); }

@@ -3,6 +3,7 @@
 
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guiuserevent.h"
 
 #include <QWidget>
 
@@ -56,6 +57,7 @@ void guiHtmlText::onMouseDown(int, int)
         return;
     qsizetype const start = qsizetype{mx.hoveredLink} + kLinkStart;
     qsizetype const end = text.indexOf(QStringView(u"]]"), start);
+    guiEventNote const note("click");
     if (end >= start)
         onHyperlink(qtoss(text.mid(start, end - start).toString()), nullptr);
 }

@@ -3,7 +3,9 @@
 
 #include "controls/guihtmlcustom.h"
 #include "page/guinodewatch.h"
+#include "page/guiuserevent.h"
 #include "runtime/gui.h"
+#include "runtime/guieventobject.h"
 #include "runtime/guihandlercall.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guiscriptwork.h"
@@ -31,6 +33,7 @@ void pumpUntilDone(guiCallbackRecord const& call) TARN_ON(velaGuiRole)
 {
     assert(!call.waiter);
     guiThread* thread = pGUI->getThread();
+    guiInputScope const nothing(std::nullopt); // what happens meanwhile is not due to the input that is being handled
     while (call.done.load(std::memory_order_acquire) == 0)
         thread->pumpOnce();
 }
@@ -168,8 +171,9 @@ void callHandler(guiHtmlBase* root, ScriptObject* target, sstring const& method,
 {
     inputBlock const block;
     guiPageInCall const alive(*root);
+    std::shared_ptr<ScriptObject> const event = guiEventObject_make(root);
     carryFormValues(root, guiFormCarry::kToScript);
-    unsigned const promise = guiHandlerCall_run(target, method, args, root->getFormObject(), result);
+    unsigned const promise = guiHandlerCall_run(target, method, args, root->getFormObject(), event.get(), result);
     carryFormValues(root, promise == 0 ? guiFormCarry::kToControls : guiFormCarry::kPromised);
     if (promise == 0)
         return;
@@ -177,6 +181,13 @@ void callHandler(guiHtmlBase* root, ScriptObject* target, sstring const& method,
         guiHandlerCall_forget(promise);
     else
         notePromise(promise, root, std::move(use));
+}
+
+/// Calls a method for a page that is only a notice of what the user does: nothing is blocked, nothing travels.
+void callNotice(ScriptObject* target, sstring const& method, ScriptArgs* args, ScriptObject* event, ScriptValue* result)
+{
+    if (unsigned const promise = guiHandlerCall_run(target, method, args, nullptr, event, result))
+        guiHandlerCall_forget(promise);
 }
 
 /// `isHandler`: the method is more than a notice, see callHandler(). Without a page its promise is waited for.
@@ -190,7 +201,13 @@ void callMethod(guiHtml* node, ScriptObject* target, sstring const& method, Scri
     std::optional<guiPageInCall> alive;
     if (root)
         alive.emplace(*root);
-    callAndWait(target, target, method, args, result);
+    // An element that script draws has objects of its own for its events.
+    bool const isElement = node && node->getType() == guiHtml::kTypeCustom;
+    std::shared_ptr<ScriptObject> const event = root && !isElement ? guiEventObject_make(node) : nullptr;
+    if (event)
+        callNotice(target, method, args, event.get(), result);
+    else
+        callAndWait(target, target, method, args, result);
 }
 
 void callEvent(guiHtml* node, ScriptObject* target, sstring const& name, ScriptObject* source, ScriptValue* result,

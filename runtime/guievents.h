@@ -3,6 +3,7 @@
 
 #include "foundation/pmutex.h"
 #include "foundation/vela-string.h"
+#include "page/guiuserevent.h"
 #include "script/hostinterface.h"
 
 #include <QCoreApplication>
@@ -10,6 +11,7 @@
 #include <atomic>
 #include <cassert>
 #include <functional>
+#include <optional>
 #include <utility>
 
 class guiHtml;
@@ -143,10 +145,16 @@ using guiEventSetText = guiTextEvent<guiEventIdSetText>;
 using guiEventSetCaption = guiTextEvent<guiEventIdSetCaption>;
 using guiEventUpdateLayout = guiIntEvent<guiEventIdUpdateLayout, guiHtml>;
 using guiEventRepaint = guiBlockingNodeEvent<guiEventIdRepaint, guiHtml>;
-using guiEventTrigger = guiNodeEvent<guiEventIdTrigger, guiHtml>;
 using guiEventClose = guiNodeEvent<guiEventIdClose, guiHtmlBase>;
 using guiEventUpdate = guiNodeEvent<guiEventIdUpdate, guiHtml>;
 using guiEventRelease = guiNodeEvent<guiEventIdRelease, guiHtmlBase>;
+
+/// Triggers a control, later than the key that asks for it.
+struct guiEventTrigger : guiNodeEvent<guiEventIdTrigger, guiHtml>
+{
+    guiEventTrigger(guiHtml* n, std::optional<guiUserInput> i) : guiNodeEvent(n), input(std::move(i)) {}
+    std::optional<guiUserInput> input; ///< that key, if it is the user who asks
+};
 
 /// Which way the values of a form travel around a call of a handler.
 enum class guiFormCarry

@@ -134,14 +134,14 @@ void onDone(ScriptValue& value, void* context)
 } // namespace
 
 unsigned guiHandlerCall_run(ScriptObject* target, sstring const& method, ScriptArgs* args, ScriptObject* form,
-                            ScriptValue* result)
+                            ScriptObject* event, ScriptValue* result)
 {
     assert(!pGUI->holdsLock()); // the call may need it on another thread
     guiThread const* thread = pGUI->getThread();
     bool const isOwnLoop = thread->isGuiThread() || thread->isScriptThread();
     guiCallbackRecord record{result, isOwnLoop ? nullptr : pevent_create()};
     unsigned const number = theCalls().add(record);
-    target->callHandler(target, method, args, form, onPromise, onDone, contextOf(number));
+    target->callHandler(target, method, args, form, event, onPromise, onDone, contextOf(number));
     guiCallback_Wait(record);
     if (record.waiter)
         pevent_destroy(record.waiter);

@@ -7,6 +7,7 @@
 #include "foundation/vela-poison.h"
 #include "foundation/vela-qt.h"
 #include "runtime/gui.h"
+#include "runtime/guiapplication.h"
 #include "runtime/guicallback.h"
 #include "runtime/guicloserequest.h"
 #include "runtime/guielements.h"
@@ -138,7 +139,13 @@ void close(guiHtmlBase* root) TARN_ON(velaGuiRole)
 void handle(guiEventPageClose& event) TARN_ON(velaGuiRole) { close(event.node); }
 void handle(guiEventClose& event) TARN_ON(velaGuiRole) { close(event.node); }
 void handle(guiEventRelease& event) TARN_ON(velaGuiRole) { guiHtmlBase::release(event.node); }
-void handle(guiEventTrigger& event) TARN_ON(velaGuiRole) { event.node->triggerNow(); }
+
+void handle(guiEventTrigger& event) TARN_ON(velaGuiRole)
+{
+    guiInputScope const scope(event.input);
+    event.node->triggerNow();
+}
+
 void handle(guiEventSetCaption& event) TARN_ON(velaGuiRole) { event.node->setCaption(event.text); }
 void handle(guiEventUpdateLayout& event) TARN_ON(velaGuiRole) { event.node->updateLayout(event.value); }
 
@@ -160,6 +167,7 @@ void handle(guiEventRepaint& event) TARN_ON(velaGuiRole)
 
 void handle(guiEventCarryForm& event) TARN_ON(velaGuiRole)
 {
+    guiInputScope const nothing(std::nullopt); // what the new values make the controls do is not the user's doing
     guiFormValues& values = event.node->formValues();
     if (event.carry == guiFormCarry::kToScript)
         return values.beginCall();
@@ -286,7 +294,7 @@ void guiThread::startApplication()
     static char* arguments[] = {name, nullptr};
     static int argumentCount = 1; // QApplication keeps references to both
     guiToolkitMessages_start([this] { pevent_set(m_f.started); });
-    m_f.app = new QApplication(argumentCount, arguments);
+    m_f.app = new guiApplication(argumentCount, arguments);
     guiToolkitMessages_started([] { return pGUI && pGUI->getPlatform()->displayLost(); });
     guiCloseRequest_watch(*m_f.app); // its filter comes behind the next one, which takes what was posted
     m_f.app->installEventFilter(m_f.filter);
@@ -463,7 +471,16 @@ void guiThread::callFunction(ScriptMethod method, LibManager& manager, ScriptPri
     send<guiEventFunction>(method, manager, data, self, args, result);
 }
 
-void guiThread::postTrigger(guiHtml* node) { postEvent(new guiEventTrigger(node)); }
+void guiThread::postTrigger(guiHtml* node)
+{
+    std::optional<guiUserInput> input;
+    if (isGuiThread()) {
+        assertOnGuiThread();
+        input = guiInputScope::current();
+    }
+    postEvent(new guiEventTrigger(node, std::move(input)));
+}
+
 void guiThread::postClose(guiHtmlBase* root) { postEvent(new guiEventClose(root)); }
 void guiThread::postRelease(guiHtmlBase* root) { postEvent(new guiEventRelease(root)); }
 

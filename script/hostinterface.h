@@ -220,11 +220,12 @@ public:
                                  void* context) = 0;
     /// 27 (extension): calls the handler `name` of this object, which a page asks for. On the script thread the handler
     /// runs before this returns, on any other thread as at position 26. While it runs, script finds the values of the
-    /// page in `form` (may be null), as properties that are plain data until it returns. `done` is called exactly once
+    /// page in `form` (may be null), as properties that are plain data until it returns, and `event` (may be null) as
+    /// the session's property "event", which is not there otherwise. `done` is called exactly once
     /// with the result. A handler that returns a promise is not waited for: `promised` is called with null, and `done`
     /// when the promise has settled, on the script thread. A host without promises never calls `promised`.
     virtual void callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject* form,
-                             ScriptCompletion promised, ScriptCompletion done, void* context) = 0;
+                             ScriptObject* event, ScriptCompletion promised, ScriptCompletion done, void* context) = 0;
     /// 28 (extension): nobody waits any more for the promise of the handler that was called with this context: the host
     /// forgets it, and need not call `done`. Any thread, on any object.
     virtual void forgetHandler(void* context) = 0;

@@ -16,6 +16,7 @@ struct NativeCallTarget
     NativeObjectRef self;
     std::u16string name;
     NativeArguments args;
+    NativeObjectRef event = {}; ///< what the user has done, the session's property "event" meanwhile; may be empty
 };
 
 /// One asynchronous call of the component. Any thread.

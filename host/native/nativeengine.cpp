@@ -179,11 +179,44 @@ void NativeEngine::startCall(NativeCallTarget target, ScriptCompletion done, voi
     pump().post([this, call, target = std::move(target)]() mutable { runCall(target, call); });
 }
 
+namespace {
+
+/// For the length of a block, the session has the event that a handler is about, or none.
+class EventScope
+{
+public:
+    EventScope(NativeObjectRef session, NativeObjectRef const& event)
+        : m_session(std::move(session)), m_outer(m_session ? m_session->get("event") : NativeValue())
+    {
+        publish(event ? NativeValue(event) : NativeValue());
+    }
+    ~EventScope() { publish(m_outer); }
+    EventScope(EventScope const&) = delete;
+    EventScope& operator=(EventScope const&) = delete;
+
+private:
+    void publish(NativeValue const& event)
+    {
+        if (!m_session)
+            return;
+        if (event.isNull())
+            m_session->remove("event");
+        else
+            m_session->set("event", event);
+    }
+
+    NativeObjectRef const m_session;
+    NativeValue const m_outer;
+};
+
+} // namespace
+
 void NativeEngine::runCall(NativeCallTarget& target, std::shared_ptr<NativeCall> const& call)
 {
     assert(onScriptThread());
     if (call->hasEnded())
         return;
+    EventScope const scope(session(), target.event);
     NativeResult result = target.holder->invoke(*target.self, target.name, target.args);
     result.whenComplete([engine = shared_from_this(), call](NativeValue& value) { engine->calls().end(call, value); });
 }

@@ -70,7 +70,7 @@ public:
     NativeValue callClass(std::string const& className, std::string_view method, NativeArguments args = {});
     /// Reads a property of a class itself, as in GuiSizePolicy.FIXED; null when there is none.
     NativeValue classProperty(std::string const& className, std::string_view name);
-    /// A property of the session object: "currentWindow", "currentControl", "currentForm".
+    /// A property of the session object: "currentWindow", "currentControl", "currentForm", "event".
     NativeValue session(std::string_view property);
 
     /// Serves handlers until every window that is open, or is opened meanwhile, is closed, or until quit(). Sleeps

@@ -227,21 +227,28 @@ void NativeObject::callMethod(ScriptObject* self, sstring const& name, ScriptArg
         result->assign(value);
 }
 
+NativeCallTarget NativeObject::targetOf(ScriptObject* self, sstring const& name, ScriptArgs* args)
+{
+    NativeObject* target = self ? static_cast<NativeObject*>(self) : this;
+    return {NativeObjectRef(this), NativeObjectRef(target), nativeFromSString(name),
+            args ? *static_cast<NativeArguments*>(args) : NativeArguments()};
+}
+
 void NativeObject::callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
                                    void* context)
 {
-    NativeObject* target = self ? static_cast<NativeObject*>(self) : this;
-    m_engine->startCall({NativeObjectRef(this), NativeObjectRef(target), nativeFromSString(name),
-                         args ? *static_cast<NativeArguments*>(args) : NativeArguments()},
-                        done, context);
+    m_engine->startCall(targetOf(self, name, args), done, context);
 }
 
 /// A NativeLater is no promise: the call ends when it is complete.
 void NativeObject::callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject*,
-                               ScriptCompletion, ScriptCompletion done, void* context)
+                               ScriptObject* event, ScriptCompletion, ScriptCompletion done, void* context)
 {
-    if (!m_engine->onScriptThread())
-        return callMethodAsync(self, name, args, done, context);
+    if (!m_engine->onScriptThread()) {
+        NativeCallTarget target = targetOf(self, name, args);
+        target.event = NativeObjectRef(static_cast<NativeObject*>(event));
+        return m_engine->startCall(std::move(target), done, context);
+    }
     NativeValue result;
     callMethod(self, name, args, &result);
     done(result, context);

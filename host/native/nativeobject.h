@@ -15,6 +15,7 @@
 
 class NativeClass;
 class NativeEngine;
+struct NativeCallTarget;
 
 /// Made by NativeEngine and NativePlatform, kept alive by handles. The tables may be used on any thread; methods run on
 /// the script thread. So does the destroy handler of a component class: when the last handle goes on another thread,
@@ -105,7 +106,7 @@ public:
     void callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result) override;
     void callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
                          void* context) override;
-    void callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject* form,
+    void callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject* form, ScriptObject* event,
                      ScriptCompletion promised, ScriptCompletion done, void* context) override;
     bool hasMethod(sstring const& name) override;
     ScriptEngine* getEngine() override;
@@ -118,6 +119,7 @@ private:
     bool isDynamic(NativeValue const& name);
     void end();
     void finishOnScriptThread();
+    NativeCallTarget targetOf(ScriptObject* self, sstring const& name, ScriptArgs* args);
     NativeMethod findMethod(std::u16string const& name) const;
     void setMethod(std::u16string name, NativeMethod method);
     NativeResult run(NativeMethod const& method, NativeObject& self, NativeArguments& args);

@@ -33,6 +33,33 @@ export interface Session {
     readonly currentControl: GuiControl | null;
     /** The form of that window. */
     readonly currentForm: Form | null;
+    /**
+     * What the user has just done, in a handler that is called because of it; `undefined` in every other: one that runs because
+     * of what script does, and outside of handlers, behind an `await` too. So take it at the beginning:
+     * `onPick({ event }) { … }`.
+     */
+    readonly event?: UserEvent;
+}
+
+/** What the user has done. What makes no sense is missing: a key has no button, a button no row. */
+export interface UserEvent {
+    /**
+     * "click" of a button, link or area, "change" of a control, "menu" for an item, "mousedown", "mouseup", "mouseover", "mouseout",
+     * "mousemove" of an element that asks for them.
+     */
+    readonly type: string;
+    /** The button of the mouse. */
+    readonly button?: 'left' | 'middle' | 'right';
+    /** "A", "Left", "Return", "Space", "F1". */
+    readonly key?: string;
+    /** Those of "ctrl+alt+shift+meta" that are down, in this order; "" for none. */
+    readonly modifiers: string;
+    /** Where, in pixels from the corner of the window, inside its frame. */
+    readonly x?: number;
+    readonly y?: number;
+    /** In a list: the value of the row, and the column, counted from 1. */
+    readonly row?: string;
+    readonly column?: number;
 }
 
 /** The name of a file: relative to the folder of the calling script, a full path, `vfs://name/path`, or a `file:` URL. */

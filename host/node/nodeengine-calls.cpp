@@ -122,17 +122,29 @@ bool NodeEngine::callOwnTable(NodeCall const& call, NodeObject& target, NodeObje
     return true;
 }
 
+/// The event of the context is the session's property "event" while it lasts.
+NodeEngine::HandlerContext NodeEngine::exchangeContext(HandlerContext context)
+{
+    static std::u16string const kEvent(u"event");
+    NodeObject* const published = session();
+    if (published && context.event)
+        published->writeTable(kEvent, NodeValue(NodeObjectHold(context.event)));
+    else if (published && m_running.event)
+        published->eraseTable(kEvent);
+    return std::exchange(m_running, context);
+}
+
 void NodeEngine::callScript(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
                             NodeArgs::Values const& args)
 {
-    FormScope const none(*this, nullptr);
+    HandlerScope const none(*this);
     callInScript("runCall", call, target, self, name, args);
 }
 
-void NodeEngine::callHandler(NodeCall const& call, NodeObject& target, NodeObject& self, NodeObject* form,
+void NodeEngine::callHandler(NodeCall const& call, NodeObject& target, NodeObject& self, HandlerContext context,
                              std::u16string const& name, NodeArgs::Values const& args)
 {
-    FormScope const running(*this, form);
+    HandlerScope const running(*this, context);
     callInScript("runHandler", call, target, self, name, args);
 }
 

@@ -50,7 +50,7 @@ void NodeEngine::runLoopOnce()
 void NodeEngine::turnLoop()
 {
     Napi::HandleScope scope(m_env);
-    FormScope const none(*this, nullptr);
+    HandlerScope const none(*this);
     m_runLoopOnce.Call({});
     m_helpers.reportPending();
     runMicrotasks();
@@ -67,7 +67,7 @@ bool NodeEngine::runImmediates()
 void NodeEngine::runMicrotasks()
 {
     Napi::HandleScope scope(m_env);
-    FormScope const none(*this, nullptr);
+    HandlerScope const none(*this);
     auto done = m_helpers.call("runTicks", {});
     if (reentry::canRunMicrotasks()) {
         reentry::runMicrotasks();

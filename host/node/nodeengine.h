@@ -116,14 +116,19 @@ public:
     /// Runs a script method; `call` is completed when it has ended, which may be later.
     void callScript(NodeCall const& call, NodeObject& target, NodeObject& self, std::u16string const& name,
                     NodeArgs::Values const& args);
-    /// The same for a handler of a page, which finds the page's values in `form` (may be null); its promise is not
-    /// waited for.
-    void callHandler(NodeCall const& call, NodeObject& target, NodeObject& self, NodeObject* form,
+    /// What a handler of a page finds while it runs: the page's values, and what the user has done; each may be null.
+    struct HandlerContext
+    {
+        NodeObject* form;
+        NodeObject* event;
+    };
+    /// The same for a handler of a page; its promise is not waited for.
+    void callHandler(NodeCall const& call, NodeObject& target, NodeObject& self, HandlerContext context,
                      std::u16string const& name, NodeArgs::Values const& args);
     /// Runs `work` for a synchronous call of the component, which is on the stack.
     void runInsideCall(std::function<void()> const& work);
     /// The form of the page whose handler is running; null outside of handlers, in timers and promises too.
-    NodeObject* runningForm() const { return m_runningForm; }
+    NodeObject* runningForm() const { return m_running.form; }
     /// Calls a script method and waits until it has ended; the pump runs meanwhile.
     NodeValue callAndWait(NodeObject& target, NodeObject& self, std::u16string const& name,
                           NodeArgs::Values const& args);
@@ -171,20 +176,20 @@ private:
         std::string name;
     };
 
-    /// For the length of a block, script runs in a handler of the page with this form, or, with null, in none.
-    class FormScope
+    /// For the length of a block, script runs in a handler of a page with this context, or, without one, in none.
+    class HandlerScope
     {
     public:
-        FormScope(NodeEngine& engine, NodeObject* form)
-            : m_engine(engine), m_outer(std::exchange(engine.m_runningForm, form))
+        explicit HandlerScope(NodeEngine& engine, HandlerContext context = {})
+            : m_engine(engine), m_outer(engine.exchangeContext(context))
         {}
-        ~FormScope() { m_engine.m_runningForm = m_outer; }
-        FormScope(FormScope const&) = delete;
-        FormScope& operator=(FormScope const&) = delete;
+        ~HandlerScope() { m_engine.exchangeContext(m_outer); }
+        HandlerScope(HandlerScope const&) = delete;
+        HandlerScope& operator=(HandlerScope const&) = delete;
 
     private:
         NodeEngine& m_engine;
-        NodeObject* const m_outer;
+        HandlerContext const m_outer;
     };
 
     ~NodeEngine() = default;
@@ -193,6 +198,7 @@ private:
     static void onExternalCollected(Napi::Env env, NodeObject* object);
     static napi_value onOwnMethod(napi_env env, napi_callback_info info);
 
+    HandlerContext exchangeContext(HandlerContext context);
     Napi::External<NodeObject> makeExternal(NodeObject& object);
     Napi::Value scriptOf(NodeObject& object);
     Napi::Value makeTableProxy(NodeObject& object);
@@ -232,9 +238,9 @@ private:
     NodeObject* m_adopted = nullptr;                         // not owned
     std::string m_nextFolder;
     int m_callDepth = 0;
-    NodeObject* m_runningForm = nullptr; // not owned; kept by the call
-    std::vector<double> m_numbers;       // of the array that the component reads
-    bool m_hasNumbers = false;           // it was one of numbers
+    HandlerContext m_running{};    // not owned; kept by the call
+    std::vector<double> m_numbers; // of the array that the component reads
+    bool m_hasNumbers = false;     // it was one of numbers
     std::map<std::pair<ScriptMethod, std::u16string>, std::unique_ptr<OwnMethod>> m_ownMethods; // by their content
 
     // Any thread.

@@ -338,7 +338,7 @@ void NodeObject::callMethodAsync(ScriptObject* self, sstring const& name, Script
 }
 
 void NodeObject::callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject* form,
-                             ScriptCompletion promised, ScriptCompletion done, void* context)
+                             ScriptObject* event, ScriptCompletion promised, ScriptCompletion done, void* context)
 {
     auto call = m_engine.calls().add([done, context](NodeValue& value) { done(value, context); },
                                      NodeCall::Handler{promised, context});
@@ -346,9 +346,11 @@ void NodeObject::callHandler(ScriptObject* self, sstring const& name, ScriptArgs
         return; // the engine is closed
     auto receiver = self ? static_cast<NodeObject*>(self) : this;
     auto run = [hold = NodeObjectHold(this), receiver = NodeObjectHold(receiver),
-                values = NodeObjectHold(static_cast<NodeObject*>(form)), text = toText(name),
-                list = static_cast<NodeArgs*>(args)->values(),
-                call] { hold->m_engine.callHandler(*call, *hold, *receiver, values.get(), text, list); };
+                values = NodeObjectHold(static_cast<NodeObject*>(form)),
+                what = NodeObjectHold(static_cast<NodeObject*>(event)), text = toText(name),
+                list = static_cast<NodeArgs*>(args)->values(), call] {
+        hold->m_engine.callHandler(*call, *hold, *receiver, {values.get(), what.get()}, text, list);
+    };
     if (m_engine.isScriptThread())
         m_engine.runInsideCall(run);
     else

@@ -112,7 +112,7 @@ public:
     void callMethod(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptValue* result) override;
     void callMethodAsync(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptCompletion done,
                          void* context) override;
-    void callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject* form,
+    void callHandler(ScriptObject* self, sstring const& name, ScriptArgs* args, ScriptObject* form, ScriptObject* event,
                      ScriptCompletion promised, ScriptCompletion done, void* context) override;
     void forgetHandler(void* context) override;
     /// On the script thread, where the component asks before it adds a method: whether the object has one, whoever it

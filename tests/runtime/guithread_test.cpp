@@ -277,7 +277,7 @@ TEST(GuiThread, EventNumbersAreFixed)
     EXPECT_EQ(guiEventSetCaption(node, sstring(), &result).type(), 1006);
     EXPECT_EQ(guiEventUpdateLayout(node, 0, &result).type(), 1007);
     EXPECT_EQ(guiEventRepaint(node).type(), 1008);
-    EXPECT_EQ(guiEventTrigger(node).type(), 1010);
+    EXPECT_EQ(guiEventTrigger(node, std::nullopt).type(), 1010);
     EXPECT_EQ(guiEventClose(root).type(), 1011);
     EXPECT_EQ(guiEventUpdate(node).type(), 1012);
 }

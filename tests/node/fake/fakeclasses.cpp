@@ -98,7 +98,7 @@ bool startShow(ScriptPrivate* data, ScriptObject* self)
     list->append(value);
     fake.callsInFlight.fetch_add(1);
     auto ignore = [](ScriptValue&, void*) {};
-    self->callHandler(self, "ePostOpen", list, window->form, ignore, ignore, window);
+    self->callHandler(self, "ePostOpen", list, window->form, nullptr, ignore, ignore, window);
     fake.callsInFlight.fetch_sub(1);
     fake.platform->destroyArgs(list);
     fake.platform->destroyValue(value);
