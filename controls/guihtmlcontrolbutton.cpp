@@ -201,7 +201,8 @@ bool guiHtmlControlButton::isBoolean(guiFormProperty const& property) const
     return m_state.type == kButtonCheckBox && m_content.text.getLength() == 0 && property.hasBooleans();
 }
 
-// The checked radio button of a group writes the property that they all share; the others must not overwrite it.
+// The checked radio button of a group writes the property that they all share; the others must not overwrite it. Where
+// script asks for values by name, a group without a checked one has a value too.
 void guiHtmlControlButton::writeFormProperty(ScriptObject* form)
 {
     if (!isCheckable())
@@ -211,7 +212,7 @@ void guiHtmlControlButton::writeFormProperty(ScriptObject* form)
         value.writeBool(isChecked() != 0);
     else if (isChecked())
         value.write(m_content.text);
-    else if (m_state.type == kButtonCheckBox)
+    else if (m_state.type == kButtonCheckBox || (value.hasBooleans() && !value.read()))
         value.writeNull();
 }
 

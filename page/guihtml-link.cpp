@@ -20,14 +20,21 @@ sstring eventIn(sstring const& link)
     return at == sstring::npos ? sstring() : link.subString(at + sizeof(kEventPrefix) - 1);
 }
 
+/// How many handlers of pages' own objects have been called; wraps around.
+unsigned pageCalls TARN_GUARDED_BY(velaGuiRole) = 0;
+
 /// Calls the handler on the given object or, if that has none of its name, on the page's. 0 when neither has one.
 int callHandler(guiHtml* node, ScriptObject* object, sstring const& event, sstring const& frame, sstring& reply)
+    TARN_ON(velaGuiRole)
 {
     guiPageHost& host = guiPageHost::current();
     ScriptObject* const page = guiPageObjectOf(node);
     if (object && host.callLinkHandler(node, object, event, frame, reply))
         return 1;
-    return page && page != object ? host.callLinkHandler(node, page, event, frame, reply) : 0;
+    if (!page || page == object || !host.callLinkHandler(node, page, event, frame, reply))
+        return 0;
+    ++pageCalls;
+    return 1;
 }
 
 guiHtml* nearestNamed(guiHtml* node)
@@ -80,9 +87,12 @@ int guiHtml::onEvent(sstring name, ScriptObject* object)
     assertOnGuiThread();
     guiNodeWatch self(this);
     ScriptObject* page = guiPageObjectOf(this);
+    unsigned const before = pageCalls;
     if (onHyperlink(name, object))
         return 1;
-    bool const hasOther = object && object != page && callsHandler(guiDecodePercent(name));
+    bool const wasAsked =
+        pageCalls != before; // the page's handler: a reply that can not be followed does not call it again
+    bool const hasOther = object && object != page && !wasAsked && callsHandler(guiDecodePercent(name));
     return hasOther && self.alive() ? onHyperlink(name, nullptr) : 0;
 }
 

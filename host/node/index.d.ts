@@ -330,7 +330,10 @@ export interface ButtonControl extends GuiControl {
 
 /** A drop-down list or a list box: `<select>`. Entries are named by their values; letters' case does not matter. */
 export interface ListControl extends GuiControl {
-    /** Adds an entry and selects it; without a text its value is shown. It takes the place of the first one removed. */
+    /**
+     * Adds an entry and, while the window is open, selects it; without a text its value is shown. It takes the place of the first
+     * one removed.
+     */
     addItem(value: string, text?: string): null;
     /** Removes every entry of that value. */
     removeItem(value: string): null;

@@ -5,7 +5,7 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const path = require('node:path');
 const { after, before, test } = require('node:test');
-const { packageFolder, scratch, until } = require('./helpers.js');
+const { packageFolder, runScript, scratch, until } = require('./helpers.js');
 
 const tarn = require(packageFolder);
 
@@ -121,6 +121,19 @@ test('in a handler the form is what it was when that began, and what is assigned
     window.form.told = '';
     Object.assign(window.form, untouched);
     window.close();
+});
+
+test('a group of radio buttons without a checked one has the value null', async () => {
+    const { stdout, stderr } = await runScript(`
+        const window = tarn.GuiWindow.from('<input type="radio" name="r" value="1" onclick="event://onPick"><input type="radio" name="r" value="2">');
+        window.onPick = (session) => { console.log(session.currentForm.r); session.currentForm.r = '2'; };
+        console.log(window.form.r, { ...window.form }, 'r' in window.form);
+        window.form.r = '1';
+        console.log(window.form.r, { ...window.form });
+        window.setText('<p>without</p>');
+        console.log({ ...window.form });`);
+    assert.equal(stdout, "null { r: null } true\n1 { r: '1' }\n{}\n");
+    assert.equal(stderr, '');
 });
 
 test('while a handler runs the session is about its window, and a nested handler gives that back', async () => {

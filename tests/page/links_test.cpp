@@ -201,6 +201,10 @@ TEST_F(Links, AnEventThatTheObjectsHandlerDidNotSettleGoesToThePage)
     EXPECT_EQ(called, (List{"own", "page"}));
     called.clear();
     own.methods.clear();
+    page.methods["onOk"] = [&](std::string const&) { return called.push_back("page"), "missing.html"; };
+    logOf([&] { EXPECT_EQ(link->onEvent(sstring("{cell}event://onOk"), &own), 0); });
+    EXPECT_EQ(called, List{"page"}) << "which had been asked in place of the object's";
+    called.clear();
     EXPECT_EQ(link->onEvent(sstring("event://unknown"), &own), 0);
     page.methods["onOk"] = [&](std::string const&) { return called.push_back("page"), "missing.html"; };
     logOf([&] { EXPECT_EQ(link->onEvent(sstring("{cell}event://onOk"), &page), 0); });
