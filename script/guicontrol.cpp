@@ -277,7 +277,6 @@ void guiControl_onDestroy(LibManager&, ScriptPrivate* data, [[maybe_unused]] Scr
 
 int guiControl_onConfigure(ScriptClass& scriptClass)
 {
-    assertOnScriptThread();
     scriptClass.setCreateHandler(guiControl_onCreate);
     scriptClass.setDestroyHandler(guiControl_onDestroy);
     scriptClass.setPropertyHandlers(guiControl_onAddProp, guiControl_onDelProp, guiControl_onGetProp,
@@ -289,7 +288,6 @@ int guiControl_onConfigure(ScriptClass& scriptClass)
 
 int guiControl_onConfigureExtension(ScriptClass& scriptClass)
 {
-    assertOnScriptThread();
     for (guiScriptMethod const& entry : kExtensionMethods)
         scriptClass.addMethod(entry.name, entry.method);
     return 1;

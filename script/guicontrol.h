@@ -24,10 +24,10 @@ struct guiControlData
     bool isOfNode;             // the object was made for a node, which it is bound to as long as the node lives
 };
 
-/// Declares the class. Always 1. Script thread.
+/// Declares the class. Always 1. Any thread.
 int guiControl_onConfigure(ScriptClass& scriptClass);
 
-/// Declares what hosts with properties need besides: "getValue" and "setValue". Always 1. Script thread.
+/// Declares what hosts with properties need besides: "getValue" and "setValue". Always 1. Any thread.
 int guiControl_onConfigureExtension(ScriptClass& scriptClass);
 
 /// The record in a private slot, null when there is none or it has no tag.

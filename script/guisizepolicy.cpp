@@ -1,7 +1,6 @@
 // script/guisizepolicy.cpp: the constants SCROLL, RESIZE and FIXED of the class; each one's value is its own name.
 #include "script/guisizepolicy.h"
 
-#include "foundation/vela-threadrole.h"
 namespace {
 
 struct policyName
@@ -39,7 +38,6 @@ bool guiSizePolicy_onSetProp(LibManager&, ScriptPrivate*, ScriptObject*, ScriptV
 
 int guiSizePolicy_onConfigure(ScriptClass& scriptClass)
 {
-    assertOnScriptThread();
     scriptClass.setPropertyHandlers(guiSizePolicy_onAddProp, guiSizePolicy_onDelProp, guiSizePolicy_onGetProp,
                                     guiSizePolicy_onSetProp);
     return 1;

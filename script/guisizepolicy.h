@@ -8,7 +8,7 @@
 
 #include <optional>
 
-/// Declares the class. Always 1. Script thread.
+/// Declares the class. Always 1. Any thread.
 int guiSizePolicy_onConfigure(ScriptClass& scriptClass);
 
 // What the host calls. The three names are properties of the class itself, and can not be set or deleted.

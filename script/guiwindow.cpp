@@ -273,7 +273,6 @@ void guiWindow_onDestroy(LibManager& manager, ScriptPrivate* data, ScriptObject*
 
 int guiWindow_onConfigure(ScriptClass& scriptClass)
 {
-    assertOnScriptThread();
     scriptClass.setCreateHandler(guiWindow_onCreate);
     scriptClass.setDestroyHandler(guiWindow_onDestroy);
     for (guiScriptMethod const& entry : kMethods)
@@ -284,7 +283,6 @@ int guiWindow_onConfigure(ScriptClass& scriptClass)
 
 int guiWindow_onConfigureExtension(ScriptClass& scriptClass)
 {
-    assertOnScriptThread();
     for (guiScriptMethod const& entry : kExtensionMethods)
         scriptClass.addMethod(entry.name, entry.method);
     return 1;

@@ -23,11 +23,11 @@ struct guiWindowData
     std::uintptr_t reservedWord; // always 0
 };
 
-/// Declares the class. Always 1. Script thread.
+/// Declares the class. Always 1. Any thread.
 int guiWindow_onConfigure(ScriptClass& scriptClass);
 
 /// Declares what hosts with properties and promises need besides: "getForm", "readForm", "writeForm", "startShow",
-/// "getReturnValue". Always 1. Script thread.
+/// "getReturnValue". Always 1. Any thread.
 int guiWindow_onConfigureExtension(ScriptClass& scriptClass);
 
 /// The record in a private slot, null when there is none or it has no tag.

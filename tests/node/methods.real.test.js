@@ -257,6 +257,27 @@ test('the session knows the window, the form and no control yet', async () => {
     assert.equal(stdout, 'true null\ntrue object null\n');
 });
 
+test('a worker thread that loads the package beside open windows is told whose they are, and harms nobody', async () => {
+    const { stdout, code } = await runScript(`
+        const { Worker } = require('worker_threads');
+        const { packageFolder } = ${JSON.stringify({ packageFolder })};
+        const inWorker = 'const { GuiWindow } = require(' + JSON.stringify(packageFolder) + ');'
+            + 'try { GuiWindow.from("<p>x"); } catch (error) { require("worker_threads").parentPort.postMessage(error.message); }';
+        const window = new tarn.GuiWindow('page.html');
+        window.open();
+        (async () => {
+            for (let i = 0; i < 3; ++i) {
+                const worker = new Worker(inWorker, { eval: true });
+                console.log(await new Promise((resolve, reject) => worker.on('message', resolve).on('error', reject)));
+                await new Promise((resolve) => worker.on('exit', resolve));
+            }
+            console.log(window.isOpen());
+            window.close();
+        })();`);
+    const refused = 'new GuiWindow(): another thread of this process has windows; only the thread that made the first one can make more\n';
+    assert.deepEqual([stdout, code], [`${refused.repeat(3)}true\n`, 0]);
+});
+
 test('after the end of the component methods give their neutral results', async () => {
     const calls = [...rows.map(([name, args, results]) => [name, args, Array.isArray(results) ? results[0] : results]),
         ['show', [], null], ['control', ['box'], null]].map(([name, args, wanted]) => (
