@@ -97,6 +97,8 @@ void guiHtmlControlList::createComboBox()
 {
     m_comboBox = new guiWidgetComboBox(getClipWidget());
     m_comboBox->setEditable(m_list.editable > 0);
+    if (m_list.editable > 0)
+        m_comboBox->reportTyping();
     m_comboBox->setInsertPolicy(QComboBox::NoInsert); // what the user types does not become an entry
     insertEntries();
 }
@@ -186,6 +188,15 @@ void guiHtmlControlList::selectRow(int row, bool on)
         m_listBox->setCurrentItem(item, QItemSelectionModel::NoUpdate);
     item->setSelected(on);
     m_listBox->scrollToItem(item, QAbstractItemView::PositionAtCenter);
+}
+
+/// The row that was added last.
+void guiHtmlControlList::selectNewRow(int row)
+{
+    QListWidgetItem* item = m_listBox ? m_listBox->item(row) : nullptr;
+    if (!item)
+        return selectRow(row, true);
+    m_listBox->selectNew(item);
 }
 
 sstring guiHtmlControlList::getDefaultSelection() const
@@ -331,7 +342,7 @@ void guiHtmlControlList::addItem(sstring const& value, sstring const& text)
         std::make_unique<guiHtmlControlListEntry>(guiHtmlControlListEntry{value, text.getLength() ? text : value, 0});
     int row = static_cast<int>(hole - m_entries.begin());
     insertRow(row, sstoq((*hole)->text));
-    selectRow(row, true);
+    selectNewRow(row);
 }
 
 void guiHtmlControlList::removeItem(sstring const& value)

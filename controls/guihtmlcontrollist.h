@@ -100,6 +100,7 @@ private:
     void saveSelection();
     void restoreSelection();
     void selectRow(int row, bool on);
+    void selectNewRow(int row);
     void insertRow(int row, QString const& text);
     void removeRow(int row);
     void removeListRow(int row);

@@ -6,6 +6,8 @@
 #include "controls/guiwidget.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
+#include <cassert>
 
 guiWidgetComboBox::guiWidgetComboBox(QWidget* parent) : QComboBox(parent)
 {
@@ -18,6 +20,12 @@ void guiWidgetComboBox::setCurrentItem(int index)
 {
     if (index >= 0 && index < count())
         setCurrentIndex(index);
+}
+
+void guiWidgetComboBox::reportTyping()
+{
+    assert(lineEdit());
+    connect(lineEdit(), &QLineEdit::textEdited, this, [this] { onChange(currentIndex()); });
 }
 
 QString guiWidgetComboBox::text(int index) const { return index >= 0 && index < count() ? itemText(index) : QString(); }

@@ -17,6 +17,8 @@ public:
 
     /// Makes the item current; does nothing when there is no such item.
     void setCurrentItem(int index);
+    /// From now on what the user types is a change too. Only for one that can be edited.
+    void reportTyping();
     /// The item's text, "" when there is no such item.
     QString text(int index) const;
 

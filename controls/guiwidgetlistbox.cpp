@@ -8,6 +8,7 @@
 
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <algorithm>
@@ -42,6 +43,7 @@ guiWidgetListBox::guiWidgetListBox(QWidget* parent) : guiNoticeView(parent)
     setAttribute(Qt::WA_NoSystemBackground);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setItemDelegate(new shortenedRows(this));
+    setUniformItemSizes(true); // else each new row makes the toolkit measure all
     connect(this, &QListWidget::itemSelectionChanged, this, [this] {
         if (!holdsSelection())
             emit selectionChanged();
@@ -63,6 +65,40 @@ void guiWidgetListBox::onChange()
     guiEventScope scope;
     if (owner)
         owner->onChange();
+}
+
+// The toolkit would answer a new current or selected row by laying out all rows, to know what to paint.
+void guiWidgetListBox::selectNew(QListWidgetItem* row)
+{
+    assert(row && row->listWidget() == this);
+    guiNoticeHold hold(this);
+    bool const isDue = m_toCenter.isValid();
+    m_toCenter = indexFromItem(row);
+    {
+        QSignalBlocker const quiet(selectionModel());
+        setCurrentItem(row, QItemSelectionModel::NoUpdate);
+        row->setSelected(true);
+    }
+    holdsSelection();
+    viewport()->update();
+    if (!isDue)
+        QMetaObject::invokeMethod(this, &guiWidgetListBox::center, Qt::QueuedConnection);
+}
+
+void guiWidgetListBox::center()
+{
+    QModelIndex const row = std::exchange(m_toCenter, {});
+    if (row.isValid())
+        scrollTo(row, QAbstractItemView::PositionAtCenter);
+}
+
+QItemSelectionModel::SelectionFlags guiWidgetListBox::selectionCommand(QModelIndex const& row,
+                                                                       QEvent const* event) const
+{
+    bool const isInput = event && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress);
+    bool const isRange = isInput && selectionMode() == MultiSelection &&
+                         static_cast<QInputEvent const*>(event)->modifiers().testFlag(Qt::ShiftModifier);
+    return isRange ? QItemSelectionModel::SelectCurrent : guiNoticeView::selectionCommand(row, event);
 }
 
 bool guiWidgetListBox::event(QEvent* event)

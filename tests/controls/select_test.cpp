@@ -5,9 +5,12 @@
 #include "tests/controls/shownpage.h"
 
 #include <QAbstractItemView>
+#include <QElapsedTimer>
 #include <QHelpEvent>
 #include <QImage>
 #include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QToolTip>
 #include <functional>
@@ -34,6 +37,24 @@ struct Select : ShownPage
         return rows;
     }
 };
+
+void click(guiWidgetListBox* box, int row, Qt::KeyboardModifiers modifiers)
+{
+    QPoint const place = box->visualItemRect(box->item(row)).center();
+    for (QEvent::Type const type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type, place, box->viewport()->mapToGlobal(place), Qt::LeftButton,
+                          type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, modifiers);
+        QCoreApplication::sendEvent(box->viewport(), &event);
+    }
+}
+
+void press(QWidget* widget, int key, Qt::KeyboardModifiers modifiers, QString const& text = {})
+{
+    for (QEvent::Type const type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+        QKeyEvent event(type, key, modifiers, text);
+        QCoreApplication::sendEvent(widget, &event);
+    }
+}
 
 } // namespace
 
@@ -252,6 +273,67 @@ TEST(Selecting, AnAddedItemIsSelected)
     box.list().addItem("d", "Delta");
     EXPECT_EQ(box.selectedRows(), "0001");
     EXPECT_EQ(box.box()->item(3)->text(), "Delta");
+}
+
+TEST(Selecting, ManyItemsAreAddedToAShownListInTimeThatGrowsWithTheirNumber)
+{
+    Select page("size=4");
+    page.window.widget->show();
+    PageWindow::settle();
+    auto add = [&](int count) {
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < count; ++i)
+            page.list().addItem(sformat("%ld", long{page.box()->count()}), "");
+        return std::max<qint64>(timer.nsecsElapsed(), 1);
+    };
+    qint64 const first = add(1000);
+    add(18000);
+    EXPECT_LT(add(1000), 8 * first) << "the last thousand of twenty";
+    PageWindow::settle();
+    QRect const last = page.box()->visualItemRect(page.box()->item(page.box()->count() - 1));
+    EXPECT_TRUE(page.box()->viewport()->rect().intersects(last)) << "the one that is selected is in view";
+    EXPECT_EQ(page.selected(), std::to_string(page.box()->count() - 1));
+}
+
+TEST(Selecting, ShiftSelectsAllRowsFromTheLastOneOn)
+{
+    Select page("size=3 multiple");
+    page.window.widget->show();
+    PageWindow::settle();
+    click(page.box(), 0, Qt::NoModifier);
+    EXPECT_EQ(page.selectedRows(), "110") << "a click adds to what is selected";
+    click(page.box(), 1, Qt::ControlModifier);
+    EXPECT_EQ(page.selectedRows(), "100");
+    click(page.box(), 2, Qt::ShiftModifier);
+    EXPECT_EQ(page.selectedRows(), "111");
+    Select keys("size=3 multiple");
+    keys.window.widget->show();
+    PageWindow::settle();
+    click(keys.box(), 1, Qt::NoModifier);
+    EXPECT_EQ(keys.selectedRows(), "000");
+    press(keys.box(), Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(keys.selectedRows(), "011");
+}
+
+TEST(Selecting, WhatIsTypedIntoAnEditableComboBoxIsAChange)
+{
+    PageWindow window;
+    window.widget->resize(200, 200);
+    auto* list = window.place(new LinkWriter<guiHtmlControlList>, {});
+    list->setAction("event://picked");
+    list->init(1, false, true);
+    list->appendEntry("a", "Alpha", false);
+    window.root.updateLayout(1);
+    window.widget->show();
+    PageWindow::settle();
+    auto* combo = dynamic_cast<guiWidgetComboBox*>(list->getChildWidget());
+    ASSERT_NE(combo, nullptr);
+    press(combo->lineEdit(), Qt::Key_N, Qt::NoModifier, "n");
+    press(combo->lineEdit(), Qt::Key_Y, Qt::NoModifier, "y");
+    EXPECT_EQ(list->links.size(), 2U);
+    list->setSelected("a", 1);
+    EXPECT_EQ(list->links.size(), 2U) << "only what the user does";
 }
 
 TEST(Selecting, ARemovedItemLeavesAHoleThatTheNextOneFills)
