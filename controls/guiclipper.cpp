@@ -44,7 +44,9 @@ void guiPlaceClipper(QWidget* clipper, guiWidget* window, QRect const& place)
     if (isInView && clipper->parentWidget() != window)
         bringIntoView(clipper, window);
     clipper->setGeometry(place);
+    window->keepsFocus = true; // a control that is scrolled out of view goes on being the one that is typed into
     clipper->setVisible(isInView);
+    window->keepsFocus = false;
     if (!isInView && clipper->parentWidget() == window && !holdsFocus(clipper, window))
         clipper->setParent(window->outOfView());
 }

@@ -261,6 +261,18 @@ void guiHtmlControlButton::addScriptMethods(ScriptObject* object)
     object->addMethod("uncheck", control_uncheck_script);
 }
 
+bool guiHtmlControlButton::isEnterControl()
+{
+    guiPageRoot* base = getBaseHtml();
+    return base && hasString(kStringName) && isString(kStringName, base->getEnterControl());
+}
+
+void guiHtmlControlButton::triggerNow()
+{
+    if (isEnabled())
+        onClick();
+}
+
 // A reset button without a link does nothing: there is no built-in reset.
 void guiHtmlControlButton::onClick()
 {

@@ -56,7 +56,10 @@ public:
     /// The user pressed or checked the control, or script triggered it: follows the node's link. A submit button
     /// without a link follows its form's.
     virtual void onClick();
-    void triggerNow() override { onClick(); }
+    /// Whether Enter triggers this control from everywhere on the page.
+    bool isEnterControl();
+    /// Does nothing while the control is disabled.
+    void triggerNow() override;
 
 protected:
     void addScriptMethods(ScriptObject* object) override;

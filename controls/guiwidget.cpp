@@ -6,6 +6,8 @@
 #include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
 #include "controls/guihtmlcustom.h"
+#include "controls/guiscrollkeys.h"
+#include "controls/guitabstops.h"
 #include "controls/guiwidgetscrollbar.h"
 #include "foundation/vela-qt.h"
 #include "page/guichildspan.h"
@@ -174,6 +176,7 @@ QScrollBar* guiWidget::createScrollBar(guiHtml* node, Qt::Orientation orientatio
     assert(node);
     auto* bar = new guiWidgetScrollBar(orientation, this, name);
     bar->owner = node;
+    bar->setFocusPolicy(Qt::NoFocus); // the keys of a page scroll it wherever the keyboard is
     bar->hide();
     return bar;
 }
@@ -255,6 +258,7 @@ void guiWidget::mousePressEvent(QMouseEvent* event)
     guiEventScope scope;
     QDialog::mousePressEvent(event);
     QPoint at = event->position().toPoint();
+    m_clickedPane = livePage() ? scrollBarAt(livePage(), at, Qt::Vertical) : nullptr;
     int x = at.x();
     int y = at.y();
     guiHtml* node = livePage() ? livePage()->hitTest(&x, &y) : nullptr;
@@ -402,7 +406,8 @@ bool guiWidget::showTip(QHelpEvent const& event)
 void guiWidget::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
-    if (guiHandleKey(livePage(), event->key(), true))
+    if (guiHandleKey(livePage(), event->key(), true) ||
+        (livePage() && guiScrollByKey(livePage(), focusWidget(), m_clickedPane, *event)))
         event->accept();
     else
         QDialog::keyPressEvent(event);
@@ -411,6 +416,12 @@ void guiWidget::keyPressEvent(QKeyEvent* event)
 // The page itself can have the focus, but Tab should not stop there on the way from one control to the next.
 bool guiWidget::focusNextPrevChild(bool next)
 {
+    guiEventScope scope;
+    if (keepsFocus)
+        return true;
+    m_clickedPane = nullptr;
+    if (livePage() && guiFocusNext(livePage(), focusWidget(), next))
+        return true;
     bool moved = QDialog::focusNextPrevChild(next);
     return moved && hasFocus() ? QDialog::focusNextPrevChild(next) : moved;
 }

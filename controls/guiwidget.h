@@ -8,6 +8,8 @@
 
 #include <QDialog>
 #include <QPixmap>
+#include <QPointer>
+#include <QScrollBar>
 
 class guiHtml;
 class guiHtmlCustom;
@@ -50,6 +52,7 @@ public:
     QPixmap backBuffer;              ///< in device pixels; null until the first paint
     unsigned paintDepth = 0;         ///< paintEvent() calls on the stack
     int deletePending = 0;           ///< deletion was asked for while painting
+    bool keepsFocus = false;         ///< the toolkit is not to give the keyboard to another control now
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
@@ -93,7 +96,8 @@ private:
     void endPaint() TARN_ON(velaGuiRole);
     void reportVisibility();
 
-    QWidget* m_outOfView = nullptr; // owned; null until something is out of view
+    QPointer<QScrollBar> m_clickedPane; // vertical bar of the pane that was clicked last, until Tab goes on; not owned
+    QWidget* m_outOfView = nullptr;     // owned; null until something is out of view
     guiHtmlCustom* m_pressed =
         nullptr;              // the custom element on which a button went down; not owned, see onHtmlDestroy()
     QRegion m_missedDamage;   // what was to be repainted while a paint event was going on

@@ -6,6 +6,7 @@
 #include "controls/guiwidget.h"
 
 #include <QKeyEvent>
+#include <QStyleOptionButton>
 
 // Not a dialog's default button: which control Enter triggers is up to the page, whichever widget has the focus.
 guiWidgetPushButton::guiWidgetPushButton(QWidget* parent) : QPushButton(parent)
@@ -20,6 +21,14 @@ void guiWidgetPushButton::onClick()
     guiEventScope scope;
     if (owner)
         owner->onClick();
+}
+
+// The control that Enter triggers looks as such wherever the keyboard is.
+void guiWidgetPushButton::initStyleOption(QStyleOptionButton* option) const
+{
+    QPushButton::initStyleOption(option);
+    if (owner && owner->isEnterControl())
+        option->features |= QStyleOptionButton::DefaultButton;
 }
 
 // The toolkit presses a focused button on Return only if the button may become a dialog's default button.

@@ -19,5 +19,6 @@ public slots:
     void onClick();
 
 protected:
+    void initStyleOption(QStyleOptionButton* option) const override;
     void keyPressEvent(QKeyEvent* event) override;
 };

@@ -158,6 +158,7 @@ guiWidget* guiHtmlBase::createWidget(int modal)
 
     auto* widget = new guiWidget(nullptr, "Tarn Components", isModal, flags);
     widget->htmlBase = this;
+    widget->setFocusPolicy(Qt::TabFocus); // a click beside a control leaves the keyboard where it is
     m_widget.store(widget, std::memory_order_release);
     if (pGUI)
         pGUI->onOpen(widget, this);
@@ -278,6 +279,15 @@ void guiHtmlBase::setFocus(sstring name)
     assertOnGuiThread();
     control->setFocus();
     m_pendingFocus = sstring();
+}
+
+// The control that Enter triggers looks as such.
+void guiHtmlBase::setEnterControl(sstring const& name)
+{
+    sstring const before = std::exchange(m_enterControl, name);
+    for (sstring each : {before, name})
+        if (guiHtml* node = each.getLength() != 0 ? getNamed(each) : nullptr; node && node->getChildWidget())
+            node->getChildWidget()->update();
 }
 
 void guiHtmlBase::setReturnCode(ScriptValue& value)

@@ -94,7 +94,7 @@ public:
     unsigned getStyle() const { return m_style; }
 
     /// Names of the controls that Enter and Escape trigger. "X" closes the window.
-    void setEnterControl(sstring const& name) { m_enterControl = name; }
+    void setEnterControl(sstring const& name);
     void setEscapeControl(sstring const& name) { m_escapeControl = name; }
     sstring getEnterControl() const override { return m_enterControl; }
     sstring getEscapeControl() const override { return m_escapeControl; }

@@ -1,0 +1,173 @@
+// controls/guitabstops.cpp: see guitabstops.h.
+#include "controls/guitabstops.h"
+
+#include "page/guihtml.h"
+#include "page/guinodewatch.h"
+
+#include <QAbstractButton>
+#include <QButtonGroup>
+#include <QPointer>
+#include <QScrollBar>
+#include <algorithm>
+#include <cassert>
+#include <vector>
+
+namespace {
+
+struct tabStop
+{
+    guiHtml* node;
+    QWidget* widget;
+};
+
+using stopList = std::vector<tabStop>;
+
+void collect(guiHtml* node, stopList& stops)
+{
+    if (QWidget* widget = node->getChildWidget())
+        stops.push_back({node, widget});
+    for (guiHtml* child : guiNodesOf(node))
+        collect(child, stops);
+}
+
+/// In the order of the Tab key.
+stopList stopsOf(guiHtml* page)
+{
+    stopList stops;
+    collect(page, stops);
+    std::stable_sort(stops.begin(), stops.end(),
+                     [](tabStop const& a, tabStop const& b) { return a.node->getTabIndex() < b.node->getTabIndex(); });
+    return stops;
+}
+
+QButtonGroup* groupOf(QWidget const* widget)
+{
+    auto const* button = qobject_cast<QAbstractButton const*>(widget);
+    QButtonGroup* group = button ? button->group() : nullptr;
+    return group && group->exclusive() ? group : nullptr;
+}
+
+/// Whether Tab stops at the widget itself. One that passes the keyboard on to another is not asked.
+bool takesTab(QWidget const* widget)
+{
+    return widget->isEnabled() && !widget->isHidden() && !widget->focusProxy() &&
+           (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+}
+
+/// The stops inside one control: itself, and what it is put together from.
+std::vector<QWidget*> stopsInside(QWidget* control)
+{
+    std::vector<QWidget*> found;
+    if (takesTab(control))
+        found.push_back(control);
+    for (QWidget* part : control->findChildren<QWidget*>())
+        if (takesTab(part) && part->window() == control->window())
+            found.push_back(part);
+    return found;
+}
+
+bool holds(QWidget const* control, QWidget const* widget)
+{
+    return widget && (control == widget || control->isAncestorOf(widget));
+}
+
+/// The stop of the same control that comes next, null when `from` is the last.
+QWidget* nextInside(QWidget* control, QWidget* from, bool forward)
+{
+    std::vector<QWidget*> const inside = stopsInside(control);
+    auto const at = std::find(inside.begin(), inside.end(), from);
+    if (at == inside.end())
+        return nullptr;
+    if (forward)
+        return std::next(at) == inside.end() ? nullptr : *std::next(at);
+    return at == inside.begin() ? nullptr : *std::prev(at);
+}
+
+/// Whether the radio button is where its group is entered; true for every other widget.
+bool isEntry(QWidget const* widget)
+{
+    QButtonGroup const* group = groupOf(widget);
+    QAbstractButton const* checked = group ? group->checkedButton() : nullptr;
+    return !checked || !checked->isEnabled() || checked == widget;
+}
+
+bool hasSize(guiHtml const* node) { return node->m.rect.width > 0 && node->m.rect.height > 0; }
+
+/// Where Tab enters the control; null when it does not stop there.
+QWidget* entryOf(tabStop const& stop, QWidget const* from, bool forward)
+{
+    bool const isSameGroup = from && groupOf(from) && groupOf(from) == groupOf(stop.widget);
+    if (isSameGroup || !isEntry(stop.widget) || !hasSize(stop.node))
+        return nullptr;
+    std::vector<QWidget*> const inside = stopsInside(stop.widget);
+    if (inside.empty())
+        return nullptr;
+    return forward ? inside.front() : inside.back();
+}
+
+void give(guiHtml* node, QWidget* widget, bool forward)
+{
+    QPointer<QWidget> const kept(widget); // scrolling may run script
+    guiScrollIntoView(node);
+    if (kept)
+        kept->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+}
+
+/// How far the bar has to move for `begin` to `end` to lie between `first` and `last`; the begin comes first.
+int distance(int begin, int end, int first, int last)
+{
+    if (begin < first)
+        return begin - first;
+    return end > last ? std::min(begin - first, end - last) : 0;
+}
+
+void scrollBy(QScrollBar* bar, int pixels)
+{
+    if (bar && pixels != 0)
+        bar->setValue(bar->value() + pixels);
+}
+
+} // namespace
+
+void guiScrollIntoView(guiHtml* node)
+{
+    assert(node);
+    guiNodeWatch const self(node);
+    for (guiHtml* pane = node->getParent(); pane; pane = self.alive() ? pane->getParent() : nullptr) {
+        guiHtml::scroll_t const& scroll = pane->getScroll();
+        if (!scroll.barX && !scroll.barY)
+            continue;
+        guiNodeWatch const watch(pane);
+        guiRect place;
+        node->getRectInWidget(&place);
+        guiRect view;
+        pane->getRectInWidget(&view);
+        scrollBy(scroll.barY, distance(place.top, place.bottom(), view.top, view.bottom()));
+        if (!self.alive() || !watch.alive())
+            return;
+        scrollBy(pane->getScroll().barX, distance(place.left, place.right(), view.left, view.right()));
+        if (!watch.alive())
+            return;
+    }
+}
+
+bool guiFocusNext(guiHtml* page, QWidget* from, bool forward)
+{
+    stopList const stops = stopsOf(page);
+    auto const count = stops.size();
+    auto const current = static_cast<std::size_t>(
+        std::find_if(stops.begin(), stops.end(), [&](tabStop const& each) { return holds(each.widget, from); }) -
+        stops.begin());
+    if (current < count)
+        if (QWidget* next = nextInside(stops[current].widget, from, forward))
+            return give(stops[current].node, next, forward), true;
+    std::size_t at = current < count ? current : forward ? count - 1 : 0;
+    for (std::size_t tried = 0; tried < count; ++tried) {
+        at = (at + (forward ? 1 : count - 1)) % count;
+        if (at == current)
+            break;
+        if (QWidget* entry = entryOf(stops[at], from, forward))
+            return give(stops[at].node, entry, forward), true;
+    }
+    return false;
+}
