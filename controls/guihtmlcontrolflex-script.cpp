@@ -2,7 +2,7 @@
 #include "controls/guiformproperty.h"
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiscriptmethod.h"
-#include "controls/guiwidgetlistitem.h"
+#include "foundation/vela-qt.h"
 #include "page/guinumbers.h"
 
 #include <algorithm>
@@ -24,14 +24,11 @@ void guiHtmlControlFlex::readFormProperty(ScriptObject* form)
 void guiHtmlControlFlex::writeFormProperty(ScriptObject* form)
 {
     guiFormProperty value(form, getName());
-    auto isSelected = [](auto const& entry) {
-        return entry && (entry->item ? entry->item->isSelected() : entry->selected != 0);
-    };
-    auto const found = std::find_if(m_items.begin(), m_items.end(), isSelected);
-    if (found == m_items.end())
+    guiRowNumber const row = firstSelected();
+    if (row == kNoRow)
         value.writeNull();
     else
-        value.write((*found)->value);
+        value.write(qtoss(m_rows.value(row).toString()));
 }
 
 void guiHtmlControlFlex::eraseFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).erase(); }

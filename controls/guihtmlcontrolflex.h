@@ -6,10 +6,12 @@
 
 #include "controls/guicolumncodes.h"
 #include "controls/guihtmlcontrol.h"
+#include "controls/guilistrows.h"
 #include "foundation/vela-threadrole.h"
 
 #include <memory>
 #include <set>
+#include <unordered_map>
 #include <vector>
 
 class guiCheckListItem;
@@ -29,7 +31,7 @@ enum guiFlexStyle : unsigned
     kFlexCheckByDefault = 2 ///< a row without `type` is a check box row
 };
 
-/// One row.
+/// One row, as it is when somebody asks for it.
 struct guiHtmlControlFlexEntry
 {
     sstring value;  ///< the row's key
@@ -40,9 +42,8 @@ struct guiHtmlControlFlexEntry
     int selected = 0;
     int enabled = 1;
     int expanded = 1;
-    guiUncodedTexts uncoded; ///< texts that were set while there was a widget and that `text` cannot express
-    guiCheckListItem* item =
-        nullptr; ///< the widget's row, null without a widget; it then has the four states. Not owned
+    guiUncodedTexts uncoded;          ///< texts that `text` cannot express
+    guiCheckListItem* item = nullptr; ///< the row in the widget, null without one. Not owned
 };
 
 /// Rows nest kMaxNesting levels deep; deeper ones lie beside the last that still nests, since the toolkit walks over
@@ -84,7 +85,8 @@ public:
     /// `rest` what follows. Returns its text.
     static sstring popColumnText(int* column, sstring text, sstring& rest);
 
-    /// The first row of this value, null when there is none.
+    /// The first row of this value, null when there is none. It is up to date until the list changes, and valid until
+    /// the row is removed.
     guiHtmlControlFlexEntry* findItem(istring const& value);
     /// States of the row of this value; 0 when there is none. A row without an indicator is never checked.
     int isItemChecked(sstring const& value);
@@ -118,16 +120,14 @@ public:
 
     /// Adds a row at the end, before there is a widget; an empty text shows the value.
     void appendEntry(guiHtmlControlFlexEntry const& entry);
-    unsigned getItemCount() const { return static_cast<unsigned>(m_items.size()); }
-    /// Null for a hole that a removed row left.
-    guiHtmlControlFlexEntry const* getItem(unsigned i) const { return m_items[i].get(); }
+    unsigned getItemCount() const { return m_rows.size(); }
+    /// Null for a hole that a removed row left; else as from findItem().
+    guiHtmlControlFlexEntry const* getItem(unsigned i);
 
 protected:
     void addScriptMethods(ScriptObject* object) override;
 
 private:
-    using entryList = std::vector<std::unique_ptr<guiHtmlControlFlexEntry>>;
-
     /// What page and script have said about the list as a whole.
     struct listSettings
     {
@@ -141,37 +141,48 @@ private:
         int headerEnabled = 1;
     };
 
-    static entryList copyWithoutRows(entryList const& entries);
     bool showsHeader() const;
     void destroyWidgets();
 
     // Rows
-    void createRows();
-    void createRow(guiHtmlControlFlexEntry& entry, guiCheckListItem* above);
-    guiCheckListItem* liftToLimit(guiCheckListItem* above);
-    void bindRows() TARN_ON(velaGuiRole);
-    void selectRow(guiCheckListItem* row, bool on);
+    guiRowNumber rowOf(sstring const& value) const;
+    guiHtmlControlFlexEntry* entryOf(guiRowNumber row);
+    void readEntryTexts(guiHtmlControlFlexEntry& entry, guiRowNumber row) const;
+    guiRowNumber liftToLimit(guiRowNumber above);
+    guiRowNumber addRow(guiHtmlControlFlexEntry const& entry);
+    void showRows();
+    bool isRowSelected(guiRowNumber row) const;
+    guiRowNumber firstSelected() const;
     void clearSelection();
-    void deleteRow(std::unique_ptr<guiCheckListItem> row) TARN_ON(velaGuiRole);
-    void moveChildrenToTop(guiCheckListItem* row) TARN_ON(velaGuiRole);
-    bool isBound(guiHtmlControlFlexEntry const& entry) const;
+    void deleteRow(guiRowNumber row) TARN_ON(velaGuiRole);
     void saveStates() TARN_ON(velaGuiRole);
 
     // Columns
     void createColumns();
-    void setCellText(guiCheckListItem* row, int column, sstring const& text);
     void addColumns(int count);
+    void addRowColumns();
     void fitColumns();
     bool followsContent(int column) const;
     void growColumn(int column, int width);
-    void growColumns(guiCheckListItem* row);
+    void growColumns(guiRowNumber row);
     void noteResizing();
     void saveColumns() TARN_ON(velaGuiRole);
-    void saveTexts(guiHtmlControlFlexEntry& entry) TARN_ON(velaGuiRole);
+    void noteLongest(guiRowNumber row);
+    void findLongest();
 
-    entryList m_items; // null for a hole
+    /// The longest text of a column.
+    struct longestText
+    {
+        guiRowNumber row = kNoRow;
+        qsizetype length = 0;
+    };
+
+    guiListRows m_rows;
     listSettings m_list;
-    guiWidgetListView* m_listView = nullptr; // owned
-    std::set<int> m_widths;                  // columns of the widget whose width was set
+    guiWidgetListView* m_listView = nullptr;                                              // owned; shows m_rows
+    std::unordered_map<guiRowNumber, std::unique_ptr<guiHtmlControlFlexEntry>> m_entries; // those asked for
+    std::set<int> m_widths;             // columns of the widget whose width was set
+    std::vector<longestText> m_longest; // by column, from 0
+    bool m_knowsLongest = true;
     bool m_warnedOfDepth = false;
 };

@@ -3,7 +3,7 @@
 
 #include <QStyledItemDelegate>
 
-/// For trees whose rows are guiCheckListItems. A click checks a radio row and never unchecks it. GUI thread.
+/// For views of a guiListModel. A click checks a radio row and never unchecks it. GUI thread.
 class guiWidgetRadioRow : public QStyledItemDelegate
 {
     Q_OBJECT
