@@ -14,21 +14,8 @@
 
 namespace {
 
-constexpr char kWidth[] = "WIDTH=";
-
-/// Pixels of a "WIDTH=" segment, -1 for a heading.
-int widthIn(sstring const& segment)
-{
-    return segment.find(kWidth) == 0 ? guiToPixels(segment.subString(sizeof kWidth - 1)) : -1;
-}
-
-void addWidth(sstring& codes, int column, int width)
-{
-    guiAddColumnText(codes, column, sformat("%s%ld", kWidth, long{width}));
-}
-
 /// Whether column codes can express the heading.
-bool isHeadingCode(sstring const& heading) { return !guiContainsColumnCode(heading) && heading.find(kWidth) != 0; }
+bool isHeadingCode(sstring const& heading) { return !guiContainsColumnCode(heading) && guiColumnWidthOf(heading) < 0; }
 
 bool isColumn(int number) { return number >= 1 && number <= kColumnLimit; }
 
@@ -85,7 +72,7 @@ int guiHtmlControlFlex::getPreferredWidth()
             longest[column] = text;
     };
     guiForEachColumn(m_list.columnCodes, m_list.uncodedHeadings, [&](int column, sstring const& text, bool isUncoded) {
-        if (int const width = isUncoded ? -1 : widthIn(text); width >= 0)
+        if (int const width = isUncoded ? -1 : guiColumnWidthOf(text); width >= 0)
             widths[column] = width;
         else
             note(column, text);
@@ -108,7 +95,7 @@ void guiHtmlControlFlex::createColumns()
 {
     guiForEachColumn(m_list.columnCodes, m_list.uncodedHeadings,
                      [this](int column, sstring const& text, bool isUncoded) {
-                         int const width = isUncoded ? -1 : widthIn(text);
+                         int const width = isUncoded ? -1 : guiColumnWidthOf(text);
                          if (width >= 0)
                              setColumnWidth(column, width);
                          else
@@ -119,11 +106,8 @@ void guiHtmlControlFlex::createColumns()
 /// Columns that only rows have get no heading.
 void guiHtmlControlFlex::addRowColumns()
 {
-    unsigned count = 1;
-    for (guiRowNumber row = 0; row < m_rows.size(); ++row)
-        if (m_rows.has(row))
-            count = std::max(count, m_rows.textCount(row));
-    addColumns(static_cast<int>(count));
+    findLongest();
+    addColumns(std::max(1, static_cast<int>(m_longest.size())));
 }
 
 /// Adds empty columns until there are `count`.
@@ -173,6 +157,15 @@ void guiHtmlControlFlex::growColumns(guiRowNumber row)
             growColumn(column, m_listView->neededWidth(row, column - 1));
 }
 
+/// Makes room for the longest texts of all rows.
+void guiHtmlControlFlex::growAllColumns()
+{
+    findLongest();
+    for (std::size_t i = 0; i < m_longest.size(); ++i)
+        if (m_longest[i].row != kNoRow && followsContent(static_cast<int>(i) + 1))
+            growColumn(static_cast<int>(i) + 1, m_listView->neededWidth(m_longest[i].row, static_cast<int>(i)));
+}
+
 /// A column that the user has resized keeps its width.
 void guiHtmlControlFlex::noteResizing()
 {
@@ -196,7 +189,7 @@ void guiHtmlControlFlex::saveColumns()
             guiAddColumnText(m_list.columnCodes, column, heading);
         bool const fills = column == count && m_listView->header()->stretchLastSection();
         if (m_widths.contains(column) && !fills)
-            addWidth(m_list.columnCodes, column, m_listView->columnWidth(column - 1));
+            guiAddColumnWidth(m_list.columnCodes, column, m_listView->columnWidth(column - 1));
     }
     m_list.uncodedHeadings.at = m_list.columnCodes.getLength();
 }
@@ -209,7 +202,7 @@ void guiHtmlControlFlex::setColumnWidth(int column, int width)
     if (column < 1)
         return;
     if (!m_listView) {
-        addWidth(m_list.columnCodes, column, width);
+        guiAddColumnWidth(m_list.columnCodes, column, width);
         return;
     }
     int const count = m_listView->columnCount();

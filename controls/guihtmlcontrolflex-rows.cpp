@@ -106,10 +106,14 @@ bool guiHtmlControlFlex::isRowSelected(guiRowNumber row) const
     return m_listView ? m_listView->isSelected(row) : m_rows.selected.contains(row);
 }
 
+std::set<guiRowNumber> guiHtmlControlFlex::selectedRows() const
+{
+    return m_listView ? m_listView->selectedRows() : m_rows.selected;
+}
+
 guiRowNumber guiHtmlControlFlex::firstSelected() const
 {
-    std::set<guiRowNumber> const shown = m_listView ? m_listView->selectedRows() : std::set<guiRowNumber>();
-    std::set<guiRowNumber> const& selected = m_listView ? shown : m_rows.selected;
+    std::set<guiRowNumber> const selected = selectedRows();
     return selected.empty() ? kNoRow : *selected.begin();
 }
 
@@ -205,10 +209,16 @@ void guiHtmlControlFlex::setItemExpanded(sstring const& value, int on)
 guiRowNumber guiHtmlControlFlex::liftToLimit(guiRowNumber above)
 {
     guiRowNumber const possible = m_rows.lifted(above, kMaxNesting);
-    if (possible != above && !std::exchange(m_warnedOfDepth, true))
+    if (possible != above)
+        warnOfDepth();
+    return possible;
+}
+
+void guiHtmlControlFlex::warnOfDepth()
+{
+    if (!std::exchange(m_warnedOfDepth, true))
         velaLog("guiHtmlControlFlex::createRow() - rows nested deeper than %u levels are flattened (warning)\n",
                 kMaxNesting);
-    return possible;
 }
 
 guiRowNumber guiHtmlControlFlex::addRow(guiHtmlControlFlexEntry const& entry)

@@ -148,6 +148,52 @@ void control_setItemText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
         flex->setItemText(guiTextOf(args, 0), args.get(1)->toInt(0), guiTextOf(args, 2));
 }
 
+// ---- The list as data: for the package's own JavaScript, which packs and unpacks ----
+
+/// The packed rows that are the only argument; null when it is something else.
+std::shared_ptr<guiPackedRows const> packedArgument(ScriptArgs& args)
+{
+    if (!guiIsOneString(args))
+        return nullptr;
+    return guiPackedRows::read(sstoview(guiTextOf(args, 0)));
+}
+
+void control_setPackedRows_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                              ScriptValue& result)
+{
+    auto const packed = packedArgument(args);
+    flexNode* flex = packed ? guiControlOf<flexNode>(data, self) : nullptr;
+    result.setBool(flex != nullptr);
+    if (flex)
+        flex->setRows(packed);
+}
+
+/// A method that returns something as packed rows; null when the list is gone.
+template <QString (flexNode::*getter)()>
+void read_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (flexNode* flex = args.count() == 0 ? guiControlOf<flexNode>(data, self) : nullptr)
+        result.setString(qtoss((flex->*getter)()));
+}
+
+/// A method that takes packed rows.
+template <void (flexNode::*setter)(guiPackedRows const& packed)>
+void write_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    auto const packed = packedArgument(args);
+    if (flexNode* flex = packed ? guiControlOf<flexNode>(data, self) : nullptr)
+        (flex->*setter)(*packed);
+}
+
+void control_clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (flexNode* flex = args.count() == 0 ? guiControlOf<flexNode>(data, self) : nullptr)
+        flex->clear();
+}
+
 constexpr guiScriptMethod kMethods[] = {
     {"scrollToTop", guiCallOnGuiThread<control_scrollToTop_qt>},
     {"isItemChecked", guiCallOnGuiThread<ask_qt<&flexNode::isItemChecked>>},
@@ -168,6 +214,15 @@ constexpr guiScriptMethod kMethods[] = {
     {"setColumnWidth", guiCallOnGuiThread<control_setColumnWidth_qt>},
     {"setColumnText", guiCallOnGuiThread<control_setColumnText_qt>},
     {"setItemText", guiCallOnGuiThread<control_setItemText_qt>},
+    {"clear", guiCallOnGuiThread<control_clear_qt>},
+    {"setPackedRows", guiCallOnGuiThread<control_setPackedRows_qt>},
+    {"getPackedRows", guiCallOnGuiThread<read_qt<&flexNode::packedRows>>},
+    {"getSelection", guiCallOnGuiThread<read_qt<&flexNode::selection>>},
+    {"setSelection", guiCallOnGuiThread<write_qt<&flexNode::setSelection>>},
+    {"getChecked", guiCallOnGuiThread<read_qt<&flexNode::checkedRows>>},
+    {"setChecked", guiCallOnGuiThread<write_qt<&flexNode::setCheckedRows>>},
+    {"getColumns", guiCallOnGuiThread<read_qt<&flexNode::columns>>},
+    {"setColumns", guiCallOnGuiThread<write_qt<&flexNode::setColumns>>},
 };
 
 } // namespace

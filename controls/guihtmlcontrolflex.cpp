@@ -29,8 +29,7 @@ guiHtml& guiHtmlControlFlex::operator=(guiHtml& other)
     m_rows = flex->m_rows;
     m_entries.clear();
     m_knowsLongest = false;
-    if (flex->m_listView)
-        m_rows.selected = flex->m_listView->selectedRows();
+    m_rows.selected = flex->selectedRows();
     return *this;
 }
 
@@ -77,9 +76,11 @@ void guiHtmlControlFlex::createChildWidget()
     m_listView->setLeastRows(m_list.visibleRows);
     createColumns();
     addRowColumns();
+    showColumnLooks();
     m_listView->setHeaderHidden(!showsHeader());
     showRows();
     fitColumns();
+    growAllColumns();
     noteResizing();
     m_listView->owner = this; // only now: the states that the page gives its rows are not changes to report
     finishWidget(m_listView);

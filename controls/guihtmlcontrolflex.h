@@ -9,6 +9,7 @@
 #include "controls/guilistrows.h"
 #include "foundation/vela-threadrole.h"
 
+#include <functional>
 #include <memory>
 #include <set>
 #include <unordered_map>
@@ -109,6 +110,25 @@ public:
     void setColumnText(int column, sstring const& text);
     void setItemText(sstring const& value, int column, sstring const& text);
 
+    // ---- The list as data ----
+
+    /// Replaces all rows. Selection, what is expanded and the place of the scroll bar stay with the values of the rows,
+    /// unless the new rows say otherwise. If the selection changes, the link for that is followed.
+    void setRows(std::shared_ptr<guiPackedRows const> const& packed);
+    /// All rows as packed text, each behind the one that it lies under.
+    QString packedRows();
+    void clear();
+    /// The values of rows, as packed rows without texts: those that are selected, and those that are checked.
+    QString selection();
+    QString checkedRows();
+    /// Selects or checks the rows of these values and no others. The link for each change is followed.
+    void setSelection(guiPackedRows const& values);
+    void setCheckedRows(guiPackedRows const& values);
+    /// The columns as packed rows: the value is the heading, the texts are the width in pixels or "", how texts stand
+    /// and how rows are sorted by the column.
+    QString columns();
+    void setColumns(guiPackedRows const& columns);
+
     bool takesFormValue(ScriptValue& value) const override;
     void readFormProperty(ScriptObject* form) override;
     void writeFormProperty(ScriptObject* form) override;
@@ -128,6 +148,13 @@ protected:
     void addScriptMethods(ScriptObject* object) override;
 
 private:
+    /// How the texts of a column stand ("", "right" or "center"), and how rows are sorted by it.
+    struct columnLook
+    {
+        QString align;
+        QString sort;
+    };
+
     /// What page and script have said about the list as a whole.
     struct listSettings
     {
@@ -139,6 +166,18 @@ private:
         int visibleRows = kDefaultRows;
         int multiple = 0;
         int headerEnabled = 1;
+        std::vector<columnLook> columnLooks; // of the first columns
+    };
+
+    /// What stays when the rows are replaced, by value.
+    struct keptStates
+    {
+        std::vector<QString> selected;
+        std::vector<QString> collapsed;
+        QString top;     // the first row in view
+        QString current; // the row that keys start from
+        bool hasTop = false;
+        bool hasCurrent = false;
     };
 
     bool showsHeader() const;
@@ -155,12 +194,25 @@ private:
     guiRowNumber firstSelected() const;
     void clearSelection();
     void deleteRow(guiRowNumber row) TARN_ON(velaGuiRole);
+    void replaceRows(std::function<void(guiListRows&)> const& work) TARN_ON(velaGuiRole);
+    keptStates keepStates() const;
+    void restoreStates(keptStates const& kept, bool selectsAnew) TARN_ON(velaGuiRole);
+    std::set<guiRowNumber> selectedRows() const;
+    std::vector<QString> valuesOf(std::set<guiRowNumber> const& rows) const;
+    std::set<guiRowNumber> rowsOf(guiPackedRows const& values) const;
+    void selectOnly(std::set<guiRowNumber> rows) TARN_ON(velaGuiRole);
+    void packRow(guiRowPacker& packer, guiRowNumber row) const;
+    void warnOfDepth();
     void saveStates() TARN_ON(velaGuiRole);
 
     // Columns
     void createColumns();
     void addColumns(int count);
     void addRowColumns();
+    void setColumnLook(int column, columnLook const& look);
+    void showColumnLooks();
+    void growAllColumns();
+    int columnWidthSet(int column) const;
     void fitColumns();
     bool followsContent(int column) const;
     void growColumn(int column, int width);

@@ -4,6 +4,12 @@
 #include <cassert>
 #include <utility>
 
+namespace {
+
+constexpr Qt::Alignment kUsualAlignment = Qt::AlignLeft | Qt::AlignVCenter;
+
+} // namespace
+
 void guiListModel::show(guiListRows& rows)
 {
     beginResetModel();
@@ -102,6 +108,31 @@ void guiListModel::addColumns(int count)
     endInsertColumns();
 }
 
+void guiListModel::limitColumns(int count)
+{
+    assert(count >= 1);
+    if (count >= columnCount())
+        return;
+    beginRemoveColumns({}, count, columnCount() - 1);
+    m_headings.resize(static_cast<std::size_t>(count));
+    endRemoveColumns();
+}
+
+void guiListModel::setAlignment(int column, Qt::Alignment alignment)
+{
+    auto const at = static_cast<std::size_t>(column);
+    if (at >= m_alignments.size())
+        m_alignments.resize(at + 1, kUsualAlignment);
+    m_alignments[at] = alignment;
+    emit headerDataChanged(Qt::Horizontal, column, column);
+}
+
+QVariant guiListModel::alignmentOf(int column) const
+{
+    auto const at = static_cast<std::size_t>(column);
+    return at < m_alignments.size() ? QVariant(static_cast<int>(m_alignments[at])) : QVariant();
+}
+
 void guiListModel::setHeading(int column, QString const& text)
 {
     m_headings.at(static_cast<std::size_t>(column)) = text;
@@ -169,6 +200,8 @@ QVariant guiListModel::data(QModelIndex const& index, int role) const
     guiRowNumber const row = rowOf(index);
     if (role == Qt::DisplayRole)
         return m_rows->text(row, static_cast<unsigned>(index.column())).toString();
+    if (role == Qt::TextAlignmentRole)
+        return alignmentOf(index.column());
     bool const isIndicator = role == Qt::CheckStateRole || role == kIndicatorRole;
     return isIndicator && index.column() == 0 ? indicatorData(row, role) : QVariant();
 }
@@ -186,5 +219,5 @@ QVariant guiListModel::headerData(int section, Qt::Orientation orientation, int 
     bool const isHeading = orientation == Qt::Horizontal && section >= 0 && section < columnCount();
     if (isHeading && role == Qt::DisplayRole)
         return heading(section);
-    return {};
+    return isHeading && role == Qt::TextAlignmentRole ? alignmentOf(section) : QVariant();
 }

@@ -39,8 +39,12 @@ public:
 
     /// Adds columns without heading until there are `count`.
     void addColumns(int count);
+    /// Removes the columns behind the first `count`, which is at least 1.
+    void limitColumns(int count);
     QString heading(int column) const { return m_headings.at(static_cast<std::size_t>(column)); }
     void setHeading(int column, QString const& text);
+    /// Where the texts of a column and its heading stand.
+    void setAlignment(int column, Qt::Alignment alignment);
 
     QModelIndex index(int row, int column, QModelIndex const& parent = {}) const override;
     QModelIndex parent(QModelIndex const& index) const override;
@@ -59,9 +63,11 @@ signals:
 
 private:
     void moveToTop(guiRowNumber above);
+    QVariant alignmentOf(int column) const;
     QVariant indicatorData(guiRowNumber row, int role) const;
 
     guiListRows m_own;
     guiListRows* m_rows = &m_own;
-    std::vector<QString> m_headings{1}; // at least one, without which rows could not be seen
+    std::vector<Qt::Alignment> m_alignments; // of the first columns
+    std::vector<QString> m_headings{1};      // at least one, without which rows could not be seen
 };

@@ -227,17 +227,17 @@ void guiListRows::clear() { *this = guiListRows(); }
 
 // ---- Packed rows ----
 
-void guiListRows::assignRow(guiRowNumber row)
+void guiListRows::assignRow(guiRowNumber row, guiRowIndicator usual)
 {
     rowData& data = m_rows[row];
     guiPackedState const state = m_packed->state(row);
     data.packed = row;
     data.isThere = true;
-    data.indicator = static_cast<guiRowIndicator>(state.indicator);
-    data.isChecked = state.isChecked && state.indicator != kRowPlain;
+    data.indicator = state.indicator > kRowRadio ? usual : static_cast<guiRowIndicator>(state.indicator);
+    data.isChecked = state.isChecked && data.indicator != kRowPlain;
     data.isEnabled = !state.isDisabled;
     data.isExpanded = !state.isCollapsed;
-    m_indicators += state.indicator != kRowPlain;
+    m_indicators += data.indicator != kRowPlain;
     m_disabled += state.isDisabled;
     if (state.isSelected && !state.isDisabled)
         selected.insert(selected.end(), row);
@@ -258,13 +258,13 @@ int guiListRows::nestAssigned(unsigned levels)
     return isDeeper;
 }
 
-int guiListRows::assign(std::shared_ptr<guiPackedRows const> packed, unsigned levels)
+int guiListRows::assign(std::shared_ptr<guiPackedRows const> packed, guiRowIndicator usual, unsigned levels)
 {
     clear();
     m_packed = std::move(packed);
     m_rows.resize(m_packed->count());
     for (guiRowNumber row = 0; row < size(); ++row)
-        assignRow(row);
+        assignRow(row, usual);
     if (m_packed->hasParents())
         return nestAssigned(levels);
     m_top.resize(m_rows.size());

@@ -65,8 +65,11 @@ public:
     /// Puts a row behind all others under `above`, which does not lie under it.
     void move(guiRowNumber row, guiRowNumber above);
     void clear();
-    /// Replaces all rows. Those deeper than `levels` lie beside the last that still nests; 1 if there are such.
-    int assign(std::shared_ptr<guiPackedRows const> packed, unsigned levels);
+    /// Replaces all rows; those that do not say it have the indicator `usual`. Rows deeper than `levels` lie beside the
+    /// last that still nests; 1 if there are such.
+    int assign(std::shared_ptr<guiPackedRows const> packed, guiRowIndicator usual, unsigned levels);
+    /// What the rows were last assigned from, null when that was nothing.
+    guiPackedRows const* packed() const { return m_packed.get(); }
     /// Puts the rows under each one into the order that `isBefore` says; equal ones stay as they are.
     void sort(std::function<bool(guiRowNumber, guiRowNumber)> const& isBefore);
 
@@ -132,7 +135,7 @@ private:
     void takeOut(guiRowNumber row);
     guiRowNumber takeHole();
     guiRowTexts& ownTexts(guiRowNumber row);
-    void assignRow(guiRowNumber row);
+    void assignRow(guiRowNumber row, guiRowIndicator usual);
     int nestAssigned(unsigned levels);
     void renumber(rowList const& list);
     void sortList(rowList& list, std::function<bool(guiRowNumber, guiRowNumber)> const& isBefore);

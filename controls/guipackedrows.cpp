@@ -1,6 +1,7 @@
 // controls/guipackedrows.cpp: see guipackedrows.h. In front stand four units: bit 0: there are parents, bit 1: there
 // are icons; how many texts each row has; how many rows there are, in two units, the lower one first. Then a unit of
-// states for each row, two units for the length of each field, and the fields themselves.
+// states for each row, two units for the length of each field, and the
+// fields themselves: of each row its value, its texts, the value of its parent and the name of its icon.
 #include "controls/guipackedrows.h"
 
 #include <cassert>
@@ -19,6 +20,7 @@ enum stateBit : unsigned
     kSelected = 8,
     kDisabled = 16,
     kCollapsed = 32,
+    kExpanded = 64,
 };
 
 std::uint32_t numberAt(QStringView units, qsizetype at)
@@ -78,9 +80,8 @@ std::shared_ptr<guiPackedRows const> guiPackedRows::read(QStringView packed)
 guiPackedState guiPackedRows::state(unsigned row) const
 {
     unsigned const bits = m_states[row];
-    unsigned const indicator = bits & kIndicator;
-    return {indicator < 3 ? indicator : 0, (bits & kChecked) != 0, (bits & kSelected) != 0, (bits & kDisabled) != 0,
-            (bits & kCollapsed) != 0};
+    auto has = [bits](stateBit bit) { return (bits & bit) != 0; };
+    return {bits & kIndicator, has(kChecked), has(kSelected), has(kDisabled), has(kCollapsed), has(kExpanded)};
 }
 
 QStringView guiPackedRows::field(unsigned row, unsigned which) const
@@ -97,6 +98,7 @@ void guiRowPacker::addState(guiPackedState const& state)
     bits |= state.isSelected ? kSelected : 0u;
     bits |= state.isDisabled ? kDisabled : 0u;
     bits |= state.isCollapsed ? kCollapsed : 0u;
+    bits |= state.isExpanded ? kExpanded : 0u;
     m_states.append(QChar(static_cast<char16_t>(bits)));
 }
 
@@ -109,7 +111,7 @@ void guiRowPacker::addField(QStringView text)
 QString guiRowPacker::packed() const
 {
     QString head;
-    head.append(QChar(static_cast<char16_t>(kHasParents | kHasIcons)));
+    head.append(QChar(static_cast<char16_t>(m_isWhole ? kHasParents | kHasIcons : 0)));
     head.append(QChar(static_cast<char16_t>(m_texts)));
     appendNumber(head, static_cast<std::uint32_t>(m_states.size()));
     return head + m_states + m_lengths + m_text;

@@ -11,11 +11,12 @@
 /// The states of a packed row.
 struct guiPackedState
 {
-    unsigned indicator = 0; ///< 0 none, 1 a check box, 2 a radio button
+    unsigned indicator = 0; ///< 0 none, 1 a check box, 2 a radio button, 3 as usual in the list
     bool isChecked = false;
     bool isSelected = false;
     bool isDisabled = false;
     bool isCollapsed = false;
+    bool isExpanded = false; ///< it is said that the row is; without either it stays as it was
 };
 
 /// Texts are valid as long as this object. Any thread.
@@ -31,9 +32,9 @@ public:
     bool hasParents() const { return m_parents != 0; }
     guiPackedState state(unsigned row) const;
     QStringView value(unsigned row) const { return field(row, 0); }
-    QStringView parent(unsigned row) const { return m_parents ? field(row, 1) : QStringView(); }
-    QStringView icon(unsigned row) const { return m_icons ? field(row, 1 + m_parents) : QStringView(); }
-    QStringView text(unsigned row, unsigned column) const { return field(row, 1 + m_parents + m_icons + column); }
+    QStringView parent(unsigned row) const { return m_parents ? field(row, 1 + m_texts) : QStringView(); }
+    QStringView icon(unsigned row) const { return m_icons ? field(row, 1 + m_texts + m_parents) : QStringView(); }
+    QStringView text(unsigned row, unsigned column) const { return field(row, 1 + column); }
 
 private:
     QStringView field(unsigned row, unsigned which) const;
@@ -53,8 +54,8 @@ private:
 class guiRowPacker
 {
 public:
-    /// Each row has the value of its parent, the name of an icon and so many texts.
-    explicit guiRowPacker(unsigned texts) : m_texts(texts) {}
+    /// Each row has so many texts, and if it `isWhole` the value of its parent and the name of an icon.
+    explicit guiRowPacker(unsigned texts, bool isWhole = true) : m_texts(texts), m_isWhole(isWhole) {}
 
     void addState(guiPackedState const& state);
     /// To be called for each field of each row, in their order.
@@ -63,6 +64,7 @@ public:
 
 private:
     unsigned m_texts;
+    bool m_isWhole;
     QString m_states;
     QString m_lengths;
     QString m_text;

@@ -15,7 +15,7 @@ namespace {
 constexpr int kFrame = 16; // milliseconds
 constexpr int kRowGap = 6; // pixels between the lines of two rows that have the room
 // How many rows are looked at for the width of a column.
-constexpr int kMeasuredRows = 200;
+constexpr int kMeasuredRows = 100;
 
 int limited(qint64 pixels)
 {
@@ -275,6 +275,17 @@ void guiWidgetListView::scrollToPlace(int place, ScrollHint hint)
     else if (hint == PositionAtCenter)
         top = place - rowsShown / 2;
     verticalScrollBar()->setValue(top);
+}
+
+guiRowNumber guiWidgetListView::topRow() const
+{
+    return firstInView() < m_order.count() ? m_order.at(firstInView()) : kNoRow;
+}
+
+void guiWidgetListView::setTopRow(guiRowNumber row)
+{
+    updateGeometries(); // else the bar does not reach as far as there are rows
+    verticalScrollBar()->setValue(m_order.placeOf(row));
 }
 
 void guiWidgetListView::scrollToColumn(QModelIndex const& index)

@@ -193,6 +193,29 @@ std::set<guiRowNumber> guiWidgetListView::selectedRows() const
     return selected;
 }
 
+void guiWidgetListView::selectOnly(std::set<guiRowNumber> const& wanted)
+{
+    QSignalBlocker const silence(selectionModel());
+    QItemSelection selection;
+    for (guiRowNumber const row : wanted) {
+        QModelIndex const index = m_model->indexOf(row);
+        bool const goesOn = !selection.isEmpty() && selection.back().bottom() + 1 == index.row() &&
+                            selection.back().parent() == index.parent();
+        QModelIndex const from = goesOn ? QModelIndex(selection.back().topLeft()) : index;
+        if (goesOn)
+            selection.removeLast();
+        selection.append({from, index.siblingAtColumn(columnCount() - 1)});
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    refreshSoon();
+}
+
+void guiWidgetListView::setCurrentRow(guiRowNumber row)
+{
+    QScopedValueRollback const quiet(m_isQuiet, true);
+    selectionModel()->setCurrentIndex(m_model->indexOf(row), QItemSelectionModel::NoUpdate);
+}
+
 void guiWidgetListView::removeRow(guiRowNumber row)
 {
     QScopedValueRollback const quiet(m_isQuiet, true);

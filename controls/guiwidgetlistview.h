@@ -55,6 +55,14 @@ public:
     /// Script selects a row: in a list of single selection it comes into view with the next frame.
     void select(guiRowNumber row, bool on);
     std::set<guiRowNumber> selectedRows() const;
+    /// Selects these rows and no others, without telling anybody.
+    void selectOnly(std::set<guiRowNumber> const& wanted);
+    guiRowNumber currentRow() const { return m_model->rowOf(currentIndex()); }
+    /// Makes the row current, without selecting it or bringing it into view.
+    void setCurrentRow(guiRowNumber row);
+    /// The row at the top of what is in view, kNoRow without rows; and bringing a row there.
+    guiRowNumber topRow() const;
+    void setTopRow(guiRowNumber row);
     /// Removes a row, and nothing else from the selection.
     void removeRow(guiRowNumber row);
     /// Whether a row's text in this column may need more room than the column has, judged without measuring it.

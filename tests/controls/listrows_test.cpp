@@ -48,7 +48,7 @@ QString packedTree(std::vector<std::pair<QString, QString>> const& tree)
     guiRowPacker packer(1);
     for (auto const& [value, parent] : tree) {
         packer.addState({});
-        for (QString const& field : {value, parent, QString(), value + " text"})
+        for (QString const& field : {value, value + " text", parent, QString()})
             packer.addField(field);
     }
     return packer.packed();
@@ -198,8 +198,8 @@ TEST(ListRows, AreCopiedWithEverythingTheyHave)
 TEST(PackedRows, ComeOutAsTheyWentIn)
 {
     guiRowPacker packer(2);
-    packer.addState({1, true, true, false, true});
-    for (QString const& field : {QString("v"), QString("p"), QString("i"), QString(), QString("second")})
+    packer.addState({1, true, true, false, true, false});
+    for (QString const& field : {QString("v"), QString(), QString("second"), QString("p"), QString("i")})
         packer.addField(field);
     auto const packed = guiPackedRows::read(packer.packed());
     ASSERT_TRUE(packed);
@@ -231,7 +231,7 @@ TEST(PackedRows, BecomeRowsOfAList)
     add(rows, "old");
     auto const packed =
         guiPackedRows::read(packedTree({{"a", "late"}, {"b", "A"}, {"late", ""}, {"c", "b"}, {"c", "c"}}));
-    EXPECT_EQ(rows.assign(packed, 10), 0);
+    EXPECT_EQ(rows.assign(packed, kRowPlain, 10), 0);
     EXPECT_EQ(shownValues(rows), "abcclate");
     EXPECT_EQ(rows.find(u"old"), kNoRow);
     EXPECT_EQ(rows.above(4), 3u);
@@ -239,7 +239,7 @@ TEST(PackedRows, BecomeRowsOfAList)
     EXPECT_EQ(rows.text(1, 0).toString(), "changed");
     EXPECT_EQ(rows.text(0, 0).toString(), "a text");
     EXPECT_EQ(rows.value(1).toString(), "b");
-    EXPECT_EQ(rows.assign(packed, 2), 1); // c lies too deep
+    EXPECT_EQ(rows.assign(packed, kRowPlain, 2), 1); // c lies too deep
     EXPECT_EQ(shownValues(rows), "abcclate");
     EXPECT_EQ(rows.levelOf(3), 1u);
 }

@@ -49,7 +49,7 @@ const ofKinds = {
             'isItemSelected(value: string)', 'selectItem(value: string, on?: switch)', 'unselectItem(value: string)',
             'isItemEnabled(value: string)', 'enableItem(value: string, on?: switch)', 'disableItem(value: string)',
             'isItemExpanded(value: string)', 'expandItem(value: string, on?: switch)', 'collapseItem(value: string)',
-            'addItem(value: string, text?: string|null, parent?: string|null, type?: string|number)', 'removeItem(value: string)',
+            'addItem(value: string, text?: string|null, parent?: string|null, type?: string|number)', 'removeItem(value: string)', 'clear()', 'setRows(rows: any)', 'rows()',
             'setHeaderEnabled(enabled: switch)', 'setColumnWidth(column: number, width: number)',
             'setColumnText(column: number, text: string)', 'setItemText(value: string, column: number, text: string)'],
     },

@@ -1,0 +1,295 @@
+// controls/guihtmlcontrolflex-data.cpp: the list as data: all its rows, its selection, what is checked, its columns.
+#include "controls/guicolumncodes.h"
+#include "controls/guihtmlcontrolflex.h"
+#include "controls/guiwidgetlistview.h"
+#include "foundation/vela-qt.h"
+
+#include <QHeaderView>
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace {
+
+QString packedValues(std::vector<QString> const& values)
+{
+    guiRowPacker packer(0, false);
+    for (QString const& value : values) {
+        packer.addState({});
+        packer.addField(value);
+    }
+    return packer.packed();
+}
+
+std::vector<QString> sorted(std::vector<QString> values)
+{
+    std::sort(values.begin(), values.end());
+    return values;
+}
+
+Qt::Alignment alignmentOf(QString const& word)
+{
+    Qt::Alignment const across = word == "right" ? Qt::AlignRight : word == "center" ? Qt::AlignHCenter : Qt::AlignLeft;
+    return across | Qt::AlignVCenter;
+}
+
+} // namespace
+
+// ---- What stays when the rows are replaced ----
+
+std::vector<QString> guiHtmlControlFlex::valuesOf(std::set<guiRowNumber> const& rows) const
+{
+    std::vector<QString> values;
+    values.reserve(rows.size());
+    for (guiRowNumber const row : rows)
+        values.push_back(m_rows.value(row).toString());
+    return values;
+}
+
+guiHtmlControlFlex::keptStates guiHtmlControlFlex::keepStates() const
+{
+    keptStates kept;
+    kept.selected = valuesOf(selectedRows());
+    for (guiRowNumber row = 0; m_rows.isNested() && row < m_rows.size(); ++row)
+        if (m_rows.has(row) && !m_rows.isExpanded(row))
+            kept.collapsed.push_back(m_rows.value(row).toString());
+    if (!m_listView)
+        return kept;
+    guiRowNumber const top = m_listView->topRow();
+    guiRowNumber const current = m_listView->currentRow();
+    kept.hasTop = top != kNoRow && m_listView->order().placeOf(top) > 0; // else it stays at the top
+    kept.top = kept.hasTop ? m_rows.value(top).toString() : QString();
+    kept.hasCurrent = current != kNoRow;
+    kept.current = kept.hasCurrent ? m_rows.value(current).toString() : QString();
+    return kept;
+}
+
+/// `selectsAnew`: the new rows say which are selected.
+void guiHtmlControlFlex::restoreStates(keptStates const& kept, bool selectsAnew)
+{
+    for (QString const& value : kept.collapsed)
+        if (guiRowNumber const row = m_rows.find(value); row != kNoRow && !m_rows.packed()->state(row).isExpanded)
+            m_rows.setExpanded(row, false);
+    std::set<guiRowNumber> selected = std::exchange(m_rows.selected, {});
+    for (std::size_t i = 0; !selectsAnew && i < kept.selected.size(); ++i)
+        if (guiRowNumber const row = m_rows.find(kept.selected[i]); row != kNoRow && m_rows.isEnabled(row))
+            selected.insert(row);
+    selectOnly(std::move(selected));
+    if (!m_listView)
+        return;
+    m_listView->order().invalidate();
+    if (guiRowNumber const row = kept.hasCurrent ? m_rows.find(kept.current) : kNoRow; row != kNoRow)
+        m_listView->setCurrentRow(row);
+    if (guiRowNumber const row = kept.hasTop ? m_rows.find(kept.top) : kNoRow; row != kNoRow)
+        m_listView->setTopRow(row);
+}
+
+/// Tells nobody.
+void guiHtmlControlFlex::selectOnly(std::set<guiRowNumber> rows)
+{
+    if (!m_list.multiple && rows.size() > 1)
+        rows = {*rows.begin()};
+    if (m_listView)
+        m_listView->selectOnly(rows);
+    else
+        m_rows.selected = std::move(rows);
+}
+
+// ---- Rows ----
+
+void guiHtmlControlFlex::replaceRows(std::function<void(guiListRows&)> const& work)
+{
+    m_entries.clear();
+    m_knowsLongest = false;
+    if (m_listView)
+        m_listView->listModel().replaceRows(work);
+    else
+        work(m_rows);
+}
+
+void guiHtmlControlFlex::setRows(std::shared_ptr<guiPackedRows const> const& packed)
+{
+    assertOnGuiThread();
+    keptStates const kept = keepStates();
+    bool const wasEmpty = m_rows.count() == 0;
+    guiRowIndicator const usual = m_list.styleBits & kFlexCheckByDefault ? kRowCheckBox : kRowPlain;
+    replaceRows([&](guiListRows& rows) {
+        if (rows.assign(packed, usual, kMaxNesting))
+            warnOfDepth();
+    });
+    restoreStates(kept, !m_rows.selected.empty());
+    if (m_listView) {
+        addRowColumns();
+        m_listView->setRootIsDecorated(m_listView->rootIsDecorated() || m_rows.isNested());
+        if (wasEmpty)
+            fitColumns();
+        growAllColumns();
+    }
+    if (sorted(valuesOf(selectedRows())) != sorted(kept.selected))
+        onSelect();
+}
+
+void guiHtmlControlFlex::clear()
+{
+    assertOnGuiThread();
+    bool const wasSelected = firstSelected() != kNoRow;
+    replaceRows([](guiListRows& rows) { rows.clear(); });
+    if (wasSelected)
+        onSelect();
+}
+
+void guiHtmlControlFlex::packRow(guiRowPacker& packer, guiRowNumber row) const
+{
+    bool const isExpanded = m_rows.isExpanded(row);
+    packer.addState({m_rows.indicator(row), m_rows.isChecked(row), isRowSelected(row), !m_rows.isEnabled(row),
+                     !isExpanded, isExpanded});
+    guiRowNumber const above = m_rows.above(row);
+    packer.addField(m_rows.value(row));
+    for (unsigned column = 0; column < m_longest.size(); ++column)
+        packer.addField(m_rows.text(row, column));
+    packer.addField(above == kNoRow ? QStringView() : m_rows.value(above));
+    packer.addField(m_rows.icon(row));
+}
+
+QString guiHtmlControlFlex::packedRows()
+{
+    assertOnGuiThread();
+    findLongest();
+    guiRowPacker packer(static_cast<unsigned>(m_longest.size()));
+    guiListRows::rowList open(m_rows.under(kNoRow).rbegin(), m_rows.under(kNoRow).rend());
+    while (!open.empty()) {
+        guiRowNumber const row = open.back();
+        open.pop_back();
+        packRow(packer, row);
+        guiListRows::rowList const& under = m_rows.under(row);
+        open.insert(open.end(), under.rbegin(), under.rend());
+    }
+    return packer.packed();
+}
+
+// ---- Selection and check boxes ----
+
+std::set<guiRowNumber> guiHtmlControlFlex::rowsOf(guiPackedRows const& values) const
+{
+    std::set<guiRowNumber> rows;
+    for (unsigned i = 0; i < values.count(); ++i)
+        if (guiRowNumber const row = m_rows.find(values.value(i)); row != kNoRow)
+            rows.insert(row);
+    return rows;
+}
+
+QString guiHtmlControlFlex::selection() { return packedValues(valuesOf(selectedRows())); }
+
+void guiHtmlControlFlex::setSelection(guiPackedRows const& values)
+{
+    assertOnGuiThread();
+    std::set<guiRowNumber> const before = selectedRows();
+    std::set<guiRowNumber> wanted = rowsOf(values);
+    std::erase_if(wanted, [this](guiRowNumber row) { return !m_rows.isEnabled(row); });
+    selectOnly(std::move(wanted));
+    if (selectedRows() != before)
+        onSelect();
+}
+
+QString guiHtmlControlFlex::checkedRows()
+{
+    std::vector<QString> values;
+    for (guiRowNumber row = 0; row < m_rows.size(); ++row)
+        if (m_rows.has(row) && m_rows.isChecked(row))
+            values.push_back(m_rows.value(row).toString());
+    return packedValues(values);
+}
+
+void guiHtmlControlFlex::setCheckedRows(guiPackedRows const& values)
+{
+    assertOnGuiThread();
+    std::set<guiRowNumber> const wanted = rowsOf(values);
+    bool isChanged = false;
+    for (guiRowNumber row = 0; row < m_rows.size(); ++row) {
+        bool const on = wanted.contains(row);
+        if (!m_rows.has(row) || m_rows.indicator(row) == kRowPlain || m_rows.isChecked(row) == on)
+            continue;
+        m_rows.setChecked(row, on);
+        isChanged = true;
+    }
+    if (!isChanged || !m_listView)
+        return;
+    m_listView->viewport()->update();
+    onChange();
+}
+
+// ---- Columns ----
+
+/// How many pixels wide the column is shown, or was to be shown; -1 when nobody has said.
+int guiHtmlControlFlex::columnWidthSet(int column) const
+{
+    return m_listView ? m_listView->columnWidth(column - 1) : guiColumnWidthIn(m_list.columnCodes, column);
+}
+
+QString guiHtmlControlFlex::columns()
+{
+    assertOnGuiThread();
+    if (m_listView)
+        saveColumns();
+    std::map<int, sstring> headings;
+    guiForEachColumn(m_list.columnCodes, m_list.uncodedHeadings, [&](int column, sstring const& text, bool isUncoded) {
+        if (isUncoded || guiColumnWidthOf(text) < 0)
+            headings[column] = text;
+    });
+    findLongest();
+    int const count = std::max({headings.empty() ? 0 : headings.rbegin()->first, static_cast<int>(m_longest.size()),
+                                m_listView ? m_listView->columnCount() : 0});
+    guiRowPacker packer(3, false);
+    for (int column = 1; column <= count; ++column) {
+        auto const at = static_cast<std::size_t>(column) - 1;
+        columnLook const look = at < m_list.columnLooks.size() ? m_list.columnLooks[at] : columnLook();
+        int const width = columnWidthSet(column);
+        packer.addState({});
+        packer.addField(sstoq(headings[column]));
+        packer.addField(width < 0 ? QString() : QString::number(width));
+        packer.addField(look.align);
+        packer.addField(look.sort);
+    }
+    return packer.packed();
+}
+
+void guiHtmlControlFlex::setColumnLook(int column, columnLook const& look)
+{
+    auto const at = static_cast<std::size_t>(column) - 1;
+    if (at >= m_list.columnLooks.size())
+        m_list.columnLooks.resize(at + 1);
+    m_list.columnLooks[at] = look;
+    if (m_listView)
+        m_listView->listModel().setAlignment(column - 1, alignmentOf(look.align));
+}
+
+void guiHtmlControlFlex::showColumnLooks()
+{
+    for (std::size_t i = 0; i < m_list.columnLooks.size(); ++i)
+        m_listView->listModel().setAlignment(static_cast<int>(i), alignmentOf(m_list.columnLooks[i].align));
+}
+
+void guiHtmlControlFlex::setColumns(guiPackedRows const& columns)
+{
+    assertOnGuiThread();
+    int const count = std::min(static_cast<int>(columns.count()), kColumnLimit);
+    findLongest();
+    m_list.columnCodes = sstring();
+    m_list.uncodedHeadings.clear();
+    m_list.columnLooks.clear();
+    m_widths.clear();
+    if (m_listView) {
+        m_listView->header()->setStretchLastSection(true);
+        m_listView->listModel().limitColumns(std::max({1, count, static_cast<int>(m_longest.size())}));
+    }
+    for (int column = 1; column <= count; ++column) {
+        auto const row = static_cast<unsigned>(column) - 1;
+        setColumnText(column, qtoss(columns.value(row).toString()));
+        setColumnLook(column, {columns.text(row, 1).toString(), columns.text(row, 2).toString()});
+    }
+    if (m_listView)
+        fitColumns();
+    for (int column = 1; column <= count; ++column)
+        if (QStringView const width = columns.text(static_cast<unsigned>(column) - 1, 0); !width.isEmpty())
+            setColumnWidth(column, width.toInt());
+}
