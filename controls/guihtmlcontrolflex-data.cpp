@@ -42,13 +42,15 @@ std::vector<QString> guiHtmlControlFlex::valuesOf(std::set<guiRowNumber> const& 
     std::vector<QString> values;
     values.reserve(rows.size());
     for (guiRowNumber const row : rows)
-        values.push_back(m_rows.value(row).toString());
+        values.push_back(rowValue(row));
     return values;
 }
 
 guiHtmlControlFlex::keptStates guiHtmlControlFlex::keepStates() const
 {
     keptStates kept;
+    if (m_source)
+        return kept;
     kept.selected = valuesOf(selectedRows());
     for (guiRowNumber row = 0; m_rows.isNested() && row < m_rows.size(); ++row)
         if (m_rows.has(row) && !m_rows.isExpanded(row))
@@ -101,10 +103,46 @@ void guiHtmlControlFlex::replaceRows(std::function<void(guiListRows&)> const& wo
 {
     m_entries.clear();
     m_knowsLongest = false;
-    if (m_listView)
-        m_listView->listModel().replaceRows(work);
-    else
-        work(m_rows);
+    if (!m_listView) {
+        m_source.reset();
+        return work(m_rows);
+    }
+    m_listView->listModel().replaceRows([&](guiListRows& rows) {
+        m_source.reset();
+        m_listView->listModel().dropSource();
+        work(rows);
+    });
+}
+
+// ---- Rows on demand ----
+
+void guiHtmlControlFlex::setSource(std::shared_ptr<guiListSource> source)
+{
+    assertOnGuiThread();
+    clear();
+    m_source = std::move(source);
+    if (!m_listView)
+        return;
+    m_listView->setRootIsDecorated(false);
+    m_listView->listModel().showSource(m_source);
+}
+
+void guiHtmlControlFlex::giveRows(unsigned first, std::shared_ptr<guiPackedRows const> rows)
+{
+    assertOnGuiThread();
+    if (!m_source)
+        return;
+    bool const isFirst = m_source->textCount() == 0;
+    unsigned const end = std::min(m_source->count(), first + (rows ? rows->count() : 0));
+    m_source->give(first, std::move(rows));
+    if (!m_listView)
+        return;
+    addColumns(std::max(1, static_cast<int>(m_source->textCount())));
+    if (isFirst)
+        fitColumns();
+    for (guiRowNumber row = first; row < end; ++row)
+        growColumns(row);
+    m_listView->listModel().noteGiven();
 }
 
 void guiHtmlControlFlex::setRows(std::shared_ptr<guiPackedRows const> const& packed)
@@ -173,7 +211,8 @@ std::set<guiRowNumber> guiHtmlControlFlex::rowsOf(guiPackedRows const& values) c
 {
     std::set<guiRowNumber> rows;
     for (unsigned i = 0; i < values.count(); ++i)
-        if (guiRowNumber const row = m_rows.find(values.value(i)); row != kNoRow)
+        if (guiRowNumber const row = m_source ? m_source->find(values.value(i)) : m_rows.find(values.value(i));
+            row != kNoRow)
             rows.insert(row);
     return rows;
 }
@@ -185,7 +224,7 @@ void guiHtmlControlFlex::setSelection(guiPackedRows const& values)
     assertOnGuiThread();
     std::set<guiRowNumber> const before = selectedRows();
     std::set<guiRowNumber> wanted = rowsOf(values);
-    std::erase_if(wanted, [this](guiRowNumber row) { return !m_rows.isEnabled(row); });
+    std::erase_if(wanted, [this](guiRowNumber row) { return !isRowEnabled(row); });
     selectOnly(std::move(wanted));
     if (selectedRows() != before)
         onSelect();

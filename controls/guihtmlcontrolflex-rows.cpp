@@ -85,6 +85,8 @@ void guiHtmlControlFlex::showRows()
 {
     assert(m_listView && !m_listView->owner);
     m_listView->listModel().show(m_rows);
+    if (m_source)
+        m_listView->listModel().showSource(m_source);
     if (m_rows.isNested())
         m_listView->setRootIsDecorated(true);
     for (guiRowNumber const row : m_rows.selected)
@@ -111,8 +113,20 @@ std::set<guiRowNumber> guiHtmlControlFlex::selectedRows() const
     return m_listView ? m_listView->selectedRows() : m_rows.selected;
 }
 
+bool guiHtmlControlFlex::isRowEnabled(guiRowNumber row) const
+{
+    return m_source ? m_source->isEnabled(row) : m_rows.isEnabled(row);
+}
+
+QString guiHtmlControlFlex::rowValue(guiRowNumber row) const
+{
+    return m_source ? m_source->value(row) : m_rows.value(row).toString();
+}
+
 guiRowNumber guiHtmlControlFlex::firstSelected() const
 {
+    if (m_source && m_listView)
+        return m_listView->firstSelected();
     std::set<guiRowNumber> const selected = selectedRows();
     return selected.empty() ? kNoRow : *selected.begin();
 }
@@ -127,7 +141,7 @@ int guiHtmlControlFlex::isItemChecked(sstring const& value)
 
 int guiHtmlControlFlex::isItemSelected(sstring const& value)
 {
-    guiRowNumber const row = rowOf(value);
+    guiRowNumber const row = m_source ? m_source->find(sstoview(value)) : rowOf(value);
     return row != kNoRow && isRowSelected(row);
 }
 
@@ -158,8 +172,8 @@ void guiHtmlControlFlex::setItemChecked(sstring const& value, int on)
 void guiHtmlControlFlex::setItemSelected(sstring const& value, int on)
 {
     assertOnGuiThread();
-    guiRowNumber const row = rowOf(value);
-    if (row == kNoRow || (on > 0 && !m_rows.isEnabled(row)))
+    guiRowNumber const row = m_source ? m_source->find(sstoview(value)) : rowOf(value);
+    if (row == kNoRow || (on > 0 && !isRowEnabled(row)))
         return;
     if (m_listView)
         return m_listView->select(row, on > 0);
@@ -251,6 +265,8 @@ void guiHtmlControlFlex::addItem(sstring const& value, sstring const& text, sstr
                                  guiHtmlControlFlexEntryType entryType)
 {
     assertOnGuiThread();
+    if (m_source)
+        return;
     guiHtmlControlFlexEntry entry;
     entry.value = value;
     entry.text = text.getLength() ? text : value;

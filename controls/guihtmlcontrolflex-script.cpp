@@ -2,6 +2,7 @@
 #include "controls/guiformproperty.h"
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiscriptmethod.h"
+#include "controls/guiscriptvalue.h"
 #include "foundation/vela-qt.h"
 #include "page/guinumbers.h"
 
@@ -28,7 +29,7 @@ void guiHtmlControlFlex::writeFormProperty(ScriptObject* form)
     if (row == kNoRow)
         value.writeNull();
     else
-        value.write(qtoss(m_rows.value(row).toString()));
+        value.write(qtoss(rowValue(row)));
 }
 
 void guiHtmlControlFlex::eraseFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).erase(); }
@@ -194,6 +195,48 @@ void control_clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, Scri
         flex->clear();
 }
 
+void forgetResult(ScriptValue&, void*) {}
+
+/// Calls `provider(first, count)`, which calls giveRows() when it has the rows.
+void askProvider(std::shared_ptr<ScriptObject> const& provider, unsigned first, unsigned count)
+{
+    HostPlatform* const platform = guiControlHost::current().platform();
+    ScriptArgs* const args = platform->createArgs(provider->getEngine());
+    guiScratchValue const value;
+    for (unsigned const number : {first, count}) {
+        value->setNumber(number);
+        args->append(value.get());
+    }
+    provider->callMethodAsync(provider.get(), sstring(), args, forgetResult, nullptr);
+    platform->destroyArgs(args);
+}
+
+/// Arguments: how many rows there are, and the function that is asked for them.
+void control_setSource_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    bool const fits = args.count() == 2 && guiIsNumber(args, 0) && args.get(1)->isFunction();
+    flexNode* flex = fits ? guiControlOf<flexNode>(data, self) : nullptr;
+    if (!flex)
+        return;
+    std::shared_ptr<ScriptObject> const provider = guiKept(args.get(1)->toObject(0));
+    auto const count = static_cast<unsigned>(std::max(0, args.get(0)->toInt(0)));
+    flex->setSource(std::make_shared<guiListSource>(
+        count, [provider](unsigned first, unsigned rows) { askProvider(provider, first, rows); }));
+}
+
+/// Arguments: the first row, and the rows as packed text or null.
+void control_giveRows_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    bool const fits = args.count() == 2 && guiIsNumber(args, 0);
+    flexNode* flex = fits ? guiControlOf<flexNode>(data, self) : nullptr;
+    if (!flex)
+        return;
+    auto const first = static_cast<unsigned>(std::max(0, args.get(0)->toInt(0)));
+    flex->giveRows(first, guiIsString(args, 1) ? guiPackedRows::read(sstoview(guiTextOf(args, 1))) : nullptr);
+}
+
 constexpr guiScriptMethod kMethods[] = {
     {"scrollToTop", guiCallOnGuiThread<control_scrollToTop_qt>},
     {"isItemChecked", guiCallOnGuiThread<ask_qt<&flexNode::isItemChecked>>},
@@ -216,6 +259,8 @@ constexpr guiScriptMethod kMethods[] = {
     {"setItemText", guiCallOnGuiThread<control_setItemText_qt>},
     {"clear", guiCallOnGuiThread<control_clear_qt>},
     {"setPackedRows", guiCallOnGuiThread<control_setPackedRows_qt>},
+    {"setProvider", guiCallOnGuiThread<control_setSource_qt>},
+    {"giveRows", guiCallOnGuiThread<control_giveRows_qt>},
     {"getPackedRows", guiCallOnGuiThread<read_qt<&flexNode::packedRows>>},
     {"getSelection", guiCallOnGuiThread<read_qt<&flexNode::selection>>},
     {"setSelection", guiCallOnGuiThread<write_qt<&flexNode::setSelection>>},

@@ -27,6 +27,7 @@ guiHtml& guiHtmlControlFlex::operator=(guiHtml& other)
     destroyWidgets(); // they show the rows that are replaced now
     m_list = flex->m_list;
     m_rows = flex->m_rows;
+    m_source = flex->m_source;
     m_entries.clear();
     m_knowsLongest = false;
     m_rows.selected = flex->selectedRows();

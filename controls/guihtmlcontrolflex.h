@@ -7,6 +7,7 @@
 #include "controls/guicolumncodes.h"
 #include "controls/guihtmlcontrol.h"
 #include "controls/guilistrows.h"
+#include "controls/guilistsource.h"
 #include "foundation/vela-threadrole.h"
 
 #include <functional>
@@ -115,6 +116,11 @@ public:
     /// Replaces all rows. Selection, what is expanded and the place of the scroll bar stay with the values of the rows,
     /// unless the new rows say otherwise. If the selection changes, the link for that is followed.
     void setRows(std::shared_ptr<guiPackedRows const> const& packed);
+    /// From now on rows come on demand, until setRows() or clear(). Such rows have texts, a value and an icon, and can
+    /// be selected; what changes single rows does nothing.
+    void setSource(std::shared_ptr<guiListSource> source);
+    /// Rows that the source has asked for have come; null: script could not give them.
+    void giveRows(unsigned first, std::shared_ptr<guiPackedRows const> rows);
     /// All rows as packed text, each behind the one that it lies under.
     QString packedRows();
     void clear();
@@ -191,6 +197,8 @@ private:
     guiRowNumber addRow(guiHtmlControlFlexEntry const& entry);
     void showRows();
     bool isRowSelected(guiRowNumber row) const;
+    bool isRowEnabled(guiRowNumber row) const;
+    QString rowValue(guiRowNumber row) const;
     guiRowNumber firstSelected() const;
     void clearSelection();
     void deleteRow(guiRowNumber row) TARN_ON(velaGuiRole);
@@ -230,6 +238,7 @@ private:
     };
 
     guiListRows m_rows;
+    std::shared_ptr<guiListSource> m_source; // null unless rows come on demand; m_rows is empty then
     listSettings m_list;
     guiWidgetListView* m_listView = nullptr;                                              // owned; shows m_rows
     std::unordered_map<guiRowNumber, std::unique_ptr<guiHtmlControlFlexEntry>> m_entries; // those asked for

@@ -19,8 +19,17 @@ void guiListModel::show(guiListRows& rows)
 
 void guiListModel::showOwn()
 {
-    if (m_rows != &m_own)
-        show(m_own);
+    if (m_rows == &m_own && !m_source)
+        return;
+    m_source.reset();
+    show(m_own);
+}
+
+void guiListModel::showSource(std::shared_ptr<guiListSource> source)
+{
+    beginResetModel();
+    m_source = std::move(source);
+    endResetModel();
 }
 
 void guiListModel::replaceRows(std::function<void(guiListRows&)> const& work)
@@ -41,8 +50,8 @@ QModelIndex guiListModel::indexOf(guiRowNumber row, int column) const
 {
     if (row == kNoRow || column >= columnCount())
         return {};
-    assert(m_rows->has(row));
-    return createIndex(m_rows->placeOf(row), column, quintptr{row});
+    assert(hasRow(row));
+    return createIndex(m_source ? static_cast<int>(row) : m_rows->placeOf(row), column, quintptr{row});
 }
 
 guiRowNumber guiListModel::addRow(guiRowTexts texts, guiRowIndicator indicator, guiRowNumber above)
@@ -145,6 +154,8 @@ QModelIndex guiListModel::index(int row, int column, QModelIndex const& parent) 
 {
     if (row < 0 || column < 0 || column >= columnCount() || parent.column() > 0)
         return {};
+    if (m_source)
+        return row < rowCount(parent) ? createIndex(row, column, static_cast<quintptr>(row)) : QModelIndex();
     guiListRows::rowList const& under = m_rows->under(rowOf(parent));
     auto const place = static_cast<std::size_t>(row);
     return place < under.size() ? createIndex(row, column, quintptr{under[place]}) : QModelIndex();
@@ -152,7 +163,7 @@ QModelIndex guiListModel::index(int row, int column, QModelIndex const& parent) 
 
 QModelIndex guiListModel::parent(QModelIndex const& index) const
 {
-    return index.isValid() && m_rows->isNested() ? indexOf(m_rows->above(rowOf(index))) : QModelIndex();
+    return index.isValid() && !m_source && m_rows->isNested() ? indexOf(m_rows->above(rowOf(index))) : QModelIndex();
 }
 
 QModelIndex guiListModel::sibling(int row, int column, QModelIndex const& index) const
@@ -164,6 +175,8 @@ QModelIndex guiListModel::sibling(int row, int column, QModelIndex const& index)
 
 int guiListModel::rowCount(QModelIndex const& parent) const
 {
+    if (m_source)
+        return parent.isValid() ? 0 : static_cast<int>(m_source->count());
     return parent.column() > 0 ? 0 : static_cast<int>(m_rows->under(rowOf(parent)).size());
 }
 
@@ -177,9 +190,17 @@ Qt::ItemFlags guiListModel::flags(QModelIndex const& index) const
         return Qt::NoItemFlags;
     guiRowNumber const row = rowOf(index);
     Qt::ItemFlags flags = Qt::ItemIsSelectable;
-    flags.setFlag(Qt::ItemIsEnabled, m_rows->isUsable(row));
+    flags.setFlag(Qt::ItemIsEnabled, m_source ? m_source->isEnabled(row) : m_rows->isUsable(row));
+    if (m_source)
+        return flags | Qt::ItemNeverHasChildren;
     flags.setFlag(Qt::ItemIsUserCheckable, index.column() == 0 && m_rows->indicator(row) != kRowPlain);
     return flags;
+}
+
+QString guiListModel::textAt(guiRowNumber row, int column) const
+{
+    auto const at = static_cast<unsigned>(column);
+    return (m_source ? m_source->text(row, at) : m_rows->text(row, at)).toString();
 }
 
 /// In the first column.
@@ -199,11 +220,11 @@ QVariant guiListModel::data(QModelIndex const& index, int role) const
         return {};
     guiRowNumber const row = rowOf(index);
     if (role == Qt::DisplayRole)
-        return m_rows->text(row, static_cast<unsigned>(index.column())).toString();
+        return textAt(row, index.column());
     if (role == Qt::TextAlignmentRole)
         return alignmentOf(index.column());
     bool const isIndicator = role == Qt::CheckStateRole || role == kIndicatorRole;
-    return isIndicator && index.column() == 0 ? indicatorData(row, role) : QVariant();
+    return isIndicator && index.column() == 0 && !m_source ? indicatorData(row, role) : QVariant();
 }
 
 bool guiListModel::setData(QModelIndex const& index, QVariant const& value, int role)

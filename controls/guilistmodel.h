@@ -2,6 +2,7 @@
 #pragma once
 
 #include "controls/guilistrows.h"
+#include "controls/guilistsource.h"
 
 #include <QAbstractItemModel>
 
@@ -22,6 +23,17 @@ public:
     void show(guiListRows& rows);
     /// Shows the model's own rows, if it does not yet.
     void showOwn();
+    /// Shows rows that come on demand, in place of all others; null: those of rows() again.
+    void showSource(std::shared_ptr<guiListSource> source);
+    /// The same, while the rows are being replaced.
+    void dropSource() { m_source.reset(); }
+    guiListSource* source() const { return m_source.get(); }
+    /// A row at the top level that is there, whether its texts are known or not.
+    bool hasRow(guiRowNumber row) const { return m_source ? row < m_source->count() : m_rows->has(row); }
+    /// "" for a row of a source that is not known.
+    QString textAt(guiRowNumber row, int column) const;
+    /// Rows of the source have come.
+    void noteGiven() { emit dataChanged(index(0, 0), index(0, columnCount() - 1)); }
     /// Replaces the rows by means of `work`.
     void replaceRows(std::function<void(guiListRows&)> const& work);
 
@@ -66,6 +78,7 @@ private:
     QVariant alignmentOf(int column) const;
     QVariant indicatorData(guiRowNumber row, int role) const;
 
+    std::shared_ptr<guiListSource> m_source; // null unless its rows are shown
     guiListRows m_own;
     guiListRows* m_rows = &m_own;
     std::vector<Qt::Alignment> m_alignments; // of the first columns

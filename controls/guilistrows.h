@@ -107,6 +107,7 @@ public:
     void setChecked(guiRowNumber row, bool on) { m_rows[row].isChecked = on; }
     void setEnabled(guiRowNumber row, bool on);
     void setExpanded(guiRowNumber row, bool on) { m_rows[row].isExpanded = on; }
+    bool hasDisabled() const { return m_disabled > 0; }
     /// Whether the row and all that it lies under are enabled.
     bool isUsable(guiRowNumber row) const;
     /// The radio row beside this one that is on, kNoRow when there is none.

@@ -33,7 +33,12 @@ bool guiWidgetListView::handleBranchKey(QKeyEvent const& event)
     return true;
 }
 
-void guiWidgetListView::keyboardSearch(QString const& text) { guiNoticeView::keyboardSearch(text); }
+/// Rows that script has not given yet are not searched.
+void guiWidgetListView::keyboardSearch(QString const& text)
+{
+    if (!m_model->source())
+        guiNoticeView::keyboardSearch(text);
+}
 
 /// From a place on, downwards or upwards, the first row that can be used; -1 when there is none.
 int guiWidgetListView::nextUsable(int place, int step)
@@ -146,7 +151,7 @@ void guiWidgetListView::hover(guiRowNumber row)
     if (row == m_hovered)
         return;
     for (guiRowNumber const changed : {std::exchange(m_hovered, row), row})
-        if (rows().has(changed))
+        if (changed != kNoRow && m_model->hasRow(changed))
             viewport()->update(rowRect(m_order.placeOf(changed)));
 }
 
@@ -165,6 +170,8 @@ bool guiWidgetListView::viewportEvent(QEvent* event)
 QItemSelection guiWidgetListView::selectionOf(int from, int to)
 {
     QItemSelection selection;
+    if (m_model->source() || (!rows().isNested() && !rows().hasDisabled()))
+        return {indexAtPlace(from), indexAtPlace(to, columnCount() - 1)};
     QModelIndex first;
     QModelIndex last;
     auto finishRun = [&] {

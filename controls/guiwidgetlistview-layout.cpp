@@ -82,7 +82,9 @@ int guiWidgetListView::measureRowHeight() const
 
 int guiWidgetListView::indentationOf(guiRowNumber row) const
 {
-    return (static_cast<int>(m_model->rows().levelOf(row)) + (m_isRootDecorated ? 1 : 0)) * m_indentation;
+    bool const isNested = !m_model->source() && m_model->rows().isNested();
+    return ((isNested ? static_cast<int>(m_model->rows().levelOf(row)) : 0) + (m_isRootDecorated ? 1 : 0)) *
+           m_indentation;
 }
 
 int guiWidgetListView::rowsInView() const { return std::max(1, viewport()->height() / m_rowHeight); }
@@ -113,7 +115,7 @@ int guiWidgetListView::neededWidth(guiRowNumber row, int column)
 bool guiWidgetListView::mayNeed(guiRowNumber row, int column)
 {
     constexpr int kAround = 48; // an indicator, an icon and what is between them
-    qint64 const units = rows().text(row, static_cast<unsigned>(column)).size();
+    qint64 const units = m_model->textAt(row, column).size();
     qint64 const most = units * fontMetrics().maxWidth() + kAround + (column == 0 ? indentationOf(row) : 0);
     return most > columnWidth(column);
 }

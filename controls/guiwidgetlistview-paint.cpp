@@ -32,6 +32,10 @@ void guiWidgetListView::paintEvent(QPaintEvent* event)
     int const end = std::min(m_order.count(), firstInView() + part.bottom() / m_rowHeight + 1);
     for (int place = first; place < end; ++place)
         paintRow(painter, option, place);
+    if (guiListSource* source = m_model->source()) {
+        unsigned const top = static_cast<unsigned>(firstInView());
+        source->want(top, top + static_cast<unsigned>(rowsInView()) + 1);
+    }
 }
 
 void guiWidgetListView::paintRow(QPainter& painter, QStyleOptionViewItem const& common, int place)
@@ -82,6 +86,8 @@ void guiWidgetListView::paintBranches(QPainter& painter, paintedRow const& row, 
     option.rect.setWidth(m_indentation);
     option.rect.moveLeft(isRightToLeft() ? cell.right() + 1 : cell.left() - m_indentation);
     int const step = isRightToLeft() ? m_indentation : -m_indentation;
+    if (m_model->source())
+        return;
     int levels = indentationOf(row.row) / std::max(1, m_indentation);
     QStyle::State const common = option.state & ~(QStyle::State_Children | QStyle::State_Open);
     for (guiRowNumber at = row.row; levels > 0 && at != kNoRow; --levels, at = rows.above(at)) {

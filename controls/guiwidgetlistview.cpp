@@ -9,7 +9,9 @@
 #include <QHeaderView>
 #include <QPointer>
 #include <QScopedValueRollback>
+#include <algorithm>
 #include <cassert>
+#include <limits>
 #include <utility>
 
 guiWidgetListView::guiWidgetListView(QWidget* parent)
@@ -89,7 +91,10 @@ void guiWidgetListView::reset()
 {
     dropItems();
     guiNoticeView::reset();
-    m_order.show(&m_model->rows());
+    if (guiListSource const* source = m_model->source())
+        m_order.show(nullptr, static_cast<int>(source->count()));
+    else
+        m_order.show(&m_model->rows());
     noteRows();
 }
 
@@ -191,6 +196,14 @@ std::set<guiRowNumber> guiWidgetListView::selectedRows() const
         for (int at = range.top(); at <= range.bottom(); ++at)
             selected.insert(m_model->rowOf(m_model->index(at, 0, range.parent())));
     return selected;
+}
+
+guiRowNumber guiWidgetListView::firstSelected() const
+{
+    int first = std::numeric_limits<int>::max();
+    for (QItemSelectionRange const& range : selectionModel()->selection())
+        first = std::min(first, range.top());
+    return m_model->rowOf(m_model->index(first, 0));
 }
 
 void guiWidgetListView::selectOnly(std::set<guiRowNumber> const& wanted)

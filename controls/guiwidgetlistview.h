@@ -55,6 +55,8 @@ public:
     /// Script selects a row: in a list of single selection it comes into view with the next frame.
     void select(guiRowNumber row, bool on);
     std::set<guiRowNumber> selectedRows() const;
+    /// The uppermost selected row of a list without nested rows, kNoRow when there is none.
+    guiRowNumber firstSelected() const;
     /// Selects these rows and no others, without telling anybody.
     void selectOnly(std::set<guiRowNumber> const& wanted);
     guiRowNumber currentRow() const { return m_model->rowOf(currentIndex()); }

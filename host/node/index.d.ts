@@ -441,7 +441,17 @@ export interface FlexListControl extends GuiControl {
      * What is selected and expanded and the place of the scroll bar stay with the values of the rows.
      */
     setRows(rows: readonly NewListRow[]): null;
-    /** All rows, each behind the one that it lies under. */
+    /**
+     * Shows `count` rows, up to 100 million, that are asked for when they come into view, some hundred at a time; until then they
+     * are empty. The list does not wait for them, and forgets those that are far away:
+     *
+     *     list.setSource(await mail.count(), (first, count) => mail.read(first, count));
+     *
+     * Such rows have texts, a value (else their number, as text), `enabled` and an icon. `setRows` or `clear` ends it; until then
+     * methods that change single rows do nothing, except the selection of rows that are known.
+     */
+    setSource(count: number, source: (first: number, count: number) => readonly NewListRow[] | Promise<readonly NewListRow[]>): null;
+    /** All rows, each behind the one that it lies under; none when they come from a source. */
     rows(): ListRow[];
     /** Removes all rows. */
     clear(): null;

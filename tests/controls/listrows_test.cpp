@@ -1,6 +1,7 @@
 // tests/controls/listrows_test.cpp: the rows of a list as data, their order on the screen, and rows packed in one text.
 #include "controls/guilistorder.h"
 #include "controls/guilistrows.h"
+#include "controls/guilistsource.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -242,4 +243,70 @@ TEST(PackedRows, BecomeRowsOfAList)
     EXPECT_EQ(rows.assign(packed, kRowPlain, 2), 1); // c lies too deep
     EXPECT_EQ(shownValues(rows), "abcclate");
     EXPECT_EQ(rows.levelOf(3), 1u);
+}
+
+namespace {
+
+/// A source that writes down what it asks for.
+struct Asked
+{
+    std::vector<std::pair<unsigned, unsigned>> requests;
+    guiListSource source{1050, [this](unsigned first, unsigned count) { requests.emplace_back(first, count); }};
+    void give(unsigned first)
+    {
+        guiRowPacker packer(1, false);
+        for (unsigned row = first; row < first + guiListSource::kPageRows; ++row) {
+            packer.addState({});
+            packer.addField(QString("v%1").arg(row));
+            packer.addField(QString("text %1").arg(row));
+        }
+        source.give(first, guiPackedRows::read(packer.packed()));
+    }
+};
+
+} // namespace
+
+TEST(ListSource, AsksOnceForEachPageInView)
+{
+    Asked asked;
+    asked.source.want(190, 210);
+    asked.source.want(195, 215);
+    asked.source.want(1040, 1060);
+    std::vector<std::pair<unsigned, unsigned>> const expected{{0, 200}, {200, 200}, {1000, 50}};
+    EXPECT_EQ(asked.requests, expected);
+    asked.give(200);
+    asked.source.want(200, 220);
+    EXPECT_EQ(asked.requests.size(), 3u);
+    EXPECT_EQ(asked.source.text(210, 0).toString(), "text 210");
+    EXPECT_EQ(asked.source.text(10, 0).toString(), "");
+    EXPECT_EQ(asked.source.value(210), "v210");
+    EXPECT_EQ(asked.source.value(10), "10");
+    EXPECT_EQ(asked.source.find(u"V210"), 210u);
+    EXPECT_EQ(asked.source.find(u"v10"), kNoRow);
+}
+
+TEST(ListSource, KeepsABoundedNumberOfPages)
+{
+    unsigned asked = 0;
+    guiListSource source(guiListSource::kMaxRows, [&](unsigned, unsigned) { ++asked; });
+    for (unsigned first = 0; first < 100 * guiListSource::kPageRows; first += guiListSource::kPageRows) {
+        source.want(first, first + 10);
+        source.give(first, nullptr);
+    }
+    EXPECT_EQ(asked, 100u);
+    EXPECT_FALSE(source.isKnown(0));
+    EXPECT_TRUE(source.isKnown(99 * guiListSource::kPageRows));
+    unsigned known = 0;
+    for (unsigned page = 0; page < 100; ++page)
+        known += source.isKnown(page * guiListSource::kPageRows);
+    EXPECT_EQ(known, guiListSource::kMaxPages);
+}
+
+TEST(ListSource, GoesOnAskingWhenNobodyAnswers)
+{
+    unsigned asked = 0;
+    guiListSource source(guiListSource::kMaxRows, [&](unsigned, unsigned) { ++asked; });
+    for (unsigned first = 0; first < 100 * guiListSource::kPageRows; first += guiListSource::kPageRows)
+        source.want(first, first + 1);
+    EXPECT_EQ(asked, 100u);
 }

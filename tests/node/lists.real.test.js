@@ -3,7 +3,7 @@
 
 const assert = require('node:assert/strict');
 const { after, before, beforeEach, test } = require('node:test');
-const { packageFolder } = require('./helpers.js');
+const { packageFolder, until } = require('./helpers.js');
 
 const tarn = require(packageFolder);
 
@@ -165,6 +165,62 @@ test('a mistake names the method, the argument and the row', () => {
         message: 'FlexListControl.columns, column 0: "align" must be "left" or "right" or "center", not the string "top"',
     });
     assert.deepEqual(list.rows(), []);
+});
+
+const numbered = (first, count) => Array.from({ length: count }, (_, i) => ({ value: `r${first + i}`, texts: [`row ${first + i}`] }));
+
+test('rows of a source are asked for when they are in view', async () => {
+    const asked = [];
+    list.setSource(10000000, (first, count) => {
+        asked.push([first, count]);
+        return numbered(first, count);
+    });
+    assert.deepEqual(asked, []); // nobody sees them
+    window.open();
+    await until(() => asked.length > 0);
+    await until(() => {
+        list.selectItem('r3');
+        return list.isItemSelected('r3');
+    });
+    assert.deepEqual(asked, [[0, 200]]);
+    assert.deepEqual([list.selection, window.form.list], [['r3'], 'r3']);
+    list.addItem('x', 'does nothing');
+    list.removeItem('r3');
+    assert.deepEqual([list.rows(), list.selection], [[], ['r3']]);
+    list.setRows([{ value: 'a' }]);
+    assert.deepEqual(list.rows().map((row) => row.value), ['a']);
+});
+
+test('the window does not wait for the promise of a source, and an older source is not heard any more', async () => {
+    let answer;
+    window.open();
+    list.setSource(1000, () => new Promise((resolve) => { answer = resolve; }));
+    await until(() => answer !== undefined);
+    assert.equal(list.isItemSelected('old'), false); // the window answers
+    list.setSource(3, () => [{ texts: ['new'] }]);
+    answer([{ value: 'old', texts: ['old'] }]);
+    await until(() => {
+        list.selection = ['new'];
+        return list.selection.length === 1;
+    });
+    list.selectItem('old');
+    assert.deepEqual(list.selection, ['new']);
+});
+
+test('what a source throws is reported, and its rows stay empty', async () => {
+    const errors = [];
+    tarn.onError = (error, { handler }) => errors.push(`${handler}: ${error.message}`);
+    window.open();
+    list.setSource(1000, () => { throw new Error('no rows today'); });
+    await until(() => errors.length > 0);
+    list.setSource(1000, () => [{ txets: [] }]);
+    await until(() => errors.length > 1);
+    tarn.onError = null;
+    assert.deepEqual(errors, ['setSource: no rows today', 'setSource: FlexListControl.setSource(count, source): the rows that "source" '
+        + 'returns, row 0: there is no "txets"; did you mean "texts"?']);
+    for (const count of [-1, 1.5, 1e9]) {
+        assert.throws(() => list.setSource(count, () => []), { name: 'TypeError', message: /whole number from 0 to 100000000/ });
+    }
 });
 
 test('a list that is gone has no rows and takes none', () => {

@@ -50,6 +50,7 @@ const ofKinds = {
             'isItemEnabled(value: string)', 'enableItem(value: string, on?: switch)', 'disableItem(value: string)',
             'isItemExpanded(value: string)', 'expandItem(value: string, on?: switch)', 'collapseItem(value: string)',
             'addItem(value: string, text?: string|null, parent?: string|null, type?: string|number)', 'removeItem(value: string)', 'clear()', 'setRows(rows: any)', 'rows()',
+            'setSource(count: number, source: function)',
             'setHeaderEnabled(enabled: switch)', 'setColumnWidth(column: number, width: number)',
             'setColumnText(column: number, text: string)', 'setItemText(value: string, column: number, text: string)'],
     },

@@ -186,3 +186,7 @@ flex.setRows([{ txets: [] }]);
 flex.columns = [{ align: 'top' }];
 // @ts-expect-error: takes nothing
 flex.clear(1);
+flex.setSource(10, (first, count) => [{ texts: [first, count] }]);
+flex.setSource(10, async () => []);
+// @ts-expect-error: no rows
+flex.setSource(10, () => 5);
