@@ -1,10 +1,11 @@
 // controls/guihtmlcontrolflex-columns.cpp: the columns of a flex list: their headings and widths, and the texts that
 // rows have in them. The node keeps them as column codes (guicolumncodes.h), the widget as columns of its own.
 #include "controls/guicolumncodes.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiwidgetlistview.h"
 #include "foundation/vela-qt.h"
-#include "page/guinumbers.h"
+#include "page/guinodewatch.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -166,9 +167,16 @@ void guiHtmlControlFlex::growAllColumns()
             growColumn(static_cast<int>(i) + 1, m_listView->neededWidth(m_longest[i].row, static_cast<int>(i)));
 }
 
-/// A column that the user has resized keeps its width.
-void guiHtmlControlFlex::noteResizing()
+/// A column that the user has resized keeps its width; a click on a heading sorts.
+void guiHtmlControlFlex::connectHeader()
 {
+    QObject::connect(m_listView->header(), &QHeaderView::sectionClicked, m_listView, [this](int index) {
+        guiEventScope scope;
+        guiNodeWatch self(this);
+        onSort(index + 1);
+        if (self.alive())
+            onHeader(index + 1);
+    });
     QObject::connect(m_listView->header(), &QHeaderView::sectionResized, m_listView, [this](int index) {
         if (QApplication::mouseButtons() & Qt::LeftButton)
             m_widths.insert(index + 1);

@@ -155,6 +155,8 @@ void guiHtmlControlFlex::setRows(std::shared_ptr<guiPackedRows const> const& pac
         if (rows.assign(packed, usual, kMaxNesting))
             warnOfDepth();
     });
+    if (m_sortColumn)
+        guiSortRows(m_rows, static_cast<unsigned>(m_sortColumn) - 1, sortKindOf(m_sortColumn), m_isDescending);
     restoreStates(kept, !m_rows.selected.empty());
     if (m_listView) {
         addRowColumns();
@@ -292,14 +294,16 @@ QString guiHtmlControlFlex::columns()
     return packer.packed();
 }
 
-void guiHtmlControlFlex::setColumnLook(int column, columnLook const& look)
+void guiHtmlControlFlex::setColumnLook(int column, sstring const& align, sstring const& sort)
 {
+    if (column < 1 || column > kColumnLimit)
+        return;
     auto const at = static_cast<std::size_t>(column) - 1;
     if (at >= m_list.columnLooks.size())
         m_list.columnLooks.resize(at + 1);
-    m_list.columnLooks[at] = look;
+    m_list.columnLooks[at] = {sstoq(align), sstoq(sort)};
     if (m_listView)
-        m_listView->listModel().setAlignment(column - 1, alignmentOf(look.align));
+        m_listView->listModel().setAlignment(column - 1, alignmentOf(m_list.columnLooks[at].align));
 }
 
 void guiHtmlControlFlex::showColumnLooks()
@@ -317,6 +321,7 @@ void guiHtmlControlFlex::setColumns(guiPackedRows const& columns)
     m_list.uncodedHeadings.clear();
     m_list.columnLooks.clear();
     m_widths.clear();
+    m_sortColumn = 0;
     if (m_listView) {
         m_listView->header()->setStretchLastSection(true);
         m_listView->listModel().limitColumns(std::max({1, count, static_cast<int>(m_longest.size())}));
@@ -324,11 +329,70 @@ void guiHtmlControlFlex::setColumns(guiPackedRows const& columns)
     for (int column = 1; column <= count; ++column) {
         auto const row = static_cast<unsigned>(column) - 1;
         setColumnText(column, qtoss(columns.value(row).toString()));
-        setColumnLook(column, {columns.text(row, 1).toString(), columns.text(row, 2).toString()});
+        setColumnLook(column, qtoss(columns.text(row, 1).toString()), qtoss(columns.text(row, 2).toString()));
     }
-    if (m_listView)
+    if (m_listView) {
         fitColumns();
+        growAllColumns();
+        showOrder();
+    }
     for (int column = 1; column <= count; ++column)
         if (QStringView const width = columns.text(static_cast<unsigned>(column) - 1, 0); !width.isEmpty())
             setColumnWidth(column, width.toInt());
+}
+
+// ---- Order ----
+
+guiSortKind guiHtmlControlFlex::sortKindOf(int column) const
+{
+    auto const at = static_cast<std::size_t>(column) - 1;
+    return at < m_list.columnLooks.size() ? guiSortKindOf(m_list.columnLooks[at].sort) : kSortNone;
+}
+
+/// An arrow in the heading.
+void guiHtmlControlFlex::showOrder()
+{
+    QHeaderView* header = m_listView->header();
+    header->setSortIndicator(m_sortColumn - 1, m_isDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
+    header->setSortIndicatorShown(m_sortColumn > 0);
+    bool isSortable = false;
+    for (columnLook const& look : m_list.columnLooks)
+        isSortable |= guiSortKindOf(look.sort) != kSortNone;
+    header->setSectionsClickable(isSortable || m_list.headerAction.getLength() > 0);
+}
+
+void guiHtmlControlFlex::sortBy(int column, bool isDescending)
+{
+    assertOnGuiThread();
+    m_sortColumn = column;
+    m_isDescending = isDescending;
+    if (m_listView)
+        showOrder();
+    if (!m_source && column > 0)
+        sortRows();
+}
+
+void guiHtmlControlFlex::sortRows()
+{
+    auto const work = [this](guiListRows& rows) {
+        guiSortRows(rows, static_cast<unsigned>(m_sortColumn) - 1, sortKindOf(m_sortColumn), m_isDescending);
+    };
+    if (m_listView)
+        m_listView->listModel().reorder(work);
+    else
+        work(m_rows);
+}
+
+void guiHtmlControlFlex::onSort(int column)
+{
+    if (sortKindOf(column) == kSortNone)
+        return;
+    bool const isDescending = m_sortColumn == column && !m_isDescending;
+    if (m_list.sortAction.getLength() == 0)
+        return sortBy(column, isDescending);
+    m_sortColumn = column;
+    m_isDescending = isDescending;
+    showOrder();
+    guiEventNote const note("sort", {.column = column});
+    followLink(m_list.sortAction + sformat("/%ld/%s", long{column}, isDescending ? "descending" : "ascending"));
 }

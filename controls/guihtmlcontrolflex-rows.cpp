@@ -28,6 +28,7 @@ guiRowTexts textsOf(guiHtmlControlFlexEntry const& entry)
     guiRowTexts texts;
     texts.value = sstoq(entry.value);
     texts.parent = sstoq(entry.parent);
+    texts.icon = sstoq(entry.icon);
     guiForEachColumn(entry.text, entry.uncoded,
                      [&](int column, sstring const& text, bool) { setCell(texts.cells, column, text); });
     return texts;
@@ -65,6 +66,7 @@ guiHtmlControlFlexEntry* guiHtmlControlFlex::entryOf(guiRowNumber row)
         entry = std::make_unique<guiHtmlControlFlexEntry>();
     entry->value = qtoss(m_rows.value(row).toString());
     entry->parent = qtoss(m_rows.parent(row).toString());
+    entry->icon = qtoss(m_rows.icon(row).toString());
     entry->entryType = static_cast<guiHtmlControlFlexEntryType>(m_rows.indicator(row));
     readEntryTexts(*entry, row);
     entry->checked = m_rows.isChecked(row);

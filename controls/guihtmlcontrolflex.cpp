@@ -75,6 +75,8 @@ void guiHtmlControlFlex::createChildWidget()
     m_listView->setRootIsDecorated(false);
     m_listView->setIndentation(kIndentation);
     m_listView->setLeastRows(m_list.visibleRows);
+    m_listView->setAlternatingRowColors(m_list.isZebra);
+    m_listView->listModel().findIcon = [this](QString const& name) { return iconOf(name); };
     createColumns();
     addRowColumns();
     showColumnLooks();
@@ -82,7 +84,8 @@ void guiHtmlControlFlex::createChildWidget()
     showRows();
     fitColumns();
     growAllColumns();
-    noteResizing();
+    connectHeader();
+    showOrder();
     m_listView->owner = this; // only now: the states that the page gives its rows are not changes to report
     finishWidget(m_listView);
 }

@@ -7,8 +7,11 @@
 #include "controls/guicolumncodes.h"
 #include "controls/guihtmlcontrol.h"
 #include "controls/guilistrows.h"
+#include "controls/guilistsort.h"
 #include "controls/guilistsource.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guipicture.h"
+#include "page/guiuserevent.h"
 
 #include <functional>
 #include <memory>
@@ -38,6 +41,7 @@ struct guiHtmlControlFlexEntry
 {
     sstring value;  ///< the row's key
     sstring text;   ///< column codes: the first column's text, then "|N|" and the text of column N
+    sstring icon;   ///< name of a picture file
     sstring parent; ///< key of the row that this one is nested under, "" for the top level
     guiHtmlControlFlexEntryType entryType = kFlexPlain;
     int checked = 0;
@@ -75,6 +79,15 @@ public:
     sstring getChangeAction() const { return m_list.changeAction; }
     void setSelectAction(sstring const& link) { m_list.selectAction = link; }
     void setChangeAction(sstring const& link) { m_list.changeAction = link; }
+    void setSortAction(sstring const& link) { m_list.sortAction = link; }
+    void setActivateAction(sstring const& link) { m_list.activateAction = link; }
+    void setContextAction(sstring const& link) { m_list.contextAction = link; }
+    void setExpandAction(sstring const& link) { m_list.expandAction = link; }
+    void setHeaderAction(sstring const& link) { m_list.headerAction = link; }
+    /// Every other row has another ground.
+    void setZebra(bool on) { m_list.isZebra = on; }
+    /// How the texts of a column stand ("right", "center", else left), and how rows are sorted by it ("" not at all).
+    void setColumnLook(int column, sstring const& align, sstring const& sort);
 
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
@@ -135,6 +148,14 @@ public:
     QString columns();
     void setColumns(guiPackedRows const& columns);
 
+    // ---- Order ----
+
+    /// The user asks for the list to be sorted by a column, counted from 1: once more turns the order round. Follows
+    /// the link for that, or else sorts. Nothing for a column that does not say how.
+    void onSort(int column);
+    /// Sorts the rows as the column says; they are kept so when setRows() replaces them.
+    void sortBy(int column, bool isDescending);
+
     bool takesFormValue(ScriptValue& value) const override;
     void readFormProperty(ScriptObject* form) override;
     void writeFormProperty(ScriptObject* form) override;
@@ -143,6 +164,17 @@ public:
     /// The selection or a row's state has changed: follows the link for that.
     virtual void onSelect();
     virtual void onChange();
+
+    /// What the user may do with a row besides, and whether the page has a link for it.
+    bool hearsActivation() const { return m_list.activateAction.getLength() > 0; }
+    bool hearsContext() const { return m_list.contextAction.getLength() > 0; }
+    /// The user has double-clicked the row or pressed Return in it; has asked for a menu, by the right button or by
+    /// key, at a place on the screen (row kNoRow: beside the rows); has expanded or collapsed it; has clicked a
+    /// heading. Columns count from 1. Each follows its link; script finds row and column in the session's event.
+    virtual void onActivate(guiRowNumber row, int column);
+    virtual void onContext(guiRowNumber row, int column, QPoint place);
+    virtual void onExpand(guiRowNumber row);
+    virtual void onHeader(int column);
 
     /// Adds a row at the end, before there is a widget; an empty text shows the value.
     void appendEntry(guiHtmlControlFlexEntry const& entry);
@@ -168,6 +200,12 @@ private:
         guiUncodedTexts uncodedHeadings; // headings that columnCodes cannot express
         sstring selectAction = "event://eSelect";
         sstring changeAction = "event://eChange";
+        sstring sortAction; // "": the list sorts itself
+        sstring activateAction;
+        sstring contextAction;
+        sstring expandAction;
+        sstring headerAction;
+        bool isZebra = false;
         unsigned styleBits = 0; // of guiFlexStyle
         int visibleRows = kDefaultRows;
         int multiple = 0;
@@ -217,15 +255,19 @@ private:
     void createColumns();
     void addColumns(int count);
     void addRowColumns();
-    void setColumnLook(int column, columnLook const& look);
     void showColumnLooks();
+    guiSortKind sortKindOf(int column) const;
+    void showOrder();
+    void sortRows();
+    QPixmap iconOf(QString const& name);
+    void tell(char const* type, guiRowNumber row, guiEventDetail detail, sstring const& link);
     void growAllColumns();
     int columnWidthSet(int column) const;
     void fitColumns();
     bool followsContent(int column) const;
     void growColumn(int column, int width);
     void growColumns(guiRowNumber row);
-    void noteResizing();
+    void connectHeader();
     void saveColumns() TARN_ON(velaGuiRole);
     void noteLongest(guiRowNumber row);
     void findLongest();
@@ -242,8 +284,11 @@ private:
     listSettings m_list;
     guiWidgetListView* m_listView = nullptr;                                              // owned; shows m_rows
     std::unordered_map<guiRowNumber, std::unique_ptr<guiHtmlControlFlexEntry>> m_entries; // those asked for
+    std::unordered_map<QString, guiPictureRef> m_icons;                                   // by name
     std::set<int> m_widths;             // columns of the widget whose width was set
     std::vector<longestText> m_longest; // by column, from 0
+    int m_sortColumn = 0;               // counted from 1; 0: the rows are in the order in which they came
+    bool m_isDescending = false;
     bool m_knowsLongest = true;
     bool m_warnedOfDepth = false;
 };

@@ -19,6 +19,7 @@ void guiListModel::show(guiListRows& rows)
 
 void guiListModel::showOwn()
 {
+    findIcon = nullptr;
     if (m_rows == &m_own && !m_source)
         return;
     m_source.reset();
@@ -37,6 +38,18 @@ void guiListModel::replaceRows(std::function<void(guiListRows&)> const& work)
     beginResetModel();
     work(*m_rows);
     endResetModel();
+}
+
+void guiListModel::reorder(std::function<void(guiListRows&)> const& work)
+{
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    work(*m_rows);
+    QModelIndexList const before = persistentIndexList();
+    QModelIndexList after;
+    for (QModelIndex const& index : before)
+        after.append(indexOf(rowOf(index), index.column()));
+    changePersistentIndexList(before, after);
+    emit layoutChanged({}, VerticalSortHint);
 }
 
 // ---- Rows ----
@@ -214,6 +227,15 @@ QVariant guiListModel::indicatorData(guiRowNumber row, int role) const
     return static_cast<int>(m_rows->isChecked(row) ? Qt::Checked : Qt::Unchecked);
 }
 
+QVariant guiListModel::iconOf(guiRowNumber row) const
+{
+    QStringView const name = m_source ? m_source->icon(row) : m_rows->icon(row);
+    if (name.isEmpty() || !findIcon)
+        return {};
+    QPixmap const icon = findIcon(name.toString());
+    return icon.isNull() ? QVariant() : QVariant(icon);
+}
+
 QVariant guiListModel::data(QModelIndex const& index, int role) const
 {
     if (!index.isValid())
@@ -223,6 +245,8 @@ QVariant guiListModel::data(QModelIndex const& index, int role) const
         return textAt(row, index.column());
     if (role == Qt::TextAlignmentRole)
         return alignmentOf(index.column());
+    if (role == Qt::DecorationRole)
+        return index.column() == 0 ? iconOf(row) : QVariant();
     bool const isIndicator = role == Qt::CheckStateRole || role == kIndicatorRole;
     return isIndicator && index.column() == 0 && !m_source ? indicatorData(row, role) : QVariant();
 }

@@ -5,6 +5,7 @@
 #include "controls/guilistsource.h"
 
 #include <QAbstractItemModel>
+#include <QPixmap>
 
 /// Shows rows of its own, or those of somebody else. An index holds the number of its row. GUI thread.
 class guiListModel : public QAbstractItemModel
@@ -16,6 +17,9 @@ public:
     static constexpr int kIndicatorRole = Qt::UserRole;
 
     using QAbstractItemModel::QAbstractItemModel;
+
+    /// The icon of a name that a row gives; may be empty.
+    std::function<QPixmap(QString const& name)> findIcon;
 
     guiListRows& rows() { return *m_rows; }
     guiListRows const& rows() const { return *m_rows; }
@@ -36,6 +40,9 @@ public:
     void noteGiven() { emit dataChanged(index(0, 0), index(0, columnCount() - 1)); }
     /// Replaces the rows by means of `work`.
     void replaceRows(std::function<void(guiListRows&)> const& work);
+
+    /// Puts the rows in another order by means of `work`.
+    void reorder(std::function<void(guiListRows&)> const& work);
 
     guiRowNumber rowOf(QModelIndex const& index) const;
     QModelIndex indexOf(guiRowNumber row, int column = 0) const;
@@ -76,6 +83,7 @@ signals:
 private:
     void moveToTop(guiRowNumber above);
     QVariant alignmentOf(int column) const;
+    QVariant iconOf(guiRowNumber row) const;
     QVariant indicatorData(guiRowNumber row, int role) const;
 
     std::shared_ptr<guiListSource> m_source; // null unless its rows are shown

@@ -4,6 +4,7 @@
 #include "controls/guiwidget.h"
 #include "controls/guiwidgetlistview.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -16,10 +17,28 @@
 void guiWidgetListView::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
-    if (guiHandleKey(owner, event->key(), true) || handleBranchKey(*event))
+    if (activateByKey(event->key()) || guiHandleKey(owner, event->key(), true) || handleBranchKey(*event))
         event->accept();
     else
         guiNoticeView::keyPressEvent(event);
+}
+
+/// Return is the list's own if the page wants to hear of it there.
+bool guiWidgetListView::activateByKey(int key)
+{
+    guiRowNumber const row = m_model->rowOf(currentIndex());
+    if ((key != Qt::Key_Return && key != Qt::Key_Enter) || !owner || !owner->hearsActivation() || row == kNoRow)
+        return false;
+    note({userAct::kActivate, row, currentIndex().column() + 1});
+    return true;
+}
+
+void guiWidgetListView::expandByUser(guiRowNumber row, bool on)
+{
+    if (rows().isExpanded(row) == on)
+        return;
+    setExpanded(row, on);
+    note({userAct::kExpand, row, 0});
 }
 
 /// "+" and "-" expand and collapse the current row.
@@ -29,7 +48,7 @@ bool guiWidgetListView::handleBranchKey(QKeyEvent const& event)
     guiRowNumber const row = m_model->rowOf(currentIndex());
     if ((!isPlus && event.key() != Qt::Key_Minus) || row == kNoRow || !rows().hasRowsUnder(row))
         return false;
-    setExpanded(row, isPlus);
+    expandByUser(row, isPlus);
     return true;
 }
 
@@ -64,7 +83,7 @@ QModelIndex guiWidgetListView::moveAcross(bool forward)
     guiRowNumber const row = m_model->rowOf(current);
     bool const hasMore = rows().hasRowsUnder(row);
     if (hasMore && rows().isExpanded(row) != forward) {
-        setExpanded(row, forward);
+        expandByUser(row, forward);
         return current;
     }
     if (forward && hasMore)
@@ -124,7 +143,7 @@ bool guiWidgetListView::toggleBranchAt(QPoint const& point)
     if (!isOnBranch(point))
         return false;
     guiRowNumber const row = m_model->rowOf(indexAt(point));
-    setExpanded(row, !rows().isExpanded(row));
+    expandByUser(row, !rows().isExpanded(row));
     return true;
 }
 
@@ -139,10 +158,30 @@ void guiWidgetListView::mouseDoubleClickEvent(QMouseEvent* event)
     QPoint const point = event->position().toPoint();
     if (event->button() != Qt::LeftButton || toggleBranchAt(point))
         return;
-    guiRowNumber const row = m_model->rowOf(indexAt(point));
+    QModelIndex const index = indexAt(point);
+    guiRowNumber const row = m_model->rowOf(index);
+    bool const isUsable = m_model->flags(index) & Qt::ItemIsEnabled;
+    int const column = index.column() + 1;
     guiNoticeView::mouseDoubleClickEvent(event);
-    if (row != kNoRow && rows().has(row) && rows().hasRowsUnder(row) && rows().isUsable(row))
-        setExpanded(row, !rows().isExpanded(row));
+    if (row == kNoRow || !m_model->hasRow(row) || !isUsable)
+        return;
+    if (rows().hasRowsUnder(row))
+        expandByUser(row, !rows().isExpanded(row));
+    else
+        note({userAct::kActivate, row, column});
+}
+
+/// By key it is about the current row, below which the menu then belongs.
+void guiWidgetListView::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (!owner || !owner->hearsContext())
+        return guiNoticeView::contextMenuEvent(event);
+    bool const isByKey = event->reason() == QContextMenuEvent::Keyboard;
+    QModelIndex const index = isByKey ? currentIndex() : indexAt(event->pos());
+    QPoint const below = visualRect(index).bottomLeft();
+    QPoint const place = isByKey ? viewport()->mapToGlobal(below) : event->globalPos();
+    note({userAct::kContext, m_model->rowOf(index), index.column() + 1, place});
+    event->accept();
 }
 
 /// The whole row under the pointer looks different.

@@ -258,8 +258,30 @@ void guiWidgetListView::deliverNotices()
     guiPendingNotices const due = std::exchange(pendingNotices, {});
     for (unsigned i = 0; i < due.changes && owner; ++i)
         owner->onChange();
+    std::optional<userAct> const act = std::exchange(m_act, {});
+    QPointer<guiWidgetListView> const self(this);
     if (due.hasNewSelection)
         emit selectionChanged();
+    if (act && self)
+        tellAct(*act);
+}
+
+void guiWidgetListView::note(userAct const& act)
+{
+    guiNoticeHold hold(this);
+    m_act = act;
+}
+
+void guiWidgetListView::tellAct(userAct const& act)
+{
+    if (!owner || (act.row != kNoRow && !m_model->hasRow(act.row)))
+        return;
+    if (act.what == userAct::kActivate)
+        owner->onActivate(act.row, act.column);
+    else if (act.what == userAct::kContext)
+        owner->onContext(act.row, act.column, act.place);
+    else
+        owner->onExpand(act.row);
 }
 
 void guiWidgetListView::onSelect()

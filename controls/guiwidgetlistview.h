@@ -11,6 +11,7 @@
 #include <QAbstractItemView>
 #include <QBasicTimer>
 #include <QElapsedTimer>
+#include <optional>
 #include <unordered_map>
 
 class guiCheckListItem;
@@ -119,6 +120,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -140,7 +142,24 @@ protected:
 private:
     friend class guiCheckListItem;
 
+    /// What the user has done with a row, of which the node hears when the toolkit is done with it.
+    struct userAct
+    {
+        enum kind
+        {
+            kActivate,
+            kContext,
+            kExpand
+        };
+        kind what;
+        guiRowNumber row; // kNoRow: beside the rows
+        int column;       // counted from 1; 0: none
+        QPoint place = {};
+    };
+
     // Who hears
+    void note(userAct const& act);
+    void tellAct(userAct const& act);
     void adoptItem(guiRowNumber row, guiCheckListItem* item) { m_items[row] = item; }
     void forgetItem(guiRowNumber row);
     void dropItems();
@@ -178,6 +197,8 @@ private:
     bool isOnBranch(QPoint const& point) const;
     bool toggleBranchAt(QPoint const& point);
     bool handleBranchKey(QKeyEvent const& event);
+    bool activateByKey(int key);
+    void expandByUser(guiRowNumber row, bool on);
     int nextUsable(int place, int step);
     int pageFrom(int place, int step);
     QModelIndex moveAcross(bool forward);
@@ -187,7 +208,8 @@ private:
     QHeaderView* m_header;                                       // a child
     mutable guiListOrder m_order;                                //
     std::unordered_map<guiRowNumber, guiCheckListItem*> m_items; // owned
-    QBasicTimer m_frame;                                         // until the next refresh
+    std::optional<userAct> m_act;
+    QBasicTimer m_frame; // until the next refresh
     QElapsedTimer m_lastRefresh;
     guiRowNumber m_hovered = kNoRow; // the pointer is on it
     int m_rowHeight = 1;

@@ -5,11 +5,14 @@
 
 #include "controls/guilistmodel.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionButton>
+#include <QToolTip>
 
 namespace {
 
@@ -92,4 +95,14 @@ bool guiWidgetRadioRow::editorEvent(QEvent* event, QAbstractItemModel* model, QS
     if ((model->flags(index) & needed) != needed || !usesIndicator(event, indicatorRect(option, index)))
         return false;
     return model->setData(index, Qt::Checked, Qt::CheckStateRole);
+}
+
+bool guiWidgetRadioRow::helpEvent(QHelpEvent* event, QAbstractItemView* view, QStyleOptionViewItem const& option,
+                                  QModelIndex const& index)
+{
+    if (event->type() != QEvent::ToolTip || sizeHint(option, index).width() <= option.rect.width())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QString const text = index.data().toString();
+    QToolTip::showText(event->globalPos(), text, view);
+    return !text.isEmpty();
 }

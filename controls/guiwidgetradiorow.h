@@ -14,6 +14,9 @@ public:
     void paint(QPainter* painter, QStyleOptionViewItem const& option, QModelIndex const& index) const override;
     bool editorEvent(QEvent* event, QAbstractItemModel* model, QStyleOptionViewItem const& option,
                      QModelIndex const& index) override;
+    /// Shows the whole text of a cell that has no room for it.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, QStyleOptionViewItem const& option,
+                   QModelIndex const& index) override;
     /// The place of a row's indicator, in the view's coordinates.
     QRect indicatorRect(QStyleOptionViewItem const& option, QModelIndex const& index) const;
 
