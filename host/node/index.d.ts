@@ -45,7 +45,7 @@ export interface Session {
 export interface UserEvent {
     /**
      * "click" of a button, link or area, "change" of a control, "menu" for an item, "mousedown", "mouseup", "mouseover", "mouseout",
-     * "mousemove" of an element that asks for them.
+     * "mousemove" of an element that asks for them; "activate", "context", "expand", "sort" and "header" of a list.
      */
     readonly type: string;
     /** The button of the mouse. */
