@@ -47,9 +47,9 @@ public:
     TarnList() : m_window(sstring(), kListWidth, kListHeight)
     {
         m_window.widget->resize(kListWidth, kListHeight);
-        m_window.root.setText("<object classid=listview name=l width=600 height=400 onselect='' onchange=''></object>",
-                              sstring());
+        m_window.root.setText("<object classid=listview name=l width=600 height=400></object>", sstring());
         m_flex = dynamic_cast<guiHtmlControlFlex*>(m_window.root.getNamed(sstring("l")));
+        m_flex->setSelectAction(sstring()); // there is no script to hear of it
         m_flex->setColumns(*columns());
         m_window.widget->show();
         settle();

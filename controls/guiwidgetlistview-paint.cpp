@@ -80,15 +80,15 @@ void guiWidgetListView::paintCell(QPainter& painter, paintedRow const& row, int 
 /// In front of the first cell: a sign for rows under this one, and lines that lead to the others.
 void guiWidgetListView::paintBranches(QPainter& painter, paintedRow const& row, QRect const& cell)
 {
+    int levels = m_model->source() ? 0 : indentationOf(row.row) / std::max(1, m_indentation);
+    if (levels == 0)
+        return;
     guiListRows const& rows = m_model->rows();
     QStyleOptionViewItem option = row.option;
     option.rect = cell;
     option.rect.setWidth(m_indentation);
     option.rect.moveLeft(isRightToLeft() ? cell.right() + 1 : cell.left() - m_indentation);
     int const step = isRightToLeft() ? m_indentation : -m_indentation;
-    if (m_model->source())
-        return;
-    int levels = indentationOf(row.row) / std::max(1, m_indentation);
     QStyle::State const common = option.state & ~(QStyle::State_Children | QStyle::State_Open);
     for (guiRowNumber at = row.row; levels > 0 && at != kNoRow; --levels, at = rows.above(at)) {
         bool const isSelf = at == row.row;

@@ -16,7 +16,10 @@
 
 namespace {
 
-bool isRadio(QModelIndex const& index) { return index.data(guiListModel::kIndicatorRole).toInt() == kRowRadio; }
+bool isRadio(QModelIndex const& index)
+{
+    return index.column() == 0 && index.data(guiListModel::kIndicatorRole).toInt() == kRowRadio;
+}
 
 QStyle* styleOf(QStyleOptionViewItem const& option)
 {
