@@ -5,6 +5,8 @@
 
 namespace {
 
+constexpr char kWidth[] = "WIDTH=";
+
 bool isDigit(unsigned short unit) { return unit >= '0' && unit <= '9'; }
 
 /// Where the next "|" in front of a digit is, the length when there is none.
@@ -71,4 +73,24 @@ void guiSetColumnText(sstring& codes, guiUncodedTexts& uncoded, int column, sstr
     }
     uncoded.add(column, text);
     uncoded.at = codes.getLength();
+}
+
+int guiColumnWidthOf(sstring const& segment)
+{
+    return segment.find(kWidth) == 0 ? guiToPixels(segment.subString(sizeof kWidth - 1)) : -1;
+}
+
+void guiAddColumnWidth(sstring& codes, int column, int width)
+{
+    guiAddColumnText(codes, column, sformat("%s%ld", kWidth, long{width}));
+}
+
+int guiColumnWidthIn(sstring const& codes, int column)
+{
+    int width = -1;
+    guiForEachColumn(codes, {}, [&](int each, sstring const& text, bool) {
+        if (int const set = each == column ? guiColumnWidthOf(text) : -1; set >= 0)
+            width = set;
+    });
+    return width;
 }

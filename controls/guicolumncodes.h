@@ -30,6 +30,12 @@ bool guiContainsColumnCode(sstring const& text);
 /// ("x|2") ends there.
 void guiAddColumnText(sstring& codes, int column, sstring const& text);
 
+/// Pixels that a segment "WIDTH=70" in the codes of columns sets, -1 for one that is a heading.
+int guiColumnWidthOf(sstring const& segment);
+void guiAddColumnWidth(sstring& codes, int column, int width);
+/// The width that the codes set for a column, -1 for none.
+int guiColumnWidthIn(sstring const& codes, int column);
+
 /// Texts that stand beside the codes and are taken literally.
 struct guiUncodedTexts
 {

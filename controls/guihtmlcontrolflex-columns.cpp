@@ -1,11 +1,11 @@
 // controls/guihtmlcontrolflex-columns.cpp: the columns of a flex list: their headings and widths, and the texts that
 // rows have in them. The node keeps them as column codes (guicolumncodes.h), the widget as columns of its own.
 #include "controls/guicolumncodes.h"
+#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolflex.h"
-#include "controls/guiwidgetlistitem.h"
 #include "controls/guiwidgetlistview.h"
 #include "foundation/vela-qt.h"
-#include "page/guinumbers.h"
+#include "page/guinodewatch.h"
 
 #include <QApplication>
 #include <QHeaderView>
@@ -15,21 +15,8 @@
 
 namespace {
 
-constexpr char kWidth[] = "WIDTH=";
-
-/// Pixels of a "WIDTH=" segment, -1 for a heading.
-int widthIn(sstring const& segment)
-{
-    return segment.find(kWidth) == 0 ? guiToPixels(segment.subString(sizeof kWidth - 1)) : -1;
-}
-
-void addWidth(sstring& codes, int column, int width)
-{
-    guiAddColumnText(codes, column, sformat("%s%ld", kWidth, long{width}));
-}
-
 /// Whether column codes can express the heading.
-bool isHeadingCode(sstring const& heading) { return !guiContainsColumnCode(heading) && heading.find(kWidth) != 0; }
+bool isHeadingCode(sstring const& heading) { return !guiContainsColumnCode(heading) && guiColumnWidthOf(heading) < 0; }
 
 bool isColumn(int number) { return number >= 1 && number <= kColumnLimit; }
 
@@ -43,6 +30,35 @@ sstring guiHtmlControlFlex::popColumnText(int* column, sstring text, sstring& re
     return text.subString(part.begin, part.end - part.begin);
 }
 
+// ---- The longest texts ----
+
+/// Of texts of one length the first row's counts.
+void guiHtmlControlFlex::noteLongest(guiRowNumber row)
+{
+    if (!m_knowsLongest)
+        return;
+    unsigned const count = m_rows.textCount(row);
+    if (m_longest.size() < count)
+        m_longest.resize(count);
+    for (unsigned column = 0; column < count; ++column) {
+        qsizetype const length = m_rows.text(row, column).size();
+        longestText& longest = m_longest[column];
+        if (length > longest.length || (length == longest.length && length && row < longest.row))
+            longest = {row, length};
+    }
+}
+
+void guiHtmlControlFlex::findLongest()
+{
+    if (m_knowsLongest)
+        return;
+    m_knowsLongest = true;
+    m_longest.clear();
+    for (guiRowNumber row = 0; row < m_rows.size(); ++row)
+        if (m_rows.has(row))
+            noteLongest(row);
+}
+
 // Each column is as wide as its longest text, or as was set for it.
 int guiHtmlControlFlex::getPreferredWidth()
 {
@@ -52,19 +68,20 @@ int guiHtmlControlFlex::getPreferredWidth()
         return 0;
     std::map<int, sstring> longest;
     std::map<int, int> widths;
-    auto note = [&](int column, sstring const& text, bool) {
+    auto note = [&](int column, sstring const& text) {
         if (text.getLength() > longest[column].getLength())
             longest[column] = text;
     };
     guiForEachColumn(m_list.columnCodes, m_list.uncodedHeadings, [&](int column, sstring const& text, bool isUncoded) {
-        if (int const width = isUncoded ? -1 : widthIn(text); width >= 0)
+        if (int const width = isUncoded ? -1 : guiColumnWidthOf(text); width >= 0)
             widths[column] = width;
         else
-            note(column, text, isUncoded);
+            note(column, text);
     });
-    for (auto const& entry : m_items)
-        if (entry)
-            guiForEachColumn(entry->text, entry->uncoded, note);
+    findLongest();
+    for (std::size_t i = 0; i < m_longest.size(); ++i)
+        if (m_longest[i].row != kNoRow)
+            note(static_cast<int>(i) + 1, qtoss(m_rows.text(m_longest[i].row, static_cast<unsigned>(i)).toString()));
     for (auto const& [column, text] : longest)
         widths.try_emplace(column, textWidth(text) + kBetweenColumns);
     std::int64_t sum = kAroundText;
@@ -75,28 +92,23 @@ int guiHtmlControlFlex::getPreferredWidth()
 
 // ---- In the widget ----
 
-/// A list has at least one column, without which its rows could not be seen.
 void guiHtmlControlFlex::createColumns()
 {
-    m_listView->setColumnCount(0);
     guiForEachColumn(m_list.columnCodes, m_list.uncodedHeadings,
                      [this](int column, sstring const& text, bool isUncoded) {
-                         int const width = isUncoded ? -1 : widthIn(text);
+                         int const width = isUncoded ? -1 : guiColumnWidthOf(text);
                          if (width >= 0)
                              setColumnWidth(column, width);
                          else
                              setColumnText(column, text);
                      });
-    if (m_listView->columnCount() == 0)
-        setColumnText(1, sstring());
 }
 
 /// Columns that only rows have get no heading.
-void guiHtmlControlFlex::setCellText(guiCheckListItem* row, int column, sstring const& text)
+void guiHtmlControlFlex::addRowColumns()
 {
-    assert(row && row->treeWidget() == m_listView);
-    addColumns(column);
-    row->setText(column - 1, sstoq(text));
+    findLongest();
+    addColumns(std::max(1, static_cast<int>(m_longest.size())));
 }
 
 /// Adds empty columns until there are `count`.
@@ -106,9 +118,7 @@ void guiHtmlControlFlex::addColumns(int count)
     int const present = m_listView->columnCount();
     if (count <= present)
         return;
-    m_listView->setColumnCount(count);
-    for (int i = present; i < count; ++i)
-        m_listView->headerItem()->setText(i, QString());
+    m_listView->listModel().addColumns(count);
     m_listView->header()->setStretchLastSection(true);
     if (m_listView->owner)
         fitColumns();
@@ -121,7 +131,7 @@ void guiHtmlControlFlex::fitColumns()
     assert(last >= 0);
     for (int column = 1; column <= last; ++column)
         if (followsContent(column))
-            m_listView->resizeColumnToContents(column - 1);
+            m_listView->fitColumn(column - 1);
     if (m_listView->header()->stretchLastSection())
         m_listView->header()->resizeSection(last, m_listView->header()->minimumSectionSize());
 }
@@ -141,22 +151,32 @@ void guiHtmlControlFlex::growColumn(int column, int width)
 }
 
 /// Makes room for the texts of one row: its cost does not depend on how many others there are.
-void guiHtmlControlFlex::growColumns(guiCheckListItem* row)
+void guiHtmlControlFlex::growColumns(guiRowNumber row)
 {
-    int levels = m_listView->rootIsDecorated() ? 1 : 0;
-    for (QTreeWidgetItem const* above = row->parent(); above; above = above->parent())
-        ++levels;
-    int indent = levels * m_listView->indentation(); // in the first column
-    for (int column = 1; column <= m_listView->columnCount(); ++column) {
-        QModelIndex const cell = m_listView->indexFromItem(row, column - 1);
-        growColumn(column, m_listView->sizeHintForIndex(cell).width() + indent);
-        indent = 0;
-    }
+    for (int column = 1; column <= m_listView->columnCount(); ++column)
+        if (followsContent(column) && m_listView->mayNeed(row, column - 1))
+            growColumn(column, m_listView->neededWidth(row, column - 1));
 }
 
-/// A column that the user has resized keeps its width.
-void guiHtmlControlFlex::noteResizing()
+/// Makes room for the longest texts of all rows.
+void guiHtmlControlFlex::growAllColumns()
 {
+    findLongest();
+    for (std::size_t i = 0; i < m_longest.size(); ++i)
+        if (m_longest[i].row != kNoRow && followsContent(static_cast<int>(i) + 1))
+            growColumn(static_cast<int>(i) + 1, m_listView->neededWidth(m_longest[i].row, static_cast<int>(i)));
+}
+
+/// A column that the user has resized keeps its width; a click on a heading sorts.
+void guiHtmlControlFlex::connectHeader()
+{
+    QObject::connect(m_listView->header(), &QHeaderView::sectionClicked, m_listView, [this](int index) {
+        guiEventScope scope;
+        guiNodeWatch self(this);
+        onSort(index + 1);
+        if (self.alive())
+            onHeader(index + 1);
+    });
     QObject::connect(m_listView->header(), &QHeaderView::sectionResized, m_listView, [this](int index) {
         if (QApplication::mouseButtons() & Qt::LeftButton)
             m_widths.insert(index + 1);
@@ -170,32 +190,16 @@ void guiHtmlControlFlex::saveColumns()
     m_list.uncodedHeadings.clear();
     int const count = m_listView->columnCount();
     for (int column = 1; column <= count; ++column) {
-        sstring const heading = qtoss(m_listView->headerItem()->text(column - 1));
+        sstring const heading = qtoss(m_listView->heading(column - 1));
         if (!isHeadingCode(heading))
             m_list.uncodedHeadings.add(column, heading);
         else
             guiAddColumnText(m_list.columnCodes, column, heading);
         bool const fills = column == count && m_listView->header()->stretchLastSection();
         if (m_widths.contains(column) && !fills)
-            addWidth(m_list.columnCodes, column, m_listView->columnWidth(column - 1));
+            guiAddColumnWidth(m_list.columnCodes, column, m_listView->columnWidth(column - 1));
     }
     m_list.uncodedHeadings.at = m_list.columnCodes.getLength();
-}
-
-void guiHtmlControlFlex::saveTexts(guiHtmlControlFlexEntry& entry)
-{
-    entry.text = sstring();
-    entry.uncoded.clear();
-    for (int column = 1; column <= m_listView->columnCount(); ++column) {
-        sstring const cell = qtoss(entry.item->text(column - 1));
-        if (guiContainsColumnCode(cell))
-            entry.uncoded.add(column, cell);
-        else if (column == 1)
-            entry.text = cell;
-        else if (cell.getLength())
-            guiAddColumnText(entry.text, column, cell);
-    }
-    entry.uncoded.at = entry.text.getLength();
 }
 
 // ---- What script sets ----
@@ -206,7 +210,7 @@ void guiHtmlControlFlex::setColumnWidth(int column, int width)
     if (column < 1)
         return;
     if (!m_listView) {
-        addWidth(m_list.columnCodes, column, width);
+        guiAddColumnWidth(m_list.columnCodes, column, width);
         return;
     }
     int const count = m_listView->columnCount();
@@ -228,7 +232,7 @@ void guiHtmlControlFlex::setColumnText(int column, sstring const& text)
         return;
     }
     addColumns(column);
-    m_listView->headerItem()->setText(column - 1, sstoq(text));
+    m_listView->listModel().setHeading(column - 1, sstoq(text));
     if (m_listView->owner && showsHeader())
         growColumn(column, m_listView->header()->sectionSizeHint(column - 1));
 }
@@ -236,13 +240,14 @@ void guiHtmlControlFlex::setColumnText(int column, sstring const& text)
 void guiHtmlControlFlex::setItemText(sstring const& value, int column, sstring const& text)
 {
     assertOnGuiThread();
-    guiHtmlControlFlexEntry* entry = findItem(value);
-    if (!entry || !isColumn(column))
+    guiRowNumber const row = rowOf(value);
+    if (row == kNoRow || !isColumn(column))
         return;
-    if (entry->item) {
-        setCellText(entry->item, column, text);
-        growColumns(entry->item);
-    } else {
-        guiSetColumnText(entry->text, entry->uncoded, column, text, guiContainsColumnCode(text));
-    }
+    m_knowsLongest = false;
+    auto const at = static_cast<unsigned>(column) - 1;
+    if (!m_listView)
+        return m_rows.setText(row, at, sstoq(text));
+    addColumns(column);
+    m_listView->listModel().setText(row, at, sstoq(text));
+    growColumns(row);
 }

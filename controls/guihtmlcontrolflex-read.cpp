@@ -4,6 +4,8 @@
 #include "foundation/vela-mlparser.h"
 #include "page/guinumbers.h"
 
+#include <utility>
+
 namespace {
 
 sstring firstNonEmpty(sstring const& a, sstring const& b) { return a.getLength() ? a : b; }
@@ -65,6 +67,7 @@ void pullInputFlexEntries(guiHtmlParser& parser, guiHtmlControlFlex* flex, mlSec
         guiHtmlControlFlexEntry entry;
         readKeyAndText(row, entry);
         entry.parent = guiHtmlParser::pullData(row, "parent");
+        entry.icon = guiHtmlParser::pullAttr(row, "icon");
         entry.entryType = rowType(guiHtmlParser::pullAttr(row, "type"), flex->getStyleBits());
         entry.selected = guiHasValue(row, "selected");
         entry.checked = guiHasValue(row, "checked");
@@ -74,16 +77,40 @@ void pullInputFlexEntries(guiHtmlParser& parser, guiHtmlControlFlex* flex, mlSec
     }
 }
 
+void pullColumns(guiHtmlParser& parser, guiHtmlControlFlex* flex, mlSection* section)
+{
+    guiElementWalk walk(parser, section, {"column"});
+    for (int number = 1; mlSection* column = walk.next(); ++number) {
+        flex->setColumnText(number, guiHtmlParser::pullData(column, "text"));
+        flex->setColumnLook(number, guiHtmlParser::pullAttr(column, "align"), guiHtmlParser::pullAttr(column, "sort"));
+        if (guiHasValue(column, "width"))
+            flex->setColumnWidth(number, guiToPixels(guiHtmlParser::pullAttr(column, "width")));
+    }
+}
+
+/// The links of a list, by attribute; without one the usual link stays.
+void pullActions(guiHtmlControlFlex* flex, mlSection* section)
+{
+    constexpr std::pair<char const*, void (guiHtmlControlFlex::*)(sstring const&)> kActions[] = {
+        {"onselect", &guiHtmlControlFlex::setSelectAction},   {"onchange", &guiHtmlControlFlex::setChangeAction},
+        {"onsort", &guiHtmlControlFlex::setSortAction},       {"onactivate", &guiHtmlControlFlex::setActivateAction},
+        {"oncontext", &guiHtmlControlFlex::setContextAction}, {"onexpand", &guiHtmlControlFlex::setExpandAction},
+        {"onheader", &guiHtmlControlFlex::setHeaderAction},
+    };
+    for (auto const& [name, set] : kActions)
+        if (guiHasValue(section, name))
+            (flex->*set)(guiHtmlParser::pullAttr(section, name));
+}
+
 template <unsigned styleBits>
 void pullInputFlex(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
     auto* flex = pullControl<guiHtmlControlFlex>(parser, parent, section);
     int rows = guiToPixels(guiHtmlParser::pullAttr(section, "size"));
     flex->init(styleBits, rows ? rows : guiHtmlControlFlex::kDefaultRows, guiHasValue(section, "multiple"));
-    if (guiHasValue(section, "onselect"))
-        flex->setSelectAction(guiHtmlParser::pullAttr(section, "onselect"));
-    if (guiHasValue(section, "onchange"))
-        flex->setChangeAction(guiHtmlParser::pullAttr(section, "onchange"));
+    flex->setZebra(guiHasValue(section, "zebra"));
+    pullActions(flex, section);
+    pullColumns(parser, flex, section);
     pullInputFlexEntries(parser, flex, section);
 }
 

@@ -1,5 +1,5 @@
-// controls/guihtmlcontrolflex-rows.cpp: the rows of a flex list, as entries of the node and as rows of its widget.
-// While there is a widget, each entry has a row of it, and that row has the entry's states.
+// controls/guihtmlcontrolflex-rows.cpp: the rows of a flex list. They are the node's, and its widget shows them; only
+// the selection is the widget's own as long as there is one.
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiwidgetlistitem.h"
 #include "controls/guiwidgetlistview.h"
@@ -8,295 +8,307 @@
 
 #include <algorithm>
 #include <cassert>
-#include <map>
 #include <utility>
 
 namespace {
 
-static_assert(int{kFlexPlain} == guiCheckListItem::kNoIndicator && int{kFlexCheckBox} == guiCheckListItem::kCheckBox &&
-                  int{kFlexRadio} == guiCheckListItem::kRadioButton,
+static_assert(int{kFlexPlain} == kRowPlain && int{kFlexCheckBox} == kRowCheckBox && int{kFlexRadio} == kRowRadio,
               "an entry's type is the indicator of its row");
+
+void setCell(std::vector<QString>& cells, int column, sstring const& text)
+{
+    auto const at = static_cast<std::size_t>(column);
+    if (at > cells.size())
+        cells.resize(at);
+    cells[at - 1] = sstoq(text);
+}
+
+guiRowTexts textsOf(guiHtmlControlFlexEntry const& entry)
+{
+    guiRowTexts texts;
+    texts.value = sstoq(entry.value);
+    texts.parent = sstoq(entry.parent);
+    texts.icon = sstoq(entry.icon);
+    guiForEachColumn(entry.text, entry.uncoded,
+                     [&](int column, sstring const& text, bool) { setCell(texts.cells, column, text); });
+    return texts;
+}
 
 } // namespace
 
-/// Whether the entry has a row of the widget, or none when there is no widget.
-bool guiHtmlControlFlex::isBound(guiHtmlControlFlexEntry const& entry) const
-{
-    return entry.item ? m_listView && entry.item->treeWidget() == m_listView : !m_listView;
-}
+// ---- Rows as entries ----
 
-void guiHtmlControlFlex::appendEntry(guiHtmlControlFlexEntry const& entry)
-{
-    assert(!m_listView && !entry.item);
-    m_items.push_back(std::make_unique<guiHtmlControlFlexEntry>(entry));
-    if (m_items.back()->text.getLength() == 0)
-        m_items.back()->text = entry.value;
-    m_items.back()->uncoded.at = m_items.back()->text.getLength();
-}
+guiRowNumber guiHtmlControlFlex::rowOf(sstring const& value) const { return m_rows.find(sstoview(value)); }
 
-// ---- In the widget ----
-
-void guiHtmlControlFlex::createRows()
+void guiHtmlControlFlex::readEntryTexts(guiHtmlControlFlexEntry& entry, guiRowNumber row) const
 {
-    auto before = [](sstring const& a, sstring const& b) { return a.comparei(b.getUnicode(), sstring::npos) < 0; };
-    std::map<sstring, guiCheckListItem*, decltype(before)> rows(before); // the first of each value
-    for (auto const& entry : m_items) {
-        if (!entry)
-            continue;
-        auto const above = rows.find(entry->parent);
-        createRow(*entry, entry->parent.getLength() && above != rows.end() ? above->second : nullptr);
-        rows.emplace(entry->value, entry->item);
+    entry.text = sstring();
+    entry.uncoded.clear();
+    for (unsigned i = 0; i < m_rows.textCount(row); ++i) {
+        int const column = static_cast<int>(i) + 1;
+        sstring const cell = qtoss(m_rows.text(row, i).toString());
+        if (guiContainsColumnCode(cell))
+            entry.uncoded.add(column, cell);
+        else if (column == 1)
+            entry.text = cell;
+        else if (cell.getLength())
+            guiAddColumnText(entry.text, column, cell);
     }
-    for (auto const& entry : m_items)
-        if (entry && entry->expanded)
-            entry->item->setExpanded(true);
-    for (auto const& entry : m_items)
-        if (entry && entry->selected)
-            selectRow(entry->item, true);
+    entry.uncoded.at = entry.text.getLength();
 }
 
-/// The row that one under `above` lies under, which is higher up when that is nested too deeply. Null: the top level.
-guiCheckListItem* guiHtmlControlFlex::liftToLimit(guiCheckListItem* above)
+guiHtmlControlFlexEntry* guiHtmlControlFlex::entryOf(guiRowNumber row)
 {
-    unsigned levels = 1;
-    for (QTreeWidgetItem const* row = above; row; row = row->parent())
-        ++levels;
-    if (levels <= kMaxNesting)
-        return above;
-    if (!std::exchange(m_warnedOfDepth, true))
-        velaLog("guiHtmlControlFlex::createRow() - rows nested deeper than %u levels are flattened (warning)\n",
-                kMaxNesting);
-    for (; levels > kMaxNesting; --levels)
-        above = static_cast<guiCheckListItem*>(above->parent());
-    return above;
+    if (row == kNoRow)
+        return nullptr;
+    auto& entry = m_entries[row];
+    if (!entry)
+        entry = std::make_unique<guiHtmlControlFlexEntry>();
+    entry->value = qtoss(m_rows.value(row).toString());
+    entry->parent = qtoss(m_rows.parent(row).toString());
+    entry->icon = qtoss(m_rows.icon(row).toString());
+    entry->entryType = static_cast<guiHtmlControlFlexEntryType>(m_rows.indicator(row));
+    readEntryTexts(*entry, row);
+    entry->checked = m_rows.isChecked(row);
+    entry->selected = isRowSelected(row);
+    entry->enabled = m_rows.isEnabled(row);
+    entry->expanded = m_rows.isExpanded(row);
+    entry->item = m_listView ? m_listView->itemOf(row) : nullptr;
+    return entry.get();
 }
 
-/// `above` null: at the top level.
-void guiHtmlControlFlex::createRow(guiHtmlControlFlexEntry& entry, guiCheckListItem* above)
+guiHtmlControlFlexEntry* guiHtmlControlFlex::findItem(istring const& value) { return entryOf(rowOf(value)); }
+
+guiHtmlControlFlexEntry const* guiHtmlControlFlex::getItem(unsigned i) { return m_rows.has(i) ? entryOf(i) : nullptr; }
+
+// ---- The widget ----
+
+void guiHtmlControlFlex::showRows()
 {
-    assert(m_listView && !entry.item);
-    assert(!above || above->treeWidget() == m_listView);
-    above = liftToLimit(above);
-    auto const indicator = static_cast<guiCheckListItem::indicatorKind>(entry.entryType);
-    entry.item = above ? new guiCheckListItem(nullptr, above, QString(), indicator)
-                       : new guiCheckListItem(nullptr, m_listView, QString(), indicator);
-    if (above && !m_listView->rootIsDecorated()) {
+    assert(m_listView && !m_listView->owner);
+    m_listView->listModel().show(m_rows);
+    if (m_source)
+        m_listView->listModel().showSource(m_source);
+    if (m_rows.isNested())
         m_listView->setRootIsDecorated(true);
-        if (m_listView->owner)
-            fitColumns(); // all rows move to the right
-    }
-    guiForEachColumn(entry.text, entry.uncoded,
-                     [&](int column, sstring const& text, bool) { setCellText(entry.item, column, text); });
-    entry.item->setOn(entry.checked > 0);
-    entry.item->setEnabled(entry.enabled > 0);
-}
-
-void guiHtmlControlFlex::bindRows()
-{
-    m_listView->owner = this;
-    for (auto const& entry : m_items) {
-        if (!entry)
-            continue;
-        assert(isBound(*entry) && !entry->item->owner);
-        entry->item->owner = this;
-    }
-}
-
-void guiHtmlControlFlex::selectRow(guiCheckListItem* row, bool on)
-{
-    assert(row && row->treeWidget() == m_listView);
-    guiNoticeHold hold(m_listView);
-    if (on && !m_list.multiple)
-        m_listView->setCurrentItem(row, 0, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    else
-        row->setSelected(on);
+    for (guiRowNumber const row : m_rows.selected)
+        m_listView->select(row, true);
+    m_rows.selected.clear();
 }
 
 /// What the user and script have done to the widget is kept for the next one.
 void guiHtmlControlFlex::saveStates()
 {
     saveColumns();
-    for (auto const& entry : m_items) {
-        if (!entry)
-            continue;
-        assert(isBound(*entry));
-        saveTexts(*entry);
-        guiCheckListItem const* row = std::exchange(entry->item, nullptr);
-        entry->checked = row->isOn();
-        entry->selected = row->isSelected();
-        entry->enabled = row->isEnabled();
-        entry->expanded = row->isExpanded();
-    }
+    m_rows.selected = m_listView->selectedRows();
+    for (auto const& [row, entry] : m_entries)
+        entry->item = nullptr;
+}
+
+bool guiHtmlControlFlex::isRowSelected(guiRowNumber row) const
+{
+    return m_listView ? m_listView->isSelected(row) : m_rows.selected.contains(row);
+}
+
+std::set<guiRowNumber> guiHtmlControlFlex::selectedRows() const
+{
+    return m_listView ? m_listView->selectedRows() : m_rows.selected;
+}
+
+bool guiHtmlControlFlex::isRowEnabled(guiRowNumber row) const
+{
+    return m_source ? m_source->isEnabled(row) : m_rows.isEnabled(row);
+}
+
+QString guiHtmlControlFlex::rowValue(guiRowNumber row) const
+{
+    return m_source ? m_source->value(row) : m_rows.value(row).toString();
+}
+
+guiRowNumber guiHtmlControlFlex::firstSelected() const
+{
+    if (m_source && m_listView)
+        return m_listView->firstSelected();
+    std::set<guiRowNumber> const selected = selectedRows();
+    return selected.empty() ? kNoRow : *selected.begin();
 }
 
 // ---- What script asks and sets ----
 
-guiHtmlControlFlexEntry* guiHtmlControlFlex::findItem(istring const& value)
-{
-    for (auto const& entry : m_items) {
-        if (!entry || value != entry->value)
-            continue;
-        assert(isBound(*entry));
-        return entry.get();
-    }
-    return nullptr;
-}
-
 int guiHtmlControlFlex::isItemChecked(sstring const& value)
 {
-    guiHtmlControlFlexEntry const* entry = findItem(value);
-    if (!entry || entry->entryType == kFlexPlain)
-        return 0;
-    return entry->item ? entry->item->isOn() : entry->checked;
+    guiRowNumber const row = rowOf(value);
+    return row != kNoRow && m_rows.isChecked(row);
 }
 
 int guiHtmlControlFlex::isItemSelected(sstring const& value)
 {
-    guiHtmlControlFlexEntry const* entry = findItem(value);
-    if (!entry)
-        return 0;
-    return entry->item ? entry->item->isSelected() : entry->selected;
+    guiRowNumber const row = m_source ? m_source->find(sstoview(value)) : rowOf(value);
+    return row != kNoRow && isRowSelected(row);
 }
 
 int guiHtmlControlFlex::isItemEnabled(sstring const& value)
 {
-    guiHtmlControlFlexEntry const* entry = findItem(value);
-    if (!entry)
-        return 0;
-    return entry->item ? entry->item->isEnabled() : entry->enabled;
+    guiRowNumber const row = rowOf(value);
+    return row != kNoRow && m_rows.isEnabled(row);
 }
 
 int guiHtmlControlFlex::isItemExpanded(sstring const& value)
 {
-    guiHtmlControlFlexEntry const* entry = findItem(value);
-    if (!entry)
-        return 0;
-    return entry->item ? entry->item->isExpanded() : entry->expanded;
+    guiRowNumber const row = rowOf(value);
+    return row != kNoRow && m_rows.isExpanded(row);
 }
 
 void guiHtmlControlFlex::setItemChecked(sstring const& value, int on)
 {
     assertOnGuiThread();
-    guiHtmlControlFlexEntry* entry = findItem(value);
-    if (!entry || entry->entryType == kFlexPlain)
+    guiRowNumber const row = rowOf(value);
+    if (row == kNoRow || m_rows.indicator(row) == kRowPlain)
         return;
-    if (!entry->item) {
-        entry->checked = on > 0;
-        return;
-    }
+    if (!m_listView)
+        return m_rows.setChecked(row, on > 0);
     guiNoticeHold hold(m_listView);
-    entry->item->setOn(on > 0);
+    m_listView->setChecked(row, on > 0);
 }
 
 void guiHtmlControlFlex::setItemSelected(sstring const& value, int on)
 {
     assertOnGuiThread();
-    guiHtmlControlFlexEntry* entry = findItem(value);
-    if (!entry || (on > 0 && !isItemEnabled(value)))
+    guiRowNumber const row = m_source ? m_source->find(sstoview(value)) : rowOf(value);
+    if (row == kNoRow || (on > 0 && !isRowEnabled(row)))
         return;
-    if (entry->item) {
-        selectRow(entry->item, on > 0);
-        return;
-    }
+    if (m_listView)
+        return m_listView->select(row, on > 0);
     if (on > 0 && !m_list.multiple)
         clearSelection();
-    entry->selected = on > 0;
+    if (on > 0)
+        m_rows.selected.insert(row);
+    else
+        m_rows.selected.erase(row);
 }
 
 void guiHtmlControlFlex::clearSelection()
 {
     if (m_listView)
-        return m_listView->clearSelection();
-    for (auto const& entry : m_items)
-        if (entry)
-            entry->selected = 0;
+        m_listView->clearSelection();
+    else
+        m_rows.selected.clear();
 }
 
 void guiHtmlControlFlex::setItemEnabled(sstring const& value, int on)
 {
     assertOnGuiThread();
-    guiHtmlControlFlexEntry* entry = findItem(value);
-    if (entry && entry->item)
-        entry->item->setEnabled(on > 0);
-    else if (entry)
-        entry->enabled = on > 0;
+    guiRowNumber const row = rowOf(value);
+    if (row == kNoRow)
+        return;
+    if (m_listView)
+        m_listView->setEnabledRow(row, on > 0);
+    else
+        m_rows.setEnabled(row, on > 0);
 }
 
 void guiHtmlControlFlex::setItemExpanded(sstring const& value, int on)
 {
     assertOnGuiThread();
-    guiHtmlControlFlexEntry* entry = findItem(value);
-    if (entry && entry->item)
-        entry->item->setExpanded(on > 0);
-    else if (entry)
-        entry->expanded = on > 0;
+    guiRowNumber const row = rowOf(value);
+    if (row == kNoRow)
+        return;
+    if (m_listView)
+        m_listView->setExpanded(row, on > 0);
+    else
+        m_rows.setExpanded(row, on > 0);
 }
 
 // ---- Adding and removing ----
+
+/// The row that one under `above` lies under, which is higher up when that is nested too deeply. kNoRow: the top level.
+guiRowNumber guiHtmlControlFlex::liftToLimit(guiRowNumber above)
+{
+    guiRowNumber const possible = m_rows.lifted(above, kMaxNesting);
+    if (possible != above)
+        warnOfDepth();
+    return possible;
+}
+
+void guiHtmlControlFlex::warnOfDepth()
+{
+    if (!std::exchange(m_warnedOfDepth, true))
+        velaLog("guiHtmlControlFlex::createRow() - rows nested deeper than %u levels are flattened (warning)\n",
+                kMaxNesting);
+}
+
+guiRowNumber guiHtmlControlFlex::addRow(guiHtmlControlFlexEntry const& entry)
+{
+    guiRowNumber const above = liftToLimit(entry.parent.getLength() ? rowOf(entry.parent) : kNoRow);
+    auto const indicator = static_cast<guiRowIndicator>(entry.entryType);
+    guiRowTexts texts = textsOf(entry);
+    guiRowNumber const row = m_listView ? m_listView->listModel().addRow(std::move(texts), indicator, above)
+                                        : m_rows.add(std::move(texts), indicator, above);
+    noteLongest(row);
+    return row;
+}
+
+void guiHtmlControlFlex::appendEntry(guiHtmlControlFlexEntry const& entry)
+{
+    assert(!m_listView && !entry.item);
+    guiHtmlControlFlexEntry added = entry;
+    if (added.text.getLength() == 0)
+        added.text = added.value;
+    added.uncoded.at = added.text.getLength();
+    guiRowNumber const row = addRow(added);
+    m_rows.setChecked(row, added.checked > 0 && added.entryType != kFlexPlain);
+    m_rows.setEnabled(row, added.enabled > 0);
+    m_rows.setExpanded(row, added.expanded > 0);
+    if (added.selected > 0)
+        m_rows.selected.insert(row);
+}
 
 void guiHtmlControlFlex::addItem(sstring const& value, sstring const& text, sstring const& parent,
                                  guiHtmlControlFlexEntryType entryType)
 {
     assertOnGuiThread();
-    auto hole = std::find(m_items.begin(), m_items.end(), nullptr);
-    if (hole == m_items.end())
-        hole = m_items.emplace(m_items.end());
-    guiHtmlControlFlexEntry* above = parent.getLength() ? findItem(parent) : nullptr;
-    *hole = std::make_unique<guiHtmlControlFlexEntry>();
-    guiHtmlControlFlexEntry& entry = **hole;
+    if (m_source)
+        return;
+    guiHtmlControlFlexEntry entry;
     entry.value = value;
     entry.text = text.getLength() ? text : value;
     entry.parent = parent;
     entry.entryType = entryType;
+    guiRowNumber const row = addRow(entry);
     if (!m_listView)
         return;
-    createRow(entry, above ? above->item : nullptr);
-    entry.item->setExpanded(true);
-    growColumns(entry.item);
-    entry.item->owner = this;
+    addColumns(static_cast<int>(m_rows.textCount(row)));
+    if (m_rows.above(row) != kNoRow && !m_listView->rootIsDecorated()) {
+        m_listView->setRootIsDecorated(true);
+        fitColumns(); // all rows move to the right
+    }
+    growColumns(row);
 }
 
 void guiHtmlControlFlex::removeItem(sstring const& value)
 {
     assertOnGuiThread();
-    istring const wanted(value);
-    auto const found = std::find_if(m_items.begin(), m_items.end(),
-                                    [&](auto const& entry) { return entry && wanted == entry->value; });
-    if (found == m_items.end())
+    guiRowNumber const row = rowOf(value);
+    if (row == kNoRow)
         return;
-    std::unique_ptr<guiHtmlControlFlexEntry> const removed = std::move(*found);
-    assert(isBound(*removed));
-    if (removed->item)
-        deleteRow(std::unique_ptr<guiCheckListItem>(removed->item));
+    m_knowsLongest = false;
+    m_entries.erase(row);
+    if (m_listView)
+        return deleteRow(row);
+    guiListRows::rowList const under = m_rows.under(row);
+    for (guiRowNumber const each : under)
+        m_rows.move(each, kNoRow);
+    m_rows.remove(row);
 }
 
 /// The rest of the selection stays. If the row was selected, script is told once the list is consistent again, because
 /// its handler may change the list once more.
-void guiHtmlControlFlex::deleteRow(std::unique_ptr<guiCheckListItem> row)
+void guiHtmlControlFlex::deleteRow(guiRowNumber row)
 {
-    bool const wasSelected = row->isSelected();
-    QList<QTreeWidgetItem*> const selected = m_listView->selectedItems();
-    auto const mode = m_listView->selectionMode();
+    bool const wasSelected = m_listView->isSelected(row);
     m_listView->owner = nullptr;
-    m_listView->setSelectionMode(QAbstractItemView::MultiSelection); // else the toolkit would select a neighbour
-    moveChildrenToTop(row.get());
-    for (QTreeWidgetItem* each : selected)
-        each->setSelected(each != row.get());
-    row.reset();
-    m_listView->setSelectionMode(mode);
+    m_listView->removeRow(row);
     m_listView->owner = this;
     if (wasSelected)
         onSelect();
-}
-
-/// Rows that were nested under one that is removed have no parent any more.
-void guiHtmlControlFlex::moveChildrenToTop(guiCheckListItem* row)
-{
-    std::vector<std::pair<QTreeWidgetItem*, bool>> rows;
-    rows.reserve(static_cast<std::size_t>(row->childCount()));
-    for (int i = 0; i < row->childCount(); ++i)
-        rows.emplace_back(row->child(i), row->child(i)->isExpanded());
-    m_listView->addTopLevelItems(row->takeChildren());
-    for (auto const& [moved, isExpanded] : rows)
-        moved->setExpanded(isExpanded);
 }

@@ -2,7 +2,8 @@
 #include "controls/guiformproperty.h"
 #include "controls/guihtmlcontrolflex.h"
 #include "controls/guiscriptmethod.h"
-#include "controls/guiwidgetlistitem.h"
+#include "controls/guiscriptvalue.h"
+#include "foundation/vela-qt.h"
 #include "page/guinumbers.h"
 
 #include <algorithm>
@@ -24,14 +25,11 @@ void guiHtmlControlFlex::readFormProperty(ScriptObject* form)
 void guiHtmlControlFlex::writeFormProperty(ScriptObject* form)
 {
     guiFormProperty value(form, getName());
-    auto isSelected = [](auto const& entry) {
-        return entry && (entry->item ? entry->item->isSelected() : entry->selected != 0);
-    };
-    auto const found = std::find_if(m_items.begin(), m_items.end(), isSelected);
-    if (found == m_items.end())
+    guiRowNumber const row = firstSelected();
+    if (row == kNoRow)
         value.writeNull();
     else
-        value.write((*found)->value);
+        value.write(qtoss(rowValue(row)));
 }
 
 void guiHtmlControlFlex::eraseFormProperty(ScriptObject* form) { guiFormProperty(form, getName()).erase(); }
@@ -151,6 +149,94 @@ void control_setItemText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
         flex->setItemText(guiTextOf(args, 0), args.get(1)->toInt(0), guiTextOf(args, 2));
 }
 
+// ---- The list as data: for the package's own JavaScript, which packs and unpacks ----
+
+/// The packed rows that are the only argument; null when it is something else.
+std::shared_ptr<guiPackedRows const> packedArgument(ScriptArgs& args)
+{
+    if (!guiIsOneString(args))
+        return nullptr;
+    return guiPackedRows::read(sstoview(guiTextOf(args, 0)));
+}
+
+void control_setPackedRows_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                              ScriptValue& result)
+{
+    auto const packed = packedArgument(args);
+    flexNode* flex = packed ? guiControlOf<flexNode>(data, self) : nullptr;
+    result.setBool(flex != nullptr);
+    if (flex)
+        flex->setRows(packed);
+}
+
+/// A method that returns something as packed rows; null when the list is gone.
+template <QString (flexNode::*getter)()>
+void read_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (flexNode* flex = args.count() == 0 ? guiControlOf<flexNode>(data, self) : nullptr)
+        result.setString(qtoss((flex->*getter)()));
+}
+
+/// A method that takes packed rows.
+template <void (flexNode::*setter)(guiPackedRows const& packed)>
+void write_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    auto const packed = packedArgument(args);
+    if (flexNode* flex = packed ? guiControlOf<flexNode>(data, self) : nullptr)
+        (flex->*setter)(*packed);
+}
+
+void control_clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (flexNode* flex = args.count() == 0 ? guiControlOf<flexNode>(data, self) : nullptr)
+        flex->clear();
+}
+
+void forgetResult(ScriptValue&, void*) {}
+
+/// Calls `provider(first, count)`, which calls giveRows() when it has the rows.
+void askProvider(std::shared_ptr<ScriptObject> const& provider, unsigned first, unsigned count)
+{
+    HostPlatform* const platform = guiControlHost::current().platform();
+    ScriptArgs* const args = platform->createArgs(provider->getEngine());
+    guiScratchValue const value;
+    for (unsigned const number : {first, count}) {
+        value->setNumber(number);
+        args->append(value.get());
+    }
+    provider->callMethodAsync(provider.get(), sstring(), args, forgetResult, nullptr);
+    platform->destroyArgs(args);
+}
+
+/// Arguments: how many rows there are, and the function that is asked for them.
+void control_setSource_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    bool const fits = args.count() == 2 && guiIsNumber(args, 0) && args.get(1)->isFunction();
+    flexNode* flex = fits ? guiControlOf<flexNode>(data, self) : nullptr;
+    if (!flex)
+        return;
+    std::shared_ptr<ScriptObject> const provider = guiKept(args.get(1)->toObject(0));
+    auto const count = static_cast<unsigned>(std::max(0, args.get(0)->toInt(0)));
+    flex->setSource(std::make_shared<guiListSource>(
+        count, [provider](unsigned first, unsigned rows) { askProvider(provider, first, rows); }));
+}
+
+/// Arguments: the first row, and the rows as packed text or null.
+void control_giveRows_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    bool const fits = args.count() == 2 && guiIsNumber(args, 0);
+    flexNode* flex = fits ? guiControlOf<flexNode>(data, self) : nullptr;
+    if (!flex)
+        return;
+    auto const first = static_cast<unsigned>(std::max(0, args.get(0)->toInt(0)));
+    flex->giveRows(first, guiIsString(args, 1) ? guiPackedRows::read(sstoview(guiTextOf(args, 1))) : nullptr);
+}
+
 constexpr guiScriptMethod kMethods[] = {
     {"scrollToTop", guiCallOnGuiThread<control_scrollToTop_qt>},
     {"isItemChecked", guiCallOnGuiThread<ask_qt<&flexNode::isItemChecked>>},
@@ -171,6 +257,17 @@ constexpr guiScriptMethod kMethods[] = {
     {"setColumnWidth", guiCallOnGuiThread<control_setColumnWidth_qt>},
     {"setColumnText", guiCallOnGuiThread<control_setColumnText_qt>},
     {"setItemText", guiCallOnGuiThread<control_setItemText_qt>},
+    {"clear", guiCallOnGuiThread<control_clear_qt>},
+    {"setPackedRows", guiCallOnGuiThread<control_setPackedRows_qt>},
+    {"setProvider", guiCallOnGuiThread<control_setSource_qt>},
+    {"giveRows", guiCallOnGuiThread<control_giveRows_qt>},
+    {"getPackedRows", guiCallOnGuiThread<read_qt<&flexNode::packedRows>>},
+    {"getSelection", guiCallOnGuiThread<read_qt<&flexNode::selection>>},
+    {"setSelection", guiCallOnGuiThread<write_qt<&flexNode::setSelection>>},
+    {"getChecked", guiCallOnGuiThread<read_qt<&flexNode::checkedRows>>},
+    {"setChecked", guiCallOnGuiThread<write_qt<&flexNode::setCheckedRows>>},
+    {"getColumns", guiCallOnGuiThread<read_qt<&flexNode::columns>>},
+    {"setColumns", guiCallOnGuiThread<write_qt<&flexNode::setColumns>>},
 };
 
 } // namespace

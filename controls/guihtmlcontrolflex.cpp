@@ -6,9 +6,7 @@
 #include "controls/guiwidgetlistview.h"
 #include "page/guihtmlsize.h"
 
-#include <QHeaderView>
 #include <QScrollBar>
-#include <algorithm>
 #include <cassert>
 
 namespace {
@@ -28,22 +26,12 @@ guiHtml& guiHtmlControlFlex::operator=(guiHtml& other)
         return *this;
     destroyWidgets(); // they show the rows that are replaced now
     m_list = flex->m_list;
-    m_items = copyWithoutRows(flex->m_items);
-    assert(
-        std::all_of(m_items.begin(), m_items.end(), [this](auto const& entry) { return !entry || isBound(*entry); }));
+    m_rows = flex->m_rows;
+    m_source = flex->m_source;
+    m_entries.clear();
+    m_knowsLongest = false;
+    m_rows.selected = flex->selectedRows();
     return *this;
-}
-
-/// The rows of the widget stay with the list that is copied.
-guiHtmlControlFlex::entryList guiHtmlControlFlex::copyWithoutRows(entryList const& entries)
-{
-    entryList copies;
-    for (auto const& entry : entries) {
-        auto& copy = copies.emplace_back(entry ? std::make_unique<guiHtmlControlFlexEntry>(*entry) : nullptr);
-        if (copy)
-            copy->item = nullptr;
-    }
-    return copies;
 }
 
 guiHtml* guiHtmlControlFlex::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
@@ -86,12 +74,19 @@ void guiHtmlControlFlex::createChildWidget()
     m_listView->setAllColumnsShowFocus(true);
     m_listView->setRootIsDecorated(false);
     m_listView->setIndentation(kIndentation);
+    m_listView->setLeastRows(m_list.visibleRows);
+    m_listView->setAlternatingRowColors(m_list.isZebra);
+    m_listView->listModel().findIcon = [this](QString const& name) { return iconOf(name); };
     createColumns();
+    addRowColumns();
+    showColumnLooks();
     m_listView->setHeaderHidden(!showsHeader());
-    createRows();
+    showRows();
     fitColumns();
-    noteResizing();
-    bindRows(); // only now: the states that the page gives its rows are not changes to report
+    growAllColumns();
+    connectHeader();
+    showOrder();
+    m_listView->owner = this; // only now: the states that the page gives its rows are not changes to report
     finishWidget(m_listView);
 }
 

@@ -6,10 +6,17 @@
 
 #include "controls/guicolumncodes.h"
 #include "controls/guihtmlcontrol.h"
+#include "controls/guilistrows.h"
+#include "controls/guilistsort.h"
+#include "controls/guilistsource.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guipicture.h"
+#include "page/guiuserevent.h"
 
+#include <functional>
 #include <memory>
 #include <set>
+#include <unordered_map>
 #include <vector>
 
 class guiCheckListItem;
@@ -29,20 +36,20 @@ enum guiFlexStyle : unsigned
     kFlexCheckByDefault = 2 ///< a row without `type` is a check box row
 };
 
-/// One row.
+/// One row, as it is when somebody asks for it.
 struct guiHtmlControlFlexEntry
 {
     sstring value;  ///< the row's key
     sstring text;   ///< column codes: the first column's text, then "|N|" and the text of column N
+    sstring icon;   ///< name of a picture file
     sstring parent; ///< key of the row that this one is nested under, "" for the top level
     guiHtmlControlFlexEntryType entryType = kFlexPlain;
     int checked = 0;
     int selected = 0;
     int enabled = 1;
     int expanded = 1;
-    guiUncodedTexts uncoded; ///< texts that were set while there was a widget and that `text` cannot express
-    guiCheckListItem* item =
-        nullptr; ///< the widget's row, null without a widget; it then has the four states. Not owned
+    guiUncodedTexts uncoded;          ///< texts that `text` cannot express
+    guiCheckListItem* item = nullptr; ///< the row in the widget, null without one. Not owned
 };
 
 /// Rows nest kMaxNesting levels deep; deeper ones lie beside the last that still nests, since the toolkit walks over
@@ -72,6 +79,15 @@ public:
     sstring getChangeAction() const { return m_list.changeAction; }
     void setSelectAction(sstring const& link) { m_list.selectAction = link; }
     void setChangeAction(sstring const& link) { m_list.changeAction = link; }
+    void setSortAction(sstring const& link) { m_list.sortAction = link; }
+    void setActivateAction(sstring const& link) { m_list.activateAction = link; }
+    void setContextAction(sstring const& link) { m_list.contextAction = link; }
+    void setExpandAction(sstring const& link) { m_list.expandAction = link; }
+    void setHeaderAction(sstring const& link) { m_list.headerAction = link; }
+    /// Every other row has another ground.
+    void setZebra(bool on) { m_list.isZebra = on; }
+    /// How the texts of a column stand ("right", "center", else left), and how rows are sorted by it ("" not at all).
+    void setColumnLook(int column, sstring const& align, sstring const& sort);
 
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
@@ -84,7 +100,8 @@ public:
     /// `rest` what follows. Returns its text.
     static sstring popColumnText(int* column, sstring text, sstring& rest);
 
-    /// The first row of this value, null when there is none.
+    /// The first row of this value, null when there is none. It is up to date until the list changes, and valid until
+    /// the row is removed.
     guiHtmlControlFlexEntry* findItem(istring const& value);
     /// States of the row of this value; 0 when there is none. A row without an indicator is never checked.
     int isItemChecked(sstring const& value);
@@ -107,6 +124,38 @@ public:
     void setColumnText(int column, sstring const& text);
     void setItemText(sstring const& value, int column, sstring const& text);
 
+    // ---- The list as data ----
+
+    /// Replaces all rows. Selection, what is expanded and the place of the scroll bar stay with the values of the rows,
+    /// unless the new rows say otherwise. If the selection changes, the link for that is followed.
+    void setRows(std::shared_ptr<guiPackedRows const> const& packed);
+    /// From now on rows come on demand, until setRows() or clear(). Such rows have texts, a value and an icon, and can
+    /// be selected; what changes single rows does nothing.
+    void setSource(std::shared_ptr<guiListSource> source);
+    /// Rows that the source has asked for have come; null: script could not give them.
+    void giveRows(unsigned first, std::shared_ptr<guiPackedRows const> rows);
+    /// All rows as packed text, each behind the one that it lies under.
+    QString packedRows();
+    void clear();
+    /// The values of rows, as packed rows without texts: those that are selected, and those that are checked.
+    QString selection();
+    QString checkedRows();
+    /// Selects or checks the rows of these values and no others. The link for each change is followed.
+    void setSelection(guiPackedRows const& values);
+    void setCheckedRows(guiPackedRows const& values);
+    /// The columns as packed rows: the value is the heading, the texts are the width in pixels or "", how texts stand
+    /// and how rows are sorted by the column.
+    QString columns();
+    void setColumns(guiPackedRows const& columns);
+
+    // ---- Order ----
+
+    /// The user asks for the list to be sorted by a column, counted from 1: once more turns the order round. Follows
+    /// the link for that, or else sorts. Nothing for a column that does not say how.
+    void onSort(int column);
+    /// Sorts the rows as the column says; they are kept so when setRows() replaces them.
+    void sortBy(int column, bool isDescending);
+
     bool takesFormValue(ScriptValue& value) const override;
     void readFormProperty(ScriptObject* form) override;
     void writeFormProperty(ScriptObject* form) override;
@@ -116,17 +165,33 @@ public:
     virtual void onSelect();
     virtual void onChange();
 
+    /// What the user may do with a row besides, and whether the page has a link for it.
+    bool hearsActivation() const { return m_list.activateAction.getLength() > 0; }
+    bool hearsContext() const { return m_list.contextAction.getLength() > 0; }
+    /// The user has double-clicked the row or pressed Return in it; has asked for a menu, by the right button or by
+    /// key, at a place on the screen (row kNoRow: beside the rows); has expanded or collapsed it; has clicked a
+    /// heading. Columns count from 1. Each follows its link; script finds row and column in the session's event.
+    virtual void onActivate(guiRowNumber row, int column);
+    virtual void onContext(guiRowNumber row, int column, QPoint place);
+    virtual void onExpand(guiRowNumber row);
+    virtual void onHeader(int column);
+
     /// Adds a row at the end, before there is a widget; an empty text shows the value.
     void appendEntry(guiHtmlControlFlexEntry const& entry);
-    unsigned getItemCount() const { return static_cast<unsigned>(m_items.size()); }
-    /// Null for a hole that a removed row left.
-    guiHtmlControlFlexEntry const* getItem(unsigned i) const { return m_items[i].get(); }
+    unsigned getItemCount() const { return m_rows.size(); }
+    /// Null for a hole that a removed row left; else as from findItem().
+    guiHtmlControlFlexEntry const* getItem(unsigned i);
 
 protected:
     void addScriptMethods(ScriptObject* object) override;
 
 private:
-    using entryList = std::vector<std::unique_ptr<guiHtmlControlFlexEntry>>;
+    /// How the texts of a column stand ("", "right" or "center"), and how rows are sorted by it.
+    struct columnLook
+    {
+        QString align;
+        QString sort;
+    };
 
     /// What page and script have said about the list as a whole.
     struct listSettings
@@ -135,43 +200,95 @@ private:
         guiUncodedTexts uncodedHeadings; // headings that columnCodes cannot express
         sstring selectAction = "event://eSelect";
         sstring changeAction = "event://eChange";
+        sstring sortAction; // "": the list sorts itself
+        sstring activateAction;
+        sstring contextAction;
+        sstring expandAction;
+        sstring headerAction;
+        bool isZebra = false;
         unsigned styleBits = 0; // of guiFlexStyle
         int visibleRows = kDefaultRows;
         int multiple = 0;
         int headerEnabled = 1;
+        std::vector<columnLook> columnLooks; // of the first columns
     };
 
-    static entryList copyWithoutRows(entryList const& entries);
+    /// What stays when the rows are replaced, by value.
+    struct keptStates
+    {
+        std::vector<QString> selected;
+        std::vector<QString> collapsed;
+        QString top;     // the first row in view
+        QString current; // the row that keys start from
+        bool hasTop = false;
+        bool hasCurrent = false;
+    };
+
     bool showsHeader() const;
     void destroyWidgets();
 
     // Rows
-    void createRows();
-    void createRow(guiHtmlControlFlexEntry& entry, guiCheckListItem* above);
-    guiCheckListItem* liftToLimit(guiCheckListItem* above);
-    void bindRows() TARN_ON(velaGuiRole);
-    void selectRow(guiCheckListItem* row, bool on);
+    guiRowNumber rowOf(sstring const& value) const;
+    guiHtmlControlFlexEntry* entryOf(guiRowNumber row);
+    void readEntryTexts(guiHtmlControlFlexEntry& entry, guiRowNumber row) const;
+    guiRowNumber liftToLimit(guiRowNumber above);
+    guiRowNumber addRow(guiHtmlControlFlexEntry const& entry);
+    void showRows();
+    bool isRowSelected(guiRowNumber row) const;
+    bool isRowEnabled(guiRowNumber row) const;
+    QString rowValue(guiRowNumber row) const;
+    guiRowNumber firstSelected() const;
     void clearSelection();
-    void deleteRow(std::unique_ptr<guiCheckListItem> row) TARN_ON(velaGuiRole);
-    void moveChildrenToTop(guiCheckListItem* row) TARN_ON(velaGuiRole);
-    bool isBound(guiHtmlControlFlexEntry const& entry) const;
+    void deleteRow(guiRowNumber row) TARN_ON(velaGuiRole);
+    void replaceRows(std::function<void(guiListRows&)> const& work) TARN_ON(velaGuiRole);
+    keptStates keepStates() const;
+    void restoreStates(keptStates const& kept, bool selectsAnew) TARN_ON(velaGuiRole);
+    std::set<guiRowNumber> selectedRows() const;
+    std::vector<QString> valuesOf(std::set<guiRowNumber> const& rows) const;
+    std::set<guiRowNumber> rowsOf(guiPackedRows const& values) const;
+    void selectOnly(std::set<guiRowNumber> rows) TARN_ON(velaGuiRole);
+    void packRow(guiRowPacker& packer, guiRowNumber row) const;
+    void warnOfDepth();
     void saveStates() TARN_ON(velaGuiRole);
 
     // Columns
     void createColumns();
-    void setCellText(guiCheckListItem* row, int column, sstring const& text);
     void addColumns(int count);
+    void addRowColumns();
+    void showColumnLooks();
+    guiSortKind sortKindOf(int column) const;
+    void showOrder();
+    void sortRows();
+    QPixmap iconOf(QString const& name);
+    void tell(char const* type, guiRowNumber row, guiEventDetail detail, sstring const& link);
+    void growAllColumns();
+    int columnWidthSet(int column) const;
     void fitColumns();
     bool followsContent(int column) const;
     void growColumn(int column, int width);
-    void growColumns(guiCheckListItem* row);
-    void noteResizing();
+    void growColumns(guiRowNumber row);
+    void connectHeader();
     void saveColumns() TARN_ON(velaGuiRole);
-    void saveTexts(guiHtmlControlFlexEntry& entry) TARN_ON(velaGuiRole);
+    void noteLongest(guiRowNumber row);
+    void findLongest();
 
-    entryList m_items; // null for a hole
+    /// The longest text of a column.
+    struct longestText
+    {
+        guiRowNumber row = kNoRow;
+        qsizetype length = 0;
+    };
+
+    guiListRows m_rows;
+    std::shared_ptr<guiListSource> m_source; // null unless rows come on demand; m_rows is empty then
     listSettings m_list;
-    guiWidgetListView* m_listView = nullptr; // owned
-    std::set<int> m_widths;                  // columns of the widget whose width was set
+    guiWidgetListView* m_listView = nullptr;                                              // owned; shows m_rows
+    std::unordered_map<guiRowNumber, std::unique_ptr<guiHtmlControlFlexEntry>> m_entries; // those asked for
+    std::unordered_map<QString, guiPictureRef> m_icons;                                   // by name
+    std::set<int> m_widths;             // columns of the widget whose width was set
+    std::vector<longestText> m_longest; // by column, from 0
+    int m_sortColumn = 0;               // counted from 1; 0: the rows are in the order in which they came
+    bool m_isDescending = false;
+    bool m_knowsLongest = true;
     bool m_warnedOfDepth = false;
 };

@@ -1,116 +1,99 @@
 // controls/guiwidgetlistitem.cpp: see guiwidgetlistitem.h.
 #include "controls/guiwidgetlistitem.h"
 
-#include "controls/guieventscope.h"
-#include "controls/guihtmlcontrolflex.h"
 #include "controls/guiwidgetlistview.h"
 
-#include <QTreeWidget>
-#include <cassert>
+namespace {
 
-guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, QTreeWidget* parent, QString const& text,
+guiRowTexts oneText(QString const& text)
+{
+    guiRowTexts texts;
+    texts.cells.push_back(text);
+    return texts;
+}
+
+guiRowNumber addedRow(guiWidgetListView& view, guiRowNumber above, QString const& text, int indicator)
+{
+    return view.listModel().addRow(oneText(text), static_cast<guiRowIndicator>(indicator), above);
+}
+
+guiRowNumber rowBehind(guiCheckListItem const& other, QString const& text, int indicator)
+{
+    return other.view()->listModel().addRowBehind(other.row(), oneText(text), static_cast<guiRowIndicator>(indicator));
+}
+
+} // namespace
+
+guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, guiWidgetListView* parent, QString const& text,
                                    indicatorKind indicator)
-    : QTreeWidgetItem(parent, UserType), owner(list), m_indicator(indicator)
-{
-    initialize(text);
-}
+    : guiCheckListItem(list, parent, addedRow(*parent, kNoRow, text, indicator))
+{}
 
-guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, QTreeWidgetItem* parent, QString const& text,
+guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, guiCheckListItem* parent, QString const& text,
                                    indicatorKind indicator)
-    : QTreeWidgetItem(parent, UserType), owner(list), m_indicator(indicator)
-{
-    initialize(text);
-}
+    : guiCheckListItem(list, parent->view(), addedRow(*parent->view(), parent->row(), text, indicator))
+{}
 
-guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, QTreeWidget* parent, QTreeWidgetItem* after,
+guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, guiWidgetListView* parent, guiCheckListItem* after,
                                    QString const& text, indicatorKind indicator)
-    : QTreeWidgetItem(parent, after, UserType), owner(list), m_indicator(indicator)
-{
-    initialize(text);
-}
+    : guiCheckListItem(list, parent, rowBehind(*after, text, indicator))
+{}
 
-guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, QTreeWidgetItem* parent, QTreeWidgetItem* after,
+guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, guiCheckListItem* parent, guiCheckListItem* after,
                                    QString const& text, indicatorKind indicator)
-    : QTreeWidgetItem(parent, after, UserType), owner(list), m_indicator(indicator)
+    : guiCheckListItem(list, parent->view(), rowBehind(*after, text, indicator))
+{}
+
+guiCheckListItem::guiCheckListItem(guiHtmlControlFlex* list, guiWidgetListView* view, guiRowNumber row)
+    : owner(list), m_view(view), m_row(row)
 {
-    initialize(text);
+    view->adoptItem(row, this);
 }
 
-guiCheckListItem::~guiCheckListItem()
+guiListRows& guiCheckListItem::rows() const { return m_view->rows(); }
+
+guiCheckListItem::indicatorKind guiCheckListItem::getIndicator() const
 {
-    if (m_isGone)
-        *m_isGone = true;
+    return static_cast<indicatorKind>(rows().indicator(m_row));
 }
 
-void guiCheckListItem::initialize(QString const& text)
+void guiCheckListItem::setOn(bool on) { m_view->setChecked(m_row, on); }
+bool guiCheckListItem::isOn() const { return rows().isChecked(m_row); }
+bool guiCheckListItem::isEnabled() const { return rows().isEnabled(m_row); }
+void guiCheckListItem::setEnabled(bool enabled) { m_view->setEnabledRow(m_row, enabled); }
+bool guiCheckListItem::isDisabled() const { return !rows().isUsable(m_row); }
+bool guiCheckListItem::isSelected() const { return m_view->isSelected(m_row); }
+void guiCheckListItem::setSelected(bool on) { m_view->select(m_row, on); }
+bool guiCheckListItem::isExpanded() const { return rows().isExpanded(m_row); }
+void guiCheckListItem::setExpanded(bool on) { m_view->setExpanded(m_row, on); }
+
+QString guiCheckListItem::text(int column) const
 {
-    assertOnGuiThread();
-    assert(m_indicator == kNoIndicator || m_indicator == kCheckBox || m_indicator == kRadioButton);
-    setText(0, text);
-    if (m_indicator != kNoIndicator)
-        QTreeWidgetItem::setData(0, Qt::CheckStateRole, Qt::Unchecked);
+    return rows().text(m_row, static_cast<unsigned>(column)).toString();
 }
 
-bool guiCheckListItem::isOn() const { return data(0, Qt::CheckStateRole).toInt() == Qt::Checked; }
-
-void guiCheckListItem::setOn(bool on) { setData(0, Qt::CheckStateRole, on ? Qt::Checked : Qt::Unchecked); }
-
-void guiCheckListItem::setEnabled(bool enabled)
+void guiCheckListItem::setText(int column, QString const& text)
 {
-    m_isEnabled = enabled;
-    setDisabled(!enabled);
+    m_view->listModel().addColumns(column + 1);
+    m_view->listModel().setText(m_row, static_cast<unsigned>(column), text);
 }
 
-void guiCheckListItem::setData(int column, int role, QVariant const& value)
+QVariant guiCheckListItem::data(int column, int role) const
 {
-    if (role != Qt::CheckStateRole) {
-        QTreeWidgetItem::setData(column, role, value);
-        return;
-    }
-    if (column != 0 || m_indicator == kNoIndicator)
-        return;
-    bool wasOn = isOn();
-    QTreeWidgetItem::setData(column, role, value);
-    if (isOn() != wasOn)
-        stateChange(!wasOn);
+    return m_view->listModel().data(m_view->listModel().indexOf(m_row, column), role);
 }
 
-/// Another radio row of this group that is on, null when there is none.
-guiCheckListItem* guiCheckListItem::otherOn() const
+guiCheckListItem* guiCheckListItem::parent() const { return m_view->itemOf(rows().above(m_row)); }
+int guiCheckListItem::childCount() const { return static_cast<int>(rows().under(m_row).size()); }
+
+guiCheckListItem* guiCheckListItem::child(int place) const
 {
-    QTreeWidgetItem* group = parent() ? parent() : treeWidget() ? treeWidget()->invisibleRootItem() : nullptr;
-    for (int i = 0; group && i < group->childCount(); ++i) {
-        auto* row = dynamic_cast<guiCheckListItem*>(group->child(i));
-        if (row && row != this && row->m_indicator == kRadioButton && row->isOn())
-            return row;
-    }
-    return nullptr;
+    guiListRows::rowList const& under = rows().under(m_row);
+    auto const at = static_cast<std::size_t>(place);
+    return place >= 0 && at < under.size() ? m_view->itemOf(under[at]) : nullptr;
 }
 
-void guiCheckListItem::notifyOwner()
+int guiCheckListItem::indexOfChild(guiCheckListItem const* item) const
 {
-    auto* list = dynamic_cast<guiWidgetListView*>(treeWidget());
-    if (!owner)
-        return;
-    if (list && list->pendingNotices.holds)
-        ++list->pendingNotices.changes;
-    else
-        owner->onChange();
-}
-
-void guiCheckListItem::stateChange(bool on)
-{
-    assert(m_indicator != kNoIndicator);
-    guiEventScope scope;
-    bool isGone = false;
-    bool* outer = m_isGone; // of an outer call: a handler may change the row once more
-    m_isGone = &isGone;
-    if (guiCheckListItem* other = on && m_indicator == kRadioButton ? otherOn() : nullptr)
-        other->setOn(false);
-    if (!isGone)
-        notifyOwner();
-    if (outer)
-        *outer = *outer || isGone;
-    if (!isGone)
-        m_isGone = outer;
+    return rows().above(item->row()) == m_row ? rows().placeOf(item->row()) : -1;
 }

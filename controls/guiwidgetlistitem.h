@@ -1,55 +1,72 @@
-// controls/guiwidgetlistitem.h: a row of a check list, which tells its list node when its state changes.
+// controls/guiwidgetlistitem.h: the handle of a row in the widget of a flex list, by which the row is asked and
+// changed.
 #pragma once
 
-#include <QTreeWidgetItem>
+#include "controls/guilistrows.h"
+
+#include <QVariant>
 
 class guiHtmlControlFlex;
+class guiWidgetListView;
 
-/// A row of a QTreeWidget with a check box, a radio indicator or neither in its first column. Radio rows under one
-/// parent exclude each other. Owned by the tree. GUI thread.
-class guiCheckListItem : public QTreeWidgetItem
+/// A row may have a check box, a radio indicator or neither in its first column. Radio rows under one parent exclude
+/// each other. Columns count from 0. The handle is made when somebody asks for it, is owned by the list, and goes with
+/// the row. GUI thread.
+class guiCheckListItem
 {
 public:
     enum indicatorKind
     {
-        kNoIndicator = 0,
-        kCheckBox = 1,
-        kRadioButton = 2,
+        kNoIndicator = kRowPlain,
+        kCheckBox = kRowCheckBox,
+        kRadioButton = kRowRadio,
     };
 
-    /// At the end of the list, or of the rows under `parent`.
-    guiCheckListItem(guiHtmlControlFlex* list, QTreeWidget* parent, QString const& text, indicatorKind indicator);
-    guiCheckListItem(guiHtmlControlFlex* list, QTreeWidgetItem* parent, QString const& text, indicatorKind indicator);
-    /// Directly after the row `after`.
-    guiCheckListItem(guiHtmlControlFlex* list, QTreeWidget* parent, QTreeWidgetItem* after, QString const& text,
+    /// Adds a row at the end of the list, or of the rows under `parent`.
+    guiCheckListItem(guiHtmlControlFlex* list, guiWidgetListView* parent, QString const& text, indicatorKind indicator);
+    guiCheckListItem(guiHtmlControlFlex* list, guiCheckListItem* parent, QString const& text, indicatorKind indicator);
+    /// Adds it directly behind the row `after`, which lies at the top level or under `parent`.
+    guiCheckListItem(guiHtmlControlFlex* list, guiWidgetListView* parent, guiCheckListItem* after, QString const& text,
                      indicatorKind indicator);
-    guiCheckListItem(guiHtmlControlFlex* list, QTreeWidgetItem* parent, QTreeWidgetItem* after, QString const& text,
+    guiCheckListItem(guiHtmlControlFlex* list, guiCheckListItem* parent, guiCheckListItem* after, QString const& text,
                      indicatorKind indicator);
-    ~guiCheckListItem() override;
+    /// The handle of a row that is there and has none.
+    guiCheckListItem(guiHtmlControlFlex* list, guiWidgetListView* view, guiRowNumber row);
+    guiCheckListItem(guiCheckListItem const&) = delete;
+    guiCheckListItem& operator=(guiCheckListItem const&) = delete;
 
-    indicatorKind getIndicator() const { return m_indicator; }
-    bool isOn() const;
-    /// Does nothing for a row without an indicator.
+    guiRowNumber row() const { return m_row; }
+    guiWidgetListView* view() const { return m_view; }
+    indicatorKind getIndicator() const;
+    /// Checking a row tells the owner once for each row whose state changes, unless the list holds back notices. The
+    /// row may be gone when this returns. Does nothing for a row without an indicator.
     void setOn(bool on);
-    /// What was set for the row itself. The toolkit also shows the rows nested under a disabled one as disabled; those
-    /// still count as enabled here.
-    bool isEnabled() const { return m_isEnabled; }
+    bool isOn() const;
+    /// What was set for the row itself. Rows nested under a disabled one are shown as disabled too; those still count
+    /// as enabled here.
+    bool isEnabled() const;
     void setEnabled(bool enabled);
+    /// Whether the row is shown as disabled.
+    bool isDisabled() const;
+    bool isSelected() const;
+    void setSelected(bool on);
+    bool isExpanded() const;
+    void setExpanded(bool on);
+    QString text(int column) const;
+    void setText(int column, QString const& text);
+    QVariant data(int column, int role) const;
 
-    void setData(int column, int role, QVariant const& value) override;
-    /// Called once for each change of the state, by the user or by script: unchecks the other radio row of the group,
-    /// then notifies the owner, or leaves that to the list if it holds back notices. The row may be gone when this
-    /// returns.
-    virtual void stateChange(bool on);
+    /// The row above this one, null at the top level; and those under it.
+    guiCheckListItem* parent() const;
+    int childCount() const;
+    guiCheckListItem* child(int place) const;
+    int indexOfChild(guiCheckListItem const* item) const;
 
-    guiHtmlControlFlex* owner = nullptr; ///< not owned; may be null
+    guiHtmlControlFlex* owner = nullptr; ///< hears of the row's state; not owned; may be null
 
 private:
-    void initialize(QString const& text);
-    guiCheckListItem* otherOn() const;
-    void notifyOwner();
+    guiListRows& rows() const;
 
-    indicatorKind m_indicator;
-    bool m_isEnabled = true;
-    bool* m_isGone = nullptr; // not owned; the destructor sets what it points to
+    guiWidgetListView* m_view; // not owned
+    guiRowNumber m_row;
 };

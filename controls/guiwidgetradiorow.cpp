@@ -3,23 +3,22 @@
 // over that icon.
 #include "controls/guiwidgetradiorow.h"
 
-#include "controls/guiwidgetlistitem.h"
+#include "controls/guilistmodel.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionButton>
-#include <QTreeWidget>
+#include <QToolTip>
 
 namespace {
 
-bool isRadio(QStyleOptionViewItem const& option, QModelIndex const& index)
+bool isRadio(QModelIndex const& index)
 {
-    auto const* tree = qobject_cast<QTreeWidget const*>(option.widget);
-    auto const* row =
-        tree && index.column() == 0 ? dynamic_cast<guiCheckListItem*>(tree->itemFromIndex(index)) : nullptr;
-    return row && row->getIndicator() == guiCheckListItem::kRadioButton;
+    return index.column() == 0 && index.data(guiListModel::kIndicatorRole).toInt() == kRowRadio;
 }
 
 QStyle* styleOf(QStyleOptionViewItem const& option)
@@ -59,7 +58,7 @@ bool usesIndicator(QEvent const* event, QRect const& indicator)
 void guiWidgetRadioRow::initStyleOption(QStyleOptionViewItem* option, QModelIndex const& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
-    if (!isRadio(*option, index))
+    if (!isRadio(index))
         return;
     option->features &= ~QStyleOptionViewItem::HasCheckIndicator;
     option->features |= QStyleOptionViewItem::HasDecoration;
@@ -72,14 +71,14 @@ QRect guiWidgetRadioRow::indicatorRect(QStyleOptionViewItem const& option, QMode
     QStyleOptionViewItem row = option;
     initStyleOption(&row, index);
     QStyle::SubElement part =
-        isRadio(row, index) ? QStyle::SE_ItemViewItemDecoration : QStyle::SE_ItemViewItemCheckIndicator;
+        isRadio(index) ? QStyle::SE_ItemViewItemDecoration : QStyle::SE_ItemViewItemCheckIndicator;
     return styleOf(row)->subElementRect(part, &row, row.widget);
 }
 
 void guiWidgetRadioRow::paint(QPainter* painter, QStyleOptionViewItem const& option, QModelIndex const& index) const
 {
     QStyledItemDelegate::paint(painter, option, index);
-    if (!isRadio(option, index))
+    if (!isRadio(index))
         return;
     QStyleOptionButton indicator;
     indicator.rect = indicatorRect(option, index);
@@ -93,10 +92,20 @@ void guiWidgetRadioRow::paint(QPainter* painter, QStyleOptionViewItem const& opt
 bool guiWidgetRadioRow::editorEvent(QEvent* event, QAbstractItemModel* model, QStyleOptionViewItem const& option,
                                     QModelIndex const& index)
 {
-    if (!isRadio(option, index))
+    if (!isRadio(index))
         return QStyledItemDelegate::editorEvent(event, model, option, index);
     Qt::ItemFlags needed = Qt::ItemIsUserCheckable | Qt::ItemIsEnabled;
     if ((model->flags(index) & needed) != needed || !usesIndicator(event, indicatorRect(option, index)))
         return false;
     return model->setData(index, Qt::Checked, Qt::CheckStateRole);
+}
+
+bool guiWidgetRadioRow::helpEvent(QHelpEvent* event, QAbstractItemView* view, QStyleOptionViewItem const& option,
+                                  QModelIndex const& index)
+{
+    if (event->type() != QEvent::ToolTip || sizeHint(option, index).width() <= option.rect.width())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    QString const text = index.data().toString();
+    QToolTip::showText(event->globalPos(), text, view);
+    return !text.isEmpty();
 }

@@ -3,7 +3,7 @@
 
 #include <QStyledItemDelegate>
 
-/// For trees whose rows are guiCheckListItems. A click checks a radio row and never unchecks it. GUI thread.
+/// For views of a guiListModel. A click checks a radio row and never unchecks it. GUI thread.
 class guiWidgetRadioRow : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -14,6 +14,9 @@ public:
     void paint(QPainter* painter, QStyleOptionViewItem const& option, QModelIndex const& index) const override;
     bool editorEvent(QEvent* event, QAbstractItemModel* model, QStyleOptionViewItem const& option,
                      QModelIndex const& index) override;
+    /// Shows the whole text of a cell that has no room for it.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, QStyleOptionViewItem const& option,
+                   QModelIndex const& index) override;
     /// The place of a row's indicator, in the view's coordinates.
     QRect indicatorRect(QStyleOptionViewItem const& option, QModelIndex const& index) const;
 

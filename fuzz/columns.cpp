@@ -262,7 +262,7 @@ private:
     {
         auto const* view = dynamic_cast<guiWidgetListView const*>(m_flex->getChildWidget());
         for (auto const& [column, text] : m_headings)
-            require(view->headerItem()->text(column - 1) == text, "a heading is not what was set");
+            require(view->heading(column - 1) == text, "a heading is not what was set");
         for (Row const& row : m_rows)
             compareRow(row);
         require(m_flex->getPreferredWidth() >= 0 && m_flex->getHeightEstimate(100) >= 0, "a negative size");

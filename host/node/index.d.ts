@@ -45,7 +45,7 @@ export interface Session {
 export interface UserEvent {
     /**
      * "click" of a button, link or area, "change" of a control, "menu" for an item, "mousedown", "mouseup", "mouseover", "mouseout",
-     * "mousemove" of an element that asks for them.
+     * "mousemove" of an element that asks for them; "activate", "context", "expand", "sort" and "header" of a list.
      */
     readonly type: string;
     /** The button of the mouse. */
@@ -345,6 +345,52 @@ export interface ListControl extends GuiControl {
 /** What stands before a row of a flex list: nothing, a check box or a radio button; by name or as a number. */
 export type RowType = 'normal' | 'checkbox' | 'radiobutton' | 0 | 1 | 2;
 
+/** A row of a list with columns, as `rows()` returns it. */
+export interface ListRow {
+    /** What scripts call the row. */
+    value: string;
+    /** What it shows, by column. */
+    texts: string[];
+    /** The value of the row that it lies under; null at the top level. */
+    parent: string | null;
+    type: 'normal' | 'checkbox' | 'radiobutton';
+    checked: boolean;
+    selected: boolean;
+    enabled: boolean;
+    /** Whether the rows under it are shown. */
+    expanded: boolean;
+    /** A picture file; null without one. */
+    icon: string | null;
+}
+
+/**
+ * A row of a list with columns, as `setRows()` takes it; what is left out is as usual. A row without `value` has its first text as
+ * such, one without `texts` shows its value. Numbers become texts.
+ */
+export interface NewListRow {
+    value?: string | number | null;
+    texts?: readonly (string | number | null | undefined)[];
+    /** The value of a row before this one. */
+    parent?: string | number | null;
+    type?: RowType | null;
+    checked?: boolean;
+    selected?: boolean;
+    enabled?: boolean;
+    expanded?: boolean;
+    icon?: string | null;
+}
+
+/** A column of a list. */
+export interface ListColumn {
+    /** Its heading. */
+    text?: string | null;
+    /** Its width in pixels; without one it follows its content. */
+    width?: number | null;
+    align?: 'left' | 'right' | 'center' | null;
+    /** How rows are compared when the list is sorted by this column. */
+    sort?: 'text' | 'number' | 'date' | 'natural' | null;
+}
+
 /**
  * A list with columns: `<object>` with the classid flexlist, checklist, listview or treeview. Rows are named by their values;
  * letters' case does not matter, and of two rows with one value the first counts. Columns count from 1.
@@ -386,6 +432,36 @@ export interface FlexListControl extends GuiControl {
     /** The heading of a column; columns that are missing up to it are added. */
     setColumnText(column: number, text: string): null;
     setItemText(value: string, column: number, text: string): null;
+
+    /**
+     * Shows these rows in place of all others, 100,000 in the time of a few frames:
+     *
+     *     list.setRows(files.map(({ name, size }) => ({ value: name, texts: [name, size] })));
+     *
+     * What is selected and expanded and the place of the scroll bar stay with the values of the rows.
+     */
+    setRows(rows: readonly NewListRow[]): null;
+    /**
+     * Shows `count` rows, up to 100 million, that are asked for when they come into view, some hundred at a time; until then they
+     * are empty. The list does not wait for them, and forgets those that are far away:
+     *
+     *     list.setSource(await mail.count(), (first, count) => mail.read(first, count));
+     *
+     * Such rows have texts, a value (else their number, as text), `enabled` and an icon. `setRows` or `clear` ends it; until then
+     * methods that change single rows do nothing, except the selection of rows that are known.
+     */
+    setSource(count: number, source: (first: number, count: number) => readonly NewListRow[] | Promise<readonly NewListRow[]>): null;
+    /** All rows, each behind the one that it lies under; none when they come from a source. */
+    rows(): ListRow[];
+    /** Removes all rows. */
+    clear(): null;
+    /** The values of the selected rows. Assigning selects these and no others. */
+    selection: string[];
+    /** The values of the rows whose box or radio button is on. Assigning switches the others off. */
+    checked: string[];
+    get columns(): ListColumn[];
+    /** The columns: their headings and widths, how their texts stand, and how rows are sorted by them. */
+    set columns(columns: readonly ListColumn[]);
 }
 
 /**

@@ -4,6 +4,7 @@
 #include "controls/guiwidgetlistview.h"
 #include "tests/controls/shownpage.h"
 
+#include <QElapsedTimer>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -23,7 +24,7 @@ struct Flex : ShownPage
     guiHtmlControlFlex& flex() { return control<guiHtmlControlFlex>("f"); }
     guiWidgetListView* view() { return widget<guiWidgetListView>("f"); }
     QString cell(char const* value, int column) { return flex().findItem(value)->item->text(column); }
-    std::string heading(int column) { return view()->headerItem()->text(column).toStdString(); }
+    std::string heading(int column) { return view()->heading(column).toStdString(); }
 };
 
 std::string pop(char const* text)
@@ -123,8 +124,8 @@ TEST(ColumnCodes, AreNotReadInTextsThatNameTheirColumn)
     EXPECT_EQ(cell("b", 1), "w|2|");
     EXPECT_EQ(cell("b", 2), "2|1|2");
     auto* view = page.widget<guiWidgetListView>("f");
-    EXPECT_EQ(view->headerItem()->text(0), "a|2|b");
-    EXPECT_EQ(view->headerItem()->text(1), "WIDTH=300");
+    EXPECT_EQ(view->heading(0), "a|2|b");
+    EXPECT_EQ(view->heading(1), "WIDTH=300");
     EXPECT_EQ(view->columnCount(), 2);
 }
 TEST(ColumnCodes, ThatATextLeavesOpenDoNotTakeInTheNextOne)
@@ -314,7 +315,7 @@ TEST(FlexRows, RemovedWhileSelectedLeaveNothingSelected)
     Flex page;
     page.flex().setItemSelected("a", 1);
     page.flex().removeItem("a");
-    EXPECT_TRUE(page.view()->selectedItems().isEmpty());
+    EXPECT_TRUE(page.view()->selectedItems().empty());
     EXPECT_EQ(page.view()->selectionMode(), QAbstractItemView::SingleSelection);
 }
 
@@ -332,7 +333,7 @@ TEST(FlexRows, AreSelectedOneAtATimeUnlessMultipleIsAskedFor)
 {
     Flex one;
     one.flex().setItemSelected("a", 1);
-    EXPECT_EQ(one.view()->selectedItems().size(), 1);
+    EXPECT_EQ(one.view()->selectedItems().size(), 1u);
     ShownPage many("<object classid=flexlist name=f multiple><option value=a selected>A</option>"
                    "<option value=b>B</option></object>");
     auto& flex = many.control<guiHtmlControlFlex>("f");
@@ -351,11 +352,11 @@ TEST(FlexColumns, AreAddedUpToTheOneThatIsNamed)
     ASSERT_EQ(view->columnCount(), 1);
     flex.setColumnText(3, "Size");
     ASSERT_EQ(view->columnCount(), 3);
-    EXPECT_EQ(view->headerItem()->text(0), "Name");
-    EXPECT_EQ(view->headerItem()->text(1), "");
-    EXPECT_EQ(view->headerItem()->text(2), "Size");
+    EXPECT_EQ(view->heading(0), "Name");
+    EXPECT_EQ(view->heading(1), "");
+    EXPECT_EQ(view->heading(2), "Size");
     flex.setColumnText(2, "Kind");
-    EXPECT_EQ(view->headerItem()->text(1), "Kind");
+    EXPECT_EQ(view->heading(1), "Kind");
     flex.setColumnText(0, "x");
     flex.setColumnText(2000000000, "x");
     EXPECT_EQ(view->columnCount(), 3);
@@ -556,7 +557,7 @@ struct BusyPage : PageWindow
     /// The toolkit thinks of no row that is gone.
     bool isCurrentRowThere()
     {
-        QTreeWidgetItem* current = view()->currentItem();
+        guiCheckListItem* current = view()->currentItem();
         return !current || view()->indexOfTopLevelItem(current) >= 0;
     }
     Busy* flex;
@@ -653,7 +654,7 @@ constexpr int kManyRows = 30000;
 unsigned levelsOf(guiWidgetListView* view)
 {
     unsigned levels = 0;
-    for (QTreeWidgetItem const* row = view->topLevelItem(0); row; row = row->child(0))
+    for (guiCheckListItem const* row = view->topLevelItem(0); row; row = row->child(0))
         ++levels;
     return levels;
 }
@@ -675,7 +676,7 @@ TEST(FlexRows, AreFollowedToAThousandLevelsAndFlattenedBeyond)
     EXPECT_EQ(testing::internal::GetCapturedStderr(), kDepthWarning);
     EXPECT_EQ(levelsOf(view), 1000u);
     auto& flex = page.control<guiHtmlControlFlex>("f");
-    QTreeWidgetItem* deepest = flex.findItem("v1000")->item;
+    guiCheckListItem* deepest = flex.findItem("v1000")->item;
     EXPECT_EQ(deepest->childCount(), 0);
     EXPECT_EQ(flex.findItem("v30000")->item->parent(), deepest->parent());
     EXPECT_EQ(deepest->parent()->indexOfChild(flex.findItem("v30000")->item), kManyRows - 1000);
@@ -695,4 +696,62 @@ TEST(FlexRows, ThatAreAddedOneUnderTheOtherAreFlattenedToo)
     flex.removeItem("v1"); // those under it go up by one level
     flex.addItem("deeper", "", "v1000", kFlexPlain);
     EXPECT_EQ(flex.findItem("deeper")->item->parent(), flex.findItem("v1000")->item);
+}
+
+namespace {
+
+/// Counts how often the rows of a list are painted.
+struct PaintCounter : QObject
+{
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        count += event->type() == QEvent::Paint;
+        return false;
+    }
+    int count = 0;
+};
+
+} // namespace
+
+TEST(FlexRows, ThatScriptAddsOneByOneArePaintedOnceAFrame)
+{
+    ShownPage page("<object classid=listview name=f width=300 height=200></object>");
+    page.window.widget->show();
+    QCoreApplication::processEvents();
+    auto& flex = page.control<guiHtmlControlFlex>("f");
+    PaintCounter counter;
+    page.widget<guiWidgetListView>("f")->viewport()->installEventFilter(&counter);
+    QElapsedTimer time;
+    time.start();
+    for (int i = 0; i < 2000; ++i) {
+        std::string const value = "v" + std::to_string(i);
+        flex.addItem(value.c_str(), (value + "|2|second").c_str(), "", kFlexPlain);
+        flex.setItemSelected(value.c_str(), 1);
+        QCoreApplication::processEvents();
+    }
+    constexpr int kFrame = 16; // milliseconds
+    EXPECT_LE(counter.count, time.elapsed() / kFrame * 2 + 4);
+    EXPECT_GT(counter.count, 0);
+}
+
+TEST(FlexRows, OfALongListCostNoMoreThanThoseOfAShortOne)
+{
+    auto timeOf = [](int rows) {
+        ShownPage page("<object classid=listview name=f width=300 height=200></object>");
+        auto& flex = page.control<guiHtmlControlFlex>("f");
+        auto name = [](int i) { return sstring(("v" + std::to_string(i)).c_str()); };
+        for (int i = 0; i < rows; ++i)
+            flex.addItem(name(i), sstring("text|2|second"), sstring(), kFlexPlain);
+        QElapsedTimer time;
+        time.start();
+        for (int i = 0; i < 1000; ++i) {
+            flex.addItem(name(rows + i), sstring("text"), sstring(), kFlexPlain);
+            flex.setItemText(name(rows + i), 2, sstring("new"));
+            flex.setItemSelected(name(rows + i), 1);
+            flex.removeItem(name(rows + i));
+        }
+        return time.nsecsElapsed();
+    };
+    qint64 const few = timeOf(100);
+    EXPECT_LT(timeOf(50000), few * 6);
 }

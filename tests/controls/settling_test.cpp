@@ -83,7 +83,7 @@ TEST(Settling, AFlexListOfAnySizeComesToRest)
     for (char const* text : kTexts) {
         guiWidgetListView list(nullptr);
         for (QString const& row : QString(text).split('\n'))
-            new QTreeWidgetItem(&list, {row, row});
+            (new guiCheckListItem(nullptr, &list, row, guiCheckListItem::kNoIndicator))->setText(1, row);
         EXPECT_EQ(restlessSizes(list), "") << text;
     }
 }

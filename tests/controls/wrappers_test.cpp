@@ -461,7 +461,7 @@ namespace {
 struct CheckList : ::testing::Test
 {
     guiCheckListItem* add(char const* text, guiCheckListItem::indicatorKind indicator,
-                          QTreeWidgetItem* parent = nullptr)
+                          guiCheckListItem* parent = nullptr)
     {
         return parent ? new guiCheckListItem(&owner, parent, text, indicator)
                       : new guiCheckListItem(&owner, &view, text, indicator);
@@ -528,8 +528,7 @@ TEST_F(CheckList, RowsCanBePutBehindOthers)
     auto* between = new guiCheckListItem(&owner, &view, first, "between", guiCheckListItem::kCheckBox);
     EXPECT_EQ(view.indexOfTopLevelItem(between), 1);
     auto* child = add("child", guiCheckListItem::kCheckBox, first);
-    auto* behind = new guiCheckListItem(&owner, static_cast<QTreeWidgetItem*>(first), child, "behind",
-                                        guiCheckListItem::kCheckBox);
+    auto* behind = new guiCheckListItem(&owner, first, child, "behind", guiCheckListItem::kCheckBox);
     EXPECT_EQ(first->indexOfChild(behind), 1);
     EXPECT_EQ(behind->owner, &owner);
 }
@@ -576,7 +575,7 @@ struct ShownCheckList : CheckList
         }
     }
 
-    QRect indicatorOf(QTreeWidgetItem* row)
+    QRect indicatorOf(guiCheckListItem* row)
     {
         auto* delegate = static_cast<guiWidgetRadioRow*>(view.itemDelegate());
         QStyleOptionViewItem option;
@@ -612,7 +611,7 @@ TEST_F(ShownCheckList, AClickOnTheIndicatorTogglesABoxAndOnlyChecksARadioRow)
     owner.log.clear();
     clickAt(QPoint(250, indicatorOf(radio).center().y()));
     EXPECT_FALSE(radio->isOn()) << "beside the indicator a click only selects";
-    radio->setDisabled(true);
+    radio->setEnabled(false);
     clickAt(indicatorOf(radio).center());
     EXPECT_FALSE(radio->isOn());
 }

@@ -2,6 +2,7 @@
 // What the component adds to JavaScript objects: properties, methods, and the link between a window and its controls.
 
 const { checkMethod } = require('./checked.js');
+const { takePart } = require('./flexlists.js');
 const { native } = require('./native.js');
 
 function defineAccessor(object, name) {
@@ -14,7 +15,9 @@ function defineAccessor(object, name) {
 }
 
 function defineMethod(object, name, method) {
-    Object.defineProperty(object, name, { value: checkMethod(name, method), writable: true, configurable: true });
+    if (!takePart(object, name, method)) {
+        Object.defineProperty(object, name, { value: checkMethod(name, method), writable: true, configurable: true });
+    }
 }
 
 const ownedBy = new WeakMap();

@@ -169,3 +169,24 @@ menu.setItemText('save');
 menu.activateItem();
 // @ts-expect-error: of lists
 menu.addItem('save');
+
+// --- a list as data ---
+
+same<ReturnType<typeof flex.setRows>, null>(true);
+flex.setRows([{ value: 'a', texts: ['b', 1, null], type: 'checkbox', checked: true }, {}] as const);
+flex.setRows(flex.rows());
+const selected: string[] = flex.selection;
+flex.selection = ['a'];
+flex.checked = selected;
+flex.columns = [{ text: 'Size', width: 90, align: 'right', sort: 'number' }];
+flex.columns = flex.columns;
+// @ts-expect-error: no such property
+flex.setRows([{ txets: [] }]);
+// @ts-expect-error: no such word
+flex.columns = [{ align: 'top' }];
+// @ts-expect-error: takes nothing
+flex.clear(1);
+flex.setSource(10, (first, count) => [{ texts: [first, count] }]);
+flex.setSource(10, async () => []);
+// @ts-expect-error: no rows
+flex.setSource(10, () => 5);
