@@ -5,14 +5,44 @@
 
 namespace {
 
-std::unique_ptr<guiHtmlControlMenuItem> readMenuItem(mlSection* section)
+guiMenuItemType readType(guiHtmlParser& parser, mlSection* section)
+{
+    if (guiHtmlParser::hasAttr(section, "toggle"))
+        return guiMenuItemType::kToggle;
+    if (!guiHtmlParser::hasAttr(section, "type"))
+        return guiMenuItemType::kNormal;
+    std::optional<guiMenuItemType> const type = guiReadItemType(guiHtmlParser::pullAttr(section, "type"));
+    if (!type)
+        parser.mistakes().addUnusedWord(section, "type", guiItemTypeWords());
+    return type.value_or(guiMenuItemType::kNormal);
+}
+
+QKeySequence readKey(guiHtmlParser& parser, mlSection* section)
+{
+    if (!guiHtmlParser::hasAttr(section, "key"))
+        return {};
+    std::optional<QKeySequence> const key = guiReadKey(guiHtmlParser::pullData(section, "key"));
+    if (!key)
+        parser.mistakes().addUnusedWord(section, "key", {});
+    return key.value_or(QKeySequence());
+}
+
+std::unique_ptr<guiHtmlControlMenuItem> readMenuItem(guiHtmlParser& parser, mlSection* section)
 {
     auto item = std::make_unique<guiHtmlControlMenuItem>();
     item->name = guiHtmlParser::pullData(section, "name");
     item->text = guiHtmlParser::pullData(section, "value");
     item->enabled = !guiHtmlParser::hasAttr(section, "disabled");
     item->checked = guiHasValue(section, "checked");
-    item->checkable = guiHtmlParser::hasAttr(section, "checked") || guiHtmlParser::hasAttr(section, "unchecked");
+    item->type = readType(parser, section);
+    item->checkable = item->type != guiMenuItemType::kNormal || guiHtmlParser::hasAttr(section, "checked") ||
+                      guiHtmlParser::hasAttr(section, "unchecked");
+    item->group = guiHtmlParser::pullData(section, "group");
+    item->key = readKey(parser, section);
+    item->icon = guiHtmlParser::pullAttr(section, "icon");
+    item->link = guiHtmlParser::pullAttr(section, "onclick");
+    if (item->icon.getLength() != 0)
+        item->place = parser.mistakes().place(section->getLine());
     return item;
 }
 
@@ -34,7 +64,7 @@ menuLevel pullMenuItem(guiHtmlParser& parser, mlSection* element, menuLevel cons
         parser.warnOfDepth(element->getLine());
     } else if (isMenu || element->isNamed("param")) {
         parser.mistakes().checkAttributes(element);
-        around.items->push_back(readMenuItem(element));
+        around.items->push_back(readMenuItem(parser, element));
         if (isMenu) {
             inside.items = &around.items->back()->children;
             ++inside.depth;

@@ -15,10 +15,13 @@
 #include "page/guipageroot.h"
 #include "page/guiuserevent.h"
 
+#include <QAction>
 #include <QChildEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QHelpEvent>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -402,10 +405,27 @@ bool guiWidget::showTip(QHelpEvent const& event)
 void guiWidget::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
-    if (guiHandleKey(livePage(), event->key(), true))
+    if (guiHandleKey(livePage(), event->key(), true) || openMenu(*event))
         event->accept();
     else
         QDialog::keyPressEvent(event);
+}
+
+/// F10 opens the first menu of the bar that can be chosen; the Alt key alone reaches the bar by the toolkit.
+bool guiWidget::openMenu(QKeyEvent const& event)
+{
+    QMenuBar* bar = livePage() ? livePage()->getMenuBar() : nullptr;
+    if (!bar || event.key() != Qt::Key_F10 || event.modifiers() != Qt::NoModifier)
+        return false;
+    for (QAction* action : bar->actions()) {
+        if (!action->isEnabled() || action->isSeparator())
+            continue;
+        bar->setActiveAction(action);
+        if (QMenu* menu = action->menu(); menu && !menu->isEmpty())
+            menu->setActiveAction(menu->actions().first());
+        return true;
+    }
+    return false;
 }
 
 // The page itself can have the focus, but Tab should not stop there on the way from one control to the next.

@@ -85,6 +85,7 @@ private:
     void drop(QMouseEvent const& event) TARN_ON(velaGuiRole);
     void release(QPoint at) TARN_ON(velaGuiRole);
     bool showTip(QHelpEvent const& event) TARN_ON(velaGuiRole);
+    bool openMenu(QKeyEvent const& event) TARN_ON(velaGuiRole);
     bool turnWheel(QWheelEvent const& event) TARN_ON(velaGuiRole);
     void paintRegion(QRegion const& region) TARN_ON(velaGuiRole);
     void paintPage(QPaintDevice* device, QRegion const& region) TARN_ON(velaGuiRole);

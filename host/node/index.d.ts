@@ -389,6 +389,12 @@ export interface FlexListControl extends GuiControl {
 }
 
 /**
+ * What becomes of an item's check mark when the item is chosen: "normal" and "checkbox" leave it to the handler, "toggle" switches
+ * it, and of the "radiobutton"s that follow each other one is on.
+ */
+export type MenuItemType = 'normal' | 'checkbox' | 'toggle' | 'radiobutton';
+
+/**
  * A menu bar: `<object classid="menu">`. Items are named; letters' case does not matter, and of two items with one name the
  * first counts, those inside an item before the ones behind it.
  */
@@ -400,6 +406,17 @@ export interface MenuControl extends GuiControl {
     enableItem(name: string, on?: boolean | number): null;
     disableItem(name: string): null;
     setItemText(name: string, text: string): null;
+    /** The keys that choose the item while the window is active, "Ctrl+S", "F5"; "" for none: `menu.setItemKey('save', 'Ctrl+S')`. */
+    setItemKey(name: string, key: string): null;
+    /** The picture beside the text, a file beside the page; "" for none: `menu.setItemIcon('save', 'disk.png')`. */
+    setItemIcon(name: string, file: string): null;
+    /**
+     * Adds an item at the end of the menu called `parent`, or of the bar; without a text its name is shown. An item that gets the
+     * first item below it becomes a menu: `menu.addItem('recent1', 'notes.txt', 'recent')`. A text "-" is a line.
+     */
+    addItem(name: string, text?: string | null, parent?: string | null, type?: MenuItemType | null): null;
+    /** Removes the item and all below it. */
+    removeItem(name: string): null;
     /** Does what choosing the item does: calls `eMenu(session, name)`. Nothing for an item that is disabled, or in a disabled one. */
     activateItem(name: string): null;
 }

@@ -41,7 +41,9 @@ const ofKinds = {
         mark: 'activateItem',
         methods: ['isItemChecked(name: string)', 'checkItem(name: string, on?: switch)', 'uncheckItem(name: string)',
             'isItemEnabled(name: string)', 'enableItem(name: string, on?: switch)', 'disableItem(name: string)',
-            'setItemText(name: string, text: string)', 'activateItem(name: string)'],
+            'setItemText(name: string, text: string)', 'setItemKey(name: string, key: string)', 'setItemIcon(name: string, file: string)',
+            'addItem(name: string, text?: string|null, parent?: string|null, type?: string|null)', 'removeItem(name: string)',
+            'activateItem(name: string)'],
     },
     FlexListControl: {
         mark: 'scrollToTop',
