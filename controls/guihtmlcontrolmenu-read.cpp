@@ -1,4 +1,5 @@
-// controls/guihtmlcontrolmenu-read.cpp: reads menu bars with their items.
+// controls/guihtmlcontrolmenu-read.cpp: reads menu bars and context menus with their items.
+#include "controls/guihtmlcontextmenu.h"
 #include "controls/guihtmlcontrolmenu.h"
 #include "controls/guihtmlread.h"
 #include "foundation/vela-mlparser.h"
@@ -87,12 +88,14 @@ void pullMenuItems(guiHtmlParser& parser, guiHtmlControlMenu* menu, mlSection* s
     }
 }
 
+template <typename Menu>
 void pullObjectMenu(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    auto* menu = pullControl<guiHtmlControlMenu>(parser, parent, section);
+    auto* menu = pullControl<Menu>(parser, parent, section);
     pullMenuItems(parser, menu, section);
 }
 
-guiObjectClass const kMenu("menu", pullObjectMenu);
+guiObjectClass const kMenu("menu", pullObjectMenu<guiHtmlControlMenu>);
+guiObjectClass const kContextMenu("contextmenu", pullObjectMenu<guiHtmlContextMenu>);
 
 } // namespace

@@ -406,7 +406,15 @@ void guiHtmlControlMenu::activate(guiHtmlControlMenuItem const* item)
         base->onEvent(address, object);
 }
 
-void guiHtmlControlMenu::activateItem(sstring name) { activate(findItem(name)); }
+void guiHtmlControlMenu::activateItem(sstring name)
+{
+    guiHtmlControlMenuItem const* item = findItem(name);
+    if (item && canBeChosen(m_items, item) && item->type == guiMenuItemType::kToggle)
+        setItemChecked(name, !item->isChecked());
+    if (item && canBeChosen(m_items, item) && item->type == guiMenuItemType::kRadio)
+        setItemChecked(name, 1);
+    activate(item);
+}
 
 void guiHtmlControlMenu::activateItem(int id)
 {

@@ -25,6 +25,7 @@
 namespace {
 
 constexpr ScriptMethod guiWindow_isOpen_script = guiCallOnGuiThread<guiWindow_isOpen_qt>;
+constexpr ScriptMethod guiWindow_popup_script = guiCallOnGuiThread<guiWindow_popup_qt>;
 constexpr ScriptMethod guiWindow_isValid_script = guiCallOnGuiThread<guiWindow_isValid_qt>;
 constexpr ScriptMethod guiWindow_setReturnValue_script = guiCallOnGuiThread<guiWindow_setReturnValue_qt>;
 constexpr ScriptMethod guiWindow_setMinimumSize_script = guiCallOnGuiThread<guiWindow_setMinimumSize_qt>;
@@ -175,6 +176,7 @@ constexpr guiScriptMethod kMethods[] = {
     {"show", guiWindow_show_script},
     {"close", guiWindow_close_script},
     {"isOpen", guiWindow_isOpen_script},
+    {"popup", guiWindow_popup_script},
     {"load", guiWindow_load_script},
     {"setReturnValue", guiWindow_setReturnValue_script},
     {"isValid", guiWindow_isValid_script},

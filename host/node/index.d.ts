@@ -44,7 +44,8 @@ export interface Session {
 /** What the user has done. What makes no sense is missing: a key has no button, a button no row. */
 export interface UserEvent {
     /**
-     * "click" of a button, link or area, "change" of a control, "menu" for an item, "mousedown", "mouseup", "mouseover", "mouseout",
+     * "click" of a button, link or area, "change" of a control, "menu" for an item, "context" for the right button or
+     * the menu key, "focus", "blur" and "enter" of a control, "mousedown", "mouseup", "mouseover", "mouseout",
      * "mousemove" of an element that asks for them.
      */
     readonly type: string;
@@ -178,6 +179,13 @@ export class GuiWindow<Values extends object = Form> {
     close(session?: Session): null;
     /** Whether the window is open: `if (!help.isOpen()) help.open();` */
     isOpen(): boolean;
+    /**
+     * Shows the context menu of that name, `<object classid="contextmenu">`, at a place in pixels from the corner of the window, or at
+     * the pointer. Its items call `eMenu` or what their `onclick` names, and `session.event` has the place. False when there is no such
+     * menu: `window.popup('rows', event.x, event.y)`.
+     */
+    popup(name: string): boolean;
+    popup(name: string, x: number, y: number): boolean;
     /** Whether the window has a page: false before the first, and after a load that failed. */
     isValid(): boolean;
 

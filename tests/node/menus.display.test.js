@@ -67,7 +67,13 @@ after(async () => {
         `tarn: ignoring unknown key "Crtl+B" of <param> (warning) in ${scratch}/menus.html:9\n`].join(''));
 });
 
-const tells = (...wanted) => program.becomes('seen', wanted);
+/** The handlers were called as wanted, and the window takes input again. */
+const tells = async (...wanted) => {
+    await program.becomes('seen', wanted);
+    for (let i = 0; i < 2; ++i) {
+        await program.ask('new tarn.GuiWindow().isOpen()');
+    }
+};
 
 test('keys choose their item; of two items with the same keys the first', async () => {
     await keys('ctrl+s', 'ctrl+o');

@@ -11,7 +11,7 @@ const ofElements = [
 const ofClasses = {
     GuiWindow: [
         'onLoad(pattern: string, filter?: function|object)', 'from(page: markup)', 'open(modal?: boolean)', 'show()', 'showAsync()',
-        'close(session?: object)', 'isOpen()', 'isValid()', 'load(path: path)', 'loadFile(path: path)', 'setText(markup: markup)',
+        'close(session?: object)', 'isOpen()', 'popup(name: string)', 'popup(name: string, x: number, y: number)', 'isValid()', 'load(path: path)', 'loadFile(path: path)', 'setText(markup: markup)',
         'loadBackground(path: path)', 'setReturnValue(value: any)', 'setMinimumSize(width: number, height: number)',
         'setMaximumSize(width: number, height: number)', 'setDefaultSize(width: number, height: number)',
         'setResizable(resizable?: switch)', 'useSystemFont(use?: switch)', 'setTitle(title: string)', 'getTitle()',
