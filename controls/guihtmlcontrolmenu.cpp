@@ -113,6 +113,7 @@ void guiHtmlControlMenu::createAction(QWidget* menu, guiHtmlControlMenuItem& ite
     assert(isNew);
     item.action = item.children.empty() ? createEntry(menu, item.type) : createPopupMenu(item)->menuAction();
     item.action->setData(item.id);
+    QObject::connect(item.action, &QAction::changed, item.action, [this] { tellMirrors(); });
 }
 
 void guiHtmlControlMenu::showState(guiHtmlControlMenuItem const& item)
@@ -247,6 +248,16 @@ bool canBeChosen(guiHtmlControlMenu::menuItems const& items, guiHtmlControlMenuI
 
 } // namespace
 
+bool guiHtmlControlMenu::canChoose(guiHtmlControlMenuItem const& item) const { return canBeChosen(m_items, &item); }
+
+void guiHtmlControlMenu::removeMirror(guiMenuMirror* mirror) { std::erase(m_mirrors, mirror); }
+
+void guiHtmlControlMenu::tellMirrors()
+{
+    for (guiMenuMirror* mirror : m_mirrors)
+        mirror->mirrorItem();
+}
+
 int guiHtmlControlMenu::isItemChecked(sstring const& name)
 {
     guiHtmlControlMenuItem const* item = findItem(name);
@@ -359,6 +370,7 @@ void guiHtmlControlMenu::removeItem(sstring const& name)
         createChildWidget();
     }
     guiLayoutRun::startAnew();
+    tellMirrors();
     updateLayout(1);
 }
 

@@ -11,6 +11,17 @@ class guiWidgetMenuBar;
 class guiWidgetPopupMenu;
 class QActionGroup;
 
+/// What shows an item of a menu elsewhere in the page.
+class guiMenuMirror
+{
+public:
+    /// The items have changed.
+    virtual void mirrorItem() = 0;
+
+protected:
+    ~guiMenuMirror() = default;
+};
+
 /// The menu bar exists while the page is in a window; its items exist independently of it. GUI thread.
 class guiHtmlControlMenu : public guiHtmlControl
 {
@@ -55,6 +66,11 @@ public:
     void addItem(guiMenuItemContent const& added, sstring const& parent);
     /// Removes the first item of this name with all below it.
     void removeItem(sstring const& name);
+    /// Whether the user can choose the item now, which is one of this menu.
+    bool canChoose(guiHtmlControlMenuItem const& item) const;
+    /// Tells the mirror of each change, until it is removed. Not owned.
+    void addMirror(guiMenuMirror* mirror) { m_mirrors.push_back(mirror); }
+    void removeMirror(guiMenuMirror* mirror);
     /// As if the user had chosen the item: the page event "eMenu" with its name. Does nothing for what the user can not
     /// choose, a separator or an item that is disabled or lies in a disabled one, or when there is no item of this
     /// name.
@@ -92,10 +108,12 @@ private:
     void forgetIds(guiHtmlControlMenuItem const& item);
     void activate(guiHtmlControlMenuItem const* item);
     void placeMenuBar();
+    void tellMirrors();
     bool isBound(menuItems const& items) const;
 
     guiWidgetMenuBar* m_menuBar = nullptr; // owned
     menuItems m_items;
     std::map<int, guiHtmlControlMenuItem*> m_byId; // not owned; the items that are in the native menu
     int m_nextId = 1;
+    std::vector<guiMenuMirror*> m_mirrors; // not owned
 };

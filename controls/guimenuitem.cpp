@@ -28,6 +28,7 @@ void guiHtmlControlMenuItem::destroyPopup()
         assert(action->data().toInt() == id);
         checked = action->isChecked();
         enabled = action->isEnabled();
+        QObject::disconnect(action, &QAction::changed, action, nullptr); // it may go later than the menu
     }
     action = nullptr; // the menu that it is in deletes it
     guiDestroyWrapper(popup);

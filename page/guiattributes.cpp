@@ -46,6 +46,7 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"href", kAttributeLink},
     {"http-equiv", kAttributeText},
     {"icon", kAttributeText},
+    {"item", kAttributeText},
     {"key", kAttributeText},
     {"lang", kAttributeText},
     {"link", kAttributeColor},
