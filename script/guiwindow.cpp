@@ -176,7 +176,6 @@ constexpr guiScriptMethod kMethods[] = {
     {"show", guiWindow_show_script},
     {"close", guiWindow_close_script},
     {"isOpen", guiWindow_isOpen_script},
-    {"popup", guiWindow_popup_script},
     {"load", guiWindow_load_script},
     {"setReturnValue", guiWindow_setReturnValue_script},
     {"isValid", guiWindow_isValid_script},
@@ -207,6 +206,7 @@ constexpr guiScriptMethod kExtensionMethods[] = {
     {"writeForm", guiWindow_writeForm_script},
     {"startShow", guiWindow_startShow_script},
     {"getReturnValue", guiWindow_getReturnValue_script},
+    {"popup", guiWindow_popup_script},
 };
 
 } // namespace
