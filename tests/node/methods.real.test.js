@@ -276,8 +276,8 @@ test('a worker thread that loads the package beside open windows is told whose t
             console.log(window.isOpen());
             window.close();
         })();`);
-    const refused = 'new GuiWindow(): another thread of this process has windows; only the thread that made the first one can make more\n';
-    assert.deepEqual([stdout, code], [`${refused.repeat(3)}true\n`, 0]);
+    const refusal = 'new GuiWindow(): another thread of this process has windows; only the thread that made the first one can make more\n';
+    assert.deepEqual([stdout, code], [`${refusal.repeat(3)}true\n`, 0]);
 });
 
 test('after the end of the component methods give their neutral results', async () => {
