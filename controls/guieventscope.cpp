@@ -9,16 +9,16 @@ namespace {
 
 unsigned theDepth TARN_GUARDED_BY(velaGuiRole) = 0;
 /// Deleted when theDepth is 0 again; the toolkit may have deleted them before.
-std::vector<QPointer<QWidget>> theWidgetsToDelete TARN_GUARDED_BY(velaGuiRole);
+std::vector<QPointer<QObject>> theObjectsToDelete TARN_GUARDED_BY(velaGuiRole);
 
-void deleteWidgets() TARN_ON(velaGuiRole)
+void deleteObjects() TARN_ON(velaGuiRole)
 {
     assert(theDepth == 0);
-    std::vector<QPointer<QWidget>> widgets;
-    widgets.swap(theWidgetsToDelete);
-    for (QPointer<QWidget> const& widget : widgets) {
-        if (widget)
-            widget->deleteLater(); // the toolkit still uses it when our handler returns
+    std::vector<QPointer<QObject>> objects;
+    objects.swap(theObjectsToDelete);
+    for (QPointer<QObject> const& object : objects) {
+        if (object)
+            object->deleteLater(); // the toolkit still uses it when our handler returns
     }
 }
 
@@ -35,7 +35,7 @@ guiEventScope::~guiEventScope()
     assertOnGuiThread();
     assert(theDepth > 0);
     if (--theDepth == 0)
-        deleteWidgets();
+        deleteObjects();
 }
 
 bool guiEventScope::isActive()
@@ -44,14 +44,14 @@ bool guiEventScope::isActive()
     return theDepth != 0;
 }
 
-void guiEventScope::deleteAfterwards(QWidget* widget)
+void guiEventScope::deleteAfterwards(QObject* object)
 {
     assertOnGuiThread();
-    assert(widget);
+    assert(object);
     if (isActive())
-        theWidgetsToDelete.emplace_back(widget);
+        theObjectsToDelete.emplace_back(object);
     else
-        widget->deleteLater();
+        object->deleteLater();
 }
 
 void guiDeleteWidget(QWidget* widget)

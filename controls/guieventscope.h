@@ -7,6 +7,7 @@
 #include <cassert>
 #include <utility>
 
+class QObject;
 class QWidget;
 
 /// Marks code that the toolkit has called and that may call script. GUI thread; scopes nest.
@@ -19,10 +20,10 @@ public:
     guiEventScope& operator=(guiEventScope const&) = delete;
 
     static bool isActive();
-    /// Has the event loop delete the widget, once the outermost scope, if there is one, has ended. deleteLater() alone
+    /// Has the event loop delete the object, once the outermost scope, if there is one, has ended. deleteLater() alone
     /// is too early: a handler is waited for in a nested event loop, which would delete a widget that is still in the
     /// middle of its event.
-    static void deleteAfterwards(QWidget* widget);
+    static void deleteAfterwards(QObject* object);
 };
 
 /// Deletes the widget: at once outside all scopes; inside one the widget is hidden now and deleted by the event loop

@@ -11,8 +11,10 @@
 #include "page/guihtmltext-fonts.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
+#include "page/guirareattributes.h"
 #include "page/guiuserevent.h"
 
+#include <QAbstractScrollArea>
 #include <QWidget>
 #include <algorithm>
 #include <cassert>
@@ -60,6 +62,16 @@ void guiHtmlControl::setEnabled(int enabled)
     guiHtml::setEnabled(enabled);
     if (QWidget* widget = getChildWidget())
         widget->setEnabled(enabled > 0);
+}
+
+int guiHtmlControl::onEnter()
+{
+    sstring const link = guiRareAttributeOf(this, guiRareAttribute::kEnter);
+    if (link.getLength() == 0)
+        return guiHtml::onEnter();
+    guiEventNote const note("enter");
+    followLink(link);
+    return 1;
 }
 
 void guiHtmlControl::setRect(guiRect* rect)
@@ -141,6 +153,9 @@ void guiHtmlControl::finishWidget(QWidget* widget)
         widget->setFont(font);
     widget->setEnabled(m.enabled);
     placeInClip(widget);
+    widget->installEventFilter(getWindow());
+    if (auto* area = qobject_cast<QAbstractScrollArea*>(widget))
+        area->viewport()->installEventFilter(getWindow()); // which gets what the pointer does
     widget->show();
 }
 

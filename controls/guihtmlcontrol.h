@@ -45,6 +45,8 @@ public:
     void initText(sstring const& text) { m_content.text = text; }
     /// Enables or disables the widget as well.
     void setEnabled(int enabled) override;
+    /// The link that `onenter` names comes before the window's default button.
+    int onEnter() override;
     /// Makes the widget, if the page is in a window and the control has one, and puts it in its place.
     void setRect(guiRect* rect) override;
     /// Controls of one line do.

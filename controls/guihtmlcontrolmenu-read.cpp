@@ -1,18 +1,49 @@
-// controls/guihtmlcontrolmenu-read.cpp: reads menu bars with their items.
+// controls/guihtmlcontrolmenu-read.cpp: reads menu bars and context menus with their items.
+#include "controls/guihtmlcontextmenu.h"
 #include "controls/guihtmlcontrolmenu.h"
 #include "controls/guihtmlread.h"
 #include "foundation/vela-mlparser.h"
 
 namespace {
 
-std::unique_ptr<guiHtmlControlMenuItem> readMenuItem(mlSection* section)
+guiMenuItemType readType(guiHtmlParser& parser, mlSection* section)
+{
+    if (guiHtmlParser::hasAttr(section, "toggle"))
+        return guiMenuItemType::kToggle;
+    if (!guiHtmlParser::hasAttr(section, "type"))
+        return guiMenuItemType::kNormal;
+    std::optional<guiMenuItemType> const type = guiReadItemType(guiHtmlParser::pullAttr(section, "type"));
+    if (!type)
+        parser.mistakes().addUnusedWord(section, "type", guiItemTypeWords());
+    return type.value_or(guiMenuItemType::kNormal);
+}
+
+QKeySequence readKey(guiHtmlParser& parser, mlSection* section)
+{
+    if (!guiHtmlParser::hasAttr(section, "key"))
+        return {};
+    std::optional<QKeySequence> const key = guiReadKey(guiHtmlParser::pullData(section, "key"));
+    if (!key)
+        parser.mistakes().addUnusedWord(section, "key", {});
+    return key.value_or(QKeySequence());
+}
+
+std::unique_ptr<guiHtmlControlMenuItem> readMenuItem(guiHtmlParser& parser, mlSection* section)
 {
     auto item = std::make_unique<guiHtmlControlMenuItem>();
     item->name = guiHtmlParser::pullData(section, "name");
     item->text = guiHtmlParser::pullData(section, "value");
     item->enabled = !guiHtmlParser::hasAttr(section, "disabled");
     item->checked = guiHasValue(section, "checked");
-    item->checkable = guiHtmlParser::hasAttr(section, "checked") || guiHtmlParser::hasAttr(section, "unchecked");
+    item->type = readType(parser, section);
+    item->checkable = item->type != guiMenuItemType::kNormal || guiHtmlParser::hasAttr(section, "checked") ||
+                      guiHtmlParser::hasAttr(section, "unchecked");
+    item->group = guiHtmlParser::pullData(section, "group");
+    item->key = readKey(parser, section);
+    item->icon = guiHtmlParser::pullAttr(section, "icon");
+    item->link = guiHtmlParser::pullAttr(section, "onclick");
+    if (item->icon.getLength() != 0)
+        item->place = parser.mistakes().place(section->getLine());
     return item;
 }
 
@@ -34,7 +65,7 @@ menuLevel pullMenuItem(guiHtmlParser& parser, mlSection* element, menuLevel cons
         parser.warnOfDepth(element->getLine());
     } else if (isMenu || element->isNamed("param")) {
         parser.mistakes().checkAttributes(element);
-        around.items->push_back(readMenuItem(element));
+        around.items->push_back(readMenuItem(parser, element));
         if (isMenu) {
             inside.items = &around.items->back()->children;
             ++inside.depth;
@@ -57,12 +88,14 @@ void pullMenuItems(guiHtmlParser& parser, guiHtmlControlMenu* menu, mlSection* s
     }
 }
 
+template <typename Menu>
 void pullObjectMenu(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
-    auto* menu = pullControl<guiHtmlControlMenu>(parser, parent, section);
+    auto* menu = pullControl<Menu>(parser, parent, section);
     pullMenuItems(parser, menu, section);
 }
 
-guiObjectClass const kMenu("menu", pullObjectMenu);
+guiObjectClass const kMenu("menu", pullObjectMenu<guiHtmlControlMenu>);
+guiObjectClass const kContextMenu("contextmenu", pullObjectMenu<guiHtmlContextMenu>);
 
 } // namespace

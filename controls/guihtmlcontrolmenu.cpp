@@ -3,35 +3,22 @@
 
 #include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
+#include "controls/guimenuaction.h"
 #include "controls/guiwidgetmenubar.h"
 #include "controls/guiwidgetpopupmenu.h"
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guiatplace.h"
 #include "page/guihtmlsize.h"
+#include "page/guilinkname.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
 #include "page/guiuserevent.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <algorithm>
 #include <cassert>
-
-namespace {
-
-/// The native menus stay with the items that are copied.
-guiHtmlControlMenu::menuItems copyItems(guiHtmlControlMenu::menuItems const& items)
-{
-    guiHtmlControlMenu::menuItems copies;
-    for (auto const& item : items) {
-        auto copy = std::make_unique<guiHtmlControlMenuItem>();
-        static_cast<guiMenuItemContent&>(*copy) = *item;
-        copy->children = copyItems(item->children);
-        copies.push_back(std::move(copy));
-    }
-    return copies;
-}
-
-} // namespace
 
 guiHtml& guiHtmlControlMenu::operator=(guiHtml& other)
 {
@@ -40,30 +27,11 @@ guiHtml& guiHtmlControlMenu::operator=(guiHtml& other)
     if (!menu || menu == this)
         return *this;
     destroyWidgets(); // they show the items that are replaced now
-    m_items = copyItems(menu->m_items);
+    m_items = guiCopyItems(menu->m_items);
     return *this;
 }
 
 guiHtml* guiHtmlControlMenu::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
-
-bool guiHtmlControlMenuItem::AreChildrenCheckable() const
-{
-    return std::any_of(children.begin(), children.end(), [](auto const& child) { return child->checkable != 0; });
-}
-
-void guiHtmlControlMenuItem::destroyPopup()
-{
-    for (auto const& child : children)
-        child->destroyPopup();
-    assert(!popup || (action && action == popup->menuAction()));
-    if (action) {
-        assert(action->data().toInt() == id);
-        checked = action->isChecked();
-        enabled = action->isEnabled();
-    }
-    action = nullptr; // the menu that it is in deletes it
-    guiDestroyWrapper(popup);
-}
 
 guiHtmlControlMenu::~guiHtmlControlMenu() { destroyWidgets(); }
 
@@ -97,11 +65,9 @@ void guiHtmlControlMenu::createChildWidget()
     if (m_menuBar || !hasWindow())
         return;
     assertOnGuiThread();
-    assert(m_byId.empty());
     m_menuBar = new guiWidgetMenuBar(getTopLevelWidget());
     m_menuBar->setFont(getDefaultFont(nullptr));
-    fillMenu(m_menuBar, m_items);
-    assert(isBound(m_items));
+    fillRoot();
     m_menuBar->owner = this;
     m_menuBar->setEnabled(m.enabled);
     if (guiPageRoot* base = getBaseHtml())
@@ -110,26 +76,60 @@ void guiHtmlControlMenu::createChildWidget()
     m_menuBar->show();
 }
 
-void guiHtmlControlMenu::fillMenu(QWidget* menu, menuItems const& items)
+QWidget* guiHtmlControlMenu::getRoot() const { return m_menuBar; }
+
+void guiHtmlControlMenu::fillRoot()
 {
-    for (auto const& item : items)
-        insertItem(menu, *item);
+    assert(m_byId.empty());
+    fillMenu(getRoot(), m_items);
+    assert(isBound(m_items));
 }
 
-void guiHtmlControlMenu::insertItem(QWidget* menu, guiHtmlControlMenuItem& item)
+void guiHtmlControlMenu::fillMenu(QWidget* menu, menuItems const& items)
+{
+    for (std::size_t i = 0; i < items.size(); ++i)
+        insertItem(menu, items, i);
+}
+
+void guiHtmlControlMenu::insertItem(QWidget* menu, menuItems const& items, std::size_t index)
+{
+    guiHtmlControlMenuItem& item = *items[index];
+    guiLayoutRun::startAnew(); // a bar with an item is higher than one without
+    createAction(menu, item);
+    if (item.type == guiMenuItemType::kRadio && !item.popup)
+        item.action->setActionGroup(groupFor(items, index));
+    showText(item);
+    showKey(item);
+    showIcon(item);
+    showState(item);
+    menu->addAction(item.action);
+}
+
+void guiHtmlControlMenu::createAction(QWidget* menu, guiHtmlControlMenuItem& item)
 {
     assert(!item.action && !item.popup);
-    guiLayoutRun::startAnew(); // a bar with an item is higher than one without
     item.id = m_nextId++;
     [[maybe_unused]] bool const isNew = m_byId.emplace(item.id, &item).second;
     assert(isNew);
-    item.action = item.children.empty() ? createEntry(menu) : createPopupMenu(item)->menuAction();
-    showText(item);
+    item.action = item.children.empty() ? createEntry(menu, item.type) : createPopupMenu(item)->menuAction();
     item.action->setData(item.id);
+    QObject::connect(item.action, &QAction::changed, item.action, [this] { tellMirrors(); });
+}
+
+void guiHtmlControlMenu::showState(guiHtmlControlMenuItem const& item)
+{
     item.action->setCheckable(item.checkable || item.checked);
     item.action->setChecked(item.checked != 0);
     item.action->setEnabled(item.enabled != 0);
-    menu->addAction(item.action);
+}
+
+/// The group of a radio item is that of one before it, in the native menu already, or a new one.
+QActionGroup* guiHtmlControlMenu::groupFor(menuItems const& items, std::size_t index)
+{
+    for (guiHtmlControlMenuItem const* mate : guiGroupOf(m_items, *items[index]))
+        if (mate->action && mate->action->actionGroup())
+            return mate->action->actionGroup();
+    return new QActionGroup(getRoot());
 }
 
 /// Whether each of the items, and each below them, is in the menu bar under its own id.
@@ -147,12 +147,38 @@ void guiHtmlControlMenu::showText(guiHtmlControlMenuItem const& item)
     item.action->setText(item.isSeparator() ? QString() : sstoq(item.text)); // the toolkit shows a separator's text
 }
 
-// The toolkit toggles the check mark of an item that is chosen, but that decision belongs to the page's handler. This
-// slot takes the change back; it is connected before the menu's own, so the handler sees the right mark.
-QAction* guiHtmlControlMenu::createEntry(QWidget* menu)
+/// The toolkit obeys no keys that two items have.
+void guiHtmlControlMenu::showKey(guiHtmlControlMenuItem const& item)
 {
-    auto* action = new QAction(menu);
-    QObject::connect(action, &QAction::triggered, action, [action](bool checked) { action->setChecked(!checked); });
+    bool const isTaken = std::any_of(m_byId.begin(), m_byId.end(), [&](auto const& other) {
+        return other.second != &item && other.second->action && !item.key.isEmpty() &&
+               other.second->action->shortcut() == item.key;
+    });
+    item.action->setShortcutVisibleInContextMenu(true);
+    item.action->setShortcut(isTaken ? QKeySequence() : item.key);
+}
+
+/// An icon has at least as many pixels as the toolkit shows of it on a screen of scale 2.
+void guiHtmlControlMenu::showIcon(guiHtmlControlMenuItem& item)
+{
+    constexpr int kMostPixels = 48;
+    item.picture = nullptr;
+    if (item.icon.getLength() != 0) {
+        guiAtPlace const place(item.place);
+        item.picture = guiPageHost::current().readImage(guiPageObjectOf(this), guiFullName(this, item.icon),
+                                                        QSize(kMostPixels, kMostPixels));
+    }
+    item.action->setIcon(item.picture ? QIcon(item.picture->image) : QIcon());
+}
+
+// The toolkit toggles the check mark of an item that is chosen, but unless the page says so that decision belongs to
+// its handler. This slot takes the change back; it is connected before the menu's own, so the handler sees the right
+// mark.
+QAction* guiHtmlControlMenu::createEntry(QWidget* menu, guiMenuItemType type)
+{
+    auto* action = new guiMenuAction(menu, this);
+    if (type == guiMenuItemType::kNormal || type == guiMenuItemType::kCheckBox)
+        QObject::connect(action, &QAction::triggered, action, [action](bool checked) { action->setChecked(!checked); });
     return action;
 }
 
@@ -180,19 +206,24 @@ void guiHtmlControlMenu::destroyChildWidget()
 
 void guiHtmlControlMenu::destroyWidgets()
 {
-    if (!m_menuBar)
+    if (!getRoot())
         return;
     assertOnGuiThread();
-    assert(guiIsBoundTo(m_menuBar, this));
     assert(isBound(m_items));
-    guiPageRoot* base = getBaseHtml();
-    if (base && base->getMenuBar() == m_menuBar)
-        base->setMenuBar(nullptr);
     for (auto const& item : m_items)
         item->destroyPopup();
     m_byId.clear();
-    guiDestroyWrapper(m_menuBar);
+    destroyRoot();
     onDestroyChildWidget();
+}
+
+void guiHtmlControlMenu::destroyRoot()
+{
+    assert(guiIsBoundTo(m_menuBar, this));
+    guiPageRoot* base = getBaseHtml();
+    if (base && base->getMenuBar() == m_menuBar)
+        base->setMenuBar(nullptr);
+    guiDestroyWrapper(m_menuBar);
 }
 
 guiHtmlControlMenuItem* guiHtmlControlMenu::findItem(istring const& name, guiHtmlControlMenuItem* from)
@@ -207,30 +238,36 @@ guiHtmlControlMenuItem* guiHtmlControlMenu::findItem(istring const& name, guiHtm
 
 namespace {
 
-bool isOn(guiHtmlControlMenuItem const& item) { return item.action ? item.action->isEnabled() : item.enabled != 0; }
-
 /// Whether the item is among these or below them and neither it nor a menu that it lies in is disabled.
 bool canBeChosen(guiHtmlControlMenu::menuItems const& items, guiHtmlControlMenuItem const* item)
 {
     return std::any_of(items.begin(), items.end(), [&](auto const& each) {
-        return isOn(*each) && (each.get() == item || canBeChosen(each->children, item));
+        return each->isEnabled() && (each.get() == item || canBeChosen(each->children, item));
     });
 }
 
 } // namespace
 
+bool guiHtmlControlMenu::canChoose(guiHtmlControlMenuItem const& item) const { return canBeChosen(m_items, &item); }
+
+void guiHtmlControlMenu::removeMirror(guiMenuMirror* mirror) { std::erase(m_mirrors, mirror); }
+
+void guiHtmlControlMenu::tellMirrors()
+{
+    for (guiMenuMirror* mirror : m_mirrors)
+        mirror->mirrorItem();
+}
+
 int guiHtmlControlMenu::isItemChecked(sstring const& name)
 {
     guiHtmlControlMenuItem const* item = findItem(name);
-    if (!item)
-        return 0;
-    return item->action ? item->action->isChecked() : item->checked;
+    return item && item->isChecked();
 }
 
 int guiHtmlControlMenu::isItemEnabled(sstring const& name)
 {
     guiHtmlControlMenuItem const* item = findItem(name);
-    return item && isOn(*item);
+    return item && item->isEnabled();
 }
 
 void guiHtmlControlMenu::setItemChecked(sstring const& name, int on)
@@ -239,12 +276,15 @@ void guiHtmlControlMenu::setItemChecked(sstring const& name, int on)
     guiHtmlControlMenuItem* item = findItem(name);
     if (!item)
         return;
-    if (!item->action) {
-        item->checked = on > 0;
+    if (item->action) {
+        item->action->setCheckable(item->checkable || on > 0);
+        item->action->setChecked(on > 0); // a group of the toolkit's sees to the others
         return;
     }
-    item->action->setCheckable(item->checkable || on > 0);
-    item->action->setChecked(on > 0);
+    if (on > 0)
+        for (guiHtmlControlMenuItem* mate : guiGroupOf(m_items, *item))
+            mate->checked = 0;
+    item->checked = on > 0;
 }
 
 void guiHtmlControlMenu::setItemEnabled(sstring const& name, int on)
@@ -270,14 +310,105 @@ void guiHtmlControlMenu::setItemText(sstring const& name, sstring const& text)
         showText(*item);
 }
 
+void guiHtmlControlMenu::setItemKey(sstring const& name, QKeySequence const& keys)
+{
+    assertOnGuiThread();
+    guiHtmlControlMenuItem* item = findItem(name);
+    if (!item)
+        return;
+    item->key = keys;
+    if (item->action)
+        showKey(*item);
+}
+
+void guiHtmlControlMenu::setItemIcon(sstring const& name, sstring const& file)
+{
+    assertOnGuiThread();
+    guiHtmlControlMenuItem* item = findItem(name);
+    if (!item)
+        return;
+    item->icon = file;
+    if (item->action)
+        showIcon(*item);
+}
+
+// ---- Items that come and go ----
+
+void guiHtmlControlMenu::addItem(guiMenuItemContent const& added, sstring const& parent)
+{
+    assertOnGuiThread();
+    guiHtmlControlMenuItem* around = parent.getLength() != 0 ? findItem(parent) : nullptr;
+    if (!around && parent.getLength() != 0)
+        return;
+    QWidget* const menu = around ? around->popup : getRoot();
+    bool const becomesMenu = getRoot() && !menu;
+    if (becomesMenu)
+        destroyWidgets();
+    menuItems& items = around ? around->children : m_items;
+    items.push_back(std::make_unique<guiHtmlControlMenuItem>());
+    static_cast<guiMenuItemContent&>(*items.back()) = added;
+    if (becomesMenu)
+        createChildWidget();
+    else if (menu)
+        insertItem(menu, items, items.size() - 1);
+    updateLayout(1);
+}
+
+void guiHtmlControlMenu::removeItem(sstring const& name)
+{
+    assertOnGuiThread();
+    guiHtmlControlMenuItem const* item = findItem(name);
+    std::size_t index = 0;
+    guiMenuItems* around = item ? guiListAround(m_items, *item, index) : nullptr;
+    if (!around)
+        return;
+    std::unique_ptr<guiHtmlControlMenuItem> const removed = std::move((*around)[index]);
+    around->erase(around->begin() + static_cast<std::ptrdiff_t>(index));
+    detach(*removed);
+    if (around->empty() && around != &m_items && getRoot()) { // a menu becomes an entry
+        destroyWidgets();
+        createChildWidget();
+    }
+    guiLayoutRun::startAnew();
+    tellMirrors();
+    updateLayout(1);
+}
+
+/// Takes an item that is not in the list any more out of the native menu, which may be open.
+void guiHtmlControlMenu::detach(guiHtmlControlMenuItem& item)
+{
+    QAction* const action = item.action;
+    if (!action)
+        return;
+    forgetIds(item);
+    bool const isEntry = !item.popup;
+    for (QObject* menu : action->associatedObjects())
+        if (auto* widget = qobject_cast<QWidget*>(menu))
+            widget->removeAction(action);
+    item.destroyPopup();
+    if (isEntry)
+        guiEventScope::deleteAfterwards(action);
+}
+
+void guiHtmlControlMenu::forgetIds(guiHtmlControlMenuItem const& item)
+{
+    m_byId.erase(item.id);
+    for (auto const& child : item.children)
+        forgetIds(*child);
+}
+
+// ---- The user's choice ----
+
 void guiHtmlControlMenu::activate(guiHtmlControlMenuItem const* item)
 {
     assertOnGuiThread();
     guiPageRoot* base = item && !item->isSeparator() && canBeChosen(m_items, item) ? getBaseHtml() : nullptr;
     if (!base)
         return;
-    sstring const address = sformat("event://%s/", "eMenu") + item->name;
     guiEventNote const note("menu");
+    if (item->link.getLength() != 0)
+        return followLink(item->link);
+    sstring const address = sformat("event://%s/", "eMenu") + item->name;
     guiNodeWatch root(base);
     guiNodeWatch self(this);
     ScriptObject* object = getCustomObject(); // may run script
@@ -287,7 +418,15 @@ void guiHtmlControlMenu::activate(guiHtmlControlMenuItem const* item)
         base->onEvent(address, object);
 }
 
-void guiHtmlControlMenu::activateItem(sstring name) { activate(findItem(name)); }
+void guiHtmlControlMenu::activateItem(sstring name)
+{
+    guiHtmlControlMenuItem const* item = findItem(name);
+    if (item && canBeChosen(m_items, item) && item->type == guiMenuItemType::kToggle)
+        setItemChecked(name, !item->isChecked());
+    if (item && canBeChosen(m_items, item) && item->type == guiMenuItemType::kRadio)
+        setItemChecked(name, 1);
+    activate(item);
+}
 
 void guiHtmlControlMenu::activateItem(int id)
 {

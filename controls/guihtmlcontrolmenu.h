@@ -2,46 +2,31 @@
 #pragma once
 
 #include "controls/guihtmlcontrol.h"
+#include "controls/guimenuitem.h"
 
 #include <map>
-#include <memory>
 #include <vector>
 
 class guiWidgetMenuBar;
 class guiWidgetPopupMenu;
-class QAction;
+class QActionGroup;
 
-/// What page and script have said about an item: what a copy of the item takes over.
-struct guiMenuItemContent
+/// What shows an item of a menu elsewhere in the page.
+class guiMenuMirror
 {
-    sstring name; ///< the item's key
-    sstring text; ///< what is shown; an item "-" without a sub-menu is a separator
-    int checkable = 0;
-    int checked = 0; ///< without a menu bar; else the item's action has the state
-    int enabled = 1; ///< the same
-};
+public:
+    /// The items have changed.
+    virtual void mirrorItem() = 0;
 
-/// One item of a menu, with its sub-menu.
-struct guiHtmlControlMenuItem : guiMenuItemContent
-{
-    std::vector<std::unique_ptr<guiHtmlControlMenuItem>> children;
-    int id = 0;                          ///< identifies the item in the menu bar; 0 until it has been there
-    guiWidgetPopupMenu* popup = nullptr; ///< the sub-menu while the menu bar exists; owned
-    QAction* action = nullptr;           ///< the item in the native menu; not owned, null without a menu bar
-
-    /// A line between the items around it, which the user cannot choose.
-    bool isSeparator() const { return children.empty() && text == "-"; }
-    /// Whether any direct child has a check mark.
-    bool AreChildrenCheckable() const;
-    /// Deletes the pop-ups of the children, then its own. Stores the state of the action first.
-    void destroyPopup();
+protected:
+    ~guiMenuMirror() = default;
 };
 
 /// The menu bar exists while the page is in a window; its items exist independently of it. GUI thread.
 class guiHtmlControlMenu : public guiHtmlControl
 {
 public:
-    using menuItems = std::vector<std::unique_ptr<guiHtmlControlMenuItem>>;
+    using menuItems = guiMenuItems;
 
     explicit guiHtmlControlMenu(guiHtml* parent = nullptr) : guiHtmlControl(parent) {}
     ~guiHtmlControlMenu() override;
@@ -71,6 +56,21 @@ public:
     void setItemChecked(sstring const& name, int on);
     void setItemEnabled(sstring const& name, int on);
     void setItemText(sstring const& name, sstring const& text);
+    /// The keys that choose the item while the window is active; without keys, none. Of two items with the same keys
+    /// the first has them.
+    void setItemKey(sstring const& name, QKeySequence const& keys);
+    /// The picture in a file, "" for none.
+    void setItemIcon(sstring const& name, sstring const& file);
+    /// Adds an item at the end of the menu of this name, which need not have had a sub-menu; "" means the top level.
+    /// Does nothing without such an item.
+    void addItem(guiMenuItemContent const& added, sstring const& parent);
+    /// Removes the first item of this name with all below it.
+    void removeItem(sstring const& name);
+    /// Whether the user can choose the item now, which is one of this menu.
+    bool canChoose(guiHtmlControlMenuItem const& item) const;
+    /// Tells the mirror of each change, until it is removed. Not owned.
+    void addMirror(guiMenuMirror* mirror) { m_mirrors.push_back(mirror); }
+    void removeMirror(guiMenuMirror* mirror);
     /// As if the user had chosen the item: the page event "eMenu" with its name. Does nothing for what the user can not
     /// choose, a separator or an item that is disabled or lies in a disabled one, or when there is no item of this
     /// name.
@@ -84,20 +84,36 @@ public:
 
 protected:
     void addScriptMethods(ScriptObject* object) override;
+    /// The widget that has the top-level items; null while there is none.
+    virtual QWidget* getRoot() const;
+    /// Deletes it, when there is one.
+    virtual void destroyRoot();
+    /// Takes the top-level items into the new root.
+    void fillRoot();
+    /// Deletes all native menus; the items survive.
+    void destroyWidgets();
 
 private:
     void fillMenu(QWidget* menu, menuItems const& items);
-    void insertItem(QWidget* menu, guiHtmlControlMenuItem& item);
-    QAction* createEntry(QWidget* menu);
+    void insertItem(QWidget* menu, menuItems const& items, std::size_t index);
+    void createAction(QWidget* menu, guiHtmlControlMenuItem& item);
+    void showState(guiHtmlControlMenuItem const& item);
+    QActionGroup* groupFor(menuItems const& items, std::size_t index);
+    QAction* createEntry(QWidget* menu, guiMenuItemType type);
     void showText(guiHtmlControlMenuItem const& item);
+    void showKey(guiHtmlControlMenuItem const& item);
+    void showIcon(guiHtmlControlMenuItem& item);
     guiWidgetPopupMenu* createPopupMenu(guiHtmlControlMenuItem& item);
+    void detach(guiHtmlControlMenuItem& item);
+    void forgetIds(guiHtmlControlMenuItem const& item);
     void activate(guiHtmlControlMenuItem const* item);
     void placeMenuBar();
-    void destroyWidgets();
+    void tellMirrors();
     bool isBound(menuItems const& items) const;
 
     guiWidgetMenuBar* m_menuBar = nullptr; // owned
     menuItems m_items;
-    std::map<int, guiHtmlControlMenuItem*> m_byId; // not owned; the items that are in the menu bar
+    std::map<int, guiHtmlControlMenuItem*> m_byId; // not owned; the items that are in the native menu
     int m_nextId = 1;
+    std::vector<guiMenuMirror*> m_mirrors; // not owned
 };

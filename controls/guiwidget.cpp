@@ -5,6 +5,8 @@
 
 #include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
+#include "controls/guihtmlcontextmenu.h"
+#include "controls/guihtmlcontroledit.h"
 #include "controls/guihtmlcustom.h"
 #include "controls/guiscrollkeys.h"
 #include "controls/guitabstops.h"
@@ -15,12 +17,18 @@
 #include "page/guilaterevents.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
+#include "page/guirareattributes.h"
 #include "page/guiuserevent.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QChildEvent>
+#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QHelpEvent>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -67,6 +75,32 @@ QScrollBar* scrollBarAt(guiHtml* node, QPoint at, Qt::Orientation orientation)
     return orientation == Qt::Vertical ? scroll.barY.data() : scroll.barX.data();
 }
 
+/// The innermost node that covers the point, which is relative to the content of the node's parent; null for none.
+guiHtml* nodeAt(guiHtml* node, QPoint at)
+{
+    guiRect const rect = node->m.rect;
+    if (at.x() < rect.left || at.x() >= rect.right() || at.y() < rect.top || at.y() >= rect.bottom())
+        return nullptr;
+    guiHtml::scroll_t const& scroll = node->getScroll();
+    QPoint const inside(at.x() - rect.left + static_cast<int>(scroll.posX),
+                        at.y() - rect.top + static_cast<int>(scroll.posY));
+    guiChildSpan span(node, {inside.x(), 1, inside.y(), 1});
+    while (guiHtml* child = span.next())
+        if (guiHtml* found = nodeAt(child, inside))
+            return found;
+    return node;
+}
+
+/// Calls the handler that the node names for this, if it does. `node` may be null, and gone afterwards.
+void tellFocus(guiHtml* node, guiRareAttribute which, char const* type)
+{
+    sstring const link = node ? guiRareAttributeOf(node, which) : sstring();
+    if (link.getLength() == 0)
+        return;
+    guiEventNote const note(type);
+    node->onEvent(link, node->getCustomObject());
+}
+
 /// The node as a custom element, null for any other.
 guiHtmlCustom* asElement(guiHtml* node)
 {
@@ -103,12 +137,17 @@ guiWidget::guiWidget(QWidget* parent, char const* name, int modal, Qt::WindowFla
     setAttribute(Qt::WA_StaticContents);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* from, QWidget* to) {
+        assertOnGuiThread();
+        onFocusChanged(from, to);
+    });
 }
 
 guiWidget::~guiWidget()
 {
     assertOnGuiThread();
     assert(!isPainting());
+    disconnect(qApp, nullptr, this, nullptr); // the focus leaves what is left of it
     unbind();
 }
 
@@ -344,7 +383,68 @@ bool guiWidget::eventFilter(QObject* watched, QEvent* event)
         guiEventScope scope;
         refresh();
     }
-    return QDialog::eventFilter(watched, event);
+    return isOwnContext(watched, *event) || QDialog::eventFilter(watched, event);
+}
+
+/// A text field has a menu of its own, which that of the page replaces when the field itself asks for it.
+bool guiWidget::isOwnContext(QObject* watched, QEvent const& event)
+{
+    if (event.type() != QEvent::ContextMenu || !watched->isWidgetType())
+        return false;
+    guiEventScope scope;
+    auto* const widget = static_cast<QWidget*>(watched);
+    auto* const node = dynamic_cast<guiHtmlControlEdit*>(nodeOf(widget));
+    auto const& request = static_cast<QContextMenuEvent const&>(event);
+    if (!node || !guiHasContext(node))
+        return false;
+    return guiAnswerContext(node, request.reason() == QContextMenuEvent::Mouse
+                                      ? request.globalPos()
+                                      : widget->mapToGlobal(widget->rect().center()));
+}
+
+/// The node whose control the widget is, or is part of; null for the page itself.
+guiHtml* guiWidget::nodeOf(QWidget* widget)
+{
+    for (; widget && widget != this && livePage(); widget = widget->parentWidget())
+        if (guiHtml* node = livePage()->findWidget(widget))
+            return node;
+    return nullptr;
+}
+
+/// The node that the pointer, or for the menu key the focus, is in.
+guiHtml* guiWidget::contextNode(QContextMenuEvent const& event)
+{
+    bool const isPointer = event.reason() == QContextMenuEvent::Mouse;
+    if (guiHtml* control = nodeOf(isPointer ? childAt(event.pos()) : focusWidget()))
+        return control;
+    return isPointer && livePage() ? nodeAt(livePage(), event.pos()) : livePage();
+}
+
+void guiWidget::contextMenuEvent(QContextMenuEvent* event)
+{
+    guiEventScope scope;
+    QWidget const* const focus = focusWidget();
+    bool const isAtFocus = event->reason() != QContextMenuEvent::Mouse && focus && focus != this;
+    QPoint const place = isAtFocus ? focus->mapToGlobal(focus->rect().center()) : event->globalPos();
+    if (guiAnswerContext(contextNode(*event), place))
+        event->accept();
+    else
+        QDialog::contextMenuEvent(event);
+}
+
+/// Tells controls that ask for it. What leaves the focus because it goes away hears of nothing.
+void guiWidget::onFocusChanged(QWidget* from, QWidget* to)
+{
+    if (!livePage() || m_isClosing || guiLaterEvents::isActive())
+        return;
+    guiEventScope scope;
+    guiHtml* const left = from && isAncestorOf(from) ? nodeOf(from) : nullptr;
+    guiHtml* const entered = to && isAncestorOf(to) ? nodeOf(to) : nullptr;
+    if (left == entered)
+        return;
+    guiNodeWatch const next(entered);
+    tellFocus(left, guiRareAttribute::kBlur, "blur");
+    tellFocus(next.get(), guiRareAttribute::kFocus, "focus");
 }
 
 void guiWidget::wheelEvent(QWheelEvent* event)
@@ -406,11 +506,28 @@ bool guiWidget::showTip(QHelpEvent const& event)
 void guiWidget::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
-    if (guiHandleKey(livePage(), event->key(), true) ||
-        (livePage() && guiScrollByKey(livePage(), focusWidget(), m_clickedPane, *event)))
+    bool const isUsed = guiHandleKey(livePage(), event->key(), true) || openMenu(*event);
+    if (isUsed || (livePage() && guiScrollByKey(livePage(), focusWidget(), m_clickedPane, *event)))
         event->accept();
     else
         QDialog::keyPressEvent(event);
+}
+
+/// F10 opens the first menu of the bar that can be chosen; the Alt key alone reaches the bar by the toolkit.
+bool guiWidget::openMenu(QKeyEvent const& event)
+{
+    QMenuBar* bar = livePage() ? livePage()->getMenuBar() : nullptr;
+    if (!bar || event.key() != Qt::Key_F10 || event.modifiers() != Qt::NoModifier)
+        return false;
+    for (QAction* action : bar->actions()) {
+        if (!action->isEnabled() || action->isSeparator())
+            continue;
+        bar->setActiveAction(action);
+        if (QMenu* menu = action->menu(); menu && !menu->isEmpty())
+            menu->setActiveAction(menu->actions().first());
+        return true;
+    }
+    return false;
 }
 
 // The page itself can have the focus, but Tab should not stop there on the way from one control to the next.

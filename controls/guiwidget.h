@@ -71,6 +71,7 @@ protected:
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void childEvent(QChildEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -88,6 +89,11 @@ private:
     void drop(QMouseEvent const& event) TARN_ON(velaGuiRole);
     void release(QPoint at) TARN_ON(velaGuiRole);
     bool showTip(QHelpEvent const& event) TARN_ON(velaGuiRole);
+    guiHtml* nodeOf(QWidget* widget) TARN_ON(velaGuiRole);
+    guiHtml* contextNode(QContextMenuEvent const& event) TARN_ON(velaGuiRole);
+    bool isOwnContext(QObject* watched, QEvent const& event);
+    void onFocusChanged(QWidget* from, QWidget* to) TARN_ON(velaGuiRole);
+    bool openMenu(QKeyEvent const& event) TARN_ON(velaGuiRole);
     bool turnWheel(QWheelEvent const& event) TARN_ON(velaGuiRole);
     void paintRegion(QRegion const& region) TARN_ON(velaGuiRole);
     void paintPage(QPaintDevice* device, QRegion const& region) TARN_ON(velaGuiRole);

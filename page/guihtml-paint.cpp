@@ -145,7 +145,7 @@ void guiHtml::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegio
     guiRect rect = moved(m.rect, x, y);
     int const above = guiBarAbove(this);
     rect.top += above;
-    rect.height -= above;
+    rect.height -= above + guiBarBelow(this);
     paintBorder(painter, &rect, 0);
     rect = shrunk(rect, m.border);
     QRect visible = clippedTo(shrunk(rect, m.space), region);

@@ -110,7 +110,7 @@ void guiHtml::getClientRect(guiRect* out)
     out->left += m.border;
     out->top += m.border + above;
     out->width = std::max(0, out->width - 2 * m.border);
-    out->height = std::max(0, out->height - 2 * m.border - above);
+    out->height = std::max(0, out->height - 2 * m.border - above - guiBarBelow(this));
 }
 
 void guiHtml::getRectInWidget(guiRect* out)

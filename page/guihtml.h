@@ -44,6 +44,7 @@ enum guiNodeString : unsigned char
     kStringFace,       ///< font override "face,points", either part may be missing; empty: the parent's font
     kStringBackground, ///< file name of the background image
     kStringPlace,      ///< " in FILE:LINE" of an element that names a file or a component
+    kStringRare,       ///< what guirareattributes.h keeps
 };
 
 /// One page element. Every function is the GUI thread's unless it says otherwise; other threads may ask the registry
@@ -357,7 +358,7 @@ private:
     // Bits of m.rareParts above those of the strings.
     static constexpr std::uint16_t kRareScroll = 1u << 14;
     static constexpr std::uint16_t kRareCaption = 1u << 15; // the measured size of the caption
-    static_assert(1u << kStringPlace < kRareScroll, "each string has a bit of its own");
+    static_assert(1u << kStringRare < kRareScroll, "each string has a bit of its own");
 
     static inline unsigned s_pendingLoadCount = 0;
 

@@ -4,6 +4,7 @@
 #include "foundation/vela-mlparser.h"
 #include "page/guihtml.h"
 #include "page/guinumbers.h"
+#include "page/guirareattributes.h"
 
 #include <algorithm>
 
@@ -77,6 +78,7 @@ void guiHtmlParser::pullMouseEvents(guiHtml* node, mlSection* section)
     pullString(node, section, "onmouseout", kStringMouseOut);
     pullString(node, section, "onmousedown", kStringMouseDown);
     pullString(node, section, "onmouseup", kStringMouseUp);
+    guiPullRareAttributes(node, section);
 }
 
 namespace {

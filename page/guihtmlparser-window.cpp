@@ -6,6 +6,7 @@
 #include "foundation/vela-mlparser.h"
 #include "page/guinumbers.h"
 #include "page/guipageroot.h"
+#include "page/guirareattributes.h"
 
 #include <cassert>
 
@@ -77,6 +78,9 @@ mlSection* guiHtmlParser::openPage(guiHtml* node, guiPageRoot* window)
     if (!section)
         return nullptr;
     m_mistakes.checkAttributes(section);
+    if (window)
+        window->setString(kStringRare, sstring()); // those of the page before
+    guiPullRareAttributes(node, section);
     pullDefaultColors(node, section);
     pullBackground(node, section);
     pullObjectAlignment(node, section);

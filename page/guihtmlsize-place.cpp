@@ -133,10 +133,10 @@ bool isPlaced(guiHtml const* node, guiRect const& rect)
 
 bool movesWidget(guiHtml* node) { return node->getType() == guiHtml::kTypeControl && node->getTopLevelWidget(); }
 
-int menuHeightOf(guiHtml* node)
+int barsOf(guiHtml* node)
 {
     guiPageRoot* root = node->m.parent ? nullptr : node->getBaseHtml();
-    return root ? root->getMenuHeight() : 0;
+    return root ? root->getMenuHeight() + root->getStatusHeight() : 0;
 }
 
 void learnPlaced(guiHtml* node)
@@ -162,7 +162,7 @@ void guiHtml::setRect(guiRect* rect)
     m.rect = *rect;
     if (isDone)
         return;
-    int const height = m.rect.height - (isRoot ? menuHeightOf(this) : 0);
+    int const height = m.rect.height - (isRoot ? barsOf(this) : 0);
     if (isRoot) {
         m.activeCx = static_cast<unsigned>(std::max(m.rect.width, 0));
         m.activeCy = static_cast<unsigned>(std::max(height, 0));

@@ -164,7 +164,8 @@ QRect innerRect(guiHtml* node)
     node->getRectInWidget(&rect);
     int const inset = guiClampPixels(guiFrameOf(node) / 2);
     int const above = guiBarAbove(node);
-    return QRect(rect.left + inset, rect.top + inset + above, rect.width - 2 * inset, rect.height - 2 * inset - above);
+    return QRect(rect.left + inset, rect.top + inset + above, rect.width - 2 * inset,
+                 rect.height - 2 * inset - above - guiBarBelow(node));
 }
 
 // A node's bars are clipped by its ancestors like the node itself.

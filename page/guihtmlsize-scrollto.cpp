@@ -24,7 +24,7 @@ guiRect contentArea(guiHtml* node)
     int inset = node->m.border + node->m.space;
     int above = guiBarAbove(node);
     return {inset, node->m.rect.width - 2 * inset - guiBarWidth(node), inset + above,
-            node->m.rect.height - 2 * inset - above - guiBarHeight(node)};
+            node->m.rect.height - 2 * inset - above - guiBarBelow(node) - guiBarHeight(node)};
 }
 
 /// The part of the content area that is visible, in widget coordinates.

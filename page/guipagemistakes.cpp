@@ -140,6 +140,17 @@ void guiPageMistakes::addUnknownWord(mlSection* section, char const* attribute,
         attr->getLine(), guiNearestWord(lowerCase(attr->getRHS()), words));
 }
 
+void guiPageMistakes::addUnusedWord(mlSection* section, char const* attribute,
+                                    std::vector<std::string_view> const& words)
+{
+    mlAttr* attr = section->findAttr(attribute);
+    if (!attr || !mayAdd())
+        return;
+    add(joined({kCaller, "ignoring unknown ", attribute, " ", quoted(attr->getRHS()), " of <",
+                velaPrintable(section->getName()), "> (warning)"}),
+        attr->getLine(), guiNearestWord(lowerCase(attr->getRHS()), words));
+}
+
 void guiPageMistakes::addUnknownReference(std::string const& name, unsigned line)
 {
     if (!mayAdd())

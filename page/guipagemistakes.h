@@ -38,6 +38,8 @@ public:
     void addUnknownTag(mlSection* section);
     /// A value that is none of the words of its attribute, such as the type of an input.
     void addUnknownWord(mlSection* section, char const* attribute, std::vector<std::string_view> const& words);
+    /// The same for an attribute without which the element is shown as well.
+    void addUnusedWord(mlSection* section, char const* attribute, std::vector<std::string_view> const& words);
     /// A character reference that nobody knows, without "&" and ";".
     void addUnknownReference(std::string const& name, unsigned line);
     /// Looks at the attributes of an element: their names, those values that are to be colours or numbers, and the

@@ -9,6 +9,7 @@
 
 class QAbstractButton;
 class QMenuBar;
+class QWidget;
 
 /// The topmost node of a page. GUI thread.
 class guiPageRoot : public guiHtml
@@ -49,6 +50,11 @@ public:
     virtual QMenuBar* getMenuBar() const { return nullptr; }
     /// Height of the menu bar in pixels, 0 without one.
     virtual int getMenuHeight() { return 0; }
+    /// The status line below the page, not owned; null: none.
+    virtual void setStatusBar(QWidget*) {}
+    virtual QWidget* getStatusBar() const { return nullptr; }
+    /// Height of the status line in pixels, 0 without one.
+    virtual int getStatusHeight() { return 0; }
     /// Called before the controls at and below the node are destroyed: removes their values from the form object.
     virtual void eraseFormValues(guiHtml*) {}
     /// Called for new controls at and below the node: gives them the values that the form object holds.
@@ -85,6 +91,13 @@ inline int guiBarAbove(guiHtml* node)
     guiPageRoot* root = node->getType() == guiHtml::kTypeBase ? node->getBaseHtml() : nullptr;
     if (!root || !root->getMenuBar())
         return 0;
-    int const height = std::max(0, node->m.rect.height);
+    int const height = std::max(0, node->m.rect.height - root->getStatusHeight());
     return height - static_cast<int>(std::min<unsigned>(node->m.activeCy, static_cast<unsigned>(height)));
+}
+
+/// The height of the status line below the content of a root, in pixels; 0 for every other node.
+inline int guiBarBelow(guiHtml* node)
+{
+    guiPageRoot* root = node->getType() == guiHtml::kTypeBase ? node->getBaseHtml() : nullptr;
+    return root ? root->getStatusHeight() : 0;
 }

@@ -126,10 +126,20 @@ bool guiEventFilter::holdBack(QObject* watched, QEvent::Type type)
     return type != QEvent::MouseButtonRelease || !watched->isWindowType();
 }
 
+/// What is typed while input is blocked is for the field and no shortcut, though it comes to it later.
+bool guiEventFilter::isTypedLater(QObject* watched, QEvent const& event)
+{
+    return inputBlock != 0 && event.type() == QEvent::ShortcutOverride && guiKeptKeys::wants(watched, event);
+}
+
 bool guiEventFilter::eventFilter(QObject* watched, QEvent* event)
 {
     assertOnGuiThread();
     guiThreadPost::take();
+    if (isTypedLater(watched, *event)) {
+        event->accept();
+        return true;
+    }
     if (m_keys.take(watched, *event, inputBlock != 0))
         return true;
     if (inputBlock != 0 && (isMouseInput(event->type()) || isKeyInput(event->type())))

@@ -35,6 +35,7 @@ public:
     std::atomic<unsigned> mouseMoveBlock{0}; ///< the same for activateMM()
 
 private:
+    bool isTypedLater(QObject* watched, QEvent const& event) TARN_ON(velaGuiRole);
     bool holdBack(QObject* watched, QEvent::Type type) TARN_ON(velaGuiRole);
     void catchUpLater();
     void catchUp() TARN_ON(velaGuiRole);

@@ -324,6 +324,15 @@ void guiHtmlBase::setMenuBar(QMenuBar* bar)
 
 QMenuBar* guiHtmlBase::getMenuBar() const { return m_menuBar; }
 
+void guiHtmlBase::setStatusBar(QWidget* bar)
+{
+    assertOnGuiThread();
+    m_statusBar = bar;
+}
+
+QWidget* guiHtmlBase::getStatusBar() const { return m_statusBar; }
+int guiHtmlBase::getStatusHeight() { return m_statusBar ? m_statusBar->sizeHint().height() : 0; }
+
 QFont guiHtmlBase::getDefaultFont(int* points)
 {
     if (getParent())

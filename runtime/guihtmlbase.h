@@ -128,6 +128,9 @@ public:
     /// The menu bar that stands above the page, not owned; null: none any more.
     void setMenuBar(QMenuBar* bar) override;
     QMenuBar* getMenuBar() const override;
+    void setStatusBar(QWidget* bar) override;
+    QWidget* getStatusBar() const override;
+    int getStatusHeight() override;
     /// Points of a page's text where nothing else is asked for.
     static constexpr int kDefaultPoints = 10;
 
@@ -170,6 +173,7 @@ private:
     std::atomic<bool> m_isReleased{false};
     std::atomic<guiWidget*> m_widget{nullptr}; // owned
     QPointer<QMenuBar> m_menuBar;              // not owned
+    QPointer<QWidget> m_statusBar;             // not owned
     int m_minimumWidth = 0;
     int m_defaultWidth = 0; // 0: nobody has set it yet, kDefaultWidth counts
     int m_maximumWidth = 0;

@@ -68,7 +68,8 @@ bool isTyping(QKeyEvent const& key, QWidget const* widget)
 /// the window first.
 QWidget* targetOf(QObject* watched, QEvent const& event)
 {
-    bool const isKey = event.type() == QEvent::KeyPress && watched->isWindowType();
+    bool const isPress = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
+    bool const isKey = isPress && watched->isWindowType();
     bool const isText = event.type() == QEvent::InputMethod && watched->isWidgetType();
     if ((!isKey && !isText) || QApplication::activePopupWidget())
         return nullptr;
@@ -101,8 +102,12 @@ bool guiKeptKeys::isWaitingFor(QWidget const* target) const
     return std::any_of(m_events.begin(), m_events.end(), [&](kept const& each) { return each.target == target; });
 }
 
+bool guiKeptKeys::wants(QObject* watched, QEvent const& event) { return targetOf(watched, event) != nullptr; }
+
 bool guiKeptKeys::take(QObject* watched, QEvent const& event, bool isBlocked)
 {
+    if (event.type() == QEvent::ShortcutOverride)
+        return false; // the key itself comes later
     if (&event == m_sent || (!isBlocked && m_events.empty()))
         return false;
     QWidget* const target = targetOf(watched, event);

@@ -26,6 +26,8 @@ public:
     /// Keeps a copy of the event that comes to `watched`, if it is typing and either input is blocked or something that
     /// was typed into the same widget before still waits. False: the event is nothing to keep.
     bool take(QObject* watched, QEvent const& event, bool isBlocked) TARN_ON(velaGuiRole);
+    /// Whether a key that might be a shortcut is one that take() will keep while input is blocked: then it is none.
+    static bool wants(QObject* watched, QEvent const& event) TARN_ON(velaGuiRole);
     /// Gives the kept events to their widgets, as long as `isFree` says so: each may call a handler. Those for a widget
     /// that has lost the focus of its window are dropped; those for a window behind a modal one wait on.
     void deliver(std::function<bool()> const& isFree) TARN_ON(velaGuiRole);

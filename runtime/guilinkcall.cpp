@@ -40,11 +40,12 @@ sstring textOf(guiHtml* node)
 bool hasNewValue(guiHtml* node, linkCall const& call)
 {
     auto* control = dynamic_cast<guiHtmlControl*>(node);
-    if (!control || control->getControlType() == guiHtmlControl::kControlMenu)
+    int const type = control ? control->getControlType() : guiHtmlControl::kControlBase;
+    if (type == guiHtmlControl::kControlBase || type == guiHtmlControl::kControlMenu)
         return false;
     if (auto* button = dynamic_cast<guiHtmlControlButton*>(control))
         return button->isCheckable();
-    return control->getControlType() != guiHtmlControl::kControlEdit || textOf(node) != call.text;
+    return type != guiHtmlControl::kControlEdit || textOf(node) != call.text;
 }
 
 void follow(linkCall const& call, sstring reply)

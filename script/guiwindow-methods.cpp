@@ -2,7 +2,9 @@
 // page root. Without a page it gives its neutral result.
 #include "script/guiwindow-methods.h"
 
+#include "controls/guihtmlcontextmenu.h"
 #include "controls/guiscriptmethod.h"
+#include "controls/guiwidget.h"
 #include "foundation/vela-threadrole.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
@@ -10,6 +12,7 @@
 #include "script/guisizepolicy.h"
 #include "script/guiwindow.h"
 
+#include <QCursor>
 #include <optional>
 
 namespace {
@@ -66,6 +69,24 @@ void guiWindow_isOpen_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Script
     assertOnGuiThread();
     guiHtmlBase* root = rootOf(data);
     result.setBool(args.count() == 0 && root && root->isOpen());
+}
+
+// The name of a context menu, and a place in the window in pixels; without a place, at the pointer. Whether it is
+// shown.
+void guiWindow_popup_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    result.setBool(0);
+    guiHtmlBase* root = rootOf(data);
+    bool const hasPlace = args.count() == 3 && guiIsNumber(args, 1) && guiIsNumber(args, 2);
+    if (!root || !root->getWidget() || !guiIsString(args, 0) || (args.count() != 1 && !hasPlace))
+        return;
+    guiCheckControl(*root, guiTextOf(args, 0), "GuiWindow::popup()");
+    sstring name = guiTextOf(args, 0);
+    auto* menu = dynamic_cast<guiHtmlContextMenu*>(root->getNamed(name));
+    QPoint const place = hasPlace ? root->getWidget()->mapToGlobal(QPoint(args.get(1)->toInt(0), args.get(2)->toInt(0)))
+                                  : QCursor::pos();
+    result.setBool(menu && menu->popup(place));
 }
 
 void guiWindow_isValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)

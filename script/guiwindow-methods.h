@@ -9,6 +9,7 @@
                                ScriptValue& result)
 
 TARN_WINDOW_METHOD(isOpen);
+TARN_WINDOW_METHOD(popup);
 TARN_WINDOW_METHOD(isValid);
 TARN_WINDOW_METHOD(setReturnValue);
 TARN_WINDOW_METHOD(setMinimumSize);

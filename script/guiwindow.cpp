@@ -25,6 +25,7 @@
 namespace {
 
 constexpr ScriptMethod guiWindow_isOpen_script = guiCallOnGuiThread<guiWindow_isOpen_qt>;
+constexpr ScriptMethod guiWindow_popup_script = guiCallOnGuiThread<guiWindow_popup_qt>;
 constexpr ScriptMethod guiWindow_isValid_script = guiCallOnGuiThread<guiWindow_isValid_qt>;
 constexpr ScriptMethod guiWindow_setReturnValue_script = guiCallOnGuiThread<guiWindow_setReturnValue_qt>;
 constexpr ScriptMethod guiWindow_setMinimumSize_script = guiCallOnGuiThread<guiWindow_setMinimumSize_qt>;
@@ -205,6 +206,7 @@ constexpr guiScriptMethod kExtensionMethods[] = {
     {"writeForm", guiWindow_writeForm_script},
     {"startShow", guiWindow_startShow_script},
     {"getReturnValue", guiWindow_getReturnValue_script},
+    {"popup", guiWindow_popup_script},
 };
 
 } // namespace

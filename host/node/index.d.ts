@@ -44,8 +44,9 @@ export interface Session {
 /** What the user has done. What makes no sense is missing: a key has no button, a button no row. */
 export interface UserEvent {
     /**
-     * "click" of a button, link or area, "change" of a control, "menu" for an item, "mousedown", "mouseup", "mouseover", "mouseout",
-     * "mousemove" of an element that asks for them; "activate", "context", "expand", "sort" and "header" of a list.
+     * "click" of a button, link or area, "change" of a control, "menu" for an item, "context" for the right button or
+     * the menu key, "focus", "blur" and "enter" of a control, "activate", "expand", "sort" and "header" of a list,
+     * "mousedown", "mouseup", "mouseover", "mouseout", "mousemove" of an element that asks for them.
      */
     readonly type: string;
     /** The button of the mouse. */
@@ -178,6 +179,13 @@ export class GuiWindow<Values extends object = Form> {
     close(session?: Session): null;
     /** Whether the window is open: `if (!help.isOpen()) help.open();` */
     isOpen(): boolean;
+    /**
+     * Shows the context menu of that name, `<object classid="contextmenu">`, at a place in pixels from the corner of the window, or at
+     * the pointer. Its items call `eMenu` or what their `onclick` names, and `session.event` has the place. False when there is no such
+     * menu: `window.popup('rows', event.x, event.y)`.
+     */
+    popup(name: string): boolean;
+    popup(name: string, x: number, y: number): boolean;
     /** Whether the window has a page: false before the first, and after a load that failed. */
     isValid(): boolean;
 
@@ -465,6 +473,12 @@ export interface FlexListControl extends GuiControl {
 }
 
 /**
+ * What becomes of an item's check mark when the item is chosen: "normal" and "checkbox" leave it to the handler, "toggle" switches
+ * it, and of the "radiobutton"s that follow each other one is on.
+ */
+export type MenuItemType = 'normal' | 'checkbox' | 'toggle' | 'radiobutton';
+
+/**
  * A menu bar: `<object classid="menu">`. Items are named; letters' case does not matter, and of two items with one name the
  * first counts, those inside an item before the ones behind it.
  */
@@ -476,6 +490,17 @@ export interface MenuControl extends GuiControl {
     enableItem(name: string, on?: boolean | number): null;
     disableItem(name: string): null;
     setItemText(name: string, text: string): null;
+    /** The keys that choose the item while the window is active, "Ctrl+S", "F5"; "" for none: `menu.setItemKey('save', 'Ctrl+S')`. */
+    setItemKey(name: string, key: string): null;
+    /** The picture beside the text, a file beside the page; "" for none: `menu.setItemIcon('save', 'disk.png')`. */
+    setItemIcon(name: string, file: string): null;
+    /**
+     * Adds an item at the end of the menu called `parent`, or of the bar; without a text its name is shown. An item that gets the
+     * first item below it becomes a menu: `menu.addItem('recent1', 'notes.txt', 'recent')`. A text "-" is a line.
+     */
+    addItem(name: string, text?: string | null, parent?: string | null, type?: MenuItemType | null): null;
+    /** Removes the item and all below it. */
+    removeItem(name: string): null;
     /** Does what choosing the item does: calls `eMenu(session, name)`. Nothing for an item that is disabled, or in a disabled one. */
     activateItem(name: string): null;
 }

@@ -14,8 +14,9 @@ namespace {
 Napi::Value neutralResult(Napi::Env env, std::string const& name)
 {
     static std::set<std::string, std::less<>> const tests = {
-        "open",      "isOpen",    "isValid",       "load",           "loadFile",      "setText",       "loadBackground",
-        "isEnabled", "isChecked", "isItemChecked", "isItemSelected", "isItemEnabled", "isItemExpanded"};
+        "open",          "popup",          "isOpen",         "isValid",       "load",
+        "loadFile",      "setText",        "loadBackground", "isEnabled",     "isChecked",
+        "isItemChecked", "isItemSelected", "isItemEnabled",  "isItemExpanded"};
     static std::set<std::string, std::less<>> const texts = {"getTitle", "getFocus", "getEnterControl",
                                                              "getEscapeControl"};
     if (tests.contains(name))

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 namespace {
 
@@ -340,4 +341,65 @@ TEST(MenuCopies, HaveTheItemsAndTheirStatesAndNoWidget)
     EXPECT_EQ(menu.getMenuBar(), nullptr);
     EXPECT_EQ(menu.findItem("file"), nullptr);
     menu.activateItem(1);
+}
+
+// ---- Keys, groups, items that come and go ----
+
+TEST(MenuItems, KnowTheKeysThatTheToolkitKnows)
+{
+    EXPECT_EQ(guiReadKey("Ctrl+S"), QKeySequence(Qt::CTRL | Qt::Key_S));
+    EXPECT_EQ(guiReadKey("ctrl+shift+f5"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F5));
+    EXPECT_EQ(guiReadKey("Ctrl+K, Ctrl+S").value().count(), 2);
+    EXPECT_FALSE(guiReadKey("Crtl+S"));
+    EXPECT_FALSE(guiReadKey("Ctrl+Sav"));
+    EXPECT_FALSE(guiReadKey(""));
+}
+
+TEST(MenuItems, OfOneGroupFollowEachOtherOrHaveItsName)
+{
+    auto const radio = [](char const* name, char const* group) {
+        auto item = std::make_unique<guiHtmlControlMenuItem>();
+        item->name = sstring(name);
+        item->group = sstring(group);
+        item->type = guiMenuItemType::kRadio;
+        return item;
+    };
+    guiMenuItems items;
+    for (auto const& [name, group] : {std::pair{"a", ""}, {"b", ""}, {"x", "G"}, {"c", ""}})
+        items.push_back(radio(name, group));
+    items[0]->children.push_back(radio("y", "g"));
+    auto const groupOf = [&](std::size_t index) {
+        std::string names;
+        for (guiHtmlControlMenuItem const* each : guiGroupOf(items, *items[index]))
+            names += each->name.c_str();
+        return names;
+    };
+    EXPECT_EQ(groupOf(0), "ab");
+    EXPECT_EQ(groupOf(1), "ab");
+    EXPECT_EQ(groupOf(2), "yx");
+    EXPECT_EQ(groupOf(3), "c");
+}
+
+TEST(MenuBar, GainsAndLosesItemsOfEachLevel)
+{
+    Menu page;
+    guiHtmlControlMenu& menu = page.menu();
+    guiMenuItemContent added;
+    added.name = "new";
+    added.text = "New";
+    menu.addItem(added, sstring());
+    menu.addItem(added, "nowhere");
+    EXPECT_EQ(menu.getMenuBar()->actions().size(), 4);
+    added.name = "deep";
+    menu.addItem(added, "open"); // which had no menu
+    ASSERT_NE(menu.findItem("open")->popup, nullptr);
+    EXPECT_EQ(menu.findItem("open")->popup->actions().size(), 1);
+    menu.removeItem("deep");
+    EXPECT_EQ(menu.findItem("deep"), nullptr);
+    EXPECT_EQ(menu.findItem("open")->popup, nullptr);
+    menu.removeItem("file");
+    menu.removeItem("new");
+    menu.removeItem("nowhere");
+    EXPECT_EQ(menu.getMenuBar()->actions().size(), 2);
+    EXPECT_EQ(menu.findItem("open"), nullptr);
 }

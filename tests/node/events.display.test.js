@@ -68,7 +68,13 @@ after(async () => {
 });
 
 const click = ([x, y], ...args) => xdotool('mousemove', '--window', window, x, y, 'click', ...args);
-const tells = (...wanted) => program.becomes('seen', wanted);
+/** The handlers were called as wanted, and the window takes input again. */
+const tells = async (...wanted) => {
+    await program.becomes('seen', wanted);
+    for (let i = 0; i < 2; ++i) {
+        await program.ask('new tarn.GuiWindow().isOpen()');
+    }
+};
 
 test('a click on a button is told with its place; what script changes meanwhile is no event', async () => {
     await click(at.ok, 1);

@@ -40,6 +40,7 @@ const rows = [
     ['setFocus', ['box'], null], ['getFocus', [], ''], ['setEnterControl', ['box'], null], ['getEnterControl', [], ''],
     ['setEscapeControl', ['X'], null], ['getEscapeControl', [], ''],
     ['setSizePolicy', ['FIXED'], null], ['getSizePolicy', [], 'RESIZE'],
+    ['popup', ['box'], false], ['popup', ['box', 1, 2], false], // no menu, so none is shown
 ];
 
 /** Methods and argument lists that they refuse. */
@@ -54,14 +55,15 @@ const refused = [
     [['setResizable', 'useSystemFont'], [['x'], [null], [{}], [0, 0]]],
     [['open'], [['x'], [1], [null], [true, true]]],
     [['close'], [['x'], [1]]],
+    [['popup'], [[], [1], ['a', 1], ['a', 1, '2'], ['a', 1, 2, 3]]],
 ];
 
-test('all 26 methods and onLoad exist, and no other', () => {
+test('all 27 methods and onLoad exist, and no other', () => {
     const names = Object.getOwnPropertyNames(Object.getPrototypeOf(GuiWindow.prototype)).filter((name) => name !== 'constructor');
     assert.deepEqual(names, ['open', 'show', 'close', 'isOpen', 'load', 'setReturnValue', 'isValid', 'setMinimumSize',
         'setMaximumSize', 'setDefaultSize', 'setResizable', 'setText', 'loadFile', 'loadBackground', 'useSystemFont', 'setTitle',
         'getTitle', 'setFocus', 'getFocus', 'setEnterControl', 'getEnterControl', 'setEscapeControl', 'getEscapeControl',
-        'setSizePolicy', 'getSizePolicy', 'control']);
+        'setSizePolicy', 'getSizePolicy', 'control', 'popup']);
     assert.deepEqual(new Set([...rows.map(([name]) => name), 'show', 'control']), new Set(names), 'each is tested');
     assert.equal(typeof GuiWindow.onLoad, 'function');
     assert.equal(GuiWindow.prototype.onLoad, undefined);
@@ -274,8 +276,8 @@ test('a worker thread that loads the package beside open windows is told whose t
             console.log(window.isOpen());
             window.close();
         })();`);
-    const refused = 'new GuiWindow(): another thread of this process has windows; only the thread that made the first one can make more\n';
-    assert.deepEqual([stdout, code], [`${refused.repeat(3)}true\n`, 0]);
+    const refusal = 'new GuiWindow(): another thread of this process has windows; only the thread that made the first one can make more\n';
+    assert.deepEqual([stdout, code], [`${refusal.repeat(3)}true\n`, 0]);
 });
 
 test('after the end of the component methods give their neutral results', async () => {

@@ -11,7 +11,7 @@ const ofElements = [
 const ofClasses = {
     GuiWindow: [
         'onLoad(pattern: string, filter?: function|object)', 'from(page: markup)', 'open(modal?: boolean)', 'show()', 'showAsync()',
-        'close(session?: object)', 'isOpen()', 'isValid()', 'load(path: path)', 'loadFile(path: path)', 'setText(markup: markup)',
+        'close(session?: object)', 'isOpen()', 'popup(name: string)', 'popup(name: string, x: number, y: number)', 'isValid()', 'load(path: path)', 'loadFile(path: path)', 'setText(markup: markup)',
         'loadBackground(path: path)', 'setReturnValue(value: any)', 'setMinimumSize(width: number, height: number)',
         'setMaximumSize(width: number, height: number)', 'setDefaultSize(width: number, height: number)',
         'setResizable(resizable?: switch)', 'useSystemFont(use?: switch)', 'setTitle(title: string)', 'getTitle()',
@@ -41,7 +41,9 @@ const ofKinds = {
         mark: 'activateItem',
         methods: ['isItemChecked(name: string)', 'checkItem(name: string, on?: switch)', 'uncheckItem(name: string)',
             'isItemEnabled(name: string)', 'enableItem(name: string, on?: switch)', 'disableItem(name: string)',
-            'setItemText(name: string, text: string)', 'activateItem(name: string)'],
+            'setItemText(name: string, text: string)', 'setItemKey(name: string, key: string)', 'setItemIcon(name: string, file: string)',
+            'addItem(name: string, text?: string|null, parent?: string|null, type?: string|null)', 'removeItem(name: string)',
+            'activateItem(name: string)'],
     },
     FlexListControl: {
         mark: 'scrollToTop',

@@ -168,7 +168,16 @@ menu.setItemText('save');
 // @ts-expect-error: too few
 menu.activateItem();
 // @ts-expect-error: of lists
-menu.addItem('save');
+menu.selectItem('save');
+menu.addItem('recent', 'Recent', 'file', 'radiobutton');
+menu.addItem('line', '-', null);
+// @ts-expect-error: no type
+menu.addItem('recent', 'Recent', 'file', 'radio');
+menu.removeItem('recent');
+menu.setItemKey('save', 'Ctrl+S');
+// @ts-expect-error: too few
+menu.setItemKey('save');
+menu.setItemIcon('save', 'disk.png');
 
 // --- a list as data ---
 

@@ -20,6 +20,9 @@ class Order extends GuiWindow {
 
     ePostOpen(session: Session): void {
         const form: Form | null = session.currentForm;
+        const place: [number?, number?] = [session.event?.x, session.event?.y];
+        const button: 'left' | 'middle' | 'right' | undefined = session.event?.button;
+        console.log(place, button, session.event?.row, session.event?.column);
         if (form) form.name = 'Ada';
     }
 }

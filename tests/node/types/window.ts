@@ -63,6 +63,11 @@ window.open(1);
 window.open(true, true);
 // @ts-expect-error: too many
 window.isOpen(1);
+same<ReturnType<typeof window.popup>, boolean>(true);
+window.popup('rows');
+window.popup('rows', 1, 2);
+// @ts-expect-error: a place has two numbers
+window.popup('rows', 1);
 // @ts-expect-error: too many
 window.isValid(undefined);
 // @ts-expect-error: too few
