@@ -4,6 +4,8 @@
 #include "controls/guiclipper.h"
 #include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
+#include "controls/guimistakemark.h"
+#include "controls/guititle.h"
 #include "controls/guiwidget.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
@@ -140,8 +142,19 @@ void guiHtmlControl::finishWidget(QWidget* widget)
     if (widget->font() != font)
         widget->setFont(font);
     widget->setEnabled(m.enabled);
+    if (hasString(kStringTitle))
+        widget->setToolTip(guiTipOf(getString(kStringTitle)));
+    if (hasRules())
+        m_mark = new guiMistakeMark(widget, this);
     placeInClip(widget);
     widget->show();
+}
+
+void guiHtmlControl::onLabel()
+{
+    QWidget* const widget = getChildWidget();
+    if (widget && widget->isEnabled() && widget->focusPolicy() != Qt::NoFocus)
+        widget->setFocus(Qt::ShortcutFocusReason);
 }
 
 int guiHtmlControl::textWidth(sstring const& text)

@@ -38,25 +38,32 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"edit", kAttributeText},
     {"enctype", kAttributeText},
     {"face", kAttributeText},
+    {"for", kAttributeText},
     {"frameborder", kAttributeText},
     {"framespacing", kAttributeLength},
     {"height", kAttributeLength},
+    {"high", kAttributeText},
     {"href", kAttributeLink},
     {"http-equiv", kAttributeText},
     {"lang", kAttributeText},
     {"link", kAttributeColor},
+    {"list", kAttributeText},
     {"loop", kAttributeText},
     {"looped", kAttributeText},
+    {"low", kAttributeText},
+    {"max", kAttributeText},
     {"maxheight", kAttributeLength},
     {"maxlength", kAttributeNumber},
     {"maxwidth", kAttributeLength},
     {"method", kAttributeText},
+    {"min", kAttributeText},
     {"minheight", kAttributeLength},
     {"minwidth", kAttributeLength},
     {"multiple", kAttributeText},
     {"name", kAttributeText},
     {"noresize", kAttributeText},
     {"noshade", kAttributeText},
+    {"novalidate", kAttributeText},
     {"onchange", kAttributeAction},
     {"onclick", kAttributeAction},
     {"onmousedown", kAttributeAction},
@@ -64,15 +71,23 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"onmouseover", kAttributeAction},
     {"onmouseup", kAttributeAction},
     {"onselect", kAttributeAction},
+    {"open", kAttributeText},
+    {"optimum", kAttributeText},
     {"parent", kAttributeText},
+    {"pattern", kAttributeText},
     {"pause", kAttributeText},
     {"paused", kAttributeText},
+    {"placeholder", kAttributeText},
+    {"readonly", kAttributeText},
+    {"required", kAttributeText},
+    {"reveal", kAttributeText},
     {"rows", kAttributeText},
     {"scrolling", kAttributeText},
     {"selected", kAttributeText},
     {"shape", kAttributeText},
     {"size", kAttributeNumber},
     {"src", kAttributeText},
+    {"step", kAttributeText},
     {"tabindex", kAttributeNumber},
     {"target", kAttributeText},
     {"text", kAttributeText},
@@ -84,6 +99,7 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"valign", kAttributeText},
     {"value", kAttributeText},
     {"width", kAttributeLength},
+    {"wrap", kAttributeText},
 };
 
 kinds const& attributes()
@@ -107,6 +123,9 @@ guiAttributeKind const* guiFindAttribute(std::string_view tag, std::string_view 
     static constexpr guiAttributeKind kColor = kAttributeColor;
     if (tag == "body" && name == "text")
         return &kColor;
+    static constexpr guiAttributeKind kText = kAttributeText;
+    if (tag == "datalist" && name == "id")
+        return &kText;
     auto const found = attributes().find(name);
     if (found != attributes().end())
         return &found->second;

@@ -44,6 +44,7 @@ enum guiNodeString : unsigned char
     kStringFace,       ///< font override "face,points", either part may be missing; empty: the parent's font
     kStringBackground, ///< file name of the background image
     kStringPlace,      ///< " in FILE:LINE" of an element that names a file or a component
+    kStringTitle,      ///< attribute `title`: the tip that is shown where the pointer rests
 };
 
 /// One page element. Every function is the GUI thread's unless it says otherwise; other threads may ask the registry
@@ -276,6 +277,8 @@ public:
     virtual bool takesFormValue(ScriptValue&) const { return true; }
     /// Whether the node stands in a line of its parent; a menu stands above the page, wherever its tag is.
     virtual bool isInLine() const { return true; }
+    /// The user pressed the text of the element's label, or its key. May run script: the node may be gone afterwards.
+    virtual void onLabel() {}
 
     // ---- The tree ----
 
@@ -357,7 +360,7 @@ private:
     // Bits of m.rareParts above those of the strings.
     static constexpr std::uint16_t kRareScroll = 1u << 14;
     static constexpr std::uint16_t kRareCaption = 1u << 15; // the measured size of the caption
-    static_assert(1u << kStringPlace < kRareScroll, "each string has a bit of its own");
+    static_assert(1u << kStringTitle < kRareScroll, "each string has a bit of its own");
 
     static inline unsigned s_pendingLoadCount = 0;
 

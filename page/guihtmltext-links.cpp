@@ -5,7 +5,33 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guiuserevent.h"
 
+#include "page/guipageroot.h"
+
 #include <QWidget>
+
+namespace {
+
+constexpr qsizetype kCodeStart = 4; // "[[a " or "[[l "
+
+/// What stands in the code at that position of a text; "" when it is no such code.
+sstring targetIn(QStringView text, qsizetype at)
+{
+    qsizetype const start = at + kCodeStart;
+    qsizetype const end = text.indexOf(QStringView(u"]]"), start);
+    return end >= start ? qtoss(text.mid(start, end - start).toString()) : sstring();
+}
+
+bool isLabelAt(QStringView text, qsizetype at) { return text.mid(at).startsWith(QStringView(u"[[l ")); }
+
+} // namespace
+
+void guiActOnLabel(guiPageRoot* page, sstring const& target)
+{
+    sstring name = target;
+    bool const isBookmark = target.getLength() != 0 && target[0] == '#';
+    if (guiHtml* node = isBookmark ? page->getBookmarked(name) : page->getNamed(name))
+        node->onLabel();
+}
 
 unsigned guiHtmlText::linkAt(int x, int y) const
 {
@@ -30,8 +56,9 @@ void guiHtmlText::onMouseMove(int x, int y)
     unsigned const link = linkAt(x, y);
     if (link == mx.hoveredLink)
         return;
-    if (mx.hoveredLink == kNoLink || link == kNoLink)
-        setPointer(link != kNoLink);
+    bool const wasOnLink = isFollowed(mx.hoveredLink);
+    if (wasOnLink != isFollowed(link))
+        setPointer(!wasOnLink);
     mx.hoveredLink = link;
     update();
 }
@@ -40,24 +67,28 @@ void guiHtmlText::onMouseOff()
 {
     assertOnGuiThread();
     if (mx.hoveredLink != kNoLink) {
-        setPointer(false);
+        if (isFollowed(mx.hoveredLink))
+            setPointer(false);
         mx.hoveredLink = kNoLink;
         update();
     }
     guiHtml::onMouseOff();
 }
 
+/// Whether there is a link at the position, and no label.
+bool guiHtmlText::isFollowed(unsigned link) const { return link != kNoLink && !isLabelAt(mx.text.view(), link); }
+
 // A run follows its link and fires no mouse-down event.
 void guiHtmlText::onMouseDown(int, int)
 {
     assertOnGuiThread();
-    constexpr unsigned kLinkStart = 4; // "[[a "
     QStringView const text = mx.text.view();
     if (mx.hoveredLink == kNoLink || !text.mid(mx.hoveredLink).startsWith(QStringView(u"[[")))
         return;
-    qsizetype const start = qsizetype{mx.hoveredLink} + kLinkStart;
-    qsizetype const end = text.indexOf(QStringView(u"]]"), start);
     guiEventNote const note("click");
-    if (end >= start)
-        onHyperlink(qtoss(text.mid(start, end - start).toString()), nullptr);
+    sstring const target = targetIn(text, mx.hoveredLink);
+    if (isFollowed(mx.hoveredLink))
+        onHyperlink(target, nullptr);
+    else if (guiPageRoot* page = getBaseHtml())
+        guiActOnLabel(page, target);
 }

@@ -27,6 +27,10 @@ struct textParams
 /// The number of leading units of the text whose width does not exceed `width` pixels.
 int fitTextInBox(QString const& text, QFontMetrics const& metrics, int width);
 
+/// Does what pressing a label does to its element, which is of that name, or behind a "#" of that bookmark. Runs
+/// script.
+void guiActOnLabel(guiPageRoot* page, sstring const& target);
+
 /// A run of text. Codes between "[[" and "]]" switch its formatting.
 class guiHtmlText : public guiHtml
 {
@@ -88,5 +92,6 @@ private:
     bool isFontKnown() const;
     guiRect boxForWidth(unsigned long width) const;
     unsigned linkAt(int x, int y) const;
+    bool isFollowed(unsigned link) const;
     void setPointer(bool onLink);
 };

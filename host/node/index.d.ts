@@ -20,6 +20,9 @@ export type FormValue = string | number | boolean | null;
  * While a handler of the window runs these are the values when it began, and what it assigns is shown when it returns. At any
  * other time, behind an `await` too, reading gives what the control shows now and assigning shows it at once. `true` and `false`
  * switch a check box, a number becomes its text; a value that the control cannot take throws a `TypeError`.
+ *
+ * `form.valid` says whether all values are as the page asks for now, unless a control has that name. Who declares the values of a
+ * form and asks that declares `readonly valid: boolean` too.
  */
 export interface Form {
     [control: string]: any;
@@ -312,7 +315,7 @@ export class GuiControl implements Element {
 export type AnyControl = GuiControl & { [member: string]: any };
 
 /**
- * A field that text is typed into: `<input>` of the types text, password and file, and `<textarea>`. `setText` sets what
+ * A field that text is typed into: `<input>` of the types text, search, password and file, and `<textarea>`. `setText` sets what
  * stands in it.
  *
  *     window.control<TextControl>('who')?.setText('Ada');
