@@ -60,3 +60,9 @@ void guiAddBrowseButton(QLineEdit* field)
     QAction* const button = addButton(field, guiFieldIcon::kFolder, QLineEdit::tr("Choose a file"));
     QObject::connect(button, &QAction::triggered, field, [field] { browse(field); });
 }
+
+void guiAddCalendarButton(QLineEdit* field, std::function<void()> const& show)
+{
+    QAction* const button = addButton(field, guiFieldIcon::kCalendar, QLineEdit::tr("Choose a day"));
+    QObject::connect(button, &QAction::triggered, field, show);
+}

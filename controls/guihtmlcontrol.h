@@ -35,6 +35,7 @@ public:
         kControlHidden = 3,
         kControlFlex = 4,
         kControlMenu = 5,
+        kControlValue = 6,
     };
 
     explicit guiHtmlControl(guiHtml* parent = nullptr) : guiHtml(parent) {}

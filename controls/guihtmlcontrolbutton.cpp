@@ -191,7 +191,7 @@ void guiHtmlControlButton::readFormProperty(ScriptObject* form)
 /// Whether the form has a boolean for this control: a check box to which the page gives no value.
 bool guiHtmlControlButton::isBoolean(guiFormProperty const& property) const
 {
-    return m_state.type == kButtonCheckBox && m_content.text.getLength() == 0 && property.hasBooleans();
+    return m_state.type == kButtonCheckBox && m_content.text.getLength() == 0 && property.hasTypes();
 }
 
 // The checked radio button of a group writes the property that they all share; the others must not overwrite it. Where
@@ -205,7 +205,7 @@ void guiHtmlControlButton::writeFormProperty(ScriptObject* form)
         value.writeBool(isChecked() != 0);
     else if (isChecked())
         value.write(m_content.text);
-    else if (m_state.type == kButtonCheckBox || (value.hasBooleans() && !value.read()))
+    else if (m_state.type == kButtonCheckBox || (value.hasTypes() && !value.read()))
         value.writeNull();
 }
 

@@ -3,22 +3,23 @@
 
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guipageroot.h"
 #include "page/guiuserevent.h"
 
-#include "page/guipageroot.h"
-
 #include <QWidget>
+#include <optional>
 
 namespace {
 
 constexpr qsizetype kCodeStart = 4; // "[[a " or "[[l "
 
-/// What stands in the code at that position of a text; "" when it is no such code.
-sstring targetIn(QStringView text, qsizetype at)
+/// What stands in the code at that position of a text; none when there is no whole code.
+std::optional<sstring> targetIn(QStringView text, qsizetype at)
 {
     qsizetype const start = at + kCodeStart;
     qsizetype const end = text.indexOf(QStringView(u"]]"), start);
-    return end >= start ? qtoss(text.mid(start, end - start).toString()) : sstring();
+    bool const isCode = end >= start && text.mid(at).startsWith(QStringView(u"[["));
+    return isCode ? std::optional(qtoss(text.mid(start, end - start).toString())) : std::nullopt;
 }
 
 bool isLabelAt(QStringView text, qsizetype at) { return text.mid(at).startsWith(QStringView(u"[[l ")); }
@@ -82,13 +83,12 @@ bool guiHtmlText::isFollowed(unsigned link) const { return link != kNoLink && !i
 void guiHtmlText::onMouseDown(int, int)
 {
     assertOnGuiThread();
-    QStringView const text = mx.text.view();
-    if (mx.hoveredLink == kNoLink || !text.mid(mx.hoveredLink).startsWith(QStringView(u"[[")))
+    if (mx.hoveredLink == kNoLink)
         return;
     guiEventNote const note("click");
-    sstring const target = targetIn(text, mx.hoveredLink);
-    if (isFollowed(mx.hoveredLink))
-        onHyperlink(target, nullptr);
-    else if (guiPageRoot* page = getBaseHtml())
-        guiActOnLabel(page, target);
+    std::optional<sstring> const target = targetIn(mx.text.view(), mx.hoveredLink);
+    if (target && isFollowed(mx.hoveredLink))
+        onHyperlink(*target, nullptr);
+    else if (guiPageRoot* page = target ? getBaseHtml() : nullptr)
+        guiActOnLabel(page, *target);
 }
