@@ -15,6 +15,7 @@
 #include "page/guipageroot.h"
 #include "page/guiuserevent.h"
 
+#include <QShortcut>
 #include <QWidget>
 #include <algorithm>
 #include <cassert>
@@ -146,8 +147,26 @@ void guiHtmlControl::finishWidget(QWidget* widget)
         widget->setToolTip(guiTipOf(getString(kStringTitle)));
     if (hasRules())
         m_mark = new guiMistakeMark(widget, this);
+    if (m_content.labelKey != 0)
+        listenToLabelKey(widget);
     placeInClip(widget);
     widget->show();
+}
+
+// The key belongs to the window, since a control that is out of view hears none. Of controls with one key each press
+// takes the next.
+void guiHtmlControl::listenToLabelKey(QWidget* widget)
+{
+    auto* const key = new QShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(m_content.labelKey)), getWindow());
+    auto const act = [widget, window = getWindow()] {
+        guiEventScope scope;
+        guiHtml* const node = window->htmlBase ? window->htmlBase->findWidget(widget) : nullptr;
+        if (node)
+            node->onLabel();
+    };
+    QObject::connect(widget, &QObject::destroyed, key, &QObject::deleteLater);
+    QObject::connect(key, &QShortcut::activated, widget, act);
+    QObject::connect(key, &QShortcut::activatedAmbiguously, widget, act);
 }
 
 void guiHtmlControl::onLabel()

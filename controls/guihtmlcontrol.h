@@ -67,6 +67,8 @@ public:
 
     /// Gives the control the focus, as far as it takes it.
     void onLabel() override;
+    /// Alt and this letter, in upper case, do what a click on the label does. Before there is a widget.
+    void setLabelKey(char16_t letter) { m_content.labelKey = letter; }
 
     // ---- What the page asks of the value (guihtmlcontrol-check.cpp) ----
 
@@ -125,12 +127,14 @@ protected:
         sstring text;   // the value or caption
         sstring action; // the link
         std::shared_ptr<guiFieldRules const> rules;
+        char16_t labelKey = 0; // 0: none
     };
 
     content m_content;
 
 private:
     guiWidget* getWindow();
+    void listenToLabelKey(QWidget* widget);
 
     QWidget* m_clipWidget = nullptr; // owned
     int m_clipOffsetX = 0;           // where the visible part starts, relative to the control's rectangle, pixels

@@ -3,6 +3,7 @@
 #include "controls/guifieldbuttons.h"
 #include "controls/guihtmlcontroledit.h"
 #include "controls/guihtmldatalist.h"
+#include "controls/guiplaceholder.h"
 #include "controls/guiwidgetlineedit.h"
 #include "controls/guiwidgetmultiedit.h"
 #include "foundation/vela-qt.h"
@@ -73,7 +74,7 @@ void guiHtmlControlEdit::equipLine()
         m_lineEdit->setClearButtonEnabled(true);
     if (!m_extras)
         return;
-    m_lineEdit->setPlaceholderText(sstoq(m_extras->placeholder));
+    guiShowPlaceholder(m_lineEdit, sstoq(m_extras->placeholder));
     if (m_shape.type == kEditPassword && m_extras->canReveal)
         guiAddRevealButton(m_lineEdit);
     if (m_extras->list.getLength() != 0)
@@ -89,7 +90,7 @@ void guiHtmlControlEdit::equipArea()
     m_multiEdit->setMost(m_shape.maxLength);
     if (!m_extras)
         return;
-    m_multiEdit->setPlaceholderText(sstoq(m_extras->placeholder));
+    guiShowPlaceholder(m_multiEdit, sstoq(m_extras->placeholder));
     if (!m_extras->wraps)
         m_multiEdit->setLineWrapMode(QPlainTextEdit::NoWrap);
     if (!m_extras->isReadOnly)

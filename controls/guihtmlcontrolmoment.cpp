@@ -1,6 +1,7 @@
 // controls/guihtmlcontrolmoment.cpp: see guihtmlcontrolmoment.h.
 #include "controls/guihtmlcontrolmoment.h"
 
+#include "controls/guiplaceholder.h"
 #include "foundation/vela-qt.h"
 
 #include <QDate>
@@ -45,7 +46,7 @@ guiValueWidget* guiHtmlControlMoment::makeWidget(QWidget* parent)
 {
     auto* const field = new guiWidgetMoment(parent, m_shape);
     field->setReadOnly(m_isReadOnly);
-    field->setPlaceholderText(guiMomentFormat(m_shape.isDate).toLower());
+    guiShowPlaceholder(field, guiMomentFormat(m_shape.isDate).toLower());
     return field;
 }
 

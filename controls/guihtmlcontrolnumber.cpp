@@ -1,6 +1,7 @@
 // controls/guihtmlcontrolnumber.cpp: see guihtmlcontrolnumber.h.
 #include "controls/guihtmlcontrolnumber.h"
 
+#include "controls/guiplaceholder.h"
 #include "controls/guiwidgetnumber.h"
 #include "controls/guiwidgetslider.h"
 #include "foundation/vela-qt.h"
@@ -70,7 +71,7 @@ guiValueWidget* guiHtmlControlNumber::makeWidget(QWidget* parent)
         return new guiWidgetSlider(parent, m_shape.range);
     auto* const field = new guiWidgetNumber(parent, m_shape.range);
     field->setReadOnly(m_shape.isReadOnly);
-    field->edit()->setPlaceholderText(sstoq(m_shape.placeholder));
+    guiShowPlaceholder(field->edit(), sstoq(m_shape.placeholder));
     return field;
 }
 

@@ -1,34 +1,37 @@
 // controls/guihtmllabel-read.cpp: reads labels: text that stands for the control that `for` names, or for the first one
 // in the label.
-#include "controls/guihtmllabelkeys.h"
+#include "controls/guihtmlcontrol.h"
 #include "controls/guihtmlread.h"
+#include "page/guipageroot.h"
 
-#include <memory>
+#include <vector>
 
 namespace {
 
-/// The keys of the labels of one page.
+/// The keys of labels that name a control, which may come later in the page.
 class labelKeys : public guiReaderState
 {
 public:
-    void add(guiHtml* parent, char16_t letter, sstring const& target)
-    {
-        if (!m_keys) {
-            m_keys = std::make_unique<guiHtmlLabelKeys>();
-            m_parent = parent;
-        }
-        m_keys->addKey(letter, target);
-    }
+    void add(guiHtml* parent, char16_t letter, sstring const& name) { m_keys.push_back({parent, letter, name}); }
 
     void finish() override
     {
-        if (m_keys)
-            m_parent->append(m_keys.release());
+        for (labelKey const& each : m_keys) {
+            guiPageRoot* const page = each.parent->getBaseHtml();
+            guiHtml* const named = page ? page->getNamed(each.name) : nullptr;
+            if (auto* control = dynamic_cast<guiHtmlControl*>(named))
+                control->setLabelKey(each.letter);
+        }
     }
 
 private:
-    guiHtml* m_parent = nullptr; // of the first label; not owned, the page that is read
-    std::unique_ptr<guiHtmlLabelKeys> m_keys;
+    struct labelKey
+    {
+        guiHtml* parent; // not owned; of the page that is read
+        char16_t letter;
+        sstring name;
+    };
+    std::vector<labelKey> m_keys;
 };
 
 /// The first control among the children from an entry on, and below them.
@@ -53,6 +56,13 @@ sstring newBookmark()
     return sformat("#label%lu", ++count);
 }
 
+void bind(guiHtml* control, sstring const& bookmark, char16_t key)
+{
+    control->setString(kStringBookmark, bookmark);
+    if (auto* known = dynamic_cast<guiHtmlControl*>(control))
+        known->setLabelKey(key);
+}
+
 void pullLabel(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
     unsigned const first = parent->getChildCount();
@@ -61,11 +71,12 @@ void pullLabel(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     parser.setLabel(parent, target);
     parser.pullContent(parent, section);
     parser.setLabel(parent, sstring());
+    char16_t const key = parser.getLabelKey();
+    if (named.getLength() != 0 && key != 0)
+        parser.state<labelKeys>().add(parent, key, named);
     guiHtml* const control = named.getLength() != 0 ? nullptr : findControl(parent, first);
     if (control)
-        control->setString(kStringBookmark, target);
-    if (parser.getLabelKey() != 0)
-        parser.state<labelKeys>().add(parent, parser.getLabelKey(), target);
+        bind(control, target, key);
 }
 
 guiTag const kLabel("label", pullLabel, kTagNests);

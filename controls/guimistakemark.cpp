@@ -1,7 +1,6 @@
 // controls/guimistakemark.cpp: see guimistakemark.h.
 #include "controls/guimistakemark.h"
 
-#include "controls/guieventscope.h"
 #include "controls/guihtmlcontrol.h"
 #include "controls/guititle.h"
 #include "foundation/vela-qt.h"
@@ -38,6 +37,13 @@ guiMistakeMark::guiMistakeMark(QWidget* over, guiHtmlControl* control)
     hide();
 }
 
+/// Null when the widget is the control's no more.
+guiHtmlControl* guiMistakeMark::owner() const
+{
+    auto* const control = static_cast<guiHtmlControl*>(m_control.get());
+    return control && control->getChildWidget() == parentWidget() ? control : nullptr;
+}
+
 void guiMistakeMark::showMistake(sstring const& mistake)
 {
     QWidget* const over = parentWidget();
@@ -62,8 +68,8 @@ bool guiMistakeMark::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::Resize && isVisible()) {
         setGeometry(parentWidget()->rect());
     } else if (event->type() == QEvent::FocusOut && isForGood(static_cast<QFocusEvent*>(event)->reason())) {
-        guiEventScope scope;
-        m_control->showMistake();
+        if (guiHtmlControl* control = owner())
+            control->showMistake();
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "foundation/vela-string.h"
+#include "page/guinodewatch.h"
 
 #include <QWidget>
 
@@ -31,8 +32,10 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    guiHtmlControl* m_control; // not owned; lives as long as the widget is its own
-    QString m_tip;             // of the widget while nothing is wrong
+    guiHtmlControl* owner() const;
+
+    guiNodeWatch m_control; // may go before the widget, which the toolkit may still use
+    QString m_tip;          // of the widget while nothing is wrong
     bool m_isAwake = false;
 };
 
