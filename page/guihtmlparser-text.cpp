@@ -218,7 +218,10 @@ void guiHtmlParser::pullHyperlink(guiHtml* parent, mlSection* section)
     guiHtml* last = parent->getLastChild();
     if (bookmark.getLength() && last)
         last->setString(kStringBookmark, bookmark);
-    if (guiHtmlText* run = getLastIfText(parent))
+    if (guiHtmlText* run = getLastIfText(parent)) {
         run->editText() += "[[/a]]";
+        if (hasAttr(section, "title"))
+            run->addLinkTitle(m_link, pullData(section, "title"));
+    }
     m_link = "";
 }

@@ -3,7 +3,6 @@
 
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
-#include "page/guipageroot.h"
 #include "page/guiuserevent.h"
 
 #include <QWidget>
@@ -24,15 +23,23 @@ std::optional<sstring> targetIn(QStringView text, qsizetype at)
 
 bool isLabelAt(QStringView text, qsizetype at) { return text.mid(at).startsWith(QStringView(u"[[l ")); }
 
-} // namespace
-
-void guiActOnLabel(guiPageRoot* page, sstring const& target)
+/// Does what pressing a label does to its element, which is of that name, or behind a "#" of that bookmark. Runs
+/// script.
+void actOnLabel(guiHtml* page, sstring const& target)
 {
-    sstring name = target;
     bool const isBookmark = target.getLength() != 0 && target[0] == '#';
-    if (guiHtml* node = isBookmark ? page->getBookmarked(name) : page->getNamed(name))
+    if (guiHtml* node = isBookmark ? page->getBookmarked(target) : page->getNamed(target))
         node->onLabel();
 }
+
+guiHtml* topOf(guiHtml* node)
+{
+    while (node->getParent())
+        node = node->getParent();
+    return node;
+}
+
+} // namespace
 
 unsigned guiHtmlText::linkAt(int x, int y) const
 {
@@ -89,6 +96,25 @@ void guiHtmlText::onMouseDown(int, int)
     std::optional<sstring> const target = targetIn(mx.text.view(), mx.hoveredLink);
     if (target && isFollowed(mx.hoveredLink))
         onHyperlink(*target, nullptr);
-    else if (guiPageRoot* page = target ? getBaseHtml() : nullptr)
-        guiActOnLabel(page, *target);
+    else if (target)
+        actOnLabel(topOf(this), *target);
+}
+
+// The titles of a run are lines: a link, a tab, and its title. Few links have one.
+void guiHtmlText::addLinkTitle(sstring const& link, sstring const& title)
+{
+    setString(kStringTitle, getString(kStringTitle) + link + "\t" + qtoss(sstoq(title).replace(u'\n', u' ')) + "\n");
+}
+
+sstring guiHtmlText::getTitleAt(int x, int y) const
+{
+    unsigned const link = hasString(kStringTitle) ? linkAt(x, y) : kNoLink;
+    std::optional<sstring> const target = link != kNoLink ? targetIn(mx.text.view(), link) : std::nullopt;
+    if (!target)
+        return {};
+    QString const start = sstoq(*target) + u'\t';
+    for (QString const& line : sstoq(getString(kStringTitle)).split(u'\n'))
+        if (line.startsWith(start))
+            return qtoss(line.mid(start.size()));
+    return {};
 }

@@ -27,10 +27,6 @@ struct textParams
 /// The number of leading units of the text whose width does not exceed `width` pixels.
 int fitTextInBox(QString const& text, QFontMetrics const& metrics, int width);
 
-/// Does what pressing a label does to its element, which is of that name, or behind a "#" of that bookmark. Runs
-/// script.
-void guiActOnLabel(guiPageRoot* page, sstring const& target);
-
 /// A run of text. Codes between "[[" and "]]" switch its formatting.
 class guiHtmlText : public guiHtml
 {
@@ -71,6 +67,10 @@ public:
     /// The text with its codes.
     sstring getText() const { return mx.text.toString(); }
     sstring getRunText() const override { return getText(); }
+    /// The tip of a link, which is as it stands in its code, and of the link at a point relative to the run; "" without
+    /// one.
+    void addLinkTitle(sstring const& link, sstring const& title);
+    sstring getTitleAt(int x, int y) const;
     /// The text for the parser to append to.
     guiRunText& editText() { return mx.text; }
 

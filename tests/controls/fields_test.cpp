@@ -14,8 +14,10 @@
 #include "page/guihtmltext.h"
 #include "tests/controls/shownpage.h"
 
+#include <QApplication>
 #include <QCompleter>
 #include <QFocusEvent>
+#include <QLineEdit>
 #include <QShortcut>
 #include <QToolTip>
 
@@ -234,6 +236,8 @@ TEST(Labels, UnderlineTheirKeyAndGiveOneAmpersandForTwo)
     EXPECT_EQ(textAt(2), "[[l b]]Fish & chips[[/l]] & co");
     ASSERT_EQ(page.window.widget->findChildren<QShortcut*>().size(), 1);
     EXPECT_EQ(page.window.widget->findChild<QShortcut*>()->key(), QKeySequence(Qt::ALT | Qt::Key_N));
+    emit page.window.widget->findChild<QShortcut*>()->activated();
+    EXPECT_EQ(page.window.root.getFocus(), sstring("a"));
     page.window.root.destroyChildWidget();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(page.window.widget->findChildren<QShortcut*>().size(), 0);
@@ -277,4 +281,58 @@ TEST(Titles, AreTheTipsOfControlsAndOfTheInnermostElementAtAPoint)
     EXPECT_EQ(guiTitleAt(&page.window.root, {rect.left + 2, rect.top + 2}), sstring("outer"));
     EXPECT_EQ(guiTitleAt(&page.window.root, {rect.left + 2, rect.bottom() + 60}), sstring(""));
     EXPECT_EQ(guiTipOf("a <b>"), "<qt>a &lt;b&gt;</qt>");
+}
+
+TEST(Titles, OfLinksAreTheTipsOfTheirTextAlone)
+{
+    ShownPage page(
+        "plain <a href=one.html title=First>one</a> <a href=two.html>two</a> <a href=3.html title='a b'>3</a>");
+    auto* run = static_cast<guiHtmlText*>(page.window.root.getChild(0));
+    ASSERT_EQ(run->mx.hotspots.size(), 3u);
+    auto titleOf = [&](int x) {
+        return std::string(guiTitleAt(&page.window.root, {run->m.rect.left + x, run->m.rect.top + 5}).c_str());
+    };
+    EXPECT_EQ(titleOf(run->mx.hotspots[0].left + 1), "First");
+    EXPECT_EQ(titleOf(run->mx.hotspots[1].left + 1), "");
+    EXPECT_EQ(titleOf(run->mx.hotspots[2].left + 1), "a b");
+    EXPECT_EQ(titleOf(6), "");
+}
+
+TEST(Fieldsets, AreGroupBoxesWithTheirLegendAsTitle)
+{
+    ShownPage page(
+        "<fieldset name=a><legend>Your &amp; mine</legend><input type=text name=t></fieldset>"
+        "<fieldset name=b border=4 cellpadding=3 disabled><input type=text name=u></fieldset><legend>text</legend>");
+    EXPECT_EQ(page.node("a")->getString(kStringCaption), sstring("Your & mine"));
+    EXPECT_EQ(page.node("a")->m.border, 2);
+    EXPECT_EQ(page.node("a")->m.space, 8);
+    EXPECT_EQ(page.node("b")->getString(kStringCaption), sstring(kEmptyGroupBox));
+    EXPECT_EQ(page.node("b")->m.border, 4);
+    EXPECT_EQ(page.node("b")->m.space, 3);
+    EXPECT_TRUE(page.node("t")->getChildWidget()->isEnabled());
+    EXPECT_FALSE(page.node("u")->getChildWidget()->isEnabled());
+    EXPECT_EQ(page.window.root.getLastChild()->getRunText(), sstring("text"));
+    EXPECT_LT(page.node("a")->m.rect.bottom(), page.node("b")->m.rect.top + 1);
+}
+
+TEST(Placeholders, ArePaleOnAnyGround)
+{
+    QPalette const before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::Base, Qt::black);
+    dark.setColor(QPalette::PlaceholderText, QColor(0, 0, 0, 128));
+    for (QPalette const& palette : {before, dark}) {
+        QApplication::setPalette(palette);
+        ShownPage page("<input type=text name=t placeholder=x><textarea name=a placeholder=x></textarea>"
+                       "<input type=number name=n placeholder=x><input type=date name=d>");
+        for (char const* name : {"t", "a", "n", "d"}) {
+            QWidget* widget = page.node(name)->getChildWidget();
+            if (QWidget* edit = widget->findChild<QLineEdit*>())
+                widget = edit;
+            int const text = widget->palette().color(QPalette::Text).lightness();
+            EXPECT_NEAR(widget->palette().color(QPalette::PlaceholderText).lightness(), text, 64) << name;
+        }
+    }
+    QApplication::setPalette(before);
 }
