@@ -32,7 +32,7 @@ bool pullWrap(guiHtmlParser& parser, mlSection* section)
     sstring const wrap = guiHtmlParser::pullAttr(section, "wrap");
     bool const isOff = guiIsWord(wrap, "off");
     if (wrap.getLength() != 0 && !isOff && !guiIsWord(wrap, "soft"))
-        parser.mistakes().addUnknownWord(section, "wrap", {"off", "soft"});
+        guiTellWrongValue(parser, section, "wrap", "is neither off nor soft");
     return !isOff;
 }
 

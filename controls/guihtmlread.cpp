@@ -74,10 +74,19 @@ void pullRules(guiHtmlParser& parser, guiHtmlControl* control, mlSection* sectio
     rules->hint = control->getString(kStringTitle);
     if (pattern.getLength() != 0)
         rules->pattern = wholePattern(pattern);
-    if (pattern.getLength() != 0 && !rules->pattern && parser.mistakes().mayAdd())
-        parser.mistakes().add("pattern=\"" + std::string(velaPrintable(pattern).c_str()) + "\" is no pattern",
-                              section->getLine());
+    if (pattern.getLength() != 0 && !rules->pattern)
+        guiTellWrongValue(parser, section, "pattern", "is no pattern");
     control->setRules(rules);
+}
+
+void guiTellWrongValue(guiHtmlParser& parser, mlSection* section, char const* name, char const* what)
+{
+    if (!parser.mistakes().mayAdd())
+        return;
+    std::string message("tarn: ");
+    message.append(name).append("=\"").append(velaPrintable(guiHtmlParser::pullAttr(section, name)));
+    message.append("\" of <").append(velaPrintable(section->getName())).append("> ").append(what).append(" (warning)");
+    parser.mistakes().add(message, section->getLine());
 }
 
 bool guiHasValue(mlSection* section, char const* name)

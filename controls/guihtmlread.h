@@ -43,6 +43,9 @@ Control* pullControl(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 /// Reads what the page asks of the value: `required`, `pattern`.
 void pullRules(guiHtmlParser& parser, guiHtmlControl* control, mlSection* section);
 
+/// Tells the page's author that an attribute's value is of no use: `what` says why, as in "is no pattern".
+void guiTellWrongValue(guiHtmlParser& parser, mlSection* section, char const* name, char const* what);
+
 /// Whether the attribute is there and its value is not empty. An attribute without a value reads as "1".
 bool guiHasValue(mlSection* section, char const* name);
 /// A number of columns or rows; `otherwise` when it is missing or zero.
