@@ -33,7 +33,9 @@ bool guiFormProperty::read() { return m_form && m_service->readProperty(m_form, 
 bool guiFormProperty::isString() const { return m_value && m_value->isString(); }
 bool guiFormProperty::isNull() const { return m_value && m_value->isNull(); }
 bool guiFormProperty::isTrue() const { return m_value && m_value->isBool() && m_value->toBool(0); }
-bool guiFormProperty::hasBooleans() const { return m_form && m_form->getEngine()->hasFormBooleans() != 0; }
+bool guiFormProperty::hasTypes() const { return m_form && m_form->getEngine()->hasFormBooleans() != 0; }
+bool guiFormProperty::isNumber() const { return m_value && m_value->isNumber(); }
+double guiFormProperty::number() const { return m_value ? m_value->toNumber(0) : 0; }
 sstring guiFormProperty::text() const { return m_value ? m_value->toString(0) : sstring(); }
 
 void guiFormProperty::write(sstring const& text)
@@ -60,6 +62,15 @@ void guiFormProperty::writeBool(bool on)
     if (!m_form)
         return;
     m_value->setBool(on);
+    m_service->writeProperty(m_form, m_name, m_value);
+}
+
+void guiFormProperty::writeNumber(double number)
+{
+    assert(!m_form == !m_value);
+    if (!m_form)
+        return;
+    m_value->setNumber(number);
     m_service->writeProperty(m_form, m_name, m_value);
 }
 

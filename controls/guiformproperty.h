@@ -20,19 +20,22 @@ public:
     guiFormProperty(guiFormProperty const&) = delete;
     guiFormProperty& operator=(guiFormProperty const&) = delete;
 
-    /// Whether this form holds booleans for check boxes without a value.
-    bool hasBooleans() const;
+    /// Whether this form holds booleans for check boxes without a value, and numbers for controls of numbers.
+    bool hasTypes() const;
     /// Reads the property; false when the form has none of this name.
     bool read();
     /// What was read.
     bool isString() const;
     bool isNull() const;
+    bool isNumber() const;
+    double number() const;
     bool isTrue() const; // the boolean
     sstring text() const;
 
     void write(sstring const& text);
     void writeNull();
     void writeBool(bool on);
+    void writeNumber(double number);
     void erase();
 
 private:

@@ -4,6 +4,8 @@
 #include "controls/guiclipper.h"
 #include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
+#include "controls/guimistakemark.h"
+#include "controls/guititle.h"
 #include "controls/guiwidget.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
@@ -15,6 +17,7 @@
 #include "page/guiuserevent.h"
 
 #include <QAbstractScrollArea>
+#include <QShortcut>
 #include <QWidget>
 #include <algorithm>
 #include <cassert>
@@ -152,11 +155,40 @@ void guiHtmlControl::finishWidget(QWidget* widget)
     if (widget->font() != font)
         widget->setFont(font);
     widget->setEnabled(m.enabled);
+    if (hasString(kStringTitle))
+        widget->setToolTip(guiTipOf(getString(kStringTitle)));
+    if (hasRules())
+        m_mark = new guiMistakeMark(widget, this);
+    if (m_content.labelKey != 0)
+        listenToLabelKey(widget);
     placeInClip(widget);
     widget->installEventFilter(getWindow());
     if (auto* area = qobject_cast<QAbstractScrollArea*>(widget))
         area->viewport()->installEventFilter(getWindow()); // which gets what the pointer does
     widget->show();
+}
+
+// The key belongs to the window, since a control that is out of view hears none. Of controls with one key each press
+// takes the next.
+void guiHtmlControl::listenToLabelKey(QWidget* widget)
+{
+    auto* const key = new QShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(m_content.labelKey)), getWindow());
+    auto const act = [widget, window = getWindow()] {
+        guiEventScope scope;
+        guiHtml* const node = window->htmlBase ? window->htmlBase->findWidget(widget) : nullptr;
+        if (node)
+            node->onLabel();
+    };
+    QObject::connect(widget, &QObject::destroyed, key, &QObject::deleteLater);
+    QObject::connect(key, &QShortcut::activated, widget, act);
+    QObject::connect(key, &QShortcut::activatedAmbiguously, widget, act);
+}
+
+void guiHtmlControl::onLabel()
+{
+    QWidget* const widget = getChildWidget();
+    if (widget && widget->isEnabled() && widget->focusPolicy() != Qt::NoFocus)
+        widget->setFocus(Qt::ShortcutFocusReason);
 }
 
 int guiHtmlControl::textWidth(sstring const& text)

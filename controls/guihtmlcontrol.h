@@ -2,11 +2,23 @@
 // widget of which only the part is shown that lies in the visible part of the page.
 #pragma once
 
+#include "foundation/vela-regexp.h"
 #include "page/guihtml.h"
 
+#include <QPointer>
 #include <cstdint>
+#include <memory>
 
+class guiMistakeMark;
 class guiWidget;
+
+/// What a page may ask of any value.
+struct guiFieldRules
+{
+    bool isRequired = false;
+    std::unique_ptr<Expr const> pattern; ///< of the whole value; null: any
+    sstring hint;                        ///< what the pattern means, in the page's words
+};
 
 /// A control: a node with a value or caption and a link that is followed when the user works with it. Its widget exists
 /// while the page is shown. GUI thread.
@@ -23,6 +35,7 @@ public:
         kControlHidden = 3,
         kControlFlex = 4,
         kControlMenu = 5,
+        kControlValue = 6,
     };
 
     explicit guiHtmlControl(guiHtml* parent = nullptr) : guiHtml(parent) {}
@@ -54,6 +67,22 @@ public:
     sstring getAction() const { return m_content.action; }
     void setAction(sstring const& link) { m_content.action = link; }
 
+    /// Gives the control the focus, as far as it takes it.
+    void onLabel() override;
+    /// Alt and this letter, in upper case, do what a click on the label does. Before there is a widget.
+    void setLabelKey(char16_t letter) { m_content.labelKey = letter; }
+
+    // ---- What the page asks of the value (guihtmlcontrol-check.cpp) ----
+
+    /// From now on the value has to obey these; shared with copies of the node. Null: anything is right.
+    void setRules(std::shared_ptr<guiFieldRules const> const& rules) { m_content.rules = rules; }
+    /// What is wrong with the value, in words for the user; "" when nothing is, or when the user could not change it.
+    sstring getMistake();
+    /// The user has been here, or wants to send the form: shows what is wrong, now and while it is wrong.
+    void showMistake();
+    /// The control gets the focus and says in a tip what is wrong.
+    void pointOutMistake();
+
     /// The GuiControl object, made on the first call; null for a page without script. GUI thread or script thread. The
     /// GUI thread waits for script meanwhile, and the control may be gone afterwards.
     ScriptObject* getCustomObject() override;
@@ -61,6 +90,14 @@ public:
     void buildCustomObject_script() override;
 
 protected:
+    /// Whether there is no value at all.
+    virtual bool isBlank() { return getText().getLength() == 0; }
+    /// Whether a value may be wrong.
+    virtual bool hasRules() const { return m_content.rules != nullptr; }
+    /// What is wrong with the value; "" when nothing is.
+    virtual sstring findMistake();
+    /// To be called when the value has changed: what is shown as wrong may be right now, or the other way round.
+    void recheck();
     /// Adds the methods that only this class of control has. Script thread.
     virtual void addScriptMethods(ScriptObject*) {}
     /// The parent of the control's widget, made on the first call: it clips the widget to the visible part of the page.
@@ -91,14 +128,18 @@ protected:
     {
         sstring text;   // the value or caption
         sstring action; // the link
+        std::shared_ptr<guiFieldRules const> rules;
+        char16_t labelKey = 0; // 0: none
     };
 
     content m_content;
 
 private:
     guiWidget* getWindow();
+    void listenToLabelKey(QWidget* widget);
 
     QWidget* m_clipWidget = nullptr; // owned
     int m_clipOffsetX = 0;           // where the visible part starts, relative to the control's rectangle, pixels
     int m_clipOffsetY = 0;           //
+    QPointer<guiMistakeMark> m_mark; // belongs to the control's widget
 };

@@ -23,6 +23,9 @@ void pullInputButton(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     sstring action = guiHtmlParser::pullAttr(section, "onclick");
     button->setAction(action.getLength() ? action : guiHtmlParser::pullAttr(section, "onchange"));
     button->init(buttonType(guiHtmlParser::pullAttr(section, "type")), guiHasValue(section, "checked"));
+    button->setChecksForm(!guiHtmlParser::hasAttr(section, "novalidate"));
+    if (button->isCheckable())
+        pullRules(parser, button, section);
 }
 
 guiInputType const kButton("button", pullInputButton);

@@ -3,7 +3,6 @@
 
 #include "controls/guieventscope.h"
 #include "controls/guiformproperty.h"
-#include "controls/guihtmlform.h"
 #include "controls/guiscriptmethod.h"
 #include "controls/guiwidgetcheckbox.h"
 #include "controls/guiwidgetpushbutton.h"
@@ -16,13 +15,6 @@
 #include <cassert>
 
 namespace {
-
-guiHtmlForm* formAround(guiHtml* node)
-{
-    while (node && node->getType() != guiHtml::kTypeForm)
-        node = node->getParent();
-    return static_cast<guiHtmlForm*>(node);
-}
 
 /// Paints the surroundings of the indicator: in the node's colour, or not at all, so that the page shows through.
 void setBackground(QWidget* widget, guiHtml const* node)
@@ -76,6 +68,7 @@ void guiHtmlControlButton::setChecked(int checked)
     if (m_radioButton)
         m_radioButton->setChecked(wanted);
     isChecked();
+    recheckAll();
 }
 
 int guiHtmlControlButton::getPreferredWidth()
@@ -198,7 +191,7 @@ void guiHtmlControlButton::readFormProperty(ScriptObject* form)
 /// Whether the form has a boolean for this control: a check box to which the page gives no value.
 bool guiHtmlControlButton::isBoolean(guiFormProperty const& property) const
 {
-    return m_state.type == kButtonCheckBox && m_content.text.getLength() == 0 && property.hasBooleans();
+    return m_state.type == kButtonCheckBox && m_content.text.getLength() == 0 && property.hasTypes();
 }
 
 // The checked radio button of a group writes the property that they all share; the others must not overwrite it. Where
@@ -212,7 +205,7 @@ void guiHtmlControlButton::writeFormProperty(ScriptObject* form)
         value.writeBool(isChecked() != 0);
     else if (isChecked())
         value.write(m_content.text);
-    else if (m_state.type == kButtonCheckBox || (value.hasBooleans() && !value.read()))
+    else if (m_state.type == kButtonCheckBox || (value.hasTypes() && !value.read()))
         value.writeNull();
 }
 
@@ -271,15 +264,4 @@ void guiHtmlControlButton::triggerNow()
 {
     if (isEnabled())
         onClick();
-}
-
-// A reset button without a link does nothing: there is no built-in reset.
-void guiHtmlControlButton::onClick()
-{
-    assertOnGuiThread();
-    sstring link = m_content.action;
-    if (link.getLength() == 0 && m_state.type == kButtonSubmit)
-        if (guiHtmlForm* form = formAround(getParent()))
-            link = form->getAction();
-    followLink(link);
 }

@@ -1,4 +1,5 @@
-// controls/guihtmlcontrolbutton.h: push buttons, check boxes and radio buttons.
+// controls/guihtmlcontrolbutton.h: push buttons, check boxes and radio buttons. guihtmlcontrolbutton-press.cpp has what
+// pressing them does.
 #pragma once
 
 #include "controls/guihtmlcontrol.h"
@@ -37,6 +38,8 @@ public:
     bool isCheckable() const { return m_state.type == kButtonCheckBox || m_state.type == kButtonRadio; }
     /// The state before any widget exists: what the parser sets.
     void init(guiButtonType type, bool checked);
+    /// A submit button follows its link only when the values of the form are right, or in any case.
+    void setChecksForm(bool checks) { m_state.checksForm = checks; }
     /// 1 or 0, as the widget says if there is one.
     int isChecked();
     /// While it has a widget, the checked radio button of a group cannot be unchecked.
@@ -60,8 +63,13 @@ public:
     bool isEnterControl();
     /// Does nothing while the control is disabled.
     void triggerNow() override;
+    /// Also checks a box or a radio button, as a click on it does.
+    void onLabel() override;
 
 protected:
+    /// A box that is off; a radio button of a group in which none is on.
+    bool isBlank() override;
+    sstring findMistake() override;
     void addScriptMethods(ScriptObject* object) override;
 
 private:
@@ -70,10 +78,12 @@ private:
     {
         guiButtonType type = kButtonPlain;
         int checked = 0; // as of the last question to the widget
+        bool checksForm = true;
     };
 
     bool isBoolean(guiFormProperty const& property) const;
     bool hasOneWidgetAtMost() const;
+    void recheckAll();
     void createPushButton();
     void createCheckBox();
     void createRadioButton();

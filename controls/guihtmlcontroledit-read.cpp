@@ -11,6 +11,8 @@ guiEditType editType(mlSection* section)
     sstring const type = guiHtmlParser::pullAttr(section, "type");
     if (guiIsWord(type, "password"))
         return kEditPassword;
+    if (guiIsWord(type, "search"))
+        return kEditSearch;
     return guiIsWord(type, "file") ? kEditFile : kEditText;
 }
 
@@ -25,6 +27,26 @@ sstring areaText(guiHtmlParser& parser, mlSection* section, int rows)
     return qtoss(rows == 1 ? text.replace(u'\n', u' ') : text);
 }
 
+bool pullWrap(guiHtmlParser& parser, mlSection* section)
+{
+    sstring const wrap = guiHtmlParser::pullAttr(section, "wrap");
+    bool const isOff = guiIsWord(wrap, "off");
+    if (wrap.getLength() != 0 && !isOff && !guiIsWord(wrap, "soft"))
+        guiTellWrongValue(parser, section, "wrap", "is neither off nor soft");
+    return !isOff;
+}
+
+guiHtmlControlEdit::fieldExtras pullExtras(guiHtmlParser& parser, mlSection* section)
+{
+    guiHtmlControlEdit::fieldExtras extras;
+    extras.placeholder = guiHtmlParser::pullData(section, "placeholder");
+    extras.list = guiHtmlParser::pullAttr(section, "list");
+    extras.isReadOnly = guiHtmlParser::hasAttr(section, "readonly");
+    extras.canReveal = guiHtmlParser::hasAttr(section, "reveal");
+    extras.wraps = pullWrap(parser, section);
+    return extras;
+}
+
 /// Makes a field with the given text; `columns` is the name of the attribute for its width in characters.
 void pullEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section, sstring const& text, char const* columns,
               int rows)
@@ -35,6 +57,8 @@ void pullEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section, sstrin
     edit->init({editType(section),
                 guiCountOrDefault(guiHtmlParser::pullAttr(section, columns), guiHtmlControlEdit::kDefaultSize),
                 guiToNumber(guiHtmlParser::pullAttr(section, "maxlength")), rows});
+    edit->setExtras(pullExtras(parser, section));
+    pullRules(parser, edit, section);
 }
 
 void pullInputEdit(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
@@ -51,6 +75,7 @@ void pullInputEditField(guiHtmlParser& parser, guiHtml* parent, mlSection* secti
 guiInputType const kText("text", pullInputEdit);
 guiInputType const kPassword("password", pullInputEdit);
 guiInputType const kFile("file", pullInputEdit);
+guiInputType const kSearch("search", pullInputEdit);
 guiTag const kTextArea("textarea", pullInputEditField);
 
 } // namespace

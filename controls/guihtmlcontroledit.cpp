@@ -8,17 +8,31 @@
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
 
-#include <cassert>
-
 guiHtmlControlEdit::~guiHtmlControlEdit() { destroyWidgets(); }
 
 guiHtml& guiHtmlControlEdit::operator=(guiHtml& other)
 {
     guiHtmlControl::operator=(other);
-    if (auto* edit = dynamic_cast<guiHtmlControlEdit*>(&other))
+    if (auto* edit = dynamic_cast<guiHtmlControlEdit*>(&other)) {
         m_shape = edit->m_shape;
+        m_extras = edit->m_extras;
+    }
     return *this;
 }
+
+guiHtmlControlEdit::fieldExtras const& guiHtmlControlEdit::extras() const
+{
+    static auto const& none = *new fieldExtras;
+    return m_extras ? *m_extras : none;
+}
+
+void guiHtmlControlEdit::setExtras(fieldExtras const& extras)
+{
+    m_extras = extras == fieldExtras() ? nullptr : std::make_shared<fieldExtras>(extras);
+}
+
+/// The user could not mend what can only be read.
+sstring guiHtmlControlEdit::findMistake() { return extras().isReadOnly ? sstring() : guiHtmlControl::findMistake(); }
 
 guiHtml* guiHtmlControlEdit::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
@@ -46,6 +60,7 @@ bool guiHtmlControlEdit::changeText(sstring const& text)
         return false;
     m_content.text = text;
     showText();
+    recheck();
     return true;
 }
 
@@ -86,62 +101,6 @@ int guiHtmlControlEdit::getHeightEstimate(unsigned long)
     return hasWindow() ? clampLength(std::int64_t{m_shape.rows} * lineSpacing() + kAroundText) : 0;
 }
 
-QWidget* guiHtmlControlEdit::getChildWidget()
-{
-    assert(!m_lineEdit || !m_multiEdit);
-    if (m_lineEdit)
-        return m_lineEdit;
-    return m_multiEdit;
-}
-
-void guiHtmlControlEdit::createChildWidget()
-{
-    if (getChildWidget() || m_shape.rows < 1 || !hasWindow())
-        return;
-    assertOnGuiThread();
-    dirtyTabOrder();
-    if (m_shape.rows == 1)
-        createLineEdit();
-    else
-        createMultiEdit();
-}
-
-// The owner is bound last, because setting the first text is not a change to report.
-void guiHtmlControlEdit::createLineEdit()
-{
-    m_lineEdit = new guiWidgetLineEdit(getClipWidget());
-    if (m_shape.type == kEditPassword)
-        m_lineEdit->setEchoMode(QLineEdit::Password);
-    m_lineEdit->setText(sstoq(m_content.text));
-    m_lineEdit->owner = this;
-    finishWidget(m_lineEdit);
-}
-
-void guiHtmlControlEdit::createMultiEdit()
-{
-    m_multiEdit = new guiWidgetMultiEdit(getClipWidget());
-    m_multiEdit->setPlainText(sstoq(m_content.text));
-    m_multiEdit->owner = this;
-    finishWidget(m_multiEdit);
-}
-
-void guiHtmlControlEdit::destroyChildWidget()
-{
-    guiHtmlControl::destroyChildWidget();
-    destroyWidgets();
-}
-
-void guiHtmlControlEdit::destroyWidgets()
-{
-    if (getChildWidget())
-        dirtyTabOrder();
-    assert(guiIsBoundTo(m_lineEdit, this));
-    assert(guiIsBoundTo(m_multiEdit, this));
-    guiDestroyWrapper(m_lineEdit);
-    guiDestroyWrapper(m_multiEdit);
-    onDestroyChildWidget();
-}
-
 bool guiHtmlControlEdit::takesFormValue(ScriptValue& value) const { return guiTakesText(value); }
 
 void guiHtmlControlEdit::readFormProperty(ScriptObject* form)
@@ -157,6 +116,7 @@ void guiHtmlControlEdit::eraseFormProperty(ScriptObject* form) { guiFormProperty
 void guiHtmlControlEdit::onChange(sstring const& text)
 {
     assertOnGuiThread();
+    recheck();
     if (m_content.action.getLength() == 0)
         return;
     m_content.text = text;

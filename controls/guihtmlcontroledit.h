@@ -1,4 +1,5 @@
-// controls/guihtmlcontroledit.h: text, password and file fields, and text areas.
+// controls/guihtmlcontroledit.h: text, password, search and file fields, and text areas. guihtmlcontroledit-widget.cpp
+// makes their widgets.
 #pragma once
 
 #include "controls/guihtmlcontrol.h"
@@ -11,6 +12,7 @@ enum guiEditType : int
     kEditText = 0,
     kEditPassword = 1,
     kEditFile = 2,
+    kEditSearch = 3,
 };
 
 /// A text field of one line (`rows` 1) or of several; one with less than one row is not shown. GUI thread.
@@ -25,8 +27,19 @@ public:
     {
         guiEditType type = kEditText;
         int size = kDefaultSize; ///< visible width in characters
-        int maxLength = 0;       ///< stored, never applied
+        int maxLength = 0;       ///< characters that the user may put in; 0 or less: any number
         int rows = 1;            ///< visible lines
+    };
+
+    /// What few fields have.
+    struct fieldExtras
+    {
+        sstring placeholder; ///< shown while the field is empty
+        sstring list;        ///< name of the list of what can be completed to
+        bool isReadOnly = false;
+        bool canReveal = false; ///< a password
+        bool wraps = true;      ///< a text area
+        bool operator==(fieldExtras const&) const = default;
     };
 
     explicit guiHtmlControlEdit(guiHtml* parent = nullptr) : guiHtmlControl(parent) {}
@@ -39,6 +52,7 @@ public:
 
     fieldShape const& getShape() const { return m_shape; }
     void init(fieldShape const& shape) { m_shape = shape; }
+    void setExtras(fieldExtras const& extras);
 
     /// Changes the text in place, so that the focus, the place of the cursor and what can be undone stay; the link is
     /// not followed. Always 1.
@@ -63,7 +77,14 @@ public:
     /// The user changed the text: if there is a link, the node stores the text and follows the link.
     virtual void onChange(sstring const& text);
 
+protected:
+    sstring findMistake() override;
+
 private:
+    fieldExtras const& extras() const;
+    void equipLine();
+    void equipArea();
+    void addCompletion();
     void createLineEdit();
     void createMultiEdit();
     void destroyWidgets();
@@ -71,6 +92,7 @@ private:
     void showText();
 
     fieldShape m_shape;
-    guiWidgetLineEdit* m_lineEdit = nullptr;   // owned, for one row
-    guiWidgetMultiEdit* m_multiEdit = nullptr; // owned, for several
+    std::shared_ptr<fieldExtras const> m_extras; // null: none
+    guiWidgetLineEdit* m_lineEdit = nullptr;     // owned, for one row
+    guiWidgetMultiEdit* m_multiEdit = nullptr;   // owned, for several
 };

@@ -2,7 +2,10 @@
 // reader.
 #include "controls/guihtmlread.h"
 
+#include "controls/guihtmlcontrol.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-mlparser.h"
+#include "foundation/vela-qt.h"
 #include "page/guinumbers.h"
 
 #include <algorithm>
@@ -42,6 +45,48 @@ void pullControl(guiHtmlParser& parser, guiHtml* parent, std::unique_ptr<guiHtml
     guiHtmlParser::pullTabIndex(control, section);
     if (guiHtmlParser::hasAttr(section, "disabled"))
         control->setEnabled(0);
+}
+
+namespace {
+
+/// The pattern for the whole of a text, null when it is invalid. "^" and "$" around it change nothing.
+std::unique_ptr<Expr const> wholePattern(sstring const& pattern)
+{
+    QString text = sstoq(pattern);
+    if (text.startsWith(u'^'))
+        text.remove(0, 1);
+    if (text.endsWith(u'$') && !text.endsWith(QLatin1String("\\$")))
+        text.chop(1);
+    auto whole = std::make_unique<Expr>(qtoss(u'^' + (text == u"*" ? QStringLiteral(".*") : text) + u'$'));
+    return whole->Compile() ? std::move(whole) : nullptr;
+}
+
+} // namespace
+
+void pullRules(guiHtmlParser& parser, guiHtmlControl* control, mlSection* section)
+{
+    sstring const pattern = guiHtmlParser::pullAttr(section, "pattern", "");
+    bool const isRequired = guiHtmlParser::hasAttr(section, "required");
+    if (!isRequired && pattern.getLength() == 0)
+        return;
+    auto rules = std::make_shared<guiFieldRules>();
+    rules->isRequired = isRequired;
+    rules->hint = control->getString(kStringTitle);
+    if (pattern.getLength() != 0)
+        rules->pattern = wholePattern(pattern);
+    if (pattern.getLength() != 0 && !rules->pattern)
+        guiTellWrongValue(parser, section, "pattern", "is no pattern");
+    control->setRules(rules);
+}
+
+void guiTellWrongValue(guiHtmlParser& parser, mlSection* section, char const* name, char const* what)
+{
+    if (!parser.mistakes().mayAdd())
+        return;
+    std::string message("tarn: ");
+    message.append(name).append("=\"").append(velaPrintable(guiHtmlParser::pullAttr(section, name)));
+    message.append("\" of <").append(velaPrintable(section->getName())).append("> ").append(what).append(" (warning)");
+    parser.mistakes().add(message, section->getLine());
 }
 
 bool guiHasValue(mlSection* section, char const* name)

@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+class guiHtmlControl;
+
 /// The readers of `input` by the value of `type`, and those of `object` by `classid`.
 guiTagTable& guiInputTypes();
 guiTagTable& guiObjectClasses();
@@ -37,6 +39,12 @@ Control* pullControl(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     pullControl(parser, parent, std::move(control), section);
     return made;
 }
+
+/// Reads what the page asks of the value: `required`, `pattern`.
+void pullRules(guiHtmlParser& parser, guiHtmlControl* control, mlSection* section);
+
+/// Tells the page's author that an attribute's value is of no use: `what` says why, as in "is no pattern".
+void guiTellWrongValue(guiHtmlParser& parser, mlSection* section, char const* name, char const* what);
 
 /// Whether the attribute is there and its value is not empty. An attribute without a value reads as "1".
 bool guiHasValue(mlSection* section, char const* name);

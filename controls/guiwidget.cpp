@@ -10,6 +10,7 @@
 #include "controls/guihtmlcustom.h"
 #include "controls/guiscrollkeys.h"
 #include "controls/guitabstops.h"
+#include "controls/guititle.h"
 #include "controls/guiwidgetscrollbar.h"
 #include "foundation/vela-qt.h"
 #include "page/guichildspan.h"
@@ -493,11 +494,12 @@ bool guiWidget::showTip(QHelpEvent const& event)
     int x = event.pos().x();
     int y = event.pos().y();
     guiHtmlCustom* element = livePage() ? asElement(livePage()->hitTest(&x, &y)) : nullptr;
-    sstring const tip = element ? element->getTip() : sstring();
+    sstring tip = element ? element->getTip() : sstring();
+    if (tip.getLength() == 0 && livePage())
+        tip = guiTitleAt(livePage(), event.pos());
     if (tip.getLength() == 0)
         return false;
-    QToolTip::showText(event.globalPos(), QStringLiteral("<qt>") + sstoq(tip).toHtmlEscaped() + QStringLiteral("</qt>"),
-                       this);
+    QToolTip::showText(event.globalPos(), guiTipOf(tip), this);
     return true;
 }
 

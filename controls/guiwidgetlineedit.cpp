@@ -3,9 +3,12 @@
 
 #include "controls/guieventscope.h"
 #include "controls/guihtmlcontroledit.h"
+#include "controls/guitextlimit.h"
 #include "controls/guiwidget.h"
 #include "foundation/vela-qt.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QKeyEvent>
 
 guiWidgetLineEdit::guiWidgetLineEdit(QWidget* parent) : QLineEdit(parent)
@@ -18,10 +21,31 @@ guiWidgetLineEdit::guiWidgetLineEdit(QWidget* parent) : QLineEdit(parent)
 void guiWidgetLineEdit::replaceText(QString const& text)
 {
     int const cursor = cursorPosition();
+    if (m_limit)
+        m_limit->accept(text);
     selectAll();
     insert(text);
     setCursorPosition(cursor); // which the toolkit limits
 }
+
+void guiWidgetLineEdit::setMost(int characters)
+{
+    if (characters <= 0)
+        return;
+    m_limit = new guiTextLimit(this, characters);
+    m_limit->accept(text());
+    setValidator(m_limit);
+}
+
+void guiWidgetLineEdit::complete(QStringList const& options)
+{
+    auto* const completion = new QCompleter(options, this);
+    completion->setCaseSensitivity(Qt::CaseInsensitive);
+    completion->setFilterMode(Qt::MatchContains);
+    setCompleter(completion);
+}
+
+bool guiWidgetLineEdit::isCompleting() const { return completer() && completer()->popup()->isVisible(); }
 
 void guiWidgetLineEdit::onChange(QString const& text)
 {
@@ -33,7 +57,10 @@ void guiWidgetLineEdit::onChange(QString const& text)
 void guiWidgetLineEdit::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
-    if (guiHandleKey(owner, event->key(), true))
+    bool const ends = event->key() == Qt::Key_Escape || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (ends && isCompleting())
+        event->ignore(); // the key is for the list that is offered
+    else if (guiHandleKey(owner, event->key(), true))
         event->accept();
     else
         QLineEdit::keyPressEvent(event);

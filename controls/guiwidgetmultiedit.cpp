@@ -4,9 +4,12 @@
 #include "controls/guieventscope.h"
 #include "controls/guiframe.h"
 #include "controls/guihtmlcontroledit.h"
+#include "controls/guitextlimit.h"
 #include "foundation/vela-qt.h"
 
-#include <QEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMimeData>
 #include <QStyle>
 #include <QTextCursor>
 #include <algorithm>
@@ -40,6 +43,47 @@ void guiWidgetMultiEdit::onChange()
     QString const text = toPlainText();
     if (std::exchange(m_lastText, text) != text && owner)
         owner->onChange(qtoss(text));
+}
+
+/// What of the typed text may take the place of the selection.
+QString guiWidgetMultiEdit::fitting(QString const& typed) const
+{
+    if (m_most <= 0)
+        return typed;
+    QString const text = toPlainText();
+    QTextCursor const cursor = textCursor();
+    QString const before = text.left(cursor.selectionStart());
+    QString const after = text.mid(cursor.selectionEnd());
+    return guiFitting(before, typed, after, std::max<qsizetype>(m_most, guiCharactersIn(text)));
+}
+
+void guiWidgetMultiEdit::keyPressEvent(QKeyEvent* event)
+{
+    bool const isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    QString const typed = isReturn ? QStringLiteral("\n") : event->text();
+    bool const isTyped = isReturn || (!typed.isEmpty() && typed.at(0).isPrint());
+    if (isTyped && fitting(typed).isEmpty())
+        event->accept();
+    else
+        QPlainTextEdit::keyPressEvent(event);
+}
+
+void guiWidgetMultiEdit::inputMethodEvent(QInputMethodEvent* event)
+{
+    if (QString const typed = event->commitString(); !typed.isEmpty())
+        event->setCommitString(fitting(typed), event->replacementStart(), event->replacementLength());
+    QPlainTextEdit::inputMethodEvent(event);
+}
+
+void guiWidgetMultiEdit::insertFromMimeData(QMimeData const* source)
+{
+    if (m_most <= 0 || !source->hasText()) {
+        QPlainTextEdit::insertFromMimeData(source);
+        return;
+    }
+    QMimeData fits;
+    fits.setText(fitting(source->text()));
+    QPlainTextEdit::insertFromMimeData(&fits);
 }
 
 /// A scroll bar that leaves no width for the text makes the editor discard how its lines wrap, which removes the bar,

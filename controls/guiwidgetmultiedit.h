@@ -17,6 +17,9 @@ public:
     /// Changes the text in one step that can be undone; the cursor stays where it is, as far as the text reaches.
     void replaceText(QString const& text);
 
+    /// The user may put in so many characters; any number when it is not above 0.
+    void setMost(int characters) { m_most = characters; }
+
     guiHtmlControlEdit* owner = nullptr; ///< not owned; null until the node binds it
 
 public slots:
@@ -24,7 +27,13 @@ public slots:
 
 protected:
     bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    void insertFromMimeData(QMimeData const* source) override;
 
 private:
+    QString fitting(QString const& typed) const;
+
+    int m_most = 0;     // characters
     QString m_lastText; // when it was last reported that it may have changed
 };

@@ -39,10 +39,12 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"edit", kAttributeText},
     {"enctype", kAttributeText},
     {"face", kAttributeText},
+    {"for", kAttributeText},
     {"frameborder", kAttributeText},
     {"framespacing", kAttributeLength},
     {"group", kAttributeText},
     {"height", kAttributeLength},
+    {"high", kAttributeText},
     {"href", kAttributeLink},
     {"http-equiv", kAttributeText},
     {"icon", kAttributeText},
@@ -50,18 +52,23 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"key", kAttributeText},
     {"lang", kAttributeText},
     {"link", kAttributeColor},
+    {"list", kAttributeText},
     {"loop", kAttributeText},
     {"looped", kAttributeText},
+    {"low", kAttributeText},
+    {"max", kAttributeText},
     {"maxheight", kAttributeLength},
     {"maxlength", kAttributeNumber},
     {"maxwidth", kAttributeLength},
     {"method", kAttributeText},
+    {"min", kAttributeText},
     {"minheight", kAttributeLength},
     {"minwidth", kAttributeLength},
     {"multiple", kAttributeText},
     {"name", kAttributeText},
     {"noresize", kAttributeText},
     {"noshade", kAttributeText},
+    {"novalidate", kAttributeText},
     {"onactivate", kAttributeAction},
     {"onblur", kAttributeAction},
     {"onchange", kAttributeAction},
@@ -77,9 +84,16 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"onmouseup", kAttributeAction},
     {"onselect", kAttributeAction},
     {"onsort", kAttributeAction},
+    {"open", kAttributeText},
+    {"optimum", kAttributeText},
     {"parent", kAttributeText},
+    {"pattern", kAttributeText},
     {"pause", kAttributeText},
     {"paused", kAttributeText},
+    {"placeholder", kAttributeText},
+    {"readonly", kAttributeText},
+    {"required", kAttributeText},
+    {"reveal", kAttributeText},
     {"rows", kAttributeText},
     {"scrolling", kAttributeText},
     {"selected", kAttributeText},
@@ -87,6 +101,7 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"size", kAttributeNumber},
     {"sort", kAttributeText},
     {"src", kAttributeText},
+    {"step", kAttributeText},
     {"tabindex", kAttributeNumber},
     {"target", kAttributeText},
     {"text", kAttributeText},
@@ -99,6 +114,7 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"valign", kAttributeText},
     {"value", kAttributeText},
     {"width", kAttributeLength},
+    {"wrap", kAttributeText},
     {"zebra", kAttributeText},
 };
 
@@ -123,6 +139,9 @@ guiAttributeKind const* guiFindAttribute(std::string_view tag, std::string_view 
     static constexpr guiAttributeKind kColor = kAttributeColor;
     if (tag == "body" && name == "text")
         return &kColor;
+    static constexpr guiAttributeKind kText = kAttributeText;
+    if (tag == "datalist" && name == "id")
+        return &kText;
     auto const found = attributes().find(name);
     if (found != attributes().end())
         return &found->second;

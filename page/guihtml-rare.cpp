@@ -226,9 +226,8 @@ unsigned guiHtml::measuredCaptionHeight() const
 
 void guiHtml::setCaptionSize(unsigned width, unsigned height)
 {
-    if (!(m.rareParts & kRareCaption) && width == 0 && height == 0)
+    if (!m.rare && width == 0 && height == 0)
         return;
     ensureRare().captionWidth = width;
     m.rare->captionHeight = height;
-    m.rareParts |= kRareCaption;
 }

@@ -45,6 +45,7 @@ enum guiNodeString : unsigned char
     kStringBackground, ///< file name of the background image
     kStringPlace,      ///< " in FILE:LINE" of an element that names a file or a component
     kStringRare,       ///< what guirareattributes.h keeps
+    kStringTitle,      ///< attribute `title`: the tip that is shown where the pointer rests
 };
 
 /// One page element. Every function is the GUI thread's unless it says otherwise; other threads may ask the registry
@@ -101,7 +102,7 @@ public:
     struct fields_t
     {
         guiHtml* parent = nullptr;   // not owned
-        std::uint16_t rareParts = 0; // what `rare` holds: one bit per guiNodeString, and kRareScroll and kRareCaption
+        std::uint16_t rareParts = 0; // what `rare` holds: one bit per guiNodeString, and kRareScroll
         guiAlignment alignX = kAlignLeft;
         guiAlignment alignY = kAlignCenter;
         std::uint8_t expandChildren = 0; ///< gives spare space to its children
@@ -277,6 +278,8 @@ public:
     virtual bool takesFormValue(ScriptValue&) const { return true; }
     /// Whether the node stands in a line of its parent; a menu stands above the page, wherever its tag is.
     virtual bool isInLine() const { return true; }
+    /// The user pressed the text of the element's label, or its key. May run script: the node may be gone afterwards.
+    virtual void onLabel() {}
 
     // ---- The tree ----
 
@@ -338,7 +341,7 @@ public:
 
     /// Measured size of the caption, set by layout.
     unsigned getCaptionWidth() const;
-    unsigned getCaptionHeight() const { return m.rareParts & kRareCaption ? measuredCaptionHeight() : 0; }
+    unsigned getCaptionHeight() const { return hasString(kStringCaption) ? measuredCaptionHeight() : 0; }
     void setCaptionSize(unsigned width, unsigned height);
 
     /// The list that every living node is in; null: none. Set by the component before it makes the first node and
@@ -355,10 +358,8 @@ public:
     m_t m;
 
 private:
-    // Bits of m.rareParts above those of the strings.
-    static constexpr std::uint16_t kRareScroll = 1u << 14;
-    static constexpr std::uint16_t kRareCaption = 1u << 15; // the measured size of the caption
-    static_assert(1u << kStringRare < kRareScroll, "each string has a bit of its own");
+    static constexpr std::uint16_t kRareScroll = 1u << 15; // the bit of m.rareParts above those of the strings
+    static_assert(1u << kStringTitle < kRareScroll, "each string has a bit of its own");
 
     static inline unsigned s_pendingLoadCount = 0;
 

@@ -21,7 +21,7 @@ bool isYes(sstring const& value)
 }
 
 /// Whether the string is the user's own text.
-bool isData(guiNodeString which) { return which == kStringName || which == kStringCaption; }
+bool isData(guiNodeString which) { return which == kStringName || which == kStringCaption || which == kStringTitle; }
 
 bool isCenter(sstring const& value) { return guiIsWord(value, "center") || guiIsWord(value, "middle"); }
 
@@ -79,6 +79,7 @@ void guiHtmlParser::pullMouseEvents(guiHtml* node, mlSection* section)
     pullString(node, section, "onmousedown", kStringMouseDown);
     pullString(node, section, "onmouseup", kStringMouseUp);
     guiPullRareAttributes(node, section);
+    pullString(node, section, "title", kStringTitle);
 }
 
 namespace {

@@ -29,6 +29,8 @@ guiHtmlText* guiHtmlParser::findOrCreateText(guiHtml* parent)
         run->editText() += sformat("[[>%ld]]", static_cast<long>(m_listDepth));
     if (m_link.getLength())
         openLink(parent);
+    if (m_label.getLength())
+        openLabel(parent);
     return run;
 }
 
@@ -41,7 +43,11 @@ void guiHtmlParser::pullTextItem(guiHtml* parent, mlSection* item)
     unsigned length = 0;
     unsigned short const* units = item->getDataUnits(&length);
     unsigned short const* end = std::find(units, units + length, 0); // text ends at the first zero
-    text.append(QStringView(units, end - units));
+    QStringView const read(units, end - units);
+    if (m_label.getLength())
+        pullLabelText(parent, read);
+    else
+        text.append(read);
 }
 
 void guiHtmlParser::appendSpace(sstring& text)
@@ -212,7 +218,10 @@ void guiHtmlParser::pullHyperlink(guiHtml* parent, mlSection* section)
     guiHtml* last = parent->getLastChild();
     if (bookmark.getLength() && last)
         last->setString(kStringBookmark, bookmark);
-    if (guiHtmlText* run = getLastIfText(parent))
+    if (guiHtmlText* run = getLastIfText(parent)) {
         run->editText() += "[[/a]]";
+        if (hasAttr(section, "title"))
+            run->addLinkTitle(m_link, pullData(section, "title"));
+    }
     m_link = "";
 }

@@ -1,15 +1,16 @@
 // page/guihtmlparser.h: builds the nodes of a page from its markup. Block elements become nodes and markers in the
 // child lists, character formatting becomes codes in the text runs. guihtmlparser.cpp walks the content, -text.cpp
-// writes runs and codes, -markers.cpp breaks and alignments, -attributes.cpp reads the attributes that elements share,
-// -colors.cpp colours and font sizes, -blocks.cpp tables and rules, -window.cpp the properties of the window. The
-// readers of all other elements are beside the nodes that they make, in files that end in -read.cpp, and are found
-// through guitagtable.h.
+// writes runs and codes, -labels.cpp the text of labels, -markers.cpp breaks and alignments, -attributes.cpp reads the
+// attributes that elements share, -colors.cpp colours and font sizes, -blocks.cpp tables and rules, -window.cpp the
+// properties of the window. The readers of all other elements are beside the nodes that they make, in files that end in
+// -read.cpp, and are found through guitagtable.h.
 #pragma once
 
 #include "foundation/vela-string.h"
 #include "page/guihtml.h"
 #include "page/guipagemistakes.h"
 
+#include <QStringView>
 #include <memory>
 #include <typeindex>
 #include <utility>
@@ -70,6 +71,12 @@ public:
     unsigned depth() const { return m_depth; }
     /// The link around the element that is read, as guiHtml::onHyperlink() takes it; "" outside of one.
     sstring const& getLink() const { return m_link; }
+    /// Text that is read into `parent` from now on is the label of the element that `target` names, until it is "".
+    /// Each
+    /// "&" in it marks the letter behind it as the label's key; two stand for one.
+    void setLabel(guiHtml* parent, sstring const& target);
+    /// The key of the label since setLabel(), 0 without one.
+    char16_t getLabelKey() const { return m_labelKey; }
     /// Keeps with a node that names a file or a component where it was written, to be told when that is missing.
     void keepPlace(guiHtml* node, mlSection* section);
     /// What is wrong in the page, for readers that find something.
@@ -201,6 +208,8 @@ private:
     void pullTableCellTag(guiHtml* parent, mlSection* section);
     void startBlock(guiHtml* parent);
     void openLink(guiHtml* parent);
+    void openLabel(guiHtml* parent);
+    void pullLabelText(guiHtml* parent, QStringView text);
     template <typename Step>
     void guarded(Step step);
     void keepError(sstring const& message);
@@ -212,7 +221,9 @@ private:
     mlParser* m_parser;
     sstring m_directory;
     guiPageMistakes m_mistakes;
-    sstring m_link;     // "" outside a hyperlink
+    sstring m_link;  // "" outside a hyperlink
+    sstring m_label; // "" outside a label
+    char16_t m_labelKey = 0;
     sstring m_fontCode; // "" outside a font element
     unsigned m_listDepth = 0;
     bool m_suppressSpace = false; // set by a line break, cleared by text

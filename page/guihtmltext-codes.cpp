@@ -26,6 +26,8 @@ guiTextCode readClosingCode(QStringView code)
         return guiTextCode::kEndUnderline;
     if (code == QStringView(u"a"))
         return guiTextCode::kEndLink;
+    if (code == QStringView(u"l"))
+        return guiTextCode::kEndLabel;
     return code.startsWith(u'#') ? guiTextCode::kEndColor : guiTextCode::kEndFont;
 }
 
@@ -50,6 +52,8 @@ guiTextCode guiReadTextCode(QStringView code)
         return guiTextCode::kUnderline;
     if (code == QStringView(u"br"))
         return guiTextCode::kLineBreak;
+    if (code.startsWith(QStringView(u"l ")))
+        return guiTextCode::kLabel;
     return isLink(code) ? guiTextCode::kLink : guiTextCode::kFont;
 }
 

@@ -22,6 +22,8 @@ enum class guiTextCode : std::uint8_t
     kEndColor,
     kLink, ///< "a " and the link
     kEndLink,
+    kLabel, ///< "l " and the name of the element whose label it is
+    kEndLabel,
     kFont, ///< "face,points"
     kEndFont,
 };

@@ -41,7 +41,8 @@ bool isShown(drawing const& job, int top, int height)
 
 guiColor inkOf(drawing const& job, guiTextChunk const& chunk)
 {
-    if (chunk.link != guiTextChunk::kNoLink && job.cache && chunk.link == job.cache->hoveredLink)
+    bool const isLink = chunk.link != guiTextChunk::kNoLink && !chunk.isLabel;
+    if (isLink && job.cache && chunk.link == job.cache->hoveredLink)
         return job.params.activeLinkColor;
     switch (chunk.ink) {
     case guiTextInk::kLink:
@@ -124,7 +125,7 @@ void useLine(drawing const& job, guiLineBreaker const& line, int top)
             paintPiece(job, piece, left + piece.left, top + line.height() - line.descent());
         unsigned const link = job.run.chunks()[piece.chunk].link;
         if (job.records && link != guiTextChunk::kNoLink) {
-            assert(job.text.mid(link).startsWith(QStringView(u"[[a")));
+            assert(job.text.mid(link).startsWith(QStringView(u"[[a")) || job.run.chunks()[piece.chunk].isLabel);
             job.cache->hotspots.push_back({left + piece.left, piece.width, top, line.height(), link});
         }
     }

@@ -6,6 +6,40 @@
 #include "page/guiuserevent.h"
 
 #include <QWidget>
+#include <optional>
+
+namespace {
+
+constexpr qsizetype kCodeStart = 4; // "[[a " or "[[l "
+
+/// What stands in the code at that position of a text; none when there is no whole code.
+std::optional<sstring> targetIn(QStringView text, qsizetype at)
+{
+    qsizetype const start = at + kCodeStart;
+    qsizetype const end = text.indexOf(QStringView(u"]]"), start);
+    bool const isCode = end >= start && text.mid(at).startsWith(QStringView(u"[["));
+    return isCode ? std::optional(qtoss(text.mid(start, end - start).toString())) : std::nullopt;
+}
+
+bool isLabelAt(QStringView text, qsizetype at) { return text.mid(at).startsWith(QStringView(u"[[l ")); }
+
+/// Does what pressing a label does to its element, which is of that name, or behind a "#" of that bookmark. Runs
+/// script.
+void actOnLabel(guiHtml* page, sstring const& target)
+{
+    bool const isBookmark = target.getLength() != 0 && target[0] == '#';
+    if (guiHtml* node = isBookmark ? page->getBookmarked(target) : page->getNamed(target))
+        node->onLabel();
+}
+
+guiHtml* topOf(guiHtml* node)
+{
+    while (node->getParent())
+        node = node->getParent();
+    return node;
+}
+
+} // namespace
 
 unsigned guiHtmlText::linkAt(int x, int y) const
 {
@@ -30,8 +64,9 @@ void guiHtmlText::onMouseMove(int x, int y)
     unsigned const link = linkAt(x, y);
     if (link == mx.hoveredLink)
         return;
-    if (mx.hoveredLink == kNoLink || link == kNoLink)
-        setPointer(link != kNoLink);
+    bool const wasOnLink = isFollowed(mx.hoveredLink);
+    if (wasOnLink != isFollowed(link))
+        setPointer(!wasOnLink);
     mx.hoveredLink = link;
     update();
 }
@@ -40,24 +75,46 @@ void guiHtmlText::onMouseOff()
 {
     assertOnGuiThread();
     if (mx.hoveredLink != kNoLink) {
-        setPointer(false);
+        if (isFollowed(mx.hoveredLink))
+            setPointer(false);
         mx.hoveredLink = kNoLink;
         update();
     }
     guiHtml::onMouseOff();
 }
 
+/// Whether there is a link at the position, and no label.
+bool guiHtmlText::isFollowed(unsigned link) const { return link != kNoLink && !isLabelAt(mx.text.view(), link); }
+
 // A run follows its link and fires no mouse-down event.
 void guiHtmlText::onMouseDown(int, int)
 {
     assertOnGuiThread();
-    constexpr unsigned kLinkStart = 4; // "[[a "
-    QStringView const text = mx.text.view();
-    if (mx.hoveredLink == kNoLink || !text.mid(mx.hoveredLink).startsWith(QStringView(u"[[")))
+    if (mx.hoveredLink == kNoLink)
         return;
-    qsizetype const start = qsizetype{mx.hoveredLink} + kLinkStart;
-    qsizetype const end = text.indexOf(QStringView(u"]]"), start);
     guiEventNote const note("click");
-    if (end >= start)
-        onHyperlink(qtoss(text.mid(start, end - start).toString()), nullptr);
+    std::optional<sstring> const target = targetIn(mx.text.view(), mx.hoveredLink);
+    if (target && isFollowed(mx.hoveredLink))
+        onHyperlink(*target, nullptr);
+    else if (target)
+        actOnLabel(topOf(this), *target);
+}
+
+// The titles of a run are lines: a link, a tab, and its title. Few links have one.
+void guiHtmlText::addLinkTitle(sstring const& link, sstring const& title)
+{
+    setString(kStringTitle, getString(kStringTitle) + link + "\t" + qtoss(sstoq(title).replace(u'\n', u' ')) + "\n");
+}
+
+sstring guiHtmlText::getTitleAt(int x, int y) const
+{
+    unsigned const link = hasString(kStringTitle) ? linkAt(x, y) : kNoLink;
+    std::optional<sstring> const target = link != kNoLink ? targetIn(mx.text.view(), link) : std::nullopt;
+    if (!target)
+        return {};
+    QString const start = sstoq(*target) + u'\t';
+    for (QString const& line : sstoq(getString(kStringTitle)).split(u'\n'))
+        if (line.startsWith(start))
+            return qtoss(line.mid(start.size()));
+    return {};
 }

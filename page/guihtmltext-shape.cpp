@@ -68,6 +68,9 @@ private:
     void resetFont();
     void startLink(qsizetype start);
     void endLink();
+    void startLabel(qsizetype start);
+    void endLabel();
+    bool isInLink() const { return m_link != guiTextChunk::kNoLink; }
     void endColor();
 
     gathering& m_run;
@@ -83,6 +86,7 @@ private:
     guiTextInk m_ink = guiTextInk::kText;
     guiPackedColor m_color = guiColor::Black;
     std::uint32_t m_link = guiTextChunk::kNoLink;
+    std::uint32_t m_label = guiTextChunk::kNoLink;
     std::uint16_t m_indent = 0;
     std::uint16_t m_breaks = 0;
 };
@@ -127,13 +131,14 @@ void guiTextRun::builder::openChunk(qsizetype start)
     guiTextChunk chunk;
     chunk.start = static_cast<std::uint32_t>(start);
     chunk.firstWord = static_cast<std::uint32_t>(m_run.words.size());
-    chunk.link = m_link;
+    chunk.link = isInLink() ? m_link : m_label;
     chunk.indent = m_indent;
     chunk.breaks = m_breaks;
     chunk.font = &guiTextFonts::styled(*m_face, m_bold, m_italic);
     chunk.color = m_color;
     chunk.ink = m_ink;
-    chunk.underline = m_underline || m_link != guiTextChunk::kNoLink;
+    chunk.underline = m_underline || isInLink();
+    chunk.isLabel = !isInLink() && m_label != guiTextChunk::kNoLink;
     m_run.chunks.push_back(chunk);
     m_breaks = 0;
 }
@@ -228,6 +233,14 @@ void guiTextRun::builder::endLink()
         m_ink = guiTextInk::kText;
 }
 
+void guiTextRun::builder::startLabel(qsizetype start)
+{
+    m_label = static_cast<std::uint32_t>(start);
+    m_run.hasLinks = true;
+}
+
+void guiTextRun::builder::endLabel() { m_label = guiTextChunk::kNoLink; }
+
 void guiTextRun::builder::endColor()
 {
     m_explicitColor = false;
@@ -257,6 +270,12 @@ void guiTextRun::builder::applyCode(QStringView code, qsizetype start)
         break;
     case guiTextCode::kEndLink:
         endLink();
+        break;
+    case guiTextCode::kLabel:
+        startLabel(start);
+        break;
+    case guiTextCode::kEndLabel:
+        endLabel();
         break;
     case guiTextCode::kFont:
         setFont(code);

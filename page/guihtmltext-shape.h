@@ -28,13 +28,14 @@ struct guiTextChunk
 
     std::uint32_t start = 0;                ///< first unit in the run's text
     std::uint32_t firstWord = 0;            ///< its words end at the first word of the next chunk
-    std::uint32_t link = kNoLink;           ///< position of the "[[a" code that it belongs to
+    std::uint32_t link = kNoLink;           ///< position of the "[[a" or "[[l" code that it belongs to
     std::uint16_t indent = 0;               ///< of lines that start in it, pixels
     std::uint16_t breaks = 0;               ///< number of line break codes before it
     guiTextFont* font = nullptr;            ///< not owned
     guiPackedColor color = guiColor::Black; ///< when `ink` is kExplicit
     guiTextInk ink = guiTextInk::kText;
     bool underline = false;
+    bool isLabel = false; ///< `link` is a label's, which looks like other text
 };
 
 /// Whether a unit is white space at which a line may end. A no-break space is not.

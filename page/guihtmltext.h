@@ -67,6 +67,10 @@ public:
     /// The text with its codes.
     sstring getText() const { return mx.text.toString(); }
     sstring getRunText() const override { return getText(); }
+    /// The tip of a link, which is as it stands in its code, and of the link at a point relative to the run; "" without
+    /// one.
+    void addLinkTitle(sstring const& link, sstring const& title);
+    sstring getTitleAt(int x, int y) const;
     /// The text for the parser to append to.
     guiRunText& editText() { return mx.text; }
 
@@ -88,5 +92,6 @@ private:
     bool isFontKnown() const;
     guiRect boxForWidth(unsigned long width) const;
     unsigned linkAt(int x, int y) const;
+    bool isFollowed(unsigned link) const;
     void setPointer(bool onLink);
 };

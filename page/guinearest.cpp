@@ -36,11 +36,12 @@ std::string_view guiNearestWord(std::string_view word, std::vector<std::string_v
     std::string_view nearest;
     if (word.size() > kLongestWord)
         return nearest;
-    std::size_t least = word.size() / 3 + 1;
+    std::size_t least = 2 * (word.size() / 3 + 1);
     for (std::string_view candidate : known) {
-        std::size_t const changes = distance(word, candidate);
-        if (changes < least) {
-            least = changes;
+        bool const beginsAlike = candidate.substr(0, 1) == word.substr(0, 1); // as people's mistakes do
+        std::size_t const score = 2 * distance(word, candidate) + (beginsAlike ? 0 : 1);
+        if (score < least) {
+            least = score;
             nearest = candidate;
         }
     }

@@ -65,15 +65,17 @@ bool isTyping(QKeyEvent const& key, QWidget const* widget)
 }
 
 /// The widget that a key or a text of an input method is for, when that is to be kept; null otherwise. A key comes to
-/// the window first.
+/// the window first, or to the list in which a field offers what completes its text.
 QWidget* targetOf(QObject* watched, QEvent const& event)
 {
     bool const isPress = event.type() == QEvent::KeyPress || event.type() == QEvent::ShortcutOverride;
     bool const isKey = isPress && watched->isWindowType();
     bool const isText = event.type() == QEvent::InputMethod && watched->isWidgetType();
-    if ((!isKey && !isText) || QApplication::activePopupWidget())
+    QWidget* const popup = QApplication::activePopupWidget();
+    if (!isKey && (!isText || popup))
         return nullptr;
-    QWidget* const widget = isText ? static_cast<QWidget*>(watched) : QApplication::focusWidget();
+    QWidget* const typed = popup ? popup->focusProxy() : QApplication::focusWidget();
+    QWidget* const widget = isText ? static_cast<QWidget*>(watched) : typed;
     if (!takesText(widget))
         return nullptr;
     return isText || isTyping(static_cast<QKeyEvent const&>(event), widget) ? widget : nullptr;

@@ -2,7 +2,6 @@
 #include "runtime/guilinkcall.h"
 
 #include "controls/guihtmlcontrolbutton.h"
-#include "controls/guihtmlcontroledit.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guinodewatch.h"
 #include "runtime/gui.h"
@@ -30,10 +29,16 @@ struct linkCall
     bool isNodeLeft = true; // the handler has not destroyed the node
 };
 
+bool hasText(guiHtmlControl* control)
+{
+    int const type = control->getControlType();
+    return type == guiHtmlControl::kControlEdit || type == guiHtmlControl::kControlValue;
+}
+
 sstring textOf(guiHtml* node)
 {
-    auto* edit = dynamic_cast<guiHtmlControlEdit*>(node);
-    return edit ? edit->getText() : sstring();
+    auto* control = dynamic_cast<guiHtmlControl*>(node);
+    return control && hasText(control) ? control->getText() : sstring();
 }
 
 /// Whether the control has a value that the user may have changed while its handler was not called.
@@ -45,7 +50,7 @@ bool hasNewValue(guiHtml* node, linkCall const& call)
         return false;
     if (auto* button = dynamic_cast<guiHtmlControlButton*>(control))
         return button->isCheckable();
-    return type != guiHtmlControl::kControlEdit || textOf(node) != call.text;
+    return !hasText(control) || textOf(node) != call.text;
 }
 
 void follow(linkCall const& call, sstring reply)

@@ -2,6 +2,7 @@
 // page root. Without a page it gives its neutral result.
 #include "script/guiwindow-methods.h"
 
+#include "controls/guiformcheck.h"
 #include "controls/guihtmlcontextmenu.h"
 #include "controls/guiscriptmethod.h"
 #include "controls/guiwidget.h"
@@ -257,6 +258,14 @@ void guiWindow_readForm_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
         root->formValues().store();
     else if (root && guiIsOneString(args))
         root->formValues().read(guiTextOf(args, 0), result);
+}
+
+// Whether the values of all controls are as the page asks for. A window without a page asks for nothing.
+void guiWindow_isFormValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    guiHtmlBase* root = args.count() == 0 ? rootOf(data) : nullptr;
+    result.setBool(!root || guiIsFormValid(root));
 }
 
 // A name, a value, and whether the page takes it only when the running handlers have returned. False when the control

@@ -46,6 +46,7 @@ constexpr ScriptMethod guiWindow_getSizePolicy_script = guiCallOnGuiThread<guiWi
 constexpr ScriptMethod guiWindow_control_script = guiCallOnGuiThread<guiWindow_control_qt>;
 constexpr ScriptMethod guiWindow_readForm_script = guiCallOnGuiThread<guiWindow_readForm_qt>;
 constexpr ScriptMethod guiWindow_writeForm_script = guiCallOnGuiThread<guiWindow_writeForm_qt>;
+constexpr ScriptMethod guiWindow_isFormValid_script = guiCallOnGuiThread<guiWindow_isFormValid_qt>;
 
 // The methods below send blocking events of their own, so they run on the script thread. Handlers that run meanwhile
 // may destroy the window, so each step looks at the record again.
@@ -204,6 +205,7 @@ constexpr guiScriptMethod kExtensionMethods[] = {
     {"getForm", guiWindow_getForm_script},
     {"readForm", guiWindow_readForm_script},
     {"writeForm", guiWindow_writeForm_script},
+    {"isFormValid", guiWindow_isFormValid_script},
     {"startShow", guiWindow_startShow_script},
     {"getReturnValue", guiWindow_getReturnValue_script},
     {"popup", guiWindow_popup_script},

@@ -346,8 +346,8 @@ public:
     /// is no such class or its constructor throws. Any thread for the component's classes, without waiting for the
     /// script thread; script thread for the application's.
     virtual ScriptObject* createInstance(sstring const& className) = 0;
-    /// 6 (extension): 1 when script finds a boolean in the form for a check box to which the page gives no value; 0: as
-    /// for every other one its value, which is "" then, or null. Any thread.
+    /// 6 (extension): 1 when the form has booleans for check boxes without a value, and numbers, or null, for controls
+    /// of numbers; 0 when it has texts for both, and null for a box that is off. Any thread.
     virtual int hasFormBooleans() = 0;
     virtual void reserved7() = 0;
     virtual void reserved8() = 0;

@@ -15,11 +15,15 @@ export type FormValue = string | number | boolean | null;
 
 /**
  * Values of a window's controls by name. A field has its text, a list the value of the selected entry (null without one), a group
- * of radio buttons the value of the one that is on, a check box its value or null, and one without a value `true` or `false`.
+ * of radio buttons the value of the one that is on, a check box its value or null, and one without a value `true` or `false`. A
+ * field for a number, a slider, a progress and a meter have a number, or null.
  *
  * While a handler of the window runs these are the values when it began, and what it assigns is shown when it returns. At any
  * other time, behind an `await` too, reading gives what the control shows now and assigning shows it at once. `true` and `false`
  * switch a check box, a number becomes its text; a value that the control cannot take throws a `TypeError`.
+ *
+ * `form.valid` says whether all values are as the page asks for now, unless a control has that name. Who declares the values of a
+ * form and asks that declares `readonly valid: boolean` too.
  */
 export interface Form {
     [control: string]: any;
@@ -298,7 +302,7 @@ export class GuiControl implements Element {
      * The value as it is in the form, read from and shown on the page at once; null for an element without one. A value that the
      * control cannot take throws a `TypeError`.
      */
-    get value(): string | boolean | null;
+    get value(): string | number | boolean | null;
     set value(value: FormValue);
     /** The size on the screen, in pixels; 0 when the page has no such element. */
     readonly width: number;
@@ -320,7 +324,7 @@ export class GuiControl implements Element {
 export type AnyControl = GuiControl & { [member: string]: any };
 
 /**
- * A field that text is typed into: `<input>` of the types text, password and file, and `<textarea>`. `setText` sets what
+ * A field that text is typed into: `<input>` of the types text, search, password and file, and `<textarea>`. `setText` sets what
  * stands in it.
  *
  *     window.control<TextControl>('who')?.setText('Ada');

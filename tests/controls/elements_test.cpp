@@ -49,7 +49,7 @@ TEST(Inputs, TypesChooseTheClassWithoutRegardToCase)
         EXPECT_EQ(kind(type), "control1") << type;
     EXPECT_EQ(kind("hidden"), "control3");
     EXPECT_EQ(kind("image"), "image");
-    EXPECT_EQ(outline(parsePage("<input type=date>").root.get()), "");
+    EXPECT_EQ(outline(parsePage("<input type=hour>").root.get()), "");
     EXPECT_EQ(outline(parsePage("<input>x").root.get()), "'x'");
 }
 TEST(Inputs, ButtonsReadTypeValueAndState)

@@ -198,20 +198,12 @@ TEST(ControlWidgets, AreEnabledAndDisabledWithTheirNode)
     EXPECT_TRUE(page.node("t")->getChildWidget()->isEnabled());
 }
 
-TEST(ControlWidgets, PasswordsAreHiddenAndFileFieldsArePlain)
+TEST(ControlWidgets, PasswordsAreHiddenAndFileFieldsAreNot)
 {
     ShownPage page("<input type=password name=p value=secret><input type=file name=f maxlength=3>");
     EXPECT_EQ(page.widget<guiWidgetLineEdit>("p")->echoMode(), QLineEdit::Password);
     EXPECT_EQ(page.widget<guiWidgetLineEdit>("p")->text(), "secret");
     EXPECT_EQ(page.widget<guiWidgetLineEdit>("f")->echoMode(), QLineEdit::Normal);
-}
-
-TEST(ControlWidgets, MaxlengthLimitsNothing)
-{
-    ShownPage page("<input type=text name=t maxlength=3>");
-    EXPECT_EQ(page.control<guiHtmlControlEdit>("t").getShape().maxLength, 3);
-    page.widget<guiWidgetLineEdit>("t")->insert("longer than three");
-    EXPECT_EQ(page.widget<guiWidgetLineEdit>("t")->text(), "longer than three");
 }
 
 TEST(ControlWidgets, TextAreasAreFieldsOfTheRowsTheyAskFor)

@@ -100,6 +100,13 @@ async function findColour(window, width, height, colour) {
     return area;
 }
 
+/** The pixels of an area of the window, to be compared with others. */
+async function picture(window, left, top, width, height) {
+    const arguments_ = ['-window', window, '-crop', `${width}x${height}+${left}+${top}`, '-depth', '8', 'rgb:-'];
+    const { stdout } = await promisify(execFile)('import', arguments_, { encoding: 'buffer', maxBuffer: 2 ** 26 });
+    return stdout.toString('base64');
+}
+
 /** Processor time that a process has taken, in clock ticks of 10 ms. */
 function processorTicks(pid) {
     const fields = require('node:fs').readFileSync(`/proc/${pid}/stat`, 'utf8').replace(/^.*\) /, '').split(' ');
@@ -107,5 +114,5 @@ function processorTicks(pid) {
 }
 
 module.exports = {
-    click, closeByUser, findActiveWindow, findColour, findWindow, keys, pixel, press, processorTicks, type, waitForPixel, waitGone, xdotool,
+    click, closeByUser, findActiveWindow, findColour, findWindow, keys, picture, pixel, press, processorTicks, type, waitForPixel, waitGone, xdotool,
 };

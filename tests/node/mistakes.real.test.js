@@ -20,6 +20,7 @@ for (const [name, body] of Object.entries({
     'tag.html': '<tabel><tr><td>x</td></tr></tabel>', 'attribute.html': '<table>\n<tr><td wdith="3">x', 'type.html': '<input type="buton" name="b">',
     'color.html': '<td bgcolor="gren">x', 'action.html': '<input type="button" name="ok" value="OK" onclick="onOk()">',
     'width.html': '<table width="wide"><tr><td>x', 'reference.html': 'a &nbps; b', 'class.html': '<object classid="Guage"></object>',
+    'pattern.html': '<input type="text" pattern="[0-9">', 'wrap.html': '<textarea wrap="hard"></textarea>',
 })) {
     write(name, `<html><body>${body}</body></html>`);
 }
@@ -68,6 +69,8 @@ const printed = [
     ['new tarn.GuiWindow("attribute.html")', 'tarn: ignoring unknown attribute wdith of <td> (warning) in AT/attribute.html:2; did you mean width?'],
     ['new tarn.GuiWindow("type.html")', 'tarn: ignoring <input> of unknown type "buton" (warning) in AT/type.html:1; did you mean button?'],
     ['new tarn.GuiWindow("color.html")', 'tarn: bgcolor="gren" of <td> is not a color (warning) in AT/color.html:1'],
+    ['new tarn.GuiWindow("pattern.html")', 'tarn: pattern="[0-9" of <input> is no pattern (warning) in AT/pattern.html:1'],
+    ['new tarn.GuiWindow("wrap.html")', 'tarn: wrap="hard" of <textarea> is neither off nor soft (warning) in AT/wrap.html:1'],
     ['new tarn.GuiWindow("width.html")', 'tarn: width="wide" of <table> is not a number (warning) in AT/width.html:1'],
     ['new tarn.GuiWindow("reference.html")', 'tarn: unknown character reference &nbps; stays as it is (warning) in AT/reference.html:1; did you mean &nbsp;?'],
     ['new tarn.GuiWindow("action.html")', 'tarn: onclick="onOk()" of <input> calls no handler (warning) in AT/action.html:1; did you mean event://onOk?'],

@@ -144,6 +144,7 @@ TEST(Mistakes, TheNearestWordTakesTheFewestChanges)
     std::vector<std::string_view> const words{"table", "td", "title", "textarea"};
     EXPECT_EQ(guiNearestWord("tabel", words), "table") << "two neighbours swapped";
     EXPECT_EQ(guiNearestWord("tble", words), "table");
+    EXPECT_EQ(guiNearestWord("tabel", {"label", "table"}), "table") << "which begins alike";
     EXPECT_EQ(guiNearestWord("textaera", words), "textarea");
     EXPECT_EQ(guiNearestWord("ttle", words), "title");
     EXPECT_EQ(guiNearestWord("x", words), "") << "not every letter may change";

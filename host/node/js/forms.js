@@ -5,8 +5,8 @@
 const { native, classes } = require('./native.js');
 
 const prototype = classes.GuiWindow.prototype;
-const { getForm, readForm, writeForm } = prototype;
-['getForm', 'readForm', 'writeForm'].forEach((name) => delete prototype[name]); // for this package alone
+const { getForm, isFormValid, readForm, writeForm } = prototype;
+['getForm', 'isFormValid', 'readForm', 'writeForm'].forEach((name) => delete prototype[name]); // for this package alone
 
 /** The windows of forms. A form does not keep its window. */
 const windows = new WeakMap();
@@ -61,6 +61,12 @@ function refreshAll(form) {
     }
 }
 
+/** Whether what the page shows now is as it asks for. */
+function isValid(form) {
+    const window = windowOf(form);
+    return window === undefined || isFormValid.call(window);
+}
+
 function write(form, name, value) {
     const window = windowOf(form);
     const isLater = !isLive(form);
@@ -73,4 +79,4 @@ function write(form, name, value) {
     }
 }
 
-module.exports = { cannotTake, checkValue, formOf, isForm, refresh, refreshAll, write };
+module.exports = { cannotTake, checkValue, formOf, isForm, isValid, refresh, refreshAll, write };

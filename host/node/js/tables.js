@@ -33,6 +33,9 @@ function checkName(proxy, name) {
 }
 
 function getOther(target, name, proxy) {
+    if (name === 'valid' && forms.isForm(proxy)) {
+        return forms.isValid(proxy);
+    }
     checkName(proxies.get(target), name);
     return Reflect.get(target, name, proxy);
 }

@@ -36,7 +36,7 @@ same<Later['form'], Form>(true);
 new Order('order.html').form = { who: '', milk: false };
 
 const control = new GuiControl();
-same<typeof control.value, string | boolean | null>(true);
+same<typeof control.value, string | number | boolean | null>(true);
 for (const value of ['text', 1, true, null] satisfies FormValue[]) {
     control.value = value;
 }

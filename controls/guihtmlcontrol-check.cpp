@@ -1,0 +1,48 @@
+// controls/guihtmlcontrol-check.cpp: what a page asks of the value of a control, and what is shown when that is wrong.
+#include "controls/guihtmlcontrol.h"
+#include "controls/guimistakemark.h"
+#include "foundation/vela-threadrole.h"
+
+#include <QWidget>
+
+sstring guiHtmlControl::findMistake()
+{
+    guiFieldRules const* const rules = m_content.rules.get();
+    if (!rules)
+        return {};
+    if (isBlank())
+        return rules->isRequired ? sstring("This has to be filled in.") : sstring();
+    if (!rules->pattern || *rules->pattern == getText())
+        return {};
+    return rules->hint.getLength() != 0 ? rules->hint : sstring("This is not in the form that is asked for.");
+}
+
+sstring guiHtmlControl::getMistake()
+{
+    assertOnGuiThread();
+    return hasRules() && m.enabled ? findMistake() : sstring();
+}
+
+void guiHtmlControl::showMistake()
+{
+    if (!m_mark)
+        return;
+    m_mark->wake();
+    recheck();
+}
+
+void guiHtmlControl::recheck()
+{
+    if (m_mark && m_mark->isAwake())
+        m_mark->showMistake(getMistake());
+}
+
+void guiHtmlControl::pointOutMistake()
+{
+    QWidget* const widget = getChildWidget();
+    if (!widget)
+        return;
+    widget->setFocus(Qt::OtherFocusReason);
+    if (m_mark)
+        m_mark->sayMistake();
+}
