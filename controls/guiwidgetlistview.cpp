@@ -15,9 +15,11 @@
 #include <utility>
 
 guiWidgetListView::guiWidgetListView(QWidget* parent)
-    : guiNoticeView(parent), m_model(new guiListModel(this)), m_header(new QHeaderView(Qt::Horizontal, this))
+    : guiNoticeView(parent), m_model(new guiListModel), m_header(new QHeaderView(Qt::Horizontal))
 {
     assertOnGuiThread();
+    m_model->setParent(this); // only now: the list hears of its children, with all that it has
+    m_header->setParent(this);
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_NoSystemBackground);
     setItemDelegate(new guiWidgetRadioRow(this));
