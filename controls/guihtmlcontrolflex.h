@@ -167,7 +167,7 @@ public:
 
     /// What the user may do with a row besides, and whether the page has a link for it.
     bool hearsActivation() const { return m_list.activateAction.getLength() > 0; }
-    bool hearsContext() const { return m_list.contextAction.getLength() > 0; }
+    bool hearsContext() const;
     /// The user has double-clicked the row or pressed Return in it; has asked for a menu, by the right button or by
     /// key, at a place on the screen (row kNoRow: beside the rows); has expanded or collapsed it; has clicked a
     /// heading. Columns count from 1. Each follows its link; script finds row and column in the session's event.

@@ -3,10 +3,9 @@
 // each step checks again.
 #include "controls/guiwidget.h"
 
+#include "controls/guicontextrequest.h"
 #include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
-#include "controls/guihtmlcontextmenu.h"
-#include "controls/guihtmlcontroledit.h"
 #include "controls/guihtmlcustom.h"
 #include "controls/guiscrollkeys.h"
 #include "controls/guitabstops.h"
@@ -28,11 +27,13 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QToolTip>
 #include <QWheelEvent>
@@ -394,7 +395,9 @@ bool guiWidget::isOwnContext(QObject* watched, QEvent const& event)
         return false;
     guiEventScope scope;
     auto* const widget = static_cast<QWidget*>(watched);
-    auto* const node = dynamic_cast<guiHtmlControlEdit*>(nodeOf(widget));
+    bool const isField = qobject_cast<QLineEdit*>(widget) || qobject_cast<QPlainTextEdit*>(widget) ||
+                         qobject_cast<QPlainTextEdit*>(widget->parentWidget());
+    guiHtml* const node = isField ? nodeOf(widget) : nullptr;
     auto const& request = static_cast<QContextMenuEvent const&>(event);
     if (!node || !guiHasContext(node))
         return false;

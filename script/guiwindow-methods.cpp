@@ -87,7 +87,7 @@ void guiWindow_popup_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptA
     auto* menu = dynamic_cast<guiHtmlContextMenu*>(root->getNamed(name));
     QPoint const place = hasPlace ? root->getWidget()->mapToGlobal(QPoint(args.get(1)->toInt(0), args.get(2)->toInt(0)))
                                   : QCursor::pos();
-    result.setBool(menu && menu->popup(place));
+    result.setBool(menu && menu->popup(place, {}));
 }
 
 void guiWindow_isValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)

@@ -202,12 +202,9 @@ constexpr guiScriptMethod kMethods[] = {
 };
 
 constexpr guiScriptMethod kExtensionMethods[] = {
-    {"getForm", guiWindow_getForm_script},
-    {"readForm", guiWindow_readForm_script},
-    {"writeForm", guiWindow_writeForm_script},
-    {"isFormValid", guiWindow_isFormValid_script},
-    {"startShow", guiWindow_startShow_script},
-    {"getReturnValue", guiWindow_getReturnValue_script},
+    {"getForm", guiWindow_getForm_script},     {"readForm", guiWindow_readForm_script},
+    {"writeForm", guiWindow_writeForm_script}, {"isFormValid", guiWindow_isFormValid_script},
+    {"startShow", guiWindow_startShow_script}, {"getReturnValue", guiWindow_getReturnValue_script},
     {"popup", guiWindow_popup_script},
 };
 
