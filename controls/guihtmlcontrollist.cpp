@@ -3,6 +3,7 @@
 
 #include "controls/guieventscope.h"
 #include "controls/guiformproperty.h"
+#include "controls/guipackedrows.h"
 #include "controls/guiscriptmethod.h"
 #include "controls/guiwidgetcombobox.h"
 #include "controls/guiwidgetlistbox.h"
@@ -372,8 +373,26 @@ void guiHtmlControlList::readFormProperty(ScriptObject* form)
         return;
     if (value.isNull() && isOneOfMany())
         clearSelection();
-    else if (value.isString())
+    else if (value.isString() && (m_list.editable <= 0 || hasEntry(value.text())))
         setSelected(value.text(), 1);
+    else if (value.isString())
+        setTyped(value.text());
+}
+
+bool guiHtmlControlList::hasEntry(sstring const& value) const
+{
+    istring const wanted(value);
+    return std::any_of(m_entries.begin(), m_entries.end(),
+                       [&wanted](auto const& entry) { return entry && wanted == entry->value; });
+}
+
+/// What stands in an editable combo box, as if the user had typed it. Nobody is told.
+void guiHtmlControlList::setTyped(sstring const& text)
+{
+    if (m_comboBox)
+        m_comboBox->setEditText(sstoq(text));
+    else
+        m_typed = text;
 }
 
 void guiHtmlControlList::writeFormProperty(ScriptObject* form)
@@ -425,17 +444,48 @@ void control_isItemSelected_qt(LibManager&, ScriptPrivate* data, ScriptObject* s
     result.setBool(list && list->isItemSelected(guiTextOf(args, 0)));
 }
 
-constexpr ScriptMethod control_addItem_script = guiCallOnGuiThread<control_addItem_qt>;
-constexpr ScriptMethod control_removeItem_script = guiCallOnGuiThread<control_removeItem_qt>;
-constexpr ScriptMethod control_selectItem_script = guiCallOnGuiThread<control_selectItem_qt>;
-constexpr ScriptMethod control_isItemSelected_script = guiCallOnGuiThread<control_isItemSelected_qt>;
+/// A method that returns something as packed rows; null when the list is gone.
+template <QString (listNode::*getter)() const>
+void read_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (listNode* list = args.count() == 0 ? guiControlOf<listNode>(data, self) : nullptr)
+        result.setString(qtoss((list->*getter)()));
+}
+
+/// A method that takes packed rows.
+template <void (listNode::*setter)(guiPackedRows const& packed)>
+void write_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    auto const packed = guiIsOneString(args) ? guiPackedRows::read(sstoview(guiTextOf(args, 0))) : nullptr;
+    if (listNode* list = packed ? guiControlOf<listNode>(data, self) : nullptr)
+        (list->*setter)(*packed);
+}
+
+void control_clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (listNode* list = args.count() == 0 ? guiControlOf<listNode>(data, self) : nullptr)
+        list->clear();
+}
+
+constexpr guiScriptMethod kMethods[] = {
+    {"addItem", guiCallOnGuiThread<control_addItem_qt>},
+    {"removeItem", guiCallOnGuiThread<control_removeItem_qt>},
+    {"selectItem", guiCallOnGuiThread<control_selectItem_qt>},
+    {"isItemSelected", guiCallOnGuiThread<control_isItemSelected_qt>},
+    {"clear", guiCallOnGuiThread<control_clear_qt>},
+    {"setPackedItems", guiCallOnGuiThread<write_qt<&listNode::setItems>>},
+    {"getPackedItems", guiCallOnGuiThread<read_qt<&listNode::items>>},
+    {"setSelectedItems", guiCallOnGuiThread<write_qt<&listNode::setSelection>>},
+    {"getSelectedItems", guiCallOnGuiThread<read_qt<&listNode::selection>>},
+};
 
 } // namespace
 
 void guiHtmlControlList::addScriptMethods(ScriptObject* object)
 {
-    object->addMethod("addItem", control_addItem_script);
-    object->addMethod("removeItem", control_removeItem_script);
-    object->addMethod("selectItem", control_selectItem_script);
-    object->addMethod("isItemSelected", control_isItemSelected_script);
+    for (guiScriptMethod const& each : kMethods)
+        object->addMethod(each.name, each.method);
 }

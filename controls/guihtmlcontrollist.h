@@ -1,4 +1,5 @@
-// controls/guihtmlcontrollist.h: the `select` element: a combo box or a list box.
+// controls/guihtmlcontrollist.h: the `select` element: a combo box or a list box. guihtmlcontrollist-data.cpp does what
+// concerns all entries at once.
 #pragma once
 
 #include "controls/guihtmlcontrol.h"
@@ -8,6 +9,7 @@
 #include <vector>
 
 class QString;
+class guiPackedRows;
 
 /// One `option`.
 struct guiHtmlControlListEntry
@@ -63,6 +65,19 @@ public:
     /// removed entry leaves a hole, so from then on rows and entries have different indices.
     void removeItem(sstring const& value);
 
+    /// All entries as packed rows of a value and a text, and which of them are selected.
+    QString items() const;
+    /// Shows these entries in place of all others. Unless a row says that it is selected, what was selected stays so by
+    /// its value. Runs script when the selection of a list box changes.
+    void setItems(guiPackedRows const& packed);
+    /// Removes all entries; as setItems().
+    void clear();
+    /// The values of the selected entries, as packed rows.
+    QString selection() const;
+    /// Selects the entries of these values, compared without regard to case, and no others; of a list that has one
+    /// selected entry, the first. Runs script.
+    void setSelection(guiPackedRows const& packed);
+
     bool takesFormValue(ScriptValue& value) const override;
     void readFormProperty(ScriptObject* form) override;
     void writeFormProperty(ScriptObject* form) override;
@@ -89,6 +104,11 @@ private:
         int editable = 0;
     };
 
+    template <typename Work>
+    void forEachEntry(Work work) const;
+    void refillWidget();
+    bool hasEntry(sstring const& value) const;
+    void setTyped(sstring const& text);
     bool isOneOfMany() const { return m_list.multiple && m_list.visibleRows > 1; }
     guiHtmlControlListEntry const* entryAt(int row) const;
     int currentRow() const;

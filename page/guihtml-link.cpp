@@ -110,6 +110,7 @@ int guiHtml::onHyperlink(sstring link, ScriptObject* object)
 
 int guiHtml::onHyperlinkAction(sstring& link, sstring& target, ScriptObject* object)
 {
+    assertOnGuiThread();
     sstring event = eventIn(link);
     if (event.getLength() == 0)
         return 0;

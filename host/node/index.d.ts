@@ -340,6 +340,20 @@ export interface ButtonControl extends GuiControl {
     uncheck(): null;
 }
 
+/** An item of a `<select>`. */
+export interface ListItem {
+    value: string;
+    text: string;
+    selected: boolean;
+}
+
+/** An item as `setItems()` takes it: without a value its text is one, without a text its value is shown. */
+export interface NewListItem {
+    value?: string | number | null;
+    text?: string | number | null;
+    selected?: boolean;
+}
+
 /** A drop-down list or a list box: `<select>`. Entries are named by their values; letters' case does not matter. */
 export interface ListControl extends GuiControl {
     /**
@@ -352,6 +366,17 @@ export interface ListControl extends GuiControl {
     /** Selects the entry. False takes it out of the selection of a list box. */
     selectItem(value: string, on?: boolean | number): null;
     isItemSelected(value: string): boolean;
+    /**
+     * Shows these items in place of all others: `list.setItems(['Oslo', { value: 'rom', text: 'Rome' }])`. A text alone is a value
+     * that is shown as it is. Unless an item says that it is selected, what was selected stays so.
+     */
+    setItems(items: readonly (string | number | NewListItem)[]): null;
+    /** All items. */
+    items(): ListItem[];
+    /** Removes all items. */
+    clear(): null;
+    /** The values of the selected items. Assigning selects these and no others. */
+    selection: string[];
 }
 
 /** What stands before a row of a flex list: nothing, a check box or a radio button; by name or as a number. */

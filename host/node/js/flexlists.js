@@ -6,6 +6,7 @@ const { checkMethod } = require('./checked.js');
 const { reportError } = require('./errors.js');
 const { describe } = require('./kinds.js');
 const { checkValues, readyColumns, readyRows } = require('./listrows.js');
+const selectLists = require('./selectlists.js');
 const { packRows, packValues, unpack, unpackRows, unpackValues } = require('./packedrows.js');
 
 /** Methods of the component that are for this file alone. */
@@ -117,14 +118,17 @@ const properties = {
     }),
 };
 
-/** The component adds a method to an object: true when it is one for this file. */
+const ofSelect = selectLists.makeProperties({ call, checkMethod, read, property });
+
+/** The component adds a method to an object: true when it is one for this file, or for that of the other lists. */
 function takePart(object, name, method) {
-    if (!partNames.has(name)) {
+    const isFlex = partNames.has(name);
+    if (!isFlex && !selectLists.partNames.has(name)) {
         return false;
     }
     if (!partsOf.has(object)) {
         partsOf.set(object, {});
-        Object.defineProperties(object, properties);
+        Object.defineProperties(object, isFlex ? properties : ofSelect);
     }
     partsOf.get(object)[name] = method;
     return true;

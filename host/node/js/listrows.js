@@ -118,6 +118,21 @@ function readyRows(what, rows, method) {
     return ready;
 }
 
+const ofItems = { value: optionalText, text: optionalText, selected: flag };
+
+/** The items of a `<select>` as they are packed: texts alone are values that are shown as they are. */
+function readyItems(what, items, method) {
+    checkArray(what, items, method);
+    return items.map((item, i) => {
+        if (isText(item)) {
+            return { value: String(item), texts: [String(item)] };
+        }
+        checkObject(what, item, ofItems, i, 'item', method);
+        const value = stringOf(item.value ?? item.text);
+        return { value, texts: [stringOf(item.text ?? value)], selected: item.selected };
+    });
+}
+
 function readyColumns(what, columns, method) {
     checkArray(what, columns, method);
     columns.forEach((column, i) => checkObject(what, column, ofColumns, i, 'column', method));
@@ -137,4 +152,4 @@ function checkValues(what, values, method) {
     }
 }
 
-module.exports = { checkValues, readyColumns, readyRows };
+module.exports = { checkValues, readyColumns, readyItems, readyRows };

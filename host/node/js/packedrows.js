@@ -139,4 +139,7 @@ function unpackRows(packed) {
 
 const unpackValues = (packed) => unpack(packed, ([value]) => value);
 
-module.exports = { packRows, packValues, types, unpack, unpackRows, unpackValues };
+/** Whether a row of these states is selected. */
+const isSelected = (state) => (state & bits.selected) !== 0;
+
+module.exports = { isSelected, packRows, packValues, types, unpack, unpackRows, unpackValues };

@@ -59,7 +59,7 @@ const ofKinds = {
     ListControl: {
         mark: 'addItem',
         methods: ['addItem(value: string, text?: string)', 'removeItem(value: string)', 'selectItem(value: string, on?: switch)',
-            'isItemSelected(value: string)'],
+            'isItemSelected(value: string)', 'clear()', 'setItems(items: any)', 'items()'],
     },
     CustomElement: { mark: 'setSize', methods: ['setSize(width: number|string, height?: number|string)'] },
 };
