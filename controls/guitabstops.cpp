@@ -105,7 +105,7 @@ QWidget* entryOf(tabStop const& stop, QWidget const* from, bool forward)
     return forward ? inside.front() : inside.back();
 }
 
-void give(guiHtml* node, QWidget* widget, bool forward)
+void give(guiHtml* node, QWidget* widget, bool forward) TARN_ON(velaGuiRole)
 {
     QPointer<QWidget> const kept(widget); // scrolling may run script
     guiScrollIntoView(node);

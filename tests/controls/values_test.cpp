@@ -66,7 +66,7 @@ TEST(NumberFields, KeepTheTextOfThePageAndTakeNoOther)
 
 TEST(NumberFields, ShowTheDecimalSignOfTheLanguageAndReadBoth)
 {
-    OtherLocale const german(QLocale(QLocale::German));
+    OtherLocale const german{QLocale(QLocale::German)};
     ShownPage page("<input type=number name=n value=1.5 max=2.5>");
     auto* field = page.widget<guiWidgetNumber>("n");
     EXPECT_EQ(field->edit()->text(), "1,5");
@@ -135,7 +135,7 @@ TEST(Sliders, AlwaysHaveANumberOfTheirSteps)
 
 TEST(Moments, AreReadInTheFormsWayAndTheUsersAndWrittenInTheForms)
 {
-    OtherLocale const german(QLocale(QLocale::German));
+    OtherLocale const german{QLocale(QLocale::German)};
     EXPECT_EQ(guiMomentFormat(true), "dd.MM.yyyy");
     for (char const* text : {"2026-03-09", "09.03.2026", "9.3.2026"})
         EXPECT_EQ(guiReadMoment(text, true), QString("2026-03-09")) << text;

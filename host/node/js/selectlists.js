@@ -13,13 +13,13 @@ function makeProperties({ call, checkMethod, read, property }) {
         return null;
     }
 
-    function items() {
+    function allItems() {
         return read(this, 'getPackedItems', (packed) => unpack(packed, ([value, text], state) => ({ value, text, selected: isSelected(state) })));
     }
 
     return {
         setItems: { value: checkMethod('setItems', setItems), writable: true, configurable: true },
-        items: { value: checkMethod('items', items), writable: true, configurable: true },
+        items: { value: checkMethod('items', allItems), writable: true, configurable: true },
         selection: property('selection', function () {
             return read(this, 'getSelectedItems', unpackValues);
         }, (list, wanted, method) => {
