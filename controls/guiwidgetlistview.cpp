@@ -33,7 +33,13 @@ guiWidgetListView::guiWidgetListView(QWidget* parent)
     connect(this, SIGNAL(selectionChanged()), this, SLOT(onSelect()));
 }
 
-guiWidgetListView::~guiWidgetListView() { dropItems(); }
+// The heading and the model still tell of changes while the toolkit takes apart the widget that this is then.
+guiWidgetListView::~guiWidgetListView()
+{
+    disconnect(m_header, nullptr, this, nullptr);
+    disconnect(m_model, nullptr, this, nullptr);
+    dropItems();
+}
 
 void guiWidgetListView::connectModel()
 {
