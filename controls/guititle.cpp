@@ -23,7 +23,7 @@ sstring guiTitleAt(guiHtml* node, QPoint at)
                         at.y() - rect.top + static_cast<int>(scroll.posY));
     guiChildSpan span(node, {inside.x(), 1, inside.y(), 1});
     while (guiHtml* child = span.next())
-        if (sstring const found = guiTitleAt(child, inside); found.getLength() != 0)
+        if (sstring found = guiTitleAt(child, inside); found.getLength() != 0)
             return found;
     return node->getString(kStringTitle);
 }

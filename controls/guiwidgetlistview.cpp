@@ -222,9 +222,11 @@ void guiWidgetListView::selectOnly(std::set<guiRowNumber> const& wanted)
         QModelIndex const index = m_model->indexOf(row);
         bool const goesOn = !selection.isEmpty() && selection.back().bottom() + 1 == index.row() &&
                             selection.back().parent() == index.parent();
-        QModelIndex const from = goesOn ? QModelIndex(selection.back().topLeft()) : index;
-        if (goesOn)
+        QModelIndex from = index;
+        if (goesOn) {
+            from = selection.back().topLeft();
             selection.removeLast();
+        }
         selection.append({from, index.siblingAtColumn(columnCount() - 1)});
     }
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);

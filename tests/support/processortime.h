@@ -2,8 +2,7 @@
 #pragma once
 
 #include <cstdint>
-
-#include <time.h>
+#include <ctime>
 
 /// The calling thread's processor time so far, in nanoseconds.
 inline std::int64_t processorTime()
