@@ -187,7 +187,7 @@ private:
 
     // Painting
     struct paintedRow;
-    void paintRow(QPainter& painter, QStyleOptionViewItem const& option, int place);
+    void paintRow(QPainter& painter, QStyleOptionViewItem const& common, int place);
     void paintCell(QPainter& painter, paintedRow const& row, int section);
     void paintBranches(QPainter& painter, paintedRow const& row, QRect const& cell);
     void paintFocus(QPainter& painter, paintedRow const& row);
