@@ -270,8 +270,9 @@ test('a worker thread that loads the package beside open windows is told whose t
         (async () => {
             for (let i = 0; i < 3; ++i) {
                 const worker = new Worker(inWorker, { eval: true });
+                const ended = new Promise((resolve) => worker.on('exit', resolve)); // which may come together with the message
                 console.log(await new Promise((resolve, reject) => worker.on('message', resolve).on('error', reject)));
-                await new Promise((resolve) => worker.on('exit', resolve));
+                await ended;
             }
             console.log(window.isOpen());
             window.close();
