@@ -203,6 +203,14 @@ int guiHtmlControl::clampLength(std::int64_t pixels)
     return static_cast<int>(std::clamp<std::int64_t>(pixels, 0, kMaxPixels));
 }
 
+int guiHtmlControl::takeNoRoom()
+{
+    m.dynamic = {};
+    m.dynamic.unitX = kUnitPixels;
+    m.expandWidth = m.expandHeight = 0;
+    return 0;
+}
+
 int guiHtmlControl::lineSpacing() { return guiTextFonts::of(getDefaultFont(nullptr)).lineSpacing(); }
 
 ScriptObject* guiHtmlControl::getCustomObject()

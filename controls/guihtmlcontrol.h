@@ -119,6 +119,8 @@ protected:
     int lineSpacing();
     /// A measured length as nodes may have it: 0 to kMaxPixels.
     static int clampLength(std::int64_t pixels);
+    /// What calcDynamicLayout() gives for a control that stands at an edge of the window, not where its tag is.
+    int takeNoRoom();
     /// Follows the link, unless it is "", with the control's script object. Runs script: the control may be gone
     /// afterwards.
     void followLink(sstring const& link);

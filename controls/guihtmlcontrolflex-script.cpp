@@ -1,6 +1,7 @@
 // controls/guihtmlcontrolflex-script.cpp: the methods of a flex list for script, and its value in the form.
 #include "controls/guiformproperty.h"
 #include "controls/guihtmlcontrolflex.h"
+#include "controls/guipackedscript.h"
 #include "controls/guiscriptmethod.h"
 #include "controls/guiscriptvalue.h"
 #include "foundation/vela-qt.h"
@@ -152,47 +153,14 @@ void control_setItemText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
 // ---- The list as data: for the package's own JavaScript, which packs and unpacks ----
 
 /// The packed rows that are the only argument; null when it is something else.
-std::shared_ptr<guiPackedRows const> packedArgument(ScriptArgs& args)
-{
-    if (!guiIsOneString(args))
-        return nullptr;
-    return guiPackedRows::read(sstoview(guiTextOf(args, 0)));
-}
-
 void control_setPackedRows_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
                               ScriptValue& result)
 {
-    auto const packed = packedArgument(args);
+    auto const packed = guiPackedArgument(args);
     flexNode* flex = packed ? guiControlOf<flexNode>(data, self) : nullptr;
     result.setBool(flex != nullptr);
     if (flex)
         flex->setRows(packed);
-}
-
-/// A method that returns something as packed rows; null when the list is gone.
-template <QString (flexNode::*getter)()>
-void read_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    result.setNull();
-    if (flexNode* flex = args.count() == 0 ? guiControlOf<flexNode>(data, self) : nullptr)
-        result.setString(qtoss((flex->*getter)()));
-}
-
-/// A method that takes packed rows.
-template <void (flexNode::*setter)(guiPackedRows const& packed)>
-void write_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    result.setNull();
-    auto const packed = packedArgument(args);
-    if (flexNode* flex = packed ? guiControlOf<flexNode>(data, self) : nullptr)
-        (flex->*setter)(*packed);
-}
-
-void control_clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    result.setNull();
-    if (flexNode* flex = args.count() == 0 ? guiControlOf<flexNode>(data, self) : nullptr)
-        flex->clear();
 }
 
 void forgetResult(ScriptValue&, void*) {}
@@ -257,17 +225,17 @@ constexpr guiScriptMethod kMethods[] = {
     {"setColumnWidth", guiCallOnGuiThread<control_setColumnWidth_qt>},
     {"setColumnText", guiCallOnGuiThread<control_setColumnText_qt>},
     {"setItemText", guiCallOnGuiThread<control_setItemText_qt>},
-    {"clear", guiCallOnGuiThread<control_clear_qt>},
+    {"clear", guiCallOnGuiThread<guiClearRows_qt<flexNode>>},
     {"setPackedRows", guiCallOnGuiThread<control_setPackedRows_qt>},
     {"setProvider", guiCallOnGuiThread<control_setSource_qt>},
     {"giveRows", guiCallOnGuiThread<control_giveRows_qt>},
-    {"getPackedRows", guiCallOnGuiThread<read_qt<&flexNode::packedRows>>},
-    {"getSelection", guiCallOnGuiThread<read_qt<&flexNode::selection>>},
-    {"setSelection", guiCallOnGuiThread<write_qt<&flexNode::setSelection>>},
-    {"getChecked", guiCallOnGuiThread<read_qt<&flexNode::checkedRows>>},
-    {"setChecked", guiCallOnGuiThread<write_qt<&flexNode::setCheckedRows>>},
-    {"getColumns", guiCallOnGuiThread<read_qt<&flexNode::columns>>},
-    {"setColumns", guiCallOnGuiThread<write_qt<&flexNode::setColumns>>},
+    {"getPackedRows", guiCallOnGuiThread<guiReadPacked_qt<flexNode, &flexNode::packedRows>>},
+    {"getSelection", guiCallOnGuiThread<guiReadPacked_qt<flexNode, &flexNode::selection>>},
+    {"setSelection", guiCallOnGuiThread<guiWritePacked_qt<flexNode, &flexNode::setSelection>>},
+    {"getChecked", guiCallOnGuiThread<guiReadPacked_qt<flexNode, &flexNode::checkedRows>>},
+    {"setChecked", guiCallOnGuiThread<guiWritePacked_qt<flexNode, &flexNode::setCheckedRows>>},
+    {"getColumns", guiCallOnGuiThread<guiReadPacked_qt<flexNode, &flexNode::columns>>},
+    {"setColumns", guiCallOnGuiThread<guiWritePacked_qt<flexNode, &flexNode::setColumns>>},
 };
 
 } // namespace

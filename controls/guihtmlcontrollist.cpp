@@ -3,7 +3,7 @@
 
 #include "controls/guieventscope.h"
 #include "controls/guiformproperty.h"
-#include "controls/guipackedrows.h"
+#include "controls/guipackedscript.h"
 #include "controls/guiscriptmethod.h"
 #include "controls/guiwidgetcombobox.h"
 #include "controls/guiwidgetlistbox.h"
@@ -444,42 +444,16 @@ void control_isItemSelected_qt(LibManager&, ScriptPrivate* data, ScriptObject* s
     result.setBool(list && list->isItemSelected(guiTextOf(args, 0)));
 }
 
-/// A method that returns something as packed rows; null when the list is gone.
-template <QString (listNode::*getter)() const>
-void read_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    result.setNull();
-    if (listNode* list = args.count() == 0 ? guiControlOf<listNode>(data, self) : nullptr)
-        result.setString(qtoss((list->*getter)()));
-}
-
-/// A method that takes packed rows.
-template <void (listNode::*setter)(guiPackedRows const& packed)>
-void write_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    result.setNull();
-    auto const packed = guiIsOneString(args) ? guiPackedRows::read(sstoview(guiTextOf(args, 0))) : nullptr;
-    if (listNode* list = packed ? guiControlOf<listNode>(data, self) : nullptr)
-        (list->*setter)(*packed);
-}
-
-void control_clear_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
-{
-    result.setNull();
-    if (listNode* list = args.count() == 0 ? guiControlOf<listNode>(data, self) : nullptr)
-        list->clear();
-}
-
 constexpr guiScriptMethod kMethods[] = {
     {"addItem", guiCallOnGuiThread<control_addItem_qt>},
     {"removeItem", guiCallOnGuiThread<control_removeItem_qt>},
     {"selectItem", guiCallOnGuiThread<control_selectItem_qt>},
     {"isItemSelected", guiCallOnGuiThread<control_isItemSelected_qt>},
-    {"clear", guiCallOnGuiThread<control_clear_qt>},
-    {"setPackedItems", guiCallOnGuiThread<write_qt<&listNode::setItems>>},
-    {"getPackedItems", guiCallOnGuiThread<read_qt<&listNode::items>>},
-    {"setSelectedItems", guiCallOnGuiThread<write_qt<&listNode::setSelection>>},
-    {"getSelectedItems", guiCallOnGuiThread<read_qt<&listNode::selection>>},
+    {"clear", guiCallOnGuiThread<guiClearRows_qt<listNode>>},
+    {"setPackedItems", guiCallOnGuiThread<guiWritePacked_qt<listNode, &listNode::setItems>>},
+    {"getPackedItems", guiCallOnGuiThread<guiReadPacked_qt<listNode, &listNode::items>>},
+    {"setSelectedItems", guiCallOnGuiThread<guiWritePacked_qt<listNode, &listNode::setSelection>>},
+    {"getSelectedItems", guiCallOnGuiThread<guiReadPacked_qt<listNode, &listNode::selection>>},
 };
 
 } // namespace

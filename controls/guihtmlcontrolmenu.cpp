@@ -41,10 +41,7 @@ int guiHtmlControlMenu::calcDynamicLayout()
 {
     createChildWidget();
     guiHtmlControl::calcDynamicLayout();
-    m.dynamic = {};
-    m.dynamic.unitX = kUnitPixels;
-    m.expandWidth = m.expandHeight = 0;
-    return 0;
+    return takeNoRoom();
 }
 
 void guiHtmlControlMenu::setRect(guiRect* rect)

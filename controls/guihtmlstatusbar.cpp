@@ -25,10 +25,7 @@ int guiHtmlStatusBar::calcDynamicLayout()
 {
     createChildWidget();
     guiHtmlControl::calcDynamicLayout();
-    m.dynamic = {};
-    m.dynamic.unitX = kUnitPixels;
-    m.expandWidth = m.expandHeight = 0;
-    return 0;
+    return takeNoRoom();
 }
 
 void guiHtmlStatusBar::setRect(guiRect* rect)

@@ -48,15 +48,6 @@ std::optional<scrollStep> stepOf(QKeyEvent const& event)
 
 bool canScroll(QScrollBar const* bar) { return bar && bar->minimum() < bar->maximum(); }
 
-/// The node whose control has, or holds, the widget; null when none does.
-guiHtml* nodeOf(guiHtml* page, QWidget* widget)
-{
-    for (QWidget* at = widget; at && !at->isWindow(); at = at->parentWidget())
-        if (guiHtml* node = page->findWidget(at))
-            return node;
-    return nullptr;
-}
-
 QScrollBar* barAround(guiHtml* node, Qt::Orientation orientation)
 {
     for (guiHtml* at = node; at; at = at->getParent()) {
@@ -70,14 +61,14 @@ QScrollBar* barAround(guiHtml* node, Qt::Orientation orientation)
 
 } // namespace
 
-bool guiScrollByKey(guiHtml* page, QWidget* focused, QScrollBar* pane, QKeyEvent const& event)
+bool guiScrollByKey(guiHtml* page, guiHtml* focused, QScrollBar* pane, QKeyEvent const& event)
 {
     std::optional<scrollStep> const step = stepOf(event);
     if (!step)
         return false;
     QScrollBar* bar = step->orientation == Qt::Vertical && canScroll(pane) ? pane : nullptr;
     if (!bar)
-        bar = barAround(nodeOf(page, focused), step->orientation);
+        bar = barAround(focused, step->orientation);
     if (!bar)
         bar = barAround(page, step->orientation);
     if (!bar)

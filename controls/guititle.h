@@ -11,6 +11,5 @@ class guiHtml;
 /// A tip as the toolkit shows it: plain text, broken into lines.
 QString guiTipOf(sstring const& text);
 
-/// The title of the innermost element at a point that has one, "" without one. The point is relative to the content of
-/// the node's parent. GUI thread.
-sstring guiTitleAt(guiHtml* node, QPoint at);
+/// The title of the innermost element at a point of the page that has one, "" without one. GUI thread.
+sstring guiTitleAt(guiHtml* page, QPoint at);

@@ -12,7 +12,7 @@
 #include "controls/guititle.h"
 #include "controls/guiwidgetscrollbar.h"
 #include "foundation/vela-qt.h"
-#include "page/guichildspan.h"
+#include "page/guifindat.h"
 #include "page/guihtml.h"
 #include "page/guilaterevents.h"
 #include "page/guinodewatch.h"
@@ -60,37 +60,19 @@ bool isOpaque(guiPageRoot const* page)
            page->m.space == 0 && !page->getMenuBar();
 }
 
-/// The scroll bar of the innermost scrolled node under the point, null when there is none. The point is relative to the
-/// content of the node's parent.
-QScrollBar* scrollBarAt(guiHtml* node, QPoint at, Qt::Orientation orientation)
+/// The scroll bar of the innermost scrolled node under the point, null when there is none.
+QScrollBar* scrollBarAt(guiHtml* page, QPoint at, Qt::Orientation orientation)
 {
-    guiRect rect = node->m.rect;
-    if (at.x() < rect.left || at.x() >= rect.right() || at.y() < rect.top || at.y() >= rect.bottom())
-        return nullptr;
-    guiHtml::scroll_t const& scroll = node->getScroll();
-    QPoint inside(at.x() - rect.left + static_cast<int>(scroll.posX),
-                  at.y() - rect.top + static_cast<int>(scroll.posY));
-    guiChildSpan span(node, {inside.x(), 1, inside.y(), 1});
-    while (guiHtml* child = span.next())
-        if (QScrollBar* bar = scrollBarAt(child, inside, orientation))
-            return bar;
-    return orientation == Qt::Vertical ? scroll.barY.data() : scroll.barX.data();
+    return guiFindAt(page, at, [orientation](guiHtml* node, QPoint) {
+        guiHtml::scroll_t const& scroll = node->getScroll();
+        return orientation == Qt::Vertical ? scroll.barY.data() : scroll.barX.data();
+    });
 }
 
-/// The innermost node that covers the point, which is relative to the content of the node's parent; null for none.
-guiHtml* nodeAt(guiHtml* node, QPoint at)
+/// The innermost node that covers the point; null for none.
+guiHtml* nodeAt(guiHtml* page, QPoint at)
 {
-    guiRect const rect = node->m.rect;
-    if (at.x() < rect.left || at.x() >= rect.right() || at.y() < rect.top || at.y() >= rect.bottom())
-        return nullptr;
-    guiHtml::scroll_t const& scroll = node->getScroll();
-    QPoint const inside(at.x() - rect.left + static_cast<int>(scroll.posX),
-                        at.y() - rect.top + static_cast<int>(scroll.posY));
-    guiChildSpan span(node, {inside.x(), 1, inside.y(), 1});
-    while (guiHtml* child = span.next())
-        if (guiHtml* found = nodeAt(child, inside))
-            return found;
-    return node;
+    return guiFindAt(page, at, [](guiHtml* node, QPoint) { return node; });
 }
 
 /// Calls the handler that the node names for this, if it does. `node` may be null, and gone afterwards.
@@ -512,7 +494,7 @@ void guiWidget::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
     bool const isUsed = guiHandleKey(livePage(), event->key(), true) || openMenu(*event);
-    if (isUsed || (livePage() && guiScrollByKey(livePage(), focusWidget(), m_clickedPane, *event)))
+    if (isUsed || (livePage() && guiScrollByKey(livePage(), nodeOf(focusWidget()), m_clickedPane, *event)))
         event->accept();
     else
         QDialog::keyPressEvent(event);
