@@ -3,6 +3,7 @@
 
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
+#include "page/guitaborder.h"
 
 #include <QAbstractButton>
 #include <QButtonGroup>
@@ -13,32 +14,6 @@
 #include <vector>
 
 namespace {
-
-struct tabStop
-{
-    guiHtml* node;
-    QWidget* widget;
-};
-
-using stopList = std::vector<tabStop>;
-
-void collect(guiHtml* node, stopList& stops)
-{
-    if (QWidget* widget = node->getChildWidget())
-        stops.push_back({node, widget});
-    for (guiHtml* child : guiNodesOf(node))
-        collect(child, stops);
-}
-
-/// In the order of the Tab key.
-stopList stopsOf(guiHtml* page)
-{
-    stopList stops;
-    collect(page, stops);
-    std::stable_sort(stops.begin(), stops.end(),
-                     [](tabStop const& a, tabStop const& b) { return a.node->getTabIndex() < b.node->getTabIndex(); });
-    return stops;
-}
 
 QButtonGroup* groupOf(QWidget const* widget)
 {
@@ -94,7 +69,7 @@ bool isEntry(QWidget const* widget)
 bool hasSize(guiHtml const* node) { return node->m.rect.width > 0 && node->m.rect.height > 0; }
 
 /// Where Tab enters the control; null when it does not stop there.
-QWidget* entryOf(tabStop const& stop, QWidget const* from, bool forward)
+QWidget* entryOf(guiTabStop const& stop, QWidget const* from, bool forward)
 {
     bool const isSameGroup = from && groupOf(from) && groupOf(from) == groupOf(stop.widget);
     if (isSameGroup || !isEntry(stop.widget) || !hasSize(stop.node))
@@ -153,10 +128,10 @@ void guiScrollIntoView(guiHtml* node)
 
 bool guiFocusNext(guiHtml* page, QWidget* from, bool forward)
 {
-    stopList const stops = stopsOf(page);
+    std::vector<guiTabStop> const stops = guiTabStopsOf(page);
     auto const count = stops.size();
     auto const current = static_cast<std::size_t>(
-        std::find_if(stops.begin(), stops.end(), [&](tabStop const& each) { return holds(each.widget, from); }) -
+        std::find_if(stops.begin(), stops.end(), [&](guiTabStop const& each) { return holds(each.widget, from); }) -
         stops.begin());
     if (current < count)
         if (QWidget* next = nextInside(stops[current].widget, from, forward))

@@ -5,6 +5,7 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guipagehost.h"
 #include "page/guipageroot.h"
+#include "page/guitaborder.h"
 
 #include <QWidget>
 #include <algorithm>
@@ -143,22 +144,26 @@ guiHtml* guiHtml::findWidget(QWidget* widget)
 
 namespace {
 
-struct tabStop
-{
-    QWidget* widget;
-    int tabIndex;
-};
-
 /// In document order.
-void findWidgets(guiHtml* node, std::vector<tabStop>& stops)
+void findWidgets(guiHtml* node, std::vector<guiTabStop>& stops)
 {
     if (QWidget* widget = node->getChildWidget())
-        stops.push_back({widget, node->getTabIndex()});
+        stops.push_back({node, widget});
     for (guiHtml* child : guiNodesOf(node))
         findWidgets(child, stops);
 }
 
 } // namespace
+
+std::vector<guiTabStop> guiTabStopsOf(guiHtml* page)
+{
+    std::vector<guiTabStop> stops;
+    findWidgets(page, stops);
+    std::stable_sort(stops.begin(), stops.end(), [](guiTabStop const& a, guiTabStop const& b) {
+        return a.node->getTabIndex() < b.node->getTabIndex();
+    });
+    return stops;
+}
 
 void guiHtml::updateTabOrder()
 {
@@ -166,12 +171,9 @@ void guiHtml::updateTabOrder()
     if (!m.tabOrderDirty)
         return;
     m.tabOrderDirty = 0;
-    std::vector<tabStop> stops;
-    findWidgets(this, stops);
+    std::vector<guiTabStop> const stops = guiTabStopsOf(this);
     if (stops.empty())
         return;
-    std::stable_sort(stops.begin(), stops.end(),
-                     [](tabStop const& a, tabStop const& b) { return a.tabIndex < b.tabIndex; });
     QWidget* own = getTopLevelWidget();
     if (own && own->hasFocus())
         stops.front().widget->setFocus();

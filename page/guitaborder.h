@@ -1,0 +1,16 @@
+// page/guitaborder.h: the controls of a page in the order of the Tab key.
+#pragma once
+
+#include <vector>
+
+class QWidget;
+class guiHtml;
+
+struct guiTabStop
+{
+    guiHtml* node;
+    QWidget* widget; ///< the node's; not owned
+};
+
+/// All nodes that have a widget, by tab index and else in document order. GUI thread.
+std::vector<guiTabStop> guiTabStopsOf(guiHtml* page);
