@@ -98,7 +98,7 @@ void addPair(std::string const& name, std::vector<Ratio>& ratios)
     auto* const oursRuns = repeated(benchmark::RegisterBenchmark(ours.c_str(), grow<Ours>));
     auto* const peerRuns = repeated(benchmark::RegisterBenchmark(peer.c_str(), grow<Peer>));
     for (unsigned int size : kSizes) {
-        std::string const units = "/" + std::to_string(size);
+        std::string const units = std::string("/").append(std::to_string(size));
         oursRuns->Arg(size);
         peerRuns->Arg(size);
         ratios.push_back({title + units, ours + units, peer + units, 0.5});

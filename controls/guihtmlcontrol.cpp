@@ -211,6 +211,16 @@ int guiHtmlControl::takeNoRoom()
     return 0;
 }
 
+std::optional<int> guiHtmlControl::getBaseLine()
+{
+    constexpr int kFrame = 3;
+    if (!hasWindow() || m.activeCy == 0)
+        return std::nullopt;
+    guiTextFont const& font = guiTextFonts::of(getDefaultFont(nullptr));
+    int const spare = clampLength(m.activeCy) - font.lineSpacing();
+    return (keepsHeight() ? spare / 2 : kFrame) + font.lineSpacing() - font.descent();
+}
+
 int guiHtmlControl::lineSpacing() { return guiTextFonts::of(getDefaultFont(nullptr)).lineSpacing(); }
 
 ScriptObject* guiHtmlControl::getCustomObject()

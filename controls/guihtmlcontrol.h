@@ -64,6 +64,8 @@ public:
     void setRect(guiRect* rect) override;
     /// Controls of one line do.
     bool keepsHeight() const override { return true; }
+    /// Of a control of one line in the middle, of others behind the frame.
+    std::optional<int> getBaseLine() override;
     sstring getAction() const { return m_content.action; }
     void setAction(sstring const& link) { m_content.action = link; }
 

@@ -12,6 +12,7 @@
 #include "page/guicolor.h"
 #include "page/guipageroot.h"
 
+#include <algorithm>
 #include <cassert>
 
 namespace {
@@ -74,9 +75,13 @@ void guiHtmlControlButton::setChecked(int checked)
 int guiHtmlControlButton::getPreferredWidth()
 {
     constexpr int kAroundLabel = 12;
+    constexpr int kSpaciousLines = 6; // "OK" is as wide as "Cancel", in every font
     if (isCheckable())
         return kCheckSize;
-    return hasWindow() ? textWidth(m_content.text) + kAroundLabel : 0;
+    if (!hasWindow())
+        return 0;
+    int const width = textWidth(m_content.text) + kAroundLabel;
+    return m.spacious ? std::max(width + kAroundLabel, kSpaciousLines * lineSpacing()) : width;
 }
 
 int guiHtmlControlButton::getHeightEstimate(unsigned long)

@@ -72,7 +72,7 @@ void checkParts(sstring const& link)
     sstring file;
     sstring mark;
     guiSplitBookmark(link, file, mark);
-    Units const behind = has(whole, u'#') ? u"#" + unitsOf(mark) : Units();
+    Units const behind = has(whole, u'#') ? Units(u"#").append(unitsOf(mark)) : Units();
     require(unitsOf(file) + behind == whole, "the bookmark is cut wrongly");
     require(!has(unitsOf(file), u'#'), "a file name with a bookmark");
     require(whole.starts_with(unitsOf(guiDirectoryOf(link))), "the directory is not the begin of the name");

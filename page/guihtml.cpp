@@ -60,6 +60,7 @@ guiHtml::guiHtml(guiHtml* parent)
     m.textColor = parent->m.textColor;
     m.linkColor = parent->m.linkColor;
     m.activeLinkColor = parent->m.activeLinkColor;
+    m.spacious = parent->m.spacious;
     guiPageRoot* root = parent->getBaseHtml();
     if (root && root->getPageObject())
         guiHtml::buildCustomObject_script();

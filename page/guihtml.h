@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <atomic>
 #include <memory>
+#include <optional>
 
 class guiPageRoot;
 class guiWidget;
@@ -128,6 +129,7 @@ public:
         std::uint8_t visible = 1;
         std::uint8_t current = 0;
         std::uint8_t hover = 0;
+        std::uint8_t spacious = 0; ///< in an element with `gap`: lines share a base line, buttons have a least width
     };
 
     /// A node's data. What few nodes have is in `rare`, behind the accessors below.
@@ -273,6 +275,9 @@ public:
     /// Whether the node stays as high as it is when the cell that it stands in grows: vertical alignment then places
     /// it.
     virtual bool keepsHeight() const { return false; }
+    /// The distance from the top to the base line of the first line of text, in pixels; none for a node without text of
+    /// its own. Valid once the node has its active size.
+    virtual std::optional<int> getBaseLine() { return std::nullopt; }
     /// Makes of a value for the form what readFormProperty() reads: a text or null. False: the node has no such value,
     /// and `value` is as it was.
     virtual bool takesFormValue(ScriptValue&) const { return true; }

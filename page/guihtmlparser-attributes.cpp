@@ -106,6 +106,20 @@ void pullBorderColors(guiHtml* node, mlSection* section)
     node->setBorderColors(light, color, dark);
 }
 
+/// A gap holds for what stands in the element as well, until an element has a spacing of its own.
+void pullGap(guiHtml* node, mlSection* section, bool hasSpacing)
+{
+    guiHtml const* const parent = node->m.parent;
+    bool const isInherited = parent && parent->m.spacious;
+    node->m.spacious = isInherited || section->findAttr("gap");
+    if (section->findAttr("gap"))
+        node->m.divide = pullPixels(section, "gap");
+    else if (isInherited && !hasSpacing)
+        node->m.divide = parent->m.divide;
+    if (section->findAttr("margin"))
+        node->m.space = pullPixels(section, "margin");
+}
+
 void pullSpacing(guiHtml* node, mlSection* section)
 {
     int sum = 0;
@@ -113,6 +127,7 @@ void pullSpacing(guiHtml* node, mlSection* section)
         sum += pullPixels(section, name);
     node->m.divide = std::min(sum, kMaxPixels);
     node->m.space = node->getType() == guiHtml::kTypeFrameset ? 0 : node->m.divide;
+    pullGap(node, section, sum != 0);
 }
 
 void pullScrolling(guiHtml* node, mlSection* section)

@@ -14,7 +14,9 @@ void pullFrame(guiHtml* box, mlSection* section)
     if (!guiHtmlParser::hasAttr(section, "border"))
         box->m.border = kEtched;
     if (box->m.divide == 0)
-        box->m.space = box->m.divide = kSpace;
+        box->m.divide = kSpace;
+    if (box->m.space == 0 && !guiHtmlParser::hasAttr(section, "margin"))
+        box->m.space = kSpace;
 }
 
 /// What is in it is disabled as a whole.

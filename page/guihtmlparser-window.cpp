@@ -48,10 +48,10 @@ int guiHtmlParser::pullPage(guiHtml* node)
 {
     auto* window = dynamic_cast<guiPageRoot*>(node);
     if (mlSection* section = openPage(node, window)) {
-        guarded([&] { pullBase(node, section); });
         pullRestrict(node, section);
         if (window)
-            pullBorder(node, section);
+            pullBorder(node, section); // before the content, which takes over a gap
+        guarded([&] { pullBase(node, section); });
     }
     return endPage(node);
 }

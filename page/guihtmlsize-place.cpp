@@ -1,4 +1,5 @@
 // page/guihtmlsize-place.cpp: computes the rectangles from the sizes that the nodes got.
+#include "page/guibaseline.h"
 #include "page/guihtmlsize-layers.h"
 #include "page/guihtmlsize-scroll.h"
 #include "page/guihtmlsize.h"
@@ -72,18 +73,21 @@ std::int64_t contentHeight(guiHtml* node)
     return stack.bottom();
 }
 
-void placeLayer(guiHtml* node, guiLayer const& layer, std::int64_t left, std::int64_t top)
+void placeLayer(guiHtml* node, guiLayer const& layer, int height, std::int64_t left, std::int64_t top)
+    TARN_ON(velaGuiRole)
 {
+    guiBaseLine const baseLine(node, layer, height);
     for (guiHtml* child : guiLayerNodes(node, layer)) {
-        guiRect rect{guiClampPixels(left), guiClampPixels(child->m.activeCx), guiClampPixels(top),
+        int const lower = baseLine.offsetOf(child);
+        guiRect rect{guiClampPixels(left), guiClampPixels(child->m.activeCx), guiClampPixels(top + lower),
                      guiClampPixels(child->m.activeCy)};
         child->setRect(&rect);
         left += std::int64_t{child->m.activeCx} + node->m.divide;
     }
 }
 
-// Vertical alignment moves the content as one block; nodes are not aligned within their layer.
-void placeChildren(guiHtml* node, int height)
+// Vertical alignment moves the content as one block; within their layer nodes are not aligned but to a base line.
+void placeChildren(guiHtml* node, int height) TARN_ON(velaGuiRole)
 {
     std::int64_t const inset = guiFrameOf(node) / 2;
     int const roomX = guiInnerWidth(node, node->m.rect.width);
@@ -96,7 +100,7 @@ void placeChildren(guiHtml* node, int height)
         guiLayer const& layer = layers.layer();
         layerSize const size = sizeOf(node, layer);
         std::int64_t const top = blockTop + stack.place(size.height, layer.endsParagraph);
-        placeLayer(node, layer, inset + offsetFor(layer.align, size.width, roomX), top);
+        placeLayer(node, layer, size.height, inset + offsetFor(layer.align, size.width, roomX), top);
     }
 }
 

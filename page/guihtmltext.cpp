@@ -5,6 +5,7 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guifontepoch.h"
 #include "page/guihtmlsize.h"
+#include "page/guihtmltext-fonts.h"
 #include "page/guilayoutcounters.h"
 #include "page/guisavedpainter.h"
 
@@ -71,6 +72,15 @@ int guiHtmlText::getHeightEstimate(unsigned long width)
         if (std::optional<int> const known = mx.measures.heightFor(box.width - 2 * kTextMargin))
             return *known;
     return layOut(nullptr, box, nullptr);
+}
+
+// In the node's own font: a larger letter in the first line is rare, and nothing is painted outside of the node for it.
+std::optional<int> guiHtmlText::getBaseLine()
+{
+    if (mx.text.getLength() == 0)
+        return std::nullopt;
+    guiTextFont const& font = guiTextFonts::of(getDefaultFont(nullptr));
+    return guiClampPixels(m.border) + font.lineSpacing() - font.descent();
 }
 
 void guiHtmlText::updateActiveWidths() { ++guiLayoutCounters::widthPasses; }

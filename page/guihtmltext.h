@@ -55,6 +55,7 @@ public:
     void updateActiveHeights() override;
     void updateSpringyHeights() override {}
     bool keepsHeight() const override { return true; }
+    std::optional<int> getBaseLine() override;
     void updateScrollbarRanges() override {}
     void setRect(guiRect* rect) override;
     void paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region) override;
