@@ -3,6 +3,10 @@
 
 #include "foundation/vela-mlparser.h"
 
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
 #include <cassert>
 
 namespace {
@@ -40,7 +44,8 @@ bool mlParser::parseNextSection()
     if (m_openSections.empty())
         return false;
     m_hasFailed = true; // stays so if the item throws
-    mlTokenType const type = m_tokens.nextSkippingComments(kContextContent, !m_keepsLongTexts);
+    mlTokenType const type =
+        isSpaceKept() ? m_tokens.nextSpaced() : m_tokens.nextSkippingComments(kContextContent, !m_keepsLongTexts);
     if (type != kTokenEnd)
         parseItem(type);
     m_hasFailed = false;
@@ -99,13 +104,20 @@ void mlParser::parseTag(mlTagType type)
     if (type != kTagOrdinary || m_tokens.type() == kTokenCloseEmpty || section->isNamed("br"))
         return;
     openSection(section);
-    if (m_keptName && section->isNamed(m_keptName))
-        parseKeptContent();
+    auto const isIt = [section](char const* kept) { return section->isNamed(kept); };
+    if (auto const kept = std::find_if(m_keptNames.begin(), m_keptNames.end(), isIt); kept != m_keptNames.end())
+        parseKeptContent(*kept);
 }
 
-void mlParser::parseKeptContent()
+void mlParser::keepSpaceIn(char const* name)
 {
-    m_tokens.readUntilClosed(m_keptName);
+    std::vector<unsigned short> const units(name, name + std::strlen(name));
+    m_spacedName = m_pool.name(units.data(), static_cast<unsigned int>(units.size()))->folded;
+}
+
+void mlParser::parseKeptContent(char const* name)
+{
+    m_tokens.readUntilClosed(name);
     if (m_tokens.length() != 0)
         addText(false);
 }

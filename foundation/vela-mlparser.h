@@ -28,8 +28,12 @@ public:
     mlParser& operator=(mlParser const&) = delete;
 
     /// From now on what stands in an ordinary tag of that name is one text, kept as it is written but for character
-    /// references, up to the closing tag or the end. A literal of at most 16 small letters.
-    void keepContentOf(char const* name) { m_keptName = name; }
+    /// references, up to the closing tag or the end. A literal of at most 16 small letters; may be called several
+    /// times.
+    void keepContentOf(char const* name) { m_keptNames.push_back(name); }
+    /// From now on texts in an ordinary tag of that name keep their white space and line ends as they are written. A
+    /// literal of ASCII.
+    void keepSpaceIn(char const* name);
 
     /// The outermost section with that index, which exists as soon as its tag has been read; null after the last.
     mlSection* getSection(unsigned int index);
@@ -102,7 +106,8 @@ private:
     void parseClose();
     void parseCData();
     void addText(bool isCData);
-    void parseKeptContent();
+    void parseKeptContent(char const* name);
+    bool isSpaceKept() const { return m_spacedName && m_spacedName->openSections != 0; }
     bool parseUntilChild(mlSection const* section, unsigned int index);
     void readFullText(mlSection* section);
     void readLongTexts();
@@ -120,7 +125,8 @@ private:
     velaArray<Place> m_pushedPlaces;      // what the tokenizer adds to each pushed position of the stream
     unsigned int m_readers = 0;           // calls of reopen() not yet closed
     bool m_isIncremental = false;         // ends with the element that it was made for
-    char const* m_keptName = nullptr;     // of the tags whose content is kept as it is written
+    velaArray<char const*> m_keptNames;   // of the tags whose content is kept as it is written
+    mlName* m_spacedName = nullptr;       // of the tag that keeps white space; in the pool, folded
     bool m_keepsLongTexts = false;        // fullParse(): the stream will not be there to read them later
     bool m_hasFailed = false;             // after a syntax error only an explicit call continues
     mlSection* m_newestTag = nullptr;     // the last tag parsed, for findSection()

@@ -325,22 +325,43 @@ bool mlTokenizer::isClosingTagHere(std::string_view name)
     return isNamed && (count == end || ahead[end] == '>' || ahead[end] == '/' || isSpace(ahead[end]));
 }
 
-void mlTokenizer::readUntilClosed(std::string_view name)
+void mlTokenizer::startKeptText()
 {
     m_buffer.clear();
     m_tokenType = kTokenText;
     m_isTruncated = m_isUnquotedText = m_hasReference = m_hasPendingSpace = m_hasLeadingSpace = false;
     m_firstLine = m_currentLine;
+}
+
+/// Adds what stands before `end` to the text as it is.
+void mlTokenizer::keepUntil(unsigned short const* end)
+{
+    m_currentLine += static_cast<unsigned int>(std::count(m_at, end, '\n'));
+    m_hasReference |= std::find(m_at, end, '&') != end;
+    append(m_at, end, false, false);
+    m_at = end;
+}
+
+void mlTokenizer::readUntilClosed(std::string_view name)
+{
+    startKeptText();
     while (hasUnit()) {
         if (*m_at == '<' && isClosingTagHere(name))
             break;
-        unsigned short const* const p = std::find(m_at + 1, m_end, '<');
-        m_currentLine += static_cast<unsigned int>(std::count(m_at, p, '\n'));
-        m_hasReference |= std::find(m_at, p, '&') != p;
-        append(m_at, p, false, false);
-        m_at = p;
+        keepUntil(std::find(m_at + 1, m_end, '<'));
     }
     decode(kContextContent);
+}
+
+mlTokenType mlTokenizer::nextSpaced()
+{
+    if (!hasUnit() || *m_at == '<')
+        return nextSkippingComments(kContextContent, false);
+    startKeptText();
+    while (hasUnit() && *m_at != '<')
+        keepUntil(std::find(m_at, m_end, '<'));
+    decode(kContextContent);
+    return m_tokenType;
 }
 
 /// A text that was cut is read once more when its end is asked for, and speaks then of what is unknown in it.

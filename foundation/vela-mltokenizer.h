@@ -30,6 +30,9 @@ public:
     /// Reads all that stands before the closing tag of that name, small letters, or before the end, as one text. White
     /// space is kept, character references are decoded, and nothing else means anything.
     void readUntilClosed(std::string_view name);
+    /// The next token between tags; a text goes up to the next tag, with its white space, and character references are
+    /// decoded.
+    mlTokenType nextSpaced();
     /// The type of the token at the current position, or -1 if there is none.
     int tokenAhead(unsigned long flags);
 
@@ -73,6 +76,8 @@ private:
     int matchHere(unsigned long flags);
     int matchAcross(unsigned long flags);
     bool isClosingTagHere(std::string_view name);
+    void startKeptText();
+    void keepUntil(unsigned short const* end);
     void consume(unsigned int count);
     void readQuoted(unsigned long flags);
     void readRun(unsigned long flags, bool isLimited);

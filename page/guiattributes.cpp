@@ -58,6 +58,7 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"looped", kAttributeText},
     {"low", kAttributeText},
     {"margin", kAttributeNumber},
+    {"marks", kAttributeText},
     {"max", kAttributeText},
     {"maxheight", kAttributeLength},
     {"maxlength", kAttributeNumber},
@@ -103,6 +104,7 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"size", kAttributeNumber},
     {"sort", kAttributeText},
     {"src", kAttributeText},
+    {"start", kAttributeNumber},
     {"step", kAttributeText},
     {"tabindex", kAttributeNumber},
     {"target", kAttributeText},
@@ -135,6 +137,26 @@ std::string_view withoutNumber(std::string_view name)
 }
 
 } // namespace
+
+bool guiIsTextElement(std::string_view tag)
+{
+    static constexpr std::string_view kOthers[] = {"button",   "form",  "frame",   "frameset", "img",
+                                                   "input",    "label", "object",  "option",   "select",
+                                                   "textarea", "param", "datalist"};
+    return std::find(std::begin(kOthers), std::end(kOthers), tag) == std::end(kOthers);
+}
+
+bool guiIsDocumentAttribute(std::string_view tag, std::string_view name)
+{
+    static constexpr std::string_view kNames[] = {"accesskey", "charset", "cite",    "class",   "datetime", "headers",
+                                                  "hreflang",  "id",      "lang",    "rel",     "rev",      "role",
+                                                  "rules",     "scope",   "summary", "viewbox", "vlink",    "xmlns"};
+    static constexpr std::string_view kPrefixes[] = {"aria-", "data-", "item", "xml:", "xmlns:"};
+    auto const begins = [name](std::string_view prefix) { return name.substr(0, prefix.size()) == prefix; };
+    bool const isOne = std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames) ||
+                       std::any_of(std::begin(kPrefixes), std::end(kPrefixes), begins);
+    return isOne && guiIsTextElement(tag);
+}
 
 guiAttributeKind const* guiFindAttribute(std::string_view tag, std::string_view name)
 {

@@ -1,5 +1,6 @@
 // page/guihtmlparser-blocks.cpp: tables and rules.
 #include "page/guihtmlparser.h"
+#include "page/guihtmltext.h"
 
 #include "foundation/vela-mlparser.h"
 #include "page/guinumbers.h"
@@ -54,7 +55,7 @@ void guiHtmlParser::pullTableCellTag(guiHtml* parent, mlSection* section)
     pullTableCell(appendGuiHtml(parent, std::make_unique<guiHtml>()), section);
 }
 
-void guiHtmlParser::pullTableCell(guiHtml* node, mlSection* section)
+void guiHtmlParser::pullTableCell(guiHtml* node, mlSection* section, char const* codes)
 {
     pullString(node, section, "src", kStringSource);
     pullObjectAlignment(node, section);
@@ -64,7 +65,16 @@ void guiHtmlParser::pullTableCell(guiHtml* node, mlSection* section)
     pullMouseEvents(node, section);
     pullName(node, section);
     keepPlace(node, section);
+    if (*codes)
+        findOrCreateText(node)->editText() += codes;
     pullContent(node, section);
+}
+
+void guiHtmlParser::pullTableHeading(guiHtml* parent, mlSection* section)
+{
+    guiHtml* const cell = appendGuiHtml(parent, std::make_unique<guiHtml>());
+    cell->m.alignX = kAlignCenter;
+    pullTableCell(cell, section, "[[b]]");
 }
 
 void guiHtmlParser::pullRuleTag(guiHtml* parent, mlSection* section)

@@ -8,6 +8,7 @@
 #include "page/guinumbers.h"
 
 #include <algorithm>
+#include <utility>
 
 guiHtmlText* guiHtmlParser::getLastIfText(guiHtml* parent)
 {
@@ -44,6 +45,10 @@ void guiHtmlParser::pullTextItem(guiHtml* parent, mlSection* item)
     unsigned short const* units = item->getDataUnits(&length);
     unsigned short const* end = std::find(units, units + length, 0); // text ends at the first zero
     QStringView const read(units, end - units);
+    if (m_spaced) {
+        text.append(m_spaced->add(read));
+        return;
+    }
     if (m_label.getLength())
         pullLabelText(parent, read);
     else
@@ -182,20 +187,72 @@ void guiHtmlParser::pullFormattingTag(guiHtml* parent, mlSection* section)
             return appendLineBreak(parent);
     }
     sstring const outerFont = m_fontCode;
+    sstring const outerInForce = m_fontInForce;
     if (section->isNamed("font") && codes.font.getLength())
-        m_fontCode = codes.font;
+        m_fontCode = m_fontInForce = codes.font;
+    pullBetween(parent, section, codes.style, codes.font);
+    m_fontCode = outerFont;
+    m_fontInForce = outerInForce;
+}
+
+/// The run in which the codes were closed; null when the content ended it or there are none.
+guiHtmlText* guiHtmlParser::pullBetween(guiHtml* parent, mlSection* section, sstring const& style, sstring const& font)
+{
     guiHtmlText* run = nullptr;
-    if (codes.style.getLength() || codes.font.getLength()) {
+    if (style.getLength() || font.getLength()) {
         run = findOrCreateText(parent);
-        writeCode(run->editText(), "[[", codes.style);
-        writeCode(run->editText(), "[[", codes.font);
+        writeCode(run->editText(), "[[", style);
+        writeCode(run->editText(), "[[", font);
     }
     pullContent(parent, section);
-    if (run && getLastIfText(parent) == run) {
-        writeClosingCode(run->editText(), codes.font);
-        writeClosingCode(run->editText(), codes.style);
-    }
-    m_fontCode = outerFont;
+    if (!run || getLastIfText(parent) != run)
+        return nullptr;
+    writeClosingCode(run->editText(), font);
+    writeClosingCode(run->editText(), style);
+    return run;
+}
+
+void guiHtmlParser::pullFormatted(guiHtml* parent, mlSection* section, sstring const& style, sstring const& font)
+{
+    sstring const outer = m_fontInForce;
+    if (font.getLength())
+        m_fontInForce = font;
+    guiHtmlText* const run = pullBetween(parent, section, style, font);
+    m_fontInForce = outer;
+    if (run && font.getLength())
+        writeCode(run->editText(), "[[", outer);
+}
+
+void guiHtmlParser::pullSpaced(guiHtml* parent, mlSection* section, char const* font)
+{
+    std::optional<guiSpacedText> const outer = std::exchange(m_spaced, guiSpacedText());
+    pullFormatted(parent, section, "", font);
+    m_spaced = outer;
+}
+
+namespace {
+
+/// Whether white space stands before what the element holds. The markup's parser notes it with the first text.
+bool hasSpaceBefore(mlSection* section)
+{
+    mlSection* first = section->getChild(0);
+    while (first && first->isTag())
+        first = first->getChild(0);
+    return first && first->hasLeadingSpace();
+}
+
+} // namespace
+
+void guiHtmlParser::pullQuoted(guiHtml* parent, mlSection* section, char16_t opening, char16_t closing)
+{
+    guiRunText& text = findOrCreateText(parent)->editText();
+    if (text.getLength() && hasSpaceBefore(section) && !m_suppressSpace)
+        text.appendSpace();
+    text.append(QStringView(&opening, 1));
+    m_suppressSpace = true;
+    pullContent(parent, section);
+    m_suppressSpace = false;
+    findOrCreateText(parent)->editText().append(QStringView(&closing, 1));
 }
 
 // Writes a code also when there is no link, only a bookmark, since pullHyperlink() always closes it.

@@ -1,8 +1,10 @@
 // page/guihtmlparser.cpp: walks the content of an element and hands each tag to its reader.
 #include "page/guihtmlparser.h"
 
+#include "foundation/vela-log.h"
 #include "foundation/vela-mlparser.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guiattributes.h"
 #include "page/guihtml.h"
 #include "page/guihtmltext.h"
 #include "page/guitagtable.h"
@@ -21,7 +23,6 @@ pageTags::pageTags()
 {
     using p = guiHtmlParser;
     constexpr auto kContent = guiReadBy<&p::pullContent>;
-    constexpr auto kListItem = guiReadBy<&p::pullListItem>;
     constexpr auto kSkipped = guiReadBy<&p::pullNothing>;
     struct row
     {
@@ -36,10 +37,10 @@ pageTags::pageTags()
         {"dl", kContent, kTagNests},
         {"dt", guiReadBy<&p::pullOwnParagraph>, kTagNests},
         {"menu", guiReadBy<&p::pullMenuList>, kTagNests},
-        {"dd", kListItem, kTagNests},
-        {"ol", kListItem, kTagNests},
-        {"ul", kListItem, kTagNests},
-        {"li", kListItem, kTagNests},
+        {"dd", guiReadBy<&p::pullListItem>, kTagNests},
+        {"ol", guiReadBy<&p::pullList>, kTagNests},
+        {"ul", guiReadBy<&p::pullList>, kTagNests},
+        {"li", guiReadBy<&p::pullMarkedItem>, kTagNests},
         {"p", guiReadBy<&p::pullParagraph>, kTagNests},
         {"div", guiReadBy<&p::pullDiv>, kTagNests},
         {"center", guiReadBy<&p::pullContentAndBreak>, kTagNests},
@@ -48,6 +49,9 @@ pageTags::pageTags()
         {"tbody", guiReadBy<&p::pullContentAndBreak>, kTagNests},
         {"tr", guiReadBy<&p::pullTableRow>, kTagNests},
         {"td", guiReadBy<&p::pullTableCellTag>, kTagNests},
+        {"th", guiReadBy<&p::pullTableHeading>, kTagNests},
+        {"thead", guiReadBy<&p::pullContentAndBreak>, kTagNests},
+        {"tfoot", guiReadBy<&p::pullContentAndBreak>, kTagNests},
         {"a", guiReadBy<&p::pullHyperlink>, kTagNests},
         {"html", kContent, kTagNests},
         {"body", kContent, kTagNests},
@@ -105,8 +109,11 @@ guiHtmlParser::guiHtmlParser(mlParser* parser, sstring const& directory, sstring
     : m_parser(parser), m_directory(directory), m_mistakes(file), m_loadsBefore(guiHtml::pendingLoadCount())
 {
     assertOnGuiThread();
-    if (parser)
-        parser->keepContentOf("textarea");
+    if (!parser)
+        return;
+    for (char const* name : {"textarea", "script", "style"})
+        parser->keepContentOf(name);
+    parser->keepSpaceIn("pre");
 }
 
 guiHtmlParser::~guiHtmlParser() = default;
@@ -165,9 +172,27 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
     }
     if (tag)
         m_mistakes.checkAttributes(item);
+    unsigned const before = parent->getChildCount();
     (tag ? tag->read : guiReadBy<&guiHtmlParser::pullUnknown>)(*this, parent, item);
+    if (item->findAttr("id"))
+        keepMark(parent, item, before);
     m_lastWasBlock = traits & kTagBlock;
     return traits & kTagFollowed;
+}
+
+/// A link to the element's id jumps to the first node that came with it, or to the run that it is a part of.
+void guiHtmlParser::keepMark(guiHtml* parent, mlSection* section, unsigned before)
+{
+    if (!guiIsTextElement(velaPrintable(section->getName())))
+        return;
+    guiHtml* target = getLastIfText(parent);
+    for (unsigned i = before; i < parent->getChildCount(); ++i)
+        if (guiChildList::isNode(parent->getChild(i))) {
+            target = parent->getChild(i);
+            break;
+        }
+    if (target && !target->hasString(kStringBookmark))
+        target->setString(kStringBookmark, pullData(section, "id"));
 }
 
 void guiHtmlParser::pullUnknown(guiHtml* parent, mlSection* section)
@@ -193,40 +218,22 @@ void guiHtmlParser::pullOwnParagraph(guiHtml* parent, mlSection* section)
     appendParagraph(parent);
 }
 
-void guiHtmlParser::pullHeading(guiHtml* parent, mlSection* section, char const* codes)
+void guiHtmlParser::pullHeading(guiHtml* parent, mlSection* section, char const* font)
 {
     appendParagraph(parent);
-    findOrCreateText(parent)->editText() += codes;
+    guiRunText& text = findOrCreateText(parent)->editText();
+    text += "[[b]][[";
+    text += font;
+    text += "]]";
+    sstring const outer = std::exchange(m_fontInForce, font);
     pullContent(parent, section);
+    m_fontInForce = outer;
     appendParagraph(parent);
 }
 
-void guiHtmlParser::pullHeading1(guiHtml* parent, mlSection* section) { pullHeading(parent, section, "[[b]][[,24]]"); }
-void guiHtmlParser::pullHeading2(guiHtml* parent, mlSection* section) { pullHeading(parent, section, "[[b]][[,18]]"); }
-void guiHtmlParser::pullHeading3(guiHtml* parent, mlSection* section) { pullHeading(parent, section, "[[b]][[,14]]"); }
-
-void guiHtmlParser::pullMenuList(guiHtml* parent, mlSection* section)
-{
-    if (++m_listDepth == 1)
-        appendParagraph(parent);
-    else
-        appendLineBreak(parent);
-    pullContent(parent, section);
-    assert(m_listDepth > 0);
-    if (--m_listDepth != 0)
-        appendLineBreak(parent);
-    else
-        appendParagraph(parent);
-}
-
-void guiHtmlParser::pullListItem(guiHtml* parent, mlSection* section)
-{
-    unsigned outer = m_listDepth;
-    if (m_listDepth == 0)
-        m_listDepth = 1;
-    pullOwnParagraph(parent, section);
-    m_listDepth = outer;
-}
+void guiHtmlParser::pullHeading1(guiHtml* parent, mlSection* section) { pullHeading(parent, section, ",24"); }
+void guiHtmlParser::pullHeading2(guiHtml* parent, mlSection* section) { pullHeading(parent, section, ",18"); }
+void guiHtmlParser::pullHeading3(guiHtml* parent, mlSection* section) { pullHeading(parent, section, ",14"); }
 
 void guiHtmlParser::pullParagraph(guiHtml* parent, mlSection* section)
 {

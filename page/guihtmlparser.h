@@ -1,17 +1,19 @@
 // page/guihtmlparser.h: builds the nodes of a page from its markup. Block elements become nodes and markers in the
 // child lists, character formatting becomes codes in the text runs. guihtmlparser.cpp walks the content, -text.cpp
-// writes runs and codes, -labels.cpp the text of labels, -markers.cpp breaks and alignments, -attributes.cpp reads the
-// attributes that elements share, -colors.cpp colours and font sizes, -blocks.cpp tables and rules, -window.cpp the
-// properties of the window. The readers of all other elements are beside the nodes that they make, in files that end in
-// -read.cpp, and are found through guitagtable.h.
+// writes runs and codes, -prose.cpp reads the elements of prose, -lists.cpp lists, -labels.cpp the text of labels,
+// -markers.cpp breaks and alignments, -attributes.cpp reads the attributes that elements share, -colors.cpp colours and
+// font sizes, -blocks.cpp tables and rules, -window.cpp the properties of the window. The readers of all other elements
+// are beside the nodes that they make, in files that end in -read.cpp, and are found through guitagtable.h.
 #pragma once
 
 #include "foundation/vela-string.h"
 #include "page/guihtml.h"
 #include "page/guipagemistakes.h"
+#include "page/guispacedtext.h"
 
 #include <QStringView>
 #include <memory>
+#include <optional>
 #include <typeindex>
 #include <utility>
 #include <vector>
@@ -168,18 +170,46 @@ public:
     // append it to `parent` ----
 
     void pullFormattingTag(guiHtml* parent, mlSection* section);
+    /// Reads the content between a style code, such as "b", and a font code, such as "monospace,8"; each may be "". The
+    /// font around it is in force again behind it.
+    void pullFormatted(guiHtml* parent, mlSection* section, sstring const& style, sstring const& font);
+    /// Content in paragraphs of its own, bold, in a font code's font.
+    void pullHeading(guiHtml* parent, mlSection* section, char const* font);
+    void pullOwnParagraph(guiHtml* parent, mlSection* section);
+    /// Content in paragraphs one level further to the right.
+    void pullQuotedBlock(guiHtml* parent, mlSection* section);
+    void pullDiv(guiHtml* parent, mlSection* section);
+    void pullContentAndBreak(guiHtml* parent, mlSection* section);
+    /// Content with its white space and line ends, which the parser of the markup has kept, in a font code's font.
+    void pullSpaced(guiHtml* parent, mlSection* section, char const* font);
+    /// Content between two characters, without blanks at them.
+    void pullQuoted(guiHtml* parent, mlSection* section, char16_t opening, char16_t closing);
     void pullDivider(guiHtml* parent, mlSection* section);
     void pullHyperlink(guiHtml* parent, mlSection* section);
     void pullRule(guiHtml* node, mlSection* section);
     void pullTable(guiHtml* node, mlSection* section);
     void pullTableRow(guiHtml* parent, mlSection* section);
-    void pullTableCell(guiHtml* node, mlSection* section);
+    /// `codes`: of the cell's first text.
+    void pullTableCell(guiHtml* node, mlSection* section, char const* codes = "");
     /// Reads the sizes of the window.
     void pullSizeInfo(guiPageRoot* window, mlSection* section);
 
 private:
     class level;
     friend struct pageTags;
+
+    /// What stands before the items of a list.
+    struct listMarks
+    {
+        enum kind_t
+        {
+            kNone,
+            kDots,
+            kNumbers
+        };
+        kind_t kind = kNone;
+        int next = 1; ///< number
+    };
 
     struct scope
     {
@@ -192,21 +222,23 @@ private:
     bool pullItem(guiHtml* parent, mlSection* item);
     void pullTextItem(guiHtml* parent, mlSection* item);
     void pullUnknown(guiHtml* parent, mlSection* section);
+    void keepMark(guiHtml* parent, mlSection* section, unsigned before);
     void pullHeading1(guiHtml* parent, mlSection* section);
     void pullHeading2(guiHtml* parent, mlSection* section);
     void pullHeading3(guiHtml* parent, mlSection* section);
-    void pullHeading(guiHtml* parent, mlSection* section, char const* codes);
-    void pullOwnParagraph(guiHtml* parent, mlSection* section);
     void pullMenuList(guiHtml* parent, mlSection* section);
     void pullListItem(guiHtml* parent, mlSection* section);
+    void pullList(guiHtml* parent, mlSection* section);
+    void pullMarkedItem(guiHtml* parent, mlSection* section);
+    sstring nextMark();
     void pullParagraph(guiHtml* parent, mlSection* section);
-    void pullDiv(guiHtml* parent, mlSection* section);
-    void pullContentAndBreak(guiHtml* parent, mlSection* section);
     void pullNothing(guiHtml* parent, mlSection* section);
     void pullRuleTag(guiHtml* parent, mlSection* section);
     void pullTableTag(guiHtml* parent, mlSection* section);
     void pullTableCellTag(guiHtml* parent, mlSection* section);
+    void pullTableHeading(guiHtml* parent, mlSection* section);
     void startBlock(guiHtml* parent);
+    guiHtmlText* pullBetween(guiHtml* parent, mlSection* section, sstring const& style, sstring const& font);
     void openLink(guiHtml* parent);
     void openLabel(guiHtml* parent);
     void pullLabelText(guiHtml* parent, QStringView text);
@@ -224,8 +256,11 @@ private:
     sstring m_link;  // "" outside a hyperlink
     sstring m_label; // "" outside a label
     char16_t m_labelKey = 0;
-    sstring m_fontCode; // "" outside a font element
+    sstring m_fontCode;                    // "" outside a font element
+    sstring m_fontInForce;                 // the font code that applies to the text that is read, "" without one
+    std::optional<guiSpacedText> m_spaced; // none outside of text that keeps its white space
     unsigned m_listDepth = 0;
+    listMarks m_marks;            // of the innermost list
     bool m_suppressSpace = false; // set by a line break, cleared by text
     bool m_lastWasBlock = false;  // the item before was a block object
     bool m_hasContent = false;

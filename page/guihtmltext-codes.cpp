@@ -24,6 +24,10 @@ guiTextCode readClosingCode(QStringView code)
         return guiTextCode::kEndItalic;
     if (code == QStringView(u"u"))
         return guiTextCode::kEndUnderline;
+    if (code == QStringView(u"s"))
+        return guiTextCode::kEndStrike;
+    if (code == QStringView(u"m"))
+        return guiTextCode::kEndMark;
     if (code == QStringView(u"a"))
         return guiTextCode::kEndLink;
     if (code == QStringView(u"l"))
@@ -50,6 +54,10 @@ guiTextCode guiReadTextCode(QStringView code)
         return guiTextCode::kItalic;
     if (code == QStringView(u"u"))
         return guiTextCode::kUnderline;
+    if (code == QStringView(u"s"))
+        return guiTextCode::kStrike;
+    if (code == QStringView(u"m"))
+        return guiTextCode::kMark;
     if (code == QStringView(u"br"))
         return guiTextCode::kLineBreak;
     if (code.startsWith(QStringView(u"l ")))

@@ -17,6 +17,10 @@ enum class guiTextCode : std::uint8_t
     kEndItalic,
     kUnderline,
     kEndUnderline,
+    kStrike,
+    kEndStrike,
+    kMark, ///< on a bright ground
+    kEndMark,
     kLineBreak,
     kColor, ///< "#" and six hexadecimal digits
     kEndColor,

@@ -39,8 +39,11 @@ bool isShown(drawing const& job, int top, int height)
     return job.painter && top < job.clipBottom && top + height > job.clipTop;
 }
 
+/// Text on the marking pen's ground is dark, whatever the page's colours are.
 guiColor inkOf(drawing const& job, guiTextChunk const& chunk)
 {
+    if (chunk.marked && chunk.ink == guiTextInk::kText)
+        return guiColor::Black;
     bool const isLink = chunk.link != guiTextChunk::kNoLink && !chunk.isLabel;
     if (isLink && job.cache && chunk.link == job.cache->hoveredLink)
         return job.params.activeLinkColor;
@@ -105,6 +108,24 @@ void paintPiece(drawing const& job, guiTextPiece const& piece, int left, int bas
         painter.drawText(QPointF(left, baseline), text);
 }
 
+void paintMark(drawing const& job, guiTextPiece const& piece, QRect const& place)
+{
+    static constexpr QRgb kMarkingPen = qRgb(255, 241, 118);
+    if (job.run.chunks()[piece.chunk].marked)
+        job.painter->fillRect(place, QColor(kMarkingPen));
+}
+
+/// Through the middle of small letters.
+void paintStrike(drawing const& job, guiTextPiece const& piece, QRect const& place, int baseline)
+{
+    guiTextChunk const& chunk = job.run.chunks()[piece.chunk];
+    if (!chunk.strike)
+        return;
+    guiColor const ink = inkOf(job, chunk);
+    int const above = std::max((place.height() - chunk.font->descent()) / 3, 1);
+    job.painter->fillRect(place.left(), baseline - above, place.width(), 1, QColor(ink.red, ink.green, ink.blue));
+}
+
 int alignedOffset(drawing const& job, int lineWidth)
 {
     std::int64_t const spare = std::int64_t{job.box.width} - lineWidth;
@@ -121,8 +142,13 @@ void useLine(drawing const& job, guiLineBreaker const& line, int top)
     if (!isPainted && !job.records)
         return;
     for (guiTextPiece const& piece : line.pieces()) {
-        if (isPainted)
-            paintPiece(job, piece, left + piece.left, top + line.height() - line.descent());
+        if (isPainted) {
+            int const baseline = top + line.height() - line.descent();
+            QRect const place(left + piece.left, top, piece.width, line.height());
+            paintMark(job, piece, place);
+            paintPiece(job, piece, place.left(), baseline);
+            paintStrike(job, piece, place, baseline);
+        }
         unsigned const link = job.run.chunks()[piece.chunk].link;
         if (job.records && link != guiTextChunk::kNoLink) {
             assert(job.text.mid(link).startsWith(QStringView(u"[[a")) || job.run.chunks()[piece.chunk].isLabel);

@@ -82,6 +82,8 @@ private:
     bool m_bold = false;
     bool m_italic = false;
     bool m_underline = false;
+    bool m_strike = false;
+    bool m_marked = false;
     bool m_explicitColor = false;
     guiTextInk m_ink = guiTextInk::kText;
     guiPackedColor m_color = guiColor::Black;
@@ -138,6 +140,8 @@ void guiTextRun::builder::openChunk(qsizetype start)
     chunk.color = m_color;
     chunk.ink = m_ink;
     chunk.underline = m_underline || isInLink();
+    chunk.strike = m_strike;
+    chunk.marked = m_marked;
     chunk.isLabel = !isInLink() && m_label != guiTextChunk::kNoLink;
     m_run.chunks.push_back(chunk);
     m_breaks = 0;
@@ -303,6 +307,14 @@ void guiTextRun::builder::applyStyle(guiTextCode code)
     case guiTextCode::kUnderline:
     case guiTextCode::kEndUnderline:
         m_underline = code == guiTextCode::kUnderline;
+        break;
+    case guiTextCode::kStrike:
+    case guiTextCode::kEndStrike:
+        m_strike = code == guiTextCode::kStrike;
+        break;
+    case guiTextCode::kMark:
+    case guiTextCode::kEndMark:
+        m_marked = code == guiTextCode::kMark;
         break;
     default:
         assert(!"a code that switches no style");

@@ -35,6 +35,8 @@ struct guiTextChunk
     guiPackedColor color = guiColor::Black; ///< when `ink` is kExplicit
     guiTextInk ink = guiTextInk::kText;
     bool underline = false;
+    bool strike = false;
+    bool marked = false;
     bool isLabel = false; ///< `link` is a label's, which looks like other text
 };
 

@@ -182,6 +182,8 @@ void guiPageMistakes::checkAttribute(mlSection* section, mlAttr const& attr)
         return;
     if (kind && (*kind == kAttributeLink || *kind == kAttributeAction))
         return checkLink(section, attr, *kind == kAttributeAction);
+    if (!kind && guiIsDocumentAttribute(guiFoldedWord(tagUnits, tagLength).view(), word.view()))
+        return;
     char const* const wanted = kind ? problemOf(*kind, attr.getRHS()) : "";
     if ((kind && !*wanted) || !mayAdd())
         return;
