@@ -21,7 +21,7 @@ void pullCustom(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     guiHtmlParser::pullBorder(custom, section);
     if (section->findAttr("title"))
         custom->initTip(guiHtmlParser::pullData(section, "title"));
-    parser.keepPlace(custom, section);
+    parser.keepPlace(custom, section, {"classid", "background"});
     custom->initCompName(guiHtmlParser::pullAttr(section, "classid"));
     pullObjectParams(parser, custom, section);
 }

@@ -167,10 +167,9 @@ void guiHtmlParser::pullBackground(guiHtml* node, mlSection* section)
         node->setBackgroundImage(pullAttr(section, "background"));
 }
 
-void guiHtmlParser::keepPlace(guiHtml* node, mlSection* section)
+void guiHtmlParser::keepPlace(guiHtml* node, mlSection* section, std::initializer_list<char const*> names)
 {
-    auto const isGiven = [section](char const* name) { return section->findAttr(name) != nullptr; };
-    if (isGiven("src") || isGiven("background") || isGiven("classid"))
+    if (std::any_of(names.begin(), names.end(), [section](char const* name) { return hasAttr(section, name); }))
         node->setString(kStringPlace, m_mistakes.place(section->getLine()));
 }
 

@@ -12,6 +12,7 @@
 #include "page/guispacedtext.h"
 
 #include <QStringView>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <typeindex>
@@ -80,7 +81,8 @@ public:
     /// The key of the label since setLabel(), 0 without one.
     char16_t getLabelKey() const { return m_labelKey; }
     /// Keeps with a node that names a file or a component where it was written, to be told when that is missing.
-    void keepPlace(guiHtml* node, mlSection* section);
+    /// `names`: the attributes that name one.
+    void keepPlace(guiHtml* node, mlSection* section, std::initializer_list<char const*> names = {"src", "background"});
     /// What is wrong in the page, for readers that find something.
     guiPageMistakes& mistakes() { return m_mistakes; }
     /// Logs, once for each page, that elements are nested deeper than kMaxNesting and are flattened. `line`: of the
