@@ -1,8 +1,12 @@
 // page/guiattributes.cpp: see the header.
 #include "page/guiattributes.h"
 
+#include "foundation/vela-string.h"
+#include "page/guitagtable.h"
+
 #include <algorithm>
 #include <iterator>
+#include <string>
 #include <unordered_map>
 #include <utility>
 
@@ -140,22 +144,19 @@ std::string_view withoutNumber(std::string_view name)
 
 bool guiIsTextElement(std::string_view tag)
 {
-    static constexpr std::string_view kOthers[] = {"button",   "form",  "frame",   "frameset", "img",
-                                                   "input",    "label", "object",  "option",   "select",
-                                                   "textarea", "param", "datalist"};
-    return std::find(std::begin(kOthers), std::end(kOthers), tag) == std::end(kOthers);
+    guiTagTable::entry const* const known = guiTags().find(sstring(std::string(tag).c_str()));
+    return tag == "html" || tag == "body" || (known && (known->traits & kTagText));
 }
 
-bool guiIsDocumentAttribute(std::string_view tag, std::string_view name)
+bool guiIsDocumentAttribute(std::string_view name)
 {
     static constexpr std::string_view kNames[] = {"accesskey", "charset", "cite",    "class",   "datetime", "headers",
                                                   "hreflang",  "id",      "lang",    "rel",     "rev",      "role",
                                                   "rules",     "scope",   "summary", "viewbox", "vlink",    "xmlns"};
     static constexpr std::string_view kPrefixes[] = {"aria-", "data-", "item", "xml:", "xmlns:"};
     auto const begins = [name](std::string_view prefix) { return name.substr(0, prefix.size()) == prefix; };
-    bool const isOne = std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames) ||
-                       std::any_of(std::begin(kPrefixes), std::end(kPrefixes), begins);
-    return isOne && guiIsTextElement(tag);
+    return std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames) ||
+           std::any_of(std::begin(kPrefixes), std::end(kPrefixes), begins);
 }
 
 guiAttributeKind const* guiFindAttribute(std::string_view tag, std::string_view name)
@@ -164,7 +165,7 @@ guiAttributeKind const* guiFindAttribute(std::string_view tag, std::string_view 
     if (tag == "body" && name == "text")
         return &kColor;
     static constexpr guiAttributeKind kText = kAttributeText;
-    if (tag == "datalist" && name == "id")
+    if (name == "id" && (tag == "datalist" || guiIsTextElement(tag)))
         return &kText;
     auto const found = attributes().find(name);
     if (found != attributes().end())

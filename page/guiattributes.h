@@ -19,11 +19,11 @@ enum guiAttributeKind
 /// The kind of an attribute; null for a name that no element has. `tag` and `name` in lower case.
 guiAttributeKind const* guiFindAttribute(std::string_view tag, std::string_view name);
 
-/// Whether it is one of those that documents have for search engines, style sheets and screen readers, on an element of
-/// text: there is nothing to say about it. A control with an `id` and without a name is a mistake. In lower case.
-bool guiIsDocumentAttribute(std::string_view tag, std::string_view name);
+/// Whether it is one of those that documents have for search engines, style sheets and screen readers. On an element of
+/// text there is nothing to say about it; a control with an `id` and without a name is a mistake. In lower case.
+bool guiIsDocumentAttribute(std::string_view name);
 
-/// Whether the element is one of text: whether its `id` is what links jump to. In lower case.
+/// Whether the element is text, or what text stands in. In lower case.
 bool guiIsTextElement(std::string_view tag);
 
 /// The names of all attributes, but numbered ones such as "text2". They live as long as the program.

@@ -74,7 +74,8 @@ struct proseTags
 
 proseTags::proseTags()
 {
-    auto const add = [](std::initializer_list<char const*> names, guiTagReader reader, unsigned traits = kTagNests) {
+    auto const add = [](std::initializer_list<char const*> names, guiTagReader reader,
+                        unsigned traits = kTagNests | kTagText) {
         for (char const* name : names)
             guiTags().add(name, reader, traits);
     };
@@ -88,7 +89,7 @@ proseTags::proseTags()
     add({"figure", "figcaption", "main", "section", "article", "nav", "header", "footer", "aside"},
         guiReadBy<&guiHtmlParser::pullDiv>);
     add({"span", "abbr", "time"}, guiReadBy<&guiHtmlParser::pullContent>);
-    add({"script", "style", "template", "noscript", "svg"}, skip, kTagPlain);
+    add({"script", "style", "template", "noscript", "svg"}, skip, kTagSkipped);
 }
 
 proseTags const theProseTags;

@@ -1,10 +1,8 @@
 // page/guihtmlparser.cpp: walks the content of an element and hands each tag to its reader.
 #include "page/guihtmlparser.h"
 
-#include "foundation/vela-log.h"
 #include "foundation/vela-mlparser.h"
 #include "foundation/vela-threadrole.h"
-#include "page/guiattributes.h"
 #include "page/guihtml.h"
 #include "page/guihtmltext.h"
 #include "page/guitagtable.h"
@@ -31,28 +29,28 @@ pageTags::pageTags()
         unsigned traits;
     };
     constexpr row kRows[] = {
-        {"h1", guiReadBy<&p::pullHeading1>, kTagNests},
-        {"h2", guiReadBy<&p::pullHeading2>, kTagNests},
-        {"h3", guiReadBy<&p::pullHeading3>, kTagNests},
-        {"dl", kContent, kTagNests},
-        {"dt", guiReadBy<&p::pullOwnParagraph>, kTagNests},
-        {"menu", guiReadBy<&p::pullMenuList>, kTagNests},
-        {"dd", guiReadBy<&p::pullListItem>, kTagNests},
-        {"ol", guiReadBy<&p::pullList>, kTagNests},
-        {"ul", guiReadBy<&p::pullList>, kTagNests},
-        {"li", guiReadBy<&p::pullMarkedItem>, kTagNests},
-        {"p", guiReadBy<&p::pullParagraph>, kTagNests},
-        {"div", guiReadBy<&p::pullDiv>, kTagNests},
-        {"center", guiReadBy<&p::pullContentAndBreak>, kTagNests},
-        {"hr", guiReadBy<&p::pullRuleTag>, kTagFollowed},
-        {"table", guiReadBy<&p::pullTableTag>, kTagNests | kTagBlock},
-        {"tbody", guiReadBy<&p::pullContentAndBreak>, kTagNests},
-        {"tr", guiReadBy<&p::pullTableRow>, kTagNests},
-        {"td", guiReadBy<&p::pullTableCellTag>, kTagNests},
-        {"th", guiReadBy<&p::pullTableHeading>, kTagNests},
-        {"thead", guiReadBy<&p::pullContentAndBreak>, kTagNests},
-        {"tfoot", guiReadBy<&p::pullContentAndBreak>, kTagNests},
-        {"a", guiReadBy<&p::pullHyperlink>, kTagNests},
+        {"h1", guiReadBy<&p::pullHeading1>, kTagNests | kTagText},
+        {"h2", guiReadBy<&p::pullHeading2>, kTagNests | kTagText},
+        {"h3", guiReadBy<&p::pullHeading3>, kTagNests | kTagText},
+        {"dl", kContent, kTagNests | kTagText},
+        {"dt", guiReadBy<&p::pullOwnParagraph>, kTagNests | kTagText},
+        {"menu", guiReadBy<&p::pullMenuList>, kTagNests | kTagText},
+        {"dd", guiReadBy<&p::pullListItem>, kTagNests | kTagText},
+        {"ol", guiReadBy<&p::pullList>, kTagNests | kTagText},
+        {"ul", guiReadBy<&p::pullList>, kTagNests | kTagText},
+        {"li", guiReadBy<&p::pullMarkedItem>, kTagNests | kTagText},
+        {"p", guiReadBy<&p::pullParagraph>, kTagNests | kTagText},
+        {"div", guiReadBy<&p::pullDiv>, kTagNests | kTagText},
+        {"center", guiReadBy<&p::pullContentAndBreak>, kTagNests | kTagText},
+        {"hr", guiReadBy<&p::pullRuleTag>, kTagFollowed | kTagText},
+        {"table", guiReadBy<&p::pullTableTag>, kTagNests | kTagBlock | kTagText},
+        {"tbody", guiReadBy<&p::pullContentAndBreak>, kTagNests | kTagText},
+        {"tr", guiReadBy<&p::pullTableRow>, kTagNests | kTagText},
+        {"td", guiReadBy<&p::pullTableCellTag>, kTagNests | kTagText},
+        {"th", guiReadBy<&p::pullTableHeading>, kTagNests | kTagText},
+        {"thead", guiReadBy<&p::pullContentAndBreak>, kTagNests | kTagText},
+        {"tfoot", guiReadBy<&p::pullContentAndBreak>, kTagNests | kTagText},
+        {"a", guiReadBy<&p::pullHyperlink>, kTagNests | kTagText},
         {"html", kContent, kTagNests},
         {"body", kContent, kTagNests},
         {"doctype", kContent, kTagNests},
@@ -64,7 +62,7 @@ pageTags::pageTags()
     for (row const& each : kRows)
         guiTags().add(each.name, each.read, each.traits);
     for (char const* name : {"sup", "font", "br", "strong", "em", "b", "u", "cite", "i", "var"})
-        guiTags().add(name, guiReadBy<&p::pullFormattingTag>, kTagFormats | kTagNests);
+        guiTags().add(name, guiReadBy<&p::pullFormattingTag>, kTagFormats | kTagNests | kTagText);
 }
 
 namespace {
@@ -170,11 +168,11 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
         warnOfDepth(item->getLine());
         return true;
     }
-    if (tag)
+    if (tag && !(traits & kTagSkipped))
         m_mistakes.checkAttributes(item);
     unsigned const before = parent->getChildCount();
     (tag ? tag->read : guiReadBy<&guiHtmlParser::pullUnknown>)(*this, parent, item);
-    if (item->findAttr("id"))
+    if ((traits & kTagText) && item->findAttr("id"))
         keepMark(parent, item, before);
     m_lastWasBlock = traits & kTagBlock;
     return traits & kTagFollowed;
@@ -183,8 +181,6 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
 /// A link to the element's id jumps to the first node that came with it, or to the run that it is a part of.
 void guiHtmlParser::keepMark(guiHtml* parent, mlSection* section, unsigned before)
 {
-    if (!guiIsTextElement(velaPrintable(section->getName())))
-        return;
     guiHtml* target = getLastIfText(parent);
     for (unsigned i = before; i < parent->getChildCount(); ++i)
         if (guiChildList::isNode(parent->getChild(i))) {

@@ -182,7 +182,7 @@ void guiPageMistakes::checkAttribute(mlSection* section, mlAttr const& attr)
         return;
     if (kind && (*kind == kAttributeLink || *kind == kAttributeAction))
         return checkLink(section, attr, *kind == kAttributeAction);
-    if (!kind && guiIsDocumentAttribute(guiFoldedWord(tagUnits, tagLength).view(), word.view()))
+    if (!kind && guiIsDocumentAttribute(word.view()) && guiIsTextElement(guiFoldedWord(tagUnits, tagLength).view()))
         return;
     char const* const wanted = kind ? problemOf(*kind, attr.getRHS()) : "";
     if ((kind && !*wanted) || !mayAdd())

@@ -19,6 +19,8 @@ enum guiTagTrait : unsigned
     kTagNests = 2,    ///< reads its content as a level of its own
     kTagFollowed = 4, ///< is never closed: its content follows it
     kTagBlock = 8,    ///< counts as a block for a table that comes next
+    kTagText = 16,    ///< text, or what text stands in: links jump to its `id`
+    kTagSkipped = 32, ///< is left out with what it holds, so that no attribute of it is wrong
 };
 
 /// Reads one element, its content included, into `parent`. GUI thread.
