@@ -52,13 +52,24 @@ guiPictureReader::guiPictureReader(QByteArray const& bytes)
         return;
     m_isTurned = m_reader.transformation() & QImageIOHandler::TransformationRotate90;
     m_kind.size = m_isTurned ? stored.transposed() : stored;
+    QImage::Format const format = m_reader.imageFormat();
+    m_isBilevel = format == QImage::Format_Mono || format == QImage::Format_MonoLSB;
     m_kind.isVector = m_reader.format().startsWith("svg");
     m_kind.isAnimated = m_reader.supportsAnimation() && m_reader.imageCount() != 1;
 }
 
 QPixmap guiPictureReader::decode(QSize size)
 {
-    if (size != m_kind.size)
-        m_reader.setScaledSize(m_isTurned ? size.transposed() : size);
+    if (size == m_kind.size)
+        return QPixmap::fromImageReader(&m_reader);
+    if (m_isBilevel)
+        return decodeWhole(size);
+    m_reader.setScaledSize(m_isTurned ? size.transposed() : size);
     return QPixmap::fromImageReader(&m_reader);
+}
+
+QPixmap guiPictureReader::decodeWhole(QSize size)
+{
+    QImage const whole = m_reader.read().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    return QPixmap::fromImage(whole.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
 }

@@ -35,8 +35,12 @@ public:
     static qint64 bytesOf(QSize size) { return qint64{size.width()} * size.height() * 4; }
 
 private:
+    /// The toolkit's decoder of PNG mixes up the pixels of two colours when it is to make a picture smaller.
+    QPixmap decodeWhole(QSize size);
+
     QBuffer m_buffer;
     QImageReader m_reader;
-    bool m_isTurned = false; // width and height are exchanged
+    bool m_isTurned = false;  // width and height are exchanged
+    bool m_isBilevel = false; // one bit a pixel
     guiPictureKind m_kind;
 };

@@ -2,10 +2,12 @@
 #include "controls/guihtmlimage.h"
 #include "controls/guiimagec.h"
 #include "controls/guiimagemap.h"
+#include "controls/guipicturereader.h"
 #include "tests/controls/pagewindow.h"
 #include "tests/support/fakescript.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QRegion>
@@ -53,6 +55,24 @@ TEST(FileTypes, ComeFromTheLastExtensionInAnyCase)
         EXPECT_EQ(getFindFileType(name), 1) << name;
     for (char const* name : {"readme", "a.html", "a.png.txt", "dir.png/readme", "", "a."})
         EXPECT_EQ(getFindFileType(name), 2) << name;
+}
+
+TEST(PictureReader, KeepsTheColoursOfATwoColouredPictureThatIsShownSmall)
+{
+    QImage image(64, 64, QImage::Format_Mono);
+    image.setColorTable({qRgb(255, 0, 0), qRgb(0, 0, 255)});
+    for (int y = 0; y < 64; ++y)
+        for (int x = 0; x < 64; ++x)
+            image.setPixel(x, y, x < 32 ? 0 : 1);
+    QByteArray bytes;
+    QBuffer file(&bytes);
+    ASSERT_TRUE(image.save(&file, "PNG"));
+    QImage const small = guiPictureReader(bytes).decode(QSize(16, 16)).toImage();
+    ASSERT_EQ(small.size(), QSize(16, 16));
+    for (int y = 0; y < 16; ++y) {
+        EXPECT_EQ(small.pixel(3, y), qRgb(255, 0, 0)) << y;
+        EXPECT_EQ(small.pixel(12, y), qRgb(0, 0, 255)) << y;
+    }
 }
 
 TEST(ShownImages, TakeTheSizeOfTheirPictureAndTheirFrame)
