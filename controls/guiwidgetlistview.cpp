@@ -25,6 +25,7 @@ guiWidgetListView::guiWidgetListView(QWidget* parent)
     setItemDelegate(new guiWidgetRadioRow(this));
     setSelectionBehavior(SelectRows);
     setHorizontalScrollMode(ScrollPerPixel);
+    setEditTriggers(SelectedClicked); // F2 is seen to by editByKey()
     connectModel();
     setModel(m_model);
     connectHeader();
@@ -44,6 +45,7 @@ guiWidgetListView::~guiWidgetListView()
 void guiWidgetListView::connectModel()
 {
     connect(m_model, &guiListModel::checkAsked, this, &guiWidgetListView::setChecked);
+    connect(m_model, &guiListModel::textGiven, this, &guiWidgetListView::noteText);
     connect(m_model, &QAbstractItemModel::rowsInserted, this, &guiWidgetListView::noteRows);
     connect(m_model, &QAbstractItemModel::rowsRemoved, this, &guiWidgetListView::noteRows);
     connect(m_model, &QAbstractItemModel::rowsMoved, this, &guiWidgetListView::noteRows);
@@ -188,8 +190,9 @@ void guiWidgetListView::setExpanded(guiRowNumber row, bool on)
     if (rows().isExpanded(row) == on)
         return;
     rows().setExpanded(row, on);
-    if (rows().hasRowsUnder(row))
-        noteRows();
+    if (!rows().hasRowsUnder(row))
+        return;
+    noteRows();
 }
 
 bool guiWidgetListView::isSelected(guiRowNumber row) const
@@ -282,6 +285,11 @@ void guiWidgetListView::note(userAct const& act)
     m_act = act;
 }
 
+void guiWidgetListView::noteText(guiRowNumber row, int column, QString const& text)
+{
+    note({userAct::kRename, row, column + 1, {}, text});
+}
+
 void guiWidgetListView::tellAct(userAct const& act)
 {
     if (!owner || (act.row != kNoRow && !m_model->hasRow(act.row)))
@@ -290,8 +298,10 @@ void guiWidgetListView::tellAct(userAct const& act)
         owner->onActivate(act.row, act.column);
     else if (act.what == userAct::kContext)
         owner->onContext(act.row, act.column, act.place);
-    else
+    else if (act.what == userAct::kExpand)
         owner->onExpand(act.row);
+    else
+        owner->onRename(act.row, act.column, act.text);
 }
 
 void guiWidgetListView::onSelect()
