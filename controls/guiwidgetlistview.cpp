@@ -3,6 +3,7 @@
 
 #include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolflex.h"
+#include "controls/guilistaccess.h"
 #include "controls/guiwidgetlistitem.h"
 #include "controls/guiwidgetradiorow.h"
 
@@ -18,6 +19,7 @@ guiWidgetListView::guiWidgetListView(QWidget* parent)
     : guiNoticeView(parent), m_model(new guiListModel), m_header(new QHeaderView(Qt::Horizontal))
 {
     assertOnGuiThread();
+    guiOfferListAccess();
     m_model->setParent(this); // only now: the list hears of its children, with all that it has
     m_header->setParent(this);
     setFocusPolicy(Qt::StrongFocus);
@@ -169,6 +171,9 @@ void guiWidgetListView::setChecked(guiRowNumber row, bool on)
     guiRowNumber const other = on && indicator == kRowRadio ? rows().otherRadioOn(row) : kNoRow;
     rows().setChecked(row, on);
     m_model->noteChange(row);
+    QAccessible::State checked;
+    checked.checked = true;
+    guiTellListState(*this, checked, row);
     QPointer<guiWidgetListView> const self(this);
     if (other != kNoRow) {
         rows().setChecked(other, false);
@@ -193,6 +198,9 @@ void guiWidgetListView::setExpanded(guiRowNumber row, bool on)
     if (!rows().hasRowsUnder(row))
         return;
     noteRows();
+    QAccessible::State expanded;
+    expanded.expanded = true;
+    guiTellListState(*this, expanded, row);
 }
 
 bool guiWidgetListView::isSelected(guiRowNumber row) const
@@ -311,15 +319,21 @@ void guiWidgetListView::onSelect()
         owner->onSelect();
 }
 
-void guiWidgetListView::selectionChanged(QItemSelection const&, QItemSelection const&)
+void guiWidgetListView::selectionChanged(QItemSelection const& selected, QItemSelection const& deselected)
 {
     refreshSoon();
+    for (QItemSelectionRange const& range : deselected)
+        guiTellListAccess(*this, QAccessible::SelectionRemove, m_model->rowOf(range.topLeft()));
+    for (QItemSelectionRange const& range : selected)
+        guiTellListAccess(*this, QAccessible::SelectionAdd, m_model->rowOf(range.topLeft()));
     if (!holdsSelection())
         emit selectionChanged();
 }
 
 void guiWidgetListView::currentChanged(QModelIndex const& current, QModelIndex const& previous)
 {
+    if (hasFocus())
+        guiTellListAccess(*this, QAccessible::Focus, m_model->rowOf(current));
     if (!m_isQuiet)
         return guiNoticeView::currentChanged(current, previous);
     refreshSoon();
