@@ -119,6 +119,8 @@ void guiHtmlControlFlex::addColumns(int count)
     if (count <= present)
         return;
     m_listView->listModel().addColumns(count);
+    for (int column = present + 1; column <= count; ++column)
+        showColumnLook(column);
     m_listView->header()->setStretchLastSection(true);
     if (m_listView->owner)
         fitColumns();
@@ -127,21 +129,23 @@ void guiHtmlControlFlex::addColumns(int count)
 /// Columns are as wide as their texts unless a width was set; the last one fills the list.
 void guiHtmlControlFlex::fitColumns()
 {
-    int const last = m_listView->columnCount() - 1;
-    assert(last >= 0);
-    for (int column = 1; column <= last; ++column)
-        if (followsContent(column))
+    QHeaderView* const header = m_listView->header();
+    for (int column = 1; column <= m_listView->columnCount(); ++column)
+        if (fillsList(column))
+            header->resizeSection(column - 1, header->minimumSectionSize());
+        else if (followsContent(column))
             m_listView->fitColumn(column - 1);
-    if (m_listView->header()->stretchLastSection())
-        m_listView->header()->resizeSection(last, m_listView->header()->minimumSectionSize());
+}
+
+/// Whether the column stands at the end and takes the room that the others leave.
+bool guiHtmlControlFlex::fillsList(int column) const
+{
+    QHeaderView const* header = m_listView->header();
+    return header->stretchLastSection() && header->visualIndex(column - 1) == header->count() - 1;
 }
 
 /// Whether neither page, script nor user has given the column a width, and it does not fill the list.
-bool guiHtmlControlFlex::followsContent(int column) const
-{
-    bool const fills = column == m_listView->columnCount() && m_listView->header()->stretchLastSection();
-    return !fills && !m_widths.contains(column);
-}
+bool guiHtmlControlFlex::followsContent(int column) const { return !fillsList(column) && !m_widths.contains(column); }
 
 void guiHtmlControlFlex::growColumn(int column, int width)
 {
@@ -170,12 +174,18 @@ void guiHtmlControlFlex::growAllColumns()
 /// A column that the user has resized keeps its width; a click on a heading sorts.
 void guiHtmlControlFlex::connectHeader()
 {
-    QObject::connect(m_listView->header(), &QHeaderView::sectionClicked, m_listView, [this](int index) {
+    auto const click = [this](int index) {
         guiEventScope scope;
         guiNodeWatch self(this);
         onSort(index + 1);
         if (self.alive())
             onHeader(index + 1);
+    };
+    QObject::connect(m_listView->header(), &QHeaderView::sectionClicked, m_listView, click);
+    // The second of two quick clicks, which is one more for who sorts.
+    QObject::connect(m_listView->header(), &QHeaderView::sectionDoubleClicked, m_listView, [this, click](int index) {
+        if (m_listView->header()->sectionsClickable())
+            click(index);
     });
     QObject::connect(m_listView->header(), &QHeaderView::sectionResized, m_listView, [this](int index) {
         if (QApplication::mouseButtons() & Qt::LeftButton)
@@ -195,11 +205,11 @@ void guiHtmlControlFlex::saveColumns()
             m_list.uncodedHeadings.add(column, heading);
         else
             guiAddColumnText(m_list.columnCodes, column, heading);
-        bool const fills = column == count && m_listView->header()->stretchLastSection();
-        if (m_widths.contains(column) && !fills)
+        if (m_widths.contains(column) && !fillsList(column))
             guiAddColumnWidth(m_list.columnCodes, column, m_listView->columnWidth(column - 1));
     }
     m_list.uncodedHeadings.at = m_list.columnCodes.getLength();
+    saveColumnPlaces();
 }
 
 // ---- What script sets ----
@@ -217,7 +227,7 @@ void guiHtmlControlFlex::setColumnWidth(int column, int width)
     if (column > count)
         return;
     m_widths.insert(column);
-    if (column == count)
+    if (fillsList(column))
         m_listView->header()->setStretchLastSection(false);
     m_listView->header()->resizeSection(column - 1, std::clamp(width, 0, kMaxPixels));
 }
@@ -243,6 +253,11 @@ void guiHtmlControlFlex::setItemText(sstring const& value, int column, sstring c
     guiRowNumber const row = rowOf(value);
     if (row == kNoRow || !isColumn(column))
         return;
+    showText(row, column, text);
+}
+
+void guiHtmlControlFlex::showText(guiRowNumber row, int column, sstring const& text)
+{
     m_knowsLongest = false;
     auto const at = static_cast<unsigned>(column) - 1;
     if (!m_listView)

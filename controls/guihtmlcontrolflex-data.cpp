@@ -27,6 +27,15 @@ std::vector<QString> sorted(std::vector<QString> values)
     return values;
 }
 
+/// What a packed column says.
+guiColumnLook lookIn(guiPackedRows const& columns, unsigned row)
+{
+    auto textAt = [&](unsigned at) { return at < columns.textCount() ? columns.text(row, at) : QStringView(); };
+    bool isNumber = false;
+    int const order = textAt(3).toInt(&isNumber);
+    return {textAt(1).toString(), textAt(2).toString(), isNumber ? std::max(0, order) : -1, textAt(4) == u"1"};
+}
+
 Qt::Alignment alignmentOf(QString const& word)
 {
     Qt::Alignment const across = word == "right" ? Qt::AlignRight : word == "center" ? Qt::AlignHCenter : Qt::AlignLeft;
@@ -189,6 +198,7 @@ void guiHtmlControlFlex::packRow(guiRowPacker& packer, guiRowNumber row) const
         packer.addField(m_rows.text(row, column));
     packer.addField(above == kNoRow ? QStringView() : m_rows.value(above));
     packer.addField(m_rows.icon(row));
+    packer.addField(m_rows.look(row));
 }
 
 QString guiHtmlControlFlex::packedRows()
@@ -280,36 +290,78 @@ QString guiHtmlControlFlex::columns()
     findLongest();
     int const count = std::max({headings.empty() ? 0 : headings.rbegin()->first, static_cast<int>(m_longest.size()),
                                 m_listView ? m_listView->columnCount() : 0});
-    guiRowPacker packer(3, false);
+    guiRowPacker packer(5, false);
     for (int column = 1; column <= count; ++column) {
-        auto const at = static_cast<std::size_t>(column) - 1;
-        columnLook const look = at < m_list.columnLooks.size() ? m_list.columnLooks[at] : columnLook();
+        guiColumnLook const look = lookOf(column);
         int const width = columnWidthSet(column);
         packer.addState({});
         packer.addField(sstoq(headings[column]));
         packer.addField(width < 0 ? QString() : QString::number(width));
         packer.addField(look.align);
         packer.addField(look.sort);
+        packer.addField(QString::number(look.order < 0 ? column - 1 : look.order));
+        packer.addField(look.isEditable ? QString("1") : QString());
     }
     return packer.packed();
 }
 
-void guiHtmlControlFlex::setColumnLook(int column, sstring const& align, sstring const& sort)
+guiColumnLook guiHtmlControlFlex::lookOf(int column) const
+{
+    auto const at = static_cast<std::size_t>(column) - 1;
+    guiColumnLook look = at < m_list.columnLooks.size() ? m_list.columnLooks[at] : guiColumnLook();
+    look.isEditable |= m_list.isEditable;
+    return look;
+}
+
+void guiHtmlControlFlex::setColumnLook(int column, guiColumnLook const& look)
 {
     if (column < 1 || column > kColumnLimit)
         return;
     auto const at = static_cast<std::size_t>(column) - 1;
     if (at >= m_list.columnLooks.size())
         m_list.columnLooks.resize(at + 1);
-    m_list.columnLooks[at] = {sstoq(align), sstoq(sort)};
+    m_list.columnLooks[at] = look;
     if (m_listView)
-        m_listView->listModel().setAlignment(column - 1, alignmentOf(m_list.columnLooks[at].align));
+        showColumnLook(column);
+}
+
+void guiHtmlControlFlex::showColumnLook(int column)
+{
+    guiColumnLook const look = lookOf(column);
+    m_listView->listModel().setAlignment(column - 1, alignmentOf(look.align));
+    m_listView->listModel().setEditable(column - 1, look.isEditable);
 }
 
 void guiHtmlControlFlex::showColumnLooks()
 {
-    for (std::size_t i = 0; i < m_list.columnLooks.size(); ++i)
-        m_listView->listModel().setAlignment(static_cast<int>(i), alignmentOf(m_list.columnLooks[i].align));
+    for (int column = 1; column <= m_listView->columnCount(); ++column)
+        showColumnLook(column);
+    showColumnPlaces();
+}
+
+/// Of two columns that are to be at one place, the one of the lower number stands further left.
+void guiHtmlControlFlex::showColumnPlaces()
+{
+    std::vector<std::pair<int, int>> places; // and the columns, from 0
+    for (int column = 1; column <= m_listView->columnCount(); ++column) {
+        int const order = lookOf(column).order;
+        places.emplace_back(order < 0 ? column - 1 : order, column - 1);
+    }
+    std::sort(places.begin(), places.end());
+    QHeaderView* const header = m_listView->header();
+    for (std::size_t place = 0; place < places.size(); ++place)
+        header->moveSection(header->visualIndex(places[place].second), static_cast<int>(place));
+}
+
+/// Where the user has dragged columns to.
+void guiHtmlControlFlex::saveColumnPlaces()
+{
+    QHeaderView const* header = m_listView->header();
+    if (!header->sectionsMoved())
+        return;
+    m_list.columnLooks.resize(std::max(m_list.columnLooks.size(), static_cast<std::size_t>(m_listView->columnCount())));
+    for (int column = 0; column < m_listView->columnCount(); ++column)
+        m_list.columnLooks[static_cast<std::size_t>(column)].order = header->visualIndex(column);
 }
 
 void guiHtmlControlFlex::setColumns(guiPackedRows const& columns)
@@ -329,9 +381,10 @@ void guiHtmlControlFlex::setColumns(guiPackedRows const& columns)
     for (int column = 1; column <= count; ++column) {
         auto const row = static_cast<unsigned>(column) - 1;
         setColumnText(column, qtoss(columns.value(row).toString()));
-        setColumnLook(column, qtoss(columns.text(row, 1).toString()), qtoss(columns.text(row, 2).toString()));
+        setColumnLook(column, lookIn(columns, row));
     }
     if (m_listView) {
+        showColumnLooks();
         fitColumns();
         growAllColumns();
         showOrder();
@@ -356,7 +409,7 @@ void guiHtmlControlFlex::showOrder()
     header->setSortIndicator(m_sortColumn - 1, m_isDescending ? Qt::DescendingOrder : Qt::AscendingOrder);
     header->setSortIndicatorShown(m_sortColumn > 0);
     bool isSortable = false;
-    for (columnLook const& look : m_list.columnLooks)
+    for (guiColumnLook const& look : m_list.columnLooks)
         isSortable |= guiSortKindOf(look.sort) != kSortNone;
     header->setSectionsClickable(isSortable || m_list.headerAction.getLength() > 0);
 }

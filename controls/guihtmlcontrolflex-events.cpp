@@ -7,6 +7,9 @@
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
+#include "page/guirefusal.h"
+
+#include <memory>
 
 /// kNoRow: about none.
 void guiHtmlControlFlex::tell(char const* type, guiRowNumber row, guiEventDetail detail, sstring const& link)
@@ -36,6 +39,33 @@ void guiHtmlControlFlex::onContext(guiRowNumber row, int column, QPoint place)
 }
 
 bool guiHtmlControlFlex::hearsContext() const { return m_list.contextAction.getLength() > 0 || guiHasContext(this); }
+
+/// The toolkit gives the text when it is done with the keys that made it.
+void guiHtmlControlFlex::onRename(guiRowNumber row, int column, QString const& text)
+{
+    assertOnGuiThread();
+    sstring const value = qtoss(rowValue(row));
+    sstring const before = qtoss(m_rows.text(row, static_cast<unsigned>(column) - 1).toString());
+    sstring const after = qtoss(text);
+    if (before == after)
+        return;
+    showText(row, column, after);
+    guiRefusalScope const refusal([self = std::make_shared<guiNodeWatch>(this), value, column, before, after] {
+        if (auto* flex = static_cast<guiHtmlControlFlex*>(self->get()))
+            flex->takeBack(value, column, before, after);
+    });
+    guiInputScope const input(guiInputScope::current().value_or(guiUserInput()));
+    tell("rename", row, {.column = column, .text = after}, m_list.renameAction);
+}
+
+/// Unless something else has become of the text meanwhile.
+void guiHtmlControlFlex::takeBack(sstring const& value, int column, sstring const& before, sstring const& after)
+{
+    assertOnGuiThread();
+    guiRowNumber const row = rowOf(value);
+    if (row != kNoRow && m_rows.text(row, static_cast<unsigned>(column) - 1) == sstoview(after))
+        showText(row, column, before);
+}
 
 void guiHtmlControlFlex::onExpand(guiRowNumber row) { tell("expand", row, {}, m_list.expandAction); }
 void guiHtmlControlFlex::onHeader(int column) { tell("header", kNoRow, {.column = column}, m_list.headerAction); }

@@ -29,6 +29,7 @@ guiRowTexts textsOf(guiHtmlControlFlexEntry const& entry)
     texts.value = sstoq(entry.value);
     texts.parent = sstoq(entry.parent);
     texts.icon = sstoq(entry.icon);
+    texts.look = entry.look;
     guiForEachColumn(entry.text, entry.uncoded,
                      [&](int column, sstring const& text, bool) { setCell(texts.cells, column, text); });
     return texts;
@@ -67,6 +68,7 @@ guiHtmlControlFlexEntry* guiHtmlControlFlex::entryOf(guiRowNumber row)
     entry->value = qtoss(m_rows.value(row).toString());
     entry->parent = qtoss(m_rows.parent(row).toString());
     entry->icon = qtoss(m_rows.icon(row).toString());
+    entry->look = m_rows.look(row).toString();
     entry->entryType = static_cast<guiHtmlControlFlexEntryType>(m_rows.indicator(row));
     readEntryTexts(*entry, row);
     entry->checked = m_rows.isChecked(row);

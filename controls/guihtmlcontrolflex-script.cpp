@@ -202,7 +202,7 @@ void control_giveRows_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, S
     if (!flex)
         return;
     auto const first = static_cast<unsigned>(std::max(0, args.get(0)->toInt(0)));
-    flex->giveRows(first, guiIsString(args, 1) ? guiPackedRows::read(sstoview(guiTextOf(args, 1))) : nullptr);
+    flex->giveRows(first, guiIsString(args, 1) ? guiPackedRows::read(guiTextOf(args, 1)) : nullptr);
 }
 
 constexpr guiScriptMethod kMethods[] = {

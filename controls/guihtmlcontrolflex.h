@@ -42,6 +42,7 @@ struct guiHtmlControlFlexEntry
     sstring value;  ///< the row's key
     sstring text;   ///< column codes: the first column's text, then "|N|" and the text of column N
     sstring icon;   ///< name of a picture file
+    QString look;   ///< see guilistlook.h
     sstring parent; ///< key of the row that this one is nested under, "" for the top level
     guiHtmlControlFlexEntryType entryType = kFlexPlain;
     int checked = 0;
@@ -50,6 +51,15 @@ struct guiHtmlControlFlexEntry
     int expanded = 1;
     guiUncodedTexts uncoded;          ///< texts that `text` cannot express
     guiCheckListItem* item = nullptr; ///< the row in the widget, null without one. Not owned
+};
+
+/// What page and script say about a column besides its heading and width.
+struct guiColumnLook
+{
+    QString align = {};      ///< how texts stand: "right", "center", else left
+    QString sort = {};       ///< how rows are sorted by it: see guiSortKindOf()
+    int order = -1;          ///< its place from the left, from 0; -1: where its number puts it
+    bool isEditable = false; ///< the user may change its texts
 };
 
 /// Rows nest kMaxNesting levels deep; deeper ones lie beside the last that still nests, since the toolkit walks over
@@ -84,10 +94,12 @@ public:
     void setContextAction(sstring const& link) { m_list.contextAction = link; }
     void setExpandAction(sstring const& link) { m_list.expandAction = link; }
     void setHeaderAction(sstring const& link) { m_list.headerAction = link; }
+    void setRenameAction(sstring const& link) { m_list.renameAction = link; }
+    /// The user may change the texts of all columns.
+    void setEditable(bool on) { m_list.isEditable = on; }
     /// Every other row has another ground.
     void setZebra(bool on) { m_list.isZebra = on; }
-    /// How the texts of a column stand ("right", "center", else left), and how rows are sorted by it ("" not at all).
-    void setColumnLook(int column, sstring const& align, sstring const& sort);
+    void setColumnLook(int column, guiColumnLook const& look);
 
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
@@ -143,8 +155,8 @@ public:
     /// Selects or checks the rows of these values and no others. The link for each change is followed.
     void setSelection(guiPackedRows const& values);
     void setCheckedRows(guiPackedRows const& values);
-    /// The columns as packed rows: the value is the heading, the texts are the width in pixels or "", how texts stand
-    /// and how rows are sorted by the column.
+    /// The columns as packed rows: the value is the heading, the texts are the width in pixels or "", how texts stand,
+    /// how rows are sorted by the column, its place from the left, and "1" if the user may change its texts.
     QString columns();
     void setColumns(guiPackedRows const& columns);
 
@@ -175,6 +187,9 @@ public:
     virtual void onContext(guiRowNumber row, int column, QPoint place);
     virtual void onExpand(guiRowNumber row);
     virtual void onHeader(int column);
+    /// The user has given a text of a row another wording, which is shown from now on, unless the handler returns
+    /// false.
+    virtual void onRename(guiRowNumber row, int column, QString const& text);
 
     /// Adds a row at the end, before there is a widget; an empty text shows the value.
     void appendEntry(guiHtmlControlFlexEntry const& entry);
@@ -186,13 +201,6 @@ protected:
     void addScriptMethods(ScriptObject* object) override;
 
 private:
-    /// How the texts of a column stand ("", "right" or "center"), and how rows are sorted by it.
-    struct columnLook
-    {
-        QString align;
-        QString sort;
-    };
-
     /// What page and script have said about the list as a whole.
     struct listSettings
     {
@@ -205,12 +213,14 @@ private:
         sstring contextAction;
         sstring expandAction;
         sstring headerAction;
+        sstring renameAction;
         bool isZebra = false;
+        bool isEditable = false;
         unsigned styleBits = 0; // of guiFlexStyle
         int visibleRows = kDefaultRows;
         int multiple = 0;
         int headerEnabled = 1;
-        std::vector<columnLook> columnLooks; // of the first columns
+        std::vector<guiColumnLook> columnLooks; // of the first columns
     };
 
     /// What stays when the rows are replaced, by value.
@@ -255,12 +265,19 @@ private:
     void createColumns();
     void addColumns(int count);
     void addRowColumns();
+    guiColumnLook lookOf(int column) const;
+    void showColumnLook(int column);
     void showColumnLooks();
+    void showColumnPlaces();
+    void saveColumnPlaces();
+    bool fillsList(int column) const;
+    void showText(guiRowNumber row, int column, sstring const& text) TARN_ON(velaGuiRole);
     guiSortKind sortKindOf(int column) const;
     void showOrder();
     void sortRows();
     QPixmap iconOf(QString const& name);
     void tell(char const* type, guiRowNumber row, guiEventDetail detail, sstring const& link);
+    void takeBack(sstring const& value, int column, sstring const& before, sstring const& after);
     void growAllColumns();
     int columnWidthSet(int column) const;
     void fitColumns();

@@ -22,6 +22,7 @@ void pullInputList(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     list->setAction(guiHtmlParser::pullAttr(section, "onchange"));
     bool const hasSize = guiHtmlParser::hasAttr(section, "size");
     int visibleRows = hasSize ? guiToPixels(guiHtmlParser::pullAttr(section, "size")) : 1;
+    pullRules(parser, list, section);
     list->init(visibleRows, guiHasValue(section, "multiple"), guiHasValue(section, "edit"));
     pullInputListEntries(parser, list, section);
 }

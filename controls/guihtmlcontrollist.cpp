@@ -94,6 +94,16 @@ void guiHtmlControlList::createChildWidget()
     finishWidget(getChildWidget());
 }
 
+/// What is to be done when the widget shows another selection. A widget that is not bound is not the list's any more.
+template <typename Widget>
+auto guiHtmlControlList::makeRecheck(Widget* shown)
+{
+    return [this, shown] {
+        if (shown->owner)
+            recheck();
+    };
+}
+
 void guiHtmlControlList::createComboBox()
 {
     m_comboBox = new guiWidgetComboBox(getClipWidget());
@@ -102,6 +112,8 @@ void guiHtmlControlList::createComboBox()
         m_comboBox->reportTyping();
     m_comboBox->setInsertPolicy(QComboBox::NoInsert); // what the user types does not become an entry
     insertEntries();
+    QObject::connect(m_comboBox, &QComboBox::currentIndexChanged, m_comboBox, makeRecheck(m_comboBox));
+    QObject::connect(m_comboBox, &QComboBox::editTextChanged, m_comboBox, makeRecheck(m_comboBox));
 }
 
 void guiHtmlControlList::createListBox()
@@ -110,6 +122,7 @@ void guiHtmlControlList::createListBox()
     m_listBox->setSelectionMode(m_list.multiple ? QAbstractItemView::MultiSelection
                                                 : QAbstractItemView::SingleSelection);
     insertEntries();
+    QObject::connect(m_listBox, &QListWidget::itemSelectionChanged, m_listBox, makeRecheck(m_listBox));
 }
 
 void guiHtmlControlList::insertEntries()
@@ -357,6 +370,15 @@ void guiHtmlControlList::removeItem(sstring const& value)
         m_entries[i].reset();
         removeRow(static_cast<int>(i));
     }
+}
+
+bool guiHtmlControlList::isBlank() { return getSelected().getLength() == 0; }
+
+sstring guiHtmlControlList::findMistake()
+{
+    if (!m_content.rules || !m_content.rules->isRequired || !isBlank())
+        return {};
+    return m_list.editable > 0 ? sstring("This has to be filled in.") : sstring("One of these has to be chosen.");
 }
 
 void guiHtmlControlList::onChange() { followLink(m_content.action); }

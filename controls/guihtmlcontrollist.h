@@ -94,6 +94,9 @@ public:
 
 protected:
     void addScriptMethods(ScriptObject* object) override;
+    /// A chosen entry of the value "" asks to choose another one.
+    bool isBlank() override;
+    sstring findMistake() override;
 
 private:
     /// What the page says about the list as a whole.
@@ -126,6 +129,8 @@ private:
     void removeListRow(int row);
     void createComboBox();
     void createListBox();
+    template <typename Widget>
+    auto makeRecheck(Widget* shown);
     void insertEntries();
     void destroyWidgets();
 

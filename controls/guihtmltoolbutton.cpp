@@ -3,11 +3,13 @@
 
 #include "controls/guieventscope.h"
 #include "controls/guiwidgettoolbutton.h"
+#include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guiatplace.h"
 #include "page/guichildlist.h"
 #include "page/guilinkname.h"
+#include "page/guinearest.h"
 #include "page/guipagehost.h"
 #include "page/guipageroot.h"
 #include "page/guiuserevent.h"
@@ -15,6 +17,7 @@
 #include <QAction>
 #include <QFrame>
 #include <QIcon>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -36,6 +39,24 @@ guiHtmlControlMenu* findMenu(guiHtml* node, istring const& item)
         if (guiHtmlControlMenu* found = findMenu(child, item))
             return found;
     return nullptr;
+}
+
+void addNames(guiMenuItems const& items, std::vector<std::string>& names)
+{
+    for (auto const& each : items) {
+        if (each->name.getLength() != 0)
+            names.push_back(velaPrintable(each->name));
+        addNames(each->children, names);
+    }
+}
+
+/// Those of all menus of the page.
+void addItemNames(guiHtml* node, std::vector<std::string>& names)
+{
+    if (auto* menu = dynamic_cast<guiHtmlControlMenu*>(node))
+        addNames(menu->getItems(), names);
+    for (guiHtml* child : guiNodesOf(node))
+        addItemNames(child, names);
 }
 
 /// A text as it is read aloud: without the mark of a mnemonic.
@@ -130,7 +151,24 @@ void guiHtmlToolButton::createChildWidget()
     m_button->setIconSize(QSize(kIconSize, kIconSize));
     m_button->owner = this;
     finishWidget(m_button);
+    tellMissingItem();
     mirrorItem();
+}
+
+/// Once, when the whole page is there.
+void guiHtmlToolButton::tellMissingItem()
+{
+    if (m_look.item.getLength() == 0 || item() || std::exchange(m_isMissingTold, true))
+        return;
+    std::vector<std::string> names;
+    if (guiPageRoot* root = getBaseHtml())
+        addItemNames(root, names);
+    std::string const wanted = velaPrintable(m_look.item);
+    std::string_view const nearest = guiNearestWord(wanted, {names.begin(), names.end()});
+    guiAtPlace const place(getString(kStringPlace));
+    velaLog("guiHtmlToolButton::createChildWidget() - no menu item %s%s%s%s%s\n", wanted.c_str(),
+            guiAtPlace::text().c_str(), nearest.empty() ? "" : "; did you mean ", std::string(nearest).c_str(),
+            nearest.empty() ? "" : "?");
 }
 
 void guiHtmlToolButton::mirrorItem()

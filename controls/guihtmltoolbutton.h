@@ -55,6 +55,7 @@ private:
     void showItem(guiHtmlControlMenuItem const& item);
     void showTexts(sstring const& text, QIcon const& icon, QKeySequence const& key);
     QIcon ownIcon();
+    void tellMissingItem();
     void destroyWidgets();
 
     look m_look;
@@ -62,4 +63,5 @@ private:
     QWidget* m_line = nullptr;               // owned; of a divider
     guiPictureRef m_picture;                 // of the icon, while it is shown
     std::optional<guiNodeWatch> m_menu;      // whose item it mirrors
+    bool m_isMissingTold = false;            // that there is no such item
 };

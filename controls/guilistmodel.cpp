@@ -1,6 +1,12 @@
 // controls/guilistmodel.cpp: see guilistmodel.h.
 #include "controls/guilistmodel.h"
 
+#include "foundation/vela-log.h"
+#include "foundation/vela-qt.h"
+#include "page/guicolortext.h"
+
+#include <QBrush>
+#include <QFont>
 #include <cassert>
 #include <utility>
 
@@ -149,6 +155,20 @@ void guiListModel::setAlignment(int column, Qt::Alignment alignment)
     emit headerDataChanged(Qt::Horizontal, column, column);
 }
 
+void guiListModel::setEditable(int column, bool on)
+{
+    auto const at = static_cast<std::size_t>(column);
+    if (at >= m_editable.size())
+        m_editable.resize(at + 1);
+    m_editable[at] = on;
+}
+
+bool guiListModel::isEditable(int column) const
+{
+    auto const at = static_cast<std::size_t>(column);
+    return column >= 0 && at < m_editable.size() && m_editable[at];
+}
+
 QVariant guiListModel::alignmentOf(int column) const
 {
     auto const at = static_cast<std::size_t>(column);
@@ -203,10 +223,11 @@ Qt::ItemFlags guiListModel::flags(QModelIndex const& index) const
         return Qt::NoItemFlags;
     guiRowNumber const row = rowOf(index);
     Qt::ItemFlags flags = Qt::ItemIsSelectable;
-    flags.setFlag(Qt::ItemIsEnabled, m_source ? m_source->isEnabled(row) : m_rows->isUsable(row));
+    flags.setFlag(Qt::ItemIsEnabled, isUsable(row));
     if (m_source)
         return flags | Qt::ItemNeverHasChildren;
     flags.setFlag(Qt::ItemIsUserCheckable, index.column() == 0 && m_rows->indicator(row) != kRowPlain);
+    flags.setFlag(Qt::ItemIsEditable, isEditable(index.column()));
     return flags;
 }
 
@@ -236,13 +257,53 @@ QVariant guiListModel::iconOf(guiRowNumber row) const
     return icon.isNull() ? QVariant() : QVariant(icon);
 }
 
+/// For column 0, counted from 1, that of the row.
+guiTextLook guiListModel::lookOf(guiRowNumber row, unsigned column) const
+{
+    QStringView const look = m_source ? m_source->look(row) : m_rows->look(row);
+    return look.isEmpty() ? guiTextLook() : guiLookIn(look, column);
+}
+
+/// Invalid for "", and for what is no colour, which is told once.
+QColor guiListModel::colorIn(QString const& text) const
+{
+    constexpr int kMostTold = 20;
+    guiColor color;
+    if (text.isEmpty())
+        return {};
+    if (guiReadColor(qtoss(text), &color))
+        return {color.red, color.green, color.blue};
+    if (m_unknownColors.size() < kMostTold && !m_unknownColors.contains(text)) {
+        m_unknownColors.insert(text);
+        velaLog("guiListModel::data() - there is no colour %s\n", velaPrintable(qtoss(text)).c_str());
+    }
+    return {};
+}
+
+/// A row that can not be used is grey, whatever its colour.
+QVariant guiListModel::lookData(QModelIndex const& index, int role) const
+{
+    guiRowNumber const row = rowOf(index);
+    guiTextLook const look = lookOf(row, static_cast<unsigned>(index.column()) + 1);
+    if (role == Qt::FontRole) {
+        QFont bold;
+        bold.setBold(look.isBold.value_or(false));
+        return look.isBold ? QVariant(bold) : QVariant();
+    }
+    bool const isGround = role == Qt::BackgroundRole;
+    QColor const color = isGround || isUsable(row) ? colorIn(isGround ? look.ground : look.color) : QColor();
+    return color.isValid() ? QVariant(QBrush(color)) : QVariant();
+}
+
 QVariant guiListModel::data(QModelIndex const& index, int role) const
 {
     if (!index.isValid())
         return {};
     guiRowNumber const row = rowOf(index);
-    if (role == Qt::DisplayRole)
+    if (role == Qt::DisplayRole || role == Qt::EditRole)
         return textAt(row, index.column());
+    if (role == Qt::ForegroundRole || role == Qt::BackgroundRole || role == Qt::FontRole)
+        return lookData(index, role);
     if (role == Qt::TextAlignmentRole)
         return alignmentOf(index.column());
     if (role == Qt::DecorationRole)
@@ -253,6 +314,10 @@ QVariant guiListModel::data(QModelIndex const& index, int role) const
 
 bool guiListModel::setData(QModelIndex const& index, QVariant const& value, int role)
 {
+    if (role == Qt::EditRole && index.isValid()) {
+        emit textGiven(rowOf(index), index.column(), value.toString());
+        return true;
+    }
     if (role != Qt::CheckStateRole || !index.isValid() || index.column() != 0)
         return false;
     emit checkAsked(rowOf(index), value.toInt() == Qt::Checked);

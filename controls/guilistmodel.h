@@ -1,11 +1,14 @@
 // controls/guilistmodel.h: rows and columns of a list as the toolkit's views and delegates ask for them.
 #pragma once
 
+#include "controls/guilistlook.h"
 #include "controls/guilistrows.h"
 #include "controls/guilistsource.h"
 
 #include <QAbstractItemModel>
+#include <QColor>
 #include <QPixmap>
+#include <QSet>
 
 /// Shows rows of its own, or those of somebody else. An index holds the number of its row. GUI thread.
 class guiListModel : public QAbstractItemModel
@@ -64,6 +67,11 @@ public:
     void setHeading(int column, QString const& text);
     /// Where the texts of a column and its heading stand.
     void setAlignment(int column, Qt::Alignment alignment);
+    /// Whether the user may change the texts of the column.
+    void setEditable(int column, bool on);
+    bool isEditable(int column) const;
+    /// The colour that a row says its ground has; invalid for the usual one.
+    QColor groundOf(guiRowNumber row) const { return colorIn(lookOf(row, 0).ground); }
 
     QModelIndex index(int row, int column, QModelIndex const& parent = {}) const override;
     QModelIndex parent(QModelIndex const& index) const override;
@@ -79,16 +87,24 @@ public:
 signals:
     /// The user wants to change the state of a row.
     void checkAsked(unsigned row, bool on);
+    /// The user has given a text another wording.
+    void textGiven(unsigned row, int column, QString const& text);
 
 private:
     void moveToTop(guiRowNumber above);
     QVariant alignmentOf(int column) const;
     QVariant iconOf(guiRowNumber row) const;
+    guiTextLook lookOf(guiRowNumber row, unsigned column) const;
+    QColor colorIn(QString const& text) const;
+    QVariant lookData(QModelIndex const& index, int role) const;
+    bool isUsable(guiRowNumber row) const { return m_source ? m_source->isEnabled(row) : m_rows->isUsable(row); }
     QVariant indicatorData(guiRowNumber row, int role) const;
 
     std::shared_ptr<guiListSource> m_source; // null unless its rows are shown
     guiListRows m_own;
     guiListRows* m_rows = &m_own;
     std::vector<Qt::Alignment> m_alignments; // of the first columns
+    std::vector<bool> m_editable;            // of the first columns
+    mutable QSet<QString> m_unknownColors;   // that were told
     std::vector<QString> m_headings{1};      // at least one, without which rows could not be seen
 };

@@ -293,6 +293,12 @@ QStringView guiListRows::icon(guiRowNumber row) const
     return data.own ? QStringView(data.own->icon) : m_packed->icon(data.packed);
 }
 
+QStringView guiListRows::look(guiRowNumber row) const
+{
+    rowData const& data = m_rows[row];
+    return data.own ? QStringView(data.own->look) : m_packed->look(data.packed);
+}
+
 unsigned guiListRows::textCount(guiRowNumber row) const
 {
     rowData const& data = m_rows[row];
@@ -316,6 +322,7 @@ guiRowTexts& guiListRows::ownTexts(guiRowNumber row)
     own->value = value(row).toString();
     own->parent = parent(row).toString();
     own->icon = icon(row).toString();
+    own->look = look(row).toString();
     for (unsigned column = 0; column < textCount(row); ++column)
         own->cells.push_back(text(row, column).toString());
     data.own = std::move(own);

@@ -33,6 +33,7 @@ struct guiRowTexts
     QString value;              ///< the row's key
     QString parent;             ///< key of the row that this one was to lie under, "" for none
     QString icon;               ///< name of a picture file
+    QString look;               ///< see guilistlook.h
     std::vector<QString> cells; ///< by column, from 0; missing ones are empty
 };
 
@@ -92,6 +93,7 @@ public:
     QStringView value(guiRowNumber row) const;
     QStringView parent(guiRowNumber row) const;
     QStringView icon(guiRowNumber row) const;
+    QStringView look(guiRowNumber row) const;
     /// The text of a column, counted from 0; and how many there are.
     QStringView text(guiRowNumber row, unsigned column) const;
     unsigned textCount(guiRowNumber row) const;

@@ -68,6 +68,12 @@ QStringView guiListSource::icon(guiRowNumber row) const
     return rows ? rows->icon(row % kPageRows) : QStringView();
 }
 
+QStringView guiListSource::look(guiRowNumber row) const
+{
+    guiPackedRows const* const rows = pageOf(row);
+    return rows ? rows->look(row % kPageRows) : QStringView();
+}
+
 bool guiListSource::isEnabled(guiRowNumber row) const
 {
     guiPackedRows const* const rows = pageOf(row);

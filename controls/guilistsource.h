@@ -34,6 +34,7 @@ public:
     /// "" for a row that is not known. Valid until the next page comes.
     QStringView text(guiRowNumber row, unsigned column) const;
     QStringView icon(guiRowNumber row) const;
+    QStringView look(guiRowNumber row) const;
     bool isEnabled(guiRowNumber row) const;
     /// A row that is not known, or has no value, has its number as such.
     QString value(guiRowNumber row) const;

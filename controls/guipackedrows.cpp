@@ -1,16 +1,26 @@
-// controls/guipackedrows.cpp: see guipackedrows.h. In front stand four units: bit 0: there are parents, bit 1: there
-// are icons; how many texts each row has; how many rows there are, in two units, the lower one first. Then a unit of
-// states for each row, two units for the length of each field, and the
-// fields themselves: of each row its value, its texts, the value of its parent and the name of its icon.
+// controls/guipackedrows.cpp: see guipackedrows.h. In front stand four units: which kinds of fields there are besides
+// values and texts (guiPackedKind); how many texts each row has; how many rows there are, in two units, the lower one
+// first. Then a unit of states for each row, the length of each field, and the fields themselves: of each row its
+// value, its texts, the value of its parent, the name of its icon and its look. A length is one unit; kLong says that
+// it follows in two.
 #include "controls/guipackedrows.h"
 
+#include "foundation/vela-qt.h"
+
+#include <algorithm>
 #include <cassert>
+#include <utility>
 
 namespace {
 
 constexpr qsizetype kHead = 4;
-constexpr unsigned kHasParents = 1;
-constexpr unsigned kHasIcons = 2;
+enum guiPackedKind : unsigned
+{
+    kHasParents = 1,
+    kHasIcons = 2,
+    kHasLooks = 4,
+};
+constexpr std::uint32_t kLong = 0xFFFF;
 constexpr unsigned kMaxTexts = 1000; // a page's list has a handful of columns
 
 enum stateBit : unsigned
@@ -43,10 +53,11 @@ bool guiPackedRows::readHead(QStringView& packed)
     unsigned const kinds = packed[0].unicode();
     m_parents = (kinds & kHasParents) != 0;
     m_icons = (kinds & kHasIcons) != 0;
+    m_looks = (kinds & kHasLooks) != 0;
     m_texts = packed[1].unicode();
     std::uint64_t const count = numberAt(packed, 2);
     packed = packed.mid(kHead);
-    if (m_texts > kMaxTexts || static_cast<std::uint64_t>(packed.size()) < count * (1 + 2ull * fields()))
+    if (m_texts > kMaxTexts || static_cast<std::uint64_t>(packed.size()) < count * (1ull + fields()))
         return false;
     m_states.resize(count);
     for (std::size_t row = 0; row < count; ++row)
@@ -60,22 +71,35 @@ bool guiPackedRows::readEnds(QStringView& packed)
     std::size_t const fieldCount = m_states.size() * fields();
     m_ends.resize(fieldCount + 1);
     std::uint64_t end = 0;
+    qsizetype at = 0;
     for (std::size_t i = 0; i < fieldCount; ++i) {
-        end += numberAt(packed, static_cast<qsizetype>(i * 2));
+        if (at >= packed.size())
+            return false;
+        std::uint32_t length = packed[at++].unicode();
+        if (length == kLong) {
+            if (at + 2 > packed.size())
+                return false;
+            length = numberAt(packed, at);
+            at += 2;
+        }
+        end += length;
         m_ends[i + 1] = static_cast<std::uint32_t>(end);
     }
-    packed = packed.mid(static_cast<qsizetype>(fieldCount * 2));
+    packed = packed.mid(at);
     return end == static_cast<std::uint64_t>(packed.size());
 }
 
-std::shared_ptr<guiPackedRows const> guiPackedRows::read(QStringView packed)
+std::shared_ptr<guiPackedRows const> guiPackedRows::read(sstring packed)
 {
     auto rows = std::make_shared<guiPackedRows>();
-    if (!rows->readHead(packed) || !rows->readEnds(packed))
+    rows->m_packed = std::move(packed);
+    rows->m_text = sstoview(rows->m_packed);
+    if (!rows->readHead(rows->m_text) || !rows->readEnds(rows->m_text))
         return nullptr;
-    rows->m_text = packed.toString();
     return rows;
 }
+
+std::shared_ptr<guiPackedRows const> guiPackedRows::read(QString const& packed) { return read(qtoss(packed)); }
 
 guiPackedState guiPackedRows::state(unsigned row) const
 {
@@ -88,7 +112,7 @@ QStringView guiPackedRows::field(unsigned row, unsigned which) const
 {
     std::size_t const at = std::size_t{row} * fields() + which;
     assert(at + 1 < m_ends.size());
-    return QStringView(m_text).mid(m_ends[at], m_ends[at + 1] - m_ends[at]);
+    return m_text.mid(m_ends[at], m_ends[at + 1] - m_ends[at]);
 }
 
 void guiRowPacker::addState(guiPackedState const& state)
@@ -104,14 +128,17 @@ void guiRowPacker::addState(guiPackedState const& state)
 
 void guiRowPacker::addField(QStringView text)
 {
-    appendNumber(m_lengths, static_cast<std::uint32_t>(text.size()));
+    auto const length = static_cast<std::uint32_t>(text.size());
+    m_lengths.append(QChar(static_cast<char16_t>(std::min(length, kLong))));
+    if (length >= kLong)
+        appendNumber(m_lengths, length);
     m_text.append(text);
 }
 
 QString guiRowPacker::packed() const
 {
     QString head;
-    head.append(QChar(static_cast<char16_t>(m_isWhole ? kHasParents | kHasIcons : 0)));
+    head.append(QChar(static_cast<char16_t>(m_isWhole ? kHasParents | kHasIcons | kHasLooks : 0)));
     head.append(QChar(static_cast<char16_t>(m_texts)));
     appendNumber(head, static_cast<std::uint32_t>(m_states.size()));
     return head + m_states + m_lengths + m_text;

@@ -10,7 +10,7 @@
 /// The only argument as packed rows; null when it is none.
 inline std::shared_ptr<guiPackedRows const> guiPackedArgument(ScriptArgs& args)
 {
-    return guiIsOneString(args) ? guiPackedRows::read(sstoview(guiTextOf(args, 0))) : nullptr;
+    return guiIsOneString(args) ? guiPackedRows::read(guiTextOf(args, 0)) : nullptr;
 }
 
 /// A method that returns something as packed rows; null when the list is gone.

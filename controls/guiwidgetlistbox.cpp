@@ -4,6 +4,7 @@
 #include "controls/guieventscope.h"
 #include "controls/guiframe.h"
 #include "controls/guihtmlcontrollist.h"
+#include "controls/guirangekeys.h"
 #include "controls/guiwidget.h"
 
 #include <QHelpEvent>
@@ -95,10 +96,8 @@ void guiWidgetListBox::center()
 QItemSelectionModel::SelectionFlags guiWidgetListBox::selectionCommand(QModelIndex const& row,
                                                                        QEvent const* event) const
 {
-    bool const isInput = event && (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::KeyPress);
-    bool const isRange = isInput && selectionMode() == MultiSelection &&
-                         static_cast<QInputEvent const*>(event)->modifiers().testFlag(Qt::ShiftModifier);
-    return isRange ? QItemSelectionModel::SelectCurrent : guiNoticeView::selectionCommand(row, event);
+    return guiSelectsRange(selectionMode(), event) ? QItemSelectionModel::SelectCurrent
+                                                   : guiNoticeView::selectionCommand(row, event);
 }
 
 bool guiWidgetListBox::event(QEvent* event)

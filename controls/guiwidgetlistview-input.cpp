@@ -1,6 +1,7 @@
 // controls/guiwidgetlistview-input.cpp: keys and the mouse in a flex list, beyond what all views of the toolkit do.
 #include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolflex.h"
+#include "controls/guirangekeys.h"
 #include "controls/guiwidget.h"
 #include "controls/guiwidgetlistview.h"
 
@@ -17,10 +18,26 @@
 void guiWidgetListView::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
-    if (activateByKey(event->key()) || guiHandleKey(owner, event->key(), true) || handleBranchKey(*event))
+    if (state() == EditingState)
+        return event->accept(); // what the editor leaves over, such as the Return that ends it
+    if (editByKey(event) || activateByKey(event->key()) || guiHandleKey(owner, event->key(), true) ||
+        handleBranchKey(*event))
         event->accept();
     else
         guiNoticeView::keyPressEvent(event);
+}
+
+/// F2 lets the user change the text of the current cell or, if that is not to be changed, of the first in its row that
+/// is.
+bool guiWidgetListView::editByKey(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_F2 || !currentIndex().isValid())
+        return false;
+    QModelIndex cell = currentIndex();
+    for (int visual = 0; visual < m_header->count() && !(m_model->flags(cell) & Qt::ItemIsEditable); ++visual)
+        cell = m_model->indexOf(m_model->rowOf(currentIndex()), m_header->logicalIndex(visual));
+    scrollTo(cell);
+    return QAbstractItemView::edit(cell, AllEditTriggers, event);
 }
 
 /// Return is the list's own if the page wants to hear of it there.
@@ -103,21 +120,22 @@ QModelIndex guiWidgetListView::moveCursor(CursorAction action, Qt::KeyboardModif
     int const place = placeOf(currentIndex());
     if (place < 0)
         return indexAtPlace(nextUsable(0, 1));
+    auto const inColumn = [this, column = currentIndex().column()](int at) { return indexAtPlace(at, column); };
     switch (action) {
     case MoveUp:
     case MovePrevious:
-        return indexAtPlace(nextUsable(place - 1, -1));
+        return inColumn(nextUsable(place - 1, -1));
     case MoveDown:
     case MoveNext:
-        return indexAtPlace(nextUsable(place + 1, 1));
+        return inColumn(nextUsable(place + 1, 1));
     case MovePageUp:
-        return indexAtPlace(pageFrom(place, -1));
+        return inColumn(pageFrom(place, -1));
     case MovePageDown:
-        return indexAtPlace(pageFrom(place, 1));
+        return inColumn(pageFrom(place, 1));
     case MoveHome:
-        return indexAtPlace(nextUsable(0, 1));
+        return inColumn(nextUsable(0, 1));
     case MoveEnd:
-        return indexAtPlace(nextUsable(count - 1, -1));
+        return inColumn(nextUsable(count - 1, -1));
     case MoveLeft:
         return moveAcross(isRightToLeft());
     case MoveRight:
@@ -147,10 +165,16 @@ bool guiWidgetListView::toggleBranchAt(QPoint const& point)
     return true;
 }
 
+/// A press on an indicator, which the toolkit gives to the delegate alone, makes the row current too.
 void guiWidgetListView::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || !toggleBranchAt(event->position().toPoint()))
-        guiNoticeView::mousePressEvent(event);
+    QPoint const point = event->position().toPoint();
+    if (event->button() == Qt::LeftButton && toggleBranchAt(point))
+        return;
+    guiNoticeView::mousePressEvent(event);
+    QModelIndex const pressed = indexAt(point);
+    if (pressed != currentIndex() && (m_model->flags(pressed) & Qt::ItemIsEnabled))
+        selectionModel()->setCurrentIndex(pressed, QItemSelectionModel::NoUpdate);
 }
 
 void guiWidgetListView::mouseDoubleClickEvent(QMouseEvent* event)
@@ -239,6 +263,14 @@ void guiWidgetListView::setSelection(QRect const& rect, QItemSelectionModel::Sel
         std::max(0, firstInView() + (area.top() >= 0 ? area.top() / m_rowHeight : -1 - (-area.top() / m_rowHeight)));
     int const to = std::min(m_order.count() - 1, firstInView() + area.bottom() / m_rowHeight);
     selectionModel()->select(from <= to ? selectionOf(from, to) : QItemSelection(), command);
+}
+
+QItemSelectionModel::SelectionFlags guiWidgetListView::selectionCommand(QModelIndex const& row,
+                                                                        QEvent const* event) const
+{
+    constexpr QItemSelectionModel::SelectionFlags kRange = QItemSelectionModel::SelectCurrent;
+    return guiSelectsRange(selectionMode(), event) ? kRange | QItemSelectionModel::Rows
+                                                   : guiNoticeView::selectionCommand(row, event);
 }
 
 void guiWidgetListView::selectAll()

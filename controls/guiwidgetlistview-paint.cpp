@@ -45,12 +45,15 @@ void guiWidgetListView::paintRow(QPainter& painter, QStyleOptionViewItem const& 
     QModelIndex const index = m_model->indexOf(row.row);
     bool const isUsable = (m_model->flags(index) & Qt::ItemIsEnabled) && isEnabled();
     row.option.state.setFlag(QStyle::State_Enabled, isUsable);
-    row.option.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(index));
+    bool const isSelected = selectionModel()->isSelected(index);
+    row.option.state.setFlag(QStyle::State_Selected, isSelected);
     row.option.state.setFlag(QStyle::State_MouseOver, row.row == m_hovered);
     row.option.features.setFlag(QStyleOptionViewItem::Alternate, alternatingRowColors() && place % 2);
     if (!isUsable)
         row.option.palette.setCurrentColorGroup(QPalette::Disabled);
     style()->drawPrimitive(QStyle::PE_PanelItemViewRow, &row.option, &painter, this);
+    if (QColor const ground = m_model->groundOf(row.row); ground.isValid() && !isSelected)
+        painter.fillRect(row.option.rect, ground);
     for (int visual = 0; visual < m_header->count(); ++visual)
         paintCell(painter, row, m_header->logicalIndex(visual));
     if (m_isRowFocused && hasFocus() && m_model->rowOf(currentIndex()) == row.row)

@@ -3,6 +3,7 @@
 
 #include "controls/guieventscope.h"
 #include "controls/guihtmlcontrolflex.h"
+#include "controls/guilistaccess.h"
 #include "controls/guiwidgetlistitem.h"
 #include "controls/guiwidgetradiorow.h"
 
@@ -18,6 +19,7 @@ guiWidgetListView::guiWidgetListView(QWidget* parent)
     : guiNoticeView(parent), m_model(new guiListModel), m_header(new QHeaderView(Qt::Horizontal))
 {
     assertOnGuiThread();
+    guiOfferListAccess();
     m_model->setParent(this); // only now: the list hears of its children, with all that it has
     m_header->setParent(this);
     setFocusPolicy(Qt::StrongFocus);
@@ -25,6 +27,7 @@ guiWidgetListView::guiWidgetListView(QWidget* parent)
     setItemDelegate(new guiWidgetRadioRow(this));
     setSelectionBehavior(SelectRows);
     setHorizontalScrollMode(ScrollPerPixel);
+    setEditTriggers(SelectedClicked); // F2 is seen to by editByKey()
     connectModel();
     setModel(m_model);
     connectHeader();
@@ -44,6 +47,7 @@ guiWidgetListView::~guiWidgetListView()
 void guiWidgetListView::connectModel()
 {
     connect(m_model, &guiListModel::checkAsked, this, &guiWidgetListView::setChecked);
+    connect(m_model, &guiListModel::textGiven, this, &guiWidgetListView::noteText);
     connect(m_model, &QAbstractItemModel::rowsInserted, this, &guiWidgetListView::noteRows);
     connect(m_model, &QAbstractItemModel::rowsRemoved, this, &guiWidgetListView::noteRows);
     connect(m_model, &QAbstractItemModel::rowsMoved, this, &guiWidgetListView::noteRows);
@@ -167,6 +171,9 @@ void guiWidgetListView::setChecked(guiRowNumber row, bool on)
     guiRowNumber const other = on && indicator == kRowRadio ? rows().otherRadioOn(row) : kNoRow;
     rows().setChecked(row, on);
     m_model->noteChange(row);
+    QAccessible::State checked;
+    checked.checked = true;
+    guiTellListState(*this, checked, row);
     QPointer<guiWidgetListView> const self(this);
     if (other != kNoRow) {
         rows().setChecked(other, false);
@@ -188,8 +195,12 @@ void guiWidgetListView::setExpanded(guiRowNumber row, bool on)
     if (rows().isExpanded(row) == on)
         return;
     rows().setExpanded(row, on);
-    if (rows().hasRowsUnder(row))
-        noteRows();
+    if (!rows().hasRowsUnder(row))
+        return;
+    noteRows();
+    QAccessible::State expanded;
+    expanded.expanded = true;
+    guiTellListState(*this, expanded, row);
 }
 
 bool guiWidgetListView::isSelected(guiRowNumber row) const
@@ -282,6 +293,11 @@ void guiWidgetListView::note(userAct const& act)
     m_act = act;
 }
 
+void guiWidgetListView::noteText(guiRowNumber row, int column, QString const& text)
+{
+    note({userAct::kRename, row, column + 1, {}, text});
+}
+
 void guiWidgetListView::tellAct(userAct const& act)
 {
     if (!owner || (act.row != kNoRow && !m_model->hasRow(act.row)))
@@ -290,8 +306,10 @@ void guiWidgetListView::tellAct(userAct const& act)
         owner->onActivate(act.row, act.column);
     else if (act.what == userAct::kContext)
         owner->onContext(act.row, act.column, act.place);
-    else
+    else if (act.what == userAct::kExpand)
         owner->onExpand(act.row);
+    else
+        owner->onRename(act.row, act.column, act.text);
 }
 
 void guiWidgetListView::onSelect()
@@ -301,15 +319,21 @@ void guiWidgetListView::onSelect()
         owner->onSelect();
 }
 
-void guiWidgetListView::selectionChanged(QItemSelection const&, QItemSelection const&)
+void guiWidgetListView::selectionChanged(QItemSelection const& selected, QItemSelection const& deselected)
 {
     refreshSoon();
+    for (QItemSelectionRange const& range : deselected)
+        guiTellListAccess(*this, QAccessible::SelectionRemove, m_model->rowOf(range.topLeft()));
+    for (QItemSelectionRange const& range : selected)
+        guiTellListAccess(*this, QAccessible::SelectionAdd, m_model->rowOf(range.topLeft()));
     if (!holdsSelection())
         emit selectionChanged();
 }
 
 void guiWidgetListView::currentChanged(QModelIndex const& current, QModelIndex const& previous)
 {
+    if (hasFocus())
+        guiTellListAccess(*this, QAccessible::Focus, m_model->rowOf(current));
     if (!m_isQuiet)
         return guiNoticeView::currentChanged(current, previous);
     refreshSoon();

@@ -132,6 +132,7 @@ protected:
     bool isIndexHidden(QModelIndex const& index) const override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void setSelection(QRect const& rect, QItemSelectionModel::SelectionFlags command) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(QModelIndex const& row, QEvent const* event) const override;
     QRegion visualRegionForSelection(QItemSelection const& selection) const override;
     void dataChanged(QModelIndex const& from, QModelIndex const& to, QList<int> const& roles) override;
     void rowsInserted(QModelIndex const& parent, int first, int last) override;
@@ -149,12 +150,14 @@ private:
         {
             kActivate,
             kContext,
-            kExpand
+            kExpand,
+            kRename
         };
         kind what;
         guiRowNumber row; // kNoRow: beside the rows
         int column;       // counted from 1; 0: none
         QPoint place = {};
+        QString text = {};
     };
 
     // Who hears
@@ -198,6 +201,8 @@ private:
     bool toggleBranchAt(QPoint const& point);
     bool handleBranchKey(QKeyEvent const& event);
     bool activateByKey(int key);
+    bool editByKey(QKeyEvent* event);
+    void noteText(guiRowNumber row, int column, QString const& text);
     void expandByUser(guiRowNumber row, bool on);
     int nextUsable(int place, int step);
     int pageFrom(int place, int step);

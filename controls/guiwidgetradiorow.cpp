@@ -58,6 +58,8 @@ bool usesIndicator(QEvent const* event, QRect const& indicator)
 void guiWidgetRadioRow::initStyleOption(QStyleOptionViewItem* option, QModelIndex const& index) const
 {
     QStyledItemDelegate::initStyleOption(option, index);
+    if (option->state & QStyle::State_Selected)
+        option->backgroundBrush = Qt::NoBrush; // that of the selection goes with the colour of its texts
     if (!isRadio(index))
         return;
     option->features &= ~QStyleOptionViewItem::HasCheckIndicator;

@@ -22,6 +22,7 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"alt", kAttributeText},
     {"background", kAttributeText},
     {"bgcolor", kAttributeColor},
+    {"bold", kAttributeText},
     {"border", kAttributeLength},
     {"bordercolor", kAttributeColor},
     {"bordercolordark", kAttributeColor},
@@ -41,6 +42,7 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"dir", kAttributeText},
     {"disabled", kAttributeText},
     {"edit", kAttributeText},
+    {"editable", kAttributeText},
     {"enctype", kAttributeText},
     {"face", kAttributeText},
     {"for", kAttributeText},
@@ -89,10 +91,12 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"onmouseout", kAttributeAction},
     {"onmouseover", kAttributeAction},
     {"onmouseup", kAttributeAction},
+    {"onrename", kAttributeAction},
     {"onselect", kAttributeAction},
     {"onsort", kAttributeAction},
     {"open", kAttributeText},
     {"optimum", kAttributeText},
+    {"order", kAttributeNumber},
     {"parent", kAttributeText},
     {"pattern", kAttributeText},
     {"pause", kAttributeText},
@@ -171,7 +175,9 @@ guiAttributeKind const* guiFindAttribute(std::string_view tag, std::string_view 
     if (found != attributes().end())
         return &found->second;
     std::string_view const plain = withoutNumber(name);
-    bool const isNumbered = plain.size() < name.size() && (plain == "text" || plain == "width" || plain == "align");
+    static constexpr std::string_view kNumbered[] = {"text", "width", "align", "color", "bgcolor", "bold"};
+    bool const isNumbered = plain.size() < name.size() &&
+                            std::find(std::begin(kNumbered), std::end(kNumbered), plain) != std::end(kNumbered);
     return isNumbered ? &attributes().at(plain) : nullptr;
 }
 

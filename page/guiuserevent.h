@@ -33,6 +33,7 @@ struct guiEventDetail
 {
     std::optional<sstring> row = {};  ///< the value of a list's row
     std::optional<int> column = {};   ///< of a list, counted from 1
+    std::optional<sstring> text = {}; ///< that the user has given
     std::optional<QPoint> place = {}; ///< in pixels of the screen, instead of the pointer's
 };
 

@@ -31,6 +31,8 @@ void fill(ScriptObject* object, guiUserEvent const& event, QWidget const* window
         guiSetText(object, "row", *event.detail.row);
     if (event.detail.column)
         guiSetNumber(object, "column", *event.detail.column);
+    if (event.detail.text)
+        guiSetText(object, "text", *event.detail.text);
 }
 
 } // namespace

@@ -4,10 +4,12 @@
 #include "controls/guihtmlcontrolbutton.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guinodewatch.h"
+#include "page/guirefusal.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
 #include "runtime/guihtmlbase.h"
 
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -25,8 +27,9 @@ struct linkCall
     bool isOfNode; // the handler is one of the node's own object
     sstring event;
     sstring frame;
-    sstring text;           // of a field when the handler was called
-    bool isNodeLeft = true; // the handler has not destroyed the node
+    sstring text;                  // of a field when the handler was called
+    std::function<void()> refused; // what is done when the handler says no; may be empty
+    bool isNodeLeft = true;        // the handler has not destroyed the node
 };
 
 bool hasText(guiHtmlControl* control)
@@ -76,8 +79,15 @@ void callAgain(linkCall const& call)
         follow(call, guiLinkCall_run(node, target, call.event, call.frame));
 }
 
+void noteAnswer(linkCall const& call, ScriptValue const& value)
+{
+    if (call.refused && value.isBool() && !value.toBool(1))
+        call.refused();
+}
+
 void settle(linkCall const& call, ScriptValue const& value, bool wasRaised)
 {
+    noteAnswer(call, value);
     if (value.isString())
         follow(call, value.toString(0));
     if (wasRaised)
@@ -91,10 +101,12 @@ sstring guiLinkCall_run(guiHtml* node, ScriptObject* target, sstring const& even
     assertOnGuiThread();
     auto call = std::make_shared<linkCall>(node, target != guiPageObjectOf(node), event, frame);
     call->text = textOf(node);
+    call->refused = guiRefusalScope::take();
     guiOwnedValue result = guiNewValue();
     guiCallback_CallEvent(
         node, target, event, pGUI->getSession(), result.get(),
         {node, event, false, [call](ScriptValue const& value, bool wasRaised) { settle(*call, value, wasRaised); }});
+    noteAnswer(*call, *result);
     call->isNodeLeft = call->node.alive();
     return result->isString() ? result->toString(0) : sstring();
 }

@@ -49,7 +49,7 @@ export interface Session {
 export interface UserEvent {
     /**
      * "click" of a button, link or area, "change" of a control, "menu" for an item, "context" for the right button or
-     * the menu key, "focus", "blur" and "enter" of a control, "activate", "expand", "sort" and "header" of a list,
+     * the menu key, "focus", "blur" and "enter" of a control, "activate", "expand", "sort", "header" and "rename" of a list,
      * "mousedown", "mouseup", "mouseover", "mouseout", "mousemove" of an element that asks for them.
      */
     readonly type: string;
@@ -65,6 +65,8 @@ export interface UserEvent {
     /** In a list: the value of the row, and the column, counted from 1. */
     readonly row?: string;
     readonly column?: number;
+    /** What the user has given a cell of a list as its new text. */
+    readonly text?: string;
 }
 
 /** The name of a file: relative to the folder of the calling script, a full path, `vfs://name/path`, or a `file:` URL. */
@@ -382,12 +384,20 @@ export interface ListControl extends GuiControl {
 /** What stands before a row of a flex list: nothing, a check box or a radio button; by name or as a number. */
 export type RowType = 'normal' | 'checkbox' | 'radiobutton' | 0 | 1 | 2;
 
+/** A text of a row that says how it looks; what is left out or null is as in the row. Colours are as in pages. */
+export interface ListText {
+    text?: string | number | null;
+    color?: string | null;
+    bgcolor?: string | null;
+    bold?: boolean | null;
+}
+
 /** A row of a list with columns, as `rows()` returns it. */
 export interface ListRow {
     /** What scripts call the row. */
     value: string;
-    /** What it shows, by column. */
-    texts: string[];
+    /** What it shows, by column: strings, except for those that say how they look. */
+    texts: (string | Required<ListText> & { text: string })[];
     /** The value of the row that it lies under; null at the top level. */
     parent: string | null;
     type: 'normal' | 'checkbox' | 'radiobutton';
@@ -398,6 +408,10 @@ export interface ListRow {
     expanded: boolean;
     /** A picture file; null without one. */
     icon: string | null;
+    /** How its texts look; null for as usual. */
+    color: string | null;
+    bgcolor: string | null;
+    bold: boolean;
 }
 
 /**
@@ -406,7 +420,7 @@ export interface ListRow {
  */
 export interface NewListRow {
     value?: string | number | null;
-    texts?: readonly (string | number | null | undefined)[];
+    texts?: readonly (string | number | ListText | null | undefined)[];
     /** The value of a row before this one. */
     parent?: string | number | null;
     type?: RowType | null;
@@ -415,6 +429,10 @@ export interface NewListRow {
     enabled?: boolean;
     expanded?: boolean;
     icon?: string | null;
+    /** Colours as in pages: "red", "#F80". A row that is selected has those of all selected rows. */
+    color?: string | null;
+    bgcolor?: string | null;
+    bold?: boolean | null;
 }
 
 /** A column of a list. */
@@ -426,6 +444,10 @@ export interface ListColumn {
     align?: 'left' | 'right' | 'center' | null;
     /** How rows are compared when the list is sorted by this column. */
     sort?: 'text' | 'number' | 'date' | 'natural' | null;
+    /** Its place from the left, from 0, to which the user may have dragged it. */
+    order?: number | null;
+    /** Whether the user may change its texts, of which "onrename" is told. */
+    editable?: boolean;
 }
 
 /**

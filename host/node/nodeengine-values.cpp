@@ -4,6 +4,9 @@
 #include "host/node/nodeclass.h"
 
 #include <cassert>
+#include <optional>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -15,6 +18,15 @@ double fromBigInt(Napi::BigInt value)
 {
     bool isExact = false;
     return static_cast<double>(value.Int64Value(&isExact));
+}
+
+/// A Uint16Array is a text: a long one that script puts together is not copied into a string first.
+std::optional<std::u16string> unitsIn(Napi::Value value)
+{
+    if (!value.IsTypedArray() || value.As<Napi::TypedArray>().TypedArrayType() != napi_uint16_array)
+        return std::nullopt;
+    auto const array = value.As<Napi::Uint16Array>();
+    return std::u16string(reinterpret_cast<char16_t const*>(array.Data()), array.ElementLength());
 }
 
 } // namespace
@@ -47,6 +59,9 @@ NodeValue NodeEngine::fromScript(Napi::Value value)
     case napi_string:
         return NodeValue(NodeValue::Data(value.As<Napi::String>().Utf16Value()));
     case napi_object:
+        if (std::optional<std::u16string> units = unitsIn(value))
+            return NodeValue(NodeValue::Data(std::move(*units)));
+        [[fallthrough]];
     case napi_function:
         return NodeValue(NodeValue::Data(handleOf(value.As<Napi::Object>())));
     default:

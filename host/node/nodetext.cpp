@@ -93,11 +93,12 @@ std::u16string toText(sstring const& text)
     return {units, text.getLength()};
 }
 
-sstring toSstring(std::u16string_view text)
+sstring toSstring(std::u16string_view text) { return toSstring(std::u16string(text)); }
+
+// An explicit count of the whole length keeps zeros inside, if there is a terminator behind it.
+sstring toSstring(std::u16string const& text)
 {
-    // A copy with its own terminator: an explicit count of the whole length then keeps zeros inside.
-    std::u16string copy(text);
-    return sstring(reinterpret_cast<unsigned short const*>(copy.c_str()), 0, static_cast<unsigned>(copy.size()));
+    return sstring(reinterpret_cast<unsigned short const*>(text.c_str()), 0, static_cast<unsigned>(text.size()));
 }
 
 std::string toUtf8(std::u16string_view text)

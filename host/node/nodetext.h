@@ -10,6 +10,7 @@
 /// The characters of `text`, zeros inside it included.
 std::u16string toText(sstring const& text);
 sstring toSstring(std::u16string_view text);
+sstring toSstring(std::u16string const& text);
 
 /// Unpaired surrogates become U+FFFD; each byte that is not UTF-8 becomes U+FFFD.
 std::string toUtf8(std::u16string_view text);

@@ -61,19 +61,19 @@ namespace {
 
 struct ToText
 {
-    std::u16string operator()(std::monostate) const { return {}; }
-    std::u16string operator()(bool flag) const { return flag ? u"true" : u"false"; }
-    std::u16string operator()(double number) const { return numberToText(number); }
-    std::u16string operator()(std::u16string const& text) const { return text; }
-    std::u16string operator()(NodeObjectHold const& object) const
+    sstring operator()(std::monostate) const { return {}; }
+    sstring operator()(bool flag) const { return flag ? "true" : "false"; }
+    sstring operator()(double number) const { return toSstring(numberToText(number)); }
+    sstring operator()(std::u16string const& text) const { return toSstring(text); }
+    sstring operator()(NodeObjectHold const& object) const
     {
-        return object && object->isFunction() ? u"[function]" : u"[object]";
+        return object && object->isFunction() ? "[function]" : "[object]";
     }
 };
 
 } // namespace
 
-sstring NodeValue::toString(int) const { return toSstring(std::visit(ToText(), m_data)); }
+sstring NodeValue::toString(int) const { return std::visit(ToText(), m_data); }
 
 ScriptObject* NodeValue::toObject(int) const { return object(); }
 

@@ -3,11 +3,13 @@
 #include "controls/guiformcheck.h"
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guihtmlcontroledit.h"
+#include "controls/guihtmlcontrollist.h"
 #include "controls/guihtmlform.h"
 #include "controls/guimistakemark.h"
 #include "controls/guitextlimit.h"
 #include "controls/guititle.h"
 #include "controls/guiwidgetcheckbox.h"
+#include "controls/guiwidgetcombobox.h"
 #include "controls/guiwidgetlineedit.h"
 #include "controls/guiwidgetmultiedit.h"
 #include "controls/guiwidgetradiobutton.h"
@@ -184,6 +186,31 @@ TEST(Mistakes, OfBoxesAreThatTheyAreOffAndOfRadioButtonsThatNoneIsOn)
     dynamic_cast<guiHtmlControlButton&>(*page.node("r")->getParent()->getChild(2)).setChecked(1);
     EXPECT_EQ(mistakeOf(page, "r"), "");
     EXPECT_FALSE(isMarked(page, "r"));
+}
+
+TEST(Mistakes, OfSelectsAreThatNothingIsChosenOrOnlyWhatStandsForNothing)
+{
+    ShownPage page("<select name=s required><option value='' selected>Choose<option value=a>A</select>"
+                   "<select name=l size=3 required multiple><option>a<option>b</select>"
+                   "<select name=e edit required><option>a</select><select name=free><option value=''>none</select>");
+    EXPECT_EQ(mistakeOf(page, "s"), "One of these has to be chosen.");
+    EXPECT_EQ(mistakeOf(page, "l"), "One of these has to be chosen.");
+    EXPECT_EQ(mistakeOf(page, "free"), "");
+    for (char const* name : {"s", "l"}) {
+        page.control<guiHtmlControl>(name).showMistake();
+        EXPECT_TRUE(isMarked(page, name));
+        page.control<guiHtmlControlList>(name).setSelected("a", 1);
+        EXPECT_EQ(mistakeOf(page, name), "");
+        EXPECT_FALSE(isMarked(page, name));
+    }
+    auto* typed = page.widget<guiWidgetComboBox>("e");
+    typed->setEditText("");
+    page.control<guiHtmlControl>("e").showMistake();
+    EXPECT_EQ(mistakeOf(page, "e"), "This has to be filled in.");
+    typed->setEditText("b");
+    EXPECT_FALSE(isMarked(page, "e"));
+    page.control<guiHtmlControlList>("s").clear();
+    EXPECT_TRUE(isMarked(page, "s"));
 }
 
 TEST(Marks, AppearWhenTheUserLeavesAndFollowTheValueFromThenOn)

@@ -1,4 +1,5 @@
 // tests/controls/listrows_test.cpp: the rows of a list as data, their order on the screen, and rows packed in one text.
+#include "controls/guilistlook.h"
 #include "controls/guilistorder.h"
 #include "controls/guilistrows.h"
 #include "controls/guilistsource.h"
@@ -49,7 +50,7 @@ QString packedTree(std::vector<std::pair<QString, QString>> const& tree)
     guiRowPacker packer(1);
     for (auto const& [value, parent] : tree) {
         packer.addState({});
-        for (QString const& field : {value, value + " text", parent, QString()})
+        for (QString const& field : {value, value + " text", parent, QString(), QString()})
             packer.addField(field);
     }
     return packer.packed();
@@ -200,16 +201,54 @@ TEST(PackedRows, ComeOutAsTheyWentIn)
 {
     guiRowPacker packer(2);
     packer.addState({1, true, true, false, true, false});
-    for (QString const& field : {QString("v"), QString(), QString("second"), QString("p"), QString("i")})
+    for (QString const& field :
+         {QString("v"), QString(), QString("second"), QString("p"), QString("i"), QString("0;red;;")})
         packer.addField(field);
     auto const packed = guiPackedRows::read(packer.packed());
     ASSERT_TRUE(packed);
     EXPECT_EQ(packed->count(), 1u);
     EXPECT_EQ(packed->value(0).toString() + packed->parent(0).toString() + packed->icon(0).toString(), "vpi");
+    EXPECT_EQ(packed->look(0).toString(), "0;red;;");
     EXPECT_EQ(packed->text(0, 0).toString() + "/" + packed->text(0, 1).toString(), "/second");
     guiPackedState const state = packed->state(0);
     EXPECT_EQ(state.indicator, 1u);
     EXPECT_TRUE(state.isChecked && state.isSelected && state.isCollapsed && !state.isDisabled);
+}
+
+TEST(PackedRows, HaveTextsOfAnyLength)
+{
+    for (int const length : {0, 65534, 65535, 65536, 200000}) {
+        guiRowPacker packer(2, false);
+        packer.addState({});
+        for (QString const& field : {QString("v"), QString(length, 'x'), QString("behind")})
+            packer.addField(field);
+        auto const packed = guiPackedRows::read(packer.packed());
+        ASSERT_TRUE(packed) << length;
+        EXPECT_EQ(packed->text(0, 0).size(), length);
+        EXPECT_EQ(packed->text(0, 1).toString(), "behind");
+    }
+}
+
+TEST(ListLooks, OfCellsLieOverThatOfTheirRow)
+{
+    QString looks;
+    guiAddLook(looks, 0, {"red", "", true});
+    guiAddLook(looks, 1, {});
+    guiAddLook(looks, 2, {"#00F", "yellow", false});
+    auto const row = guiLookIn(looks, 0);
+    EXPECT_EQ(row.color + "/" + row.ground, "red/");
+    EXPECT_TRUE(row.isBold && *row.isBold);
+    EXPECT_EQ(guiLookIn(looks, 1).color, "red");
+    auto const cell = guiLookIn(looks, 2);
+    EXPECT_EQ(cell.color + "/" + cell.ground, "#00F/yellow");
+    EXPECT_TRUE(cell.isBold && !*cell.isBold);
+    EXPECT_TRUE(guiLookIn(QStringView(), 1).isUsual());
+}
+
+TEST(ListLooks, ThatAreNoneAreAsUsual)
+{
+    for (char const* text : {";", "0", "0;", "0;red", "|||", "x;;;", "-1;a;b;1", ";;;;;;"})
+        EXPECT_TRUE(guiLookIn(QString(text), 3).isUsual()) << text;
 }
 
 TEST(PackedRows, ThatDoNotHoldWhatTheySayAreRefused)
@@ -217,7 +256,7 @@ TEST(PackedRows, ThatDoNotHoldWhatTheySayAreRefused)
     QString const packed = packedTree({{"a", ""}, {"b", "a"}});
     ASSERT_TRUE(guiPackedRows::read(packed));
     for (qsizetype length = 0; length < packed.size(); ++length)
-        EXPECT_FALSE(guiPackedRows::read(QStringView(packed).left(length))) << length;
+        EXPECT_FALSE(guiPackedRows::read(packed.left(length))) << length;
     EXPECT_FALSE(guiPackedRows::read(packed + "x"));
     QString many = packed;
     many[2] = QChar(char16_t{0xFFFF});

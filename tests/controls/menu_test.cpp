@@ -2,6 +2,7 @@
 #include "controls/guihtmlcontrolmenu.h"
 #include "controls/guiwidgetmenubar.h"
 #include "controls/guiwidgetpopupmenu.h"
+#include "controls/guiwidgettoolbutton.h"
 #include "tests/controls/shownpage.h"
 
 #include <QAction>
@@ -402,4 +403,20 @@ TEST(MenuBar, GainsAndLosesItemsOfEachLevel)
     menu.removeItem("nowhere");
     EXPECT_EQ(menu.getMenuBar()->actions().size(), 2);
     EXPECT_EQ(menu.findItem("open"), nullptr);
+}
+
+TEST(ToolButtons, OfAnItemThatIsMissingAreDisabledAndSaidOnceWithWhatComesClose)
+{
+    testing::internal::CaptureStderr();
+    ShownPage page("<object classid=menu name=m><menu name=file value=File><param name=save value=Save></menu></object>"
+                   "<toolbar>\n<param name=good item=SAVE><param name=bad item=sve>"
+                   "<param name=odd item=something><param name=own value=Own></toolbar>");
+    page.layOut();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "guiHtmlToolButton::createChildWidget() - no menu item sve; did you mean save?\n"
+              "guiHtmlToolButton::createChildWidget() - no menu item something\n");
+    EXPECT_TRUE(page.widget<guiWidgetToolButton>("good")->isEnabled());
+    EXPECT_TRUE(page.widget<guiWidgetToolButton>("own")->isEnabled());
+    EXPECT_FALSE(page.widget<guiWidgetToolButton>("bad")->isEnabled());
+    EXPECT_FALSE(page.widget<guiWidgetToolButton>("odd")->isEnabled());
 }

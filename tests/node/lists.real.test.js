@@ -48,7 +48,7 @@ function both(check) {
     check();
 }
 
-const usual = { parent: null, type: 'normal', checked: false, selected: false, enabled: true, expanded: true, icon: null };
+const usual = { parent: null, type: 'normal', checked: false, selected: false, enabled: true, expanded: true, icon: null, color: null, bgcolor: null, bold: false };
 
 test('rows come back as they were set, with what was left out', () => {
     both(() => {
@@ -77,6 +77,25 @@ test('rows of a check list have check boxes unless they say otherwise', () => {
     checks.setRows([{ value: 'a', checked: true }, { value: 'b', type: 'normal', checked: true }]);
     assert.deepEqual(checks.rows().map((row) => [row.type, row.checked]), [['checkbox', true], ['normal', false]]);
     assert.deepEqual(checks.checked, ['a']);
+});
+
+test('rows and texts say how they look, and say it again', () => {
+    both(() => {
+        list.setRows([
+            { value: 'a', texts: ['plain', { text: 'late', color: 'red', bold: true }, { text: 7 }], bgcolor: '#FFC', bold: true },
+            { value: 'b', texts: ['x'.repeat(70000), { color: '#00f', bold: false }] },
+        ]);
+        const rows = list.rows();
+        assert.deepEqual(rows[0], {
+            ...usual, value: 'a', bgcolor: '#FFC', bold: true,
+            texts: ['plain', { text: 'late', color: 'red', bgcolor: null, bold: true }, '7'],
+        });
+        assert.deepEqual(rows[1].texts.slice(1), [{ text: '', color: '#00f', bgcolor: null, bold: false }, '']);
+        list.setRows(rows);
+        assert.deepEqual(list.rows(), rows);
+    });
+    assert.throws(() => list.setRows([{ color: 'a;b' }]), { name: 'TypeError', message: /"color" must be a colour, not the string "a;b"/ });
+    assert.throws(() => list.setRows([{ texts: [{ txet: 'x' }] }]), { name: 'TypeError', message: /"texts" must be an array of strings/ });
 });
 
 test('single rows of many can be asked, changed, added and removed', () => {
@@ -139,9 +158,14 @@ test('columns are set and read as a whole', () => {
     both(() => {
         list.columns = [{ text: 'Name' }, { text: 'Size', width: 90, align: 'right', sort: 'number' }, { text: 'x|2|y' }];
         const [name, size, odd] = list.columns;
-        assert.deepEqual({ ...name, width: 0 }, { text: 'Name', width: 0, align: 'left', sort: null });
-        assert.deepEqual(size, { text: 'Size', width: 90, align: 'right', sort: 'number' });
+        assert.deepEqual({ ...name, width: 0 }, { text: 'Name', width: 0, align: 'left', sort: null, order: 0, editable: false });
+        assert.deepEqual(size, { text: 'Size', width: 90, align: 'right', sort: 'number', order: 1, editable: false });
         assert.equal(odd.text, 'x|2|y');
+        list.columns = [{ text: 'a', order: 2 }, { text: 'b', editable: true, order: 0 }, { text: 'c', order: 1 }];
+        assert.deepEqual(list.columns.map(({ order, editable }) => [order, editable]), [[2, false], [0, true], [1, false]]);
+        list.setRows([{ value: 'a', texts: ['1', '2', '3'] }]);
+        assert.deepEqual(list.columns.map(({ order }) => order), [2, 0, 1]);
+        list.clear();
         list.columns = [{ text: 'One' }];
         assert.deepEqual(list.columns.map((each) => each.text), ['One']);
     });
@@ -153,7 +177,8 @@ test('a mistake names the method, the argument and the row', () => {
     rows([{}, 'x'], 'FlexListControl.setRows(rows): "rows", row 1: must be an object, not the string "x"');
     rows([{ value: {} }], 'FlexListControl.setRows(rows): "rows", row 0: "value" must be a string, a number or null, not an object');
     rows([{ texts: ['a', []] }],
-        'FlexListControl.setRows(rows): "rows", row 0: "texts" must be an array of strings, numbers or nulls, not an array');
+        'FlexListControl.setRows(rows): "rows", row 0: "texts" must be an array of strings, numbers, nulls or objects { text, color, '
+            + 'bgcolor, bold }, not an array');
     rows([{ type: 'radio' }],
         'FlexListControl.setRows(rows): "rows", row 0: "type" must be "normal", "checkbox" or "radiobutton", not the string "radio"');
     rows([{ txets: [] }], 'FlexListControl.setRows(rows): "rows", row 0: there is no "txets"; did you mean "texts"?');

@@ -81,8 +81,9 @@ function setSource(count, source) {
     return null;
 }
 
-const columnOf = ([text, width, align, sort]) => ({
+const columnOf = ([text, width, align, sort, order, editable]) => ({
     text, width: width === '' ? null : Number(width), align: align === '' ? 'left' : align, sort: sort === '' ? null : sort,
+    order: Number(order), editable: editable === '1',
 });
 
 /** A property whose value is read from the list and shown by it at once. */

@@ -12,9 +12,16 @@ const isAbsent = (value) => value === undefined || value === null;
 const text = { accepts: isText, says: 'a string or a number' };
 const optionalText = { accepts: (value) => isAbsent(value) || isText(value), says: 'a string, a number or null' };
 const flag = { accepts: (value) => value === undefined || typeof value === 'boolean', says: 'true or false' };
+const optionalFlag = { accepts: (value) => isAbsent(value) || typeof value === 'boolean', says: 'true, false or null' };
+const color = { accepts: (value) => isAbsent(value) || (typeof value === 'string' && /^#?\w*$/.test(value)), says: 'a colour' };
+
+/** A text that says how it looks. */
+const ofCells = { text: optionalText, color, bgcolor: color, bold: optionalFlag };
+const isCell = (value) => typeof value === 'object' && value !== null && !Array.isArray(value)
+    && Object.keys(value).every((name) => Object.hasOwn(ofCells, name) && ofCells[name].accepts(value[name]));
 const texts = {
-    accepts: (value) => value === undefined || (Array.isArray(value) && value.every(optionalText.accepts)),
-    says: 'an array of strings, numbers or nulls',
+    accepts: (value) => value === undefined || (Array.isArray(value) && value.every((each) => optionalText.accepts(each) || isCell(each))),
+    says: 'an array of strings, numbers, nulls or objects { text, color, bgcolor, bold }',
 };
 const type = {
     accepts: (value) => isAbsent(value) || types.includes(value) || value === 0 || value === 1 || value === 2,
@@ -23,7 +30,7 @@ const type = {
 
 const ofRows = {
     value: optionalText, texts, parent: optionalText, type, checked: flag, selected: flag, enabled: flag, expanded: flag,
-    icon: optionalText,
+    icon: optionalText, color, bgcolor: color, bold: optionalFlag,
 };
 
 const oneOf = (...words) => ({
@@ -34,6 +41,8 @@ const ofColumns = {
     width: { accepts: (value) => isAbsent(value) || kinds.number.accepts(value), says: 'a number of pixels' },
     align: oneOf('left', 'right', 'center'),
     sort: oneOf('text', 'number', 'date', 'natural'),
+    order: { accepts: (value) => isAbsent(value) || (Number.isInteger(value) && value >= 0), says: 'a whole number from 0' },
+    editable: flag,
 };
 
 /** Mistaken names are looked for in so many objects: they are usually made by one piece of a program. */
@@ -87,17 +96,34 @@ function isReady(row) {
     return typeof row === 'object' && row !== null && typeof row.value === 'string' && Array.isArray(row.texts) && row.texts.length > 0
         && areStrings(row.texts) && (row.parent === undefined || typeof row.parent === 'string')
         && (row.icon === undefined || typeof row.icon === 'string') && (row.type === undefined || type.accepts(row.type))
+        && row.color === undefined && row.bgcolor === undefined && row.bold === undefined && row.look === undefined
         && isFlag(row.checked) && isFlag(row.selected) && isFlag(row.enabled) && isFlag(row.expanded);
 }
 
 const stringOf = (value) => (isAbsent(value) ? '' : String(value));
 
+const textOf = (cell) => stringOf(typeof cell === 'object' && cell !== null ? cell.text : cell);
+
+const says = (look) => !isAbsent(look.color) || !isAbsent(look.bgcolor) || !isAbsent(look.bold);
+const partOf = (column, { color: own, bgcolor, bold }) => `${column};${own ?? ''};${bgcolor ?? ''};${isAbsent(bold) ? '' : Number(bold)}`;
+
+/** How the row and its texts look, as the component has it; undefined when nothing is said. */
+function lookOf(row) {
+    const parts = says(row) ? [partOf(0, row)] : [];
+    row.texts?.forEach((cell, i) => {
+        if (typeof cell === 'object' && cell !== null && says(cell)) {
+            parts.push(partOf(i + 1, cell));
+        }
+    });
+    return parts.length === 0 ? undefined : parts.join('|');
+}
+
 /** A row without a value has its first text as such, one without texts shows its value. */
 function madeReady(row) {
-    const value = stringOf(row.value ?? row.texts?.[0]);
-    const own = row.texts === undefined || row.texts.length === 0 ? [value] : row.texts.map(stringOf);
+    const value = isAbsent(row.value) ? textOf(row.texts?.[0]) : String(row.value);
+    const own = row.texts === undefined || row.texts.length === 0 ? [value] : row.texts.map(textOf);
     const parent = isAbsent(row.parent) ? undefined : String(row.parent);
-    return { ...row, value, texts: own, parent, icon: isAbsent(row.icon) ? undefined : String(row.icon) };
+    return { ...row, value, texts: own, parent, icon: isAbsent(row.icon) ? undefined : String(row.icon), look: lookOf(row) };
 }
 
 /** The rows as they are packed. `what`: the method and the argument, for messages. `method`: what script has called. */
@@ -136,8 +162,8 @@ function readyItems(what, items, method) {
 function readyColumns(what, columns, method) {
     checkArray(what, columns, method);
     columns.forEach((column, i) => checkObject(what, column, ofColumns, i, 'column', method));
-    return columns.map(({ text: heading, width, align, sort }) => ({
-        value: stringOf(heading), texts: [stringOf(width), stringOf(align), stringOf(sort)],
+    return columns.map(({ text: heading, width, align, sort, order, editable }) => ({
+        value: stringOf(heading), texts: [stringOf(width), stringOf(align), stringOf(sort), stringOf(order), editable ? '1' : ''],
     }));
 }
 
