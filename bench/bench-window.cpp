@@ -3,21 +3,16 @@
 // through the Node.js host, compared with what an interpreter that does nothing and the minimal program take.
 
 #include "bench/alternating.h"
+#include "bench/child.h"
 #include "bench/ratioline.h"
 #include "bench/windowwatch.h"
 
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
 #include <thread>
 
 #include <exception>
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -33,51 +28,6 @@ constexpr std::chrono::seconds kLongestStart{30};
 /// Time for the window manager to clean up after the last window.
 constexpr std::chrono::milliseconds kRest{60};
 
-/// A program that is started, observed and killed.
-class Child
-{
-public:
-    explicit Child(std::vector<std::string> const& words)
-    {
-        std::vector<char*> arguments;
-        arguments.reserve(words.size() + 1);
-        for (std::string const& word : words)
-            arguments.push_back(const_cast<char*>(word.c_str()));
-        arguments.push_back(nullptr);
-        if (posix_spawn(&m_process, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0)
-            throw std::runtime_error("can not start " + words[0]);
-    }
-    Child(Child const&) = delete;
-    Child& operator=(Child const&) = delete;
-    ~Child()
-    {
-        if (m_process != 0)
-            end();
-    }
-
-    /// Ends it. The processor seconds that it has used.
-    double end()
-    {
-        kill(m_process, SIGKILL);
-        return waitForEnd();
-    }
-
-    /// The same when it ends by itself.
-    double waitForEnd()
-    {
-        rusage used{};
-        wait4(m_process, nullptr, 0, &used);
-        m_process = 0;
-        auto const seconds = [](timeval const& time) {
-            return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
-        };
-        return seconds(used.ru_utime) + seconds(used.ru_stime);
-    }
-
-private:
-    pid_t m_process = 0;
-};
-
 /// What a program needed in each of its starts.
 struct Program
 {
@@ -92,7 +42,7 @@ double timeOfStart(WindowWatch& watch, Program& program)
     Child child(program.words);
     auto const seen = watch.waitForContent(kBackground, kText, [&] { return Clock::now() - start > kLongestStart; });
     double const seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    program.processorSeconds.push_back(child.end());
+    program.processorSeconds.push_back(child.end().processorSeconds);
     if (!seen)
         throw std::runtime_error(program.words[0] + " showed no window with its text");
     if (seen->width != kWidth || seen->height != kHeight)

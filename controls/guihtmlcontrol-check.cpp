@@ -25,9 +25,9 @@ sstring guiHtmlControl::getMistake()
 
 void guiHtmlControl::showMistake()
 {
-    if (!m_mark)
-        return;
-    m_mark->wake();
+    if (m_mark)
+        m_mark->wake();
+    m_late.isMarked = !m_mark && m_late.isAwaiting;
     recheck();
 }
 
@@ -39,7 +39,7 @@ void guiHtmlControl::recheck()
 
 void guiHtmlControl::pointOutMistake()
 {
-    QWidget* const widget = getChildWidget();
+    QWidget* const widget = needWidget();
     if (!widget)
         return;
     widget->setFocus(Qt::OtherFocusReason);

@@ -4,6 +4,7 @@
 #include "controls/guiclipper.h"
 #include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
+#include "controls/guilatewidgets.h"
 #include "controls/guimistakemark.h"
 #include "controls/guititle.h"
 #include "controls/guiwidget.h"
@@ -29,8 +30,6 @@ namespace {
 constexpr qsizetype kMeasuredUnits = kMaxPixels;
 
 } // namespace
-
-guiHtmlControl::~guiHtmlControl() { onDestroyChildWidget(); }
 
 guiHtml& guiHtmlControl::operator=(guiHtml& other)
 {
@@ -80,9 +79,12 @@ int guiHtmlControl::onEnter()
 void guiHtmlControl::setRect(guiRect* rect)
 {
     guiHtml::setRect(rect);
-    if (!hasWindow())
+    guiWidget* const window = getWindow();
+    if (!window)
         return;
     assertOnGuiThread();
+    if (awaits(*window))
+        return;
     createChildWidget();
     guiRect place;
     getRectInWidget(&place);
@@ -130,6 +132,9 @@ void guiHtmlControl::onDestroyChildWidget()
 {
     assert(!getChildWidget()); // else the control would keep a pointer to a widget that goes with its parent
     guiDeleteWidget(std::exchange(m_clipWidget, nullptr));
+    if (m_late.keeper)
+        m_late.keeper->forget(this);
+    m_late = {};
 }
 
 void guiHtmlControl::placeInClip(QWidget* widget)
@@ -140,8 +145,11 @@ void guiHtmlControl::placeInClip(QWidget* widget)
     widget->setGeometry(-m_clipOffsetX, -m_clipOffsetY, m.rect.width, m.rect.height);
 }
 
+// Where widgets come and go, the toolkit's chain is no order: the page itself knows where Tab goes.
 void guiHtmlControl::dirtyTabOrder()
 {
+    if (m_late.isAwaiting)
+        return;
     if (guiPageRoot* base = getBaseHtml())
         base->m.tabOrderDirty = 1;
 }
@@ -162,6 +170,8 @@ void guiHtmlControl::finishWidget(QWidget* widget)
     if (m_content.labelKey != 0)
         listenToLabelKey(widget);
     placeInClip(widget);
+    if (m_late.isAwaiting)
+        arrive();
     widget->installEventFilter(getWindow());
     if (auto* area = qobject_cast<QAbstractScrollArea*>(widget))
         area->viewport()->installEventFilter(getWindow()); // which gets what the pointer does
@@ -186,7 +196,7 @@ void guiHtmlControl::listenToLabelKey(QWidget* widget)
 
 void guiHtmlControl::onLabel()
 {
-    QWidget* const widget = getChildWidget();
+    QWidget* const widget = needWidget();
     if (widget && widget->isEnabled() && widget->focusPolicy() != Qt::NoFocus)
         widget->setFocus(Qt::ShortcutFocusReason);
 }

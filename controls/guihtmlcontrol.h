@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 
+class guiLateWidgets;
 class guiMistakeMark;
 class guiWidget;
 
@@ -21,7 +22,8 @@ struct guiFieldRules
 };
 
 /// A control: a node with a value or caption and a link that is followed when the user works with it. Its widget exists
-/// while the page is shown. GUI thread.
+/// while the page is shown; on a large page it is made when it is needed (guilatewidgets.h), and until then the node is
+/// all that there is. GUI thread.
 class guiHtmlControl : public guiHtml
 {
 public:
@@ -38,7 +40,8 @@ public:
         kControlValue = 6,
     };
 
-    explicit guiHtmlControl(guiHtml* parent = nullptr) : guiHtml(parent) {}
+    explicit guiHtmlControl(guiHtml* parent = nullptr);
+    guiHtmlControl(guiHtmlControl const&) = delete;
     ~guiHtmlControl() override;
 
     int getType() override { return kTypeControl; }
@@ -60,7 +63,8 @@ public:
     void setEnabled(int enabled) override;
     /// The link that `onenter` names comes before the window's default button.
     int onEnter() override;
-    /// Makes the widget, if the page is in a window and the control has one, and puts it in its place.
+    /// Makes the widget, if the page is in a window and the control has one that need not wait, and puts it in its
+    /// place.
     void setRect(guiRect* rect) override;
     /// Controls of one line do.
     bool keepsHeight() const override { return true; }
@@ -73,6 +77,20 @@ public:
     void onLabel() override;
     /// Alt and this letter, in upper case, do what a click on the label does. Before there is a widget.
     void setLabelKey(char16_t letter) { m_content.labelKey = letter; }
+
+    // ---- Widgets that are made when they are needed (guihtmlcontrol-late.cpp) ----
+
+    bool awaitsWidget() const override { return m_late.isAwaiting; }
+    /// Whether the control can do without its widget while it is out of view.
+    bool mayAwait() const { return m_content.labelKey == 0 && isOfFrequentKind(); }
+    /// In a window, without a widget: from now on the node answers as the widget would.
+    void await();
+    /// Deletes the widget until it is needed again, unless the user is at work with it.
+    void letGo();
+    /// The widget, made if it is awaited; null when there is none.
+    QWidget* needWidget();
+    /// Controls that exist, in all windows. Any thread.
+    static unsigned long living();
 
     // ---- What the page asks of the value (guihtmlcontrol-check.cpp) ----
 
@@ -100,6 +118,17 @@ protected:
     virtual sstring findMistake();
     /// To be called when the value has changed: what is shown as wrong may be right now, or the other way round.
     void recheck();
+    /// Whether pages have so many controls of this kind that it keeps in the node all that its widget shows.
+    virtual bool isOfFrequentKind() const { return false; }
+    /// The page is one whose widgets are made late; called with each layout. There may be a widget.
+    virtual void onLate() {}
+    /// The node has to know from now on what a new widget would show.
+    virtual void onAwait() {}
+    /// The widget is about to go: takes over what only that knows.
+    virtual void keepState() { getText(); }
+    /// Whether the user has the control before him: its widget exists or is awaited.
+    bool isPresent() { return awaitsWidget() || getChildWidget(); }
+    guiWidget* getWindow();
     /// Adds the methods that only this class of control has. Script thread.
     virtual void addScriptMethods(ScriptObject*) {}
     /// The parent of the control's widget, made on the first call: it clips the widget to the visible part of the page.
@@ -139,11 +168,26 @@ protected:
     content m_content;
 
 private:
-    guiWidget* getWindow();
+    friend class guiLateWidgets;
+
+    /// What is known of a widget that comes and goes.
+    struct lateState
+    {
+        guiLateWidgets* keeper = nullptr; // the list of those that may go which has this control; not owned
+        unsigned place = 0;               // in that list
+        bool isAwaiting = false;
+        bool isMarked = false; // mistakes are shown as soon as there is a widget
+    };
+
+    bool isOutOfView();
+    bool isAtWork();
+    bool awaits(guiWidget& window);
+    void arrive();
     void listenToLabelKey(QWidget* widget);
 
     QWidget* m_clipWidget = nullptr; // owned
     int m_clipOffsetX = 0;           // where the visible part starts, relative to the control's rectangle, pixels
     int m_clipOffsetY = 0;           //
     QPointer<guiMistakeMark> m_mark; // belongs to the control's widget
+    lateState m_late;
 };

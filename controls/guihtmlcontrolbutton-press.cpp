@@ -4,6 +4,7 @@
 #include "controls/guiformcheck.h"
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guihtmlform.h"
+#include "controls/guilatewidgets.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guipageroot.h"
 
@@ -34,6 +35,8 @@ void collectRadios(guiHtml* node, sstring const& name, buttonList& found)
 /// The radio buttons of one name on a page, this one among them.
 buttonList groupOf(guiHtmlControlButton* radio)
 {
+    if (guiRadioGroup const* group = radio->getGroup())
+        return group->buttons;
     buttonList found;
     if (guiPageRoot* page = radio->getBaseHtml())
         collectRadios(page, radio->getName(), found);
@@ -71,6 +74,8 @@ void guiHtmlControlButton::recheckAll()
 void guiHtmlControlButton::onClick()
 {
     assertOnGuiThread();
+    if (isChecked())
+        noteChecked();
     if (isCheckable())
         recheckAll();
     guiHtmlForm* const form = formAround(getParent());

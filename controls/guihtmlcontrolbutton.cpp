@@ -28,7 +28,11 @@ void setBackground(QWidget* widget, guiHtml const* node)
 
 } // namespace
 
-guiHtmlControlButton::~guiHtmlControlButton() { destroyWidgets(); }
+guiHtmlControlButton::~guiHtmlControlButton()
+{
+    destroyWidgets();
+    leaveGroup();
+}
 
 guiHtml& guiHtmlControlButton::operator=(guiHtml& other)
 {
@@ -63,12 +67,15 @@ void guiHtmlControlButton::setChecked(int checked)
     int wanted = checked > 0;
     if (wanted == isChecked())
         return;
+    if (!wanted && awaitsWidget() && m_group)
+        return;
     m_state.checked = wanted;
     if (m_checkBox)
         m_checkBox->setChecked(wanted);
     if (m_radioButton)
         m_radioButton->setChecked(wanted);
-    isChecked();
+    if (isChecked())
+        noteChecked();
     recheckAll();
 }
 

@@ -8,6 +8,7 @@ class guiFormProperty;
 class guiWidgetCheckBox;
 class guiWidgetPushButton;
 class guiWidgetRadioButton;
+struct guiRadioGroup;
 
 enum guiButtonType : int
 {
@@ -42,7 +43,7 @@ public:
     void setChecksForm(bool checks) { m_state.checksForm = checks; }
     /// 1 or 0, as the widget says if there is one.
     int isChecked();
-    /// While it has a widget, the checked radio button of a group cannot be unchecked.
+    /// While it has a widget or awaits one, the checked radio button of a group cannot be unchecked.
     void setChecked(int checked);
 
     int getPreferredWidth() override;
@@ -65,12 +66,20 @@ public:
     void triggerNow() override;
     /// Also checks a box or a radio button, as a click on it does.
     void onLabel() override;
+    /// The radio buttons of the same name on a page whose widgets are made late; null on any other.
+    guiRadioGroup const* getGroup() const { return m_group.get(); }
+    /// The radio button is to be left for the one before or behind it: makes that, and scrolls to it, where the toolkit
+    /// would find only those that have widgets.
+    void readyNeighbour(bool forward);
 
 protected:
     /// A box that is off; a radio button of a group in which none is on.
     bool isBlank() override;
     sstring findMistake() override;
     void addScriptMethods(ScriptObject* object) override;
+    bool isOfFrequentKind() const override { return true; }
+    /// A radio button joins its group: some of its buttons may have no widget.
+    void onLate() override;
 
 private:
     /// What a copy of the node takes over.
@@ -88,8 +97,12 @@ private:
     void createCheckBox();
     void createRadioButton();
     void destroyWidgets();
+    void noteChecked();
+    void giveWay();
+    void leaveGroup();
 
     buttonState m_state;
+    std::shared_ptr<guiRadioGroup> m_group;        // null: the toolkit alone keeps one button checked
     guiWidgetPushButton* m_pushButton = nullptr;   // owned, for the first three types
     guiWidgetCheckBox* m_checkBox = nullptr;       // owned
     guiWidgetRadioButton* m_radioButton = nullptr; // owned

@@ -10,9 +10,25 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guipageroot.h"
 
+#include <QScrollBar>
+#include <algorithm>
 #include <cassert>
+#include <utility>
 
 namespace {
+
+// A field of one line takes no more units; the toolkit's own limit.
+constexpr int kMostInLine = 32767;
+
+/// Whether a text area may make another text of it: it has its own ends of lines and blanks.
+bool isChangedByArea(QStringView text)
+{
+    auto const isOther = [](QChar each) {
+        ushort const unit = each.unicode();
+        return unit == u'\r' || unit == u'\0' || unit == 0xA0 || (unit >= 0x2028 && unit <= 0x2029) || unit >= 0xFDD0;
+    };
+    return std::any_of(text.begin(), text.end(), isOther);
+}
 
 /// What can not be changed looks like the window around it.
 void showReadOnly(QWidget* widget)
@@ -52,6 +68,7 @@ void guiHtmlControlEdit::createLineEdit()
         m_lineEdit->setEchoMode(QLineEdit::Password);
     m_lineEdit->setText(sstoq(m_content.text));
     equipLine();
+    restoreView();
     m_lineEdit->owner = this;
     finishWidget(m_lineEdit);
 }
@@ -61,8 +78,41 @@ void guiHtmlControlEdit::createMultiEdit()
     m_multiEdit = new guiWidgetMultiEdit(getClipWidget());
     m_multiEdit->setPlainText(sstoq(m_content.text));
     equipArea();
+    restoreView();
     m_multiEdit->owner = this;
     finishWidget(m_multiEdit);
+}
+
+void guiHtmlControlEdit::keepState()
+{
+    getText();
+    m_view = {};
+    if (m_lineEdit && m_lineEdit->cursorPosition() != m_lineEdit->text().size())
+        m_view.cursor = m_lineEdit->cursorPosition();
+    if (m_multiEdit)
+        m_view = {m_multiEdit->textCursor().position(), m_multiEdit->verticalScrollBar()->value()};
+}
+
+void guiHtmlControlEdit::restoreView()
+{
+    fieldView const view = std::exchange(m_view, fieldView());
+    if (m_lineEdit && view.cursor >= 0)
+        m_lineEdit->setCursorPosition(view.cursor);
+    if (!m_multiEdit || view.cursor < 0)
+        return;
+    m_multiEdit->moveCursorTo(view.cursor);
+    m_multiEdit->scrollWhenPlaced(view.top);
+}
+
+void guiHtmlControlEdit::onAwait() { awaitText(); }
+
+/// Makes of the text what a widget makes of it.
+void guiHtmlControlEdit::awaitText()
+{
+    if (m_shape.rows == 1 && m_content.text.getLength() > kMostInLine)
+        m_content.text = qtoss(sstoq(m_content.text).left(kMostInLine));
+    if (m_shape.rows > 1 && isChangedByArea(sstoview(m_content.text)))
+        m_content.text = qtoss(guiWidgetMultiEdit::shown(sstoq(m_content.text)));
 }
 
 void guiHtmlControlEdit::equipLine()

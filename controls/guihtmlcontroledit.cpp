@@ -46,7 +46,7 @@ int guiHtmlControlEdit::setText(sstring const& text, sstring const&)
 int guiHtmlControlEdit::setText(sstring const& text)
 {
     assertOnGuiThread();
-    if (!changeText(text) || !getChildWidget())
+    if (!changeText(text) || !isPresent())
         return 1;
     guiEventScope scope;
     onChange(text);
@@ -58,8 +58,13 @@ bool guiHtmlControlEdit::changeText(sstring const& text)
 {
     if (getText() == text)
         return false;
+    if (awaitsWidget() && m_view.cursor < 0 && m_shape.rows == 1)
+        m_view.cursor = static_cast<int>(m_content.text.getLength()); // which stays there, as in a widget
     m_content.text = text;
-    showText();
+    if (awaitsWidget())
+        awaitText();
+    else
+        showText();
     recheck();
     return true;
 }

@@ -79,8 +79,19 @@ public:
 
 protected:
     sstring findMistake() override;
+    /// One for files keeps its widget, which has a dialog.
+    bool isOfFrequentKind() const override { return m_shape.rows >= 1 && m_shape.type != kEditFile; }
+    void onAwait() override;
+    void keepState() override;
 
 private:
+    /// Where the user was in the text when the widget went.
+    struct fieldView
+    {
+        int cursor = -1; // units; below 0: where a new widget has it
+        int top = 0;     // the first line shown in a text area
+    };
+
     fieldExtras const& extras() const;
     void equipLine();
     void equipArea();
@@ -90,9 +101,12 @@ private:
     void destroyWidgets();
     bool changeText(sstring const& text);
     void showText();
+    void awaitText();
+    void restoreView();
 
     fieldShape m_shape;
     std::shared_ptr<fieldExtras const> m_extras; // null: none
-    guiWidgetLineEdit* m_lineEdit = nullptr;     // owned, for one row
-    guiWidgetMultiEdit* m_multiEdit = nullptr;   // owned, for several
+    fieldView m_view;
+    guiWidgetLineEdit* m_lineEdit = nullptr;   // owned, for one row
+    guiWidgetMultiEdit* m_multiEdit = nullptr; // owned, for several
 };

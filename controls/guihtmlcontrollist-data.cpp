@@ -111,6 +111,8 @@ void guiHtmlControlList::setItems(guiPackedRows const& packed)
             guiHtmlControlListEntry{value, text.getLength() ? text : value, 0, isChosen ? 1 : 0}));
     }
     refillWidget();
+    if (awaitsWidget())
+        settleSelection();
     recheck();
     if (m_listBox && selection() != before)
         onChange();

@@ -112,6 +112,8 @@ void guiHtmlControlList::createComboBox()
         m_comboBox->reportTyping();
     m_comboBox->setInsertPolicy(QComboBox::NoInsert); // what the user types does not become an entry
     insertEntries();
+    if (awaitsWidget()) // the entries say what is chosen, and that may be none
+        m_comboBox->setCurrentIndex(-1);
     QObject::connect(m_comboBox, &QComboBox::currentIndexChanged, m_comboBox, makeRecheck(m_comboBox));
     QObject::connect(m_comboBox, &QComboBox::editTextChanged, m_comboBox, makeRecheck(m_comboBox));
 }
@@ -309,7 +311,7 @@ void guiHtmlControlList::setSelected(sstring const& value, int on)
         if (hasWidget)
             selectRow(static_cast<int>(i), on != 0);
         else
-            setChosen(*m_entries[i], on != 0);
+            setChosen(*m_entries[i], on != 0 || awaitsWidget()); // a combo box only selects
     }
 }
 
@@ -346,9 +348,37 @@ void guiHtmlControlList::restoreSelection()
     }
 }
 
+bool guiHtmlControlList::isOfFrequentKind() const
+{
+    return m_list.visibleRows == 1 && m_list.editable <= 0 &&
+           std::find(m_entries.begin(), m_entries.end(), nullptr) == m_entries.end();
+}
+
+void guiHtmlControlList::onAwait()
+{
+    auto const isDecided = [](auto const& entry) { return entry->chosen >= 0; };
+    if (std::none_of(m_entries.begin(), m_entries.end(), isDecided)) {
+        istring const wanted(getDefaultSelection());
+        for (auto const& entry : m_entries)
+            entry->chosen = wanted == entry->value ? 1 : 0;
+    }
+    settleSelection();
+}
+
+/// Chooses what a new combo box does: the last of the chosen entries, else the first entry.
+void guiHtmlControlList::settleSelection()
+{
+    auto const isChosen = [](auto const& entry) { return entry->chosen > 0; };
+    auto const last = std::find_if(m_entries.rbegin(), m_entries.rend(), isChosen);
+    std::size_t const row = last == m_entries.rend() ? 0 : static_cast<std::size_t>(m_entries.rend() - last) - 1;
+    for (std::size_t i = 0; i < m_entries.size(); ++i)
+        m_entries[i]->chosen = i == row ? 1 : 0;
+}
+
 void guiHtmlControlList::addItem(sstring const& value, sstring const& text)
 {
     assertOnGuiThread();
+    needWidget();
     auto hole = std::find(m_entries.begin(), m_entries.end(), nullptr);
     if (hole == m_entries.end())
         hole = m_entries.emplace(m_entries.end());
@@ -362,6 +392,7 @@ void guiHtmlControlList::addItem(sstring const& value, sstring const& text)
 void guiHtmlControlList::removeItem(sstring const& value)
 {
     assertOnGuiThread();
+    needWidget();
     istring wanted(value);
     guiNodeWatch self(this); // its handlers may replace the page
     for (std::size_t i = 0; self.alive() && i < m_entries.size(); ++i) {

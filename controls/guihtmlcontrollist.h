@@ -14,10 +14,11 @@ class guiPackedRows;
 /// One `option`.
 struct guiHtmlControlListEntry
 {
-    sstring value;   ///< what forms and scripts see
-    sstring text;    ///< what is shown
-    int selected;    ///< whether the page selects it
-    int chosen = -1; ///< without a widget: 1 or 0 if that was set since the page was read, else -1
+    sstring value; ///< what forms and scripts see
+    sstring text;  ///< what is shown
+    int selected;  ///< whether the page selects it
+    int chosen =
+        -1; ///< without a widget: 1 or 0 if that was set since the page was read or the widget is awaited, else -1
 };
 
 class guiWidgetComboBox;
@@ -97,6 +98,11 @@ protected:
     /// A chosen entry of the value "" asks to choose another one.
     bool isBlank() override;
     sstring findMistake() override;
+    /// A combo box, unless what is typed into it counts or rows and entries have different indices.
+    bool isOfFrequentKind() const override;
+    void onAwait() override;
+    /// Deleting the widget keeps the selection.
+    void keepState() override {}
 
 private:
     /// What the page says about the list as a whole.
@@ -122,6 +128,7 @@ private:
     void clearSelection();
     void saveSelection();
     void restoreSelection();
+    void settleSelection();
     void selectRow(int row, bool on);
     void selectNewRow(int row);
     void insertRow(int row, QString const& text);

@@ -95,6 +95,13 @@ std::optional<QString> guiHtmlControlNumber::valueOf(QString const& text) const
     return m_shape.isSlider ? nearest(*number) : text.trimmed();
 }
 
+/// What is no number may have the decimal sign of the user's language in it.
+QString guiHtmlControlNumber::asShown(QString const& value) const
+{
+    QString text = value;
+    return guiReadNumber(value) ? text : text.replace(QLocale().decimalPoint(), QStringLiteral("."));
+}
+
 sstring guiHtmlControlNumber::findMistake()
 {
     QString const text = sstoq(getText());

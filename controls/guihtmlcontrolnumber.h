@@ -36,6 +36,8 @@ protected:
     guiValueWidget* makeWidget(QWidget* parent) override;
     std::optional<QString> valueOf(QString const& text) const override;
     bool isNumber() const override { return true; }
+    bool isOfFrequentKind() const override { return !m_shape.isSlider; }
+    QString asShown(QString const& value) const override;
     bool hasRules() const override { return !m_shape.isSlider; }
     sstring findMistake() override;
 

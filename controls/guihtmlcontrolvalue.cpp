@@ -42,7 +42,7 @@ bool guiHtmlControlValue::changeText(sstring const& text)
 {
     if (getText() == text)
         return false;
-    m_content.text = text;
+    m_content.text = awaitsWidget() ? qtoss(asShown(sstoq(text))) : text;
     m_told = plain(sstoq(text));
     if (m_shown) {
         m_shown->owner = nullptr;
@@ -74,14 +74,16 @@ void guiHtmlControlValue::destroyChildWidget()
 
 void guiHtmlControlValue::destroyWidget()
 {
-    if (!m_shown)
-        return;
-    getText(); // keeps what the user did last
-    dirtyTabOrder();
-    m_shown->owner = nullptr;
-    guiDeleteWidget(std::exchange(m_shown, nullptr)->widget());
+    if (m_shown) {
+        getText(); // keeps what the user did last
+        dirtyTabOrder();
+        m_shown->owner = nullptr;
+        guiDeleteWidget(std::exchange(m_shown, nullptr)->widget());
+    }
     onDestroyChildWidget();
 }
+
+void guiHtmlControlValue::onAwait() { m_content.text = qtoss(asShown(sstoq(m_content.text))); }
 
 /// What the form has: "" for what is no value.
 QString guiHtmlControlValue::formText() { return valueOf(sstoq(getText())).value_or(QString()); }
@@ -109,7 +111,7 @@ void guiHtmlControlValue::readFormProperty(ScriptObject* form)
         return;
     QString const text = property.isNumber() ? guiNumberText(property.number()) : sstoq(property.text());
     std::optional<QString> const value = valueOf(text);
-    if (!value || !changeText(qtoss(*value)) || !m_shown)
+    if (!value || !changeText(qtoss(*value)) || !isPresent())
         return;
     guiEventScope scope;
     followLink(m_content.action);

@@ -63,6 +63,9 @@ protected:
     virtual guiValueWidget* makeWidget(QWidget* parent) = 0;
     /// A value as the form has it; none for a text that is no value of this control. "" is asked of as well.
     virtual std::optional<QString> valueOf(QString const& text) const = 0;
+    /// What the widget makes of a value; it is what the user sees that counts.
+    virtual QString asShown(QString const& value) const { return value; }
+    void onAwait() override;
     /// Whether the value is a number in forms that have such.
     virtual bool isNumber() const { return false; }
 

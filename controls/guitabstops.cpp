@@ -1,6 +1,8 @@
 // controls/guitabstops.cpp: see guitabstops.h.
 #include "controls/guitabstops.h"
 
+#include "controls/guihtmlcontrolbutton.h"
+#include "controls/guilatewidgets.h"
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
 #include "page/guitaborder.h"
@@ -43,7 +45,7 @@ std::vector<QWidget*> stopsInside(QWidget* control)
 
 bool holds(QWidget const* control, QWidget const* widget)
 {
-    return widget && (control == widget || control->isAncestorOf(widget));
+    return control && widget && (control == widget || control->isAncestorOf(widget));
 }
 
 /// The stop of the same control that comes next, null when `from` is the last.
@@ -58,27 +60,37 @@ QWidget* nextInside(QWidget* control, QWidget* from, bool forward)
     return at == inside.begin() ? nullptr : *std::prev(at);
 }
 
-/// Whether the radio button is where its group is entered; true for every other widget.
-bool isEntry(QWidget const* widget)
+/// The group of a radio button of which not all need have a widget; null for any other control.
+guiRadioGroup const* lateGroupOf(guiHtml* node)
 {
-    QButtonGroup const* group = groupOf(widget);
+    auto const* button = dynamic_cast<guiHtmlControlButton const*>(node);
+    return button ? button->getGroup() : nullptr;
+}
+
+bool isSameGroup(guiTabStop const& a, guiTabStop const& b)
+{
+    if (guiRadioGroup const* group = lateGroupOf(a.node))
+        return group == lateGroupOf(b.node);
+    return groupOf(a.widget) && groupOf(a.widget) == groupOf(b.widget);
+}
+
+/// Whether the radio button is where its group is entered; true for every other control.
+bool isEntry(guiTabStop const& stop)
+{
+    if (guiRadioGroup const* group = lateGroupOf(stop.node))
+        return !group->checked || !group->checked->isEnabled() || group->checked == stop.node;
+    QButtonGroup const* group = groupOf(stop.widget);
     QAbstractButton const* checked = group ? group->checkedButton() : nullptr;
-    return !checked || !checked->isEnabled() || checked == widget;
+    return !checked || !checked->isEnabled() || checked == stop.widget;
+}
+
+/// Whether Tab stops in the control, which may still await its widget.
+bool takesTab(guiTabStop const& stop)
+{
+    return stop.widget ? !stopsInside(stop.widget).empty() : stop.node->isEnabled() != 0;
 }
 
 bool hasSize(guiHtml const* node) { return node->m.rect.width > 0 && node->m.rect.height > 0; }
-
-/// Where Tab enters the control; null when it does not stop there.
-QWidget* entryOf(guiTabStop const& stop, QWidget const* from, bool forward)
-{
-    bool const isSameGroup = from && groupOf(from) && groupOf(from) == groupOf(stop.widget);
-    if (isSameGroup || !isEntry(stop.widget) || !hasSize(stop.node))
-        return nullptr;
-    std::vector<QWidget*> const inside = stopsInside(stop.widget);
-    if (inside.empty())
-        return nullptr;
-    return forward ? inside.front() : inside.back();
-}
 
 void give(guiHtml* node, QWidget* widget, bool forward) TARN_ON(velaGuiRole)
 {
@@ -86,6 +98,16 @@ void give(guiHtml* node, QWidget* widget, bool forward) TARN_ON(velaGuiRole)
     guiScrollIntoView(node);
     if (kept)
         kept->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+}
+
+/// Tab enters the control.
+void enter(guiHtml* node, bool forward) TARN_ON(velaGuiRole)
+{
+    if (node->awaitsWidget())
+        node->createChildWidget();
+    std::vector<QWidget*> const inside = stopsInside(node->getChildWidget());
+    if (!inside.empty())
+        give(node, forward ? inside.front() : inside.back(), forward);
 }
 
 /// How far the bar has to move for `begin` to `end` to lie between `first` and `last`; the begin comes first.
@@ -141,8 +163,9 @@ bool guiFocusNext(guiHtml* page, QWidget* from, bool forward)
         at = (at + (forward ? 1 : count - 1)) % count;
         if (at == current)
             break;
-        if (QWidget* entry = entryOf(stops[at], from, forward))
-            return give(stops[at].node, entry, forward), true;
+        bool const isInGroup = current < count && isSameGroup(stops[current], stops[at]);
+        if (!isInGroup && isEntry(stops[at]) && hasSize(stops[at].node) && takesTab(stops[at]))
+            return enter(stops[at].node, forward), true;
     }
     return false;
 }

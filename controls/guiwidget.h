@@ -2,6 +2,7 @@
 // show, close) into calls of the page's nodes, which have all the behaviour, and has the page paint itself.
 #pragma once
 
+#include "controls/guilatewidgets.h"
 #include "foundation/vela-string.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guipagesurface.h"
@@ -42,6 +43,8 @@ public:
     bool isHovering(guiHtml const* node) const override { return node == hoverNode; }
     /// Vertical resolution in dots per inch.
     int logPixelsY() const;
+    /// The widgets that are made when they are needed.
+    guiLateWidgets& lateWidgets() { return m_lateWidgets; }
     /// The hidden parent of the native widgets that are out of view.
     QWidget* outOfView();
     QScrollBar* createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name) override;
@@ -104,6 +107,7 @@ private:
 
     QPointer<QScrollBar> m_clickedPane; // vertical bar of the pane that was clicked last, until Tab goes on; not owned
     QWidget* m_outOfView = nullptr;     // owned; null until something is out of view
+    guiLateWidgets m_lateWidgets{*this};
     guiHtmlCustom* m_pressed =
         nullptr;              // the custom element on which a button went down; not owned, see onHtmlDestroy()
     QRegion m_missedDamage;   // what was to be repainted while a paint event was going on

@@ -10,8 +10,10 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QStyle>
 #include <QTextCursor>
+#include <QTextDocument>
 #include <algorithm>
 #include <utility>
 
@@ -31,9 +33,21 @@ void guiWidgetMultiEdit::replaceText(QString const& text)
     QTextCursor all(document());
     all.select(QTextCursor::Document);
     all.insertText(text);
+    moveCursorTo(at);
+}
+
+void guiWidgetMultiEdit::moveCursorTo(int position)
+{
     QTextCursor cursor(document());
-    cursor.setPosition(std::min(at, document()->characterCount() - 1));
+    cursor.setPosition(std::min(position, document()->characterCount() - 1));
     setTextCursor(cursor);
+}
+
+QString guiWidgetMultiEdit::shown(QString const& text)
+{
+    QTextDocument document;
+    document.setPlainText(text);
+    return document.toPlainText();
 }
 
 /// The toolkit reports what an input method shows as well, while the text is the same.
@@ -97,5 +111,9 @@ bool guiWidgetMultiEdit::event(QEvent* event)
         setHorizontalScrollBarPolicy(hasRoom ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     }
     bool const isPainted = event->type() == QEvent::Paint && guiPaintFrame(this);
-    return isPainted || QPlainTextEdit::event(event);
+    if (isPainted || event->type() != QEvent::Show || m_firstLine == 0)
+        return isPainted || QPlainTextEdit::event(event);
+    bool const isDone = QPlainTextEdit::event(event);
+    verticalScrollBar()->setValue(std::exchange(m_firstLine, 0));
+    return isDone;
 }

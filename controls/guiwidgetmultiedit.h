@@ -17,6 +17,13 @@ public:
     /// Changes the text in one step that can be undone; the cursor stays where it is, as far as the text reaches.
     void replaceText(QString const& text);
 
+    /// What text areas make of a text: their own ends of lines and blanks.
+    static QString shown(QString const& text);
+    /// As far as the text reaches, in units from its begin.
+    void moveCursorTo(int position);
+    /// The first line that is shown, once the area has its size.
+    void scrollWhenPlaced(int line) { m_firstLine = line; }
+
     /// The user may put in so many characters; any number when it is not above 0.
     void setMost(int characters) { m_most = characters; }
 
@@ -34,6 +41,7 @@ protected:
 private:
     QString fitting(QString const& typed) const;
 
-    int m_most = 0;     // characters
-    QString m_lastText; // when it was last reported that it may have changed
+    int m_most = 0;      // characters
+    int m_firstLine = 0; // to scroll to with the next size; 0: none
+    QString m_lastText;  // when it was last reported that it may have changed
 };

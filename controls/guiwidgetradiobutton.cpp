@@ -25,10 +25,20 @@ void guiWidgetRadioButton::onClick()
 void guiWidgetRadioButton::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
-    if (guiHandleKey(owner, event->key(), true))
+    if (guiHandleKey(owner, event->key(), true)) {
         event->accept();
-    else
-        QRadioButton::keyPressEvent(event);
+        return;
+    }
+    readyNeighbour(event->key());
+    QRadioButton::keyPressEvent(event);
+}
+
+void guiWidgetRadioButton::readyNeighbour(int key)
+{
+    bool const isForward = key == Qt::Key_Down || key == (isRightToLeft() ? Qt::Key_Left : Qt::Key_Right);
+    bool const isBackward = key == Qt::Key_Up || key == (isRightToLeft() ? Qt::Key_Right : Qt::Key_Left);
+    if (owner && (isForward || isBackward))
+        owner->readyNeighbour(isForward);
 }
 
 void guiWidgetRadioButton::paintEvent(QPaintEvent*)

@@ -22,4 +22,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     /// Draws the indicator only, in the size that layout uses for it, which may be smaller than the style's.
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    void readyNeighbour(int key);
 };

@@ -147,7 +147,8 @@ namespace {
 /// In document order.
 void findWidgets(guiHtml* node, std::vector<guiTabStop>& stops)
 {
-    if (QWidget* widget = node->getChildWidget())
+    QWidget* const widget = node->getChildWidget();
+    if (widget || node->awaitsWidget())
         stops.push_back({node, widget});
     for (guiHtml* child : guiNodesOf(node))
         findWidgets(child, stops);
@@ -165,6 +166,28 @@ std::vector<guiTabStop> guiTabStopsOf(guiHtml* page)
     return stops;
 }
 
+namespace {
+
+void giveFocus(guiHtml* control)
+{
+    if (control->awaitsWidget())
+        control->createChildWidget();
+    control->getChildWidget()->setFocus();
+}
+
+/// The order in which the toolkit goes through the widgets that there are.
+void chain(std::vector<guiTabStop> const& stops)
+{
+    QWidget* before = nullptr;
+    for (guiTabStop const& stop : stops) {
+        if (before && stop.widget)
+            QWidget::setTabOrder(before, stop.widget);
+        before = stop.widget ? stop.widget : before;
+    }
+}
+
+} // namespace
+
 void guiHtml::updateTabOrder()
 {
     assertOnGuiThread();
@@ -176,9 +199,8 @@ void guiHtml::updateTabOrder()
         return;
     QWidget* own = getTopLevelWidget();
     if (own && own->hasFocus())
-        stops.front().widget->setFocus();
-    for (std::size_t i = 1; i < stops.size(); ++i)
-        QWidget::setTabOrder(stops[i - 1].widget, stops[i].widget);
+        giveFocus(stops.front().node);
+    chain(stops);
 }
 
 int guiHtml::onEscape()

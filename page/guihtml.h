@@ -130,6 +130,7 @@ public:
         std::uint8_t current = 0;
         std::uint8_t hover = 0;
         std::uint8_t spacious = 0; ///< in an element with `gap`: lines share a base line, buttons have a least width
+        std::uint8_t lateWidgets = 0; ///< the controls below get their widgets when they are needed, however few
     };
 
     /// A node's data. What few nodes have is in `rare`, behind the accessors below.
@@ -285,6 +286,9 @@ public:
     virtual bool isInLine() const { return true; }
     /// The user pressed the text of the element's label, or its key. May run script: the node may be gone afterwards.
     virtual void onLabel() {}
+    /// Whether the node is a control on a page in a window that has no widget until one is needed: createChildWidget()
+    /// makes it.
+    virtual bool awaitsWidget() const { return false; }
 
     // ---- The tree ----
 

@@ -9,8 +9,8 @@ class guiHtml;
 struct guiTabStop
 {
     guiHtml* node;
-    QWidget* widget; ///< the node's; not owned
+    QWidget* widget; ///< the node's; not owned. Null: the node awaits it.
 };
 
-/// All nodes that have a widget, by tab index and else in document order. GUI thread.
+/// All nodes that have a widget or await one, by tab index and else in document order. GUI thread.
 std::vector<guiTabStop> guiTabStopsOf(guiHtml* page);

@@ -273,6 +273,8 @@ void guiHtmlBase::setFocus(sstring name)
 {
     m_pendingFocus = name;
     guiHtml* node = name.getLength() != 0 ? getNamed(name) : nullptr;
+    if (node && node->awaitsWidget())
+        node->createChildWidget();
     QWidget* control = node ? node->getChildWidget() : nullptr;
     if (!control)
         return;

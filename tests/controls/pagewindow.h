@@ -73,6 +73,8 @@ public:
     {
         m_pendingFocus = name;
         guiHtml* node = name.getLength() != 0 ? getNamed(name) : nullptr;
+        if (node && node->awaitsWidget())
+            node->createChildWidget();
         QWidget* control = node ? node->getChildWidget() : nullptr;
         if (!control)
             return;
