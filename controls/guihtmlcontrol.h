@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 
+class QShortcut;
 class guiMistakeMark;
 class guiWidget;
 
@@ -146,4 +147,5 @@ private:
     int m_clipOffsetX = 0;           // where the visible part starts, relative to the control's rectangle, pixels
     int m_clipOffsetY = 0;           //
     QPointer<guiMistakeMark> m_mark; // belongs to the control's widget
+    QPointer<QShortcut> m_labelKey;  // goes with the control's widget; null without one
 };

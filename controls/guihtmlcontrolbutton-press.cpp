@@ -5,6 +5,7 @@
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guihtmlform.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guinodewatch.h"
 #include "page/guipageroot.h"
 
 #include <QAbstractButton>
@@ -86,7 +87,8 @@ void guiHtmlControlButton::onClick()
 void guiHtmlControlButton::onLabel()
 {
     guiEventScope scope;
+    guiNodeWatch const self(this);
     guiHtmlControl::onLabel();
-    if (auto* const button = isCheckable() ? qobject_cast<QAbstractButton*>(getChildWidget()) : nullptr)
+    if (auto* const button = self.alive() && isCheckable() ? qobject_cast<QAbstractButton*>(getChildWidget()) : nullptr)
         button->click(); // which does nothing while it is disabled
 }

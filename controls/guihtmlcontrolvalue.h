@@ -63,6 +63,9 @@ protected:
     virtual guiValueWidget* makeWidget(QWidget* parent) = 0;
     /// A value as the form has it; none for a text that is no value of this control. "" is asked of as well.
     virtual std::optional<QString> valueOf(QString const& text) const = 0;
+    /// The value is another one now, whoever has changed it; script has not heard of it yet. May run script: the
+    /// control may be gone afterwards.
+    virtual void onNewValue() {}
     /// Whether the value is a number in forms that have such.
     virtual bool isNumber() const { return false; }
 

@@ -104,6 +104,16 @@ void scrollBy(QScrollBar* bar, int pixels)
 
 } // namespace
 
+bool guiHoldsFocus(guiHtml* node)
+{
+    QWidget const* const window = node->getTopLevelWidget();
+    QWidget* at = window ? window->focusWidget() : nullptr;
+    for (; at && at != window; at = at->parentWidget())
+        if (node->findWidget(at))
+            return true;
+    return false;
+}
+
 void guiScrollIntoView(guiHtml* node)
 {
     assert(node);

@@ -8,6 +8,7 @@
 #include "controls/guieventscope.h"
 #include "controls/guihtmlcustom.h"
 #include "controls/guiscrollkeys.h"
+#include "controls/guitabkeys.h"
 #include "controls/guitabstops.h"
 #include "controls/guititle.h"
 #include "controls/guiwidgetscrollbar.h"
@@ -367,7 +368,16 @@ bool guiWidget::eventFilter(QObject* watched, QEvent* event)
         guiEventScope scope;
         refresh();
     }
-    return isOwnContext(watched, *event) || QDialog::eventFilter(watched, event);
+    return isOwnContext(watched, *event) || turnTabs(*event) || QDialog::eventFilter(watched, event);
+}
+
+/// Before a control that would use the keys for itself.
+bool guiWidget::turnTabs(QEvent const& event)
+{
+    if (event.type() != QEvent::KeyPress || !livePage())
+        return false;
+    guiEventScope scope;
+    return guiTurnTabs(livePage(), nodeOf(focusWidget()), static_cast<QKeyEvent const&>(event));
 }
 
 /// A text field has a menu of its own, which that of the page replaces when the field itself asks for it.
@@ -493,7 +503,7 @@ bool guiWidget::showTip(QHelpEvent const& event)
 void guiWidget::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
-    bool const isUsed = guiHandleKey(livePage(), event->key(), true) || openMenu(*event);
+    bool const isUsed = guiHandleKey(livePage(), event->key(), true) || openMenu(*event) || turnTabs(*event);
     if (isUsed || (livePage() && guiScrollByKey(livePage(), nodeOf(focusWidget()), m_clickedPane, *event)))
         event->accept();
     else

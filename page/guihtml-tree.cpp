@@ -150,7 +150,8 @@ void findWidgets(guiHtml* node, std::vector<guiTabStop>& stops)
     if (QWidget* widget = node->getChildWidget())
         stops.push_back({node, widget});
     for (guiHtml* child : guiNodesOf(node))
-        findWidgets(child, stops);
+        if (child->m.visible)
+            findWidgets(child, stops);
 }
 
 } // namespace

@@ -12,5 +12,5 @@ struct guiTabStop
     QWidget* widget; ///< the node's; not owned
 };
 
-/// All nodes that have a widget, by tab index and else in document order. GUI thread.
+/// All nodes that have a widget and are not put away, by tab index and else in document order. GUI thread.
 std::vector<guiTabStop> guiTabStopsOf(guiHtml* page);

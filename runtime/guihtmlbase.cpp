@@ -4,6 +4,7 @@
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
 #include "foundation/vela-qt.h"
+#include "page/guihtmlsheet.h"
 #include "page/guihtmlsize.h"
 #include "page/guihtmltext-fonts.h"
 #include "page/guilaterevents.h"
@@ -272,9 +273,11 @@ sstring guiHtmlBase::getFocus()
 void guiHtmlBase::setFocus(sstring name)
 {
     m_pendingFocus = name;
-    guiHtml* node = name.getLength() != 0 ? getNamed(name) : nullptr;
-    QWidget* control = node ? node->getChildWidget() : nullptr;
-    if (!control)
+    guiNodeWatch const node(name.getLength() != 0 ? getNamed(name) : nullptr);
+    guiNodeWatch const self(this);
+    guiReveal(node.get());
+    QWidget* control = node.alive() ? node.get()->getChildWidget() : nullptr;
+    if (!control || !self.alive())
         return;
     assertOnGuiThread();
     control->setFocus();
