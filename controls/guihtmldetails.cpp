@@ -157,6 +157,16 @@ void guiHtmlSummary::eraseFormProperty(ScriptObject* form) { guiFormProperty(for
 
 namespace {
 
+/// Room to the left, so that what is unfolded begins below the text of the line, not below its arrow.
+void appendIndent(guiHtmlParser& parser, guiHtml* details)
+{
+    constexpr int kIndent = 14;
+    auto& fixed = parser.appendGuiHtml(details, std::make_unique<guiHtml>())->m.fixed;
+    fixed.unitX = fixed.unitY = kUnitPixels;
+    fixed.x = kIndent;
+    fixed.cxMin = kIndent;
+}
+
 guiHtmlDetailsSheet* appendSheet(guiHtmlParser& parser, guiHtml* details, mlSection* section)
 {
     constexpr int kSpace = 8;
@@ -180,6 +190,7 @@ void pullDetails(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     line->initText("Details");
     line->setAction(guiHtmlParser::pullAttr(section, "onchange"));
     parser.appendLineBreak(details);
+    appendIndent(parser, details);
     parser.pullContent(appendSheet(parser, details, section), section);
     parser.appendLineBreak(parent);
 }

@@ -605,6 +605,9 @@ private:
         node* line = appendControl(details, tag, summaryLeaf);
         line->label = "Details";
         breakLine(details);
+        node* indent = append(details, 0);
+        indent->fixed.unitX = indent->fixed.unitY = pixels;
+        indent->fixed.x = indent->fixed.minX = 14;
         node* sheet = append(details, 0);
         sheet->role = foldedContainer;
         sheet->alignY = 0;
