@@ -1,6 +1,7 @@
 // controls/guitabstops.cpp: see guitabstops.h.
 #include "controls/guitabstops.h"
 
+#include "controls/guiwidgetscrollbar.h"
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
 #include "page/guitaborder.h"
@@ -29,11 +30,14 @@ bool takesTab(QWidget const* widget)
            (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
 }
 
+/// The bar that a pane is entered at takes the keyboard only so.
+bool isPane(QWidget const* widget) { return qobject_cast<guiWidgetScrollBar const*>(widget) && !widget->isHidden(); }
+
 /// The stops inside one control: itself, and what it is put together from.
 std::vector<QWidget*> stopsInside(QWidget* control)
 {
     std::vector<QWidget*> found;
-    if (takesTab(control))
+    if (takesTab(control) || isPane(control))
         found.push_back(control);
     for (QWidget* part : control->findChildren<QWidget*>())
         if (takesTab(part) && part->window() == control->window())

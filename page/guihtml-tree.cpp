@@ -7,6 +7,7 @@
 #include "page/guipageroot.h"
 #include "page/guitaborder.h"
 
+#include <QScrollBar>
 #include <QWidget>
 #include <algorithm>
 #include <cassert>
@@ -144,14 +145,40 @@ guiHtml* guiHtml::findWidget(QWidget* widget)
 
 namespace {
 
+/// The bar that stands for a pane whose content is larger than the pane; null for all other nodes, and for the page,
+/// which the keys scroll in any case.
+QScrollBar* paneBar(guiHtml* node)
+{
+    guiHtml::scroll_t const& scroll = node->getScroll();
+    if (!node->getParent())
+        return nullptr;
+    return scroll.barY ? scroll.barY.data() : scroll.barX.data();
+}
+
+bool takesKeyboard(guiTabStop const& stop)
+{
+    return stop.widget->isEnabled() && (stop.widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+}
+
 /// In document order.
 void findWidgets(guiHtml* node, std::vector<guiTabStop>& stops)
 {
+    auto const first = static_cast<std::ptrdiff_t>(stops.size());
     if (QWidget* widget = node->getChildWidget())
         stops.push_back({node, widget});
     for (guiHtml* child : guiNodesOf(node))
         if (child->m.visible)
             findWidgets(child, stops);
+    QScrollBar* const bar = node->isScrolled() ? paneBar(node) : nullptr;
+    if (bar && std::none_of(stops.begin() + first, stops.end(), takesKeyboard))
+        stops.push_back({node, bar});
+}
+
+QWidget* firstControl(std::vector<guiTabStop> const& stops)
+{
+    auto const found = std::find_if(stops.begin(), stops.end(),
+                                    [](guiTabStop const& stop) { return stop.node->getChildWidget() == stop.widget; });
+    return found != stops.end() ? found->widget : nullptr;
 }
 
 } // namespace
@@ -176,8 +203,9 @@ void guiHtml::updateTabOrder()
     if (stops.empty())
         return;
     QWidget* own = getTopLevelWidget();
-    if (own && own->hasFocus())
-        stops.front().widget->setFocus();
+    QWidget* const first = own && own->hasFocus() ? firstControl(stops) : nullptr;
+    if (first)
+        first->setFocus();
     for (std::size_t i = 1; i < stops.size(); ++i)
         QWidget::setTabOrder(stops[i - 1].widget, stops[i].widget);
 }
