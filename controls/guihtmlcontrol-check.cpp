@@ -2,6 +2,8 @@
 #include "controls/guihtmlcontrol.h"
 #include "controls/guimistakemark.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guihtmlsheet.h"
+#include "page/guinodewatch.h"
 
 #include <QWidget>
 
@@ -39,10 +41,13 @@ void guiHtmlControl::recheck()
 
 void guiHtmlControl::pointOutMistake()
 {
-    QWidget* const widget = needWidget();
+    guiNodeWatch const self(this);
+    guiReveal(this);
+    QWidget* const widget = self.alive() ? needWidget() : nullptr;
     if (!widget)
         return;
+    showMistake(); // which a control that was never shown could not
     widget->setFocus(Qt::OtherFocusReason);
-    if (m_mark)
+    if (self.alive() && m_mark)
         m_mark->sayMistake();
 }

@@ -11,6 +11,7 @@
 #include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guihtmlsheet.h"
 #include "page/guihtmltext-fonts.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
@@ -90,6 +91,8 @@ void guiHtmlControl::setRect(guiRect* rect)
     getRectInWidget(&place);
     onSetRect(&place);
     placeInClip(getChildWidget());
+    if (m_labelKey)
+        m_labelKey->setEnabled(!guiIsPutAway(this));
 }
 
 /// The window that the page is in, null when it is in none.
@@ -183,6 +186,7 @@ void guiHtmlControl::finishWidget(QWidget* widget)
 void guiHtmlControl::listenToLabelKey(QWidget* widget)
 {
     auto* const key = new QShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(m_content.labelKey)), getWindow());
+    m_labelKey = key;
     auto const act = [widget, window = getWindow()] {
         guiEventScope scope;
         guiHtml* const node = window->htmlBase ? window->htmlBase->findWidget(widget) : nullptr;
@@ -196,7 +200,9 @@ void guiHtmlControl::listenToLabelKey(QWidget* widget)
 
 void guiHtmlControl::onLabel()
 {
-    QWidget* const widget = needWidget();
+    guiNodeWatch const self(this);
+    guiReveal(this);
+    QWidget* const widget = self.alive() ? needWidget() : nullptr;
     if (widget && widget->isEnabled() && widget->focusPolicy() != Qt::NoFocus)
         widget->setFocus(Qt::ShortcutFocusReason);
 }

@@ -6,6 +6,7 @@
 #include "controls/guihtmlform.h"
 #include "controls/guilatewidgets.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guinodewatch.h"
 #include "page/guipageroot.h"
 
 #include <QAbstractButton>
@@ -91,7 +92,8 @@ void guiHtmlControlButton::onClick()
 void guiHtmlControlButton::onLabel()
 {
     guiEventScope scope;
+    guiNodeWatch const self(this);
     guiHtmlControl::onLabel();
-    if (auto* const button = isCheckable() ? qobject_cast<QAbstractButton*>(getChildWidget()) : nullptr)
+    if (auto* const button = self.alive() && isCheckable() ? qobject_cast<QAbstractButton*>(getChildWidget()) : nullptr)
         button->click(); // which does nothing while it is disabled
 }

@@ -7,6 +7,7 @@
 #include "controls/guiwidget.h"
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guinodewatch.h"
 #include "script/hostinterface.h"
 
 #include <utility>
@@ -26,8 +27,9 @@ int guiHtmlControlValue::setText(sstring const& text, sstring const&)
     std::optional<QString> const value = valueOf(sstoq(text));
     if (!value)
         return 0;
+    guiNodeWatch const self(this);
     changeText(qtoss(*value));
-    return 1;
+    return self.alive() ? 1 : 0;
 }
 
 sstring guiHtmlControlValue::getText()
@@ -37,7 +39,7 @@ sstring guiHtmlControlValue::getText()
     return m_content.text;
 }
 
-/// Returns whether the value is another one than before. What is shown is not reported.
+/// Returns whether the value is another one than before, and the control still there. What is shown is not reported.
 bool guiHtmlControlValue::changeText(sstring const& text)
 {
     if (getText() == text)
@@ -50,7 +52,9 @@ bool guiHtmlControlValue::changeText(sstring const& text)
         m_shown->owner = this;
     }
     recheck();
-    return true;
+    guiNodeWatch const self(this);
+    onNewValue();
+    return self.alive();
 }
 
 void guiHtmlControlValue::createChildWidget()
@@ -137,6 +141,10 @@ void guiHtmlControlValue::onChange()
     assertOnGuiThread();
     recheck();
     QString const value = plain(formText());
-    if (std::exchange(m_told, value) != value)
+    if (std::exchange(m_told, value) == value)
+        return;
+    guiNodeWatch const self(this);
+    onNewValue();
+    if (self.alive())
         followLink(m_content.action);
 }

@@ -66,6 +66,9 @@ protected:
     /// What the widget makes of a value; it is what the user sees that counts.
     virtual QString asShown(QString const& value) const { return value; }
     void onAwait() override;
+    /// The value is another one now, whoever has changed it; script has not heard of it yet. May run script: the
+    /// control may be gone afterwards.
+    virtual void onNewValue() {}
     /// Whether the value is a number in forms that have such.
     virtual bool isNumber() const { return false; }
 

@@ -2,11 +2,11 @@
 #include "controls/guihtmltoolbutton.h"
 
 #include "controls/guieventscope.h"
+#include "controls/guinodeicon.h"
 #include "controls/guiwidgettoolbutton.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
-#include "page/guiatplace.h"
 #include "page/guichildlist.h"
 #include "page/guilinkname.h"
 #include "page/guinearest.h"
@@ -210,18 +210,7 @@ void guiHtmlToolButton::showTexts(sstring const& text, QIcon const& icon, QKeySe
     m_button->setToolButtonStyle(icon.isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
 }
 
-QIcon guiHtmlToolButton::ownIcon()
-{
-    constexpr int kMostPixels = 2 * kIconSize;
-    if (m_look.icon.getLength() == 0)
-        return {};
-    if (!m_picture) {
-        guiAtPlace const place(getString(kStringPlace));
-        m_picture = guiPageHost::current().readImage(guiPageObjectOf(this), guiFullName(this, m_look.icon),
-                                                     QSize(kMostPixels, kMostPixels));
-    }
-    return m_picture ? QIcon(m_picture->image) : QIcon();
-}
+QIcon guiHtmlToolButton::ownIcon() { return guiIconOfNode(this, m_look.icon, kIconSize, m_picture); }
 
 void guiHtmlToolButton::onClick()
 {

@@ -3,6 +3,7 @@
 
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guilatewidgets.h"
+#include "controls/guiwidgetscrollbar.h"
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
 #include "page/guitaborder.h"
@@ -31,11 +32,14 @@ bool takesTab(QWidget const* widget)
            (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
 }
 
+/// The bar that a pane is entered at takes the keyboard only so.
+bool isPane(QWidget const* widget) { return qobject_cast<guiWidgetScrollBar const*>(widget) && !widget->isHidden(); }
+
 /// The stops inside one control: itself, and what it is put together from.
 std::vector<QWidget*> stopsInside(QWidget* control)
 {
     std::vector<QWidget*> found;
-    if (takesTab(control))
+    if (takesTab(control) || isPane(control))
         found.push_back(control);
     for (QWidget* part : control->findChildren<QWidget*>())
         if (takesTab(part) && part->window() == control->window())
@@ -100,14 +104,14 @@ void give(guiHtml* node, QWidget* widget, bool forward) TARN_ON(velaGuiRole)
         kept->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
 }
 
-/// Tab enters the control.
-void enter(guiHtml* node, bool forward) TARN_ON(velaGuiRole)
+/// Tab enters the control, or the bar of a pane.
+void enter(guiTabStop const& stop, bool forward) TARN_ON(velaGuiRole)
 {
-    if (node->awaitsWidget())
-        node->createChildWidget();
-    std::vector<QWidget*> const inside = stopsInside(node->getChildWidget());
+    if (!stop.widget)
+        stop.node->createChildWidget();
+    std::vector<QWidget*> const inside = stopsInside(stop.widget ? stop.widget : stop.node->getChildWidget());
     if (!inside.empty())
-        give(node, forward ? inside.front() : inside.back(), forward);
+        give(stop.node, forward ? inside.front() : inside.back(), forward);
 }
 
 /// How far the bar has to move for `begin` to `end` to lie between `first` and `last`; the begin comes first.
@@ -125,6 +129,16 @@ void scrollBy(QScrollBar* bar, int pixels)
 }
 
 } // namespace
+
+bool guiHoldsFocus(guiHtml* node)
+{
+    QWidget const* const window = node->getTopLevelWidget();
+    QWidget* at = window ? window->focusWidget() : nullptr;
+    for (; at && at != window; at = at->parentWidget())
+        if (node->findWidget(at))
+            return true;
+    return false;
+}
 
 void guiScrollIntoView(guiHtml* node)
 {
@@ -165,7 +179,7 @@ bool guiFocusNext(guiHtml* page, QWidget* from, bool forward)
             break;
         bool const isInGroup = current < count && isSameGroup(stops[current], stops[at]);
         if (!isInGroup && isEntry(stops[at]) && hasSize(stops[at].node) && takesTab(stops[at]))
-            return enter(stops[at].node, forward), true;
+            return enter(stops[at], forward), true;
     }
     return false;
 }

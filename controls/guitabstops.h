@@ -13,5 +13,8 @@ class guiHtml;
 /// may run script.
 bool guiFocusNext(guiHtml* page, QWidget* from, bool forward) TARN_ON(velaGuiRole);
 
+/// Whether what has the keyboard in the window is at or below the node.
+bool guiHoldsFocus(guiHtml* node);
+
 /// Scrolls all panes around the node so far that it can be seen; does nothing when it can.
 void guiScrollIntoView(guiHtml* node) TARN_ON(velaGuiRole);

@@ -8,6 +8,7 @@
 #include "controls/guieventscope.h"
 #include "controls/guihtmlcustom.h"
 #include "controls/guiscrollkeys.h"
+#include "controls/guitabkeys.h"
 #include "controls/guitabstops.h"
 #include "controls/guititle.h"
 #include "controls/guiwidgetscrollbar.h"
@@ -60,12 +61,25 @@ bool isOpaque(guiPageRoot const* page)
            page->m.space == 0 && !page->getMenuBar();
 }
 
+QScrollBar* barOf(guiHtml* node, Qt::Orientation orientation)
+{
+    guiHtml::scroll_t const& scroll = node->getScroll();
+    return orientation == Qt::Vertical ? scroll.barY.data() : scroll.barX.data();
+}
+
 /// The scroll bar of the innermost scrolled node under the point, null when there is none.
 QScrollBar* scrollBarAt(guiHtml* page, QPoint at, Qt::Orientation orientation)
 {
-    return guiFindAt(page, at, [orientation](guiHtml* node, QPoint) {
-        guiHtml::scroll_t const& scroll = node->getScroll();
-        return orientation == Qt::Vertical ? scroll.barY.data() : scroll.barX.data();
+    return guiFindAt(page, at, [orientation](guiHtml* node, QPoint) { return barOf(node, orientation); });
+}
+
+/// The one of the innermost node under the point that the wheel can still turn. `by`: how far, away from the user.
+QScrollBar* barToTurn(guiHtml* page, QPoint at, Qt::Orientation orientation, int by)
+{
+    return guiFindAt(page, at, [orientation, by](guiHtml* node, QPoint) {
+        QScrollBar* const bar = barOf(node, orientation);
+        bool const canTurn = bar && (by > 0 ? bar->value() > bar->minimum() : bar->value() < bar->maximum());
+        return canTurn ? bar : nullptr;
     });
 }
 
@@ -367,7 +381,16 @@ bool guiWidget::eventFilter(QObject* watched, QEvent* event)
         guiEventScope scope;
         refresh();
     }
-    return isOwnContext(watched, *event) || QDialog::eventFilter(watched, event);
+    return isOwnContext(watched, *event) || turnTabs(*event) || QDialog::eventFilter(watched, event);
+}
+
+/// Before a control that would use the keys for itself.
+bool guiWidget::turnTabs(QEvent const& event)
+{
+    if (event.type() != QEvent::KeyPress || !livePage())
+        return false;
+    guiEventScope scope;
+    return guiTurnTabs(livePage(), nodeOf(focusWidget()), static_cast<QKeyEvent const&>(event));
 }
 
 /// A text field has a menu of its own, which that of the page replaces when the field itself asks for it.
@@ -391,6 +414,8 @@ bool guiWidget::isOwnContext(QObject* watched, QEvent const& event)
 /// The node whose control the widget is, or is part of; null for the page itself.
 guiHtml* guiWidget::nodeOf(QWidget* widget)
 {
+    if (auto const* bar = qobject_cast<guiWidgetScrollBar*>(widget); bar && livePage())
+        return bar->owner;
     for (; widget && widget != this && livePage(); widget = widget->parentWidget())
         if (guiHtml* node = livePage()->findWidget(widget))
             return node;
@@ -440,10 +465,13 @@ void guiWidget::wheelEvent(QWheelEvent* event)
         event->accept();
         return;
     }
-    bool isHorizontal = std::abs(event->angleDelta().x()) > std::abs(event->angleDelta().y());
-    QPoint at = event->position().toPoint();
+    QPoint const turned = event->angleDelta();
+    bool const isHorizontal = std::abs(turned.x()) > std::abs(turned.y());
+    QPoint const at = event->position().toPoint();
     guiPageRoot* page = livePage();
-    QScrollBar* bar = page ? scrollBarAt(page, at, isHorizontal ? Qt::Horizontal : Qt::Vertical) : nullptr;
+    QScrollBar* bar = page && isHorizontal ? barToTurn(page, at, Qt::Horizontal, turned.x()) : nullptr;
+    if (page && !isHorizontal)
+        bar = barToTurn(page, at, Qt::Vertical, turned.y());
     if (!bar) {
         QDialog::wheelEvent(event);
         return;
@@ -493,7 +521,7 @@ bool guiWidget::showTip(QHelpEvent const& event)
 void guiWidget::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
-    bool const isUsed = guiHandleKey(livePage(), event->key(), true) || openMenu(*event);
+    bool const isUsed = guiHandleKey(livePage(), event->key(), true) || openMenu(*event) || turnTabs(*event);
     if (isUsed || (livePage() && guiScrollByKey(livePage(), nodeOf(focusWidget()), m_clickedPane, *event)))
         event->accept();
     else

@@ -97,6 +97,7 @@ private:
     bool isOwnContext(QObject* watched, QEvent const& event);
     void onFocusChanged(QWidget* from, QWidget* to) TARN_ON(velaGuiRole);
     bool openMenu(QKeyEvent const& event) TARN_ON(velaGuiRole);
+    bool turnTabs(QEvent const& event);
     bool turnWheel(QWheelEvent const& event) TARN_ON(velaGuiRole);
     void paintRegion(QRegion const& region) TARN_ON(velaGuiRole);
     void paintPage(QPaintDevice* device, QRegion const& region) TARN_ON(velaGuiRole);

@@ -4,6 +4,7 @@
 #include "controls/guieventscope.h"
 #include "page/guihtml.h"
 
+#include <QKeyEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QStyleOptionSlider>
@@ -56,14 +57,38 @@ void guiWidgetScrollBar::paintEvent(QPaintEvent* event)
 {
     QPainter(this).fillRect(event->rect(), palette().color(QPalette::Window));
     QScrollBar::paintEvent(event);
+    if (hasFocus())
+        paintFrame();
     m_paintedThumb = thumb();
     m_paintedAtEnd = isAtEnd();
 }
 
+void guiWidgetScrollBar::paintFrame()
+{
+    constexpr int kThickness = 2;
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), kThickness, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+}
+
+void guiWidgetScrollBar::focusInEvent(QFocusEvent* event)
+{
+    QScrollBar::focusInEvent(event);
+    update();
+}
+
+void guiWidgetScrollBar::focusOutEvent(QFocusEvent* event)
+{
+    QScrollBar::focusOutEvent(event);
+    update();
+}
+
+void guiWidgetScrollBar::keyPressEvent(QKeyEvent* event) { event->ignore(); }
+
 // At an end of the range a style may draw one of the arrows differently, so then all is repainted.
 void guiWidgetScrollBar::sliderChange(SliderChange change)
 {
-    if (change != SliderValueChange || m_paintedAtEnd || isAtEnd()) {
+    if (change != SliderValueChange || m_paintedAtEnd || isAtEnd() || hasFocus()) {
         QScrollBar::sliderChange(change);
         return;
     }

@@ -125,6 +125,7 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"usesystemfont", kAttributeText},
     {"valign", kAttributeText},
     {"value", kAttributeText},
+    {"vertical", kAttributeText},
     {"width", kAttributeLength},
     {"wrap", kAttributeText},
     {"zebra", kAttributeText},

@@ -78,7 +78,7 @@ guiHtml* guiChildSpan::next()
             continue;
         if (isPast(child))
             return nullptr;
-        if (intersects(child->m.rect, m_area))
+        if (child->m.visible && intersects(child->m.rect, m_area))
             return child;
     }
     return nullptr;

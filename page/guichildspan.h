@@ -6,10 +6,10 @@
 
 class guiHtml;
 
-/// Visits, in child order, the child nodes whose rectangles intersect `area` (in coordinates of the parent's content).
-/// Layout stacks layers from top to bottom, so the first one is found by bisection and the walk ends below the area; in
-/// lists of up to `kSmallList` entries every child is tested. Children may be removed during the walk (then some are
-/// skipped), the parent may not. GUI thread.
+/// Visits, in child order, the child nodes that are not put away and whose rectangles intersect `area` (in coordinates
+/// of the parent's content). Layout stacks layers from top to bottom, so the first one is found by bisection and the
+/// walk ends below the area; in lists of up to `kSmallList` entries every child is tested. Children may be removed
+/// during the walk (then some are skipped), the parent may not. GUI thread.
 class guiChildSpan
 {
 public:

@@ -4,6 +4,7 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guiatplace.h"
 #include "page/guihtml.h"
+#include "page/guihtmlsheet.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
@@ -157,7 +158,10 @@ int scrollToBookmark(guiHtml* root, sstring const& bookmark)
     guiHtml* node = root->getBookmarked(bookmark);
     if (!node)
         return 0;
-    if (!root->getScroll().barY)
+    guiNodeWatch const target(node);
+    guiNodeWatch const page(root);
+    guiReveal(node);
+    if (!target.alive() || !page.alive() || !root->getScroll().barY)
         return 1;
     root->onScrollY(topInRoot(node));
     root->updateScrollbarRanges();

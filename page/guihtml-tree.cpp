@@ -7,6 +7,7 @@
 #include "page/guipageroot.h"
 #include "page/guitaborder.h"
 
+#include <QScrollBar>
 #include <QWidget>
 #include <algorithm>
 #include <cassert>
@@ -144,14 +145,36 @@ guiHtml* guiHtml::findWidget(QWidget* widget)
 
 namespace {
 
+/// The bar that stands for a pane whose content is larger than the pane; null for all other nodes, and for the page,
+/// which the keys scroll in any case.
+QScrollBar* paneBar(guiHtml* node)
+{
+    guiHtml::scroll_t const& scroll = node->getScroll();
+    if (!node->getParent())
+        return nullptr;
+    return scroll.barY ? scroll.barY.data() : scroll.barX.data();
+}
+
+bool takesKeyboard(guiTabStop const& stop)
+{
+    if (!stop.widget)
+        return stop.node->isEnabled() != 0;
+    return stop.widget->isEnabled() && (stop.widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+}
+
 /// In document order.
 void findWidgets(guiHtml* node, std::vector<guiTabStop>& stops)
 {
+    auto const first = static_cast<std::ptrdiff_t>(stops.size());
     QWidget* const widget = node->getChildWidget();
     if (widget || node->awaitsWidget())
         stops.push_back({node, widget});
     for (guiHtml* child : guiNodesOf(node))
-        findWidgets(child, stops);
+        if (child->m.visible)
+            findWidgets(child, stops);
+    QScrollBar* const bar = node->isScrolled() ? paneBar(node) : nullptr;
+    if (bar && std::none_of(stops.begin() + first, stops.end(), takesKeyboard))
+        stops.push_back({node, bar});
 }
 
 } // namespace
@@ -198,8 +221,10 @@ void guiHtml::updateTabOrder()
     if (stops.empty())
         return;
     QWidget* own = getTopLevelWidget();
-    if (own && own->hasFocus())
-        giveFocus(stops.front().node);
+    auto const isControl = [](guiTabStop const& stop) { return stop.node->getChildWidget() == stop.widget; };
+    auto const first = std::find_if(stops.begin(), stops.end(), isControl);
+    if (own && own->hasFocus() && first != stops.end())
+        giveFocus(first->node);
     chain(stops);
 }
 

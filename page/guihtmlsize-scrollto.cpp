@@ -133,7 +133,7 @@ void placeWidgets(scrolling const& step, guiHtml* parent, guiRect const& area)
     guiChildSpan span(parent, area);
     while (guiHtml* child = span.next()) {
         guiHtml::scroll_t const& scroll = child->getScroll();
-        if (child->getType() == guiHtml::kTypeControl) {
+        if (child->getType() == guiHtml::kTypeControl && child->getChildCount() == 0) {
             placeControl(step, child);
             continue;
         }

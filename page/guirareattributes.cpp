@@ -13,13 +13,18 @@ struct rareName
     guiRareAttribute which;
 };
 
-constexpr rareName kNames[] = {{"contextmenu", guiRareAttribute::kContextMenu},
-                               {"oncontext", guiRareAttribute::kContext},
-                               {"onfocus", guiRareAttribute::kFocus},
-                               {"onblur", guiRareAttribute::kBlur},
-                               {"onenter", guiRareAttribute::kEnter}};
+constexpr rareName kNames[] = {
+    {"contextmenu", guiRareAttribute::kContextMenu}, {"oncontext", guiRareAttribute::kContext},
+    {"onfocus", guiRareAttribute::kFocus},           {"onblur", guiRareAttribute::kBlur},
+    {"onenter", guiRareAttribute::kEnter},           {"icon", guiRareAttribute::kIcon}};
 
 constexpr unsigned short kEnd = 1; // behind each value; no page can hold it in an attribute that means anything
+
+/// Other elements than a body keep their icons themselves.
+bool mayHave(guiHtml* node, guiRareAttribute which)
+{
+    return which != guiRareAttribute::kIcon || node->getType() == guiHtml::kTypeBase;
+}
 
 } // namespace
 
@@ -27,6 +32,8 @@ void guiPullRareAttributes(guiHtml* node, mlSection* section)
 {
     sstring all;
     for (rareName const& each : kNames) {
+        if (!mayHave(node, each.which))
+            continue;
         sstring const value = guiHtmlParser::pullAttr(section, each.name);
         if (value.getLength() == 0)
             continue;

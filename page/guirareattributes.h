@@ -1,5 +1,6 @@
-// page/guirareattributes.h: attributes that any element may have and very few have: what its context menu is, and who
-// hears of it, of the focus and of the Enter key. All of a node's are kept in one of its strings.
+// page/guirareattributes.h: attributes that any element may have and very few have: what its context menu is, who hears
+// of it, of the focus and of the Enter key, and the picture of a window. All of a node's are kept in one of its
+// strings.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -14,7 +15,8 @@ enum class guiRareAttribute : char
     kContext = 'c',     ///< `oncontext` and the others: links
     kFocus = 'f',
     kBlur = 'b',
-    kEnter = 'e'
+    kEnter = 'e',
+    kIcon = 'i' ///< `icon` of a body: the name of a file
 };
 
 /// Reads those that the element has.

@@ -29,10 +29,8 @@ bool isControl(guiHtml* node)
 
 void collect(guiHtml* node, std::vector<guiHtml*>& controls)
 {
-    if (isControl(node)) {
+    if (isControl(node))
         controls.push_back(node);
-        return;
-    }
     for (unsigned i = 0; i < node->getChildCount(); ++i)
         if (guiChildList::isNode(node->getChild(i)))
             collect(node->getChild(i), controls);

@@ -1,13 +1,16 @@
 // runtime/guihtmlbase.cpp: the page root: its window, and what script asks of it.
 #include "runtime/guihtmlbase.h"
 
+#include "controls/guinodeicon.h"
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
 #include "foundation/vela-qt.h"
+#include "page/guihtmlsheet.h"
 #include "page/guihtmlsize.h"
 #include "page/guihtmltext-fonts.h"
 #include "page/guilaterevents.h"
 #include "page/guinodewatch.h"
+#include "page/guirareattributes.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
 #include "runtime/guicloserequest.h"
@@ -165,6 +168,7 @@ guiWidget* guiHtmlBase::createWidget(int modal)
     updateLayout(0);
     applyLimits(widget);
     widget->resize(inRange(getDefaultWidth()), inRange(getDefaultHeight()));
+    showIcon();
     return widget;
 }
 
@@ -212,6 +216,22 @@ void guiHtmlBase::setTitle(sstring const& title)
 }
 
 sstring guiHtmlBase::getTitle() const { return m_title; }
+
+void guiHtmlBase::setIcon(sstring const& file)
+{
+    m_icon = file;
+    showIcon();
+}
+
+void guiHtmlBase::showIcon()
+{
+    constexpr int kIconSize = 64;
+    guiWidget* widget = widgetToUse();
+    guiPictureRef picture;
+    sstring const file = m_icon ? *m_icon : guiRareAttributeOf(this, guiRareAttribute::kIcon);
+    if (widget)
+        widget->setWindowIcon(guiIconOfNode(this, file, kIconSize, picture));
+}
 
 void guiHtmlBase::setMinimumSize(int width, int height)
 {
@@ -272,11 +292,13 @@ sstring guiHtmlBase::getFocus()
 void guiHtmlBase::setFocus(sstring name)
 {
     m_pendingFocus = name;
-    guiHtml* node = name.getLength() != 0 ? getNamed(name) : nullptr;
-    if (node && node->awaitsWidget())
-        node->createChildWidget();
-    QWidget* control = node ? node->getChildWidget() : nullptr;
-    if (!control)
+    guiNodeWatch const node(name.getLength() != 0 ? getNamed(name) : nullptr);
+    guiNodeWatch const self(this);
+    guiReveal(node.get());
+    if (node.alive() && node.get()->awaitsWidget())
+        node.get()->createChildWidget();
+    QWidget* control = node.alive() ? node.get()->getChildWidget() : nullptr;
+    if (!control || !self.alive())
         return;
     assertOnGuiThread();
     control->setFocus();
@@ -407,8 +429,10 @@ int guiHtmlBase::setText(sstring const& content, sstring const& directory)
     guiNodeWatch self(this);
     forgetPromises(false);
     int const result = guiHtml::setText(content, directory);
-    if (self.alive())
-        m_hasPage = result != 0;
+    if (!self.alive())
+        return result;
+    m_hasPage = result != 0;
+    showIcon();
     return result;
 }
 

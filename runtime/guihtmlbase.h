@@ -11,6 +11,7 @@
 #include <atomic>
 #include <cassert>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -78,6 +79,9 @@ public:
 
     void setTitle(sstring const& title) override;
     sstring getTitle() const;
+    /// The picture that stands for the window: a file, named as the page names files. Until script says so it is the
+    /// one that the page names; "" for none.
+    void setIcon(sstring const& file);
     /// Limits and default size in pixels. A 0 keeps the old value.
     void setMinimumSize(int width, int height) override;
     void setMaximumSize(int width, int height) override;
@@ -159,11 +163,13 @@ public:
 private:
     guiWidget* widgetToUse() const;
     void applyLimits(QWidget* widget) const;
+    void showIcon();
     bool isCalling() const;
     void forgetPromises(bool withWindow);
     int triggerNamed(sstring const& name);
 
     sstring m_title;
+    std::optional<sstring> m_icon; // none: as the page says
     sstring m_escapeControl;
     sstring m_enterControl;
     ScriptObject* m_page;

@@ -153,6 +153,13 @@ void guiWindow_setTitle_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scri
     setName(data, args, &guiHtmlBase::setTitle);
 }
 
+void guiWindow_setIcon_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    result.setNull();
+    setName(data, args, &guiHtmlBase::setIcon);
+}
+
 void guiWindow_getTitle_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
     assertOnGuiThread();

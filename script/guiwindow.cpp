@@ -34,6 +34,7 @@ constexpr ScriptMethod guiWindow_setDefaultSize_script = guiCallOnGuiThread<guiW
 constexpr ScriptMethod guiWindow_setResizable_script = guiCallOnGuiThread<guiWindow_setResizable_qt>;
 constexpr ScriptMethod guiWindow_useSystemFont_script = guiCallOnGuiThread<guiWindow_useSystemFont_qt>;
 constexpr ScriptMethod guiWindow_setTitle_script = guiCallOnGuiThread<guiWindow_setTitle_qt>;
+constexpr ScriptMethod guiWindow_setIcon_script = guiCallOnGuiThread<guiWindow_setIcon_qt>;
 constexpr ScriptMethod guiWindow_getTitle_script = guiCallOnGuiThread<guiWindow_getTitle_qt>;
 constexpr ScriptMethod guiWindow_setFocus_script = guiCallOnGuiThread<guiWindow_setFocus_qt>;
 constexpr ScriptMethod guiWindow_getFocus_script = guiCallOnGuiThread<guiWindow_getFocus_qt>;
@@ -205,7 +206,7 @@ constexpr guiScriptMethod kExtensionMethods[] = {
     {"getForm", guiWindow_getForm_script},     {"readForm", guiWindow_readForm_script},
     {"writeForm", guiWindow_writeForm_script}, {"isFormValid", guiWindow_isFormValid_script},
     {"startShow", guiWindow_startShow_script}, {"getReturnValue", guiWindow_getReturnValue_script},
-    {"popup", guiWindow_popup_script},
+    {"popup", guiWindow_popup_script},         {"setIcon", guiWindow_setIcon_script},
 };
 
 } // namespace

@@ -227,6 +227,8 @@ export class GuiWindow<Values extends object = Form> {
 
     /** The text in the title bar: `window.setTitle('Order 7')`. */
     setTitle(title: string): null;
+    /** The picture that stands for the window, a file named as the page names its files; '' for none: `window.setIcon('busy.png')`. */
+    setIcon(file: Path): null;
     getTitle(): string;
     /** Gives the keyboard to the control of that name: `window.setFocus('who')`. */
     setFocus(control: string): null;

@@ -204,3 +204,37 @@ TEST(Keyboard, ADisabledControlIsNotTriggered)
     button->triggerNow();
     EXPECT_EQ(button->links.size(), 1U);
 }
+
+TEST(Keyboard, TabStopsAtAPaneInWhichNothingTakesTheKeyboardAndKeysScrollIt)
+{
+    std::string const tall = "<table width=50 height=400><tr><td>x</td></tr></table>";
+    Keyboard page(field("a") + "<table><tr><td name=pane width=100 height=60 scrolling=yes>" + tall + "</td></tr></table>" +
+                  "<table><tr><td name=small width=100 height=60 scrolling=yes>x</td></tr></table>" +
+                  "<table><tr><td name=with width=100 height=60 scrolling=yes>" + field("in") + tall +
+                  "</td></tr></table>" + field("b"));
+    page.window.root.setFocus("a");
+    page.press(Qt::Key_Tab);
+    QScrollBar* bar = page.node("pane")->getScroll().barY;
+    ASSERT_NE(bar, nullptr);
+    EXPECT_TRUE(bar->hasFocus() || page.window.widget->focusWidget() == bar);
+    int const before = page.bar()->value();
+    page.press(Qt::Key_Down);
+    EXPECT_EQ(bar->value(), bar->singleStep());
+    page.press(Qt::Key_End);
+    EXPECT_EQ(bar->value(), bar->maximum());
+    page.press(Qt::Key_Home);
+    page.press(Qt::Key_Space);
+    EXPECT_EQ(bar->value(), bar->pageStep());
+    EXPECT_EQ(page.bar()->value(), before) << "the page stays";
+    EXPECT_EQ(page.stops(2), (List{"in", "b"}));
+    EXPECT_EQ(page.stops(2, Qt::Key_Backtab), (List{"in", ""}));
+    EXPECT_EQ(page.window.widget->focusWidget(), bar);
+}
+
+TEST(Keyboard, APaneDoesNotTakeTheFirstFocusFromAControl)
+{
+    Keyboard page("<table><tr><td width=100 height=60 scrolling=yes><table width=50 height=400><tr><td>x</table></td></tr>"
+                  "</table>" +
+                  field("a"));
+    EXPECT_EQ(page.focus(), "a");
+}

@@ -602,6 +602,28 @@ TEST_F(Widget, TheWheelScrollsTheInnermostNodeWithABar)
     EXPECT_GT(outer->value(), 0);
 }
 
+TEST_F(Widget, TheWheelGoesOnInThePaneAroundOneThatIsAtItsEnd)
+{
+    auto* outer = new guiWidgetScrollBar(Qt::Vertical, widget);
+    outer->setRange(0, 1000);
+    root.ensureScroll().barY = outer;
+    auto* inner = new guiWidgetScrollBar(Qt::Vertical, widget);
+    inner->setRange(0, 10);
+    a->ensureScroll().barY = inner;
+    auto turn = [&](int by) {
+        QWheelEvent event(QPointF(20, 20), QPointF(20, 20), QPoint(), QPoint(0, by), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(widget, &event);
+    };
+    turn(-120);
+    EXPECT_EQ(inner->value(), 10);
+    EXPECT_EQ(outer->value(), 0);
+    turn(-120);
+    EXPECT_GT(outer->value(), 0);
+    turn(120);
+    EXPECT_EQ(inner->value(), 0) << "the inner one turns back first";
+}
+
 TEST_F(Widget, ScrollingStaysInRange)
 {
     guiHtml* frame = root.append(new guiHtml);

@@ -5,6 +5,7 @@ const { execFile } = require('node:child_process');
 const { promisify } = require('node:util');
 const { sleep } = require('./helpers.js');
 
+/** Runs a program; what it prints. */
 const run = async (program, ...args) => (await promisify(execFile)(program, args.map(String))).stdout.trim();
 const xdotool = (...args) => run('xdotool', ...args);
 
@@ -114,5 +115,5 @@ function processorTicks(pid) {
 }
 
 module.exports = {
-    click, closeByUser, findActiveWindow, findColour, findWindow, keys, picture, pixel, press, processorTicks, type, waitForPixel, waitGone, xdotool,
+    click, closeByUser, findActiveWindow, findColour, findWindow, keys, picture, pixel, press, processorTicks, run, type, waitForPixel, waitGone, xdotool,
 };

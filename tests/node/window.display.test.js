@@ -5,8 +5,9 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const path = require('node:path');
 const { test } = require('node:test');
-const { click, closeByUser, findWindow, pixel, processorTicks, waitGone, xdotool } = require('./desktop.js');
+const { click, closeByUser, findWindow, pixel, processorTicks, run, waitGone, xdotool } = require('./desktop.js');
 const { runMany, runScript, scratch, sleep, until } = require('./helpers.js');
+const { Program } = require('./program.js');
 
 /** A page of one link that fills a window of 400 x 200 pixels' middle line; the link is hit at (40, 100). */
 function writePage(title, link) {
@@ -252,4 +253,23 @@ test('process.exit() in the handler of a click', async () => {
     await clickLink(await findWindow('Order'));
     const result = await program.ended;
     assert.deepEqual([result.code, result.stderr], [6, '']);
+});
+
+test('a window has the picture that its body names, or script', async () => {
+    const picture = (side) => `<svg xmlns="http://www.w3.org/2000/svg" width="${side}" height="${side}"><rect width="${side}" height="${side}" fill="red"/></svg>`;
+    fs.writeFileSync(path.join(scratch, 'mark48.svg'), picture(48));
+    fs.writeFileSync(path.join(scratch, 'mark32.svg'), picture(32));
+    fs.writeFileSync(path.join(scratch, 'Marked.html'), '<html><head><title>Marked</title></head><body icon="mark48.svg">x</body></html>');
+    const program = await Program.start();
+    await program.ask("window = new tarn.GuiWindow('Marked.html'), window.open()");
+    const window = await findWindow('Marked');
+    const sizes = async () => (await run('xprop', '-id', window, '-notype', '_NET_WM_ICON')).match(/\d+ x \d+/g)?.join() ?? '';
+    const become = (wanted) => until(async () => await sizes() === wanted, 15000);
+    await become('48 x 48');
+    await program.ask("window.setIcon('mark32.svg')");
+    await become('32 x 32');
+    await program.ask("window.setIcon('')");
+    await become('');
+    await program.ask('window.close()');
+    await program.end();
 });

@@ -32,7 +32,7 @@ values() {
 }
 
 tag html head title body messages noframe h1 h2 h3 p div br hr center b strong i em cite var u sup font a \
-    dl dt dd ol ul li menu table tbody tr td form input textarea select option object param img map area frameset frame
+    dl dt dd ol ul li menu table tbody tr td form input textarea select option object param img map area frameset frame tabs tab splitter pane details summary
 expect 'a declaration' '<!doctype'
 expect 'a comment' '<!--'
 expect 'a tag that the language does not have' '<blink>'
@@ -48,6 +48,11 @@ attributes td name src width height minwidth minheight align valign border frame
 attributes form name src action width height border align valign cellpadding
 attributes frameset cols rows noresize name width height border framespacing bgcolor onmouseover
 attributes frame name src width height frameborder border scrolling bgcolor background onmousedown
+attributes tabs name value height
+attributes tab title name valign cellpadding
+attributes splitter name vertical
+attributes pane name width height minwidth scrolling valign cellpadding
+attributes details name open
 attributes hr size width align color noshade name
 attributes p align
 attributes div align

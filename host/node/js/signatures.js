@@ -14,7 +14,7 @@ const ofClasses = {
         'close(session?: object)', 'isOpen()', 'popup(name: string)', 'popup(name: string, x: number, y: number)', 'isValid()', 'load(path: path)', 'loadFile(path: path)', 'setText(markup: markup)',
         'loadBackground(path: path)', 'setReturnValue(value: any)', 'setMinimumSize(width: number, height: number)',
         'setMaximumSize(width: number, height: number)', 'setDefaultSize(width: number, height: number)',
-        'setResizable(resizable?: switch)', 'useSystemFont(use?: switch)', 'setTitle(title: string)', 'getTitle()',
+        'setResizable(resizable?: switch)', 'useSystemFont(use?: switch)', 'setTitle(title: string)', 'getTitle()', 'setIcon(file: path)',
         'setFocus(control: string)', 'getFocus()', 'setEnterControl(control: string)', 'getEnterControl()',
         'setEscapeControl(control: string)', 'getEscapeControl()', 'setSizePolicy(policy: string)', 'getSizePolicy()',
         'control(name: string)',

@@ -534,6 +534,160 @@ private:
         }
     }
 
+    /// The node of a role that a part of it is read into; null for a part that stands elsewhere.
+    static node* containerOf(node* parent, container role)
+    {
+        if (parent->role == role)
+            return parent;
+        return parent->parent && parent->parent->role == role && parent->type == 0 ? parent->parent : nullptr;
+    }
+
+    void pullTabs(node* parent, element const& tag)
+    {
+        node* tabs = appendBlock(parent, 0);
+        tabs->role = tabsContainer;
+        tabs->expandChildren = true;
+        tabs->alignY = 0;
+        readSizes(tabs, tag);
+        keepSizes(tabs);
+        node* bar = append(tabs, 5, barLeaf);
+        readName(bar, tag);
+        pull(tabs, tag);
+        chooseTab(tabs, tag.data("value"));
+        breakLine(parent);
+    }
+
+    static void chooseTab(node* tabs, QString const& wanted)
+    {
+        std::vector<node*> sheets;
+        for (entry const& each : tabs->children)
+            if (each.child && each.child->role == sheetContainer)
+                sheets.push_back(each.child.get());
+        std::size_t shown = 0;
+        for (std::size_t i = 0; i < sheets.size(); ++i)
+            if (!wanted.isEmpty() && wanted == (sheets[i]->name.isEmpty() ? QString::number(i) : sheets[i]->name))
+                shown = i;
+        for (std::size_t i = 0; i < sheets.size(); ++i)
+            sheets[i]->isAway = i != shown;
+    }
+
+    void pullTab(node* parent, element const& tag)
+    {
+        node* tabs = containerOf(parent, tabsContainer);
+        if (!tabs)
+            return pull(parent, tag);
+        tabs->children.front().child->labels.append(tag.data("title"));
+        breakLine(tabs);
+        node* sheet = append(tabs, 0);
+        sheet->role = sheetContainer;
+        std::tie(sheet->fixed.unitY, sheet->fixed.y) = std::pair(percent, 100);
+        sheet->alignY = 0;
+        readName(sheet, tag);
+        readAlignment(sheet, tag);
+        readBorder(sheet, tag);
+        sheet->border = 2;
+        spaceOf(sheet);
+        pull(sheet, tag);
+        loadInto(sheet, tag);
+    }
+
+    static void spaceOf(node* sheet)
+    {
+        if (sheet->divide == 0)
+            sheet->space = sheet->divide = 8;
+    }
+
+    void pullDetails(node* parent, element const& tag)
+    {
+        node* details = appendBlock(parent, 0);
+        details->expandChildren = true;
+        details->alignY = 0;
+        node* line = appendControl(details, tag, summaryLeaf);
+        line->label = "Details";
+        breakLine(details);
+        node* indent = append(details, 0);
+        indent->fixed.unitX = indent->fixed.unitY = pixels;
+        indent->fixed.x = indent->fixed.minX = 14;
+        node* sheet = append(details, 0);
+        sheet->role = foldedContainer;
+        sheet->alignY = 0;
+        sheet->isAway = !tag.has("open");
+        readBorder(sheet, tag);
+        spaceOf(sheet);
+        pull(sheet, tag);
+        breakLine(parent);
+    }
+
+    void pullSummary(node* parent, element const& tag)
+    {
+        if (parent->role != foldedContainer)
+            return pull(parent, tag);
+        parent->parent->children.front().child->label = ownText(tag);
+    }
+
+    void pullSplitter(node* parent, element const& tag)
+    {
+        node* splitter = appendBlock(parent, 5);
+        splitter->role = splitContainer;
+        splitter->isStacked = tag.has("vertical");
+        splitter->expandChildren = true;
+        splitter->alignY = 0;
+        readSizes(splitter, tag);
+        keepSizes(splitter);
+        readName(splitter, tag);
+        if (splitter->fixed.unitX == unbound)
+            std::tie(splitter->fixed.unitX, splitter->fixed.x) = std::pair(percent, 100);
+        if (splitter->fixed.unitY == unbound)
+            std::tie(splitter->fixed.unitY, splitter->fixed.y) = std::pair(percent, 100);
+        pull(splitter, tag);
+        breakLine(parent);
+    }
+
+    node* appendPart(node* splitter, int type, leaf kind)
+    {
+        if (splitter->isStacked)
+            breakLine(splitter);
+        node* part = append(splitter, type, kind);
+        if (!splitter->isStacked || kind == noLeaf)
+            std::tie(part->fixed.unitY, part->fixed.y) = std::pair(percent, 100);
+        return part;
+    }
+
+    void appendDivider(node* splitter)
+    {
+        constexpr int kThickness = 7;
+        node* divider = appendPart(splitter, 5, dividerLeaf);
+        bool down = splitter->isStacked;
+        (down ? divider->fixed.unitY : divider->fixed.unitX) = pixels;
+        (down ? divider->fixed.y : divider->fixed.x) = kThickness;
+        (down ? divider->fixed.minY : divider->fixed.minX) = kThickness;
+    }
+
+    void pullPane(node* parent, element const& tag)
+    {
+        node* splitter = containerOf(parent, splitContainer);
+        if (!splitter)
+            return pull(parent, tag);
+        if (!splitter->children.empty())
+            appendDivider(splitter);
+        node* pane = appendPart(splitter, 0, noLeaf);
+        splitter->columnList.emplace_back(unbound, 0);
+        auto& [which, size] = splitter->columnList.back();
+        readLength(tag.get(splitter->isStacked ? "height" : "width"), &which, &size);
+        pane->fixed.minX = pixelCount(tag.get("minwidth"));
+        pane->fixed.minY = pixelCount(tag.get("minheight"));
+        pane->scrollMode = 0;
+        pane->alignY = 0;
+        readAlignment(pane, tag);
+        int outer = pane->scrollMode;
+        readBorder(pane, tag);
+        if (!tag.has("scrolling"))
+            pane->scrollMode = outer;
+        readName(pane, tag);
+        pull(pane, tag);
+        loadInto(pane, tag);
+    }
+
     void pull(node* parent, element const& section)
     {
         bool outer = m_lastWasBlock;
@@ -594,6 +748,8 @@ private:
             breakLine(parent);
         } else if (name == "a") {
             pullLink(parent, tag);
+        } else if (name == "summary") {
+            pullSummary(parent, tag);
         } else if (isWord(name, {"html", "body", "doctype", "messages", "dl"})) {
             pull(parent, tag);
         } else if (!isWord(name, {"noframe", "head", "title", "map"})) {
@@ -615,6 +771,16 @@ private:
             pullFrame(parent, tag);
         else if (tag.name == "object")
             pullObject(parent, tag);
+        else if (tag.name == "tabs")
+            pullTabs(parent, tag);
+        else if (tag.name == "tab")
+            pullTab(parent, tag);
+        else if (tag.name == "splitter")
+            pullSplitter(parent, tag);
+        else if (tag.name == "pane")
+            pullPane(parent, tag);
+        else if (tag.name == "details")
+            pullDetails(parent, tag);
         else
             pull(parent, tag);
     }

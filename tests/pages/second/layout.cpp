@@ -112,8 +112,37 @@ void requestWidth(node& node)
     node.dynamic.x = share ? share : preferred;
 }
 
+std::vector<node*> sheetsOf(node const& tabs)
+{
+    std::vector<node*> sheets;
+    for (entry const& each : tabs.children)
+        if (each.child && each.child->role == sheetContainer)
+            sheets.push_back(each.child.get());
+    return sheets;
+}
+
+int barHeight(node const& tabs) { return leafHeight(*tabs.children.front().child, 0); }
+
+/// What is not shown has its width, so that there is room for it, and no height; what is folded has neither.
+void computeAway(node& sheet)
+{
+    sheet.shownMinY = sheet.dynamic.minY;
+    if (!sheet.isAway)
+        return;
+    if (sheet.role == foldedContainer) {
+        sheet.dynamic = {};
+        sheet.dynamic.unitX = pixels;
+        sheet.expandWidth = false;
+    }
+    sheet.dynamic.unitY = pixels;
+    sheet.dynamic.y = sheet.dynamic.minY = 0;
+    sheet.expandHeight = false;
+}
+
 void computeDynamic(node& node)
 {
+    if (node.role == foldedContainer && node.isAway)
+        return computeAway(node);
     node.dynamic = node.fixed;
     if (node.kind == menuLeaf) { // no room where its tag stands
         node.dynamic = {};
@@ -149,6 +178,67 @@ void computeDynamic(node& node)
     requestWidth(node);
     if (node.fixed.unitY == unbound && node.parent && node.parent->fixed.unitY != unbound)
         node.expandHeight = node.parent->expandChildren;
+    if (node.kind == barLeaf)
+        node.dynamic.minX = std::max(node.dynamic.minX, leastBarWidth(node));
+    if (node.role == sheetContainer || node.role == foldedContainer)
+        computeAway(node);
+    for (second::node* sheet : sheetsOf(node))
+        node.dynamic.minY = std::max(node.dynamic.minY, sheet->shownMinY + barHeight(node) + node.frame());
+}
+
+// --- panes -----------------------------------------------------------------------------------------------------------
+
+std::vector<node*> panesOf(node const& splitter)
+{
+    std::vector<node*> panes;
+    for (entry const& each : splitter.children)
+        if (each.child && each.child->type == 0)
+            panes.push_back(each.child.get());
+    return panes;
+}
+
+/// The sizes of panes in so much room: what they ask for; those that ask for nothing share the rest, or give it up.
+std::vector<int> paneSizes(node const& splitter, int inner)
+{
+    constexpr int kLeast = 16;
+    constexpr int kDivider = 7;
+    auto panes = panesOf(splitter);
+    int room = inner - (std::max<int>(1, static_cast<int>(panes.size())) - 1) * kDivider;
+    int const whole = std::max(room, 0);
+    std::vector<int> sizes, least;
+    std::vector<std::size_t> open, closed;
+    for (std::size_t i = 0; i < panes.size(); ++i) {
+        auto [which, size] = splitter.columnList[i];
+        least.push_back(std::max(kLeast, splitter.isStacked ? panes[i]->dynamic.minY : panes[i]->dynamic.minX));
+        sizes.push_back(std::max(least[i], which == percent ? whole * size / 100 : size));
+        (which == unbound ? open : closed).push_back(i);
+        room -= sizes[i];
+    }
+    for (std::size_t i = 0; i < open.size() && room > 0; ++i) {
+        int share = room / static_cast<int>(open.size() - i);
+        sizes[open[i]] += share;
+        room -= share;
+    }
+    if (room > 0 && !sizes.empty())
+        sizes.back() += room;
+    for (auto const& list : {open, closed})
+        for (auto at = list.rbegin(); at != list.rend() && room < 0; ++at) {
+            int taken = std::min(-room, sizes[*at] - least[*at]);
+            sizes[*at] -= taken;
+            room += taken;
+        }
+    return sizes;
+}
+
+void askForPanes(node& splitter, int inner)
+{
+    std::vector<int> sizes = paneSizes(splitter, inner);
+    for (std::size_t i = 0; i < sizes.size(); ++i) {
+        node& pane = *panesOf(splitter)[i];
+        pane.expandWidth = false;
+        pane.dynamic.unitX = pixels;
+        pane.dynamic.x = sizes[i];
+    }
 }
 
 // --- top-down: widths ------------------------------------------------------------------------------------------------
@@ -215,6 +305,8 @@ void updateWidths(node& node)
 {
     int room = node.cx - node.frame() - (node.barY ? barWidth() : 0);
     int widest = 0;
+    if (node.role == splitContainer && !node.isStacked)
+        askForPanes(node, room);
     for (layer const& row : layersOf(node)) {
         if (row.cells.empty())
             continue;
@@ -224,7 +316,8 @@ void updateWidths(node& node)
             shareSpare(row, rowRoom - used);
         widest = std::max(widest, used + dividers(node, row));
         for (second::node* cell : row.cells)
-            updateWidths(*cell);
+            if (!cell->isAway)
+                updateWidths(*cell);
     }
     decideBar(node, &node.barX, &node.rangeX, widest, room);
 }
@@ -232,10 +325,41 @@ void updateWidths(node& node)
 // --- top-down: heights -----------------------------------------------------------------------------------------------
 
 /// The height of a node as wide as it is now.
+int estimate(node const& node);
+
+void forgetWidths(node& of)
+{
+    for (entry const& each : of.children)
+        if (each.child) {
+            each.child->cx = 0;
+            forgetWidths(*each.child);
+        }
+}
+
+/// The height of a sheet that is not shown, as if it was.
+int awayHeight(node& sheet)
+{
+    updateWidths(sheet);
+    int height = estimate(sheet);
+    forgetWidths(sheet);
+    return height;
+}
+
+/// As high as the tab that is highest.
+int tabsHeight(node const& tabs)
+{
+    int highest = 0;
+    for (second::node* sheet : sheetsOf(tabs))
+        highest = std::max({highest, sheet->isAway ? awayHeight(*sheet) : estimate(*sheet), sheet->shownMinY});
+    return highest + barHeight(tabs) + tabs.frame();
+}
+
 int estimate(node const& node)
 {
     if (node.kind != noLeaf)
         return leafHeight(node, node.cx);
+    if (node.role == tabsContainer)
+        return tabsHeight(node);
     std::vector<int> heights;
     for (layer const& row : layersOf(node)) {
         int height = 0;
@@ -300,6 +424,19 @@ std::vector<int> rowHeights(node const& node)
     return heights;
 }
 
+/// The tab that is shown has what the bar leaves, and panes what they share.
+void placeParts(node& node, int room)
+{
+    for (second::node* sheet : sheetsOf(node))
+        if (!sheet->isAway)
+            sheet->cy = std::max({0, std::max(room, 0) - barHeight(node), sheet->dynamic.minY});
+    if (node.role != splitContainer || !node.isStacked)
+        return;
+    std::vector<int> sizes = paneSizes(node, room);
+    for (std::size_t i = 0; i < sizes.size(); ++i)
+        panesOf(node)[i]->cy = std::max(sizes[i], panesOf(node)[i]->dynamic.minY);
+}
+
 void updateHeights(node& node)
 {
     int room = innerHeight(node);
@@ -308,8 +445,9 @@ void updateHeights(node& node)
             each.child->cy = std::max(heightOf(*each.child, room), each.child->dynamic.minY);
     if (node.type == 6)
         shareFrameRows(node, room);
+    placeParts(node, room);
     for (entry const& each : node.children)
-        if (each.child)
+        if (each.child && !each.child->isAway)
             updateHeights(*each.child);
     int content = 0;
     bool gap = false;
@@ -374,7 +512,7 @@ void updateSpringy(node& node)
     if (node.expandChildren)
         shareHeight(node);
     for (entry const& each : node.children)
-        if (each.child)
+        if (each.child && !each.child->isAway)
             updateSpringy(*each.child);
 }
 
@@ -438,7 +576,8 @@ void place(node& node)
             cell->width = cell->cx;
             cell->height = cell->cy;
             x += cell->cx + node.divide;
-            place(*cell);
+            if (!cell->isAway)
+                place(*cell);
         }
     }
 }

@@ -7,6 +7,7 @@
 #include <QMenuBar>
 #include <QScrollBar>
 #include <QStringList>
+#include <QTabBar>
 #include <algorithm>
 #include <climits>
 
@@ -18,6 +19,7 @@ constexpr int kMargin = 4; ///< on both sides of a text
 constexpr int kIndent = 40;
 constexpr int kLeastHeight = 8;
 constexpr int kMark = 13;
+constexpr int kDivider = 7;
 constexpr int kFirstPoints = 10; ///< of the window, unless it uses the system font
 
 /// The largest pixel size from 5 up whose lines are no higher than the row of the table says.
@@ -237,7 +239,23 @@ QSize pictureSize(node const& leaf)
     return size;
 }
 
+/// The bar as the toolkit has it; it is asked for its widest or its smallest size.
+QSize barSize(node const& leaf, bool least)
+{
+    QTabBar bar;
+    bar.setFont(fontOf(leaf).face);
+    bar.setDrawBase(false);
+    bar.setExpanding(false);
+    bar.setUsesScrollButtons(true);
+    for (QString const& label : leaf.labels)
+        bar.addTab(label);
+    bar.setIconSize(QSize(16, 16));
+    return least ? bar.minimumSizeHint() : bar.sizeHint();
+}
+
 } // namespace
+
+int leastBarWidth(node const& bar) { return std::min(barSize(bar, true).width(), barSize(bar, false).width()); }
 
 font fontOf(node const& node)
 {
@@ -272,6 +290,12 @@ int leafWidth(node const& leaf)
             width += metrics.horizontalAdvance(column) + 12;
         return width;
     }
+    case barLeaf:
+        return barSize(leaf, false).width();
+    case dividerLeaf:
+        return kDivider;
+    case summaryLeaf:
+        return metrics.horizontalAdvance(leaf.label) + 30;
     case pictureLeaf:
         return pictureSize(leaf).width() + leaf.frame();
     default:
@@ -295,6 +319,12 @@ int leafHeight(node const& leaf, int width)
         return spacing * leaf.rows + 6;
     case flexLeaf:
         return spacing * leaf.rows + 6 + (leaf.hasHeader ? spacing + 8 : 0);
+    case barLeaf:
+        return barSize(leaf, false).height();
+    case dividerLeaf:
+        return kDivider;
+    case summaryLeaf:
+        return spacing + 6;
     case pictureLeaf:
         return pictureSize(leaf).height() + leaf.frame();
     default:

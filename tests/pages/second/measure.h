@@ -17,6 +17,8 @@ struct font
 font fontOf(node const& node);
 /// The unbroken width of a leaf.
 int leafWidth(node const& leaf);
+/// The least width of a bar of tabs.
+int leastBarWidth(node const& bar);
 /// The height of a leaf that is `width` wide.
 int leafHeight(node const& leaf, int width);
 /// The width of a vertical scroll bar, which is the height of a horizontal one.

@@ -33,6 +33,9 @@ enum leaf
     listLeaf, ///< `rows` and `labels`
     flexLeaf, ///< `rows`, `labels` (the longest text of each column) and `hasHeader`
     menuLeaf,
+    barLeaf,     ///< `labels`
+    dividerLeaf, ///< between panes
+    summaryLeaf, ///< `label`
     hiddenLeaf,
     pictureLeaf ///< `columns` and `rows` are its pixels
 };
@@ -44,6 +47,16 @@ struct sizes
 };
 
 struct node;
+
+/// What a node does with its children besides laying them out.
+enum container
+{
+    noContainer,
+    tabsContainer,
+    sheetContainer,  ///< of tabs
+    foldedContainer, ///< of details
+    splitContainer
+};
 
 /// A node, or a marker.
 struct entry
@@ -81,6 +94,11 @@ struct node
     /// Of a frameset: its lists and the frames placed so far.
     std::vector<std::pair<unit, int>> columnList, rowList;
     unsigned frames = 0;
+
+    container role = noContainer;
+    bool isAway = false;    ///< of a sheet
+    int shownMinY = 0;      ///< of a sheet: its least height when it is shown
+    bool isStacked = false; ///< of a splitter; `columnList` is what its panes ask for
 
     int frame() const { return 2 * (border + space); }
 };
