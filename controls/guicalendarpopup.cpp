@@ -1,6 +1,8 @@
 // controls/guicalendarpopup.cpp: see guicalendarpopup.h.
 #include "controls/guicalendarpopup.h"
 
+#include "controls/guieventscope.h"
+
 #include <QCalendarWidget>
 #include <QKeyEvent>
 #include <QScreen>
@@ -9,18 +11,27 @@
 
 guiCalendarPopup::guiCalendarPopup(QWidget* field) : QFrame(field, Qt::Popup), m_calendar(new QCalendarWidget(this))
 {
-    setAttribute(Qt::WA_DeleteOnClose);
     setFrameShape(QFrame::StyledPanel);
     auto* const around = new QVBoxLayout(this);
     around->setContentsMargins(1, 1, 1, 1);
     around->addWidget(m_calendar);
     m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    auto const take = [this](QDate day) {
-        close();
-        emit chosen(day);
-    };
-    connect(m_calendar, &QCalendarWidget::clicked, this, take);
-    connect(m_calendar, &QCalendarWidget::activated, this, take);
+    connect(m_calendar, &QCalendarWidget::clicked, this, &guiCalendarPopup::take);
+    connect(m_calendar, &QCalendarWidget::activated, this, &guiCalendarPopup::take);
+}
+
+/// The calendar is in the middle of the event that chose the day, and whoever hears of it may wait for a handler.
+void guiCalendarPopup::take(QDate day)
+{
+    guiEventScope scope;
+    close();
+    emit chosen(day);
+}
+
+void guiCalendarPopup::closeEvent(QCloseEvent* event)
+{
+    QFrame::closeEvent(event);
+    guiEventScope::deleteAfterwards(this);
 }
 
 void guiCalendarPopup::allow(QDate least, QDate most)

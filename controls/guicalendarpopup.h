@@ -26,7 +26,10 @@ signals:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
+    void take(QDate day);
+
     QCalendarWidget* m_calendar; // a child
 };

@@ -1,5 +1,6 @@
 // tests/controls/values_test.cpp: numbers, sliders, days, times, colours and bars: the values that they have and show,
 // and what counts as wrong.
+#include "controls/guicalendarpopup.h"
 #include "controls/guihtmlcontrolgauge.h"
 #include "controls/guihtmlcontrolnumber.h"
 #include "controls/guinumbertext.h"
@@ -10,9 +11,11 @@
 #include "controls/guiwidgetslider.h"
 #include "tests/controls/shownpage.h"
 
+#include <QCalendarWidget>
 #include <QDate>
 #include <QLineEdit>
 #include <QLocale>
+#include <QPointer>
 
 namespace {
 
@@ -174,6 +177,23 @@ TEST(Moments, ShowWhatTheUserReadsAndSayWhatIsWrong)
     }
     page.widget<guiWidgetMoment>("t")->setText("12:01");
     EXPECT_EQ(mistakeOf(page, "t"), "This must not be after 12:00.");
+}
+
+TEST(Moments, TheCalendarLivesUntilItsClickIsOver)
+{
+    QLineEdit field;
+    QPointer<guiCalendarPopup> popup = new guiCalendarPopup(&field);
+    popup->showBelow(&field);
+    auto const deleteWhatWaits = [] { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); };
+    bool isThere = false;
+    QObject::connect(popup, &guiCalendarPopup::chosen, &field, [&] {
+        deleteWhatWaits(); // as a handler does that is waited for
+        isThere = !popup.isNull();
+    });
+    emit popup->findChild<QCalendarWidget*>()->clicked(QDate(2026, 3, 12));
+    EXPECT_TRUE(isThere);
+    deleteWhatWaits();
+    EXPECT_TRUE(popup.isNull());
 }
 
 TEST(Colours, AreNamesOrFiguresAndAlwaysThere)

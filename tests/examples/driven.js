@@ -25,7 +25,7 @@ class Driven {
     #answers = new Map();
     #asked = 0;
 
-    constructor(file, args = [], { cwd, env } = {}) {
+    constructor(file, args = [], { cwd, env, limitMs = 40000 } = {}) {
         this.stdout = this.stderr = '';
         this.#child = spawn(process.execPath, ['--require', path.join(__dirname, 'drive.js'), file, ...args], {
             cwd, env: { ...process.env, ...env }, stdio: ['pipe', 'pipe', 'pipe', 'pipe'],
@@ -34,7 +34,7 @@ class Driven {
         this.#child.stdout.on('data', (data) => { this.stdout += data; });
         this.#child.stderr.on('data', (data) => { this.stderr += data; });
         this.#takeAnswers();
-        const limit = setTimeout(() => this.#child.kill('SIGKILL'), 40000);
+        const limit = setTimeout(() => this.#child.kill('SIGKILL'), limitMs);
         this.ended = new Promise((resolve) => this.#child.on('close', (code, signal) => {
             clearTimeout(limit);
             resolve([code, signal]);
