@@ -2,7 +2,6 @@
 #include "bench/plainlists.h"
 
 #include <QAbstractTableModel>
-#include <QCoreApplication>
 #include <QHeaderView>
 #include <QTreeView>
 #include <QTreeWidget>
@@ -12,12 +11,10 @@
 
 namespace {
 
-void show(QTreeView& view)
+void prepare(QTreeView& view)
 {
     view.resize(kListWidth, kListHeight);
     view.setRootIsDecorated(false);
-    view.show();
-    QCoreApplication::processEvents();
 }
 
 /// Compared by the number in the second column.
@@ -42,8 +39,9 @@ public:
     ItemList()
     {
         m_view.setColumnCount(kListColumns);
-        show(m_view);
+        prepare(m_view);
     }
+    void show() override { m_view.show(); }
     void fill(int rows) override
     {
         QList<QTreeWidgetItem*> items;
@@ -118,8 +116,9 @@ public:
     {
         m_view.setUniformRowHeights(true);
         m_view.setModel(&m_model);
-        show(m_view);
+        prepare(m_view);
     }
+    void show() override { m_view.show(); }
     void fill(int rows) override { m_model.fill(rows); }
     void add(int row) override { m_model.add(row); }
     void selectLast(int rows) override { m_view.setCurrentIndex(m_model.index(rows - 1, 0)); }

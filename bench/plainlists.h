@@ -26,11 +26,12 @@ inline QString cellText(int row, int column)
 
 inline QString heading(int column) { return QString("Column %1").arg(column + 1); }
 
-/// A list in a window of its own, on the screen.
+/// A list in a window of its own, which is not on the screen yet.
 class MeasuredList
 {
 public:
     virtual ~MeasuredList() = default;
+    virtual void show() = 0;
     virtual void fill(int rows) = 0;
     virtual void add(int row) = 0;
     /// Selects the last of so many rows, and brings it into view.

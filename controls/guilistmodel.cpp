@@ -257,11 +257,12 @@ QVariant guiListModel::iconOf(guiRowNumber row) const
     return icon.isNull() ? QVariant() : QVariant(icon);
 }
 
-/// For column 0, counted from 1, that of the row.
-guiTextLook guiListModel::lookOf(guiRowNumber row, unsigned column) const
+QStringView guiListModel::looksOf(guiRowNumber row) const { return m_source ? m_source->look(row) : m_rows->look(row); }
+
+QColor guiListModel::groundOf(guiRowNumber row) const
 {
-    QStringView const look = m_source ? m_source->look(row) : m_rows->look(row);
-    return look.isEmpty() ? guiTextLook() : guiLookIn(look, column);
+    QStringView const looks = looksOf(row);
+    return looks.isEmpty() ? QColor() : colorIn(guiLookIn(looks, 0).ground);
 }
 
 /// Invalid for "", and for what is no colour, which is told once.
@@ -284,7 +285,10 @@ QColor guiListModel::colorIn(QString const& text) const
 QVariant guiListModel::lookData(QModelIndex const& index, int role) const
 {
     guiRowNumber const row = rowOf(index);
-    guiTextLook const look = lookOf(row, static_cast<unsigned>(index.column()) + 1);
+    QStringView const looks = looksOf(row);
+    if (looks.isEmpty())
+        return {};
+    guiTextLook const look = guiLookIn(looks, static_cast<unsigned>(index.column()) + 1);
     if (role == Qt::FontRole) {
         QFont bold;
         bold.setBold(look.isBold.value_or(false));

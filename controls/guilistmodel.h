@@ -71,7 +71,7 @@ public:
     void setEditable(int column, bool on);
     bool isEditable(int column) const;
     /// The colour that a row says its ground has; invalid for the usual one.
-    QColor groundOf(guiRowNumber row) const { return colorIn(lookOf(row, 0).ground); }
+    QColor groundOf(guiRowNumber row) const;
 
     QModelIndex index(int row, int column, QModelIndex const& parent = {}) const override;
     QModelIndex parent(QModelIndex const& index) const override;
@@ -94,7 +94,7 @@ private:
     void moveToTop(guiRowNumber above);
     QVariant alignmentOf(int column) const;
     QVariant iconOf(guiRowNumber row) const;
-    guiTextLook lookOf(guiRowNumber row, unsigned column) const;
+    QStringView looksOf(guiRowNumber row) const;
     QColor colorIn(QString const& text) const;
     QVariant lookData(QModelIndex const& index, int role) const;
     bool isUsable(guiRowNumber row) const { return m_source ? m_source->isEnabled(row) : m_rows->isUsable(row); }

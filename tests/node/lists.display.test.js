@@ -15,7 +15,7 @@ onactivate="event://onOpen" oncontext="event://onMenu" onheader="event://onHeade
 <column text="Name" width="150" sort="text" editable><column text="Size" width="100" align="right" sort="number">
 <column text="Kind" width="120"></object></td></tr>
 <tr><td><object classid="treeview" name="tree" width="500" height="140" onselect="event://onSelect" onactivate="event://onOpen"
-onexpand="event://onExpand"></object></td></tr></table></body></html>`;
+onexpand="event://onExpand" editable onrename="event://onName"></object></td></tr></table></body></html>`;
 
 const source = `
 let window, list, tree, refuses = false;
@@ -216,6 +216,19 @@ test('F2 lets a text be changed; Return ends it, Escape leaves the old one', asy
     assert.equal(await program.ask('list.rows()[0].texts[0]'), 'plum');
     assert.equal(await program.ask("seen.filter(([name]) => name === 'name').length"), 1);
     await program.becomes("seen.filter(([name]) => name === 'open').length", 0);
+});
+
+test('a slow second click on a selected row lets its text be changed', async () => {
+    await click(inTree(2));
+    await program.becomes('tree.selection', ['last']);
+    await xdotool('sleep', 1); // else it is a double click
+    await click(inTree(2));
+    await xdotool('sleep', 1); // in which a double click may still come
+    await keys('ctrl+a');
+    await type('end');
+    await press('Return');
+    await program.becomes("seen.filter(([name]) => name === 'name')", [['name', 'last', 1, null, null, 'end']]);
+    await program.becomes('tree.rows()[2].texts[0]', 'end');
 });
 
 test('a handler that returns false keeps the old text', async () => {

@@ -184,6 +184,11 @@ menu.setItemIcon('save', 'disk.png');
 same<ReturnType<typeof flex.setRows>, null>(true);
 flex.setRows([{ value: 'a', texts: ['b', 1, null], type: 'checkbox', checked: true }, {}] as const);
 flex.setRows(flex.rows());
+flex.setRows([{ texts: ['a', { text: 'late', color: 'red', bold: true }], bgcolor: '#FFC' }]);
+const late: string | undefined = flex.rows().flatMap(({ texts }) => texts).map((each) => (typeof each === 'string' ? each : each.text))[0];
+// @ts-expect-error: no colour
+flex.setRows([{ color: 5 }]);
+flex.columns = [{ text: 'Size', order: 1, editable: true }];
 const selected: string[] = flex.selection;
 flex.selection = ['a'];
 flex.checked = selected;
