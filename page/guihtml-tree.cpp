@@ -168,13 +168,13 @@ void findWidgets(guiHtml* node, std::vector<guiTabStop>& stops)
     auto const first = static_cast<std::ptrdiff_t>(stops.size());
     QWidget* const widget = node->getChildWidget();
     if (widget || node->awaitsWidget())
-        stops.push_back({node, widget});
+        stops.push_back({node, widget, node->getTabIndex()});
     for (guiHtml* child : guiNodesOf(node))
         if (child->m.visible)
             findWidgets(child, stops);
     QScrollBar* const bar = node->isScrolled() ? paneBar(node) : nullptr;
     if (bar && std::none_of(stops.begin() + first, stops.end(), takesKeyboard))
-        stops.push_back({node, bar});
+        stops.push_back({node, bar, node->getTabIndex()});
 }
 
 } // namespace
@@ -183,9 +183,9 @@ std::vector<guiTabStop> guiTabStopsOf(guiHtml* page)
 {
     std::vector<guiTabStop> stops;
     findWidgets(page, stops);
-    std::stable_sort(stops.begin(), stops.end(), [](guiTabStop const& a, guiTabStop const& b) {
-        return a.node->getTabIndex() < b.node->getTabIndex();
-    });
+    auto const isBefore = [](guiTabStop const& a, guiTabStop const& b) { return a.tabIndex < b.tabIndex; };
+    if (!std::is_sorted(stops.begin(), stops.end(), isBefore)) // it is, on most pages
+        std::stable_sort(stops.begin(), stops.end(), isBefore);
     return stops;
 }
 

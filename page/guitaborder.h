@@ -10,6 +10,7 @@ struct guiTabStop
 {
     guiHtml* node;
     QWidget* widget; ///< the node's, or the scroll bar of a pane; not owned. Null: the node awaits it.
+    int tabIndex;
 };
 
 /// All nodes that have a widget or await one and are not put away, and panes that scroll and have nothing in them that

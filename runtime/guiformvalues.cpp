@@ -56,6 +56,7 @@ guiFormValues::controlList const& guiFormValues::controls()
     unsigned long now = guiHtml::generation();
     if (m_generation != now) {
         m_controls.clear();
+        m_byName.clear();
         collect(&m_root, m_controls);
         m_generation = now;
     }
@@ -103,13 +104,15 @@ void guiFormValues::dropPromise()
         stopTracking();
 }
 
-guiFormValues::controlList guiFormValues::controlsOf(sstring const& name)
+guiFormValues::controlList const& guiFormValues::controlsOf(sstring const& name)
 {
-    controlList found;
-    for (guiHtml* node : controls())
-        if (node->getName() == name)
-            found.push_back(node);
-    return found;
+    static auto const& none = *new controlList;
+    controlList const& all = controls();
+    if (m_byName.empty())
+        for (guiHtml* node : all)
+            m_byName[keyOf(node->getName())].push_back(node);
+    auto const found = m_byName.find(keyOf(name));
+    return found == m_byName.end() ? none : found->second;
 }
 
 /// Whether script has put a value into the form that no control has read yet.

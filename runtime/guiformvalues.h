@@ -59,7 +59,7 @@ private:
     bool isTracking() const TARN_ON(velaGuiRole) { return m_depth > 0 || m_promises > 0; }
     void stopTracking() TARN_ON(velaGuiRole);
     bool isPending(sstring const& name) TARN_ON(velaGuiRole);
-    controlList controlsOf(sstring const& name) TARN_ON(velaGuiRole);
+    controlList const& controlsOf(sstring const& name) TARN_ON(velaGuiRole);
     controlList const& controls() TARN_ON(velaGuiRole);
     void writeAll() TARN_ON(velaGuiRole);
     void readChanges() TARN_ON(velaGuiRole);
@@ -71,6 +71,8 @@ private:
     guiHtmlBase& m_root;
     controlList m_controls TARN_GUARDED_BY(velaGuiRole);       // named controls in the page's order, as of m_generation
     unsigned long m_generation TARN_GUARDED_BY(velaGuiRole){}; // see guiHtml::generation()
+    // The same by name, made when the first of them is asked for by name; empty: not made yet.
+    std::unordered_map<nameKey, controlList> m_byName TARN_GUARDED_BY(velaGuiRole);
     // What the form held when a handler was called; null: it had no such property.
     std::unordered_map<nameKey, guiOwnedValue> m_written TARN_GUARDED_BY(velaGuiRole);
     // How many controls of a name have yet to take what a handler assigned to it.

@@ -7,7 +7,6 @@
 #include "controls/guihtmlcontrolnumber.h"
 #include "controls/guilatewidgets.h"
 #include "controls/guimistakemark.h"
-#include "controls/guitabstops.h"
 #include "controls/guiwidgetcheckbox.h"
 #include "controls/guiwidgetcombobox.h"
 #include "controls/guiwidgetlineedit.h"

@@ -14,7 +14,7 @@ const rows = 1800;
 const height = 30;
 const fields = 8;
 const cell = (content) => `<td height="${height}">${content}</td>`;
-const fieldsOf = (row) => Array.from({ length: fields }, (_, i) => cell(`<input name="t${row}x${i}" value="${row}" width="40" height="20">`)).join('');
+const fieldsOf = (row) => Array.from({ length: fields }, (_, i) => cell(`<input type="text" name="t${row}x${i}" value="${row}" width="40" height="20">`)).join('');
 const rowOf = (row) => `<tr>${cell(`<input type="checkbox" name="c${row}" value="yes" width="20" height="20">`)}${fieldsOf(row)}
     ${cell(`<select name="s${row}" width="60" height="20"><option value="a">A<option value="b" selected>B</select>`)}</tr>`;
 const page = `<html><head><title>Large</title></head><body width="600" height="400" valign="top" bgcolor="#F0F0F0">
