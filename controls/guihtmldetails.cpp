@@ -169,12 +169,9 @@ void appendIndent(guiHtmlParser& parser, guiHtml* details)
 
 guiHtmlDetailsSheet* appendSheet(guiHtmlParser& parser, guiHtml* details, mlSection* section)
 {
-    constexpr int kSpace = 8;
     auto* const sheet = parser.appendGuiHtml(details, std::make_unique<guiHtmlDetailsSheet>());
     guiHtmlParser::pullBackground(sheet, section);
-    guiHtmlParser::pullBorder(sheet, section);
-    if (sheet->m.divide == 0)
-        sheet->m.space = sheet->m.divide = kSpace;
+    pullRoomyBorder(sheet, section);
     sheet->m.alignY = kAlignTop;
     sheet->putAway(!guiHtmlParser::hasAttr(section, "open"));
     return sheet;

@@ -82,7 +82,9 @@ guiLength pullLength(mlSection* section, char const* name)
 
 void pullSizes(guiHtml* pane, guiHtmlSplitter* splitter, mlSection* section)
 {
-    guiLength const asked = pullLength(section, splitter->isVertical() ? "height" : "width");
+    guiLength const width = pullLength(section, "width");
+    guiLength const height = pullLength(section, "height");
+    guiLength const asked = splitter->isVertical() ? height : width;
     splitter->addPane(asked.unit, asked.value);
     pane->m.fixed.cxMin = guiToPixels(guiHtmlParser::pullAttr(section, "minwidth"));
     pane->m.fixed.cyMin = guiToPixels(guiHtmlParser::pullAttr(section, "minheight"));

@@ -41,15 +41,6 @@ guiHtmlTabs* tabsAround(guiHtml* parent)
     return dynamic_cast<guiHtmlTabs*>(outer);
 }
 
-void pullSpace(guiHtml* sheet, mlSection* section)
-{
-    constexpr int kSpace = 8;
-    guiHtmlParser::pullBorder(sheet, section);
-    sheet->m.border = guiHtmlTabSheet::kFrame;
-    if (sheet->m.divide == 0)
-        sheet->m.space = sheet->m.divide = kSpace;
-}
-
 void pullSheet(guiHtmlParser& parser, guiHtmlTabSheet* sheet, mlSection* section)
 {
     sheet->init(guiHtmlParser::pullData(section, "title"), guiHtmlParser::pullAttr(section, "icon"));
@@ -57,7 +48,8 @@ void pullSheet(guiHtmlParser& parser, guiHtmlTabSheet* sheet, mlSection* section
     guiHtmlParser::pullString(sheet, section, "src", kStringSource);
     guiHtmlParser::pullObjectAlignment(sheet, section);
     guiHtmlParser::pullBackground(sheet, section);
-    pullSpace(sheet, section);
+    pullRoomyBorder(sheet, section);
+    sheet->m.border = guiHtmlTabSheet::kFrame;
     parser.keepPlace(sheet, section);
     parser.pullContent(sheet, section);
     if (guiHtmlParser::hasAttr(section, "disabled"))
