@@ -164,7 +164,7 @@ void guiHtmlControlFlex::setRows(std::shared_ptr<guiPackedRows const> const& pac
         if (rows.assign(packed, usual, kMaxNesting))
             warnOfDepth();
     });
-    if (m_sortColumn)
+    if (m_sortColumn && m_list.sortAction.getLength() == 0)
         guiSortRows(m_rows, static_cast<unsigned>(m_sortColumn) - 1, sortKindOf(m_sortColumn), m_isDescending);
     restoreStates(kept, !m_rows.selected.empty());
     if (m_listView) {

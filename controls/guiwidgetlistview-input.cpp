@@ -118,7 +118,7 @@ QModelIndex guiWidgetListView::moveCursor(CursorAction action, Qt::KeyboardModif
     if (count == 0)
         return {};
     int const place = placeOf(currentIndex());
-    if (place < 0)
+    if (place < 0 && action != MoveEnd)
         return indexAtPlace(nextUsable(0, 1));
     auto const inColumn = [this, column = currentIndex().column()](int at) { return indexAtPlace(at, column); };
     switch (action) {

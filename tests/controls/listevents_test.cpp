@@ -159,6 +159,15 @@ TEST(ListColumns, LeaveSortingToThePageIfThatAsksForIt)
     EXPECT_EQ(view->rows().value(view->rows().under(kNoRow).front()).toString(), "b");
 }
 
+TEST(ListKeys, EndGoesToTheLastRowAlsoFromNone)
+{
+    SortedPage page;
+    page.view()->setCurrentIndex({});
+    QKeyEvent end(QEvent::KeyPress, Qt::Key_End, Qt::NoModifier);
+    QCoreApplication::sendEvent(page.view(), &end);
+    EXPECT_EQ(page.flex().isItemSelected("c"), 1);
+}
+
 TEST(ListEvents, TellOfARowThatIsDoubleClickedOrEntered)
 {
     ToldPage page;

@@ -94,13 +94,18 @@ class Driven {
     }
 
     /**
-     * Gives the keyboard to a control, once no handler runs any more: keys are ignored during one. When it has returned, the second
-     * of two calls into the windows' thread comes after that thread has left it behind.
+     * Waits until no handler runs any more: keys are ignored during one. When it has returned, the second of two calls into the
+     * windows' thread comes after that thread has left it behind.
      */
-    async focus(control) {
+    async rest() {
         await this.becomes('isIdle()', true);
         await this.ask('new tarn.GuiWindow().isOpen()');
         await this.ask('new tarn.GuiWindow().isOpen()');
+    }
+
+    /** Gives the keyboard to a control, once no handler runs any more. */
+    async focus(control) {
+        await this.rest();
         await this.ask(`tarn.session.currentWindow.setFocus('${control}')`);
     }
 
