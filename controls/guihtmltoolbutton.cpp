@@ -7,6 +7,7 @@
 #include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guiatplace.h"
 #include "page/guichildlist.h"
 #include "page/guilinkname.h"
 #include "page/guinearest.h"
