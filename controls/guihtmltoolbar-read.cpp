@@ -16,7 +16,7 @@ void pullButton(guiHtmlParser& parser, guiHtml* bar, mlSection* section)
     button->setAction(guiHtmlParser::pullAttr(section, "onclick"));
     button->init({item, guiHtmlParser::pullAttr(section, "icon"), guiHtmlParser::pullData(section, "title"),
                   text == "-" && item.getLength() == 0});
-    parser.keepPlace(button, section, {"icon"});
+    parser.keepPlace(button, section, {"icon", "item"});
 }
 
 void pullToolBar(guiHtmlParser& parser, guiHtml* parent, mlSection* section)

@@ -84,7 +84,7 @@ mlSection* guiHtmlParser::openPage(guiHtml* node, guiPageRoot* window)
     pullDefaultColors(node, section);
     pullBackground(node, section);
     pullObjectAlignment(node, section);
-    keepPlace(node, section, {"background"});
+    keepPlace(node, section, {"background", "icon"});
     return section;
 }
 

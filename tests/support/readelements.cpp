@@ -73,11 +73,15 @@ attributeNames askedOf(element const& one)
     return names;
 }
 
+/// In an element without attributes, and in one with all of them.
 attributeNames askedInside(element const& around, std::string const& tag)
 {
     attributeNames names;
-    for (std::string const& attributes : attributeSets())
-        names.merge(askedWhileReading(pageWith(around, "", "<" + tag + attributes + ">text</" + tag + ">"))[tag]);
+    std::vector<std::string> const sets = attributeSets();
+    for (std::string const& attributes : sets)
+        for (std::string const& outer : {sets[0], sets[1]})
+            names.merge(
+                askedWhileReading(pageWith(around, outer, "<" + tag + attributes + ">text</" + tag + ">"))[tag]);
     return names;
 }
 
