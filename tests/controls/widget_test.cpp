@@ -615,13 +615,16 @@ TEST_F(Widget, TheWheelGoesOnInThePaneAroundOneThatIsAtItsEnd)
                           Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(widget, &event);
     };
-    turn(-120);
+    for (int i = 0; i < 10 && inner->value() < 10; ++i)
+        turn(-120);
     EXPECT_EQ(inner->value(), 10);
     EXPECT_EQ(outer->value(), 0);
     turn(-120);
-    EXPECT_GT(outer->value(), 0);
+    int const below = outer->value();
+    EXPECT_GT(below, 0);
     turn(120);
-    EXPECT_EQ(inner->value(), 0) << "the inner one turns back first";
+    EXPECT_LT(inner->value(), 10) << "the inner one turns back first";
+    EXPECT_EQ(outer->value(), below);
 }
 
 TEST_F(Widget, ScrollingStaysInRange)

@@ -125,7 +125,7 @@ TEST(LoadWindow, AnErrorInTheHeadIsNamedAndTheTitleIsKept)
     TestRoot window;
     bool hasContent = false;
     testing::internal::CaptureStderr();
-    EXPECT_EQ(loadWindow(window, "<html><head><title>T</title>\n<script>a < = b</script></head><body>x</body></html>",
+    EXPECT_EQ(loadWindow(window, "<html><head><title>T</title>\n<meta>a < = b</meta></head><body>x</body></html>",
                          &hasContent),
               0);
     EXPECT_EQ(testing::internal::GetCapturedStderr(),

@@ -11,14 +11,21 @@ namespace {
 
 using view = std::u16string_view;
 
-constexpr std::array<char const*, 35> kKnownTags = {
-    "h1",       "h2",    "h3",      "dl",   "dt",    "menu", "dd",    "ol",       "ul",       "li",     "p",     "div",
-    "hr",       "table", "tr",      "td",   "form",  "img",  "input", "textarea", "select",   "center", "tbody", "a",
-    "frameset", "frame", "noframe", "head", "title", "html", "body",  "doctype",  "messages", "object", "map"};
+constexpr std::array kKnownTags = {
+    "h1",      "h2",      "h3",     "dl",       "dt",     "menu",    "dd",         "ol",         "ul",     "li",
+    "p",       "div",     "hr",     "table",    "tr",     "td",      "form",       "img",        "input",  "textarea",
+    "select",  "center",  "tbody",  "a",        "frame",  "noframe", "frameset",   "head",       "title",  "html",
+    "body",    "doctype", "object", "messages", "map",    "h4",      "h5",         "h6",         "code",   "kbd",
+    "samp",    "tt",      "small",  "big",      "sub",    "s",       "del",        "ins",        "mark",   "q",
+    "pre",     "th",      "thead",  "tfoot",    "span",   "abbr",    "blockquote", "figcaption", "figure", "main",
+    "section", "article", "nav",    "header",   "footer", "aside",   "time"};
 constexpr std::array<char const*, 10> kFormattingTags = {"sup", "font", "br",   "strong", "em",
                                                          "b",   "u",    "cite", "i",      "var"};
 /// Their content is not the page's own text.
-constexpr std::array<char const*, 7> kSkippedTags = {"select", "textarea", "object", "map", "noframe", "head", "title"};
+constexpr std::array kSkippedTags = {"select", "textarea", "object", "map",      "noframe",  "head",
+                                     "title",  "script",   "style",  "template", "noscript", "svg"};
+/// Nothing in them is markup.
+constexpr std::array kKeptTags = {"script", "style", "textarea"};
 
 /// Entity names of Latin-1 from 161 on.
 constexpr std::array<char const*, 95> kEntities = {
@@ -79,6 +86,8 @@ private:
     bool takeCloser();
     void addText(view text);
     bool isInBody() const;
+    bool isSpaceKept() const { return std::find(m_open.begin(), m_open.end(), "pre") != m_open.end(); }
+    void skipKept(std::string const& tag);
 
     view m_page;
     std::size_t m_at = 0;
@@ -106,7 +115,7 @@ bool scanner::readItem()
             readTag(1);
         else if (startsWith(u"]]>"))
             throw fault();
-        else if (isAtQuote())
+        else if (isAtQuote() && !isSpaceKept())
             readQuoted(true, nullptr);
         else
             readText();
@@ -201,7 +210,8 @@ void scanner::readTag(std::size_t openerLength)
     std::string const key = folded(name);
     if ((key == "br" || key == "p" || key == "li") && !m_open.empty() && m_open.back() == key)
         m_open.pop_back();
-    if (isInBody() && !isOneOf(key, kKnownTags) && !isOneOf(key, kFormattingTags))
+    bool const isKnown = isOneOf(key, kKnownTags) || isOneOf(key, kFormattingTags) || isOneOf(key, kSkippedTags);
+    if (isInBody() && !isKnown)
         m_result.unknownTags.push_back(name);
     while (!takeCloser()) {
         if (!readWord().empty())
@@ -213,8 +223,21 @@ void scanner::readTag(std::size_t openerLength)
             throw fault();
     }
     bool const isEmpty = m_page[m_at - 2] == '/';
-    if (isOrdinary && !isEmpty && key != "br")
-        m_open.push_back(key);
+    if (!isOrdinary || isEmpty || key == "br")
+        return;
+    m_open.push_back(key);
+    if (isOneOf(key, kKeptTags))
+        skipKept(key);
+}
+
+void scanner::skipKept(std::string const& tag)
+{
+    while (!isAtEnd()) {
+        std::u16string const here(m_page.substr(m_at, tag.size() + 2));
+        if (folded(std::string(here.begin(), here.end())) == "</" + tag)
+            return;
+        ++m_at;
+    }
 }
 
 void scanner::readCloseTag()
@@ -290,7 +313,7 @@ void scanner::addText(view text)
             if (units && at + 1 < text.size() && text[at + 1] == ';')
                 ++at;
         }
-        if (!isMarkupSpace(unit))
+        if (!isLeftOut(unit))
             m_result.text += unit;
     }
 }
@@ -298,5 +321,13 @@ void scanner::addText(view text)
 } // namespace
 
 bool isMarkupSpace(char16_t unit) { return unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n'; }
+
+bool isLeftOut(char16_t unit)
+{
+    constexpr char16_t kFixedBlank = 0xA0;
+    constexpr char16_t kOpeningQuote = 0x201C;
+    constexpr char16_t kClosingQuote = 0x201D;
+    return isMarkupSpace(unit) || unit == kFixedBlank || unit == kOpeningQuote || unit == kClosingQuote;
+}
 
 scannedPage scanPage(std::u16string const& page) { return scanner(page).scan(); }

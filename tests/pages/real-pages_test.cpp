@@ -53,7 +53,7 @@ void addText(guiHtml* node)
     sstring const& text = static_cast<guiHtmlText*>(node)->getText();
     auto const* units = reinterpret_cast<char16_t const*>(text.getUnicode());
     std::copy_if(units, units + text.getLength(), std::back_inserter(theSeenPage.text),
-                 [](char16_t unit) { return !isMarkupSpace(unit); });
+                 [](char16_t unit) { return !isLeftOut(unit); });
 }
 
 void checkPlace(guiHtml* node)
