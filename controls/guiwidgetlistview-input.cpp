@@ -120,7 +120,9 @@ QModelIndex guiWidgetListView::moveCursor(CursorAction action, Qt::KeyboardModif
     int const place = placeOf(currentIndex());
     if (place < 0 && action != MoveEnd)
         return indexAtPlace(nextUsable(0, 1));
-    auto const inColumn = [this, column = currentIndex().column()](int at) { return indexAtPlace(at, column); };
+    auto const inColumn = [this, column = std::max(0, currentIndex().column())](int at) {
+        return indexAtPlace(at, column);
+    };
     switch (action) {
     case MoveUp:
     case MovePrevious:

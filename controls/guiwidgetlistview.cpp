@@ -47,7 +47,8 @@ guiWidgetListView::~guiWidgetListView()
 void guiWidgetListView::connectModel()
 {
     connect(m_model, &guiListModel::checkAsked, this, &guiWidgetListView::setChecked);
-    connect(m_model, &guiListModel::textGiven, this, &guiWidgetListView::noteText);
+    // Later: the toolkit goes on with the editor, which ends with the row that a handler replaces.
+    connect(m_model, &guiListModel::textGiven, this, &guiWidgetListView::noteText, Qt::QueuedConnection);
     connect(m_model, &QAbstractItemModel::rowsInserted, this, &guiWidgetListView::noteRows);
     connect(m_model, &QAbstractItemModel::rowsRemoved, this, &guiWidgetListView::noteRows);
     connect(m_model, &QAbstractItemModel::rowsMoved, this, &guiWidgetListView::noteRows);

@@ -1,8 +1,8 @@
 'use strict';
 // A file manager: folders on the left, what is in one of them on the right. app.js [FOLDER]
 //
-// The divider between the two is that of the frameset; columns can be dragged, and sorted by a click on their headings. What
-// the menus offer is one table of functions, called by the names of their items.
+// Columns can be dragged, and sorted by a click on their headings; F2 renames in place. What the menus offer is one table of
+// functions, called by the names of their items.
 
 const fs = require('node:fs');
 const path = require('node:path');
@@ -91,6 +91,9 @@ class FileManager extends tarn.GuiWindow {
         }
     }
 
+    /** A name that was changed in the list; false puts the old one back. */
+    onRename({ event }) { return this.change(() => fs.renameSync(event.row, path.join(this.folder, path.basename(event.text)))); }
+
     onActivate({ event }) { this.actions.open(event.row); }
 
     async eMenu(session, item) {
@@ -115,14 +118,16 @@ class FileManager extends tarn.GuiWindow {
         quit: () => this.close(),
     };
 
-    /** Does something to the files, and shows what has become of them. */
+    /** Does something to the files, and shows what has become of them; whether it went well. */
     change(act) {
         try {
             act();
+            this.open(this.folder);
+            return true;
         } catch (error) {
             tarn.alertAsync(error.message, { title: 'File manager', icon: 'error' });
+            return false;
         }
-        this.open(this.folder);
     }
 }
 

@@ -7,11 +7,13 @@
 #include "page/guiuserevent.h"
 #include "tests/controls/shownpage.h"
 
+#include <QAbstractItemDelegate>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <functional>
 
 namespace {
 
@@ -53,6 +55,8 @@ public:
             told.push_back(event ? event->input.type.c_str() + std::string(" ") + event->detail.row->c_str() + " " +
                                        std::to_string(*event->detail.column) + " " + event->detail.text->c_str()
                                  : "no event");
+            if (whenTold)
+                whenTold();
             if (std::function<void()> const refused = guiRefusalScope::take(); refused && isRefusing)
                 refused();
         }
@@ -64,6 +68,7 @@ public:
         told.push_back(what + " " + (row == kNoRow ? "-" : std::to_string(row)) + " " + std::to_string(column));
     }
     std::vector<std::string> told;
+    std::function<void()> whenTold;
 };
 
 struct ToldPage : PageWindow
@@ -261,6 +266,19 @@ TEST(ListRenaming, GivesTheTextAndTellsOfIt)
     page.write("a", "seven");
     page.finish(Qt::Key_Return);
     EXPECT_EQ(page.list->told.size(), 1u) << "nothing has changed";
+}
+
+TEST(ListRenaming, IsToldWhenTheEditorIsDoneWith)
+{
+    NamedPage page;
+    bool isClosed = false;
+    bool wasClosed = false;
+    QObject::connect(page.view()->itemDelegate(), &QAbstractItemDelegate::closeEditor, [&] { isClosed = true; });
+    page.list->whenTold = [&] { wasClosed = isClosed; };
+    page.write("a", "seven");
+    page.finish(Qt::Key_Return);
+    EXPECT_EQ(page.list->told.size(), 1u);
+    EXPECT_TRUE(wasClosed); // a handler may replace the rows, and the editor with them
 }
 
 TEST(ListRenaming, EndsWithoutATraceWithEscapeOrARefusal)

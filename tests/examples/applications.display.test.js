@@ -53,9 +53,9 @@ test('the file manager sorts by its columns, whose edges are dragged', async (t)
     await press(window, 660, 65); // Changed
     await namesBecome(program, 'letters', 'b 9.txt', 'b 10.txt', 'a.txt');
     await program.becomes(`${current}.control('files').columns[0].width`, 280);
-    await xdotool('mousemove', '--window', window, 504, 65, 'mousedown', 1);
-    await xdotool('mousemove', '--window', window, 530, 65);
-    await xdotool('mousemove', '--window', window, 564, 65, 'mouseup', 1);
+    await xdotool('mousemove', '--window', window, 507, 65, 'mousedown', 1);
+    await xdotool('mousemove', '--window', window, 540, 65);
+    await xdotool('mousemove', '--window', window, 567, 65, 'mouseup', 1);
     await program.becomes(`${current}.control('files').columns[0].width`, 340);
     await keys('ctrl+q');
     await program.ends();
@@ -74,15 +74,13 @@ test('the file manager opens folders in both lists, and makes, renames and remov
     await keys('End');
     await program.becomes(`${current}.control('files').selection`, [path.join(top, 'letters', 'dear.txt')]);
     await program.rest();
-    await keys('F2');
-    await findActiveWindow('Rename');
-    await keys('ctrl+a');
+    await keys('F2', 'ctrl+a');
     await type('sir.txt');
     await keys('Return');
     await namesBecome(program, 'old', 'sir.txt');
     assert.ok(fs.existsSync(path.join(top, 'letters', 'sir.txt')));
 
-    await program.at('letters - File manager');
+    await program.rest();
     await xdotool('mousemove', '--window', window, 300, 104, 'click', 3); // the second row
     await program.becomes(`${current}.control('files').selection`, [path.join(top, 'letters', 'sir.txt')]);
     await keys('m'); // Remove
@@ -138,4 +136,63 @@ test('the mail program finds messages among 100,000 as one types', async (t) => 
     await program.becomes(pane, before + 50);
     await keys('ctrl+q');
     await program.ends();
+});
+
+const values = (file) => JSON.parse(fs.readFileSync(file, 'utf8'));
+
+test('preferences are applied when all is right, and the tab with a mistake is shown when it is not', async (t) => {
+    const file = path.join(scratch, 'preferences.json');
+    const program = start(t, 'preferences', file);
+    await program.at('Preferences');
+    await program.becomes(`${current}.control('apply').isEnabled()`, false);
+    await keys('Return'); // the name is required
+    await program.becomes(`${current}.getFocus()`, 'name');
+    await type('Ada');
+    await program.rest();
+    await keys('Tab');
+    await type('ada');
+    await program.becomes(`[${current}.form.mail, ${current}.form.valid]`, ['ada', false]);
+    await program.rest();
+    await keys('ctrl+Next'); // the tab "Look"
+    await program.becomes(`${current}.form.part`, 'look');
+    await program.press('smooth');
+    await program.formHas('smooth', null);
+    await program.focus('size');
+    await keys('Up');
+    await program.formHas('size', 12);
+    await program.rest();
+    await keys('Return'); // the mail address is wrong, on the tab before
+    await program.becomes(`[${current}.form.part, ${current}.getFocus()]`, ['you', 'mail']);
+    assert.equal(fs.existsSync(file), false);
+    await keys('End');
+    await type('@example.org');
+    await program.becomes(`${current}.form.valid`, true);
+    await program.press('apply');
+    await program.becomes(`${current}.control('apply').isEnabled()`, false);
+    const { name, mail, smooth, size, theme, accent } = values(file);
+    assert.deepEqual([name, mail, smooth, size, theme, accent], ['Ada', 'ada@example.org', null, 12, 'light', '#1F6FEB']);
+    await program.rest();
+    await keys('Escape');
+    await program.ends();
+});
+
+test('preferences that were changed are not forgotten without a question', async (t) => {
+    const file = path.join(scratch, 'kept.json');
+    fs.writeFileSync(file, JSON.stringify({ name: 'Emmy', network: 'proxy', proxy: 'proxy.example.org', port: 3128 }));
+    const program = start(t, 'preferences', file);
+    await program.at('Preferences');
+    await program.becomes(`[${current}.form.name, ${current}.form.port, ${current}.form.proxy]`, ['Emmy', 3128, 'proxy.example.org']);
+    await program.enter('name', 'Lise');
+    await program.rest();
+    await keys('Escape');
+    await findActiveWindow('Unsaved changes');
+    await keys('Escape'); // no
+    await program.at('Preferences');
+    await program.becomes(`${current}.form.name`, 'Lise');
+    await program.rest();
+    await keys('alt+F4');
+    await findActiveWindow('Unsaved changes');
+    await keys('Return');
+    await program.ends();
+    assert.equal(values(file).name, 'Emmy');
 });

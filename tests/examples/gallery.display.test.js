@@ -17,7 +17,7 @@ const untouched = {
     who: '', code: 'AB-12', find: '', secret: 'secret', path: '', count: 3, day: '2026-03-01', hour: '09:30', paint: '#1F6FEB',
     fixed: 'can only be read', off: 'can not be used', notes: 'Several\nlines', milk: 'yes', sugar: null, size: 'large', drink: 'tea',
     town: 'Bern', shade: 'r', towns: null, level: 40, done: 0.4, fuel: 0.4, busy: null, files: null, places: null, tasks: null,
-    stars: 2, clicks: 0,
+    parts: '169,170', part: 'one', inOne: '1', inTwo: null, more: false, stars: 2, clicks: 0,
 };
 
 class Visitor extends Driven {
@@ -155,6 +155,22 @@ async function useListsByKeys(visitor) {
     await visitor.becomes(`${current}.control('tasks').checked`, ['wash', 'dry', 'fold']);
 }
 
+async function useContainersByKeys(visitor) {
+    await tabTo(visitor, 'places');
+    await keys('Tab', 'Right'); // the divider
+    await visitor.formBecomes('parts', '179,160');
+    await visitor.rest();
+    await pressOn(visitor, 'part', 'Right', 'two');
+    await visitor.rest();
+    await pressOn(visitor, 'inTwo', 'space', 'yes');
+    await visitor.rest();
+    await keys('ctrl+Prior');
+    await visitor.formBecomes('part', 'one');
+    await visitor.rest();
+    await pressOn(visitor, 'more', 'space', true);
+    await visitor.rest();
+}
+
 async function useMenusByKeys(visitor) {
     await pressInTurn(visitor, ['ctrl+s', 'menu: save'], ['ctrl+plus', 'menu: larger']);
     await keys('F10', 'Right');
@@ -179,6 +195,7 @@ test('all of it is used by the keyboard alone', async (t) => {
     await useFieldsByKeys(visitor);
     await useChoicesByKeys(visitor);
     await useListsByKeys(visitor);
+    await useContainersByKeys(visitor);
     await useMenusByKeys(visitor);
     await keys('alt+l');
     await visitor.formBecomes('size', 'large');
@@ -187,7 +204,7 @@ test('all of it is used by the keyboard alone', async (t) => {
         ...untouched, who: 'Grace', code: 'XY-789', find: 'tea', secret: 'word', path: '/tmp/a', count: 4, day: '2026-03-02', hour: '09:31',
         paint: '#00AA7F', notes: 'Several\nlines\nmore', milk: null, sugar: 'yes', size: 'large', drink: 'coffee', town: 'Lyon', shade: 'g',
         towns: ['Bern', 'Lyon'], level: 100, done: 1, fuel: 1, files: 'photo', places: 'kyoto', tasks: ['wash', 'dry', 'fold'], stars: 4,
-        clicks: 1,
+        clicks: 1, parts: '179,160', inTwo: 'yes', more: true,
     });
     await keys('ctrl+q');
     await visitor.ends(visitor.stdout);
@@ -195,11 +212,12 @@ test('all of it is used by the keyboard alone', async (t) => {
 
 /** Places in the window, and in what opens over it, in pixels from its corner. */
 const places = {
-    who: [213, 97], code: [213, 129], find: [213, 161], eye: [311, 193], folder: [311, 225], more: [182, 252], calendar: [195, 289],
+    who: [213, 97], code: [213, 129], find: [213, 161], eye: [311, 193], folder: [311, 225], upArrow: [182, 252], calendar: [195, 289],
     twelfth: [217, 387], minutes: [122, 321], paint: [126, 353], notes: [125, 449], fifthStar: [142, 563], milkLabel: [382, 95], sugar: [498, 95],
     small: [359, 123], drink: [411, 154], coffee: [379, 178], town: [600, 154], ulm: [550, 185], green: [380, 197], lyon: [510, 197],
     rome: [510, 225], handle: [507, 301], plain: [394, 457], send: [487, 457], link: [393, 528], square: [382, 579], circle: [444, 579],
-    picture: [502, 565], sizeHeading: [850, 91], firstRow: [720, 107], asia: [666, 261], kyoto: [703, 275], dry: [669, 342], iron: [669, 357],
+    picture: [502, 565], sizeHeading: [850, 91], firstRow: [720, 107], asia: [666, 282], kyoto: [703, 302], dry: [845, 242], iron: [845, 262],
+    divider: [830, 263], tabTwo: [754, 338], inTwo: [690, 371], more: [690, 469],
     saveButton: [17, 36], rulerButton: [59, 36], helpButton: [121, 36], fileMenu: [20, 9], printItem: [47, 52], quitItem: [47, 76],
     viewMenu: [59, 9], iconsItem: [84, 76], ground: [800, 600], copyItem: [840, 611],
 };
@@ -256,7 +274,7 @@ async function useFieldsByMouse(visitor, file) {
     await xdotool('mousemove', '--window', chooser, 151, 71, 'click', '--repeat', 2, '--delay', 60, 1);
     await visitor.formBecomes('path', file);
     await visitor.at('Gallery');
-    await clickFor(visitor, 'more', 'count', 4);
+    await clickFor(visitor, 'upArrow', 'count', 4);
     await openOver(visitor, 'calendar');
     await clickFor(visitor, 'twelfth', 'day', '2026-03-12');
     await clickOn(visitor, 'minutes');
@@ -311,6 +329,18 @@ async function useListsByMouse(visitor) {
     await visitor.becomes(`${current}.control('tasks').checked`, ['wash', 'dry', 'iron']);
 }
 
+async function useContainersByMouse(visitor) {
+    await drag(visitor, 'divider', [850, 263]);
+    await visitor.formBecomes('parts', '189,150');
+    await visitor.rest();
+    await clickFor(visitor, 'tabTwo', 'part', 'two');
+    await visitor.rest();
+    await clickFor(visitor, 'inTwo', 'inTwo', 'yes');
+    await visitor.rest();
+    await clickFor(visitor, 'more', 'more', true);
+    await visitor.rest();
+}
+
 async function useMenusByMouse(visitor) {
     await clickAndHear(visitor, 'saveButton', 'menu: save');
     await clickAndHear(visitor, 'rulerButton', 'menu: ruler');
@@ -330,6 +360,7 @@ test('all of it is used by the mouse alone', async (t) => {
     await useFieldsByMouse(visitor, path.join(folder, 'one.txt'));
     await useChoicesByMouse(visitor);
     await useListsByMouse(visitor);
+    await useContainersByMouse(visitor);
     await useMenusByMouse(visitor);
     await openOver(visitor, 'fileMenu');
     await clickOn(visitor, 'printItem');
@@ -337,6 +368,7 @@ test('all of it is used by the mouse alone', async (t) => {
         ...untouched, who: 'Several', find: 'Several', path: path.join(folder, 'one.txt'), count: 4, day: '2026-03-12', hour: '09:31',
         paint: '#FF0000', milk: null, sugar: 'yes', size: 'small', drink: 'coffee', town: 'Ulm', shade: 'g', towns: ['Lyon', 'Oslo', 'Rome'],
         level: 100, done: 1, fuel: 1, files: 'notes', places: 'kyoto', tasks: ['wash', 'dry', 'iron'], stars: 5, clicks: 2,
+        parts: '189,150', part: 'two', inTwo: 'yes', more: true,
     });
     await openOver(visitor, 'fileMenu');
     await clickOn(visitor, 'quitItem');

@@ -1,0 +1,75 @@
+#!/usr/bin/env bash
+# docpictures.sh [--check] [NAME...]: takes the pictures of the documents and of examples/README.md, on the display it is given:
+#
+#     tests/e2e/with-display.sh scripts/docpictures.sh
+#
+# One for each page docs/pictures/NAME.html, beside it, and one for each program below. With --check nothing is written: the
+# pages must look as they are pictured, but for a cursor that blinks.
+set -u
+root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd) || exit 1
+. "$root/scripts/window.sh"
+work=$(mktemp -d) || exit 1
+trap 'rm -rf -- "$work"' EXIT
+
+programs=(gallery filemanager mail preferences)
+most_pixels=40 # that may differ: a cursor is one pixel wide
+
+# A folder whose files have the same names, sizes and days wherever the picture is taken.
+make_files() {
+    local name
+    mkdir -p "$work/home/letters/2026" "$work/home/pictures" || return
+    for name in guide.txt 'photo 2.png' 'photo 10.png' notes.txt; do
+        head -c $((${#name} * 4321)) /dev/zero >"$work/home/$name"
+    done
+    find "$work/home" -exec touch -d '2026-03-15 12:00 UTC' {} +
+}
+
+# take_picture OUT APP.js [ARGUMENT...]: few colours, so that a picture takes little room.
+take_picture() {
+    local out=$1 window
+    shift
+    start_app "$@"
+    window=$(wait_for_window) || exit
+    wait_until_still "$window"
+    save_picture "$window" "$work/whole.png"
+    end_app
+    convert "$work/whole.png" -strip -dither None -colors 200 "png8:$out"
+}
+
+# check_picture NAME: compares with the stored one.
+check_picture() {
+    local differing
+    differing=$(compare -metric AE -fuzz 8% "$root/docs/pictures/$1.png" "$work/$1.png" null: 2>&1)
+    case $differing in
+        '' | *[!0-9]*) complain "$1: $differing" ;;
+    esac
+    [ "$differing" -le "$most_pixels" ] || complain "docs/pictures/$1.png differs in $differing pixels; scripts/docpictures.sh takes it anew"
+}
+
+picture_page() {
+    local folder=$root/docs/pictures
+    [ -z "$check" ] || folder=$work
+    take_picture "$folder/$1.png" "$root/scripts/showpage.js" "$root/docs/pictures/$1.html"
+    [ -z "$check" ] || check_picture "$1"
+}
+
+picture_program() {
+    local arguments=()
+    [ "$1" != filemanager ] || arguments=("$work/home")
+    [ "$1" != preferences ] || arguments=("$work/preferences.json")
+    take_picture "$root/examples/$1/$1.png" "$root/examples/$1/app.js" "${arguments[@]}"
+}
+
+check=
+[ "${1-}" != --check ] || { check=yes && shift; }
+make_files || exit
+for page in "$root"/docs/pictures/*.html; do
+    name=$(basename "$page" .html)
+    [ $# -eq 0 ] || [[ " $* " == *" $name "* ]] || continue
+    picture_page "$name"
+done
+[ -z "$check" ] || exit 0
+for name in "${programs[@]}"; do
+    [ $# -eq 0 ] || [[ " $* " == *" $name "* ]] || continue
+    picture_program "$name"
+done
