@@ -2,7 +2,6 @@
 #include "controls/guihtmlcontrol.h"
 #include "controls/guimistakemark.h"
 #include "foundation/vela-threadrole.h"
-#include "page/guihtmlsheet.h"
 #include "page/guinodewatch.h"
 
 #include <QWidget>

@@ -79,3 +79,9 @@ void guiHtmlControlButton::readyNeighbour(bool forward)
     if (neighbour.alive())
         static_cast<guiHtmlControlButton*>(neighbour.get())->needWidget();
 }
+
+bool guiHtmlControlButton::isTabEntry() const
+{
+    guiHtmlControlButton* const checked = m_group ? m_group->checked : nullptr;
+    return !checked || !checked->isEnabled() || checked == this;
+}

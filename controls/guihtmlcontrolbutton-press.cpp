@@ -36,7 +36,7 @@ void collectRadios(guiHtml* node, sstring const& name, buttonList& found)
 /// The radio buttons of one name on a page, this one among them.
 buttonList groupOf(guiHtmlControlButton* radio)
 {
-    if (guiRadioGroup const* group = radio->getGroup())
+    if (guiRadioGroup const* group = radio->getTabGroup())
         return group->buttons;
     buttonList found;
     if (guiPageRoot* page = radio->getBaseHtml())

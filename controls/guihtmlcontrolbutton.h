@@ -67,7 +67,8 @@ public:
     /// Also checks a box or a radio button, as a click on it does.
     void onLabel() override;
     /// The radio buttons of the same name on a page whose widgets are made late; null on any other.
-    guiRadioGroup const* getGroup() const { return m_group.get(); }
+    guiRadioGroup const* getTabGroup() const override { return m_group.get(); }
+    bool isTabEntry() const override;
     /// The radio button is to be left for the one before or behind it: makes that, and scrolls to it, where the toolkit
     /// would find only those that have widgets.
     void readyNeighbour(bool forward);

@@ -189,3 +189,11 @@ void guiHtmlTabs::paintBorder(QPainter* painter, guiRect* rect, int)
     option.tabBarSize = above->size();
     style->drawPrimitive(QStyle::PE_FrameTabWidget, &option, painter, above);
 }
+
+bool guiHtmlTabs::turnParts(int step)
+{
+    if (!bar())
+        return false;
+    bar()->step(step);
+    return true;
+}

@@ -69,6 +69,7 @@ public:
     int getChildHeight(unsigned index, unsigned long width, unsigned long available) override;
     void updateSpringyHeights() override;
     void paintBorder(QPainter* painter, guiRect* rect, int highlight) override;
+    bool turnParts(int step) override;
 
 private:
     int barHeight() const;

@@ -1,8 +1,7 @@
 // controls/guitabkeys.cpp: see guitabkeys.h.
 #include "controls/guitabkeys.h"
 
-#include "controls/guihtmltabbar.h"
-#include "controls/guihtmltabs.h"
+#include "page/guihtml.h"
 
 #include <QKeyEvent>
 
@@ -28,22 +27,21 @@ int stepOf(QKeyEvent const& event)
     }
 }
 
-guiHtmlTabs* tabsAround(guiHtml* node)
+bool turnAround(guiHtml* node, int step)
 {
-    for (; node; node = node->getParent())
-        if (auto* tabs = dynamic_cast<guiHtmlTabs*>(node))
-            return tabs;
-    return nullptr;
+    while (node && !node->turnParts(step))
+        node = node->getParent();
+    return node != nullptr;
 }
 
-guiHtmlTabs* firstTabs(guiHtml* node)
+bool turnFirst(guiHtml* node, int step)
 {
-    if (auto* tabs = dynamic_cast<guiHtmlTabs*>(node))
-        return tabs;
+    if (node->turnParts(step))
+        return true;
     for (guiHtml* child : guiNodesOf(node))
-        if (guiHtmlTabs* found = child->m.visible ? firstTabs(child) : nullptr)
-            return found;
-    return nullptr;
+        if (child->m.visible && turnFirst(child, step))
+            return true;
+    return false;
 }
 
 } // namespace
@@ -51,11 +49,5 @@ guiHtmlTabs* firstTabs(guiHtml* node)
 bool guiTurnTabs(guiHtml* page, guiHtml* focused, QKeyEvent const& event)
 {
     int const step = stepOf(event);
-    guiHtmlTabs* tabs = step != 0 ? tabsAround(focused) : nullptr;
-    if (step != 0 && !tabs)
-        tabs = firstTabs(page);
-    if (!tabs || !tabs->bar())
-        return false;
-    tabs->bar()->step(step);
-    return true;
+    return step != 0 && (turnAround(focused, step) || turnFirst(page, step));
 }

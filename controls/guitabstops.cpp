@@ -1,8 +1,6 @@
 // controls/guitabstops.cpp: see guitabstops.h.
 #include "controls/guitabstops.h"
 
-#include "controls/guihtmlcontrolbutton.h"
-#include "controls/guilatewidgets.h"
 #include "controls/guiwidgetscrollbar.h"
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
@@ -64,25 +62,18 @@ QWidget* nextInside(QWidget* control, QWidget* from, bool forward)
     return at == inside.begin() ? nullptr : *std::prev(at);
 }
 
-/// The group of a radio button of which not all need have a widget; null for any other control.
-guiRadioGroup const* lateGroupOf(guiHtml* node)
-{
-    auto const* button = dynamic_cast<guiHtmlControlButton const*>(node);
-    return button ? button->getGroup() : nullptr;
-}
-
 bool isSameGroup(guiTabStop const& a, guiTabStop const& b)
 {
-    if (guiRadioGroup const* group = lateGroupOf(a.node))
-        return group == lateGroupOf(b.node);
+    if (guiRadioGroup const* group = a.node->getTabGroup())
+        return group == b.node->getTabGroup();
     return groupOf(a.widget) && groupOf(a.widget) == groupOf(b.widget);
 }
 
 /// Whether the radio button is where its group is entered; true for every other control.
 bool isEntry(guiTabStop const& stop)
 {
-    if (guiRadioGroup const* group = lateGroupOf(stop.node))
-        return !group->checked || !group->checked->isEnabled() || group->checked == stop.node;
+    if (stop.node->getTabGroup())
+        return stop.node->isTabEntry();
     QButtonGroup const* group = groupOf(stop.widget);
     QAbstractButton const* checked = group ? group->checkedButton() : nullptr;
     return !checked || !checked->isEnabled() || checked == stop.widget;

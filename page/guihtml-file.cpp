@@ -4,7 +4,6 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guiatplace.h"
 #include "page/guihtml.h"
-#include "page/guihtmlsheet.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"

@@ -1,6 +1,7 @@
 // page/guihtml-tree.cpp: walks the tree: look-up by name, a node's position in its window, the keyboard focus order,
 // and the Enter and Escape keys.
 #include "page/guihtml.h"
+#include "page/guinodewatch.h"
 
 #include "foundation/vela-threadrole.h"
 #include "page/guipagehost.h"
@@ -246,4 +247,30 @@ int guiHtml::onEnter()
         return base->onEnter();
     guiPageHost::current().postTrigger(this);
     return 1;
+}
+
+namespace {
+
+guiHtml* outermostAway(guiHtml* node)
+{
+    guiHtml* found = nullptr;
+    for (guiHtml* at = node; at; at = at->getParent())
+        if (!at->m.visible)
+            found = at;
+    return found;
+}
+
+} // namespace
+
+// Of several, the outer one first, so that each is laid out when it is seen. One that does not come is asked once.
+void guiReveal(guiHtml* node)
+{
+    guiNodeWatch const self(node);
+    guiHtml const* last = nullptr;
+    while (guiHtml* part = self.alive() ? outermostAway(node) : nullptr) {
+        if (part == last)
+            return;
+        last = part;
+        part->bringToFront();
+    }
 }

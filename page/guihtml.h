@@ -6,6 +6,7 @@
 #pragma once
 
 #include "foundation/vela-string.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guichildlist.h"
 #include "page/guilayoutmemo.h"
 #include "page/guitypes.h"
@@ -16,6 +17,7 @@
 #include <optional>
 
 class guiPageRoot;
+struct guiRadioGroup;
 class guiWidget;
 class QFont;
 class QPainter;
@@ -289,6 +291,15 @@ public:
     /// Whether the node is a control on a page in a window that has no widget until one is needed: createChildWidget()
     /// makes it.
     virtual bool awaitsWidget() const { return false; }
+    /// Shows a part of the page that is put away (guihtmlsheet.h). May run script.
+    virtual void bringToFront() {}
+    /// Shows the next (1) or previous (-1) of several parts that take turns. False for a node without such. May run
+    /// script.
+    virtual bool turnParts(int) { return false; }
+    /// The radio buttons of which Tab stops at one, where these are kept by their nodes; null for all others.
+    virtual guiRadioGroup const* getTabGroup() const { return nullptr; }
+    /// Whether Tab stops at this one of its group.
+    virtual bool isTabEntry() const { return true; }
 
     // ---- The tree ----
 
@@ -434,3 +445,6 @@ guiHtml* guiCloneNode(Node& node, guiHtml* parent)
     target.setParent(parent);
     return copy.release();
 }
+
+/// Shows all parts around a node that are put away (guihtmlsheet.h); nothing for null. May run script.
+void guiReveal(guiHtml* node) TARN_ON(velaGuiRole);

@@ -121,15 +121,6 @@ void placeAgain(guiHtml* node)
         placeAgain(child);
 }
 
-guiHtmlSheet* outermostAway(guiHtml* node)
-{
-    guiHtml* found = nullptr;
-    for (guiHtml* at = node; at; at = at->getParent())
-        if (!at->m.visible)
-            found = at;
-    return dynamic_cast<guiHtmlSheet*>(found);
-}
-
 } // namespace
 
 void guiHtmlSheet::hideWidgets()
@@ -152,17 +143,4 @@ bool guiIsPutAway(guiHtml const* node)
         if (!node->m.visible)
             return true;
     return false;
-}
-
-// Of several, the outer one first, so that each is laid out when it is seen. One that does not come is asked once.
-void guiReveal(guiHtml* node)
-{
-    guiNodeWatch const self(node);
-    guiHtmlSheet const* last = nullptr;
-    while (guiHtmlSheet* sheet = self.alive() ? outermostAway(node) : nullptr) {
-        if (sheet == last)
-            return;
-        last = sheet;
-        sheet->bringToFront();
-    }
 }

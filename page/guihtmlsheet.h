@@ -19,7 +19,7 @@ public:
     void putAway(bool away);
     /// Shows the sheet, in place of another one or not, and lays the page out. May run script, since the focus may
     /// move.
-    virtual void bringToFront();
+    void bringToFront() override;
 
     /// The height in pixels that it has at this width while it is shown, and the least one, whether it is shown or not.
     int shownHeight(int width);
@@ -49,6 +49,3 @@ private:
 
 /// Whether the node is in a sheet that is put away.
 bool guiIsPutAway(guiHtml const* node);
-
-/// Shows all sheets around a node that are put away. May run script.
-void guiReveal(guiHtml* node) TARN_ON(velaGuiRole);

@@ -5,7 +5,6 @@
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
 #include "foundation/vela-qt.h"
-#include "page/guihtmlsheet.h"
 #include "page/guihtmlsize.h"
 #include "page/guihtmltext-fonts.h"
 #include "page/guilaterevents.h"

@@ -79,9 +79,9 @@ async function focusOn(name) {
 
 /** Waits while a number grows towards its end; on a busy machine what was typed arrives late. */
 async function settles(number, end) {
-    for (let before = -1, now = await number(); now < end && now !== before; now = await number()) {
-        before = now;
-        await until(async () => await number() !== before, 20000).catch(() => {});
+    for (let seen = -1, now = await number(); now < end && now !== seen; now = await number()) {
+        seen = now;
+        await until(async () => await number() !== now, 20000).catch(() => {});
     }
 }
 
