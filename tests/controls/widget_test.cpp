@@ -608,7 +608,7 @@ TEST_F(Widget, TheWheelGoesOnInThePaneAroundOneThatIsAtItsEnd)
     outer->setRange(0, 1000);
     root.ensureScroll().barY = outer;
     auto* inner = new guiWidgetScrollBar(Qt::Vertical, widget);
-    inner->setRange(0, 10);
+    inner->setRange(0, 3); // one turn
     a->ensureScroll().barY = inner;
     auto turn = [&](int by) {
         QWheelEvent event(QPointF(20, 20), QPointF(20, 20), QPoint(), QPoint(0, by), Qt::NoButton, Qt::NoModifier,
@@ -616,7 +616,7 @@ TEST_F(Widget, TheWheelGoesOnInThePaneAroundOneThatIsAtItsEnd)
         QCoreApplication::sendEvent(widget, &event);
     };
     turn(-120);
-    EXPECT_EQ(inner->value(), 10);
+    EXPECT_EQ(inner->value(), 3);
     EXPECT_EQ(outer->value(), 0);
     turn(-120);
     EXPECT_GT(outer->value(), 0);
