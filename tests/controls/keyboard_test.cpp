@@ -208,7 +208,8 @@ TEST(Keyboard, ADisabledControlIsNotTriggered)
 TEST(Keyboard, TabStopsAtAPaneInWhichNothingTakesTheKeyboardAndKeysScrollIt)
 {
     std::string const tall = "<table width=50 height=400><tr><td>x</td></tr></table>";
-    Keyboard page(field("a") + "<table><tr><td name=pane width=100 height=60 scrolling=yes>" + tall + "</td></tr></table>" +
+    Keyboard page(field("a") + "<table><tr><td name=pane width=100 height=60 scrolling=yes>" + tall +
+                  "</td></tr></table>" +
                   "<table><tr><td name=small width=100 height=60 scrolling=yes>x</td></tr></table>" +
                   "<table><tr><td name=with width=100 height=60 scrolling=yes>" + field("in") + tall +
                   "</td></tr></table>" + field("b"));
@@ -233,8 +234,9 @@ TEST(Keyboard, TabStopsAtAPaneInWhichNothingTakesTheKeyboardAndKeysScrollIt)
 
 TEST(Keyboard, APaneDoesNotTakeTheFirstFocusFromAControl)
 {
-    Keyboard page("<table><tr><td width=100 height=60 scrolling=yes><table width=50 height=400><tr><td>x</table></td></tr>"
-                  "</table>" +
-                  field("a"));
+    Keyboard page(
+        "<table><tr><td width=100 height=60 scrolling=yes><table width=50 height=400><tr><td>x</table></td></tr>"
+        "</table>" +
+        field("a"));
     EXPECT_EQ(page.focus(), "a");
 }
