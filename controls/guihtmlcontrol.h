@@ -191,5 +191,5 @@ private:
     int m_clipOffsetY = 0;           //
     QPointer<guiMistakeMark> m_mark; // belongs to the control's widget
     lateState m_late;
-    QPointer<QShortcut> m_labelKey;  // goes with the control's widget; null without one
+    QPointer<QShortcut> m_labelKey; // goes with the control's widget; null without one
 };

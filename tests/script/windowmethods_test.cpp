@@ -84,6 +84,7 @@ Row const kRows[] = {
     {"useSystemFont", {}, {}},
     {"useSystemFont", {0}, {}},
     {"setTitle", {"t"}, {}},
+    {"setIcon", {""}, {}},
     {"getTitle", {}, {"", "A title", "A title", "A title", ""}},
     {"setFocus", {"box"}, {}},
     {"getFocus", {}, {"", "", "", "", ""}},
@@ -137,8 +138,8 @@ struct
 } const kWrong[] = {
     {{"isOpen"}, {{1}, {kNull}, {"x"}, {true, false}}, false},
     {{"isValid"}, {{1}, {kNull}, {"x"}, {true, false}}, {}},
-    {{"load", "loadFile", "setText", "loadBackground", "setTitle", "setFocus", "setEnterControl", "setEscapeControl",
-      "setSizePolicy", "control"},
+    {{"load", "loadFile", "setText", "loadBackground", "setTitle", "setIcon", "setFocus", "setEnterControl",
+      "setEscapeControl", "setSizePolicy", "control"},
      {{}, {1}, {true}, {kNull}, {"a", "b"}, {"a", 1}},
      {}},
     {{"getTitle", "getFocus", "getEnterControl", "getEscapeControl", "getSizePolicy"},

@@ -30,6 +30,7 @@ same<typeof window.setResizable, (resizable?: boolean | number) => null>(true);
 same<typeof window.useSystemFont, (use?: boolean | number) => null>(true);
 same<typeof window.setTitle, (title: string) => null>(true);
 same<typeof window.getTitle, () => string>(true);
+same<typeof window.setIcon, (file: string | URL) => null>(true);
 same<typeof window.setFocus, (control: string) => null>(true);
 same<typeof window.getFocus, () => string>(true);
 same<typeof window.setEnterControl, (control: string) => null>(true);
