@@ -56,8 +56,8 @@ wait_until() {
 }
 
 start_server() {
-    # -r: keys do not repeat, since on a busy machine a key that is only tapped may stay down for long
-    Xvfb -displayfd 3 -screen 0 "$screen" -dpi 96 -noreset -nolisten tcp -r \
+    # Keys repeat after a minute (in ms): on a busy machine a key that is only tapped may stay down for long.
+    Xvfb -displayfd 3 -screen 0 "$screen" -dpi 96 -noreset -nolisten tcp -ardelay 60000 \
         3>"$work/display" >"$work/server.log" 2>&1 </dev/null &
     server=$!
     wait_until 20 "$server" test -s "$work/display" || fail 'Xvfb did not start' "$work/server.log"
