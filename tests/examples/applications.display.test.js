@@ -128,6 +128,7 @@ test('the mail program finds messages among 100,000 as one types', async (t) => 
     await program.focus('list');
     await keys('End');
     await program.becomes(`${current}.control('list').selection`, ['99999']);
+    await program.rest();
     const pane = `${current}.control('pane').height`;
     const before = await program.ask(pane);
     await xdotool('mousemove', '--window', window, 400, 355, 'mousedown', 1); // the divider above the message
@@ -166,7 +167,7 @@ test('preferences are applied when all is right, and the tab with a mistake is s
     assert.equal(fs.existsSync(file), false);
     await keys('End');
     await type('@example.org');
-    await program.becomes(`${current}.form.valid`, true);
+    await program.becomes(`[${current}.form.mail, ${current}.form.valid]`, ['ada@example.org', true]);
     await program.press('apply');
     await program.becomes(`${current}.control('apply').isEnabled()`, false);
     const { name, mail, smooth, size, theme, accent } = values(file);
