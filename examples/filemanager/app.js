@@ -32,12 +32,12 @@ class FileManager extends tarn.GuiWindow {
         this.folder = top;
         this.expanded = new Set([top]);
         this.sorting = { column: 1, direction: 'ascending' };
-        this.open(top);
+        this.enter(top);
         this.setFocus('files');
     }
 
     /** Shows a folder in both lists. */
-    open(folder) {
+    enter(folder) {
         this.folder = folder;
         for (let each = folder; each.startsWith(this.top); each = path.dirname(each)) this.expanded.add(each);
         this.control('folders').setRows(this.tree(this.top, null));
@@ -68,7 +68,7 @@ class FileManager extends tarn.GuiWindow {
 
     onFolder() {
         const [folder] = this.control('folders').selection;
-        if (folder !== undefined && folder !== this.folder) this.open(folder);
+        if (folder !== undefined && folder !== this.folder) this.enter(folder);
     }
 
     onExpand({ event }) {
@@ -102,8 +102,8 @@ class FileManager extends tarn.GuiWindow {
     }
 
     actions = {
-        open: (chosen) => (fs.statSync(chosen).isDirectory() ? this.open(chosen) : this.control('status').setText(`${chosen}: a file`)),
-        up: () => this.open(path.dirname(this.folder)),
+        open: (chosen) => (fs.statSync(chosen).isDirectory() ? this.enter(chosen) : this.control('status').setText(`${chosen}: a file`)),
+        up: () => this.enter(path.dirname(this.folder)),
         rename: async (chosen) => {
             const name = await tarn.promptAsync('The new name?', { title: 'Rename', value: path.basename(chosen) });
             if (name) this.change(() => fs.renameSync(chosen, path.join(this.folder, path.basename(name))));
@@ -122,10 +122,10 @@ class FileManager extends tarn.GuiWindow {
     change(act) {
         try {
             act();
-            this.open(this.folder);
+            this.enter(this.folder);
             return true;
         } catch (error) {
-            tarn.alertAsync(error.message, { title: 'File manager', icon: 'error' });
+            tarn.alertAsync(String(error), { title: 'File manager', icon: 'error' });
             return false;
         }
     }

@@ -8,12 +8,15 @@ const tarn = require('../../host/node');
 class Stars extends tarn.CustomElement {
     count = '0';
 
+    stars = 0;
+
     eCreate() { this.set(Number(this.count)); }
 
     set(count) {
         this.stars = Math.min(5, Math.max(0, count));
         this.toolkit.repaint();
-        if (this.window?.isOpen()) this.window.say(`${this.stars} stars`);
+        const window = /** @type {Gallery | null} */ (this.window);
+        if (window?.isOpen()) window.say(`${this.stars} stars`);
     }
 
     eMouseDown() { this.set(Math.floor(this.mouse.x / 28) + 1); }
@@ -22,7 +25,7 @@ class Stars extends tarn.CustomElement {
 
     ePaint() {
         for (let star = 0; star < 5; ++star) {
-            const points = Array.from({ length: 10 }, (_, i) => {
+            const points = Array.from({ length: 10 }, (_, i) => i).flatMap((i) => {
                 const [angle, radius] = [Math.PI * (i / 5 - 0.5), i % 2 ? 5 : 12];
                 return [14 + 28 * star + radius * Math.cos(angle), 15 + radius * Math.sin(angle)];
             });

@@ -42,7 +42,7 @@ export interface Session {
      * of what script does, and outside of handlers, behind an `await` too. So take it at the beginning:
      * `onPick({ event }) { … }`.
      */
-    readonly event?: UserEvent;
+    readonly event: UserEvent | undefined;
 }
 
 /** What the user has done. What makes no sense is missing: a key has no button, a button no row. */

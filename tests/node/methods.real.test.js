@@ -40,6 +40,7 @@ const rows = [
     ['setFocus', ['box'], null], ['getFocus', [], ''], ['setEnterControl', ['box'], null], ['getEnterControl', [], ''],
     ['setEscapeControl', ['X'], null], ['getEscapeControl', [], ''],
     ['setSizePolicy', ['FIXED'], null], ['getSizePolicy', [], 'RESIZE'],
+    ['setIcon', [file('paper.bmp')], null], ['setIcon', [''], null],
     ['popup', ['box'], false], ['popup', ['box', 1, 2], false], // no menu, so none is shown
 ];
 
@@ -56,14 +57,15 @@ const refused = [
     [['open'], [['x'], [1], [null], [true, true]]],
     [['close'], [['x'], [1]]],
     [['popup'], [[], [1], ['a', 1], ['a', 1, '2'], ['a', 1, 2, 3]]],
+    [['setIcon'], [[], [1], [null], ['a', 'b']]],
 ];
 
-test('all 27 methods and onLoad exist, and no other', () => {
+test('all 28 methods and onLoad exist, and no other', () => {
     const names = Object.getOwnPropertyNames(Object.getPrototypeOf(GuiWindow.prototype)).filter((name) => name !== 'constructor');
     assert.deepEqual(names, ['open', 'show', 'close', 'isOpen', 'load', 'setReturnValue', 'isValid', 'setMinimumSize',
         'setMaximumSize', 'setDefaultSize', 'setResizable', 'setText', 'loadFile', 'loadBackground', 'useSystemFont', 'setTitle',
         'getTitle', 'setFocus', 'getFocus', 'setEnterControl', 'getEnterControl', 'setEscapeControl', 'getEscapeControl',
-        'setSizePolicy', 'getSizePolicy', 'control', 'popup']);
+        'setSizePolicy', 'getSizePolicy', 'control', 'popup', 'setIcon']);
     assert.deepEqual(new Set([...rows.map(([name]) => name), 'show', 'control']), new Set(names), 'each is tested');
     assert.equal(typeof GuiWindow.onLoad, 'function');
     assert.equal(GuiWindow.prototype.onLoad, undefined);

@@ -18,5 +18,6 @@ scannedPage scanPage(std::u16string const& page);
 
 /// Whether a unit is white space to the markup.
 bool isMarkupSpace(char16_t unit);
-/// What a comparison leaves out: white space, also as it stands in text that keeps its lines, and the marks of quotations.
+/// What a comparison leaves out: white space, also as it stands in text that keeps its lines, and the marks of
+/// quotations.
 bool isLeftOut(char16_t unit);
