@@ -40,6 +40,7 @@ void guiHtmlControl::recheck()
 
 void guiHtmlControl::pointOutMistake()
 {
+    assertOnGuiThread();
     guiNodeWatch const self(this);
     guiReveal(this);
     QWidget* const widget = self.alive() ? needWidget() : nullptr;

@@ -54,6 +54,7 @@ bool guiHtmlControl::isOutOfView()
 /// The control has its place now. Whether its widget has to wait.
 bool guiHtmlControl::awaits(guiWidget& window)
 {
+    assertOnGuiThread();
     if (!window.lateWidgets().concerns(this))
         return false;
     onLate();
@@ -79,6 +80,7 @@ void guiHtmlControl::await()
 /// The widget that was awaited is there.
 void guiHtmlControl::arrive()
 {
+    assertOnGuiThread();
     m_late.isAwaiting = false;
     getWindow()->lateWidgets().add(this);
     if (std::exchange(m_late.isMarked, false))

@@ -200,6 +200,7 @@ void guiHtmlControl::listenToLabelKey(QWidget* widget)
 
 void guiHtmlControl::onLabel()
 {
+    assertOnGuiThread();
     guiNodeWatch const self(this);
     guiReveal(this);
     QWidget* const widget = self.alive() ? needWidget() : nullptr;

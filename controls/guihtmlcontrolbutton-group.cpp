@@ -64,6 +64,7 @@ void guiHtmlControlButton::giveWay()
 
 void guiHtmlControlButton::readyNeighbour(bool forward)
 {
+    assertOnGuiThread();
     if (!m_group)
         return;
     auto const& buttons = m_group->buttons;

@@ -96,6 +96,7 @@ int guiHtmlSplitter::getChildHeight(unsigned index, unsigned long width, unsigne
 // What stands above may have given the node more height than it had when its panes got theirs.
 void guiHtmlSplitter::updateSpringyHeights()
 {
+    assertOnGuiThread();
     guiLayoutRun const run;
     if (m.layout.heightsFor != guiClampPixels(m.activeCy))
         updateActiveHeights();

@@ -5,6 +5,7 @@
 #include "controls/guinodeicon.h"
 #include "controls/guitabstops.h"
 #include "foundation/vela-qt.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtmlsize.h"
 #include "page/guinodewatch.h"
 
@@ -129,6 +130,7 @@ void guiHtmlTabs::show(int index)
 
 void guiHtmlTabs::moveFocus(guiHtmlSheet* into)
 {
+    assertOnGuiThread();
     QWidget* const above = bar() ? bar()->getChildWidget() : nullptr;
     if (!guiFocusNext(into, nullptr, true) && above)
         above->setFocus();
@@ -166,6 +168,7 @@ int guiHtmlTabs::getChildHeight(unsigned index, unsigned long width, unsigned lo
 // What stands above may have given the node more height than it had when its sheet got its own.
 void guiHtmlTabs::updateSpringyHeights()
 {
+    assertOnGuiThread();
     guiLayoutRun const run;
     if (m.layout.heightsFor != guiClampPixels(m.activeCy))
         updateActiveHeights();

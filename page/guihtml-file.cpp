@@ -152,7 +152,7 @@ int topInRoot(guiHtml const* node)
     return top;
 }
 
-int scrollToBookmark(guiHtml* root, sstring const& bookmark)
+int scrollToBookmark(guiHtml* root, sstring const& bookmark) TARN_ON(velaGuiRole)
 {
     guiHtml* node = root->getBookmarked(bookmark);
     if (!node)

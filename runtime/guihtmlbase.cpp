@@ -291,6 +291,9 @@ sstring guiHtmlBase::getFocus()
 void guiHtmlBase::setFocus(sstring name)
 {
     m_pendingFocus = name;
+    if (!getTopLevelWidget())
+        return;
+    assertOnGuiThread();
     guiNodeWatch const node(name.getLength() != 0 ? getNamed(name) : nullptr);
     guiNodeWatch const self(this);
     guiReveal(node.get());
@@ -299,7 +302,6 @@ void guiHtmlBase::setFocus(sstring name)
     QWidget* control = node.alive() ? node.get()->getChildWidget() : nullptr;
     if (!control || !self.alive())
         return;
-    assertOnGuiThread();
     control->setFocus();
     m_pendingFocus = sstring();
 }

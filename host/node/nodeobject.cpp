@@ -79,7 +79,9 @@ void NodeObject::updateLifetimeSoon()
 
 void NodeObject::bind(Napi::Object object)
 {
-    assert(m_engine.isScriptThread() && !m_isBound);
+    assert(m_engine.isScriptThread());
+    assert(!m_isBound || m_script.Value().IsEmpty());
+    m_unbindsBehind += m_isBound ? 1 : 0;
     m_script = Napi::ObjectReference::New(object, 0);
     m_isFunction = object.IsFunction();
     m_isBound = true;
@@ -93,9 +95,14 @@ Napi::Object NodeObject::script() const
     return m_isBound ? m_script.Value() : Napi::Object();
 }
 
+// The collector's word comes a while after the object has gone, and by then there may be another one.
 void NodeObject::unbind()
 {
     assert(m_engine.isScriptThread());
+    if (m_unbindsBehind > 0) {
+        --m_unbindsBehind;
+        return;
+    }
     m_isBound = false;
     if (!m_engine.pump().isClosed())
         m_script.Reset(); // an environment that ends frees only references to what has not been collected

@@ -149,6 +149,7 @@ private:
 
     // Script thread.
     Napi::ObjectReference m_script;
+    int m_unbindsBehind = 0; // calls of unbind() to come for objects that others have replaced since
     bool m_isStrong = false;
     bool m_isDestroyed = false;
 
