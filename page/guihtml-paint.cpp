@@ -148,12 +148,13 @@ void guiHtml::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegio
     rect.height -= above + guiBarBelow(this);
     paintBorder(painter, &rect, 0);
     rect = shrunk(rect, m.border);
+    QRect const ground = clippedTo(shrunk(rect, m.space - m.padding), region);
+    if (!rect.isEmpty() && !ground.isEmpty())
+        paintBackground(this, painter, rect, widget, QRegion(ground));
     QRect visible = clippedTo(shrunk(rect, m.space), region);
     if (visible.isEmpty())
         return;
     QRegion clip(visible);
-    if (!rect.isEmpty())
-        paintBackground(this, painter, rect, widget, clip);
 
     guiNodeWatch self(this);
     scroll_t const& scroll = getScroll();

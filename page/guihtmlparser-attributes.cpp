@@ -7,6 +7,8 @@
 #include "page/guirareattributes.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 
 namespace {
 
@@ -120,6 +122,15 @@ void pullGap(guiHtml* node, mlSection* section, bool hasSpacing)
         node->m.space = pullPixels(section, "margin");
 }
 
+/// What separates cells from each other shows what is behind them; what keeps the content from the edge is the node's
+/// own.
+void pullPadding(guiHtml* node, mlSection* section)
+{
+    int const padding = section->findAttr("margin") ? node->m.space : pullPixels(section, "cellpadding");
+    constexpr int kMost = std::numeric_limits<std::uint16_t>::max();
+    node->m.padding = static_cast<std::uint16_t>(std::clamp(padding, 0, std::clamp(node->m.space, 0, kMost)));
+}
+
 void pullSpacing(guiHtml* node, mlSection* section)
 {
     int sum = 0;
@@ -128,6 +139,7 @@ void pullSpacing(guiHtml* node, mlSection* section)
     node->m.divide = std::min(sum, kMaxPixels);
     node->m.space = node->getType() == guiHtml::kTypeFrameset ? 0 : node->m.divide;
     pullGap(node, section, sum != 0);
+    pullPadding(node, section);
 }
 
 void pullScrolling(guiHtml* node, mlSection* section)

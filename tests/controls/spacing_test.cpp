@@ -167,3 +167,33 @@ TEST(SpaciousButton, HasMoreRoomAroundALongText)
     EXPECT_EQ(width, plain.metrics().horizontalAdvance("Save all of them now") + 12);
     EXPECT_EQ(spacious.control<guiHtmlControlButton>("save").getPreferredWidth(), width + 12);
 }
+
+namespace {
+
+QRgb colourAt(ShownPage& page, int x, int y) { return page.window.widget->grab().toImage().pixel(x, y); }
+
+constexpr QRgb kRed = qRgb(255, 0, 0);
+
+} // namespace
+
+TEST(Ground, CoversThePaddingOfACellAndNotItsSpacing)
+{
+    ShownPage page(
+        "<body valign=top><table><tr><td name=padded width=60 height=60 bgcolor=#FF0000 cellpadding=10>a</td>"
+        "<td name=spaced width=60 height=60 bgcolor=#FF0000 cellspacing=10>b</td>"
+        "<td name=both width=60 height=60 bgcolor=#FF0000 cellspacing=10 cellpadding=5>c</td></tr></table>");
+    int const spaced = rectOf(page.node("spaced")).left;
+    int const both = rectOf(page.node("both")).left;
+    EXPECT_EQ(colourAt(page, 2, 2), kRed);
+    EXPECT_NE(colourAt(page, spaced + 8, 30), kRed);
+    EXPECT_EQ(colourAt(page, spaced + 11, 40), kRed);
+    EXPECT_NE(colourAt(page, both + 8, 30), kRed);
+    EXPECT_EQ(colourAt(page, both + 11, 40), kRed);
+}
+
+TEST(Ground, CoversTheMarginOfThePage)
+{
+    ShownPage page("<body valign=top bgcolor=#FF0000 margin=20>a</body>");
+    EXPECT_EQ(colourAt(page, 2, 2), kRed);
+    EXPECT_EQ(colourAt(page, 398, 298), kRed);
+}

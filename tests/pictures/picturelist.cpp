@@ -151,7 +151,7 @@ std::vector<PixelLine> const theLines = {
     {"colours", 'r', 0, 36, {{60, 0x808080}, {60, 0x008000}, {60, 0x00FF00}, {60, kMaroon}}},
     {"colours", 'r', 0, 69, {{60, 0x000080}, {60, 0x808000}, {60, 0x800080}, {60, 0xFF0000}}},
     {"colours", 'r', 0, 102, {{60, 0xC0C0C0}, {60, 0x008080}, {60, kWhite}, {60, 0xFFFF00}}},
-    // 227 pixels for two halves: the last one gets what is left.
+    // 227 pixels for two halves: the last one gets what is left. A cell's ground covers its padding.
     {"spacing",
      'r',
      0,
@@ -160,9 +160,8 @@ std::vector<PixelLine> const theLines = {
       {1, kRose},
       {3, kWhite},
       {113, kWhite},
-      {13, kDark},
-      {94, kWhite},
-      {10, kDark},
+      {3, kDark},
+      {114, kWhite},
       {3, kWhite},
       {1, kRose},
       {1, kMaroon}}},
