@@ -171,7 +171,7 @@ guiHtmlDetailsSheet* appendSheet(guiHtmlParser& parser, guiHtml* details, mlSect
 {
     auto* const sheet = parser.appendGuiHtml(details, std::make_unique<guiHtmlDetailsSheet>());
     guiHtmlParser::pullBackground(sheet, section);
-    pullRoomyBorder(sheet, section);
+    guiHtmlParser::pullRoomyBorder(sheet, section);
     sheet->m.alignY = kAlignTop;
     sheet->putAway(!guiHtmlParser::hasAttr(section, "open"));
     return sheet;

@@ -47,16 +47,6 @@ void pullControl(guiHtmlParser& parser, guiHtml* parent, std::unique_ptr<guiHtml
         control->setEnabled(0);
 }
 
-void pullRoomyBorder(guiHtml* node, mlSection* section)
-{
-    constexpr int kSpace = 8;
-    guiHtmlParser::pullBorder(node, section);
-    if (node->m.divide == 0)
-        node->m.divide = kSpace;
-    if (node->m.space == 0 && !guiHtmlParser::hasAttr(section, "margin"))
-        node->m.space = kSpace;
-}
-
 namespace {
 
 /// The pattern for the whole of a text, null when it is invalid. "^" and "$" around it change nothing.

@@ -40,10 +40,6 @@ Control* pullControl(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
     return made;
 }
 
-/// Reads border, spacing and scrolling of an element around other content: it has room around that and between its
-/// lines unless the page says otherwise.
-void pullRoomyBorder(guiHtml* node, mlSection* section);
-
 /// Reads what the page asks of the value: `required`, `pattern`.
 void pullRules(guiHtmlParser& parser, guiHtmlControl* control, mlSection* section);
 

@@ -93,20 +93,6 @@ void pullSizes(guiHtml* pane, guiHtmlSplitter* splitter, mlSection* section)
              pane->m.fixed.y); // so that its height is asked for when that of the splitter is known
 }
 
-void pullPaneContent(guiHtmlParser& parser, guiHtml* pane, mlSection* section)
-{
-    pane->setSizePolicy(kPolicyScroll);
-    pane->m.alignY = kAlignTop;
-    guiHtmlParser::pullString(pane, section, "src", kStringSource);
-    guiHtmlParser::pullObjectAlignment(pane, section);
-    guiHtmlParser::pullBackground(pane, section);
-    guiHtmlParser::pullBorder(pane, section);
-    guiHtmlParser::pullMouseEvents(pane, section);
-    guiHtmlParser::pullName(pane, section);
-    parser.keepPlace(pane, section);
-    parser.pullContent(pane, section);
-}
-
 /// Outside of a splitter it is what it contains.
 void pullPane(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
 {
@@ -117,7 +103,9 @@ void pullPane(guiHtmlParser& parser, guiHtml* parent, mlSection* section)
         appendDivider(parser, splitter);
     auto* const pane = appendPart<guiHtml>(parser, splitter);
     pullSizes(pane, splitter, section);
-    pullPaneContent(parser, pane, section);
+    pane->setSizePolicy(kPolicyScroll);
+    pane->m.alignY = kAlignTop;
+    parser.pullBox(pane, section);
 }
 
 guiTag const kSplitter("splitter", pullSplitter, kTagNests | kTagBlock);

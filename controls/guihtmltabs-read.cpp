@@ -48,7 +48,7 @@ void pullSheet(guiHtmlParser& parser, guiHtmlTabSheet* sheet, mlSection* section
     guiHtmlParser::pullString(sheet, section, "src", kStringSource);
     guiHtmlParser::pullObjectAlignment(sheet, section);
     guiHtmlParser::pullBackground(sheet, section);
-    pullRoomyBorder(sheet, section);
+    guiHtmlParser::pullRoomyBorder(sheet, section);
     sheet->m.border = guiHtmlTabSheet::kFrame;
     parser.keepPlace(sheet, section);
     parser.pullContent(sheet, section);

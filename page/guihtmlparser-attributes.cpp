@@ -118,15 +118,16 @@ void pullGap(guiHtml* node, mlSection* section, bool hasSpacing)
         node->m.divide = pullPixels(section, "gap");
     else if (isInherited && !hasSpacing)
         node->m.divide = parent->m.divide;
-    if (section->findAttr("margin"))
-        node->m.space = pullPixels(section, "margin");
 }
 
 /// What separates cells from each other shows what is behind them; what keeps the content from the edge is the node's
 /// own.
 void pullPadding(guiHtml* node, mlSection* section)
 {
-    int const padding = section->findAttr("margin") ? node->m.space : pullPixels(section, "cellpadding");
+    bool const hasMargin = section->findAttr("margin") != nullptr;
+    if (hasMargin)
+        node->m.space = pullPixels(section, "margin");
+    int const padding = hasMargin ? node->m.space : pullPixels(section, "cellpadding");
     constexpr int kMost = std::numeric_limits<std::uint16_t>::max();
     node->m.padding = static_cast<std::uint16_t>(std::clamp(padding, 0, std::clamp(node->m.space, 0, kMost)));
 }
@@ -168,6 +169,16 @@ void guiHtmlParser::pullBorder(guiHtml* node, mlSection* section)
     if (hasAttr(section, "usesystemfont"))
         node->m.useSystemFont = !isNo(pullAttr(section, "usesystemfont"));
     pullScrolling(node, section);
+}
+
+void guiHtmlParser::pullRoomyBorder(guiHtml* node, mlSection* section)
+{
+    constexpr int kSpace = 8;
+    pullBorder(node, section);
+    if (node->m.divide == 0)
+        node->m.divide = kSpace;
+    if (node->m.space == 0 && !hasAttr(section, "margin"))
+        node->m.space = kSpace;
 }
 
 void guiHtmlParser::pullBackground(guiHtml* node, mlSection* section)

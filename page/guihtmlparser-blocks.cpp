@@ -57,10 +57,15 @@ void guiHtmlParser::pullTableCellTag(guiHtml* parent, mlSection* section)
 
 void guiHtmlParser::pullTableCell(guiHtml* node, mlSection* section, char const* codes)
 {
+    pullRestrict(node, section);
+    pullBox(node, section, codes);
+}
+
+void guiHtmlParser::pullBox(guiHtml* node, mlSection* section, char const* codes)
+{
     pullString(node, section, "src", kStringSource);
     pullObjectAlignment(node, section);
     pullBackground(node, section);
-    pullRestrict(node, section);
     pullBorder(node, section);
     pullMouseEvents(node, section);
     pullName(node, section);

@@ -9,14 +9,9 @@ namespace {
 void pullFrame(guiHtml* box, mlSection* section)
 {
     constexpr int kEtched = 2;
-    constexpr int kSpace = 8;
-    guiHtmlParser::pullBorder(box, section);
+    guiHtmlParser::pullRoomyBorder(box, section);
     if (!guiHtmlParser::hasAttr(section, "border"))
         box->m.border = kEtched;
-    if (box->m.divide == 0)
-        box->m.divide = kSpace;
-    if (box->m.space == 0 && !guiHtmlParser::hasAttr(section, "margin"))
-        box->m.space = kSpace;
 }
 
 /// What is in it is disabled as a whole.

@@ -148,6 +148,9 @@ public:
     /// Stores the attribute `name`, if it is given, as one of the node's strings.
     static void pullString(guiHtml* node, mlSection* section, char const* name, guiNodeString which);
     static void pullBorder(guiHtml* node, mlSection* section);
+    /// The same of an element around other content: it has room around that and between its lines unless the page says
+    /// otherwise.
+    static void pullRoomyBorder(guiHtml* node, mlSection* section);
     static void pullMouseEvents(guiHtml* node, mlSection* section);
     static void pullBackground(guiHtml* node, mlSection* section);
     static void pullRestrict(guiHtml* node, mlSection* section);
@@ -193,6 +196,8 @@ public:
     void pullTableRow(guiHtml* parent, mlSection* section);
     /// `codes`: of the cell's first text.
     void pullTableCell(guiHtml* node, mlSection* section, char const* codes = "");
+    /// The attributes of a cell but its sizes, and its content.
+    void pullBox(guiHtml* node, mlSection* section, char const* codes = "");
     /// Reads the sizes of the window.
     void pullSizeInfo(guiPageRoot* window, mlSection* section);
 
