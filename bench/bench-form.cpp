@@ -27,12 +27,13 @@ constexpr std::chrono::seconds kLongestStart{60};
 /// Time for the window manager to clean up after the last window.
 constexpr std::chrono::milliseconds kRest{60};
 
-/// A page with a line of text above the content, in a file of its own.
+/// A page with a line of text above the content, large enough to be seen, in a file of its own.
 std::string writePage(char const* name, std::string const& content)
 {
     std::filesystem::path const file = std::filesystem::temp_directory_path() / name;
     std::ofstream(file) << "<html><body width=\"800\" height=\"600\" valign=\"top\" bgcolor=\"#336699\">"
-                        << "<p><font color=\"#FFFFFF\">This is the page</font></p>" << content << "</body></html>";
+                        << "<h1><font color=\"#FFFFFF\">What is above the form</font></h1>" << content
+                        << "</body></html>";
     return file.string();
 }
 

@@ -279,7 +279,7 @@ void guiHtmlControlFlex::addItem(sstring const& value, sstring const& text, sstr
     guiRowNumber const row = addRow(entry);
     if (!m_listView)
         return;
-    addColumns(static_cast<int>(m_rows.textCount(row)));
+    addColumns(std::max(1, static_cast<int>(m_rows.textCount(row)))); // codes may name no column at all
     if (m_rows.above(row) != kNoRow && !m_listView->rootIsDecorated()) {
         m_listView->setRootIsDecorated(true);
         fitColumns(); // all rows move to the right
