@@ -160,8 +160,8 @@ protected:
     /// What a copy of the node takes over.
     struct content
     {
-        sstring text;   // the value or caption
-        sstring action; // the link
+        sstring text = sstring::unallocated();   // the value or caption
+        sstring action = sstring::unallocated(); // the link
         std::shared_ptr<guiFieldRules const> rules;
         char16_t labelKey = 0; // 0: none
     };

@@ -14,6 +14,8 @@ mlParser::mlParser(textstream const* source)
     : m_tokens(const_cast<textstream*>(source)), m_pool(this), m_root(mlSection::make(&m_pool)), m_openSections{m_root}
 {}
 
+mlParser::mlParser(std::unique_ptr<textstream> source) : mlParser(source.get()) { m_ownSource = std::move(source); }
+
 mlParser::mlParser(mlSection const* section)
     : m_tokens(section->getParser() ? section->getParser()->getStream() : nullptr),
       m_pool(this),
@@ -100,6 +102,7 @@ void mlParser::fullParse()
         readLongTexts();
     }
     m_tokens.setStream(nullptr);
+    m_ownSource.reset();
 }
 
 void mlParser::readLongTexts()

@@ -11,8 +11,9 @@
 #include "foundation/vela-textstream.h"
 
 #include <cassert>
+#include <memory>
 
-/// A tolerant parser. It does not own the stream, which must live as long as the parser reads from it; it opens the
+/// A tolerant parser. Unless it is given the stream, that must live as long as the parser reads from it; it opens the
 /// stream only for the duration of a call and leaves it at the position reached. A syntax error throws mlParseError and
 /// keeps what has been parsed; other errors are velaErrors of the stream. A parser, its sections and its stream belong
 /// to one thread at a time.
@@ -20,6 +21,8 @@ class mlParser
 {
 public:
     explicit mlParser(textstream const* source);
+    /// Owns the stream, and frees it at the end of fullParse(): the text of a large page is not kept beside its nodes.
+    explicit mlParser(std::unique_ptr<textstream> source);
     /// Parses the rest of an element of another parser, from that one's position in the same stream. The first section
     /// is a copy of the given one; the parser ends with that element.
     explicit mlParser(mlSection const* section);
@@ -118,6 +121,7 @@ private:
     sstring write(bool isFormatted);
     void reportToken(mlTokenType* type, sstring* text, bookmark* start, int* truncated, int* leadingSpace) const;
 
+    std::unique_ptr<textstream> m_ownSource; // null when the stream belongs to somebody else
     mlTokenizer m_tokens;
     mlPool m_pool;
     mlSection* m_root;                    // parent of the outermost sections; in the pool, like all sections

@@ -18,9 +18,8 @@ namespace {
 
 constexpr unsigned int kFirstAttributes = 2;
 
-bool equalsFolded(mlName const* name, char const* wanted)
+bool equalsFolded(mlName const* name, std::string_view text)
 {
-    std::string_view const text(wanted);
     return name && name->length == text.size() &&
            std::equal(text.begin(), text.end(), name->units(),
                       [](char a, unsigned short b) { return mlFold(static_cast<unsigned char>(a)) == mlFold(b); });
@@ -108,7 +107,7 @@ sstring mlAttr::toString() const
     return writer.result(*m_pool);
 }
 
-bool mlAttr::isNamed(char const* name) const { return equalsFolded(m_name, name); }
+bool mlAttr::isNamed(char const* name) const { return equalsFolded(m_name, std::string_view(name)); }
 
 mlSection::mlSection(mlParser* parser) : m_pool(new mlPool(parser)), m_flags(kOwnsPool) {}
 
@@ -161,7 +160,7 @@ unsigned short const* mlSection::getNameUnits(unsigned int* length) const
     return name ? name->units() : nullptr;
 }
 
-bool mlSection::isNamed(char const* name) const { return isTag() && equalsFolded(m_tag.name, name); }
+bool mlSection::isNamed(char const* name) const { return isTag() && equalsFolded(m_tag.name, std::string_view(name)); }
 
 mlAttr* mlSection::getAttr(unsigned int index) const
 {
@@ -183,9 +182,10 @@ unsigned int mlSection::getAttrCount() const
 
 mlAttr* mlSection::findAttr(char const* name) const
 {
+    std::string_view const wanted(name); // measured once: most elements are asked for many names that they do not have
     for (AttrBlock* block = isText() ? nullptr : m_tag.attributes; block; block = block->next)
         for (uint32_t i = 0; i < block->count; ++i)
-            if (block->at(i)->isNamed(name))
+            if (equalsFolded(block->at(i)->m_name, wanted))
                 return block->at(i);
     return nullptr;
 }

@@ -40,6 +40,8 @@ public:
 
     /// An empty string; it owns a buffer.
     sstring() { setSize(1); }
+    /// An empty string that owns no buffer until the first write: for the many that stay empty.
+    static sstring unallocated() noexcept { return sstring(NoBuffer{}); }
     /// `count` units of the text from position `start` on. 8-bit text is first converted by the default locale, so both
     /// are in units of the converted text.
     sstring(char const* text, unsigned int start = 0, unsigned int count = npos) : sstring(NoBuffer{})

@@ -71,7 +71,7 @@ guiHtml::rare_t& guiHtml::ensureRare()
 sstring guiHtml::getString(guiNodeString which) const
 {
     auto const* text = findText(rare().texts, which);
-    return text ? toText(text->value) : sstring();
+    return text ? toText(text->value) : sstring::unallocated();
 }
 
 bool guiHtml::isString(guiNodeString which, sstring const& value, bool fold) const

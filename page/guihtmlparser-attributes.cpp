@@ -33,9 +33,11 @@ sstring guiHtmlParser::pullAttr(mlSection* section, char const* name, char const
 {
     mlAttr* attr = section->findAttr(name);
     if (!attr)
-        return sstring();
+        return sstring::unallocated();
     sstring value = attr->getRHS();
-    return value.getLength() ? value : sstring(bare);
+    if (value.getLength() == 0)
+        value = bare;
+    return value;
 }
 
 sstring guiHtmlParser::pullAttr(mlSection* section, sstring const& name, sstring const& bare)
@@ -47,7 +49,7 @@ sstring guiHtmlParser::pullData(mlSection* section, char const* name)
 {
     mlAttr* attr = section->findAttr(name);
     if (!attr)
-        return sstring();
+        return sstring::unallocated();
     return attr->hasValue() ? attr->getRHS() : sstring("1");
 }
 

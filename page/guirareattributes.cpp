@@ -30,9 +30,9 @@ bool mayHave(guiHtml* node, guiRareAttribute which)
 
 void guiPullRareAttributes(guiHtml* node, mlSection* section)
 {
-    sstring all;
+    sstring all = sstring::unallocated();
     for (rareName const& each : kNames) {
-        if (!mayHave(node, each.which))
+        if (!mayHave(node, each.which) || !guiHtmlParser::hasAttr(section, each.name))
             continue;
         sstring const value = guiHtmlParser::pullAttr(section, each.name);
         if (value.getLength() == 0)

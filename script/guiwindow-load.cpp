@@ -18,6 +18,8 @@
 #include "script/guiwindowcontrols.h"
 
 #include <cassert>
+#include <memory>
+#include <utility>
 
 namespace {
 
@@ -37,9 +39,9 @@ void publish(guiWindowData& record)
 /// Builds the page tree of a new window from the text of its file, which is emptied.
 int apply(guiHtmlBase& root, guiPageFile& file)
 {
-    datastream stream(file.text());
+    auto stream = std::make_unique<datastream>(file.text());
     file.text() = sstring(); // the stream has its own copy
-    mlParser markup(&stream);
+    mlParser markup(std::move(stream));
     guiHtmlParser page(&markup, guiDirectoryOf(file.path()), file.path());
     int result = page.pullWindow(&root);
     if (!page.hasContent())

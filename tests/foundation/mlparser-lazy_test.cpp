@@ -188,6 +188,33 @@ TEST(LongTexts, OutliveTheStreamAfterFullParsing)
     EXPECT_EQ(parser->getSection(1)->getData().getLength(), 6000u);
 }
 
+namespace {
+
+/// Tells when it is destroyed.
+class WatchedStream : public datastream
+{
+public:
+    WatchedStream(sstring text, bool& isGone) : datastream(text), m_isGone(isGone) {}
+    ~WatchedStream() override { m_isGone = true; }
+
+private:
+    bool& m_isGone;
+};
+
+} // namespace
+
+TEST(LongTexts, AStreamThatTheParserOwnsIsFreedOnceAllIsParsed)
+{
+    bool isGone = false;
+    std::string const text = "<a>" + std::string(5000, 'x') + "</a>";
+    mlParser parser(std::make_unique<WatchedStream>(sstring(text.c_str()), isGone));
+    EXPECT_TRUE(parser.getSection(0)->getChild(0)->isTruncated());
+    EXPECT_FALSE(isGone);
+    parser.fullParse();
+    EXPECT_TRUE(isGone);
+    EXPECT_EQ(parser.getSection(0)->getChild(0)->getData().getLength(), 5000u);
+}
+
 TEST(SubtreeParsing, ReadsTheRestOfOneElement)
 {
     MemorySource source("<table\n><tr a=1>one<td>two</td>three</tr>four</table>five");

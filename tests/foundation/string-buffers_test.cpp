@@ -44,6 +44,19 @@ TEST(StringBuffers, ADefaultStringIsEmptyWithACapacityOf32Units)
     EXPECT_EQ(text.isTare(), 0u);
 }
 
+TEST(StringBuffers, AnUnallocatedStringGetsItsBufferWhenItIsWritten)
+{
+    sstring text = sstring::unallocated();
+    EXPECT_EQ(text.getCapacity(), 0u);
+    EXPECT_EQ(text.getLength(), 0u);
+    EXPECT_EQ(text.getUnicode()[0], 0);
+    EXPECT_TRUE(text == sstring());
+    text += sstring("later");
+    EXPECT_EQ(text.getCapacity(), 32u);
+    EXPECT_TRUE(text == sstring("later"));
+    EXPECT_EQ(sstring::unallocated().getUnicode()[0], 0) << "what they share has been written";
+}
+
 TEST(StringBuffers, NotFoundIsAllOnes) { EXPECT_EQ(sstring::npos, 0xFFFFFFFFu); }
 
 TEST(StringBuffers, OnlyTheFourComparisonsAreVirtualInThisOrder)
