@@ -21,6 +21,7 @@
 #include <QButtonGroup>
 #include <QFontInfo>
 #include <QMenuBar>
+#include <QWindow>
 #include <algorithm>
 #include <cassert>
 
@@ -144,12 +145,26 @@ guiWidget* guiHtmlBase::widgetToUse() const
     return widget;
 }
 
+namespace {
+
+/// Has the desktop keep the window above the one that it blocks, and place it there: on Wayland only the compositor
+/// can.
+void standOver(QWidget& window, QWidget const& below)
+{
+    window.winId(); // has the window made, which knows what it belongs to before it is shown
+    if (QWindow* const handle = window.windowHandle())
+        handle->setTransientParent(below.windowHandle());
+}
+
+} // namespace
+
 guiWidget* guiHtmlBase::createWidget(int modal)
 {
     assertOnGuiThread();
     if (guiWidget* existing = getWidget())
         return existing;
-    bool isModal = modal != 0 && QApplication::activeWindow();
+    QWidget const* const below = modal != 0 ? QApplication::activeWindow() : nullptr;
+    bool const isModal = below != nullptr;
     Qt::WindowFlags flags = flagsFromStyle(m_style);
     if (isModal)
         flags |= Qt::Dialog;
@@ -168,6 +183,8 @@ guiWidget* guiHtmlBase::createWidget(int modal)
     applyLimits(widget);
     widget->resize(inRange(getDefaultWidth()), inRange(getDefaultHeight()));
     showIcon();
+    if (below)
+        standOver(*widget, *below);
     return widget;
 }
 

@@ -41,7 +41,8 @@ std::string NodeComponent::load(std::string const& path)
     std::lock_guard lock(m_mutex);
     if (m_library)
         return {};
-    void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    // Lazily: to look up every function of the toolkit at once would take a sixth of the time to load it.
+    void* library = dlopen(path.c_str(), RTLD_LAZY | RTLD_LOCAL);
     if (!library)
         return dlerror();
     bool complete = find(library, "Init", m_init) && find(library, "Shutdown", m_shutdown) &&
