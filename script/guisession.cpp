@@ -7,6 +7,8 @@
 #include "runtime/gui.h"
 #include "runtime/guiscriptwork.h"
 #include "script/guidialogs.h"
+#include "script/guitaskbar.h"
+#include "script/guitray.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -83,10 +85,81 @@ void writeClipboard_qt(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& a
         QGuiApplication::clipboard()->setText(sstoq(guiTextOf(args, 0)));
 }
 
+/// Where the arguments of showTray stand.
+enum trayArgument
+{
+    kNumber,
+    kIcon,
+    kTip,
+    kHeard,
+    kItems
+};
+
+bool isTrayRequest(ScriptArgs& args)
+{
+    if (args.count() < kItems || (args.count() - kItems) % 2 != 0)
+        return false;
+    for (int i = kIcon; i < args.count(); ++i)
+        if (i == kHeard ? !args.get(i)->isFunction() : !args.get(i)->isString())
+            return false;
+    return args.get(kNumber)->isNumber();
+}
+
+/// Calls script's function with a number. GUI thread.
+void tellPlace(std::shared_ptr<ScriptObject> const& heard, int place)
+{
+    HostPlatform* const platform = pGUI->getPlatform();
+    ScriptEngine* const engine = heard->getEngine();
+    guiOwnedArgs const args(platform->createArgs(engine));
+    guiOwnedValue const value(platform->createValue(engine));
+    value->setInt(place);
+    args->append(value.get());
+    heard->callMethodAsync(heard.get(), sstring(), args.get(), forgetAnswer, nullptr);
+}
+
+void hasTray_qt(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs&, ScriptValue& result)
+{
+    result.setBool(guiTray_isAvailable());
+}
+
+void showTray_qt(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    result.setBool(0);
+    if (!isTrayRequest(args))
+        return;
+    std::shared_ptr<ScriptObject> const heard = guiKept(args.get(kHeard)->toObject(0));
+    guiTrayRequest request{
+        guiTextOf(args, kIcon), guiTextOf(args, kTip), {}, [heard](int place) { tellPlace(heard, place); }};
+    for (int i = kItems; i < args.count(); i += 2)
+        request.menu.push_back({guiTextOf(args, i), guiTextOf(args, i + 1)});
+    result.setBool(guiTray_show(args.get(kNumber)->toInt(0), request));
+}
+
+void removeTray_qt(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    result.setNull();
+    if (args.count() == 1 && guiIsNumber(args, 0))
+        guiTray_remove(args.get(0)->toInt(0));
+}
+
+void showOnTaskbar_qt(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    bool const isRequest = args.count() == 4 && guiIsString(args, 0) && guiIsNumber(args, 1) && guiIsNumber(args, 2) &&
+                           guiIsSwitch(args, 3);
+    result.setBool(isRequest && guiTaskbar_show({guiTextOf(args, 0), args.get(1)->toNumber(-1), args.get(2)->toInt(0),
+                                                 guiSwitchOf(args, 3) != 0}));
+}
+
 constexpr guiScriptMethod kMethods[] = {
     {"showDialog", showDialog_script},
     {"readClipboard", guiCallOnGuiThread<readClipboard_qt>},
     {"writeClipboard", guiCallOnGuiThread<writeClipboard_qt>},
+    {"hasTray", guiCallOnGuiThread<hasTray_qt>},
+    {"showTray", guiCallOnGuiThread<showTray_qt>},
+    {"removeTray", guiCallOnGuiThread<removeTray_qt>},
+    {"showOnTaskbar", guiCallOnGuiThread<showOnTaskbar_qt>},
 };
 
 } // namespace

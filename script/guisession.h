@@ -10,4 +10,10 @@
 ///                                                                 the answers, without any when there is none.
 ///   readClipboard()      the text, "" for anything else
 ///   writeClipboard(text)
+///   hasTray()            whether the desktop has a tray
+///   showTray(number, icon, tip, heard, (kind, text)...)   see guitray.h; false when the file `icon` holds no picture.
+///                                                         `heard`, a function, is called with the place of the item
+///                                                         that was chosen, or with -1 for a click on the picture.
+///   removeTray(number)
+///   showOnTaskbar(desktopFile, progress, count, urgent)   see guitaskbar.h; whether somebody may show it
 void guiSession_complete();

@@ -7,7 +7,7 @@ packages_for() {
     case $1 in
         page | program | package) base_packages ;;
         test) base_packages && documentation_packages && echo lld ;;
-        display) echo xvfb openbox x11-utils xdotool imagemagick valgrind ;;
+        display) echo xvfb openbox x11-utils xdotool imagemagick valgrind dbus-daemon dbus-bin weston qt6-wayland ;;
         bench) base_packages && bench_packages ;;
         fuzz) base_packages && echo clang libclang-rt-dev llvm ;;
         lint) base_packages && echo clang-format-14 clang-tidy-14 shellcheck ;;

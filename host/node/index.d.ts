@@ -779,6 +779,62 @@ export const clipboard: {
     writeText(text: string): void;
 };
 
+/** A line of a tray's menu: "-" between groups, or a text with "&" before its key. */
+export type TrayItem = '-' | {
+    text: string;
+    onClick?: (tray: Tray) => void | Promise<void>;
+    /** False shows it grey. */
+    enabled?: boolean;
+    /** With it the item has a check mark, set or not. */
+    checked?: boolean;
+};
+
+/** Options of `tray`. */
+export interface TrayOptions {
+    /** A picture, a file beside the script: SVG, PNG and so on. */
+    icon: string | URL;
+    /** What the pointer reads. */
+    tip?: string;
+    menu?: readonly TrayItem[];
+    /** A click on the picture itself. */
+    onClick?: (tray: Tray) => void | Promise<void>;
+}
+
+/** What stands in the desktop's tray. It keeps the program alive, as an open window does. */
+export interface Tray {
+    /** Changes what is named, and leaves the rest: `tray.update({ icon: 'new-mail.svg', tip: '3 new' })`. */
+    update(options: Partial<TrayOptions>): void;
+    /** Takes it out of the tray. */
+    close(): void;
+}
+
+/**
+ * Puts a picture into the desktop's tray. Null on a desktop that has no tray, so a program needs another way to be reached there.
+ *
+ *     const tray = tarn.tray({ icon: 'mail.svg', tip: 'Mail', menu: [{ text: '&Quit', onClick: (tray) => tray.close() }] });
+ */
+export function tray(options: TrayOptions): Tray | null;
+
+/** Options of `taskbar`. What is not named is not shown. */
+export interface TaskbarOptions {
+    /** The name of the program's desktop file, by which the desktop knows its windows: "mail.desktop". */
+    desktopFile: `${string}.desktop`;
+    /** 0 to 1; null for no bar. */
+    progress?: number | null;
+    /** A number on the entry, such as that of new messages; 0 for none. */
+    count?: number;
+    /** Asks for the user's attention. */
+    urgent?: boolean;
+}
+
+/**
+ * Shows progress and a number on the program's entry in the taskbar or dock, on desktops whose dock listens to launcher entries.
+ * False without a session bus; whether anybody shows it is not known.
+ *
+ *     tarn.taskbar({ desktopFile: 'mail.desktop', progress: 0.4, count: 3 });
+ */
+export function taskbar(options: TaskbarOptions): boolean;
+
 // The desktop's own dialogs. Each belongs to the active window and blocks it; without a window it stands alone. The plain form
 // waits for the user as `show()` does, the one with Async promises the answer. When the window is closed the dialog is too.
 

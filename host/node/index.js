@@ -18,6 +18,8 @@ const { hasMethod, scanMethods } = require('./js/methods.js');
 const { defineAccessor, defineMethod, tie, untie } = require('./js/objects.js');
 const { pageText, session } = require('./js/session.js');
 const { makeTableProxy } = require('./js/tables.js');
+const { taskbar } = require('./js/taskbar.js');
+const { tray } = require('./js/tray.js');
 const { runTicks, startWait } = require('./js/wait.js');
 require('./js/controls.js');
 const { GuiWindow, windowClosed } = require('./js/windows.js');
@@ -56,5 +58,7 @@ module.exports = {
     confine,
     pageText,
     clipboard,
+    taskbar,
+    tray,
     ...dialogs,
 };

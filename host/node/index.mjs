@@ -5,7 +5,7 @@ import tarn from './index.js';
 export const {
     CustomElement, GuiControl, GuiImage, GuiSizePolicy, GuiToolkit, GuiWindow, alert, alertAsync, clipboard, confine, confirm, confirmAsync, html, mount,
     openFile, openFileAsync, openFolder, openFolderAsync, pageText, pickColor, pickColorAsync, prompt, promptAsync, register, saveFile,
-    saveFileAsync, session,
+    saveFileAsync, session, taskbar, tray,
 } = tarn;
 
 export default tarn;
