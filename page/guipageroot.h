@@ -6,10 +6,12 @@
 #include "page/guihtml.h"
 
 #include <algorithm>
+#include <memory>
 
 class QAbstractButton;
 class QMenuBar;
 class QWidget;
+class guiPageText;
 
 /// The topmost node of a page. GUI thread.
 class guiPageRoot : public guiHtml
@@ -74,8 +76,13 @@ public:
     /// Where the pages of the window name their handlers.
     guiHandlerPlaces& handlerPlaces() { return m_handlerPlaces; }
 
+    /// What the user does with the page's text; null: nothing so far.
+    guiPageText* pageText() const { return m_pageText.get(); }
+    guiPageText& ensurePageText();
+
 private:
     guiHandlerPlaces m_handlerPlaces;
+    std::shared_ptr<guiPageText> m_pageText; // shared with nobody
 };
 
 /// The script object of the node's window, null outside a window and in one without script.
