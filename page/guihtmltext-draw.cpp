@@ -33,8 +33,8 @@ struct drawing
     textParams const& params;
     guiTextRun const& run;
     guiHtmlText::mx_t* cache = nullptr;
-    bool records = false;                ///< whether links are recorded in the cache's hotspots
-    guiTextMarks const* marks = nullptr; ///< what stands out; null: nothing
+    bool records = false;                  ///< whether links are recorded in the cache's hotspots
+    guiTextMarker const* marker = nullptr; ///< knows what stands out; null: nothing
     int clipTop = std::numeric_limits<int>::min();
     int clipBottom = std::numeric_limits<int>::max();
 };
@@ -95,11 +95,11 @@ void paintStrike(drawing const& job, guiTextPiece const& piece, QRect const& pla
 /// The piece once more where it stands out, in other colours and cut off at the characters' edges.
 void paintMarked(drawing const& job, guiTextPiece const& piece, QRect const& place, int baseline)
 {
-    if (!job.marks)
+    if (!job.marker)
         return;
     guiTextChunk const& chunk = job.run.chunks()[piece.chunk];
     QStringView const text = job.text.mid(piece.start, piece.length);
-    for (guiTextMark const& mark : guiMarksBetween(*job.marks, piece.start, piece.start + piece.length)) {
+    for (guiTextMark const& mark : job.marker->between(piece.start, piece.start + piece.length)) {
         QRegion const area = guiAreaOfMark(mark, piece, chunk, text, place);
         guiSavedPainter const saved(*job.painter);
         job.painter->setClipRegion(area, Qt::IntersectClip);
@@ -267,7 +267,7 @@ int guiHtmlText::drawText(QPainter* painter, guiRect* box, sstring const& text, 
 }
 
 /// drawText() of the node's own text, whose changes are noticed without comparing it.
-int guiHtmlText::layOut(QPainter* painter, guiRect const& box, int* widthOut, guiTextMarks const* marks)
+int guiHtmlText::layOut(QPainter* painter, guiRect const& box, int* widthOut, guiTextMarker const* marker)
 {
     assertOnGuiThread();
     QStringView const view = mx.text.view();
@@ -276,7 +276,7 @@ int guiHtmlText::layOut(QPainter* painter, guiRect const& box, int* widthOut, gu
     textParams const params = ownParams();
     guiTextRun const& run = ownRun(params);
     drawing job{painter, innerBox(box), view, params, run, &mx, false};
-    job.marks = marks;
+    job.marker = marker;
     return measure(job, widthOut);
 }
 

@@ -121,6 +121,6 @@ void guiHtmlText::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QR
         return;
     guiSavedPainter const saved(*painter);
     painter->setClipRegion(clip);
-    guiTextMarks const marks = guiTextMarksOf(*this);
-    layOut(painter, box, nullptr, marks.empty() ? nullptr : &marks);
+    guiTextMarker const marker(*this);
+    layOut(painter, box, nullptr, marker ? &marker : nullptr);
 }

@@ -17,8 +17,7 @@
 class QFontMetrics;
 class QRect;
 class guiLineBreaker;
-struct guiTextMark;
-using guiTextMarks = std::vector<guiTextMark>; ///< see guitextmarks.h
+class guiTextMarker;
 
 /// Sees one line of a run: its pieces, whose left ends count from the rectangle's, which is relative to the run's node;
 /// true ends the visit.
@@ -103,7 +102,7 @@ public:
     mx_t mx;
 
 private:
-    int layOut(QPainter* painter, guiRect const& box, int* widthOut, guiTextMarks const* marks = nullptr);
+    int layOut(QPainter* painter, guiRect const& box, int* widthOut, guiTextMarker const* marker = nullptr);
     guiTextRun const& ownRun(textParams const& params);
     textParams ownParams();
     bool isFontKnown() const;

@@ -3,13 +3,6 @@
 
 #include "page/guipageroot.h"
 
-guiTextMarks guiPageText::marksOf(guiHtmlText& run)
-{
-    guiTextMarks marks;
-    selection.addMarks(run, marks);
-    return marks;
-}
-
 guiPageText& guiPageRoot::ensurePageText()
 {
     if (!m_pageText)

@@ -1,7 +1,7 @@
 // page/guipagetext.h: what the user does with the text of one page: selecting it, and finding something in it.
 #pragma once
 
-#include "page/guitextmarks.h"
+#include "page/guitextsearch.h"
 #include "page/guitextselection.h"
 
 class guiPageRoot;
@@ -10,9 +10,8 @@ class guiPageRoot;
 class guiPageText
 {
 public:
-    explicit guiPageText(guiPageRoot& page) : selection(page) {}
-
-    guiTextMarks marksOf(guiHtmlText& run);
+    explicit guiPageText(guiPageRoot& page) : selection(page), search(page) {}
 
     guiTextSelection selection;
+    guiTextSearch search;
 };

@@ -8,6 +8,7 @@
 #include "page/guipagetext.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace {
@@ -31,23 +32,19 @@ unsigned guiMarking::count()
     return theMarkings;
 }
 
-guiTextMarks guiTextMarksOf(guiHtmlText& run)
+guiTextMarker::guiTextMarker(guiHtmlText& run) : m_run(run)
 {
     guiPageRoot* root = guiMarking::count() != 0 ? run.getBaseHtml() : nullptr;
-    guiPageText* text = root ? root->pageText() : nullptr;
-    return text ? text->marksOf(run) : guiTextMarks();
+    m_text = root ? root->pageText() : nullptr;
 }
 
-guiTextMarks guiMarksBetween(guiTextMarks const& marks, unsigned from, unsigned to)
+guiTextMarks guiTextMarker::between(unsigned from, unsigned to) const
 {
-    guiTextMarks inside;
-    for (guiTextMark mark : marks) {
-        mark.from = std::max(mark.from, from);
-        mark.to = std::min(mark.to, to);
-        if (mark.from < mark.to)
-            inside.push_back(mark);
-    }
-    return inside;
+    assert(m_text);
+    guiTextMarks marks;
+    m_text->search.addMarks(m_run, from, to, marks);
+    m_text->selection.addMarks(m_run, from, to, marks);
+    return marks;
 }
 
 QRegion guiAreaOfMark(guiTextMark const& mark, guiTextPiece const& piece, guiTextChunk const& chunk, QStringView text,

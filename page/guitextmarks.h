@@ -11,6 +11,7 @@
 #include <vector>
 
 class guiHtmlText;
+class guiPageText;
 
 /// Units of a run, from the first to one past the last, and the colours that they are painted in.
 struct guiTextMark
@@ -24,11 +25,21 @@ struct guiTextMark
 /// In the order in which they are painted.
 using guiTextMarks = std::vector<guiTextMark>;
 
-/// The marks of a run on its page. Takes no time while nothing is marked in any window. GUI thread.
-guiTextMarks guiTextMarksOf(guiHtmlText& run);
+/// Knows the marks of one run while it is painted. Takes no time while nothing is marked in any window. GUI thread.
+class guiTextMarker
+{
+public:
+    explicit guiTextMarker(guiHtmlText& run);
 
-/// Those of the marks that have a unit in the range, cut to it.
-guiTextMarks guiMarksBetween(guiTextMarks const& marks, unsigned from, unsigned to);
+    /// Whether the run may have marks.
+    explicit operator bool() const { return m_text != nullptr; }
+    /// Those between two units, cut off there.
+    guiTextMarks between(unsigned from, unsigned to) const;
+
+private:
+    guiHtmlText& m_run;
+    guiPageText* m_text = nullptr; // of its page; not owned
+};
 
 /// What the mark covers of a piece; `place` is the piece's, `text` what it shows. GUI thread.
 QRegion guiAreaOfMark(guiTextMark const& mark, guiTextPiece const& piece, guiTextChunk const& chunk, QStringView text,

@@ -182,6 +182,37 @@ guiTextSpot guiTextSelection::stepped(bool forward, step by)
     return at->run > 0 ? guiEndOf(flow()[at->run - 1].node) : guiStartOf(from.run);
 }
 
+/// The height in the window of the line that comes next in the flow above or below the caret's; the caret's own where
+/// there is none.
+int guiTextSelection::nextLine(std::size_t run, QRect const& caret, bool down)
+{
+    guiTextFlow const& runs = flow();
+    for (std::size_t i = run; down ? i + 1 < runs.size() : i > 0;) {
+        i = down ? i + 1 : i - 1;
+        QRect const line = guiCaretOf(down ? guiStartOf(runs[i].node) : guiEndOf(runs[i].node));
+        if (down ? line.top() > caret.bottom() : line.bottom() < caret.top())
+            return line.center().y();
+    }
+    return caret.center().y();
+}
+
+guiTextSpot guiTextSelection::lineStepped(bool down)
+{
+    guiTextSpot const from = moving();
+    std::optional<position> const at = positionOf(from);
+    if (!at)
+        return {};
+    QRect const caret = guiCaretOf(from);
+    guiRect run;
+    from.run->getRectInWidget(&run);
+    bool const isInside = down ? caret.bottom() + 1 < run.bottom() : caret.top() > run.top;
+    int const next = down ? caret.bottom() + 1 : caret.top() - 1;
+    int const y = isInside ? next : nextLine(at->run, caret, down);
+    if (y == caret.center().y())
+        return down ? guiEndOf(from.run) : guiStartOf(from.run);
+    return guiTextSpotAt(&m_page, {caret.left(), y});
+}
+
 // ---- What is seen of it ----
 
 void guiTextSelection::repaintRuns(std::size_t first, std::size_t last)
@@ -210,7 +241,7 @@ void guiTextSelection::repaint(std::optional<range> const& before)
             repaintRuns(std::min(a, b).run, std::max(a, b).run);
 }
 
-void guiTextSelection::addMarks(guiHtmlText& run, guiTextMarks& marks)
+void guiTextSelection::addMarks(guiHtmlText& run, unsigned from, unsigned to, guiTextMarks& marks)
 {
     if (!m_marking.isOn())
         return;
@@ -224,8 +255,10 @@ void guiTextSelection::addMarks(guiHtmlText& run, guiTextMarks& marks)
     if (!at || *at < all->from.run || *at > all->to.run || !window)
         return;
     guiTextMark mark;
-    mark.from = *at == all->from.run ? all->from.unit : 0;
-    mark.to = *at == all->to.run ? all->to.unit : run.editText().getLength();
+    mark.from = *at == all->from.run ? std::max(from, all->from.unit) : from;
+    mark.to = *at == all->to.run ? std::min(to, all->to.unit) : to;
+    if (mark.from >= mark.to)
+        return;
     QPalette const palette = window->palette();
     QPalette::ColorGroup const group = window->isActiveWindow() ? QPalette::Active : QPalette::Inactive;
     mark.ground = palette.color(group, QPalette::Highlight);

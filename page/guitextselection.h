@@ -48,12 +48,16 @@ public:
     /// Where the end would be after a step of one character or word. No place beyond the first or last.
     guiTextSpot stepped(bool forward, step by);
 
+    /// The same for a line up or down: above or below in the paragraph, or in the nearest one above or below.
+    guiTextSpot lineStepped(bool down);
+
     /// Lines, paragraphs with an empty line between them, cells with a tab between them.
     QString text();
     /// The same as markup with the bold, italic, underlined, struck and marked parts and the links.
     QString html();
 
-    void addMarks(guiHtmlText& run, guiTextMarks& marks);
+    /// What is to be seen of it in a part of a run.
+    void addMarks(guiHtmlText& run, unsigned from, unsigned to, guiTextMarks& marks);
 
 private:
     /// A place that knows whether its run still lives.
@@ -81,6 +85,7 @@ private:
     std::optional<position> positionOf(guiTextSpot spot);
     std::optional<position> positionOf(std::optional<end> const& which);
     std::optional<range> selected();
+    int nextLine(std::size_t run, QRect const& caret, bool down);
     void learnRange();
     void repaint(std::optional<range> const& before);
     void repaintRuns(std::size_t first, std::size_t last);
