@@ -1,7 +1,9 @@
 // page/guihtmltext-piece.cpp: see guihtmltext-piece.h.
 #include "page/guihtmltext-piece.h"
 
+#include <QGlyphRun>
 #include <QPainter>
+#include <QRawFont>
 #include <QTextBoundaryFinder>
 #include <QTextLayout>
 
@@ -99,6 +101,48 @@ void guiPieceRuler::addWords(guiTextChunk const& chunk, QString const& text)
     addBlanks(text.size());
 }
 
+namespace {
+
+using span = guiPieceRuler::span;
+
+bool hasLettersFromTheRight(QString const& text)
+{
+    return std::any_of(text.begin(), text.end(), [](QChar unit) {
+        QChar::Direction const direction = unit.direction();
+        return direction == QChar::DirR || direction == QChar::DirAL;
+    });
+}
+
+/// Where reading enters the character and where it leaves it, by the places of its glyphs: at a change of direction the
+/// toolkit's own cursor stands at one of two places. `before`: where the character before it ends, for one that is a
+/// part of a ligature.
+span spanOfGlyphs(QTextLine const& line, qsizetype from, qsizetype to, double before)
+{
+    double left = HUGE_VAL;
+    double right = -HUGE_VAL;
+    bool isFromTheRight = false;
+    for (QGlyphRun const& run : line.glyphRuns(static_cast<int>(from), static_cast<int>(to - from))) {
+        QList<QPointF> const places = run.positions();
+        QList<QPointF> const advances = run.rawFont().advancesForGlyphIndexes(run.glyphIndexes());
+        isFromTheRight = run.isRightToLeft();
+        for (qsizetype i = 0; i < places.size(); ++i) {
+            left = std::min(left, places[i].x());
+            right = std::max(right, places[i].x() + advances.value(i).x());
+        }
+    }
+    if (left > right)
+        return {before, before};
+    return isFromTheRight ? span(right, left) : span(left, right);
+}
+
+span spanOfCursor(QTextLine const& line, qsizetype from, qsizetype to)
+{
+    return {line.cursorToX(static_cast<int>(from), QTextLine::Leading),
+            line.cursorToX(static_cast<int>(to) - 1, QTextLine::Trailing)};
+}
+
+} // namespace
+
 /// The toolkit's own layout may be some part of a pixel wider or narrower than what was measured word by word.
 void guiPieceRuler::addLaidOut(guiTextChunk const& chunk, QString const& text, qsizetype first, double left,
                                double width)
@@ -106,20 +150,22 @@ void guiPieceRuler::addLaidOut(guiTextChunk const& chunk, QString const& text, q
     QTextLayout layout(text, chunk.font->font());
     QTextOption option;
     option.setWrapMode(QTextOption::NoWrap);
-    option.setTextDirection(Qt::LeftToRight);
+    option.setTextDirection(Qt::LayoutDirectionAuto); // as a painter has it
     layout.setTextOption(option);
     layout.beginLayout();
     QTextLine const line = layout.createLine();
     layout.endLayout();
-    double const natural = line.isValid() ? line.horizontalAdvance() : 0;
-    double const scale = natural > 0 ? width / natural : 1;
+    if (!line.isValid())
+        return;
+    double const scale = line.horizontalAdvance() > 0 ? width / line.horizontalAdvance() : 1;
+    bool const turns = hasLettersFromTheRight(text);
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
     qsizetype start = 0;
+    double before = 0;
     for (qsizetype end = finder.toNextBoundary(); end > start; end = finder.toNextBoundary()) {
-        int const at = static_cast<int>(start);
-        int const last = static_cast<int>(end) - 1;
-        m_characters.push_back({first + start, first + end, left + scale * line.cursorToX(at, QTextLine::Leading),
-                                left + scale * line.cursorToX(last, QTextLine::Trailing)});
+        span const place = turns ? spanOfGlyphs(line, start, end, before) : spanOfCursor(line, start, end);
+        before = place.second;
+        m_characters.push_back({first + start, first + end, left + scale * place.first, left + scale * place.second});
         start = end;
     }
 }

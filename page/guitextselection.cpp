@@ -154,6 +154,14 @@ void guiTextSelection::learnRange() { m_marking.set(selected().has_value()); }
 
 guiTextSpot guiTextSelection::moving() { return isAlive() ? spotOf(m_moving->run, m_moving->unit) : guiTextSpot(); }
 
+guiTextSpot guiTextSelection::starting()
+{
+    std::optional<range> const all = selected();
+    if (all)
+        return {flow()[all->from.run].node, all->from.unit};
+    return isAlive() ? spotOf(m_first->run, m_first->unit) : guiTextSpot();
+}
+
 void guiTextSelection::select(guiTextSpot from, guiTextSpot to)
 {
     start(from);

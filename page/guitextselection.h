@@ -40,7 +40,8 @@ public:
     bool hasStart();
     /// The other end goes there. Without a start it starts there.
     void extendTo(guiTextSpot spot);
-    /// The end that extendTo() moves; no place without a start.
+    /// Where it starts, and the end that extendTo() moves; no places without a start.
+    guiTextSpot starting();
     guiTextSpot moving();
     void select(guiTextSpot from, guiTextSpot to);
     void selectAll();

@@ -86,6 +86,32 @@ TEST_F(TextSelection, LettersWrittenFromTheRightAreFoundWhereTheyStand)
     EXPECT_EQ(guiTextSpotAt(&window.root, pointOf(third)), third);
 }
 
+TEST_F(TextSelection, ALineThatBeginsOnTheRightIsMarkedWhereItsLettersStand)
+{
+    show("<p>\u05d0\u05d1\u05d2 HHHH</p>", "bgcolor=\"#FFFFFF\"");
+    selection().select(before("HHHH"), behind("HHHH"));
+    QPalette palette;
+    palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0, 0, 255));
+    palette.setColor(QPalette::Inactive, QPalette::HighlightedText, QColor(0, 0, 255));
+    window.widget->setPalette(palette);
+    Canvas canvas(400, 300);
+    canvas.paint(&window.root, window.widget);
+    QRect const line = guiCaretOf(before("HHHH"));
+    int blue = 0;
+    bool isInkBehind = false; // of letters of the other script, all on the right of the marked ones
+    for (int x = 0; x < 400; ++x) {
+        bool hasInk = false;
+        for (int y = line.top(); y <= line.bottom(); ++y)
+            hasInk = hasInk || qRed(canvas.at(x, y)) < 128;
+        bool const isMarked = canvas.at(x, line.top()) == qRgb(0, 0, 255);
+        blue += isMarked ? 1 : 0;
+        isInkBehind = isInkBehind || (blue != 0 && hasInk && !isMarked);
+        EXPECT_FALSE(blue == 0 && hasInk && !isMarked) << x;
+    }
+    EXPECT_GT(blue, 20);
+    EXPECT_TRUE(isInkBehind);
+}
+
 TEST_F(TextSelection, GoesFromOnePlaceToTheOtherInEitherDirection)
 {
     show("<p>alpha beta</p><p>gamma</p>");
