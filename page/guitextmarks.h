@@ -50,7 +50,11 @@ class guiMarking
 {
 public:
     guiMarking() = default;
-    ~guiMarking() { set(false); }
+    ~guiMarking()
+    {
+        if (m_on)
+            set(false);
+    }
     guiMarking(guiMarking const&) = delete;
     guiMarking& operator=(guiMarking const&) = delete;
 
