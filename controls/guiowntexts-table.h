@@ -12,7 +12,7 @@ using guiTextRow = std::array<std::string_view, kLanguages.size()>;
 inline constexpr guiTextRow kTexts[] = {
     // The find bar and the context menu.
     {"Find", "Suchen", "Rechercher", "Buscar", "بحث", "検索"},
-    {"Find\u2026", "Suchen\u2026", "Rechercher\u2026", "Buscar\u2026", "بحث\u2026", "検索\u2026"},
+    {"Find\u2026", "Suchen\u2026", "Rechercher\u2026", "Buscar\u2026", "بحث\u2026\u200f", "検索\u2026"},
     {"Find on this page", "Auf dieser Seite suchen", "Rechercher dans la page", "Buscar en esta página",
      "بحث في هذه الصفحة", "このページを検索"},
     {"Previous", "Vorheriges", "Précédent", "Anterior", "السابق", "前へ"},
