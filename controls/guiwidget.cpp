@@ -484,8 +484,7 @@ void guiWidget::contextMenuEvent(QContextMenuEvent* event)
     bool const isAtFocus = event->reason() != QContextMenuEvent::Mouse && focus && focus != this;
     QPoint const place = isAtFocus ? focus->mapToGlobal(focus->rect().center()) : event->globalPos();
     QPoint const at = event->pos();
-    bool const isOnPage =
-        event->reason() == QContextMenuEvent::Mouse ? !childAt(at) : focus == nullptr || focus == this;
+    bool const isOnPage = event->reason() == QContextMenuEvent::Mouse ? !childAt(at) : !focus || focus == this;
     if (guiAnswerContext(contextNode(*event), place) || (isOnPage && livePage() && guiShowTextMenu(*this, at, place)))
         event->accept();
     else

@@ -51,7 +51,7 @@ async function drag(from, to) {
     await xdotool('mouseup', 1);
 }
 /** Waits until the point of the window has another colour. */
-const becomesOther = (shown, place, before) => until(async () => await pixel(shown, ...place) !== before);
+const becomesOther = (shown, place, old) => until(async () => await pixel(shown, ...place) !== old);
 const selected = (text) => program.becomes('window.selection', text);
 
 test('dragging selects across cells, and a click ends it', async () => {
@@ -146,11 +146,11 @@ test('Ctrl+F finds what is typed, Return and F3 go on, and the place stays selec
 test('the page makes room for the bar and gets it back', async () => {
     await program.ask("window.setFocus('field')");
     const bar = [20, 292];
-    const before = await pixel(window, ...bar);
+    const old = await pixel(window, ...bar);
     await keys('ctrl+f');
-    await becomesOther(window, bar, before);
+    await becomesOther(window, bar, old);
     await keys('Escape');
-    await waitForPixel(window, ...bar, before);
+    await waitForPixel(window, ...bar, old);
     assert.equal(await program.ask('window.getFocus()'), 'field');
 });
 
