@@ -2,6 +2,7 @@
 #include "controls/guifieldbuttons.h"
 
 #include "controls/guifieldicon.h"
+#include "controls/guiowntexts.h"
 
 #include <QAction>
 #include <QFileDialog>
@@ -24,7 +25,7 @@ void reveal(QLineEdit* field, QAction* button)
     bool const isHidden = field->echoMode() != QLineEdit::Password; // from now on
     field->setEchoMode(isHidden ? QLineEdit::Password : QLineEdit::Normal);
     button->setIcon(guiIconOf(isHidden ? guiFieldIcon::kEye : guiFieldIcon::kClosedEye));
-    button->setToolTip(isHidden ? QLineEdit::tr("Show") : QLineEdit::tr("Hide"));
+    button->setToolTip(isHidden ? guiOwnText("Show") : guiOwnText("Hide"));
 }
 
 /// The dialog goes with the field, and with the window that it blocks.
@@ -51,18 +52,18 @@ void browse(QLineEdit* field)
 
 void guiAddRevealButton(QLineEdit* field)
 {
-    QAction* const button = addButton(field, guiFieldIcon::kEye, QLineEdit::tr("Show"));
+    QAction* const button = addButton(field, guiFieldIcon::kEye, guiOwnText("Show"));
     QObject::connect(button, &QAction::triggered, field, [field, button] { reveal(field, button); });
 }
 
 void guiAddBrowseButton(QLineEdit* field)
 {
-    QAction* const button = addButton(field, guiFieldIcon::kFolder, QLineEdit::tr("Choose a file"));
+    QAction* const button = addButton(field, guiFieldIcon::kFolder, guiOwnText("Choose a file"));
     QObject::connect(button, &QAction::triggered, field, [field] { browse(field); });
 }
 
 void guiAddCalendarButton(QLineEdit* field, std::function<void()> const& show)
 {
-    QAction* const button = addButton(field, guiFieldIcon::kCalendar, QLineEdit::tr("Choose a day"));
+    QAction* const button = addButton(field, guiFieldIcon::kCalendar, guiOwnText("Choose a day"));
     QObject::connect(button, &QAction::triggered, field, show);
 }

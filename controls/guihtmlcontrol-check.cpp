@@ -1,6 +1,8 @@
 // controls/guihtmlcontrol-check.cpp: what a page asks of the value of a control, and what is shown when that is wrong.
 #include "controls/guihtmlcontrol.h"
 #include "controls/guimistakemark.h"
+#include "controls/guiowntexts.h"
+#include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guinodewatch.h"
 
@@ -12,10 +14,10 @@ sstring guiHtmlControl::findMistake()
     if (!rules)
         return {};
     if (isBlank())
-        return rules->isRequired ? sstring("This has to be filled in.") : sstring();
+        return rules->isRequired ? qtoss(guiOwnText("This has to be filled in.")) : sstring();
     if (!rules->pattern || *rules->pattern == getText())
         return {};
-    return rules->hint.getLength() != 0 ? rules->hint : sstring("This is not in the form that is asked for.");
+    return rules->hint.getLength() != 0 ? rules->hint : qtoss(guiOwnText("This is not in the form that is asked for."));
 }
 
 sstring guiHtmlControl::getMistake()

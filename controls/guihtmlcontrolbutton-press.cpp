@@ -5,6 +5,8 @@
 #include "controls/guihtmlcontrolbutton.h"
 #include "controls/guihtmlform.h"
 #include "controls/guilatewidgets.h"
+#include "controls/guiowntexts.h"
+#include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
@@ -58,8 +60,8 @@ sstring guiHtmlControlButton::findMistake()
 {
     if (!isCheckable() || !m_content.rules || !m_content.rules->isRequired || !isBlank())
         return {};
-    return m_state.type == kButtonRadio ? sstring("One of these has to be chosen.")
-                                        : sstring("This box has to be ticked.");
+    return m_state.type == kButtonRadio ? qtoss(guiOwnText("One of these has to be chosen."))
+                                        : qtoss(guiOwnText("This box has to be ticked."));
 }
 
 /// Which radio button is on concerns the others of its name.

@@ -3,6 +3,7 @@
 
 #include "controls/guieventscope.h"
 #include "controls/guiformproperty.h"
+#include "controls/guiowntexts.h"
 #include "controls/guipackedscript.h"
 #include "controls/guiscriptmethod.h"
 #include "controls/guiwidgetcombobox.h"
@@ -409,7 +410,8 @@ sstring guiHtmlControlList::findMistake()
 {
     if (!m_content.rules || !m_content.rules->isRequired || !isBlank())
         return {};
-    return m_list.editable > 0 ? sstring("This has to be filled in.") : sstring("One of these has to be chosen.");
+    return m_list.editable > 0 ? qtoss(guiOwnText("This has to be filled in."))
+                               : qtoss(guiOwnText("One of these has to be chosen."));
 }
 
 void guiHtmlControlList::onChange() { followLink(m_content.action); }

@@ -1,6 +1,7 @@
 // controls/guihtmlcontrolmoment.cpp: see guihtmlcontrolmoment.h.
 #include "controls/guihtmlcontrolmoment.h"
 
+#include "controls/guiowntexts.h"
 #include "controls/guiplaceholder.h"
 #include "foundation/vela-qt.h"
 
@@ -64,13 +65,13 @@ sstring guiHtmlControlMoment::findMistake()
     if (text.isEmpty())
         return guiHtmlControl::findMistake();
     if (!guiReadMoment(text, m_shape.isDate))
-        return m_shape.isDate ? sstring("This is no date.") : sstring("This is no time.");
+        return qtoss(m_shape.isDate ? guiOwnText("This is no date.") : guiOwnText("This is no time."));
     auto const shown = [this](QString const& moment) {
         return m_shape.isDate ? QDate::fromString(moment, Qt::ISODate).toString(guiMomentFormat(true)) : moment;
     };
     if (!m_shape.least.isEmpty() && text < m_shape.least)
-        return qtoss(QStringLiteral("This must not be before %1.").arg(shown(m_shape.least)));
+        return qtoss(guiOwnText("This must not be before %1.").arg(shown(m_shape.least)));
     if (!m_shape.most.isEmpty() && text > m_shape.most)
-        return qtoss(QStringLiteral("This must not be after %1.").arg(shown(m_shape.most)));
+        return qtoss(guiOwnText("This must not be after %1.").arg(shown(m_shape.most)));
     return guiHtmlControl::findMistake();
 }

@@ -1,6 +1,7 @@
 // controls/guihtmlcontrolnumber.cpp: see guihtmlcontrolnumber.h.
 #include "controls/guihtmlcontrolnumber.h"
 
+#include "controls/guiowntexts.h"
 #include "controls/guiplaceholder.h"
 #include "controls/guiwidgetnumber.h"
 #include "controls/guiwidgetslider.h"
@@ -111,11 +112,11 @@ sstring guiHtmlControlNumber::findMistake()
         return guiHtmlControl::findMistake();
     std::optional<double> const number = guiReadNumber(text);
     if (!number)
-        return sstring("This is no number.");
+        return qtoss(guiOwnText("This is no number."));
     guiNumberRange const& range = m_shape.range;
     if (range.least && *number < *range.least)
-        return qtoss(QStringLiteral("This has to be at least %1.").arg(shown(*range.least)));
+        return qtoss(guiOwnText("This has to be at least %1.").arg(shown(*range.least)));
     if (range.most && *number > *range.most)
-        return qtoss(QStringLiteral("This has to be at most %1.").arg(shown(*range.most)));
+        return qtoss(guiOwnText("This has to be at most %1.").arg(shown(*range.most)));
     return guiHtmlControl::findMistake();
 }

@@ -134,14 +134,21 @@ bool guiHoldsFocus(guiHtml* node)
 void guiScrollIntoView(guiHtml* node)
 {
     assert(node);
+    guiScrollIntoView(node, {0, 0, node->m.rect.width, node->m.rect.height});
+}
+
+void guiScrollIntoView(guiHtml* node, QRect const& part)
+{
+    assert(node);
     guiNodeWatch const self(node);
     for (guiHtml* pane = node->getParent(); pane; pane = self.alive() ? pane->getParent() : nullptr) {
         guiHtml::scroll_t const& scroll = pane->getScroll();
         if (!scroll.barX && !scroll.barY)
             continue;
         guiNodeWatch const watch(pane);
-        guiRect place;
-        node->getRectInWidget(&place);
+        guiRect corner;
+        node->getRectInWidget(&corner);
+        guiRect const place{corner.left + part.left(), part.width(), corner.top + part.top(), part.height()};
         guiRect view;
         pane->getRectInWidget(&view);
         scrollBy(scroll.barY, distance(place.top, place.bottom(), view.top, view.bottom()));

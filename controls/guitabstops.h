@@ -4,6 +4,7 @@
 
 #include "foundation/vela-threadrole.h"
 
+class QRect;
 class QWidget;
 class guiHtml;
 
@@ -18,3 +19,5 @@ bool guiHoldsFocus(guiHtml* node);
 
 /// Scrolls all panes around the node so far that it can be seen; does nothing when it can.
 void guiScrollIntoView(guiHtml* node) TARN_ON(velaGuiRole);
+/// The same for a part of it, relative to its corner.
+void guiScrollIntoView(guiHtml* node, QRect const& part) TARN_ON(velaGuiRole);

@@ -6,10 +6,13 @@
 #include "controls/guicontextrequest.h"
 #include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
+#include "controls/guifind.h"
+#include "controls/guifindbar.h"
 #include "controls/guihtmlcustom.h"
 #include "controls/guiscrollkeys.h"
 #include "controls/guitabkeys.h"
 #include "controls/guitabstops.h"
+#include "controls/guitextmenu.h"
 #include "controls/guititle.h"
 #include "controls/guiwidgetscrollbar.h"
 #include "foundation/vela-qt.h"
@@ -18,6 +21,7 @@
 #include "page/guilaterevents.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
+#include "page/guipagetext.h"
 #include "page/guirareattributes.h"
 #include "page/guiuserevent.h"
 
@@ -36,6 +40,7 @@
 #include <QPainter>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QTextCursor>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <cassert>
@@ -112,6 +117,15 @@ Qt::MouseButton firstOf(Qt::MouseButtons buttons)
         if (buttons.testFlag(button))
             return button;
     return Qt::NoButton;
+}
+
+/// Whether a text field has something to copy.
+bool hasSelectedText(QObject* widget)
+{
+    if (auto const* field = qobject_cast<QLineEdit*>(widget))
+        return field->hasSelectedText();
+    auto const* editor = qobject_cast<QPlainTextEdit*>(widget);
+    return editor && editor->textCursor().hasSelection();
 }
 
 guiElementInput inputOf(Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
@@ -285,22 +299,38 @@ void guiWidget::mouseMoveEvent(QMouseEvent* event)
     guiEventScope scope;
     if (livePage() && m_pressed && event->buttons() != Qt::NoButton)
         drag(*event);
-    else if (livePage())
+    else if (livePage() && !m_textGesture.move(*livePage(), *event))
         hover(event->position().toPoint());
     QDialog::mouseMoveEvent(event);
 }
 
-void guiWidget::mousePressEvent(QMouseEvent* event)
+void guiWidget::mousePressEvent(QMouseEvent* event) { pressAt(event, false); }
+void guiWidget::mouseDoubleClickEvent(QMouseEvent* event) { pressAt(event, true); }
+
+/// The page hears of it first; where it has no use for it, the user selects text.
+void guiWidget::pressAt(QMouseEvent* event, bool isDouble)
 {
     guiEventScope scope;
     QDialog::mousePressEvent(event);
-    QPoint at = event->position().toPoint();
-    m_clickedPane = livePage() ? scrollBarAt(livePage(), at, Qt::Vertical) : nullptr;
+    guiPageRoot* const page = livePage();
+    unsigned long const before = guiHtml::generation();
+    guiHtml* const hit = page ? pressPage(*event) : nullptr;
+    if (page && livePage() == page && guiHtml::generation() == before)
+        m_textGesture.press(*page, hit, *event, isDouble);
+    else
+        m_textGesture.cancel();
+}
+
+/// The node that has heard of it, null for none. It may be gone.
+guiHtml* guiWidget::pressPage(QMouseEvent const& event)
+{
+    QPoint at = event.position().toPoint();
+    m_clickedPane = scrollBarAt(livePage(), at, Qt::Vertical);
     int x = at.x();
     int y = at.y();
-    guiHtml* node = livePage() ? livePage()->hitTest(&x, &y) : nullptr;
+    guiHtml* node = livePage()->hitTest(&x, &y);
     if (!node)
-        return;
+        return nullptr;
     // The run of text may not know where the pointer is: the window may have opened, or changed its page, under a
     // pointer that did not move, and moves are discarded while a handler runs. It fires no event for this call.
     if (node->getType() == guiHtml::kTypeText)
@@ -310,10 +340,11 @@ void guiWidget::mousePressEvent(QMouseEvent* event)
         guiNodeWatch const self(element);
         element->takeFocus();
         if (!self.alive())
-            return;
-        element->setInput(inputOf(event->button(), event->modifiers())); // taking the focus told of another event
+            return node;
+        element->setInput(inputOf(event.button(), event.modifiers())); // taking the focus told of another event
     }
-    press(node, event->button(), x, y);
+    press(node, event.button(), x, y);
+    return node;
 }
 
 /// Only the left button follows links and areas and drags frames; of other buttons a page hears where it asks for them.
@@ -334,7 +365,7 @@ void guiWidget::mouseReleaseEvent(QMouseEvent* event)
         drop(*event);
         if (livePage() && event->buttons() == Qt::NoButton)
             hover(event->position().toPoint());
-    } else if (livePage()) {
+    } else if (livePage() && !m_textGesture.release(*livePage(), *event)) {
         release(event->position().toPoint());
     }
     QDialog::mouseReleaseEvent(event);
@@ -381,7 +412,22 @@ bool guiWidget::eventFilter(QObject* watched, QEvent* event)
         guiEventScope scope;
         refresh();
     }
-    return isOwnContext(watched, *event) || turnTabs(*event) || QDialog::eventFilter(watched, event);
+    return useForText(watched, *event) || isOwnContext(watched, *event) || turnTabs(*event) ||
+           QDialog::eventFilter(watched, event);
+}
+
+/// What is selected on the page is what the keys copy, unless a field has something selected itself. It is no longer
+/// selected when a control is pressed.
+bool guiWidget::useForText(QObject* watched, QEvent const& event)
+{
+    if (!livePage() || !guiHasSelection(*livePage()) || !watched->isWidgetType())
+        return false;
+    guiEventScope scope;
+    if (event.type() == QEvent::MouseButtonPress && watched->parent() != this)
+        dropMarks();
+    bool const isCopy = event.type() == QEvent::KeyPress &&
+                        const_cast<QKeyEvent&>(static_cast<QKeyEvent const&>(event)).matches(QKeySequence::Copy);
+    return isCopy && !hasSelectedText(watched) && m_textGesture.key(*livePage(), static_cast<QKeyEvent const&>(event));
 }
 
 /// Before a control that would use the keys for itself.
@@ -437,7 +483,9 @@ void guiWidget::contextMenuEvent(QContextMenuEvent* event)
     QWidget const* const focus = focusWidget();
     bool const isAtFocus = event->reason() != QContextMenuEvent::Mouse && focus && focus != this;
     QPoint const place = isAtFocus ? focus->mapToGlobal(focus->rect().center()) : event->globalPos();
-    if (guiAnswerContext(contextNode(*event), place))
+    QPoint const at = event->pos();
+    bool const isOnPage = event->reason() == QContextMenuEvent::Mouse ? !childAt(at) : !focus || focus == this;
+    if (guiAnswerContext(contextNode(*event), place) || (isOnPage && livePage() && guiShowTextMenu(*this, at, place)))
         event->accept();
     else
         QDialog::contextMenuEvent(event);
@@ -521,11 +569,50 @@ bool guiWidget::showTip(QHelpEvent const& event)
 void guiWidget::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
-    bool const isUsed = guiHandleKey(livePage(), event->key(), true) || openMenu(*event) || turnTabs(*event);
+    bool const isText = livePage() && (openFind(*event) || m_textGesture.key(*livePage(), *event));
+    if (!isText && event->key() == Qt::Key_Escape)
+        dropMarks();
+    bool const isUsed = isText || guiHandleKey(livePage(), event->key(), true) || openMenu(*event) || turnTabs(*event);
     if (isUsed || (livePage() && guiScrollByKey(livePage(), nodeOf(focusWidget()), m_clickedPane, *event)))
         event->accept();
     else
         QDialog::keyPressEvent(event);
+}
+
+/// Ctrl+F opens the find bar, F3 goes on to what was found, Escape closes the bar before it does anything else.
+bool guiWidget::openFind(QKeyEvent const& event)
+{
+    bool const isOpen = m_findBar && m_findBar->isOpen();
+    if (event.key() == Qt::Key_Escape && isOpen)
+        return m_findBar->close(), true;
+    bool const isFind = const_cast<QKeyEvent&>(event).matches(QKeySequence::Find); // which only asks
+    bool const isNext = event.key() == Qt::Key_F3 && (event.modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+    if ((!isFind && !isNext) || !guiMayFind(*livePage(), *this))
+        return false;
+    if (isNext && isOpen)
+        m_findBar->goOn(!event.modifiers().testFlag(Qt::ShiftModifier));
+    else
+        openFindBar();
+    return true;
+}
+
+void guiWidget::dropMarks()
+{
+    guiPageText* text = livePage() ? livePage()->pageText() : nullptr;
+    if (!text)
+        return;
+    text->selection.clear();
+    if (!m_findBar || !m_findBar->isOpen())
+        text->search.clear();
+}
+
+void guiWidget::openFindBar()
+{
+    if (!livePage())
+        return;
+    if (!m_findBar)
+        m_findBar = new guiFindBar(this);
+    m_findBar->open();
 }
 
 /// F10 opens the first menu of the bar that can be chosen; the Alt key alone reaches the bar by the toolkit.
@@ -558,6 +645,15 @@ bool guiWidget::focusNextPrevChild(bool next)
     return moved && hasFocus() ? QDialog::focusNextPrevChild(next) : moved;
 }
 
+// What is selected has other colours in a window that is not the active one.
+void guiWidget::changeEvent(QEvent* event)
+{
+    guiEventScope scope;
+    if (event->type() == QEvent::ActivationChange && livePage() && guiHasSelection(*livePage()))
+        update();
+    QDialog::changeEvent(event);
+}
+
 void guiWidget::resizeEvent(QResizeEvent* event)
 {
     guiEventScope scope;
@@ -566,6 +662,8 @@ void guiWidget::resizeEvent(QResizeEvent* event)
         livePage()->setRect(&rect);
         update();
     }
+    if (m_findBar && m_findBar->isOpen())
+        m_findBar->place();
     if (livePage() && livePage()->getPendingFocus().getLength() != 0)
         livePage()->setFocus(livePage()->getPendingFocus());
     QDialog::resizeEvent(event);

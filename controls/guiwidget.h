@@ -3,6 +3,7 @@
 #pragma once
 
 #include "controls/guilatewidgets.h"
+#include "controls/guitextgesture.h"
 #include "foundation/vela-string.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guipagesurface.h"
@@ -12,6 +13,7 @@
 #include <QPointer>
 #include <QScrollBar>
 
+class guiFindBar;
 class guiHtml;
 class guiHtmlCustom;
 class guiPageRoot;
@@ -50,6 +52,11 @@ public:
     QScrollBar* createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name) override;
     bool scrollPixels(QRect const& area, int dx, int dy) override;
 
+    /// Opens the bar in which the user looks for a text. May run script.
+    void openFindBar() TARN_ON(velaGuiRole);
+    /// Nothing is selected any more, and nothing found is marked unless the bar is open.
+    void dropMarks();
+
     guiPageRoot* htmlBase = nullptr; ///< the page; not owned
     guiHtml* hoverNode = nullptr;    ///< the node under the pointer; not owned, dropped by onHtmlDestroy()
     QPixmap backBuffer;              ///< in device pixels; null until the first paint
@@ -59,6 +66,7 @@ public:
 
 protected:
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -75,6 +83,7 @@ protected:
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void childEvent(QChildEvent* event) override;
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -86,6 +95,9 @@ private:
     /// The page; null once the window is to be deleted, because its remaining events no longer concern the page.
     guiPageRoot* livePage() const { return deletePending ? nullptr : htmlBase; }
     void unbind();
+    void pressAt(QMouseEvent* event, bool isDouble);
+    guiHtml* pressPage(QMouseEvent const& event) TARN_ON(velaGuiRole);
+    bool useForText(QObject* watched, QEvent const& event);
     void hover(QPoint at) TARN_ON(velaGuiRole);
     static void press(guiHtml* node, Qt::MouseButton button, int x, int y) TARN_ON(velaGuiRole);
     void drag(QMouseEvent const& event) TARN_ON(velaGuiRole);
@@ -97,6 +109,7 @@ private:
     bool isOwnContext(QObject* watched, QEvent const& event);
     void onFocusChanged(QWidget* from, QWidget* to) TARN_ON(velaGuiRole);
     bool openMenu(QKeyEvent const& event) TARN_ON(velaGuiRole);
+    bool openFind(QKeyEvent const& event) TARN_ON(velaGuiRole);
     bool turnTabs(QEvent const& event);
     bool turnWheel(QWheelEvent const& event) TARN_ON(velaGuiRole);
     void paintRegion(QRegion const& region) TARN_ON(velaGuiRole);
@@ -106,9 +119,11 @@ private:
     void endPaint() TARN_ON(velaGuiRole);
     void reportVisibility();
 
+    guiFindBar* m_findBar = nullptr;    // owned; null until it is opened for the first time
     QPointer<QScrollBar> m_clickedPane; // vertical bar of the pane that was clicked last, until Tab goes on; not owned
     QWidget* m_outOfView = nullptr;     // owned; null until something is out of view
     guiLateWidgets m_lateWidgets{*this};
+    guiTextGesture m_textGesture{*this};
     guiHtmlCustom* m_pressed =
         nullptr;              // the custom element on which a button went down; not owned, see onHtmlDestroy()
     QRegion m_missedDamage;   // what was to be repainted while a paint event was going on

@@ -4,6 +4,7 @@
 #include "controls/guiaccessiblerole.h"
 #include "controls/guieventscope.h"
 #include "controls/guihtmlsplitter.h"
+#include "controls/guiowntexts.h"
 #include "controls/guiwidget.h"
 
 #include <QFocusEvent>
@@ -18,7 +19,7 @@ guiWidgetDivider::guiWidgetDivider(QWidget* parent, bool isHorizontal) : QWidget
     setFocusPolicy(Qt::TabFocus);
     setCursor(isHorizontal ? Qt::SplitVCursor : Qt::SplitHCursor);
     guiSetAccessibleRole(this, QAccessible::Splitter); // before anybody asks
-    setAccessibleName(QStringLiteral("Divider"));
+    setAccessibleName(guiOwnText("Divider"));
 }
 
 int guiWidgetDivider::along(QPointF const& point) const { return qRound(m_isHorizontal ? point.y() : point.x()); }

@@ -7,10 +7,14 @@
 #include "page/guihtmlsize.h"
 #include "page/guihtmltext-lines.h"
 #include "page/guihtmltext-measure.h"
+#include "page/guihtmltext-piece.h"
 #include "page/guilayoutcounters.h"
+#include "page/guisavedpainter.h"
+#include "page/guitextmarks.h"
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QRegion>
 
 #include <algorithm>
 #include <cassert>
@@ -29,7 +33,8 @@ struct drawing
     textParams const& params;
     guiTextRun const& run;
     guiHtmlText::mx_t* cache = nullptr;
-    bool records = false; ///< whether links are recorded in the cache's hotspots
+    bool records = false;                  ///< whether links are recorded in the cache's hotspots
+    guiTextMarker const* marker = nullptr; ///< knows what stands out; null: nothing
     int clipTop = std::numeric_limits<int>::min();
     int clipBottom = std::numeric_limits<int>::max();
 };
@@ -57,55 +62,12 @@ guiColor inkOf(drawing const& job, guiTextChunk const& chunk)
     }
 }
 
-/// The text as it is drawn: tabs and line ends are drawn as blanks.
-QString drawnText(QStringView text)
-{
-    bool const isPlain = std::none_of(text.begin(), text.end(), [](QChar c) { return c < u' '; });
-    if (isPlain)
-        return QString::fromRawData(text.data(), text.size());
-    QString copy = text.toString();
-    std::replace_if(
-        copy.begin(), copy.end(), [](QChar c) { return guiIsBlank(c.unicode()); }, QChar(u' '));
-    return copy;
-}
-
-// Whether all letters are written from left to right, by scripts whose blanks are the font's own.
-bool isDrawnByWords(QString const& text)
-{
-    constexpr char16_t kFirstOther = 0x530; // behind Latin, Greek and Cyrillic
-    return std::all_of(text.begin(), text.end(), [](QChar unit) { return unit.unicode() < kFirstOther; });
-}
-
-// In a font that kerns blanks, a line drawn in one go would not be as wide as its measured words.
-void drawWordByWord(QPainter& painter, guiTextFont& font, QPointF at, QString const& text)
-{
-    qreal const blank = font.blankAdvance() / 64.0;
-    for (qsizetype start = 0; start < text.size();) {
-        qsizetype end = text.indexOf(u' ', start);
-        if (end < 0)
-            end = text.size();
-        QStringView const word = QStringView(text).mid(start, end - start);
-        if (!word.isEmpty()) {
-            painter.drawText(at, word.toString());
-            at.rx() += font.wordAdvance(word) / 64.0;
-        }
-        at.rx() += blank;
-        start = end + 1;
-    }
-}
-
 void paintPiece(drawing const& job, guiTextPiece const& piece, int left, int baseline)
 {
     guiTextChunk const& chunk = job.run.chunks()[piece.chunk];
-    QPainter& painter = *job.painter;
     guiColor const ink = inkOf(job, chunk);
-    painter.setPen(QColor(ink.red, ink.green, ink.blue));
-    painter.setFont(chunk.underline ? chunk.font->underlined() : chunk.font->font());
-    QString const text = drawnText(job.text.mid(piece.start, piece.length));
-    if (chunk.font->kernsBlanks() && !chunk.underline && isDrawnByWords(text))
-        drawWordByWord(painter, *chunk.font, QPointF(left, baseline), text);
-    else
-        painter.drawText(QPointF(left, baseline), text);
+    job.painter->setPen(QColor(ink.red, ink.green, ink.blue));
+    guiDrawPiece(*job.painter, chunk, QPointF(left, baseline), job.text.mid(piece.start, piece.length));
 }
 
 void paintMark(drawing const& job, guiTextPiece const& piece, QRect const& place)
@@ -116,14 +78,37 @@ void paintMark(drawing const& job, guiTextPiece const& piece, QRect const& place
 }
 
 /// Through the middle of small letters.
+void paintStrikeIn(drawing const& job, guiTextChunk const& chunk, QRect const& place, int baseline, QColor const& ink)
+{
+    int const above = std::max((place.height() - chunk.font->descent()) / 3, 1);
+    job.painter->fillRect(place.left(), baseline - above, place.width(), 1, ink);
+}
+
 void paintStrike(drawing const& job, guiTextPiece const& piece, QRect const& place, int baseline)
 {
     guiTextChunk const& chunk = job.run.chunks()[piece.chunk];
-    if (!chunk.strike)
-        return;
     guiColor const ink = inkOf(job, chunk);
-    int const above = std::max((place.height() - chunk.font->descent()) / 3, 1);
-    job.painter->fillRect(place.left(), baseline - above, place.width(), 1, QColor(ink.red, ink.green, ink.blue));
+    if (chunk.strike)
+        paintStrikeIn(job, chunk, place, baseline, QColor(ink.red, ink.green, ink.blue));
+}
+
+/// The piece once more where it stands out, in other colours and cut off at the characters' edges.
+void paintMarked(drawing const& job, guiTextPiece const& piece, QRect const& place, int baseline)
+{
+    if (!job.marker)
+        return;
+    guiTextChunk const& chunk = job.run.chunks()[piece.chunk];
+    QStringView const text = job.text.mid(piece.start, piece.length);
+    for (guiTextMark const& mark : job.marker->between(piece.start, piece.start + piece.length)) {
+        QRegion const area = guiAreaOfMark(mark, piece, chunk, text, place);
+        guiSavedPainter const saved(*job.painter);
+        job.painter->setClipRegion(area, Qt::IntersectClip);
+        job.painter->fillRect(place, mark.ground);
+        job.painter->setPen(mark.ink);
+        guiDrawPiece(*job.painter, chunk, QPointF(place.left(), baseline), text);
+        if (chunk.strike)
+            paintStrikeIn(job, chunk, place, baseline, mark.ink);
+    }
 }
 
 int alignedOffset(drawing const& job, int lineWidth)
@@ -148,6 +133,7 @@ void useLine(drawing const& job, guiLineBreaker const& line, int top)
             paintMark(job, piece, place);
             paintPiece(job, piece, place.left(), baseline);
             paintStrike(job, piece, place, baseline);
+            paintMarked(job, piece, place, baseline);
         }
         unsigned const link = job.run.chunks()[piece.chunk].link;
         if (job.records && link != guiTextChunk::kNoLink) {
@@ -281,19 +267,47 @@ int guiHtmlText::drawText(QPainter* painter, guiRect* box, sstring const& text, 
 }
 
 /// drawText() of the node's own text, whose changes are noticed without comparing it.
-int guiHtmlText::layOut(QPainter* painter, guiRect const& box, int* widthOut)
+int guiHtmlText::layOut(QPainter* painter, guiRect const& box, int* widthOut, guiTextMarker const* marker)
 {
     assertOnGuiThread();
     QStringView const view = mx.text.view();
     if (showsNothing(view))
         return drawNothing(widthOut, &mx, !painter && !widthOut);
     textParams const params = ownParams();
-    guiTextRun const& run = mx.measures.run(view, mx.text.isMeasured(), guiTextFonts::of(params.font), params.points);
+    guiTextRun const& run = ownRun(params);
+    drawing job{painter, innerBox(box), view, params, run, &mx, false};
+    job.marker = marker;
+    return measure(job, widthOut);
+}
+
+/// The words of the node's own text.
+guiTextRun const& guiHtmlText::ownRun(textParams const& params)
+{
+    guiTextRun const& run =
+        mx.measures.run(mx.text.view(), mx.text.isMeasured(), guiTextFonts::of(params.font), params.points);
     dropOldHotspots(mx);
     mx.text.setMeasured();
     mx.measures.fontEpoch = guiLayoutRun::fontsAreChecked() ? guiFontEpoch::number() : 0;
-    drawing job{painter, innerBox(box), view, params, run, &mx, false};
-    return measure(job, widthOut);
+    return run;
+}
+
+bool guiHtmlText::forEachLine(guiLineVisitor const& visit)
+{
+    assertOnGuiThread();
+    QStringView const view = mx.text.view();
+    if (showsNothing(view))
+        return false;
+    textParams const params = ownParams();
+    guiTextRun const& run = ownRun(params);
+    int const border = guiClampPixels(m.border);
+    drawing const job{nullptr, innerBox({border, m.rect.width - 2 * border, border, 0}), view, params, run, &mx, false};
+    guiLineBreaker line(run, view, job.box.width);
+    for (std::int64_t top = job.box.top; line.next(); top += line.height()) {
+        int const left = job.box.left + alignedOffset(job, line.width());
+        if (visit(line, run, QRect(left, guiClampPixels(top), line.width(), line.height())))
+            return true;
+    }
+    return false;
 }
 
 int fitTextInBox(QString const& text, QFontMetrics const& metrics, int width)

@@ -3,6 +3,7 @@
 
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guitextcopy.h"
 #include "page/guiuserevent.h"
 
 #include <QWidget>
@@ -47,6 +48,12 @@ unsigned guiHtmlText::linkAt(int x, int y) const
         if (x >= spot.left && x < spot.left + spot.width && y >= spot.top && y < spot.top + spot.height)
             return spot.link;
     return kNoLink;
+}
+
+QString guiHtmlText::getLinkText(int x, int y)
+{
+    unsigned const link = linkAt(x, y);
+    return isFollowed(link) ? guiTextOfLink(*this, link) : QString();
 }
 
 int guiHtmlText::canHitTest() { return !mx.hotspots.empty() || guiHtml::canHitTest(); }

@@ -8,6 +8,7 @@
 #include "page/guihtmltext-fonts.h"
 #include "page/guilayoutcounters.h"
 #include "page/guisavedpainter.h"
+#include "page/guitextmarks.h"
 
 #include <QPainter>
 
@@ -120,5 +121,6 @@ void guiHtmlText::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QR
         return;
     guiSavedPainter const saved(*painter);
     painter->setClipRegion(clip);
-    layOut(painter, box, nullptr);
+    guiTextMarker const marker(*this);
+    layOut(painter, box, nullptr, marker ? &marker : nullptr);
 }

@@ -1,7 +1,8 @@
 // page/guihtmltext.h: the text node, a run of page text with in-line codes for its formatting. One routine, drawText(),
 // measures and paints it. The files guihtmltext-*.h each do one step: -codes reads the codes, -fonts makes fonts and
 // measures words, -context knows which font draws the blanks between them, -characters measures words that must be cut,
-// -shape splits a run into words, -lines breaks it into lines, -measure remembers the results.
+// -shape splits a run into words, -lines breaks it into lines, -piece draws a part of one, -measure remembers the
+// results.
 #pragma once
 
 #include "page/guihotspots.h"
@@ -11,7 +12,16 @@
 
 #include <QFont>
 
+#include <functional>
+
 class QFontMetrics;
+class QRect;
+class guiLineBreaker;
+class guiTextMarker;
+
+/// Sees one line of a run: its pieces, whose left ends count from the rectangle's, which is relative to the run's node;
+/// true ends the visit.
+using guiLineVisitor = std::function<bool(guiLineBreaker const& line, guiTextRun const& run, QRect const& place)>;
 
 /// The font, colours and alignment for drawText().
 struct textParams
@@ -81,6 +91,10 @@ public:
     /// named by codes are sized by the screen's resolution.
     static int drawText(QPainter* painter, guiRect* box, sstring const& text, textParams const* params, int* widthOut,
                         mx_t* cache);
+    /// Shows the lines of a run that has been laid out, from top to bottom; whether the visitor has ended it.
+    bool forEachLine(guiLineVisitor const& visit);
+    /// What is read of the link at a point relative to the run; "" where there is none.
+    QString getLinkText(int x, int y);
     /// drawText() in the node's own font and colours.
     int paintText(QPainter* painter, guiRect* box, sstring const& text, int* widthOut);
 
@@ -88,7 +102,8 @@ public:
     mx_t mx;
 
 private:
-    int layOut(QPainter* painter, guiRect const& box, int* widthOut);
+    int layOut(QPainter* painter, guiRect const& box, int* widthOut, guiTextMarker const* marker = nullptr);
+    guiTextRun const& ownRun(textParams const& params);
     textParams ownParams();
     bool isFontKnown() const;
     guiRect boxForWidth(unsigned long width) const;

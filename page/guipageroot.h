@@ -6,10 +6,12 @@
 #include "page/guihtml.h"
 
 #include <algorithm>
+#include <memory>
 
 class QAbstractButton;
 class QMenuBar;
 class QWidget;
+class guiPageText;
 
 /// The topmost node of a page. GUI thread.
 class guiPageRoot : public guiHtml
@@ -53,8 +55,10 @@ public:
     /// The status line below the page, not owned; null: none.
     virtual void setStatusBar(QWidget*) {}
     virtual QWidget* getStatusBar() const { return nullptr; }
-    /// Height of the status line in pixels, 0 without one.
+    /// Height of the status line and of the find bar in pixels, 0 without them.
     virtual int getStatusHeight() { return 0; }
+    /// The bar above the status line in which the user looks for a text, not owned; null: none is open.
+    virtual void setFindBar(QWidget*) {}
     /// Called before the controls at and below the node are destroyed: removes their values from the form object.
     virtual void eraseFormValues(guiHtml*) {}
     /// Called for new controls at and below the node: gives them the values that the form object holds.
@@ -74,8 +78,15 @@ public:
     /// Where the pages of the window name their handlers.
     guiHandlerPlaces& handlerPlaces() { return m_handlerPlaces; }
 
+    /// What the user does with the page's text; null: nothing so far.
+    guiPageText* pageText() const { return m_pageText.get(); }
+    guiPageText& ensurePageText();
+    /// Nothing is selected or found any more.
+    void forgetPageText() { m_pageText.reset(); }
+
 private:
     guiHandlerPlaces m_handlerPlaces;
+    std::shared_ptr<guiPageText> m_pageText; // shared with nobody
 };
 
 /// The script object of the node's window, null outside a window and in one without script.

@@ -16,14 +16,16 @@ struct rareName
 constexpr rareName kNames[] = {
     {"contextmenu", guiRareAttribute::kContextMenu}, {"oncontext", guiRareAttribute::kContext},
     {"onfocus", guiRareAttribute::kFocus},           {"onblur", guiRareAttribute::kBlur},
-    {"onenter", guiRareAttribute::kEnter},           {"icon", guiRareAttribute::kIcon}};
+    {"onenter", guiRareAttribute::kEnter},           {"icon", guiRareAttribute::kIcon},
+    {"noselect", guiRareAttribute::kNoSelect},       {"nofind", guiRareAttribute::kNoFind}};
 
 constexpr unsigned short kEnd = 1; // behind each value; no page can hold it in an attribute that means anything
 
-/// Other elements than a body keep their icons themselves.
+/// Other elements than a body keep their icons themselves, and only a window has a find bar.
 bool mayHave(guiHtml* node, guiRareAttribute which)
 {
-    return which != guiRareAttribute::kIcon || node->getType() == guiHtml::kTypeBase;
+    bool const isOfWindow = which == guiRareAttribute::kIcon || which == guiRareAttribute::kNoFind;
+    return !isOfWindow || node->getType() == guiHtml::kTypeBase;
 }
 
 } // namespace

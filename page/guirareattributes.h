@@ -1,6 +1,6 @@
 // page/guirareattributes.h: attributes that any element may have and very few have: what its context menu is, who hears
-// of it, of the focus and of the Enter key, and the picture of a window. All of a node's are kept in one of its
-// strings.
+// of it, of the focus and of the Enter key, what the user may do with its text, and the picture of a window. All of a
+// node's are kept in one of its strings.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -16,7 +16,9 @@ enum class guiRareAttribute : char
     kFocus = 'f',
     kBlur = 'b',
     kEnter = 'e',
-    kIcon = 'i' ///< `icon` of a body: the name of a file
+    kIcon = 'i',     ///< `icon` of a body: the name of a file
+    kNoSelect = 'n', ///< `noselect`: the user does not select what is in it
+    kNoFind = 'd'    ///< `nofind` of a body: the window has no find bar
 };
 
 /// Reads those that the element has.

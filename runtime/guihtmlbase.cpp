@@ -206,6 +206,8 @@ void guiHtmlBase::destroyWidget()
     destroyChildWidget();
     assert(getWidget() == widget);
     m_widget.store(nullptr, std::memory_order_release);
+    forgetPageText();
+    m_findBar.clear();
     guiLayoutRun::startAnew(); // controls take no room in a page without a window
     widget->deleteWhenSafe();  // at the end of the paint if one is going on; tells the component
     forgetPromises(true);
@@ -373,7 +375,18 @@ void guiHtmlBase::setStatusBar(QWidget* bar)
 }
 
 QWidget* guiHtmlBase::getStatusBar() const { return m_statusBar; }
-int guiHtmlBase::getStatusHeight() { return m_statusBar ? m_statusBar->sizeHint().height() : 0; }
+
+void guiHtmlBase::setFindBar(QWidget* bar)
+{
+    assertOnGuiThread();
+    m_findBar = bar;
+}
+
+int guiHtmlBase::getStatusHeight()
+{
+    int const status = m_statusBar ? m_statusBar->sizeHint().height() : 0;
+    return status + (m_findBar ? m_findBar->sizeHint().height() : 0);
+}
 
 QFont guiHtmlBase::getDefaultFont(int* points)
 {

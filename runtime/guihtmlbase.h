@@ -135,6 +135,7 @@ public:
     void setStatusBar(QWidget* bar) override;
     QWidget* getStatusBar() const override;
     int getStatusHeight() override;
+    void setFindBar(QWidget* bar) override;
     /// Points of a page's text where nothing else is asked for.
     static constexpr int kDefaultPoints = 10;
 
@@ -180,6 +181,7 @@ private:
     std::atomic<guiWidget*> m_widget{nullptr}; // owned
     QPointer<QMenuBar> m_menuBar;              // not owned
     QPointer<QWidget> m_statusBar;             // not owned
+    QPointer<QWidget> m_findBar;               // not owned; null while it is hidden
     int m_minimumWidth = 0;
     int m_defaultWidth = 0; // 0: nobody has set it yet, kDefaultWidth counts
     int m_maximumWidth = 0;

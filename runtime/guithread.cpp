@@ -1,6 +1,7 @@
 // runtime/guithread.cpp: how the GUI thread starts and ends, what each event does there, and how posters wait for it.
 #include "runtime/guithread.h"
 
+#include "controls/guiowntexts.h"
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
 #include "foundation/vela-error.h"
@@ -295,6 +296,7 @@ void guiThread::startApplication()
     static int argumentCount = 1; // QApplication keeps references to both
     guiToolkitMessages_start([this] { pevent_set(m_f.started); });
     m_f.app = new guiApplication(argumentCount, arguments);
+    guiStartLanguages(*m_f.app);
     guiToolkitMessages_started([] { return pGUI && pGUI->getPlatform()->displayLost(); });
     guiCloseRequest_watch(*m_f.app); // its filter comes behind the next one, which takes what was posted
     m_f.app->installEventFilter(m_f.filter);

@@ -2,6 +2,7 @@
 // read.
 #include "script/guidialogs.h"
 
+#include "controls/guiowntexts.h"
 #include "controls/guiwidget.h"
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
@@ -109,9 +110,8 @@ QMessageBox* makeMessage(guiDialogRequest const& request, QMessageBox::Icon icon
 }
 
 /// A style may add a letter for the keyboard to the text of a button, so the name is kept beside it. A "&" is one.
-void addNamed(QMessageBox* box, QString const& name)
+void addNamed(QMessageBox* box, QString const& name, QString label)
 {
-    QString label = name;
     box->addButton(label.replace(u'&', QStringLiteral("&&")), QMessageBox::AcceptRole)->setProperty(kName, name);
 }
 
@@ -120,9 +120,9 @@ madeDialog makeAlert(guiDialogRequest const& request, QWidget* parent)
 {
     QMessageBox* box = makeMessage(request, iconOf(request.option), parent);
     for (sstring const& name : request.names)
-        addNamed(box, sstoq(name));
+        addNamed(box, sstoq(name), sstoq(name));
     if (request.names.empty())
-        addNamed(box, QStringLiteral("OK"));
+        addNamed(box, QStringLiteral("OK"), guiOwnText("OK"));
     box->setDefaultButton(qobject_cast<QPushButton*>(box->buttons().constFirst()));
     QAbstractButton* const closing = box->addButton(QStringLiteral("X"), QMessageBox::RejectRole);
     box->setEscapeButton(closing);
@@ -245,6 +245,7 @@ bool guiDialog_show(guiDialogRequest const& request, guiDialogAnswer answer)
             continue;
         QWidget* const parent = owningWindow();
         madeDialog const made = known.make(request, parent);
+        guiUseOwnDirection(made.dialog);
         if (request.title.getLength() != 0)
             made.dialog->setWindowTitle(sstoq(request.title));
         connectAnswer(made, isMessage(request.kind), std::move(answer));

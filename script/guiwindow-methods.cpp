@@ -2,11 +2,14 @@
 // page root. Without a page it gives its neutral result.
 #include "script/guiwindow-methods.h"
 
+#include "controls/guifind.h"
 #include "controls/guiformcheck.h"
 #include "controls/guihtmlcontextmenu.h"
 #include "controls/guiscriptmethod.h"
 #include "controls/guiwidget.h"
+#include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guipagetext.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "script/guimissingcontrol.h"
@@ -273,6 +276,30 @@ void guiWindow_isFormValid_qt(LibManager&, ScriptPrivate* data, ScriptObject*, S
     assertOnGuiThread();
     guiHtmlBase* root = args.count() == 0 ? rootOf(data) : nullptr;
     result.setBool(!root || guiIsFormValid(root));
+}
+
+// The text that the user has selected on the page, as it would be copied.
+void guiWindow_getSelection_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    guiHtmlBase* root = args.count() == 0 ? rootOf(data) : nullptr;
+    guiPageText* text = root ? root->pageText() : nullptr;
+    result.setString(text ? qtoss(text->selection.text()) : sstring());
+}
+
+// A text, whether the case of letters matters, and -1 for the place before the current one, 1 for the one behind it, 0
+// for the first. How many places there are. May run script.
+void guiWindow_findText_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    result.setInt(0);
+    guiHtmlBase* root = rootOf(data);
+    bool const isFind = args.count() == 3 && guiIsString(args, 0) && args.get(1)->isBool() && guiIsNumber(args, 2);
+    if (!root || !isFind)
+        return;
+    int const step = args.get(2)->toInt(0);
+    guiFindStep const to = step < 0 ? guiFindStep::kPrevious : step > 0 ? guiFindStep::kNext : guiFindStep::kFirst;
+    result.setInt(static_cast<int>(guiFind(*root, sstoq(guiTextOf(args, 0)), args.get(1)->toBool(0) != 0, to)));
 }
 
 // A name, a value, and whether the page takes it only when the running handlers have returned. False when the control

@@ -48,6 +48,8 @@ constexpr ScriptMethod guiWindow_control_script = guiCallOnGuiThread<guiWindow_c
 constexpr ScriptMethod guiWindow_readForm_script = guiCallOnGuiThread<guiWindow_readForm_qt>;
 constexpr ScriptMethod guiWindow_writeForm_script = guiCallOnGuiThread<guiWindow_writeForm_qt>;
 constexpr ScriptMethod guiWindow_isFormValid_script = guiCallOnGuiThread<guiWindow_isFormValid_qt>;
+constexpr ScriptMethod guiWindow_findText_script = guiCallOnGuiThread<guiWindow_findText_qt>;
+constexpr ScriptMethod guiWindow_getSelection_script = guiCallOnGuiThread<guiWindow_getSelection_qt>;
 
 // The methods below send blocking events of their own, so they run on the script thread. Handlers that run meanwhile
 // may destroy the window, so each step looks at the record again.
@@ -203,10 +205,16 @@ constexpr guiScriptMethod kMethods[] = {
 };
 
 constexpr guiScriptMethod kExtensionMethods[] = {
-    {"getForm", guiWindow_getForm_script},     {"readForm", guiWindow_readForm_script},
-    {"writeForm", guiWindow_writeForm_script}, {"isFormValid", guiWindow_isFormValid_script},
-    {"startShow", guiWindow_startShow_script}, {"getReturnValue", guiWindow_getReturnValue_script},
-    {"popup", guiWindow_popup_script},         {"setIcon", guiWindow_setIcon_script},
+    {"getForm", guiWindow_getForm_script},
+    {"readForm", guiWindow_readForm_script},
+    {"writeForm", guiWindow_writeForm_script},
+    {"isFormValid", guiWindow_isFormValid_script},
+    {"startShow", guiWindow_startShow_script},
+    {"getReturnValue", guiWindow_getReturnValue_script},
+    {"popup", guiWindow_popup_script},
+    {"setIcon", guiWindow_setIcon_script},
+    {"getSelection", guiWindow_getSelection_script},
+    {"findText", guiWindow_findText_script},
 };
 
 } // namespace

@@ -251,6 +251,18 @@ export class GuiWindow<Values extends object = Form> {
     control<Kind extends GuiControl = AnyControl>(name: keyof Values & string): Kind;
     control<Kind extends GuiControl = AnyControl>(name: string): Kind | null;
 
+    /** The text of the page that the user has selected, as Ctrl+C copies it; "" for none: `clipboard.writeText(window.selection)`. */
+    readonly selection: string;
+
+    /**
+     * Looks for a text on the page, marks all places where it stands, selects one and scrolls to it; how many there are. It is the
+     * first one; with `next` or `previous` the one behind or before the one that was selected by the last call, round and round. Case does
+     * not matter without `case`. A part of the page that is put away is shown when something in it is selected. "" ends the marks.
+     *
+     *     const count = window.find('tea', { next: true });
+     */
+    find(text: string, options?: { next?: boolean; previous?: boolean; case?: boolean }): number;
+
     /** Called when `show()` or `showAsync()` has opened the window: `ePostOpen() { this.setFocus('who'); }` */
     ePostOpen?(session: Session): unknown;
     /**

@@ -68,6 +68,9 @@ public:
     QMenuBar* getMenuBar() const override { return m_menuBar; }
     int getMenuHeight() override { return m_menuBar ? m_menuBar->sizeHint().height() : 0; }
 
+    void setFindBar(QWidget* bar) override { m_findBar = bar; }
+    int getStatusHeight() override { return m_findBar ? m_findBar->sizeHint().height() : 0; }
+
     sstring getPendingFocus() const override { return m_pendingFocus; }
     void setFocus(sstring name) override
     {
@@ -97,6 +100,7 @@ private:
     guiWidget* m_widget = nullptr; // deletes itself when it is safe
     std::map<std::string, std::unique_ptr<QButtonGroup>> m_groups;
     QPointer<QMenuBar> m_menuBar; // not owned
+    QPointer<QWidget> m_findBar;  // not owned
     sstring m_pendingFocus;
 };
 

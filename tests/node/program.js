@@ -41,11 +41,11 @@ class Program {
     #read = 0;
     #end = null;
 
-    /** Runs `source` in a process of its own; ready when this resolves. */
-    static async start(source = '', limitMs = 120000) {
+    /** Runs `source` in a process of its own, with `env` added to the environment; ready when this resolves. */
+    static async start(source = '', limitMs = 120000, env = {}) {
         const program = new Program();
         program.ended = runScript(`${inside}\n${source}\nconsole.log('ready');`, {
-            limitMs, onOutput: (text, child) => program.#take(text, child),
+            limitMs, env, onOutput: (text, child) => program.#take(text, child),
         });
         program.ended.then((result) => { program.#end = result; });
         await until(() => program.#child !== null || program.#end !== null, 30000);

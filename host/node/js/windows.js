@@ -4,11 +4,14 @@
 const { callerFolder } = require('./callerfolder.js');
 const { formOf } = require('./forms.js');
 const { native, classes } = require('./native.js');
+const { checkOptions } = require('./options.js');
 const { loadText, pageArguments, requirePage } = require('./pages.js');
 
 const prototype = classes.GuiWindow.prototype;
-const { getReturnValue, startShow } = prototype;
-['getReturnValue', 'startShow'].forEach((name) => delete prototype[name]); // for this package alone
+const { findText, getReturnValue, getSelection, startShow } = prototype;
+['findText', 'getReturnValue', 'getSelection', 'startShow'].forEach((name) => delete prototype[name]); // for this package alone
+
+const findOptions = { next: 'boolean', previous: 'boolean', case: 'boolean' };
 
 /** Those who wait for the end of a window, by window. */
 const closeListeners = new WeakMap();
@@ -58,6 +61,17 @@ class GuiWindow extends classes.GuiWindow {
 
     get form() {
         return this.#form;
+    }
+
+    get selection() {
+        return getSelection.call(this);
+    }
+
+    /** Marks all places of a text on the page and selects one of them; how many there are. */
+    find(text, options) {
+        const caller = 'GuiWindow.find(text, options)';
+        const { next, previous, case: matchCase } = checkOptions(caller, options, findOptions, this.find);
+        return findText.call(this, text, matchCase === true, previous === true ? -1 : Number(next === true));
     }
 
     show(...args) {

@@ -1,0 +1,58 @@
+// controls/guifindbar.h: the bar at the lower edge of a window in which the user looks for a text on the page.
+#pragma once
+
+#include "foundation/vela-threadrole.h"
+
+#include <QPointer>
+#include <QWidget>
+
+class guiWidget;
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QToolButton;
+
+/// A child of its window, made when it is first opened. GUI thread.
+class guiFindBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit guiFindBar(guiWidget* window);
+
+    /// Shows the bar and gives it the keyboard. What is selected on the page is what is looked for.
+    void open() TARN_ON(velaGuiRole);
+    /// Hides it; the place that was found last stays selected.
+    void close() TARN_ON(velaGuiRole);
+    bool isOpen() const { return !isHidden(); }
+    /// Goes to the next or previous place.
+    void goOn(bool forward) TARN_ON(velaGuiRole);
+    /// Puts it to the lower edge of the window, above its status line.
+    void place();
+
+protected:
+    bool focusNextPrevChild(bool next) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void addField();
+    void lineUp();
+    void onChange();
+    void onPress(QToolButton const* button);
+    QToolButton* addButton(Qt::ArrowType arrow, QString const& name);
+    void look() TARN_ON(velaGuiRole);
+    void tellCount(std::size_t count);
+    void makeRoom() TARN_ON(velaGuiRole);
+    bool useKey(QKeyEvent const& event) TARN_ON(velaGuiRole);
+
+    guiWidget* m_window;
+    QLineEdit* m_field; // these are owned by the bar
+    QToolButton* m_previous;
+    QToolButton* m_next;
+    QCheckBox* m_case;
+    QLabel* m_count;
+    QToolButton* m_close;
+    QPointer<QWidget> m_before; // had the keyboard when the bar was opened
+};
