@@ -141,16 +141,28 @@ void pullImageMapArea(guiImageMap* map, mlSection* section)
         addPolygon(map, link, at);
 }
 
+/// What the last area of the map is called.
+void pullAreaText(guiImageMap* map, unsigned before, mlSection* section)
+{
+    if (map->getRegionCount() == before)
+        return;
+    sstring const alt = guiHtmlParser::pullData(section, "alt");
+    map->nameLast(alt.getLength() != 0 ? alt : guiHtmlParser::pullData(section, "title"));
+}
+
 void pullImageMap(guiHtmlParser& parser, guiHtml*, mlSection* section)
 {
     auto map = std::make_unique<guiImageMap>(guiHtmlParser::pullData(section, "name"));
     sstring rest; // the link of the picture outside of all other areas
     guiElementWalk walk(parser, section, {"area"});
-    while (mlSection* area = walk.next())
+    while (mlSection* area = walk.next()) {
+        unsigned const before = map->getRegionCount();
         if (!guiIsWord(guiHtmlParser::pullAttr(area, "shape"), "default"))
             pullImageMapArea(map.get(), area);
         else if (rest.getLength() == 0)
             rest = guiHtmlParser::pullAttr(area, "href");
+        pullAreaText(map.get(), before, area);
+    }
     if (rest.getLength())
         map->addRegion(guiImageMapRegion(rest, 0, 0, kMaxPixels, kMaxPixels));
     parser.state<imageMaps>().maps.push_back(std::move(map));

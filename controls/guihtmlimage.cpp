@@ -11,10 +11,14 @@
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
+#include "page/guiqrect.h"
+#include "page/guirareattributes.h"
 #include "page/guiuserevent.h"
 
 #include <QApplication>
 #include <QPainter>
+#include <QPainterPath>
+#include <QTransform>
 #include <QWidget>
 #include <cassert>
 #include <cmath>
@@ -338,18 +342,82 @@ void guiHtmlImage::setImageMap(std::unique_ptr<guiImageMap> map) { m_map = std::
 
 sstring guiHtmlImage::getMappedLink(int x, int y) const { return m_map ? m_map->hitTest(x, y) : m_content.link; }
 
-/// The link under a point of the node. Maps use the coordinates of the picture in its own size.
-sstring guiHtmlImage::linkAt(int x, int y) const
+bool guiHtmlImage::isStretched(guiRect const& place) const
+{
+    bool const hasSize = !place.isEmpty() && m_content.width > 0 && m_content.height > 0;
+    return hasSize && (place.width != m_content.width || place.height != m_content.height);
+}
+
+/// A point of the node in the coordinates that maps use, those of the picture in its own size.
+QPoint guiHtmlImage::inPicture(int x, int y) const
 {
     guiRect const place = pictureRect();
     std::int64_t const atX = std::int64_t{x} - place.left;
     std::int64_t const atY = std::int64_t{y} - place.top;
-    bool const isStretched =
-        !place.isEmpty() && m_content.width > 0 && (place.width != m_content.width || place.height != m_content.height);
-    if (!isStretched)
-        return getMappedLink(static_cast<int>(atX), static_cast<int>(atY));
-    return getMappedLink(static_cast<int>(atX * m_content.width / place.width),
-                         static_cast<int>(atY * m_content.height / place.height));
+    if (!isStretched(place))
+        return {static_cast<int>(atX), static_cast<int>(atY)};
+    return {static_cast<int>(atX * m_content.width / place.width),
+            static_cast<int>(atY * m_content.height / place.height)};
+}
+
+sstring guiHtmlImage::linkAt(int x, int y) const
+{
+    QPoint const at = inPicture(x, y);
+    return getMappedLink(at.x(), at.y());
+}
+
+/// "" for a place that there is not.
+sstring guiHtmlImage::linkOf(unsigned place) const
+{
+    if (!m_map)
+        return place == 0 ? m_content.link : sstring();
+    return place < m_map->getRegionCount() ? m_map->getRegion(place).getLink() : sstring();
+}
+
+void guiHtmlImage::findLinks(std::vector<unsigned>& places)
+{
+    unsigned const count = m_map ? m_map->getRegionCount() : 1;
+    for (unsigned place = 0; place < count; ++place)
+        if (linkOf(place).getLength() != 0)
+            places.push_back(place);
+}
+
+unsigned guiHtmlImage::getLinkAt(int x, int y)
+{
+    QPoint const at = inPicture(x, y);
+    unsigned const place = m_map ? m_map->findRegion(at.x(), at.y()) : 0;
+    return linkOf(place).getLength() != 0 ? place : kNoLink;
+}
+
+QPainterPath guiHtmlImage::getLinkOutline(unsigned place)
+{
+    QPainterPath picture;
+    guiRect const shown = pictureRect();
+    picture.addRect(QRectF(guiToQRect(shown)));
+    if (linkOf(place).getLength() == 0)
+        return {};
+    if (!m_map)
+        return picture;
+    QTransform toNode = QTransform::fromTranslate(shown.left, shown.top);
+    if (isStretched(shown))
+        toNode.scale(double(shown.width) / m_content.width, double(shown.height) / m_content.height);
+    return toNode.map(m_map->getRegion(place).outline()).intersected(picture);
+}
+
+sstring guiHtmlImage::getLinkText(unsigned place)
+{
+    sstring const own = guiRareAttributeOf(this, guiRareAttribute::kAlt);
+    sstring const text = m_map && linkOf(place).getLength() != 0 ? m_map->getRegion(place).getText() : own;
+    return text.getLength() != 0 || !m_map ? text : own;
+}
+
+void guiHtmlImage::followLinkAt(unsigned place)
+{
+    assertOnGuiThread();
+    guiEventNote const note("click");
+    sstring const link = linkOf(place);
+    if (link.getLength() != 0)
+        onHyperlink(link, getCustomObject());
 }
 
 int guiHtmlImage::canHitTest() { return m_map || m_content.link.getLength() || guiHtml::canHitTest(); }

@@ -75,11 +75,20 @@ public:
     void onMouseMove(int x, int y) override;
     void onMouseDown(int x, int y) override;
     void onMouseOff() override;
+    /// One link, whose place is 0, or those of the areas of the map.
+    void findLinks(std::vector<unsigned>& places) override;
+    unsigned getLinkAt(int x, int y) override;
+    QPainterPath getLinkOutline(unsigned place) override;
+    sstring getLinkText(unsigned place) override;
+    void followLinkAt(unsigned place) override;
 
 private:
     QSize wantedSize() const;
     guiRect pictureRect() const;
+    QPoint inPicture(int x, int y) const;
     sstring linkAt(int x, int y) const;
+    sstring linkOf(unsigned place) const;
+    bool isStretched(guiRect const& place) const;
     void setOverLink(bool isOverLink);
     bool loadPendingSource();
     bool isConsistent() const;

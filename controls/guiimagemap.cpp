@@ -1,7 +1,6 @@
 // controls/guiimagemap.cpp: see guiimagemap.h.
 #include "controls/guiimagemap.h"
 
-#include <QPainterPath>
 #include <algorithm>
 #include <cassert>
 
@@ -73,12 +72,27 @@ bool guiImageMapRegion::contains(int x, int y) const
     return isInside(m_kind == kCircle ? circleIn(m_box) : m_points, x, y);
 }
 
+QPainterPath guiImageMapRegion::outline() const
+{
+    QPainterPath path;
+    if (m_kind == kCircle)
+        path.addEllipse(m_box);
+    else if (m_kind == kRectangle)
+        path.addRect(m_box);
+    else
+        path.addPolygon(m_points);
+    path.closeSubpath();
+    return path;
+}
+
+unsigned guiImageMap::findRegion(int x, int y) const
+{
+    auto const holds = [x, y](guiImageMapRegion const& region) { return region.hitTest(x, y).getLength() != 0; };
+    return static_cast<unsigned>(std::find_if(m_regions.begin(), m_regions.end(), holds) - m_regions.begin());
+}
+
 sstring guiImageMap::hitTest(int x, int y) const
 {
-    for (guiImageMapRegion const& region : m_regions) {
-        sstring link = region.hitTest(x, y);
-        if (link.getLength())
-            return link;
-    }
-    return sstring();
+    unsigned const found = findRegion(x, y);
+    return found < getRegionCount() ? m_regions[found].getLink() : sstring();
 }

@@ -3,6 +3,7 @@
 
 #include "foundation/vela-string.h"
 
+#include <QPainterPath>
 #include <QPolygon>
 #include <QRect>
 #include <memory>
@@ -21,6 +22,13 @@ public:
 
     /// The link when the point lies in the shape, else "".
     sstring hitTest(int x, int y) const;
+    /// The link, "" for an area that only covers others.
+    sstring const& getLink() const { return m_link; }
+    /// What the page calls the area.
+    sstring const& getText() const { return m_text; }
+    void setText(sstring const& text) { m_text = text; }
+    /// The shape, in the picture's own pixels.
+    QPainterPath outline() const;
 
 private:
     enum shapeKind : unsigned char
@@ -36,6 +44,7 @@ private:
     QPolygon m_points; // of a polygon
     QRect m_box;       // around the shape
     sstring m_link;
+    sstring m_text;
 };
 
 /// The areas of one picture. A plain value, used on one thread at a time.
@@ -47,9 +56,14 @@ public:
     sstring getName() const { return m_name; }
     /// Stores a copy.
     void addRegion(guiImageMapRegion const& region) { m_regions.push_back(region); }
+    /// What the region that was added last is called; there is one.
+    void nameLast(sstring const& text) { m_regions.back().setText(text); }
     unsigned getRegionCount() const { return static_cast<unsigned>(m_regions.size()); }
     std::unique_ptr<guiImageMap> Clone() const { return std::make_unique<guiImageMap>(*this); }
-    /// The link at a point: that of the first region there, in the order of adding, that has a link; else "".
+    guiImageMapRegion const& getRegion(unsigned i) const { return m_regions[i]; }
+    /// The first region at a point, in the order of adding, that has a link; getRegionCount() for none.
+    unsigned findRegion(int x, int y) const;
+    /// The link at a point, "" for none.
     sstring hitTest(int x, int y) const;
 
 private:

@@ -1,6 +1,7 @@
 // controls/guitabstops.cpp: see guitabstops.h.
 #include "controls/guitabstops.h"
 
+#include "controls/guicurrentlink.h"
 #include "controls/guiwidgetscrollbar.h"
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
@@ -8,6 +9,7 @@
 
 #include <QAbstractButton>
 #include <QButtonGroup>
+#include <QPainterPath>
 #include <QPointer>
 #include <QScrollBar>
 #include <algorithm>
@@ -82,6 +84,8 @@ bool isEntry(guiTabStop const& stop)
 /// Whether Tab stops in the control, which may still await its widget.
 bool takesTab(guiTabStop const& stop)
 {
+    if (stop.isLink())
+        return true;
     return stop.widget ? !stopsInside(stop.widget).empty() : stop.node->isEnabled() != 0;
 }
 
@@ -96,13 +100,39 @@ void give(guiHtml* node, QWidget* widget, bool forward) TARN_ON(velaGuiRole)
 }
 
 /// Tab enters the control, or the bar of a pane.
-void enter(guiTabStop const& stop, bool forward) TARN_ON(velaGuiRole)
+void enterControl(guiTabStop const& stop, bool forward) TARN_ON(velaGuiRole)
 {
     if (!stop.widget)
         stop.node->createChildWidget();
     std::vector<QWidget*> const inside = stopsInside(stop.widget ? stop.widget : stop.node->getChildWidget());
     if (!inside.empty())
         give(stop.node, forward ? inside.front() : inside.back(), forward);
+}
+
+void enterLink(guiTabStop const& stop, bool forward, guiCurrentLink& links) TARN_ON(velaGuiRole)
+{
+    guiNodeWatch const self(stop.node);
+    guiScrollIntoView(stop.node, stop.node->getLinkOutline(stop.link).boundingRect().toAlignedRect());
+    if (self.alive())
+        links.take({stop.node, stop.link}, forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+}
+
+void enter(guiTabStop const& stop, bool forward, guiCurrentLink* links) TARN_ON(velaGuiRole)
+{
+    if (stop.isLink() && links)
+        enterLink(stop, forward, *links);
+    else
+        enterControl(stop, forward);
+}
+
+/// The stop that has the keyboard; the number of stops when none has it.
+std::size_t findCurrent(std::vector<guiTabStop> const& stops, QWidget const* from, guiCurrentLink const* links)
+{
+    guiLinkPlace const link = links ? links->get().value_or(guiLinkPlace()) : guiLinkPlace();
+    auto const isCurrent = [&](guiTabStop const& each) {
+        return link.node ? each.node == link.node && each.link == link.place : holds(each.widget, from);
+    };
+    return static_cast<std::size_t>(std::find_if(stops.begin(), stops.end(), isCurrent) - stops.begin());
 }
 
 /// How far the bar has to move for `begin` to `end` to lie between `first` and `last`; the begin comes first.
@@ -160,24 +190,22 @@ void guiScrollIntoView(guiHtml* node, QRect const& part)
     }
 }
 
-bool guiFocusNext(guiHtml* page, QWidget* from, bool forward)
+bool guiFocusNext(guiHtml* page, QWidget* from, bool forward, guiCurrentLink* links)
 {
-    std::vector<guiTabStop> const stops = guiTabStopsOf(page);
+    std::vector<guiTabStop> const stops = guiTabStopsOf(page, links != nullptr);
     auto const count = stops.size();
-    auto const current = static_cast<std::size_t>(
-        std::find_if(stops.begin(), stops.end(), [&](guiTabStop const& each) { return holds(each.widget, from); }) -
-        stops.begin());
-    if (current < count)
-        if (QWidget* next = nextInside(stops[current].widget, from, forward))
-            return give(stops[current].node, next, forward), true;
+    std::size_t const current = findCurrent(stops, from, links);
+    bool const isInControl = current < count && stops[current].widget;
+    if (QWidget* next = isInControl ? nextInside(stops[current].widget, from, forward) : nullptr)
+        return give(stops[current].node, next, forward), true;
     std::size_t at = current < count ? current : forward ? count - 1 : 0;
     for (std::size_t tried = 0; tried < count; ++tried) {
         at = (at + (forward ? 1 : count - 1)) % count;
         if (at == current)
             break;
-        bool const isInGroup = current < count && isSameGroup(stops[current], stops[at]);
+        bool const isInGroup = isInControl && isSameGroup(stops[current], stops[at]);
         if (!isInGroup && isEntry(stops[at]) && hasSize(stops[at].node) && takesTab(stops[at]))
-            return enter(stops[at], forward), true;
+            return enter(stops[at], forward, links), true;
     }
     return false;
 }

@@ -169,6 +169,7 @@ void guiWidget::unbind()
     htmlBase = nullptr;
     hoverNode = nullptr;
     m_pressed = nullptr;
+    m_currentLink.drop();
     if (bound)
         guiControlHost::current().onClose(this, bound);
 }
@@ -329,7 +330,7 @@ guiHtml* guiWidget::pressPage(QMouseEvent const& event)
     int x = at.x();
     int y = at.y();
     guiHtml* node = livePage()->hitTest(&x, &y);
-    if (!node)
+    if (!pressLink(node, event, x, y) || !node)
         return nullptr;
     // The run of text may not know where the pointer is: the window may have opened, or changed its page, under a
     // pointer that did not move, and moves are discarded while a handler runs. It fires no event for this call.
@@ -345,6 +346,19 @@ guiHtml* guiWidget::pressPage(QMouseEvent const& event)
     }
     press(node, event.button(), x, y);
     return node;
+}
+
+/// The link under the pointer becomes the current one; beside links there is none any more. False when the node is gone
+/// afterwards. `node` may be null.
+bool guiWidget::pressLink(guiHtml* node, QMouseEvent const& event, int x, int y)
+{
+    guiNodeWatch const self(node);
+    unsigned const place = node && event.button() == Qt::LeftButton ? node->getLinkAt(x, y) : guiHtml::kNoLink;
+    if (place == guiHtml::kNoLink)
+        m_currentLink.drop();
+    else
+        m_currentLink.take({node, place}, Qt::MouseFocusReason);
+    return !node || (self.alive() && livePage());
 }
 
 /// Only the left button follows links and areas and drags frames; of other buttons a page hears where it asks for them.
@@ -494,6 +508,8 @@ void guiWidget::contextMenuEvent(QContextMenuEvent* event)
 /// Tells controls that ask for it. What leaves the focus because it goes away hears of nothing.
 void guiWidget::onFocusChanged(QWidget* from, QWidget* to)
 {
+    if (to && to != this && isAncestorOf(to) && !qobject_cast<QMenuBar*>(to))
+        m_currentLink.drop();
     if (!livePage() || m_isClosing || guiLaterEvents::isActive())
         return;
     guiEventScope scope;
@@ -572,8 +588,9 @@ void guiWidget::keyPressEvent(QKeyEvent* event)
     bool const isText = livePage() && (openFind(*event) || m_textGesture.key(*livePage(), *event));
     if (!isText && event->key() == Qt::Key_Escape)
         dropMarks();
-    bool const isUsed = isText || guiHandleKey(livePage(), event->key(), true) || openMenu(*event) || turnTabs(*event);
-    if (isUsed || (livePage() && guiScrollByKey(livePage(), nodeOf(focusWidget()), m_clickedPane, *event)))
+    bool const isUsed = isText || useAtLink(*event) || guiHandleKey(livePage(), event->key(), true) ||
+                        openMenu(*event) || turnTabs(*event);
+    if (isUsed || (livePage() && guiScrollByKey(livePage(), keyNode(), m_clickedPane, *event)))
         event->accept();
     else
         QDialog::keyPressEvent(event);
@@ -615,6 +632,27 @@ void guiWidget::openFindBar()
     m_findBar->open();
 }
 
+/// Return follows the current link. Escape drops it, unless the page has a control for that key.
+bool guiWidget::useAtLink(QKeyEvent const& event)
+{
+    int const key = event.key();
+    if (!livePage() || !isAtLink())
+        return false;
+    if (key == Qt::Key_Return || key == Qt::Key_Enter)
+        return m_currentLink.follow();
+    if (key != Qt::Key_Escape || livePage()->getEscapeControl().getLength() != 0)
+        return false;
+    m_currentLink.drop();
+    return true;
+}
+
+/// The node that has the keyboard; null for the page itself.
+guiHtml* guiWidget::keyNode()
+{
+    std::optional<guiLinkPlace> const link = m_currentLink.get();
+    return link ? link->node : nodeOf(focusWidget());
+}
+
 /// F10 opens the first menu of the bar that can be chosen; the Alt key alone reaches the bar by the toolkit.
 bool guiWidget::openMenu(QKeyEvent const& event)
 {
@@ -632,6 +670,16 @@ bool guiWidget::openMenu(QKeyEvent const& event)
     return false;
 }
 
+/// Whether what has the keyboard is being hidden or disabled. The toolkit then looks for another control, and a link is
+/// none.
+bool guiWidget::isFocusGoing()
+{
+    QWidget* const from = focusWidget();
+    guiHtml* const node = from ? nodeOf(from) : nullptr;
+    QWidget const* const control = node && node->getChildWidget() ? node->getChildWidget() : from;
+    return control && control != this && (control->isHidden() || !control->isEnabled());
+}
+
 // The page itself can have the focus, but Tab should not stop there on the way from one control to the next.
 bool guiWidget::focusNextPrevChild(bool next)
 {
@@ -639,7 +687,7 @@ bool guiWidget::focusNextPrevChild(bool next)
     if (keepsFocus)
         return true;
     m_clickedPane = nullptr;
-    if (livePage() && guiFocusNext(livePage(), focusWidget(), next))
+    if (livePage() && guiFocusNext(livePage(), focusWidget(), next, isFocusGoing() ? nullptr : &m_currentLink))
         return true;
     bool moved = QDialog::focusNextPrevChild(next);
     return moved && hasFocus() ? QDialog::focusNextPrevChild(next) : moved;
@@ -765,6 +813,8 @@ void guiWidget::paintPage(QPaintDevice* device, QRegion const& region)
     if (!isOpaque(htmlBase))
         painter.fillRect(region.boundingRect(), palette().color(QPalette::Window));
     htmlBase->paintTo(&painter, 0, 0, this, &region);
+    painter.setClipRegion(region);
+    m_currentLink.paint(painter);
 }
 
 void guiWidget::paintThroughBuffer(QRegion const& region)

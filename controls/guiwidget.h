@@ -2,6 +2,7 @@
 // show, close) into calls of the page's nodes, which have all the behaviour, and has the page paint itself.
 #pragma once
 
+#include "controls/guicurrentlink.h"
 #include "controls/guilatewidgets.h"
 #include "controls/guitextgesture.h"
 #include "foundation/vela-string.h"
@@ -51,6 +52,9 @@ public:
     QWidget* outOfView();
     QScrollBar* createScrollBar(guiHtml* node, Qt::Orientation orientation, char const* name) override;
     bool scrollPixels(QRect const& area, int dx, int dy) override;
+    /// The link that has the keyboard.
+    guiCurrentLink& currentLink() { return m_currentLink; }
+    bool isAtLink() const override { return m_currentLink.get().has_value(); }
 
     /// Opens the bar in which the user looks for a text. May run script.
     void openFindBar() TARN_ON(velaGuiRole);
@@ -108,6 +112,10 @@ private:
     guiHtml* contextNode(QContextMenuEvent const& event) TARN_ON(velaGuiRole);
     bool isOwnContext(QObject* watched, QEvent const& event);
     void onFocusChanged(QWidget* from, QWidget* to) TARN_ON(velaGuiRole);
+    bool pressLink(guiHtml* node, QMouseEvent const& event, int x, int y) TARN_ON(velaGuiRole);
+    bool useAtLink(QKeyEvent const& event) TARN_ON(velaGuiRole);
+    guiHtml* keyNode() TARN_ON(velaGuiRole);
+    bool isFocusGoing() TARN_ON(velaGuiRole);
     bool openMenu(QKeyEvent const& event) TARN_ON(velaGuiRole);
     bool openFind(QKeyEvent const& event) TARN_ON(velaGuiRole);
     bool turnTabs(QEvent const& event);
@@ -124,6 +132,7 @@ private:
     QWidget* m_outOfView = nullptr;     // owned; null until something is out of view
     guiLateWidgets m_lateWidgets{*this};
     guiTextGesture m_textGesture{*this};
+    guiCurrentLink m_currentLink{*this};
     guiHtmlCustom* m_pressed =
         nullptr;              // the custom element on which a button went down; not owned, see onHtmlDestroy()
     QRegion m_missedDamage;   // what was to be repainted while a paint event was going on

@@ -6,6 +6,7 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guipagehost.h"
 #include "page/guipageroot.h"
+#include "page/guipagesurface.h"
 #include "page/guitaborder.h"
 
 #include <QScrollBar>
@@ -163,16 +164,26 @@ bool takesKeyboard(guiTabStop const& stop)
     return stop.widget->isEnabled() && (stop.widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
 }
 
+void addLinks(guiHtml* node, std::vector<guiTabStop>& stops)
+{
+    std::vector<unsigned> places;
+    node->findLinks(places);
+    for (unsigned place : places)
+        stops.push_back({node, nullptr, node->getTabIndex(), place});
+}
+
 /// In document order.
-void findWidgets(guiHtml* node, std::vector<guiTabStop>& stops)
+void findStops(guiHtml* node, bool withLinks, std::vector<guiTabStop>& stops)
 {
     auto const first = static_cast<std::ptrdiff_t>(stops.size());
     QWidget* const widget = node->getChildWidget();
     if (widget || node->awaitsWidget())
         stops.push_back({node, widget, node->getTabIndex()});
+    if (withLinks && node->isEnabled())
+        addLinks(node, stops);
     for (guiHtml* child : guiNodesOf(node))
         if (child->m.visible)
-            findWidgets(child, stops);
+            findStops(child, withLinks, stops);
     QScrollBar* const bar = node->isScrolled() ? paneBar(node) : nullptr;
     if (bar && std::none_of(stops.begin() + first, stops.end(), takesKeyboard))
         stops.push_back({node, bar, node->getTabIndex()});
@@ -180,10 +191,10 @@ void findWidgets(guiHtml* node, std::vector<guiTabStop>& stops)
 
 } // namespace
 
-std::vector<guiTabStop> guiTabStopsOf(guiHtml* page)
+std::vector<guiTabStop> guiTabStopsOf(guiHtml* page, bool withLinks)
 {
     std::vector<guiTabStop> stops;
-    findWidgets(page, stops);
+    findStops(page, withLinks, stops);
     auto const isBefore = [](guiTabStop const& a, guiTabStop const& b) { return a.tabIndex < b.tabIndex; };
     if (!std::is_sorted(stops.begin(), stops.end(), isBefore)) // it is, on most pages
         std::stable_sort(stops.begin(), stops.end(), isBefore);
@@ -222,9 +233,11 @@ void guiHtml::updateTabOrder()
     if (stops.empty())
         return;
     QWidget* own = getTopLevelWidget();
+    guiPageSurface const* const surface = own ? guiPageSurface::of(this) : nullptr;
+    bool const isAtLink = surface && surface->isAtLink();
     auto const isControl = [](guiTabStop const& stop) { return stop.node->getChildWidget() == stop.widget; };
     auto const first = std::find_if(stops.begin(), stops.end(), isControl);
-    if (own && own->hasFocus() && first != stops.end())
+    if (own && own->hasFocus() && !isAtLink && first != stops.end())
         giveFocus(first->node);
     chain(stops);
 }

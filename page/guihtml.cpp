@@ -11,6 +11,7 @@
 #include "page/guipageroot.h"
 #include "page/guipagesurface.h"
 
+#include <QPainterPath>
 #include <QScrollBar>
 
 #include <atomic>
@@ -75,6 +76,8 @@ guiHtml::guiHtml(guiHtml const& other)
 guiHtml::~guiHtml()
 {
     guiNodeWatch::nodeDestroyed(this);
+    if (m.hasListener && s_endListener)
+        s_endListener(this);
     guiHtml::destroyChildWidget();
     releaseNodes(m.children, this);
     assert(getChildCount() == 0);
@@ -89,6 +92,8 @@ guiHtml& guiHtml::operator=(guiHtml& other)
         copyFrom(other);
     return *this;
 }
+
+QPainterPath guiHtml::getLinkOutline(unsigned) { return {}; }
 
 guiHtml* guiHtml::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
@@ -110,6 +115,7 @@ void guiHtml::copyFrom(guiHtml const& other)
     fields_t& fields = m;
     fields = other.m;
     m.layout = guiLayoutMemo();
+    m.hasListener = 0;
     m.children = other.m.children;
     m.rare = other.m.rare ? std::make_unique<rare_t>(*other.m.rare) : nullptr;
     m.object = other.m.object.load();

@@ -15,12 +15,14 @@
 #include <atomic>
 #include <memory>
 #include <optional>
+#include <vector>
 
 class guiPageRoot;
 struct guiRadioGroup;
 class guiWidget;
 class QFont;
 class QPainter;
+class QPainterPath;
 class QPixmap;
 struct guiPicture;
 class QRegion;
@@ -134,6 +136,7 @@ public:
         std::uint16_t padding = 0;    ///< the inner part of `space`, pixels: the background covers it
         std::uint8_t spacious = 0;    ///< in an element with `gap`: lines share a base line, buttons have a least width
         std::uint8_t lateWidgets = 0; ///< the controls below get their widgets when they are needed, however few
+        std::uint8_t hasListener = 0; ///< the end listener is told when the node goes; not copied
     };
 
     /// A node's data. What few nodes have is in `rare`, behind the accessors below.
@@ -302,6 +305,21 @@ public:
     /// Whether Tab stops at this one of its group.
     virtual bool isTabEntry() const { return true; }
 
+    // ---- The links of the node itself, each known by its place: a number that means something to the node alone ----
+
+    static constexpr unsigned kNoLink = 0xFFFFFFFF;
+
+    /// Adds the places of those that lead somewhere and are shown, in the order of reading.
+    virtual void findLinks(std::vector<unsigned>&) {}
+    /// The place of the link at a point relative to the node; kNoLink without one.
+    virtual unsigned getLinkAt(int, int) { return kNoLink; }
+    /// Where the link is, relative to the node's corner; empty for a place without a link.
+    virtual QPainterPath getLinkOutline(unsigned);
+    /// The words of the link, "" for a place without one.
+    virtual sstring getLinkText(unsigned) { return {}; }
+    /// Does what a click on the link does. Runs script: the node may be gone afterwards.
+    virtual void followLinkAt(unsigned) {}
+
     // ---- The tree ----
 
     guiHtml* getParent() const { return m.parent; }
@@ -371,6 +389,9 @@ public:
     /// Whether the node is in the registry: asked before a pointer that arrived with an event is followed. False
     /// without a registry. Any thread.
     static bool isRegistered(guiHtml const* node);
+    /// What is told of the end of each node whose `hasListener` is set, before anything of the node is gone; null:
+    /// none. GUI thread.
+    static void setEndListener(void (*listener)(guiHtml* node)) { s_endListener = listener; }
     /// Changes whenever any node is made or destroyed: while it stays the same, what was found by walking a page is
     /// still valid. Never 0. Any thread.
     static unsigned long generation();
@@ -383,6 +404,7 @@ private:
     static_assert(1u << kStringTitle < kRareScroll, "each string has a bit of its own");
 
     static inline unsigned s_pendingLoadCount = 0;
+    static inline void (*s_endListener)(guiHtml* node) = nullptr;
 
     rare_t const& rare() const;
     rare_t& ensureRare();

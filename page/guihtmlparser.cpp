@@ -5,6 +5,7 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "page/guihtmltext.h"
+#include "page/guirareattributes.h"
 #include "page/guitagtable.h"
 
 #include <cassert>
@@ -222,9 +223,33 @@ void guiHtmlParser::pullHeading(guiHtml* parent, mlSection* section, char const*
     text += font;
     text += "]]";
     sstring const outer = std::exchange(m_fontInForce, font);
+    unsigned const first = parent->getChildCount() - 1;
     pullContent(parent, section);
     m_fontInForce = outer;
+    markHeading(parent, first, section);
     appendParagraph(parent);
+}
+
+namespace {
+
+/// "1" to "6".
+sstring levelOf(mlSection* heading)
+{
+    for (char const* name : {"h1", "h2", "h3", "h4", "h5"})
+        if (heading->isNamed(name))
+            return sstring(name + 1);
+    return sstring("6");
+}
+
+} // namespace
+
+/// The runs of text from an entry on are those of the heading.
+void guiHtmlParser::markHeading(guiHtml* parent, unsigned first, mlSection* section)
+{
+    sstring const level = levelOf(section);
+    for (unsigned i = first; i < parent->getChildCount(); ++i)
+        if (guiHtml* child = parent->getChild(i); guiChildList::isNode(child) && child->getType() == guiHtml::kTypeText)
+            guiSetRareAttribute(child, guiRareAttribute::kHeading, level);
 }
 
 void guiHtmlParser::pullHeading1(guiHtml* parent, mlSection* section) { pullHeading(parent, section, ",24"); }

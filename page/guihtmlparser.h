@@ -180,6 +180,7 @@ public:
     void pullFormatted(guiHtml* parent, mlSection* section, sstring const& style, sstring const& font);
     /// Content in paragraphs of its own, bold, in a font code's font.
     void pullHeading(guiHtml* parent, mlSection* section, char const* font);
+    static void markHeading(guiHtml* parent, unsigned first, mlSection* section);
     void pullOwnParagraph(guiHtml* parent, mlSection* section);
     /// Content in paragraphs one level further to the right.
     void pullQuotedBlock(guiHtml* parent, mlSection* section);

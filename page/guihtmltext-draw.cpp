@@ -310,6 +310,25 @@ bool guiHtmlText::forEachLine(guiLineVisitor const& visit)
     return false;
 }
 
+void guiHtmlText::forEachPiece(
+    std::function<void(guiTextPiece const& piece, QRect const& place, QFont const& font)> const& use)
+{
+    assertOnGuiThread();
+    QStringView const view = mx.text.view();
+    if (showsNothing(view))
+        return;
+    textParams const params = ownParams();
+    guiTextRun const& run = mx.measures.run(view, mx.text.isMeasured(), guiTextFonts::of(params.font), params.points);
+    dropOldHotspots(mx);
+    guiRect const box = innerBox(boxForWidth(static_cast<unsigned long>(std::max(m.rect.width, 0))));
+    drawing const job{nullptr, box, view, params, run, &mx, false};
+    guiLineBreaker line(run, view, box.width);
+    for (int top = box.top; line.next(); top += line.height())
+        for (guiTextPiece const& piece : line.pieces())
+            use(piece, {box.left + alignedOffset(job, line.width()) + piece.left, top, piece.width, line.height()},
+                run.chunks()[piece.chunk].font->font());
+}
+
 int fitTextInBox(QString const& text, QFontMetrics const& metrics, int width)
 {
     int fits = static_cast<int>(text.size());

@@ -1,11 +1,13 @@
-// page/guihtmltext-links.cpp: what the mouse does to the links of a text run.
+// page/guihtmltext-links.cpp: the links of a text run: what the mouse does to them, and each of them by itself.
 #include "page/guihtmltext.h"
 
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guihtmltext-codes.h"
 #include "page/guitextcopy.h"
 #include "page/guiuserevent.h"
 
+#include <QPainterPath>
 #include <QWidget>
 #include <optional>
 
@@ -99,13 +101,76 @@ void guiHtmlText::onMouseDown(int, int)
     assertOnGuiThread();
     if (mx.hoveredLink == kNoLink)
         return;
+    if (isFollowed(mx.hoveredLink))
+        return followLinkAt(mx.hoveredLink);
     guiEventNote const note("click");
-    std::optional<sstring> const target = targetIn(mx.text.view(), mx.hoveredLink);
-    if (target && isFollowed(mx.hoveredLink))
-        onHyperlink(*target, nullptr);
-    else if (target)
+    if (std::optional<sstring> const target = targetIn(mx.text.view(), mx.hoveredLink))
         actOnLabel(topOf(this), *target);
 }
+
+// ---- One by one ----
+
+/// Whether the link leads somewhere; a bookmark has a code, too.
+bool guiHtmlText::leadsOn(unsigned link) const
+{
+    std::optional<sstring> const target = isFollowed(link) ? targetIn(mx.text.view(), link) : std::nullopt;
+    return target && target->getLength() != 0;
+}
+
+// The pieces of one link follow each other.
+void guiHtmlText::findLinks(std::vector<unsigned>& places)
+{
+    unsigned last = kNoLink;
+    for (guiHotspot const& spot : mx.hotspots)
+        if (spot.link != last && leadsOn(last = spot.link))
+            places.push_back(spot.link);
+}
+
+unsigned guiHtmlText::getLinkAt(int x, int y)
+{
+    unsigned const link = linkAt(x, y);
+    return leadsOn(link) ? link : kNoLink;
+}
+
+QPainterPath guiHtmlText::getLinkOutline(unsigned place)
+{
+    QPainterPath outline;
+    for (guiHotspot const& spot : mx.hotspots)
+        if (spot.link == place)
+            outline.addRect(spot.left, spot.top, spot.width, spot.height);
+    return outline;
+}
+
+sstring guiHtmlText::getLinkText(unsigned place)
+{
+    QStringView const text = mx.text.view();
+    if (!leadsOn(place))
+        return {};
+    QString words;
+    guiTextScanner scanner(text.mid(place));
+    scanner.next(); // the link's own code
+    while (scanner.next()) {
+        guiTextCode const code = scanner.isCode() ? guiReadTextCode(scanner.part()) : guiTextCode::kBold;
+        if (code == guiTextCode::kLink || code == guiTextCode::kEndLink)
+            break;
+        if (!scanner.isCode())
+            words += scanner.part();
+        else if (code == guiTextCode::kLineBreak)
+            words += u' ';
+    }
+    return qtoss(words.simplified());
+}
+
+void guiHtmlText::followLinkAt(unsigned place)
+{
+    assertOnGuiThread();
+    guiEventNote const note("click");
+    std::optional<sstring> const target = isFollowed(place) ? targetIn(mx.text.view(), place) : std::nullopt;
+    if (target)
+        onHyperlink(*target, nullptr);
+}
+
+// ---- Titles ----
 
 // The titles of a run are lines: a link, a tab, and its title. Few links have one.
 void guiHtmlText::addLinkTitle(sstring const& link, sstring const& title)

@@ -11,13 +11,13 @@
 #include "page/guihtmltext-measure.h"
 
 #include <QFont>
-
 #include <functional>
 
 class QFontMetrics;
 class QRect;
 class guiLineBreaker;
 class guiTextMarker;
+struct guiTextPiece;
 
 /// Sees one line of a run: its pieces, whose left ends count from the rectangle's, which is relative to the run's node;
 /// true ends the visit.
@@ -41,8 +41,6 @@ int fitTextInBox(QString const& text, QFontMetrics const& metrics, int width);
 class guiHtmlText : public guiHtml
 {
 public:
-    static constexpr unsigned kNoLink = 0xFFFFFFFF;
-
     /// The run's text and the results of measuring it.
     struct mx_t
     {
@@ -74,6 +72,11 @@ public:
     void onMouseMove(int x, int y) override;
     void onMouseOff() override;
     void onMouseDown(int x, int y) override;
+    void findLinks(std::vector<unsigned>& places) override;
+    unsigned getLinkAt(int x, int y) override;
+    QPainterPath getLinkOutline(unsigned place) override;
+    sstring getLinkText(unsigned place) override;
+    void followLinkAt(unsigned place) override;
 
     /// The text with its codes.
     sstring getText() const { return mx.text.toString(); }
@@ -98,6 +101,10 @@ public:
     /// drawText() in the node's own font and colours.
     int paintText(QPainter* painter, guiRect* box, sstring const& text, int* widthOut);
 
+    /// Calls `use` for each piece of text of the run at its present width, line by line and from left to right, with
+    /// its rectangle relative to the node.
+    void forEachPiece(std::function<void(guiTextPiece const& piece, QRect const& place, QFont const& font)> const& use);
+
     /// The run's data, open to the classes of the page.
     mx_t mx;
 
@@ -109,5 +116,6 @@ private:
     guiRect boxForWidth(unsigned long width) const;
     unsigned linkAt(int x, int y) const;
     bool isFollowed(unsigned link) const;
+    bool leadsOn(unsigned link) const;
     void setPointer(bool onLink);
 };

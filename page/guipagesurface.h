@@ -27,6 +27,8 @@ public:
     virtual bool scrollPixels(QRect const& area, int dx, int dy) = 0;
     /// Whether the node is the one under the pointer.
     virtual bool isHovering(guiHtml const* node) const = 0;
+    /// Whether a link has the keyboard, so that a new control does not get it.
+    virtual bool isAtLink() const { return false; }
     /// The node under the pointer is about to be destroyed.
     virtual void onHtmlDestroy(guiHtml* node) = 0;
 

@@ -5,27 +5,70 @@
 #include "page/guihtml.h"
 #include "page/guihtmlparser.h"
 
+#include <optional>
+
 namespace {
 
 struct rareName
 {
     char const* name;
     guiRareAttribute which;
+    bool isData = false; // the page's own words, kept as they stand there
 };
 
 constexpr rareName kNames[] = {
     {"contextmenu", guiRareAttribute::kContextMenu}, {"oncontext", guiRareAttribute::kContext},
     {"onfocus", guiRareAttribute::kFocus},           {"onblur", guiRareAttribute::kBlur},
     {"onenter", guiRareAttribute::kEnter},           {"icon", guiRareAttribute::kIcon},
-    {"noselect", guiRareAttribute::kNoSelect},       {"nofind", guiRareAttribute::kNoFind}};
+    {"noselect", guiRareAttribute::kNoSelect},       {"nofind", guiRareAttribute::kNoFind},
+    {"alt", guiRareAttribute::kAlt, true},           {"role", guiRareAttribute::kRole},
+    {"label", guiRareAttribute::kLabel, true},       {"value", guiRareAttribute::kValue, true}};
 
 constexpr unsigned short kEnd = 1; // behind each value; no page can hold it in an attribute that means anything
 
-/// Other elements than a body keep their icons themselves, and only a window has a find bar.
+/// Other elements than a body keep their icons themselves, and other than a custom one their values; only a window has
+/// a find bar.
 bool mayHave(guiHtml* node, guiRareAttribute which)
 {
-    bool const isOfWindow = which == guiRareAttribute::kIcon || which == guiRareAttribute::kNoFind;
-    return !isOfWindow || node->getType() == guiHtml::kTypeBase;
+    switch (which) {
+    case guiRareAttribute::kIcon:
+    case guiRareAttribute::kNoFind:
+        return node->getType() == guiHtml::kTypeBase;
+    case guiRareAttribute::kAlt:
+        return node->getType() == guiHtml::kTypeImage;
+    case guiRareAttribute::kRole:
+    case guiRareAttribute::kValue:
+        return node->getType() == guiHtml::kTypeCustom;
+    default:
+        return true;
+    }
+}
+
+sstring written(guiRareAttribute which, sstring const& value)
+{
+    char const letter[] = {static_cast<char>(which), 0};
+    char const end[] = {static_cast<char>(kEnd), 0};
+    return sstring(letter) + value + sstring(end);
+}
+
+/// Where the value of one begins and ends in the string; none when it is not there.
+struct valuePlace
+{
+    unsigned begin = 0;
+    unsigned end = 0;
+};
+
+std::optional<valuePlace> find(sstring const& all, guiRareAttribute which)
+{
+    for (unsigned at = 0; at < all.getLength();) {
+        unsigned end = at;
+        while (end < all.getLength() && all[end] != kEnd)
+            ++end;
+        if (all[at] == static_cast<unsigned short>(which))
+            return valuePlace{at + 1, end};
+        at = end + 1;
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -36,15 +79,18 @@ void guiPullRareAttributes(guiHtml* node, mlSection* section)
     for (rareName const& each : kNames) {
         if (!mayHave(node, each.which) || !guiHtmlParser::hasAttr(section, each.name))
             continue;
-        sstring const value = guiHtmlParser::pullAttr(section, each.name);
-        if (value.getLength() == 0)
-            continue;
-        char const letter[] = {static_cast<char>(each.which), 0};
-        char const end[] = {static_cast<char>(kEnd), 0};
-        all += sstring(letter) + value + sstring(end);
+        sstring const value =
+            each.isData ? guiHtmlParser::pullData(section, each.name) : guiHtmlParser::pullAttr(section, each.name);
+        if (value.getLength() != 0 || each.isData)
+            all += written(each.which, value);
     }
     if (all.getLength() != 0)
         node->setString(kStringRare, all);
+}
+
+bool guiHasRareAttribute(guiHtml const* node, guiRareAttribute which)
+{
+    return node->hasString(kStringRare) && find(node->getString(kStringRare), which);
 }
 
 sstring guiRareAttributeOf(guiHtml const* node, guiRareAttribute which)
@@ -52,13 +98,14 @@ sstring guiRareAttributeOf(guiHtml const* node, guiRareAttribute which)
     if (!node->hasString(kStringRare))
         return {};
     sstring const all = node->getString(kStringRare);
-    for (unsigned at = 0; at < all.getLength();) {
-        unsigned end = at;
-        while (end < all.getLength() && all[end] != kEnd)
-            ++end;
-        if (all[at] == static_cast<unsigned short>(which))
-            return all.subString(at + 1, end - at - 1);
-        at = end + 1;
-    }
-    return {};
+    std::optional<valuePlace> const found = find(all, which);
+    return found ? all.subString(found->begin, found->end - found->begin) : sstring();
+}
+
+void guiSetRareAttribute(guiHtml* node, guiRareAttribute which, sstring const& value)
+{
+    sstring const all = node->getString(kStringRare);
+    std::optional<valuePlace> const old = find(all, which);
+    sstring const rest = old ? all.subString(0, old->begin - 1) + all.subString(old->end + 1) : all;
+    node->setString(kStringRare, rest + written(which, value));
 }

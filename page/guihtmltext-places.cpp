@@ -1,0 +1,110 @@
+// page/guihtmltext-places.cpp: see guihtmltext-places.h.
+#include "page/guihtmltext-places.h"
+
+#include "page/guihtmltext-codes.h"
+#include "page/guihtmltext-lines.h"
+#include "page/guihtmltext.h"
+
+#include <QFontMetrics>
+#include <algorithm>
+
+namespace {
+
+/// Where text between two codes is, in the run and among its words.
+struct textPart
+{
+    qsizetype inRun = 0;
+    qsizetype inWords = 0;
+    qsizetype count = 0;
+};
+
+struct plainRun
+{
+    QString words;
+    std::vector<textPart> parts;
+};
+
+plainRun plainOf(QStringView text)
+{
+    plainRun plain;
+    guiTextScanner scanner(text);
+    while (scanner.next()) {
+        if (!scanner.isCode()) {
+            plain.parts.push_back({scanner.start(), plain.words.size(), scanner.part().size()});
+            plain.words += scanner.part();
+        } else if (guiReadTextCode(scanner.part()) == guiTextCode::kLineBreak) {
+            plain.words += u'\n';
+        }
+    }
+    return plain;
+}
+
+/// The offset among the words of a unit of the run that is in no code.
+int toWords(plainRun const& plain, qsizetype unit)
+{
+    auto const isBehind = [](qsizetype at, textPart const& part) { return at < part.inRun; };
+    auto const next = std::upper_bound(plain.parts.begin(), plain.parts.end(), unit, isBehind);
+    if (next == plain.parts.begin())
+        return 0;
+    textPart const& part = *std::prev(next);
+    return static_cast<int>(part.inWords + std::min(unit - part.inRun, part.count));
+}
+
+} // namespace
+
+QString guiPlainText(guiHtmlText const& run) { return plainOf(run.mx.text.view()).words; }
+
+guiTextPlaces::guiTextPlaces(guiHtmlText& run)
+{
+    QStringView const text = run.mx.text.view();
+    plainRun const plain = plainOf(text);
+    m_text = plain.words;
+    run.forEachPiece([&](guiTextPiece const& drawn, QRect const& place, QFont const& font) {
+        if (m_pieces.empty() || m_pieces.back().place.top() != place.top())
+            m_lines.push_back(toWords(plain, drawn.start));
+        m_pieces.push_back({toWords(plain, drawn.start), static_cast<int>(drawn.length), place, font});
+    });
+}
+
+guiTextPlaces::piece const* guiTextPlaces::pieceAt(int offset) const
+{
+    auto const holds = [offset](piece const& each) { return offset >= each.first && offset - each.first < each.count; };
+    auto const found = std::find_if(m_pieces.begin(), m_pieces.end(), holds);
+    return found != m_pieces.end() ? &*found : nullptr;
+}
+
+int guiTextPlaces::widthOf(piece const& at, int count) const
+{
+    int const measured = QFontMetrics(at.font).horizontalAdvance(m_text.mid(at.first, count));
+    return std::min(measured, at.place.width());
+}
+
+QRect guiTextPlaces::rectAt(int offset) const
+{
+    piece const* const at = pieceAt(offset);
+    if (!at)
+        return {};
+    int const left = widthOf(*at, offset - at->first);
+    int const right = widthOf(*at, offset - at->first + 1);
+    return {at->place.left() + left, at->place.top(), right - left, at->place.height()};
+}
+
+int guiTextPlaces::offsetAt(QPoint at) const
+{
+    for (piece const& each : m_pieces) {
+        if (!each.place.contains(at))
+            continue;
+        int count = 1;
+        while (count < each.count && each.place.left() + widthOf(each, count) <= at.x())
+            ++count;
+        return each.first + count - 1;
+    }
+    return -1;
+}
+
+std::pair<int, int> guiTextPlaces::lineAt(int offset) const
+{
+    auto const next = std::upper_bound(m_lines.begin(), m_lines.end(), offset);
+    int const first = next == m_lines.begin() ? 0 : *std::prev(next);
+    return {first, next == m_lines.end() ? length() : *next};
+}
