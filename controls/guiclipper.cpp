@@ -9,6 +9,8 @@
 
 namespace {
 
+constexpr char kName[] = "controlclipper";
+
 bool holdsFocus(QWidget const* clipper, guiWidget const* window)
 {
     QWidget const* focused = window->focusWidget();
@@ -26,12 +28,14 @@ void bringIntoView(QWidget* clipper, guiWidget* window)
 
 } // namespace
 
+bool guiIsClipper(QWidget const* widget) { return widget && widget->objectName() == QLatin1String(kName); }
+
 QWidget* guiCreateClipper(guiWidget* window, bool isInView)
 {
     assertOnGuiThread();
     assert(window);
     auto* clipper = new QWidget(isInView ? window : window->outOfView());
-    clipper->setObjectName(QStringLiteral("controlclipper"));
+    clipper->setObjectName(QLatin1String(kName));
     clipper->hide();
     return clipper;
 }

@@ -25,6 +25,7 @@ void guiControlHost::callFunction(ScriptMethod method, LibManager& manager, Scri
 }
 
 void guiControlHost::postUpdate(guiHtml*) {}
+bool guiControlHost::isInputBlocked() const { return false; }
 void guiControlHost::disableMM() {}
 void guiControlHost::enableMM() {}
 void guiControlHost::wakeWaiters() {}

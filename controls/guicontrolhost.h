@@ -29,6 +29,8 @@ public:
     /// Discards mouse moves until the matching enableMM(). Calls nest.
     virtual void disableMM();
     virtual void enableMM();
+    /// Whether the user's input is dropped now, since a handler is waited for.
+    virtual bool isInputBlocked() const;
     /// Makes all who wait for a window or for a call check again whether they still have to. Any thread.
     virtual void wakeWaiters();
 

@@ -1,6 +1,7 @@
 // controls/guicurrentlink.cpp: see guicurrentlink.h.
 #include "controls/guicurrentlink.h"
 
+#include "controls/guipageaccess.h"
 #include "page/guihtmlsheet.h"
 #include "page/guiqrect.h"
 #include "page/guisavedpainter.h"
@@ -40,6 +41,8 @@ void guiCurrentLink::take(guiLinkPlace const& link, Qt::FocusReason reason)
     m_place = link.place;
     repaint();
     m_window.setFocus(reason);
+    if (get() == link)
+        guiTellLinkFocus(link);
 }
 
 void guiCurrentLink::drop()

@@ -9,6 +9,7 @@
 #include "controls/guifind.h"
 #include "controls/guifindbar.h"
 #include "controls/guihtmlcustom.h"
+#include "controls/guipageaccess.h"
 #include "controls/guiscrollkeys.h"
 #include "controls/guitabkeys.h"
 #include "controls/guitabstops.h"
@@ -149,6 +150,7 @@ guiWidget::guiWidget(QWidget* parent, char const* name, int modal, Qt::WindowFla
     setAttribute(Qt::WA_StaticContents);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
+    guiOfferPageAccess();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* from, QWidget* to) {
         assertOnGuiThread();
         onFocusChanged(from, to);

@@ -192,6 +192,8 @@ void guiComponentHost::disableMM()
         pGUI->getThread()->disableMM();
 }
 
+bool guiComponentHost::isInputBlocked() const { return pGUI && pGUI->getThread()->isInputBlocked(); }
+
 void guiComponentHost::enableMM()
 {
     if (pGUI)

@@ -32,6 +32,7 @@ public:
     void postToScript(guiHtml* node, std::function<void()> const& work, std::function<void()> const& done) override;
     void disableMM() override;
     void enableMM() override;
+    bool isInputBlocked() const override;
     void wakeWaiters() override;
 
     void noteChoice(guiHtml* control) override;

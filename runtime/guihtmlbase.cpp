@@ -2,6 +2,7 @@
 #include "runtime/guihtmlbase.h"
 
 #include "controls/guinodeicon.h"
+#include "controls/guipageaccess.h"
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
 #include "foundation/vela-qt.h"
@@ -133,7 +134,12 @@ bool guiHtmlBase::isCalling() const
     return isCalling;
 }
 
-void guiHtmlBase::startElements(guiHtml* node) { guiElements_start(*this, node); }
+void guiHtmlBase::startElements(guiHtml* node)
+{
+    guiTellNewContent(node);
+    guiElements_start(*this, node);
+}
+
 void guiHtmlBase::endElements(guiHtml* node) { guiElements_end(node); }
 
 /// The widget, for a caller that uses it: only the GUI thread may, while there is one.
@@ -302,6 +308,9 @@ void guiHtmlBase::setResizable(int resizable)
 sstring guiHtmlBase::getFocus()
 {
     guiWidget* widget = widgetToUse();
+    std::optional<guiLinkPlace> const link = widget ? widget->currentLink().get() : std::nullopt;
+    if (link)
+        return link->node->getName();
     QWidget* focused = widget ? widget->focusWidget() : nullptr;
     guiHtml* node = focused ? findWidget(focused) : nullptr;
     return node ? node->getName() : sstring();

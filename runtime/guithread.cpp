@@ -328,6 +328,7 @@ void guiThread::pumpOnce()
 
 void guiThread::disable() { m_f.filter->activate(); }
 void guiThread::enable() { m_f.filter->deactivate(); }
+bool guiThread::isInputBlocked() const { return m_f.filter->inputBlock != 0; }
 void guiThread::disableMM() { m_f.filter->activateMM(); }
 void guiThread::enableMM() { m_f.filter->deactivateMM(); }
 void guiThread::forceEnable() { m_f.filter->forceDeactivate(); }

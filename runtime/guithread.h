@@ -68,6 +68,7 @@ public:
     /// nest. Any thread.
     void disable();
     void enable();
+    bool isInputBlocked() const;
     void disableMM();
     void enableMM();
     /// Ends all of these at once.

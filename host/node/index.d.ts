@@ -232,7 +232,7 @@ export class GuiWindow<Values extends object = Form> {
     getTitle(): string;
     /** Gives the keyboard to the control of that name: `window.setFocus('who')`. */
     setFocus(control: string): null;
-    /** The name of the control that has the keyboard, "" when none has. */
+    /** The name of the control that has the keyboard, or of the picture that is the current link; "" when none has. */
     getFocus(): string;
     /** The control that the Enter key triggers; "X" closes the window: `window.setEnterControl('ok')`. */
     setEnterControl(control: string): null;
