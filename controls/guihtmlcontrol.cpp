@@ -6,6 +6,7 @@
 #include "controls/guieventscope.h"
 #include "controls/guilatewidgets.h"
 #include "controls/guimistakemark.h"
+#include "controls/guipageaccess.h"
 #include "controls/guititle.h"
 #include "controls/guiwidget.h"
 #include "foundation/vela-log.h"
@@ -173,6 +174,7 @@ void guiHtmlControl::finishWidget(QWidget* widget)
     if (m_content.labelKey != 0)
         listenToLabelKey(widget);
     placeInClip(widget);
+    guiForgetAccess(this);
     if (m_late.isAwaiting)
         arrive();
     widget->installEventFilter(getWindow());

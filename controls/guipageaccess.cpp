@@ -54,6 +54,13 @@ void forgetAll()
         forget(known().begin()->first);
 }
 
+guiHtml* topOf(guiHtml* node)
+{
+    while (node->getParent())
+        node = node->getParent();
+    return node;
+}
+
 /// The toolkit drops its list of objects with the application; ours go first.
 void forgetWithApplication()
 {
@@ -162,6 +169,22 @@ void guiOfferPageAccess()
     assertOnGuiThread();
     QAccessible::installFactory(makeForWidget); // which knows it only once
     guiHtml::setEndListener(forget);
+}
+
+void guiForgetAccess(guiHtml* node)
+{
+    if (node->m.hasListener)
+        forget(node);
+}
+
+void guiForgetPageAccess(guiHtml* page)
+{
+    std::vector<guiHtml*> nodes;
+    for (auto const& each : known())
+        if (topOf(each.first) == page)
+            nodes.push_back(each.first);
+    for (guiHtml* node : nodes)
+        forget(node);
 }
 
 QAccessibleInterface* guiAccessOf(guiHtml* node)

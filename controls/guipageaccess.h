@@ -27,6 +27,11 @@ std::vector<guiHtml*> guiNodesToRead(guiHtml* node);
 /// Whether the object is that of the node, without making any.
 bool guiIsAccessOf(QAccessibleInterface const* object, guiHtml* node);
 
+/// The node's own object goes, if there is one: its widget stands for it from now on.
+void guiForgetAccess(guiHtml* node);
+/// The objects of all nodes of a page go, which is in no window any more.
+void guiForgetPageAccess(guiHtml* page);
+
 /// Takes what screen readers are told, also where there are none, as in tests; empty: they are told again. GUI thread.
 void guiListenToPageAccess(std::function<void(QAccessibleEvent const& event)> listener);
 

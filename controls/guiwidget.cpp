@@ -173,6 +173,8 @@ void guiWidget::unbind()
     m_pressed = nullptr;
     m_currentLink.drop();
     if (bound)
+        guiForgetPageAccess(bound);
+    if (bound)
         guiControlHost::current().onClose(this, bound);
 }
 

@@ -24,14 +24,23 @@ struct plainRun
     std::vector<textPart> parts;
 };
 
+qsizetype blanksBefore(QStringView text)
+{
+    auto const end = std::find_if(text.begin(), text.end(), [](QChar unit) { return !guiIsBlank(unit.unicode()); });
+    return end - text.begin();
+}
+
 plainRun plainOf(QStringView text)
 {
     plainRun plain;
     guiTextScanner scanner(text);
     while (scanner.next()) {
         if (!scanner.isCode()) {
-            plain.parts.push_back({scanner.start(), plain.words.size(), scanner.part().size()});
-            plain.words += scanner.part();
+            bool const isLineStart = plain.words.isEmpty() || plain.words.endsWith(u'\n');
+            qsizetype const left = isLineStart ? blanksBefore(scanner.part()) : 0; // they are not drawn
+            QStringView const words = scanner.part().mid(left);
+            plain.parts.push_back({scanner.start() + left, plain.words.size(), words.size()});
+            plain.words += words;
         } else if (guiReadTextCode(scanner.part()) == guiTextCode::kLineBreak) {
             plain.words += u'\n';
         }
@@ -47,7 +56,7 @@ int toWords(plainRun const& plain, qsizetype unit)
     if (next == plain.parts.begin())
         return 0;
     textPart const& part = *std::prev(next);
-    return static_cast<int>(part.inWords + std::min(unit - part.inRun, part.count));
+    return static_cast<int>(part.inWords + std::clamp<qsizetype>(unit - part.inRun, 0, part.count));
 }
 
 } // namespace

@@ -333,11 +333,36 @@ TEST(PageAccess, ControlsThatAwaitTheirWidgetsHaveNamesAndCanBeUsed)
     ASSERT_NE(field, nullptr);
     EXPECT_TRUE(page.page.node("f2000")->awaitsWidget()) << "to be asked about is not enough";
     EXPECT_TRUE(field->state().offscreen);
+    QAccessible::Id const before = QAccessible::uniqueId(field);
     field->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
     PageWindow::settle();
     EXPECT_EQ(page.page.window.root.getFocus(), "f2000");
     QAccessibleInterface* const now = page.find(QAccessible::EditableText, "Field 2000");
     EXPECT_EQ(now->object(), page.page.node("f2000")->getChildWidget());
+    EXPECT_EQ(QAccessible::accessibleInterface(before), nullptr) << "one object for one control";
+}
+
+TEST(PageAccess, NothingIsLeftOfAPageWhoseWindowHasClosed)
+{
+    QAccessible::Id id = 0;
+    {
+        ReadPage page(kHelp);
+        id = QAccessible::uniqueId(page.find(QAccessible::Link, "tea leaves"));
+        ASSERT_NE(QAccessible::accessibleInterface(id), nullptr);
+        page.page.window.root.destroyWidget();
+        PageWindow::settle();
+        EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr);
+    }
+    EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr);
+}
+
+TEST(PageAccess, ReadersHearOfNewContent)
+{
+    ReadPage page(kHelp);
+    Told told;
+    guiTellNewContent(&page.page.window.root);
+    EXPECT_TRUE(Told::has(QAccessible::DocumentLoadComplete, "document "));
+    EXPECT_TRUE(Told::has(QAccessible::ObjectReorder, "document "));
 }
 
 namespace {
