@@ -175,6 +175,7 @@ void guiHtmlControl::finishWidget(QWidget* widget)
         listenToLabelKey(widget);
     placeInClip(widget);
     guiForgetAccess(this);
+    guiNameForReaders(this);
     if (m_late.isAwaiting)
         arrive();
     widget->installEventFilter(getWindow());

@@ -141,13 +141,12 @@ void pullImageMapArea(guiImageMap* map, mlSection* section)
         addPolygon(map, link, at);
 }
 
-/// What the last area of the map is called.
-void pullAreaText(guiImageMap* map, unsigned before, mlSection* section)
+/// What an area is called.
+sstring pullAreaText(mlSection* section)
 {
-    if (map->getRegionCount() == before)
-        return;
     sstring const alt = guiHtmlParser::pullData(section, "alt");
-    map->nameLast(alt.getLength() != 0 ? alt : guiHtmlParser::pullData(section, "title"));
+    sstring const title = guiHtmlParser::pullData(section, "title");
+    return alt.getLength() != 0 ? alt : title;
 }
 
 void pullImageMap(guiHtmlParser& parser, guiHtml*, mlSection* section)
@@ -161,7 +160,9 @@ void pullImageMap(guiHtmlParser& parser, guiHtml*, mlSection* section)
             pullImageMapArea(map.get(), area);
         else if (rest.getLength() == 0)
             rest = guiHtmlParser::pullAttr(area, "href");
-        pullAreaText(map.get(), before, area);
+        sstring const text = pullAreaText(area);
+        if (map->getRegionCount() != before)
+            map->nameLast(text);
     }
     if (rest.getLength())
         map->addRegion(guiImageMapRegion(rest, 0, 0, kMaxPixels, kMaxPixels));

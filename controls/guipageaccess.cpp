@@ -95,17 +95,8 @@ QAccessibleInterface* findOrMake(QAccessible::Id& id, Make make)
     return QAccessible::accessibleInterface(id);
 }
 
-/// The control that a widget or a clip widget belongs to, null for none.
-guiHtml* controlOf(QWidget* widget)
-{
-    auto* const window = qobject_cast<guiWidget*>(widget->window());
-    QWidget* const own =
-        guiIsClipper(widget) ? widget->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly) : widget;
-    return window && window->htmlBase && own && own != window ? window->htmlBase->findWidget(own) : nullptr;
-}
-
-/// The toolkit asks for each class of the object, its own first. A control of a page is the toolkit's, with a name from
-/// the page.
+/// The toolkit asks for each class of the object, its own first; also where there is no reader, so the answer costs
+/// nothing. Everything else is the toolkit's own.
 QAccessibleInterface* makeForWidget(QString const& className, QObject* object)
 {
     auto* const widget = qobject_cast<QWidget*>(object);
@@ -113,12 +104,7 @@ QAccessibleInterface* makeForWidget(QString const& className, QObject* object)
         return nullptr;
     if (auto* const window = qobject_cast<guiWidget*>(widget))
         return new guiWindowAccess(window);
-    guiHtml* const control = controlOf(widget);
-    if (control && guiIsClipper(widget))
-        return new guiClipAccess(widget, control);
-    if (control)
-        guiNameWidget(control, widget);
-    return nullptr;
+    return guiIsClipper(widget) ? new guiClipAccess(widget) : nullptr;
 }
 
 bool hasNodes(guiHtml* node)
@@ -192,8 +178,10 @@ QAccessibleInterface* guiAccessOf(guiHtml* node)
     assertOnGuiThread();
     if (!node)
         return nullptr;
-    if (QWidget* const widget = widgetToRead(node))
+    if (QWidget* const widget = widgetToRead(node)) {
+        guiNameWidget(node, widget);
         return QAccessible::queryAccessibleInterface(widget);
+    }
     return findOrMake(noteNode(node).node, [node] { return makeObject(node); });
 }
 
@@ -262,6 +250,13 @@ void guiTellNewContent(guiHtml* node)
     tell(object, QAccessible::ObjectReorder);
     if (!node->getParent())
         tell(object, QAccessible::DocumentLoadComplete);
+}
+
+void guiNameForReaders(guiHtml* control)
+{
+    QWidget* const widget = control && QAccessible::isActive() ? widgetToRead(control) : nullptr;
+    if (widget)
+        guiNameWidget(control, widget);
 }
 
 void guiTellLinkFocus(guiLinkPlace const& link)

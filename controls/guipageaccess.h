@@ -35,6 +35,8 @@ void guiForgetPageAccess(guiHtml* page);
 /// Takes what screen readers are told, also where there are none, as in tests; empty: they are told again. GUI thread.
 void guiListenToPageAccess(std::function<void(QAccessibleEvent const& event)> listener);
 
+/// If there are readers, gives the widget of a control its name before they hear of it. Null is allowed.
+void guiNameForReaders(guiHtml* control);
 /// Tells screen readers, if there are any, that a node's content is new, and that a link has got the keyboard.
 void guiTellNewContent(guiHtml* node);
 void guiTellLinkFocus(guiLinkPlace const& link);

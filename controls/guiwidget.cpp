@@ -519,6 +519,7 @@ void guiWidget::onFocusChanged(QWidget* from, QWidget* to)
     guiEventScope scope;
     guiHtml* const left = from && isAncestorOf(from) ? nodeOf(from) : nullptr;
     guiHtml* const entered = to && isAncestorOf(to) ? nodeOf(to) : nullptr;
+    guiNameForReaders(entered);
     if (left == entered)
         return;
     guiNodeWatch const next(entered);

@@ -53,7 +53,7 @@ QAccessibleInterface* guiWindowAccess::focusChild() const
 
 // ---- Widgets that clip ----
 
-guiClipAccess::guiClipAccess(QWidget* clipper, guiHtml*) : m_clipper(clipper) {}
+guiClipAccess::guiClipAccess(QWidget* clipper) : m_clipper(clipper) {}
 
 guiClipAccess::~guiClipAccess() = default;
 

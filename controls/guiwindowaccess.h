@@ -31,8 +31,8 @@ private:
 class guiClipAccess : public QAccessibleInterface
 {
 public:
-    /// Neither is owned.
-    guiClipAccess(QWidget* clipper, guiHtml* control);
+    /// Not owned.
+    explicit guiClipAccess(QWidget* clipper);
     ~guiClipAccess() override;
 
     bool isValid() const override { return around() != nullptr; }

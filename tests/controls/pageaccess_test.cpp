@@ -211,6 +211,32 @@ TEST(PageAccess, FieldsAreCalledWhatThePageCallsThem)
                             "button Press", "group Box", "field Own"}));
 }
 
+TEST(PageAccess, ACustomElementIsWhatItsAttributesSay)
+{
+    ReadPage page("<object classid=Gauge role=Slider label=Water value=\"42 degrees\" width=30 height=30></object>"
+                  "<object classid=Gauge width=30 height=30></object>");
+    QAccessibleInterface* const gauge = page.document()->child(0);
+    EXPECT_EQ(gauge->role(), QAccessible::Slider);
+    EXPECT_EQ(gauge->text(QAccessible::Name), "Water");
+    EXPECT_EQ(gauge->text(QAccessible::Value), "42 degrees");
+    EXPECT_EQ(gauge->text(QAccessible::Description), "42 degrees");
+    EXPECT_EQ(page.document()->child(1)->role(), QAccessible::Canvas);
+}
+
+TEST(PageAccess, TheAreasOfAMapAreLinksWithNames)
+{
+    ReadPage page(
+        "<map name=m><area coords=\"0,0,20,40\" href=\"http://left\" alt=Left><area shape=circle coords=\"60,20,10\" "
+        "href=\"http://right\" title=Right></map><img usemap=\"#m\" alt=Both width=80 height=40>");
+    EXPECT_EQ(page.lines(), (List{"document ", "picture Both", "link Left", "link Right"}));
+    EXPECT_EQ(page.document()->child(0)->childAt(-1, -1), nullptr);
+    QAccessibleInterface* const right = page.find(QAccessible::Link, "Right");
+    EXPECT_EQ(page.document()->child(0)->childAt(right->rect().center().x(), right->rect().center().y()), right);
+    right->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    PageWindow::settle();
+    EXPECT_EQ(page.host.opened, List{"http://right"});
+}
+
 TEST(PageAccess, TheExampleOfExpensesIsReadWhole)
 {
     ReadPage page(fileText(TARN_EXAMPLES "/expenses/expenses.html"), 760, 440);
