@@ -133,8 +133,8 @@ public:
         std::uint8_t visible = 1; ///< 0: put away with all that is in it (guihtmlsheet.h)
         std::uint8_t current = 0;
         std::uint8_t hover = 0;
-        std::uint16_t padding = 0;    ///< the inner part of `space`, pixels: the background covers it
-        std::uint8_t spacious = 0;    ///< in an element with `gap`: lines share a base line, buttons have a least width
+        std::uint16_t padding = 0; ///< the inner part of `space`, pixels: the background covers it
+        std::uint8_t spacious = 0; ///< in an element with `gap`: lines share a base line, buttons have a least width
         std::uint8_t lateWidgets : 1 = 0; ///< the controls below get their widgets when they are needed, however few
         std::uint8_t hasListener : 1 = 0; ///< the end listener is told when the node goes; not copied
     };
