@@ -4,7 +4,7 @@
 #include "controls/guieventscope.h"
 #include "controls/guifind.h"
 #include "controls/guiowntexts.h"
-#include "controls/guiwidget.h"
+#include "controls/guitextwindow.h"
 #include "page/guihtmlsize.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
@@ -29,7 +29,7 @@ constexpr int kAround = 4;
 
 } // namespace
 
-guiFindBar::guiFindBar(guiWidget* window) : QWidget(window), m_window(window)
+guiFindBar::guiFindBar(guiTextWindow& window) : QWidget(window.asWidget()), m_host(window), m_window(window.asWidget())
 {
     setAutoFillBackground(true);
     setAttribute(Qt::WA_NoMousePropagation); // what lies behind it is not for the pointer
@@ -104,7 +104,7 @@ QToolButton* guiFindBar::addButton(Qt::ArrowType arrow, QString const& name)
 
 void guiFindBar::open()
 {
-    guiPageRoot* page = m_window->htmlBase;
+    guiPageRoot* page = m_host.shownPage();
     if (!page)
         return;
     if (!isOpen())
@@ -125,7 +125,7 @@ void guiFindBar::close()
         return;
     bool const hadFocus = isAncestorOf(m_window->focusWidget());
     hide();
-    if (guiPageRoot* page = m_window->htmlBase; page && page->pageText())
+    if (guiPageRoot* page = m_host.shownPage(); page && page->pageText())
         page->pageText()->search.clear();
     makeRoom();
     if (hadFocus && m_before)
@@ -137,7 +137,7 @@ void guiFindBar::close()
 /// The page gives the bar its room, or gets it back.
 void guiFindBar::makeRoom()
 {
-    guiPageRoot* page = m_window->htmlBase;
+    guiPageRoot* page = m_host.shownPage();
     if (!page)
         return;
     page->setFindBar(isOpen() ? this : nullptr);
@@ -148,7 +148,7 @@ void guiFindBar::makeRoom()
 
 void guiFindBar::place()
 {
-    QWidget const* status = m_window->htmlBase ? m_window->htmlBase->getStatusBar() : nullptr;
+    QWidget const* status = m_host.shownPage() ? m_host.shownPage()->getStatusBar() : nullptr;
     int const below = status ? status->sizeHint().height() : 0;
     int const height = sizeHint().height();
     setGeometry(0, m_window->height() - below - height, m_window->width(), height);
@@ -157,14 +157,14 @@ void guiFindBar::place()
 
 void guiFindBar::look()
 {
-    guiPageRoot* page = m_window->htmlBase;
+    guiPageRoot* page = m_host.shownPage();
     if (page)
         tellCount(guiFind(*page, m_field->text(), m_case->isChecked(), guiFindStep::kFromHere));
 }
 
 void guiFindBar::goOn(bool forward)
 {
-    guiPageRoot* page = m_window->htmlBase;
+    guiPageRoot* page = m_host.shownPage();
     guiFindStep const step = forward ? guiFindStep::kNext : guiFindStep::kPrevious;
     if (page)
         tellCount(guiFind(*page, m_field->text(), m_case->isChecked(), step));
@@ -172,7 +172,7 @@ void guiFindBar::goOn(bool forward)
 
 void guiFindBar::tellCount(std::size_t count)
 {
-    guiPageText const* text = m_window->htmlBase ? m_window->htmlBase->pageText() : nullptr;
+    guiPageText const* text = m_host.shownPage() ? m_host.shownPage()->pageText() : nullptr;
     QString told;
     if (text && text->search.current())
         told = guiOwnText("%1 of %2").arg(*text->search.current() + 1).arg(count);

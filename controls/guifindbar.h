@@ -6,7 +6,7 @@
 #include <QPointer>
 #include <QWidget>
 
-class guiWidget;
+class guiTextWindow;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
@@ -18,7 +18,7 @@ class guiFindBar : public QWidget
     Q_OBJECT
 
 public:
-    explicit guiFindBar(guiWidget* window);
+    explicit guiFindBar(guiTextWindow& window);
 
     /// Shows the bar and gives it the keyboard. What is selected on the page is what is looked for.
     void open() TARN_ON(velaGuiRole);
@@ -47,7 +47,8 @@ private:
     void makeRoom() TARN_ON(velaGuiRole);
     bool useKey(QKeyEvent const& event) TARN_ON(velaGuiRole);
 
-    guiWidget* m_window;
+    guiTextWindow& m_host;
+    QWidget* m_window;  // the same; its owner
     QLineEdit* m_field; // these are owned by the bar
     QToolButton* m_previous;
     QToolButton* m_next;

@@ -3,7 +3,7 @@
 
 #include "controls/guieventscope.h"
 #include "controls/guitabstops.h"
-#include "controls/guiwidget.h"
+#include "controls/guitextwindow.h"
 #include "page/guihtmltext.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
@@ -139,7 +139,7 @@ void guiShowSpot(guiTextSpot const& spot)
     guiScrollIntoView(spot.run, caret.adjusted(-kAround, -above, kAround, below));
 }
 
-guiTextGesture::guiTextGesture(guiWidget& window) : m_window(window)
+guiTextGesture::guiTextGesture(guiTextWindow& window) : m_window(window)
 {
     m_scrolling.setInterval(kScrollMs);
     QObject::connect(&m_scrolling, &QTimer::timeout, &m_scrolling, [this] {
@@ -229,7 +229,7 @@ void guiTextGesture::follow(guiPageRoot& page)
 /// Faster, the further the pointer is away.
 void guiTextGesture::scrollOn()
 {
-    guiPageRoot* const page = m_isDragging ? m_window.htmlBase : nullptr;
+    guiPageRoot* const page = m_isDragging ? m_window.shownPage() : nullptr;
     guiTextSpot const end = page && page->pageText() ? page->pageText()->selection.moving() : guiTextSpot();
     guiHtml* const pane = end ? paneToScroll(end.run, m_pointer) : nullptr;
     if (!pane)
@@ -239,7 +239,7 @@ void guiTextGesture::scrollOn()
     scrollBy(pane->getScroll().barY, by.y());
     if (self.alive())
         scrollBy(pane->getScroll().barX, by.x());
-    if (self.alive() && m_window.htmlBase == page)
+    if (self.alive() && m_window.shownPage() == page)
         follow(*page);
 }
 

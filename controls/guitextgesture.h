@@ -14,13 +14,13 @@ class QScrollBar;
 class guiHtml;
 class guiPageRoot;
 class guiTextSelection;
-class guiWidget;
+class guiTextWindow;
 
 /// Part of a window. The page hears of the pointer and of keys first; this takes what it has no use for. GUI thread.
 class guiTextGesture
 {
 public:
-    explicit guiTextGesture(guiWidget& window);
+    explicit guiTextGesture(guiTextWindow& window);
 
     /// A button went down beside all controls. `hit`: the node that hears of it, null for none.
     void press(guiPageRoot& page, guiHtml* hit, QMouseEvent const& event, bool isDouble);
@@ -41,7 +41,7 @@ private:
     bool moveBy(guiPageRoot& page, QKeyEvent const& event) TARN_ON(velaGuiRole);
     guiTextSpot stepOf(guiPageRoot& page, QKeyEvent const& event);
 
-    guiWidget& m_window;
+    guiTextWindow& m_window;
     bool m_isDown = false;     // the button that selects
     bool m_isDragging = false; // and the pointer has moved far enough
     QPoint m_pressedAt;

@@ -5,7 +5,7 @@
 #include "controls/guifind.h"
 #include "controls/guiowntexts.h"
 #include "controls/guitextgesture.h"
-#include "controls/guiwidget.h"
+#include "controls/guitextwindow.h"
 #include "page/guihtmltext.h"
 #include "page/guipageroot.h"
 #include "page/guipagetext.h"
@@ -33,11 +33,11 @@ void addItem(QMenu& menu, char const* text, QKeySequence const& keys, bool isEna
 
 /// Does something with the page that the window shows when it is chosen.
 template <typename Act>
-std::function<void()> withPage(guiWidget& window, Act const& act)
+std::function<void()> withPage(guiTextWindow& window, Act const& act)
 {
     return [&window, act] { // the menu goes with the window
-        if (window.htmlBase)
-            act(*window.htmlBase);
+        if (window.shownPage())
+            act(*window.shownPage());
     };
 }
 
@@ -54,10 +54,10 @@ void addLinkItem(QMenu& menu, QString const& link)
 
 } // namespace
 
-bool guiShowTextMenu(guiWidget& window, QPoint at, QPoint place)
+bool guiShowTextMenu(guiTextWindow& window, QPoint at, QPoint place)
 {
     assertOnGuiThread();
-    guiPageRoot* const page = window.htmlBase;
+    guiPageRoot* const page = window.shownPage();
     int x = at.x();
     int y = at.y();
     guiHtml* const hit = page ? page->hitTest(&x, &y) : nullptr;
@@ -65,7 +65,7 @@ bool guiShowTextMenu(guiWidget& window, QPoint at, QPoint place)
     bool const hasText = page && guiTextSpotAt(page, at);
     if ((!hasText && link.isEmpty()) || guiHearsOfPress(hit))
         return false;
-    auto* menu = new QMenu(&window);
+    auto* menu = new QMenu(window.asWidget());
     menu->setAttribute(Qt::WA_DeleteOnClose);
     guiUseOwnDirection(menu);
     if (!link.isEmpty())
@@ -73,7 +73,7 @@ bool guiShowTextMenu(guiWidget& window, QPoint at, QPoint place)
     addItem(*menu, "Copy", QKeySequence::Copy, guiHasSelection(*page), withPage(window, guiCopySelection));
     addItem(*menu, "Select All", QKeySequence::SelectAll, hasText,
             withPage(window, [](guiPageRoot& shown) { shown.ensurePageText().selection.selectAll(); }));
-    if (guiMayFind(*page, window)) {
+    if (guiMayFind(*page, *window.asWidget())) {
         menu->addSeparator();
         addItem(*menu, "Find\u2026", QKeySequence::Find, true, [&window] {
             assertOnGuiThread();

@@ -5,8 +5,8 @@
 
 #include <QPoint>
 
-class guiWidget;
+class guiTextWindow;
 
 /// Shows it for a point of the window, at a place of the screen, both in pixels. False where there is nothing to select
 /// or to copy, and where an element hears of the mouse itself. GUI thread.
-bool guiShowTextMenu(guiWidget& window, QPoint at, QPoint place) TARN_ON(velaGuiRole);
+bool guiShowTextMenu(guiTextWindow& window, QPoint at, QPoint place) TARN_ON(velaGuiRole);

@@ -633,7 +633,7 @@ void guiWidget::openFindBar()
     if (!livePage())
         return;
     if (!m_findBar)
-        m_findBar = new guiFindBar(this);
+        m_findBar = new guiFindBar(*this);
     m_findBar->open();
 }
 

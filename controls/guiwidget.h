@@ -5,6 +5,7 @@
 #include "controls/guicurrentlink.h"
 #include "controls/guilatewidgets.h"
 #include "controls/guitextgesture.h"
+#include "controls/guitextwindow.h"
 #include "foundation/vela-string.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guipagesurface.h"
@@ -23,7 +24,7 @@ class QHelpEvent;
 
 /// Made unbound; the page root sets `htmlBase`. While that is null, every handler only does what the toolkit does by
 /// default. GUI thread.
-class guiWidget : public QDialog, public guiPageSurface
+class guiWidget : public QDialog, public guiPageSurface, public guiTextWindow
 {
     Q_OBJECT
 
@@ -56,10 +57,10 @@ public:
     guiCurrentLink& currentLink() { return m_currentLink; }
     bool isAtLink() const override { return m_currentLink.get().has_value(); }
 
-    /// Opens the bar in which the user looks for a text. May run script.
-    void openFindBar() TARN_ON(velaGuiRole);
-    /// Nothing is selected any more, and nothing found is marked unless the bar is open.
-    void dropMarks();
+    QWidget* asWidget() override { return this; }
+    guiPageRoot* shownPage() const override { return livePage(); }
+    void openFindBar() override TARN_ON(velaGuiRole);
+    void dropMarks() override;
 
     guiPageRoot* htmlBase = nullptr; ///< the page; not owned
     guiHtml* hoverNode = nullptr;    ///< the node under the pointer; not owned, dropped by onHtmlDestroy()

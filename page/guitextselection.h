@@ -73,7 +73,11 @@ private:
     {
         std::size_t run;
         unsigned unit;
-        auto operator<=>(position const&) const = default;
+        bool operator==(position const&) const = default;
+        bool operator<(position const& other) const
+        {
+            return run < other.run || (run == other.run && unit < other.unit);
+        }
     };
     struct range
     {

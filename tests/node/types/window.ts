@@ -31,6 +31,10 @@ same<typeof window.useSystemFont, (use?: boolean | number) => null>(true);
 same<typeof window.setTitle, (title: string) => null>(true);
 same<typeof window.getTitle, () => string>(true);
 same<typeof window.setIcon, (file: string | URL) => null>(true);
+same<typeof window.find, (text: string, options?: { next?: boolean; previous?: boolean; case?: boolean }) => number>(true);
+same<typeof window.selection, string>(true);
+// @ts-expect-error the user selects
+window.selection = 'text';
 same<typeof window.setFocus, (control: string) => null>(true);
 same<typeof window.getFocus, () => string>(true);
 same<typeof window.setEnterControl, (control: string) => null>(true);
