@@ -77,6 +77,7 @@ public:
     void onMouseOff() override;
 
 private:
+    QSize ownSize() const;
     QSize wantedSize() const;
     guiRect pictureRect() const;
     sstring linkAt(int x, int y) const;
