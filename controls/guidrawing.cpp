@@ -9,6 +9,7 @@
 #include "page/guihtmlparser.h"
 #include "page/guihtmltext-fonts.h"
 #include "page/guihtmltext.h"
+#include "page/guiinks.h"
 #include "page/guipainting.h"
 #include "page/guiqrect.h"
 #include "page/guisavedpainter.h"
@@ -30,21 +31,26 @@ QFont fontOf(guiHtml* node, guiTextStyle const& style, int& points)
     if (style.face.getLength() != 0 || style.points > 0) {
         points = style.points > 0 ? style.points : points;
         QString const family = style.face.getLength() != 0 ? sstoq(style.face) : font.family();
-        font = guiTextFonts::face(family, points, true).font();
+        font = guiTextFonts::face(family, points, true, guiTextScaleOf(node).font).font();
     }
     return guiTextFonts::styled(guiTextFonts::of(font), style.bold, style.italic).font();
 }
 
-textParams paramsOf(guiHtml* node, guiTextStyle const& style)
+/// `inks`: null when the text is only measured.
+textParams paramsOf(guiHtml* node, guiTextStyle const& style, guiInks const* inks)
 {
     textParams params;
     params.font = fontOf(node, style, params.points);
-    params.textColor = node->m.textColor;
+    params.align = style.align;
+    params.scale = guiTextScaleOf(node);
+    if (!inks)
+        return params;
+    params.textColor = inks->text;
     if (style.color.getLength() != 0)
         params.textColor = guiHtmlParser::convColorToStruct(style.color);
-    params.linkColor = node->m.linkColor;
-    params.activeLinkColor = node->m.activeLinkColor;
-    params.align = style.align;
+    params.linkColor = inks->link;
+    params.activeLinkColor = inks->activeLink;
+    params.onMark = {guiColor::Black, node->m.linkColor, node->m.activeLinkColor};
     return params;
 }
 
@@ -53,7 +59,7 @@ textParams paramsOf(guiHtml* node, guiTextStyle const& style)
 guiExtent guiMeasureText(guiHtml* node, sstring const& text, guiTextStyle const& style, int width)
 {
     assertOnGuiThread();
-    textParams const params = paramsOf(node, style);
+    textParams const params = paramsOf(node, style, nullptr);
     guiRect box{0, width > 0 ? width : std::numeric_limits<int>::max(), 0, 0};
     guiExtent size;
     size.height = guiHtmlText::drawText(nullptr, &box, text, &params, &size.width, nullptr);
@@ -107,6 +113,8 @@ struct guiDrawing::player
     QPainter& painter;
     guiHtml* node = nullptr;
     guiExtent area;
+    std::vector<step> const& steps;
+    std::size_t at = 0; // the step that is drawn
 
     void operator()(fillStep const& step) const
     {
@@ -167,12 +175,23 @@ struct guiDrawing::player
     {
         guiSavedPainter const saved(painter);
         painter.setClipRect(guiToQRect(step->rect), Qt::IntersectClip);
-        textParams const params = paramsOf(node, step->style);
+        guiInks const inks = guiInksOn(node, groundOf(step->rect));
+        textParams const params = paramsOf(node, step->style, &inks);
         guiRect box = step->rect;
         guiHtmlText::drawText(&painter, &box, step->text, &params, nullptr, nullptr);
     }
 
 private:
+    /// What was filled last where the rectangle begins, or what the element stands on.
+    guiGround groundOf(guiRect const& rect) const
+    {
+        QPoint const corner(rect.left, rect.top);
+        for (std::size_t i = at; i-- > 0;)
+            if (auto const* fill = std::get_if<fillStep>(&steps[i]); fill && guiToQRect(fill->rect).contains(corner))
+                return {fill->color, true};
+        return guiGroundOf(node);
+    }
+
     /// Coordinates name pixels: a stroke runs through their middle.
     void centreStrokes() const { painter.translate(0.5, 0.5); }
 
@@ -206,7 +225,9 @@ void guiDrawing::paintTo(QPainter& painter, guiHtml* node, int x, int y) const
     guiSavedPainter const saved(painter);
     painter.translate(x, y);
     painter.setClipRect(QRect(0, 0, m_size.width, m_size.height), Qt::IntersectClip);
-    player const play{painter, node, m_size};
-    for (step const& each : m_steps)
+    player play{painter, node, m_size, m_steps};
+    for (step const& each : m_steps) {
         std::visit(play, each);
+        ++play.at;
+    }
 }

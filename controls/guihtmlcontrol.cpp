@@ -9,6 +9,7 @@
 #include "controls/guipageaccess.h"
 #include "controls/guititle.h"
 #include "controls/guiwidget.h"
+#include "controls/guizoomstyle.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
@@ -160,12 +161,27 @@ void guiHtmlControl::dirtyTabOrder()
 
 // A new widget has the clip widget's font. Setting the same font again is not free: it makes a combo box create the
 // list that it drops down.
-void guiHtmlControl::finishWidget(QWidget* widget)
+void guiHtmlControl::showLook(QWidget* widget)
 {
-    assert(widget && widget == getChildWidget());
     QFont const font = getDefaultFont(nullptr);
     if (widget->font() != font)
         widget->setFont(font);
+    guiZoomWidget(widget, m.zoom);
+}
+
+void guiHtmlControl::onLookChange()
+{
+    assertOnGuiThread();
+    if (m_clipWidget)
+        m_clipWidget->setFont(getDefaultFont(nullptr));
+    if (QWidget* widget = getChildWidget())
+        showLook(widget);
+}
+
+void guiHtmlControl::finishWidget(QWidget* widget)
+{
+    assert(widget && widget == getChildWidget());
+    showLook(widget);
     widget->setEnabled(m.enabled);
     if (hasString(kStringTitle))
         widget->setToolTip(guiTipOf(getString(kStringTitle)));

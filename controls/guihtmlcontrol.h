@@ -74,6 +74,8 @@ public:
     sstring getAction() const { return m_content.action; }
     void setAction(sstring const& link) { m_content.action = link; }
 
+    /// Gives the widget the new font and zoom.
+    void onLookChange() override;
     /// Gives the control the focus, as far as it takes it.
     void onLabel() override;
     /// Alt and this letter, in upper case, do what a click on the label does. Before there is a widget.
@@ -143,6 +145,8 @@ protected:
     void placeInClip(QWidget* widget);
     /// The window's focus chain is out of date.
     void dirtyTabOrder();
+    /// Gives a widget the control's font, and its parts the size that goes with it.
+    void showLook(QWidget* widget);
     /// Gives a new widget the control's font and state, and shows it.
     void finishWidget(QWidget* widget);
     bool hasWindow() { return getTopLevelWidget() != nullptr; }

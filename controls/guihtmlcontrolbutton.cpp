@@ -20,9 +20,9 @@ namespace {
 /// Paints the surroundings of the indicator: in the node's colour, or not at all, so that the page shows through.
 void setBackground(QWidget* widget, guiHtml const* node)
 {
-    QPalette palette = widget->palette();
-    palette.setColor(QPalette::Window, toQColor(node->getBackgroundColor()));
-    widget->setPalette(palette);
+    QPalette own;
+    own.setColor(QPalette::Window, toQColor(node->getBackgroundColor()));
+    widget->setPalette(own);
     widget->setAutoFillBackground(node->hasBackgroundColor());
 }
 
@@ -84,19 +84,19 @@ int guiHtmlControlButton::getPreferredWidth()
     constexpr int kAroundLabel = 12;
     constexpr int kSpaciousLines = 6; // "OK" is as wide as "Cancel", in every font
     if (isCheckable())
-        return kCheckSize;
+        return scaled(kCheckSize);
     if (!hasWindow())
         return 0;
-    int const width = textWidth(m_content.text) + kAroundLabel;
-    return m.spacious ? std::max(width + kAroundLabel, kSpaciousLines * lineSpacing()) : width;
+    int const width = textWidth(m_content.text) + scaled(kAroundLabel);
+    return m.spacious ? std::max(width + scaled(kAroundLabel), kSpaciousLines * lineSpacing()) : width;
 }
 
 int guiHtmlControlButton::getHeightEstimate(unsigned long)
 {
     constexpr int kAroundLabel = 8;
     if (isCheckable())
-        return kCheckSize;
-    return hasWindow() ? lineSpacing() + kAroundLabel : 0;
+        return scaled(kCheckSize);
+    return hasWindow() ? lineSpacing() + scaled(kAroundLabel) : 0;
 }
 
 bool guiHtmlControlButton::hasOneWidgetAtMost() const

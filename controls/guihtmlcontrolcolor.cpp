@@ -16,13 +16,13 @@ void guiHtmlControlColor::init(sstring const& color)
 int guiHtmlControlColor::getPreferredWidth()
 {
     constexpr int kWidth = 52;
-    return hasWindow() ? kWidth : 0;
+    return hasWindow() ? scaled(kWidth) : 0;
 }
 
 int guiHtmlControlColor::getHeightEstimate(unsigned long)
 {
     constexpr int kAroundLabel = 8;
-    return hasWindow() ? lineSpacing() + kAroundLabel : 0;
+    return hasWindow() ? lineSpacing() + scaled(kAroundLabel) : 0;
 }
 
 guiValueWidget* guiHtmlControlColor::makeWidget(QWidget* parent) { return new guiWidgetColor(parent); }

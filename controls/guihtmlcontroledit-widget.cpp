@@ -3,6 +3,7 @@
 #include "controls/guifieldbuttons.h"
 #include "controls/guihtmlcontroledit.h"
 #include "controls/guihtmldatalist.h"
+#include "controls/guiowncolors.h"
 #include "controls/guiplaceholder.h"
 #include "controls/guiwidgetlineedit.h"
 #include "controls/guiwidgetmultiedit.h"
@@ -33,9 +34,9 @@ bool isChangedByArea(QStringView text)
 /// What can not be changed looks like the window around it.
 void showReadOnly(QWidget* widget)
 {
-    QPalette palette = widget->palette();
-    palette.setColor(QPalette::Base, palette.color(QPalette::Window));
-    widget->setPalette(palette);
+    guiChooseColors(widget, [](QPalette const& around, QPalette& own) {
+        own.setColor(QPalette::Base, around.color(QPalette::Window));
+    });
 }
 
 } // namespace

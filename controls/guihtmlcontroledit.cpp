@@ -97,13 +97,13 @@ int guiHtmlControlEdit::getPreferredWidth()
     constexpr int kAroundText = 8;
     if (m_shape.size == 0 || !hasWindow())
         return 0;
-    return clampLength(std::int64_t{m_shape.size} * textWidth("X") + kAroundText);
+    return clampLength(std::int64_t{m_shape.size} * textWidth("X") + scaled(kAroundText));
 }
 
 int guiHtmlControlEdit::getHeightEstimate(unsigned long)
 {
     constexpr int kAroundText = 6;
-    return hasWindow() ? clampLength(std::int64_t{m_shape.rows} * lineSpacing() + kAroundText) : 0;
+    return hasWindow() ? clampLength(std::int64_t{m_shape.rows} * lineSpacing() + scaled(kAroundText)) : 0;
 }
 
 bool guiHtmlControlEdit::takesFormValue(ScriptValue& value) const { return guiTakesText(value); }

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cassert>
 #include <map>
+#include <utility>
 
 namespace {
 
@@ -74,7 +75,7 @@ int guiHtmlControlFlex::getPreferredWidth()
     };
     guiForEachColumn(m_list.columnCodes, m_list.uncodedHeadings, [&](int column, sstring const& text, bool isUncoded) {
         if (int const width = isUncoded ? -1 : guiColumnWidthOf(text); width >= 0)
-            widths[column] = width;
+            widths[column] = scaled(width);
         else
             note(column, text);
     });
@@ -83,8 +84,8 @@ int guiHtmlControlFlex::getPreferredWidth()
         if (m_longest[i].row != kNoRow)
             note(static_cast<int>(i) + 1, qtoss(m_rows.text(m_longest[i].row, static_cast<unsigned>(i)).toString()));
     for (auto const& [column, text] : longest)
-        widths.try_emplace(column, textWidth(text) + kBetweenColumns);
-    std::int64_t sum = kAroundText;
+        widths.try_emplace(column, textWidth(text) + scaled(kBetweenColumns));
+    std::int64_t sum = scaled(kAroundText);
     for (auto const& [column, width] : widths)
         sum += width;
     return clampLength(sum);
@@ -206,10 +207,26 @@ void guiHtmlControlFlex::saveColumns()
         else
             guiAddColumnText(m_list.columnCodes, column, heading);
         if (m_widths.contains(column) && !fillsList(column))
-            guiAddColumnWidth(m_list.columnCodes, column, m_listView->columnWidth(column - 1));
+            guiAddColumnWidth(m_list.columnCodes, column, columnWidthSet(column));
     }
     m_list.uncodedHeadings.at = m_list.columnCodes.getLength();
     saveColumnPlaces();
+}
+
+/// Widths that were set are scaled, the others follow their texts.
+void guiHtmlControlFlex::onLookChange()
+{
+    guiHtmlControl::onLookChange();
+    unsigned const before = std::exchange(m_shownZoom, m.zoom);
+    if (!m_listView)
+        return;
+    QHeaderView* const header = m_listView->header();
+    for (int const column : m_widths)
+        if (column <= m_listView->columnCount() && !fillsList(column))
+            header->resizeSection(column - 1, scaled(guiUnzoomedLength(header->sectionSize(column - 1), before)));
+    m_listView->setIndentation(scaled(kIndentation));
+    fitColumns();
+    growAllColumns();
 }
 
 // ---- What script sets ----
@@ -229,7 +246,7 @@ void guiHtmlControlFlex::setColumnWidth(int column, int width)
     m_widths.insert(column);
     if (fillsList(column))
         m_listView->header()->setStretchLastSection(false);
-    m_listView->header()->resizeSection(column - 1, std::clamp(width, 0, kMaxPixels));
+    m_listView->header()->resizeSection(column - 1, std::clamp(scaled(width), 0, kMaxPixels));
 }
 
 void guiHtmlControlFlex::setColumnText(int column, sstring const& text)

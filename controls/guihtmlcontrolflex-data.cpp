@@ -274,7 +274,8 @@ void guiHtmlControlFlex::setCheckedRows(guiPackedRows const& values)
 /// How many pixels wide the column is shown, or was to be shown; -1 when nobody has said.
 int guiHtmlControlFlex::columnWidthSet(int column) const
 {
-    return m_listView ? m_listView->columnWidth(column - 1) : guiColumnWidthIn(m_list.columnCodes, column);
+    return m_listView ? guiUnzoomedLength(m_listView->columnWidth(column - 1), m_shownZoom)
+                      : guiColumnWidthIn(m_list.columnCodes, column);
 }
 
 QString guiHtmlControlFlex::columns()

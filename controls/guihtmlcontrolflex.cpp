@@ -9,13 +9,6 @@
 #include <QScrollBar>
 #include <cassert>
 
-namespace {
-
-// Pixels by which a row is indented under its parent: few, since lists in pages are narrow.
-constexpr int kIndentation = 14;
-
-} // namespace
-
 guiHtmlControlFlex::~guiHtmlControlFlex() { destroyWidgets(); }
 
 guiHtml& guiHtmlControlFlex::operator=(guiHtml& other)
@@ -52,8 +45,8 @@ int guiHtmlControlFlex::getHeightEstimate(unsigned long)
     constexpr int kAroundHeading = 8;
     if (!hasWindow())
         return 0;
-    std::int64_t rows = std::int64_t{m_list.visibleRows} * lineSpacing() + kAroundRows;
-    return clampLength(rows + (showsHeader() ? lineSpacing() + kAroundHeading : 0));
+    std::int64_t rows = std::int64_t{m_list.visibleRows} * lineSpacing() + scaled(kAroundRows);
+    return clampLength(rows + (showsHeader() ? lineSpacing() + scaled(kAroundHeading) : 0));
 }
 
 void guiHtmlControlFlex::onSelect() { followLink(m_list.selectAction); }
@@ -68,12 +61,13 @@ void guiHtmlControlFlex::createChildWidget()
     assertOnGuiThread();
     dirtyTabOrder();
     m_listView = new guiWidgetListView(getClipWidget());
+    m_shownZoom = m.zoom;
     m_widths.clear();
     m_listView->setSelectionMode(m_list.multiple ? QAbstractItemView::MultiSelection
                                                  : QAbstractItemView::SingleSelection);
     m_listView->setAllColumnsShowFocus(true);
     m_listView->setRootIsDecorated(false);
-    m_listView->setIndentation(kIndentation);
+    m_listView->setIndentation(scaled(kIndentation));
     m_listView->setLeastRows(m_list.visibleRows);
     m_listView->setAlternatingRowColors(m_list.isZebra);
     m_listView->listModel().findIcon = [this](QString const& name) { return iconOf(name); };

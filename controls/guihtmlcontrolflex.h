@@ -70,6 +70,8 @@ class guiHtmlControlFlex : public guiHtmlControl
 {
 public:
     static constexpr int kDefaultRows = 5;
+    /// Pixels by which a row is indented under its parent: few, since lists in pages are narrow.
+    static constexpr int kIndentation = 14;
 
     explicit guiHtmlControlFlex(guiHtml* parent = nullptr) : guiHtmlControl(parent) {}
     ~guiHtmlControlFlex() override;
@@ -107,6 +109,7 @@ public:
     QWidget* getChildWidget() override;
     void createChildWidget() override;
     void destroyChildWidget() override;
+    void onLookChange() override;
 
     /// Splits the first segment off column codes: `column` becomes its number (0 for a text in front of all numbers),
     /// `rest` what follows. Returns its text.
@@ -303,6 +306,7 @@ private:
     std::unordered_map<guiRowNumber, std::unique_ptr<guiHtmlControlFlexEntry>> m_entries; // those asked for
     std::unordered_map<QString, guiPictureRef> m_icons;                                   // by name
     std::set<int> m_widths;             // columns of the widget whose width was set
+    unsigned m_shownZoom = kUnzoomed;   // at which they have their widths
     std::vector<longestText> m_longest; // by column, from 0
     int m_sortColumn = 0;               // counted from 1; 0: the rows are in the order in which they came
     bool m_isDescending = false;

@@ -16,7 +16,7 @@ guiHtml* guiHtmlControlGauge::Clone(guiHtml* parent) { return guiCloneNode(*this
 int guiHtmlControlGauge::getPreferredWidth()
 {
     constexpr int kWidth = 160;
-    return hasWindow() ? kWidth : 0;
+    return hasWindow() ? scaled(kWidth) : 0;
 }
 
 int guiHtmlControlGauge::getHeightEstimate(unsigned long) { return hasWindow() ? lineSpacing() : 0; }

@@ -58,13 +58,13 @@ int guiHtmlControlList::getPreferredWidth()
     for (auto const& entry : m_entries)
         if (entry && (!longest || entry->text.getLength() > longest->text.getLength()))
             longest = entry.get();
-    return clampLength(std::int64_t{longest ? textWidth(longest->text) : 0} + kAroundText);
+    return clampLength(std::int64_t{longest ? textWidth(longest->text) : 0} + scaled(kAroundText));
 }
 
 int guiHtmlControlList::getHeightEstimate(unsigned long)
 {
     constexpr int kAroundRows = 6;
-    return hasWindow() ? clampLength(std::int64_t{m_list.visibleRows} * lineSpacing() + kAroundRows) : 0;
+    return hasWindow() ? clampLength(std::int64_t{m_list.visibleRows} * lineSpacing() + scaled(kAroundRows)) : 0;
 }
 
 QWidget* guiHtmlControlList::getChildWidget()

@@ -73,6 +73,20 @@ void guiHtmlControlMenu::createChildWidget()
     m_menuBar->show();
 }
 
+void guiHtmlControlMenu::onLookChange()
+{
+    assertOnGuiThread();
+    if (!m_menuBar)
+        return;
+    QFont const font = getDefaultFont(nullptr);
+    m_menuBar->setFont(font);
+    for (auto const& [id, item] : m_byId)
+        if (item->popup)
+            item->popup->setFont(font);
+    guiLayoutRun::startAnew(); // the bar has another height
+    placeMenuBar();
+}
+
 QWidget* guiHtmlControlMenu::getRoot() const { return m_menuBar; }
 
 void guiHtmlControlMenu::fillRoot()

@@ -44,6 +44,7 @@ public:
     void setRect(guiRect* rect) override;
     void createChildWidget() override;
     void destroyChildWidget() override;
+    void onLookChange() override;
     /// The menu bar, null while the page is not in a window.
     guiWidgetMenuBar* getMenuBar() const { return m_menuBar; }
 

@@ -33,13 +33,14 @@ int guiHtmlControlMoment::getPreferredWidth()
     constexpr int kButton = 24;
     if (!hasWindow())
         return 0;
-    return textWidth(m_shape.isDate ? "0000-00-00" : "00:00:00") + kAroundText + (m_shape.isDate ? kButton : 0);
+    return textWidth(m_shape.isDate ? "0000-00-00" : "00:00:00") + scaled(kAroundText) +
+           (m_shape.isDate ? scaled(kButton) : 0);
 }
 
 int guiHtmlControlMoment::getHeightEstimate(unsigned long)
 {
     constexpr int kAroundText = 6;
-    return hasWindow() ? lineSpacing() + kAroundText : 0;
+    return hasWindow() ? lineSpacing() + scaled(kAroundText) : 0;
 }
 
 /// An empty field says how a value is written.

@@ -56,14 +56,14 @@ int guiHtmlControlNumber::getPreferredWidth()
     if (!hasWindow())
         return 0;
     if (m_shape.isSlider)
-        return kSliderWidth;
-    return clampLength(std::int64_t{m_shape.size} * textWidth("X") + kAroundText + kArrows);
+        return scaled(kSliderWidth);
+    return clampLength(std::int64_t{m_shape.size} * textWidth("X") + scaled(kAroundText + kArrows));
 }
 
 int guiHtmlControlNumber::getHeightEstimate(unsigned long)
 {
     constexpr int kAroundText = 6;
-    return hasWindow() ? lineSpacing() + kAroundText : 0;
+    return hasWindow() ? lineSpacing() + scaled(kAroundText) : 0;
 }
 
 guiValueWidget* guiHtmlControlNumber::makeWidget(QWidget* parent)

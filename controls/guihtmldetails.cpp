@@ -4,6 +4,7 @@
 #include "controls/guieventscope.h"
 #include "controls/guiformproperty.h"
 #include "controls/guihtmlread.h"
+#include "controls/guiowncolors.h"
 #include "controls/guitabstops.h"
 #include "controls/guiwidgetsummary.h"
 #include "foundation/vela-qt.h"
@@ -93,13 +94,14 @@ void guiHtmlSummary::onClick()
 
 int guiHtmlSummary::getPreferredWidth()
 {
-    return hasWindow() ? clampLength(guiWidgetSummary::kAroundText + std::int64_t{textWidth(m_content.text)}) : 0;
+    return hasWindow() ? clampLength(scaled(guiWidgetSummary::kAroundText) + std::int64_t{textWidth(m_content.text)})
+                       : 0;
 }
 
 int guiHtmlSummary::getHeightEstimate(unsigned long)
 {
     constexpr int kAroundLine = 6;
-    return hasWindow() ? lineSpacing() + kAroundLine : 0;
+    return hasWindow() ? lineSpacing() + scaled(kAroundLine) : 0;
 }
 
 QWidget* guiHtmlSummary::getChildWidget() { return m_button; }
@@ -114,6 +116,7 @@ void guiHtmlSummary::createChildWidget()
     m_button->setText(sstoq(m_content.text));
     m_button->showOpen(isOpen());
     m_button->owner = this;
+    guiReadOnPage(m_button, this);
     finishWidget(m_button);
 }
 

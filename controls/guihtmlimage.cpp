@@ -263,11 +263,14 @@ void guiHtmlImage::destroyChildWidget()
 int guiHtmlImage::getPreferredWidth() { return guiClampPixels(guiFrameOf(this) + wantedSize().width()); }
 int guiHtmlImage::getHeightEstimate(unsigned long) { return guiClampPixels(guiFrameOf(this) + wantedSize().height()); }
 
+/// As the file has it, at the zoom of the page.
+QSize guiHtmlImage::ownSize() const { return {scaled(m_content.width), scaled(m_content.height)}; }
+
 /// How large the picture itself is to be: a side that the page gives in pixels is that, less the frame, and a side that
 /// it does not give follows in proportion. What stands for a picture that can not be loaded keeps its own size.
 QSize guiHtmlImage::wantedSize() const
 {
-    QSize const own(m_content.width, m_content.height);
+    QSize const own = ownSize();
     auto const inner = [this](std::int64_t outer) {
         return guiClampPixels(std::max(std::int64_t{0}, outer - guiFrameOf(this)));
     };
@@ -303,7 +306,7 @@ guiRect guiHtmlImage::pictureRect() const
     bool const isBroken = m_content.picture && !m_content.isLoaded;
     if (!isBroken && m.fixed.unitX != kUnitUnbound && m.fixed.unitY != kUnitUnbound)
         return {inset, roomX, inset, roomY};
-    QSize const size = isBroken ? QSize(m_content.width, m_content.height) : wantedSize();
+    QSize const size = isBroken ? ownSize() : wantedSize();
     return {inset + offsetFor(m.alignX, size.width(), roomX), size.width(),
             inset + offsetFor(m.alignY, size.height(), roomY), size.height()};
 }

@@ -83,6 +83,7 @@ public:
     void followLinkAt(unsigned place) override;
 
 private:
+    QSize ownSize() const;
     QSize wantedSize() const;
     guiRect pictureRect() const;
     QPoint inPicture(int x, int y) const;

@@ -31,7 +31,7 @@ guiSplitPart guiHtmlSplitter::startOf(std::size_t pane, int room) const
     constexpr std::int64_t kWhole = 100;
     start const asked = pane < m_starts.size() ? m_starts[pane] : start();
     if (asked.unit == kUnitPixels)
-        return {static_cast<int>(asked.size), 0, false};
+        return {scaled(static_cast<int>(asked.size)), 0, false};
     if (asked.unit == kUnitPercent)
         return {static_cast<int>(std::max(room, 0) * std::int64_t{asked.size} / kWhole), 0, false};
     return {0, 0, true};

@@ -57,6 +57,16 @@ void guiHtmlStatusBar::createChildWidget()
     m_bar->show();
 }
 
+void guiHtmlStatusBar::onLookChange()
+{
+    assertOnGuiThread();
+    if (!m_bar)
+        return;
+    m_bar->setFont(getDefaultFont(nullptr));
+    guiLayoutRun::startAnew(); // the bar has another height
+    place();
+}
+
 void guiHtmlStatusBar::destroyChildWidget()
 {
     guiHtmlControl::destroyChildWidget();

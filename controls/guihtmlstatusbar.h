@@ -23,6 +23,7 @@ public:
     void setRect(guiRect* rect) override;
     void createChildWidget() override;
     void destroyChildWidget() override;
+    void onLookChange() override;
 
 private:
     void place();

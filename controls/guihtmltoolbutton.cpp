@@ -3,6 +3,7 @@
 
 #include "controls/guieventscope.h"
 #include "controls/guinodeicon.h"
+#include "controls/guiowncolors.h"
 #include "controls/guiwidgettoolbutton.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-qt.h"
@@ -123,16 +124,16 @@ void guiHtmlToolButton::setEnabled(int enabled)
 int guiHtmlToolButton::getPreferredWidth()
 {
     if (m_look.isDivider)
-        return kDividerWidth;
+        return scaled(kDividerWidth);
     guiHtmlControlMenuItem const* of = item();
     bool const hasIcon = m_look.icon.getLength() != 0 || (of && of->icon.getLength() != 0);
     if (hasIcon || !hasWindow())
-        return kButtonSize;
+        return scaled(kButtonSize);
     sstring const text = of && m_content.text.getLength() == 0 ? of->text : m_content.text;
-    return textWidth(qtoss(withoutMnemonic(sstoq(text)))) + kAroundText;
+    return textWidth(qtoss(withoutMnemonic(sstoq(text)))) + scaled(kAroundText);
 }
 
-int guiHtmlToolButton::getHeightEstimate(unsigned long) { return kButtonSize; }
+int guiHtmlToolButton::getHeightEstimate(unsigned long) { return scaled(kButtonSize); }
 
 QWidget* guiHtmlToolButton::getChildWidget() { return m_look.isDivider ? m_line : static_cast<QWidget*>(m_button); }
 
@@ -149,8 +150,9 @@ void guiHtmlToolButton::createChildWidget()
         return finishWidget(line);
     }
     m_button = new guiWidgetToolButton(getClipWidget());
-    m_button->setIconSize(QSize(kIconSize, kIconSize));
+    showIconSize();
     m_button->owner = this;
+    guiReadOnPage(m_button, this);
     finishWidget(m_button);
     tellMissingItem();
     mirrorItem();
@@ -211,7 +213,18 @@ void guiHtmlToolButton::showTexts(sstring const& text, QIcon const& icon, QKeySe
     m_button->setToolButtonStyle(icon.isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
 }
 
-QIcon guiHtmlToolButton::ownIcon() { return guiIconOfNode(this, m_look.icon, kIconSize, m_picture); }
+void guiHtmlToolButton::showIconSize() { m_button->setIconSize(QSize(scaled(kIconSize), scaled(kIconSize))); }
+
+void guiHtmlToolButton::onLookChange()
+{
+    guiHtmlControl::onLookChange();
+    m_picture = nullptr; // larger now
+    if (m_button)
+        showIconSize();
+    mirrorItem();
+}
+
+QIcon guiHtmlToolButton::ownIcon() { return guiIconOfNode(this, m_look.icon, scaled(kIconSize), m_picture); }
 
 void guiHtmlToolButton::onClick()
 {

@@ -39,6 +39,7 @@ public:
     QWidget* getChildWidget() override;
     void createChildWidget() override;
     void destroyChildWidget() override;
+    void onLookChange() override;
     void triggerNow() override { onClick(); }
 
     /// The user has pressed it.
@@ -55,6 +56,7 @@ private:
     void showItem(guiHtmlControlMenuItem const& item);
     void showTexts(sstring const& text, QIcon const& icon, QKeySequence const& key);
     QIcon ownIcon();
+    void showIconSize();
     void tellMissingItem();
     void destroyWidgets();
 

@@ -1,6 +1,8 @@
 // controls/guiplaceholder.h: the pale text in an empty field.
 #pragma once
 
+#include "controls/guiowncolors.h"
+
 #include <QPalette>
 #include <QString>
 #include <cstdlib>
@@ -10,14 +12,16 @@
 template <typename Field>
 void guiShowPlaceholder(Field* field, QString const& text)
 {
-    constexpr int kNear = 64;
-    constexpr int kHalf = 128;
     field->setPlaceholderText(text);
-    QPalette palette = field->palette();
-    QColor pale = palette.color(QPalette::Text);
-    if (std::abs(pale.lightness() - palette.color(QPalette::PlaceholderText).lightness()) < kNear)
+    if (text.isEmpty())
         return;
-    pale.setAlpha(kHalf);
-    palette.setColor(QPalette::PlaceholderText, pale);
-    field->setPalette(palette);
+    guiChooseColors(field, [](QPalette const& around, QPalette& own) {
+        constexpr int kNear = 64;
+        constexpr int kHalf = 128;
+        QColor pale = around.color(QPalette::Text);
+        if (std::abs(pale.lightness() - around.color(QPalette::PlaceholderText).lightness()) < kNear)
+            return;
+        pale.setAlpha(kHalf);
+        own.setColor(QPalette::PlaceholderText, pale);
+    });
 }

@@ -431,7 +431,7 @@ bool guiWidget::eventFilter(QObject* watched, QEvent* event)
         refresh();
     }
     return useForText(watched, *event) || isOwnContext(watched, *event) || turnTabs(*event) ||
-           QDialog::eventFilter(watched, event);
+           turnZoom(watched, *event) || QDialog::eventFilter(watched, event);
 }
 
 /// What is selected on the page is what the keys copy, unless a field has something selected itself. It is no longer
@@ -455,6 +455,16 @@ bool guiWidget::turnTabs(QEvent const& event)
         return false;
     guiEventScope scope;
     return guiTurnTabs(livePage(), nodeOf(focusWidget()), static_cast<QKeyEvent const&>(event));
+}
+
+/// Before a control that would scroll, and before a field for which plus on the keypad is a letter even with Ctrl.
+bool guiWidget::turnZoom(QObject const* watched, QEvent const& event)
+{
+    guiEventScope scope;
+    if (event.type() == QEvent::Wheel)
+        return zoomByWheel(static_cast<QWheelEvent const&>(event));
+    bool const isKeyOfField = event.type() == QEvent::KeyPress && qobject_cast<QLineEdit const*>(watched);
+    return isKeyOfField && zoomByKey(static_cast<QKeyEvent const&>(event));
 }
 
 /// A text field has a menu of its own, which that of the page replaces when the field itself asks for it.
@@ -530,7 +540,7 @@ void guiWidget::onFocusChanged(QWidget* from, QWidget* to)
 void guiWidget::wheelEvent(QWheelEvent* event)
 {
     guiEventScope scope;
-    if (turnWheel(*event)) {
+    if (turnWheel(*event) || zoomByWheel(*event)) {
         event->accept();
         return;
     }
@@ -594,7 +604,7 @@ void guiWidget::keyPressEvent(QKeyEvent* event)
     if (!isText && event->key() == Qt::Key_Escape)
         dropMarks();
     bool const isUsed = isText || useAtLink(*event) || guiHandleKey(livePage(), event->key(), true) ||
-                        openMenu(*event) || turnTabs(*event);
+                        openMenu(*event) || turnTabs(*event) || zoomByKey(*event);
     if (isUsed || (livePage() && guiScrollByKey(livePage(), keyNode(), m_clickedPane, *event)))
         event->accept();
     else
@@ -704,6 +714,7 @@ void guiWidget::changeEvent(QEvent* event)
     guiEventScope scope;
     if (event->type() == QEvent::ActivationChange && livePage() && guiHasSelection(*livePage()))
         update();
+    noteLook(*event);
     QDialog::changeEvent(event);
 }
 

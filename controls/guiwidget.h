@@ -10,7 +10,9 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guipagesurface.h"
 
+#include <QApplication>
 #include <QDialog>
+#include <QFont>
 #include <QPixmap>
 #include <QPointer>
 #include <QScrollBar>
@@ -120,7 +122,12 @@ private:
     bool openMenu(QKeyEvent const& event) TARN_ON(velaGuiRole);
     bool openFind(QKeyEvent const& event) TARN_ON(velaGuiRole);
     bool turnTabs(QEvent const& event);
+    bool turnZoom(QObject const* watched, QEvent const& event);
     bool turnWheel(QWheelEvent const& event) TARN_ON(velaGuiRole);
+    bool zoomByKey(QKeyEvent const& event) TARN_ON(velaGuiRole);
+    bool zoomByWheel(QWheelEvent const& event) TARN_ON(velaGuiRole);
+    void noteLook(QEvent const& event);
+    void followDesktop() TARN_ON(velaGuiRole);
     void paintRegion(QRegion const& region) TARN_ON(velaGuiRole);
     void paintPage(QPaintDevice* device, QRegion const& region) TARN_ON(velaGuiRole);
     void ensureBuffer() TARN_ON(velaGuiRole);
@@ -135,9 +142,12 @@ private:
     guiTextGesture m_textGesture{*this};
     guiCurrentLink m_currentLink{*this};
     guiHtmlCustom* m_pressed =
-        nullptr;              // the custom element on which a button went down; not owned, see onHtmlDestroy()
-    QRegion m_missedDamage;   // what was to be repainted while a paint event was going on
-    bool m_isClosing = false; // the user has closed the window, and the page is still saving its form
+        nullptr;            // the custom element on which a button went down; not owned, see onHtmlDestroy()
+    QRegion m_missedDamage; // what was to be repainted while a paint event was going on
+    QFont m_desktopFont = QApplication::font(); // for which the page has been laid out
+    int m_zoomTurn = 0;                         // what the wheel was turned since the last step, 1/8 degree
+    bool m_isLookStale = false;                 // the colours or the font of the desktop have changed
+    bool m_isClosing = false;                   // the user has closed the window, and the page is still saving its form
 };
 
 /// How all widgets of a page handle Escape and Enter: by the owner's onEscape() or onEnter(). Returns true when those

@@ -6,6 +6,8 @@
 #include "controls/guihtmlsplitter.h"
 #include "controls/guiowntexts.h"
 #include "controls/guiwidget.h"
+#include "page/guicolor.h"
+#include "page/guiinks.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -149,7 +151,7 @@ void guiWidgetDivider::paintEvent(QPaintEvent*)
     constexpr int kGripLength = 28;
     constexpr int kGripWidth = 3;
     bool const isUsed = hasFocus() || m_isDragged;
-    QColor line = palette().color(isUsed ? QPalette::Highlight : QPalette::Mid);
+    QColor line = isUsed ? toQColor(guiFocusInk(palette())) : palette().color(QPalette::Mid);
     QPainter painter(this);
     int const length = m_isHorizontal ? width() : height();
     int const middle = (m_isHorizontal ? height() : width()) / 2;

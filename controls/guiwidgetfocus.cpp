@@ -4,6 +4,8 @@
 #include "controls/guieventscope.h"
 #include "controls/guihtmlcustom.h"
 #include "foundation/vela-qt.h"
+#include "page/guicolor.h"
+#include "page/guiinks.h"
 #include "page/guiuserevent.h"
 
 #include <QKeyEvent>
@@ -68,6 +70,6 @@ void guiWidgetFocus::paintEvent(QPaintEvent*)
         return;
     constexpr int kThickness = 2;
     QPainter painter(this);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), kThickness, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.setPen(QPen(toQColor(guiFocusInk(palette())), kThickness, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }

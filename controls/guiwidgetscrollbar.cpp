@@ -2,7 +2,9 @@
 #include "controls/guiwidgetscrollbar.h"
 
 #include "controls/guieventscope.h"
+#include "page/guicolor.h"
 #include "page/guihtml.h"
+#include "page/guiinks.h"
 
 #include <QKeyEvent>
 #include <QPaintEvent>
@@ -67,7 +69,7 @@ void guiWidgetScrollBar::paintFrame()
 {
     constexpr int kThickness = 2;
     QPainter painter(this);
-    painter.setPen(QPen(palette().color(QPalette::Highlight), kThickness, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.setPen(QPen(toQColor(guiFocusInk(palette())), kThickness, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }
 

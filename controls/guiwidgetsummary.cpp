@@ -80,8 +80,9 @@ QPainterPath arrowAt(QPointF middle, qreal side, bool isOpen)
 void guiWidgetSummary::paintEvent(QPaintEvent*)
 {
     constexpr int kTextLeft = 22;
-    constexpr qreal kArrowMiddle = 11;
-    constexpr qreal kArrowSide = 8;
+    constexpr int kArrowMiddle = 11;
+    constexpr int kArrowSide = 8;
+    auto const scaled = [this](int pixels) { return owner ? owner->scaled(pixels) : pixels; };
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     if (underMouse() && isEnabled()) {
@@ -94,9 +95,9 @@ void guiWidgetSummary::paintEvent(QPaintEvent*)
     QColor const ink = palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(ink, 1.6, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    painter.drawPath(arrowAt(QPointF(kArrowMiddle, height() / 2.0), kArrowSide, isChecked()));
+    painter.drawPath(arrowAt(QPointF(scaled(kArrowMiddle), height() / 2.0), scaled(kArrowSide), isChecked()));
     painter.setPen(ink);
-    painter.drawText(rect().adjusted(kTextLeft, 0, 0, 0), Qt::AlignVCenter | Qt::TextShowMnemonic, text());
+    painter.drawText(rect().adjusted(scaled(kTextLeft), 0, 0, 0), Qt::AlignVCenter | Qt::TextShowMnemonic, text());
     if (!hasFocus())
         return;
     QStyleOptionFocusRect option;

@@ -3,6 +3,7 @@
 #include "page/guichildspan.h"
 #include "page/guicolor.h"
 #include "page/guihtml.h"
+#include "page/guiinks.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
 #include "page/guipainting.h"
@@ -12,11 +13,13 @@
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
 
+#include <QBrush>
 #include <QFont>
 #include <QPainter>
 #include <QPixmap>
 #include <QRegion>
 #include <QScrollBar>
+#include <QTransform>
 #include <QWidget>
 #include <algorithm>
 #include <cassert>
@@ -55,19 +58,48 @@ QRect clippedTo(guiRect const& inner, QRegion const* region)
 /// into a window (`window` is null).
 QColor backgroundOf(guiHtml* node, guiWidget const* window)
 {
+    if (guiEdge const edge = node->getBackgroundEdge(); edge != guiEdge::kNone) {
+        guiEdges const edges = guiEdgesOf(node);
+        return toQColor(edge == guiEdge::kLight ? edges.light : edges.dark);
+    }
     if (node->hasBackgroundColor())
         return toQColor(node->getBackgroundColor());
     QWidget const* widget = window ? node->getTopLevelWidget() : nullptr;
     return widget ? widget->palette().color(QPalette::Window) : toQColor(guiColor::LightGray);
 }
 
+void drawBackgroundTile(guiHtml const* node, QPainter* painter, guiRect const& rect, QRegion const& clip)
+{
+    QPixmap const& tile = *node->getBackgroundPixmap();
+    if (node->m.zoom == kUnzoomed) {
+        drawClippedTile(painter, tile, rect.left, rect.top, &clip);
+        return;
+    }
+    double const factor = node->m.zoom / double{kUnzoomed};
+    QBrush brush(tile);
+    brush.setTransform(QTransform::fromTranslate(rect.left, rect.top).scale(factor, factor));
+    fillClippedRect(painter, brush, &clip);
+}
+
 void paintBackground(guiHtml* node, QPainter* painter, guiRect const& rect, guiWidget* widget, QRegion const& clip)
 {
     bool isNamed = node->hasString(kStringBackground);
     if (isNamed && node->isBackgroundLoaded())
-        drawClippedTile(painter, *node->getBackgroundPixmap(), rect.left, rect.top, &clip);
+        drawBackgroundTile(node, painter, rect, clip);
     else if (isNamed || node->hasBackgroundColor())
         fillClippedRect(painter, backgroundOf(node, widget), &clip);
+}
+
+/// The colours of the node's own border, those that the page does not give as they show.
+guiEdges borderOf(guiHtml* node)
+{
+    unsigned const given = node->getGivenBorders();
+    guiEdges edges = (given & kGivenMiddle) && (given & kGivenDark) ? guiEdges() : guiEdgesOf(node);
+    if (given & kGivenMiddle)
+        edges.middle = node->getBorderColor();
+    if (given & kGivenDark)
+        edges.dark = node->getBorderDark();
+    return edges;
 }
 
 guiColor dimmed(guiColor color) { return {color.red * 2 / 3, color.green * 2 / 3, color.blue * 2 / 3}; }
@@ -94,7 +126,7 @@ void drawCaption(guiHtml* node, QPainter* painter, QRect const& box)
     guiSavedPainter const saved(*painter);
     int points = 0;
     painter->setFont(node->getDefaultFont(&points));
-    painter->setPen(toQColor(guiColor::Black));
+    painter->setPen(toQColor(guiPlainInkOf(node)));
     painter->drawText(box, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine, sstoq(node->getString(kStringCaption)));
 }
 
@@ -102,20 +134,21 @@ void paintGroupBox(guiHtml* node, QPainter* painter, guiRect const& rect)
 {
     int captionWidth = static_cast<int>(node->getCaptionWidth());
     int captionHeight = static_cast<int>(node->getCaptionHeight());
-    int gapLeft = rect.left + kCaptionIndent;
-    int gap = std::max(0, std::min(rect.width - 2 * kCaptionIndent, captionWidth + 2 * kCaptionMargin));
+    int const indent = node->scaled(kCaptionIndent);
+    int const margin = node->scaled(kCaptionMargin);
+    int gapLeft = rect.left + indent;
+    int gap = std::max(0, std::min(rect.width - 2 * indent, captionWidth + 2 * margin));
 
     if (node->m.border > 1 && rect.width > 3 && rect.height > 3) {
         int top = rect.top + captionHeight / 2;
         QRect inner(rect.left + 1, top + 1, rect.width - 2, rect.bottom() - top - 2);
         QRect outer(rect.left, top, rect.width - 2, rect.bottom() - top - 2);
-        drawOpenFrame(painter, gapLeft, gapLeft + gap, inner, guiColor::White);
-        drawOpenFrame(painter, gapLeft, gapLeft + gap, outer, guiColor::DarkGray);
+        guiEdges const edges = guiEdgesOf(node);
+        drawOpenFrame(painter, gapLeft, gapLeft + gap, inner, edges.light);
+        drawOpenFrame(painter, gapLeft, gapLeft + gap, outer, edges.dark);
     }
     if (!node->isString(kStringCaption, sstring(kEmptyGroupBox)))
-        drawCaption(
-            node, painter,
-            QRect(gapLeft + kCaptionMargin, rect.top, gap - 2 * kCaptionMargin, captionHeight + node->m.border));
+        drawCaption(node, painter, QRect(gapLeft + margin, rect.top, gap - 2 * margin, captionHeight + node->m.border));
 }
 
 } // namespace
@@ -126,12 +159,14 @@ void guiHtml::paintBorder(QPainter* painter, guiRect* rect, int highlight)
         paintGroupBox(this, painter, *rect);
         return;
     }
-    guiColor outer = highlight ? static_cast<guiColor>(m.activeLinkColor) : getBorderColor();
-    guiColor inner = highlight ? dimmed(m.activeLinkColor) : getBorderDark();
+    if (m.border == 0)
+        return;
+    guiEdges const edges = borderOf(this);
+    guiColor outer = highlight ? static_cast<guiColor>(m.activeLinkColor) : edges.middle;
+    guiColor inner = highlight ? dimmed(m.activeLinkColor) : edges.dark;
     if (m.border > 1 && rect->width > 1 && rect->height > 1)
         drawFrame(painter, shrunk(*rect, 1), m.border - 1, toQColor(inner));
-    if (m.border != 0)
-        drawFrame(painter, *rect, 1, toQColor(outer));
+    drawFrame(painter, *rect, 1, toQColor(outer));
 }
 
 void guiHtml::paintTo(QPainter* painter, int x, int y, guiWidget* widget, QRegion const* region)

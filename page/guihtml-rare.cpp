@@ -35,13 +35,16 @@ guiHtml::rare_t::rare_t(rare_t const& other)
       borderDark(other.borderDark),
       background(other.background),
       hasBackground(other.hasBackground),
+      givenBorders(other.givenBorders),
+      edge(other.edge),
       fontSize(other.fontSize),
       tabIndex(other.tabIndex),
       captionWidth(other.captionWidth),
       captionHeight(other.captionHeight),
       texts(other.texts),
       backgroundImage(other.backgroundImage),
-      scroll(other.scroll ? std::make_unique<scroll_t>(*other.scroll) : nullptr)
+      scroll(other.scroll ? std::make_unique<scroll_t>(*other.scroll) : nullptr),
+      unzoomed(other.unzoomed ? std::make_unique<guiUnzoomed>(*other.unzoomed) : nullptr)
 {
     if (scroll)
         scroll->barX = scroll->barY = nullptr;
@@ -121,16 +124,26 @@ guiColor guiHtml::getBorderLight() const { return rare().borderLight; }
 guiColor guiHtml::getBorderColor() const { return rare().borderColor; }
 guiColor guiHtml::getBorderDark() const { return rare().borderDark; }
 
-void guiHtml::setBorderColors(guiColor light, guiColor color, guiColor dark)
+void guiHtml::setBorderColors(guiColor light, guiColor color, guiColor dark, unsigned given)
 {
-    if (light == getBorderLight() && color == getBorderColor() && dark == getBorderDark())
+    rare_t const& usual = defaultsOf<rare_t>();
+    if (light != guiColor(usual.borderLight))
+        given |= kGivenLight;
+    if (color != guiColor(usual.borderColor))
+        given |= kGivenMiddle;
+    if (dark != guiColor(usual.borderDark))
+        given |= kGivenDark;
+    if (given == 0)
         return;
     assertOnGuiThread();
     rare_t& to = ensureRare();
+    to.givenBorders = static_cast<std::uint8_t>(to.givenBorders | given);
     to.borderLight = light;
     to.borderColor = color;
     to.borderDark = dark;
 }
+
+unsigned guiHtml::getGivenBorders() const { return rare().givenBorders; }
 
 guiColor guiHtml::getBackgroundColor() const { return rare().background; }
 bool guiHtml::hasBackgroundColor() const { return rare().hasBackground; }
@@ -140,6 +153,26 @@ void guiHtml::setBackgroundColor(guiColor color)
     assertOnGuiThread();
     ensureRare().background = color;
     m.rare->hasBackground = true;
+    m.rare->edge = guiEdge::kNone;
+}
+
+void guiHtml::setBackgroundEdge(guiEdge edge)
+{
+    setBackgroundColor(edge == guiEdge::kLight ? getBorderLight() : getBorderDark());
+    m.rare->edge = edge;
+}
+
+guiEdge guiHtml::getBackgroundEdge() const { return rare().edge; }
+
+guiUnzoomed const* guiHtml::getUnzoomed() const { return rare().unzoomed.get(); }
+
+void guiHtml::setUnzoomed(std::optional<guiUnzoomed> const& lengths)
+{
+    assertOnGuiThread();
+    if (lengths)
+        ensureRare().unzoomed = std::make_unique<guiUnzoomed>(*lengths);
+    else if (m.rare)
+        m.rare->unzoomed.reset();
 }
 
 int guiHtml::getFontSize() const { return rare().fontSize; }

@@ -4,6 +4,7 @@
 
 #include "page/guihtml.h"
 #include "page/guipicture.h"
+#include "page/guizoom.h"
 
 #include <memory>
 #include <string>
@@ -27,6 +28,8 @@ struct guiHtml::rare_t
     guiPackedColor borderDark = guiColor::DarkGray;
     guiPackedColor background = guiColor::LightGray;
     bool hasBackground = false;
+    std::uint8_t givenBorders = 0; // bits of guiGivenBorder
+    guiEdge edge = guiEdge::kNone; // of a line, in place of `background`
     int fontSize = 0;
     int tabIndex = kNoTabIndex;
     unsigned captionWidth = 0;
@@ -34,4 +37,5 @@ struct guiHtml::rare_t
     std::vector<namedText> texts;  // at most one per guiNodeString
     guiPictureRef backgroundImage; // null: none is loaded
     std::unique_ptr<scroll_t> scroll;
+    std::unique_ptr<guiUnzoomed> unzoomed; // null: not zoomed, or without lengths
 };

@@ -61,6 +61,8 @@ guiHtml::guiHtml(guiHtml* parent)
     m.textColor = parent->m.textColor;
     m.linkColor = parent->m.linkColor;
     m.activeLinkColor = parent->m.activeLinkColor;
+    m.givenColors = parent->m.givenColors;
+    m.useSystemFont = parent->m.useSystemFont;
     m.spacious = parent->m.spacious;
     guiPageRoot* root = parent->getBaseHtml();
     if (root && root->getPageObject())

@@ -10,6 +10,7 @@
 #include "page/guichildlist.h"
 #include "page/guilayoutmemo.h"
 #include "page/guitypes.h"
+#include "page/guizoomedlength.h"
 
 #include <QPointer>
 #include <atomic>
@@ -19,6 +20,7 @@
 
 class guiPageRoot;
 struct guiRadioGroup;
+struct guiUnzoomed;
 class guiWidget;
 class QFont;
 class QPainter;
@@ -51,6 +53,30 @@ enum guiNodeString : unsigned char
     kStringPlace,      ///< " in FILE:LINE" of an element that names a file or a component
     kStringRare,       ///< what guirareattributes.h keeps
     kStringTitle,      ///< attribute `title`: the tip that is shown where the pointer rests
+};
+
+/// The colours of a node that a page gives, itself or by an element around the node.
+enum guiGivenColor : std::uint8_t
+{
+    kGivenText = 1,
+    kGivenLink = 2,
+    kGivenActiveLink = 4,
+};
+
+/// The colours of borders that a page gives.
+enum guiGivenBorder : std::uint8_t
+{
+    kGivenLight = 1,
+    kGivenMiddle = 2,
+    kGivenDark = 4,
+};
+
+/// Which colour of a line that the page does not choose (guiinks.h).
+enum class guiEdge : std::uint8_t
+{
+    kNone,
+    kLight,
+    kDark,
 };
 
 /// One page element. Every function is the GUI thread's unless it says otherwise; other threads may ask the registry
@@ -131,12 +157,15 @@ public:
         std::uint8_t tabOrderDirty = 1;
         std::uint8_t enabled = 1;
         std::uint8_t visible = 1; ///< 0: put away with all that is in it (guihtmlsheet.h)
-        std::uint8_t current = 0;
-        std::uint8_t hover = 0;
-        std::uint16_t padding = 0; ///< the inner part of `space`, pixels: the background covers it
-        std::uint8_t spacious = 0; ///< in an element with `gap`: lines share a base line, buttons have a least width
+        std::uint8_t current : 1 = 0;
+        std::uint8_t hover : 1 = 0;
+        std::uint8_t spacious : 1 =
+            0; ///< in an element with `gap`: lines share a base line, buttons have a least width
         std::uint8_t lateWidgets : 1 = 0; ///< the controls below get their widgets when they are needed, however few
         std::uint8_t hasListener : 1 = 0; ///< the end listener is told when the node goes; not copied
+        std::uint8_t givenColors = 0;     ///< bits of guiGivenColor; the others are chosen when they are painted
+        std::uint16_t padding = 0;        ///< the inner part of `space`, pixels: the background covers it
+        std::uint16_t zoom = kUnzoomed;   ///< what the node's lengths are scaled by, percent (guizoom.h)
     };
 
     /// A node's data. What few nodes have is in `rare`, behind the accessors below.
@@ -304,6 +333,9 @@ public:
     virtual guiRadioGroup const* getTabGroup() const { return nullptr; }
     /// Whether Tab stops at this one of its group.
     virtual bool isTabEntry() const { return true; }
+    /// The colours or the font of the desktop have changed, or the page is zoomed: what the node has made of them is
+    /// out of date. The page is laid out and painted afterwards.
+    virtual void onLookChange() {}
 
     // ---- The links of the node itself, each known by its place: a number that means something to the node alone ----
 
@@ -340,6 +372,15 @@ public:
     guiHtml* getNamed(sstring const& name);
     guiHtml* getBookmarked(sstring const& bookmark);
 
+    // ---- Zoom (guizoom.h) ----
+
+    /// A length in pixels at the node's zoom.
+    int scaled(int pixels) const { return m.zoom == kUnzoomed ? pixels : guiZoomedLength(pixels, m.zoom); }
+    /// What the node's lengths are when it is not zoomed, null when it is not, or has none.
+    guiUnzoomed const* getUnzoomed() const;
+    /// Remembers them; none forgets them.
+    void setUnzoomed(std::optional<guiUnzoomed> const& lengths);
+
     // ---- Properties that few nodes have ----
 
     sstring getString(guiNodeString which) const;
@@ -354,11 +395,18 @@ public:
     guiColor getBorderLight() const;
     guiColor getBorderColor() const;
     guiColor getBorderDark() const;
-    void setBorderColors(guiColor light, guiColor color, guiColor dark);
+    /// `given`: bits of guiGivenBorder, the colours that the page gives, as which all unusual ones count. The others
+    /// are chosen when they are painted.
+    void setBorderColors(guiColor light, guiColor color, guiColor dark, unsigned given = 0);
+    /// Bits of guiGivenBorder.
+    unsigned getGivenBorders() const;
     guiColor getBackgroundColor() const;
-    /// Whether the page gave the node a background colour.
+    /// Whether the page gave the node a background colour, or it is a line.
     bool hasBackgroundColor() const;
     void setBackgroundColor(guiColor color);
+    /// Makes the node a line, which is filled with that edge colour of what it stands on.
+    void setBackgroundEdge(guiEdge edge);
+    guiEdge getBackgroundEdge() const;
     int getFontSize() const;
     void setFontSize(int size);
     void setTabIndex(int index);

@@ -104,10 +104,14 @@ void pullBorderColors(guiHtml* node, mlSection* section)
     guiColor light = node->getBorderLight();
     guiColor color = node->getBorderColor();
     guiColor dark = node->getBorderDark();
-    pullColor(section, "bordercolorlight", &light);
-    pullColor(section, "bordercolor", &color);
-    pullColor(section, "bordercolordark", &dark);
-    node->setBorderColors(light, color, dark);
+    unsigned given = 0;
+    if (pullColor(section, "bordercolorlight", &light))
+        given |= kGivenLight;
+    if (pullColor(section, "bordercolor", &color))
+        given |= kGivenMiddle;
+    if (pullColor(section, "bordercolordark", &dark))
+        given |= kGivenDark;
+    node->setBorderColors(light, color, dark, given);
 }
 
 /// A gap holds for what stands in the element as well, until an element has a spacing of its own.
@@ -239,15 +243,24 @@ void guiHtmlParser::pullObjectAlignment(guiHtml* node, mlSection* section)
         node->m.alignY = kAlignCenter;
 }
 
-void guiHtmlParser::pullDefaultColors(guiHtml* node, mlSection* section)
+namespace {
+
+void pullInk(guiHtml* node, mlSection* section, char const* name, guiPackedColor* ink, guiGivenColor which)
 {
     guiColor color;
-    if (pullColor(section, "text", &color))
-        node->m.textColor = color;
-    if (pullColor(section, "link", &color))
-        node->m.linkColor = color;
-    if (pullColor(section, "alink", &color))
-        node->m.activeLinkColor = color;
+    if (!pullColor(section, name, &color))
+        return;
+    *ink = color;
+    node->m.givenColors = static_cast<std::uint8_t>(node->m.givenColors | which);
+}
+
+} // namespace
+
+void guiHtmlParser::pullDefaultColors(guiHtml* node, mlSection* section)
+{
+    pullInk(node, section, "text", &node->m.textColor, kGivenText);
+    pullInk(node, section, "link", &node->m.linkColor, kGivenLink);
+    pullInk(node, section, "alink", &node->m.activeLinkColor, kGivenActiveLink);
 }
 
 void guiHtmlParser::pullTabIndex(guiHtml* node, mlSection* section)

@@ -124,12 +124,15 @@ void guiHtmlParser::pullRule(guiHtml* node, mlSection* section)
     node->m.alignY = kAlignBottom;
     pullName(node, section);
 
-    guiColor flat = node->getBorderDark();
-    bool isFlat = readColor(pullAttr(section, "color"), &flat) || hasAttr(section, "noshade");
-    node->setBackgroundColor(flat);
-    if (isFlat || height < 2)
+    guiColor flat;
+    bool const isColored = readColor(pullAttr(section, "color"), &flat);
+    if (isColored)
+        node->setBackgroundColor(flat);
+    else
+        node->setBackgroundEdge(guiEdge::kDark);
+    if (isColored || hasAttr(section, "noshade") || height < 2)
         return;
     guiHtml* lower = appendGuiHtml(node, std::make_unique<guiHtml>());
     setLineSize(lower, kWholeWidth, height / 2);
-    lower->setBackgroundColor(node->getBorderLight());
+    lower->setBackgroundEdge(guiEdge::kLight);
 }

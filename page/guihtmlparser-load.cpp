@@ -9,6 +9,7 @@
 #include "page/guinodewatch.h"
 #include "page/guipagefile.h"
 #include "page/guipageroot.h"
+#include "page/guizoom.h"
 
 #include <QWidget>
 #include <cstring>
@@ -74,10 +75,14 @@ int guiHtml::setText(sstring const& content, sstring const& directory)
     destroyChildren();
     if (!self.alive())
         return 0;
+    unsigned const zoom = m.zoom;
+    guiZoomNode(this, kUnzoomed);
     resetScroll();
     m.tabOrderDirty = 1;
 
     pulledPage const page = pullPage(this, content, directory, file);
+    if (zoom != kUnzoomed)
+        guiZoomTree(this, zoom);
     if (guiPageRoot* root = getBaseHtml())
         root->loadFormValues(this);
 

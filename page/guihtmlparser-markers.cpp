@@ -58,6 +58,7 @@ void guiHtmlParser::appendGuiHtml(guiHtml* parent, guiHtml* child)
     child->m.textColor = parent->m.textColor;
     child->m.linkColor = parent->m.linkColor;
     child->m.activeLinkColor = parent->m.activeLinkColor;
+    child->m.givenColors = parent->m.givenColors;
     child->m.spacious = parent->m.spacious;
     if (m_fontCode.getLength())
         child->setString(kStringFace, m_fontCode);

@@ -73,7 +73,9 @@ public:
         kAlways,
     };
 
-    guiLayerSum(guiHtml const* node, gap when) : m_divide(node->m.divide), m_gap(when) {}
+    guiLayerSum(guiHtml const* node, gap when)
+        : m_divide(node->m.divide), m_paragraphGap(node->scaled(kParagraphGap)), m_gap(when)
+    {}
 
     void add(guiLayer const& layer, int height)
     {
@@ -81,7 +83,7 @@ public:
         if (!m_isFirst)
             m_total += m_divide;
         if (m_endedParagraph)
-            m_total += kParagraphGap;
+            m_total += m_paragraphGap;
         m_total += height;
         m_isFirst = false;
         m_endedParagraph = layer.endsParagraph && (height != 0 || m_gap == gap::kAlways);
@@ -91,6 +93,7 @@ public:
 private:
     std::int64_t m_total = 0;
     int m_divide;
+    int m_paragraphGap;
     gap m_gap;
     bool m_isFirst = true;
     bool m_endedParagraph = false;

@@ -18,7 +18,7 @@ constexpr int kMaxRuns = 8;
 class stacking
 {
 public:
-    explicit stacking(guiHtml const* node) : m_divide(node->m.divide) {}
+    explicit stacking(guiHtml const* node) : m_divide(node->m.divide), m_paragraphGap(node->scaled(kParagraphGap)) {}
 
     /// The top of the next layer, which has this height.
     std::int64_t place(int height, bool endsParagraph)
@@ -27,7 +27,7 @@ public:
         if (m_bottom != 0)
             m_bottom += m_divide;
         if (m_endedParagraph)
-            m_bottom += kParagraphGap;
+            m_bottom += m_paragraphGap;
         m_endedParagraph = endsParagraph;
         std::int64_t const top = m_bottom;
         m_bottom += height;
@@ -37,6 +37,7 @@ public:
 
 private:
     int m_divide;
+    int m_paragraphGap;
     std::int64_t m_bottom = 0;
     bool m_endedParagraph = false;
 };

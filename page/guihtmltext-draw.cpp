@@ -24,6 +24,8 @@ namespace {
 
 constexpr int kSmallestHeight = 8;
 
+int marginOf(textParams const& params) { return guiZoomedLength(kTextMargin, params.scale.length); }
+
 /// One call of drawText().
 struct drawing
 {
@@ -44,21 +46,21 @@ bool isShown(drawing const& job, int top, int height)
     return job.painter && top < job.clipBottom && top + height > job.clipTop;
 }
 
-/// Text on the marking pen's ground is dark, whatever the page's colours are.
 guiColor inkOf(drawing const& job, guiTextChunk const& chunk)
 {
-    if (chunk.marked && chunk.ink == guiTextInk::kText)
-        return guiColor::Black;
+    textParams const& params = job.params;
+    guiInks const plain{params.textColor, params.linkColor, params.activeLinkColor};
+    guiInks const& inks = chunk.marked ? params.onMark : plain;
     bool const isLink = chunk.link != guiTextChunk::kNoLink && !chunk.isLabel;
     if (isLink && job.cache && chunk.link == job.cache->hoveredLink)
-        return job.params.activeLinkColor;
+        return inks.activeLink;
     switch (chunk.ink) {
     case guiTextInk::kLink:
-        return job.params.linkColor;
+        return inks.link;
     case guiTextInk::kExplicit:
         return chunk.color;
     default:
-        return job.params.textColor;
+        return inks.text;
     }
 }
 
@@ -153,7 +155,8 @@ guiTextMeasures::extent layOut(drawing const& job)
         height += line.height();
         longest = std::max(longest, line.width());
     }
-    return {guiClampPixels(std::int64_t{longest} + 2 * kTextMargin), std::max(guiClampPixels(height), kSmallestHeight)};
+    return {guiClampPixels(std::int64_t{longest} + 2 * marginOf(job.params)),
+            std::max(guiClampPixels(height), kSmallestHeight)};
 }
 
 void clipToPainter(drawing& job)
@@ -178,7 +181,7 @@ int measureWidth(drawing const& job, int* widthOut)
 {
     guiTextMeasures* measures = job.cache ? &job.cache->measures : nullptr;
     std::optional<guiTextMeasures::extent> size;
-    bool const isUnbroken = job.box.width == std::numeric_limits<int>::max() - 2 * kTextMargin;
+    bool const isUnbroken = job.box.width == std::numeric_limits<int>::max() - 2 * marginOf(job.params);
     if (measures && isUnbroken)
         size = measures->preferred();
     if (!size) {
@@ -195,7 +198,7 @@ int measureHeight(drawing& job)
     guiTextMeasures* measures = job.cache ? &job.cache->measures : nullptr;
     if (!measures)
         return layOut(job).height;
-    int const nodeWidth = job.box.width + 2 * kTextMargin;
+    int const nodeWidth = job.box.width + 2 * marginOf(job.params);
     job.records = job.run.hasLinks() && measures->hotspotWidth != nodeWidth;
     std::optional<int> height = measures->heightFor(job.box.width);
     if (height && !job.records)
@@ -237,9 +240,10 @@ int drawNothing(int* widthOut, guiHtmlText::mx_t* cache, bool isHeight)
 bool showsNothing(QStringView text) { return text.isEmpty() || (text.size() == 1 && text.front() == u' '); }
 
 /// The text's own box, without the margins.
-guiRect innerBox(guiRect const& box)
+guiRect innerBox(guiRect const& box, textParams const& params)
 {
-    return {box.left + kTextMargin, box.width - 2 * kTextMargin, box.top, box.height};
+    int const margin = marginOf(params);
+    return {box.left + margin, box.width - 2 * margin, box.top, box.height};
 }
 
 } // namespace
@@ -254,15 +258,15 @@ int guiHtmlText::drawText(QPainter* painter, guiRect* box, sstring const& text, 
         return drawNothing(widthOut, cache, !painter && !widthOut);
     guiTextFont& font = guiTextFonts::of(params->font);
     if (!cache) {
-        guiTextRun const run(view, font, params->points, false);
-        drawing job{painter, innerBox(*box), view, *params, run, nullptr, false};
+        guiTextRun const run(view, font, params->points, false, params->scale);
+        drawing job{painter, innerBox(*box, *params), view, *params, run, nullptr, false};
         return measure(job, widthOut);
     }
     cache->measures.fontEpoch = 0;
     cache->text.setMeasured(false); // `text` may differ from the node's own
-    guiTextRun const& run = cache->measures.run(view, false, font, params->points);
+    guiTextRun const& run = cache->measures.run(view, false, font, params->points, params->scale);
     dropOldHotspots(*cache);
-    drawing job{painter, innerBox(*box), view, *params, run, cache, false};
+    drawing job{painter, innerBox(*box, *params), view, *params, run, cache, false};
     return measure(job, widthOut);
 }
 
@@ -273,9 +277,9 @@ int guiHtmlText::layOut(QPainter* painter, guiRect const& box, int* widthOut, gu
     QStringView const view = mx.text.view();
     if (showsNothing(view))
         return drawNothing(widthOut, &mx, !painter && !widthOut);
-    textParams const params = ownParams();
+    textParams const params = ownParams(painter != nullptr);
     guiTextRun const& run = ownRun(params);
-    drawing job{painter, innerBox(box), view, params, run, &mx, false};
+    drawing job{painter, innerBox(box, params), view, params, run, &mx, false};
     job.marker = marker;
     return measure(job, widthOut);
 }
@@ -283,8 +287,8 @@ int guiHtmlText::layOut(QPainter* painter, guiRect const& box, int* widthOut, gu
 /// The words of the node's own text.
 guiTextRun const& guiHtmlText::ownRun(textParams const& params)
 {
-    guiTextRun const& run =
-        mx.measures.run(mx.text.view(), mx.text.isMeasured(), guiTextFonts::of(params.font), params.points);
+    guiTextFont& font = guiTextFonts::of(params.font);
+    guiTextRun const& run = mx.measures.run(mx.text.view(), mx.text.isMeasured(), font, params.points, params.scale);
     dropOldHotspots(mx);
     mx.text.setMeasured();
     mx.measures.fontEpoch = guiLayoutRun::fontsAreChecked() ? guiFontEpoch::number() : 0;
@@ -297,10 +301,11 @@ bool guiHtmlText::forEachLine(guiLineVisitor const& visit)
     QStringView const view = mx.text.view();
     if (showsNothing(view))
         return false;
-    textParams const params = ownParams();
+    textParams const params = ownParams(false);
     guiTextRun const& run = ownRun(params);
     int const border = guiClampPixels(m.border);
-    drawing const job{nullptr, innerBox({border, m.rect.width - 2 * border, border, 0}), view, params, run, &mx, false};
+    drawing const job{nullptr, innerBox({border, m.rect.width - 2 * border, border, 0}, params), view, params, run, &mx,
+                      false};
     guiLineBreaker line(run, view, job.box.width);
     for (std::int64_t top = job.box.top; line.next(); top += line.height()) {
         int const left = job.box.left + alignedOffset(job, line.width());
@@ -313,20 +318,12 @@ bool guiHtmlText::forEachLine(guiLineVisitor const& visit)
 void guiHtmlText::forEachPiece(
     std::function<void(guiTextPiece const& piece, QRect const& place, QFont const& font)> const& use)
 {
-    assertOnGuiThread();
-    QStringView const view = mx.text.view();
-    if (showsNothing(view))
-        return;
-    textParams const params = ownParams();
-    guiTextRun const& run = mx.measures.run(view, mx.text.isMeasured(), guiTextFonts::of(params.font), params.points);
-    dropOldHotspots(mx);
-    guiRect const box = innerBox(boxForWidth(static_cast<unsigned long>(std::max(m.rect.width, 0))));
-    drawing const job{nullptr, box, view, params, run, &mx, false};
-    guiLineBreaker line(run, view, box.width);
-    for (int top = box.top; line.next(); top += line.height())
+    forEachLine([&use](guiLineBreaker const& line, guiTextRun const& run, QRect const& place) {
         for (guiTextPiece const& piece : line.pieces())
-            use(piece, {box.left + alignedOffset(job, line.width()) + piece.left, top, piece.width, line.height()},
+            use(piece, {place.left() + piece.left, place.top(), piece.width, place.height()},
                 run.chunks()[piece.chunk].font->font());
+        return false;
+    });
 }
 
 int fitTextInBox(QString const& text, QFontMetrics const& metrics, int width)

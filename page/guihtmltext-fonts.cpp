@@ -7,6 +7,7 @@
 #include "page/guilayoutcounters.h"
 
 #include <QCoreApplication>
+#include <QFontInfo>
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QHash>
@@ -339,22 +340,25 @@ guiTextFont& guiTextFonts::styled(guiTextFont& base, bool bold, bool italic)
 
 namespace {
 
-guiTextFont& makeFace(QString const& family, int points, bool normalize)
+guiTextFont& makeFace(QString const& family, int points, bool normalize, unsigned scale)
 {
     QFont font(family);
     if (normalize)
         normalizeFontHeight(font, points);
     else
         font.setPointSize(std::clamp(points, 1, kMaxPoints));
+    if (scale != kUnzoomed)
+        font.setPixelSize(std::clamp(guiZoomedLength(QFontInfo(font).pixelSize(), scale), 1, kMaxPoints));
     return guiTextFonts::of(font);
 }
 
 } // namespace
 
-guiTextFont& guiTextFonts::face(QString const& family, int points, bool normalize)
+guiTextFont& guiTextFonts::face(QString const& family, int points, bool normalize, unsigned scale)
 {
     assertOnGuiThread();
-    std::uint64_t const key = keyOf(family) * 31 + static_cast<std::uint64_t>(points) * 2 + (normalize ? 1 : 0);
+    std::uint64_t const size = static_cast<std::uint64_t>(points) * 2 + (normalize ? 1 : 0);
+    std::uint64_t const key = (keyOf(family) * 31 + size) * 31 + scale;
     fontTable& fonts = table();
     if (auto const found = fonts.faces.find(key); found != fonts.faces.end())
         return *found->second;
@@ -362,7 +366,7 @@ guiTextFont& guiTextFonts::face(QString const& family, int points, bool normaliz
         assert(!fonts.owned.empty());
         return *fonts.owned.front();
     }
-    guiTextFont& made = makeFace(family, points, normalize);
+    guiTextFont& made = makeFace(family, points, normalize, scale);
     table().faces.emplace(key, &made);
     return made;
 }

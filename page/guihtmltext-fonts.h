@@ -2,6 +2,8 @@
 // the whole process, and every word measured once per font. GUI thread.
 #pragma once
 
+#include "page/guizoomedlength.h"
+
 #include <QChar>
 #include <QFont>
 #include <QFontMetricsF>
@@ -23,6 +25,17 @@ int guiLineHeightFor(int points);
 int findFontHeight(QFont const& font, int points);
 /// Replaces the font by its family in normal weight, in the pixel size of findFontHeight().
 void normalizeFontHeight(QFont& font, int points);
+
+class guiHtml;
+
+/// Points of a page's text where nothing else is asked for.
+inline constexpr int kDefaultPoints = 10;
+/// The font that all others of a page derive from: the toolkit's default face, as large on every screen; with the
+/// system font asked for, the desktop's font as it is, and all sizes of the page in proportion to it. `points`: may be
+/// null.
+QFont guiPageFont(guiHtml const* root, int* points);
+/// What the texts of a node are scaled by.
+guiTextScale guiTextScaleOf(guiHtml const* node);
 
 /// A word, or one character of a long word, with the blanks after it. Four bytes, since a page of a megabyte has two
 /// hundred thousand of them.
@@ -136,8 +149,9 @@ namespace guiTextFonts {
 guiTextFont& of(QFont const& font);
 /// The font itself or its bold, italic or bold italic variant.
 guiTextFont& styled(guiTextFont& base, bool bold, bool italic);
-/// A face in normal weight; `normalize` sizes it by normalizeFontHeight() instead of the screen's resolution.
-guiTextFont& face(QString const& family, int points, bool normalize);
+/// A face in normal weight; `normalize` sizes it by normalizeFontHeight() instead of the screen's resolution. `scale`:
+/// percent of that size.
+guiTextFont& face(QString const& family, int points, bool normalize, unsigned scale = kUnzoomed);
 /// Forgets all fonts. Also runs when the application object is destroyed.
 void clear();
 /// Changes whenever clear() has made earlier references invalid.

@@ -23,9 +23,9 @@ public:
         int height = 0;
     };
 
-    /// The words of `text`. When text, font or points have changed, it measures them again and forgets all sizes.
-    /// `isSameText`: the caller knows that the text is the same as in the last call. `font` is not owned.
-    guiTextRun const& run(QStringView text, bool isSameText, guiTextFont& font, int points);
+    /// The words of `text`. When text, font, points or scale have changed, it measures them again and forgets all
+    /// sizes. `isSameText`: the caller knows that the text is the same as in the last call. `font` is not owned.
+    guiTextRun const& run(QStringView text, bool isSameText, guiTextFont& font, int points, guiTextScale scale = {});
     /// Whether run() was called.
     bool isMade() const { return m_font != nullptr; }
     bool hasLinks() const { return m_run.hasLinks(); }
@@ -49,13 +49,16 @@ public:
 private:
     static constexpr unsigned kWidths = 3;
 
+    static std::uint32_t sizesOf(int points, guiTextScale scale);
+    int margins() const;
+
     guiTextRun m_run;
     guiTextFont* m_font = nullptr;
     std::uint64_t m_textKey = 0;
     std::uint32_t m_generation = 0;
-    std::uint16_t m_points = 0;
-    std::uint8_t m_heightCount = 0;
-    std::uint8_t m_nextHeight = 0;
+    std::uint32_t m_sizes : 28 = 0; // points and scale
+    std::uint32_t m_heightCount : 2 = 0;
+    std::uint32_t m_nextHeight : 2 = 0;
     extent m_preferred{kNoWidth, 0};
     std::array<extent, kWidths> m_heights;
 };

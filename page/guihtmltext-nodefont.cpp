@@ -9,7 +9,9 @@
 
 #include <QApplication>
 #include <QFontInfo>
+#include <algorithm>
 #include <cassert>
+#include <cmath>
 
 namespace {
 
@@ -69,6 +71,41 @@ struct checkedRoot
     int points = 0;
 };
 
+/// Whether the page is in the desktop's font, which it asks for as a whole.
+bool isInSystemFont(guiHtml const* node)
+{
+    if (!node->m.useSystemFont)
+        return false;
+    while (node->m.parent)
+        node = node->m.parent;
+    return node->m.useSystemFont;
+}
+
+/// The desktop's font at a zoom in percent.
+QFont systemFont(unsigned zoom)
+{
+    QFont font = QApplication::font();
+    if (zoom != kUnzoomed)
+        font.setPixelSize(guiZoomedLength(QFontInfo(font).pixelSize(), zoom));
+    return font;
+}
+
+/// The desktop's size of text in percent of that of a page.
+unsigned systemScale() TARN_ON(velaGuiRole)
+{
+    constexpr unsigned kLeast = 25;
+    constexpr unsigned kMost = 400;
+    static QFont& known = *new QFont;
+    static unsigned scale = 0;
+    QFont const font = QApplication::font();
+    if (scale == 0 || font != known) {
+        known = font;
+        double const own = findFontHeight(font, kDefaultPoints);
+        scale = std::clamp(static_cast<unsigned>(std::lround(QFontInfo(font).pixelSize() * 100 / own)), kLeast, kMost);
+    }
+    return scale;
+}
+
 QFont applicationFont(int* points)
 {
     QFont const font = QApplication::font();
@@ -92,6 +129,23 @@ void guiFontEpoch::check(guiHtml* root)
     advance();
 }
 
+QFont guiPageFont(guiHtml const* root, int* points)
+{
+    assertOnGuiThread();
+    if (points)
+        *points = kDefaultPoints;
+    unsigned const zoom = root->m.zoom;
+    return root->m.useSystemFont ? systemFont(zoom)
+                                 : guiTextFonts::face(QApplication::font().family(), kDefaultPoints, true, zoom).font();
+}
+
+guiTextScale guiTextScaleOf(guiHtml const* node)
+{
+    assertOnGuiThread();
+    unsigned const zoom = node->m.zoom;
+    return {isInSystemFont(node) ? zoom * systemScale() / kUnzoomed : zoom, zoom};
+}
+
 // The root of a window overrides this: all other fonts derive from its font.
 QFont guiHtml::getDefaultFont(int* points)
 {
@@ -105,5 +159,6 @@ QFont guiHtml::getDefaultFont(int* points)
     int const size = request.points ? request.points : inherited;
     if (points)
         *points = size;
-    return guiTextFonts::face(request.face.isEmpty() ? font.family() : request.face, size, true).font();
+    QString const family = request.face.isEmpty() ? font.family() : request.face;
+    return guiTextFonts::face(family, size, true, guiTextScaleOf(this).font).font();
 }

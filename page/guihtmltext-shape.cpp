@@ -50,8 +50,14 @@ void guiTextRun::release::operator()(block* at) const { std::free(at); }
 class guiTextRun::builder
 {
 public:
-    builder(gathering& run, guiTextFont& font, int points, bool normalize)
-        : m_run(run), m_default(font), m_defaultPoints(points), m_normalize(normalize), m_face(&font), m_points(points)
+    builder(gathering& run, guiTextFont& font, int points, bool normalize, guiTextScale scale)
+        : m_run(run),
+          m_default(font),
+          m_defaultPoints(points),
+          m_normalize(normalize),
+          m_scale(scale),
+          m_face(&font),
+          m_points(points)
     {}
 
     void read(QStringView text);
@@ -72,11 +78,13 @@ private:
     void endLabel();
     bool isInLink() const { return m_link != guiTextChunk::kNoLink; }
     void endColor();
+    std::uint16_t indentOf(QStringView code) const;
 
     gathering& m_run;
     guiTextFont& m_default;
     int m_defaultPoints;
     bool m_normalize;
+    guiTextScale m_scale;
     guiTextFont* m_face; // without bold and italic
     int m_points;
     bool m_bold = false;
@@ -93,13 +101,13 @@ private:
     std::uint16_t m_breaks = 0;
 };
 
-guiTextRun::guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize)
+guiTextRun::guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize, guiTextScale scale)
 {
     assertOnGuiThread();
     ++guiLayoutCounters::runsShaped;
     gathering& found = theGathering();
     found.start();
-    builder(found, font, points, normalize).read(text);
+    builder(found, font, points, normalize, scale).read(text);
     std::size_t const chunkBytes = found.chunks.size() * sizeof(guiTextChunk);
     std::size_t const wordBytes = found.words.size() * sizeof(guiTextWord);
     m_block.reset(static_cast<block*>(std::malloc(sizeof(block) + chunkBytes + wordBytes)));
@@ -212,8 +220,8 @@ void guiTextRun::builder::setFont(QStringView code)
     guiFontRequest const request = guiReadFontRequest(code);
     if (request.points)
         m_points = request.points;
-    m_face =
-        &guiTextFonts::face(request.face.isEmpty() ? m_face->font().family() : request.face, m_points, m_normalize);
+    QString const family = request.face.isEmpty() ? m_face->font().family() : request.face;
+    m_face = &guiTextFonts::face(family, m_points, m_normalize, m_scale.font);
 }
 
 void guiTextRun::builder::resetFont()
@@ -251,12 +259,18 @@ void guiTextRun::builder::endColor()
     m_ink = guiTextInk::kText;
 }
 
+std::uint16_t guiTextRun::builder::indentOf(QStringView code) const
+{
+    constexpr int kMost = std::numeric_limits<std::uint16_t>::max();
+    return static_cast<std::uint16_t>(std::min(guiZoomedLength(guiReadIndent(code), m_scale.length), kMost));
+}
+
 void guiTextRun::builder::applyCode(QStringView code, qsizetype start)
 {
     guiTextCode const kind = guiReadTextCode(code);
     switch (kind) {
     case guiTextCode::kIndent:
-        m_indent = static_cast<std::uint16_t>(guiReadIndent(code));
+        m_indent = indentOf(code);
         break;
     case guiTextCode::kLineBreak:
         addBreak(start);

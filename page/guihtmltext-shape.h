@@ -51,8 +51,8 @@ public:
     /// A run without text.
     guiTextRun() = default;
     /// `font` (not owned) and `points` are the default font and its size. With `normalize`, faces named by codes get
-    /// the size of findFontHeight().
-    guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize);
+    /// the size of findFontHeight(). `scale` has been applied to the default font.
+    guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize, guiTextScale scale = {});
 
     std::span<guiTextChunk const> chunks() const
     {

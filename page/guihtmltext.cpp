@@ -25,20 +25,26 @@ guiHtml& guiHtmlText::operator=(guiHtml& other)
 
 guiHtml* guiHtmlText::Clone(guiHtml* parent) { return guiCloneNode(*this, parent); }
 
-textParams guiHtmlText::ownParams()
+/// Colours are chosen only for painting.
+textParams guiHtmlText::ownParams(bool isPainted)
 {
     textParams params;
     params.font = getDefaultFont(&params.points);
-    params.textColor = m.textColor;
-    params.linkColor = m.linkColor;
-    params.activeLinkColor = m.activeLinkColor;
     params.align = m.alignX;
+    params.scale = guiTextScaleOf(this);
+    if (isPainted) {
+        guiInks const inks = guiInksOf(this);
+        params.textColor = inks.text;
+        params.linkColor = inks.link;
+        params.activeLinkColor = inks.activeLink;
+        params.onMark = {guiColor::Black, m.linkColor, m.activeLinkColor};
+    }
     return params;
 }
 
 int guiHtmlText::paintText(QPainter* painter, guiRect* box, sstring const& text, int* widthOut)
 {
-    textParams const params = ownParams();
+    textParams const params = ownParams(painter != nullptr);
     return drawText(painter, box, text, &params, widthOut, &mx);
 }
 
@@ -70,7 +76,7 @@ int guiHtmlText::getHeightEstimate(unsigned long width)
     ++guiLayoutCounters::heightQueries;
     guiRect const box = boxForWidth(width);
     if (isFontKnown() && !mx.measures.hasLinks())
-        if (std::optional<int> const known = mx.measures.heightFor(box.width - 2 * kTextMargin))
+        if (std::optional<int> const known = mx.measures.heightFor(box.width - 2 * scaled(kTextMargin)))
             return *known;
     return layOut(nullptr, box, nullptr);
 }

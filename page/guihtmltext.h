@@ -9,6 +9,7 @@
 #include "page/guihtml.h"
 #include "page/guihtmltext-buffer.h"
 #include "page/guihtmltext-measure.h"
+#include "page/guiinks.h"
 
 #include <QFont>
 #include <functional>
@@ -27,10 +28,12 @@ using guiLineVisitor = std::function<bool(guiLineBreaker const& line, guiTextRun
 struct textParams
 {
     QFont font;                                     ///< without codes
-    int points = 10;                                ///< its size
+    int points = kDefaultPoints;                    ///< its size
+    guiTextScale scale;                             ///< has been applied to the font
     guiColor textColor = guiColor::Black;           //
     guiColor linkColor = guiColor::BrightBlue;      //
     guiColor activeLinkColor = guiColor::BrightRed; ///< of the hovered link
+    guiInks onMark;                                 ///< the same on the ground of a marking pen
     guiAlignment align = kAlignLeft;                ///< of each line
 };
 
@@ -111,7 +114,7 @@ public:
 private:
     int layOut(QPainter* painter, guiRect const& box, int* widthOut, guiTextMarker const* marker = nullptr);
     guiTextRun const& ownRun(textParams const& params);
-    textParams ownParams();
+    textParams ownParams(bool isPainted);
     bool isFontKnown() const;
     guiRect boxForWidth(unsigned long width) const;
     unsigned linkAt(int x, int y) const;

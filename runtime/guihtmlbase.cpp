@@ -401,10 +401,7 @@ QFont guiHtmlBase::getDefaultFont(int* points)
 {
     if (getParent())
         return guiHtml::getDefaultFont(points);
-    QFont const system = QApplication::font();
-    if (points)
-        *points = m.useSystemFont ? std::max(1, QFontInfo(system).pointSize()) : kDefaultPoints;
-    return m.useSystemFont ? system : guiTextFonts::face(system.family(), kDefaultPoints, true).font();
+    return guiPageFont(this, points);
 }
 
 void guiHtmlBase::shutdownEnter()

@@ -136,9 +136,6 @@ public:
     QWidget* getStatusBar() const override;
     int getStatusHeight() override;
     void setFindBar(QWidget* bar) override;
-    /// Points of a page's text where nothing else is asked for.
-    static constexpr int kDefaultPoints = 10;
-
     /// Before and after a call into script made for this page: the page and the component stay alive in between. A
     /// surplus shutdownLeave() does nothing. Any thread.
     void shutdownEnter();

@@ -17,6 +17,7 @@
 #include "script/guiwindow.h"
 
 #include <QCursor>
+#include <algorithm>
 #include <optional>
 
 namespace {
@@ -147,6 +148,25 @@ void guiWindow_useSystemFont_qt(LibManager&, ScriptPrivate* data, ScriptObject*,
     guiHtmlBase* root = rootOf(data);
     if (std::optional<int> on = switchArgument(args); on && root)
         root->setUseSystemFont(*on);
+}
+
+// In percent.
+void guiWindow_readZoom_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    result.setNull();
+    guiHtmlBase const* root = rootOf(data);
+    if (args.count() == 0)
+        result.setInt(static_cast<int>(root ? root->getZoom() : unsigned{kUnzoomed}));
+}
+
+void guiWindow_writeZoom_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    result.setNull();
+    guiHtmlBase* root = rootOf(data);
+    if (root && args.count() == 1 && args.get(0)->isNumber())
+        root->setZoom(static_cast<unsigned>(std::max(args.get(0)->toInt(0), 0)));
 }
 
 void guiWindow_setTitle_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)

@@ -33,6 +33,8 @@ constexpr ScriptMethod guiWindow_setMaximumSize_script = guiCallOnGuiThread<guiW
 constexpr ScriptMethod guiWindow_setDefaultSize_script = guiCallOnGuiThread<guiWindow_setDefaultSize_qt>;
 constexpr ScriptMethod guiWindow_setResizable_script = guiCallOnGuiThread<guiWindow_setResizable_qt>;
 constexpr ScriptMethod guiWindow_useSystemFont_script = guiCallOnGuiThread<guiWindow_useSystemFont_qt>;
+constexpr ScriptMethod guiWindow_readZoom_script = guiCallOnGuiThread<guiWindow_readZoom_qt>;
+constexpr ScriptMethod guiWindow_writeZoom_script = guiCallOnGuiThread<guiWindow_writeZoom_qt>;
 constexpr ScriptMethod guiWindow_setTitle_script = guiCallOnGuiThread<guiWindow_setTitle_qt>;
 constexpr ScriptMethod guiWindow_setIcon_script = guiCallOnGuiThread<guiWindow_setIcon_qt>;
 constexpr ScriptMethod guiWindow_getTitle_script = guiCallOnGuiThread<guiWindow_getTitle_qt>;
@@ -215,6 +217,8 @@ constexpr guiScriptMethod kExtensionMethods[] = {
     {"setIcon", guiWindow_setIcon_script},
     {"getSelection", guiWindow_getSelection_script},
     {"findText", guiWindow_findText_script},
+    {"readZoom", guiWindow_readZoom_script},
+    {"writeZoom", guiWindow_writeZoom_script},
 };
 
 } // namespace

@@ -27,7 +27,7 @@ struct guiWindowData
 int guiWindow_onConfigure(ScriptClass& scriptClass);
 
 /// Declares what hosts with properties and promises need besides: "getForm", "readForm", "writeForm", "isFormValid",
-/// "startShow", "getReturnValue". Always 1. Any thread.
+/// "startShow", "getReturnValue", "readZoom", "writeZoom" and others. Always 1. Any thread.
 int guiWindow_onConfigureExtension(ScriptClass& scriptClass);
 
 /// The record in a private slot, null when there is none or it has no tag.

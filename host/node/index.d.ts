@@ -219,8 +219,15 @@ export class GuiWindow<Values extends object = Form> {
     setDefaultSize(width: number, height: number): null;
     /** `setResizable(false)` fixes the window at its size. */
     setResizable(resizable?: boolean | number): null;
-    /** `useSystemFont(true)` shows the page in the desktop's font and size. */
+    /** `useSystemFont(true)` shows the page in the desktop's font and size, headings and other sizes in proportion. */
     useSystemFont(use?: boolean | number): null;
+    /**
+     * How large the page is shown, 0.5 to 3; 1 is as it is written. The user changes it with Ctrl and plus, minus, 0 or the wheel.
+     * Hundredths count. The window keeps its size: `window.zoom = 1.25`.
+     *
+     * @throws TypeError for anything but a number in that range.
+     */
+    zoom: number;
     /** What a page does that is larger than the window: `window.setSizePolicy(GuiSizePolicy.SCROLL)`. */
     setSizePolicy(policy: SizePolicy): null;
     getSizePolicy(): SizePolicy;

@@ -45,13 +45,13 @@ let screen;
 
 /** The area of the screen with this colour, once it has stopped moving. */
 async function areaOf(colour) {
-    let before = null;
+    let last = null;
     for (const end = Date.now() + 15000; Date.now() < end; await sleep(100)) {
         const area = await findColour(screen, 1000, 800, colour);
-        if (area !== null && JSON.stringify(area) === before) {
+        if (area !== null && JSON.stringify(area) === last) {
             return area;
         }
-        before = JSON.stringify(area);
+        last = JSON.stringify(area);
     }
     throw new Error(`nothing on the screen is ${colour}`);
 }
@@ -140,16 +140,16 @@ test('a modal window says whose it is, so that the compositor can place it over 
 });
 
 test('a divider is dragged', async () => {
-    const before = await areaOf(ground.left);
-    const y = Math.round((before.top + before.bottom) / 2);
-    await xdotool('mousemove', '--window', screen, before.right + 3 * scale, y);
+    const start = await areaOf(ground.left);
+    const y = Math.round((start.top + start.bottom) / 2);
+    await xdotool('mousemove', '--window', screen, start.right + 3 * scale, y);
     await xdotool('mousedown', 1);
     for (const moved of [10, 30, 50, 60]) {
-        await xdotool('mousemove', '--window', screen, before.right + (3 + moved) * scale, y);
+        await xdotool('mousemove', '--window', screen, start.right + (3 + moved) * scale, y);
         await sleep(50);
     }
     await xdotool('mouseup', 1);
-    await until(async () => (await areaOf(ground.left)).right >= before.right + 50 * scale);
+    await until(async () => (await areaOf(ground.left)).right >= start.right + 50 * scale);
 });
 
 test('texts go through the clipboard both ways', async () => {

@@ -34,9 +34,7 @@ public:
     {
         if (getParent())
             return guiHtml::getDefaultFont(points);
-        if (points)
-            *points = kPoints;
-        return guiTextFonts::face(QApplication::font().family(), kPoints, true).font();
+        return guiPageFont(this, points);
     }
 
     void setTitle(sstring const& text) override { title = text; }

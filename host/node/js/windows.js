@@ -3,13 +3,15 @@
 
 const { callerFolder } = require('./callerfolder.js');
 const { formOf } = require('./forms.js');
+const { describe } = require('./kinds.js');
 const { native, classes } = require('./native.js');
 const { checkOptions } = require('./options.js');
 const { loadText, pageArguments, requirePage } = require('./pages.js');
 
 const prototype = classes.GuiWindow.prototype;
-const { findText, getReturnValue, getSelection, startShow } = prototype;
-['findText', 'getReturnValue', 'getSelection', 'startShow'].forEach((name) => delete prototype[name]); // for this package alone
+const { findText, getReturnValue, getSelection, readZoom, startShow, writeZoom } = prototype;
+// For this package alone.
+['findText', 'getReturnValue', 'getSelection', 'readZoom', 'startShow', 'writeZoom'].forEach((name) => delete prototype[name]);
 
 const findOptions = { next: 'boolean', previous: 'boolean', case: 'boolean' };
 
@@ -35,6 +37,9 @@ function whenClosed(window) {
 /** How many calls of show() may wait inside each other: each takes its part of the interpreter's stack. */
 const deepestShow = 50;
 let waitingShows = 0;
+
+const leastZoom = 0.5;
+const mostZoom = 3;
 
 class GuiWindow extends classes.GuiWindow {
     #form = null;
@@ -72,6 +77,17 @@ class GuiWindow extends classes.GuiWindow {
         const caller = 'GuiWindow.find(text, options)';
         const { next, previous, case: matchCase } = checkOptions(caller, options, findOptions, this.find);
         return findText.call(this, text, matchCase === true, previous === true ? -1 : Number(next === true));
+    }
+
+    get zoom() {
+        return readZoom.call(this) / 100;
+    }
+
+    set zoom(factor) {
+        if (typeof factor !== 'number' || !(factor >= leastZoom && factor <= mostZoom)) {
+            throw new TypeError(`GuiWindow.zoom: expected a number from ${leastZoom} to ${mostZoom}, not ${describe(factor)}`);
+        }
+        writeZoom.call(this, Math.round(factor * 100));
     }
 
     show(...args) {

@@ -28,6 +28,8 @@ same<typeof window.setMaximumSize, (width: number, height: number) => null>(true
 same<typeof window.setDefaultSize, (width: number, height: number) => null>(true);
 same<typeof window.setResizable, (resizable?: boolean | number) => null>(true);
 same<typeof window.useSystemFont, (use?: boolean | number) => null>(true);
+same<typeof window.zoom, number>(true);
+window.zoom = 1.5;
 same<typeof window.setTitle, (title: string) => null>(true);
 same<typeof window.getTitle, () => string>(true);
 same<typeof window.setIcon, (file: string | URL) => null>(true);
@@ -101,6 +103,8 @@ window.setDefaultSize(1, 2, 3);
 window.setResizable('no');
 // @ts-expect-error: too many
 window.useSystemFont(true, false);
+// @ts-expect-error: no number
+window.zoom = '2';
 // @ts-expect-error: no text
 window.setTitle(3);
 // @ts-expect-error: too many
