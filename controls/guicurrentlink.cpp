@@ -1,7 +1,7 @@
 // controls/guicurrentlink.cpp: see guicurrentlink.h.
 #include "controls/guicurrentlink.h"
 
-#include "controls/guipageaccess.h"
+#include "controls/guipagelistener.h"
 #include "page/guihtmlsheet.h"
 #include "page/guiqrect.h"
 #include "page/guisavedpainter.h"
@@ -18,10 +18,11 @@ constexpr int kAway = 1; // pixels between the pieces and the middle of the line
 /// What the panes around the node show of it, and a little more, so that the ring around a piece at its edge is whole.
 QRect viewOf(guiHtml* node)
 {
+    constexpr int kRing = kAway + kThickness;
     guiHtml* const pane = node->getParent();
     guiRect clip;
     (pane ? pane : node)->getClipRect(&clip);
-    return guiToQRect(clip);
+    return guiToQRect(clip).adjusted(-kRing, -kRing, kRing, kRing);
 }
 
 } // namespace
@@ -39,10 +40,11 @@ void guiCurrentLink::take(guiLinkPlace const& link, Qt::FocusReason reason)
     repaint();
     m_node.emplace(link.node);
     m_place = link.place;
+    m_hasRing = reason != Qt::MouseFocusReason;
     repaint();
     m_window.setFocus(reason);
     if (get() == link)
-        guiTellLinkFocus(link);
+        guiCurrentPageListener().onLinkFocus(link);
 }
 
 void guiCurrentLink::drop()
@@ -51,11 +53,14 @@ void guiCurrentLink::drop()
     m_node.reset();
 }
 
-bool guiCurrentLink::follow() const
+bool guiCurrentLink::follow()
 {
     std::optional<guiLinkPlace> const link = get();
-    if (link)
+    if (link) {
+        m_hasRing = true;
+        repaint();
         link->node->followLinkAt(link->place);
+    }
     return link.has_value();
 }
 
@@ -89,7 +94,7 @@ void guiCurrentLink::repaint() const
 void guiCurrentLink::paint(QPainter& painter) const
 {
     std::optional<guiLinkPlace> const link = get();
-    if (!link)
+    if (!link || !m_hasRing)
         return;
     guiSavedPainter const saved(painter);
     painter.setClipRect(viewOf(link->node), Qt::IntersectClip);

@@ -2,8 +2,8 @@
 // and screen readers hear of it. Tab makes a link the current one (guitabstops.h), or a click.
 #pragma once
 
+#include "controls/guilinkplace.h"
 #include "foundation/vela-threadrole.h"
-#include "page/guihtml.h"
 #include "page/guinodewatch.h"
 
 #include <QPainterPath>
@@ -12,15 +12,6 @@
 
 class QPainter;
 class QWidget;
-
-/// One of the links of a node, see guiHtml::findLinks().
-struct guiLinkPlace
-{
-    guiHtml* node = nullptr; ///< not owned
-    unsigned place = guiHtml::kNoLink;
-
-    bool operator==(guiLinkPlace const&) const = default;
-};
 
 /// At most one for each window, and none while a control has the keyboard. GUI thread.
 class guiCurrentLink
@@ -31,12 +22,13 @@ public:
 
     /// None once its node is gone, put away or disabled.
     std::optional<guiLinkPlace> get() const;
-    /// Makes the link the current one and gives its window's page the keyboard. May run script.
+    /// Makes the link the current one and gives its window's page the keyboard. The ring is for those who use keys:
+    /// after a click there is none before the first key. May run script.
     void take(guiLinkPlace const& link, Qt::FocusReason reason) TARN_ON(velaGuiRole);
     /// From now on there is none.
     void drop() TARN_ON(velaGuiRole);
     /// Does what a click does; false when there is none. Runs script.
-    bool follow() const TARN_ON(velaGuiRole);
+    bool follow() TARN_ON(velaGuiRole);
     /// Draws the ring, in coordinates of the window.
     void paint(QPainter& painter) const TARN_ON(velaGuiRole);
 
@@ -48,4 +40,5 @@ private:
     QWidget& m_window;
     std::optional<guiNodeWatch> m_node; // of the link; none: there is no link
     unsigned m_place = guiHtml::kNoLink;
+    bool m_hasRing = false;
 };

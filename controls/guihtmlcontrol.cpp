@@ -6,7 +6,7 @@
 #include "controls/guieventscope.h"
 #include "controls/guilatewidgets.h"
 #include "controls/guimistakemark.h"
-#include "controls/guipageaccess.h"
+#include "controls/guipagelistener.h"
 #include "controls/guititle.h"
 #include "controls/guiwidget.h"
 #include "controls/guizoomstyle.h"
@@ -190,8 +190,7 @@ void guiHtmlControl::finishWidget(QWidget* widget)
     if (m_content.labelKey != 0)
         listenToLabelKey(widget);
     placeInClip(widget);
-    guiForgetAccess(this);
-    guiNameForReaders(this);
+    guiCurrentPageListener().onWidget(this);
     if (m_late.isAwaiting)
         arrive();
     widget->installEventFilter(getWindow());

@@ -6,9 +6,11 @@
 #include "controls/guiclipper.h"
 #include "controls/guilinkaccess.h"
 #include "controls/guinodeaccess.h"
+#include "controls/guipagelistener.h"
 #include "controls/guitextaccess.h"
 #include "controls/guiwidget.h"
 #include "controls/guiwindowaccess.h"
+#include "foundation/vela-threadrole.h"
 #include "page/guihtmltext-places.h"
 #include "page/guihtmltext.h"
 #include "page/guipageroot.h"
@@ -150,29 +152,6 @@ QWidget* widgetToRead(guiHtml* node)
 
 } // namespace
 
-void guiOfferPageAccess()
-{
-    assertOnGuiThread();
-    QAccessible::installFactory(makeForWidget); // which knows it only once
-    guiHtml::setEndListener(forget);
-}
-
-void guiForgetAccess(guiHtml* node)
-{
-    if (node->m.hasListener)
-        forget(node);
-}
-
-void guiForgetPageAccess(guiHtml* page)
-{
-    std::vector<guiHtml*> nodes;
-    for (auto const& each : known())
-        if (topOf(each.first) == page)
-            nodes.push_back(each.first);
-    for (guiHtml* node : nodes)
-        forget(node);
-}
-
 QAccessibleInterface* guiAccessOf(guiHtml* node)
 {
     assertOnGuiThread();
@@ -242,25 +221,61 @@ void guiListenToPageAccess(std::function<void(QAccessibleEvent const& event)> he
     listener() = std::move(heard);
 }
 
-void guiTellNewContent(guiHtml* node)
-{
-    if (!isAnyoneListening() || !node->getTopLevelWidget())
-        return;
-    QAccessibleInterface* const object = guiAccessOf(node);
-    tell(object, QAccessible::ObjectReorder);
-    if (!node->getParent())
-        tell(object, QAccessible::DocumentLoadComplete);
-}
+namespace {
 
-void guiNameForReaders(guiHtml* control)
+/// Tells screen readers, if there are any.
+class teller : public guiPageListener
 {
-    QWidget* const widget = control && QAccessible::isActive() ? widgetToRead(control) : nullptr;
-    if (widget)
-        guiNameWidget(control, widget);
-}
+public:
+    void onNewContent(guiHtml* node) override
+    {
+        if (!isAnyoneListening() || !node->getTopLevelWidget())
+            return;
+        QAccessibleInterface* const object = guiAccessOf(node);
+        tell(object, QAccessible::ObjectReorder);
+        if (!node->getParent())
+            tell(object, QAccessible::DocumentLoadComplete);
+    }
 
-void guiTellLinkFocus(guiLinkPlace const& link)
+    void onLinkFocus(guiLinkPlace const& link) override
+    {
+        if (isAnyoneListening())
+            tell(guiAccessOf(link), QAccessible::Focus);
+    }
+
+    void onControlFocus(guiHtml* control) override
+    {
+        QWidget* const widget = control && QAccessible::isActive() ? widgetToRead(control) : nullptr;
+        if (widget)
+            guiNameWidget(control, widget);
+    }
+
+    /// The control's own object goes.
+    void onWidget(guiHtml* control) override
+    {
+        if (control->m.hasListener)
+            forget(control);
+        onControlFocus(control);
+    }
+
+    void onUnbound(guiHtml* page) override
+    {
+        std::vector<guiHtml*> nodes;
+        for (auto const& each : known())
+            if (topOf(each.first) == page)
+                nodes.push_back(each.first);
+        for (guiHtml* node : nodes)
+            forget(node);
+    }
+};
+
+} // namespace
+
+void guiOfferPageAccess()
 {
-    if (isAnyoneListening())
-        tell(guiAccessOf(link), QAccessible::Focus);
+    assertOnGuiThread();
+    static teller reader;
+    QAccessible::installFactory(makeForWidget); // which knows it only once
+    guiHtml::setEndListener(forget);
+    guiSetPageListener(&reader);
 }

@@ -4,16 +4,13 @@
 // node.
 #pragma once
 
-#include "controls/guicurrentlink.h"
-#include "foundation/vela-threadrole.h"
+#include "controls/guilinkplace.h"
 
 #include <QAccessible>
 #include <functional>
 #include <vector>
 
-class guiHtml;
-
-/// From now on the toolkit knows what screen readers see of pages. GUI thread.
+/// From now on the toolkit knows what screen readers see of pages, and they hear of what happens to them. GUI thread.
 void guiOfferPageAccess();
 
 /// The object of a node, made on the first call; of a control that has one, its widget's. Null for null. GUI thread.
@@ -27,16 +24,5 @@ std::vector<guiHtml*> guiNodesToRead(guiHtml* node);
 /// Whether the object is that of the node, without making any.
 bool guiIsAccessOf(QAccessibleInterface const* object, guiHtml* node);
 
-/// The node's own object goes, if there is one: its widget stands for it from now on.
-void guiForgetAccess(guiHtml* node);
-/// The objects of all nodes of a page go, which is in no window any more.
-void guiForgetPageAccess(guiHtml* page);
-
 /// Takes what screen readers are told, also where there are none, as in tests; empty: they are told again. GUI thread.
 void guiListenToPageAccess(std::function<void(QAccessibleEvent const& event)> listener);
-
-/// If there are readers, gives the widget of a control its name before they hear of it. Null is allowed.
-void guiNameForReaders(guiHtml* control);
-/// Tells screen readers, if there are any, that a node's content is new, and that a link has got the keyboard.
-void guiTellNewContent(guiHtml* node);
-void guiTellLinkFocus(guiLinkPlace const& link);

@@ -3,6 +3,7 @@
 #include "controls/guiwidget.h"
 #include "page/guiinks.h"
 #include "page/guipageroot.h"
+#include "page/guizoom.h"
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -54,7 +55,7 @@ bool guiWidget::zoomByKey(QKeyEvent const& event)
     guiPageRoot* const page = livePage();
     std::optional<unsigned> const wanted = page ? zoomFor(event, page->getZoom()) : std::nullopt;
     if (wanted)
-        page->setZoom(*wanted);
+        guiZoomPage(*page, *wanted);
     return wanted.has_value();
 }
 
@@ -71,7 +72,7 @@ bool guiWidget::zoomByWheel(QWheelEvent const& event)
     if (std::abs(m_zoomTurn) >= kNotch) {
         int const step = m_zoomTurn > 0 ? 1 : -1;
         m_zoomTurn = 0;
-        livePage()->setZoom(nextZoom(livePage()->getZoom(), step));
+        guiZoomPage(*livePage(), nextZoom(livePage()->getZoom(), step));
     }
     return true;
 }
@@ -103,6 +104,6 @@ void guiWidget::followDesktop()
     bool const isOtherFont = font != m_desktopFont;
     m_desktopFont = font;
     if (livePage() && isOtherFont)
-        livePage()->refreshLook();
+        guiRefreshLook(*livePage());
     update();
 }

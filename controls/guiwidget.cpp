@@ -9,7 +9,7 @@
 #include "controls/guifind.h"
 #include "controls/guifindbar.h"
 #include "controls/guihtmlcustom.h"
-#include "controls/guipageaccess.h"
+#include "controls/guipagelistener.h"
 #include "controls/guiscrollkeys.h"
 #include "controls/guitabkeys.h"
 #include "controls/guitabstops.h"
@@ -150,7 +150,6 @@ guiWidget::guiWidget(QWidget* parent, char const* name, int modal, Qt::WindowFla
     setAttribute(Qt::WA_StaticContents);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
-    guiOfferPageAccess();
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget* from, QWidget* to) {
         assertOnGuiThread();
         onFocusChanged(from, to);
@@ -167,13 +166,14 @@ guiWidget::~guiWidget()
 
 void guiWidget::unbind()
 {
+    assertOnGuiThread();
     guiPageRoot* bound = htmlBase;
     htmlBase = nullptr;
     hoverNode = nullptr;
     m_pressed = nullptr;
     m_currentLink.drop();
     if (bound)
-        guiForgetPageAccess(bound);
+        guiCurrentPageListener().onUnbound(bound);
     if (bound)
         guiControlHost::current().onClose(this, bound);
 }
@@ -529,7 +529,7 @@ void guiWidget::onFocusChanged(QWidget* from, QWidget* to)
     guiEventScope scope;
     guiHtml* const left = from && isAncestorOf(from) ? nodeOf(from) : nullptr;
     guiHtml* const entered = to && isAncestorOf(to) ? nodeOf(to) : nullptr;
-    guiNameForReaders(entered);
+    guiCurrentPageListener().onControlFocus(entered);
     if (left == entered)
         return;
     guiNodeWatch const next(entered);

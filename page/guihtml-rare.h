@@ -4,7 +4,7 @@
 
 #include "page/guihtml.h"
 #include "page/guipicture.h"
-#include "page/guizoom.h"
+#include "page/guiunzoomed.h"
 
 #include <memory>
 #include <string>

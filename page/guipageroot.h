@@ -29,12 +29,8 @@ public:
     /// Whether the page has lost its window and its script for good, and only waits to be deleted.
     virtual bool isReleased() const { return false; }
 
-    /// Shows the page larger or smaller, in percent within kLeastZoom and kMostZoom; pages that are loaded later are
-    /// shown so too. What stands at the upper edge of a part that is scrolled stays there.
-    void setZoom(unsigned percent);
+    /// What the page is shown larger or smaller by, in percent (guizoom.h).
     unsigned getZoom() const { return m.zoom; }
-    /// Tells every node that the look has changed (guiHtml::onLookChange()), and lays the page out.
-    void refreshLook();
 
     // ---- Properties of the window that a page sets; sizes in pixels, 0 keeps the old value ----
 

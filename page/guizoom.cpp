@@ -3,10 +3,16 @@
 
 #include "foundation/vela-threadrole.h"
 #include "page/guifontepoch.h"
+#include "page/guihtml.h"
 #include "page/guihtmlsize.h"
+#include "page/guinodewatch.h"
+#include "page/guipageroot.h"
+#include "page/guiunzoomed.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <list>
 #include <utility>
 
 namespace {
@@ -70,6 +76,44 @@ void rescale(guiHtml::fields_t& fields, guiUnzoomed& known, unsigned to)
     fields.padding = static_cast<std::uint16_t>(std::clamp(at(known.padding, fields.padding), 0, kMost));
 }
 
+void tellAll(guiHtml* node)
+{
+    node->onLookChange();
+    for (guiHtml* child : guiNodesOf(node))
+        tellAll(child);
+}
+
+/// A scrolled node, and where its view begins.
+struct scrolledPlace
+{
+    scrolledPlace(guiHtml* node, double above) : scrolled(node), share(above) {}
+
+    guiNodeWatch scrolled;
+    double share; // of the height of the content that is above the view
+};
+
+/// How high what a node scrolls is, in pixels.
+double contentHeight(guiHtml* node)
+{
+    guiHtml::scroll_t const& scroll = node->getScroll();
+    return std::max(1.0, static_cast<double>(scroll.rangeY) + node->m.rect.height);
+}
+
+void findPlaces(guiHtml* node, std::list<scrolledPlace>& found)
+{
+    if (node->isScrolled() && node->getScroll().posY != 0)
+        found.emplace_back(node, node->getScroll().posY / contentHeight(node));
+    for (guiHtml* child : guiNodesOf(node))
+        findPlaces(child, found);
+}
+
+void scrollTo(scrolledPlace const& place)
+{
+    guiHtml* const node = place.scrolled.get();
+    if (node && node->isScrolled())
+        node->onScrollY(static_cast<int>(std::lround(place.share * contentHeight(node))));
+}
+
 } // namespace
 
 void guiZoomNode(guiHtml* node, unsigned percent)
@@ -96,4 +140,29 @@ void guiZoomTree(guiHtml* node, unsigned percent)
     guiZoomNode(node, percent);
     for (guiHtml* child : guiNodesOf(node))
         guiZoomTree(child, percent);
+}
+
+void guiRefreshLook(guiPageRoot& page)
+{
+    assertOnGuiThread();
+    guiFontEpoch::advance();
+    guiLayoutRun::startAnew();
+    tellAll(&page);
+    page.updateLayout(1);
+}
+
+void guiZoomPage(guiPageRoot& page, unsigned percent)
+{
+    assertOnGuiThread();
+    unsigned const wanted = std::clamp<unsigned>(percent, kLeastZoom, kMostZoom);
+    if (wanted == page.m.zoom)
+        return;
+    std::list<scrolledPlace> places;
+    findPlaces(&page, places);
+    guiNodeWatch const self(&page);
+    guiZoomTree(&page, wanted);
+    guiRefreshLook(page);
+    for (scrolledPlace const& place : places)
+        if (self.alive())
+            scrollTo(place);
 }

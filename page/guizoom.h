@@ -2,25 +2,17 @@
 // nodes make of fonts is scaled with the fonts (guihtmltext-nodefont.cpp).
 #pragma once
 
-#include "page/guihtml.h"
+class guiHtml;
+class guiPageRoot;
 
-/// The lengths of a node as its page gives them, in pixels, beside what they were scaled to. A length that is another
-/// one by now was set meanwhile, at the zoom of then.
-struct guiUnzoomed
-{
-    /// A length as it is written, and scaled.
-    struct length
-    {
-        int written = 0;
-        int shown = 0;
-    };
-
-    length cxMin, cyMin, x, y, space, divide, border, padding;
-    bool isMadeToScroll = false; ///< a page that would not scroll, but is larger than its window now
-};
+/// Shows the page larger or smaller, in percent within kLeastZoom and kMostZoom; pages that are loaded later are shown
+/// so too. What stands at the upper edge of a part that is scrolled stays there. GUI thread, like all of these.
+void guiZoomPage(guiPageRoot& page, unsigned percent);
+/// Tells every node that the look has changed (guiHtml::onLookChange()), and lays the page out.
+void guiRefreshLook(guiPageRoot& page);
 
 /// Scales the lengths of the node and of everything below it; `percent` is kLeastZoom to kMostZoom. Nodes that have
-/// this zoom already keep their lengths. GUI thread.
+/// this zoom already keep their lengths.
 void guiZoomTree(guiHtml* node, unsigned percent);
 /// The same for the node alone, whose children are about to be replaced.
 void guiZoomNode(guiHtml* node, unsigned percent);

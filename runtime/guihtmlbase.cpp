@@ -2,7 +2,7 @@
 #include "runtime/guihtmlbase.h"
 
 #include "controls/guinodeicon.h"
-#include "controls/guipageaccess.h"
+#include "controls/guipagelistener.h"
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
 #include "foundation/vela-qt.h"
@@ -136,7 +136,7 @@ bool guiHtmlBase::isCalling() const
 
 void guiHtmlBase::startElements(guiHtml* node)
 {
-    guiTellNewContent(node);
+    guiCurrentPageListener().onNewContent(node);
     guiElements_start(*this, node);
 }
 

@@ -2,6 +2,7 @@
 #include "runtime/guithread.h"
 
 #include "controls/guiowntexts.h"
+#include "controls/guipageaccess.h"
 #include "controls/guiwidget.h"
 #include "foundation/threading.h"
 #include "foundation/vela-error.h"
@@ -297,6 +298,7 @@ void guiThread::startApplication()
     guiToolkitMessages_start([this] { pevent_set(m_f.started); });
     m_f.app = new guiApplication(argumentCount, arguments);
     guiStartLanguages(*m_f.app);
+    guiOfferPageAccess();
     guiToolkitMessages_started([] { return pGUI && pGUI->getPlatform()->displayLost(); });
     guiCloseRequest_watch(*m_f.app); // its filter comes behind the next one, which takes what was posted
     m_f.app->installEventFilter(m_f.filter);

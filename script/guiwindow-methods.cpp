@@ -10,6 +10,7 @@
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guipagetext.h"
+#include "page/guizoom.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
 #include "script/guimissingcontrol.h"
@@ -166,7 +167,7 @@ void guiWindow_writeZoom_qt(LibManager&, ScriptPrivate* data, ScriptObject*, Scr
     result.setNull();
     guiHtmlBase* root = rootOf(data);
     if (root && args.count() == 1 && args.get(0)->isNumber())
-        root->setZoom(static_cast<unsigned>(std::max(args.get(0)->toInt(0), 0)));
+        guiZoomPage(*root, static_cast<unsigned>(std::max(args.get(0)->toInt(0), 0)));
 }
 
 void guiWindow_setTitle_qt(LibManager&, ScriptPrivate* data, ScriptObject*, ScriptArgs& args, ScriptValue& result)

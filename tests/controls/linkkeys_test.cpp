@@ -199,8 +199,10 @@ TEST(LinkKeys, AClickMakesALinkTheCurrentOneAndAClickBesideTakesItAway)
     EXPECT_EQ(page.at(), "");
     page.click(place);
     EXPECT_EQ(page.at(), "link one");
+    EXPECT_EQ(page.ringIn(page.widget()->rect()), 0) << "who has a mouse knows where it is";
     EXPECT_EQ(page.host.opened, List{"http://one"});
     page.press(Qt::Key_Return);
+    EXPECT_GT(page.ringIn(page.widget()->rect()), 0);
     EXPECT_EQ(page.host.opened.size(), 2U);
     page.click(QPoint(5, page.widget()->height() - 5));
     EXPECT_EQ(page.at(), "");
@@ -224,6 +226,15 @@ TEST(LinkKeys, TheRingGoesAroundAllPiecesOfALinkAndOnlyWhileItIsCurrent)
     }
     page.press(Qt::Key_Escape);
     EXPECT_EQ(page.ringIn(page.widget()->rect()), 0);
+}
+
+TEST(LinkKeys, TheRingIsWholeWhereTheLinkTouchesTheEdgeOfItsPane)
+{
+    LinkedPage page("<table width=150 cellpadding=0><tr><td scroll=true height=60 padding=0>" + link("one") +
+                    "</td></tr></table>");
+    page.stops(1);
+    QRect const box = page.place();
+    EXPECT_GT(page.ringIn(QRect(box.left(), box.top() - 2, box.width(), 2)), box.width());
 }
 
 TEST(LinkKeys, AControlThatIsMadeLaterLeavesTheKeyboardToTheLink)

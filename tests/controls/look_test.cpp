@@ -6,6 +6,7 @@
 #include "page/guicolor.h"
 #include "page/guicontrast.h"
 #include "page/guiinks.h"
+#include "page/guizoom.h"
 #include "tests/controls/shownpage.h"
 
 #include <QApplication>
@@ -70,7 +71,7 @@ TEST(ZoomedControls, AreLargerWithTheirFonts)
     QSize const field = page.widget<QWidget>("who")->size();
     QSize const button = page.widget<QWidget>("ok")->size();
     int const font = page.widget<QWidget>("who")->font().pixelSize();
-    page.window.root.setZoom(200);
+    guiZoomPage(page.window.root, 200);
     EXPECT_EQ(page.widget<QWidget>("who")->font().pixelSize(), 2 * font);
     EXPECT_NEAR(page.widget<QWidget>("who")->width(), 2 * field.width(), 4);
     EXPECT_NEAR(page.widget<QWidget>("ok")->height(), 2 * button.height(), 3);
@@ -85,9 +86,9 @@ TEST(ZoomedControls, HaveLargerMarks)
         return box->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, box);
     };
     int const before = markSize();
-    page.window.root.setZoom(200);
+    guiZoomPage(page.window.root, 200);
     EXPECT_EQ(markSize(), 2 * before);
-    page.window.root.setZoom(kUnzoomed);
+    guiZoomPage(page.window.root, kUnzoomed);
     EXPECT_EQ(markSize(), before);
     EXPECT_EQ(page.widget<QWidget>("box")->style(), QApplication::style());
 }
@@ -97,7 +98,7 @@ TEST(ZoomedControls, KeepTheirValues)
     ShownPage page(kForm);
     page.widget<guiWidgetLineEdit>("who")->setText(QStringLiteral("Grace"));
     page.widget<guiWidgetCheckBox>("box")->setChecked(true);
-    page.window.root.setZoom(150);
+    guiZoomPage(page.window.root, 150);
     EXPECT_EQ(page.widget<guiWidgetLineEdit>("who")->text(), QStringLiteral("Grace"));
     EXPECT_TRUE(page.widget<guiWidgetCheckBox>("box")->isChecked());
 }

@@ -3,6 +3,7 @@
 #include "controls/guicontrolhost.h"
 #include "controls/guihtmlimage.h"
 #include "controls/guipageaccess.h"
+#include "controls/guipagelistener.h"
 #include "tests/controls/shownpage.h"
 
 #include <QAccessible>
@@ -84,6 +85,7 @@ struct ReadPage
 {
     explicit ReadPage(std::string const& text, int width = 400, int height = 300) : page("", width, height)
     {
+        guiOfferPageAccess(); // as every GUI thread does when it starts
         page.window.root.setSizePolicy(kPolicyScroll);
         page.load(text.c_str());
         page.window.widget->show();
@@ -386,7 +388,7 @@ TEST(PageAccess, ReadersHearOfNewContent)
 {
     ReadPage page(kHelp);
     Told told;
-    guiTellNewContent(&page.page.window.root);
+    guiCurrentPageListener().onNewContent(&page.page.window.root);
     EXPECT_TRUE(Told::has(QAccessible::DocumentLoadComplete, "document "));
     EXPECT_TRUE(Told::has(QAccessible::ObjectReorder, "document "));
 }

@@ -39,6 +39,8 @@ END
 command -v weston >/dev/null || fail 'weston is missing'
 trap tear_down EXIT
 write_settings
+# The compositor adds up how far the pointer moves, from where it came in: so it must come in.
+xdotool mousemove 0 0
 weston --backend=x11-backend.so --use-pixman --width=$((1000 / scale)) --height=$((800 / scale)) --scale="$scale" \
     --socket=wayland-test --config="$folder/weston.ini" >"$folder/compositor.log" 2>&1 </dev/null &
 compositor=$!

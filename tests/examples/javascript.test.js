@@ -49,7 +49,7 @@ const nameOf = (statement) => (ts.isVariableStatement(statement) ? statement.dec
 const hasMembers = (statement) => ts.isClassDeclaration(statement) || ts.isInterfaceDeclaration(statement);
 /** Interfaces that are only a few properties, which their one entry lists. */
 const plain = new Set(['AlertOptions', 'OpenFileOptions', 'SaveFileOptions', 'FileFilter', 'ErrorPlace', 'Rect', 'Extent', 'Html', 'Messages',
-    'ListRow', 'NewListRow', 'ListItem', 'NewListItem', 'ListColumn', 'ListText']);
+    'TrayOptions', 'TaskbarOptions', 'ListRow', 'NewListRow', 'ListItem', 'NewListItem', 'ListColumn', 'ListText']);
 
 const namesIn = (section) => entries.filter((entry) => entry.section.split(' ').includes(section)).flatMap(({ names }) => names);
 const everyName = entries.flatMap(({ names }) => names);
@@ -90,7 +90,7 @@ import { GuiImage, GuiSizePolicy, GuiWindow, html } from ${JSON.stringify(packag
 import type { ${types.join(', ')} } from ${JSON.stringify(packageFolder)};
 declare const tarn: typeof all, window: GuiWindow<any>, control: GuiControl, text: TextControl, button: ButtonControl;
 declare const list: ListControl, table: FlexListControl, menu: MenuControl, session: Session, element: all.CustomElement;
-declare const toolkit: all.GuiToolkit, image: GuiImage, mouse: all.Mouse, keyboard: all.Keyboard;
+declare const toolkit: all.GuiToolkit, image: GuiImage, mouse: all.Mouse, keyboard: all.Keyboard, tray: all.Tray | null;
 interface Drawn extends all.CustomElement {}
 class Drawn { part = 0; }
 void [tarn, text, GuiSizePolicy];

@@ -55,7 +55,7 @@ TEST(ZoomedLength, IsRoundedAndKeepsWhatIsThere)
 TEST(Zoom, ScalesLengthsOfThePage)
 {
     ZoomedPage page(kPage);
-    page.window.root.setZoom(200);
+    guiZoomPage(page.window.root, 200);
     guiHtml const* const box = page.node("box");
     EXPECT_EQ(box->m.fixed.x, 240u);
     EXPECT_EQ(box->m.fixed.cxMin, 240);
@@ -72,13 +72,13 @@ TEST(Zoom, ScalesFontsMarginsAndIndentations)
     ZoomedPage page("<body>word</body>");
     int const width = page.run()->getPreferredWidth();
     int const size = QFontInfo(page.run()->getDefaultFont(nullptr)).pixelSize();
-    page.window.root.setZoom(200);
+    guiZoomPage(page.window.root, 200);
     EXPECT_EQ(QFontInfo(page.run()->getDefaultFont(nullptr)).pixelSize(), 2 * size);
     EXPECT_NEAR(page.run()->getPreferredWidth(), 2 * width, 3);
 
     ZoomedPage indented("<body><blockquote>x</blockquote></body>");
     int const before = indented.run()->getPreferredWidth();
-    indented.window.root.setZoom(300);
+    guiZoomPage(indented.window.root, 300);
     EXPECT_NEAR(indented.run()->getPreferredWidth(), 3 * before, 4);
 }
 
@@ -87,7 +87,7 @@ TEST(Zoom, ScalesFontsThatThePageNames)
     for (char const* markup : {"<font size=5>M</font>", "<h1>M</h1>", "<font face=Serif>M</font>"}) {
         ZoomedPage page(markup);
         int const height = page.run()->getHeightEstimate(1000);
-        page.window.root.setZoom(200);
+        guiZoomPage(page.window.root, 200);
         EXPECT_NEAR(page.run()->getHeightEstimate(1000), 2 * height, 3) << markup;
     }
 }
@@ -97,9 +97,9 @@ TEST(Zoom, BackAtOneLeavesNoTrace)
     ZoomedPage page(kPage);
     std::string const before = page.dump();
     for (unsigned percent : {110u, 50u, 300u, 67u, 133u})
-        page.window.root.setZoom(percent);
+        guiZoomPage(page.window.root, percent);
     EXPECT_NE(page.dump(), before);
-    page.window.root.setZoom(kUnzoomed);
+    guiZoomPage(page.window.root, kUnzoomed);
     EXPECT_EQ(page.dump(), before);
     EXPECT_EQ(page.node("box")->getUnzoomed(), nullptr);
 }
@@ -107,21 +107,21 @@ TEST(Zoom, BackAtOneLeavesNoTrace)
 TEST(Zoom, DoesNotDependOnTheWayThere)
 {
     ZoomedPage direct(kPage);
-    direct.window.root.setZoom(150);
+    guiZoomPage(direct.window.root, 150);
     ZoomedPage roundabout(kPage);
     for (unsigned percent : {50u, 67u, 110u, 300u, 150u})
-        roundabout.window.root.setZoom(percent);
+        guiZoomPage(roundabout.window.root, percent);
     EXPECT_EQ(roundabout.dump(), direct.dump());
 }
 
 TEST(Zoom, HoldsForWhatIsLoadedLater)
 {
     ZoomedPage first(kPage);
-    first.window.root.setZoom(150);
+    guiZoomPage(first.window.root, 150);
     std::string const zoomed = first.dump();
 
     ZoomedPage later("<body>nothing yet");
-    later.window.root.setZoom(150);
+    guiZoomPage(later.window.root, 150);
     EXPECT_EQ(later.window.root.setText(sstring(kPage), sstring()), 1);
     EXPECT_EQ(later.dump(), zoomed);
 
@@ -133,22 +133,22 @@ TEST(Zoom, HoldsForWhatIsLoadedLater)
 TEST(Zoom, KeepsWhatWasSetMeanwhile)
 {
     ZoomedPage page(kPage);
-    page.window.root.setZoom(200);
+    guiZoomPage(page.window.root, 200);
     page.node("box")->m.fixed.x = 300; // as the user has dragged it
-    page.window.root.setZoom(kUnzoomed);
+    guiZoomPage(page.window.root, kUnzoomed);
     EXPECT_EQ(page.node("box")->m.fixed.x, 150u);
 }
 
 TEST(Zoom, APageThatOutgrowsItsWindowScrolls)
 {
     ZoomedPage page("<body><table width=200 height=150><tr><td>a</td></tr></table></body>", 300, 200);
-    page.window.root.setZoom(200);
+    guiZoomPage(page.window.root, 200);
     EXPECT_EQ(page.window.root.getSizePolicy(), kPolicyScroll);
     EXPECT_TRUE(page.window.root.getScroll().barX);
     EXPECT_TRUE(page.window.root.getScroll().barY);
     page.window.root.setText(sstring("<body>next</body>"), sstring());
     EXPECT_EQ(page.window.root.getSizePolicy(), kPolicyScroll);
-    page.window.root.setZoom(80);
+    guiZoomPage(page.window.root, 80);
     EXPECT_EQ(page.window.root.getSizePolicy(), kPolicyResize);
     EXPECT_FALSE(page.window.root.getScroll().barY);
 }
@@ -156,9 +156,9 @@ TEST(Zoom, APageThatOutgrowsItsWindowScrolls)
 TEST(Zoom, IsKeptWithinItsBounds)
 {
     ZoomedPage page(kPage);
-    page.window.root.setZoom(1);
+    guiZoomPage(page.window.root, 1);
     EXPECT_EQ(page.window.root.getZoom(), kLeastZoom);
-    page.window.root.setZoom(100000);
+    guiZoomPage(page.window.root, 100000);
     EXPECT_EQ(page.window.root.getZoom(), kMostZoom);
 }
 
@@ -175,7 +175,7 @@ TEST(Zoom, KeepsThePlaceThatIsAtTheTop)
     bar->setValue(bar->maximum() / 2);
     page.window.root.onScrollY(bar->value());
     double const before = page.window.root.getScroll().posY;
-    page.window.root.setZoom(200);
+    guiZoomPage(page.window.root, 200);
     EXPECT_NEAR(page.window.root.getScroll().posY / before, 2, 0.1);
 }
 
@@ -187,10 +187,10 @@ TEST(SystemFont, HasHeadingsInProportion)
     QFont twice = before;
     twice.setPixelSize(2 * QFontInfo(before).pixelSize());
     QApplication::setFont(twice);
-    page.window.root.refreshLook();
+    guiRefreshLook(page.window.root);
     EXPECT_NEAR(page.run()->getHeightEstimate(1000), 2 * height, 3);
     QApplication::setFont(before);
-    page.window.root.refreshLook();
+    guiRefreshLook(page.window.root);
     EXPECT_EQ(page.run()->getHeightEstimate(1000), height);
 }
 
@@ -202,7 +202,7 @@ TEST(SystemFont, OfTheDesktopDoesNotChangeOtherPages)
     QFont twice = before;
     twice.setPixelSize(2 * QFontInfo(before).pixelSize());
     QApplication::setFont(twice);
-    page.window.root.refreshLook();
+    guiRefreshLook(page.window.root);
     EXPECT_EQ(page.run()->getHeightEstimate(1000), height);
     QApplication::setFont(before);
 }
