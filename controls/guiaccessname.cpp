@@ -71,8 +71,8 @@ labelWords const& labelsOf(guiHtml* page)
 
 guiHtml* topOf(guiHtml* node)
 {
-    while (node->getParent())
-        node = node->getParent();
+    while (guiHtml* const parent = node->getParent())
+        node = parent;
     return node;
 }
 
@@ -155,7 +155,7 @@ QString asName(QString const& text)
 QString controlName(guiHtml* control)
 {
     for (QString const& each : {labelOf(control), sstoq(control->getString(kStringTitle))})
-        if (QString const name = asName(each); !name.isEmpty())
+        if (QString name = asName(each); !name.isEmpty())
             return name;
     return asName(textBeside(control));
 }
@@ -176,7 +176,7 @@ QString imageName(guiHtml* node)
 
 QString guiAccessNameOf(guiHtml* node)
 {
-    if (QString const label = sstoq(guiRareAttributeOf(node, guiRareAttribute::kLabel)); !label.isEmpty())
+    if (QString label = sstoq(guiRareAttributeOf(node, guiRareAttribute::kLabel)); !label.isEmpty())
         return label;
     switch (node->getType()) {
     case guiHtml::kTypeText:

@@ -28,19 +28,25 @@ void bringIntoView(QWidget* clipper, guiWidget* window)
 
 } // namespace
 
-bool guiIsClipper(QWidget const* widget) { return widget && widget->objectName() == QLatin1String(kName); }
+guiClipper* guiClipperOf(QWidget* widget)
+{
+    assertOnGuiThread();
+    while (widget && !dynamic_cast<guiClipper*>(widget))
+        widget = widget->isWindow() ? nullptr : widget->parentWidget();
+    return static_cast<guiClipper*>(widget);
+}
 
-QWidget* guiCreateClipper(guiWidget* window, bool isInView)
+guiClipper* guiCreateClipper(guiWidget* window, guiHtml* control, bool isInView)
 {
     assertOnGuiThread();
     assert(window);
-    auto* clipper = new QWidget(isInView ? window : window->outOfView());
+    auto* clipper = new guiClipper(isInView ? window : window->outOfView(), control);
     clipper->setObjectName(QLatin1String(kName));
     clipper->hide();
     return clipper;
 }
 
-void guiPlaceClipper(QWidget* clipper, guiWidget* window, QRect const& place)
+void guiPlaceClipper(guiClipper* clipper, guiWidget* window, QRect const& place)
 {
     assertOnGuiThread();
     assert(clipper->parentWidget() == window || clipper->parentWidget() == window->outOfView());

@@ -3,16 +3,28 @@
 // has thousands, are children of one hidden widget. GUI thread.
 #pragma once
 
+#include <QWidget>
+
 class QRect;
-class QWidget;
+class guiHtml;
 class guiWidget;
 
-/// A new clip widget of the window, which owns it; hidden. `isInView`: whether part of it will be visible.
-QWidget* guiCreateClipper(guiWidget* window, bool isInView);
+/// Holds the widget of one control.
+class guiClipper : public QWidget
+{
+public:
+    guiClipper(QWidget* parent, guiHtml* control) : QWidget(parent), owner(control) {}
 
-/// Whether the widget is one of these.
-bool guiIsClipper(QWidget const* widget);
+    guiHtml* owner; ///< the control; null once it has let go of this. Not owned.
+};
+
+/// A new clip widget for a control of the window, which owns it; hidden. `isInView`: whether part of it will be
+/// visible.
+guiClipper* guiCreateClipper(guiWidget* window, guiHtml* control, bool isInView);
+
+/// The clip widget that this one is, or is in; null for none.
+guiClipper* guiClipperOf(QWidget* widget);
 
 /// Moves the clip widget to `place`, in coordinates of its window, and shows it; an empty place hides it. The widget in
 /// it keeps the keyboard focus, as far as the toolkit lets a hidden widget keep it.
-void guiPlaceClipper(QWidget* clipper, guiWidget* window, QRect const& place);
+void guiPlaceClipper(guiClipper* clipper, guiWidget* window, QRect const& place);

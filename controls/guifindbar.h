@@ -48,12 +48,12 @@ private:
     bool useKey(QKeyEvent const& event) TARN_ON(velaGuiRole);
 
     guiTextWindow& m_host;
-    QWidget* m_window;  // the same; its owner
-    QLineEdit* m_field; // these are owned by the bar
-    QToolButton* m_previous;
-    QToolButton* m_next;
-    QCheckBox* m_case;
-    QLabel* m_count;
-    QToolButton* m_close;
+    QWidget* m_window;            // the same; its owner
+    QLineEdit* m_field = nullptr; // these are owned by the bar
+    QToolButton* m_previous = nullptr;
+    QToolButton* m_next = nullptr;
+    QCheckBox* m_case = nullptr;
+    QLabel* m_count = nullptr;
+    QToolButton* m_close = nullptr;
     QPointer<QWidget> m_before; // had the keyboard when the bar was opened
 };

@@ -112,7 +112,7 @@ QWidget* guiHtmlControl::getClipWidget()
         return m_clipWidget;
     guiRect rect;
     getClipRect(&rect);
-    m_clipWidget = guiCreateClipper(getWindow(), !rect.isEmpty());
+    m_clipWidget = guiCreateClipper(getWindow(), this, !rect.isEmpty());
     m_clipWidget->setFont(getDefaultFont(nullptr));
     getRectInWidget(&rect);
     onSetRect(&rect);
@@ -136,6 +136,8 @@ void guiHtmlControl::onSetRect(guiRect* rect)
 void guiHtmlControl::onDestroyChildWidget()
 {
     assert(!getChildWidget()); // else the control would keep a pointer to a widget that goes with its parent
+    if (m_clipWidget)
+        m_clipWidget->owner = nullptr;
     guiDeleteWidget(std::exchange(m_clipWidget, nullptr));
     if (m_late.keeper)
         m_late.keeper->forget(this);
@@ -207,9 +209,9 @@ void guiHtmlControl::listenToLabelKey(QWidget* widget)
     m_labelKey = key;
     auto const act = [widget, window = getWindow()] {
         guiEventScope scope;
-        guiHtml* const node = window->htmlBase ? window->htmlBase->findWidget(widget) : nullptr;
-        if (node)
-            node->onLabel();
+        guiClipper* const clipper = window->htmlBase ? guiClipperOf(widget) : nullptr;
+        if (clipper && clipper->owner)
+            clipper->owner->onLabel();
     };
     QObject::connect(widget, &QObject::destroyed, key, &QObject::deleteLater);
     QObject::connect(key, &QShortcut::activated, widget, act);

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 
+class guiClipper;
 class guiLateWidgets;
 class QShortcut;
 class guiMistakeMark;
@@ -190,10 +191,10 @@ private:
     void arrive();
     void listenToLabelKey(QWidget* widget);
 
-    QWidget* m_clipWidget = nullptr; // owned
-    int m_clipOffsetX = 0;           // where the visible part starts, relative to the control's rectangle, pixels
-    int m_clipOffsetY = 0;           //
-    QPointer<guiMistakeMark> m_mark; // belongs to the control's widget
+    guiClipper* m_clipWidget = nullptr; // owned
+    int m_clipOffsetX = 0;              // where the visible part starts, relative to the control's rectangle, pixels
+    int m_clipOffsetY = 0;              //
+    QPointer<guiMistakeMark> m_mark;    // belongs to the control's widget
     lateState m_late;
     QPointer<QShortcut> m_labelKey; // goes with the control's widget; null without one
 };

@@ -403,7 +403,8 @@ QPainterPath guiHtmlImage::getLinkOutline(unsigned place)
         return picture;
     QTransform toNode = QTransform::fromTranslate(shown.left, shown.top);
     if (isStretched(shown))
-        toNode.scale(double(shown.width) / m_content.width, double(shown.height) / m_content.height);
+        toNode.scale(static_cast<double>(shown.width) / m_content.width,
+                     static_cast<double>(shown.height) / m_content.height);
     return toNode.map(m_map->getRegion(place).outline()).intersected(picture);
 }
 

@@ -117,7 +117,7 @@ int guiHtmlToolButton::setText(sstring const& text, sstring const&)
 
 void guiHtmlToolButton::setEnabled(int enabled)
 {
-    guiHtml::setEnabled(enabled);
+    guiHtmlControl::setEnabled(enabled);
     mirrorItem();
 }
 

@@ -254,7 +254,7 @@ QVariant guiListModel::iconOf(guiRowNumber row) const
     if (name.isEmpty() || !findIcon)
         return {};
     QPixmap const icon = findIcon(name.toString());
-    return icon.isNull() ? QVariant() : QVariant(icon);
+    return icon.isNull() ? QVariant() : QVariant{icon};
 }
 
 QStringView guiListModel::looksOf(guiRowNumber row) const { return m_source ? m_source->look(row) : m_rows->look(row); }
@@ -292,7 +292,7 @@ QVariant guiListModel::lookData(QModelIndex const& index, int role) const
     if (role == Qt::FontRole) {
         QFont bold;
         bold.setBold(look.isBold.value_or(false));
-        return look.isBold ? QVariant(bold) : QVariant();
+        return look.isBold ? QVariant{bold} : QVariant();
     }
     bool const isGround = role == Qt::BackgroundRole;
     QColor const color = isGround || isUsable(row) ? colorIn(isGround ? look.ground : look.color) : QColor();

@@ -58,8 +58,8 @@ void forgetAll()
 
 guiHtml* topOf(guiHtml* node)
 {
-    while (node->getParent())
-        node = node->getParent();
+    while (guiHtml* const parent = node->getParent())
+        node = parent;
     return node;
 }
 
@@ -106,7 +106,8 @@ QAccessibleInterface* makeForWidget(QString const& className, QObject* object)
         return nullptr;
     if (auto* const window = qobject_cast<guiWidget*>(widget))
         return new guiWindowAccess(window);
-    return guiIsClipper(widget) ? new guiClipAccess(widget) : nullptr;
+    auto* const clipper = dynamic_cast<guiClipper*>(widget);
+    return clipper ? new guiClipAccess(clipper) : nullptr;
 }
 
 bool hasNodes(guiHtml* node)

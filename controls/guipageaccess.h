@@ -25,4 +25,4 @@ std::vector<guiHtml*> guiNodesToRead(guiHtml* node);
 bool guiIsAccessOf(QAccessibleInterface const* object, guiHtml* node);
 
 /// Takes what screen readers are told, also where there are none, as in tests; empty: they are told again. GUI thread.
-void guiListenToPageAccess(std::function<void(QAccessibleEvent const& event)> listener);
+void guiListenToPageAccess(std::function<void(QAccessibleEvent const& event)> heard);

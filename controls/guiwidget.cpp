@@ -3,6 +3,7 @@
 // each step checks again.
 #include "controls/guiwidget.h"
 
+#include "controls/guiclipper.h"
 #include "controls/guicontextrequest.h"
 #include "controls/guicontrolhost.h"
 #include "controls/guieventscope.h"
@@ -490,6 +491,8 @@ guiHtml* guiWidget::nodeOf(QWidget* widget)
 {
     if (auto const* bar = qobject_cast<guiWidgetScrollBar*>(widget); bar && livePage())
         return bar->owner;
+    if (guiClipper const* const clipper = guiClipperOf(widget); clipper && clipper->window() == this && livePage())
+        return clipper->owner;
     for (; widget && widget != this && livePage(); widget = widget->parentWidget())
         if (guiHtml* node = livePage()->findWidget(widget))
             return node;

@@ -1,11 +1,13 @@
 // controls/guiwindowaccess.cpp: see guiwindowaccess.h.
 #include "controls/guiwindowaccess.h"
 
+#include "controls/guiclipper.h"
 #include "controls/guipageaccess.h"
 #include "controls/guiwidget.h"
 #include "page/guipageroot.h"
 
 #include <QMenuBar>
+#include <algorithm>
 
 guiWindowAccess::guiWindowAccess(guiWidget* window) : QAccessibleWidget(window, QAccessible::Dialog), m_window(window)
 {}
@@ -37,10 +39,9 @@ int guiWindowAccess::indexOfChild(QAccessibleInterface const* child) const
 QAccessibleInterface* guiWindowAccess::childAt(int x, int y) const
 {
     QList<QAccessibleInterface*> const all = children();
-    for (auto each = all.rbegin(); each != all.rend(); ++each)
-        if ((*each)->rect().contains(x, y))
-            return *each;
-    return nullptr;
+    auto const isThere = [x, y](QAccessibleInterface* each) { return each->rect().contains(x, y); };
+    auto const found = std::find_if(all.rbegin(), all.rend(), isThere);
+    return found == all.rend() ? nullptr : *found;
 }
 
 QAccessibleInterface* guiWindowAccess::focusChild() const
@@ -53,18 +54,17 @@ QAccessibleInterface* guiWindowAccess::focusChild() const
 
 // ---- Widgets that clip ----
 
-guiClipAccess::guiClipAccess(QWidget* clipper) : m_clipper(clipper) {}
+guiClipAccess::guiClipAccess(guiClipper* clipper) : m_clipper(clipper) {}
 
 guiClipAccess::~guiClipAccess() = default;
 
-/// Looked for anew each time: the control may be gone before its widgets are.
-QAccessibleInterface* guiClipAccess::around() const
+guiHtml* guiClipAccess::control() const
 {
     auto* const window = m_clipper ? qobject_cast<guiWidget*>(m_clipper->window()) : nullptr;
-    QWidget* const own = m_clipper ? m_clipper->findChild<QWidget*>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
-    guiHtml* const control = window && window->htmlBase && own ? window->htmlBase->findWidget(own) : nullptr;
-    return control ? guiAccessAround(control) : nullptr;
+    return window && window->htmlBase ? m_clipper->owner : nullptr;
 }
+
+QAccessibleInterface* guiClipAccess::around() const { return control() ? guiAccessAround(control()) : nullptr; }
 
 QObject* guiClipAccess::object() const { return m_clipper; }
 QWindow* guiClipAccess::window() const { return around() ? around()->window() : nullptr; }

@@ -6,6 +6,7 @@
 #include <QAccessibleWidget>
 #include <QPointer>
 
+class guiClipper;
 class guiWidget;
 
 /// A dialog, in which are the page, the menu bar and the status line; nothing of how they are put together. GUI thread.
@@ -32,10 +33,10 @@ class guiClipAccess : public QAccessibleInterface
 {
 public:
     /// Not owned.
-    explicit guiClipAccess(QWidget* clipper);
+    explicit guiClipAccess(guiClipper* clipper);
     ~guiClipAccess() override;
 
-    bool isValid() const override { return around() != nullptr; }
+    bool isValid() const override { return control() != nullptr; }
     QObject* object() const override;
     QWindow* window() const override;
     QAccessibleInterface* parent() const override;
@@ -50,7 +51,9 @@ public:
     QAccessible::State state() const override;
 
 private:
+    /// Null once the control has let go of the clip widget, or is in no window.
+    guiHtml* control() const;
     QAccessibleInterface* around() const;
 
-    QPointer<QWidget> const m_clipper;
+    QPointer<guiClipper> const m_clipper;
 };

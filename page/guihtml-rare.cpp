@@ -127,11 +127,11 @@ guiColor guiHtml::getBorderDark() const { return rare().borderDark; }
 void guiHtml::setBorderColors(guiColor light, guiColor color, guiColor dark, unsigned given)
 {
     rare_t const& usual = defaultsOf<rare_t>();
-    if (light != guiColor(usual.borderLight))
+    if (light != static_cast<guiColor>(usual.borderLight))
         given |= kGivenLight;
-    if (color != guiColor(usual.borderColor))
+    if (color != static_cast<guiColor>(usual.borderColor))
         given |= kGivenMiddle;
-    if (dark != guiColor(usual.borderDark))
+    if (dark != static_cast<guiColor>(usual.borderDark))
         given |= kGivenDark;
     if (given == 0)
         return;

@@ -11,8 +11,8 @@ namespace {
 
 struct rareName
 {
-    char const* name;
-    guiRareAttribute which;
+    char const* name = nullptr;
+    guiRareAttribute which = guiRareAttribute::kContextMenu;
     bool isData = false; // the page's own words, kept as they stand there
 };
 

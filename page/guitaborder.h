@@ -9,9 +9,10 @@ class QWidget;
 
 struct guiTabStop
 {
-    guiHtml* node;
-    QWidget* widget; ///< the node's, or the scroll bar of a pane; not owned. Null: the node awaits it, or it is a link.
-    int tabIndex;
+    guiHtml* node = nullptr;
+    QWidget* widget =
+        nullptr; ///< the node's, or the scroll bar of a pane; not owned. Null: the node awaits it, or it is a link.
+    int tabIndex = 0;
     unsigned link = guiHtml::kNoLink; ///< the place of a link in its node
 
     bool isLink() const { return link != guiHtml::kNoLink; }

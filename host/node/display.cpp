@@ -171,7 +171,7 @@ DisplayCheck::DisplayCheck()
 
 DisplayCheck::~DisplayCheck()
 {
-    if (m_connection)
+    if (m_connection && xcb().disconnect)
         xcb().disconnect(m_connection);
 }
 

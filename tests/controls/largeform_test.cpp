@@ -2,6 +2,7 @@
 // through it with the Tab key. The limits are several times what was measured, and count processor time;
 // bench/bench-form.cpp has the exact figures.
 #include "controls/guihtmlcontrol.h"
+#include "controls/guipageaccess.h"
 #include "page/guitaborder.h"
 #include "tests/controls/pagewindow.h"
 #include "tests/support/hostilepage.h"
@@ -40,6 +41,7 @@ struct LargeForm : testing::Test
 {
     void open(std::string const& page)
     {
+        guiOfferPageAccess(); // as every GUI thread does
         window.root.setSizePolicy(kPolicyScroll);
         window.widget->resize(kWidth, kHeight);
         ASSERT_EQ(window.root.setText(sstring(page.c_str()), sstring()), 1);

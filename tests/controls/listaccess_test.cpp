@@ -102,12 +102,12 @@ TEST(ListAccess, TellsStatesAndChangesThemSoon)
     EXPECT_FALSE(page.table()->selectRow(1)) << "a disabled one";
     EXPECT_TRUE(page.table()->selectRow(2));
     EXPECT_FALSE(page.cell(2, 0)->state().selected) << "not inside the call";
-    page.settle();
+    ReadPage::settle();
     EXPECT_TRUE(page.cell(2, 1)->state().selected);
     EXPECT_EQ(page.table()->selectedRows(), QList{2});
     EXPECT_EQ(page.table()->selectedCells().size(), page.table()->selectedCellCount());
     page.cell(0, 0)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
-    page.settle();
+    ReadPage::settle();
     EXPECT_FALSE(page.cell(0, 0)->state().checked);
     EXPECT_EQ(page.flex().isItemChecked("a"), 0);
 }
@@ -159,7 +159,7 @@ TEST(ListAccess, MakesCellsOnlyWhenTheyAreAskedFor)
     EXPECT_TRUE(page.cell(99999, 0)->state().offscreen);
     for (int row = 0; row < 15000; ++row) // a reader that goes through the list
         EXPECT_EQ(page.nameOf(row, 1), std::to_string(row));
-    page.settle();
+    ReadPage::settle();
     EXPECT_EQ(page.nameOf(5, 0), "text 5");
 }
 
@@ -262,7 +262,7 @@ TEST(ListAccess, EndsWithTheList)
         id = QAccessible::uniqueId(page.cell(0, 0));
         EXPECT_TRUE(QAccessible::accessibleInterface(id));
         page.flex().destroyChildWidget();
-        page.settle();
+        ReadPage::settle();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_FALSE(QAccessible::accessibleInterface(id));
     }

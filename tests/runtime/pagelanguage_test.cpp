@@ -20,7 +20,7 @@ std::string missing(attributeNames const& from, attributeNames const& in)
 {
     std::string line;
     for (std::string const& name : from)
-        line += in.count(name) ? "" : " " + name;
+        line += in.contains(name) ? "" : " " + name;
     return line;
 }
 
