@@ -128,11 +128,13 @@ inline void clickLink(Desktop const& desktop, LinkColors colors = kLink)
     int step = 0;
     bool answers = Desktop::waitUntil([&] {
         step ^= 1;
+        area = waitForLink(desktop, colors); // the window may still be on its way to where it was put
         desktop.move(area.centerX() + step, area.centerY());
         return Desktop::waitUntil([&] { return desktop.find(colors.active).has_value(); },
                                   std::chrono::milliseconds(200));
     });
     if (!answers)
-        throw std::runtime_error("the link does not see the pointer");
+        throw std::runtime_error("the link of the colour " + std::to_string(colors.plain) +
+                                 " does not see the pointer");
     desktop.click(area);
 }
