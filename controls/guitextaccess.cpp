@@ -124,9 +124,14 @@ int guiTextAccess::offsetAtPoint(QPoint const& point) const
     QWidget const* const window = m_run->getTopLevelWidget();
     if (!window)
         return -1;
+    QRect const seen = rect();
+    if (seen.isEmpty())
+        return -1;
+    QPoint const near(std::clamp(point.x(), seen.left(), seen.right()),
+                      std::clamp(point.y(), seen.top(), seen.bottom()));
     guiRect corner;
     m_run->getRectInWidget(&corner);
-    return guiTextPlaces(*m_run).offsetAt(window->mapFromGlobal(point) - QPoint(corner.left, corner.top));
+    return guiTextPlaces(*m_run).offsetAt(window->mapFromGlobal(near) - QPoint(corner.left, corner.top));
 }
 
 void guiTextAccess::scrollToSubstring(int start, int) { guiPostScroll(m_run, guiTextPlaces(*m_run).rectAt(start)); }

@@ -2,6 +2,7 @@
 // steps and no stack.
 #include "foundation/vela-regexp-p.h"
 #include "tests/foundation/regexps.h"
+#include "tests/support/instrumented.h"
 
 #include <ctime>
 #include <functional>
@@ -12,17 +13,7 @@ namespace {
 
 /// No match may take more than 50 ms, and the longest takes 16. The rest is room for a busy machine; a sanitizer makes
 /// everything slower, and what this is to find takes seconds to years.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr double kMostSeconds = 2;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr double kMostSeconds = 2;
-#else
-constexpr double kMostSeconds = 0.15;
-#endif
-#else
-constexpr double kMostSeconds = 0.15;
-#endif
+constexpr double kMostSeconds = kIsInstrumented ? 2 : 0.15;
 
 /// Processor time, which other programs on the machine disturb least; the better of two.
 double secondsFor(Expr const& expr, sstring const& text, bool* isMatch)

@@ -4,20 +4,12 @@
 #include "foundation/vela-qt.h"
 #include "page/guihtmlparser.h"
 #include "page/guilayoutcounters.h"
+#include "tests/support/instrumented.h"
 
 #include <QApplication>
 #include <gtest/gtest.h>
 
 #include <malloc.h>
-
-// A sanitizer's heap keeps other books.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define TARN_HAS_PLAIN_HEAP 0
-#elif defined(__has_feature)
-#define TARN_HAS_PLAIN_HEAP !(__has_feature(address_sanitizer) || __has_feature(thread_sanitizer))
-#else
-#define TARN_HAS_PLAIN_HEAP 1
-#endif
 
 namespace {
 
@@ -191,7 +183,7 @@ TEST(Fonts, RunThatMovesToAnotherParentTakesItsFont)
 
 // ---- Memory ----
 
-#if TARN_HAS_PLAIN_HEAP
+#ifndef TARN_IS_INSTRUMENTED // a sanitizer's heap keeps other books
 
 std::size_t heapBytes()
 {

@@ -6,6 +6,7 @@
 #include "page/guihtmlparser.h"
 #include "page/guihtmlsize.h"
 #include "page/guihtmltext.h"
+#include "tests/support/instrumented.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -16,13 +17,8 @@
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int kSlowdown = 20;
-constexpr int kExtraMemory = 10;
-#else
-constexpr int kSlowdown = 1;
-constexpr int kExtraMemory = 1;
-#endif
+constexpr int kSlowdown = kIsInstrumented ? 20 : 1;
+constexpr int kExtraMemory = kIsInstrumented ? 10 : 1;
 
 double processorSeconds()
 {
