@@ -4,6 +4,8 @@
 #include "controls/guiwidgetradiorow.h"
 
 #include "controls/guilistmodel.h"
+#include "page/guicolor.h"
+#include "page/guicontrast.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -40,6 +42,16 @@ QIcon blankIcon(QSize const& size)
     return QIcon(blank);
 }
 
+/// The toolkit's styles outline an indicator in a darker shade of the window's colour, which on a dark list may be that
+/// of the list itself.
+void outlineOnDark(QPalette& palette)
+{
+    constexpr int kDarkened = 150; // percent, by the style for whom it is most
+    guiColor const ground = qtogui(palette.color(QPalette::Base));
+    if (guiIsDark(ground))
+        palette.setColor(QPalette::Window, toQColor(guiReadable(ground, ground, kMarkContrast)).lighter(kDarkened));
+}
+
 /// Whether the event, in a row that the user may check, checks it: a click on the indicator or its key.
 bool usesIndicator(QEvent const* event, QRect const& indicator)
 {
@@ -60,6 +72,7 @@ void guiWidgetRadioRow::initStyleOption(QStyleOptionViewItem* option, QModelInde
     QStyledItemDelegate::initStyleOption(option, index);
     if (option->state & QStyle::State_Selected)
         option->backgroundBrush = Qt::NoBrush; // that of the selection goes with the colour of its texts
+    outlineOnDark(option->palette);
     if (!isRadio(index))
         return;
     option->features &= ~QStyleOptionViewItem::HasCheckIndicator;
@@ -85,6 +98,7 @@ void guiWidgetRadioRow::paint(QPainter* painter, QStyleOptionViewItem const& opt
     QStyleOptionButton indicator;
     indicator.rect = indicatorRect(option, index);
     indicator.palette = option.palette;
+    outlineOnDark(indicator.palette);
     indicator.state = option.state & QStyle::State_Enabled;
     bool isOn = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
     indicator.state |= isOn ? QStyle::State_On : QStyle::State_Off;

@@ -1,7 +1,9 @@
 // tests/controls/look_test.cpp: native widgets on a page that is zoomed, and on desktops whose colours or font change.
+#include "controls/guihtmlcontrolflex.h"
 #include "controls/guihtmldetails.h"
 #include "controls/guiwidgetcheckbox.h"
 #include "controls/guiwidgetlineedit.h"
+#include "controls/guiwidgetlistview.h"
 #include "controls/guiwidgetsummary.h"
 #include "page/guicolor.h"
 #include "page/guicontrast.h"
@@ -14,6 +16,7 @@
 #include <QKeyEvent>
 #include <QStyle>
 #include <QWheelEvent>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
@@ -64,6 +67,26 @@ void turn(QWidget* widget, int by, Qt::KeyboardModifiers modifiers)
 }
 
 } // namespace
+
+TEST(DarkList, TheBoxesOfItsRowsCanBeMadeOut)
+{
+    OtherPalette const dark(darkPalette());
+    ShownPage page("<body><object classid=listview name=list width=200 height=100></object></body>");
+    auto& list = page.control<guiHtmlControlFlex>("list");
+    list.addItem("box", "Box", "", kFlexCheckBox);
+    list.addItem("radio", "Radio", "", kFlexRadio);
+    auto* view = page.widget<guiWidgetListView>("list");
+    QImage const seen = view->viewport()->grab().toImage();
+    for (int row = 0; row < 2; ++row) {
+        QRect const place = view->visualRect(view->model()->index(row, 0));
+        int const end = place.left() + view->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, view);
+        double best = 1;
+        for (int x = place.left(); x < end; ++x)
+            best = std::max(best, guiContrast(qtogui(seen.pixelColor(x, place.center().y())),
+                                              qtogui(view->palette().color(QPalette::Base))));
+        EXPECT_GT(best, 2.5) << row;
+    }
+}
 
 TEST(ZoomedControls, AreLargerWithTheirFonts)
 {
