@@ -61,6 +61,13 @@ test('a CommonJS program gets it by its name', () => {
     assert.deepEqual(node('program.cjs'), ['true true tarn-gui\n', '', 0]);
 });
 
+test('its command shows a page', () => {
+    const command = path.join(home, 'node_modules', '.bin', 'tarn-gui');
+    const { stdout, stderr, status } = spawnSync(command, ['page.html', '--timeout', '0.2'], { cwd: home, encoding: 'utf8' });
+    assert.deepEqual([stdout, stderr, status], ['', '', 5]);
+    assert.equal(execFileSync(command, ['--version'], { encoding: 'utf8' }), `${JSON.parse(read('package.json')).version}\n`);
+});
+
 test('an ES module gets every name, and the same objects', () => {
     write('program.mjs', `import { createRequire } from 'node:module';
         import whole, { GuiWindow, GuiControl, GuiImage, GuiSizePolicy, GuiToolkit, session, register, mount, pageText } from 'tarn-gui';
