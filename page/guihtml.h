@@ -163,9 +163,10 @@ public:
             0; ///< in an element with `gap`: lines share a base line, buttons have a least width
         std::uint8_t lateWidgets : 1 = 0; ///< the controls below get their widgets when they are needed, however few
         std::uint8_t hasListener : 1 = 0; ///< the end listener is told when the node goes; not copied
-        std::uint8_t givenColors = 0;     ///< bits of guiGivenColor; the others are chosen when they are painted
-        std::uint16_t padding = 0;        ///< the inner part of `space`, pixels: the background covers it
-        std::uint16_t zoom = kUnzoomed;   ///< what the node's lengths are scaled by, percent (guizoom.h)
+        guiDirection direction : 2 = guiDirection::kByText; ///< of the paragraphs in it
+        std::uint8_t givenColors = 0;   ///< bits of guiGivenColor; the others are chosen when they are painted
+        std::uint16_t padding = 0;      ///< the inner part of `space`, pixels: the background covers it
+        std::uint16_t zoom = kUnzoomed; ///< what the node's lengths are scaled by, percent (guizoom.h)
     };
 
     /// A node's data. What few nodes have is in `rare`, behind the accessors below.

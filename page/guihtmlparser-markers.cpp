@@ -60,6 +60,9 @@ void guiHtmlParser::appendGuiHtml(guiHtml* parent, guiHtml* child)
     child->m.activeLinkColor = parent->m.activeLinkColor;
     child->m.givenColors = parent->m.givenColors;
     child->m.spacious = parent->m.spacious;
+    child->m.direction = m_direction;
+    if (m_direction == guiDirection::kRightToLeft && child->getType() == guiHtml::kTypePlain)
+        child->m.alignX = kAlignRight;
     if (m_fontCode.getLength())
         child->setString(kStringFace, m_fontCode);
     else if (parent->hasString(kStringFace))
@@ -116,7 +119,7 @@ void guiHtmlParser::pullLeafAlignment(guiHtml* parent, guiHtml* child)
 void guiHtmlParser::pullDivider(guiHtml* parent, mlSection* section)
 {
     guiAlignment outer = getCurrentAlignment(parent);
-    guiAlignment own = outer;
+    guiAlignment own = alignmentOf(parent, section);
     if (hasAttr(section, "align"))
         readAlignment(pullAttr(section, "align"), &own);
     if (own != outer)

@@ -80,15 +80,15 @@ proseTags::proseTags()
             guiTags().add(name, reader, traits);
     };
     for (formatTag const& tag : kFormats)
-        add({tag.name}, pullFormat);
+        add({tag.name}, pullFormat, kTagNests | kTagText | kTagInline);
     for (headingTag const& tag : kHeadings)
         add({tag.name}, pullLowHeading);
-    add({"q"}, pullQuotation);
+    add({"q"}, pullQuotation, kTagNests | kTagText | kTagInline);
     add({"pre"}, pullProgram);
     add({"blockquote"}, guiReadBy<&guiHtmlParser::pullQuotedBlock>);
     add({"figure", "figcaption", "main", "section", "article", "nav", "header", "footer", "aside"},
         guiReadBy<&guiHtmlParser::pullDiv>);
-    add({"span", "abbr", "time"}, guiReadBy<&guiHtmlParser::pullContent>);
+    add({"span", "abbr", "time"}, guiReadBy<&guiHtmlParser::pullContent>, kTagNests | kTagText | kTagInline);
     add({"script", "style", "template", "noscript", "svg"}, skip, kTagSkipped);
 }
 

@@ -243,13 +243,19 @@ bool hasSpaceBefore(mlSection* section)
 
 } // namespace
 
-void guiHtmlParser::pullQuoted(guiHtml* parent, mlSection* section, char16_t opening, char16_t closing)
+/// Appends a character in front of what the element holds, behind the white space before it.
+void guiHtmlParser::openMarked(guiHtml* parent, mlSection* section, char16_t opening)
 {
     guiRunText& text = findOrCreateText(parent)->editText();
     if (text.getLength() && hasSpaceBefore(section) && !m_suppressSpace)
         text.appendSpace();
     text.append(QStringView(&opening, 1));
     m_suppressSpace = true;
+}
+
+void guiHtmlParser::pullQuoted(guiHtml* parent, mlSection* section, char16_t opening, char16_t closing)
+{
+    openMarked(parent, section, opening);
     pullContent(parent, section);
     m_suppressSpace = false;
     findOrCreateText(parent)->editText().append(QStringView(&closing, 1));

@@ -83,9 +83,27 @@ mlSection* guiHtmlParser::openPage(guiHtml* node, guiPageRoot* window)
     guiPullRareAttributes(node, section);
     pullDefaultColors(node, section);
     pullBackground(node, section);
+    pullPageDirection(node, section);
     pullObjectAlignment(node, section);
     keepPlace(node, section, {"background", "icon"});
     return section;
+}
+
+/// That of the body, else that of the html element.
+void guiHtmlParser::pullPageDirection(guiHtml* node, mlSection* section)
+{
+    mlSection* around = section;
+    if (!hasAttr(section, "dir"))
+        guarded([&] { around = m_parser->findSection("html"); });
+    bool const isGiven = around && hasAttr(around, "dir");
+    if (!isGiven && node->getParent())
+        return; // that of the element stays
+    bool const wasTurned = node->m.direction == guiDirection::kRightToLeft;
+    node->m.direction = isGiven ? pullDirection(around, guiDirection::kByText) : guiDirection::kByText;
+    if (node->m.direction == guiDirection::kRightToLeft)
+        node->m.alignX = kAlignRight;
+    else if (wasTurned && node->m.alignX == kAlignRight)
+        node->m.alignX = kAlignLeft;
 }
 
 // Two guarded steps: after a syntax error in the head there is no body, but still the html element.
@@ -108,6 +126,7 @@ void guiHtmlParser::pullBase(guiHtml* node, mlSection* section)
 {
     assert(m_scopes.empty());
     m_depth = node->getDepth();
+    m_direction = m_directionAround = node->m.direction;
     pullContent(node, section);
     assert(m_scopes.empty() && m_depth == node->getDepth());
     for (auto const& [kind, state] : std::exchange(m_states, {}))

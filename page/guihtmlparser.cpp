@@ -51,7 +51,9 @@ pageTags::pageTags()
         {"th", guiReadBy<&p::pullTableHeading>, kTagNests | kTagText},
         {"thead", guiReadBy<&p::pullContentAndBreak>, kTagNests | kTagText},
         {"tfoot", guiReadBy<&p::pullContentAndBreak>, kTagNests | kTagText},
-        {"a", guiReadBy<&p::pullHyperlink>, kTagNests | kTagText},
+        {"a", guiReadBy<&p::pullHyperlink>, kTagNests | kTagText | kTagInline},
+        {"bdi", guiReadBy<&p::pullIsolate>, kTagNests | kTagText | kTagInline},
+        {"bdo", guiReadBy<&p::pullOverride>, kTagNests | kTagText},
         {"html", kContent, kTagNests},
         {"body", kContent, kTagNests},
         {"doctype", kContent, kTagNests},
@@ -172,7 +174,11 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
     if (tag && !(traits & kTagSkipped))
         m_mistakes.checkAttributes(item);
     unsigned const before = parent->getChildCount();
-    (tag ? tag->read : guiReadBy<&guiHtmlParser::pullUnknown>)(*this, parent, item);
+    guiTagReader const reader = tag ? tag->read : guiReadBy<&guiHtmlParser::pullUnknown>;
+    if (item->findAttr("dir"))
+        pullDirected(parent, item, reader, traits & (kTagInline | kTagFormats));
+    else
+        reader(*this, parent, item);
     if ((traits & kTagText) && item->findAttr("id"))
         keepMark(parent, item, before);
     m_lastWasBlock = traits & kTagBlock;

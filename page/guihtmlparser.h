@@ -1,9 +1,10 @@
 // page/guihtmlparser.h: builds the nodes of a page from its markup. Block elements become nodes and markers in the
 // child lists, character formatting becomes codes in the text runs. guihtmlparser.cpp walks the content, -text.cpp
 // writes runs and codes, -prose.cpp reads the elements of prose, -lists.cpp lists, -labels.cpp the text of labels,
-// -markers.cpp breaks and alignments, -attributes.cpp reads the attributes that elements share, -colors.cpp colours and
-// font sizes, -blocks.cpp tables and rules, -window.cpp the properties of the window. The readers of all other elements
-// are beside the nodes that they make, in files that end in -read.cpp, and are found through guitagtable.h.
+// -markers.cpp breaks and alignments, -direction.cpp directions of text, -attributes.cpp reads the attributes that
+// elements share, -colors.cpp colours and font sizes, -blocks.cpp tables and rules, -window.cpp the properties of the
+// window. The readers of all other elements are beside the nodes that they make, in files that end in -read.cpp, and
+// are found through guitagtable.h.
 #pragma once
 
 #include "foundation/vela-string.h"
@@ -105,6 +106,8 @@ public:
     /// The same of an attribute that holds the user's own data, in which an empty text is one: "1" only without "=".
     static sstring pullData(mlSection* section, char const* name);
     static bool hasAttr(mlSection* section, char const* name);
+    /// What the attribute `dir` says.
+    static guiDirection pullDirection(mlSection* section, guiDirection otherwise);
     /// Stores the alignment that `value` names; 0 and nothing stored for any other word.
     static bool readAlignment(sstring const& value, guiAlignment* out);
 
@@ -191,6 +194,9 @@ public:
     /// Content between two characters, without blanks at them.
     void pullQuoted(guiHtml* parent, mlSection* section, char16_t opening, char16_t closing);
     void pullDivider(guiHtml* parent, mlSection* section);
+    /// Text whose direction is its own business, and text that is written in a direction whatever its letters are.
+    void pullIsolate(guiHtml* parent, mlSection* section);
+    void pullOverride(guiHtml* parent, mlSection* section);
     void pullHyperlink(guiHtml* parent, mlSection* section);
     void pullRule(guiHtml* node, mlSection* section);
     void pullTable(guiHtml* node, mlSection* section);
@@ -219,6 +225,13 @@ private:
         int next = 1; ///< number
     };
 
+    /// Characters around a piece of a line that take no room (Unicode Standard Annex #9, 2.4).
+    struct directionMarks
+    {
+        char16_t opening;
+        char16_t closing;
+    };
+
     struct scope
     {
         guiHtml* parent;
@@ -230,6 +243,14 @@ private:
     bool pullItem(guiHtml* parent, mlSection* item);
     void pullTextItem(guiHtml* parent, mlSection* item);
     void pullUnknown(guiHtml* parent, mlSection* section);
+    void pullDirected(guiHtml* parent, mlSection* section, void (*reader)(guiHtmlParser&, guiHtml*, mlSection*),
+                      bool isInline);
+    void openMarked(guiHtml* parent, mlSection* section, char16_t opening);
+    template <typename Read>
+    void pullMarked(guiHtml* parent, mlSection* section, directionMarks marks, Read const& read);
+    static directionMarks isolateOf(guiDirection direction);
+    static directionMarks overrideOf(guiDirection direction);
+    guiAlignment alignmentOf(guiHtml* parent, mlSection* section);
     void keepMark(guiHtml* parent, mlSection* section, unsigned before);
     void pullHeading1(guiHtml* parent, mlSection* section);
     void pullHeading2(guiHtml* parent, mlSection* section);
@@ -256,6 +277,7 @@ private:
     bool endPage(guiHtml* node);
     mlSection* openPage(guiHtml* node, guiPageRoot* window);
     mlSection* findContent();
+    void pullPageDirection(guiHtml* node, mlSection* section);
     void pullTitle(guiPageRoot* window);
 
     mlParser* m_parser;
@@ -267,6 +289,8 @@ private:
     sstring m_fontCode;                    // "" outside a font element
     sstring m_fontInForce;                 // the font code that applies to the text that is read, "" without one
     std::optional<guiSpacedText> m_spaced; // none outside of text that keeps its white space
+    guiDirection m_direction = guiDirection::kByText;       // of the text that is read
+    guiDirection m_directionAround = guiDirection::kByText; // of the text around the innermost element with `dir`
     unsigned m_listDepth = 0;
     listMarks m_marks;            // of the innermost list
     bool m_suppressSpace = false; // set by a line break, cleared by text

@@ -66,3 +66,9 @@ int guiTextContext::wordAdvance(QStringView word)
     enter(lastLetter(word));
     return advance;
 }
+
+void guiTextContext::pass(QStringView word)
+{
+    if (!m_isPlain)
+        enter(lastLetter(word));
+}

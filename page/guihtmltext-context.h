@@ -17,7 +17,9 @@ public:
 
     /// Width of the next word in 1/64 pixel, in its place.
     int wordAdvance(QStringView word);
-    /// Width of a blank behind the word of the last wordAdvance(), if it is not the font's own; 0 otherwise.
+    /// The next word is measured in another way.
+    void pass(QStringView word);
+    /// Width of a blank behind the last word, if it is not the font's own; 0 otherwise.
     int otherBlank() const { return m_otherBlank; }
 
 private:

@@ -69,7 +69,7 @@ void paintPiece(drawing const& job, guiTextPiece const& piece, int left, int bas
     guiTextChunk const& chunk = job.run.chunks()[piece.chunk];
     guiColor const ink = inkOf(job, chunk);
     job.painter->setPen(QColor(ink.red, ink.green, ink.blue));
-    guiDrawPiece(*job.painter, chunk, QPointF(left, baseline), job.text.mid(piece.start, piece.length));
+    guiDrawPiece(*job.painter, chunk, piece, QPointF(left, baseline), job.text.mid(piece.start, piece.length));
 }
 
 void paintMark(drawing const& job, guiTextPiece const& piece, QRect const& place)
@@ -107,7 +107,7 @@ void paintMarked(drawing const& job, guiTextPiece const& piece, QRect const& pla
         job.painter->setClipRegion(area, Qt::IntersectClip);
         job.painter->fillRect(place, mark.ground);
         job.painter->setPen(mark.ink);
-        guiDrawPiece(*job.painter, chunk, QPointF(place.left(), baseline), text);
+        guiDrawPiece(*job.painter, chunk, piece, QPointF(place.left(), baseline), text);
         if (chunk.strike)
             paintStrikeIn(job, chunk, place, baseline, mark.ink);
     }
@@ -258,13 +258,13 @@ int guiHtmlText::drawText(QPainter* painter, guiRect* box, sstring const& text, 
         return drawNothing(widthOut, cache, !painter && !widthOut);
     guiTextFont& font = guiTextFonts::of(params->font);
     if (!cache) {
-        guiTextRun const run(view, font, params->points, false, params->scale);
+        guiTextRun const run(view, font, params->points, false, params->scale, params->direction);
         drawing job{painter, innerBox(*box, *params), view, *params, run, nullptr, false};
         return measure(job, widthOut);
     }
     cache->measures.fontEpoch = 0;
     cache->text.setMeasured(false); // `text` may differ from the node's own
-    guiTextRun const& run = cache->measures.run(view, false, font, params->points, params->scale);
+    guiTextRun const& run = cache->measures.run(view, false, font, params->points, params->scale, params->direction);
     dropOldHotspots(*cache);
     drawing job{painter, innerBox(*box, *params), view, *params, run, cache, false};
     return measure(job, widthOut);
@@ -288,7 +288,8 @@ int guiHtmlText::layOut(QPainter* painter, guiRect const& box, int* widthOut, gu
 guiTextRun const& guiHtmlText::ownRun(textParams const& params)
 {
     guiTextFont& font = guiTextFonts::of(params.font);
-    guiTextRun const& run = mx.measures.run(mx.text.view(), mx.text.isMeasured(), font, params.points, params.scale);
+    guiTextRun const& run =
+        mx.measures.run(mx.text.view(), mx.text.isMeasured(), font, params.points, params.scale, params.direction);
     dropOldHotspots(mx);
     mx.text.setMeasured();
     mx.measures.fontEpoch = guiLayoutRun::fontsAreChecked() ? guiFontEpoch::number() : 0;
@@ -313,17 +314,6 @@ bool guiHtmlText::forEachLine(guiLineVisitor const& visit)
             return true;
     }
     return false;
-}
-
-void guiHtmlText::forEachPiece(
-    std::function<void(guiTextPiece const& piece, QRect const& place, QFont const& font)> const& use)
-{
-    forEachLine([&use](guiLineBreaker const& line, guiTextRun const& run, QRect const& place) {
-        for (guiTextPiece const& piece : line.pieces())
-            use(piece, {place.left() + piece.left, place.top(), piece.width, place.height()},
-                run.chunks()[piece.chunk].font->font());
-        return false;
-    });
 }
 
 int fitTextInBox(QString const& text, QFontMetrics const& metrics, int width)

@@ -43,9 +43,11 @@ struct guiTextWord
 {
     enum : std::uint8_t
     {
-        kGlued = 1,  ///< continues the word of the entry before; a line ends here only when the word is too long for it
+        kGlued = 1,  ///< continues the entry before it: a line ends here only when the word is too long for it. Without
+                     ///< it a line may end here, also where no blank stands
         kSolid = 2,  ///< continues the character of the entry before: no cut before it
         kSingle = 4, ///< holds one character, or a part of one: no cut inside
+        kAllFlags = kGlued | kSolid | kSingle,
     };
 
     static constexpr int kMaxAdvance = 0xFFFF;

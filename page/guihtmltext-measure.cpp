@@ -37,7 +37,7 @@ int guiTextMeasures::margins() const { return 2 * guiZoomedLength(kTextMargin, m
 
 // Texts are compared by a 64-bit hash: keeping a copy would double the memory for the text of a page.
 guiTextRun const& guiTextMeasures::run(QStringView text, bool isSameText, guiTextFont& font, int points,
-                                       guiTextScale scale)
+                                       guiTextScale scale, guiDirection direction)
 {
     std::uint32_t const sizes = sizesOf(points, scale) & kSizesMask;
     bool const isSameFont = m_font == &font && m_sizes == sizes && m_generation == guiTextFonts::generation();
@@ -46,7 +46,7 @@ guiTextRun const& guiTextMeasures::run(QStringView text, bool isSameText, guiTex
     std::uint64_t const key = keyOf(text);
     if (isSameFont && m_textKey == key)
         return m_run;
-    m_run = guiTextRun(text, font, points, true, scale);
+    m_run = guiTextRun(text, font, points, true, scale, direction);
     m_textKey = key;
     m_font = &font;
     m_sizes = sizes;

@@ -25,7 +25,9 @@ public:
 
     /// The words of `text`. When text, font, points or scale have changed, it measures them again and forgets all
     /// sizes. `isSameText`: the caller knows that the text is the same as in the last call. `font` is not owned.
-    guiTextRun const& run(QStringView text, bool isSameText, guiTextFont& font, int points, guiTextScale scale = {});
+    /// `direction`: the same in each call.
+    guiTextRun const& run(QStringView text, bool isSameText, guiTextFont& font, int points, guiTextScale scale = {},
+                          guiDirection direction = guiDirection::kByText);
     /// Whether run() was called.
     bool isMade() const { return m_font != nullptr; }
     bool hasLinks() const { return m_run.hasLinks(); }

@@ -58,13 +58,43 @@ void forEachWord(guiTextFont& font, QString const& text, Use const& use)
 
 } // namespace
 
+namespace {
+
+double hyphenWidth(guiTextChunk const& chunk) { return chunk.font->wordAdvance(QStringView(u"-")) / 64.0; }
+
+/// Whether letters of the text would be written in the other direction if it stood alone, as inside of an override.
+bool hasLettersOfOtherDirection(QStringView text, bool isFromTheRight)
+{
+    return std::any_of(text.begin(), text.end(), [isFromTheRight](QChar unit) {
+        QChar::Direction const direction = unit.direction();
+        bool const turns = direction == QChar::DirR || direction == QChar::DirAL;
+        return isFromTheRight ? direction == QChar::DirL || direction == QChar::DirEN : turns;
+    });
+}
+
+/// The text with what the toolkit has to know to write it in the piece's direction.
+QString directedText(guiTextPiece const& piece, QString const& text)
+{
+    constexpr char16_t kOverrideToRight = 0x202D;
+    constexpr char16_t kOverrideToLeft = 0x202E;
+    QString directed = text;
+    if (piece.isHyphenated)
+        directed += QLatin1Char('-');
+    if (hasLettersOfOtherDirection(text, piece.isFromTheRight))
+        directed.prepend(QChar(piece.isFromTheRight ? kOverrideToLeft : kOverrideToRight));
+    return directed;
+}
+
+} // namespace
+
 // In a font that kerns blanks, a line drawn in one go would not be as wide as its measured words.
-void guiDrawPiece(QPainter& painter, guiTextChunk const& chunk, QPointF at, QStringView text)
+void guiDrawPiece(QPainter& painter, guiTextChunk const& chunk, guiTextPiece const& piece, QPointF at, QStringView text)
 {
     painter.setFont(chunk.underline ? chunk.font->underlined() : chunk.font->font());
     QString const drawn = drawnText(text);
-    if (!isDrawnByWords(chunk, drawn)) {
-        painter.drawText(at, drawn);
+    if (piece.isHyphenated || !isDrawnByWords(chunk, drawn)) {
+        painter.setLayoutDirection(piece.isFromTheRight ? Qt::RightToLeft : Qt::LeftToRight);
+        painter.drawText(at, directedText(piece, drawn));
         return;
     }
     forEachWord(*chunk.font, drawn, [&](QStringView word, qsizetype, double left) {
@@ -72,14 +102,15 @@ void guiDrawPiece(QPainter& painter, guiTextChunk const& chunk, QPointF at, QStr
     });
 }
 
-guiPieceRuler::guiPieceRuler(guiTextChunk const& chunk, QStringView text, int width)
+guiPieceRuler::guiPieceRuler(guiTextChunk const& chunk, guiTextPiece const& piece, QStringView text)
+    : m_isFromTheRight(piece.isFromTheRight)
 {
     QString const drawn = drawnText(text);
     m_characters.reserve(static_cast<std::size_t>(drawn.size()));
     if (isDrawnByWords(chunk, drawn))
         addWords(chunk, drawn);
     else
-        addLaidOut(chunk, drawn, 0, 0, width);
+        addLaidOut(chunk, drawn, 0, 0, piece.width - (piece.isHyphenated ? hyphenWidth(chunk) : 0));
 }
 
 void guiPieceRuler::addWords(guiTextChunk const& chunk, QString const& text)
@@ -150,7 +181,7 @@ void guiPieceRuler::addLaidOut(guiTextChunk const& chunk, QString const& text, q
     QTextLayout layout(text, chunk.font->font());
     QTextOption option;
     option.setWrapMode(QTextOption::NoWrap);
-    option.setTextDirection(Qt::LayoutDirectionAuto); // as a painter has it
+    option.setTextDirection(m_isFromTheRight ? Qt::RightToLeft : Qt::LeftToRight);
     layout.setTextOption(option);
     layout.beginLayout();
     QTextLine const line = layout.createLine();
@@ -195,6 +226,21 @@ qsizetype guiPieceRuler::toUnit(double x) const
         offer(each.to, each.end);
     }
     return nearest;
+}
+
+qsizetype guiPieceRuler::unitAt(double x) const
+{
+    qsizetype found = 0;
+    double least = HUGE_VAL;
+    for (character const& each : m_characters) {
+        auto const [left, right] = std::minmax(each.start, each.end);
+        double const outside = std::max({left - x, x - right, 0.0});
+        if (outside < least) {
+            least = outside;
+            found = each.from;
+        }
+    }
+    return found;
 }
 
 std::vector<guiPieceRuler::span> guiPieceRuler::spansOf(qsizetype from, qsizetype to) const

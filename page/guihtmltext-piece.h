@@ -1,7 +1,7 @@
 // page/guihtmltext-piece.h: a piece of a line as it is drawn, and where in it each character stands.
 #pragma once
 
-#include "page/guihtmltext-shape.h"
+#include "page/guihtmltext-lines.h"
 
 #include <QString>
 #include <QStringView>
@@ -12,8 +12,9 @@
 class QPainter;
 class QPointF;
 
-/// Draws text of one formatting with the painter's pen; `at` is on the base line. GUI thread.
-void guiDrawPiece(QPainter& painter, guiTextChunk const& chunk, QPointF at, QStringView text);
+/// Draws a piece with the painter's pen; `at` is on the base line, `text` what the piece holds. GUI thread.
+void guiDrawPiece(QPainter& painter, guiTextChunk const& chunk, guiTextPiece const& piece, QPointF at,
+                  QStringView text);
 
 /// Where the characters of a piece stand, in pixels from its left end. Letters that are written from right to left
 /// stand in their visual order. GUI thread.
@@ -22,13 +23,15 @@ class guiPieceRuler
 public:
     using span = std::pair<double, double>; ///< left and right end
 
-    /// `width`: that of the piece on its line, in pixels.
-    guiPieceRuler(guiTextChunk const& chunk, QStringView text, int width);
+    /// `text`: what the piece holds.
+    guiPieceRuler(guiTextChunk const& chunk, guiTextPiece const& piece, QStringView text);
 
     /// The place of the boundary before the unit, 0 to the text's length.
     double toX(qsizetype unit) const;
     /// The boundary between characters that is nearest.
     qsizetype toUnit(double x) const;
+    /// The first unit of the character that is there; that of the nearest one beside the piece.
+    qsizetype unitAt(double x) const;
     /// What the units from `from` up to `to` cover, from left to right; touching spans are one.
     std::vector<span> spansOf(qsizetype from, qsizetype to) const;
 
@@ -45,4 +48,5 @@ private:
     void addLaidOut(guiTextChunk const& chunk, QString const& text, qsizetype first, double left, double width);
 
     std::vector<character> m_characters; // in order of the text
+    bool m_isFromTheRight = false;
 };

@@ -5,8 +5,8 @@
 #include "page/guihtmltext-lines.h"
 #include "page/guihtmltext.h"
 
-#include <QFontMetrics>
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -68,10 +68,16 @@ guiTextPlaces::guiTextPlaces(guiHtmlText& run)
     QStringView const text = run.mx.text.view();
     plainRun const plain = plainOf(text);
     m_text = plain.words;
-    run.forEachPiece([&](guiTextPiece const& drawn, QRect const& place, QFont const& font) {
-        if (m_pieces.empty() || m_pieces.back().place.top() != place.top())
-            m_lines.push_back(toWords(plain, drawn.start));
-        m_pieces.push_back({toWords(plain, drawn.start), static_cast<int>(drawn.length), place, font});
+    run.forEachLine([&](guiLineBreaker const& line, guiTextRun const& words, QRect const& place) {
+        if (!line.pieces().empty())
+            m_lines.push_back(toWords(plain, line.from()));
+        for (guiTextPiece const& drawn : line.pieces())
+            m_pieces.push_back({toWords(plain, drawn.start),
+                                static_cast<int>(drawn.length),
+                                {place.left() + drawn.left, place.top(), drawn.width, place.height()},
+                                words.chunks()[drawn.chunk],
+                                drawn});
+        return false;
     });
 }
 
@@ -82,10 +88,9 @@ guiTextPlaces::piece const* guiTextPlaces::pieceAt(int offset) const
     return found != m_pieces.end() ? &*found : nullptr;
 }
 
-int guiTextPlaces::widthOf(piece const& at, int count) const
+guiPieceRuler guiTextPlaces::rulerOf(piece const& at) const
 {
-    int const measured = QFontMetrics(at.font).horizontalAdvance(m_text.mid(at.first, count));
-    return std::min(measured, at.place.width());
+    return {at.chunk, at.drawn, QStringView(m_text).mid(at.first, at.count)};
 }
 
 QRect guiTextPlaces::rectAt(int offset) const
@@ -93,21 +98,19 @@ QRect guiTextPlaces::rectAt(int offset) const
     piece const* const at = pieceAt(offset);
     if (!at)
         return {};
-    int const left = widthOf(*at, offset - at->first);
-    int const right = widthOf(*at, offset - at->first + 1);
+    std::vector<guiPieceRuler::span> const spans = rulerOf(*at).spansOf(offset - at->first, offset - at->first + 1);
+    if (spans.empty())
+        return {};
+    int const left = static_cast<int>(std::lround(spans.front().first));
+    int const right = static_cast<int>(std::lround(spans.back().second));
     return {at->place.left() + left, at->place.top(), right - left, at->place.height()};
 }
 
 int guiTextPlaces::offsetAt(QPoint at) const
 {
-    for (piece const& each : m_pieces) {
-        if (!each.place.contains(at))
-            continue;
-        int count = 1;
-        while (count < each.count && each.place.left() + widthOf(each, count) <= at.x())
-            ++count;
-        return each.first + count - 1;
-    }
+    for (piece const& each : m_pieces)
+        if (each.place.contains(at))
+            return each.first + static_cast<int>(rulerOf(each).unitAt(at.x() + 0.5 - each.place.left()));
     return -1;
 }
 

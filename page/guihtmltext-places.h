@@ -1,9 +1,8 @@
 // page/guihtmltext-places.h: the text of a run as a reader has it, without codes, and where each of its letters is.
 #pragma once
 
-#include "page/guitypes.h"
+#include "page/guihtmltext-piece.h"
 
-#include <QFont>
 #include <QRect>
 #include <QString>
 #include <vector>
@@ -36,11 +35,12 @@ private:
         int first = 0;
         int count = 0;
         QRect place;
-        QFont font;
+        guiTextChunk chunk;
+        guiTextPiece drawn;
     };
 
     piece const* pieceAt(int offset) const;
-    int widthOf(piece const& at, int count) const;
+    guiPieceRuler rulerOf(piece const& at) const;
 
     QString m_text;
     std::vector<piece> m_pieces;

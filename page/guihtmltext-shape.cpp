@@ -1,6 +1,7 @@
 // page/guihtmltext-shape.cpp: see guihtmltext-shape.h.
 #include "page/guihtmltext-shape.h"
 
+#include "page/guihtmltext-breaks.h"
 #include "page/guihtmltext-characters.h"
 #include "page/guihtmltext-codes.h"
 #include "page/guihtmltext-context.h"
@@ -50,8 +51,10 @@ void guiTextRun::release::operator()(block* at) const { std::free(at); }
 class guiTextRun::builder
 {
 public:
-    builder(gathering& run, guiTextFont& font, int points, bool normalize, guiTextScale scale)
+    builder(gathering& run, guiTextFont& font, int points, bool normalize, guiTextScale scale,
+            std::span<guiTextLevel const> levels)
         : m_run(run),
+          m_levels(levels),
           m_default(font),
           m_defaultPoints(points),
           m_normalize(normalize),
@@ -68,7 +71,10 @@ private:
     void applyStyle(guiTextCode code);
     void openChunk(qsizetype start);
     void addBreak(qsizetype start);
-    void addWord(QStringView word, guiTextContext& context);
+    void addWord(QStringView word, qsizetype start, guiTextContext& context);
+    void addPart(QStringView part, bool byCharacters, guiTextContext& context);
+    void addTurningWord(QStringView word, qsizetype start, bool byCharacters, guiTextContext& context);
+    void setBreaks(std::size_t first, std::vector<qsizetype> const& places);
     void addBlanks(qsizetype count, int otherBlank);
     void setFont(QStringView code);
     void resetFont();
@@ -81,6 +87,7 @@ private:
     std::uint16_t indentOf(QStringView code) const;
 
     gathering& m_run;
+    std::span<guiTextLevel const> m_levels; // of the text's units; empty where nothing turns
     guiTextFont& m_default;
     int m_defaultPoints;
     bool m_normalize;
@@ -99,18 +106,21 @@ private:
     std::uint32_t m_label = guiTextChunk::kNoLink;
     std::uint16_t m_indent = 0;
     std::uint16_t m_breaks = 0;
+    bool m_hasInnerBreaks = false; // in the text that is added
 };
 
-guiTextRun::guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize, guiTextScale scale)
+guiTextRun::guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize, guiTextScale scale,
+                       guiDirection direction)
 {
     assertOnGuiThread();
     ++guiLayoutCounters::runsShaped;
     gathering& found = theGathering();
     found.start();
-    builder(found, font, points, normalize, scale).read(text);
+    std::vector<guiTextLevel> const levels = guiLevelsOf(text, direction);
+    builder(found, font, points, normalize, scale, levels).read(text);
     std::size_t const chunkBytes = found.chunks.size() * sizeof(guiTextChunk);
     std::size_t const wordBytes = found.words.size() * sizeof(guiTextWord);
-    m_block.reset(static_cast<block*>(std::malloc(sizeof(block) + chunkBytes + wordBytes)));
+    m_block.reset(static_cast<block*>(std::malloc(sizeof(block) + chunkBytes + wordBytes + levels.size())));
     if (!m_block)
         throw velaError(ENOMEM);
     m_block->chunks = static_cast<std::uint32_t>(found.chunks.size());
@@ -118,6 +128,8 @@ guiTextRun::guiTextRun(QStringView text, guiTextFont& font, int points, bool nor
     m_block->hasLinks = found.hasLinks;
     std::copy(found.chunks.begin(), found.chunks.end(), chunksOf(m_block.get()));
     std::copy(found.words.begin(), found.words.end(), wordsOf(m_block.get()));
+    m_block->levels = static_cast<std::uint32_t>(levels.size());
+    std::copy(levels.begin(), levels.end(), levelsOf(m_block.get()));
 }
 
 void guiTextRun::builder::read(QStringView text)
@@ -158,12 +170,13 @@ void guiTextRun::builder::openChunk(qsizetype start)
 void guiTextRun::builder::addText(QStringView text, qsizetype start)
 {
     openChunk(start);
+    m_hasInnerBreaks = guiHasInnerBreaks(text);
     guiTextContext context(*m_run.chunks.back().font, text);
     for (qsizetype at = 0; at < text.size();) {
         qsizetype const wordStart = at;
         while (at < text.size() && !guiIsBlank(text[at].unicode()))
             ++at;
-        addWord(text.mid(wordStart, at - wordStart), context);
+        addWord(text.mid(wordStart, at - wordStart), start + wordStart, context);
         qsizetype const blankStart = at;
         while (at < text.size() && guiIsBlank(text[at].unicode()))
             ++at;
@@ -171,22 +184,67 @@ void guiTextRun::builder::addText(QStringView text, qsizetype start)
     }
 }
 
-void guiTextRun::builder::addWord(QStringView word, guiTextContext& context)
+void guiTextRun::builder::addWord(QStringView word, qsizetype start, guiTextContext& context)
+{
+    std::size_t const first = m_run.words.size();
+    bool const hasBreaks = m_hasInnerBreaks && guiHasInnerBreaks(word);
+    if (m_levels.empty())
+        addPart(word, hasBreaks, context);
+    else
+        addTurningWord(word, start, hasBreaks, context);
+    if (hasBreaks)
+        setBreaks(first, guiInnerBreaks(word));
+}
+
+/// A word or a part of one that has one direction. `byCharacters`: an entry for each.
+void guiTextRun::builder::addPart(QStringView part, bool byCharacters, guiTextContext& context)
 {
     assert(!m_run.chunks.empty());
-    guiTextFont& font = *m_run.chunks.back().font;
     auto& words = m_run.words;
-    if (word.size() <= guiTextFont::kMaxWord) {
-        int const advance = context.wordAdvance(word);
+    if (part.size() <= guiTextFont::kMaxWord && !byCharacters) {
+        int const advance = context.wordAdvance(part);
         if (advance <= guiTextWord::kMaxAdvance) {
             guiTextWord entry;
             entry.advance = static_cast<std::uint16_t>(advance);
-            entry.units = static_cast<std::uint8_t>(word.size());
+            entry.units = static_cast<std::uint8_t>(part.size());
             words.push_back(entry);
             return;
         }
     }
-    guiMeasureCharacters(font, word, words);
+    context.pass(part);
+    guiMeasureCharacters(*m_run.chunks.back().font, part, words);
+}
+
+/// Part by part where its direction changes, so that each entry has one.
+void guiTextRun::builder::addTurningWord(QStringView word, qsizetype start, bool byCharacters, guiTextContext& context)
+{
+    std::size_t const first = m_run.words.size();
+    auto const levelAt = [&](qsizetype at) { return m_levels[static_cast<std::size_t>(start + at)]; };
+    qsizetype from = 0;
+    do {
+        qsizetype to = from;
+        while (to < word.size() && levelAt(to) == levelAt(from))
+            ++to;
+        std::size_t const next = m_run.words.size();
+        addPart(word.mid(from, to - from), byCharacters, context);
+        if (next != first)
+            m_run.words[next].flags |= guiTextWord::kGlued;
+        from = to;
+    } while (from < word.size());
+}
+
+/// Lets lines end at places inside of the word whose entries begin at `first`. All its entries are glued.
+void guiTextRun::builder::setBreaks(std::size_t first, std::vector<qsizetype> const& places)
+{
+    auto& words = m_run.words;
+    std::size_t at = first;
+    qsizetype unit = 0;
+    for (qsizetype place : places) {
+        while (unit < place && at < words.size())
+            unit += words[at++].units;
+        if (unit == place && at < words.size() && !(words[at].flags & guiTextWord::kSolid))
+            words[at].flags = words[at].flags & ~guiTextWord::kGlued & guiTextWord::kAllFlags;
+    }
 }
 
 /// The blanks after the last word, which are stored with it; more than it can hold go to further entries, and so do

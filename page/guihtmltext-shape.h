@@ -4,6 +4,7 @@
 #pragma once
 
 #include "page/guihtmltext-fonts.h"
+#include "page/guihtmltext-levels.h"
 #include "page/guitypes.h"
 
 #include <QStringView>
@@ -52,7 +53,9 @@ public:
     guiTextRun() = default;
     /// `font` (not owned) and `points` are the default font and its size. With `normalize`, faces named by codes get
     /// the size of findFontHeight(). `scale` has been applied to the default font.
-    guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize, guiTextScale scale = {});
+    /// `direction`: in which its paragraphs are read.
+    guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize, guiTextScale scale = {},
+               guiDirection direction = guiDirection::kByText);
 
     std::span<guiTextChunk const> chunks() const
     {
@@ -69,16 +72,24 @@ public:
         return chunk + 1 < m_block->chunks ? chunksOf(m_block.get())[chunk + 1].firstWord : m_block->words;
     }
     bool hasLinks() const { return m_block && m_block->hasLinks; }
+    /// For each unit of the text how it is written; empty when all of it is written from left to right. The letters of
+    /// a word have one level.
+    std::span<guiTextLevel const> levels() const
+    {
+        return m_block ? std::span(levelsOf(m_block.get()), m_block->levels) : std::span<guiTextLevel const>();
+    }
 
 private:
     class builder;
 
-    /// The header of the memory block; the chunks follow it, then the words.
+    /// The header of the memory block; the chunks follow it, then the words, then the levels.
     struct block
     {
         std::uint32_t chunks;
         std::uint32_t words : 31;
         std::uint32_t hasLinks : 1;
+        std::uint32_t levels;
+        std::uint32_t unused; // what follows is aligned to eight bytes
     };
     struct release
     {
@@ -87,6 +98,7 @@ private:
 
     static guiTextChunk* chunksOf(block* at) { return reinterpret_cast<guiTextChunk*>(at + 1); }
     static guiTextWord* wordsOf(block* at) { return reinterpret_cast<guiTextWord*>(chunksOf(at) + at->chunks); }
+    static guiTextLevel* levelsOf(block* at) { return reinterpret_cast<guiTextLevel*>(wordsOf(at) + at->words); }
 
     std::unique_ptr<block, release> m_block;
 };

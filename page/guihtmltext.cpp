@@ -31,6 +31,7 @@ textParams guiHtmlText::ownParams(bool isPainted)
     textParams params;
     params.font = getDefaultFont(&params.points);
     params.align = m.alignX;
+    params.direction = m.direction;
     params.scale = guiTextScaleOf(this);
     if (isPainted) {
         guiInks const inks = guiInksOf(this);

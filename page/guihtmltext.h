@@ -35,6 +35,7 @@ struct textParams
     guiColor activeLinkColor = guiColor::BrightRed; ///< of the hovered link
     guiInks onMark;                                 ///< the same on the ground of a marking pen
     guiAlignment align = kAlignLeft;                ///< of each line
+    guiDirection direction = guiDirection::kByText; ///< of each paragraph
 };
 
 /// The number of leading units of the text whose width does not exceed `width` pixels.
@@ -103,10 +104,6 @@ public:
     QString getLinkText(int x, int y);
     /// drawText() in the node's own font and colours.
     int paintText(QPainter* painter, guiRect* box, sstring const& text, int* widthOut);
-
-    /// Calls `use` for each piece of text of the run at its present width, line by line and from left to right, with
-    /// its rectangle relative to the node.
-    void forEachPiece(std::function<void(guiTextPiece const& piece, QRect const& place, QFont const& font)> const& use);
 
     /// The run's data, open to the classes of the page.
     mx_t mx;

@@ -21,6 +21,7 @@ enum guiTagTrait : unsigned
     kTagBlock = 8,    ///< counts as a block for a table that comes next
     kTagText = 16,    ///< text, or what text stands in: links jump to its `id`
     kTagSkipped = 32, ///< is left out with what it holds, so that no attribute of it is wrong
+    kTagInline = 64,  ///< a part of a line, as those that format are
 };
 
 /// Reads one element, its content included, into `parent`. GUI thread.

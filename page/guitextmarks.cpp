@@ -50,10 +50,10 @@ guiTextMarks guiTextMarker::between(unsigned from, unsigned to) const
 QRegion guiAreaOfMark(guiTextMark const& mark, guiTextPiece const& piece, guiTextChunk const& chunk, QStringView text,
                       QRect const& place)
 {
-    if (mark.from <= piece.start && mark.to >= piece.start + piece.length)
+    if (mark.from <= std::uint32_t{piece.start} && mark.to >= piece.end())
         return place;
     QRegion area;
-    guiPieceRuler const ruler(chunk, text, piece.width);
+    guiPieceRuler const ruler(chunk, piece, text);
     qsizetype const from = std::max(mark.from, piece.start) - piece.start;
     for (auto const& [left, right] : ruler.spansOf(from, mark.to - piece.start)) {
         int const start = place.left() + static_cast<int>(std::lround(left));

@@ -26,7 +26,7 @@ QStringView textOf(guiHtmlText& run, guiTextPiece const& piece)
 
 guiPieceRuler rulerOf(guiHtmlText& run, guiTextRun const& words, guiTextPiece const& piece)
 {
-    return {words.chunks()[piece.chunk], textOf(run, piece), piece.width};
+    return {words.chunks()[piece.chunk], piece, textOf(run, piece)};
 }
 
 /// The unit of the line at `x` pixels from its left end.
@@ -55,10 +55,17 @@ guiTextSpot spotIn(guiHtmlText& run, QPoint at)
     return spot;
 }
 
-bool isOn(guiLineBreaker const& line, unsigned unit)
+/// The first piece in the order of the text that ends at or behind the unit; null when the line ends before it.
+guiTextPiece const* pieceAt(guiLineBreaker const& line, unsigned unit)
 {
-    return !line.pieces().empty() && unit <= line.pieces().back().start + line.pieces().back().length;
+    guiTextPiece const* found = nullptr;
+    for (guiTextPiece const& piece : line.pieces())
+        if (unit <= piece.end() && (!found || piece.start < found->start))
+            found = &piece;
+    return found;
 }
+
+bool isOn(guiLineBreaker const& line, unsigned unit) { return !line.pieces().empty() && unit <= line.to(); }
 
 // ---- Among the runs ----
 
@@ -151,15 +158,13 @@ QRect guiCaretOf(guiTextSpot const& spot)
     QRect caret(0, 0, 0, corner.height);
     spot.run->forEachLine([&](guiLineBreaker const& line, guiTextRun const& words, QRect const& place) {
         caret = QRect(place.left() + line.width(), place.top(), 0, place.height());
-        for (guiTextPiece const& piece : line.pieces()) {
-            if (spot.unit > piece.start + piece.length)
-                continue;
-            unsigned const inside = std::max(spot.unit, piece.start) - piece.start;
-            double const x = rulerOf(*spot.run, words, piece).toX(static_cast<qsizetype>(inside));
-            caret.moveLeft(place.left() + piece.left + static_cast<int>(std::lround(x)));
-            return true;
-        }
-        return false;
+        guiTextPiece const* const piece = pieceAt(line, spot.unit);
+        if (!piece)
+            return false;
+        unsigned const inside = std::max(spot.unit, piece->start) - piece->start;
+        double const x = rulerOf(*spot.run, words, *piece).toX(static_cast<qsizetype>(inside));
+        caret.moveLeft(place.left() + piece->left + static_cast<int>(std::lround(x)));
+        return true;
     });
     return caret.translated(corner.left, corner.top);
 }
@@ -169,7 +174,7 @@ guiLineUnits guiLineAround(guiTextSpot const& spot)
     guiLineUnits units{spot.unit, spot.unit};
     spot.run->forEachLine([&](guiLineBreaker const& line, guiTextRun const&, QRect const&) {
         if (!line.pieces().empty())
-            units = {line.pieces().front().start, line.pieces().back().start + line.pieces().back().length};
+            units = {line.from(), line.to()};
         return isOn(line, spot.unit);
     });
     return units;

@@ -76,6 +76,14 @@ enum guiAlignment : std::uint8_t
     kAlignBottom = 2,
 };
 
+/// The direction in which the paragraphs of a text are read.
+enum class guiDirection : std::uint8_t
+{
+    kByText = 0, ///< that of the first letter which has one
+    kLeftToRight = 1,
+    kRightToLeft = 2,
+};
+
 /// The unit of a requested width or height.
 enum guiSizeUnit : std::uint8_t
 {
