@@ -24,24 +24,31 @@ QString folded(QStringView text)
     return result;
 }
 
+/// Soft hyphens, marks of direction, places for breaks.
+bool isUnseen(QChar unit)
+{
+    return unit.unicode() >= 0xAD && u_hasBinaryProperty(unit.unicode(), UCHAR_DEFAULT_IGNORABLE_CODE_POINT);
+}
+
 } // namespace
 
 // Folding may lengthen a text, as that of a sharp s, but it never makes one shorter.
 guiFoldedText::guiFoldedText(QString const& text, bool fold)
     : m_folded(fold ? folded(text) : text), m_length(text.size())
 {
-    if (m_folded.size() != m_length)
-        foldSingly(text);
+    if (m_folded.size() != m_length || std::any_of(text.begin(), text.end(), isUnseen))
+        foldSingly(text, fold);
     m_folded.replace(u'\n', u' ');
 }
 
-void guiFoldedText::foldSingly(QString const& text)
+void guiFoldedText::foldSingly(QString const& text, bool fold)
 {
     m_folded.clear();
     for (qsizetype at = 0; at < text.size();) {
         bool const isPair = text[at].isHighSurrogate() && at + 1 < text.size() && text[at + 1].isLowSurrogate();
         qsizetype const units = isPair ? 2 : 1;
-        QString const letter = folded(QStringView(text).mid(at, units));
+        QStringView const unfolded = QStringView(text).mid(at, units);
+        QString const letter = isUnseen(text[at]) ? QString() : fold ? folded(unfolded) : unfolded.toString();
         m_folded += letter;
         for (qsizetype i = 0; i < letter.size(); ++i)
             m_origins.push_back(at + (letter.size() == units ? i : 0));

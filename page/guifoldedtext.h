@@ -1,5 +1,5 @@
-// page/guifoldedtext.h: text in which letters that differ only in their case are the same, and where it stands in the
-// text as it was.
+// page/guifoldedtext.h: text as people look for it: without characters that are not seen, and letters that differ only
+// in their case are the same; and where it stands in the text as it was.
 #pragma once
 
 #include <QString>
@@ -21,7 +21,7 @@ public:
     std::pair<qsizetype, qsizetype> origin(qsizetype from, qsizetype to) const;
 
 private:
-    void foldSingly(QString const& text);
+    void foldSingly(QString const& text, bool fold);
 
     QString m_folded;
     std::vector<qsizetype> m_origins; // of each unit; empty: each stands where it stood

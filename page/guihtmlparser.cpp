@@ -175,7 +175,7 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
         m_mistakes.checkAttributes(item);
     unsigned const before = parent->getChildCount();
     guiTagReader const reader = tag ? tag->read : guiReadBy<&guiHtmlParser::pullUnknown>;
-    if (item->findAttr("dir"))
+    if ((traits & kTagText) && item->findAttr("dir"))
         pullDirected(parent, item, reader, traits & (kTagInline | kTagFormats));
     else
         reader(*this, parent, item);

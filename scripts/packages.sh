@@ -6,7 +6,7 @@
 packages_for() {
     case $1 in
         page | program | package) base_packages ;;
-        test) base_packages && documentation_packages && echo lld ;;
+        test) base_packages && documentation_packages && font_packages && echo lld ;;
         display) echo xvfb openbox x11-utils xdotool imagemagick valgrind dbus-daemon dbus-bin weston qt6-wayland ;;
         bench) base_packages && bench_packages ;;
         fuzz) base_packages && echo clang libclang-rt-dev llvm ;;
@@ -28,6 +28,11 @@ bench_packages() {
 # Pages from elsewhere, for the tests to load: 5 MB, unpacked outside /usr/share/doc, which small systems leave out.
 documentation_packages() {
     echo libglib2.0-doc swi-prolog-doc
+}
+
+# One small font for each script that fonts-dejavu-core has not: 20 MB.
+font_packages() {
+    echo culmus fonts-hosny-amiri fonts-tlwg-garuda-ttf fonts-wqy-microhei fonts-noto-color-emoji
 }
 
 # Node.js may have been installed in some other way; Debian's package is only fetched where there is none.

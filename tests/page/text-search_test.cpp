@@ -64,6 +64,18 @@ TEST_F(TextSearch, FoldsLettersOfAllScripts)
     EXPECT_EQ(find("Straße", true), 1u);
 }
 
+TEST_F(TextSearch, WhatIsNotSeenIsNotLookedFor)
+{
+    show("<p>co&shy;ope&shy;rate, cooperate; <bdi>one</bdi> two</p>");
+    EXPECT_EQ(find("cooperate"), 2u);
+    search().goOn(true);
+    EXPECT_EQ(current(), "co\u00ADope\u00ADrate");
+    EXPECT_EQ(find("Cooperate", true), 0u);
+    EXPECT_EQ(find("one two"), 1u);
+    EXPECT_EQ(find("co\u00ADoperate"), 2u);
+    EXPECT_EQ(find("\u00AD"), 0u);
+}
+
 TEST_F(TextSearch, ALetterThatIsFoldedToTwoIsFoundAsAWhole)
 {
     show("<p>a ß b</p>");
