@@ -120,11 +120,15 @@ void guiHtmlParser::pullDivider(guiHtml* parent, mlSection* section)
 {
     guiAlignment outer = getCurrentAlignment(parent);
     guiAlignment own = alignmentOf(parent, section);
+    bool const isByDirection = own != outer;
     if (hasAttr(section, "align"))
         readAlignment(pullAttr(section, "align"), &own);
     if (own != outer)
         appendAlignment(parent, own);
     pullContent(parent, section);
-    if (own != outer)
-        appendAlignment(parent, outer);
+    if (own == outer)
+        return;
+    if (isByDirection) // behind the marker no break would be appended
+        section->isNamed("p") ? appendParagraph(parent) : appendLineBreak(parent);
+    appendAlignment(parent, outer);
 }

@@ -38,6 +38,20 @@ QStringView lastLetter(QStringView text)
 
 } // namespace
 
+QStringView guiLetterInForce(guiTextFont& font, QStringView text, qsizetype start, qsizetype end)
+{
+    constexpr qsizetype kFar = 256; // what stands further away is not looked at for each piece
+    if (!firstLetter(text.mid(start, end - start)).isEmpty())
+        return {};
+    qsizetype const from = std::max<qsizetype>(start - kFar, 0);
+    QStringView letter = lastLetter(text.mid(from, start - from));
+    if (letter.isEmpty() && from == 0)
+        letter = firstLetter(text.mid(end, kFar));
+    bool const isOther =
+        !letter.isEmpty() && isDoubtful(letter.front()) && font.blankAfter(letter) != font.blankAdvance();
+    return isOther ? letter : QStringView();
+}
+
 guiTextContext::guiTextContext(guiTextFont& font, QStringView text)
     : m_font(font), m_isPlain(std::none_of(text.begin(), text.end(), isDoubtful))
 {

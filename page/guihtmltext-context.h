@@ -8,6 +8,10 @@
 
 #include <QStringView>
 
+/// The letter in a chunk's text whose script the toolkit gives to a part of it that has no letters, if that changes the
+/// part's font; empty otherwise. `start` and `end` are the part's. GUI thread.
+QStringView guiLetterInForce(guiTextFont& font, QStringView text, qsizetype start, qsizetype end);
+
 /// Follows a chunk's text from word to word. GUI thread.
 class guiTextContext
 {

@@ -69,7 +69,7 @@ void paintPiece(drawing const& job, guiTextPiece const& piece, int left, int bas
     guiTextChunk const& chunk = job.run.chunks()[piece.chunk];
     guiColor const ink = inkOf(job, chunk);
     job.painter->setPen(QColor(ink.red, ink.green, ink.blue));
-    guiDrawPiece(*job.painter, chunk, piece, QPointF(left, baseline), job.text.mid(piece.start, piece.length));
+    guiDrawPiece(*job.painter, chunk, piece, QPointF(left, baseline), job.text);
 }
 
 void paintMark(drawing const& job, guiTextPiece const& piece, QRect const& place)
@@ -107,7 +107,7 @@ void paintMarked(drawing const& job, guiTextPiece const& piece, QRect const& pla
         job.painter->setClipRegion(area, Qt::IntersectClip);
         job.painter->fillRect(place, mark.ground);
         job.painter->setPen(mark.ink);
-        guiDrawPiece(*job.painter, chunk, piece, QPointF(place.left(), baseline), text);
+        guiDrawPiece(*job.painter, chunk, piece, QPointF(place.left(), baseline), job.text);
         if (chunk.strike)
             paintStrikeIn(job, chunk, place, baseline, mark.ink);
     }

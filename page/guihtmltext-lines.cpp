@@ -279,9 +279,10 @@ void guiLineBreaker::addPiece(progress const& from, progress const& to, int left
     guiTextPiece piece;
     piece.chunk = from.place.chunk;
     piece.start = from.place.unit & kMostUnits;
-    piece.length = (to.place.unit - from.place.unit) & kMostUnits;
+    piece.length = (to.place.unit - from.place.unit) & (kMostUnits >> 1);
     piece.left = static_cast<int>(std::min(left + guiTextPixels(from.advance), kMaxLine));
     piece.width = static_cast<int>(std::min(left + guiTextPixels(to.advance), kMaxLine)) - piece.left;
+    piece.isPartOfTurn = m_run.levels().empty() ? 0 : 1;
     piece.isFromTheRight = !m_run.levels().empty() && m_run.levels()[from.place.unit].isFromTheRight() ? 1 : 0;
     assert(piece.left >= m_width && piece.width >= 0);
     m_pieces.push_back(piece);
@@ -289,8 +290,8 @@ void guiLineBreaker::addPiece(progress const& from, progress const& to, int left
 
 // ---- Order ----
 
-/// Whether two neighbouring places are in different pieces: of another level, or, since the toolkit would draw them in
-/// one font, a blank of another font and a letter.
+/// Whether two neighbouring places are in different pieces: of another level, or, where a level begins, a blank of
+/// another font and a letter, whose own font the toolkit would take for both.
 bool guiLineBreaker::splitsAt(guiTextPlace const& start, guiTextPlace const& at) const
 {
     if (m_run.levels()[start.unit].level() != m_run.levels()[at.unit].level())
@@ -299,7 +300,7 @@ bool guiLineBreaker::splitsAt(guiTextPlace const& start, guiTextPlace const& at)
         guiTextWord const& word = m_run.words()[place.word];
         return word.units == 0 && word.advance != 0;
     };
-    return isOtherBlank(start) != isOtherBlank(at);
+    return isOtherBlank(start) && !isOtherBlank(at);
 }
 
 void guiLineBreaker::addPiecesByLevel(progress const& from, progress const& to, int left)

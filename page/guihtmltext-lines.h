@@ -14,8 +14,9 @@ struct guiTextPiece
     std::uint32_t chunk = 0;
     std::uint32_t start : 31 = 0; ///< first unit in the run's text
     std::uint32_t isFromTheRight : 1 = 0;
-    std::uint32_t length : 31 = 0;
+    std::uint32_t length : 30 = 0;
     std::uint32_t isHyphenated : 1 = 0; ///< ends in a soft hyphen that is shown
+    std::uint32_t isPartOfTurn : 1 = 0; ///< its run is not written from left to right as a whole
     int left = 0;                       ///< pixels from the line's left end
     int width = 0;
 

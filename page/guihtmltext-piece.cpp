@@ -1,6 +1,8 @@
 // page/guihtmltext-piece.cpp: see guihtmltext-piece.h.
 #include "page/guihtmltext-piece.h"
 
+#include "page/guihtmltext-context.h"
+
 #include <QGlyphRun>
 #include <QPainter>
 #include <QRawFont>
@@ -85,13 +87,47 @@ QString directedText(guiTextPiece const& piece, QString const& text)
     return directed;
 }
 
+/// The letter that decides on the font of a piece without letters of its own; empty where there is none.
+QStringView letterInForce(guiTextChunk const& chunk, guiTextPiece const& piece, QStringView run)
+{
+    constexpr qsizetype kBehind = 256;
+    qsizetype const start = qsizetype{piece.start} - chunk.start;
+    QStringView const text = run.mid(chunk.start, start + qsizetype{piece.length} + kBehind);
+    qsizetype const nextCode = text.indexOf(QStringView(u"[["), start);
+    QStringView const own = text.left(nextCode < 0 ? text.size() : nextCode);
+    return guiLetterInForce(*chunk.font, own, start, start + qsizetype{piece.length});
+}
+
+/// Draws text as it looks behind a letter and a blank.
+void drawBehind(QStringView letter, QPainter& painter, QPointF at, QString const& text)
+{
+    QString const before = letter.toString() + u' ';
+    QTextLayout layout(before + text, painter.font());
+    QTextOption option;
+    option.setTextDirection(Qt::LeftToRight);
+    layout.setTextOption(option);
+    layout.beginLayout();
+    layout.createLine().setPosition({0, 0});
+    layout.endLayout();
+    double left = HUGE_VAL;
+    auto const runs = layout.glyphRuns(static_cast<int>(before.size()), static_cast<int>(text.size()));
+    for (QGlyphRun const& glyphs : runs)
+        for (QPointF const& place : glyphs.positions())
+            left = std::min(left, place.x());
+    for (QGlyphRun const& glyphs : runs)
+        painter.drawGlyphRun(at - QPointF(left, layout.lineAt(0).ascent()), glyphs);
+}
+
 } // namespace
 
 // In a font that kerns blanks, a line drawn in one go would not be as wide as its measured words.
-void guiDrawPiece(QPainter& painter, guiTextChunk const& chunk, guiTextPiece const& piece, QPointF at, QStringView text)
+void guiDrawPiece(QPainter& painter, guiTextChunk const& chunk, guiTextPiece const& piece, QPointF at, QStringView run)
 {
     painter.setFont(chunk.underline ? chunk.font->underlined() : chunk.font->font());
-    QString const drawn = drawnText(text);
+    QString const drawn = drawnText(run.mid(piece.start, piece.length));
+    if (piece.isPartOfTurn)
+        if (QStringView const letter = letterInForce(chunk, piece, run); !letter.isEmpty())
+            return drawBehind(letter, painter, at, drawn);
     if (piece.isHyphenated || !isDrawnByWords(chunk, drawn)) {
         painter.setLayoutDirection(piece.isFromTheRight ? Qt::RightToLeft : Qt::LeftToRight);
         painter.drawText(at, directedText(piece, drawn));

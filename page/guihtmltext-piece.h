@@ -12,9 +12,8 @@
 class QPainter;
 class QPointF;
 
-/// Draws a piece with the painter's pen; `at` is on the base line, `text` what the piece holds. GUI thread.
-void guiDrawPiece(QPainter& painter, guiTextChunk const& chunk, guiTextPiece const& piece, QPointF at,
-                  QStringView text);
+/// Draws a piece with the painter's pen; `at` is on the base line, `run` the text of the whole run. GUI thread.
+void guiDrawPiece(QPainter& painter, guiTextChunk const& chunk, guiTextPiece const& piece, QPointF at, QStringView run);
 
 /// Where the characters of a piece stand, in pixels from its left end. Letters that are written from right to left
 /// stand in their visual order. GUI thread.

@@ -60,8 +60,7 @@ void NodeEngine::turnLoop()
 bool NodeEngine::runImmediates()
 {
     Napi::HandleScope scope(m_env);
-    auto areNoneLeft = m_helpers.call("runImmediates", {});
-    return areNoneLeft.IsEmpty() || areNoneLeft.ToBoolean();
+    return m_helpers.ask("runImmediates", {}, true);
 }
 
 void NodeEngine::runMicrotasks()

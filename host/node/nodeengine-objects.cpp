@@ -125,8 +125,7 @@ void NodeEngine::eraseScript(NodeObject& object, std::u16string const& name)
 bool NodeEngine::hasScriptMethod(NodeObject& object, std::u16string const& name)
 {
     Napi::HandleScope scope(m_env);
-    auto answer = m_helpers.call("hasMethod", {object.script(), Napi::String::New(m_env, name)});
-    return !answer.IsEmpty() && answer.ToBoolean();
+    return m_helpers.ask("hasMethod", {object.script(), Napi::String::New(m_env, name)}, false);
 }
 
 void NodeEngine::defineAccessor(NodeObject& object, std::u16string const& name)

@@ -105,6 +105,16 @@ void NodeEngine::closeWindows()
         object->scriptClass()->callByName(*object, "close");
 }
 
+// A window that was about to open when the environment ended may have opened since.
+void NodeEngine::closeWindowsAgain()
+{
+    if (m_isClosingAgain)
+        return;
+    m_isClosingAgain = true;
+    closeWindows();
+    m_isClosingAgain = false;
+}
+
 void NodeEngine::destroyInstances()
 {
     for (auto& object : instances())

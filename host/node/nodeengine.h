@@ -158,6 +158,8 @@ public:
     void displayLost();
     /// Closes every open window.
     void closeWindows();
+    /// The same from inside a wait for one of them, after close().
+    void closeWindowsAgain();
     /// Runs the destroy handlers of all objects that are left, oldest first.
     void destroyInstances();
 
@@ -241,6 +243,7 @@ private:
     HandlerContext m_running{};    // not owned; kept by the call
     std::vector<double> m_numbers; // of the array that the component reads
     bool m_hasNumbers = false;     // it was one of numbers
+    bool m_isClosingAgain = false;
     std::map<std::pair<ScriptMethod, std::u16string>, std::unique_ptr<OwnMethod>> m_ownMethods; // by their content
 
     // Any thread.

@@ -34,6 +34,13 @@ Napi::Value NodeHelpers::call(char const* name, std::initializer_list<napi_value
     return {}; // what the wrapper gives for a call that threw is not empty
 }
 
+bool NodeHelpers::ask(char const* name, std::initializer_list<napi_value> args, bool otherwise)
+{
+    Napi::Value const answer = call(name, args);
+    bool value = otherwise;
+    return !answer.IsEmpty() && napi_get_value_bool(m_env, answer, &value) == napi_ok ? value : otherwise;
+}
+
 void NodeHelpers::report(Napi::Value error) { napi_fatal_exception(m_env, error); }
 
 void NodeHelpers::reportPending()

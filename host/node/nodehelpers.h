@@ -22,6 +22,10 @@ public:
     /// What the helper returned; empty when it threw, which is reported, and after giveUp().
     Napi::Value call(char const* name, std::initializer_list<napi_value> args);
 
+    /// A helper's answer of true or false; `otherwise` when it threw or gave none. An environment may be terminated
+    /// between two calls of the interpreter, so nothing here takes a call's success for granted.
+    bool ask(char const* name, std::initializer_list<napi_value> args, bool otherwise);
+
     /// Treats `error` as one that nobody caught, which may end the process.
     void report(Napi::Value error);
     /// Reports the exception that is pending, if there is one.

@@ -60,6 +60,7 @@ void NodeMethodNames::publishOne(NodeObject& object)
     auto list = changed.As<Napi::Array>();
     auto names = std::make_shared<NodeObject::MethodNames>();
     for (uint32_t i = 0; i < list.Length(); ++i)
-        names->insert(list.Get(i).ToString().Utf16Value());
+        if (Napi::Value const name = list.Get(i); name.IsString())
+            names->insert(name.As<Napi::String>().Utf16Value());
     object.publishMethods(std::move(names));
 }

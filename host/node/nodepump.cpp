@@ -201,7 +201,8 @@ void NodePump::step()
     if (runReady() || takeWake())
         return;
     if (isClosed()) {
-        waitForSignal(kStepMs * 1000);
+        if (!waitForSignal(kStepMs * 1000))
+            m_engine.closeWindowsAgain();
         return;
     }
     if (!m_isQuiet && waitForSignal(kSignalWaitUs)) {

@@ -68,9 +68,13 @@ after(async () => {
 });
 
 const click = ([x, y], button) => xdotool('mousemove', '--window', window, x, y, 'click', button);
-/** The handlers were called as wanted, and the window takes input again. */
+const isFocus = ([name]) => name === 'in' || name === 'out';
+/**
+ * The handlers were called as wanted, and the window takes input again. Where nothing of the focus is wanted, its events do
+ * not count: the window manager may take the focus and give it back while a menu closes.
+ */
 const tells = async (...wanted) => {
-    await program.becomes('seen', wanted);
+    await program.becomes(wanted.some(isFocus) ? 'seen' : `seen.filter((each) => !(${isFocus})(each))`, wanted);
     for (let i = 0; i < 2; ++i) {
         await program.ask('new tarn.GuiWindow().isOpen()');
     }

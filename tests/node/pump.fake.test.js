@@ -40,7 +40,7 @@ const everything = `
     setTimeout(() => happened('old timer'), 40);
     class Modal extends tarn.GuiWindow {
         onPing() { happened('handler'); }
-        ePostOpen() { this.testFire(1, 'onPing'); this.testCloseLater(8000); }
+        ePostOpen() { this.testFire(1, 'onPing'); this.testCloseLater(25000); }
     }
     function body() {
         window = new Modal('page.html');

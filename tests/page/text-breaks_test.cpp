@@ -158,8 +158,8 @@ TEST(TextBreaks, WordsOfOtherScriptsHaveNoBreaks)
 std::u16string randomText(std::mt19937& random)
 {
     static constexpr std::u16string_view kWords[] = {
-        u"alpha",  u"beta", u"of", u" ",  u" ",    u" ",     u"日本",   u"語",         u"「文」", u"かな",  u"。",
-        u"한국어", u"12",   u"é",  u"Да", u"שלום", u"مرحبا", u"\u200B", u"\U0001F600", u"，"};
+        u"alpha", u"beta",   u"of", u" ", u" ",  u" ",    u"日本",  u"語",     u"「文」",     u"かな",
+        u"。",    u"한국어", u"12", u"é", u"Да", u"שלום", u"مرحبا", u"\u200B", u"\U0001F600", u"，"};
     std::u16string text = u"a"; // the toolkit shows blanks at the start
     for (unsigned left = 3 + random() % 25; left > 0; --left)
         text += kWords[random() % std::size(kWords)];
@@ -225,10 +225,16 @@ TEST(TextBreaks, TenThousandMixedTextsBreakWhereTheToolkitBreaksThem)
         else
             ADD_FAILURE() << i << " in " << width << ": " << QString::fromStdU16String(text).toStdString() << " own "
                           << (a == own.end() ? all : *a) << " theirs " << (b == theirs.end() ? all : *b) << " after "
-                          << start << " widths " << QFontMetricsF(testFont()).horizontalAdvance(QString::fromStdU16String(text).mid(start, (a == own.end() ? all : *a)-start)) << " " << QFontMetricsF(testFont()).horizontalAdvance(QString::fromStdU16String(text).mid(start, (b == theirs.end() ? all : *b)-start));
+                          << start << " widths "
+                          << QFontMetricsF(testFont())
+                                 .horizontalAdvance(
+                                     QString::fromStdU16String(text).mid(start, (a == own.end() ? all : *a) - start))
+                          << " "
+                          << QFontMetricsF(testFont())
+                                 .horizontalAdvance(QString::fromStdU16String(text).mid(
+                                     start, (b == theirs.end() ? all : *b) - start));
     }
     EXPECT_LT(closeCalls, 300);
 }
-
 
 } // namespace

@@ -98,8 +98,7 @@ TEST(TextFallback, AllOfASentenceIsSeenInItsWidth)
             if (picture == &cut)
                 painter.setClipRect(98, 0, breaker.width() + 4, 40);
             for (guiTextPiece const& piece : breaker.pieces())
-                guiDrawPiece(painter, run.chunks()[piece.chunk], piece, QPointF(100 + piece.left, 25),
-                             view.mid(piece.start, piece.length));
+                guiDrawPiece(painter, run.chunks()[piece.chunk], piece, QPointF(100 + piece.left, 25), view);
         }
         EXPECT_EQ(inkedColumns(cut), inkedColumns(whole)) << view.toString().toStdString();
         EXPECT_GT(*inkedColumns(whole).rbegin(), 100 + breaker.width() - 12) << "and it fills its width";
