@@ -124,6 +124,17 @@ std::vector<qsizetype> placesByToolkit(QStringView word)
 
 } // namespace
 
+// Without an early exit, so that the compiler compares many units at a time.
+bool guiHasPlainLettersOnly(QStringView text)
+{
+    constexpr char16_t kFirstOther = 0x590; // behind Latin, Greek, Cyrillic and Armenian
+    unsigned other = 0;
+    char16_t const* const units = text.utf16();
+    for (qsizetype i = 0; i < text.size(); ++i)
+        other |= static_cast<unsigned>(units[i] >= kFirstOther) | static_cast<unsigned>(units[i] == kSoftHyphen);
+    return other == 0;
+}
+
 bool guiHasInnerBreaks(QStringView text)
 {
     return std::any_of(text.begin(), text.end(), mayBreakBesideUnit) && hasCharacter(text, mayBreakBeside);

@@ -6,6 +6,10 @@
 
 #include <vector>
 
+/// Whether all of a text is in letters that are written from left to right, with blanks, without marks that say
+/// otherwise: most texts, for which nothing of this is looked at. Any thread.
+bool guiHasPlainLettersOnly(QStringView text);
+
 /// Whether lines may end inside the text's words as they may at blanks: beside ideographs, kana and pictures,
 /// between the words of Thai, Lao, Khmer and Burmese, after soft hyphens, zero-width spaces and the spaces of
 /// typographers. Quick for other text. Any thread.

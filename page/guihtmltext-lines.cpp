@@ -26,7 +26,11 @@ struct guiLineBreaker::progress
 };
 
 guiLineBreaker::guiLineBreaker(guiTextRun const& run, QStringView text, int width)
-    : m_run(run), m_text(text), m_boxWidth(width)
+    : m_run(run),
+      m_turns(!run.levels().empty()),
+      m_hasInnerBreaks(run.hasInnerBreaks()),
+      m_text(text),
+      m_boxWidth(width)
 {
     ++guiLayoutCounters::runsBroken;
     if (!run.chunks().empty())
@@ -44,7 +48,7 @@ bool guiLineBreaker::next()
         return isLine;
     m_from = m_pieces.front().start;
     m_to = m_pieces.back().end();
-    if (!m_run.levels().empty())
+    if (m_turns)
         setOrder();
     return true;
 }
@@ -210,7 +214,7 @@ bool guiLineBreaker::fitChunk()
     std::optional<progress> last; // where the line may end
     for (; at.place.word < end; ++at.place.word, at.place.offset = 0) {
         guiTextWord const& word = m_run.words()[at.place.word];
-        if (mayEndBefore(at.place, from.place))
+        if (m_hasInnerBreaks && mayEndBefore(at.place, from.place))
             keepPlace(at, last);
         if (takeWord(at, word) && takeBlanks(at, word, last))
             continue;
@@ -262,7 +266,7 @@ void guiLineBreaker::endAt(progress const& from, progress const& to)
         return;
     guiTextChunk const& chunk = m_run.chunks()[from.place.chunk];
     int const left = m_width + (m_pieces.empty() ? chunk.indent : 0);
-    if (m_run.levels().empty())
+    if (!m_turns)
         addPiece(from, to, left);
     else
         addPiecesByLevel(from, to, left);
@@ -282,8 +286,8 @@ void guiLineBreaker::addPiece(progress const& from, progress const& to, int left
     piece.length = (to.place.unit - from.place.unit) & (kMostUnits >> 1);
     piece.left = static_cast<int>(std::min(left + guiTextPixels(from.advance), kMaxLine));
     piece.width = static_cast<int>(std::min(left + guiTextPixels(to.advance), kMaxLine)) - piece.left;
-    piece.isPartOfTurn = m_run.levels().empty() ? 0 : 1;
-    piece.isFromTheRight = !m_run.levels().empty() && m_run.levels()[from.place.unit].isFromTheRight() ? 1 : 0;
+    piece.isPartOfTurn = m_turns ? 1 : 0;
+    piece.isFromTheRight = m_turns && m_run.levels()[from.place.unit].isFromTheRight() ? 1 : 0;
     assert(piece.left >= m_width && piece.width >= 0);
     m_pieces.push_back(piece);
 }

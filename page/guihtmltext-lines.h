@@ -82,6 +82,8 @@ private:
     bool fits(std::int64_t advance) const { return guiTextPixels(advance) <= m_room; }
 
     guiTextRun const& m_run;
+    bool m_turns;          // it has levels
+    bool m_hasInnerBreaks; // of its words
     QStringView m_text;
     int m_boxWidth;
     guiTextPlace m_place;

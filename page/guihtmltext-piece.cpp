@@ -99,12 +99,12 @@ QStringView letterInForce(guiTextChunk const& chunk, guiTextPiece const& piece, 
 }
 
 /// Draws text as it looks behind a letter and a blank.
-void drawBehind(QStringView letter, QPainter& painter, QPointF at, QString const& text)
+void drawBehind(QStringView letter, bool isFromTheRight, QPainter& painter, QPointF at, QString const& text)
 {
     QString const before = letter.toString() + u' ';
     QTextLayout layout(before + text, painter.font());
     QTextOption option;
-    option.setTextDirection(Qt::LeftToRight);
+    option.setTextDirection(isFromTheRight ? Qt::RightToLeft : Qt::LeftToRight);
     layout.setTextOption(option);
     layout.beginLayout();
     layout.createLine().setPosition({0, 0});
@@ -127,7 +127,7 @@ void guiDrawPiece(QPainter& painter, guiTextChunk const& chunk, guiTextPiece con
     QString const drawn = drawnText(run.mid(piece.start, piece.length));
     if (piece.isPartOfTurn)
         if (QStringView const letter = letterInForce(chunk, piece, run); !letter.isEmpty())
-            return drawBehind(letter, painter, at, drawn);
+            return drawBehind(letter, piece.isFromTheRight, painter, at, drawn);
     if (piece.isHyphenated || !isDrawnByWords(chunk, drawn)) {
         painter.setLayoutDirection(piece.isFromTheRight ? Qt::RightToLeft : Qt::LeftToRight);
         painter.drawText(at, directedText(piece, drawn));

@@ -25,6 +25,7 @@ struct gathering
     std::vector<guiTextChunk> chunks;
     std::vector<guiTextWord> words;
     bool hasLinks = false;
+    bool hasInnerBreaks = false;
 
     void start()
     {
@@ -33,7 +34,7 @@ struct gathering
             *this = gathering();
         chunks.clear();
         words.clear();
-        hasLinks = false;
+        hasLinks = hasInnerBreaks = false;
     }
 };
 
@@ -52,9 +53,10 @@ class guiTextRun::builder
 {
 public:
     builder(gathering& run, guiTextFont& font, int points, bool normalize, guiTextScale scale,
-            std::span<guiTextLevel const> levels)
+            std::span<guiTextLevel const> levels, bool mayBreakInWords)
         : m_run(run),
           m_levels(levels),
+          m_mayBreakInWords(mayBreakInWords),
           m_default(font),
           m_defaultPoints(points),
           m_normalize(normalize),
@@ -88,6 +90,7 @@ private:
 
     gathering& m_run;
     std::span<guiTextLevel const> m_levels; // of the text's units; empty where nothing turns
+    bool m_mayBreakInWords;                 // in any of them
     guiTextFont& m_default;
     int m_defaultPoints;
     bool m_normalize;
@@ -106,7 +109,6 @@ private:
     std::uint32_t m_label = guiTextChunk::kNoLink;
     std::uint16_t m_indent = 0;
     std::uint16_t m_breaks = 0;
-    bool m_hasInnerBreaks = false; // in the text that is added
 };
 
 guiTextRun::guiTextRun(QStringView text, guiTextFont& font, int points, bool normalize, guiTextScale scale,
@@ -116,16 +118,19 @@ guiTextRun::guiTextRun(QStringView text, guiTextFont& font, int points, bool nor
     ++guiLayoutCounters::runsShaped;
     gathering& found = theGathering();
     found.start();
-    std::vector<guiTextLevel> const levels = guiLevelsOf(text, direction);
-    builder(found, font, points, normalize, scale, levels).read(text);
+    bool const isPlain = guiHasPlainLettersOnly(text);
+    bool const mayTurn = !isPlain || direction == guiDirection::kRightToLeft;
+    std::vector<guiTextLevel> const levels = mayTurn ? guiLevelsOf(text, direction) : std::vector<guiTextLevel>();
+    builder(found, font, points, normalize, scale, levels, !isPlain).read(text);
     std::size_t const chunkBytes = found.chunks.size() * sizeof(guiTextChunk);
     std::size_t const wordBytes = found.words.size() * sizeof(guiTextWord);
     m_block.reset(static_cast<block*>(std::malloc(sizeof(block) + chunkBytes + wordBytes + levels.size())));
     if (!m_block)
         throw velaError(ENOMEM);
     m_block->chunks = static_cast<std::uint32_t>(found.chunks.size());
-    m_block->words = static_cast<std::uint32_t>(found.words.size()) & 0x7FFFFFFF;
+    m_block->words = static_cast<std::uint32_t>(found.words.size()) & 0x3FFFFFFF;
     m_block->hasLinks = found.hasLinks;
+    m_block->hasInnerBreaks = found.hasInnerBreaks;
     std::copy(found.chunks.begin(), found.chunks.end(), chunksOf(m_block.get()));
     std::copy(found.words.begin(), found.words.end(), wordsOf(m_block.get()));
     m_block->levels = static_cast<std::uint32_t>(levels.size());
@@ -170,7 +175,6 @@ void guiTextRun::builder::openChunk(qsizetype start)
 void guiTextRun::builder::addText(QStringView text, qsizetype start)
 {
     openChunk(start);
-    m_hasInnerBreaks = guiHasInnerBreaks(text);
     guiTextContext context(*m_run.chunks.back().font, text);
     for (qsizetype at = 0; at < text.size();) {
         qsizetype const wordStart = at;
@@ -187,13 +191,15 @@ void guiTextRun::builder::addText(QStringView text, qsizetype start)
 void guiTextRun::builder::addWord(QStringView word, qsizetype start, guiTextContext& context)
 {
     std::size_t const first = m_run.words.size();
-    bool const hasBreaks = m_hasInnerBreaks && guiHasInnerBreaks(word);
+    bool const hasBreaks = m_mayBreakInWords && guiHasInnerBreaks(word);
     if (m_levels.empty())
         addPart(word, hasBreaks, context);
     else
         addTurningWord(word, start, hasBreaks, context);
-    if (hasBreaks)
-        setBreaks(first, guiInnerBreaks(word));
+    if (!hasBreaks)
+        return;
+    m_run.hasInnerBreaks = true;
+    setBreaks(first, guiInnerBreaks(word));
 }
 
 /// A word or a part of one that has one direction. `byCharacters`: an entry for each.

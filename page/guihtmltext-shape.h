@@ -72,6 +72,8 @@ public:
         return chunk + 1 < m_block->chunks ? chunksOf(m_block.get())[chunk + 1].firstWord : m_block->words;
     }
     bool hasLinks() const { return m_block && m_block->hasLinks; }
+    /// Whether lines may end inside of words: before each entry that is not glued, also where no blank stands.
+    bool hasInnerBreaks() const { return m_block && m_block->hasInnerBreaks; }
     /// For each unit of the text how it is written; empty when all of it is written from left to right. The letters of
     /// a word have one level.
     std::span<guiTextLevel const> levels() const
@@ -86,8 +88,9 @@ private:
     struct block
     {
         std::uint32_t chunks;
-        std::uint32_t words : 31;
+        std::uint32_t words : 30;
         std::uint32_t hasLinks : 1;
+        std::uint32_t hasInnerBreaks : 1;
         std::uint32_t levels;
         std::uint32_t unused; // what follows is aligned to eight bytes
     };

@@ -105,6 +105,57 @@ TEST(TextFallback, AllOfASentenceIsSeenInItsWidth)
     }
 }
 
+QImage drawnWhole(std::u16string_view text, QSize size)
+{
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    painter.setFont(testFont());
+    painter.drawText(QPointF(0, 25), QString::fromStdU16String(std::u16string(text)));
+    return picture;
+}
+
+QImage drawnByPieces(std::u16string_view text, QSize size)
+{
+    QStringView const view(text.data(), static_cast<qsizetype>(text.size()));
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    guiTextRun const run(view, guiTextFonts::of(testFont()), 10, true);
+    guiLineBreaker breaker(run, view, 1000000);
+    EXPECT_TRUE(breaker.next());
+    for (guiTextPiece const& piece : breaker.pieces())
+        guiDrawPiece(painter, run.chunks()[piece.chunk], piece, QPointF(piece.left, 25), view);
+    return picture;
+}
+
+/// How many pixels of the first picture have ink where the second has none within a pixel of it.
+int inkBeside(QImage const& first, QImage const& second)
+{
+    auto const hasInk = [](QImage const& picture, int x, int y) {
+        return picture.valid(x, y) && qGray(picture.pixel(x, y)) < 128;
+    };
+    int count = 0;
+    for (int x = 0; x < first.width(); ++x)
+        for (int y = 0; y < first.height(); ++y)
+            if (hasInk(first, x, y) && !hasInk(second, x, y) && !hasInk(second, x - 1, y) && !hasInk(second, x + 1, y))
+                ++count;
+    return count;
+}
+
+TEST(TextFallback, SignsAndDigitsBetweenLettersLookAsTheyDoInTheWholeText)
+{
+    for (std::u16string_view text :
+         {u"אבג (1948).", u"אבג, 12 + 3 = (15)!", u"سلام (12) مرحبا.", u"one (אבג) 5, two."}) {
+        QSize const size(300, 40);
+        QImage const own = drawnByPieces(text, size);
+        QImage const theirs = drawnWhole(text, size);
+        std::string const name = QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())).toStdString();
+        EXPECT_LE(inkBeside(own, theirs), 10) << name;
+        EXPECT_LE(inkBeside(theirs, own), 10) << name;
+    }
+}
+
 TEST(TextFallback, MixedTextsAreAsWideAsTheyAreDrawn)
 {
     static constexpr std::u16string_view kWords[] = {u"alpha", u"12",   u"אבג", u"שלום", u"مرحبا", u"سلام",
