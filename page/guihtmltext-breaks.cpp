@@ -11,6 +11,8 @@
 #include <unicode/utf16.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 
 namespace {
@@ -124,15 +126,21 @@ std::vector<qsizetype> placesByToolkit(QStringView word)
 
 } // namespace
 
-// Without an early exit, so that the compiler compares many units at a time.
+// Four units at a time as long as they are ASCII.
 bool guiHasPlainLettersOnly(QStringView text)
 {
     constexpr char16_t kFirstOther = 0x590; // behind Latin, Greek, Cyrillic and Armenian
-    unsigned other = 0;
+    constexpr std::uint64_t kNoAscii = 0xFF80FF80FF80FF80;
+    auto const isOther = [](char16_t unit) { return unit >= kFirstOther || unit == kSoftHyphen; };
     char16_t const* const units = text.utf16();
-    for (qsizetype i = 0; i < text.size(); ++i)
-        other |= static_cast<unsigned>(units[i] >= kFirstOther) | static_cast<unsigned>(units[i] == kSoftHyphen);
-    return other == 0;
+    qsizetype at = 0;
+    for (; at + 4 <= text.size(); at += 4) {
+        std::uint64_t four = 0;
+        std::memcpy(&four, units + at, sizeof four);
+        if ((four & kNoAscii) != 0 && std::any_of(units + at, units + at + 4, isOther))
+            return false;
+    }
+    return std::none_of(units + at, units + text.size(), isOther);
 }
 
 bool guiHasInnerBreaks(QStringView text)

@@ -21,8 +21,8 @@ constexpr QStringView kShownHyphen(kHyphen, 1);
 struct guiLineBreaker::progress
 {
     guiTextPlace place;
-    std::int64_t advance = 0; // 1/64 pixel, from the first unit on the line
     bool isHyphenated = false;
+    std::int64_t advance = 0; // 1/64 pixel, from the first unit on the line
 };
 
 guiLineBreaker::guiLineBreaker(guiTextRun const& run, QStringView text, int width)
@@ -156,18 +156,17 @@ bool guiLineBreaker::takeWord(progress& at, guiTextWord const& word) const
     return true;
 }
 
-int guiLineBreaker::blankAdvance(guiTextPlace const& place) const
+inline int guiLineBreaker::blankAdvance(std::uint32_t chunk, guiTextWord const& word) const
 {
-    guiTextWord const& word = m_run.words()[place.word];
     bool const isOther = word.units == 0 && word.advance;
-    return isOther ? word.advance : m_run.chunks()[place.chunk].font->blankAdvance();
+    return isOther ? word.advance : m_run.chunks()[chunk].font->blankAdvance();
 }
 
 // Takes blanks up to the next word; false at the first one that does not fit. `last` is the position before the last
 // blank.
 bool guiLineBreaker::takeBlanks(progress& at, guiTextWord const& word, std::optional<progress>& last) const
 {
-    int const blank = blankAdvance(at.place);
+    int const blank = blankAdvance(at.place.chunk, word);
     for (unsigned left = word.units + word.blanks - at.place.offset; left > 0; --left) {
         last = at;
         at.advance += blank;
@@ -258,6 +257,22 @@ void guiLineBreaker::skipTo(progress& at, std::uint32_t end) const
     }
 }
 
+/// `left`: where the chunk's first piece on the line is.
+inline void guiLineBreaker::addPiece(progress const& from, progress const& to, int left)
+{
+    guiTextPiece& piece = m_pieces.emplace_back();
+    piece.chunk = from.place.chunk;
+    piece.start = from.place.unit & kMostUnits;
+    piece.length = (to.place.unit - from.place.unit) & (kMostUnits >> 1);
+    piece.left = static_cast<int>(std::min(left + guiTextPixels(from.advance), kMaxLine));
+    piece.width = static_cast<int>(std::min(left + guiTextPixels(to.advance), kMaxLine)) - piece.left;
+    assert(piece.left >= m_width && piece.width >= 0);
+    if (!m_turns)
+        return;
+    piece.isPartOfTurn = 1;
+    piece.isFromTheRight = m_run.levels()[from.place.unit].isFromTheRight() ? 1 : 0;
+}
+
 // Adds the text between the two positions to the line; no text leaves the line as it is.
 void guiLineBreaker::endAt(progress const& from, progress const& to)
 {
@@ -275,21 +290,6 @@ void guiLineBreaker::endAt(progress const& from, progress const& to)
     m_height = std::max(m_height, chunk.font->lineSpacing());
     m_descent = std::max(m_descent, chunk.font->descent());
     m_place = to.place;
-}
-
-/// `left`: where the chunk's first piece on the line is.
-void guiLineBreaker::addPiece(progress const& from, progress const& to, int left)
-{
-    guiTextPiece piece;
-    piece.chunk = from.place.chunk;
-    piece.start = from.place.unit & kMostUnits;
-    piece.length = (to.place.unit - from.place.unit) & (kMostUnits >> 1);
-    piece.left = static_cast<int>(std::min(left + guiTextPixels(from.advance), kMaxLine));
-    piece.width = static_cast<int>(std::min(left + guiTextPixels(to.advance), kMaxLine)) - piece.left;
-    piece.isPartOfTurn = m_turns ? 1 : 0;
-    piece.isFromTheRight = m_turns && m_run.levels()[from.place.unit].isFromTheRight() ? 1 : 0;
-    assert(piece.left >= m_width && piece.width >= 0);
-    m_pieces.push_back(piece);
 }
 
 // ---- Order ----
@@ -327,7 +327,7 @@ void guiLineBreaker::addPiecesByLevel(progress const& from, progress const& to, 
             skipTo(at, std::min(to.place.unit, at.place.unit + word.units - at.place.offset));
             ink = at;
         } else {
-            at.advance += blankAdvance(at.place);
+            at.advance += blankAdvance(at.place.chunk, word);
             ++at.place.offset;
             ++at.place.unit;
         }

@@ -77,7 +77,7 @@ private:
     bool takeWord(progress& at, guiTextWord const& word) const;
     bool takeBlanks(progress& at, guiTextWord const& word, std::optional<progress>& last) const;
     void cutWord(progress& at, guiTextWord const& word, std::uint32_t end) const;
-    int blankAdvance(guiTextPlace const& place) const;
+    int blankAdvance(std::uint32_t chunk, guiTextWord const& word) const;
     std::int64_t restOfWord(guiTextPlace const& place, guiTextWord const& word) const;
     bool fits(std::int64_t advance) const { return guiTextPixels(advance) <= m_room; }
 

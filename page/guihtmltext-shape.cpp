@@ -74,6 +74,7 @@ private:
     void openChunk(qsizetype start);
     void addBreak(qsizetype start);
     void addWord(QStringView word, qsizetype start, guiTextContext& context);
+    bool addWhole(QStringView word, guiTextContext& context);
     void addPart(QStringView part, bool byCharacters, guiTextContext& context);
     void addTurningWord(QStringView word, qsizetype start, bool byCharacters, guiTextContext& context);
     void setBreaks(std::size_t first, std::vector<qsizetype> const& places);
@@ -188,8 +189,23 @@ void guiTextRun::builder::addText(QStringView text, qsizetype start)
     }
 }
 
+/// Adds a word as one entry; false for one that is too long for that.
+inline bool guiTextRun::builder::addWhole(QStringView word, guiTextContext& context)
+{
+    int const advance = word.size() <= guiTextFont::kMaxWord ? context.wordAdvance(word) : guiTextWord::kMaxAdvance + 1;
+    if (advance > guiTextWord::kMaxAdvance)
+        return false;
+    guiTextWord entry;
+    entry.advance = static_cast<std::uint16_t>(advance);
+    entry.units = static_cast<std::uint8_t>(word.size());
+    m_run.words.push_back(entry);
+    return true;
+}
+
 void guiTextRun::builder::addWord(QStringView word, qsizetype start, guiTextContext& context)
 {
+    if (!m_mayBreakInWords && m_levels.empty() && addWhole(word, context))
+        return;
     std::size_t const first = m_run.words.size();
     bool const hasBreaks = m_mayBreakInWords && guiHasInnerBreaks(word);
     if (m_levels.empty())
@@ -206,19 +222,10 @@ void guiTextRun::builder::addWord(QStringView word, qsizetype start, guiTextCont
 void guiTextRun::builder::addPart(QStringView part, bool byCharacters, guiTextContext& context)
 {
     assert(!m_run.chunks.empty());
-    auto& words = m_run.words;
-    if (part.size() <= guiTextFont::kMaxWord && !byCharacters) {
-        int const advance = context.wordAdvance(part);
-        if (advance <= guiTextWord::kMaxAdvance) {
-            guiTextWord entry;
-            entry.advance = static_cast<std::uint16_t>(advance);
-            entry.units = static_cast<std::uint8_t>(part.size());
-            words.push_back(entry);
-            return;
-        }
-    }
+    if (!byCharacters && addWhole(part, context))
+        return;
     context.pass(part);
-    guiMeasureCharacters(*m_run.chunks.back().font, part, words);
+    guiMeasureCharacters(*m_run.chunks.back().font, part, m_run.words);
 }
 
 /// Part by part where its direction changes, so that each entry has one.
