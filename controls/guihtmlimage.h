@@ -81,6 +81,8 @@ public:
     QPainterPath getLinkOutline(unsigned place) override;
     sstring getLinkText(unsigned place) override;
     void followLinkAt(unsigned place) override;
+    /// Where the link leads, as the page says it; "" for a place without one.
+    sstring getLinkTarget(unsigned place) const { return linkOf(place); }
 
 private:
     QSize ownSize() const;

@@ -1,0 +1,71 @@
+// controls/guicontrolpicture.cpp: see guicontrolpicture.h.
+#include "controls/guicontrolpicture.h"
+
+#include "controls/guihtmlcontrol.h"
+#include "page/guionpaper.h"
+
+#include <QAbstractScrollArea>
+#include <QPainter>
+#include <QRect>
+#include <QRegion>
+#include <QScrollBar>
+#include <QWidget>
+#include <cassert>
+
+namespace {
+
+/// The size and the place of scrolling of a widget, which it has again in the end.
+class keptSize
+{
+public:
+    explicit keptSize(QWidget& widget) : m_widget(widget), m_size(widget.size())
+    {
+        if (auto* const area = qobject_cast<QAbstractScrollArea*>(&widget))
+            m_scrolled = {area->horizontalScrollBar()->value(), area->verticalScrollBar()->value()};
+    }
+    ~keptSize()
+    {
+        m_widget.resize(m_size);
+        auto* const area = qobject_cast<QAbstractScrollArea*>(&m_widget);
+        if (!area)
+            return;
+        area->horizontalScrollBar()->setValue(m_scrolled.x());
+        area->verticalScrollBar()->setValue(m_scrolled.y());
+    }
+    keptSize(keptSize const&) = delete;
+    keptSize& operator=(keptSize const&) = delete;
+
+private:
+    QWidget& m_widget;
+    QSize m_size;
+    QPoint m_scrolled;
+};
+
+void paint(QPainter& painter, QWidget& widget, QRect const& place)
+{
+    widget.resize(place.size());
+    painter.translate(place.topLeft());
+    widget.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
+    painter.translate(-place.topLeft());
+}
+
+} // namespace
+
+void guiPaintControl(QPainter& painter, guiHtml* node, QRect const& place)
+{
+    assert(guiOnPaper::isActive());
+    auto* const control = dynamic_cast<guiHtmlControl*>(node);
+    if (!control)
+        return;
+    bool const isAwaited = control->awaitsWidget();
+    QWidget* const widget = control->needWidget();
+    if (!widget)
+        return;
+    if (isAwaited) {
+        paint(painter, *widget, place);
+        control->letGo();
+        return;
+    }
+    keptSize const kept(*widget);
+    paint(painter, *widget, place);
+}
