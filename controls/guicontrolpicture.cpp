@@ -49,6 +49,17 @@ void paint(QPainter& painter, QWidget& widget, QRect const& place)
     painter.translate(-place.topLeft());
 }
 
+/// In a window that has never been shown no control has a widget yet.
+void awaitOrMake(guiHtmlControl& control)
+{
+    if (control.awaitsWidget() || control.getChildWidget())
+        return;
+    if (control.mayAwait())
+        control.await();
+    else
+        control.createChildWidget();
+}
+
 } // namespace
 
 void guiPaintControl(QPainter& painter, guiHtml* node, QRect const& place)
@@ -57,6 +68,7 @@ void guiPaintControl(QPainter& painter, guiHtml* node, QRect const& place)
     auto* const control = dynamic_cast<guiHtmlControl*>(node);
     if (!control)
         return;
+    awaitOrMake(*control);
     bool const isAwaited = control->awaitsWidget();
     QWidget* const widget = control->needWidget();
     if (!widget)

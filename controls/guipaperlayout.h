@@ -11,8 +11,8 @@
 class guiPageRoot;
 
 /// While it exists, the page is as wide as a sheet and as high as its content: nothing scrolls, and what was zoomed is
-/// not. The page's window, which it must have, keeps its widgets as they are and paints nothing; it gets its layout, its
-/// places of scrolling and its colours back in the end. GUI thread.
+/// not. The page's window, which it must have, keeps its widgets as they are and paints nothing; it gets its layout,
+/// its places of scrolling and its colours back in the end. GUI thread.
 class guiPaperLayout
 {
 public:

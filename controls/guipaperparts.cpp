@@ -101,10 +101,7 @@ private:
             m_parts.headings.push_back({level, text, place});
     }
 
-    static QString wordsOf(guiHtml* node)
-    {
-        return guiVisibleText(sstoview(node->getRunText())).text().simplified();
-    }
+    static QString wordsOf(guiHtml* node) { return guiVisibleText(sstoview(node->getRunText())).text().simplified(); }
 
     guiPaperParts m_parts;
 };

@@ -41,10 +41,7 @@ QRectF contentOf(guiPaper const& paper)
 } // namespace
 
 guiPaperSheets::guiPaperSheets(guiPageRoot& page, guiPaper const& paper)
-    : m_page(page),
-      m_paper(paper),
-      m_content(contentOf(paper)),
-      m_layout(page, static_cast<int>(m_content.width()))
+    : m_page(page), m_paper(paper), m_content(contentOf(paper)), m_layout(page, static_cast<int>(m_content.width()))
 {
     m_scale = std::floor(m_content.width()) / m_layout.width();
     auto const height = static_cast<int>(m_content.height() / m_scale);
@@ -97,8 +94,8 @@ void guiPaperSheets::paintControls(QPainter& painter, QRegion const& region)
 {
     QRect const bounds = region.boundingRect();
     auto const isAbove = [](guiPaperParts::control const& each, int y) { return each.place.top < y; };
-    auto each = std::lower_bound(m_parts.controls.begin(), m_parts.controls.end(), bounds.top() - m_highestControl,
-                                 isAbove);
+    auto each =
+        std::lower_bound(m_parts.controls.begin(), m_parts.controls.end(), bounds.top() - m_highestControl, isAbove);
     for (; each != m_parts.controls.end() && each->place.top <= bounds.bottom(); ++each) {
         QRect const place = guiToQRect(each->place);
         if (!region.intersects(place))

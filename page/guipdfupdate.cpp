@@ -74,8 +74,8 @@ private:
         QRectF const& at = link.place;
         QByteArray const rect = "[" + number(at.left()) + ' ' + number(height - at.bottom()) + ' ' +
                                 number(at.right()) + ' ' + number(height - at.top()) + "]";
-        QByteArray const action = link.uri.isEmpty() ? "/S /GoTo /D " + destination(link.goTo)
-                                                     : "/S /URI /URI " + literal(link.uri);
+        QByteArray const action =
+            link.uri.isEmpty() ? "/S /GoTo /D " + destination(link.goTo) : "/S /URI /URI " + literal(link.uri);
         return "<< /Type /Annot /Subtype /Link /Border [0 0 0] /F 4 /Rect " + rect + " /A << " + action + " >> >>";
     }
 

@@ -20,10 +20,10 @@ struct guiPdfPlace
 /// Something to click on.
 struct guiPdfLink
 {
-    int page = 0;      ///< from 0
-    QRectF place;      ///< in points from the upper left corner of the page
-    QByteArray uri;    ///< an address; "" for a link inside the document
-    guiPdfPlace goTo;  ///< where the latter leads
+    int page = 0;     ///< from 0
+    QRectF place;     ///< in points from the upper left corner of the page
+    QByteArray uri;   ///< an address; "" for a link inside the document
+    guiPdfPlace goTo; ///< where the latter leads
 };
 
 /// An entry of the outline.

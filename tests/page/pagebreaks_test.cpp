@@ -52,10 +52,7 @@ void expectEachOnce(guiPageBlocks const& blocks, int height)
 
 } // namespace
 
-TEST(PageBreaks, AnEmptyPageIsOneSheet)
-{
-    EXPECT_EQ(guiBreakPage({}, 100).size(), 1u);
-}
+TEST(PageBreaks, AnEmptyPageIsOneSheet) { EXPECT_EQ(guiBreakPage({}, 100).size(), 1u); }
 
 TEST(PageBreaks, LinesAreNeverCut)
 {
