@@ -1,13 +1,17 @@
 // controls/guicontrolpicture.cpp: see guicontrolpicture.h.
 #include "controls/guicontrolpicture.h"
 
+#include "controls/guiclipdevice.h"
 #include "controls/guihtmlcontrol.h"
 #include "page/guionpaper.h"
+#include "page/guisavedpainter.h"
 
 #include <QAbstractScrollArea>
+#include <QCoreApplication>
 #include <QPainter>
 #include <QRect>
 #include <QRegion>
+#include <QResizeEvent>
 #include <QScrollBar>
 #include <QWidget>
 #include <cassert>
@@ -41,12 +45,30 @@ private:
     QPoint m_scrolled;
 };
 
+/// The toolkit tells hidden widgets of a new size when they are shown: those of windows that are not, and those out of
+/// view.
+void tellSizes(QWidget& widget)
+{
+    if (widget.testAttribute(Qt::WA_PendingResizeEvent)) {
+        QResizeEvent event(widget.size(), QSize());
+        widget.setAttribute(Qt::WA_PendingResizeEvent, false);
+        QCoreApplication::sendEvent(&widget, &event);
+    }
+    for (QObject* child : widget.children())
+        if (child->isWidgetType() && !static_cast<QWidget*>(child)->isWindow())
+            tellSizes(*static_cast<QWidget*>(child));
+}
+
 void paint(QPainter& painter, QWidget& widget, QRect const& place)
 {
     widget.resize(place.size());
+    widget.ensurePolished();
+    tellSizes(widget);
+    guiSavedPainter const saved(painter);
     painter.translate(place.topLeft());
-    widget.render(&painter, QPoint(), QRegion(), QWidget::DrawChildren);
-    painter.translate(-place.topLeft());
+    guiClipDevice device(painter, place.size());
+    QPainter inner(&device);
+    widget.render(&inner, QPoint(), QRegion(), QWidget::DrawChildren);
 }
 
 /// In a window that has never been shown no control has a widget yet.

@@ -6,6 +6,7 @@
 #include "foundation/vela-log.h"
 #include "page/guicolor.h"
 #include "page/guicontrast.h"
+#include "page/guihtmlsheet.h"
 #include "page/guihtmlsize.h"
 #include "page/guipageroot.h"
 #include "page/guizoom.h"
@@ -33,6 +34,14 @@ QPalette paperColors()
     return colors;
 }
 
+/// Whether the height is a share of its parent's that the page chose, not what the parent gives to its parts.
+bool isOfWindow(guiHtml* node)
+{
+    bool const isShare = node->m.fixed.unitY == kUnitPercent;
+    return isShare && !dynamic_cast<guiHtmlSheet*>(node) &&
+           !(node->m.parent && node->m.parent->getType() == guiHtml::kTypeFrameset);
+}
+
 /// Where the content ends, relative to the node.
 int contentBottom(guiHtml const* node)
 {
@@ -49,7 +58,6 @@ guiPaperLayout::guiPaperLayout(guiPageRoot& page, int width)
 {
     assertOnGuiThread();
     QWidget& window = *page.getTopLevelWidget();
-    window.setUpdatesEnabled(false);
     if (m_wasDark)
         window.setPalette(paperColors());
     try {
@@ -64,7 +72,7 @@ guiPaperLayout::~guiPaperLayout() { putBack(); }
 
 void guiPaperLayout::layOutFor(int width)
 {
-    keep(&m_page);
+    keep(&m_page, false);
     if (m_zoom != kUnzoomed)
         guiZoomPage(m_page, kUnzoomed);
     for (keptNode& each : m_kept) { // not zoomed any more
@@ -89,21 +97,21 @@ void guiPaperLayout::putBack()
     QWidget& window = *m_page.getTopLevelWidget();
     if (m_wasDark)
         window.setPalette(QPalette());
-    window.setUpdatesEnabled(true);
     window.update();
 }
 
-/// What scrolls shows all that it has, and what is high in proportion to the window is as high as it needs.
-void guiPaperLayout::keep(guiHtml* node)
+/// What scrolls shows all that it has, and what is high in proportion to the window is as high as it needs. `isBound`:
+/// the node is in one whose height the page gives in pixels.
+void guiPaperLayout::keep(guiHtml* node, bool isBound)
 {
     bool const isScrolling = node->m.scrollMode == kPolicyScroll;
-    bool const isRelative = node->m.fixed.unitY == kUnitPercent;
-    if (isScrolling || isRelative) {
+    if (isScrolling || (!isBound && isOfWindow(node))) {
         guiHtml::scroll_t const& scroll = node->getScroll();
         m_kept.push_back({node, node->m.fixed, node->m.scrollMode, scroll.posX, scroll.posY});
     }
+    bool const isBox = node->m.fixed.unitY == kUnitPixels && !isScrolling;
     for (guiHtml* child : guiNodesOf(node))
-        keep(child);
+        keep(child, isBox || (isBound && !isScrolling));
 }
 
 void guiPaperLayout::layOut(int width)

@@ -11,7 +11,7 @@
 class guiPageRoot;
 
 /// While it exists, the page is as wide as a sheet and as high as its content: nothing scrolls, and what was zoomed is
-/// not. The page's window, which it must have, keeps its widgets as they are and paints nothing; it gets its layout,
+/// not. The page's window, which it must have, keeps its widgets as they are; it gets its layout,
 /// its places of scrolling and its colours back in the end. GUI thread.
 class guiPaperLayout
 {
@@ -37,7 +37,7 @@ private:
     };
 
     void layOutFor(int width) TARN_ON(velaGuiRole);
-    void keep(guiHtml* node);
+    void keep(guiHtml* node, bool isBound);
     void layOut(int width) TARN_ON(velaGuiRole);
     void putBack();
     void restore() TARN_ON(velaGuiRole);

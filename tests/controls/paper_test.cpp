@@ -1,4 +1,5 @@
 // tests/controls/paper_test.cpp: pages on paper: what the sheets show, and that the window is as before afterwards.
+#include "controls/guiclipdevice.h"
 #include "controls/guipapersheets.h"
 #include "controls/guipdf.h"
 #include "controls/guiwidgetlineedit.h"
@@ -99,7 +100,6 @@ TEST(Paper, TheWindowIsAsItWasAfterwards)
         PageWindow::settle();
         EXPECT_EQ(lookOf(page), before) << zoom;
         EXPECT_EQ(page.window.root.getScroll().posY, 30u);
-        EXPECT_TRUE(page.window.widget->updatesEnabled());
     }
 }
 
@@ -152,6 +152,81 @@ TEST(Paper, WhatScrollsShowsAllThatItHas)
         last = each.place.top;
     }
     EXPECT_GT(page.window.root.m.rect.height, last);
+}
+
+TEST(Paper, SharesOfABoxOfTheirOwnStayShares)
+{
+    ShownPage page("<body valign=top><table height=200><tr><td name=part height=50%>x</table>"
+                   "<tabs height=200><tab title=One name=one>x</tab></tabs>");
+    int const sheet = page.node("one")->m.rect.height;
+    guiPaperSheets const sheets(page.window.root, {});
+    EXPECT_EQ(page.node("part")->m.rect.height, 100);
+    EXPECT_EQ(page.node("one")->m.rect.height, sheet);
+}
+
+TEST(Paper, WhatListsAndAreasHoldIsPainted)
+{
+    for (char const* control : {"<textarea name=it rows=3 width=200>HHHH</textarea>",
+                                "<select name=it size=4 width=200><option selected>HHHH</select>"}) {
+        ShownPage page((std::string("<body valign=top>") + control).c_str());
+        page.window.widget->show();
+        PageWindow::settle();
+        guiPaperSheets sheets(page.window.root, {});
+        QImage const picture = pictureOf(sheets, 0);
+        guiRect const place = page.node("it")->m.rect;
+        EXPECT_FALSE(isBlank(picture, QRect(76 + place.left + 4, 76 + place.top + 4, 60, 12))) << control;
+    }
+}
+
+TEST(Paper, TheCaptionsOfTabsAreSeen)
+{
+    ShownPage page("<body valign=top><tabs height=200><tab title=HHHHHH>x</tab></tabs>");
+    page.window.widget->show();
+    PageWindow::settle();
+    guiPaperSheets sheets(page.window.root, {});
+    QImage const caption = pictureOf(sheets, 0).copy(76, 76, 80, 24);
+    int dark = 0;
+    for (int y = 4; y < 20; ++y)
+        for (int x = 8; x < 60; ++x)
+            dark += qGray(caption.pixel(x, y)) < 80 ? 1 : 0;
+    EXPECT_GT(dark, 20);
+}
+
+TEST(ClipDevice, WhatGoesBeyondItIsCutOff)
+{
+    QImage picture(60, 40, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    {
+        QPainter painter(&picture);
+        painter.translate(10, 10);
+        guiClipDevice device(painter, QSize(20, 20));
+        QPainter inner(&device);
+        inner.setClipRect(0, 0, 40, 10);
+        inner.fillRect(-5, -5, 50, 50, Qt::red);
+        inner.save();
+        inner.setClipRect(0, 10, 5, 40, Qt::ReplaceClip);
+        inner.fillRect(-5, -5, 50, 50, Qt::blue);
+        inner.restore();
+    }
+    EXPECT_EQ(countOf(picture, qRgb(255, 0, 0)), 20 * 10);
+    EXPECT_EQ(countOf(picture, qRgb(0, 0, 255)), 5 * 10);
+}
+
+TEST(ClipDevice, ThePainterIsAsBefore)
+{
+    QImage picture(60, 40, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    painter.setClipRect(0, 0, 10, 40);
+    {
+        guiClipDevice device(painter, QSize(20, 20));
+        QPainter inner(&device);
+        inner.translate(3, 3);
+        inner.fillRect(0, 0, 50, 50, Qt::red);
+    }
+    painter.fillRect(0, 30, 50, 5, Qt::blue);
+    EXPECT_EQ(countOf(picture, qRgb(255, 0, 0)), 7 * 17);
+    EXPECT_EQ(countOf(picture, qRgb(0, 0, 255)), 10 * 5);
 }
 
 TEST(Paper, ControlsThatAwaitTheirWidgetsAreSeenToo)
