@@ -1,14 +1,23 @@
 // script/guiwindow-paper.cpp: the methods of a window that put its page on paper.
 #include "controls/guipdf.h"
+#include "controls/guiprinting.h"
 #include "controls/guiscriptmethod.h"
+#include "controls/guiscriptvalue.h"
+#include "controls/guiwidget.h"
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guinodewatch.h"
+#include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
+#include "runtime/guiscriptwork.h"
+#include "runtime/guithread.h"
+#include "script/guianswer.h"
 #include "script/guiwindow-methods.h"
 #include "script/guiwindow.h"
 
+#include <memory>
 #include <optional>
+#include <vector>
 
 namespace {
 
@@ -76,6 +85,54 @@ private:
 };
 
 } // namespace
+
+namespace {
+
+/// "" when the page is printed, else why it is not; nothing at all when the user has cancelled.
+using printAnswer = std::vector<sstring>;
+
+printAnswer printOn(guiHtmlBase* root, TarnPrintout const& printout)
+{
+    assertOnGuiThread();
+    if (!root)
+        return {sstring("the window has no page")};
+    windowForPaper const window(*root);
+    return {qtoss(guiPrintPage(*root, sstoq(root->getTitle()), printout))};
+}
+
+/// Asks for a printer, and gives the answer when the page is printed or is not to be. The window's object is kept until
+/// then.
+void print(std::shared_ptr<ScriptObject> const& window, std::shared_ptr<ScriptObject> const& done)
+{
+    assertOnGuiThread();
+    auto const rootOf = [window] { return GetWindow(guiWindow_getData(window->getPrivate())); };
+    guiHtmlBase* const root = rootOf();
+    if (!root)
+        return guiGiveAnswer(done, {sstring("the window has no page")});
+    pGUI->getThread()->forceEnable();
+    auto const answered = [rootOf, done](TarnPrintout const* printout) {
+        guiGiveAnswer(done, printout ? printOn(rootOf(), *printout) : printAnswer());
+    };
+    QString const why = guiAskPrinter(root->getWidget(), sstoq(root->getTitle()), answered);
+    if (!why.isEmpty())
+        guiGiveAnswer(done, {qtoss(why)});
+}
+
+} // namespace
+
+// A function, which is called with "" when the page is printed, with the reason when it is not, and without an argument
+// when the user has cancelled.
+void guiWindow_startPrint_script(LibManager&, ScriptPrivate*, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnScriptThread();
+    result.setBool(0);
+    if (args.count() != 1 || !args.get(0)->isFunction())
+        return;
+    std::shared_ptr<ScriptObject> const window = guiKept(self);
+    std::shared_ptr<ScriptObject> const done = guiKept(args.get(0)->toObject(0));
+    guiScriptWork_postToGui([window, done] { print(window, done); });
+    result.setBool(1);
+}
 
 // A path, the paper's width and height, the margins at the top, right, bottom and left, all in millimetres, and the
 // left, middle and right part of the lines above and below the page. "" or why there is no such file; null for other

@@ -221,6 +221,7 @@ constexpr guiScriptMethod kExtensionMethods[] = {
     {"readZoom", guiWindow_readZoom_script},
     {"writeZoom", guiWindow_writeZoom_script},
     {"writePdf", guiWindow_writePdf_script},
+    {"startPrint", guiWindow_startPrint_script},
 };
 
 } // namespace

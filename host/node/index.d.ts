@@ -281,6 +281,14 @@ export class GuiWindow<Values extends object = Form> {
      */
     savePdf(path: Path, options?: PdfOptions): Promise<void>;
 
+    /**
+     * Shows the desktop's print dialog over the window and prints the whole page, laid out for the paper that the user chooses. True when
+     * it was printed, false when the user cancelled. The promise is rejected when there is no such dialog (Debian: libqt6printsupport6).
+     *
+     *     if (await window.print()) window.close();
+     */
+    print(): Promise<boolean>;
+
     /** Called when `show()` or `showAsync()` has opened the window: `ePostOpen() { this.setFocus('who'); }` */
     ePostOpen?(session: Session): unknown;
     /**

@@ -11,9 +11,9 @@ const { checkPaper, PdfError } = require('./paper.js');
 const { loadText, pageArguments, requirePage } = require('./pages.js');
 
 const prototype = classes.GuiWindow.prototype;
-const { findText, getReturnValue, getSelection, readZoom, startShow, writePdf, writeZoom } = prototype;
+const { findText, getReturnValue, getSelection, readZoom, startPrint, startShow, writePdf, writeZoom } = prototype;
 // For this package alone.
-['findText', 'getReturnValue', 'getSelection', 'readZoom', 'startShow', 'writePdf', 'writeZoom'].forEach((name) => delete prototype[name]);
+['findText', 'getReturnValue', 'getSelection', 'readZoom', 'startPrint', 'startShow', 'writePdf', 'writeZoom'].forEach((name) => delete prototype[name]);
 
 const findOptions = { next: 'boolean', previous: 'boolean', case: 'boolean' };
 
@@ -102,6 +102,21 @@ class GuiWindow extends classes.GuiWindow {
             return Promise.resolve();
         }
         return Promise.reject(new PdfError(`${caller}: ${problem === null ? 'the window has no page' : `can not write ${target}: ${problem}`}`, target));
+    }
+
+    /** Shows the desktop's print dialog, which keeps the program alive; whether the page was printed. */
+    print() {
+        const alive = setInterval(() => {}, 2 ** 30);
+        return new Promise((resolve, reject) => {
+            startPrint.call(this, (...answers) => {
+                clearInterval(alive);
+                const [problem] = answers;
+                if (problem) {
+                    reject(new Error(`GuiWindow.print(): ${problem}`));
+                }
+                resolve(answers.length > 0);
+            });
+        });
     }
 
     show(...args) {

@@ -30,6 +30,7 @@ same<typeof window.setResizable, (resizable?: boolean | number) => null>(true);
 same<typeof window.useSystemFont, (use?: boolean | number) => null>(true);
 same<typeof window.zoom, number>(true);
 window.zoom = 1.5;
+same<ReturnType<typeof window.print>, Promise<boolean>>(true);
 same<ReturnType<typeof window.savePdf>, Promise<void>>(true);
 window.savePdf('a.pdf', { paper: { width: 100, height: 50 }, margins: { top: 3 }, header: '{page}', footer: { left: '{title}' } });
 same<typeof window.setTitle, (title: string) => null>(true);
