@@ -98,6 +98,7 @@ private:
     guiPictureRef readSource() TARN_ON(velaGuiRole);
     guiPictureRef readMovie() TARN_ON(velaGuiRole);
     QSize shownAtFirst() const;
+    void paintPicture(QPainter& painter, int x, int y, QRegion const* region) TARN_ON(velaGuiRole);
     void decodeFor(QSize shown) TARN_ON(velaGuiRole);
     void startAnimation() TARN_ON(velaGuiRole);
     QPixmap const* currentFrame() TARN_ON(velaGuiRole);

@@ -112,10 +112,13 @@ private:
                 head = head ? united(*head, *next) : next;
         if (!head)
             return;
-        m_blocks.heads.push_back({*head, place.bottom()});
+        std::optional<guiRect> const next = layers.next() ? placeOf(node, layers.layer(), place) : std::nullopt;
         m_before = *head;
-        if (std::optional<guiRect> const next = layers.next() ? placeOf(node, layers.layer(), place) : std::nullopt)
+        if (next) {
             addWhole(*next);
+            head->height = std::max(head->height, next->top - head->top); // with the room below it
+        }
+        m_blocks.heads.push_back({*head, place.bottom()});
         m_before.reset();
     }
 

@@ -142,6 +142,16 @@ test('links to the web, links within the page and the outline are there', async 
     assert.match(xml, /<outline>\s*<item page="1">One<\/item>\s*<outline>\s*<item page="\d+">Last one<\/item>/);
 });
 
+test('pictures have more pixels on paper than on the screen', async () => {
+    const picture = path.join(__dirname, '..', '..', 'examples', 'preferences', 'preferences.png');
+    const page = GuiWindow.from(html`<body width="300" height="200" valign="top"><img src="${picture}" width="100">`);
+    page.open();
+    await page.savePdf(pdf);
+    page.close();
+    const [, , line] = execFileSync('pdfimages', ['-list', pdf], { encoding: 'utf8' }).split('\n');
+    assert.ok(Number(line.trim().split(/ +/)[3]) >= 300, line);
+});
+
 test('a file that can not be written is told in one line, and nothing is left behind', async () => {
     const folder = fs.mkdtempSync(path.join(scratch, 'empty-'));
     const caller = 'GuiWindow.savePdf(path, options): can not write ';
