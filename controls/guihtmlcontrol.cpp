@@ -16,6 +16,7 @@
 #include "page/guihtmlsheet.h"
 #include "page/guihtmltext-fonts.h"
 #include "page/guinodewatch.h"
+#include "page/guionpaper.h"
 #include "page/guipageroot.h"
 #include "page/guirareattributes.h"
 #include "page/guiuserevent.h"
@@ -83,7 +84,7 @@ void guiHtmlControl::setRect(guiRect* rect)
 {
     guiHtml::setRect(rect);
     guiWidget* const window = getWindow();
-    if (!window)
+    if (!window || guiOnPaper::isActive())
         return;
     assertOnGuiThread();
     if (awaits(*window))

@@ -6,6 +6,7 @@
 #include "controls/guiscriptvalue.h"
 #include "controls/guitoolkit.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guionpaper.h"
 #include "page/guiqrect.h"
 #include "page/guisavedpainter.h"
 
@@ -149,10 +150,29 @@ void guiHtmlCustom::updatePart(guiRect const& part)
         widget->update(area);
 }
 
+/// The last drawing, as it was made for the window: in the width that the element has on paper, if that is less.
+void guiHtmlCustom::paintOnPaper(QPainter& painter, QRect const& inner)
+{
+    if (!m_painting.shown || m_painting.shown->size().width < 1)
+        return;
+    guiSavedPainter const saved(painter);
+    double const scale = std::min(1.0, inner.width() / static_cast<double>(m_painting.shown->size().width));
+    painter.translate(inner.topLeft());
+    painter.scale(scale, scale);
+    m_painting.shown->paintTo(painter, this, 0, 0);
+}
+
 void guiHtmlCustom::paintChildrenTo(QPainter* painter, int x, int y, guiWidget*, QRegion const* region)
 {
     assertOnGuiThread();
     guiExtent const size = innerSize();
+    if (guiOnPaper::isActive()) {
+        guiSavedPainter const saved(*painter);
+        QRect const inner(x + m.border, y + m.border, size.width, size.height);
+        painter->setClipRegion(region ? region->intersected(inner) : QRegion(inner));
+        paintOnPaper(*painter, inner);
+        return;
+    }
     if (m_painting.shown && m_painting.shown->size() != size)
         m_painting.isStale = true;
     QRect const inner(x + m.border, y + m.border, size.width, size.height);

@@ -4,6 +4,7 @@
 #include "controls/guieventscope.h"
 #include "controls/guiwidgetfocus.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guionpaper.h"
 #include "page/guipageroot.h"
 
 guiHtmlCustom::guiHtmlCustom(guiHtml* parent) : guiHtml(parent), m_link(std::make_shared<guiElementLink>(this))
@@ -51,6 +52,8 @@ void guiHtmlCustom::createChildWidget()
 void guiHtmlCustom::setRect(guiRect* rect)
 {
     guiHtml::setRect(rect);
+    if (guiOnPaper::isActive())
+        return;
     createChildWidget();
     if (!m_focusWidget)
         return;

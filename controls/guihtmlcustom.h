@@ -177,6 +177,7 @@ private:
     void sendRequest(guiExtent const& size);
     void takeDrawing(std::shared_ptr<guiDrawing> drawing);
     void updatePart(guiRect const& part);
+    void paintOnPaper(QPainter& painter, QRect const& inner);
 
     component m_component;
     bool m_hasInstance = false;        // m.object is this node's own; a copy of a node has only the pointer

@@ -10,6 +10,7 @@
 #include "page/guihtmlsize.h"
 #include "page/guilinkname.h"
 #include "page/guinodewatch.h"
+#include "page/guionpaper.h"
 #include "page/guipageroot.h"
 #include "page/guiqrect.h"
 #include "page/guirareattributes.h"
@@ -323,20 +324,43 @@ QPixmap const* guiHtmlImage::currentFrame()
     return &m_animation->frame();
 }
 
+namespace {
+
+/// How many pixels of a picture a pixel of the page has. Paper is finer than screens.
+double densityOf(QPainter const& painter)
+{
+    constexpr double kOnPaper = 3;
+    return guiOnPaper::isActive() ? kOnPaper : painter.device()->devicePixelRatioF();
+}
+
+} // namespace
+
+/// The window keeps the picture in the size that it shows.
 void guiHtmlImage::paintChildrenTo(QPainter* painter, int x, int y, guiWidget*, QRegion const* region)
 {
     assertOnGuiThread();
+    bool const wasFinal = m_content.isFinal;
+    guiPictureRef const shown = m_content.picture;
+    paintPicture(*painter, x, y, region);
+    if (!guiOnPaper::isActive())
+        return;
+    m_content.picture = shown;
+    m_content.isFinal = wasFinal;
+}
+
+void guiHtmlImage::paintPicture(QPainter& painter, int x, int y, QRegion const* region)
+{
     guiRect const place = pictureRect();
     if (place.isEmpty())
         return;
-    decodeFor((QSizeF(place.width, place.height) * painter->device()->devicePixelRatioF()).toSize());
+    decodeFor((QSizeF(place.width, place.height) * densityOf(painter)).toSize());
     QPixmap const* const shown = currentFrame();
     if (!shown || shown->isNull())
         return;
     if (region)
-        painter->setClipRegion(*region);
-    painter->setRenderHint(QPainter::SmoothPixmapTransform);
-    painter->drawPixmap(QRect(x + place.left, y + place.top, place.width, place.height), *shown);
+        painter.setClipRegion(*region);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(QRect(x + place.left, y + place.top, place.width, place.height), *shown);
 }
 
 // ---- Links ----

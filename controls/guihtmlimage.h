@@ -81,6 +81,8 @@ public:
     QPainterPath getLinkOutline(unsigned place) override;
     sstring getLinkText(unsigned place) override;
     void followLinkAt(unsigned place) override;
+    /// Where the link leads, as the page says it; "" for a place without one.
+    sstring getLinkTarget(unsigned place) const { return linkOf(place); }
 
 private:
     QSize ownSize() const;
@@ -96,6 +98,7 @@ private:
     guiPictureRef readSource() TARN_ON(velaGuiRole);
     guiPictureRef readMovie() TARN_ON(velaGuiRole);
     QSize shownAtFirst() const;
+    void paintPicture(QPainter& painter, int x, int y, QRegion const* region) TARN_ON(velaGuiRole);
     void decodeFor(QSize shown) TARN_ON(velaGuiRole);
     void startAnimation() TARN_ON(velaGuiRole);
     QPixmap const* currentFrame() TARN_ON(velaGuiRole);

@@ -4,6 +4,7 @@
 #include "controls/guihtmlcontrol.h"
 #include "controls/guiwidget.h"
 #include "foundation/vela-qt.h"
+#include "page/guionpaper.h"
 #include "page/guipageroot.h"
 
 #include <cassert>
@@ -87,7 +88,8 @@ void guiLateWidgets::add(guiHtmlControl* control)
 {
     if (control->m_late.keeper)
         return;
-    letGoOfSome();
+    if (!guiOnPaper::isActive())
+        letGoOfSome();
     control->m_late.keeper = this;
     control->m_late.place = static_cast<unsigned>(m_shown.size());
     m_shown.push_back(control);

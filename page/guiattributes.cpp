@@ -50,6 +50,7 @@ constexpr std::pair<std::string_view, guiAttributeKind> kAttributes[] = {
     {"framespacing", kAttributeLength},
     {"gap", kAttributeNumber},
     {"group", kAttributeText},
+    {"head", kAttributeText},
     {"height", kAttributeLength},
     {"high", kAttributeText},
     {"href", kAttributeLink},

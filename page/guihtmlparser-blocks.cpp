@@ -3,9 +3,13 @@
 #include "page/guihtmltext.h"
 
 #include "foundation/vela-mlparser.h"
+#include "foundation/vela-qt.h"
+#include "page/guihtmlsize-layers.h"
 #include "page/guinumbers.h"
+#include "page/guirareattributes.h"
 
 #include <algorithm>
+#include <optional>
 
 void guiHtmlParser::keepPixelSizes(guiHtml* node)
 {
@@ -44,10 +48,50 @@ void guiHtmlParser::pullTable(guiHtml* node, mlSection* section)
     pullContent(node, section);
 }
 
+namespace {
+
+int countLayers(guiHtml* node)
+{
+    int count = 0;
+    for (guiLayerWalk layers(node); layers.next();)
+        ++count;
+    return count;
+}
+
+/// Rows are marked as the head of the table, which is repeated on paper, if there are none above them but those of the
+/// head. Rows are layers of the table's node.
+class headRows
+{
+public:
+    explicit headRows(guiHtml* table) : m_table(table), m_above(countLayers(table)) {}
+
+    void mark() const
+    {
+        if (sstoq(guiRareAttributeOf(m_table, guiRareAttribute::kHeadRows)).toInt() == m_above)
+            guiSetRareAttribute(m_table, guiRareAttribute::kHeadRows, sformat("%d", countLayers(m_table)));
+    }
+
+private:
+    guiHtml* m_table; // not owned
+    int m_above;
+};
+
+} // namespace
+
 void guiHtmlParser::pullTableRow(guiHtml* parent, mlSection* section)
 {
+    std::optional<headRows> const head = hasAttr(section, "head") ? std::optional<headRows>(parent) : std::nullopt;
     appendLineBreak(parent);
     pullContent(parent, section);
+    if (head)
+        head->mark();
+}
+
+void guiHtmlParser::pullTableHead(guiHtml* parent, mlSection* section)
+{
+    headRows const head(parent);
+    pullContentAndBreak(parent, section);
+    head.mark();
 }
 
 void guiHtmlParser::pullTableCellTag(guiHtml* parent, mlSection* section)

@@ -49,7 +49,7 @@ pageTags::pageTags()
         {"tr", guiReadBy<&p::pullTableRow>, kTagNests | kTagText},
         {"td", guiReadBy<&p::pullTableCellTag>, kTagNests | kTagText},
         {"th", guiReadBy<&p::pullTableHeading>, kTagNests | kTagText},
-        {"thead", guiReadBy<&p::pullContentAndBreak>, kTagNests | kTagText},
+        {"thead", guiReadBy<&p::pullTableHead>, kTagNests | kTagText},
         {"tfoot", guiReadBy<&p::pullContentAndBreak>, kTagNests | kTagText},
         {"a", guiReadBy<&p::pullHyperlink>, kTagNests | kTagText | kTagInline},
         {"bdi", guiReadBy<&p::pullIsolate>, kTagNests | kTagText | kTagInline},

@@ -201,6 +201,7 @@ public:
     void pullRule(guiHtml* node, mlSection* section);
     void pullTable(guiHtml* node, mlSection* section);
     void pullTableRow(guiHtml* parent, mlSection* section);
+    void pullTableHead(guiHtml* parent, mlSection* section);
     /// `codes`: of the cell's first text.
     void pullTableCell(guiHtml* node, mlSection* section, char const* codes = "");
     /// The attributes of a cell but its sizes, and its content.

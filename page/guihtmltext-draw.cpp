@@ -9,6 +9,7 @@
 #include "page/guihtmltext-measure.h"
 #include "page/guihtmltext-piece.h"
 #include "page/guilayoutcounters.h"
+#include "page/guionpaper.h"
 #include "page/guisavedpainter.h"
 #include "page/guitextmarks.h"
 
@@ -52,7 +53,7 @@ guiColor inkOf(drawing const& job, guiTextChunk const& chunk)
     guiInks const plain{params.textColor, params.linkColor, params.activeLinkColor};
     guiInks const& inks = chunk.marked ? params.onMark : plain;
     bool const isLink = chunk.link != guiTextChunk::kNoLink && !chunk.isLabel;
-    if (isLink && job.cache && chunk.link == job.cache->hoveredLink)
+    if (isLink && job.cache && chunk.link == job.cache->hoveredLink && !guiOnPaper::isActive())
         return inks.activeLink;
     switch (chunk.ink) {
     case guiTextInk::kLink:

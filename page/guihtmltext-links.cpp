@@ -161,6 +161,12 @@ sstring guiHtmlText::getLinkText(unsigned place)
     return qtoss(words.simplified());
 }
 
+sstring guiHtmlText::getLinkTarget(unsigned place) const
+{
+    std::optional<sstring> const target = isFollowed(place) ? targetIn(mx.text.view(), place) : std::nullopt;
+    return target ? *target : sstring();
+}
+
 void guiHtmlText::followLinkAt(unsigned place)
 {
     assertOnGuiThread();

@@ -80,6 +80,8 @@ public:
     unsigned getLinkAt(int x, int y) override;
     QPainterPath getLinkOutline(unsigned place) override;
     sstring getLinkText(unsigned place) override;
+    /// Where the link leads, as the page says it; "" for a place without one.
+    sstring getLinkTarget(unsigned place) const;
     void followLinkAt(unsigned place) override;
 
     /// The text with its codes.

@@ -4,6 +4,7 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guihtmltext-piece.h"
 #include "page/guihtmltext.h"
+#include "page/guionpaper.h"
 #include "page/guipageroot.h"
 #include "page/guipagetext.h"
 
@@ -34,7 +35,8 @@ unsigned guiMarking::count()
 
 guiTextMarker::guiTextMarker(guiHtmlText& run) : m_run(run)
 {
-    guiPageRoot* root = guiMarking::count() != 0 ? run.getBaseHtml() : nullptr;
+    bool const areMarks = guiMarking::count() != 0 && !guiOnPaper::isActive();
+    guiPageRoot* root = areMarks ? run.getBaseHtml() : nullptr;
     m_text = root ? root->pageText() : nullptr;
 }
 

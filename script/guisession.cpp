@@ -6,6 +6,7 @@
 #include "foundation/vela-qt.h"
 #include "runtime/gui.h"
 #include "runtime/guiscriptwork.h"
+#include "script/guianswer.h"
 #include "script/guidialogs.h"
 #include "script/guitaskbar.h"
 #include "script/guitray.h"
@@ -30,20 +31,6 @@ enum dialogArgument
 
 void forgetAnswer(ScriptValue&, void*) {}
 
-/// Calls script's function with the answers, and lets go of it. GUI thread.
-void giveAnswer(std::shared_ptr<ScriptObject> const& done, std::vector<sstring> const& answers)
-{
-    HostPlatform* const platform = pGUI->getPlatform();
-    ScriptEngine* const engine = done->getEngine();
-    guiOwnedArgs const args(platform->createArgs(engine));
-    guiOwnedValue const value(platform->createValue(engine));
-    for (sstring const& answer : answers) {
-        value->setString(answer);
-        args->append(value.get());
-    }
-    done->callMethodAsync(done.get(), sstring(), args.get(), forgetAnswer, nullptr);
-}
-
 bool isDialogRequest(ScriptArgs& args)
 {
     for (int i = 0; i < args.count(); ++i)
@@ -63,7 +50,7 @@ void showDialog_script(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& a
     for (int i = kNames; i < args.count(); ++i)
         request.names.push_back(guiTextOf(args, i));
     std::shared_ptr<ScriptObject> const done = guiKept(args.get(kDone)->toObject(0));
-    auto const answer = [done](std::vector<sstring> const& answers) { giveAnswer(done, answers); };
+    auto const answer = [done](std::vector<sstring> const& answers) { guiGiveAnswer(done, answers); };
     guiScriptWork_postToGui([request, answer] {
         if (!guiDialog_show(request, answer))
             answer({});

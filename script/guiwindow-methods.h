@@ -36,5 +36,10 @@ TARN_WINDOW_METHOD(writeForm);
 TARN_WINDOW_METHOD(isFormValid);
 TARN_WINDOW_METHOD(getSelection);
 TARN_WINDOW_METHOD(findText);
+TARN_WINDOW_METHOD(writePdf);
+
+/// Runs on the script thread: it only passes the request on.
+void guiWindow_startPrint_script(LibManager& manager, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,
+                                 ScriptValue& result);
 
 #undef TARN_WINDOW_METHOD

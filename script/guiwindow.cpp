@@ -51,6 +51,7 @@ constexpr ScriptMethod guiWindow_readForm_script = guiCallOnGuiThread<guiWindow_
 constexpr ScriptMethod guiWindow_writeForm_script = guiCallOnGuiThread<guiWindow_writeForm_qt>;
 constexpr ScriptMethod guiWindow_isFormValid_script = guiCallOnGuiThread<guiWindow_isFormValid_qt>;
 constexpr ScriptMethod guiWindow_findText_script = guiCallOnGuiThread<guiWindow_findText_qt>;
+constexpr ScriptMethod guiWindow_writePdf_script = guiCallOnGuiThread<guiWindow_writePdf_qt>;
 constexpr ScriptMethod guiWindow_getSelection_script = guiCallOnGuiThread<guiWindow_getSelection_qt>;
 
 // The methods below send blocking events of their own, so they run on the script thread. Handlers that run meanwhile
@@ -219,6 +220,8 @@ constexpr guiScriptMethod kExtensionMethods[] = {
     {"findText", guiWindow_findText_script},
     {"readZoom", guiWindow_readZoom_script},
     {"writeZoom", guiWindow_writeZoom_script},
+    {"writePdf", guiWindow_writePdf_script},
+    {"startPrint", guiWindow_startPrint_script},
 };
 
 } // namespace

@@ -48,7 +48,7 @@ targets_for() {
     case $1 in
         page) echo --target tarn_dump ;;
         program) echo --target tarn_node ;;
-        package) echo --target tarn_node tarn_sound ;;
+        package) echo --target tarn_node tarn_sound tarn_print ;;
         bench) echo --target tarn_bench ;;
         fuzz) echo --target tarn_fuzz ;;
     esac

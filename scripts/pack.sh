@@ -22,7 +22,7 @@ printf "'use strict';\nmodule.exports = require('./js/tarn.js');\n" >"$stage/ind
 cp -- "$root/LICENSE" "$stage"
 cp -- "$root/docs/using.md" "$stage/README.md"
 mkdir -- "$stage/lib"
-for name in tarn.node libtarn.so libtarn-sound.so; do
+for name in tarn.node libtarn.so libtarn-sound.so libtarn-print.so; do
     strip --strip-unneeded -o "$stage/lib/$name" "$(readlink -f -- "$libraries/$name")"
 done
 

@@ -18,7 +18,7 @@ pack_step() {
 
 # What is shipped is optimised further than what is tested, and the compiler then gives other warnings.
 test_shipped() {
-    prepare_preset release tarn tarn_native_host tarn_node tarn_sound
+    prepare_preset release tarn tarn_native_host tarn_node tarn_sound tarn_print
     pack_step
     count_step 'testing the package' env TARN_TARBALL="$package" \
         "$root/tests/e2e/with-display.sh" node --test "$root/tests/node/installed.display.test.js"

@@ -6,7 +6,7 @@
 packages_for() {
     case $1 in
         page | program | package) base_packages ;;
-        test) base_packages && documentation_packages && font_packages && echo lld ;;
+        test) base_packages && documentation_packages && font_packages && echo lld poppler-utils ;;
         display) echo xvfb openbox x11-utils xdotool imagemagick valgrind dbus-daemon dbus-bin weston qt6-wayland ;;
         bench) base_packages && bench_packages ;;
         fuzz) base_packages && echo clang libclang-rt-dev llvm ;;

@@ -77,13 +77,13 @@ class Gallery extends tarn.GuiWindow {
 
     eMenu(session, item) {
         if (item === 'quit') this.close();
-        else if (item === 'print') this.print();
+        else if (item === 'print') this.printValues();
         else if (item === 'about') tarn.alertAsync('Everything that can stand in a page.', { title: 'About', icon: 'info' });
         else this.say(`menu: ${item}`);
     }
 
     /** The form's values, and what is no part of it. */
-    print() {
+    printValues() {
         const more = { stars: this.control('stars').stars, tasks: this.control('tasks').checked, towns: this.control('towns').selection };
         console.log(JSON.stringify({ ...this.form, ...more, clicks: this.clicks }));
     }

@@ -270,6 +270,25 @@ export class GuiWindow<Values extends object = Form> {
      */
     find(text: string, options?: { next?: boolean; previous?: boolean; case?: boolean }): number;
 
+    /**
+     * Writes the whole page into a PDF file, as it is at this moment: laid out anew at the width of the paper, with its controls as
+     * they look, links that can be followed, and its headings as an outline. Sheets end between lines and rows. The window need not be
+     * open. The promise is rejected, with `path`, when the file can not be written; then there is none, or the one that was there before.
+     *
+     *     await window.savePdf('order.pdf', { paper: 'A5', margins: 15, footer: '{page} of {pages}' });
+     *
+     * @throws TypeError for options that are not as described.
+     */
+    savePdf(path: Path, options?: PdfOptions): Promise<void>;
+
+    /**
+     * Shows the desktop's print dialog over the window and prints the whole page, laid out for the paper that the user chooses. True when
+     * it was printed, false when the user cancelled. The promise is rejected when there is no such dialog (Debian: libqt6printsupport6).
+     *
+     *     if (await window.print()) window.close();
+     */
+    print(): Promise<boolean>;
+
     /** Called when `show()` or `showAsync()` has opened the window: `ePostOpen() { this.setFocus('who'); }` */
     ePostOpen?(session: Session): unknown;
     /**
@@ -887,6 +906,21 @@ export interface SaveFileOptions {
     folder?: string;
     name?: string;
     filters?: readonly FileFilter[];
+}
+
+/** The line above or below the pages of a document. A string stands in the middle. */
+export type PaperLine = string | { left?: string; center?: string; right?: string };
+
+/**
+ * Options of `savePdf`. `paper` is "A4" without it, or width and height in millimetres; `margins` are millimetres, 20 where they are not
+ * given. In `header` and `footer` "{page}" is the number of the sheet, "{pages}" how many there are, "{title}" the title of the window.
+ */
+export interface PdfOptions {
+    paper?: 'A3' | 'A4' | 'A5' | 'Letter' | 'Legal' | { width: number; height: number };
+    landscape?: boolean;
+    margins?: number | { top?: number; right?: number; bottom?: number; left?: number };
+    header?: PaperLine;
+    footer?: PaperLine;
 }
 
 /**

@@ -48,7 +48,7 @@ const declarations = source.statements.filter((statement) => !ts.isExportDeclara
 const nameOf = (statement) => (ts.isVariableStatement(statement) ? statement.declarationList.declarations[0] : statement).name.text;
 const hasMembers = (statement) => ts.isClassDeclaration(statement) || ts.isInterfaceDeclaration(statement);
 /** Interfaces that are only a few properties, which their one entry lists. */
-const plain = new Set(['AlertOptions', 'OpenFileOptions', 'SaveFileOptions', 'FileFilter', 'ErrorPlace', 'Rect', 'Extent', 'Html', 'Messages',
+const plain = new Set(['AlertOptions', 'PdfOptions', 'OpenFileOptions', 'SaveFileOptions', 'FileFilter', 'ErrorPlace', 'Rect', 'Extent', 'Html', 'Messages',
     'TrayOptions', 'TaskbarOptions', 'ListRow', 'NewListRow', 'ListItem', 'NewListItem', 'ListColumn', 'ListText']);
 
 const namesIn = (section) => entries.filter((entry) => entry.section.split(' ').includes(section)).flatMap(({ names }) => names);

@@ -273,6 +273,16 @@ recipe('select.js', async (program) => {
     await program.ends();
 });
 
+recipe('report.js', async (none, start) => {
+    const file = path.join(scratch, 'report.pdf');
+    await start(file).ends(`${file} is written\n`);
+    const sheets = execFileSync('pdftotext', ['-layout', file, '-'], { encoding: 'utf8' }).split('\f').slice(0, -1);
+    assert.ok(sheets.length > 1);
+    assert.ok(sheets.every((text, i) => new RegExp(` ${i + 1} ?/ ?${sheets.length}\n`).test(text)));
+    assert.ok(sheets.every((text) => /Number +What +Price/.test(text) === /^ *1\d{3} /m.test(text)));
+    assert.equal(sheets.join('').match(/^ *1\d{3} /gm).length, 120);
+});
+
 recipe('chart.js', async (program) => {
     const window = await program.at('Chart');
     assert.notEqual(await findColour(window, 320, 200, '#2F6FB0'), null);
@@ -387,5 +397,5 @@ test('shipping', async () => {
 test('no recipe is without a test', () => {
     const recipes = fs.readdirSync(folder).filter((name) => name !== 'node_modules' && name !== 'messages.html');
     assert.deepEqual(recipes.sort(), [...tried].sort());
-    assert.equal(tried.size, 30);
+    assert.equal(tried.size, 31);
 });

@@ -43,13 +43,13 @@ test('the package holds what it needs as real files, and no install script', () 
     assert.deepEqual([scripts, isPrivate, dependencies, devDependencies, cpu], [undefined, undefined, undefined, undefined, [process.arch]]);
     assert.equal(path.basename(tarball), `tarn-gui-${version}.tgz`);
     assert.match(fs.readFileSync(path.join(root, 'CMakeLists.txt'), 'utf8'), new RegExp(`^project\\(tarn VERSION ${version} `, 'm'));
-    for (const file of [...files, 'lib/tarn.node', 'lib/libtarn.so', 'lib/libtarn-sound.so', 'vfs/GuiWindow/broken.png', 'README.md', 'LICENSE']) {
+    for (const file of [...files, 'lib/tarn.node', 'lib/libtarn.so', 'lib/libtarn-sound.so', 'lib/libtarn-print.so', 'vfs/GuiWindow/broken.png', 'README.md', 'LICENSE']) {
         assert.ok(!fs.lstatSync(path.join(installed, file)).isSymbolicLink(), file);
     }
 });
 
 test('nothing in the package names a folder of the machine that made it', () => {
-    const names = ['tarn.node', 'libtarn.so', 'libtarn-sound.so'];
+    const names = ['tarn.node', 'libtarn.so', 'libtarn-sound.so', 'libtarn-print.so'];
     const dynamic = names.map((name) => execFileSync('readelf', ['-d', path.join(installed, 'lib', name)], { encoding: 'utf8' })).join('');
     assert.match(dynamic, /NEEDED/);
     assert.doesNotMatch(dynamic, /RPATH|RUNPATH/);

@@ -28,7 +28,7 @@ HelpNamesEveryCommand() {
     run "$root/tarn" help
     expect_code 0
     local name
-    for name in demo run shot dump pack test lint figures bench fuzz soak help; do
+    for name in demo run shot pdf dump pack test lint figures bench fuzz soak help; do
         grep -q "^  $name" "$work/out" || fail "help does not name $name"
     done
 }
@@ -64,6 +64,15 @@ ShotRefusesAMissingFolder() {
     run "$root/tarn" shot "$root/examples/hello/app.js" "$work/none/out.png"
     expect_code 2
     expect_err "tarn: no such folder: $work/none"
+}
+
+PdfRefusesAMissingFolderAndAMissingPage() {
+    run "$root/tarn" pdf "$root/examples/hello/hello.html" "$work/none/out.pdf"
+    expect_code 2
+    expect_err "tarn: no such folder: $work/none"
+    run "$root/tarn" pdf "$work/none.html" "$work/out.pdf"
+    expect_code 2
+    expect_err "tarn: no such file: $work/none.html"
 }
 
 OnlyMissingPackagesAreListed() {

@@ -17,7 +17,7 @@ const ofClasses = {
         'setResizable(resizable?: switch)', 'useSystemFont(use?: switch)', 'setTitle(title: string)', 'getTitle()', 'setIcon(file: path)',
         'setFocus(control: string)', 'getFocus()', 'setEnterControl(control: string)', 'getEnterControl()',
         'setEscapeControl(control: string)', 'getEscapeControl()', 'setSizePolicy(policy: string)', 'getSizePolicy()',
-        'control(name: string)', 'find(text: string, options?: object)',
+        'control(name: string)', 'find(text: string, options?: object)', 'savePdf(path: path, options?: object)', 'print()',
     ],
     GuiControl: ofElements,
     GuiImage: ['loadFile(path: path)'],

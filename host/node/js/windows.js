@@ -1,17 +1,19 @@
 'use strict';
 // The class GuiWindow: what JavaScript adds to the component's class.
 
+const path = require('node:path');
 const { callerFolder } = require('./callerfolder.js');
 const { formOf } = require('./forms.js');
 const { describe } = require('./kinds.js');
 const { native, classes } = require('./native.js');
 const { checkOptions } = require('./options.js');
+const { checkPaper, PdfError } = require('./paper.js');
 const { loadText, pageArguments, requirePage } = require('./pages.js');
 
 const prototype = classes.GuiWindow.prototype;
-const { findText, getReturnValue, getSelection, readZoom, startShow, writeZoom } = prototype;
+const { findText, getReturnValue, getSelection, readZoom, startPrint, startShow, writePdf, writeZoom } = prototype;
 // For this package alone.
-['findText', 'getReturnValue', 'getSelection', 'readZoom', 'startShow', 'writeZoom'].forEach((name) => delete prototype[name]);
+['findText', 'getReturnValue', 'getSelection', 'readZoom', 'startPrint', 'startShow', 'writePdf', 'writeZoom'].forEach((name) => delete prototype[name]);
 
 const findOptions = { next: 'boolean', previous: 'boolean', case: 'boolean' };
 
@@ -88,6 +90,33 @@ class GuiWindow extends classes.GuiWindow {
             throw new TypeError(`GuiWindow.zoom: expected a number from ${leastZoom} to ${mostZoom}, not ${describe(factor)}`);
         }
         writeZoom.call(this, Math.round(factor * 100));
+    }
+
+    /** Writes the page as it is now; a promise, since that is what writing a file is elsewhere. */
+    savePdf(file, options) {
+        const caller = 'GuiWindow.savePdf(path, options)';
+        const paper = checkPaper(caller, options, this.savePdf);
+        const target = path.resolve(file);
+        const problem = writePdf.call(this, target, ...paper);
+        if (problem === '') {
+            return Promise.resolve();
+        }
+        return Promise.reject(new PdfError(`${caller}: ${problem === null ? 'the window has no page' : `can not write ${target}: ${problem}`}`, target));
+    }
+
+    /** Shows the desktop's print dialog, which keeps the program alive; whether the page was printed. */
+    print() {
+        const alive = setInterval(() => {}, 2 ** 30);
+        return new Promise((resolve, reject) => {
+            startPrint.call(this, (...answers) => {
+                clearInterval(alive);
+                const [problem] = answers;
+                if (problem) {
+                    reject(new Error(`GuiWindow.print(): ${problem}`));
+                }
+                resolve(answers.length > 0);
+            });
+        });
     }
 
     show(...args) {

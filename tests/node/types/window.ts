@@ -30,6 +30,9 @@ same<typeof window.setResizable, (resizable?: boolean | number) => null>(true);
 same<typeof window.useSystemFont, (use?: boolean | number) => null>(true);
 same<typeof window.zoom, number>(true);
 window.zoom = 1.5;
+same<ReturnType<typeof window.print>, Promise<boolean>>(true);
+same<ReturnType<typeof window.savePdf>, Promise<void>>(true);
+window.savePdf('a.pdf', { paper: { width: 100, height: 50 }, margins: { top: 3 }, header: '{page}', footer: { left: '{title}' } });
 same<typeof window.setTitle, (title: string) => null>(true);
 same<typeof window.getTitle, () => string>(true);
 same<typeof window.setIcon, (file: string | URL) => null>(true);
@@ -105,6 +108,10 @@ window.setResizable('no');
 window.useSystemFont(true, false);
 // @ts-expect-error: no number
 window.zoom = '2';
+// @ts-expect-error: no such paper
+window.savePdf('a.pdf', { paper: 'A9' });
+// @ts-expect-error: no such side
+window.savePdf('a.pdf', { margins: { up: 3 } });
 // @ts-expect-error: no text
 window.setTitle(3);
 // @ts-expect-error: too many
