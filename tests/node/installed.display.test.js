@@ -71,6 +71,16 @@ test('its command shows a page', () => {
     assert.equal(execFileSync(command, ['--version'], { encoding: 'utf8' }), `${JSON.parse(read('package.json')).version}\n`);
 });
 
+test('its command makes a program, which npm installs and whose test passes', () => {
+    const command = path.join(home, 'node_modules', '.bin', 'tarn-gui');
+    assert.equal(execFileSync(command, ['create', 'tea'], { cwd: home, encoding: 'utf8' }), 'tea is made; there: npm start, npm test\n');
+    const options = { cwd: path.join(home, 'tea'), env: { ...process.env, NODE_TEST_CONTEXT: undefined }, encoding: 'utf8' };
+    assert.match(execFileSync('npm', ['test'], { ...options, stdio: 'pipe' }), /^(#|ℹ) pass 2$/m);
+    const offline = ['install', '--offline', '--no-audit', '--no-fund', '--no-update-notifier', '--cache', path.join(scratch, 'cache')];
+    execFileSync('npm', offline, { ...options, stdio: ['ignore', 'ignore', 'pipe'] });
+    assert.match(execFileSync('npm', ['test'], { ...options, stdio: 'pipe' }), /^(#|ℹ) pass 2$/m);
+});
+
 test('an ES module gets every name, and the same objects', () => {
     write('program.mjs', `import { createRequire } from 'node:module';
         import whole, { GuiWindow, GuiControl, GuiImage, GuiSizePolicy, GuiToolkit, session, register, mount, pageText } from 'tarn-gui';
