@@ -41,6 +41,12 @@ void hearStart(QtMsgType type, QMessageLogContext const&, QString const& message
     std::fprintf(stderr, "%s\n", qPrintable(message));
 }
 
+/// What the platform without a display says it can not do, such as to raise a window.
+bool isOffscreenNoise(QString const& message)
+{
+    return message.startsWith(QLatin1String("This plugin does not support "));
+}
+
 bool isLoss(QString const& message)
 {
     return message.startsWith(QLatin1String("The X11 connection broke")) ||
@@ -51,7 +57,8 @@ void hearDisplay(QtMsgType type, QMessageLogContext const& context, QString cons
 {
     if (isLoss(message) && velaGuiRole.isHeld() && theOnLoss && theOnLoss())
         stayForEver();
-    thePrevious(type, context, message);
+    if (!isOffscreenNoise(message))
+        thePrevious(type, context, message);
 }
 
 } // namespace

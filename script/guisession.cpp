@@ -5,11 +5,14 @@
 #include "controls/guiscriptvalue.h"
 #include "foundation/vela-qt.h"
 #include "runtime/gui.h"
+#include "runtime/guidriver.h"
+#include "runtime/guihtmlbase.h"
 #include "runtime/guiscriptwork.h"
 #include "script/guianswer.h"
 #include "script/guidialogs.h"
 #include "script/guitaskbar.h"
 #include "script/guitray.h"
+#include "script/guiwindow.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -139,6 +142,24 @@ void showOnTaskbar_qt(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& ar
                                                  guiSwitchOf(args, 3) != 0}));
 }
 
+/// A request of the test driver, the function that hears the answer, and perhaps the window that it is about. Waits for
+/// nothing: a handler that runs meanwhile may wait for what the test does next.
+void drive_script(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnScriptThread();
+    result.setBool(args.count() >= 2 && args.get(0)->isString() && args.get(1)->isFunction());
+    if (!result.toBool(0))
+        return;
+    ScriptObject* const window = args.count() > 2 ? args.get(2)->toObject(0) : nullptr;
+    guiHtml* const page = window ? GetWindow(guiWindow_getData(window->getPrivate())) : nullptr;
+    std::shared_ptr<ScriptObject> const done = guiKept(args.get(1)->toObject(0));
+    QByteArray const request = sstoq(guiTextOf(args, 0)).toUtf8();
+    guiScriptWork_postToGui([request, page, done] {
+        guiDriver_run(request, page,
+                      [done](QByteArray const& answer) { giveAnswer(done, {qtoss(QString::fromUtf8(answer))}); });
+    });
+}
+
 constexpr guiScriptMethod kMethods[] = {
     {"showDialog", showDialog_script},
     {"readClipboard", guiCallOnGuiThread<readClipboard_qt>},
@@ -147,6 +168,7 @@ constexpr guiScriptMethod kMethods[] = {
     {"showTray", guiCallOnGuiThread<showTray_qt>},
     {"removeTray", guiCallOnGuiThread<removeTray_qt>},
     {"showOnTaskbar", guiCallOnGuiThread<showOnTaskbar_qt>},
+    {"drive", drive_script},
 };
 
 } // namespace

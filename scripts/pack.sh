@@ -13,7 +13,9 @@ trap 'rm -rf -- "$stage"' EXIT
 # A module of its own costs an interpreter about 0.3 ms, a third of a window's start for all of them: they are shipped as one,
 # in the folder where they lie here, since some of them know their place.
 cd -- "$root/host/node"
-cp -R -- index.mjs index.d.ts index.d.mts vfs man "$stage"
+cp -R -- index.mjs index.d.ts index.d.mts vfs man templates "$stage"
+# The test driver stays as it is: no program loads it, and its hook is a file that Node.js is told by name.
+cp -R -- test.js test.mjs test.d.ts test.d.mts driver "$stage"
 node_modules/.bin/esbuild index.js --bundle --platform=node --target=node18 --log-level=warning "--outfile=$stage/js/tarn.js"
 node_modules/.bin/esbuild bin/tarn-gui.js --bundle --platform=node --target=node18 --log-level=warning --external:../index.js \
     --external:../package.json "--outfile=$stage/bin/tarn-gui.js"

@@ -179,6 +179,9 @@ void ensureStarted(Info info)
             .ThrowAsJavaScriptException();
 }
 
+/// dropHold(): open windows do not keep the process alive any more.
+void dropHold(Info info) { NodeEngine::of(info.Env()).dropHold(); }
+
 /// callSession(name, arguments): a method that the component has added to the session object.
 Napi::Value callSession(Info info)
 {
@@ -251,6 +254,7 @@ Napi::Object initialize(Napi::Env env, Napi::Object exports)
     add("fileName", fileName);
     add("nearestWord", nearestWord);
     add("ensureStarted", ensureStarted);
+    add("dropHold", dropHold);
     add("callSession", callSession);
     add("waitFor", waitFor);
     add("end", end);

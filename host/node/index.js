@@ -12,6 +12,7 @@ const { CustomElement, construct, register } = require('./js/elements.js');
 const { getListener, setListener } = require('./js/errors.js');
 const { confine, mount, mountDefaults } = require('./js/files.js');
 const { html } = require('./js/html.js');
+const { inside, insideKey } = require('./js/inside.js');
 const { runImmediates } = require('./js/immediates.js');
 const { displayLost } = require('./js/display.js');
 const { hasMethod, scanMethods } = require('./js/methods.js');
@@ -62,3 +63,5 @@ module.exports = {
     tray,
     ...dialogs,
 };
+
+Object.defineProperty(module.exports, insideKey, { value: inside });

@@ -28,7 +28,13 @@ void NodeEngine::onLoopTurn()
     m_helpers.reportPending();
 }
 
-void NodeEngine::updateAlive() { pump().setAlive(m_windows.any() || pump().hasWork()); }
+void NodeEngine::updateAlive() { pump().setAlive((m_doWindowsHold && m_windows.any()) || pump().hasWork()); }
+
+void NodeEngine::dropHold()
+{
+    m_doWindowsHold = false;
+    updateAlive();
+}
 
 // --- while script waits in the component ---
 

@@ -150,6 +150,8 @@ public:
     void runMicrotasks();
     /// Keeps the loop alive while there is an open window or work, and only then.
     void updateAlive();
+    /// From now on the process ends although windows are open, when there is nothing else for it to do.
+    void dropHold();
 
     // The end.
     /// No more calls into script: those in flight are completed with null, later ones at once.
@@ -248,6 +250,7 @@ private:
 
     // Any thread.
     NodeOpenWindows m_windows;
+    bool m_doWindowsHold = true; // an open window keeps the process alive
     NodeCallTable m_calls;
     std::atomic<unsigned long long> m_nextNumber{1};
     std::atomic<NodeObject*> m_session{nullptr}; // not owned

@@ -41,6 +41,11 @@ module.exports = [
         },
     },
     {
+        // What `tarn-gui create` makes is an ES module.
+        files: ['host/node/templates/**'],
+        languageOptions: { sourceType: 'module' },
+    },
+    {
         // An example shows every method of a handler with what it is given, used or not.
         files: ['examples/**'],
         rules: { 'no-unused-vars': ['error', { args: 'none' }] },

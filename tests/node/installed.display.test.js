@@ -21,11 +21,14 @@ const write = (name, text) => fs.writeFileSync(path.join(home, name), text);
 const read = (name) => fs.readFileSync(path.join(installed, name), 'utf8');
 
 /** Runs Node.js in the folder of the program; [standard output, error output, exit code]. */
-function node(...args) {
-    const env = { ...process.env, NODE_TEST_CONTEXT: undefined }; // a test runner that finds this runs no files
+function runNode(args, more) {
+    const env = { ...process.env, NODE_TEST_CONTEXT: undefined, ...more }; // a test runner that finds this runs no files
     const { stdout, stderr, status } = spawnSync(process.execPath, args, { cwd: home, env, encoding: 'utf8' });
     return [stdout, stderr, status];
 }
+const node = (...args) => runNode(args, {});
+/** The same without a display. */
+const nowhere = (...args) => runNode(args, { DISPLAY: undefined, WAYLAND_DISPLAY: undefined, QT_QPA_PLATFORM: undefined });
 
 before(() => {
     tarball ??= execFileSync(path.join(root, 'scripts', 'pack.sh'), [path.join(packageFolder, 'lib'), scratch], { encoding: 'utf8' }).trim();
@@ -68,6 +71,16 @@ test('its command shows a page', () => {
     assert.equal(execFileSync(command, ['--version'], { encoding: 'utf8' }), `${JSON.parse(read('package.json')).version}\n`);
 });
 
+test('its command makes a program, which npm installs and whose test passes', () => {
+    const command = path.join(home, 'node_modules', '.bin', 'tarn-gui');
+    assert.equal(execFileSync(command, ['create', 'tea'], { cwd: home, encoding: 'utf8' }), 'tea is made; there: npm start, npm test\n');
+    const options = { cwd: path.join(home, 'tea'), env: { ...process.env, NODE_TEST_CONTEXT: undefined }, encoding: 'utf8' };
+    assert.match(execFileSync('npm', ['test'], { ...options, stdio: 'pipe' }), /^(#|ℹ) pass 2$/m);
+    const offline = ['install', '--offline', '--no-audit', '--no-fund', '--no-update-notifier', '--cache', path.join(scratch, 'cache')];
+    execFileSync('npm', offline, { ...options, stdio: ['ignore', 'ignore', 'pipe'] });
+    assert.match(execFileSync('npm', ['test'], { ...options, stdio: 'pipe' }), /^(#|ℹ) pass 2$/m);
+});
+
 test('an ES module gets every name, and the same objects', () => {
     write('program.mjs', `import { createRequire } from 'node:module';
         import whole, { GuiWindow, GuiControl, GuiImage, GuiSizePolicy, GuiToolkit, session, register, mount, pageText } from 'tarn-gui';
@@ -101,6 +114,7 @@ for (const [name, [file, module, resolution]] of Object.entries(resolutions)) {
     test(`TypeScript takes the package: ${name}`, () => {
         write(file, `import { GuiWindow, session } from 'tarn-gui';
             import type { Session } from 'tarn-gui';
+            import { drive } from 'tarn-gui/test';
             class Order extends GuiWindow {
                 onPick(session: Session, cups: string) { this.setReturnValue(Number(cups)); this.close(); }
             }
@@ -108,7 +122,8 @@ for (const [name, [file, module, resolution]] of Object.entries(resolutions)) {
             const current: GuiWindow | null = session.currentWindow;
             // @ts-expect-error there is no such method
             new Order('page.html').shou();
-            export { answer, current };`);
+            const text: Promise<string> = drive('Order').then((w) => w.text('total'));
+            export { answer, current, text };`);
         const options = ['--strict', '--target', 'ES2022', '--module', module, '--moduleResolution', resolution, '--outDir', 'out',
             '--types', 'node', '--typeRoots', path.join(tools, '@types')];
         assert.deepEqual(node(path.join(tools, 'typescript', 'bin', 'tsc'), ...options, file), ['', '', 0]);
@@ -137,6 +152,38 @@ test('a test of a program runs', () => {
     assert.deepEqual([stderr, status], ['', 0], stdout);
     assert.match(stdout, /^(#|ℹ) pass 1$/m);
 });
+
+for (const where of ['on a display', 'without a display']) {
+    test(`a test of a program clicks and types ${where}, in its own process and in another`, () => {
+        write('order.html', '<html><head><title>Order</title></head><body width="300" height="100"><form><input type="text" name="who">'
+            + '<input type="button" name="ok" value="OK" onclick="event://onOk"></form></body></html>');
+        write('order.cjs', `const { GuiWindow } = require('tarn-gui');
+            class Order extends GuiWindow { onOk() { console.log('for ' + this.form.who); this.close(); } }
+            if (require.main === module) new Order('order.html').show();
+            module.exports = { Order };`);
+        write('driven.test.mjs', `import { test } from 'node:test';
+            import assert from 'node:assert/strict';
+            import { drive, launch } from 'tarn-gui/test';
+            import { Order } from './order.cjs';
+            test('here', async () => {
+                const w = await drive(new Order('order.html'));
+                await w.type('who', 'Ann');
+                assert.equal(await w.value('who'), 'Ann');
+                await assert.rejects(w.click('okk', { timeout: 50 }), /has no "okk"; did you mean "ok"/);
+                await w.click('ok');
+            });
+            test('there', async () => {
+                const app = await launch('order.cjs');
+                const w = await app.window('Order');
+                await w.type('who', 'Bob');
+                await w.click('ok');
+                assert.deepEqual([await app.exit, app.stdout], [{ code: 0, signal: null }, 'for Bob\\n']);
+            });`);
+        const [stdout, stderr, status] = where === 'on a display' ? node('--test', 'driven.test.mjs') : nowhere('--test', 'driven.test.mjs');
+        assert.deepEqual([stderr, status], ['', 0], stdout);
+        assert.match(stdout, /^(#|ℹ) pass 2$/m);
+    });
+}
 
 for (const [format, file] of [['cjs', 'program.cjs'], ['esm', 'program.mjs']]) {
     test(`a bundle that leaves the package outside runs: ${format}`, () => {

@@ -23,7 +23,7 @@ test('the types compile with a sample that uses all of them', () => {
     assert.deepEqual([stdout, status], ['', 0]);
 });
 
-for (const part of ['window', 'controls']) {
+for (const part of ['window', 'controls', 'driver']) {
     test(`the types take every right use of ${part} and refuse every wrong one`, () => {
         const { stdout, status } = compile(path.join(__dirname, 'types', `${part}.ts`));
         assert.deepEqual([stdout, status], ['', 0]);
@@ -32,7 +32,7 @@ for (const part of ['window', 'controls']) {
 
 /** The examples are JavaScript without annotations, so their parameters may be of any type; all else is strict. */
 test('the types fit every example', () => {
-    const folders = { 'tarn-gui': 'index.d.ts', esbuild: 'node_modules/esbuild' };
+    const folders = { 'tarn-gui': 'index.d.ts', 'tarn-gui/test': 'test.d.ts', esbuild: 'node_modules/esbuild' };
     const settings = path.join(scratch, 'examples.json');
     fs.writeFileSync(settings, JSON.stringify({
         compilerOptions: {

@@ -1,18 +1,25 @@
 'use strict';
-// The test of a program: node --test. Without a screen: QT_QPA_PLATFORM=offscreen node --test
+// The test of a program: node --test. It needs no screen; on one, TARN_SLOW=300 shows what it does.
 const assert = require('node:assert/strict');
+const path = require('node:path');
 const { test } = require('node:test');
-const { session } = require('tarn-gui');
+const { drive, launch } = require('tarn-gui/test');
 const { makeCounter } = require('./counter.js');
 
-test('the counter counts and returns', async () => {
-    const counter = makeCounter();
-    const answer = counter.showAsync();
-    counter.onAdd(session, '1');
-    counter.onAdd(session, '2');
-    assert.equal(counter.form.count, '3');
-    counter.form.count = 7; // as a user who types it
-    counter.onDone();
-    assert.equal(await answer, 7);
-    assert.equal(counter.isOpen(), false);
+test('the counter counts from what the user types', async () => {
+    const counter = await drive(makeCounter());
+    await counter.type('count', '5');
+    await counter.click('add');
+    await counter.click('add');
+    assert.equal(await counter.value('count'), '7');
+    await counter.close();
+});
+
+test('the program prints the number', async () => {
+    const program = await launch(path.join(__dirname, 'counter.js'));
+    const counter = await program.window('Counter');
+    await counter.click('+');
+    await counter.click('done');
+    assert.deepEqual(await program.exit, { code: 0, signal: null });
+    assert.equal(program.stdout, '1\n');
 });

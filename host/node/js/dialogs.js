@@ -4,6 +4,7 @@
 const path = require('node:path');
 const { typeError } = require('./arguments.js');
 const { callDesktop } = require('./desktop.js');
+const { hold, release } = require('./holds.js');
 const { describe } = require('./kinds.js');
 const { native } = require('./native.js');
 const { checkOptions } = require('./options.js');
@@ -48,11 +49,11 @@ function openAndWait(caller, request) {
 /** An open dialog keeps the program alive, as an open window does. */
 function openAndPromise(caller, request) {
     return new Promise((resolve, reject) => {
-        const alive = setInterval(() => {}, 2 ** 30);
+        const held = hold();
         try {
-            open(caller, request, (answer) => { clearInterval(alive); resolve(answer); });
+            open(caller, request, (answer) => { release(held); resolve(answer); });
         } catch (error) {
-            clearInterval(alive);
+            release(held);
             reject(error);
         }
     });

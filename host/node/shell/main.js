@@ -1,6 +1,7 @@
 'use strict';
 // The command tarn-gui: reads its arguments, shows a window, prints the answer.
 
+const { create } = require('./create.js');
 const { showEntry, showFile, showText } = require('./dialogs.js');
 const { showList } = require('./lists.js');
 const { showPage } = require('./page.js');
@@ -48,6 +49,9 @@ async function main(args, load) {
         if (options.kind === 'help' || options.kind === 'version') {
             process.stdout.write(options.kind === 'help' ? help : `${require('../package.json').version}\n`);
             return 0;
+        }
+        if (options.kind === 'create') {
+            return create(options, print);
         }
         const code = await show(load(), options);
         process.stdin.destroy(); // whoever writes there need not go on

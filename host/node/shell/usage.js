@@ -2,6 +2,8 @@
 // What the command tarn-gui can be asked for: its arguments, as one object.
 
 const { parseArgs } = require('node:util');
+const { readCreate } = require('./create.js');
+const { UsageError } = require('./errors.js');
 
 const help = `usage: tarn-gui [OPTION...] PAGE.html [NAME=VALUE...]   a page, its controls filled with these values
        tarn-gui --text TEXT [--buttons YES,NO]           a message; prints the name of the button
@@ -9,6 +11,7 @@ const help = `usage: tarn-gui [OPTION...] PAGE.html [NAME=VALUE...]   a page, it
        tarn-gui --file [--save | --folder] [--multiple]  a file; prints its path, or one in each line
        tarn-gui --list [TEXT] [--columns A,B] [--multiple]  rows from standard input, cells between tabs; prints those chosen
        tarn-gui --progress [TEXT] [--close]              percentages from standard input, "# TEXT" changes the text
+       tarn-gui create NAME [--typescript]               makes a folder with a program: a page, a script, a test
 
   --title TITLE      of the window
   --icon ICON        of a message: info, warning, error or question
@@ -34,8 +37,6 @@ const owners = {
     multiple: ['file', 'list'], close: ['progress'], format: ['page'],
 };
 const choices = { icon: ['info', 'warning', 'error', 'question'], format: ['json', 'shell', 'csv'] };
-
-class UsageError extends Error {}
 
 function parse(args) {
     try {
@@ -69,11 +70,15 @@ function readAssignment(text) {
 
 /**
  * The arguments of a call: { kind, text, page, assignments, buttons, columns, timeout (milliseconds) and the other options by their
- * names }; kind is "page", one of the options that choose what is shown, "help" or "version".
+ * names }; kind is "page", one of the options that choose what is shown, "create" (see create.js), "help"
+ * or "version".
  *
  * @throws UsageError
  */
 function readArguments(args) {
+    if (args[0] === 'create' && !args.includes('--help')) {
+        return readCreate(args.slice(1));
+    }
     const { values, positionals } = parse(args);
     const asked = ['help', 'version'].find((name) => values[name]);
     if (asked) {

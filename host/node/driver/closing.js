@@ -1,0 +1,23 @@
+'use strict';
+// Closing what a program has open.
+
+const { ask, state } = require('./component.js');
+const { sleep } = require('./waiting.js');
+
+/** Closes all windows, those in front first, as their title bars do; which stay open. */
+async function closeAll() {
+    for (let rounds = 0; rounds < 50; ++rounds) {
+        const { windows } = await state();
+        const open = windows.filter(({ kind }) => kind === 'page' || kind === 'dialog').sort((a, b) => b.id - a.id);
+        if (open.length === 0) {
+            return [];
+        }
+        for (const { id } of open) {
+            await ask({ window: id, do: 'close' });
+        }
+        await sleep(10);
+    }
+    return (await state()).windows.map(({ title }) => title);
+}
+
+module.exports = { closeAll };
