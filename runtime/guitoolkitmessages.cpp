@@ -47,6 +47,12 @@ bool isOffscreenNoise(QString const& message)
     return message.startsWith(QLatin1String("This plugin does not support "));
 }
 
+/// What the toolkit says when a screen reader asks its own lists, such as that of a combo box, for what they have not.
+bool isNoiseOfReaders(QString const& message)
+{
+    return message.startsWith(QLatin1String("QAccessibleT")) && message.contains(QLatin1String("nvalid index"));
+}
+
 bool isLoss(QString const& message)
 {
     return message.startsWith(QLatin1String("The X11 connection broke")) ||
@@ -57,7 +63,7 @@ void hearDisplay(QtMsgType type, QMessageLogContext const& context, QString cons
 {
     if (isLoss(message) && velaGuiRole.isHeld() && theOnLoss && theOnLoss())
         stayForEver();
-    if (!isOffscreenNoise(message))
+    if (!isOffscreenNoise(message) && !isNoiseOfReaders(message))
         thePrevious(type, context, message);
 }
 

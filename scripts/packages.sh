@@ -7,7 +7,8 @@ packages_for() {
     case $1 in
         page | program | package) base_packages ;;
         test) base_packages && documentation_packages && font_packages && echo lld poppler-utils ;;
-        display) echo xvfb openbox x11-utils xdotool imagemagick valgrind dbus-daemon dbus-bin weston qt6-wayland ;;
+        display) echo xvfb openbox x11-utils xdotool imagemagick valgrind dbus-daemon dbus-bin weston qt6-wayland \
+            at-spi2-core python3-gi gir1.2-atspi-2.0 ;;
         bench) base_packages && bench_packages ;;
         fuzz) base_packages && echo clang libclang-rt-dev llvm ;;
         lint) base_packages && echo clang-format-14 clang-tidy-14 shellcheck ;;
