@@ -62,6 +62,16 @@ int countOf(QImage const& picture, QRgb color)
     return count;
 }
 
+int darkIn(QImage const& picture)
+{
+    constexpr int kDark = 80;
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            count += qGray(picture.pixel(x, y)) < kDark ? 1 : 0;
+    return count;
+}
+
 bool isBlank(QImage const& picture, QRect const& part)
 {
     for (int y = part.top(); y <= part.bottom(); ++y)
@@ -185,11 +195,7 @@ TEST(Paper, TheCaptionsOfTabsAreSeen)
     PageWindow::settle();
     guiPaperSheets sheets(page.window.root, {});
     QImage const caption = pictureOf(sheets, 0).copy(76, 76, 80, 24);
-    int dark = 0;
-    for (int y = 4; y < 20; ++y)
-        for (int x = 8; x < 60; ++x)
-            dark += qGray(caption.pixel(x, y)) < 80 ? 1 : 0;
-    EXPECT_GT(dark, 20);
+    EXPECT_GT(darkIn(caption.copy(8, 4, 52, 16)), 20);
 }
 
 TEST(ClipDevice, WhatGoesBeyondItIsCutOff)
@@ -210,6 +216,40 @@ TEST(ClipDevice, WhatGoesBeyondItIsCutOff)
     }
     EXPECT_EQ(countOf(picture, qRgb(255, 0, 0)), 20 * 10);
     EXPECT_EQ(countOf(picture, qRgb(0, 0, 255)), 5 * 10);
+}
+
+namespace {
+
+/// Paints beyond its edges.
+class Spilling : public QWidget
+{
+public:
+    using QWidget::QWidget;
+
+protected:
+    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(-50, -50, 200, 200, Qt::red); }
+};
+
+} // namespace
+
+TEST(ClipDevice, AWidgetIsCutOffByThoseAroundIt)
+{
+    QWidget outer;
+    outer.resize(60, 20);
+    QWidget middle(&outer);
+    middle.setGeometry(0, 0, 20, 20);
+    Spilling inner(&middle);
+    inner.setGeometry(10, 0, 40, 20);
+    outer.show();
+    QImage picture(60, 20, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    {
+        guiClipDevice device(painter, outer.size());
+        QPainter on(&device);
+        outer.render(&on, QPoint(), QRegion(), QWidget::DrawChildren);
+    }
+    EXPECT_EQ(countOf(picture, qRgb(255, 0, 0)), 10 * 20);
 }
 
 TEST(ClipDevice, ThePainterIsAsBefore)
@@ -256,7 +296,7 @@ TEST(Paper, ControlsThatAwaitTheirWidgetsAreSeenToo)
 
 TEST(Paper, ItIsWhiteAndTheTextIsBlackOnADarkDesktop)
 {
-    ShownPage page("<body valign=top><h1>HHHH</h1><input type=text value=HHHH width=200 height=30>");
+    ShownPage page("<body valign=top><h1>HHHH</h1><input type=text name=field value=HHHH width=200 height=30>");
     QPalette const dark(QColor(20, 20, 20), QColor(30, 30, 30));
     QApplication::setPalette(dark);
     PageWindow::settle();
@@ -265,7 +305,9 @@ TEST(Paper, ItIsWhiteAndTheTextIsBlackOnADarkDesktop)
         guiPaperSheets sheets(page.window.root, {});
         QImage const picture = pictureOf(sheets, 0);
         EXPECT_EQ(picture.pixel(5, 5), qRgb(255, 255, 255));
-        EXPECT_GT(countOf(picture, qRgb(0, 0, 0)), 50);
+        EXPECT_GT(darkIn(picture.copy(76, 76, 120, 36)), 50); // the heading
+        guiRect const field = page.node("field")->m.rect;
+        EXPECT_EQ(darkIn(picture.copy(76 + field.left + 100, 76 + field.top + 8, 60, 10)), 0);
         EXPECT_EQ(countOf(picture, qRgb(30, 30, 30)), 0);
         EXPECT_EQ(countOf(picture, qRgb(20, 20, 20)), 0);
     }
