@@ -34,16 +34,16 @@ const start = () => program.ask('got = undefined; void window.print().then((valu
 test('the user does not notice that a page is saved', async () => {
     await program.ask('window.control("scrolled").value = 5; window.zoom = 1.25');
     const look = () => execFileSync('import', ['-silent', '-window', window, '-format', '%#', 'info:-'], { encoding: 'utf8' });
-    let before = look();
-    for (let last = ''; last !== before;) {
-        last = before;
+    let seen = look();
+    for (let last = ''; last !== seen;) {
+        last = seen;
         await sleep(300);
-        before = look();
+        seen = look();
     }
     await program.ask(`void window.savePdf(${JSON.stringify(path.join(scratch, 'open.pdf'))}).then(() => { got = 'saved'; })`);
     await program.becomes('got', 'saved');
     await sleep(300);
-    assert.equal(look(), before);
+    assert.equal(look(), seen);
     await program.ask('window.zoom = 1');
 });
 
