@@ -95,7 +95,7 @@ QString guiWritePdf(guiPageRoot& page, guiPaper const& paper, QString const& pat
     if (!file.open())
         return file.errorString();
     try {
-        if (QString const problem = write(file, page, paper); !problem.isEmpty())
+        if (QString problem = write(file, page, paper); !problem.isEmpty())
             return problem;
     } catch (velaError const& error) {
         return sstoq(error.getMessage());

@@ -7,10 +7,12 @@ const fs = require('node:fs');
 const path = require('node:path');
 const { after, before, test } = require('node:test');
 const { findActiveWindow, keys, type, waitGone } = require('./desktop.js');
-const { scratch } = require('./helpers.js');
+const { scratch, sleep } = require('./helpers.js');
 const { Program } = require('./program.js');
 
-fs.writeFileSync(path.join(scratch, 'sheet.html'), `<html><head><title>Sheet</title></head><body width="420" height="160" valign="top">
+fs.writeFileSync(path.join(scratch, 'sheet.html'), `<html><head><title>Sheet</title></head><body width="420" height="160" valign="top" scrolling="yes">
+<input type="range" name="scrolled" min="0" max="9"><select size="3" name="list"><option value="a" selected>First<option value="b">Second</select>
+<textarea name="area" width="200" height="60">Some text</textarea>
 ${Array.from({ length: 120 }, (_, i) => `<p>Line ${i + 1} <input type="checkbox" checked></p>`).join('')}</body></html>`);
 
 let program;
@@ -28,6 +30,22 @@ after(async () => {
 });
 
 const start = () => program.ask('got = undefined; void window.print().then((value) => { got = [value]; }, (error) => { got = String(error); })');
+
+test('the user does not notice that a page is saved', async () => {
+    await program.ask('window.control("scrolled").value = 5; window.zoom = 1.25');
+    const look = () => execFileSync('import', ['-silent', '-window', window, '-format', '%#', 'info:-'], { encoding: 'utf8' });
+    let seen = look();
+    for (let last = ''; last !== seen;) {
+        last = seen;
+        await sleep(300);
+        seen = look();
+    }
+    await program.ask(`void window.savePdf(${JSON.stringify(path.join(scratch, 'open.pdf'))}).then(() => { got = 'saved'; })`);
+    await program.becomes('got', 'saved');
+    await sleep(300);
+    assert.equal(look(), seen);
+    await program.ask('window.zoom = 1');
+});
 
 test('Escape cancels: false', async () => {
     await start();
@@ -59,7 +77,7 @@ test('a window that is closed under its dialog answers false', async () => {
     await program.becomes('got', [false]);
     await waitGone('Print');
     await program.ask('window.open()');
-    window = await findActiveWindow('Sheet');
+    await findActiveWindow('Sheet');
 });
 
 test('without the library it is told in one line', async () => {

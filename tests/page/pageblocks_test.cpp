@@ -64,7 +64,7 @@ TEST(PageBlocks, EachLineOfTextIsOne)
 
 TEST(PageBlocks, ALowRowIsOne)
 {
-    BlocksOf page("<table><tr><td name=a>one<td name=b>two<br>three<br>four</table>");
+    BlocksOf page("<table><tr><td name=a>one<td name=b>two<br>three<br>four<br>five<br>six</table>");
     EXPECT_TRUE(page.keeps(page.placeOf("b")));
 }
 

@@ -60,8 +60,11 @@ TEST(PageBreaks, LinesAreNeverCut)
     addLines(blocks, 0, 100, 0, 20, 50);
     std::vector<guiSheet> const sheets = guiBreakPage(blocks, 195);
     ASSERT_EQ(sheets.size(), 6u);
-    for (guiSheet const& sheet : sheets)
-        EXPECT_EQ(sheet.top % 20, 0);
+    for (std::size_t i = 0; i < sheets.size(); ++i) {
+        EXPECT_EQ(sheets[i].top % 20, 0);
+        EXPECT_TRUE(sheets[i].absent.empty()); // all of a strip is on one sheet
+        EXPECT_TRUE(i == 0 || sheets[i].top == sheets[i - 1].bottom);
+    }
     EXPECT_EQ(sheets[1].top, 180);
     expectEachOnce(blocks, 195);
 }
