@@ -156,7 +156,7 @@ void drive_script(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, 
     QByteArray const request = sstoq(guiTextOf(args, 0)).toUtf8();
     guiScriptWork_postToGui([request, page, done] {
         guiDriver_run(request, page,
-                      [done](QByteArray const& answer) { giveAnswer(done, {qtoss(QString::fromUtf8(answer))}); });
+                      [done](QByteArray const& answer) { guiGiveAnswer(done, {qtoss(QString::fromUtf8(answer))}); });
     });
 }
 
