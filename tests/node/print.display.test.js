@@ -14,13 +14,12 @@ fs.writeFileSync(path.join(scratch, 'sheet.html'), `<html><head><title>Sheet</ti
 ${Array.from({ length: 120 }, (_, i) => `<p>Line ${i + 1} <input type="checkbox" checked></p>`).join('')}</body></html>`);
 
 let program;
-let window;
 
 before(async () => {
     // No printers: what is configured on the machine does not matter.
     program = await Program.start('let window, got;', undefined, { CUPS_SERVER: '/nowhere' });
     await program.ask("window = new tarn.GuiWindow('sheet.html'); window.open()");
-    window = await findActiveWindow('Sheet');
+    await findActiveWindow('Sheet');
 });
 after(async () => {
     await program.ask('window.close()');
@@ -59,7 +58,7 @@ test('a window that is closed under its dialog answers false', async () => {
     await program.becomes('got', [false]);
     await waitGone('Print');
     await program.ask('window.open()');
-    window = await findActiveWindow('Sheet');
+    await findActiveWindow('Sheet');
 });
 
 test('without the library it is told in one line', async () => {
