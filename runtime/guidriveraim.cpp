@@ -104,7 +104,7 @@ guiDriverPlace placeOfControl(QWidget* window, guiHtmlControl* control)
     return placeOn(window, widget, widget->rect());
 }
 
-guiDriverPlace placeOfNode(QWidget* window, guiDriverThing const& thing)
+guiDriverPlace placeOfNode(QWidget* window, guiDriverThing const& thing) TARN_ON(velaGuiRole)
 {
     guiHtml* const node = thing.node;
     if (guiIsPutAway(node) || node->m.visible == 0)

@@ -107,10 +107,10 @@ test('a program that fails at its start says why', async () => {
 
 test('a program that does not end is ended, and told', async () => {
     app = await launch(write(program('window.eClose = () => false; window.open();')), { timeout: 700 });
-    await app.window('Main');
+    await app.window('Main', { timeout: 20000 });
     await fails(app.close(), 'app.close(): the program does not end: open are "Main" (waited 700 ms)');
     app = await launch(write(program('setInterval(() => {}, 1000); window.open();')), { timeout: 700 });
-    await app.window('Main');
+    await app.window('Main', { timeout: 20000 });
     await fails(app.close(), 'app.close(): the program does not end: it goes on without a window (waited 700 ms)');
 });
 

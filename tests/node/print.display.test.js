@@ -16,13 +16,12 @@ fs.writeFileSync(path.join(scratch, 'sheet.html'), `<html><head><title>Sheet</ti
 ${Array.from({ length: 120 }, (_, i) => `<p>Line ${i + 1} <input type="checkbox" checked></p>`).join('')}</body></html>`);
 
 let program;
-let window;
 
 before(async () => {
     // No printers: what is configured on the machine does not matter.
     program = await Program.start('let window, got;', undefined, { CUPS_SERVER: '/nowhere' });
     await program.ask("window = new tarn.GuiWindow('sheet.html'); window.open()");
-    window = await findActiveWindow('Sheet');
+    await findActiveWindow('Sheet');
 });
 after(async () => {
     await program.ask('window.close()');

@@ -4,9 +4,9 @@
 const { ask, state } = require('./component.js');
 const { sleep } = require('./waiting.js');
 
-/** Closes all windows, those in front first, as their title bars do; which stay open. */
-async function closeAll() {
-    for (let rounds = 0; rounds < 50; ++rounds) {
+/** Closes all windows, those in front first, as their title bars do; the titles of those that stay open for so long. */
+async function closeAll(ms) {
+    for (const end = Date.now() + ms; Date.now() < end;) {
         const { windows } = await state();
         const open = windows.filter(({ kind }) => kind === 'page' || kind === 'dialog').sort((a, b) => b.id - a.id);
         if (open.length === 0) {

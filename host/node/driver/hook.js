@@ -15,7 +15,7 @@ function keep(window) {
 const openers = {
     window: async ({ drive, driveAny }, title, options) => keep(await (title === null ? driveAny(options) : drive(title, options))),
     dialog: async ({ dialog }, options) => keep(await dialog(options)),
-    closeAll: async ({ closeAll }) => closeAll(),
+    closeAll: async ({ closeAll }, ms) => closeAll(ms),
 };
 
 async function answer({ window, verb, args }) {

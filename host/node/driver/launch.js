@@ -80,7 +80,7 @@ class Program {
     async close() {
         const limit = setTimeout(() => this.#child.kill('SIGKILL'), this.#timeout);
         const what = 'app.close()';
-        const titles = this.#exited ? [] : await this.ask(what, { verb: 'closeAll', args: [] }).catch(() => []);
+        const titles = this.#exited ? [] : await this.ask(what, { verb: 'closeAll', args: [this.#timeout / 2] }).catch(() => []);
         const { code, signal } = await this.exit;
         clearTimeout(limit);
         if (signal === 'SIGKILL') {
