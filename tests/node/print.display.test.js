@@ -16,12 +16,13 @@ fs.writeFileSync(path.join(scratch, 'sheet.html'), `<html><head><title>Sheet</ti
 ${Array.from({ length: 120 }, (_, i) => `<p>Line ${i + 1} <input type="checkbox" checked></p>`).join('')}</body></html>`);
 
 let program;
+let shown; // its number on the display
 
 before(async () => {
     // No printers: what is configured on the machine does not matter.
     program = await Program.start('let window, got;', undefined, { CUPS_SERVER: '/nowhere' });
     await program.ask("window = new tarn.GuiWindow('sheet.html'); window.open()");
-    await findActiveWindow('Sheet');
+    shown = await findActiveWindow('Sheet');
 });
 after(async () => {
     await program.ask('window.close()');
@@ -32,7 +33,7 @@ const start = () => program.ask('got = undefined; void window.print().then((valu
 
 test('the user does not notice that a page is saved', async () => {
     await program.ask('window.control("scrolled").value = 5; window.zoom = 1.25');
-    const look = () => execFileSync('import', ['-silent', '-window', window, '-format', '%#', 'info:-'], { encoding: 'utf8' });
+    const look = () => execFileSync('import', ['-silent', '-window', shown, '-format', '%#', 'info:-'], { encoding: 'utf8' });
     let seen = look();
     for (let last = ''; last !== seen;) {
         last = seen;
