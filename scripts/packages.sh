@@ -8,7 +8,7 @@ packages_for() {
         page | program | package) base_packages ;;
         test) base_packages && documentation_packages && font_packages && echo lld poppler-utils ;;
         display) echo xvfb openbox x11-utils xdotool imagemagick valgrind dbus-daemon dbus-bin weston qt6-wayland \
-            at-spi2-core python3-gi gir1.2-atspi-2.0 ;;
+            at-spi2-core python3-gi gir1.2-atspi-2.0 ibus ibus-m17n m17n-db ;;
         bench) base_packages && bench_packages ;;
         fuzz) base_packages && echo clang libclang-rt-dev llvm ;;
         lint) base_packages && echo clang-format-14 clang-tidy-14 shellcheck ;;
