@@ -208,7 +208,7 @@ bool guiLineBreaker::fitChunk()
     int const indent = m_pieces.empty() ? chunk.indent : 0;
     m_room = static_cast<int>(std::max<std::int64_t>(std::int64_t{m_boxWidth} - m_width - indent, -1));
     std::uint32_t const end = m_run.wordsEnd(m_place.chunk);
-    progress const from{m_place, 0};
+    progress const from{m_place};
     progress at = from;
     std::optional<progress> last; // where the line may end
     for (; at.place.word < end; ++at.place.word, at.place.offset = 0) {

@@ -88,7 +88,7 @@ QJsonObject getKeyboard(QWidget* window)
 
 QJsonObject press(windowRequest const& request)
 {
-    QJsonObject const refusal = getKeyboard(request.window);
+    QJsonObject refusal = getKeyboard(request.window);
     if (!refusal.isEmpty())
         return refusal;
     QKeySequence const keys = QKeySequence::fromString(request.text("keys"), QKeySequence::PortableText);
@@ -103,7 +103,7 @@ QJsonObject press(windowRequest const& request)
 
 QJsonObject type(windowRequest const& request)
 {
-    QJsonObject const refusal = getKeyboard(request.window);
+    QJsonObject refusal = getKeyboard(request.window);
     if (refusal.isEmpty())
         guiDriver_type(request.window, request.text("text"));
     return refusal;

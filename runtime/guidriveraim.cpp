@@ -120,7 +120,7 @@ guiDriverPlace placeOfNode(QWidget* window, guiDriverThing const& thing) TARN_ON
     auto* const control = dynamic_cast<guiHtmlControl*>(node);
     if (!control)
         return placeOnPage(window, node, part);
-    guiDriverPlace const whole = placeOfControl(window, control);
+    guiDriverPlace whole = placeOfControl(window, control);
     if (!whole.problem.isEmpty() || thing.part < 0)
         return whole;
     return placeOfPart(window, {nullptr, control->getChildWidget(), -1, thing.part});

@@ -172,7 +172,7 @@ void pageReader::addTabs(guiHtmlTabBar& bar)
 void pageReader::addMenus(guiHtmlControlMenu& menu)
 {
     if (QWidget* const bar = menu.getMenuBar())
-        for (QJsonValue const& each : guiDriver_lookAtActions(bar, QStringLiteral("menu")))
+        for (QJsonValue const each : guiDriver_lookAtActions(bar, QStringLiteral("menu")))
             items.append(each);
 }
 

@@ -104,7 +104,7 @@ QString guiDriver_obstacleOf(QWidget* window)
 
 QString guiDriver_coverOf(QWidget* window)
 {
-    if (QString const obstacle = guiDriver_obstacleOf(window); !obstacle.isEmpty())
+    if (QString obstacle = guiDriver_obstacleOf(window); !obstacle.isEmpty())
         return obstacle;
     QWidget const* const popup = QApplication::activePopupWidget();
     bool const isCovered = popup && popup != window && !qobject_cast<QMenu*>(window);
