@@ -47,6 +47,11 @@ public:
         m_target.setWorldTransform(m_transform * m_base);
     }
 
+    // Whole numbers become fractions in the base class.
+    using QPaintEngine::drawLines;
+    using QPaintEngine::drawPolygon;
+    using QPaintEngine::drawRects;
+
     void drawPath(QPainterPath const& path) override
     {
         cut();
@@ -57,17 +62,7 @@ public:
         cut();
         m_target.drawRects(rects, count);
     }
-    void drawRects(QRect const* rects, int count) override
-    {
-        cut();
-        m_target.drawRects(rects, count);
-    }
     void drawLines(QLineF const* lines, int count) override
-    {
-        cut();
-        m_target.drawLines(lines, count);
-    }
-    void drawLines(QLine const* lines, int count) override
     {
         cut();
         m_target.drawLines(lines, count);

@@ -87,6 +87,12 @@ UChar32 characterAt(QStringView text, qsizetype at)
     return character;
 }
 
+/// Whether a break at the place is like one at a blank.
+bool isLikeBlank(QStringView word, qsizetype at)
+{
+    return mayBreakBeside(characterBefore(word, at)) || mayBreakBeside(characterAt(word, at));
+}
+
 /// The rules of lines for scripts that need a dictionary, which the toolkit has not; null when it can not be made.
 /// Opened once, since that takes milliseconds.
 UBreakIterator* dictionaryRules() TARN_ON(velaGuiRole)
@@ -152,10 +158,7 @@ std::vector<qsizetype> guiInnerBreaks(QStringView word)
 {
     std::vector<qsizetype> places =
         hasCharacter(word, isOfDictionary) ? placesByDictionary(word) : placesByToolkit(word);
-    auto const isOfBlanks = [word](qsizetype at) {
-        return !mayBreakBeside(characterBefore(word, at)) && !mayBreakBeside(characterAt(word, at));
-    };
-    places.erase(std::remove_if(places.begin(), places.end(), isOfBlanks), places.end());
+    std::erase_if(places, [word](qsizetype at) { return !isLikeBlank(word, at); });
     return places;
 }
 
@@ -165,8 +168,8 @@ qsizetype guiLastDivision(QStringView word, qsizetype end)
     finder.setPosition(end);
     qsizetype place = finder.isAtBoundary() ? end : finder.toPreviousBoundary();
     auto const isBetweenSyllables = [word](qsizetype at) {
-        bool const isInside = isHangul(characterBefore(word, at)) || isHangul(characterAt(word, at));
-        return isInside && !mayBreakBeside(characterBefore(word, at)) && !mayBreakBeside(characterAt(word, at));
+        bool const isBeside = isHangul(characterBefore(word, at)) || isHangul(characterAt(word, at));
+        return isBeside && !isLikeBlank(word, at);
     };
     while (place > 0 && place < word.size() && isBetweenSyllables(place))
         place = finder.toPreviousBoundary();

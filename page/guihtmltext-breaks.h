@@ -24,3 +24,5 @@ std::vector<qsizetype> guiInnerBreaks(QStringView word);
 qsizetype guiLastDivision(QStringView word, qsizetype end);
 
 inline constexpr char16_t kSoftHyphen = 0x00AD;
+/// What is seen of it at the end of a line.
+inline constexpr QStringView kShownHyphen = u"-";

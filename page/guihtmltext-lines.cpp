@@ -12,8 +12,6 @@ namespace {
 constexpr int kSmallestLine = 8;
 constexpr std::int64_t kMaxLine = 1 << 30;
 constexpr std::uint32_t kMostUnits = 0x7FFFFFFF;
-constexpr char16_t kHyphen[] = {u'-'};
-constexpr QStringView kShownHyphen(kHyphen, 1);
 
 } // namespace
 

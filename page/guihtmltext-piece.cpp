@@ -1,6 +1,7 @@
 // page/guihtmltext-piece.cpp: see guihtmltext-piece.h.
 #include "page/guihtmltext-piece.h"
 
+#include "page/guihtmltext-breaks.h"
 #include "page/guihtmltext-context.h"
 
 #include <QGlyphRun>
@@ -62,17 +63,23 @@ void forEachWord(guiTextFont& font, QString const& text, Use const& use)
 
 namespace {
 
-double hyphenWidth(guiTextChunk const& chunk) { return chunk.font->wordAdvance(QStringView(u"-")) / 64.0; }
-
-/// Whether letters of the text would be written in the other direction if it stood alone, as inside of an override.
-bool hasLettersOfOtherDirection(QStringView text, bool isFromTheRight)
+bool hasLettersFromTheRight(QString const& text)
 {
-    return std::any_of(text.begin(), text.end(), [isFromTheRight](QChar unit) {
+    return std::any_of(text.begin(), text.end(), [](QChar unit) {
         QChar::Direction const direction = unit.direction();
-        bool const turns = direction == QChar::DirR || direction == QChar::DirAL;
-        return isFromTheRight ? direction == QChar::DirL || direction == QChar::DirEN : turns;
+        return direction == QChar::DirR || direction == QChar::DirAL;
     });
 }
+
+bool hasLettersFromTheLeft(QString const& text)
+{
+    return std::any_of(text.begin(), text.end(), [](QChar unit) {
+        QChar::Direction const direction = unit.direction();
+        return direction == QChar::DirL || direction == QChar::DirEN;
+    });
+}
+
+double hyphenWidth(guiTextChunk const& chunk) { return chunk.font->wordAdvance(kShownHyphen) / 64.0; }
 
 /// The text with what the toolkit has to know to write it in the piece's direction.
 QString directedText(guiTextPiece const& piece, QString const& text)
@@ -81,8 +88,9 @@ QString directedText(guiTextPiece const& piece, QString const& text)
     constexpr char16_t kOverrideToLeft = 0x202E;
     QString directed = text;
     if (piece.isHyphenated)
-        directed += QLatin1Char('-');
-    if (hasLettersOfOtherDirection(text, piece.isFromTheRight))
+        directed += kShownHyphen;
+    // As inside of an override: standing alone, the letters would be written in the other direction.
+    if (piece.isFromTheRight ? hasLettersFromTheLeft(text) : hasLettersFromTheRight(text))
         directed.prepend(QChar(piece.isFromTheRight ? kOverrideToLeft : kOverrideToRight));
     return directed;
 }
@@ -171,14 +179,6 @@ void guiPieceRuler::addWords(guiTextChunk const& chunk, QString const& text)
 namespace {
 
 using span = guiPieceRuler::span;
-
-bool hasLettersFromTheRight(QString const& text)
-{
-    return std::any_of(text.begin(), text.end(), [](QChar unit) {
-        QChar::Direction const direction = unit.direction();
-        return direction == QChar::DirR || direction == QChar::DirAL;
-    });
-}
 
 /// Where reading enters the character and where it leaves it, by the places of its glyphs: at a change of direction the
 /// toolkit's own cursor stands at one of two places. `before`: where the character before it ends, for one that is a

@@ -1,5 +1,5 @@
-// tests/e2e/trayhost.cpp: a tray for the private display, as a desktop's panel has one: by the "System Tray Protocol
-// Specification" of freedesktop.org. It stands in the upper left corner of the screen and shows its pictures in a row,
+// tests/e2e/trayhost.cpp: a tray for the private display, as a desktop's panel has one: by freedesktop.org's protocol
+// for system trays. It stands in the upper left corner of the screen and shows its pictures in a row,
 // kSide pixels each. Ends with its display, or by a signal.
 
 #include <X11/Xatom.h>
