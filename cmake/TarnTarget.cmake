@@ -89,6 +89,23 @@ function(tarn_test_target target)
     endif()
 endfunction()
 
+# tarn_side_library(<name> <source> LIBS <targets>...): a library beside libtarn.so, which loads it when it is first needed. It
+# shows what tarn-<name>.map in its folder names.
+function(tarn_side_library name source)
+    cmake_parse_arguments(arg "" "" "LIBS" ${ARGN})
+    set(target tarn_${name})
+    set(map "${CMAKE_CURRENT_SOURCE_DIR}/tarn-${name}.map")
+    add_library(${target} MODULE ${source})
+    tarn_target(${target})
+    target_link_libraries(${target} PRIVATE ${arg_LIBS})
+    set_target_properties(${target} PROPERTIES OUTPUT_NAME tarn-${name} LIBRARY_OUTPUT_DIRECTORY "$<TARGET_FILE_DIR:tarn>"
+        LINK_DEPENDS "${map}")
+    target_link_options(${target} PRIVATE "LINKER:--version-script=${map}")
+    if(NOT TARN_SANITIZE)
+        target_link_options(${target} PRIVATE "LINKER:-z,defs")
+    endif()
+endfunction()
+
 # tarn_test_support(<name> <sources>... [LIBS <targets>...]): sources that several test programs share, compiled once. A program
 # takes them by naming the target among its LIBS.
 function(tarn_test_support name)

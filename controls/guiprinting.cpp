@@ -2,6 +2,7 @@
 #include "controls/guiprinting.h"
 
 #include "controls/guipapersheets.h"
+#include "controls/guisidelibrary.h"
 #include "foundation/vela-error.h"
 #include "foundation/vela-qt.h"
 
@@ -9,36 +10,19 @@
 #include <QPagedPaintDevice>
 #include <QPainter>
 #include <algorithm>
-#include <cstdlib>
-#include <dlfcn.h>
-#include <filesystem>
 #include <memory>
+#include <string>
 
 namespace {
 
-/// Beside the file that this code is in.
-std::string pathOfLibrary()
-{
-    if (char const* const own = std::getenv("TARN_PRINT"))
-        return own;
-    Dl_info info;
-    std::filesystem::path folder;
-    if (dladdr(reinterpret_cast<void const*>(&pathOfLibrary), &info) && info.dli_fname)
-        folder = std::filesystem::path(info.dli_fname).parent_path();
-    return (folder / "libtarn-print.so").string();
-}
-
-/// It stays in the process, for the plug-ins that it brings. Null, and why, when there is none.
 TarnPrintModule const* loadLibrary(QString& why)
 {
-    void* const library = dlopen(pathOfLibrary().c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    void* const entry = library ? dlsym(library, kTarnPrintEntry) : nullptr;
-    TarnPrintModule const* const module = entry ? reinterpret_cast<TarnPrintEntry>(entry)() : nullptr;
-    if (module && module->version == TARN_PRINT_VERSION)
-        return module;
-    char const* const told = entry ? nullptr : dlerror();
-    why = told ? QString::fromLocal8Bit(told) : QStringLiteral("the library for printing is of another version");
-    return nullptr;
+    std::string told;
+    auto* const module = guiLoadSideLibrary<TarnPrintEntry>(
+        {"TARN_PRINT", "libtarn-print.so", kTarnPrintEntry, TARN_PRINT_VERSION, "printing"}, told);
+    if (!module)
+        why = QString::fromLocal8Bit(told.c_str());
+    return module;
 }
 
 using answering = std::function<void(TarnPrintout const*)>;

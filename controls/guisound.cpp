@@ -1,15 +1,15 @@
 // controls/guisound.cpp: see guisound.h.
 #include "controls/guisound.h"
 
+#include "controls/guisidelibrary.h"
 #include "controls/guisoundmodule.h"
 #include "controls/guitemporaryfile.h"
 #include "controls/readwav.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
 
-#include <cstdlib>
-#include <dlfcn.h>
-#include <filesystem>
+#include <string>
+#include <utility>
 
 namespace {
 
@@ -20,29 +20,14 @@ void saySilent(char const* why)
         velaLog("guiSound::play() - movies are silent; %s\n", why);
 }
 
-/// Beside the file that this code is in.
-std::string pathOfLibrary()
-{
-    if (char const* const own = std::getenv("TARN_SOUND"))
-        return own;
-    Dl_info info;
-    std::filesystem::path folder;
-    if (dladdr(reinterpret_cast<void const*>(&pathOfLibrary), &info) && info.dli_fname)
-        folder = std::filesystem::path(info.dli_fname).parent_path();
-    return (folder / "libtarn-sound.so").string();
-}
-
-/// It stays in the process: the toolkit's plug-ins that it brings are not made to be unloaded.
 TarnSoundModule const* loadLibrary()
 {
-    void* const library = dlopen(pathOfLibrary().c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    void* const entry = library ? dlsym(library, kTarnSoundEntry) : nullptr;
-    TarnSoundModule const* const module = entry ? reinterpret_cast<TarnSoundEntry>(entry)() : nullptr;
-    if (module && module->version == TARN_SOUND_VERSION)
-        return module;
-    char const* const why = entry ? nullptr : dlerror();
-    saySilent(why ? why : "the library for sound is of another version");
-    return nullptr;
+    std::string why;
+    auto* const module = guiLoadSideLibrary<TarnSoundEntry>(
+        {"TARN_SOUND", "libtarn-sound.so", kTarnSoundEntry, TARN_SOUND_VERSION, "sound"}, why);
+    if (!module)
+        saySilent(why.c_str());
+    return module;
 }
 
 TarnSoundModule const* library()

@@ -1,23 +1,11 @@
 // tests/controls/clipdevice_test.cpp: what is painted through a device that cuts off.
 #include "controls/guiclipdevice.h"
+#include "tests/support/pixelcount.h"
 
 #include <QImage>
 #include <QPainter>
 #include <QWidget>
 #include <gtest/gtest.h>
-
-namespace {
-
-int countOf(QImage const& picture, QRgb color)
-{
-    int count = 0;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            count += picture.pixel(x, y) == color ? 1 : 0;
-    return count;
-}
-
-} // namespace
 
 TEST(ClipDevice, WhatGoesBeyondItIsCutOff)
 {

@@ -5,6 +5,7 @@
 #include "page/guipagetext.h"
 #include "page/guizoom.h"
 #include "tests/controls/shownpage.h"
+#include "tests/support/pixelcount.h"
 
 #include <QDir>
 #include <QFile>
@@ -50,15 +51,6 @@ QImage pictureOf(guiPaperSheets& sheets, int number)
     QPainter painter(&picture);
     sheets.paint(painter, number);
     return picture;
-}
-
-int countOf(QImage const& picture, QRgb color)
-{
-    int count = 0;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            count += picture.pixel(x, y) == color ? 1 : 0;
-    return count;
 }
 
 int darkIn(QImage const& picture)

@@ -8,21 +8,9 @@ const { once } = require('node:events');
 const fs = require('node:fs');
 const path = require('node:path');
 const { after, before, test } = require('node:test');
-const { findActiveWindow, keys, run } = require('./desktop.js');
+const { startComposing } = require('./composing.js');
+const { keys, run } = require('./desktop.js');
 const { scratch, sleep } = require('./helpers.js');
-const { Program } = require('./program.js');
-
-const page = `<html><head><title>Composed</title></head><body width="400" height="300" valign="top">
-<input type="text" name="line" onchange="event://onAny" width="300" height="30"><br>
-<input type="search" name="search" onchange="event://onAny" width="300" height="30"><br>
-<textarea name="area" onchange="event://onAny" width="300" height="60"></textarea><br>
-<select name="combo" edit onchange="event://onAny" width="300" height="30"><option value="a">a</select>
-</body></html>`;
-
-const source = `
-let window, seen = [];
-class Composed extends tarn.GuiWindow { onAny() { seen.push(this.form[this.getFocus()]); } }
-`;
 
 let bus;
 let daemon;
@@ -49,9 +37,7 @@ before(async () => {
     bus.stdout.destroy(); // what the bus starts has it, too, and may outlive the test
     daemon = spawn('ibus-daemon', ['--replace', '--panel', 'disable', '--config', 'disable'], { stdio: 'ignore' });
     await choose('m17n:vi:telex');
-    program = await Program.start(source, 120000, { QT_IM_MODULE: 'ibus' });
-    await program.ask(`window = Composed.from(${JSON.stringify(page)}); window.open()`);
-    await findActiveWindow('Composed');
+    program = await startComposing({ QT_IM_MODULE: 'ibus' });
 });
 after(async () => {
     try {

@@ -3,29 +3,14 @@
 // that only begins a character changes nothing.
 
 const { after, before, test } = require('node:test');
-const { findActiveWindow, keys, run } = require('./desktop.js');
-const { Program } = require('./program.js');
-
-const page = `<html><head><title>Composed</title></head><body width="400" height="300" valign="top">
-<input type="text" name="line" onchange="event://onAny" width="300" height="30"><br>
-<input type="search" name="search" onchange="event://onAny" width="300" height="30"><br>
-<input type="password" name="secret" onchange="event://onAny" width="300" height="30"><br>
-<textarea name="area" onchange="event://onAny" width="300" height="60"></textarea><br>
-<select name="combo" edit onchange="event://onAny" width="300" height="30"><option value="a">a</select>
-</body></html>`;
-
-const source = `
-let window, seen = [];
-class Composed extends tarn.GuiWindow { onAny() { seen.push(this.form[this.getFocus()]); } }
-`;
+const { startComposing } = require('./composing.js');
+const { keys, run } = require('./desktop.js');
 
 let program;
 
 before(async () => {
     await run('setxkbmap', 'us', '-variant', 'intl', '-option', 'compose:menu');
-    program = await Program.start(source);
-    await program.ask(`window = Composed.from(${JSON.stringify(page)}); window.open()`);
-    await findActiveWindow('Composed');
+    program = await startComposing();
 });
 after(async () => {
     await program.ask('window.close()');

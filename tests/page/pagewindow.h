@@ -10,7 +10,9 @@
 
 #include <QScrollBar>
 #include <QWidget>
+#include <gtest/gtest.h>
 #include <memory>
+#include <string>
 
 /// Painting hands a widget of this name through from whoever paints to the nodes, and a page never looks into it. The
 /// windows of the component define it in a layer above this one; here it is a widget that can scroll a page.
@@ -62,3 +64,13 @@ private:
 };
 
 using PageWindow = WindowOf<BareRoot>;
+
+/// Reads a page into the window and lays it out in 400 by 300 pixels.
+inline void showPage(PageWindow& window, std::string const& page)
+{
+    ASSERT_EQ(window.root.setText(sstring(page.c_str()), sstring()), 1);
+    window.widget->resize(400, 300);
+    guiRect rect{0, 400, 0, 300};
+    window.root.updateLayout(0);
+    window.root.setRect(&rect);
+}

@@ -1,6 +1,7 @@
 // tests/page/text-breaks_test.cpp: where lines end in text that is not divided by blanks, and in words too long for a
 // line.
 #include "tests/page/pagetree.h"
+#include "tests/page/textlines.h"
 
 #include "page/guihtmltext-breaks.h"
 #include "page/guihtmltext-lines.h"
@@ -13,25 +14,6 @@
 #include <vector>
 
 namespace {
-
-/// The lines of a text in a box of a width, joined by "|"; a hyphen that is shown is "~".
-std::string linesOf(std::u16string const& text, int width)
-{
-    guiTextRun const run(text, guiTextFonts::of(testFont()), 10, true);
-    guiLineBreaker breaker(run, text, width);
-    QString lines;
-    while (breaker.next()) {
-        if (!lines.isEmpty())
-            lines += u'|';
-        for (guiTextPiece const& piece : breaker.pieces()) {
-            lines += QStringView(text).mid(piece.start, piece.length);
-            if (piece.isHyphenated)
-                lines += u'~';
-        }
-        EXPECT_LE(breaker.width(), width) << lines.toStdString();
-    }
-    return lines.toStdString();
-}
 
 std::vector<qsizetype> breaksIn(std::u16string const& word) { return guiInnerBreaks(QStringView(word)); }
 

@@ -1,6 +1,7 @@
 // tests/page/text-fallback_test.cpp: text whose letters come from several fonts is as wide as it is drawn, and all of
 // it is seen.
 #include "tests/page/pagetree.h"
+#include "tests/page/textlines.h"
 
 #include "page/guihtmltext-lines.h"
 #include "page/guihtmltext-piece.h"
@@ -35,6 +36,8 @@ constexpr std::u16string_view kSentences[] = {
     u"tarn 2.0 في نص עברי and 日本語 42 %",
 };
 
+QStringView viewOf(std::u16string_view text) { return {text.data(), static_cast<qsizetype>(text.size())}; }
+
 int drawnWidth(std::u16string_view text)
 {
     QTextLayout layout(QString::fromStdU16String(std::u16string(text)), testFont());
@@ -46,9 +49,8 @@ int drawnWidth(std::u16string_view text)
 
 int measuredWidth(std::u16string_view text)
 {
-    guiTextRun const run(QStringView(text.data(), static_cast<qsizetype>(text.size())), guiTextFonts::of(testFont()),
-                         10, true);
-    guiLineBreaker breaker(run, QStringView(text.data(), static_cast<qsizetype>(text.size())), 1000000);
+    guiTextRun const run(viewOf(text), guiTextFonts::of(testFont()), 10, true);
+    guiLineBreaker breaker(run, viewOf(text), 1000000);
     return breaker.next() ? breaker.width() : 0;
 }
 
@@ -86,7 +88,7 @@ TEST(TextFallback, SentencesAreAsWideAsTheyAreDrawn)
 TEST(TextFallback, AllOfASentenceIsSeenInItsWidth)
 {
     for (std::u16string_view text : kSentences) {
-        QStringView const view(text.data(), static_cast<qsizetype>(text.size()));
+        QStringView const view = viewOf(text);
         guiTextRun const run(view, guiTextFonts::of(testFont()), 10, true);
         guiLineBreaker breaker(run, view, 1000000);
         ASSERT_TRUE(breaker.next());
@@ -103,30 +105,6 @@ TEST(TextFallback, AllOfASentenceIsSeenInItsWidth)
         EXPECT_EQ(inkedColumns(cut), inkedColumns(whole)) << view.toString().toStdString();
         EXPECT_GT(*inkedColumns(whole).rbegin(), 100 + breaker.width() - 12) << "and it fills its width";
     }
-}
-
-QImage drawnWhole(std::u16string_view text, QSize size)
-{
-    QImage picture(size, QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    QPainter painter(&picture);
-    painter.setFont(testFont());
-    painter.drawText(QPointF(0, 25), QString::fromStdU16String(std::u16string(text)));
-    return picture;
-}
-
-QImage drawnByPieces(std::u16string_view text, QSize size)
-{
-    QStringView const view(text.data(), static_cast<qsizetype>(text.size()));
-    QImage picture(size, QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    QPainter painter(&picture);
-    guiTextRun const run(view, guiTextFonts::of(testFont()), 10, true);
-    guiLineBreaker breaker(run, view, 1000000);
-    EXPECT_TRUE(breaker.next());
-    for (guiTextPiece const& piece : breaker.pieces())
-        guiDrawPiece(painter, run.chunks()[piece.chunk], piece, QPointF(piece.left, 25), view);
-    return picture;
 }
 
 /// How many pixels of the first picture have ink where the second has none within a pixel of it.
@@ -148,8 +126,8 @@ TEST(TextFallback, SignsAndDigitsBetweenLettersLookAsTheyDoInTheWholeText)
     for (std::u16string_view text :
          {u"אבג (1948).", u"אבג, 12 + 3 = (15)!", u"سلام (12) مرحبا.", u"one (אבג) 5, two."}) {
         QSize const size(300, 40);
-        QImage const own = drawnByPieces(text, size);
-        QImage const theirs = drawnWhole(text, size);
+        QImage const own = drawnByPieces(viewOf(text), size);
+        QImage const theirs = drawnWhole(viewOf(text), size);
         std::string const name = QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())).toStdString();
         EXPECT_LE(inkBeside(own, theirs), 10) << name;
         EXPECT_LE(inkBeside(theirs, own), 10) << name;

@@ -1,5 +1,6 @@
 // tests/page/text-lines_test.cpp: how a text run breaks into lines, and how large it is.
 #include "tests/page/pagetree.h"
+#include "tests/page/textlines.h"
 
 #include "page/guihtmltext-characters.h"
 #include "page/guihtmltext-lines.h"
@@ -11,23 +12,6 @@
 #include <limits>
 
 namespace {
-
-/// The lines of a text in a box of a width, joined by "|".
-std::string linesOf(std::u16string const& text, int width)
-{
-    guiTextRun const run(text, guiTextFonts::of(testFont()), 10, true);
-    guiLineBreaker breaker(run, text, width);
-    QString lines;
-    while (breaker.next()) {
-        if (!lines.isEmpty())
-            lines += u'|';
-        for (guiTextPiece const& piece : breaker.pieces())
-            lines += QStringView(text).mid(piece.start, piece.length);
-        if (breaker.pieces().empty())
-            lines += u"<empty>";
-    }
-    return lines.toStdString();
-}
 
 int measure(char const* text, int width, int* widthOut = nullptr)
 {

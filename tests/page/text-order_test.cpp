@@ -2,6 +2,7 @@
 // and where carets and links are in it.
 #include "tests/page/pagetree.h"
 #include "tests/page/pagewindow.h"
+#include "tests/page/textlines.h"
 
 #include "page/guihtmltext-levels.h"
 #include "page/guihtmltext-lines.h"
@@ -210,33 +211,14 @@ std::vector<int> inkOf(QImage const& picture)
     return columns;
 }
 
-QImage drawnByPieces(std::u16string const& text, QSize size)
-{
-    QImage picture(size, QImage::Format_RGB32);
-    picture.fill(Qt::white);
-    QPainter painter(&picture);
-    guiTextRun const run(text, guiTextFonts::of(testFont()), 10, true);
-    guiLineBreaker breaker(run, text, size.width());
-    EXPECT_TRUE(breaker.next());
-    for (guiTextPiece const& piece : breaker.pieces())
-        guiDrawPiece(painter, run.chunks()[piece.chunk], piece, QPointF(piece.left, 20), QStringView(text));
-    return picture;
-}
-
 // The toolkit writes a text of one formatting as a whole; the pieces must give the same picture but for rounding.
 TEST(TextOrder, DrawnPiecesLookLikeTheWholeText)
 {
     for (char16_t const* text : {u"אבג 123 (דהו) one.", u"one (אבג) 12% דה two", u"مرحبا بكم في tarn 1.0",
                                  u"\u202Eabc\u202C def", u"a \u202D\u05D0\u05D1\u202C b"}) {
         QSize const size(400, 30);
-        QImage expected(size, QImage::Format_RGB32);
-        expected.fill(Qt::white);
-        QPainter painter(&expected);
-        painter.setFont(testFont());
-        painter.drawText(QPointF(0, 20), QString::fromUtf16(text));
-        painter.end();
         std::vector<int> const own = inkOf(drawnByPieces(text, size));
-        std::vector<int> const theirs = inkOf(expected);
+        std::vector<int> const theirs = inkOf(drawnWhole(text, size));
         double ownSum = 0;
         double theirSum = 0;
         double apart = 0;
@@ -259,13 +241,7 @@ class TextOrderOnAPage : public testing::Test
 protected:
     guiHtmlText* show(char const* body, char const* attributes = "")
     {
-        std::string const page =
-            std::string("<html><body ") + attributes + " valign=\"top\">" + body + "</body></html>";
-        EXPECT_EQ(window.root.setText(sstring(page.c_str()), sstring()), 1);
-        window.widget->resize(400, 300);
-        guiRect rect{0, 400, 0, 300};
-        window.root.updateLayout(0);
-        window.root.setRect(&rect);
+        showPage(window, std::string("<html><body ") + attributes + " valign=\"top\">" + body + "</body></html>");
         return firstRun();
     }
 

@@ -18,12 +18,7 @@ class TextSearch : public testing::Test
 protected:
     void show(std::string const& body)
     {
-        std::string const page = "<html><body bgcolor=\"#FFFFFF\" valign=\"top\">" + body + "</body></html>";
-        ASSERT_EQ(window.root.setText(sstring(page.c_str()), sstring()), 1);
-        window.widget->resize(400, 300);
-        guiRect rect{0, 400, 0, 300};
-        window.root.updateLayout(0);
-        window.root.setRect(&rect);
+        showPage(window, "<html><body bgcolor=\"#FFFFFF\" valign=\"top\">" + body + "</body></html>");
     }
 
     guiTextSearch& search() { return window.root.ensurePageText().search; }

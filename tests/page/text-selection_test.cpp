@@ -19,13 +19,7 @@ class TextSelection : public testing::Test
 protected:
     void show(char const* body, char const* attributes = "")
     {
-        std::string const page =
-            std::string("<html><body ") + attributes + " valign=\"top\">" + body + "</body></html>";
-        ASSERT_EQ(window.root.setText(sstring(page.c_str()), sstring()), 1);
-        window.widget->resize(400, 300);
-        guiRect rect{0, 400, 0, 300};
-        window.root.updateLayout(0);
-        window.root.setRect(&rect);
+        showPage(window, std::string("<html><body ") + attributes + " valign=\"top\">" + body + "</body></html>");
     }
 
     guiTextSelection& selection() { return window.root.ensurePageText().selection; }

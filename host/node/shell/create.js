@@ -55,9 +55,10 @@ function create({ folder, language }, print) {
     const home = fs.realpathSync(folder);
     const tarn = `file:${path.relative(home, fs.realpathSync(packageFolder))}`;
     const words = { name: escaped(path.basename(home)) || 'Program', package: packageName(home), tarn };
-    const templates = path.join(packageFolder, 'templates', language);
-    for (const name of fs.readdirSync(templates)) {
-        copy(path.join(templates, name), path.join(home, name), words);
+    for (const templates of ['shared', language].map((name) => path.join(packageFolder, 'templates', name))) {
+        for (const name of fs.readdirSync(templates)) {
+            copy(path.join(templates, name), path.join(home, name), words);
+        }
     }
     // What npm install makes of the dependency, so that the program runs without it.
     fs.mkdirSync(path.join(home, 'node_modules'));
