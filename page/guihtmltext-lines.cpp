@@ -242,14 +242,14 @@ void guiLineBreaker::endInWord(progress const& from, progress const& at)
     endAt(from, end);
 }
 
-/// Takes text without blanks, all of which fits.
+/// Takes text without blanks, all of which fits: word by word as it was found to fit. The characters of a word may fit
+/// where the word does not, since fonts bring some letters closer together and others apart.
 void guiLineBreaker::skipTo(progress& at, std::uint32_t end) const
 {
     for (;; ++at.place.word, at.place.offset = 0) {
         guiTextWord const& word = m_run.words()[at.place.word];
-        if (at.place.unit + word.units - at.place.offset > end)
+        if (at.place.unit + word.units - at.place.offset > end || !takeWord(at, word))
             return cutWord(at, word, end);
-        takeWord(at, word);
         if (at.place.unit >= end)
             return;
     }

@@ -98,6 +98,34 @@ TEST(TextOrder, BlanksAtTheEndOfALineStandAtTheParagraphsEnd)
     EXPECT_EQ(seen(text, guiDirection::kByText, widthOf("one אבג  ")), "one גבא ");
 }
 
+/// The lengths of the lines' texts together; each line begins where the one before it ended, but for blanks.
+std::uint32_t unitsOnLines(guiTextRun const& run, QStringView text, int width)
+{
+    guiLineBreaker breaker(run, text, width);
+    std::uint32_t units = 0;
+    while (breaker.next()) {
+        std::uint32_t ofLine = 0;
+        for (guiTextPiece const& piece : breaker.pieces())
+            ofLine += piece.length;
+        EXPECT_EQ(ofLine, breaker.to() - breaker.from()) << "in " << width << " pixels";
+        units += ofLine;
+    }
+    return units;
+}
+
+// Letters that stand in another font, or closer together, are narrower or wider by themselves than in their word.
+TEST(TextOrder, WordWhoseCharactersFitWhereItDoesNotLosesNothing)
+{
+    for (char16_t const* letters :
+         {u"r\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\u0724\u009E0", u"\u05D0AVAToTyAVWAV\u05D1", u"لالالالال"}) {
+        std::u16string const text = letters;
+        guiTextRun const run(text, guiTextFonts::of(testFont()), 10, true, {}, guiDirection::kRightToLeft);
+        ASSERT_FALSE(run.levels().empty());
+        for (int width = 30; width < 200; ++width)
+            EXPECT_EQ(unitsOnLines(run, text, width), text.size()) << "in " << width << " pixels";
+    }
+}
+
 TEST(TextOrder, LinesOfAParagraphAreOrderedEachByItself)
 {
     std::u16string const text = u"אבג דהו זחט";
