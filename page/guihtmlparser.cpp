@@ -5,6 +5,7 @@
 #include "foundation/vela-threadrole.h"
 #include "page/guihtml.h"
 #include "page/guihtmltext.h"
+#include "page/guinodesource.h"
 #include "page/guirareattributes.h"
 #include "page/guitagtable.h"
 
@@ -158,9 +159,11 @@ void guiHtmlParser::pullContent(guiHtml* parent, mlSection* section)
 /// Reads one item. True when the caller has to read the item's content, into the same node.
 bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
 {
+    unsigned const before = parent->getChildCount();
     if (!item->isTag()) {
         pullTextItem(parent, item);
         m_lastWasBlock = false;
+        noteSource(parent, before, item, true);
         return false;
     }
     unsigned length = 0;
@@ -173,7 +176,6 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
     }
     if (tag && !(traits & kTagSkipped))
         m_mistakes.checkAttributes(item);
-    unsigned const before = parent->getChildCount();
     guiTagReader const reader = tag ? tag->read : guiReadBy<&guiHtmlParser::pullUnknown>;
     if ((traits & kTagText) && item->findAttr("dir"))
         pullDirected(parent, item, reader, traits & (kTagInline | kTagFormats));
@@ -181,8 +183,15 @@ bool guiHtmlParser::pullItem(guiHtml* parent, mlSection* item)
         reader(*this, parent, item);
     if ((traits & kTagText) && item->findAttr("id"))
         keepMark(parent, item, before);
+    noteSource(parent, before, item, traits & (kTagInline | kTagFormats));
     m_lastWasBlock = traits & kTagBlock;
     return traits & kTagFollowed;
+}
+
+void guiHtmlParser::noteSource(guiHtml* parent, unsigned before, mlSection* item, bool isWithin)
+{
+    if (guiAreNodeSourcesKept())
+        guiNoteNodeSource(parent, before, item, isWithin, m_mistakes.file());
 }
 
 /// A link to the element's id jumps to the first node that came with it, or to the run that it is a part of.

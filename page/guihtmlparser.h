@@ -253,6 +253,7 @@ private:
     static directionMarks overrideOf(guiDirection direction);
     guiAlignment alignmentOf(guiHtml* parent, mlSection* section);
     void keepMark(guiHtml* parent, mlSection* section, unsigned before);
+    void noteSource(guiHtml* parent, unsigned before, mlSection* item, bool isWithin);
     void pullHeading1(guiHtml* parent, mlSection* section);
     void pullHeading2(guiHtml* parent, mlSection* section);
     void pullHeading3(guiHtml* parent, mlSection* section);

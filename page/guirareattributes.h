@@ -24,6 +24,7 @@ enum class guiRareAttribute : char
     kLabel = 'l',    ///< `label`: what the element is called
     kValue = 'v',    ///< `value` of a custom element
     kHeading = 'h',  ///< of a run of text, from the parser: the level, "1" to "6"
+    kSource = 's',   ///< from the parser, for the inspector alone (guinodesource.h)
     kHeadRows = 't', ///< of a table, from the parser: how many of its first layers each sheet of paper repeats
 };
 

@@ -11,6 +11,7 @@
 #include <QJsonObject>
 #include <QMenu>
 #include <QVariant>
+#include <QWindow>
 
 namespace {
 
@@ -18,6 +19,9 @@ constexpr char kNumber[] = "tarnDriverNumber";
 
 bool isBelow(QWidget const* window, QWidget const* other)
 {
+    QWindow const* const handle = window->windowHandle();
+    if (handle && other->windowHandle() && other->windowHandle()->isAncestorOf(handle, QWindow::IncludeTransients))
+        return true;
     for (QWidget const* each = window; each; each = each->parentWidget())
         if (each->window() == other)
             return true;

@@ -7,6 +7,7 @@
 #include "runtime/gui.h"
 #include "runtime/guidriver.h"
 #include "runtime/guihtmlbase.h"
+#include "runtime/guiinspector.h"
 #include "runtime/guiscriptwork.h"
 #include "script/guianswer.h"
 #include "script/guidialogs.h"
@@ -142,9 +143,10 @@ void showOnTaskbar_qt(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& ar
                                                  guiSwitchOf(args, 3) != 0}));
 }
 
-/// A request of the test driver, the function that hears the answer, and perhaps the window that it is about. Waits for
-/// nothing: a handler that runs meanwhile may wait for what the test does next.
-void drive_script(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+/// A request as JSON, the function that hears the answer, and perhaps the window that it is about. Waits for nothing: a
+/// handler that runs meanwhile may wait for what whoever asks does next.
+template <void (*run)(QByteArray const& request, guiHtml* page, std::function<void(QByteArray const&)> const& answer)>
+void ask_script(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, ScriptValue& result)
 {
     assertOnScriptThread();
     result.setBool(args.count() >= 2 && args.get(0)->isString() && args.get(1)->isFunction());
@@ -155,8 +157,8 @@ void drive_script(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, 
     std::shared_ptr<ScriptObject> const done = guiKept(args.get(1)->toObject(0));
     QByteArray const request = sstoq(guiTextOf(args, 0)).toUtf8();
     guiScriptWork_postToGui([request, page, done] {
-        guiDriver_run(request, page,
-                      [done](QByteArray const& answer) { guiGiveAnswer(done, {qtoss(QString::fromUtf8(answer))}); });
+        run(request, page,
+            [done](QByteArray const& answer) { guiGiveAnswer(done, {qtoss(QString::fromUtf8(answer))}); });
     });
 }
 
@@ -168,7 +170,8 @@ constexpr guiScriptMethod kMethods[] = {
     {"showTray", guiCallOnGuiThread<showTray_qt>},
     {"removeTray", guiCallOnGuiThread<removeTray_qt>},
     {"showOnTaskbar", guiCallOnGuiThread<showOnTaskbar_qt>},
-    {"drive", drive_script},
+    {"drive", ask_script<guiDriver_run>},
+    {"inspect", ask_script<guiInspector_run>},
 };
 
 } // namespace

@@ -60,6 +60,27 @@ picture_program() {
     take_picture "$root/examples/$1/$1.png" "$root/examples/$1/app.js" "${arguments[@]}"
 }
 
+# The inspector beside a small window of which it describes a field.
+picture_inspector() {
+    local window inspector
+    TARN_INSPECT=1 start_app "$root/examples/preferences/app.js" "$work/preferences.json"
+    window=$(wait_for_window) || exit
+    wait_until_still "$window"
+    xdotool windowfocus --sync "$window" key ctrl+shift+i
+    inspector=$(wait_for_title 'Inspector - Preferences') || complain 'the inspector does not open'
+    xdotool windowsize --sync "$inspector" 700 480 windowmove --sync "$inspector" 560 60 windowmove --sync "$window" 6 30
+    wait_until_still "$inspector"
+    xdotool mousemove --window "$window" 240 84 mousemove_relative 2 2
+    wait_until_still "$inspector"
+    xdotool click 1
+    wait_until_still "$inspector"
+    save_picture "$window" "$work/left.png"
+    save_picture "$inspector" "$work/right.png"
+    end_app
+    convert -background white "$work/left.png" \( "$work/right.png" -gravity west -splice 12x0 \) -gravity north +append \
+        -strip -dither None -colors 200 "png8:$root/docs/inspector.png"
+}
+
 check=
 [ "${1-}" != --check ] || { check=yes && shift; }
 make_files || exit
@@ -73,3 +94,4 @@ for name in "${programs[@]}"; do
     [ $# -eq 0 ] || [[ " $* " == *" $name "* ]] || continue
     picture_program "$name"
 done
+[ $# -gt 0 ] && [[ " $* " != *" inspector "* ]] || picture_inspector

@@ -65,3 +65,7 @@ module.exports = {
 };
 
 Object.defineProperty(module.exports, insideKey, { value: inside });
+
+if (process.env.TARN_INSPECT === '1') {
+    require('./inspector/start.js');
+}

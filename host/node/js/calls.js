@@ -52,6 +52,27 @@ function answer(id, self, name, result) {
 const deepestCall = 150;
 let runningCalls = 0;
 
+/** Hears of each call; null: nobody does. */
+let callWatcher = null;
+
+/** From now on `watcher` hears of each call when it has returned: { self, name, args, ms, error }, `ms` how long it took. */
+function watchCalls(watcher) {
+    callWatcher = watcher;
+}
+
+function callWatched(method, self, name, args) {
+    const begin = performance.now();
+    let error;
+    try {
+        return Reflect.apply(method, self, args);
+    } catch (thrown) {
+        error = thrown;
+        throw thrown;
+    } finally {
+        callWatcher({ self, name, args, ms: performance.now() - begin, error });
+    }
+}
+
 /** The result of the method; null without one. */
 function callMethod(target, self, name, args) {
     const method = findMethod(target, name);
@@ -63,7 +84,8 @@ function callMethod(target, self, name, args) {
     }
     ++runningCalls;
     try {
-        return whileCurrent(windowOf(self), () => Reflect.apply(method, self, args));
+        return whileCurrent(windowOf(self), () => (callWatcher === null ? Reflect.apply(method, self, args)
+            : callWatched(method, self, name, args)));
     } finally {
         --runningCalls;
     }
@@ -108,4 +130,4 @@ function checkPromises() {
     return true;
 }
 
-module.exports = { checkPromises, runCall, runHandler };
+module.exports = { checkPromises, runCall, runHandler, watchCalls };
