@@ -18,6 +18,7 @@
 #include "controls/guititle.h"
 #include "controls/guiwidgetscrollbar.h"
 #include "foundation/vela-qt.h"
+#include "page/guibookmark.h"
 #include "page/guifindat.h"
 #include "page/guihtml.h"
 #include "page/guilaterevents.h"
@@ -744,6 +745,8 @@ void guiWidget::showEvent(QShowEvent* event)
     refresh();
     if (livePage())
         livePage()->onShow();
+    if (livePage())
+        guiDoJumps(livePage());
 }
 
 void guiWidget::hideEvent(QHideEvent* event)

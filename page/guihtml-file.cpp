@@ -3,6 +3,7 @@
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guiatplace.h"
+#include "page/guibookmark.h"
 #include "page/guihtml.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"
@@ -11,7 +12,6 @@
 #include "page/guipagehost.h"
 #include "page/guipageroot.h"
 
-#include <QScrollBar>
 #include <QWidget>
 #include <algorithm>
 
@@ -143,31 +143,6 @@ int loadNamedFiles(guiHtml* node)
     return loadSource(node, source);
 }
 
-/// Top of a node in the content of its root, whatever the scroll positions.
-int topInRoot(guiHtml const* node)
-{
-    int top = 0;
-    for (; node->getParent(); node = node->getParent())
-        top += node->m.rect.top;
-    return top;
-}
-
-int scrollToBookmark(guiHtml* root, sstring const& bookmark) TARN_ON(velaGuiRole)
-{
-    guiHtml* node = root->getBookmarked(bookmark);
-    if (!node)
-        return 0;
-    guiNodeWatch const target(node);
-    guiNodeWatch const page(root);
-    guiReveal(node);
-    if (!target.alive() || !page.alive() || !root->getScroll().barY)
-        return 1;
-    root->onScrollY(topInRoot(node));
-    root->updateScrollbarRanges();
-    root->update();
-    return 1;
-}
-
 } // namespace
 
 int guiHtml::loadFile(sstring file)
@@ -176,13 +151,19 @@ int guiHtml::loadFile(sstring file)
     sstring name;
     sstring bookmark;
     guiSplitBookmark(file, name, bookmark);
-    guiNodeWatch root(getBaseHtml());
+    guiNodeWatch const root(getBaseHtml());
+    guiNodeWatch const self(this);
     if (name.getLength() != 0 && !loadInto(this, name))
         return 0;
-    if (bookmark.getLength() == 0 || !root.alive() || guiLayoutHold::isHeld())
+    if (bookmark.getLength() == 0 || !root.alive() || !self.alive())
         return name.getLength() != 0;
-    int found = scrollToBookmark(root.get(), bookmark);
-    return name.getLength() != 0 || found;
+    QWidget const* const window = getTopLevelWidget();
+    if (guiLayoutHold::isHeld() || !window || !window->isVisible())
+        guiJumpLater(this, bookmark);
+    if (guiLayoutHold::isHeld())
+        return name.getLength() != 0;
+    bool const isFound = guiJumpTo(this, bookmark);
+    return name.getLength() != 0 || isFound;
 }
 
 int guiHtml::loadPicture(sstring const& path) { return setText(picturePage(path), guiDirectoryOf(path)); }

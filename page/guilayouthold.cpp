@@ -3,6 +3,7 @@
 
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
+#include "page/guibookmark.h"
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
 
@@ -33,8 +34,11 @@ void runPostponed() TARN_ON(velaGuiRole)
     watchList pages;
     pages.swap(thePages);
     for (auto const& page : pages)
-        if (guiHtml* root = page->get())
+        if (guiHtml* root = page->get()) {
             root->updateLayout(1);
+            if (page->alive())
+                guiDoJumps(root);
+        }
 }
 
 } // namespace

@@ -248,6 +248,25 @@ TEST_F(FramesetTest, ABookmarkScrollsThePage)
     });
 }
 
+TEST_F(FramesetTest, ABookmarkScrollsTheFrameThatItsFileIsLoadedInto)
+{
+    constexpr char kFrames[] = "<frameset cols=\"200,*\"><frame src=\"nav.html\">"
+                               "<frame name=\"main\" src=\"tall.html#end\" scrolling=\"yes\"></frameset>";
+    writeFrame(
+        "tall.html", kRed,
+        "<a name=\"top\">top</a><table cellspacing=\"0\"><tr><td width=\"100\" height=\"900\"></td></tr></table>"
+        "<a name=\"end\">here</a><table cellspacing=\"0\"><tr><td bgcolor=\"#10A010\" width=\"100\" height=\"500\">"
+        "</td></tr></table>");
+    writeFrame("nav.html", kBlue, link("href=\"tall.html#top\" target=\"main\"") + "<a name=\"end\"></a>");
+    NativeWindow window = open(kFrames);
+    run([&](DesktopArea const& inner) {
+        DesktopArea const green = desktop.waitFor(kGreen);
+        EXPECT_LT(green.top - inner.top, 60) << "from the beginning";
+        clickLink(desktop, {0x2030C0, 0x10C0C0});
+        desktop.waitUntilGone(kGreen);
+    });
+}
+
 TEST_F(FramesetTest, AScrollingFrameScrollsAlone)
 {
     writeFrame("tall.html", kRed,

@@ -553,6 +553,26 @@ TEST_F(Links, ABookmarkScrollsToItsNodeWithinTheRange)
     root.destroyWidget();
 }
 
+TEST_F(Links, ABookmarkOfTheNodeThatIsLoadedComesBeforeOthersAndScrollsIt)
+{
+    host.files["/app/pages/a.html"] = "A";
+    root.createWidget(0);
+    root.m.rect = {0, 100, 0, 100};
+    guiHtml* const before = root.append(new guiHtml);
+    before->setString(kStringBookmark, sstring("here"));
+    auto* const frame = add(&root, "frame");
+    frame->m.rect = {0, 100, 50, 50};
+    guiHtml* const mark = frame->append(new guiHtml);
+    mark->m.rect = {0, 10, 70, 10};
+    mark->setString(kStringBookmark, sstring("here"));
+    frame->ensureScroll().barY = new QScrollBar(root.getWidget());
+    frame->ensureScroll().rangeY = 1000;
+    EXPECT_EQ(frame->loadFile(sstring("#here")), 1);
+    EXPECT_EQ(frame->getScroll().posY, 70u) << "the frame's own, though the page has no scroll bar";
+    EXPECT_EQ(frame->loadFile(sstring("#nowhere")), 0);
+    root.destroyWidget();
+}
+
 TEST_F(Links, AnEmptyLinkDoesNothing)
 {
     EXPECT_EQ(follow(link, ""), 0);
