@@ -38,14 +38,22 @@ bool neverNests(mlSection const& section)
 
 } // namespace
 
+mlTokenType mlParser::nextInContent()
+{
+    if (isSpaceKept())
+        return m_tokens.nextSpaced();
+    if (areQuotesKept())
+        return m_tokens.nextSkippingComments(kContextContent | kContextCode, false);
+    return m_tokens.nextSkippingComments(kContextContent, !m_keepsLongTexts);
+}
+
 /// Parses one item. Returns false at the end.
 bool mlParser::parseNextSection()
 {
     if (m_openSections.empty())
         return false;
     m_hasFailed = true; // stays so if the item throws
-    mlTokenType const type =
-        isSpaceKept() ? m_tokens.nextSpaced() : m_tokens.nextSkippingComments(kContextContent, !m_keepsLongTexts);
+    mlTokenType const type = nextInContent();
     if (type != kTokenEnd)
         parseItem(type);
     m_hasFailed = false;
@@ -109,11 +117,14 @@ void mlParser::parseTag(mlTagType type)
         parseKeptContent(*kept);
 }
 
-void mlParser::keepSpaceIn(char const* name)
+mlName* mlParser::foldedName(char const* name)
 {
     std::vector<unsigned short> const units(name, name + std::strlen(name));
-    m_spacedName = m_pool.name(units.data(), static_cast<unsigned int>(units.size()))->folded;
+    return m_pool.name(units.data(), static_cast<unsigned int>(units.size()))->folded;
 }
+
+void mlParser::keepSpaceIn(char const* name) { m_spacedName = foldedName(name); }
+void mlParser::keepQuotesIn(char const* name) { m_quotingNames.push_back(foldedName(name)); }
 
 void mlParser::parseKeptContent(char const* name)
 {

@@ -10,6 +10,7 @@
 #include "foundation/vela-mltokenizer.h"
 #include "foundation/vela-textstream.h"
 
+#include <algorithm>
 #include <cassert>
 #include <memory>
 
@@ -37,6 +38,9 @@ public:
     /// From now on texts in an ordinary tag of that name keep their white space and line ends as they are written. A
     /// literal of ASCII.
     void keepSpaceIn(char const* name);
+    /// From now on a text in an ordinary tag of that name keeps the quotation marks that it begins with. A literal of
+    /// ASCII; may be called several times.
+    void keepQuotesIn(char const* name);
 
     /// The outermost section with that index, which exists as soon as its tag has been read; null after the last.
     mlSection* getSection(unsigned int index);
@@ -100,6 +104,8 @@ private:
 
     void requireStream() const;
     [[noreturn]] void fail(mlParseErrorCode code) const;
+    mlName* foldedName(char const* name);
+    mlTokenType nextInContent();
     bool parseNextSection();
     void parseItem(mlTokenType type);
     void parseTag(mlTagType type);
@@ -110,6 +116,11 @@ private:
     void parseCData();
     void addText(bool isCData);
     void parseKeptContent(char const* name);
+    bool areQuotesKept() const
+    {
+        return std::any_of(m_quotingNames.begin(), m_quotingNames.end(),
+                           [](mlName const* name) { return name->openSections != 0; });
+    }
     bool isSpaceKept() const { return m_spacedName && m_spacedName->openSections != 0; }
     bool parseUntilChild(mlSection const* section, unsigned int index);
     void readFullText(mlSection* section);
@@ -130,6 +141,7 @@ private:
     unsigned int m_readers = 0;           // calls of reopen() not yet closed
     bool m_isIncremental = false;         // ends with the element that it was made for
     velaArray<char const*> m_keptNames;   // of the tags whose content is kept as it is written
+    velaArray<mlName*> m_quotingNames;    // of the tags that keep quotation marks; in the pool, folded
     mlName* m_spacedName = nullptr;       // of the tag that keeps white space; in the pool, folded
     bool m_keepsLongTexts = false;        // fullParse(): the stream will not be there to read them later
     bool m_hasFailed = false;             // after a syntax error only an explicit call continues

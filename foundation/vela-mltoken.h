@@ -35,7 +35,8 @@ enum mlContext : unsigned long
     kContextTag = 1,  ///< inside a tag: white space ends a text
     kContextRaw = 2,  ///< character data: character references are not decoded
     kContextComment = 4,
-    kContextContent = 8 ///< text between tags
+    kContextContent = 8, ///< text between tags
+    kContextCode = 16    ///< with kContextContent: a quotation mark is a character like any other
 };
 
 /// A token with its text.

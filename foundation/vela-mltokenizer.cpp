@@ -232,7 +232,7 @@ mlTokenType mlTokenizer::next(unsigned long flags, bool isLimited)
     if (m_at == m_end)
         return m_tokenType = kTokenEnd;
     unsigned short const unit = *m_at;
-    if (isQuote(unit)) {
+    if (isQuote(unit) && !(flags & kContextCode)) {
         readQuoted(flags);
         return m_tokenType = kTokenText;
     }

@@ -115,6 +115,8 @@ guiHtmlParser::guiHtmlParser(mlParser* parser, sstring const& directory, sstring
         return;
     for (char const* name : {"textarea", "script", "style"})
         parser->keepContentOf(name);
+    for (char const* name : {"code", "kbd", "samp", "tt"})
+        parser->keepQuotesIn(name);
     parser->keepSpaceIn("pre");
 }
 

@@ -181,6 +181,26 @@ TEST(Prose, QuotationMarksAndLongLinesOfPreformattedTextAreKept)
     EXPECT_NE(quietly("<pre>" + line + "</pre>").find(line), std::string::npos);
 }
 
+TEST(Prose, ProgramTextKeepsItsQuotationMarks)
+{
+    for (std::string const name : {"code", "kbd", "samp", "tt"}) {
+        std::string const open = "<" + name + ">";
+        std::string const close = "</" + name + ">";
+        EXPECT_EQ(quietly("<p>" + open + "''" + close + ", " + open + "\"a  b\" + 'c'" + close + "</p>"),
+                  "'[[monospace]]''[[/monospace]], [[monospace]]\"a b\" + 'c'[[/monospace]]' P")
+            << name;
+        EXPECT_EQ(quietly("<p>" + open + "<em>'x'</em>" + close + " \"y\"</p>"),
+                  "'[[monospace]][[i]]'x'[[/i]][[/monospace]] y' P")
+            << name << ": behind it a text is read as ever";
+    }
+}
+
+TEST(Prose, LongProgramTextThatBeginsWithAQuotationMarkIsWhole)
+{
+    std::string const text = "'" + std::string(5000, 'x') + "' y";
+    EXPECT_NE(quietly("<code>" + text + "</code>").find(text), std::string::npos);
+}
+
 TEST(Prose, TextBehindPreformattedTextHasSingleBlanksAgain)
 {
     EXPECT_EQ(quietly("<pre>a</pre><p>b   c\n d</p>"), "'[[monospace]]a[[/monospace]]' P 'b c d' P");

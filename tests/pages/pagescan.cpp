@@ -86,7 +86,12 @@ private:
     bool takeCloser();
     void addText(view text);
     bool isInBody() const;
-    bool isSpaceKept() const { return std::find(m_open.begin(), m_open.end(), "pre") != m_open.end(); }
+    bool areQuotesKept() const
+    {
+        constexpr std::string_view kProgramText[] = {"code", "kbd", "pre", "samp", "tt"};
+        return std::find_first_of(m_open.begin(), m_open.end(), std::begin(kProgramText), std::end(kProgramText)) !=
+               m_open.end();
+    }
     void skipKept(std::string const& tag);
 
     view m_page;
@@ -115,7 +120,7 @@ bool scanner::readItem()
             readTag(1);
         else if (startsWith(u"]]>"))
             throw fault();
-        else if (isAtQuote() && !isSpaceKept())
+        else if (isAtQuote() && !areQuotesKept())
             readQuoted(true, nullptr);
         else
             readText();
