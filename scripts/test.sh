@@ -51,7 +51,7 @@ run_tests() {
 test_sanitized() {
     prepare_preset asan tarn_tests tarn_fuzz
     test_preset asan
-    count_step 'fuzzing' env TARN_FUZZ_SEED=1 "$root/fuzz/run" 20
+    count_step 'fuzzing' env TARN_FUZZ_SEED=1 "$root/fuzz/run" 15
     count_step 'using the examples for a minute' soak_for 1
 }
 
