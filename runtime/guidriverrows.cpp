@@ -20,8 +20,9 @@ namespace {
 void collect(QAbstractItemModel const& model, QModelIndex const& parent, std::vector<QModelIndex>& rows)
 {
     for (int i = 0; i < model.rowCount(parent); ++i) {
-        rows.push_back(model.index(i, 0, parent));
-        collect(model, rows.back(), rows);
+        QModelIndex const row = model.index(i, 0, parent);
+        rows.push_back(row);
+        collect(model, row, rows);
     }
 }
 

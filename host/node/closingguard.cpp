@@ -52,9 +52,10 @@ __attribute__((noinline, no_sanitize("address"))) void ClosingGuard::scanStack(s
     assert(!top || word < top);
     assert(std::is_sorted(extents.begin(), extents.end(), isBelow));
     for (; word < top; ++word) {
-        auto after = std::upper_bound(extents.begin(), extents.end(), *word,
-                                      [](uintptr_t value, Extent const& extent) { return value < extent.begin; });
-        if (after != extents.begin() && *word < std::prev(after)->end)
+        uintptr_t const value = *word; // what is called from here may not read the stack
+        auto after = std::upper_bound(extents.begin(), extents.end(), value,
+                                      [](uintptr_t address, Extent const& extent) { return address < extent.begin; });
+        if (after != extents.begin() && value < std::prev(after)->end)
             m_inUse.push_back(std::prev(after)->handle);
     }
 }
