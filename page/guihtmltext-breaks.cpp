@@ -162,8 +162,24 @@ std::vector<qsizetype> guiInnerBreaks(QStringView word)
     return places;
 }
 
+namespace {
+
+/// Behind the last fixed blank up to `end` with something but blanks before it; 0 for none.
+qsizetype lastFixedBlank(QStringView word, qsizetype end)
+{
+    constexpr QChar kFixedBlank(char16_t{0xA0});
+    QStringView const before = word.left(end);
+    qsizetype const place = before.lastIndexOf(kFixedBlank) + 1;
+    auto const isInk = [kFixedBlank](QChar unit) { return unit != kFixedBlank; };
+    return std::any_of(before.begin(), before.begin() + place, isInk) ? place : 0;
+}
+
+} // namespace
+
 qsizetype guiLastDivision(QStringView word, qsizetype end)
 {
+    if (qsizetype const blank = lastFixedBlank(word, end); blank > 0)
+        return blank;
     QTextBoundaryFinder finder(QTextBoundaryFinder::Line, word.data(), word.size());
     finder.setPosition(end);
     qsizetype place = finder.isAtBoundary() ? end : finder.toPreviousBoundary();

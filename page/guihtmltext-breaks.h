@@ -19,8 +19,8 @@ bool guiHasInnerBreaks(QStringView text);
 /// is linear. GUI thread.
 std::vector<qsizetype> guiInnerBreaks(QStringView word);
 
-/// The last place up to `end` at which a word that is too long for a line divides well, such as after a hyphen, or a
-/// slash of an address; 0 for none. GUI thread.
+/// The last place up to `end` at which a word that is too long for a line divides well: after a fixed blank, as those
+/// of preformatted text are, else after a hyphen, or a slash of an address; 0 for none. GUI thread.
 qsizetype guiLastDivision(QStringView word, qsizetype end);
 
 inline constexpr char16_t kSoftHyphen = 0x00AD;

@@ -65,26 +65,6 @@ visit() {
     wait_until_still "$window"
 }
 
-HandbookCountsWhatWasRead() {
-    local name x y
-    open_app "$root/examples/handbook/app.js"
-    while read -r name x y <&3; do visit "$name" "$x" "$y"; done 3<"$root/examples/handbook/clicks.txt"
-    visit welcome 60 94
-    click 800 518
-    expect_end 'Goodbye after 7 pages.'
-}
-
-HandbookLinksInThePageWork() {
-    open_app "$root/examples/handbook/app.js"
-    visit tables 270 387
-    visit 'the next page, in the footer' 810 619
-    visit welcome 60 94
-    visit 'tables again' 270 387
-    visit welcome 60 94
-    click 800 518
-    expect_end 'Goodbye after 3 pages.'
-}
-
 # region_of X Y W H: names the pixels of a part of the window.
 region_of() {
     import -silent -window "$window" -crop "$3x$4+$1+$2" -format '%#' info:-
@@ -202,7 +182,7 @@ InstrumentsAnswerThePointer() {
 # The clicks of ./tarn demo are places in these programs; what they lead to is written beside them.
 DemoClicksLeadWhereTheySay() {
     local program
-    for program in files wizard; do
+    for program in handbook files wizard; do
         "$root/scripts/demo.sh" "$root/examples/$program/app.js" "$work/$program" >"$work/pictures" 2>"$work/err" ||
             fail "$program: $(<"$work/err")"
         [ "$(wc -l <"$work/pictures")" -gt 4 ] || fail "$program: only $(wc -l <"$work/pictures") pictures"

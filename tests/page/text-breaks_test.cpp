@@ -94,6 +94,14 @@ TEST(TextBreaks, HyphensAndDashesOfTextWithBlanksAreNoBreaks)
               "\u201Cone\u201D|\u201Ctwo\u201D");
 }
 
+TEST(TextBreaks, PreformattedLineThatIsTooLongDividesAtItsBlanks)
+{
+    EXPECT_EQ(linesOf(u"alpha\u00A0be/ta", widthOf("alpha\u00A0be/")), "alpha\u00A0|be/ta");
+    EXPECT_EQ(linesOf(u"\u00A0\u00A0\u00A0alpha/beta", widthOf("\u00A0\u00A0\u00A0alpha/b")),
+              "\u00A0\u00A0\u00A0alpha/|beta")
+        << "its indentation is no place";
+}
+
 TEST(TextBreaks, AddressWiderThanTheLineDividesAtItsSlashes)
 {
     EXPECT_EQ(linesOf(u"https://example.org/manual/chapter", widthOf("https://example.org/man")),
