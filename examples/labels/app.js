@@ -31,7 +31,7 @@ class Labels extends GuiWindow {
         this.setFocus('name');
     }
 
-    /** The form has what the page chooses from the beginning only when there is a window. */
+    /** Not earlier: a drop-down list has a value once it is shown. */
     ePostOpen() { this.refresh(); }
 
     get sheet() {
