@@ -62,10 +62,10 @@ class Requests extends tarn.GuiWindow {
         const begin = performance.now();
         try {
             const { response, bytes } = await this.request();
-            this.show(response, bytes);
+            this.showAnswer(response, bytes);
             this.say(`${response.status} ${response.statusText}, ${bytes.length.toLocaleString('en')} bytes, ${Math.round(performance.now() - begin)} ms`);
         } catch (error) {
-            this.show(null, Buffer.alloc(0));
+            this.showAnswer(null, Buffer.alloc(0));
             this.say(reasonOf(error));
         } finally {
             this.setBusy(null);
@@ -81,7 +81,7 @@ class Requests extends tarn.GuiWindow {
         return { response, bytes: await readSome(response) };
     }
 
-    show(response, bytes) {
+    showAnswer(response, bytes) {
         const headers = [...response?.headers ?? []];
         this.control('text').setText(html`<pre>${shown(bytes, response?.headers.get('content-type'))}</pre>`);
         this.control('list').setRows(headers.map((texts, index) => ({ value: String(index), texts })));

@@ -35,11 +35,11 @@ function page(chosen) {
 class Stay extends GuiWindow {
     constructor(language) {
         super();
-        this.show({ name: '', arrival: '2026-03-06', nights: 3, breakfast: false }, language);
+        this.fill({ name: '', arrival: '2026-03-06', nights: 3, breakfast: false }, language);
     }
 
     /** The page in a language, with these values. */
-    show(values, language) {
+    fill(values, language) {
         this.language = language;
         this.setText(page(language));
         this.setTitle(texts[language].title);
@@ -65,7 +65,7 @@ class Stay extends GuiWindow {
             <p dir="${t.dir}">${t.price}: <b>${money}</b></p>`);
     }
 
-    eMenu(session, item) { this.show(Object.fromEntries(fields.map((field) => [field, this.control(field).value])), item); }
+    eMenu(session, item) { this.fill(Object.fromEntries(fields.map((field) => [field, this.control(field).value])), item); }
 }
 
 const wanted = process.argv[2] ?? (process.env.LANG ?? '').slice(0, 2);
