@@ -18,7 +18,7 @@ const places = [
 /** The time of day in a zone. */
 function timeIn(timeZone, now) {
     const format = new Intl.DateTimeFormat('en', { timeZone, hour: 'numeric', minute: 'numeric', second: 'numeric', hourCycle: 'h23' });
-    const part = (type) => Number(format.formatToParts(now).find((each) => each.type === type).value);
+    const part = (type) => Number(format.formatToParts(now).find((each) => each.type === type)?.value);
     return { hour: part('hour'), minute: part('minute'), second: part('second') };
 }
 
@@ -41,13 +41,13 @@ class Clock extends GuiWindow {
             if (isNew && !name) this.say(now, time);
         }
         const step = this.hasSeconds ? 1000 : 60000;
-        this.timer = setTimeout(() => this.tick(), step - now % step + 1); // timers may be early by a millisecond
+        this.timer = setTimeout(() => this.tick(), step - now.getTime() % step + 1); // timers may be early by a millisecond
     }
 
-    say(now, { second, ...time }) {
+    say(now, time) {
         this.setTitle(`${inFigures(time)} - Clock`);
         const day = now.toLocaleDateString('en', { weekday: 'long', day: 'numeric', month: 'long', timeZone: places[0].zone });
-        this.control('date').setText(html`<b>${inFigures(time)}${this.hasSeconds && `:${String(second).padStart(2, '0')}`}</b>, ${day}`);
+        this.control('date').setText(html`<b>${inFigures(time)}${this.hasSeconds && `:${String(time.second).padStart(2, '0')}`}</b>, ${day}`);
     }
 
     eMenu(session, item) {

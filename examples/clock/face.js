@@ -50,8 +50,8 @@ class Face extends CustomElement {
 
     /** A hand that gets narrower, with a tail behind the middle. */
     hand(color, part, length, half) {
-        const side = (turn) => { const [x, y] = this.place(part + turn, half); return [x, y]; };
-        this.toolkit.drawPolygon(color, [this.place(part, length), side(0.25), this.place(part + 0.5, length * 0.16), side(0.75)]);
+        const side = (turn) => this.place(part + turn, half);
+        this.toolkit.drawPolygon(color, [...this.place(part, length), ...side(0.25), ...this.place(part + 0.5, length * 0.16), ...side(0.75)]);
     }
 }
 

@@ -61,7 +61,7 @@ class Document extends tarn.GuiWindow {
         try {
             fs.writeFileSync(chosen, this.form.text);
         } catch (error) {
-            await tarn.alertAsync(error.message, { title: 'Save', icon: 'error' });
+            await tarn.alertAsync(String(error), { title: 'Save', icon: 'error' });
             return false;
         }
         this.take(chosen, this.form.text);

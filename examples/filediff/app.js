@@ -8,9 +8,7 @@ const path = require('node:path');
 const tarn = require('../../host/node');
 const { differenceOf } = require('./diff');
 
-const removedGround = '#FFE3E0';
-const addedGround = '#DDF4E1';
-const emptyGround = '#F1F2F4';
+const [removedGround, addedGround, emptyGround] = ['#FFE3E0', '#DDF4E1', '#F1F2F4'];
 const linesOf = (file) => fs.readFileSync(file, 'utf8').replace(/\n$/, '').split('\n');
 
 /** Rows for the list, { left, right }: the number of a line on each side, null for none. */
@@ -28,6 +26,9 @@ const cells = (lines, line, ground) => (line === null ? [{ text: '', bgcolor: em
     : [String(line + 1), lines[line].replaceAll('\t', '    ')].map((text) => (ground ? { text, bgcolor: ground, color: '#1F2328' } : text)));
 
 class FileDiff extends tarn.GuiWindow {
+    places = [0]; // rows where differences begin
+    at = 0; // which of them is selected
+
     constructor(files) {
         super('filediff.html');
         this.files = files;
@@ -62,7 +63,7 @@ class FileDiff extends tarn.GuiWindow {
         this.control('status').setText(`${this.at + 1} of ${this.summary}`);
     }
 
-    async open(side) {
+    async choose(side) {
         const file = await tarn.openFileAsync({ title: `The file on the ${side === 0 ? 'left' : 'right'}`, folder: path.dirname(this.files[side]) });
         if (file === null) return;
         this.files[side] = file;
@@ -70,8 +71,8 @@ class FileDiff extends tarn.GuiWindow {
     }
 
     actions = {
-        left: () => this.open(0),
-        right: () => this.open(1),
+        left: () => this.choose(0),
+        right: () => this.choose(1),
         swap: () => { this.files.reverse(); this.compare(); },
         next: () => this.go(this.at + 1),
         previous: () => this.go(this.at - 1),

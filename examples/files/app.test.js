@@ -11,7 +11,7 @@ const { launch } = require('../../host/node/test');
 const top = path.join(fs.mkdtempSync(path.join(os.tmpdir(), 'files-')), 'home');
 after(() => fs.rmSync(path.dirname(top), { recursive: true }));
 fs.mkdirSync(path.join(top, 'letters', 'old'), { recursive: true });
-for (const [name, size] of [['a.txt', 10], ['b & c.txt', 2000], ['letters/ann.txt', 3]]) {
+for (const [name, size] of Object.entries({ 'a.txt': 10, 'b & c.txt': 2000, 'letters/ann.txt': 3 })) {
     fs.writeFileSync(path.join(top, name), 'x'.repeat(size));
     fs.utimesSync(path.join(top, name), 1.7e9, 1.7e9);
 }

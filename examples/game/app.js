@@ -15,11 +15,11 @@ const keys = {
 
 /** The field as an element. It gets the keyboard because it has `eKey`. */
 class Blocks extends CustomElement {
-    eKey() { this.window.onPlay(this.keyboard.key); }
+    eKey() { /** @type {Game} */ (this.window).play(this.keyboard.key); }
 
     ePaint() {
         const { toolkit } = this;
-        const { field } = this.window;
+        const { field } = /** @type {Game} */ (this.window);
         const { width, height } = toolkit.rect;
         const side = Math.floor(Math.min((width - 20) / columns, (height - 20) / rows));
         const [left, top] = [Math.floor((width - side * columns) / 2), Math.floor((height - side * rows) / 2)];
@@ -35,6 +35,8 @@ class Blocks extends CustomElement {
 }
 
 class Game extends GuiWindow {
+    field = new Field();
+
     constructor(seed) {
         super('game.html');
         this.random = () => { seed = seed * 48271 % 2147483647; return seed / 2147483647; }; // the same game for the same seed
@@ -50,7 +52,7 @@ class Game extends GuiWindow {
 
     get isRunning() { return !this.field.isOver && !this.control('menu').isItemChecked('pause'); }
 
-    onPlay(key) {
+    play(key) {
         if (!this.isRunning || !(key in keys)) return;
         keys[key](this.field);
         this.refresh();
@@ -62,14 +64,12 @@ class Game extends GuiWindow {
         this.control('blocks').toolkit?.repaint();
         this.control('status').setText(`${score} points${isOver ? '. The end' : this.isRunning ? '' : '. Pause'}`);
         clearTimeout(this.timer);
-        if (this.isRunning) this.timer = setTimeout(() => this.onPlay('Down'), Math.max(90, 600 - 12 * score));
+        if (this.isRunning) this.timer = setTimeout(() => this.play('Down'), Math.max(90, 600 - 12 * score));
     }
 
-    eMenu(session, item) {
-        if (item === 'again') this.begin();
-        if (item === 'pause') this.refresh();
-        if (item === 'quit') this.close();
-    }
+    actions = { again: () => this.begin(), pause: () => this.refresh(), quit: () => this.close() };
+
+    eMenu(session, item) { this.actions[item](); }
 }
 
 register('Blocks', Blocks);

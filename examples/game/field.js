@@ -14,7 +14,6 @@ class Field {
         this.random = random;
         this.cells = Array.from({ length: rows }, () => Array(columns).fill(-1)); // the number of a shape, -1 for none
         this.score = 0;
-        this.isOver = false;
         this.drop();
     }
 

@@ -9,7 +9,7 @@ const { launch } = require('../../host/node/test');
 
 const app = path.join(__dirname, 'app.js');
 const waiting = [];
-let server;
+const server = http.createServer(answer);
 let origin;
 
 async function answer(request, response) {
@@ -22,9 +22,8 @@ async function answer(request, response) {
 }
 
 before(async () => {
-    server = http.createServer(answer);
-    await new Promise((resolve) => { server.listen(0, '127.0.0.1', resolve); });
-    origin = `http://127.0.0.1:${server.address().port}`;
+    await new Promise((resolve) => { server.listen(0, '127.0.0.1', () => resolve(null)); });
+    origin = `http://127.0.0.1:${/** @type {import('node:net').AddressInfo} */ (server.address()).port}`;
 });
 after(() => { server.closeAllConnections(); server.close(); });
 

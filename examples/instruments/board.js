@@ -17,6 +17,7 @@ class Board extends CustomElement {
     strokes = [];
     #pen = pens[1];
     #cross = [100, 60]; // where the keys draw
+    /** @type {any} */
     #keyStroke = null; // while they do
 
     clear() {
@@ -28,12 +29,12 @@ class Board extends CustomElement {
         const { key } = this.keyboard;
         if (key === 'Space' && !this.#keyStroke) this.#keyStroke = this.begin(...this.#cross, 'left');
         else if (key === 'Space') this.#keyStroke = null;
-        if (pens[key - 1] !== undefined) this.#pen = pens[key - 1];
-        if (key in moves) this.moveCross(...moves[key]);
+        this.#pen = pens[Number(key) - 1] ?? this.#pen;
+        if (key in moves) this.moveCross(moves[key]);
         this.toolkit.repaint();
     }
 
-    moveCross(x, y) {
+    moveCross([x, y]) {
         const { width, height } = this.toolkit.rect;
         this.#cross = [Math.min(width, Math.max(0, this.#cross[0] + x)), Math.min(height, Math.max(0, this.#cross[1] + y))];
         this.#keyStroke?.points.push(...this.#cross);

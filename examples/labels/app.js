@@ -98,7 +98,7 @@ class Labels extends GuiWindow {
         try {
             await this.actions[item]();
         } catch (error) { // the file can not be written, there is no printer
-            tarn.alertAsync(error.message, { title: 'Labels', icon: 'error' });
+            tarn.alertAsync(String(error), { title: 'Labels', icon: 'error' });
         }
     }
 }

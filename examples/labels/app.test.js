@@ -30,7 +30,7 @@ test('addresses are added, changed and removed', async () => {
     assert.equal((await w.rows('list')).length, 8, 'the town is missing: it has the keyboard now');
     await w.type('Arlington');
     await w.press('Enter');
-    assert.deepEqual((await w.rows('list')).at(-1).texts, ['Grace Hopper', '1 Navy Yard', 'Arlington']);
+    assert.deepEqual((await w.rows('list')).at(-1)?.texts, ['Grace Hopper', '1 Navy Yard', 'Arlington']);
     assert.equal(await w.value('name'), '', 'the next one may be typed');
 
     await w.press('Shift+Tab, Home, F2, Ctrl+A'); // into the list, to the first name

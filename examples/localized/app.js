@@ -51,7 +51,7 @@ class Stay extends GuiWindow {
 
     onChange() {
         const t = texts[this.language];
-        const [name, arrival, nights, breakfast] = fields.map((field) => this.control(field).value);
+        const { name, arrival, nights, breakfast } = this.values();
         if (!this.form.valid) {
             this.control('answer').setText('');
             return;
@@ -65,7 +65,10 @@ class Stay extends GuiWindow {
             <p dir="${t.dir}">${t.price}: <b>${money}</b></p>`);
     }
 
-    eMenu(session, item) { this.fill(Object.fromEntries(fields.map((field) => [field, this.control(field).value])), item); }
+    /** What is in the fields; not of the form, see above. */
+    values() { return Object.fromEntries(fields.map((field) => [field, /** @type {any} */ (this.control(field)).value])); }
+
+    eMenu(session, item) { this.fill(this.values(), item); }
 }
 
 const wanted = process.argv[2] ?? (process.env.LANG ?? '').slice(0, 2);

@@ -24,7 +24,7 @@ test('messages are found and read', async () => {
     assert.equal(await w.title(), `${makeMessage(many - 1).subject} - Mail`);
 
     const [sender] = from.toLowerCase().split(' ');
-    const [word] = subject.toLowerCase().match(/[a-z]{4,}/);
+    const [word = ''] = subject.toLowerCase().match(/[a-z]{4,}/) ?? [];
     const found = summaries(many).filter((each) => each.includes(sender) && each.includes(word)).length;
     assert.ok(found > 0 && found < many);
     await w.press('Ctrl+F');

@@ -16,7 +16,7 @@ const saved = () => JSON.parse(fs.readFileSync(file, 'utf8'));
 test('nothing was changed: Escape asks nothing', async () => {
     const program = await start();
     const w = await program.window('Preferences');
-    assert.equal((await w.find('apply')).enabled, false);
+    assert.equal((await w.find('apply'))?.enabled, false);
     await w.press('Escape');
     assert.deepEqual([await program.exit, program.stderr, fs.existsSync(file)], [{ code: 0, signal: null }, '', false]);
 });
@@ -52,9 +52,9 @@ test('all fields are filled in; what is missing keeps the window', async () => {
     await w.press('Tab, Up, Tab, Down'); // a minute later, texts
     assert.deepEqual([await w.value('backup'), await w.value('kinds')], ['03:01', 'text']);
     await w.press('Alt+E');
-    assert.equal((await w.find('port')).enabled, false);
+    assert.equal((await w.find('port'))?.enabled, false);
     await w.press('Down'); // the first field of the tab has the keyboard
-    assert.equal((await w.find('port')).enabled, true);
+    assert.equal((await w.find('port'))?.enabled, true);
     await w.press('Return'); // OK: by a proxy, but which?
     await w.type('proxy.example.org');
     await w.press('Return');
@@ -71,13 +71,13 @@ test('Apply saves and stays; changes behind it are asked about', async () => {
     await w.type('!');
     await w.press('Shift+Tab, Shift+Tab, Space'); // before the tabs, round and round: Apply
     assert.equal(saved().name, 'Ada Byron!');
-    assert.equal((await w.find('apply')).enabled, false);
+    assert.equal((await w.find('apply'))?.enabled, false);
     await w.press('Alt+N');
     await w.type('Emmy');
     await w.press('Escape'); // closes the list of what is offered
     await w.press('Escape');
     await (await program.dialog()).press('Escape');
-    assert.equal((await w.find('apply')).enabled, true);
+    assert.equal((await w.find('apply'))?.enabled, true);
     await w.press('Escape');
     await (await program.dialog()).press('Return');
     assert.deepEqual([await program.exit, saved().name], [{ code: 0, signal: null }, 'Ada Byron!']);

@@ -12,6 +12,10 @@ const red = '#B3261E';
 const green = '#1A7F37';
 
 class Quiz extends GuiWindow {
+    at = 0;
+    /** @type {number[]} */
+    given = [];
+
     constructor(questions) {
         super('quiz.html');
         this.questions = questions;

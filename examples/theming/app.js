@@ -66,7 +66,7 @@ class Looks extends GuiWindow {
         this.control('preview').setText(html`<body ${body} valign="top"><table width="100%" margin="20"><tr><td><h2>The lighthouse</h2><font size="${size}" ${face && html`face="${face}"`}>
             <p>On the <b>last rock</b> before the open sea stands a tower of white stone. Its lamp is lit at dusk, and turns until the sun is up.</p>
             <p>Ships count its <a href="event://onLink">flashes</a>: two short ones, then a long one. Nobody lives there <i>any more</i>.</p></font></td></tr></table></body>`);
-        const ratio = colors && Math.min(contrast(colors.ground, colors.text), contrast(colors.ground, colors.link));
+        const ratio = colors ? Math.min(contrast(colors.ground, colors.text), contrast(colors.ground, colors.link)) : 0;
         this.control('contrast').setText(colors ? html`<b>${ratio.toFixed(1)} : 1</b><br>${verdict(ratio)}` : 'the desktop\'s');
         this.control('status').setText(`${Math.round(this.zoom * 100)} %`);
     }

@@ -15,7 +15,7 @@ const colors = (w) => Promise.all(['ground', 'text', 'link'].map((name) => w.val
 test('themes, and colours that make a theme one\'s own', async () => {
     const program = await launch(app);
     const w = await program.window('Looks');
-    assert.deepEqual([await w.value('theme'), await w.text('contrast'), (await w.find('ground')).enabled], ['desktop', 'the desktop\'s', false]);
+    assert.deepEqual([await w.value('theme'), await w.text('contrast'), (await w.find('ground'))?.enabled], ['desktop', 'the desktop\'s', false]);
     const seen = [];
     for (const [theme, ground] of [['light', '#FFFFFF'], ['dark', '#1B2129'], ['sepia', '#F6EDDC']]) {
         await w.press('Down');

@@ -20,6 +20,7 @@ class Break extends tarn.GuiWindow {
         this.refresh();
     }
 
+    /** @returns {import('../../host/node').TrayItem[]} */
     menu() {
         const isRunning = this.end !== undefined;
         return [{ text: '&Show', onClick: () => this.appear() }, { text: isRunning ? '&Stop' : '&Start', onClick: () => this.onStart() }, '-',

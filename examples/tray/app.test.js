@@ -38,7 +38,7 @@ test('without a tray the window says so and stays; the break comes', async () =>
     const program = await launch(app, { args: ['0.4'] });
     const w = await program.window('Break');
     assert.equal(await w.text('hint'), 'No tray here: the window stays.');
-    assert.equal((await w.find('hide')).enabled, false);
+    assert.equal((await w.find('hide'))?.enabled, false);
     await w.press('Escape');
     await w.type('300');
     await w.press('Enter');
@@ -49,7 +49,7 @@ test('without a tray the window says so and stays; the break comes', async () =>
     await w.type('Tea!');
     await w.press('Enter');
     assert.equal(await w.text('left'), 'A break in 2 minutes');
-    assert.deepEqual([(await w.find('start')).text, (await w.find('minutes')).enabled], ['Stop', false]);
+    assert.deepEqual([(await w.find('start'))?.text, (await w.find('minutes'))?.enabled], ['Stop', false]);
     const dialog = await program.dialog();
     assert.match(await dialog.text(), /Tea!/);
     await dialog.press('Enter');
