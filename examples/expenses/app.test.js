@@ -34,6 +34,7 @@ test('a list of expenses', async () => {
     await w.press('Shift+Tab, Shift+Tab'); // the last stops: the list, Remove
     await w.press('Space, Tab, Space'); // the current row, which Space selects; Remove
     assert.deepEqual(await texts(w), ['Soup, meals, cash, 7.00']);
+    assert.equal(await w.text('total'), '1 entries, 7.00 in all');
     const file = path.join(os.tmpdir(), `expenses-${process.pid}.png`);
     const seen = async () => fs.readFileSync(await w.screenshot(file));
     const before = await seen();

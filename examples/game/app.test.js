@@ -65,6 +65,16 @@ test('rows are filled by the keys, until the end; then another game', async () =
     assert.deepEqual([await program.exit, program.stderr], [{ code: 0, signal: null }, '']);
 });
 
+test('full rows go away, and count the more the more there are at once', () => {
+    for (const [full, points] of [[1, 1], [2, 3]]) {
+        const field = new Field(() => 0.2); // squares, which come down in the columns 3 and 4
+        for (let row = 0; row < full; ++row) field.cells[rows - 1 - row] = field.cells[rows - 1 - row].map((none, x) => (x === 3 || x === 4 ? none : 0));
+        play.Space(field);
+        assert.equal(field.score, points);
+        assert.equal(field.cells.flat().filter((kind) => kind !== -1).length, 4 - 2 * full);
+    }
+});
+
 test('a block falls by itself, and the program ends in the middle of a game', async () => {
     const program = await launch(path.join(__dirname, 'app.js'), { args: ['7'] });
     const w = await program.window('Blocks');
