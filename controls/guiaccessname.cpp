@@ -194,6 +194,12 @@ QString guiAccessNameOf(guiHtml* node)
     }
 }
 
+QString guiControlNameOf(guiHtml* control)
+{
+    QString const label = sstoq(guiRareAttributeOf(control, guiRareAttribute::kLabel));
+    return label.isEmpty() ? controlName(control) : label;
+}
+
 QString guiAccessDescriptionOf(guiHtml* node)
 {
     if (int const level = guiHeadingLevel(node); level != 0)
@@ -206,9 +212,9 @@ void guiNameWidget(guiHtml* control, QWidget* widget)
     if (!widget->accessibleName().isEmpty())
         return;
     auto const* const button = qobject_cast<QAbstractButton*>(widget);
-    QString const label = sstoq(guiRareAttributeOf(control, guiRareAttribute::kLabel));
     bool const hasText = button && !button->text().isEmpty();
-    QString const name = label.isEmpty() && !hasText ? controlName(control) : label;
+    QString const name =
+        hasText ? sstoq(guiRareAttributeOf(control, guiRareAttribute::kLabel)) : guiControlNameOf(control);
     if (name.isEmpty())
         return;
     widget->setAccessibleName(name);

@@ -79,6 +79,18 @@ void guiHtmlControlButton::setChecked(int checked)
     recheckAll();
 }
 
+void guiHtmlControlButton::setCaption(sstring const& caption)
+{
+    if (isCheckable()) {
+        guiHtmlControl::setCaption(caption);
+        return;
+    }
+    m_content.text = caption;
+    if (m_pushButton)
+        m_pushButton->setText(sstoq(caption));
+    updateLayout(1);
+}
+
 int guiHtmlControlButton::getPreferredWidth()
 {
     constexpr int kAroundLabel = 12;

@@ -46,6 +46,9 @@ public:
     /// While it has a widget or awaits one, the checked radio button of a group cannot be unchecked.
     void setChecked(int checked);
 
+    /// The label of a push button; the focus stays. A box has a caption as any other node.
+    void setCaption(sstring const& caption) override;
+
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
     QWidget* getChildWidget() override;

@@ -601,6 +601,18 @@ bool guiWidget::showTip(QHelpEvent const& event)
 
 // ---- Keys, size, visibility ----
 
+/// Shift+F10 stands for the menu key, which many keyboards lack; the toolkit knows that key alone.
+static bool askForContext(QWidget& window, QKeyEvent const& event)
+{
+    if (event.key() != Qt::Key_F10 || event.modifiers() != Qt::ShiftModifier)
+        return false;
+    QWidget* const focus = window.focusWidget() ? window.focusWidget() : &window;
+    QPoint const place = focus->rect().center();
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, place, focus->mapToGlobal(place));
+    QApplication::sendEvent(focus, &asked);
+    return true;
+}
+
 void guiWidget::keyPressEvent(QKeyEvent* event)
 {
     guiEventScope scope;
@@ -608,7 +620,7 @@ void guiWidget::keyPressEvent(QKeyEvent* event)
     if (!isText && event->key() == Qt::Key_Escape)
         dropMarks();
     bool const isUsed = isText || useAtLink(*event) || guiHandleKey(livePage(), event->key(), true) ||
-                        openMenu(*event) || turnTabs(*event) || zoomByKey(*event);
+                        openMenu(*event) || askForContext(*this, *event) || turnTabs(*event) || zoomByKey(*event);
     if (isUsed || (livePage() && guiScrollByKey(livePage(), keyNode(), m_clickedPane, *event)))
         event->accept();
     else

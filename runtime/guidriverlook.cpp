@@ -82,11 +82,19 @@ QString textOfList(guiHtmlControlList& list)
     return sstoq(chosen);
 }
 
+/// What screen readers call it.
+QString labelOf(QString const& kind, guiHtmlControl* control)
+{
+    static QStringList const kNamedByOthers = {"field", "list", "check box", "radio button"};
+    return kNamedByOthers.contains(kind) ? guiControlNameOf(control) : guiAccessNameOf(control);
+}
+
 void addControl(QJsonObject& item, guiHtmlControl* control)
 {
-    item["kind"] = kindOfControl(control);
+    QString const kind = kindOfControl(control);
+    item["kind"] = kind;
     item["value"] = valueOf(control);
-    item["label"] = guiAccessNameOf(control);
+    item["label"] = labelOf(kind, control);
     if (auto* list = dynamic_cast<guiHtmlControlList*>(control))
         item["text"] = textOfList(*list);
     else

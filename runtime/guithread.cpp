@@ -118,9 +118,19 @@ private:
     bool m_isClosed = false;
 };
 
+/// Opening a window that is open already asks for it to be seen: in front of the others, and not as an icon.
+void bringToFront(QWidget* widget) TARN_ON(velaGuiRole)
+{
+    widget->setWindowState(widget->windowState() & ~Qt::WindowMinimized);
+    widget->raise();
+    widget->activateWindow();
+}
+
 void handle(guiEventPageOpen& event) TARN_ON(velaGuiRole)
 {
     guiHtmlBase& root = *event.node;
+    guiWidget const* before = root.getWidget();
+    bool const wasShown = before && before->isVisible();
     *event.result = 1;
     pageOpening const opening(root);
     if (!guiElements_prepare(root) || opening.isClosed())
@@ -128,8 +138,11 @@ void handle(guiEventPageOpen& event) TARN_ON(velaGuiRole)
     guiWidget* widget = root.createWidget(event.value);
     widget->setWindowTitle(sstoq(root.getTitle()));
     pGUI->setCurrentWindow(widget); // a window manager may activate it late, or never
-    if (guiElements_draw(root))
-        widget->show();
+    if (!guiElements_draw(root))
+        return;
+    widget->show();
+    if (wasShown)
+        bringToFront(widget);
 }
 
 void close(guiHtmlBase* root) TARN_ON(velaGuiRole)

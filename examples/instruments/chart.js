@@ -51,6 +51,15 @@ class Chart extends CustomElement {
         this.toolkit.repaint();
     }
 
+    /** The arrows go along the curve. */
+    eKey() {
+        const by = { Left: -5, Right: 5 }[this.keyboard.key];
+        if (by === undefined) return;
+        const right = this.toolkit.rect.width - margin.right;
+        this.pointed = Math.min(right, Math.max(margin.left, (this.pointed ?? margin.left) + by));
+        this.toolkit.repaint();
+    }
+
     eMouseOut() {
         this.pointed = undefined;
         this.toolkit.repaint();

@@ -1,11 +1,12 @@
 'use strict';
-// A dial with a needle that the user can drag.
+// A dial with a needle that the user can drag, or move by the arrow keys.
 
 const { CustomElement } = require('../../host/node');
 
 const startAngle = 210; // degrees from three o'clock, counter-clockwise; from here the needle turns clockwise
 const sweep = 240;
 const largest = 100;
+const steps = { Up: 1, Right: 1, Down: -1, Left: -1, PgUp: 10, PgDown: -10, Home: -largest, End: largest };
 
 /** Points on an arc around (x, y), x and y in turn. */
 function arc(x, y, radius, from, to) {
@@ -50,6 +51,10 @@ class Gauge extends CustomElement {
         if (this.mouse.button === 'left') {
             this.follow();
         }
+    }
+
+    eKey() {
+        this.set(this.value + (steps[this.keyboard.key] ?? 0));
     }
 
     eMouseWheel() {

@@ -163,7 +163,10 @@ export class GuiWindow<Values extends object = Form> {
      */
     static onLoad(pattern: string, filter?: PageFilter | Messages): null;
 
-    /** Opens the window and returns. True when it is open. `window.open(true)` blocks the others until it is closed. */
+    /**
+     * Opens the window and returns. True when it is open. `window.open(true)` blocks the others until it is closed. A window that is
+     * open already comes to the front.
+     */
     open(modal?: boolean): boolean;
     /**
      * Opens the window modally and returns when it is closed: the value set with `setReturnValue`, null without one.

@@ -21,7 +21,7 @@ const linesOf = (file) => fs.readFileSync(file, 'utf8').split('\n').length - 1;
 
 test('each is well under 200 lines, pages included', () => {
     for (const name of ['filemanager', 'mail', 'preferences']) {
-        const files = fs.readdirSync(path.join(examples, name)).filter((each) => /\.(js|html)$/.test(each));
+        const files = fs.readdirSync(path.join(examples, name)).filter((each) => /\.(js|html)$/.test(each) && !each.endsWith('.test.js'));
         const lines = files.reduce((sum, file) => sum + linesOf(path.join(examples, name, file)), 0);
         assert.ok(files.length >= 2 && lines < 190, `${name}: ${lines} lines`);
     }

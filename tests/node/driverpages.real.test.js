@@ -29,6 +29,18 @@ test('a page in a frame', async () => {
     assert.equal(await w.find('who'), null);
 });
 
+test('Shift+F10 opens the context menu of what has the keyboard', async () => {
+    const w = await open('<object classid="contextmenu" name="here"><param name="one" value="One"></object><object classid="contextmenu" name="page"><param name="two" value="Two"></object>'
+        + '<table contextmenu="page"><tr><td><input type="button" name="a" value="A" contextmenu="here"><input type="button" name="b" value="B"></td></tr></table>');
+    shown.window.eMenu = (session, item) => { shown.calls.push([item]); };
+    shown.window.setFocus('a');
+    await w.press('Shift+F10');
+    await w.menu('One');
+    await w.press('Tab, Shift+F10');
+    await w.menu('Two');
+    assert.deepEqual(names(), ['one', 'two']);
+});
+
 test('an area of a map, a button of a tool bar, a line that unfolds', async () => {
     const plan = await (await open('plan')).screenshot(path.join(scratch, 'plan.png')); // 420 by 300 pixels
     const w = await open('<object classid="menu" name="menu"><menu name="file" value="File"><param name="save" value="Save"></menu></object>'

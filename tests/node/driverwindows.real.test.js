@@ -53,6 +53,16 @@ describe('what is read', () => {
         assert.ok(Date.now() - started < 2000);
     });
 
+    test('label: what a screen reader calls it', async () => {
+        const w = await open('<label for="who">&Name</label> <input type="text" name="who"><label><input type="checkbox" name="milk"> with milk</label>'
+            + '<p>Age: <input type="number" name="age"></p><input type="text" name="town" label="Town"><p>How many?</p><input type="button" name="go" value="Go">');
+        const labelOf = async (name) => (await w.find(name)).label;
+        assert.deepEqual(await Promise.all(['who', 'milk', 'age', 'town', 'go'].map(labelOf)), ['Name', 'with milk', 'Age', 'Town', '']);
+        await w.type({ field: 'Name' }, 'Ann');
+        await w.check('with milk');
+        assert.deepEqual([await w.value('who'), await w.value('milk')], ['Ann', true]);
+    });
+
     test('title', async () => {
         const w = await open(page);
         shown.window.setTitle('Other');

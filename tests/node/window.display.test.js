@@ -5,7 +5,7 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const path = require('node:path');
 const { test } = require('node:test');
-const { click, closeByUser, findWindow, pixel, processorTicks, run, waitGone, xdotool } = require('./desktop.js');
+const { click, closeByUser, findActiveWindow, findWindow, pixel, processorTicks, run, waitGone, xdotool } = require('./desktop.js');
 const { runMany, runScript, scratch, sleep, until } = require('./helpers.js');
 const { Program } = require('./program.js');
 
@@ -107,6 +107,22 @@ test('a handler that computes for two seconds: the window is painted meanwhile, 
     assert.equal(program.text(), 'busy 1\n', 'the handler was still running');
     assert.equal(colour, '#208040');
     await endOf(program, 'busy 1\ndone\ncount 1\n');
+});
+
+test('opening a window that is open brings it to the front', async () => {
+    const program = start(`
+        const [first, second] = ['First', 'Second'].map((title) => {
+            const window = new tarn.GuiWindow('Order.html');
+            window.setTitle(title);
+            window.open();
+            return window;
+        });
+        second.onPick = () => { console.log(first.open()); };
+        first.onPick = () => { first.close(); second.close(); };`);
+    await findWindow('First');
+    await clickLink(await findActiveWindow('Second'));
+    await clickLink(await findActiveWindow('First'));
+    await endOf(program, 'true\n');
 });
 
 test('a click while an async handler has not settled is dropped', async () => {

@@ -9,6 +9,7 @@
 
 #include <QImage>
 #include <QPixmapCache>
+#include <QPushButton>
 #include <atomic>
 #include <sstream>
 #include <thread>
@@ -259,6 +260,9 @@ TEST_F(ControlScript, ANamelessControlsObjectNeverStandsForTheWindow)
     NativeObjectRef held(static_cast<NativeObject*>(object));
     held->call("setText", {"label"});
     EXPECT_EQ(std::string(static_cast<guiHtmlControl*>(button)->getText().c_str()), "label");
+    held->call("setCaption", {"caption"});
+    EXPECT_EQ(std::string(static_cast<guiHtmlControl*>(button)->getText().c_str()), "caption");
+    EXPECT_EQ(static_cast<QPushButton*>(button->getChildWidget())->text(), "caption");
     window.setText("other");
     EXPECT_EQ(held->call("setText", {"<p>replaced</p>"}), NativeValue(false));
 }
