@@ -5,6 +5,7 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const path = require('node:path');
 const { after, before, test } = require('node:test');
+const { open } = require('./driven.js');
 const { packageFolder, runScript, scratch, until } = require('./helpers.js');
 
 const tarn = require(packageFolder);
@@ -176,4 +177,22 @@ test('a form outlives its page, and a control that is gone has no value', () => 
     empty.form.text = 'first';
     empty.load(path.join(scratch, 'forms.html'));
     assert.equal(empty.form.text, 'first');
+});
+
+test('the cursor stays behind a text that script makes longer while one types, and where it was otherwise', async () => {
+    const w = await open('<input type="text" name="line" onchange="event://onLine"><input type="button" name="paren" value="(" onclick="event://onParen">', {
+        onLine() { this.form.line = this.form.line.replace('x', '×'); },
+        onParen() {
+            this.setFocus('line');
+            this.form.line += '(';
+        },
+    });
+    await w.press('Tab, Space');
+    await w.type('2x3');
+    assert.equal(await w.value('line'), '(2×3');
+    await w.press('Home');
+    await w.type('x');
+    await w.type('1');
+    assert.equal(await w.value('line'), '×1(2×3');
+    await w.close();
 });
