@@ -55,7 +55,7 @@ export interface UserEvent {
     readonly type: string;
     /** The button of the mouse. */
     readonly button?: 'left' | 'middle' | 'right';
-    /** "A", "Left", "Return", "Space", "F1". */
+    /** "A", "Left", "Return", "Space", "Del", "Esc", "PgUp", "F1". */
     readonly key?: string;
     /** Those of "ctrl+alt+shift+meta" that are down, in this order; "" for none. */
     readonly modifiers: string;
@@ -708,7 +708,7 @@ export interface Mouse {
 
 /** The key that "eKey" is about. */
 export interface Keyboard {
-    /** "A", "Left", "Return", "Space", "F1". */
+    /** "A", "Left", "Return", "Space", "Del", "Esc", "PgUp", "F1". */
     readonly key: string;
     /** What it types, "" for a key that types nothing. */
     readonly text: string;
