@@ -1,9 +1,8 @@
 'use strict';
 // A colour in three ways at once, with sliders and fields, and a row of swatches to keep some. app.js [COLOUR...]
 //
-// There is one colour, `rgb`, and `hsv` beside it, since a gray has forgotten its hue. Whatever the user changes goes into these two,
-// and show() writes them into everything else. What script writes calls
-// onchange as well; session.event tells the user's changes from these.
+// There is one colour, `rgb`, and `hsv` beside it, since a gray has forgotten its hue. take() writes them into everything that shows
+// them. What script writes calls onchange as well; session.event tells the changes of the user from these.
 
 const { GuiWindow, clipboard, html, pickColorAsync, register } = require('../../host/node');
 const { fromHex, toHex, toHsv, toRgb } = require('./colors');
@@ -25,18 +24,14 @@ class ColorPicker extends GuiWindow {
         this.take(fromHex(colors[0]));
     }
 
-    take(rgb) {
-        this.rgb = rgb;
-        this.hsv = toHsv(rgb, this.hsv);
-        this.show();
-    }
-
-    show() {
-        const hex = toHex(this.rgb);
-        for (const [name, number] of Object.entries({ ...this.rgb, ...this.hsv })) this.form[name] = this.form[`${name}Slider`] = number;
+    /** The colour is this one from now on: everything shows it. */
+    take(rgb, hsv = toHsv(rgb, this.hsv)) {
+        Object.assign(this, { rgb, hsv });
+        const hex = toHex(rgb);
+        for (const [name, number] of Object.entries({ ...rgb, ...hsv })) this.form[name] = this.form[`${name}Slider`] = number;
         const typed = fromHex(this.form.hex); // "#369" stays as it is typed
         if (!typed || toHex(typed) !== hex) this.form.hex = hex;
-        const ink = 0.299 * this.rgb.Red + 0.587 * this.rgb.Green + 0.114 * this.rgb.Blue > 140 ? '#000000' : '#FFFFFF';
+        const ink = 0.299 * rgb.Red + 0.587 * rgb.Green + 0.114 * rgb.Blue > 140 ? '#000000' : '#FFFFFF';
         this.control('sample').setText(html`<table width="100%" height="100%"><tr><td height="100%" bgcolor="${hex}" align="center" valign="middle">
             <font size="5" color="${ink}">${hex}</font></td></tr></table>`);
     }
@@ -45,14 +40,10 @@ class ColorPicker extends GuiWindow {
     onPart({ event }, control) {
         const name = control.replace('Slider', '');
         const number = this.form[control];
-        if (!event || number === null) return; // show() has written it; the field is empty while one types
-        if (name in this.rgb) {
-            this.take({ ...this.rgb, [name]: number });
-        } else {
-            this.hsv = { ...this.hsv, [name]: number };
-            this.rgb = toRgb(this.hsv);
-            this.show();
-        }
+        if (!event || number === null) return; // take() has written it; the field is empty while one types
+        const hsv = { ...this.hsv, [name]: number };
+        if (name in this.rgb) this.take({ ...this.rgb, [name]: number });
+        else this.take(toRgb(hsv), hsv);
     }
 
     onHex({ event }) {
