@@ -1,12 +1,11 @@
 'use strict';
-// A curve of what was, newest on the right: a custom element, which draws when it is told of a value. <param name="color">
-
-const { CustomElement } = require('../../host/node');
+// A curve of what was, newest on the right: a custom element that draws when it is told of a value. <param name="title">, "color", "ground"
 
 const most = 120; // values that are shown
 
-class Chart extends CustomElement {
+class Chart {
     values = [];
+    words = '';
 
     /** A part of 1, and what to write above it. */
     add(value, words) {
@@ -16,19 +15,16 @@ class Chart extends CustomElement {
     }
 
     ePaint() {
-        const { toolkit } = this;
+        const { toolkit, values } = this;
         const { width, height } = toolkit.rect;
-        for (const part of [0.25, 0.5, 0.75]) toolkit.drawLine('#E6E9ED', 0, Math.round(height * part), width, Math.round(height * part), 1);
-        const xOf = (index) => width - (this.values.length - 1 - index) * width / (most - 1);
-        const curve = this.values.map((value, index) => [xOf(index), (height - 2) * (1 - value) + 1]);
+        for (let y = height / 4; y < height; y += height / 4) toolkit.drawLine('#E6E9ED', 0, y, width, y, 1);
+        const curve = values.map((value, index) => [width - (values.length - 1 - index) * width / (most - 1), (height - 2) * (1 - value) + 1]);
         toolkit.smooth = true;
-        if (curve.length > 1) {
-            toolkit.drawPolygon(this.ground, [...curve, [width, height], [xOf(0), height]]);
-            toolkit.drawPolyline(this.color, curve, 2);
-        }
+        toolkit.drawPolygon(this.ground, [...curve, [width, height], [curve[0][0], height]]);
+        toolkit.drawPolyline(this.color, curve, 2);
         toolkit.bold = true;
         toolkit.textColor = '#2A2F36';
-        toolkit.drawText(`${this.title}  ${this.words ?? ''}`, { left: 10, top: 6, width: width - 20, height: 20 });
+        toolkit.drawText(`${this.title}  ${this.words}`, { left: 10, top: 6, width: width - 20, height: 20 });
     }
 }
 
