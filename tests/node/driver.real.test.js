@@ -185,6 +185,20 @@ describe('type and press', () => {
         assert.deepEqual([shown.calls.map(([name, ...args]) => [name, args[0]]), await w.value('b')], [[['eMenu', 'save'], ['onEnter', 'enter']], '']);
     });
 
+    test('waits for a custom element that hears of one key after the other', async () => {
+        tarn.register('Keys', class {
+            typed = '';
+            eKey() {
+                for (const end = Date.now() + 30; Date.now() < end;);
+                this.typed += this.keyboard.text;
+            }
+        });
+        const w = await open('<object classid="Keys" name="keys" width="80" height="40"></object>');
+        await w.press('Tab');
+        await w.type('abcdefgh');
+        assert.equal(shown.window.control('keys').typed, 'abcdefgh');
+    });
+
     test('says that there are no such keys', async () => {
         const w = await open(fields);
         await fails(w.press('Ctrl+Foo'), 'press("Ctrl+Foo"): there are no such keys; "Ctrl+S", "Alt+F4", "Return", "Escape", "Tab", "F1" are some');
