@@ -40,10 +40,8 @@ class Calculator extends GuiWindow {
     onLine() {
         const { value } = this.outcome;
         this.last = value ?? this.last ?? 0;
-        this.show(html`<font color="${value === undefined ? '#9AA0A6' : '#1F2328'}" size="6">${inDigits(this.last)}</font>`);
+        this.control('result').setText(html`<font color="${value === undefined ? '#9AA0A6' : '#1F2328'}" size="6">${inDigits(this.last)}</font>`);
     }
-
-    show(markup) { this.control('result').setText(markup); }
 
     put(line) {
         this.form.line = line;
@@ -59,7 +57,7 @@ class Calculator extends GuiWindow {
         const { line } = this.form;
         const { value, problem } = this.outcome;
         if (value === undefined) {
-            this.show(html`<font color="#B3261E">${problem}</font>`);
+            this.control('result').setText(html`<font color="#B3261E">${problem}</font>`);
             return;
         }
         this.tape.unshift({ line, result: inDigits(value) });

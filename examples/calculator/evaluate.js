@@ -2,23 +2,14 @@
 // What a line such as "2 (3 + 4)^2" comes to. Each function reads one level of the grammar and leaves the rest of the line to the
 // one that called it: a sum of products of powers of values.
 
-const token = /\s*(?:(\d+\.?\d*(?:e[+-]?\d+)?|\.\d+)|(pi|sqrt|[-+*/^()%]))/iy;
+const token = /\d+\.?\d*(?:e[+-]?\d+)?|\.\d+|[a-z]+\d*(?::[a-z]+\d+)?|\S/g;
+const names = new Map([['pi', Math.PI], ...['sqrt', 'sin', 'cos', 'tan', 'abs', 'round'].map((name) => [name, Math[name]])]);
+const isWord = (sign) => /^[a-z]/.test(sign);
 
-/** The numbers and signs of a line; throws a SyntaxError that names what is neither. */
-function tokensOf(line) {
-    const tokens = [];
-    for (token.lastIndex = 0; /\S/.test(line.slice(token.lastIndex));) {
-        const rest = line.slice(token.lastIndex).trim();
-        const found = token.exec(line);
-        if (!found) throw new SyntaxError(`what is "${rest}"?`);
-        tokens.push(found[1] === undefined ? found[2].toLowerCase() : Number(found[1]));
-    }
-    return tokens;
-}
-
-/** The value of a line; throws a SyntaxError that says what is wrong with it. */
-function evaluate(line) {
-    const tokens = tokensOf(line);
+/** The value of a line; throws a SyntaxError that says what is wrong with it. `find`: what a word such as "pi", "a1" or "a1:b9" stands
+ * for: a number, a function of what follows, an array of arguments for one, or undefined. */
+function evaluate(line, find = (word) => names.get(word)) {
+    const tokens = (line.toLowerCase().match(token) ?? []).map((each) => (/\d/.test(each) && !isWord(each) ? Number(each) : each));
     const takes = (...signs) => (signs.includes(tokens[0]) ? tokens.shift() : undefined);
     const sum = () => {
         let value = product();
@@ -29,7 +20,7 @@ function evaluate(line) {
         for (let value = signed(); ;) {
             if (takes('*')) value *= signed();
             else if (takes('/')) value /= signed();
-            else if (['(', 'pi', 'sqrt'].includes(tokens[0])) value *= power(); // 2 (3 + 4)
+            else if (tokens[0] === '(' || isWord(tokens[0] ?? '')) value *= power(); // 2 (3 + 4)
             else return value;
         }
     };
@@ -39,17 +30,24 @@ function evaluate(line) {
         while (takes('%')) value /= 100;
         return takes('^') ? value ** signed() : value;
     };
-    const simple = () => {
-        if (takes('pi')) return Math.PI;
-        if (takes('sqrt')) return Math.sqrt(power());
-        if (typeof tokens[0] === 'number') return tokens.shift();
-        if (!takes('(')) throw new SyntaxError(`a number is missing ${tokens.length > 0 ? `before ${tokens[0]}` : 'at the end'}`);
-        const value = sum();
+    const list = () => { // in brackets, set apart by commas
+        const values = [];
+        do values.push(sum()); while (takes(','));
         if (!takes(')')) throw new SyntaxError('a ) is missing');
-        return value;
+        return values;
+    };
+    const simple = () => {
+        if (typeof tokens[0] === 'number') return tokens.shift();
+        if (takes('(')) return list().at(-1);
+        if (!isWord(tokens[0] ?? '')) throw new SyntaxError(`a number is missing ${tokens.length > 0 ? `before ${tokens[0]}` : 'at the end'}`);
+        const word = tokens.shift();
+        const found = find(word);
+        if (found === undefined) throw new SyntaxError(`what is "${word}"?`);
+        return typeof found === 'function' ? found(...(takes('(') ? list() : [power()]).flat()) : found;
     };
     const value = sum();
     if (tokens.length > 0) throw new SyntaxError(`what is ${tokens[0]} for?`);
+    if (typeof value !== 'number') throw new SyntaxError('a range is no number');
     return value;
 }
 

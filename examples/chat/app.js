@@ -52,7 +52,7 @@ class Chat extends GuiWindow {
     }
 
     listen() {
-        const server = net.createServer((socket) => this.talkWith(socket, () => {}));
+        const server = net.createServer((socket) => { this.talkWith(socket, () => {}); this.tell('Connected'); });
         server.on('error', ({ code, message }) => (code === 'EADDRINUSE' ? this.connect() : this.tell(message))); // somebody was faster
         server.listen(file, () => {
             this.server = server;

@@ -1,0 +1,59 @@
+'use strict';
+// A spreadsheet of 100 x 100 cells with formulas such as =SUM(A1:A9) / 2, kept in a file. app.js [FILE]
+
+const fs = require('node:fs');
+const os = require('node:os');
+const path = require('node:path');
+const { GuiWindow, html, register } = require('../../host/node');
+const { nameOf } = require('./cells');
+const { Grid } = require('./grid');
+
+register('Grid', Grid);
+const file = process.argv[2] ?? path.join(os.tmpdir(), 'tarn-spreadsheet.json');
+
+class Spreadsheet extends GuiWindow {
+    constructor() {
+        super('spreadsheet.html');
+        this.grid = this.control('grid');
+        this.cells = this.grid.cells;
+        if (fs.existsSync(file)) this.cells.texts = JSON.parse(fs.readFileSync(file, 'utf8'));
+        this.field = this.control('formula');
+        this.setFocus('grid');
+    }
+
+    ePostOpen() { this.grid.go(0, 0); }
+
+    textOf(name) { return this.cells.texts[name] ?? ''; }
+
+    /** Another cell is the current one: what the field has belongs to the one before. */
+    onAt() {
+        if (this.name && this.field.value !== this.textOf(this.name)) {
+            this.cells.set(this.name, this.field.value);
+            fs.writeFileSync(file, JSON.stringify(this.cells.texts, null, 2));
+        }
+        this.name = nameOf(this.grid.at);
+        this.control('name').setText(html`<b>${this.name}</b>`);
+        this.field.setText(this.textOf(this.name));
+        this.control('status').setText(html`${this.cells.value(this.name).message ?? ''}`);
+    }
+
+    /** Goes on in the field: with all of it, or with what was typed in the grid, where more may come before the field has the keyboard. */
+    edit(text) {
+        const before = text === undefined || this.getFocus() === 'formula' ? this.field.value : '';
+        this.field.setText(''); // so that the cursor is behind what comes now
+        this.setFocus('formula');
+        this.field.setText(before + (text ?? ''));
+    }
+
+    eMenu(session, item) {
+        const [column, row] = this.grid.at;
+        if (item === 'quit') this.close();
+        if (item !== 'take') this.field.setText(item === 'clear' ? '' : this.textOf(this.name));
+        this.grid.go(column, row + (item === 'take'));
+        this.setFocus('grid');
+    }
+
+    onEnter() { this.eMenu(null, 'take'); }
+}
+
+new Spreadsheet().showAsync();
