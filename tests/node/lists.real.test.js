@@ -276,3 +276,13 @@ test('Tab in a text that is changed goes on to the next one of its row', async (
     assert.deepEqual((await w.rows('names'))[0].texts, ['first', '2', 'three']);
     await w.close();
 });
+
+test('keys go on from the row that script has selected', async () => {
+    for (const [multiple, keys, selected] of [['', 'Down', ['c']], ['multiple', 'Down, Space', ['b', 'c']]]) {
+        const w = await open(`<object classid="listview" name="names" ${multiple}><param value="a" text1="1"><param value="b" text1="2"><param value="c" text1="3"></object>`, { eSelect() {} });
+        await w.press('Home');
+        shown.window.control('names').selection = ['b'];
+        await w.press(keys);
+        assert.deepEqual(shown.window.control('names').selection, selected, multiple);
+    }
+});
