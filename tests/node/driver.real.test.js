@@ -185,6 +185,15 @@ describe('type and press', () => {
         assert.deepEqual([shown.calls.map(([name, ...args]) => [name, args[0]]), await w.value('b')], [[['eMenu', 'save'], ['onEnter', 'enter']], '']);
     });
 
+    test('a button has the caption that script gives it', async () => {
+        const w = await open('<form><input type="button" name="play" value="Play" onclick="event://onPlay"></form>', {
+            onPlay() { this.control('play').setCaption('Pause'); },
+        });
+        await w.press('Space');
+        assert.equal(await w.text('play'), 'Pause');
+        await w.click('Pause');
+    });
+
     test('waits for a custom element that hears of one key after the other', async () => {
         tarn.register('Keys', class {
             typed = '';
