@@ -81,7 +81,7 @@ class Chat extends GuiWindow {
         this.control('said').setText(html`<body bgcolor="#FFFFFF" text="#1F2328" valign="top"><table width="100%" cellpadding="12"><tr><td>${this.said}</td></tr></table></body>`);
     }
 
-    tell(words) { this.control('status').setText(html`${words}`); }
+    tell(words) { this.control('status').setText(words); }
 
     onSend() {
         const message = { from: name, text: this.form.text.trim() };

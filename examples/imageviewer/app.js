@@ -66,7 +66,7 @@ class ImageViewer extends GuiWindow {
         this.tell(`${place}    ${width} x ${height} pixels    ${Math.round(100 * scale)} %`);
     }
 
-    tell(words) { this.control('status').setText(html`${words}`); }
+    tell(words) { this.control('status').setText(words); }
 
     go(step) {
         const index = Math.min(Math.max(this.names.indexOf(this.name) + step, 0), this.names.length - 1);

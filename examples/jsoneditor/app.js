@@ -51,7 +51,7 @@ class JsonEditor extends tarn.GuiWindow {
         this.onSelect();
     }
 
-    onSelect() { this.control('status').setText(tarn.html`${['document', ...this.entry().place].join(' / ')}`); }
+    onSelect() { this.control('status').setText(['document', ...this.entry().place].join(' / ')); }
 
     /** { id, owner, key, value } of a row, without an owner for the uppermost one. */
     entry(id = this.control('tree').selection[0] ?? '[]') {

@@ -34,7 +34,7 @@ class Spreadsheet extends GuiWindow {
         this.name = nameOf(this.grid.at);
         this.control('name').setText(html`<b>${this.name}</b>`);
         this.field.setText(this.textOf(this.name));
-        this.control('status').setText(html`${this.cells.value(this.name).message ?? ''}`);
+        this.control('status').setText(this.cells.value(this.name).message ?? '');
     }
 
     /** Goes on in the field: with all of it, or with what was typed in the grid, where more may come before the field has the keyboard. */
