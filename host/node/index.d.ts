@@ -371,7 +371,13 @@ export type AnyControl = GuiControl & { [member: string]: any };
  *
  *     window.control<TextControl>('who')?.setText('Ada');
  */
-export interface TextControl extends GuiControl {}
+export interface TextControl extends GuiControl {
+    /**
+     * Selects the text from one place to another, counted as JavaScript counts a string, and scrolls to the second, where the cursor
+     * goes; without an end only that. In a field that is in a window.
+     */
+    select(start: number, end?: number): null;
+}
 
 /** A push button, a check box or a radio button: `<input>` of the types button, submit, reset, checkbox and radio. */
 export interface ButtonControl extends GuiControl {
