@@ -22,7 +22,6 @@ class Spreadsheet extends GuiWindow {
     }
 
     ePostOpen() { this.grid.go(0, 0); }
-
     textOf(name) { return this.cells.texts[name] ?? ''; }
 
     /** Another cell is the current one: what the field has belongs to the one before. */
@@ -40,9 +39,9 @@ class Spreadsheet extends GuiWindow {
     /** Goes on in the field: with all of it, or with what was typed in the grid, where more may come before the field has the keyboard. */
     edit(text) {
         const before = text === undefined || this.getFocus() === 'formula' ? this.field.value : '';
-        this.field.setText(''); // so that the cursor is behind what comes now
         this.setFocus('formula');
         this.field.setText(before + (text ?? ''));
+        this.field.select(this.field.value.length);
     }
 
     eMenu(session, item) {
@@ -52,7 +51,6 @@ class Spreadsheet extends GuiWindow {
         this.grid.go(column, row + (item === 'take'));
         this.setFocus('grid');
     }
-
     onEnter() { this.eMenu(null, 'take'); }
 }
 

@@ -9,7 +9,7 @@ const letters = [...'ABCDEFGHIJKLMNOPQRSTUVWXYZ'];
 const columns = ['', ...letters].flatMap((first) => letters.map((letter) => first + letter)).slice(0, most); // A to Z, AA to CV
 const nameOf = ([column, row]) => `${columns[column]}${row + 1}`;
 const sum = (...values) => values.reduce((total, each) => total + each, 0);
-const functions = { sum, average: (...values) => sum(...values) / values.length, min: Math.min, max: Math.max, count: (...values) => values.length };
+const functions = { __proto__: null, sum, average: (...values) => sum(...values) / values.length, min: Math.min, max: Math.max, count: (...values) => values.length };
 
 class Cells {
     texts = {}; // by names: "A1"
@@ -25,14 +25,16 @@ class Cells {
         if (this.#values.has(name)) return this.#values.get(name);
         this.#values.set(name, new SyntaxError(`${name} depends on itself`)); // so say those that ask while it is worked out
         const text = this.texts[name] ?? '';
-        let value = text.trim() === '' || Number.isNaN(Number(text)) ? text : Number(text);
+        this.#values.set(name, text.startsWith('=') ? this.#formula(text.slice(1)) : text.trim() === '' || Number.isNaN(Number(text)) ? text : Number(text));
+        return this.#values.get(name);
+    }
+
+    #formula(text) {
         try {
-            if (text.startsWith('=')) value = evaluate(text.slice(1), (word) => (Object.hasOwn(functions, word) ? functions[word] : this.#find(word.toUpperCase())));
+            return evaluate(text, (word) => functions[word] ?? this.#find(word.toUpperCase()));
         } catch (error) {
-            value = error;
+            return error;
         }
-        this.#values.set(name, value);
-        return value;
     }
 
     /** "A1" is a number, "A1:B9" all numbers in there. */
