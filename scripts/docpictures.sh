@@ -13,7 +13,7 @@ root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd) || exit 1
 work=$(mktemp -d) || exit 1
 trap 'rm -rf -- "$work"' EXIT
 
-mapfile -t programs < <(cd -- "$root/examples" && ls -d -- */app.js | sed 's|/.*||')
+mapfile -t programs < <(cd -- "$root/examples" && printf '%s\n' */app.js | sed 's|/.*||')
 most_pixels=40 # that may differ: a cursor is one pixel wide
 
 # A folder whose files have the same names, sizes and days wherever the picture is taken.

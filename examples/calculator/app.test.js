@@ -7,9 +7,12 @@ const { launch } = require('../../host/node/test');
 const { evaluate } = require('./evaluate');
 
 test('lines come to what they should', () => {
-    const lines = { '1 + 2 * 3': 7, '(1 + 2) * 3': 9, '2 (3 + 4)^2': 98, '-2^2': -4, '2^3^2': 512, '2^-1': 0.5, '50%': 0.5, '200 * 15%': 30, 'sqrt 16 + 1': 5, '7 - 2 / 4': 6.5, '1e3': 1000, '.5': 0.5, '2pi': 2 * Math.PI, 'round(sin pi)': 0, 'PI / pi': 1 };
+    const lines = { '1 + 2 * 3': 7, '(1 + 2) * 3': 9,
+        '2 (3 + 4)^2': 98, '-2^2': -4, '2^3^2': 512, '2^-1': 0.5, '50%': 0.5, '200 * 15%': 30,
+        'sqrt 16 + 1': 5, '7 - 2 / 4': 6.5, '1e3': 1000, '.5': 0.5, '2pi': 2 * Math.PI, 'round(sin pi)': 0, 'PI / pi': 1 };
     for (const [line, value] of Object.entries(lines)) assert.equal(evaluate(line), value, line);
-    const wrong = { '2 +': 'a number is missing at the end', '(1': 'a ) is missing', '1 2': 'what is 2 for?', '1 + x': 'what is "x"?', '1 $ 2': 'what is $ for?', 'sqrt': 'a number is missing at the end', '* 2': 'a number is missing before *', '': 'a number is missing at the end' };
+    const wrong = { '2 +': 'a number is missing at the end', '(1': 'a ) is missing', '1 2': 'what is 2 for?',
+        '1 + x': 'what is "x"?', '1 $ 2': 'what is $ for?', 'sqrt': 'a number is missing at the end', '* 2': 'a number is missing before *', '': 'a number is missing at the end' };
     for (const [line, message] of Object.entries(wrong)) assert.throws(() => evaluate(line), { name: 'SyntaxError', message }, line);
 });
 

@@ -15,7 +15,8 @@ test('cells come to what they should', () => {
     for (const [name, text] of Object.entries(typed)) cells.set(name, text);
     const values = { B1: 5.5, B2: 11, B3: 5, B4: 30.25, CV100: 30.25, A3: 'tea', C7: 4, C8: 0 };
     for (const [name, value] of Object.entries(values)) assert.equal(cells.value(name), value, name);
-    const wrong = { C1: 'A3 is no number', C2: 'what is "cw1"?', C3: 'a range is no number', C4: 'C4 depends on itself', E4: 'C4 depends on itself', C5: 'A3 is no number', C6: 'what is "a101"?', C9: 'a ) is missing' };
+    const wrong = { C1: 'A3 is no number', C2: 'what is "cw1"?', C3: 'a range is no number',
+        C4: 'C4 depends on itself', E4: 'C4 depends on itself', C5: 'A3 is no number', C6: 'what is "a101"?', C9: 'a ) is missing' };
     for (const [name, message] of Object.entries(wrong)) assert.equal(cells.value(name).message, message, name);
     cells.set('E4', '7');
     assert.deepEqual([cells.value('C4'), cells.value('D4')], [7, 7], 'all is worked out anew');

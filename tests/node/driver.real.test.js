@@ -198,7 +198,7 @@ describe('type and press', () => {
         tarn.register('Keys', class {
             typed = '';
             eKey() {
-                for (const end = Date.now() + 30; Date.now() < end;);
+                for (const until = Date.now() + 30; Date.now() < until;);
                 this.typed += this.keyboard.text;
             }
         });
