@@ -4,9 +4,11 @@
 // A row is called by its path in the document, itself written as JSON: '["towns",0,"name"]'.
 
 const fs = require('node:fs');
+const os = require('node:os');
 const path = require('node:path');
 const tarn = require('../../host/node');
 
+const sample = path.join(os.tmpdir(), 'towns.json');
 const filters = [{ name: 'JSON', patterns: ['*.json'] }];
 const isGroup = (value) => typeof value === 'object' && value !== null;
 const kindOf = (value) => (value === null ? 'null' : Array.isArray(value) ? 'array' : typeof value);
@@ -119,4 +121,5 @@ class JsonEditor extends tarn.GuiWindow {
     eClose() { return this.mayForget(); }
 }
 
-new JsonEditor(process.argv[2] ?? path.join(__dirname, 'towns.json')).showAsync();
+if (process.argv[2] === undefined) fs.copyFileSync(path.join(__dirname, 'towns.json'), sample);
+new JsonEditor(process.argv[2] ?? sample).showAsync();

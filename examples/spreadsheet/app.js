@@ -12,16 +12,15 @@ register('Grid', Grid);
 const file = process.argv[2] ?? path.join(os.tmpdir(), 'tarn-spreadsheet.json');
 
 class Spreadsheet extends GuiWindow {
-    constructor() {
-        super('spreadsheet.html');
+    ePostOpen() {
         this.grid = this.control('grid');
-        this.cells = this.grid.cells;
-        if (fs.existsSync(file)) this.cells.texts = JSON.parse(fs.readFileSync(file, 'utf8'));
         this.field = this.control('formula');
+        if (fs.existsSync(file)) this.cells.texts = JSON.parse(fs.readFileSync(file, 'utf8'));
         this.setFocus('grid');
+        this.grid.go(0, 0);
     }
 
-    ePostOpen() { this.grid.go(0, 0); }
+    get cells() { return this.grid.cells; }
     textOf(name) { return this.cells.texts[name] ?? ''; }
 
     /** Another cell is the current one: what the field has belongs to the one before. */
@@ -54,4 +53,4 @@ class Spreadsheet extends GuiWindow {
     onEnter() { this.eMenu(null, 'take'); }
 }
 
-new Spreadsheet().showAsync();
+new Spreadsheet('spreadsheet.html').showAsync();

@@ -5,8 +5,7 @@
 const { evaluate } = require('../calculator/evaluate');
 
 const most = 100; // columns and rows
-const letters = [...'ABCDEFGHIJKLMNOPQRSTUVWXYZ'];
-const columns = ['', ...letters].flatMap((first) => letters.map((letter) => first + letter)).slice(0, most); // A to Z, AA to CV
+const columns = ['', ...'ABC'].flatMap((first) => [...'ABCDEFGHIJKLMNOPQRSTUVWXYZ'].map((letter) => first + letter)).slice(0, most); // A to CV
 const nameOf = ([column, row]) => `${columns[column]}${row + 1}`;
 const sum = (...values) => values.reduce((total, each) => total + each, 0);
 const functions = { __proto__: null, sum, average: (...values) => sum(...values) / values.length, min: Math.min, max: Math.max, count: (...values) => values.length };
@@ -25,16 +24,14 @@ class Cells {
         if (this.#values.has(name)) return this.#values.get(name);
         this.#values.set(name, new SyntaxError(`${name} depends on itself`)); // so say those that ask while it is worked out
         const text = this.texts[name] ?? '';
-        this.#values.set(name, text.startsWith('=') ? this.#formula(text.slice(1)) : text.trim() === '' || Number.isNaN(Number(text)) ? text : Number(text));
-        return this.#values.get(name);
-    }
-
-    #formula(text) {
+        let value = text.trim() === '' || Number.isNaN(Number(text)) ? text : Number(text);
         try {
-            return evaluate(text, (word) => functions[word] ?? this.#find(word.toUpperCase()));
+            if (text.startsWith('=')) value = evaluate(text.slice(1), (word) => functions[word] ?? this.#find(word.toUpperCase()));
         } catch (error) {
-            return error;
+            value = error;
         }
+        this.#values.set(name, value);
+        return value;
     }
 
     /** "A1" is a number, "A1:B9" all numbers in there. */

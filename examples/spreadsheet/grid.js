@@ -40,11 +40,11 @@ class Grid {
                 const isHead = row < first[1] || column < first[0];
                 const [left, top] = [side + (column - first[0]) * wide, (row - first[1] + 1) * high];
                 const value = !isHead ? this.cells.value(nameOf([column, row])) : row >= first[1] ? row + 1 : column >= first[0] ? columns[column] : '';
-                const text = value instanceof Error ? '#ERROR' : typeof value === 'number' ? Number(value.toPrecision(8)) : value.replaceAll(' ', '\u00A0');
+                const [text, color, align] = value instanceof Error ? ['#ERROR', '#B3261E', toolkit.XLEFT] : typeof value === 'number'
+                    ? [String(Number(value.toPrecision(8))), '#1F2328', toolkit.XRIGHT] : [value.replaceAll(' ', '\u00A0'), '#1F2328', toolkit.XLEFT];
                 toolkit.fill(isHead ? '#EEF0F3' : column === at[0] && row === at[1] ? '#CFE2FF' : '#FFFFFF', { left, top, width: wide - 1, height: high - 1 });
-                toolkit.textColor = value instanceof Error ? '#B3261E' : isHead ? '#57606A' : '#1F2328';
-                const align = isHead && column >= first[0] ? toolkit.XCENTER : typeof value === 'number' ? toolkit.XRIGHT : toolkit.XLEFT;
-                toolkit.drawText(String(text), { left: left + 5, top: top + 3, width: wide - 10, height: high - 6 }, align);
+                toolkit.textColor = isHead ? '#57606A' : color;
+                toolkit.drawText(text, { left: left + 5, top: top + 3, width: wide - 10, height: high - 6 }, isHead && column >= first[0] ? toolkit.XCENTER : align);
             }
         }
     }
