@@ -43,14 +43,15 @@ class Spreadsheet extends GuiWindow {
         this.field.select(this.field.value.length);
     }
 
+    /** All but "undo" take what the field has: that is what going to a cell does, be it the same one. */
     eMenu(session, item) {
-        const [column, row] = this.grid.at;
-        if (item === 'quit') this.close();
-        if (item !== 'take') this.field.setText(item === 'clear' ? '' : this.textOf(this.name));
-        this.grid.go(column, row + (item === 'take'));
+        if (item === 'undo' || item === 'clear') this.field.setText(item === 'clear' ? '' : this.textOf(this.name));
+        this.grid.go(this.grid.at[0], this.grid.at[1] + (item === 'take'));
         this.setFocus('grid');
+        if (item === 'quit') this.close();
     }
     onEnter() { this.eMenu(null, 'take'); }
+    eClose() { this.onAt(); }
 }
 
 new Spreadsheet('spreadsheet.html').showAsync();
