@@ -62,6 +62,10 @@ public:
     /// What the field holds now.
     sstring getText() override;
 
+    /// Selects the text between two places, in units from its begin, as far as there is text, and scrolls to the
+    /// second; the cursor is there. Does nothing outside of a window.
+    void select(double start, double end);
+
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
     bool keepsHeight() const override { return m_shape.rows <= 1; }
@@ -78,6 +82,7 @@ public:
     virtual void onChange(sstring const& text);
 
 protected:
+    void addScriptMethods(ScriptObject* object) override;
     sstring findMistake() override;
     /// One for files keeps its widget, which has a dialog.
     bool isOfFrequentKind() const override { return m_shape.rows >= 1 && m_shape.type != kEditFile; }

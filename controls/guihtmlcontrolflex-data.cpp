@@ -237,6 +237,8 @@ void guiHtmlControlFlex::setSelection(guiPackedRows const& values)
     std::set<guiRowNumber> const before = selectedRows();
     std::set<guiRowNumber> wanted = rowsOf(values);
     std::erase_if(wanted, [this](guiRowNumber row) { return !isRowEnabled(row); });
+    if (m_listView && wanted.size() == 1)
+        m_listView->setCurrentRow(*wanted.begin()); // keys go on from there
     selectOnly(std::move(wanted));
     if (selectedRows() != before)
         onSelect();

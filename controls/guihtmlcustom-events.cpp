@@ -17,7 +17,24 @@ namespace {
 constexpr char kMove[] = "eMouseMove";
 constexpr char kWheel[] = "eMouseWheel";
 
+int theTelling = 0; // GUI thread
+
+/// While an element's handler runs or others of it wait; it may go meanwhile.
+struct tellingScope
+{
+    tellingScope() { ++theTelling; }
+    ~tellingScope() { --theTelling; }
+    tellingScope(tellingScope const&) = delete;
+    tellingScope& operator=(tellingScope const&) = delete;
+};
+
 } // namespace
+
+int guiHtmlCustom::tellingCount()
+{
+    assertOnGuiThread();
+    return theTelling;
+}
 
 void guiHtmlCustom::onCallback()
 {
@@ -101,6 +118,7 @@ void guiHtmlCustom::tell(char const* name)
     queue({name, mx.mouseX, mx.mouseY, m_nextInput});
     if (std::exchange(m_isTelling, true))
         return;
+    tellingScope const scope;
     guiNodeWatch const self(this);
     while (self.alive() && !m_waiting.empty()) {
         happening const next = std::move(m_waiting.front());

@@ -113,6 +113,8 @@ public:
     void onMouseWheel(int x, int y);
     /// Whether the instance has a handler for the wheel.
     bool hearsWheel();
+    /// How many elements have a handler that runs. GUI thread.
+    static int tellingCount();
     void onKey();
     void onFocus(bool hasFocus);
     /// A click gives the element the keyboard, if it hears of keys.

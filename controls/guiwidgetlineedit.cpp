@@ -21,11 +21,13 @@ guiWidgetLineEdit::guiWidgetLineEdit(QWidget* parent) : QLineEdit(parent)
 void guiWidgetLineEdit::replaceText(QString const& text)
 {
     int const cursor = cursorPosition();
+    bool const staysAtEnd = hasFocus() && cursor == static_cast<int>(this->text().size()); // a script types behind it
     if (m_limit)
         m_limit->accept(text);
     selectAll();
     insert(text);
-    setCursorPosition(cursor); // which the toolkit limits
+    if (!staysAtEnd)
+        setCursorPosition(cursor); // which the toolkit limits
 }
 
 void guiWidgetLineEdit::setMost(int characters)

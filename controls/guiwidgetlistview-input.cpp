@@ -40,6 +40,34 @@ bool guiWidgetListView::editByKey(QKeyEvent* event)
     return QAbstractItemView::edit(cell, AllEditTriggers, event);
 }
 
+/// The next cell of the row that may be changed, as columns stand; none when there is no further one.
+QModelIndex guiWidgetListView::editableBeside(QModelIndex cell, int step) const
+{
+    guiRowNumber const row = m_model->rowOf(cell);
+    for (int visual = m_header->visualIndex(cell.column()) + step; visual >= 0 && visual < m_header->count();
+         visual += step)
+        if (QModelIndex const next = m_model->indexOf(row, m_header->logicalIndex(visual));
+            m_model->flags(next) & Qt::ItemIsEditable)
+            return next;
+    return {};
+}
+
+/// Tab and Shift+Tab in a text go on to the next one of the row. The toolkit would go to another row.
+void guiWidgetListView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    int const step = hint == QAbstractItemDelegate::EditNextItem       ? 1
+                     : hint == QAbstractItemDelegate::EditPreviousItem ? -1
+                                                                       : 0;
+    if (step == 0)
+        return QAbstractItemView::closeEditor(editor, hint);
+    QModelIndex const next = editableBeside(indexAt(editor->geometry().center()), step);
+    QAbstractItemView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    if (!next.isValid())
+        return;
+    scrollTo(next);
+    QAbstractItemView::edit(next, AllEditTriggers, nullptr);
+}
+
 /// Return is the list's own if the page wants to hear of it there.
 bool guiWidgetListView::activateByKey(int key)
 {

@@ -8,6 +8,7 @@
 #include "controls/guilistorder.h"
 #include "controls/guinotices.h"
 
+#include <QAbstractItemDelegate>
 #include <QAbstractItemView>
 #include <QBasicTimer>
 #include <QElapsedTimer>
@@ -139,6 +140,7 @@ protected:
     void rowsAboutToBeRemoved(QModelIndex const& parent, int first, int last) override;
     void currentChanged(QModelIndex const& current, QModelIndex const& previous) override;
     void selectionChanged(QItemSelection const& selected, QItemSelection const& deselected) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
     friend class guiCheckListItem;
@@ -196,6 +198,7 @@ private:
     void paintFocus(QPainter& painter, paintedRow const& row);
 
     // Input
+    QModelIndex editableBeside(QModelIndex cell, int step) const;
     void hover(guiRowNumber row);
     bool isOnBranch(QPoint const& point) const;
     bool toggleBranchAt(QPoint const& point);

@@ -2,6 +2,7 @@
 #include "runtime/guidriver.h"
 
 #include "controls/guihtmlcontrol.h"
+#include "controls/guihtmlcustom.h"
 #include "foundation/vela-qt.h"
 #include "foundation/vela-threadrole.h"
 #include "runtime/gui.h"
@@ -172,7 +173,7 @@ QJsonObject state(guiHtml* page) TARN_ON(velaGuiRole)
     guiHtml* const living = page && pGUI->contains(page) ? page : nullptr;
     QJsonObject answer{{"windows", guiDriver_windows()},
                        {"isBusy", pGUI->getThread()->isInputBlocked()},
-                       {"promises", static_cast<int>(guiPromises_count())}};
+                       {"promises", static_cast<int>(guiPromises_count()) + guiHtmlCustom::tellingCount()}};
     QWidget* const window = living ? living->getTopLevelWidget() : nullptr;
     if (window && window->isVisible() && window->windowHandle() && window->windowHandle()->isExposed())
         answer["window"] = guiDriver_idOf(window);

@@ -92,7 +92,9 @@ void guiDriver_press(QWidget* window, QKeySequence const& keys)
     assertOnGuiThread();
     for (int i = 0; i < keys.count(); ++i) {
         QKeyCombination const each = keys[static_cast<uint>(i)];
-        postKey(window, each.key(), each.keyboardModifiers(), textOf(each.key(), each.keyboardModifiers()));
+        bool const isBack = each.key() == Qt::Key_Tab && each.keyboardModifiers() & Qt::ShiftModifier; // as displays do
+        postKey(window, isBack ? int{Qt::Key_Backtab} : each.key(), each.keyboardModifiers(),
+                textOf(each.key(), each.keyboardModifiers()));
     }
 }
 

@@ -1,23 +1,25 @@
 #!/usr/bin/env bash
-# docpictures.sh [--check] [NAME...]: takes the pictures of the documents and of examples/README.md, on the display it is given:
+# docpictures.sh [--check | --to FOLDER] [NAME...]: takes the pictures of the documents and of examples/README.md, on the display it is
+# given:
 #
 #     tests/e2e/with-display.sh scripts/docpictures.sh
 #
-# One for each page docs/pictures/NAME.html, beside it, and one for each program below. With --check nothing is written: the
-# pages must look as they are pictured, but for a cursor that blinks.
+# One for each page docs/pictures/NAME.html, beside it, and one for each program of examples/ that has one or has a test; where
+# there is a picture.js, it opens the program with something in it to be seen. With --check nothing is written: the pages must look
+# as they are pictured, but for a cursor that blinks. With --to only programs are pictured, into that folder.
 set -u
 root=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd) || exit 1
 . "$root/scripts/window.sh"
 work=$(mktemp -d) || exit 1
 trap 'rm -rf -- "$work"' EXIT
 
-programs=(gallery filemanager mail preferences)
+mapfile -t programs < <(cd -- "$root/examples" && printf '%s\n' */app.js | sed 's|/.*||')
 most_pixels=40 # that may differ: a cursor is one pixel wide
 
 # A folder whose files have the same names, sizes and days wherever the picture is taken.
 make_files() {
     local name
-    mkdir -p "$work/home/letters/2026" "$work/home/pictures" || return
+    mkdir -p "$work/tmp" "$work/home/letters/2026" "$work/home/pictures" || return
     for name in guide.txt 'photo 2.png' 'photo 10.png' notes.txt; do
         head -c $((${#name} * 4321)) /dev/zero >"$work/home/$name"
     done
@@ -28,6 +30,7 @@ make_files() {
 take_picture() {
     local out=$1 window
     shift
+    export TMPDIR=$work/tmp
     start_app "$@"
     window=$(wait_for_window) || exit
     wait_until_still "$window"
@@ -54,10 +57,16 @@ picture_page() {
 }
 
 picture_program() {
-    local arguments=()
+    local folder=$root/examples/$1 app=app.js arguments=()
+    [ ! -f "$folder/picture.js" ] || app=picture.js
+    # A Node.js without SQLite shows the line that says so; that is not what is kept.
+    if [ "$1" = sqlitebrowser ] && [ -z "$to" ] && ! node -e 'require("node:sqlite")' 2>/dev/null; then
+        printf 'not pictured, since this Node.js has no SQLite: %s\n' "$1" >&2
+        return
+    fi
     [ "$1" != filemanager ] || arguments=("$work/home")
     [ "$1" != preferences ] || arguments=("$work/preferences.json")
-    take_picture "$root/examples/$1/$1.png" "$root/examples/$1/app.js" "${arguments[@]}"
+    take_picture "${to:-$folder}/$1.png" "$folder/$app" "${arguments[@]}"
 }
 
 # The inspector beside a small window of which it describes a field.
@@ -82,15 +91,19 @@ picture_inspector() {
 }
 
 check=
+to=
 [ "${1-}" != --check ] || { check=yes && shift; }
+[ "${1-}" != --to ] || { to=$2 && shift 2; }
 make_files || exit
 for page in "$root"/docs/pictures/*.html; do
     name=$(basename "$page" .html)
+    [ -z "$to" ] || break
     [ $# -eq 0 ] || [[ " $* " == *" $name "* ]] || continue
     picture_page "$name"
 done
 [ -z "$check" ] || exit 0
 for name in "${programs[@]}"; do
+    [ -f "$root/examples/$name/$name.png" ] || [ -f "$root/examples/$name/app.test.js" ] || continue
     [ $# -eq 0 ] || [[ " $* " == *" $name "* ]] || continue
     picture_program "$name"
 done

@@ -127,7 +127,7 @@ sum_results() {
             return substr($0, RSTART + length(key) + 3, RLENGTH - length(key) - 4)
         }
         /<testcase / {
-            isNode = word("name") ~ /^node\./
+            isNode = word("name") ~ /^(node|Example)\./
             isOk = word("status") == "run"
             ownSkip = pass = fail = skip = 0
         }

@@ -55,7 +55,7 @@ export interface UserEvent {
     readonly type: string;
     /** The button of the mouse. */
     readonly button?: 'left' | 'middle' | 'right';
-    /** "A", "Left", "Return", "Space", "F1". */
+    /** "A", "Left", "Return", "Space", "Del", "Esc", "PgUp", "F1". */
     readonly key?: string;
     /** Those of "ctrl+alt+shift+meta" that are down, in this order; "" for none. */
     readonly modifiers: string;
@@ -374,7 +374,13 @@ export type AnyControl = GuiControl & { [member: string]: any };
  *
  *     window.control<TextControl>('who')?.setText('Ada');
  */
-export interface TextControl extends GuiControl {}
+export interface TextControl extends GuiControl {
+    /**
+     * Selects the text from one place to another, counted as JavaScript counts a string, and scrolls to the second, where the cursor
+     * goes; without an end only that. In a field that is in a window.
+     */
+    select(start: number, end?: number): null;
+}
 
 /** A push button, a check box or a radio button: `<input>` of the types button, submit, reset, checkbox and radio. */
 export interface ButtonControl extends GuiControl {
@@ -711,7 +717,7 @@ export interface Mouse {
 
 /** The key that "eKey" is about. */
 export interface Keyboard {
-    /** "A", "Left", "Return", "Space", "F1". */
+    /** "A", "Left", "Return", "Space", "Del", "Esc", "PgUp", "F1". */
     readonly key: string;
     /** What it types, "" for a key that types nothing. */
     readonly text: string;

@@ -42,9 +42,8 @@ function offered(object) {
 
 const elements = {
     GuiControl: ['<table name="it"><tr><td>x</td></tr></table>', '<img name="it" src="none.png" width="9" height="9">',
-        '<form name="it">x</form>', '<input type="text" name="it">', '<input type="password" name="it">',
-        '<input type="file" name="it">', '<input type="hidden" name="it">', '<input type="image" name="it">',
-        '<textarea name="it">x</textarea>'],
+        '<form name="it">x</form>', '<input type="hidden" name="it">', '<input type="image" name="it">'],
+    TextControl: [...['text', 'search', 'password', 'file'].map((type) => `<input type="${type}" name="it">`), '<textarea name="it">x</textarea>'],
     ButtonControl: ['button', 'submit', 'reset', 'checkbox', 'radio'].map((type) => `<input type="${type}" name="it">`),
     ListControl: ['<select name="it"><option>x</select>', '<select name="it" size="3"><option>x</select>'],
     FlexListControl: ['flexlist', 'checklist', 'listview', 'treeview'].map((kind) => `<object classid="${kind}" name="it"></object>`),

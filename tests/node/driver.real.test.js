@@ -185,6 +185,29 @@ describe('type and press', () => {
         assert.deepEqual([shown.calls.map(([name, ...args]) => [name, args[0]]), await w.value('b')], [[['eMenu', 'save'], ['onEnter', 'enter']], '']);
     });
 
+    test('a button has the caption that script gives it', async () => {
+        const w = await open('<form><input type="button" name="play" value="Play" onclick="event://onPlay"></form>', {
+            onPlay() { this.control('play').setCaption('Pause'); },
+        });
+        await w.press('Space');
+        assert.equal(await w.text('play'), 'Pause');
+        await w.click('Pause');
+    });
+
+    test('waits for a custom element that hears of one key after the other', async () => {
+        tarn.register('Keys', class {
+            typed = '';
+            eKey() {
+                for (const until = Date.now() + 30; Date.now() < until;);
+                this.typed += this.keyboard.text;
+            }
+        });
+        const w = await open('<object classid="Keys" name="keys" width="80" height="40"></object>');
+        await w.press('Tab');
+        await w.type('abcdefgh');
+        assert.equal(shown.window.control('keys').typed, 'abcdefgh');
+    });
+
     test('says that there are no such keys', async () => {
         const w = await open(fields);
         await fails(w.press('Ctrl+Foo'), 'press("Ctrl+Foo"): there are no such keys; "Ctrl+S", "Alt+F4", "Return", "Escape", "Tab", "F1" are some');

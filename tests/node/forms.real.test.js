@@ -5,6 +5,7 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const path = require('node:path');
 const { after, before, test } = require('node:test');
+const { open, shown } = require('./driven.js');
 const { packageFolder, runScript, scratch, until } = require('./helpers.js');
 
 const tarn = require(packageFolder);
@@ -176,4 +177,51 @@ test('a form outlives its page, and a control that is gone has no value', () => 
     empty.form.text = 'first';
     empty.load(path.join(scratch, 'forms.html'));
     assert.equal(empty.form.text, 'first');
+});
+
+test('the cursor stays behind a text that script makes longer while one types, and where it was otherwise', async () => {
+    const w = await open('<input type="text" name="line" onchange="event://onLine"><input type="button" name="paren" value="(" onclick="event://onParen">', {
+        onLine() { this.form.line = this.form.line.replace('x', '×'); },
+        onParen() {
+            this.setFocus('line');
+            this.form.line += '(';
+        },
+    });
+    await w.press('Tab, Space');
+    await w.type('2x3');
+    assert.equal(await w.value('line'), '(2×3');
+    await w.press('Home');
+    await w.type('x');
+    await w.type('1');
+    assert.equal(await w.value('line'), '×1(2×3');
+    await w.close();
+});
+
+test('a part of a text is selected, and typed over', async () => {
+    const lines = Array.from({ length: 60 }, (_, number) => `line ${number}`).join('\n');
+    const w = await open(`<input type="text" name="line" value="one two three"><textarea name="area" rows="4">${lines}</textarea>`);
+    const { window: shownWindow } = shown;
+    const [line, area] = ['line', 'area'].map((name) => shownWindow.control(name));
+    assert.equal(line.select(4, 7), null);
+    shownWindow.setFocus('line');
+    await w.type('2');
+    assert.equal(line.value, 'one 2 three');
+    line.select(0);
+    await w.type('>');
+    line.select(-5, 1e9);
+    await w.type('all');
+    assert.equal(line.value, 'all');
+
+    const at = lines.indexOf('line 40');
+    area.select(at, at + 7);
+    shownWindow.setFocus('area');
+    await w.type('forty');
+    assert.equal(area.value, lines.replace('line 40', 'forty'));
+    area.select(1e9);
+    await w.type('!');
+    assert.ok(area.value.endsWith('line 59!'));
+    assert.throws(() => area.select('a'), TypeError);
+    assert.throws(() => area.select(), TypeError);
+    await w.close();
+    assert.equal(line.select(0), null, 'without a window');
 });

@@ -3,6 +3,7 @@
 
 const assert = require('node:assert/strict');
 const { after, before, beforeEach, test } = require('node:test');
+const { open, shown } = require('./driven.js');
 const { packageFolder, until } = require('./helpers.js');
 
 const tarn = require(packageFolder);
@@ -255,4 +256,33 @@ test('a list that is gone has no rows and takes none', () => {
     gone.setText('<html><body>nothing</body></html>');
     assert.equal(old.setRows([{ value: 'b' }]), null);
     assert.deepEqual([old.rows(), old.selection, old.checked, old.columns], [[], [], [], []]);
+});
+
+test('Tab in a text that is changed goes on to the next one of its row', async () => {
+    const told = [];
+    const w = await open('<object classid="listview" name="names" onrename="event://onName"><column text="A" width="80" editable>'
+        + '<column text="B" width="80"><column text="C" width="80" editable><param value="a" text1="1" text2="2" text3="3"><param value="b" text1="4" text2="5" text3="6"></object>', {
+        onName({ event }) { told.push([event.row, event.column, event.text]); },
+    });
+    await w.press('F2');
+    await w.type('one');
+    await w.press('Tab');
+    await w.type('three');
+    await w.press('Shift+Tab');
+    await w.type('first');
+    await w.press('Tab, Tab'); // there is none behind the last
+    assert.equal(shown.window.getFocus(), 'names');
+    assert.deepEqual(told, [['a', 1, 'one'], ['a', 3, 'three'], ['a', 1, 'first']]);
+    assert.deepEqual((await w.rows('names'))[0].texts, ['first', '2', 'three']);
+    await w.close();
+});
+
+test('keys go on from the row that script has selected', async () => {
+    for (const [multiple, keys, selected] of [['', 'Down', ['c']], ['multiple', 'Down, Space', ['b', 'c']]]) {
+        const w = await open(`<object classid="listview" name="names" ${multiple}><param value="a" text1="1"><param value="b" text1="2"><param value="c" text1="3"></object>`, { eSelect() {} });
+        await w.press('Home');
+        shown.window.control('names').selection = ['b'];
+        await w.press(keys);
+        assert.deepEqual(shown.window.control('names').selection, selected, multiple);
+    }
 });

@@ -36,6 +36,7 @@ const ofClasses = {
 
 /** Methods of single objects, by the kind that the object is of: it has a method that no other kind has. */
 const ofKinds = {
+    TextControl: { mark: 'select', methods: ['select(start: number, end?: number)'] },
     ButtonControl: { mark: 'isChecked', methods: ['isChecked()', 'check(on?: switch)', 'uncheck()'] },
     MenuControl: {
         mark: 'activateItem',

@@ -1,7 +1,7 @@
 // Compiled, never run: every method that some kinds of controls have besides those of all, each used as it is meant and as
 // it is not. A wrong use that compiles fails the test, as does a right one that does not.
 import { GuiControl, GuiWindow } from '../../../host/node';
-import type { AnyControl, ButtonControl, FlexListControl, ListControl, MenuControl, RowType } from '../../../host/node';
+import type { AnyControl, ButtonControl, FlexListControl, ListControl, MenuControl, RowType, TextControl } from '../../../host/node';
 
 /** True when the two types are the same, `any` included. */
 type Same<A, B> = (<T>() => T extends A ? 1 : 2) extends (<T>() => T extends B ? 1 : 2) ? true : false;
@@ -40,6 +40,12 @@ for (const each of [button, list, flex, menu]) {
 window.control<GuiWindow>('b');
 // @ts-expect-error: they come with pages
 new ButtonControl();
+
+// --- fields ---
+
+same<TextControl['select'], (start: number, end?: number) => null>(true);
+// @ts-expect-error: a place is a number
+window.control<TextControl>('who')?.select('a');
 
 // --- buttons, check boxes, radio buttons ---
 
