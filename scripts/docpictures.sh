@@ -107,4 +107,4 @@ for name in "${programs[@]}"; do
     [ $# -eq 0 ] || [[ " $* " == *" $name "* ]] || continue
     picture_program "$name"
 done
-[ $# -gt 0 ] && [[ " $* " != *" inspector "* ]] || picture_inspector
+[ -n "$to" ] || { [ $# -gt 0 ] && [[ " $* " != *" inspector "* ]]; } || picture_inspector

@@ -15,7 +15,8 @@ class Spreadsheet extends GuiWindow {
     ePostOpen() {
         this.grid = this.control('grid');
         this.field = this.control('formula');
-        if (fs.existsSync(file)) this.cells.texts = JSON.parse(fs.readFileSync(file, 'utf8'));
+        const saved = fs.existsSync(file) ? JSON.parse(fs.readFileSync(file, 'utf8')) : {};
+        for (const [name, text] of Object.entries(saved)) this.cells.set(name, text);
         this.setFocus('grid');
         this.grid.go(0, 0);
     }

@@ -66,7 +66,11 @@ test('numbers and formulas are typed, taken, left, removed and found again', asy
     assert.deepEqual(await app.exit, { code: 0, signal: null });
     assert.equal(app.stderr, '');
 
+    fs.writeFileSync(file, JSON.stringify({ ...saved(), C1: '=C1' }));
     const again = await open();
+    await again.w.press('Right, Right');
+    assert.equal(await again.w.text('status'), 'C1 depends on itself', 'what was read is worked out');
+    await again.w.press('Home');
     assert.equal(await again.w.value('formula'), '12');
     await again.w.type('13'); // is taken when the window closes
     assert.equal(await again.app.close(), 0);
