@@ -140,15 +140,6 @@ void guiHtmlControlButton::createChildWidget()
         createPushButton();
 }
 
-void guiHtmlControlButton::setCaption(sstring const& caption)
-{
-    assertOnGuiThread();
-    if (isCheckable())
-        guiHtmlControl::setCaption(caption);
-    else
-        setText(caption, sstring());
-}
-
 void guiHtmlControlButton::createPushButton()
 {
     m_pushButton = new guiWidgetPushButton(getClipWidget());

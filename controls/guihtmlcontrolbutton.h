@@ -51,8 +51,6 @@ public:
 
     int getPreferredWidth() override;
     int getHeightEstimate(unsigned long width) override;
-    /// The text of a push button; a box has none, and keeps it as any element does.
-    void setCaption(sstring const& caption) override;
     QWidget* getChildWidget() override;
     void createChildWidget() override;
     void destroyChildWidget() override;
