@@ -15,6 +15,7 @@ const { html } = require('./js/html.js');
 const { inside, insideKey } = require('./js/inside.js');
 const { runImmediates } = require('./js/immediates.js');
 const { displayLost } = require('./js/display.js');
+const { startFromEnvironment, watch } = require('./js/live.js');
 const { hasMethod, scanMethods } = require('./js/methods.js');
 const { defineAccessor, defineMethod, tie, untie } = require('./js/objects.js');
 const { pageText, session } = require('./js/session.js');
@@ -61,10 +62,12 @@ module.exports = {
     clipboard,
     taskbar,
     tray,
+    watch,
     ...dialogs,
 };
 
 Object.defineProperty(module.exports, insideKey, { value: inside });
+startFromEnvironment();
 
 if (process.env.TARN_INSPECT === '1') {
     require('./inspector/start.js');
