@@ -797,7 +797,7 @@ export function pageText(form: Form): string;
 
 /** What has become of a page whose files were saved. */
 export interface Reload {
-    window: GuiWindow;
+    window: GuiWindow<any>;
     /** Those that were saved, in full. */
     files: string[];
     /** Why the old page stays, in one line; null when the new one is shown. */
