@@ -119,8 +119,8 @@ guiControlValues guiValuesOf(guiHtmlControl& control)
     if (auto* list = dynamic_cast<guiHtmlControlList*>(&control))
         return valuesOfList(*list);
     guiControlValues values;
-    // A splitter remembers its sizes by itself.
-    if (!dynamic_cast<guiHtmlSplitter*>(&control))
+    auto const* splitter = dynamic_cast<guiHtmlSplitter const*>(&control);
+    if (!splitter || splitter->hasOwnSizes()) // else they follow from the layout
         values.text = sstoq(control.getText());
     if (auto* button = dynamic_cast<guiHtmlControlButton*>(&control); button && button->isCheckable())
         values.isOn = button->isChecked() != 0;

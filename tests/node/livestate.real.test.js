@@ -103,6 +103,19 @@ test('open tabs and what is unfolded, with and without a name', withPage(page(ta
     assert.equal(live.window.getFocus(), focus);
 }));
 
+const panes = (more) => `<splitter name="split"><pane width="100">left<pane>right ${more}</splitter>`;
+
+test('panes that were moved, and the page\'s sizes otherwise', withPage(page(panes('')), async (live) => {
+    const { window } = live;
+    const given = window.form.split;
+    await live.save('page.html', page(panes('').replace('100', '120')));
+    assert.notEqual(window.form.split, given);
+    const width = given.split(',').reduce((sum, each) => sum + Number(each), 0);
+    window.form.split = `200,${width - 200}`;
+    await live.save('page.html', page(panes('now')));
+    assert.equal(window.form.split, `200,${width - 200}`);
+}));
+
 /** A class whose handlers must not be called by a reload. */
 class Quiet extends tarn.GuiWindow {
     calls = [];
