@@ -77,10 +77,14 @@ void guiKeptView::readList(guiHtml* node)
 void guiKeptView::giveTo(guiHtml* node) const
 {
     assertOnGuiThread();
-    if (node->isScrolled() && m_scrollX != node->getScroll().posX)
+    bool const isElsewhere =
+        node->isScrolled() && (m_scrollX != node->getScroll().posX || m_scrollY != node->getScroll().posY);
+    if (isElsewhere) {
         node->onScrollX(static_cast<int>(m_scrollX));
-    if (node->isScrolled() && m_scrollY != node->getScroll().posY)
         node->onScrollY(static_cast<int>(m_scrollY));
+        node->updateScrollbarRanges();
+        node->update();
+    }
     if (m_field)
         giveField(node);
     if (m_list)

@@ -24,7 +24,7 @@ struct guiNodeKeyHash
 {
     std::size_t operator()(guiNodeKey const& key) const
     {
-        return qHash(key.name, qHash(quintptr(key.kind), static_cast<std::size_t>(key.nth)));
+        return qHash(key.name, qHash(reinterpret_cast<quintptr>(key.kind), std::size_t{key.nth}));
     }
 };
 

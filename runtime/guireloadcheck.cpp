@@ -70,7 +70,7 @@ QString guiReloadCheck::readWithin(sstring const& path, mlSection* section)
         if (file.getLength() == 0 || !guiIsPageFile(file))
             continue;
         sstring const name = guiIsFullName(file) ? file : guiDirectoryOf(path) + file;
-        QString const problem = read(guiPageHost::current().resolvePath(m_root.getPageObject(), name));
+        QString problem = read(guiPageHost::current().resolvePath(m_root.getPageObject(), name));
         if (!problem.isEmpty())
             return problem;
     }
@@ -85,7 +85,7 @@ QString guiReloadCheck::parse(sstring const& path, sstring& text)
     try {
         markup.fullParse();
         for (unsigned i = 0; mlSection* section = isWalked ? markup.getSection(i) : nullptr; ++i)
-            if (QString const problem = section->isTag() ? readWithin(path, section) : QString(); !problem.isEmpty())
+            if (QString problem = section->isTag() ? readWithin(path, section) : QString(); !problem.isEmpty())
                 return problem;
     } catch (mlParseError const& error) {
         return sstoq(path) + QStringLiteral(": ") + trimmed(error.toEnglishString());
