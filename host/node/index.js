@@ -67,7 +67,7 @@ module.exports = {
 };
 
 Object.defineProperty(module.exports, insideKey, { value: inside });
-startFromEnvironment();
+startFromEnvironment(module.exports);
 
 if (process.env.TARN_INSPECT === '1') {
     require('./inspector/start.js');

@@ -4,8 +4,16 @@
 const path = require('node:path');
 const { isMainThread } = require('node:worker_threads');
 
+let tarn = null;
+
+/** A file of live reload, which has the package. */
+function live(file) {
+    require('../live/package.js').tarn = tarn;
+    return file();
+}
+
 function watch(...args) {
-    return require('../live/watch.js').watch(...args);
+    return live(() => require('../live/watch.js')).watch(...args);
 }
 
 /** Whether this process may put another one in front of itself: it runs a script, and nobody speaks with it or restarts it. */
@@ -21,8 +29,9 @@ function runSupervised() {
     process.exit(status ?? (signal === null ? 1 : 128));
 }
 
-/** Once the package is complete. */
-function startFromEnvironment() {
+/** Once the package, `made`, is complete. */
+function startFromEnvironment(made) {
+    tarn = made;
     if (!['1', 'true'].includes(process.env.TARN_WATCH) || !isMainThread) {
         return;
     }
@@ -30,12 +39,12 @@ function startFromEnvironment() {
     // What this program starts is not watched.
     ['TARN_WATCH', 'TARN_WATCH_LINK', 'TARN_WATCH_PLACES'].forEach((name) => delete process.env[name]);
     if (link !== undefined) {
-        require('../live/supervised.js').follow(Number(link), places);
+        live(() => require('../live/supervised.js')).follow(Number(link), places);
     } else if (isAlone()) {
         process.env.TARN_WATCH = '1';
         runSupervised();
     } else {
-        require('../live/watch.js').begin();
+        live(() => require('../live/watch.js')).begin();
     }
 }
 

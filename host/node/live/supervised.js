@@ -6,8 +6,8 @@ const fs = require('node:fs');
 const Module = require('node:module');
 const net = require('node:net');
 const path = require('node:path');
+const { tarn } = require('./package.js');
 const { ask, begin } = require('./watch.js');
-const tarn = require('../index.js');
 
 const { watching } = tarn[Symbol.for('tarn-gui inside')];
 const packageFolder = path.join(__dirname, '..') + path.sep;

@@ -3,8 +3,8 @@
 // program loads this unless somebody turns it on.
 
 const path = require('node:path');
-const tarn = require('../index.js');
 const { FileWatch } = require('./files.js');
+const { tarn } = require('./package.js');
 const { watchReads, whileNoting } = require('./reads.js');
 const { Saves } = require('./saves.js');
 
