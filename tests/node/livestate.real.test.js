@@ -2,6 +2,7 @@
 // Live reload: what is kept of a page in use, and what its author changes, with the real component off the screen.
 
 const assert = require('node:assert/strict');
+const fs = require('node:fs');
 const { test } = require('node:test');
 const { sleep, until } = require('./helpers.js');
 const { page, tarn, withPage } = require('./live.js');
@@ -222,17 +223,12 @@ test('the title is the page\'s while script has given none', withPage(page('x', 
 }));
 
 test('a page waits while its menu is open', withPage(page(form), async (live) => {
-    const { driven, window } = live;
+    const { driven } = live;
     await driven.click('tea'); // drops its list down
-    require('node:fs').writeFileSync(live.file('page.html'), page(`anew ${form}`));
+    fs.writeFileSync(live.file('page.html'), page(`anew ${form}`));
     await sleep(150);
     assert.equal(live.reloads.length, 0);
-    await driven.press('Down').catch(() => {});
-    await driven.press('Escape').catch(() => {});
-    window.setFocus('who');
-    if (live.reloads.length === 0) {
-        await driven.select('tea', 'black');
-    }
+    await driven.press('Escape'); // closes the list
     await live.next(0);
     assert.match(await driven.text(), /anew/);
 }));
