@@ -3,10 +3,12 @@
 
 #include "foundation/vela-qt.h"
 
+#include <QFile>
 #include <QString>
 #include <map>
 #include <mutex>
 #include <set>
+#include <sys/stat.h>
 #include <utility>
 
 namespace {
@@ -31,6 +33,18 @@ std::map<QString, sstring>& theTexts()
     return texts;
 }
 
+QString stampOf(QString const& path)
+{
+    struct stat info = {};
+    if (stat(QFile::encodeName(path).constData(), &info) != 0)
+        return {};
+    constexpr qint64 kNanoseconds = 1'000'000'000;
+    return QStringLiteral("%1 %2 %3")
+        .arg(qint64{info.st_size})
+        .arg(info.st_mtim.tv_sec * kNanoseconds + info.st_mtim.tv_nsec)
+        .arg(quint64{info.st_ino});
+}
+
 } // namespace
 
 void guiReloadFiles_listen(guiFileListener listener)
@@ -52,7 +66,7 @@ void guiReloadFiles_note(ScriptObject* window, sstring const& path)
     guiFileListener const listener = all.listener;
     guard.unlock(); // the listener calls the host
     if (listener)
-        listener(window, path);
+        listener(window, path, qtoss(stampOf(sstoq(path))));
 }
 
 void guiReloadFiles_forget(ScriptObject* window)

@@ -11,8 +11,9 @@
 class ScriptObject;
 
 /// Hears, once for each window and file, that a page of the window names the file. `window`: the window's script
-/// object. On the thread that asked for the file.
-using guiFileListener = std::function<void(ScriptObject* window, sstring const& path)>;
+/// object; `stamp`: size, time of the last change in nanoseconds and number of the file before it is read, with blanks
+/// between them, "" without a file. On the thread that asked for the file.
+using guiFileListener = std::function<void(ScriptObject* window, sstring const& path, sstring const& stamp)>;
 
 /// From now on `listener` hears of files, also of those that were named before. Any thread.
 void guiReloadFiles_listen(guiFileListener listener);

@@ -164,8 +164,9 @@ void ask_script(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, Sc
     });
 }
 
-/// Calls script's function with a window and the full name of a file. Any thread.
-void tellFile(std::shared_ptr<ScriptObject> const& heard, ScriptObject* window, sstring const& path)
+/// Calls script's function with a window, the full name of a file, and what that was like. Any thread.
+void tellFile(std::shared_ptr<ScriptObject> const& heard, ScriptObject* window, sstring const& path,
+              sstring const& stamp)
 {
     HostPlatform* const platform = pGUI->getPlatform();
     ScriptEngine* const engine = heard->getEngine();
@@ -173,8 +174,10 @@ void tellFile(std::shared_ptr<ScriptObject> const& heard, ScriptObject* window, 
     guiOwnedValue const value(platform->createValue(engine));
     value->setObject(window);
     args->append(value.get());
-    value->setString(path);
-    args->append(value.get());
+    for (sstring const& text : {path, stamp}) {
+        value->setString(text);
+        args->append(value.get());
+    }
     heard->callMethodAsync(heard.get(), sstring(), args.get(), forgetAnswer, nullptr);
 }
 
@@ -186,7 +189,9 @@ void watchFiles_qt(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args,
     if (!result.toBool(0))
         return;
     std::shared_ptr<ScriptObject> const heard = guiKept(args.get(0)->toObject(0));
-    guiReload_start([heard](ScriptObject* window, sstring const& path) { tellFile(heard, window, path); });
+    guiReload_start([heard](ScriptObject* window, sstring const& path, sstring const& stamp) {
+        tellFile(heard, window, path, stamp);
+    });
 }
 
 constexpr guiScriptMethod kMethods[] = {

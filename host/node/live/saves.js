@@ -63,10 +63,19 @@ class Saves {
         this.#onSaved = onSaved;
     }
 
-    /** What the file is like now is known. */
-    note(file) {
-        if (!this.#known.has(file)) {
-            this.#keep(file, look(file));
+    /**
+     * What the file is like is known: what it is like now or, by `stamp`, what it was like when it was read, "" for a file that
+     * was not there. If that is not the same, it has been saved since.
+     */
+    note(file, stamp) {
+        if (this.#known.has(file)) {
+            return;
+        }
+        const seen = look(file);
+        this.#keep(file, seen);
+        if (stamp !== undefined && stamp !== (seen?.stamp ?? '')) {
+            this.#known.get(file).stamp = stamp || null;
+            this.touch(file);
         }
     }
 

@@ -62,7 +62,7 @@ class LiveReload {
         if (!this.#hasBegun) {
             this.#hasBegun = true;
             watching.begin = null;
-            inside.callDesktop('tarn.watch()', 'watchFiles', (window, file) => this.#name(window, file));
+            inside.callDesktop('tarn.watch()', 'watchFiles', (window, file, stamp) => this.#name(window, file, stamp));
         }
     }
 
@@ -80,8 +80,8 @@ class LiveReload {
         watching.begin = null;
     }
 
-    /** A page of the window depends on this file. */
-    #name(window, file) {
+    /** A page of the window depends on this file. `stamp`: see Saves.note(). */
+    #name(window, file, stamp) {
         if (this.#isClosed || !(window instanceof tarn.GuiWindow) || file.startsWith(path.join(__dirname, '..', 'vfs'))) {
             return;
         }
@@ -90,10 +90,10 @@ class LiveReload {
         }
         if (!this.#windowsOf.has(file)) {
             this.#windowsOf.set(file, new Set());
-            this.#saves.note(file);
-            this.#files.add(file);
         }
         this.#windowsOf.get(file).add(this.#referenceTo.get(window));
+        this.#files.add(file);
+        this.#saves.note(file, stamp);
     }
 
     #onSaved(file, since) {
