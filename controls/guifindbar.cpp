@@ -148,9 +148,8 @@ void guiFindBar::makeRoom()
 
 void guiFindBar::place()
 {
-    QWidget const* status = m_host.shownPage() ? m_host.shownPage()->getStatusBar() : nullptr;
-    int const below = status ? status->sizeHint().height() : 0;
     int const height = sizeHint().height();
+    int const below = m_host.shownPage() ? std::max(0, m_host.shownPage()->getStatusHeight() - height) : 0;
     setGeometry(0, m_window->height() - below - height, m_window->width(), height);
     raise();
 }

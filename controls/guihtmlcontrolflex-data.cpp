@@ -253,6 +253,8 @@ QString guiHtmlControlFlex::checkedRows()
     return packedValues(values);
 }
 
+QString guiHtmlControlFlex::foldedRows() const { return packedValues(keepStates().collapsed); }
+
 void guiHtmlControlFlex::setCheckedRows(guiPackedRows const& values)
 {
     assertOnGuiThread();

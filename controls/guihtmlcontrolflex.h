@@ -149,12 +149,16 @@ public:
     void setSource(std::shared_ptr<guiListSource> source);
     /// Rows that the source has asked for have come; null: script could not give them.
     void giveRows(unsigned first, std::shared_ptr<guiPackedRows const> rows);
+    /// Where rows come from on demand; null unless they do.
+    std::shared_ptr<guiListSource> const& getSource() const { return m_source; }
     /// All rows as packed text, each behind the one that it lies under.
     QString packedRows();
     void clear();
     /// The values of rows, as packed rows without texts: those that are selected, and those that are checked.
     QString selection();
     QString checkedRows();
+    /// The same of the rows whose nested rows are not shown.
+    QString foldedRows() const;
     /// Selects or checks the rows of these values and no others. The link for each change is followed.
     void setSelection(guiPackedRows const& values);
     void setCheckedRows(guiPackedRows const& values);
@@ -170,6 +174,9 @@ public:
     void onSort(int column);
     /// Sorts the rows as the column says; they are kept so when setRows() replaces them.
     void sortBy(int column, bool isDescending);
+    /// By which column, counted from 1, rows are sorted; 0: they are in the order in which they came.
+    int getSortColumn() const { return m_sortColumn; }
+    bool isSortedDescending() const { return m_isDescending; }
 
     bool takesFormValue(ScriptValue& value) const override;
     void readFormProperty(ScriptObject* form) override;

@@ -441,7 +441,6 @@ bool guiHtmlControlList::hasEntry(sstring const& value) const
                        [&wanted](auto const& entry) { return entry && wanted == entry->value; });
 }
 
-/// What stands in an editable combo box, as if the user had typed it. Nobody is told.
 void guiHtmlControlList::setTyped(sstring const& text)
 {
     if (m_comboBox)

@@ -60,6 +60,8 @@ public:
     /// Selects the entries of this value, compared without regard to case; `on` 0 deselects them in a list box. Runs
     /// script.
     void setSelected(sstring const& value, int on);
+    /// What stands in an editable combo box, as if the user had typed it. Nobody is told.
+    void setTyped(sstring const& text);
     /// Adds an entry, an empty text shows the value, and selects it.
     void addItem(sstring const& value, sstring const& text);
     /// Removes the entries of this value, compared without regard to case. The rows of a widget move up, while a
@@ -117,7 +119,6 @@ private:
     void forEachEntry(Work work) const;
     void refillWidget();
     bool hasEntry(sstring const& value) const;
-    void setTyped(sstring const& text);
     bool isOneOfMany() const { return m_list.multiple && m_list.visibleRows > 1; }
     guiHtmlControlListEntry const* entryAt(int row) const;
     int currentRow() const;

@@ -66,6 +66,8 @@ public:
     /// Moves the divider to or from its start. The user has done it: it is remembered for the next time that the page
     /// is shown.
     void moveDivider(guiHtmlDivider const* divider, int pixels);
+    /// Whether user or script want other sizes than the page.
+    bool hasOwnSizes() const { return !m_sizes.empty(); }
     void reset();
     /// Calls the handler if the sizes are others than it knows. Runs script.
     void letGo();

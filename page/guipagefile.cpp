@@ -21,6 +21,8 @@ guiPageOrigin::~guiPageOrigin() { theOrigin = m_outer; }
 
 sstring guiPageOrigin::take() { return std::exchange(theOrigin, sstring()); }
 
+bool guiPageOrigin::isSet() { return theOrigin.getLength() != 0; }
+
 int guiPageFile::read(ScriptObject* owner)
 {
     assertOnGuiThread();

@@ -21,6 +21,8 @@ public:
 
     /// The file of the text that is given now, "" when it comes from script. Only the first asker is told.
     static sstring take();
+    /// Whether the text that is given now comes from a file, and nobody has asked yet.
+    static bool isSet();
 
 private:
     sstring m_outer;

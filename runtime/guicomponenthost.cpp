@@ -13,6 +13,7 @@
 #include "runtime/guifilter.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guilinkcall.h"
+#include "runtime/guipagewatcher.h"
 #include "runtime/guipromises.h"
 #include "runtime/guiscriptwork.h"
 #include "runtime/guithread.h"
@@ -22,6 +23,7 @@
 #include <algorithm>
 #include <cassert>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -31,6 +33,13 @@ constexpr unsigned kPathUnits = 1024; // 16-bit units of room, in which the host
 bool isChoice(guiHtml* node, sstring const& event)
 {
     return node->getType() == guiHtml::kTypeControl && guiCallback_ShouldDisable(event);
+}
+
+/// A page that is shown anew calls nobody: what changes in it is not the user's doing.
+bool isQuiet()
+{
+    guiPageWatcher const* const watcher = guiPageWatcher::current();
+    return watcher && watcher->isShowing();
 }
 
 } // namespace
@@ -49,7 +58,7 @@ int guiComponentHost::callLinkHandler(guiHtml* node, ScriptObject* target, sstri
     if (!target->hasMethod(guiCallback_StripEventName(event)))
         return 0;
     assertOnGuiThread();
-    if (guiPromises_isBusy(node, event))
+    if (isQuiet() || guiPromises_isBusy(node, event))
         return 1;
     if (isChoice(node, event))
         noteChoice(node);
@@ -68,6 +77,8 @@ std::vector<sstring> guiComponentHost::methodNames(ScriptObject* target)
 int guiComponentHost::openOutside(guiHtml* node, sstring const& address)
 {
     assertOnGuiThread();
+    if (isQuiet())
+        return 1;
     static sstring const& eLink = *new sstring("eLink"); // never destroyed: links are followed while the process exits
     ScriptObject* page = guiPageObjectOf(node);
     if (page && page->hasMethod(eLink)) {
@@ -130,11 +141,21 @@ sstring guiComponentHost::resolvePath(ScriptObject* owner, sstring const& path)
     sstring full = path;
     full.setSize(kPathUnits);
     pGUI->getLoadFile()->resolvePath(owner, full);
+    if (guiPageWatcher* watcher = guiPageWatcher::current())
+        watcher->onFile(owner, full);
     return full;
 }
 
 int guiComponentHost::readText(ScriptObject* owner, sstring const& path, sstring& text)
 {
+    if (guiPageWatcher* watcher = guiPageWatcher::current()) {
+        assertOnGuiThread();
+        watcher->onFile(owner, path);
+        if (std::optional<sstring> const known = watcher->textOf(path)) {
+            text = *known;
+            return 1;
+        }
+    }
     try {
         std::unique_ptr<textstream> stream = pGUI->loadTextStream(owner, path);
         if (!stream)
@@ -149,6 +170,9 @@ int guiComponentHost::readText(ScriptObject* owner, sstring const& path, sstring
 int guiComponentHost::filterText(guiPageRoot* root, sstring& name, sstring& text)
 {
     assertOnGuiThread();
+    guiPageWatcher* const watcher = guiPageWatcher::current();
+    if (watcher && watcher->hasText(name))
+        return 1; // has been through them
     guiHtmlBase* window = guiHtmlBase::from(root);
     if (!window)
         return guiFilter_load(nullptr, name, text, nullptr, nullptr);

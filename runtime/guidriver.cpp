@@ -13,6 +13,7 @@
 #include "runtime/guidriverrows.h"
 #include "runtime/guidriverwindows.h"
 #include "runtime/guihtmlbase.h"
+#include "runtime/guipostlast.h"
 #include "runtime/guipromises.h"
 #include "runtime/guithread.h"
 
@@ -20,10 +21,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QKeySequence>
-#include <QPointer>
 #include <QWidget>
 #include <QWindow>
-#include <utility>
 
 namespace {
 
@@ -180,36 +179,6 @@ QJsonObject state(guiHtml* page) TARN_ON(velaGuiRole)
     return answer;
 }
 
-struct lastEvent : QEvent
-{
-    explicit lastEvent(std::function<void()> w) : QEvent(QEvent::User), work(std::move(w)) {}
-    std::function<void()> work;
-};
-
-class lastReceiver : public QObject
-{
-public:
-    using QObject::QObject;
-
-    bool event(QEvent* event) override
-    {
-        if (event->type() != QEvent::User)
-            return QObject::event(event);
-        static_cast<lastEvent*>(event)->work();
-        return true;
-    }
-};
-
-/// Does the work when all events that are there now have been handled, those that paint included.
-void postLast(std::function<void()> work)
-{
-    constexpr int kBehindAll = Qt::LowEventPriority - 1000;
-    static QPointer<lastReceiver> receiver; // GUI thread; goes with the application
-    if (!receiver)
-        receiver = new lastReceiver(qApp);
-    QCoreApplication::postEvent(receiver, new lastEvent(std::move(work)), kBehindAll);
-}
-
 /// A cursor that blinks would be on some pictures of a field and not on others.
 void stopBlinking()
 {
@@ -229,7 +198,7 @@ void guiDriver_run(QByteArray const& request, guiHtml* page, guiDriverAnswer con
     QJsonObject const asked = QJsonDocument::fromJson(request).object();
     if (asked["do"].toString() != u"state")
         return answer(QJsonDocument(answerFor(asked)).toJson(QJsonDocument::Compact));
-    postLast([page, answer] {
+    guiPostLast([page, answer] {
         assertOnGuiThread();
         answer(QJsonDocument(state(page)).toJson(QJsonDocument::Compact));
     });

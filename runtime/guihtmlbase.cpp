@@ -10,11 +10,13 @@
 #include "page/guihtmltext-fonts.h"
 #include "page/guilaterevents.h"
 #include "page/guinodewatch.h"
+#include "page/guipagefile.h"
 #include "page/guirareattributes.h"
 #include "runtime/gui.h"
 #include "runtime/guicallback.h"
 #include "runtime/guicloserequest.h"
 #include "runtime/guielements.h"
+#include "runtime/guipagewatcher.h"
 #include "runtime/guipromises.h"
 #include "runtime/guithread.h"
 
@@ -118,6 +120,8 @@ void guiHtmlBase::release(guiHtmlBase* root)
     if (!live.alive())
         return;
     root->m_isReleased = true;
+    if (guiPageWatcher* watcher = guiPageWatcher::current())
+        watcher->onWindowGone(root->m_page);
     root->m_page = nullptr;
     root->m_pagePrivate = nullptr;
     root->m_form = nullptr;
@@ -132,6 +136,14 @@ bool guiHtmlBase::isCalling() const
     bool isCalling = m_shutdownCount != 0;
     pGUI->leave();
     return isCalling;
+}
+
+void guiHtmlBase::loadFormValues(guiHtml* node)
+{
+    assertOnGuiThread();
+    if (guiPageWatcher* watcher = guiPageWatcher::current())
+        watcher->onContent(*this, node);
+    formValues().load(node);
 }
 
 void guiHtmlBase::startElements(guiHtml* node)
@@ -191,6 +203,8 @@ guiWidget* guiHtmlBase::createWidget(int modal)
     showIcon();
     if (below)
         standOver(*widget, *below);
+    if (guiPageWatcher* watcher = guiPageWatcher::current())
+        watcher->onOpen(*this, *widget);
     return widget;
 }
 
@@ -214,6 +228,7 @@ void guiHtmlBase::destroyWidget()
     m_widget.store(nullptr, std::memory_order_release);
     forgetPageText();
     m_findBar.clear();
+    m_problemStrip.clear();
     guiLayoutRun::startAnew(); // controls take no room in a page without a window
     widget->deleteWhenSafe();  // at the end of the paint if one is going on; tells the component
     forgetPromises(true);
@@ -391,10 +406,18 @@ void guiHtmlBase::setFindBar(QWidget* bar)
     m_findBar = bar;
 }
 
+void guiHtmlBase::setProblemStrip(QWidget* strip)
+{
+    assertOnGuiThread();
+    m_problemStrip = strip;
+}
+
 int guiHtmlBase::getStatusHeight()
 {
-    int const status = m_statusBar ? m_statusBar->sizeHint().height() : 0;
-    return status + (m_findBar ? m_findBar->sizeHint().height() : 0);
+    int height = 0;
+    for (QWidget const* each : {m_statusBar.data(), m_findBar.data(), m_problemStrip.data()})
+        height += each ? each->sizeHint().height() : 0;
+    return height;
 }
 
 QFont guiHtmlBase::getDefaultFont(int* points)
@@ -464,7 +487,11 @@ int guiHtmlBase::loadFile(sstring file)
 int guiHtmlBase::setText(sstring const& content, sstring const& directory)
 {
     guiNodeWatch self(this);
-    forgetPromises(false);
+    guiPageWatcher* const watcher = guiPageWatcher::current();
+    if (watcher)
+        watcher->onText(*this, guiPageOrigin::isSet() ? std::nullopt : std::optional(content), directory);
+    if (!watcher || !watcher->isShowing())
+        forgetPromises(false); // the page that is only shown anew is the same to script
     int const result = guiHtml::setText(content, directory);
     if (!self.alive())
         return result;

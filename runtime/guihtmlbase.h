@@ -123,7 +123,7 @@ public:
         return m_formValues;
     }
     void eraseFormValues(guiHtml* node) override { formValues().erase(node); }
-    void loadFormValues(guiHtml* node) override { formValues().load(node); }
+    void loadFormValues(guiHtml* node) override;
     void startElements(guiHtml* node) override;
     void endElements(guiHtml* node) override;
 
@@ -136,6 +136,8 @@ public:
     QWidget* getStatusBar() const override;
     int getStatusHeight() override;
     void setFindBar(QWidget* bar) override;
+    /// The strip that says what is wrong with the page's file, not owned; null: nothing.
+    void setProblemStrip(QWidget* strip);
     /// Before and after a call into script made for this page: the page and the component stay alive in between. A
     /// surplus shutdownLeave() does nothing. Any thread.
     void shutdownEnter();
@@ -179,6 +181,7 @@ private:
     QPointer<QMenuBar> m_menuBar;              // not owned
     QPointer<QWidget> m_statusBar;             // not owned
     QPointer<QWidget> m_findBar;               // not owned; null while it is hidden
+    QPointer<QWidget> m_problemStrip;          // the same
     int m_minimumWidth = 0;
     int m_defaultWidth = 0; // 0: nobody has set it yet, kDefaultWidth counts
     int m_maximumWidth = 0;

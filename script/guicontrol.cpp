@@ -9,6 +9,7 @@
 #include "page/guilinkname.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
+#include "runtime/guipagewatcher.h"
 #include "runtime/guithread.h"
 #include "script/guisizepolicy.h"
 #include "script/guiwindow.h"
@@ -18,6 +19,7 @@
 #include <cstdlib>
 #include <mutex>
 #include <new>
+#include <optional>
 #include <set>
 
 namespace {
@@ -26,10 +28,19 @@ namespace {
 std::mutex theLock;
 std::set<std::pair<ScriptObject*, guiControlData*>> theBindings; // guarded by theLock
 
+/// Notes what script says to an element, when somebody wants to know.
+template <typename Value>
+void note(guiHtml* node, std::optional<Value> guiSaid::*part, Value const& value) TARN_ON(velaGuiRole)
+{
+    if (guiPageWatcher* watcher = guiPageWatcher::current())
+        watcher->said(node).*part = value;
+}
+
 /// Gives a picture another file, which is loaded now or, when the window is not on the screen, as soon as it is.
-void changePicture(guiHtmlImage& image, sstring const& file)
+void changePicture(guiHtmlImage& image, sstring const& file) TARN_ON(velaGuiRole)
 {
     image.setString(kStringPlace, sstring()); // script names this one, not the page
+    note(&image, &guiSaid::picture, guiFullName(&image, file));
     image.setSource(guiFullName(&image, file));
     QWidget* window = image.getTopLevelWidget();
     if (window && window->isVisible())
@@ -58,6 +69,8 @@ void guiControl_loadBackground_qt(LibManager&, ScriptPrivate* data, ScriptObject
 {
     assertOnGuiThread();
     guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
+    if (node)
+        note(node, &guiSaid::background, guiTextOf(args, 0));
     result.setBool(node && pGUI->getThread()->callLoadBackground(node, guiTextOf(args, 0)));
 }
 
@@ -65,6 +78,8 @@ void guiControl_setText_qt(LibManager&, ScriptPrivate* data, ScriptObject* self,
 {
     assertOnGuiThread();
     guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
+    if (node)
+        note(node, &guiSaid::text, guiTextOf(args, 0));
     result.setBool(node && pGUI->getThread()->callSetText(node, guiTextOf(args, 0)));
 }
 
@@ -73,8 +88,11 @@ void guiControl_setCaption_qt(LibManager&, ScriptPrivate* data, ScriptObject* se
 {
     assertOnGuiThread();
     result.setNull();
-    if (guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr)
-        pGUI->getThread()->callSetCaption(node, guiTextOf(args, 0));
+    guiHtml* node = guiIsOneString(args) ? guiControl_getHtml(data, self) : nullptr;
+    if (!node)
+        return;
+    note(node, &guiSaid::caption, guiTextOf(args, 0));
+    pGUI->getThread()->callSetCaption(node, guiTextOf(args, 0));
 }
 
 void guiControl_play_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
@@ -90,16 +108,22 @@ void guiControl_enable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, 
 {
     assertOnGuiThread();
     result.setNull();
-    if (guiHtml* node = guiIsOptionalSwitch(args) ? guiControl_getHtml(data, self) : nullptr)
-        node->setEnabled(guiOptionalSwitchOf(args));
+    guiHtml* node = guiIsOptionalSwitch(args) ? guiControl_getHtml(data, self) : nullptr;
+    if (!node)
+        return;
+    note(node, &guiSaid::enabled, guiOptionalSwitchOf(args));
+    node->setEnabled(guiOptionalSwitchOf(args));
 }
 
 void guiControl_disable_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args, ScriptValue& result)
 {
     assertOnGuiThread();
     result.setNull();
-    if (guiHtml* node = args.count() == 0 ? guiControl_getHtml(data, self) : nullptr)
-        node->setEnabled(0);
+    guiHtml* node = args.count() == 0 ? guiControl_getHtml(data, self) : nullptr;
+    if (!node)
+        return;
+    note(node, &guiSaid::enabled, 0);
+    node->setEnabled(0);
 }
 
 void guiControl_isEnabled_qt(LibManager&, ScriptPrivate* data, ScriptObject* self, ScriptArgs& args,

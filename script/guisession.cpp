@@ -8,6 +8,7 @@
 #include "runtime/guidriver.h"
 #include "runtime/guihtmlbase.h"
 #include "runtime/guiinspector.h"
+#include "runtime/guireload.h"
 #include "runtime/guiscriptwork.h"
 #include "script/guianswer.h"
 #include "script/guidialogs.h"
@@ -17,6 +18,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <functional>
 #include <memory>
 
 namespace {
@@ -162,6 +164,36 @@ void ask_script(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, Sc
     });
 }
 
+/// Calls script's function with a window, the full name of a file, and what that was like. Any thread.
+void tellFile(std::shared_ptr<ScriptObject> const& heard, ScriptObject* window, sstring const& path,
+              sstring const& stamp)
+{
+    HostPlatform* const platform = pGUI->getPlatform();
+    ScriptEngine* const engine = heard->getEngine();
+    guiOwnedArgs const args(platform->createArgs(engine));
+    guiOwnedValue const value(platform->createValue(engine));
+    value->setObject(window);
+    args->append(value.get());
+    for (sstring const& text : {path, stamp}) {
+        value->setString(text);
+        args->append(value.get());
+    }
+    heard->callMethodAsync(heard.get(), sstring(), args.get(), forgetAnswer, nullptr);
+}
+
+/// Turns live reload on; the argument is the function that hears of files.
+void watchFiles_qt(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnGuiThread();
+    result.setBool(args.count() == 1 && args.get(0)->isFunction());
+    if (!result.toBool(0))
+        return;
+    std::shared_ptr<ScriptObject> const heard = guiKept(args.get(0)->toObject(0));
+    guiReload_start([heard](ScriptObject* window, sstring const& path, sstring const& stamp) {
+        tellFile(heard, window, path, stamp);
+    });
+}
+
 constexpr guiScriptMethod kMethods[] = {
     {"showDialog", showDialog_script},
     {"readClipboard", guiCallOnGuiThread<readClipboard_qt>},
@@ -172,6 +204,8 @@ constexpr guiScriptMethod kMethods[] = {
     {"showOnTaskbar", guiCallOnGuiThread<showOnTaskbar_qt>},
     {"drive", ask_script<guiDriver_run>},
     {"inspect", ask_script<guiInspector_run>},
+    {"watchFiles", guiCallOnGuiThread<watchFiles_qt>},
+    {"reload", ask_script<guiReload_run>},
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "controls/guiscriptmethod.h"
 #include "foundation/vela-log.h"
 #include "foundation/vela-mlparser.h"
+#include "foundation/vela-qt.h"
 #include "foundation/vela-textstream.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guihtmlparser.h"
@@ -13,10 +14,12 @@
 #include "page/guipagehost.h"
 #include "runtime/gui.h"
 #include "runtime/guihtmlbase.h"
+#include "runtime/guipagewatcher.h"
 #include "runtime/guithread.h"
 #include "script/guicontrol.h"
 #include "script/guiwindowcontrols.h"
 
+#include <QFile>
 #include <cassert>
 #include <memory>
 #include <utility>
@@ -37,8 +40,10 @@ void publish(guiWindowData& record)
 }
 
 /// Builds the page tree of a new window from the text of its file, which is emptied.
-int apply(guiHtmlBase& root, guiPageFile& file)
+int apply(guiHtmlBase& root, guiPageFile& file) TARN_ON(velaGuiRole)
 {
+    if (guiPageWatcher* watcher = guiPageWatcher::current(); watcher && !QFile::exists(sstoq(file.path())))
+        watcher->onText(root, file.text(), guiDirectoryOf(file.path())); // a page from text, which is not read again
     auto stream = std::make_unique<datastream>(file.text());
     file.text() = sstring(); // the stream has its own copy
     mlParser markup(std::move(stream));
@@ -55,7 +60,7 @@ int apply(guiHtmlBase& root, guiPageFile& file)
 void finishLoading(guiHtmlBase* root)
 {
     guiNodeWatch live(root);
-    root->formValues().load(root);
+    root->loadFormValues(root);
     if (live.alive())
         root->dynamicLoad();
     if (live.alive())

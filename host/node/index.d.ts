@@ -801,6 +801,39 @@ export function confine(...folders: [Path, ...Path[]]): void;
  */
 export function pageText(form: Form): string;
 
+/** What has become of a page whose files were saved. */
+export interface Reload {
+    window: GuiWindow<any>;
+    /** Those that were saved, in full. */
+    files: string[];
+    /** Why the old page stays, in one line; null when the new one is shown. */
+    problem: string | null;
+    /** Milliseconds from the last touch of the files until the page was painted. */
+    ms: number;
+}
+
+/** Options of `watch`. */
+export interface WatchOptions {
+    /** Hears of each reload. */
+    onReload?: (reload: Reload) => void;
+}
+
+/** What `watch` gives. */
+export interface Watcher {
+    /** Files are not watched any more, unless somebody else has asked for it, too. */
+    close(): void;
+}
+
+/**
+ * Shows pages, pictures and included files anew as soon as they are saved, in the windows that are open, with what the user has done in
+ * them. Best called before the first window is made. Scripts are not watched: the command `tarn-gui watch` does that, too.
+ *
+ *     const watcher = tarn.watch({ onReload: ({ files, problem }) => console.log(files, problem) });
+ *
+ * @throws TypeError when an option is wrong
+ */
+export function watch(options?: WatchOptions): Watcher;
+
 /** Where an error of a handler comes from: its window, null for a filter, and the handler's name. */
 export interface ErrorPlace {
     window: GuiWindow<any> | null;

@@ -13,8 +13,10 @@ const { getListener, setListener } = require('./js/errors.js');
 const { confine, mount, mountDefaults } = require('./js/files.js');
 const { html } = require('./js/html.js');
 const { inside, insideKey } = require('./js/inside.js');
+const { startInspector } = require('./js/inspect.js');
 const { runImmediates } = require('./js/immediates.js');
 const { displayLost } = require('./js/display.js');
+const { startFromEnvironment, watch } = require('./js/live.js');
 const { hasMethod, scanMethods } = require('./js/methods.js');
 const { defineAccessor, defineMethod, tie, untie } = require('./js/objects.js');
 const { pageText, session } = require('./js/session.js');
@@ -61,11 +63,10 @@ module.exports = {
     clipboard,
     taskbar,
     tray,
+    watch,
     ...dialogs,
 };
 
 Object.defineProperty(module.exports, insideKey, { value: inside });
-
-if (process.env.TARN_INSPECT === '1') {
-    require('./inspector/start.js');
-}
+startFromEnvironment(module.exports);
+startInspector(module.exports);

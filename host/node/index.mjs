@@ -5,7 +5,7 @@ import tarn from './index.js';
 export const {
     CustomElement, GuiControl, GuiImage, GuiSizePolicy, GuiToolkit, GuiWindow, alert, alertAsync, clipboard, confine, confirm, confirmAsync, html, mount,
     openFile, openFileAsync, openFolder, openFolderAsync, pageText, pickColor, pickColorAsync, prompt, promptAsync, register, saveFile,
-    saveFileAsync, session, taskbar, tray,
+    saveFileAsync, session, taskbar, tray, watch,
 } = tarn;
 
 export default tarn;

@@ -49,7 +49,7 @@ const nameOf = (statement) => (ts.isVariableStatement(statement) ? statement.dec
 const hasMembers = (statement) => ts.isClassDeclaration(statement) || ts.isInterfaceDeclaration(statement);
 /** Interfaces that are only a few properties, which their one entry lists. */
 const plain = new Set(['AlertOptions', 'PdfOptions', 'OpenFileOptions', 'SaveFileOptions', 'FileFilter', 'ErrorPlace', 'Rect', 'Extent', 'Html', 'Messages',
-    'TrayOptions', 'TaskbarOptions', 'ListRow', 'NewListRow', 'ListItem', 'NewListItem', 'ListColumn', 'ListText']);
+    'TrayOptions', 'TaskbarOptions', 'Reload', 'WatchOptions', 'ListRow', 'NewListRow', 'ListItem', 'NewListItem', 'ListColumn', 'ListText']);
 
 const namesIn = (section) => entries.filter((entry) => entry.section.split(' ').includes(section)).flatMap(({ names }) => names);
 const everyName = entries.flatMap(({ names }) => names);

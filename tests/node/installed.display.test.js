@@ -51,6 +51,20 @@ test('the package holds what it needs as real files, and no install script', () 
     }
 });
 
+test('live reload from the package: a process stands in front of the program, and a page that is saved is shown', () => {
+    write('live.html', '<title>first</title><body>text');
+    write('live.js', `
+        const tarn = require('tarn-gui');
+        const window = new tarn.GuiWindow('live.html');
+        window.open();
+        setTimeout(() => require('node:fs').writeFileSync('live.html', '<title>second</title><body>text'), 100);
+        setInterval(() => window.getTitle() === 'second' && (console.log('shown', process.ppid), process.exit()), 20);
+        setTimeout(() => process.exit(3), 20000);`);
+    const [stdout, stderr, status] = runNode(['live.js'], { TARN_WATCH: '1' });
+    assert.match(stdout, /^shown \d+\n$/);
+    assert.deepEqual([stderr, status], ['', 0]);
+});
+
 test('nothing in the package names a folder of the machine that made it', () => {
     const names = ['tarn.node', 'libtarn.so', 'libtarn-sound.so', 'libtarn-print.so'];
     const dynamic = names.map((name) => execFileSync('readelf', ['-d', path.join(installed, 'lib', name)], { encoding: 'utf8' })).join('');

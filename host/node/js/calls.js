@@ -5,6 +5,7 @@ const { reportError, windowOf } = require('./errors.js');
 const { findMethod } = require('./methods.js');
 const { native } = require('./native.js');
 const { whileCurrent } = require('./session.js');
+const { watching } = require('./watching.js');
 const { arePromisesStuck, lookForStuckPromises } = require('./wait.js');
 
 /** Handlers whose promise has not settled, by the number of their call. */
@@ -94,7 +95,8 @@ function callMethod(target, self, name, args) {
 /** Calls a method for the component and answers under `id`, now or when the promise that it returns has settled. */
 function runCall(id, target, self, name, args) {
     try {
-        answer(id, self, name, callMethod(target, self, name, args));
+        const call = () => callMethod(target, self, name, args);
+        answer(id, self, name, watching.call === null ? call() : watching.call(windowOf(self), call));
     } catch (error) {
         fail(id, error, self, name);
     }

@@ -3,6 +3,7 @@
 
 const { describe } = require('./kinds.js');
 const { native, classes } = require('./native.js');
+const { watching } = require('./watching.js');
 
 let listener = null;
 
@@ -21,6 +22,9 @@ function windowOf(object) {
 
 /** `object`: whose handler it was, `handler`: the handler's name, "" for a function without one. */
 function reportError(error, object, handler) {
+    if (watching.error?.(error)) {
+        return;
+    }
     if (listener === null) {
         native.report(error);
         return;

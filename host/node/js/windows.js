@@ -9,6 +9,7 @@ const { native, classes } = require('./native.js');
 const { checkOptions } = require('./options.js');
 const { checkPaper, PdfError } = require('./paper.js');
 const { loadText, pageArguments, requirePage } = require('./pages.js');
+const { watching } = require('./watching.js');
 
 const prototype = classes.GuiWindow.prototype;
 const { findText, getReturnValue, getSelection, readZoom, startPrint, startShow, writePdf, writeZoom } = prototype;
@@ -47,6 +48,7 @@ class GuiWindow extends classes.GuiWindow {
     #form = null;
 
     constructor(...args) {
+        watching.begin?.();
         const folder = callerFolder();
         const page = pageArguments(args, folder, new.target);
         super(...page);

@@ -7,6 +7,7 @@ const { showList } = require('./lists.js');
 const { showPage } = require('./page.js');
 const { showProgress } = require('./progress.js');
 const { UsageError, help, readArguments } = require('./usage.js');
+const { watch } = require('./watch.js');
 
 const exitCodes = { wrongArguments: 2, timeout: 5 };
 const windows = { page: showPage, list: showList, progress: showProgress };
@@ -52,6 +53,9 @@ async function main(args, load) {
         }
         if (options.kind === 'create') {
             return create(options, print);
+        }
+        if (options.kind === 'watch') {
+            return await watch(options);
         }
         const code = await show(load(), options);
         process.stdin.destroy(); // whoever writes there need not go on

@@ -4,6 +4,7 @@
 const { parseArgs } = require('node:util');
 const { readCreate } = require('./create.js');
 const { UsageError } = require('./errors.js');
+const { readWatch } = require('./watch.js');
 
 const help = `usage: tarn-gui [OPTION...] PAGE.html [NAME=VALUE...]   a page, its controls filled with these values
        tarn-gui --text TEXT [--buttons YES,NO]           a message; prints the name of the button
@@ -12,6 +13,7 @@ const help = `usage: tarn-gui [OPTION...] PAGE.html [NAME=VALUE...]   a page, it
        tarn-gui --list [TEXT] [--columns A,B] [--multiple]  rows from standard input, cells between tabs; prints those chosen
        tarn-gui --progress [TEXT] [--close]              percentages from standard input, "# TEXT" changes the text
        tarn-gui create NAME [--typescript]               makes a folder with a program: a page, a script, a test
+       tarn-gui watch APP.js [ARGUMENT...]               runs a program; what is saved of it is shown at once
 
   --title TITLE      of the window
   --icon ICON        of a message: info, warning, error or question
@@ -70,14 +72,17 @@ function readAssignment(text) {
 
 /**
  * The arguments of a call: { kind, text, page, assignments, buttons, columns, timeout (milliseconds) and the other options by their
- * names }; kind is "page", one of the options that choose what is shown, "create" (see create.js), "help"
- * or "version".
+ * names }; kind is "page", one of the options that choose what is shown, "create" (see create.js), "watch"
+ * (see watch.js), "help" or "version".
  *
  * @throws UsageError
  */
 function readArguments(args) {
     if (args[0] === 'create' && !args.includes('--help')) {
         return readCreate(args.slice(1));
+    }
+    if (args[0] === 'watch' && args[1] !== '--help') {
+        return readWatch(args.slice(1));
     }
     const { values, positionals } = parse(args);
     const asked = ['help', 'version'].find((name) => values[name]);

@@ -1,0 +1,207 @@
+'use strict';
+// Live reload: watches the files that the pages of each window name, and has pages read anew when one of them was saved. No
+// program loads this unless somebody turns it on.
+
+const path = require('node:path');
+const { FileWatch } = require('./files.js');
+const { tarn } = require('./package.js');
+const { watchReads, whileNoting } = require('./reads.js');
+const { Saves } = require('./saves.js');
+
+const inside = tarn[Symbol.for('tarn-gui inside')];
+const { watching } = inside;
+
+/** Milliseconds until a page that the user is in the middle of using is looked at again. */
+const busyMs = 30;
+
+/** Asks the thread of the windows (runtime/guireload.h); a promise of the answer. */
+function ask(request, ...window) {
+    return new Promise((resolve) => {
+        inside.callDesktop('tarn.watch()', 'reload', JSON.stringify(request), (answer) => resolve(JSON.parse(answer)), ...window);
+    });
+}
+
+/** An error of a filter, in one line that says where it was thrown. */
+function lineOf(error) {
+    const place = /\(?([^()\s]+:\d+):\d+\)?$/m.exec(error?.stack ?? '')?.[1];
+    return `${error instanceof Error ? `${error.name}: ${error.message}` : String(error)}${place === undefined ? '' : ` (${place})`}`.replace(/\s+/g, ' ');
+}
+
+/** Files of the program are named as from its own folder. */
+function shortened(problem) {
+    const folder = process.argv[1] === undefined ? process.cwd() : path.dirname(path.resolve(process.argv[1]));
+    return problem.replaceAll(`${folder}${path.sep}`, '');
+}
+
+/** What one window waits for. */
+class Pending {
+    files = new Set(); // saved, and not looked at
+    unshown = new Set(); // looked at, and something was wrong
+    since = 0; // of the last touch
+    isRunning = false;
+}
+
+class LiveReload {
+    #saves = new Saves((file, since) => this.#onSaved(file, since));
+    #files = new FileWatch((file) => this.#saves.touch(file));
+    #windowsOf = new Map(); // by file: references
+    #referenceTo = new WeakMap();
+    #pending = new WeakMap();
+    #listeners = new Set();
+    #hasBegun = false;
+    #isClosed = false;
+    #endReads = watchReads();
+
+    constructor() {
+        watching.call = (window, work) => (window === null ? work() : whileNoting((file) => this.#name(window, file), work));
+        watching.begin = () => this.begin();
+    }
+
+    /** Before the first window: the component is started now. */
+    begin() {
+        if (!this.#hasBegun) {
+            this.#hasBegun = true;
+            watching.begin = null;
+            inside.callDesktop('tarn.watch()', 'watchFiles', (window, file, stamp) => this.#name(window, file, stamp));
+        }
+    }
+
+    listen(listener) {
+        this.#listeners.add(listener);
+        return () => this.#listeners.delete(listener);
+    }
+
+    close() {
+        this.#isClosed = true;
+        this.#files.close();
+        this.#saves.close();
+        this.#endReads();
+        watching.call = null;
+        watching.begin = null;
+    }
+
+    /** A page of the window depends on this file. `stamp`: see Saves.note(). */
+    #name(window, file, stamp) {
+        if (this.#isClosed || !(window instanceof tarn.GuiWindow) || file.startsWith(path.join(__dirname, '..', 'vfs'))) {
+            return;
+        }
+        if (!this.#referenceTo.has(window)) {
+            this.#referenceTo.set(window, new WeakRef(window));
+        }
+        if (!this.#windowsOf.has(file)) {
+            this.#windowsOf.set(file, new Set());
+        }
+        this.#windowsOf.get(file).add(this.#referenceTo.get(window));
+        this.#files.add(file);
+        this.#saves.note(file, stamp);
+    }
+
+    #onSaved(file, since) {
+        for (const reference of this.#windowsOf.get(file) ?? []) {
+            const window = reference.deref();
+            if (window === undefined) {
+                this.#windowsOf.get(file).delete(reference);
+                continue;
+            }
+            const pending = this.#pending.get(window) ?? new Pending();
+            this.#pending.set(window, pending);
+            pending.files.add(file);
+            pending.since = since;
+            this.#run(window, pending);
+        }
+    }
+
+    /** One reload after the other, each of all that was saved meanwhile. */
+    async #run(window, pending) {
+        if (pending.isRunning) {
+            return;
+        }
+        pending.isRunning = true;
+        while (pending.files.size > 0 && !this.#isClosed) {
+            if (!await this.#reload(window, pending)) {
+                await new Promise((resolve) => { setTimeout(resolve, busyMs).unref(); });
+            }
+        }
+        pending.isRunning = false;
+    }
+
+    /** False when the user is in the middle of something. */
+    async #reload(window, pending) {
+        const saved = [...pending.files];
+        const files = [...new Set([...pending.unshown, ...saved])];
+        const { since } = pending;
+        pending.files.clear();
+        const { isBusy, isGone, problem: found } = await this.#check(window, files);
+        if (isBusy) {
+            saved.forEach((file) => pending.files.add(file));
+            return false;
+        }
+        if (isGone) {
+            return true;
+        }
+        const problem = found === undefined ? undefined : shortened(found);
+        pending.unshown = new Set(problem === undefined ? [] : files);
+        if (problem === undefined) {
+            await ask({ do: 'show', files }, window);
+        } else {
+            process.stderr.write(`tarn: ${problem}\n`);
+            await ask({ do: 'tell', message: problem }, window);
+        }
+        const told = { window, files: saved, problem: problem ?? null, ms: Date.now() - since };
+        this.#listeners.forEach((listener) => listener(told));
+        return true;
+    }
+
+    /** Has the pages read; what a filter throws meanwhile is what is wrong with them. */
+    async #check(window, files) {
+        let thrown;
+        watching.error = (error) => {
+            thrown ??= { problem: lineOf(error) };
+            return true;
+        };
+        try {
+            const answer = await ask({ do: 'check', files }, window);
+            return { ...answer, ...thrown };
+        } finally {
+            watching.error = null;
+        }
+    }
+}
+
+let live = null;
+let users = 0;
+
+function begin() {
+    live ??= new LiveReload();
+    ++users;
+    return live;
+}
+
+function end() {
+    if (--users === 0) {
+        live.close();
+        live = null;
+    }
+}
+
+const options = { onReload: { accepts: (value) => typeof value === 'function', says: 'a function' } };
+
+/** Turns live reload on for this program, until the result is closed. */
+function watch(given) {
+    const { onReload } = inside.checkOptions('tarn.watch(options)', given, options, watch);
+    const reload = begin();
+    reload.begin();
+    const forget = onReload === undefined ? () => {} : reload.listen(onReload);
+    let isOpen = true;
+    return {
+        close() {
+            if (isOpen) {
+                isOpen = false;
+                forget();
+                end();
+            }
+        },
+    };
+}
+
+module.exports = { ask, begin, watch };
