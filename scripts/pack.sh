@@ -14,10 +14,10 @@ trap 'rm -rf -- "$stage"' EXIT
 # in the folder where they lie here, since some of them know their place.
 cd -- "$root/host/node"
 cp -R -- index.mjs index.d.ts index.d.mts vfs man templates "$stage"
-# The test driver and live reload stay as they are: hardly a program loads them, and the driver's hook is a file that Node.js
+# The test driver, the inspector and live reload stay as they are: hardly a program loads them, and the driver's hook is a file that Node.js
 # is told by name.
-cp -R -- test.js test.mjs test.d.ts test.d.mts driver live "$stage"
-node_modules/.bin/esbuild index.js --bundle --platform=node --target=node18 --log-level=warning '--external:../live/*' \
+cp -R -- test.js test.mjs test.d.ts test.d.mts driver inspector live "$stage"
+node_modules/.bin/esbuild index.js --bundle --platform=node --target=node18 --log-level=warning '--external:../inspector/*' '--external:../live/*' \
     "--outfile=$stage/js/tarn.js"
 node_modules/.bin/esbuild bin/tarn-gui.js --bundle --platform=node --target=node18 --log-level=warning --external:../index.js \
     --external:../package.json "--outfile=$stage/bin/tarn-gui.js"

@@ -65,6 +65,15 @@ test('live reload from the package: a process stands in front of the program, an
     assert.deepEqual([stderr, status], ['', 0]);
 });
 
+test('its inspector opens', () => {
+    write('inspected.js', `const tarn = require('tarn-gui');
+        const { drive } = require('tarn-gui/test');
+        const window = tarn.GuiWindow.from('<title>Seen</title><body width="200" height="80">text</body>');
+        drive(window).then((w) => w.press('Ctrl+Shift+I')).then(() => drive('Inspector - Seen')).then((w) => w.rows('tree'))
+            .then((rows) => { console.log(rows.map((row) => row.texts[0]).join()); process.exit(); });`);
+    assert.deepEqual(runNode(['inspected.js'], { TARN_INSPECT: '1' }), ['page,“text”\n', '', 0]);
+});
+
 test('nothing in the package names a folder of the machine that made it', () => {
     const names = ['tarn.node', 'libtarn.so', 'libtarn-sound.so', 'libtarn-print.so'];
     const dynamic = names.map((name) => execFileSync('readelf', ['-d', path.join(installed, 'lib', name)], { encoding: 'utf8' })).join('');

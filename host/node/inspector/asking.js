@@ -1,7 +1,9 @@
 'use strict';
 // The inspector's way to the component (runtime/guiinspector.h). Nothing here waits for the script.
 
-const { callDesktop } = require('../js/desktop.js');
+const { tarn } = require('./package.js');
+
+const { callDesktop } = tarn[Symbol.for('tarn-gui inside')];
 
 /** A promise of the answer. `window`: the inspector's own, for the requests that need it. */
 function ask(request, window) {

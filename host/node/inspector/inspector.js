@@ -4,12 +4,12 @@
 
 const fs = require('node:fs');
 const path = require('node:path');
-const tarn = require('../index.js');
-const { native } = require('../js/native.js');
 const { ask, look } = require('./asking.js');
+const { tarn } = require('./package.js');
 const { describe, place, title } = require('./words.js');
 
 const { GuiWindow, html } = tarn;
+const { isOpen } = tarn[Symbol.for('tarn-gui inside')];
 
 const glanceMs = 120;
 const formEvery = 4; // glances
@@ -45,7 +45,7 @@ class Inspector extends GuiWindow {
     }
 
     get isOpen() {
-        return native.isOpen(this);
+        return isOpen(this);
     }
 
     pick(isOn) {

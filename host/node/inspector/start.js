@@ -2,9 +2,11 @@
 // Loaded by a program that is to be inspected (TARN_INSPECT=1): Ctrl+Shift+I in a window opens the inspector for it.
 
 const { isMainThread } = require('node:worker_threads');
-const { watchCalls } = require('../js/calls.js');
 const { ask } = require('./asking.js');
 const { EventLog } = require('./eventlog.js');
+const { tarn } = require('./package.js');
+
+const { watchCalls } = tarn[Symbol.for('tarn-gui inside')];
 
 const log = new EventLog();
 let inspector = null;

@@ -1,5 +1,5 @@
 'use strict';
-// What the package's test driver and live reload have of the package, besides what every program has: they lie in files of
+// What the package's test driver, its inspector and live reload have of the package, besides what every program has: they lie in files of
 // their own, which are loaded by whoever asks for them.
 
 const { watchCalls } = require('./calls.js');
