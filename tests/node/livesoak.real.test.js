@@ -72,6 +72,7 @@ test('a page of 1 MB is saved a thousand times while its form is filled in', { t
     assert.deepEqual({ ...window.form }, { box: true, tea: 'black', note: 'a note', line: typed });
     assert.equal(window.getFocus(), 'line');
     assert.equal(window.find(`Version ${saves}`), 1);
-    assert.ok(end < start + 40, // a leak of 50 KB a save `${start} MiB after ${warmUp} saves, ${end} after ${saves}`);
+    // A leak of 50 KB a save would take more, and so much comes and goes on a loaded machine.
+    assert.ok(end < start + 40, `${start} MiB after ${warmUp} saves, ${end} after ${saves}`);
     assert.ok(median < patienceMs, `${median} ms`);
 }));
