@@ -4,24 +4,24 @@
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
+#include "page/guirareattributes.h"
 
 #include <QScrollBar>
 #include <QWidget>
 #include <algorithm>
-#include <memory>
+#include <iterator>
 #include <vector>
 
 namespace {
 
-/// A jump that waits for its page.
-struct laterJump
-{
-    std::unique_ptr<guiNodeWatch> within;
-    sstring bookmark;
-};
+// Where jumps wait: nodes with the attribute kJump, and others that are gone. Never destroyed: the GUI thread still
+// runs while the process exits.
+std::vector<guiHtml*>& theWaiting TARN_GUARDED_BY(velaGuiRole) = *new std::vector<guiHtml*>;
 
-// Never destroyed: the GUI thread still runs while the process exits.
-std::vector<laterJump>& theJumps TARN_GUARDED_BY(velaGuiRole) = *new std::vector<laterJump>;
+bool isWaiting(guiHtml* node)
+{
+    return guiHtml::isRegistered(node) && guiHasRareAttribute(node, guiRareAttribute::kJump);
+}
 
 guiHtml* find(guiHtml* within, guiHtml* root, sstring const& bookmark)
 {
@@ -74,25 +74,23 @@ bool guiJumpTo(guiHtml* within, sstring const& bookmark)
 
 void guiJumpLater(guiHtml* within, sstring const& bookmark)
 {
-    std::erase_if(theJumps,
-                  [within](laterJump const& jump) { return !jump.within->alive() || jump.within->get() == within; });
-    theJumps.push_back({std::make_unique<guiNodeWatch>(within), bookmark});
+    std::erase_if(theWaiting, [within](guiHtml* node) { return node == within || !isWaiting(node); });
+    guiSetRareAttribute(within, guiRareAttribute::kJump, bookmark);
+    theWaiting.push_back(within);
 }
 
 void guiDoJumps(guiHtml* root)
 {
-    if (theJumps.empty())
-        return;
-    std::vector<laterJump> due;
-    std::vector<laterJump> others;
-    for (laterJump& jump : theJumps) {
-        guiHtml* const within = jump.within->get();
-        bool const isDue = within && within->getBaseHtml() == root && isShown(within);
-        if (within)
-            (isDue ? due : others).push_back(std::move(jump));
+    auto const isDue = [root](guiHtml* node) {
+        return isWaiting(node) && node->getBaseHtml() == root && isShown(node);
+    };
+    std::vector<guiHtml*> due;
+    std::copy_if(theWaiting.begin(), theWaiting.end(), std::back_inserter(due), isDue);
+    for (guiHtml* within : due) {
+        if (!isWaiting(within))
+            continue; // it has gone by what was called for another one
+        sstring const bookmark = guiRareAttributeOf(within, guiRareAttribute::kJump);
+        guiDropRareAttribute(within, guiRareAttribute::kJump);
+        guiJumpTo(within, bookmark);
     }
-    theJumps.swap(others);
-    for (laterJump const& jump : due)
-        if (guiHtml* const within = jump.within->get())
-            guiJumpTo(within, jump.bookmark);
 }

@@ -102,10 +102,15 @@ sstring guiRareAttributeOf(guiHtml const* node, guiRareAttribute which)
     return found ? all.subString(found->begin, found->end - found->begin) : sstring();
 }
 
-void guiSetRareAttribute(guiHtml* node, guiRareAttribute which, sstring const& value)
+void guiDropRareAttribute(guiHtml* node, guiRareAttribute which)
 {
     sstring const all = node->getString(kStringRare);
-    std::optional<valuePlace> const old = find(all, which);
-    sstring const rest = old ? all.subString(0, old->begin - 1) + all.subString(old->end + 1) : all;
-    node->setString(kStringRare, rest + written(which, value));
+    if (std::optional<valuePlace> const old = find(all, which))
+        node->setString(kStringRare, all.subString(0, old->begin - 1) + all.subString(old->end + 1));
+}
+
+void guiSetRareAttribute(guiHtml* node, guiRareAttribute which, sstring const& value)
+{
+    guiDropRareAttribute(node, which);
+    node->setString(kStringRare, node->getString(kStringRare) + written(which, value));
 }

@@ -24,6 +24,7 @@ enum class guiRareAttribute : char
     kLabel = 'l',    ///< `label`: what the element is called
     kValue = 'v',    ///< `value` of a custom element
     kHeading = 'h',  ///< of a run of text, from the parser: the level, "1" to "6"
+    kJump = 'j',     ///< the bookmark in it to scroll to when it is laid out (guibookmark.h)
     kSource = 's',   ///< from the parser, for the inspector alone (guinodesource.h)
     kHeadRows = 't', ///< of a table, from the parser: how many of its first layers each sheet of paper repeats
 };
@@ -35,3 +36,4 @@ sstring guiRareAttributeOf(guiHtml const* node, guiRareAttribute which);
 /// Whether the node has it: alt="" says more than no `alt`.
 bool guiHasRareAttribute(guiHtml const* node, guiRareAttribute which);
 void guiSetRareAttribute(guiHtml* node, guiRareAttribute which, sstring const& value);
+void guiDropRareAttribute(guiHtml* node, guiRareAttribute which);
