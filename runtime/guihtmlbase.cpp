@@ -486,6 +486,7 @@ int guiHtmlBase::loadFile(sstring file)
 
 int guiHtmlBase::setText(sstring const& content, sstring const& directory)
 {
+    assertOnGuiThread();
     guiNodeWatch self(this);
     guiPageWatcher* const watcher = guiPageWatcher::current();
     if (watcher)
