@@ -46,16 +46,23 @@ class reloadWatcher final : public guiPageWatcher
 public:
     void onFile(ScriptObject* window, sstring const& path) override { guiReloadFiles_note(window, path); }
     void onWindowGone(ScriptObject* window) override { guiReloadFiles_forget(window); }
-    void onContent(guiHtmlBase& root, guiHtml* node) override { guiGiven_note(root, node); }
+    void onContent(guiHtmlBase& root, guiHtml* node) override TARN_ON(velaGuiRole) { guiGiven_note(root, node); }
     void onText(guiHtmlBase& root, std::optional<sstring> const& text, sstring const& directory) override
+        TARN_ON(velaGuiRole)
     {
         guiGiven_noteText(root, text, directory);
     }
-    void onOpen(guiHtmlBase& root, guiWidget& window) override { guiWindowPlaces_take(root, window); }
-    guiSaid& said(guiHtml* node) override { return guiGiven_said(node); }
+    void onOpen(guiHtmlBase& root, guiWidget& window) override TARN_ON(velaGuiRole)
+    {
+        guiWindowPlaces_take(root, window);
+    }
+    guiSaid& said(guiHtml* node) override TARN_ON(velaGuiRole) { return guiGiven_said(node); }
     bool isShowing() const override { return ::isShowing; }
-    std::optional<sstring> textOf(sstring const& path) override { return guiReloadFiles_textOf(path); }
-    bool hasText(sstring const& path) override { return guiReloadFiles_hasText(path); }
+    std::optional<sstring> textOf(sstring const& path) override TARN_ON(velaGuiRole)
+    {
+        return guiReloadFiles_textOf(path);
+    }
+    bool hasText(sstring const& path) override TARN_ON(velaGuiRole) { return guiReloadFiles_hasText(path); }
 };
 
 /// The files that a page shows which was read before anybody watched.

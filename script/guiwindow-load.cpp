@@ -70,6 +70,7 @@ void finishLoading(guiHtmlBase* root)
 /// Makes the page of a window that has none. The filters run script, which may destroy the window.
 int loadFirst(guiWindowData& record, ScriptObject* relativeTo, sstring const& path)
 {
+    assertOnGuiThread();
     assert(!record.root);
     guiPageFile file(path, "GuiWindow::load()");
     if (!file.read(relativeTo))
