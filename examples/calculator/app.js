@@ -32,7 +32,7 @@ class Calculator extends GuiWindow {
             const value = evaluate(this.form.line);
             return Number.isNaN(value) ? { problem: 'there is no such number' } : { value };
         } catch (error) {
-            return { problem: error.message };
+            return { problem: /** @type {Error} */ (error).message };
         }
     }
 

@@ -3,7 +3,9 @@
 // one that called it: a sum of products of powers of values.
 
 const token = /\d+\.?\d*(?:e[+-]?\d+)?|\.\d+|[a-z]+\d*(?::[a-z]+\d+)?|\S/g;
-const names = new Map([['pi', Math.PI], ...['sqrt', 'sin', 'cos', 'tan', 'abs', 'round'].map((name) => [name, Math[name]])]);
+const { PI: pi, sqrt, sin, cos, tan, abs, round } = Math;
+/** @type {Map<string, any>} */
+const names = new Map(Object.entries({ pi, sqrt, sin, cos, tan, abs, round }));
 const isWord = (sign) => /^[a-z]/.test(sign);
 
 /** The value of a line; throws a SyntaxError that says what is wrong with it. `find`: what a word such as "pi", "a1" or "a1:b9" stands
