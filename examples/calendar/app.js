@@ -10,15 +10,14 @@ const { Month } = require('./month');
 register('Month', Month);
 const file = process.argv[2] ?? path.join(os.tmpdir(), 'tarn-calendar.json');
 const now = new Date();
-const today = process.argv[3] ?? new Date(now - now.getTimezoneOffset() * 60000).toISOString().slice(0, 10);
+const today = process.argv[3] ?? new Date(now.getTime() - now.getTimezoneOffset() * 60000).toISOString().slice(0, 10);
 const inWords = (day, options) => new Intl.DateTimeFormat('en', { timeZone: 'UTC', ...options }).format(new Date(day));
 
 class Calendar extends GuiWindow {
     constructor() {
         super('calendar.html');
         this.appointments = fs.existsSync(file) ? JSON.parse(fs.readFileSync(file, 'utf8')) : {}; // by days: lists of { time, text }
-        this.month = this.control('month');
-        Object.assign(this.month, { today, textsOf: (day) => (this.appointments[day] ?? []).map(({ text }) => text) });
+        this.month = Object.assign(this.control('month'), { today, textsOf: (day) => (this.appointments[day] ?? []).map(({ text }) => text) });
         this.month.go(today);
         this.setFocus('month');
         this.setEnterControl('add');
@@ -32,13 +31,11 @@ class Calendar extends GuiWindow {
 
     onAdd() {
         const { time, text } = this.form;
-        if (!time || !text.trim()) {
-            this.setFocus(time ? 'text' : 'time');
-            return;
+        if (time && text.trim()) {
+            this.change([...this.appointments[this.month.day] ?? [], { time, text: text.trim() }]);
+            this.form.text = '';
         }
-        this.change([...this.appointments[this.month.day] ?? [], { time, text: text.trim() }]);
-        this.form.text = '';
-        this.setFocus('month');
+        this.setFocus(!time ? 'time' : text.trim() ? 'month' : 'text');
     }
 
     /** The time or the text was changed in its place. */

@@ -2,6 +2,8 @@
 // A month as a grid of days. The arrows go by days and weeks, Page Up and Page Down by months; the window hears of it by onDay().
 // A day is a text such as "2026-11-23", so that days can be compared and be keys of objects.
 
+const { CustomElement } = require('../../host/node');
+
 const head = 26;
 const names = ['Mon', 'Tue', 'Wed', 'Thu', 'Fri', 'Sat', 'Sun'];
 const days = { Left: -1, Right: 1, Up: -7, Down: 7 };
@@ -16,8 +18,10 @@ function laterMonth(day, count) {
     return later(last.toISOString().slice(0, 10), Math.min(0, date - last.getUTCDate()));
 }
 
-class Month {
-    textsOf = () => []; // of a day: what is written on it
+class Month extends CustomElement {
+    today = '';
+    /** @type {(day: string) => string[]} */
+    textsOf = () => []; // what is written on a day
 
     /** The Monday on which the first row begins. */
     get first() {
@@ -28,7 +32,7 @@ class Month {
     go(day) {
         this.day = day;
         this.toolkit.repaint();
-        this.window.onDay();
+        /** @type {any} */ (this.window).onDay();
     }
 
     eKey() {
@@ -38,8 +42,7 @@ class Month {
     }
 
     eMouseDown() {
-        const { x, y } = this.mouse;
-        const { width, height } = this.toolkit.rect;
+        const { mouse: { x, y }, toolkit: { rect: { width, height } } } = this;
         if (y >= head) this.go(later(this.first, Math.floor(7 * x / width) + 7 * Math.floor(6 * (y - head) / (height - head))));
     }
 
