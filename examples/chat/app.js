@@ -12,7 +12,7 @@ const readline = require('node:readline');
 const { GuiWindow, html } = require('../../host/node');
 
 const name = process.argv[2] ?? os.userInfo().username;
-const file = process.argv[3] ?? path.join(process.env.XDG_RUNTIME_DIR ?? os.tmpdir(), `tarn-chat-${process.getuid()}.sock`);
+const file = process.argv[3] ?? path.join(process.env.XDG_RUNTIME_DIR ?? os.tmpdir(), `tarn-chat-${os.userInfo().uid}.sock`);
 const colors = ['#1F6FEB', '#2F9E44', '#C2255C', '#C4500A', '#6741D9'];
 const colorOf = (who) => colors[[...who].reduce((sum, letter) => sum + letter.codePointAt(0), 0) % colors.length];
 
@@ -45,7 +45,7 @@ class Chat extends GuiWindow {
             this.send({ from: name, joined: true });
             this.tell('Connected');
         });
-        socket.on('error', ({ code }) => {
+        socket.on('error', (/** @type {NodeJS.ErrnoException} */ { code }) => {
             if (code === 'ECONNREFUSED') fs.rmSync(file, { force: true }); // left behind by a program that was killed
             if (!this.others.has(socket)) this.listen();
         });
@@ -53,7 +53,7 @@ class Chat extends GuiWindow {
 
     listen() {
         const server = net.createServer((socket) => { this.talkWith(socket, () => {}); this.tell('Connected'); });
-        server.on('error', ({ code, message }) => (code === 'EADDRINUSE' ? this.connect() : this.tell(message))); // somebody was faster
+        server.on('error', (/** @type {NodeJS.ErrnoException} */ { code, message }) => (code === 'EADDRINUSE' ? this.connect() : this.tell(message))); // somebody was faster
         server.listen(file, () => {
             this.server = server;
             this.tell('Waiting for others');
@@ -76,7 +76,7 @@ class Chat extends GuiWindow {
         for (const each of this.others) if (each !== from) each.write(`${JSON.stringify(message)}\n`);
     }
 
-    show({ from, text, joined }) {
+    show({ from, text, joined = false }) {
         this.said.unshift(html`<p><font color="${colorOf(from)}"><b>${from}</b></font> ${joined ? html`<font color="#57606A">is here</font>` : text}</p>`);
         this.control('said').setText(html`<body bgcolor="#FFFFFF" text="#1F2328" valign="top"><table width="100%" cellpadding="12"><tr><td>${this.said}</td></tr></table></body>`);
     }
