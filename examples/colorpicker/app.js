@@ -1,8 +1,7 @@
 'use strict';
 // A colour in three ways at once, with sliders and fields, and a row of swatches to keep some. app.js [COLOUR...]
 //
-// There is one colour, `rgb`, and `hsv` beside it, since a gray has forgotten its hue. take() writes them into everything that shows
-// them. What script writes calls onchange as well; session.event tells the changes of the user from these.
+// What script writes calls onchange as well; session.event tells the changes of the user from these.
 
 const { GuiWindow, clipboard, html, pickColorAsync, register } = require('../../host/node');
 const { fromHex, toHex, toHsv, toRgb } = require('./colors');
@@ -16,6 +15,9 @@ const row = ([label, max]) => html`<tr><td width="80"><label for="${label}">&amp
     <td width="76"><input type="number" name="${label}" min="0" max="${max}" onchange="event://onPart/${label}" width="100%"></td></tr>`;
 
 class ColorPicker extends GuiWindow {
+    rgb = { Red: 0, Green: 0, Blue: 0 };
+    hsv = { Hue: 0, Saturation: 0, Value: 0 }; // the same colour, since a gray has forgotten its hue
+
     constructor(colors) {
         super('colorpicker.html');
         this.control('parts').setText(html`<table width="100%" gap="8">${Object.entries(most).map(row)}</table>`);

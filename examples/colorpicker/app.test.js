@@ -6,12 +6,14 @@ const { test } = require('node:test');
 const { launch } = require('../../host/node/test');
 const { fromHex, toHex, toHsv, toRgb } = require('./colors');
 
+const partsOf = (hex) => fromHex(hex) ?? assert.fail(`${hex} is no colour`);
+
 test('colours come back from either way of writing them', () => {
     for (const hex of ['#000000', '#FFFFFF', '#FF0000', '#00FF00', '#0000FF', '#808080', '#FFFF00', '#00FFFF', '#FF00FF']) {
-        assert.equal(toHex(toRgb(toHsv(fromHex(hex)))), hex);
+        assert.equal(toHex(toRgb(toHsv(partsOf(hex)))), hex);
     }
-    assert.deepEqual(toHsv(fromHex('#F08C00')), { Hue: 35, Saturation: 100, Value: 94 });
-    assert.equal(toHex(fromHex('369')), '#336699');
+    assert.deepEqual(toHsv(partsOf('#F08C00')), { Hue: 35, Saturation: 100, Value: 94 });
+    assert.equal(toHex(partsOf('369')), '#336699');
     assert.equal(fromHex('#12'), null);
 });
 

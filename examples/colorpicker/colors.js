@@ -25,7 +25,7 @@ const toHex = ({ Red, Green, Blue }) => `#${[Red, Green, Blue].map((part) => par
 function fromHex(text) {
     const digits = /^#?([0-9a-f]{6}|[0-9a-f]{3})$/i.exec(text.trim())?.[1];
     if (digits === undefined) return null;
-    const [Red, Green, Blue] = (digits.length === 3 ? digits.replace(/./g, '$&$&') : digits).match(/../g).map((part) => parseInt(part, 16));
+    const [Red, Green, Blue] = (digits.length === 3 ? digits.replace(/./g, '$&$&') : digits).match(/../g)?.map((part) => parseInt(part, 16)) ?? [];
     return { Red, Green, Blue };
 }
 

@@ -3,8 +3,7 @@
 
 const { CustomElement } = require('../../host/node');
 
-const size = 28;
-const step = size + 6;
+const [size, step] = [28, 34]; // in pixels; from one to the next
 
 class Swatches extends CustomElement {
     colors = [];
@@ -27,7 +26,7 @@ class Swatches extends CustomElement {
 
     go(index, takes = false) {
         this.at = Math.min(Math.max(index, 0), this.colors.length - 1);
-        if (takes) this.window.onSwatch(this.colors[this.at]);
+        if (takes) /** @type {any} */ (this.window).onSwatch(this.colors[this.at]);
         this.toolkit.repaint();
     }
 
