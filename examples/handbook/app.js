@@ -108,15 +108,15 @@ class Handbook extends GuiWindow {
     /** Return in the search shows the first section that was found. */
     onFirst() {
         const [first] = this.control('contents').rows();
-        if (first?.value) this.open(first.value);
+        if (first?.value) this.goTo(first.value);
     }
 
     onContents() {
         const [selected] = this.control('contents').selection;
-        if (selected !== undefined) this.open(selected);
+        if (selected !== undefined) this.goTo(selected);
     }
 
-    open(value) {
+    goTo(value) {
         const [file, heading] = value.split(/[# ]/);
         if (value === 'start') this.go({ kind: 'start' });
         if (value === 'try') this.go({ kind: 'try', text: firstTry, isByList: true });

@@ -21,6 +21,7 @@ function target(link, file) {
     return example ? `event://onRun/${example[1]}` : whole.endsWith('.md') ? `event://onOpen/${whole}/${heading}` : null;
 }
 
+/** @type {[RegExp, (match: RegExpExecArray, file: string) => string][]} */
 const inlines = [
     [/^`` ?(.+?) ?``/, ([, code]) => `<code>${escape(code)}</code>`],
     [/^`([^`]+)`/, ([, code]) => `<code>${escape(code)}</code>`],
@@ -32,16 +33,20 @@ const inlines = [
     [/^\*\*([^*]+)\*\*/, ([, text], file) => `<b>${inline(text, file)}</b>`],
     [/^\*([^*\s][^*]*)\*/, ([, text], file) => `<i>${inline(text, file)}</i>`],
     [/^\\([|`*\\[\]])/, ([, sign]) => escape(sign)],
+    [/^.[^`![*\\]*/s, ([plain]) => escape(plain)],
 ];
 
 /** A line of text. `file`: where it stands, from which its links start. */
 function inline(text, file) {
     let out = '';
     for (let rest = text; rest !== '';) {
-        const [pattern, write] = inlines.find(([each]) => each.test(rest)) ?? [/^.[^`![*\\]*/s, ([plain]) => escape(plain)];
-        const match = pattern.exec(rest);
-        out += write(match, file);
-        rest = rest.slice(match[0].length);
+        for (const [pattern, write] of inlines) {
+            const match = pattern.exec(rest);
+            if (!match) continue;
+            out += write(match, file);
+            rest = rest.slice(match[0].length);
+            break;
+        }
     }
     return out;
 }
@@ -126,6 +131,7 @@ function block(lines, at, file, tries) {
  */
 function toPage(markdown, file) {
     const lines = markdown.split('\n');
+    /** @type {{ text: string, headings: { level: number, title: string, id: string }[], tries: string[] }} */
     const page = { text: '', headings: [], tries: [] };
     for (let at = 0; at < lines.length;) {
         const { lines: length, text, heading } = block(lines, at, file, page.tries);
