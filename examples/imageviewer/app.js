@@ -12,6 +12,10 @@ const inOrder = new Intl.Collator('en', { numeric: true }).compare;
 const steps = [0.1, 0.25, 0.5, 0.75, 1, 1.5, 2, 3, 4, 8];
 
 class ImageViewer extends GuiWindow {
+    /** @type {string[]} */
+    names = [];
+    image = new GuiImage();
+
     constructor(folder) {
         super('imageviewer.html');
         this.folder = folder;
@@ -89,7 +93,7 @@ class ImageViewer extends GuiWindow {
         next: () => this.go(1),
         previous: () => this.go(-1),
         larger: () => this.zoomTo(steps.find((step) => step > this.scale + 0.001) ?? steps.at(-1)),
-        smaller: () => this.zoomTo(steps.findLast((step) => step < this.scale - 0.001) ?? steps[0]),
+        smaller: () => this.zoomTo(steps.filter((step) => step < this.scale - 0.001).at(-1) ?? steps[0]),
         fit: () => this.zoomTo(null),
         actual: () => this.zoomTo(1),
         quit: () => this.close(),

@@ -12,7 +12,8 @@ const svg = (width, height) => `<svg xmlns="http://www.w3.org/2000/svg" width="$
 test('next, previous, larger, smaller, another folder', async (t) => {
     const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'tarn-imageviewer-'));
     t.after(() => fs.rmSync(folder, { recursive: true }));
-    for (const [name, width, height] of [['photo 2.svg', 1200, 400], ['photo 10.svg', 100, 50], ['photo 1.svg', 64, 64]]) fs.writeFileSync(path.join(folder, name), svg(width, height));
+    const sizes = { 'photo 2.svg': [1200, 400], 'photo 10.svg': [100, 50], 'photo 1.svg': [64, 64] };
+    for (const [name, [width, height]] of Object.entries(sizes)) fs.writeFileSync(path.join(folder, name), svg(width, height));
     fs.writeFileSync(path.join(folder, 'notes.txt'), 'no picture');
     fs.writeFileSync(path.join(folder, 'torn.png'), 'no picture either');
 
