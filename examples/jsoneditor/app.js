@@ -34,10 +34,10 @@ class JsonEditor extends tarn.GuiWindow {
     constructor(file) {
         super('jsoneditor.html');
         this.setFocus('tree');
-        this.load(file);
+        this.showFile(file);
     }
 
-    load(file) {
+    showFile(file) {
         this.document = file === null ? {} : JSON.parse(fs.readFileSync(file, 'utf8'));
         this.file = file;
         this.isChanged = false;
@@ -86,10 +86,10 @@ class JsonEditor extends tarn.GuiWindow {
     async eMenu(session, item) { await this.actions[item](); }
 
     actions = {
-        create: async () => { if (await this.mayForget()) this.load(null); },
+        create: async () => { if (await this.mayForget()) this.showFile(null); },
         open: async () => {
             const file = await this.mayForget() && await tarn.openFileAsync({ filters });
-            if (file) this.load(file);
+            if (file) this.showFile(file);
         },
         save: async () => {
             this.file ??= await tarn.saveFileAsync({ name: 'new.json', filters });
