@@ -35,7 +35,7 @@ class Kanban extends GuiWindow {
     move(from, to) {
         const [card] = this.columns[from.column].cards.splice(from.index, 1);
         const isBehind = to.column === from.column && to.index > from.index;
-        const index = Math.max(0, to.index - isBehind);
+        const index = Math.max(0, to.index - Number(isBehind));
         this.columns[to.column].cards.splice(index, 0, card);
         this.change({ column: to.column, index });
     }

@@ -2,14 +2,14 @@
 // Columns of cards: the pointer drags a card, the arrows go from card to card. What becomes of cards is the window's business: the
 // board calls its move(from, to) and onAt(). A place is { column, index }.
 
-const gap = 12;
-const head = 40;
-const cardHeight = 56;
+const { CustomElement } = require('../../host/node');
+
+const [gap, head, cardHeight] = [12, 40, 56];
 const step = cardHeight + 8;
 const arrows = { Left: [-1, 0], Right: [1, 0], Up: [0, -1], Down: [0, 1] };
 const within = (number, most) => Math.max(0, Math.min(number, most));
 
-class Board {
+class Board extends CustomElement {
     columns = [];
     at = { column: 0, index: 0 };
 
@@ -25,7 +25,7 @@ class Board {
     go(place) {
         const column = within(place.column, this.columns.length - 1);
         this.at = { column, index: within(place.index, this.columns[column].cards.length - 1) };
-        this.window.onAt();
+        /** @type {any} */ (this.window).onAt();
         this.toolkit.repaint();
     }
 
@@ -43,7 +43,7 @@ class Board {
     eMouseMove() { if (this.isDragging) this.toolkit.repaint(); }
 
     eMouseUp() {
-        if (this.isDragging) this.window.move(this.at, this.pointed);
+        if (this.isDragging) /** @type {any} */ (this.window).move(this.at, this.pointed);
         this.isDragging = false;
     }
 
