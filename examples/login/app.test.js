@@ -77,7 +77,7 @@ test('without a keyring nothing is kept, and the window says so', async (t) => {
     const { open } = begin(t, false);
     const { app, w } = await open();
     assert.equal(await w.text('said'), 'There is no keyring (secret-tool): nothing is kept.');
-    assert.equal((await w.find('keep')).enabled, false);
+    assert.equal((await w.find('keep'))?.enabled, false);
     await w.press('Enter'); // both fields are empty
     await w.type('ada');
     await w.press('Alt+P');

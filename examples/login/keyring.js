@@ -7,8 +7,8 @@ const { execFile } = require('node:child_process');
 function run(args, input = '') {
     return new Promise((resolve) => {
         const child = execFile('secret-tool', args, (error, stdout) => resolve(error?.code === 'ENOENT' ? undefined : error ? null : stdout));
-        child.stdin.on('error', () => {}); // the command may have ended without reading
-        child.stdin.end(input);
+        child.stdin?.on('error', () => {}); // the command may have ended without reading
+        child.stdin?.end(input);
     });
 }
 
