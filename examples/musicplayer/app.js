@@ -24,7 +24,11 @@ function tracksIn(file) {
 class MusicPlayer extends GuiWindow {
     rest = path.join(fs.mkdtempSync(path.join(os.tmpdir(), 'tarn-musicplayer-')), 'rest.wav');
     position = 0; // in seconds, when it was last begun
+    /** @type {number | null} */
     since = null; // when that was, in milliseconds; null while nothing plays
+    /** @type {ReturnType<typeof tracksIn>} */
+    tracks = [];
+    at = 0;
 
     constructor(folder) {
         super('musicplayer.html');
@@ -40,6 +44,7 @@ class MusicPlayer extends GuiWindow {
         this.turnTo(0, false);
     }
 
+    get track() { return this.tracks[this.at]; }
     get now() { return this.since === null ? this.position : this.position + (performance.now() - this.since) / 1000; }
 
     /** The current track from a place on; plays it, or waits there. */
@@ -55,7 +60,6 @@ class MusicPlayer extends GuiWindow {
     /** Another track, round and round. */
     turnTo(index, plays = this.since !== null) {
         this.at = (index + this.tracks.length) % Math.max(1, this.tracks.length);
-        this.track = this.tracks[this.at];
         this.control('list').selection = [String(this.at)];
         this.control('title').setText(html`<h2>${this.track?.name ?? 'Nothing to play'}</h2>`);
         this.begin(0, plays);
