@@ -11,6 +11,8 @@ register('Chart', Chart);
 const columns = ['name', 'pid', 'user', 'share', 'memory'];
 
 class Processes extends GuiWindow {
+    processes = [];
+
     constructor() {
         super('processes.html');
         this.sorting = { column: 4, direction: 'descending' };

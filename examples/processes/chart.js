@@ -1,9 +1,12 @@
 'use strict';
-// A curve of what was, newest on the right: a custom element that draws when it is told of a value. <param name="title">, "color", "ground"
+// A curve of what was, newest on the right: a custom element that draws when it is told of a value.
+
+const { CustomElement } = require('../../host/node');
 
 const most = 120; // values that are shown
 
-class Chart {
+class Chart extends CustomElement {
+    title = ''; color = ''; ground = ''; // as the page says, <param name="title">
     values = [];
     words = '';
 
@@ -18,12 +21,10 @@ class Chart {
         const { toolkit, values } = this;
         const { width, height } = toolkit.rect;
         for (let y = height / 4; y < height; y += height / 4) toolkit.drawLine('#E6E9ED', 0, y, width, y, 1);
-        const curve = values.map((value, index) => [width - (values.length - 1 - index) * width / (most - 1), (height - 2) * (1 - value) + 1]);
-        toolkit.smooth = true;
-        toolkit.drawPolygon(this.ground, [...curve, [width, height], [curve[0][0], height]]);
+        const curve = values.flatMap((value, index) => [width - (values.length - 1 - index) * width / (most - 1), (height - 2) * (1 - value) + 1]);
+        Object.assign(toolkit, { smooth: true, bold: true, textColor: '#2A2F36' });
+        toolkit.drawPolygon(this.ground, [...curve, width, height, curve[0], height]);
         toolkit.drawPolyline(this.color, curve, 2);
-        toolkit.bold = true;
-        toolkit.textColor = '#2A2F36';
         toolkit.drawText(`${this.title}  ${this.words}`, { left: 10, top: 6, width: width - 20, height: 20 });
     }
 }

@@ -15,22 +15,22 @@ function readProcessors() {
 
 /** Gigabytes: all there are, and those that are in use. */
 function readMemory() {
-    const [all, free] = ['MemTotal', 'MemAvailable'].map((key) => Number(new RegExp(`^${key}: +(\\d+)`, 'm').exec(read('meminfo'))[1]) / 2 ** 20);
+    const [all, free] = ['MemTotal', 'MemAvailable'].map((key) => Number(new RegExp(`^${key}: +(\\d+)`, 'm').exec(read('meminfo'))?.[1]) / 2 ** 20);
     return { all, used: all - free };
 }
 
-/** One process; null when it has ended meanwhile. Its name stands in brackets, and may have brackets itself. */
+/** One process, none when it has ended meanwhile. Its name stands in brackets, and may have brackets itself. */
 function readProcess(pid) {
     try {
-        const [, name, rest] = /^\d+ \((.*)\) (.*)/s.exec(read(`${pid}/stat`));
-        const fields = rest.split(' ');
-        const [, user] = /^Uid:\s+(\d+)/m.exec(read(`${pid}/status`));
-        return { pid: Number(pid), name, user: users.get(user) ?? user, memory: fields[21] * 4096 / 2 ** 20, ticks: Number(fields[11]) + Number(fields[12]) };
+        const [, name = '', rest = ''] = /^\d+ \((.*)\) (.*)/s.exec(read(`${pid}/stat`)) ?? [];
+        const fields = rest.split(' ').map(Number);
+        const [, user = ''] = /^Uid:\s+(\d+)/m.exec(read(`${pid}/status`)) ?? [];
+        return [{ pid: Number(pid), name, user: users.get(user) ?? user, memory: fields[21] * 4096 / 2 ** 20, ticks: fields[11] + fields[12] }];
     } catch {
-        return null;
+        return [];
     }
 }
 
-const readProcesses = () => fs.readdirSync('/proc').filter((name) => /^\d+$/.test(name)).map(readProcess).filter(Boolean);
+const readProcesses = () => fs.readdirSync('/proc').filter((name) => /^\d+$/.test(name)).flatMap(readProcess);
 
 module.exports = { readMemory, readProcesses, readProcessors };
