@@ -12,7 +12,7 @@ function sqlite() {
     const { emitWarning } = process;
     try {
         process.emitWarning = () => {};
-        const { DatabaseSync, StatementSync } = require('node:sqlite');
+        const { DatabaseSync, StatementSync } = require(/** @type {any} */ ('node:sqlite'));
         return 'columns' in StatementSync.prototype ? DatabaseSync : null;
     } catch {
         return null;
@@ -37,13 +37,16 @@ function makeSample() {
 }
 
 class Browser extends tarn.GuiWindow {
+    /** @type {(first: number, most: number) => any[]} */
+    rowsFrom = () => [];
+
     constructor(file) {
         super('sqlitebrowser.html');
         this.setFocus('tables');
-        this.open(file);
+        this.openDatabase(file);
     }
 
-    open(file) {
+    openDatabase(file) {
         this.database = file === undefined ? makeSample() : new Database(file, { readOnly: true });
         this.database.prepare('select count(*) from sqlite_schema').get(); // a file that is no database is noticed here
         this.setTitle(`${file === undefined ? 'Sample' : path.basename(file)} - SQLite`);
@@ -74,7 +77,7 @@ class Browser extends tarn.GuiWindow {
             list.setSource(count, this.rowsFrom);
             this.tell(`${count.toLocaleString('en')} rows`);
         } catch (error) {
-            this.tell(error.message);
+            this.tell(/** @type {Error} */ (error).message);
         }
     }
 
@@ -92,9 +95,9 @@ class Browser extends tarn.GuiWindow {
         if (item === 'quit') this.close();
         if (file === null) return;
         try {
-            this.open(file);
+            this.openDatabase(file);
         } catch (error) {
-            this.tell(`${path.basename(file)}: ${error.message}`);
+            this.tell(`${path.basename(file)}: ${/** @type {Error} */ (error).message}`);
         }
     }
 }

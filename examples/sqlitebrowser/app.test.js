@@ -14,7 +14,7 @@ const program = path.join(__dirname, 'app.js');
 async function findsRows(t) {
     const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'tarn-sqlite-'));
     t.after(() => fs.rmSync(folder, { recursive: true }));
-    const { DatabaseSync } = require('node:sqlite');
+    const { DatabaseSync } = require(/** @type {any} */ ('node:sqlite'));
     const file = path.join(folder, 'a.db');
     const database = new DatabaseSync(file);
     database.exec(`create table birds (name text, grams real, photo blob); create view large as select name from birds where grams > 100;
