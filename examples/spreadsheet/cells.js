@@ -1,6 +1,5 @@
 'use strict';
-// The cells of a sheet: what was typed into them, and what that comes to. A cell is worked out when somebody asks for it, and with it
-// those that it names; what has been worked out is kept until something is typed.
+// What was typed into the cells of a sheet and what that comes to: worked out when somebody asks, and kept until something is typed.
 
 const { evaluate } = require('../calculator/evaluate');
 
@@ -11,32 +10,29 @@ const sum = (...values) => values.reduce((total, each) => total + each, 0);
 const functions = { __proto__: null, sum, average: (...values) => sum(...values) / values.length, min: Math.min, max: Math.max, count: (...values) => values.length };
 
 class Cells {
-    texts = {}; // by names: "A1"
     #values = new Map();
 
-    set(name, text) {
-        this.texts[name] = text === '' ? undefined : text;
-        this.#values.clear();
-    }
+    constructor(texts = {}) { this.texts = texts; } // by names: "A1"
+    text(name) { return this.texts[name] ?? ''; }
+    set(name, text) { this.texts[name] = text === '' ? undefined : text; this.#values.clear(); }
 
     /** A number, a text, or an Error that says what is wrong. */
     value(name) {
         if (this.#values.has(name)) return this.#values.get(name);
         this.#values.set(name, new SyntaxError(`${name} depends on itself`)); // so say those that ask while it is worked out
-        const text = this.texts[name] ?? '';
-        let value = text.trim() === '' || Number.isNaN(Number(text)) ? text : Number(text);
+        const text = this.text(name);
+        const plain = text.trim() === '' || Number.isNaN(Number(text)) ? text : Number(text);
         try {
-            if (text.startsWith('=')) value = evaluate(text.slice(1), (word) => functions[word] ?? this.#find(word.toUpperCase()));
+            this.#values.set(name, text.startsWith('=') ? evaluate(text.slice(1), (word) => functions[word] ?? this.#find(word.toUpperCase())) : plain);
         } catch (error) {
-            value = error;
+            this.#values.set(name, error);
         }
-        this.#values.set(name, value);
-        return value;
+        return this.#values.get(name);
     }
 
     /** "A1" is a number, "A1:B9" all numbers in there. */
     #find(word) {
-        const places = word.split(':').map((name) => [columns.indexOf(name.replace(/\d+$/, '')), /\d*$/.exec(name)[0] - 1]);
+        const places = word.split(':').map((name) => [columns.indexOf(name.replace(/\d+$/, '')), Number(/\d*$/.exec(name)?.[0]) - 1]);
         if (places.some(([column, row]) => column < 0 || row < 0 || row >= most)) return undefined;
         const [[left, top], [right, bottom] = [left, top]] = places;
         const values = [];
