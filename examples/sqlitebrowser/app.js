@@ -12,7 +12,7 @@ function sqlite() {
     const { emitWarning } = process;
     try {
         process.emitWarning = () => {};
-        const { DatabaseSync, StatementSync } = require(/** @type {any} */ ('node:sqlite'));
+        const { DatabaseSync, StatementSync } = require(/** @type {any} */ ('node:sqlite')); // which the types of older ones do not know
         return 'columns' in StatementSync.prototype ? DatabaseSync : null;
     } catch {
         return null;
