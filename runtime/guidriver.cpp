@@ -194,8 +194,9 @@ void stopBlinking()
 void guiDriver_run(QByteArray const& request, guiHtml* page, guiDriverAnswer const& answer)
 {
     assertOnGuiThread();
-    stopBlinking();
     QJsonObject const asked = QJsonDocument::fromJson(request).object();
+    if (!asked["isOnlooker"].toBool())
+        stopBlinking();
     if (asked["do"].toString() != u"state")
         return answer(QJsonDocument(answerFor(asked)).toJson(QJsonDocument::Compact));
     guiPostLast([page, answer] {

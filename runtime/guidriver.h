@@ -15,6 +15,6 @@ using guiDriverAnswer = std::function<void(QByteArray const& json)>;
 
 /// Carries a request out: an object with the property "do", as JSON. The answer is an object too; what could not be
 /// done is its property "problem", in words for the user. `page`: the page of a window that the request is about, null
-/// for most; it may be gone. Input is on its way when the answer comes, and not before: whoever wants to see what it
-/// has done asks again. GUI thread.
+/// for most; it may be gone. Cursors blink no more, unless the request has `isOnlooker`. Input is on its way when the
+/// answer comes, and not before: whoever wants to see what it has done asks again. GUI thread.
 void guiDriver_run(QByteArray const& request, guiHtml* page, guiDriverAnswer const& answer);

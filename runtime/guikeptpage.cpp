@@ -61,10 +61,10 @@ void guiKeptPage::givePages(guiHtml* top) const
     forEach(top, [](guiHtml* node, part const& kept) {
         assertOnGuiThread();
         bool const isOther = kept.file.getLength() != 0 && !node->isString(kStringFile, kept.file);
-        if (isOther)
+        if (kept.said.text && !dynamic_cast<guiHtmlControl*>(node))
+            node->setText(*kept.said.text, sstring()); // said behind any file, which would have dropped it
+        else if (isOther)
             node->loadFile(kept.file);
-        else if (kept.said.text && !dynamic_cast<guiHtmlControl*>(node))
-            node->setText(*kept.said.text, sstring());
     });
 }
 

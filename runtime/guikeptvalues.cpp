@@ -56,6 +56,8 @@ void fold(guiHtmlControlFlex& list, QString const& folded)
 {
     std::shared_ptr<guiPackedRows const> const before = guiPackedRows::read(list.foldedRows());
     std::shared_ptr<guiPackedRows const> const wanted = guiPackedRows::read(folded);
+    if (!before || !wanted)
+        return;
     for (unsigned row = 0; row < before->count(); ++row)
         if (!isOneOf(*wanted, before->value(row)))
             list.setItemExpanded(qtoss(before->value(row).toString()), 1);
@@ -150,7 +152,7 @@ void guiKeptValues::keepRows(guiHtmlControl& control)
     m_isDescending = flex->isSortedDescending();
     if (!m_source && isOther)
         m_rows = flex->packedRows();
-    else if (!m_source)
+    if (!m_source)
         m_folded = flex->foldedRows();
     if (!m_given || m_given->columns != m_now.columns)
         m_columns = flex->columns();

@@ -26,6 +26,7 @@
 #include <QJsonObject>
 #include <QSet>
 #include <list>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -35,10 +36,13 @@ bool isShowing = false; // GUI thread
 class showingScope
 {
 public:
-    showingScope() { isShowing = true; }
-    ~showingScope() { isShowing = false; }
+    showingScope() : m_wasShowing(std::exchange(isShowing, true)) {}
+    ~showingScope() { isShowing = m_wasShowing; }
     showingScope(showingScope const&) = delete;
     showingScope& operator=(showingScope const&) = delete;
+
+private:
+    bool m_wasShowing;
 };
 
 class reloadWatcher final : public guiPageWatcher
@@ -216,6 +220,8 @@ void shownPart::read()
 
 QJsonObject show(guiHtmlBase& root, QJsonObject const& asked) TARN_ON(velaGuiRole)
 {
+    if (isBusy()) // by what has begun since the check
+        return {{"isBusy", true}};
     showingScope const showing;
     guiPageInCall const alive(root);
     guiKeptFocus::endComposing(root);

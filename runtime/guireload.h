@@ -1,5 +1,5 @@
 // runtime/guireload.h: reads pages anew while they are in use, for live reload. The package asks for it (its
-// js/watch.js), when somebody has turned it on; nothing else does, no page can, and nothing of it runs before.
+// live/watch.js), when somebody has turned it on; nothing else does, no page can, and nothing of it runs before.
 // guireload.cpp answers the requests; guireloadfiles.h knows which files a window's pages name, guireloadcheck.h looks
 // whether a page can be read before the old one goes, guikeptpage.h and guikeptfocus.h carry over what is on it,
 // guigiven.h knows what of that is the page's own, guiproblemstrip.h says what is wrong, guiwindowplaces.h where
@@ -22,9 +22,9 @@ void guiReload_start(guiFileListener const& listener);
 
 /// Carries a request out: an object with the property "do", as JSON; the answer is one, too. `page`: of the window that
 /// the request is about; may be gone, or null. "check" and "show" have "files", full names of those that were saved.
-/// - "check" reads them. The answer has "isBusy" when the user is in the middle of something and the page has to wait,
-///   "problem", one line, when the old page has to stay, or "isIdle" when nothing on the page is from these files.
+/// - "check" reads them. The answer has "problem", one line, when the old page has to stay.
 /// - "show" shows what was read, and answers when it is painted. No handler of the page hears of it.
+/// - Both answer "isBusy", and do nothing, while the user or script is in the middle of something: ask again then.
 /// - "tell" shows "message" in the window, "" for none.
 /// - "expect" gives "places" to the windows that are made from now on, "places" answers with those of all.
 /// GUI thread.

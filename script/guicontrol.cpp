@@ -36,6 +36,13 @@ void note(guiHtml* node, std::optional<Value> guiSaid::*part, Value const& value
         watcher->said(node).*part = value;
 }
 
+/// A file takes the place of a text that script has given the element before.
+void dropText(guiHtml* node) TARN_ON(velaGuiRole)
+{
+    if (guiPageWatcher* watcher = guiPageWatcher::current())
+        watcher->said(node).text.reset();
+}
+
 /// Gives a picture another file, which is loaded now or, when the window is not on the screen, as soon as it is.
 void changePicture(guiHtmlImage& image, sstring const& file) TARN_ON(velaGuiRole)
 {
@@ -57,6 +64,7 @@ void guiControl_loadFile_qt(LibManager&, ScriptPrivate* data, ScriptObject* self
     sstring file = guiTextOf(args, 0);
     auto* image = dynamic_cast<guiHtmlImage*>(node);
     if (!image) {
+        dropText(node);
         result.setBool(pGUI->getThread()->callLoadFile(node, file));
         return;
     }

@@ -42,8 +42,10 @@ void publish(guiWindowData& record)
 /// Builds the page tree of a new window from the text of its file, which is emptied.
 int apply(guiHtmlBase& root, guiPageFile& file) TARN_ON(velaGuiRole)
 {
-    if (guiPageWatcher* watcher = guiPageWatcher::current(); watcher && !QFile::exists(sstoq(file.path())))
-        watcher->onText(root, file.text(), guiDirectoryOf(file.path())); // a page from text, which is not read again
+    if (guiPageWatcher* watcher = guiPageWatcher::current()) {
+        bool const isFile = QFile::exists(sstoq(file.path())); // else a page from text, which is not read again
+        watcher->onText(root, isFile ? std::nullopt : std::optional(file.text()), guiDirectoryOf(file.path()));
+    }
     auto stream = std::make_unique<datastream>(file.text());
     file.text() = sstring(); // the stream has its own copy
     mlParser markup(std::move(stream));

@@ -3,8 +3,9 @@
 
 const assert = require('node:assert/strict');
 const fs = require('node:fs');
+const path = require('node:path');
 const { test } = require('node:test');
-const { sleep, until } = require('./helpers.js');
+const { runScript, scratch, sleep, until } = require('./helpers.js');
 const { page, tarn, withPage } = require('./live.js');
 
 const list = (name, rows = '') => `<object classid="treeview" name="${name}" size="4" width="200">${rows}</object>`;
@@ -215,6 +216,30 @@ test('what script has said to elements', withPage(page('<p><table><tr><td name="
     assert.equal(window.control('other').isEnabled(), true);
     assert.equal(window.getTitle(), 'By script');
 }));
+
+test('of a text and a file that script gave an element the later one', withPage(page('<table><tr><td name="pane">-</table>'), async (live) => {
+    const pane = live.window.control('pane');
+    const sub = live.file('sub.html');
+    fs.writeFileSync(sub, '<html><body>from the file</body></html>');
+    pane.setText('loading');
+    pane.loadFile(sub);
+    await live.save('page.html', page('<table><tr><td name="pane">-</table><p>more</p>'));
+    assert.match(await live.driven.text(), /from the file/);
+    pane.setText('by script');
+    await live.save('page.html', page('<table><tr><td name="pane">-</table><p>less</p>'));
+    assert.match(await live.driven.text(), /by script/);
+}));
+
+test('a list whose rows the page gave before anybody watched', async () => {
+    const file = path.join(scratch, 'unwatched.html');
+    const text = (head) => page(`<h2>${head}</h2>${list('rows', '<param value="a" text1="A"><param value="b" text1="B" parent="a">')}`);
+    fs.writeFileSync(file, text('old'));
+    const { stdout, stderr, code } = await runScript(`const window = new tarn.GuiWindow(${JSON.stringify(file)});
+        window.open();
+        tarn.watch({ onReload: () => { console.log(window.control('rows').rows().length, window.find('new')); process.exit(); } });
+        setTimeout(() => require('node:fs').writeFileSync(${JSON.stringify(file)}, ${JSON.stringify(text('new'))}), 200);`);
+    assert.deepEqual([stdout, stderr, code], ['2 1\n', '', 0]);
+});
 
 test('the title is the page\'s while script has given none', withPage(page('x', { head: '<title>One</title>' }), async (live) => {
     await live.save('page.html', page('x', { head: '<title>Two</title>' }));

@@ -16,7 +16,7 @@ function ask(request, window) {
 /** What is on the window, as the test driver sees it: { title, items } or { isGone }. */
 function look(windowId) {
     return new Promise((resolve) => {
-        callDesktop('the inspector', 'drive', JSON.stringify({ do: 'look', window: windowId }), (json) => resolve(JSON.parse(json)));
+        callDesktop('the inspector', 'drive', JSON.stringify({ do: 'look', window: windowId, isOnlooker: true }), (json) => resolve(JSON.parse(json)));
     });
 }
 
