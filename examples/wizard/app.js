@@ -76,6 +76,4 @@ class Travels extends GuiWindow {
 }
 
 const planned = new Travels().show();
-if (planned !== null) {
-    console.log(`Planned: ${planned || 'nothing'}.`);
-}
+if (planned !== null) console.log(`Planned: ${planned || 'nothing'}.`);

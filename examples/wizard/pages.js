@@ -9,11 +9,8 @@ const frame = fs.readFileSync(path.join(__dirname, 'step.html'), 'utf8');
 /** A step's page: step.html, with what stands behind each $name filled in. */
 function step(number, question, choices) {
     const values = {
-        question,
-        progress: progress(number),
-        choices: choices.map(card).join('<tr><td height="6"></td></tr>'),
-        back: number > 1 ? button('Back') : '',
-        cancel: button('Cancel'),
+        question, progress: progress(number), choices: choices.map(card).join('<tr><td height="6"></td></tr>'),
+        back: number > 1 ? button('Back') : '', cancel: button('Cancel'),
     };
     return frame.replace(/\$(\w+)/g, (whole, name) => values[name] ?? whole);
 }
@@ -27,11 +24,9 @@ function progress(reached) {
 /** A choice: a coloured edge, a link, and what speaks for it. */
 function card({ name, color, words }) {
     return `<tr><td bgcolor="#FFFFFF" border="1" bordercolor="#D5CDBB"><table width="100%"><tr>
-        <td width="6" height="50" bgcolor="${color}"></td>
-        <td width="8" height="50"></td>
+        <td width="6" height="50" bgcolor="${color}"></td><td width="8" height="50"></td>
         <td height="50"><a href="event://onAnswer/${name}"><b>${name}</b></a><br>
-            <font color="#7A7468">${words}</font></td>
-    </tr></table></td></tr>`;
+            <font color="#7A7468">${words}</font></td></tr></table></td></tr>`;
 }
 
 function button(words) {
