@@ -52,8 +52,8 @@ test('no bus at all is told in one line', async () => {
     assert.deepEqual(await notify(['Hello'], { DBUS_SESSION_BUS_ADDRESS: 'unix:path=/nonexistent' }), told('there is no session bus, and so no notification service'));
 });
 
-test('a service that refuses is quoted', async () => {
+test('a service that refuses is quoted', async (context) => {
     const service = await startService(bus.address, 'refuse');
+    context.after(() => service.end());
     assert.deepEqual(await notify(['Hello']), told('the notification service says: too many at once'));
-    await service.end();
 });
