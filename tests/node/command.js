@@ -28,4 +28,3 @@ const run = (args, act = () => {}, input = '', env = {}) => follow(
 );
 
 module.exports = { follow, program, run };
-
