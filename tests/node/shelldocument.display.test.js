@@ -29,7 +29,7 @@ const uses = [
     ['--color', 'Paint', ['Return'], '#6495ED\n'],
     ['--file --title Open --filter', 'Open', ['shift+Tab', 'Down', 'space', 'Return'], 'notes.txt\n'],
     ['--file --title Open --multiple', 'Open', ['shift+Tab', 'ctrl+a', 'Return'], 'notes.txt\nother.bin\nperson.html\n'],
-    ['--file --title Save', 'Save', ['Return', 'Return'], 'notes.txt\n'],
+    ['--file --title Save', 'Save', ['Return', 'alt+y'] /* it may be replaced */, 'notes.txt\n'],
     ['--file --title Folder', 'Folder', ['Return'], '\n'],
     ["--list 'Which", 'Pick', ['Down', 'Return'], 'tea\t3\n'],
     ['--list --title Pick --multiple', 'Pick', ['Home', 'shift+End', 'Return'], 'tea\nmilk\n'],
@@ -77,7 +77,7 @@ for (const [part, title, pressed, stdout, code = 0] of uses) {
                 await sleep(500); // rows and files have come
                 for (const key of pressed) {
                     await keys(key);
-                    await sleep(50);
+                    await sleep(200); // a window may come of it
                 }
             }
         }, '');
