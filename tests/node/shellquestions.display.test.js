@@ -55,7 +55,7 @@ test('a color is printed in figures', async () => {
 const file = path.join(scratch, 'notes.txt');
 fs.writeFileSync(file, '\nfirst <b>\n  second & third\n');
 
-test('a text is shown, and can not be changed', async () => {
+test('a text that is only shown prints nothing, whatever is typed', async () => {
     await expect(['--text-info', file], async () => {
         await type('x');
         await keys('Tab', 'space');
