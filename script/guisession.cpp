@@ -12,6 +12,7 @@
 #include "runtime/guiscriptwork.h"
 #include "script/guianswer.h"
 #include "script/guidialogs.h"
+#include "script/guinotice.h"
 #include "script/guitaskbar.h"
 #include "script/guitray.h"
 #include "script/guiwindow.h"
@@ -145,6 +146,33 @@ void showOnTaskbar_qt(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& ar
                                                  guiSwitchOf(args, 3) != 0}));
 }
 
+/// Where the arguments of showNotice stand.
+enum noticeArgument
+{
+    kNoticeTitle,
+    kNoticeText,
+    kNoticeIcon,
+    kNoticeMs,
+    kNoticeDone,
+    kNoticeArguments
+};
+
+void showNotice_script(LibManager&, ScriptPrivate*, ScriptObject*, ScriptArgs& args, ScriptValue& result)
+{
+    assertOnScriptThread();
+    result.setBool(args.count() == kNoticeArguments && guiIsString(args, kNoticeTitle) &&
+                   guiIsString(args, kNoticeText) && guiIsString(args, kNoticeIcon) && guiIsNumber(args, kNoticeMs) &&
+                   args.get(kNoticeDone)->isFunction());
+    if (!result.toBool(0))
+        return;
+    guiNotice const notice{guiTextOf(args, kNoticeTitle), guiTextOf(args, kNoticeText), guiTextOf(args, kNoticeIcon),
+                           args.get(kNoticeMs)->toInt(0)};
+    std::shared_ptr<ScriptObject> const done = guiKept(args.get(kNoticeDone)->toObject(0));
+    guiScriptWork_postToGui([notice, done] {
+        guiNotice_show(notice, [done](sstring const& complaint) { guiGiveAnswer(done, {complaint}); });
+    });
+}
+
 /// A request as JSON, the function that hears the answer, and perhaps the window that it is about. Waits for nothing: a
 /// handler that runs meanwhile may wait for what whoever asks does next.
 template <void (*run)(QByteArray const& request, guiHtml* page, std::function<void(QByteArray const&)> const& answer)>
@@ -202,6 +230,7 @@ constexpr guiScriptMethod kMethods[] = {
     {"showTray", guiCallOnGuiThread<showTray_qt>},
     {"removeTray", guiCallOnGuiThread<removeTray_qt>},
     {"showOnTaskbar", guiCallOnGuiThread<showOnTaskbar_qt>},
+    {"showNotice", showNotice_script},
     {"drive", ask_script<guiDriver_run>},
     {"inspect", ask_script<guiInspector_run>},
     {"watchFiles", guiCallOnGuiThread<watchFiles_qt>},

@@ -16,4 +16,7 @@
 ///                                                         that was chosen, or with -1 for a click on the picture.
 ///   removeTray(number)
 ///   showOnTaskbar(desktopFile, progress, count, urgent)   see guitaskbar.h; whether somebody may show it
+///   showNotice(title, text, icon, ms, done)   see guinotice.h; returns at once. `done`, a function, is called with why
+///   it
+///                                             is not shown, "" when it is.
 void guiSession_complete();

@@ -13,7 +13,7 @@ const examples = path.join(root, 'examples');
 const tutorial = fs.readdirSync(path.join(docs, 'tutorial')).sort().map((name) => `tutorial/${name}`);
 const groups = {
     Tutorial: tutorial,
-    'Writing programs': ['page-language.md', 'javascript.md', 'cookbook.md', 'using.md', 'testing-programs.md', 'inspector.md', 'live-reload.md'],
+    'Writing programs': ['page-language.md', 'javascript.md', 'cookbook.md', 'using.md', 'shell.md', 'testing-programs.md', 'inspector.md', 'live-reload.md'],
     'How it works': ['architecture.md', 'performance.md', 'testing.md', 'node.md', 'host-abi.md'],
 };
 

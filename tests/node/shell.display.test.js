@@ -2,10 +2,10 @@
 // The command tarn-gui as a shell script uses it: what is shown, what is printed, the exit code.
 
 const assert = require('node:assert/strict');
-const { spawn } = require('node:child_process');
 const fs = require('node:fs');
 const path = require('node:path');
 const { test } = require('node:test');
+const { run } = require('./command.js');
 const { closeByUser, findActiveWindow, keys, type } = require('./desktop.js');
 const { packageFolder, scratch, sleep } = require('./helpers.js');
 const { version } = require(path.join(packageFolder, 'package.json'));
@@ -16,22 +16,6 @@ fs.writeFileSync(page, `<html><head><title>Order</title></head><body width="300"
 <input type="button" name="a" value="OK" onclick="event://ok"><input type="button" name="b" value="Cancel" onclick="event://cancel">
 <input type="button" name="c" value="Three" onclick="event://exit/3">
 </body></html>`);
-
-/** Runs the command; `act(child)` does what the user does. */
-async function run(args, act = () => {}, input = '') {
-    const child = spawn(process.execPath, [path.join(packageFolder, 'bin', 'tarn-gui.js'), ...args]);
-    const result = { stdout: '', stderr: '' };
-    child.stdout.on('data', (data) => { result.stdout += data; });
-    child.stderr.on('data', (data) => { result.stderr += data; });
-    child.stdin.on('error', () => {}); // the command need not read what comes too late
-    if (typeof input === 'string') {
-        child.stdin.end(input);
-    }
-    const ended = new Promise((resolve) => { child.on('close', resolve); });
-    await act(child);
-    const code = await ended;
-    return { ...result, code };
-}
 
 async function expectPage(args, pressed, expected) {
     assert.deepEqual(await run([page, ...args], async () => {

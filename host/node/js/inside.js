@@ -1,6 +1,6 @@
 'use strict';
-// What the package's test driver, its inspector and live reload have of the package, besides what every program has: they lie in files of
-// their own, which are loaded by whoever asks for them.
+// What the package's test driver, its inspector, live reload and the command have of the package, besides what every program has: they
+// lie in files of their own, which are loaded by whoever asks for them.
 
 const { watchCalls } = require('./calls.js');
 const { callDesktop } = require('./desktop.js');

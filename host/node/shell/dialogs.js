@@ -1,6 +1,8 @@
 'use strict';
 // The desktop's dialogs. Each prints its answer; closed by the user it prints nothing.
 
+const path = require('node:path');
+
 const textOptions = ({ title, icon, buttons }) => ({ ...(title && { title }), ...(icon && { icon }), ...(buttons && { buttons }) });
 
 /** The number of the button. */
@@ -27,12 +29,19 @@ async function showEntry(tarn, { text, title, value, password }, print) {
     return answered(await tarn.promptAsync(text, { ...(title && { title }), ...(value && { value }), ...(password && { password }) }), print);
 }
 
-async function showFile(tarn, { title, save, folder, multiple }, print) {
-    const named = title ? { title } : {};
-    if (save) {
-        return answered(await tarn.saveFileAsync(named), print);
+async function showFile(tarn, { title, save, folder, multiple, value, filters }, print) {
+    const place = value === undefined ? {} : placeOf(value, save);
+    const named = { ...place, ...(title && { title }) };
+    if (folder) {
+        return answered(await tarn.openFolderAsync(named), print);
     }
-    return answered(await (folder ? tarn.openFolderAsync(named) : tarn.openFileAsync({ ...named, multiple: Boolean(multiple) })), print);
+    const shown = { ...named, ...(filters && { filters }) };
+    return answered(await (save ? tarn.saveFileAsync(shown) : tarn.openFileAsync({ ...shown, multiple: Boolean(multiple) })), print);
+}
+
+/** Where a dialog for files begins: in a folder, or with the name of a file that is to be saved. */
+function placeOf(value, save) {
+    return save && !value.endsWith('/') ? { folder: path.dirname(value), name: path.basename(value) } : { folder: value };
 }
 
 module.exports = { showText, showEntry, showFile };

@@ -4,14 +4,16 @@
 const { create } = require('./create.js');
 const { showEntry, showFile, showText } = require('./dialogs.js');
 const { showList } = require('./lists.js');
+const { prepareNotice, showNotice } = require('./notice.js');
 const { showPage } = require('./page.js');
 const { showProgress } = require('./progress.js');
+const { showCalendar, showColor, showScale, showTextInfo } = require('./questions.js');
 const { UsageError, help, readArguments } = require('./usage.js');
 const { watch } = require('./watch.js');
 
 const exitCodes = { wrongArguments: 2, timeout: 5 };
-const windows = { page: showPage, list: showList, progress: showProgress };
-const dialogs = { text: showText, entry: showEntry, file: showFile };
+const windows = { 'page': showPage, 'list': showList, 'progress': showProgress, 'text-info': showTextInfo, 'calendar': showCalendar, 'scale': showScale };
+const dialogs = { text: showText, entry: showEntry, file: showFile, color: showColor };
 
 const print = (text) => process.stdout.write(`${text}\n`);
 
@@ -25,6 +27,9 @@ async function codeOf({ window, result }, timeout) {
 }
 
 async function show(tarn, options) {
+    if (options.kind === 'notify') {
+        return showNotice(tarn, options);
+    }
     if (windows[options.kind]) {
         return codeOf(await windows[options.kind](tarn, options, print, process.stdin), options.timeout);
     }
@@ -56,6 +61,9 @@ async function main(args, load) {
         }
         if (options.kind === 'watch') {
             return await watch(options);
+        }
+        if (options.kind === 'notify') {
+            prepareNotice();
         }
         const code = await show(load(), options);
         process.stdin.destroy(); // whoever writes there need not go on
