@@ -3,6 +3,7 @@
 #include "controls/guihtmltabbar.h"
 #include "controls/guihtmltabs.h"
 #include "page/guirareattributes.h"
+#include "page/guirareread.h"
 
 #include <memory>
 

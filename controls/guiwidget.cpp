@@ -18,7 +18,6 @@
 #include "controls/guititle.h"
 #include "controls/guiwidgetscrollbar.h"
 #include "foundation/vela-qt.h"
-#include "page/guibookmark.h"
 #include "page/guifindat.h"
 #include "page/guihtml.h"
 #include "page/guilaterevents.h"

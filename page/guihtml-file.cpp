@@ -3,7 +3,6 @@
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
 #include "page/guiatplace.h"
-#include "page/guibookmark.h"
 #include "page/guihtml.h"
 #include "page/guilayouthold.h"
 #include "page/guilinkname.h"

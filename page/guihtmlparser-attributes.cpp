@@ -5,6 +5,7 @@
 #include "page/guihtml.h"
 #include "page/guinumbers.h"
 #include "page/guirareattributes.h"
+#include "page/guirareread.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -7,6 +7,7 @@
 #include "page/guinumbers.h"
 #include "page/guipageroot.h"
 #include "page/guirareattributes.h"
+#include "page/guirareread.h"
 
 #include <cassert>
 

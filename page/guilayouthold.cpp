@@ -3,9 +3,9 @@
 
 #include "foundation/vela-log.h"
 #include "foundation/vela-threadrole.h"
-#include "page/guibookmark.h"
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
+#include "page/guipageroot.h"
 
 #include <cassert>
 #include <memory>

@@ -6,7 +6,6 @@
 #include "foundation/vela-string.h"
 
 class guiHtml;
-class mlSection;
 
 /// The letter is how the string tells them apart.
 enum class guiRareAttribute : char
@@ -24,13 +23,11 @@ enum class guiRareAttribute : char
     kLabel = 'l',    ///< `label`: what the element is called
     kValue = 'v',    ///< `value` of a custom element
     kHeading = 'h',  ///< of a run of text, from the parser: the level, "1" to "6"
-    kJump = 'j',     ///< the bookmark in it to scroll to when it is laid out (guibookmark.h)
+    kJump = 'j',     ///< the bookmark in it to scroll to when it is laid out (guihtml-bookmark.cpp)
     kSource = 's',   ///< from the parser, for the inspector alone (guinodesource.h)
     kHeadRows = 't', ///< of a table, from the parser: how many of its first layers each sheet of paper repeats
 };
 
-/// Reads those that the element has.
-void guiPullRareAttributes(guiHtml* node, mlSection* section);
 /// The value of one, "" when the node has none.
 sstring guiRareAttributeOf(guiHtml const* node, guiRareAttribute which);
 /// Whether the node has it: alt="" says more than no `alt`.

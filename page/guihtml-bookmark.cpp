@@ -1,6 +1,4 @@
-// page/guibookmark.cpp: see guibookmark.h.
-#include "page/guibookmark.h"
-
+// page/guihtml-bookmark.cpp: jumps to the place of a page that "#name" means.
 #include "page/guihtml.h"
 #include "page/guinodewatch.h"
 #include "page/guipageroot.h"
