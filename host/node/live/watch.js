@@ -53,7 +53,7 @@ class LiveReload {
     #endReads = watchReads();
 
     constructor() {
-        watching.call = (window, work) => (window === null ? work() : whileNoting((file) => this.#name(window, file), work));
+        watching.call = (window, work) => whileNoting((file) => this.#name(window, file), work);
         watching.begin = () => this.begin();
     }
 
