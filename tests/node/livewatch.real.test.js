@@ -14,11 +14,11 @@ const load = `require(${JSON.stringify(packageFolder)})`;
 let programs = 0;
 
 /** Runs a program of these files, the script app.js or another one; { said, folder, child, exit }. */
-function start(files, { args = ['watch', 'app.js', 'argument'], node = [command], env = {} } = {}) {
+function start(files, { args = ['watch', 'app.js', 'argument'], node = [command], env = {}, detached = false } = {}) {
     const folder = path.join(scratch, `program${++programs}`);
     fs.mkdirSync(folder);
     Object.entries(files).forEach(([name, content]) => fs.writeFileSync(path.join(folder, name), content));
-    const child = spawn(process.execPath, [...node, ...args], { cwd: folder, env: { ...process.env, NODE_TEST_CONTEXT: undefined, ...env } });
+    const child = spawn(process.execPath, [...node, ...args], { cwd: folder, detached, env: { ...process.env, NODE_TEST_CONTEXT: undefined, ...env } });
     process.on('exit', () => child.kill('SIGKILL'));
     const program = { folder, child, said: '', errors: '' };
     child.stdout.on('data', (data) => { program.said += data; });
@@ -62,6 +62,29 @@ test('a program that can not start waits until its script is mended', async () =
     await program.says('opened mended');
     program.child.kill('SIGINT');
     await program.exit;
+});
+
+test('a program that cleans up when it is told to end is not waited for', async () => {
+    for (const name of ['SIGTERM', 'SIGINT']) {
+        const program = start({ 'app.js': `process.on('${name}', () => process.exit(3)); setInterval(() => {}, 1000); console.log('runs');` });
+        await program.says('runs');
+        program.child.kill(name);
+        const late = setTimeout(() => program.child.kill('SIGKILL'), 5000);
+        assert.equal(await program.exit, 3);
+        clearTimeout(late);
+        assert.equal(program.errors, '');
+    }
+});
+
+test('Ctrl+C in a terminal reaches the program once', async () => {
+    const program = start({ 'app.js': `let count = 0;
+process.on('SIGINT', () => { if (++count === 1) setTimeout(() => { console.log('interrupted', count); process.exit(0); }, 150); });
+setInterval(() => {}, 1000);
+console.log('runs');` }, { detached: true });
+    await program.says('runs');
+    process.kill(-program.child.pid, 'SIGINT'); // the whole group, as a terminal does
+    assert.equal(await program.exit, 0);
+    assert.equal(program.said, 'runs\ninterrupted 1\n');
 });
 
 test('a program that ends ends it, with its exit code 0', async () => {
