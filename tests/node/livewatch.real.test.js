@@ -129,6 +129,29 @@ test('TARN_WATCH=1 does the same for a script that is run as always', async () =
     assert.equal(program.said.length, length);
 });
 
+test('a program whose supervisor has gone keeps its files to itself', async () => {
+    const program = start({
+        'late.js': '',
+        'app.js': `${load};
+const fs = require('node:fs');
+const supervisor = process.ppid;
+console.log('runs');
+const wait = setInterval(() => {
+    if (process.ppid === supervisor) return;
+    clearInterval(wait);
+    setTimeout(() => {
+        const file = fs.openSync('data', 'w+');
+        require('./late.js');
+        console.log('data', file, JSON.stringify(fs.readFileSync('data', 'utf8')));
+    }, 100);
+}, 10);`,
+    });
+    await program.says('runs');
+    program.child.kill('SIGKILL');
+    await program.exit;
+    assert.equal(program.said, 'runs\ndata 3 ""\n'); // 3: the descriptor that the pipe had
+});
+
 test('what a program starts is not watched', async () => {
     const program = start({ 'app.js': `${load}; console.log('has', Object.keys(process.env).filter((name) => name.startsWith('TARN_WATCH')));` });
     await program.exit;
