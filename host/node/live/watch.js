@@ -47,6 +47,8 @@ class LiveReload {
     #windowsOf = new Map(); // by file: references
     #referenceTo = new WeakMap();
     #pending = new WeakMap();
+    /** The reload that runs: errors of script, and the texts that were read, are of one window at a time. */
+    #turn = Promise.resolve();
     #listeners = new Set();
     #hasBegun = false;
     #isClosed = false;
@@ -118,20 +120,30 @@ class LiveReload {
         }
         pending.isRunning = true;
         while (pending.files.size > 0 && !this.#isClosed) {
-            if (!await this.#reload(window, pending)) {
+            if (!await this.#inTurn(() => this.#reload(window, pending))) {
                 await new Promise((resolve) => { setTimeout(resolve, busyMs).unref(); });
             }
         }
         pending.isRunning = false;
     }
 
+    /** Runs `work()` when the reloads of all windows that were asked for before have ended; a promise of its result. */
+    #inTurn(work) {
+        const done = this.#turn.then(work);
+        this.#turn = done.catch(() => {}); // who waits for it hears of it
+        return done;
+    }
+
     /** False when the user is in the middle of something. */
     async #reload(window, pending) {
+        if (this.#isClosed) {
+            return true;
+        }
         const saved = [...pending.files];
         const files = [...new Set([...pending.unshown, ...saved])];
         const { since } = pending;
         pending.files.clear();
-        const { isBusy, isGone, problem: found } = await this.#check(window, files);
+        const { isBusy, isGone, problem } = await this.#show(window, files);
         if (isBusy) {
             saved.forEach((file) => pending.files.add(file));
             return false;
@@ -139,17 +151,25 @@ class LiveReload {
         if (isGone) {
             return true;
         }
-        const problem = found === undefined ? undefined : shortened(found);
         pending.unshown = new Set(problem === undefined ? [] : files);
-        if (problem === undefined) {
-            await ask({ do: 'show', files }, window);
-        } else {
-            process.stderr.write(`tarn: ${problem}\n`);
-            await ask({ do: 'tell', message: problem }, window);
-        }
         const told = { window, files: saved, problem: problem ?? null, ms: Date.now() - since };
         this.#listeners.forEach((listener) => listener(told));
         return true;
+    }
+
+    /** Shows the pages, or what is wrong with them, unless the window is busy or gone; both may happen between check and show. */
+    async #show(window, files) {
+        const { isBusy, isGone, problem: found } = await this.#check(window, files);
+        if (isBusy || isGone) {
+            return { isBusy, isGone };
+        }
+        if (found === undefined) {
+            return await ask({ do: 'show', files }, window) ?? {};
+        }
+        const problem = shortened(found);
+        process.stderr.write(`tarn: ${problem}\n`);
+        await ask({ do: 'tell', message: problem }, window);
+        return { problem };
     }
 
     /** Has the pages read; what a filter throws meanwhile is what is wrong with them. */
