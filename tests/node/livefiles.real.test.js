@@ -118,3 +118,32 @@ test('a folder that can not be watched is told once, and tried again', withWatch
     fs.writeFileSync(path.join(folder, 'b.html'), 'text');
     await heard(touches, path.join(folder, 'b.html'));
 }));
+
+test('a file that is removed from the watch leaves no watch behind', withWatch(async ({ folder, watch, touches }) => {
+    const open = new Set();
+    const counts = (original) => (at, ...rest) => {
+        const watcher = original(at, ...rest);
+        const { close } = watcher;
+        open.add(at);
+        watcher.close = () => {
+            open.delete(at);
+            Reflect.apply(close, watcher, []);
+        };
+        return watcher;
+    };
+    const [one, two] = ['one/a.html', 'one/two/b.html'].map((name) => path.join(folder, name));
+    put(one, '1');
+    put(two, '2');
+    await withWatchFunction(counts, async () => {
+        watch.add(one);
+        watch.add(two);
+        assert.ok(open.has(path.dirname(one)) && open.has(path.dirname(two)));
+        watch.remove(two);
+        assert.ok(open.has(path.dirname(one)) && !open.has(path.dirname(two)));
+        fs.writeFileSync(two, 'other');
+        fs.writeFileSync(one, 'other');
+        await heard(touches, one);
+        watch.remove(one);
+        assert.deepEqual([...open], []);
+    });
+}));

@@ -166,6 +166,51 @@ test('wrong arguments are told in one line', async () => {
     }
 });
 
+test('the files of a window that is gone are not watched any more', async () => {
+    const { stdout, stderr } = await runScript(`
+        const fs = require('node:fs');
+        const path = require('node:path');
+        const open = new Set();
+        const { watch } = fs;
+        fs.watch = (at, ...rest) => {
+            const watcher = watch(at, ...rest);
+            const { close } = watcher;
+            open.add(at);
+            watcher.close = () => { open.delete(at); Reflect.apply(close, watcher, []); };
+            return watcher;
+        };
+        const watcher = tarn.watch();
+        const show = (name) => {
+            const folder = path.join(__dirname, name);
+            fs.mkdirSync(folder);
+            fs.writeFileSync(path.join(folder, 'page.html'), '<title>' + name + '</title><body>x</body>');
+            const window = new tarn.GuiWindow(path.join(folder, 'page.html'));
+            window.open();
+            return window;
+        };
+        const watched = () => [...open].map((at) => path.basename(at)).filter((name) => name.startsWith('only'));
+        show('only-once').close();
+        const kept = show('only-kept'); // the window that was made last is held
+        let turns = 0;
+        let wereBoth = false;
+        const wait = setInterval(() => {
+            if (!wereBoth && watched().length === 2) {
+                wereBoth = true;
+                console.log(watched());
+            }
+            if (wereBoth) {
+                global.gc();
+            }
+            if ((wereBoth && watched().length === 1) || ++turns === 100) {
+                clearInterval(wait);
+                console.log(watched(), kept.getTitle());
+                kept.close();
+                watcher.close();
+            }
+        }, 20);`, { args: ['--expose-gc'] });
+    assert.equal(stdout, "[ 'only-once', 'only-kept' ]\n[ 'only-kept' ] only-kept\n", stderr);
+});
+
 test('a program that does not ask for it loads nothing of it and watches nothing', async () => {
     const { stdout } = await runScript(`
         const fs = require('node:fs');

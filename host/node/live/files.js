@@ -55,6 +55,21 @@ class FileWatch {
         places.forEach((place) => this.#addPlace(place, file));
     }
 
+    /** Nobody wants to hear of the file any more. */
+    remove(file) {
+        const places = this.#places.get(file) ?? [];
+        this.#places.delete(file);
+        for (const place of places) {
+            const { names } = this.#folders.get(path.dirname(place));
+            const files = names.get(path.basename(place));
+            files.delete(file);
+            if (files.size === 0) {
+                names.delete(path.basename(place));
+                this.#drop(path.dirname(place));
+            }
+        }
+    }
+
     close() {
         this.#folders.forEach(({ watcher }) => watcher?.close());
         this.#folders.clear();
@@ -83,6 +98,19 @@ class FileWatch {
             this.#watch(at, folder);
         }
         return folder;
+    }
+
+    /** A folder that is on no way any more goes, and then perhaps the one around it. */
+    #drop(at) {
+        const folder = this.#folders.get(at);
+        if (folder === undefined || folder.names.size > 0 || folder.below.size > 0) {
+            return;
+        }
+        folder.watcher?.close();
+        folder.watcher = null;
+        this.#folders.delete(at);
+        this.#folders.get(path.dirname(at))?.below.delete(at);
+        this.#drop(path.dirname(at));
     }
 
     #watch(at, folder) {

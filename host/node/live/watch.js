@@ -46,6 +46,7 @@ class LiveReload {
     #files = new FileWatch((file) => this.#saves.touch(file));
     #windowsOf = new Map(); // by file: references
     #referenceTo = new WeakMap();
+    #gone = new FinalizationRegistry((reference) => this.#forget(reference));
     #pending = new WeakMap();
     /** The reload that runs: errors of script, and the texts that were read, are of one window at a time. */
     #turn = Promise.resolve();
@@ -88,7 +89,9 @@ class LiveReload {
             return;
         }
         if (!this.#referenceTo.has(window)) {
-            this.#referenceTo.set(window, new WeakRef(window));
+            const reference = new WeakRef(window);
+            this.#referenceTo.set(window, reference);
+            this.#gone.register(window, reference);
         }
         if (!this.#windowsOf.has(file)) {
             this.#windowsOf.set(file, new Set());
@@ -98,12 +101,23 @@ class LiveReload {
         this.#saves.note(file, stamp);
     }
 
+    /** The window of the reference is gone: files that only its pages named are not watched any more. */
+    #forget(reference) {
+        for (const [file, references] of this.#windowsOf) {
+            references.delete(reference);
+            if (references.size === 0) {
+                this.#windowsOf.delete(file);
+                this.#files.remove(file);
+                this.#saves.remove(file);
+            }
+        }
+    }
+
     #onSaved(file, since) {
         for (const reference of this.#windowsOf.get(file) ?? []) {
             const window = reference.deref();
             if (window === undefined) {
-                this.#windowsOf.get(file).delete(reference);
-                continue;
+                continue; // #forget() is about to be called
             }
             const pending = this.#pending.get(window) ?? new Pending();
             this.#pending.set(window, pending);
