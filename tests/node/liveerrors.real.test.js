@@ -3,9 +3,11 @@
 
 const assert = require('node:assert/strict');
 const fs = require('node:fs');
+const path = require('node:path');
 const { test } = require('node:test');
-const { sleep, until } = require('./helpers.js');
+const { packageFolder, sleep, until } = require('./helpers.js');
 const { page, tarn, withPage } = require('./live.js');
+const driver = require(path.join(packageFolder, 'test.js'));
 
 const field = '<input type="text" name="who">';
 
@@ -81,6 +83,35 @@ test('a filter that throws, and one that is rejected', async () => {
         assert.deepEqual(errors, []);
     } finally {
         tarn.onError = null;
+        tarn.GuiWindow.onLoad('page.html');
+    }
+});
+
+test('a filter that throws for several windows of one page', async () => {
+    let fails = false;
+    tarn.GuiWindow.onLoad('page.html', async (window, text) => {
+        await sleep(20);
+        if (fails) {
+            throw new RangeError('of the filter');
+        }
+        return text.replace('RAW', 'filtered');
+    });
+    try {
+        await withPage(page('RAW'), async (live) => {
+            const windows = [live.window, new tarn.GuiWindow(live.file('page.html'))];
+            windows[1].open();
+            const second = await driver.drive(windows[1]);
+            fails = true;
+            fs.writeFileSync(live.file('page.html'), page('RAW again'));
+            await until(() => live.reloads.length === 2, 5000);
+            assert.deepEqual(new Set(live.reloads.map(({ window }) => window)), new Set(windows));
+            for (const { problem } of live.reloads) {
+                assert.match(problem, /^RangeError: of the filter/);
+            }
+            assert.deepEqual([await live.driven.text(), await second.text()], ['filtered', 'filtered']);
+            windows[1].close();
+        })();
+    } finally {
         tarn.GuiWindow.onLoad('page.html');
     }
 });

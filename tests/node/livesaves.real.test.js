@@ -148,6 +148,36 @@ test('a file that a filter reads, waiting or not', async () => {
     }
 });
 
+/** Counts in a file of its own how often it was made, and goes on reading that. */
+class Counter {
+    eCreate() {
+        const file = path.join(path.dirname(Counter.page), 'state.json');
+        const read = () => JSON.parse(fs.readFileSync(file, 'utf8'));
+        fs.writeFileSync(file, JSON.stringify({ made: read().made + 1 }));
+        this.timer = setInterval(read, 10);
+    }
+
+    eDestroy() {
+        clearInterval(this.timer);
+    }
+}
+tarn.register('Counter', Counter);
+
+test('a file that an element reads and writes is its own', async () => {
+    class Counting extends tarn.GuiWindow {
+        constructor(file) {
+            Counter.page = file;
+            super(file);
+        }
+    }
+    await withPage({ 'page.html': page('first <object classid="counter" name="counter" width="20" height="20">'), 'state.json': '{"made":0}' }, async (live) => {
+        await live.save('page.html', page('second <object classid="counter" name="counter" width="20" height="20">'));
+        fs.writeFileSync(live.file('state.json'), '{ "made": 7 }');
+        await sleep(300);
+        assert.deepEqual(live.reloads.map(({ files }) => files), [[live.file('page.html')]]);
+    }, Counting)();
+});
+
 test('the page of a cell is shown anew alone', withPage({
     'page.html': page('<input type="text" name="outer"><table><tr><td name="cell" src="inner.html"></table>'), 'inner.html': '<input type="text" name="inner" value="as given"> first',
 }, async (live) => {

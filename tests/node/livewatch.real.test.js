@@ -14,11 +14,11 @@ const load = `require(${JSON.stringify(packageFolder)})`;
 let programs = 0;
 
 /** Runs a program of these files, the script app.js or another one; { said, folder, child, exit }. */
-function start(files, { args = ['watch', 'app.js', 'argument'], node = [command], env = {} } = {}) {
+function start(files, { args = ['watch', 'app.js', 'argument'], node = [command], env = {}, detached = false } = {}) {
     const folder = path.join(scratch, `program${++programs}`);
     fs.mkdirSync(folder);
     Object.entries(files).forEach(([name, content]) => fs.writeFileSync(path.join(folder, name), content));
-    const child = spawn(process.execPath, [...node, ...args], { cwd: folder, env: { ...process.env, NODE_TEST_CONTEXT: undefined, ...env } });
+    const child = spawn(process.execPath, [...node, ...args], { cwd: folder, detached, env: { ...process.env, NODE_TEST_CONTEXT: undefined, ...env } });
     process.on('exit', () => child.kill('SIGKILL'));
     const program = { folder, child, said: '', errors: '' };
     child.stdout.on('data', (data) => { program.said += data; });
@@ -64,6 +64,29 @@ test('a program that can not start waits until its script is mended', async () =
     await program.exit;
 });
 
+test('a program that cleans up when it is told to end is not waited for', async () => {
+    for (const name of ['SIGTERM', 'SIGINT']) {
+        const program = start({ 'app.js': `process.on('${name}', () => process.exit(3)); setInterval(() => {}, 1000); console.log('runs');` });
+        await program.says('runs');
+        program.child.kill(name);
+        const late = setTimeout(() => program.child.kill('SIGKILL'), 5000);
+        assert.equal(await program.exit, 3);
+        clearTimeout(late);
+        assert.equal(program.errors, '');
+    }
+});
+
+test('Ctrl+C in a terminal reaches the program once', async () => {
+    const program = start({ 'app.js': `let count = 0;
+process.on('SIGINT', () => { if (++count === 1) setTimeout(() => { console.log('interrupted', count); process.exit(0); }, 150); });
+setInterval(() => {}, 1000);
+console.log('runs');` }, { detached: true });
+    await program.says('runs');
+    process.kill(-program.child.pid, 'SIGINT'); // the whole group, as a terminal does
+    assert.equal(await program.exit, 0);
+    assert.equal(program.said, 'runs\ninterrupted 1\n');
+});
+
 test('a program that ends ends it, with its exit code 0', async () => {
     const program = start({ 'app.js': `${load}; console.log('done');` });
     assert.equal(await program.exit, 0);
@@ -106,6 +129,29 @@ test('TARN_WATCH=1 does the same for a script that is run as always', async () =
     assert.equal(program.said.length, length);
 });
 
+test('a program whose supervisor has gone keeps its files to itself', async () => {
+    const program = start({
+        'late.js': '',
+        'app.js': `${load};
+const fs = require('node:fs');
+const supervisor = process.ppid;
+console.log('runs');
+const wait = setInterval(() => {
+    if (process.ppid === supervisor) return;
+    clearInterval(wait);
+    setTimeout(() => {
+        const file = fs.openSync('data', 'w+');
+        require('./late.js');
+        console.log('data', file, JSON.stringify(fs.readFileSync('data', 'utf8')));
+    }, 100);
+}, 10);`,
+    });
+    await program.says('runs');
+    program.child.kill('SIGKILL');
+    await program.exit;
+    assert.equal(program.said, 'runs\ndata 3 ""\n'); // 3: the descriptor that the pipe had
+});
+
 test('what a program starts is not watched', async () => {
     const program = start({ 'app.js': `${load}; console.log('has', Object.keys(process.env).filter((name) => name.startsWith('TARN_WATCH')));` });
     await program.exit;
@@ -118,6 +164,51 @@ test('wrong arguments are told in one line', async () => {
         assert.equal(await program.exit, 2);
         assert.equal(program.errors, `tarn-gui: ${message}\n`);
     }
+});
+
+test('the files of a window that is gone are not watched any more', async () => {
+    const { stdout, stderr } = await runScript(`
+        const fs = require('node:fs');
+        const path = require('node:path');
+        const open = new Set();
+        const { watch } = fs;
+        fs.watch = (at, ...rest) => {
+            const watcher = watch(at, ...rest);
+            const { close } = watcher;
+            open.add(at);
+            watcher.close = () => { open.delete(at); Reflect.apply(close, watcher, []); };
+            return watcher;
+        };
+        const watcher = tarn.watch();
+        const show = (name) => {
+            const folder = path.join(__dirname, name);
+            fs.mkdirSync(folder);
+            fs.writeFileSync(path.join(folder, 'page.html'), '<title>' + name + '</title><body>x</body>');
+            const window = new tarn.GuiWindow(path.join(folder, 'page.html'));
+            window.open();
+            return window;
+        };
+        const watched = () => [...open].map((at) => path.basename(at)).filter((name) => name.startsWith('only'));
+        show('only-once').close();
+        const kept = show('only-kept'); // the window that was made last is held
+        let turns = 0;
+        let wereBoth = false;
+        const wait = setInterval(() => {
+            if (!wereBoth && watched().length === 2) {
+                wereBoth = true;
+                console.log(watched());
+            }
+            if (wereBoth) {
+                global.gc();
+            }
+            if ((wereBoth && watched().length === 1) || ++turns === 100) {
+                clearInterval(wait);
+                console.log(watched(), kept.getTitle());
+                kept.close();
+                watcher.close();
+            }
+        }, 20);`, { args: ['--expose-gc'] });
+    assert.equal(stdout, "[ 'only-once', 'only-kept' ]\n[ 'only-kept' ] only-kept\n", stderr);
 });
 
 test('a program that does not ask for it loads nothing of it and watches nothing', async () => {

@@ -96,7 +96,9 @@ function callMethod(target, self, name, args) {
 function runCall(id, target, self, name, args) {
     try {
         const call = () => callMethod(target, self, name, args);
-        answer(id, self, name, watching.call === null ? call() : watching.call(windowOf(self), call));
+        // Filters and includes are called for the window itself. An element's events are its own: what it reads is no part of the page.
+        const isForPage = watching.call !== null && self === windowOf(self);
+        answer(id, self, name, isForPage ? watching.call(self, call) : call());
     } catch (error) {
         fail(id, error, self, name);
     }

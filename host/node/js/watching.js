@@ -5,7 +5,7 @@
 const watching = {
     /** Before the first window. */
     begin: null,
-    /** Runs `work()` in place of a call of script that pages wait for; `window`: whose call it is, or null. */
+    /** Runs `work()`, a filter or the handler of an include, in place of its call; `window`: whose page waits for it. */
     call: null,
     /** What a call of script throws; true when nobody else is to hear of it. */
     error: null,

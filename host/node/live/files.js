@@ -1,6 +1,6 @@
 'use strict';
 // Watches single files by the folders that they lie in: a file may be written in place, replaced by another one, removed and
-// made again, and so may its folder.
+// made again, and so may each folder on the way to it, or a link.
 
 const fs = require('node:fs');
 const path = require('node:path');
@@ -21,85 +21,150 @@ function realPath(file) {
     }
 }
 
-/** The nearest folder around this one that there is. */
-function nearest(folder) {
-    const around = path.dirname(folder);
-    return around === folder || nodeNumber(around) !== null ? around : nearest(around);
+/** A folder on the way to a file. */
+class Folder {
+    watcher = null;
+    /** What tells it from another one of its name; null while it is not there. */
+    node = null;
+    /** Why it can not be watched. */
+    failure = null;
+    /** By name: the files that lie in it, as they were asked for. */
+    names = new Map();
+    /** The folders in it that are on the way, by their full paths. */
+    below = new Set();
 }
 
 class FileWatch {
     #onTouch;
-    /** By folder: its names, with the files as they were asked for. */
+    /** By full path. */
     #folders = new Map();
-    /** By folder: { watcher, at, node }; `at` is another folder while the folder itself is not there. */
-    #watchers = new Map();
+    /** By file as it was asked for: where it lies, or has lain, by its own name and behind links. */
+    #places = new Map();
+    /** Folders of which it was said that they can not be watched. */
+    #told = new Set();
 
     /** `onTouch(file)` hears of every touch, of one save perhaps several times; the file may be gone. Keeps no process alive. */
     constructor(onTouch) {
         this.#onTouch = onTouch;
     }
 
-    /** `file`: a full path, which need not exist. */
+    /** `file`: a full path, which need not exist. A folder that can not be watched is told once, on standard error. */
     add(file) {
-        this.#addName(file, file);
-        this.#addName(realPath(file), file);
+        const places = this.#places.get(file) ?? new Set();
+        this.#places.set(file, places.add(file).add(realPath(file)));
+        places.forEach((place) => this.#addPlace(place, file));
+    }
+
+    /** Nobody wants to hear of the file any more. */
+    remove(file) {
+        const places = this.#places.get(file) ?? [];
+        this.#places.delete(file);
+        for (const place of places) {
+            const { names } = this.#folders.get(path.dirname(place));
+            const files = names.get(path.basename(place));
+            files.delete(file);
+            if (files.size === 0) {
+                names.delete(path.basename(place));
+                this.#drop(path.dirname(place));
+            }
+        }
     }
 
     close() {
-        this.#watchers.forEach(({ watcher }) => watcher?.close());
-        this.#watchers.clear();
+        this.#folders.forEach(({ watcher }) => watcher?.close());
         this.#folders.clear();
+        this.#places.clear();
     }
 
-    #addName(place, file) {
-        const folder = path.dirname(place);
-        if (!this.#folders.has(folder)) {
-            this.#folders.set(folder, new Map());
-            this.#watch(folder);
-        }
-        const names = this.#folders.get(folder);
+    #addPlace(place, file) {
+        const at = path.dirname(place);
+        const folder = this.#folderAt(at);
         const name = path.basename(place);
-        names.set(name, (names.get(name) ?? new Set()).add(file));
+        folder.names.set(name, (folder.names.get(name) ?? new Set()).add(file));
+        this.#tell(at, folder);
     }
 
-    #watch(folder) {
-        this.#watchers.get(folder)?.watcher?.close();
-        const node = nodeNumber(folder);
-        const at = node === null ? nearest(folder) : folder;
-        const entry = { watcher: null, at, node };
-        this.#watchers.set(folder, entry);
-        try {
-            entry.watcher = fs.watch(at, { persistent: false }, (_type, name) => this.#onEvent(folder, entry, name));
-            entry.watcher.on('error', () => this.#renew(folder, entry));
-        } catch {
-            return; // gone between two lines, or there are too many watches
-        }
-        if (node === null && nodeNumber(folder) !== null) {
-            this.#renew(folder, entry); // it has come meanwhile
-        }
-    }
-
-    #renew(folder, entry) {
-        if (this.#watchers.get(folder) === entry) {
-            this.#watch(folder);
-            this.#touchAll(folder);
-        }
-    }
-
-    #touchAll(folder) {
-        this.#folders.get(folder)?.forEach((files) => files.forEach((file) => this.#onTouch(file)));
-    }
-
-    #onEvent(folder, entry, name) {
-        const isElsewhere = entry.at !== folder;
-        if (isElsewhere || nodeNumber(folder) !== entry.node) {
-            // The folder has come, has gone, or is another one now.
-            if (!isElsewhere || nodeNumber(folder) !== null || nearest(folder) !== entry.at) {
-                this.#renew(folder, entry);
+    /** The folder, watched, and so are the ones around it. */
+    #folderAt(at) {
+        let folder = this.#folders.get(at);
+        if (folder === undefined) {
+            folder = new Folder();
+            this.#folders.set(at, folder);
+            if (path.dirname(at) !== at) {
+                this.#folderAt(path.dirname(at)).below.add(at);
             }
+            this.#watch(at, folder);
+        } else if (folder.failure !== null) {
+            this.#watch(at, folder);
+        }
+        return folder;
+    }
+
+    /** A folder that is on no way any more goes, and then perhaps the one around it. */
+    #drop(at) {
+        const folder = this.#folders.get(at);
+        if (folder === undefined || folder.names.size > 0 || folder.below.size > 0) {
             return;
         }
-        this.#folders.get(folder)?.get(name)?.forEach((file) => this.#onTouch(file));
+        folder.watcher?.close();
+        folder.watcher = null;
+        this.#folders.delete(at);
+        this.#folders.get(path.dirname(at))?.below.delete(at);
+        this.#drop(path.dirname(at));
+    }
+
+    #watch(at, folder) {
+        folder.watcher?.close();
+        folder.watcher = null;
+        folder.failure = null;
+        folder.node = nodeNumber(at);
+        if (folder.node === null) {
+            return; // the one around it tells when it comes
+        }
+        try {
+            const watcher = fs.watch(at, { persistent: false }, (type, name) => folder.watcher === watcher && this.#onEvent(at, folder, type, name));
+            watcher.on('error', () => folder.watcher === watcher && this.#renew(at, folder));
+            folder.watcher = watcher;
+        } catch (error) {
+            folder.failure = error.code === 'ENOENT' ? null : error.code;
+        }
+        if (nodeNumber(at) !== folder.node) {
+            this.#watch(at, folder); // it has gone, or is another one meanwhile
+        }
+    }
+
+    #tell(at, { failure }) {
+        if (failure !== null && !this.#told.has(at)) {
+            this.#told.add(at);
+            process.stderr.write(`tarn: ${at} can not be watched: ${failure}\n`);
+        }
+    }
+
+    /** The folder has come, has gone, or is another one now, and so is what lies in it. */
+    #renew(at, folder) {
+        this.#watch(at, folder);
+        [...folder.names.values()].forEach((files) => this.#touch(files));
+        [...folder.below].forEach((each) => this.#renew(each, this.#folders.get(each)));
+    }
+
+    /** The files may be links, and lead elsewhere now. */
+    #touch(files) {
+        for (const file of [...files]) {
+            this.add(file);
+            this.#onTouch(file);
+        }
+    }
+
+    #onEvent(at, folder, type, name) {
+        if (folder.names.size > 0 && nodeNumber(at) !== folder.node) {
+            this.#renew(at, folder);
+            return;
+        }
+        const inside = name === null ? at : path.join(at, name);
+        if (type === 'rename' && folder.below.has(inside)) {
+            this.#renew(inside, this.#folders.get(inside));
+        }
+        this.#touch(folder.names.get(name) ?? []);
     }
 }
 

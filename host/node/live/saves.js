@@ -84,6 +84,13 @@ class Saves {
         this.#wait(file, { since: Date.now(), stamp: undefined });
     }
 
+    /** Nobody wants to hear of the file any more. */
+    remove(file) {
+        clearTimeout(this.#touched.get(file)?.timer);
+        this.#touched.delete(file);
+        this.#known.delete(file);
+    }
+
     close() {
         this.#touched.forEach(({ timer }) => clearTimeout(timer));
         this.#touched.clear();

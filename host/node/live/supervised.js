@@ -14,24 +14,28 @@ const packageFolder = path.join(__dirname, '..') + path.sep;
 
 const isOwn = (file) => path.isAbsolute(file) && !file.includes(`${path.sep}node_modules${path.sep}`) && !file.startsWith(packageFolder);
 
-function tell(descriptor, message) {
+/** `link`: the pipe to the one who starts this program. Once it has ended, its descriptor may be a file of the program. */
+function tell(link, descriptor, message) {
+    if (link.destroyed) {
+        return;
+    }
     try {
         fs.writeSync(descriptor, `${JSON.stringify(message)}\n`);
     } catch {
-        // The other end has gone, and takes this process with it.
+        // The other end has just gone; the program goes on alone.
     }
 }
 
 /** Tells of the scripts that were loaded by require(), now and later. */
-function tellScripts(descriptor) {
+function tellScripts(tellThem) {
     const { load } = Module.prototype;
     Module.prototype.load = function (file) {
         if (isOwn(file)) {
-            tell(descriptor, { scripts: [file] });
+            tellThem([file]);
         }
         return Reflect.apply(load, this, [file]);
     };
-    tell(descriptor, { scripts: Object.keys(require.cache).filter(isOwn) });
+    tellThem(Object.keys(require.cache).filter(isOwn));
 }
 
 /** `descriptor`: of the pipe to the one who starts this program; `places`: of its windows when it ran before, as JSON. */
@@ -42,9 +46,9 @@ function follow(descriptor, places) {
         start();
         ask({ do: 'expect', places: JSON.parse(places ?? '[]') });
     };
-    tellScripts(descriptor);
     const link = new net.Socket({ fd: descriptor, readable: true, writable: true });
-    link.on('data', async () => tell(descriptor, watching.begin === null ? await ask({ do: 'places' }) : { places: [] }));
+    tellScripts((scripts) => tell(link, descriptor, { scripts }));
+    link.on('data', async () => tell(link, descriptor, watching.begin === null ? await ask({ do: 'places' }) : { places: [] }));
     link.on('error', () => {});
     link.unref();
 }

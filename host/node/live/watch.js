@@ -46,14 +46,17 @@ class LiveReload {
     #files = new FileWatch((file) => this.#saves.touch(file));
     #windowsOf = new Map(); // by file: references
     #referenceTo = new WeakMap();
+    #gone = new FinalizationRegistry((reference) => this.#forget(reference));
     #pending = new WeakMap();
+    /** The reload that runs: errors of script, and the texts that were read, are of one window at a time. */
+    #turn = Promise.resolve();
     #listeners = new Set();
     #hasBegun = false;
     #isClosed = false;
     #endReads = watchReads();
 
     constructor() {
-        watching.call = (window, work) => (window === null ? work() : whileNoting((file) => this.#name(window, file), work));
+        watching.call = (window, work) => whileNoting((file) => this.#name(window, file), work);
         watching.begin = () => this.begin();
     }
 
@@ -86,7 +89,9 @@ class LiveReload {
             return;
         }
         if (!this.#referenceTo.has(window)) {
-            this.#referenceTo.set(window, new WeakRef(window));
+            const reference = new WeakRef(window);
+            this.#referenceTo.set(window, reference);
+            this.#gone.register(window, reference);
         }
         if (!this.#windowsOf.has(file)) {
             this.#windowsOf.set(file, new Set());
@@ -96,12 +101,23 @@ class LiveReload {
         this.#saves.note(file, stamp);
     }
 
+    /** The window of the reference is gone: files that only its pages named are not watched any more. */
+    #forget(reference) {
+        for (const [file, references] of this.#windowsOf) {
+            references.delete(reference);
+            if (references.size === 0) {
+                this.#windowsOf.delete(file);
+                this.#files.remove(file);
+                this.#saves.remove(file);
+            }
+        }
+    }
+
     #onSaved(file, since) {
         for (const reference of this.#windowsOf.get(file) ?? []) {
             const window = reference.deref();
             if (window === undefined) {
-                this.#windowsOf.get(file).delete(reference);
-                continue;
+                continue; // #forget() is about to be called
             }
             const pending = this.#pending.get(window) ?? new Pending();
             this.#pending.set(window, pending);
@@ -118,20 +134,30 @@ class LiveReload {
         }
         pending.isRunning = true;
         while (pending.files.size > 0 && !this.#isClosed) {
-            if (!await this.#reload(window, pending)) {
+            if (!await this.#inTurn(() => this.#reload(window, pending))) {
                 await new Promise((resolve) => { setTimeout(resolve, busyMs).unref(); });
             }
         }
         pending.isRunning = false;
     }
 
+    /** Runs `work()` when the reloads of all windows that were asked for before have ended; a promise of its result. */
+    #inTurn(work) {
+        const done = this.#turn.then(work);
+        this.#turn = done.catch(() => {}); // who waits for it hears of it
+        return done;
+    }
+
     /** False when the user is in the middle of something. */
     async #reload(window, pending) {
+        if (this.#isClosed) {
+            return true;
+        }
         const saved = [...pending.files];
         const files = [...new Set([...pending.unshown, ...saved])];
         const { since } = pending;
         pending.files.clear();
-        const { isBusy, isGone, problem: found } = await this.#check(window, files);
+        const { isBusy, isGone, problem } = await this.#show(window, files);
         if (isBusy) {
             saved.forEach((file) => pending.files.add(file));
             return false;
@@ -139,17 +165,25 @@ class LiveReload {
         if (isGone) {
             return true;
         }
-        const problem = found === undefined ? undefined : shortened(found);
         pending.unshown = new Set(problem === undefined ? [] : files);
-        if (problem === undefined) {
-            await ask({ do: 'show', files }, window);
-        } else {
-            process.stderr.write(`tarn: ${problem}\n`);
-            await ask({ do: 'tell', message: problem }, window);
-        }
         const told = { window, files: saved, problem: problem ?? null, ms: Date.now() - since };
         this.#listeners.forEach((listener) => listener(told));
         return true;
+    }
+
+    /** Shows the pages, or what is wrong with them, unless the window is busy or gone; both may happen between check and show. */
+    async #show(window, files) {
+        const { isBusy, isGone, problem: found } = await this.#check(window, files);
+        if (isBusy || isGone) {
+            return { isBusy, isGone };
+        }
+        if (found === undefined) {
+            return await ask({ do: 'show', files }, window) ?? {};
+        }
+        const problem = shortened(found);
+        process.stderr.write(`tarn: ${problem}\n`);
+        await ask({ do: 'tell', message: problem }, window);
+        return { problem };
     }
 
     /** Has the pages read; what a filter throws meanwhile is what is wrong with them. */

@@ -13,6 +13,8 @@ const { importsOf } = require('./imports.js');
 /** How long a program may take to say where its windows are, and to end when it is asked to; milliseconds. */
 const answerMs = 300;
 const endMs = 2000;
+/** Ctrl+C reaches the program by itself, from the terminal. If it is not gone after this time, it is asked again; milliseconds. */
+const interruptMs = 500;
 /** How often it is looked whether the one who started this process is still there. */
 const parentMs = 1000;
 
@@ -39,6 +41,8 @@ class Supervisor {
     #child = null;
     #places = [];
     #mustStart = false;
+    #isEnding = false;
+    #interrupt = null;
     #saves = new Saves((file) => this.#onSaved(file));
     #files = new FileWatch((file) => this.#saves.touch(file));
     #watched = new Set();
@@ -60,12 +64,21 @@ class Supervisor {
             this.#finish(0);
             return;
         }
-        this.#mustStart = false;
-        this.#child.kill(name);
+        this.#isEnding = true;
+        const child = this.#child;
+        if (name === 'SIGINT') {
+            this.#interrupt ??= setTimeout(() => {
+                this.#interrupt = null;
+                child.kill(name);
+            }, interruptMs);
+        } else {
+            child.kill(name);
+        }
     }
 
     #finish(code) {
         clearInterval(this.#alive);
+        clearTimeout(this.#interrupt);
         this.#files.close();
         this.#saves.close();
         this.#onEnd(code);
@@ -103,10 +116,10 @@ class Supervisor {
 
     #onExit(code, signal) {
         this.#child = null;
-        if (this.#mustStart) {
+        if (this.#mustStart && !this.#isEnding) {
             this.#mustStart = false;
             this.#start();
-        } else if (code === 0 || signal !== null) {
+        } else if (this.#isEnding || code === 0 || signal !== null) {
             this.#finish(code ?? 1);
         } else {
             say(`the program has ended with code ${code}; it starts anew when one of its scripts is saved`);
@@ -116,8 +129,8 @@ class Supervisor {
 
     async #onSaved(file) {
         this.#watch(importsOf(file));
-        if (this.#mustStart) {
-            return; // already
+        if (this.#mustStart || this.#isEnding) {
+            return; // already, or not any more
         }
         say(`${path.relative(process.cwd(), file)} was saved; the program starts anew`);
         if (this.#child === null) {
