@@ -47,9 +47,8 @@ void ClosingGuard::collect(uv_handle_t* handle, void* extents)
 __attribute__((noinline, no_sanitize("address"))) void ClosingGuard::scanStack(std::vector<Extent> const& extents)
 {
     __builtin_unwind_init(); // saves in this frame the registers in which callers keep pointers
-    auto const own = static_cast<uintptr_t*>(__builtin_alloca(sizeof(uintptr_t))); // below them, and of this frame
-    *own = 0;
-    uintptr_t const* word = own;
+    auto word = static_cast<uintptr_t const*>(__builtin_alloca(sizeof(uintptr_t))); // below them, and of this frame
+    __asm__ volatile("" : "+r"(word)); // what is read from there on is more than the compiler knows of
     auto top = reinterpret_cast<uintptr_t const*>(stackTop());
     assert(!top || word < top);
     assert(std::is_sorted(extents.begin(), extents.end(), isBelow));
