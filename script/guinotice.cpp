@@ -1,4 +1,4 @@
-// script/guinotice.cpp: see the header. The interface is that of the Desktop Notifications Specification.
+// script/guinotice.cpp: see the header. The interface is org.freedesktop.Notifications, as desktops have it.
 #include "script/guinotice.h"
 
 #include "foundation/vela-qt.h"
